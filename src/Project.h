@@ -45,8 +45,9 @@ struct LoadResult {
   bool Ok() const { return error.empty(); }
 };
 
-// The one project of the running program: its file, files, options and output names, and the project
-// file format with extension "zpj". Reports to a Shell, which must outlive it; without one it is mute.
+// The one project of the running program: its file, files, options and output names, and the
+// project file format with extension "zpj". Reports to a Shell, which must outlive it; without one
+// it is mute.
 class Project : public mavro::object {
  public:
   Project();

@@ -9,7 +9,9 @@ void Shell::ClearOutput() {}
 void Shell::AddErrorRow(const ErrorRow&) {}
 void Shell::AppendToLastErrorRow(std::string_view) {}
 void Shell::ClearErrorRows() {}
-int Shell::ErrorRowCount() { return 0; }
+int Shell::ErrorRowCount() {
+  return 0;
+}
 void Shell::ShowFirstError() {}
 void Shell::GoToNextError() {}
 void Shell::GoToPreviousError() {}
@@ -21,17 +23,27 @@ void Shell::SelectTreeRoot() {}
 void Shell::SetStatus(const std::string&, const std::string&) {}
 void Shell::SetCaption(const std::string&) {}
 void Shell::SetModeSelector(int) {}
-int Shell::SelectedMode() { return 0; }
+int Shell::SelectedMode() {
+  return 0;
+}
 void Shell::SetStopCommand(int) {}
 void Shell::PumpMessages() {}
-std::vector<OpenFile> Shell::OpenFiles() { return {}; }
-std::string Shell::ActiveFile() { return ""; }
+std::vector<OpenFile> Shell::OpenFiles() {
+  return {};
+}
+std::string Shell::ActiveFile() {
+  return "";
+}
 void Shell::OpenFileAt(const std::string&, int) {}
 void Shell::ActivateFile(const std::string&) {}
-bool Shell::CloseAllFiles() { return true; }
+bool Shell::CloseAllFiles() {
+  return true;
+}
 void Shell::SaveChangedFiles() {}
 void Shell::RemoveErrorMark() {}
-bool Shell::IsDebuggerRunning() { return false; }
+bool Shell::IsDebuggerRunning() {
+  return false;
+}
 
 std::string LogEntry(std::string_view text, std::string_view detail) {
   std::string entry = "\r\n------ ";

@@ -23,8 +23,9 @@ struct OpenFile {
 enum class BottomPage { cOutput = 0, cError = 1 };
 
 // What the core tells a person, or asks of the window, goes through this class: the main window
-// implements it with its panels, the command line tools with standard output. What an implementation
-// has no place for does nothing. Message boxes and questions go through mavro::Dialogs().
+// implements it with its panels, the command line tools with standard output. What an
+// implementation has no place for does nothing. Message boxes and questions go through
+// mavro::Dialogs().
 class Shell {
  public:
   virtual ~Shell() = default;
@@ -53,9 +54,9 @@ class Shell {
   virtual void SetStatus(const std::string& text, const std::string& detail);
   virtual void SetCaption(const std::string& text);
   virtual void SetModeSelector(int mode);
-  virtual int SelectedMode();            // what the mode selector shows: 0 release, 1 debug
-  virtual void SetStopCommand(int id);   // command of the stop button; negative disables it
-  virtual void PumpMessages();           // handles what waits in the message queue, then returns
+  virtual int SelectedMode();           // what the mode selector shows: 0 release, 1 debug
+  virtual void SetStopCommand(int id);  // command of the stop button; negative disables it
+  virtual void PumpMessages();          // handles what waits in the message queue, then returns
 
   // Open files.
   virtual std::vector<OpenFile> OpenFiles();
@@ -72,8 +73,8 @@ class Shell {
 // "\r\n------ TEXT --> DETAIL\r\n"; the form of every logged step.
 std::string LogEntry(std::string_view text, std::string_view detail);
 
-// Writes a log entry to the shell's output. An empty text writes "[", the milliseconds since the last
-// message, and "]\r\n" instead.
+// Writes a log entry to the shell's output. An empty text writes "[", the milliseconds since the
+// last message, and "]\r\n" instead.
 void LogMessage(Shell& shell, std::string_view text, std::string_view detail);
 
 }  // namespace zendry

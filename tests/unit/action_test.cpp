@@ -66,7 +66,9 @@ struct HotKeyCase {
 
 class HotKeys : public testing::TestWithParam<HotKeyCase> {};
 
-TEST_P(HotKeys, Text) { EXPECT_EQ(HotKeyText(GetParam().hotkey), GetParam().text); }
+TEST_P(HotKeys, Text) {
+  EXPECT_EQ(HotKeyText(GetParam().hotkey), GetParam().text);
+}
 
 INSTANTIATE_TEST_SUITE_P(
     Table, HotKeys,
@@ -75,7 +77,8 @@ INSTANTIATE_TEST_SUITE_P(
                     HotKeyCase{0xC0052, "\tCtrl+Shift+R"}, HotKeyCase{0x100071, "\tAlt+F2"},
                     HotKeyCase{0x1C0000 | 'Q', "\tCtrl+Alt+Shift+Q"},
                     HotKeyCase{0x80000 | 0xBF, "\tCtrl+/"}, HotKeyCase{0x80000 | 0xBA, "\tCtrl+;"},
-                    HotKeyCase{0x80000 | 0xC0, "\tCtrl+`"}, HotKeyCase{0x80000 | 0x20, "\tCtrl+Space"},
+                    HotKeyCase{0x80000 | 0xC0, "\tCtrl+`"},
+                    HotKeyCase{0x80000 | 0x20, "\tCtrl+Space"},
                     HotKeyCase{0xC0026, "\tCtrl+Shift+Up"}, HotKeyCase{0x80028, "\tCtrl+Dn"},
                     HotKeyCase{0x80000 | '7', "\tCtrl+7"}, HotKeyCase{0x80000 | 0x08, "\tCtrl+"}));
 

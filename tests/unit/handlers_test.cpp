@@ -23,7 +23,9 @@ TEST(Event, Fire_NoHandlers_TouchesNothing) {
   EXPECT_EQ(args.value, 1);
 }
 
-TEST(Event, WithoutHandlers_IsOnePointer) { EXPECT_EQ(sizeof(NotifyEvent), sizeof(void*)); }
+TEST(Event, WithoutHandlers_IsOnePointer) {
+  EXPECT_EQ(sizeof(NotifyEvent), sizeof(void*));
+}
 
 TEST(Event, Fire_TwoHandlers_BothRunFirstAddedFirst) {
   NotifyEvent event;

@@ -13,7 +13,8 @@ enum HotKeyFlag { cShiftKey = 0x40000, cControlKey = 0x80000, cAltKey = 0x100000
 
 using ActionHandler = void (object::*)(int id);
 
-// One command. Menus, accelerator tables and tool bars are views of it. Owned by the list that made it.
+// One command. Menus, accelerator tables and tool bars are views of it. Owned by the list that made
+// it.
 struct Action {
   std::string text;  // menu text with its "&" mnemonic
   int hotkey = 0;    // HotKeyFlags and a virtual key code; 0 for none

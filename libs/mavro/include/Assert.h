@@ -2,16 +2,16 @@
 
 namespace mavro {
 
-// Called with the message of a broken precondition before the process ends, so that unsaved text can
-// be written to the rescue folder. It must not allocate more than it has to and must not throw.
+// Called with the message of a broken precondition before the process ends, so that unsaved text
+// can be written to the rescue folder. It must not allocate more than it has to and must not throw.
 using LastWords = void (*)();
 
 // Registers a function to run once when a precondition breaks. At most eight are kept; they run in
 // the order of registration, each at most once even if it fails itself.
 void AddLastWords(LastWords hook);
 
-// Prints "FILE:LINE: assertion failed: EXPRESSION" to standard error, runs the last words and ends the
-// process with SIGABRT, in every build type. FILE is printed from "libs/" or "src/" on.
+// Prints "FILE:LINE: assertion failed: EXPRESSION" to standard error, runs the last words and ends
+// the process with SIGABRT, in every build type. FILE is printed from "libs/" or "src/" on.
 [[noreturn]] void AssertionFailed(const char* expression, const char* file, int line);
 
 }  // namespace mavro

@@ -6,8 +6,8 @@
 
 namespace mavro {
 
-// The whole content of a regular file, bytes as they are. Nothing for a missing or unreadable file, a
-// folder, a FIFO or a device: it never blocks.
+// The whole content of a regular file, bytes as they are. Nothing for a missing or unreadable file,
+// a folder, a FIFO or a device: it never blocks.
 std::optional<std::string> ReadFileText(const std::string& path);
 
 // What became of a save. `error` is empty on success; else it says in words what failed and why.
@@ -16,11 +16,11 @@ struct SaveResult {
   bool Ok() const { return error.empty(); }
 };
 
-// Replaces a file's content so that a failure at any byte leaves the old or the new content whole: a
-// temporary file beside it (random name, O_EXCL, O_NOFOLLOW), synced and renamed over it, keeping mode
-// and owner and following symbolic links. Where that can't be (further hard links, no right to make a
-// file in the folder) it writes in place, after a synced copy of the old content went to the rescue
-// folder. The one function through which the whole tree writes files the user owns.
+// Replaces a file's content so that a failure at any byte leaves the old or the new content whole:
+// a temporary file beside it (random name, O_EXCL, O_NOFOLLOW), synced and renamed over it, keeping
+// mode and owner and following symbolic links. Where that can't be (further hard links, no right to
+// make a file in the folder) it writes in place, after a synced copy of the old content went to the
+// rescue folder. The one function through which the whole tree writes files the user owns.
 SaveResult SaveFileText(const std::string& path, std::string_view content);
 
 // Folder for rescue copies, made with mode 0700 when missing; empty when it can't be had.
@@ -30,7 +30,7 @@ std::string RescueFolder();
 // $HOME, else the home folder of the password database; no trailing slash.
 std::string ProfileFolder();
 
-bool FileExists(const std::string& path);   // a regular file, links followed
+bool FileExists(const std::string& path);    // a regular file, links followed
 bool FolderExists(const std::string& path);  // a folder, links followed
 
 }  // namespace mavro

@@ -12,8 +12,8 @@ struct NotifyArgs {
 
 namespace detail {
 
-// One event being fired. The chain of them lets an event that is destroyed by one of its own handlers
-// tell the loop that fires it, without a byte in the event itself.
+// One event being fired. The chain of them lets an event that is destroyed by one of its own
+// handlers tell the loop that fires it, without a byte in the event itself.
 class Firing {
  public:
   explicit Firing(const void* event);
@@ -33,9 +33,9 @@ class Firing {
 
 }  // namespace detail
 
-// A list of handlers, each a target and one of its members, called in the order they were added. There
-// is no removal: handlers are added in constructors and go with the event. An event without handlers
-// is one null pointer, and firing it costs one comparison.
+// A list of handlers, each a target and one of its members, called in the order they were added.
+// There is no removal: handlers are added in constructors and go with the event. An event without
+// handlers is one null pointer, and firing it costs one comparison.
 //
 // A handler may destroy the event it was called from (close its form, delete its control): the
 // remaining handlers are then not called.

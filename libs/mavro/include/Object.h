@@ -2,7 +2,8 @@
 
 namespace mavro {
 
-// Root of the framework's classes: whatever has events handled or commands sent to it derives from it.
+// Root of the framework's classes: whatever has events handled or commands sent to it derives from
+// it.
 class object {
  public:
   object() = default;

@@ -10,7 +10,8 @@ enum MessageFlags { cOkOnly = 0, cYesNoCancel = 3, cYesNo = 4, cErrorIcon = 0x10
 // What the user pressed.
 enum class Answer { cOk, cYes, cNo, cCancel };
 
-// What a file dialog is asked. Filters are pairs separated by "|": description, then patterns with ";".
+// What a file dialog is asked. Filters are pairs separated by "|": description, then patterns with
+// ";".
 struct FileQuestion {
   enum Mode { cOpen, cSave };
   Mode mode = cOpen;
@@ -38,8 +39,8 @@ DialogTable& Dialogs();
 
 // Shows `text` under the title "Information".
 void Information(const std::string& text);
-// Asks under the title "Confirmation": Yes and No, with Cancel too when `cancelled` is given, which then
-// tells whether that was the answer. Returns whether it was Yes.
+// Asks under the title "Confirmation": Yes and No, with Cancel too when `cancelled` is given, which
+// then tells whether that was the answer. Returns whether it was Yes.
 bool Confirm(const std::string& text, bool* cancelled = nullptr);
 void Beep();
 

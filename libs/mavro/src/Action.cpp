@@ -11,8 +11,8 @@ Action separatorRow{"", 0, cSeparatorRow};
 Action endSubmenuRow{"", 0, cEndSubmenuRow};
 
 std::string KeyName(int key) {
-  static constexpr std::array<const char*, 9> cNavigation = {"Space", "PgUp", "PgDn",  "End", "Home",
-                                                             "Left",  "Up",   "Right", "Dn"};
+  static constexpr std::array<const char*, 9> cNavigation = {
+      "Space", "PgUp", "PgDn", "End", "Home", "Left", "Up", "Right", "Dn"};
   static constexpr const char* cPunctuation = ";+<->/`";
   if ((key >= '0' && key <= '9') || (key >= 'A' && key <= 'Z'))
     return std::string(1, static_cast<char>(key));
@@ -38,16 +38,22 @@ Action* ActionList::Add(int id, const std::string& text, int hotkey, int image) 
   return rows.back();
 }
 
-void ActionList::AddSeparator() { rows.push_back(&separatorRow); }
+void ActionList::AddSeparator() {
+  rows.push_back(&separatorRow);
+}
 
 void ActionList::AddSubmenu(const std::string& title) {
   submenus.push_back(std::make_unique<Action>(Action{title, 0, cSubmenuRow}));
   rows.push_back(submenus.back().get());
 }
 
-void ActionList::EndSubmenu() { rows.push_back(&endSubmenuRow); }
+void ActionList::EndSubmenu() {
+  rows.push_back(&endSubmenuRow);
+}
 
-void ActionList::AddRow(Action* action) { rows.push_back(action); }
+void ActionList::AddRow(Action* action) {
+  rows.push_back(action);
+}
 
 Action* ActionList::Find(int id) const {
   for (const auto& action : actions)

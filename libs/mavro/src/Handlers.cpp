@@ -8,9 +8,13 @@ Firing* innermost = nullptr;
 
 }  // namespace
 
-Firing::Firing(const void* fired) : event(fired), outer(innermost) { innermost = this; }
+Firing::Firing(const void* fired) : event(fired), outer(innermost) {
+  innermost = this;
+}
 
-Firing::~Firing() { innermost = outer; }
+Firing::~Firing() {
+  innermost = outer;
+}
 
 void Firing::EventDestroyed(const void* event) {
   for (Firing* firing = innermost; firing; firing = firing->outer)

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <string>
+
+namespace zendry {
+
+// A library set of "Zendry.cfg": switches that a project takes by naming the set.
+struct LibSet {
+  bool expanded = false;  // both strings have had their macros expanded
+  std::string include;    // appended to the compile switches
+  std::string link;       // appended to the link switches
+};
+
+// A compiler set of "Zendry.cfg". An empty folder means that its tools are found on PATH.
+struct ToolSet {
+  std::string name;
+  std::string folder;
+  std::string flags;
+};
+
+// One configurable font: kind 0 forms, 1 editor (monospace), 2 other.
+struct FontRec {
+  int kind = 0;
+  int style = 0;
+  std::string name;
+  int size = 10;
+};
+
+// What the installation says about tools and libraries; read once at start, then only looked at.
+struct IdeConfig {
+  std::string appDir;  // folder of the program with its trailing slash
+  std::string gcc = "gcc";
+  std::string gpp = "g++";
+  std::string gdb = "gdb";
+  std::string linker = "g++";
+  std::string ar = "ar";
+  std::string windres = "windres";
+  std::string windresOptions = "-D _WIN32_WINNT=0x0501 -O coff";
+  int defaultSet = 0;
+  int defaultOption = 0;
+  std::map<std::string, LibSet> libSets;
+  std::map<std::string, LibSet> addOns;
+  std::array<ToolSet, 3> toolSets;
+};
+
+struct IdeFonts {
+  bool largeToolBar = false;
+  std::array<FontRec, 3> fonts = {{{0, 0, "Verdana"}, {1, 0, "Courier New"}, {2, 0, "Ariel"}}};
+};
+
+extern IdeConfig theIdeConfig;
+extern IdeFonts theIdeFonts;
+
+// Reads "Zendry.cfg" in `config.appDir`. A missing or unreadable file leaves everything as it is;
+// elements that mean nothing are passed over.
+void ReadConfig(IdeConfig& config, IdeFonts& fonts);
+
+// The folder that "@" stands for: the parent of `appDir`, with its trailing slash.
+std::string InstallRoot(const std::string& appDir);
+
+// The command that starts a tool: `name` alone for an empty `dir`, else `dir`, "/" and `name`,
+// where a `dir` longer than two characters that begins with "@/" lies in the install root.
+std::string ResolveToolPath(const std::string& dir, const std::string& name);
+
+}  // namespace zendry
