@@ -1,0 +1,389 @@
+#include <dirent.h>
+#include <fcntl.h>
+#include <limits.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <random>
+#include <vector>
+
+#include "Descriptor.h"
+#include "FileCalls.h"
+#include "FileText.h"
+
+// Saving a file: a new file is written beside the old one and renamed over it. What a new file
+// can't take over (further links, a foreign owner, a folder without write right) is kept by writing
+// in place, with a copy of the old content put aside first.
+
+namespace mavro {
+
+namespace {
+
+constexpr int cMaxLinks = 40;  // as many as the kernel follows
+constexpr int cMaxNames = 100;
+constexpr char cTemporaryPrefix[] = ".zendry-save-";
+constexpr size_t cRandomDigits = 16;
+constexpr size_t cMaxNameInCopy = 200;
+
+// Why a step failed, in words; empty when it didn't.
+using Reason = std::string;
+
+Reason LastError() {
+  return std::strerror(errno);
+}
+
+// The file to write, links followed.
+struct Target {
+  Descriptor folder;
+  std::string name;
+  bool exists = false;
+  struct stat old = {};
+};
+
+// Result of writing a new file beside the old one.
+struct Attempt {
+  enum Outcome { cDone, cFailed, cNeedsInPlace };
+  Outcome outcome = cDone;
+  Reason reason;
+};
+
+Attempt Failed(Reason reason) {
+  return {Attempt::cFailed, std::move(reason)};
+}
+
+// Either error: no right to do it. A right that lacks for a new file may still be there for the old
+// one.
+Attempt FailedOrInPlace(const Target& target, std::initializer_list<int> curable) {
+  const int error = errno;
+  const bool cure = target.exists && std::count(curable.begin(), curable.end(), error) > 0;
+  return {cure ? Attempt::cNeedsInPlace : Attempt::cFailed, std::strerror(error)};
+}
+
+std::string RandomDigits() {
+  std::random_device source;
+  char text[cRandomDigits + 1];
+  std::snprintf(text, sizeof text, "%08x%08x", source(), source());
+  return text;
+}
+
+size_t FolderLength(const std::string& path) {
+  const size_t slash = path.rfind('/');
+  return slash == std::string::npos ? 0 : slash + 1;
+}
+
+// Follows the link that `path` may be, and the links behind it, so that the file at their end is
+// written. That file need not exist.
+Reason FollowLinks(std::string& path) {
+  char link[PATH_MAX];
+  for (int i = 0; i <= cMaxLinks; ++i) {
+    const ssize_t length = TheFileCalls().readlink(path.c_str(), link, sizeof link);
+    if (length < 0) return errno == EINVAL || errno == ENOENT ? Reason() : LastError();
+    const std::string_view to(link, static_cast<size_t>(length));
+    path = to.starts_with('/') ? std::string(to) : path.substr(0, FolderLength(path)).append(to);
+  }
+  return std::strerror(ELOOP);
+}
+
+Reason WhyKindIsRefused(mode_t mode) {
+  switch (mode & S_IFMT) {
+    case S_IFREG:
+      return {};
+    case S_IFDIR:
+      return "it is a folder";
+    case S_IFIFO:
+      return "it is a pipe";
+    case S_IFSOCK:
+      return "it is a socket";
+    default:
+      return "it is a device";
+  }
+}
+
+// Finds the file that `path` stands for and makes sure that it may be written. A file without write
+// right is refused although its folder would let us replace it.
+Reason FindTarget(std::string path, Target& target) {
+  if (path.empty()) return "the name is empty";
+  if (path.find('\0') != std::string::npos) return "the name holds a NUL byte";
+  if (Reason reason = FollowLinks(path); !reason.empty()) return reason;
+  const size_t length = FolderLength(path);
+  target.name = path.substr(length);
+  if (target.name.empty()) return "it is a folder";
+  const std::string folder = length ? path.substr(0, length) : "./";
+  const FileCalls& calls = TheFileCalls();
+  target.folder =
+      Descriptor(calls.openat(AT_FDCWD, folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC, 0));
+  if (!target.folder.IsOpen()) return LastError();
+  const int at = target.folder.Number();
+  if (calls.fstatat(at, target.name.c_str(), &target.old, AT_SYMLINK_NOFOLLOW) != 0)
+    return errno == ENOENT ? Reason() : LastError();
+  target.exists = true;
+  if (Reason reason = WhyKindIsRefused(target.old.st_mode); !reason.empty()) return reason;
+  return calls.faccessat(at, target.name.c_str(), W_OK, AT_EACCESS) == 0 ? Reason() : LastError();
+}
+
+Reason WriteAll(int file, std::string_view content) {
+  while (!content.empty()) {
+    const ssize_t count = TheFileCalls().write(file, content.data(), content.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return LastError();
+    content.remove_prefix(static_cast<size_t>(count));
+  }
+  return {};
+}
+
+// A file system that can't sync says EINVAL; there is nothing more to be done then.
+Reason Sync(int file) {
+  return TheFileCalls().fsync(file) == 0 || errno == EINVAL ? Reason() : LastError();
+}
+
+// Makes a new name last. A folder that may be written but not read can't be opened for that.
+Reason SyncFolder(int folder) {
+  const Descriptor file(TheFileCalls().openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0));
+  if (!file.IsOpen()) return errno == EACCES ? Reason() : LastError();
+  return Sync(file.Number());
+}
+
+// Group: temporary files. Whoever writes one holds a lock on it, so that one without lock is what a
+// killed process left.
+
+bool IsTemporaryName(std::string_view name) {
+  if (!name.starts_with(cTemporaryPrefix)) return false;
+  name.remove_prefix(sizeof cTemporaryPrefix - 1);
+  return name.size() == cRandomDigits &&
+         name.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+}
+
+void RemoveIfLeftOver(int folder, const char* name) {
+  const int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+  const Descriptor file(openat(folder, name, flags));
+  struct stat status;
+  if (!file.IsOpen() || fstat(file.Number(), &status) != 0) return;
+  if (!S_ISREG(status.st_mode) || status.st_uid != geteuid()) return;
+  if (flock(file.Number(), LOCK_EX | LOCK_NB) == 0) unlinkat(folder, name, 0);
+}
+
+// Removes what saves that were killed left in the folder.
+void RemoveLeftOvers(int folder) {
+  DIR* entries = fdopendir(openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!entries) return;
+  while (const dirent* entry = readdir(entries))
+    if (IsTemporaryName(entry->d_name)) RemoveIfLeftOver(folder, entry->d_name);
+  closedir(entries);
+}
+
+// Locks a new temporary file. False when another save took it for left over and removed it.
+bool LockTemporary(int file) {
+  const FileCalls& calls = TheFileCalls();
+  if (calls.flock(file, LOCK_EX | LOCK_NB) != 0) return errno != EWOULDBLOCK;
+  struct stat status;
+  return calls.fstat(file, &status) != 0 || status.st_nlink > 0;
+}
+
+// Makes an empty file of a new name. Closed, with errno set, when that can't be.
+Descriptor MakeTemporary(int folder, mode_t mode, std::string& name) {
+  const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+  for (int i = 0; i < cMaxNames; ++i) {
+    name = cTemporaryPrefix + RandomDigits();
+    Descriptor file(TheFileCalls().openat(folder, name.c_str(), flags, mode));
+    if (!file.IsOpen() && errno == EEXIST) continue;
+    if (!file.IsOpen() || LockTemporary(file.Number())) return file;
+  }
+  errno = EEXIST;
+  return Descriptor();
+}
+
+// Group: what the new file takes over from the old one.
+
+// Extended attributes of the user's and access lists; those of other kinds are the system's, which
+// gives every new file its own.
+bool IsKeptAttribute(std::string_view name) {
+  return name.starts_with("user.") || name == "system.posix_acl_access";
+}
+
+Attempt CopyAttribute(const Target& target, int from, int to, const char* name) {
+  const FileCalls& calls = TheFileCalls();
+  char value[65536];  // the kernel's limit for a value
+  const ssize_t size = calls.fgetxattr(from, name, value, sizeof value);
+  if (size < 0) return errno == ENODATA ? Attempt() : Failed(LastError());
+  if (calls.fsetxattr(to, name, value, static_cast<size_t>(size), 0) == 0) return {};
+  return FailedOrInPlace(target, {EPERM, EACCES, ENOTSUP});
+}
+
+Attempt CopyAttributes(const Target& target, int to) {
+  const FileCalls& calls = TheFileCalls();
+  const int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+  const Descriptor from(calls.openat(target.folder.Number(), target.name.c_str(), flags, 0));
+  // One may be allowed to write a file and not to read it; its attributes are hidden then too.
+  if (!from.IsOpen()) return errno == EACCES ? Attempt() : Failed(LastError());
+  std::vector<char> names(65536);  // the kernel's limit for a list
+  const ssize_t size = calls.flistxattr(from.Number(), names.data(), names.size());
+  if (size < 0) return errno == ENOTSUP ? Attempt() : Failed(LastError());
+  for (const char* name = names.data(); name < names.data() + size; name += std::strlen(name) + 1) {
+    if (!IsKeptAttribute(name)) continue;
+    Attempt attempt = CopyAttribute(target, from.Number(), to, name);
+    if (attempt.outcome != Attempt::cDone) return attempt;
+  }
+  return {};
+}
+
+// Gives the new file the old one's owner, group and attributes.
+Attempt TakeOver(const Target& target, int file) {
+  const FileCalls& calls = TheFileCalls();
+  struct stat status;
+  if (calls.fstat(file, &status) != 0) return Failed(LastError());
+  const bool same = status.st_uid == target.old.st_uid && status.st_gid == target.old.st_gid;
+  if (!same && calls.fchown(file, target.old.st_uid, target.old.st_gid) != 0)
+    return FailedOrInPlace(target, {EPERM, EINVAL});
+  return CopyAttributes(target, file);
+}
+
+// Group: replacing.
+
+// The mode comes after the content: writing takes the set-id bits away.
+Attempt Fill(const Target& target, int file, std::string_view content) {
+  if (target.exists) {
+    Attempt attempt = TakeOver(target, file);
+    if (attempt.outcome != Attempt::cDone) return attempt;
+  }
+  if (Reason reason = WriteAll(file, content); !reason.empty()) return Failed(reason);
+  if (target.exists && TheFileCalls().fchmod(file, target.old.st_mode & 07777) != 0)
+    return Failed(LastError());
+  if (Reason reason = Sync(file); !reason.empty()) return Failed(reason);
+  return {};
+}
+
+Attempt Replace(const Target& target, std::string_view content) {
+  const FileCalls& calls = TheFileCalls();
+  const int folder = target.folder.Number();
+  RemoveLeftOvers(folder);
+  std::string name;
+  const Descriptor file = MakeTemporary(folder, target.exists ? 0600 : 0666, name);
+  if (!file.IsOpen()) return FailedOrInPlace(target, {EACCES, EPERM});
+  Attempt attempt = Fill(target, file.Number(), content);
+  if (attempt.outcome == Attempt::cDone &&
+      calls.renameat(folder, name.c_str(), folder, target.name.c_str()) != 0) {
+    // A sticky folder with a foreign file, or a file that is a mount point.
+    attempt = FailedOrInPlace(target, {EPERM, EACCES, EBUSY, EXDEV});
+  }
+  if (attempt.outcome != Attempt::cDone) {
+    calls.unlinkat(folder, name.c_str(), 0);
+    return attempt;
+  }
+  if (Reason reason = SyncFolder(folder); !reason.empty()) return Failed(reason);
+  return {};
+}
+
+// Group: writing in place.
+
+// A copy of the old content in the rescue folder. It stays there unless Remove is called.
+struct RescueCopy {
+  Descriptor folder;
+  Descriptor file;
+  std::string folderPath;
+  std::string name;
+
+  std::string Path() const { return folderPath + "/" + name; }
+  void Remove() { TheFileCalls().unlinkat(folder.Number(), name.c_str(), 0); }
+};
+
+// Copies from the start of one file to the start of another.
+Reason CopyContent(int from, int to) {
+  const FileCalls& calls = TheFileCalls();
+  if (calls.lseek(from, 0, SEEK_SET) != 0 || calls.lseek(to, 0, SEEK_SET) != 0) return LastError();
+  std::vector<char> buffer(1 << 16);
+  for (;;) {
+    const ssize_t count = calls.read(from, buffer.data(), buffer.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return LastError();
+    if (count == 0) return {};
+    const std::string_view part(buffer.data(), static_cast<size_t>(count));
+    if (Reason reason = WriteAll(to, part); !reason.empty()) return reason;
+  }
+}
+
+Reason MakeRescueCopy(int old, const std::string& name, RescueCopy& copy) {
+  const FileCalls& calls = TheFileCalls();
+  copy.folderPath = RescueFolder();
+  if (copy.folderPath.empty()) return "there is no rescue folder";
+  copy.folder = Descriptor(
+      calls.openat(AT_FDCWD, copy.folderPath.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC, 0));
+  if (!copy.folder.IsOpen()) return LastError();
+  copy.name = "old-" + RandomDigits() + "-" + name.substr(0, cMaxNameInCopy);
+  const int flags = O_RDWR | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+  copy.file = Descriptor(calls.openat(copy.folder.Number(), copy.name.c_str(), flags, 0600));
+  if (!copy.file.IsOpen()) return LastError();
+  Reason reason = CopyContent(old, copy.file.Number());
+  if (reason.empty()) reason = Sync(copy.file.Number());
+  if (reason.empty()) reason = SyncFolder(copy.folder.Number());
+  if (!reason.empty()) copy.Remove();
+  return reason;
+}
+
+// Gets room for what the file grows by, so that a full disk shows before a byte has changed.
+Reason Reserve(int file, off_t oldSize, size_t newSize) {
+  const FileCalls& calls = TheFileCalls();
+  const off_t size = static_cast<off_t>(newSize);
+  if (size <= oldSize) return {};
+  if (calls.fallocate(file, FALLOC_FL_KEEP_SIZE, oldSize, size - oldSize) == 0) return {};
+  return errno == ENOSPC || errno == EDQUOT || errno == EIO ? LastError() : Reason();
+}
+
+Reason Overwrite(int file, std::string_view content) {
+  const FileCalls& calls = TheFileCalls();
+  if (calls.lseek(file, 0, SEEK_SET) != 0) return LastError();
+  if (Reason reason = WriteAll(file, content); !reason.empty()) return reason;
+  if (calls.ftruncate(file, static_cast<off_t>(content.size())) != 0) return LastError();
+  return Sync(file);
+}
+
+Reason Restore(int file, const RescueCopy& copy, off_t size) {
+  if (Reason reason = CopyContent(copy.file.Number(), file); !reason.empty()) return reason;
+  if (TheFileCalls().ftruncate(file, size) != 0) return LastError();
+  return Sync(file);
+}
+
+// Opens the old file for writing in place; it must still be the one that was looked at.
+Reason OpenOld(const Target& target, Descriptor& file, struct stat& now) {
+  const FileCalls& calls = TheFileCalls();
+  const int flags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+  file = Descriptor(calls.openat(target.folder.Number(), target.name.c_str(), flags, 0));
+  if (!file.IsOpen() || calls.fstat(file.Number(), &now) != 0) return LastError();
+  const bool same = now.st_dev == target.old.st_dev && now.st_ino == target.old.st_ino;
+  return same ? Reason() : "another file has taken its place meanwhile";
+}
+
+Reason WriteInPlace(const Target& target, std::string_view content) {
+  Descriptor file;
+  struct stat old;
+  if (Reason reason = OpenOld(target, file, old); !reason.empty()) return reason;
+  RescueCopy copy;
+  if (Reason reason = MakeRescueCopy(file.Number(), target.name, copy); !reason.empty())
+    return "its old content can't be put aside: " + reason;
+  Reason reason = Reserve(file.Number(), old.st_size, content.size());
+  if (reason.empty()) reason = Overwrite(file.Number(), content);
+  if (!reason.empty() && !Restore(file.Number(), copy, old.st_size).empty())
+    return reason + "; its old content is in " + copy.Path();
+  copy.Remove();
+  return reason;
+}
+
+}  // namespace
+
+SaveResult SaveFileText(const std::string& path, std::string_view content) {
+  Target target;
+  Reason reason = FindTarget(path, target);
+  if (reason.empty()) {
+    Attempt attempt{Attempt::cNeedsInPlace, {}};
+    if (!target.exists || target.old.st_nlink == 1) attempt = Replace(target, content);
+    reason =
+        attempt.outcome == Attempt::cNeedsInPlace ? WriteInPlace(target, content) : attempt.reason;
+  }
+  return {reason.empty() ? std::string() : "can't write " + path + ": " + reason};
+}
+
+}  // namespace mavro

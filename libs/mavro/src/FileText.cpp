@@ -1,0 +1,97 @@
+#include "FileText.h"
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <new>
+
+#include "Descriptor.h"
+
+namespace mavro {
+
+namespace {
+
+// A longer file can't be shown by an editor that counts positions in 32 bits, and a sparse one
+// would only eat the memory.
+constexpr off_t cMaxBytes = 0x7fffffff;
+
+// Text goes on growing while it is read, or tells no size at all as files below /proc do; so the
+// size is a hint only.
+std::optional<std::string> ReadToEnd(int file, off_t sizeHint) {
+  std::string text;
+  size_t filled = 0;
+  text.resize(static_cast<size_t>(sizeHint) + 1);
+  for (;;) {
+    const ssize_t count = read(file, text.data() + filled, text.size() - filled);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return std::nullopt;
+    if (count == 0) break;
+    filled += static_cast<size_t>(count);
+    if (filled > static_cast<size_t>(cMaxBytes)) return std::nullopt;
+    if (filled == text.size()) text.resize(filled * 2 + 4096);
+  }
+  text.resize(filled);
+  return text;
+}
+
+bool HasKind(const std::string& path, mode_t kind) {
+  struct stat status;
+  return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IFMT) == kind;
+}
+
+// Makes `path` a folder of ours that nobody else can look into.
+bool EnsurePrivateFolder(const std::string& path) {
+  if (mkdir(path.c_str(), 0700) == 0) return true;
+  struct stat status;
+  if (errno != EEXIST || stat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return false;
+  if ((status.st_mode & 077) != 0 && chmod(path.c_str(), 0700) != 0) return false;
+  return access(path.c_str(), R_OK | W_OK | X_OK) == 0;
+}
+
+}  // namespace
+
+std::optional<std::string> ReadFileText(const std::string& path) {
+  // Asked before it is opened as well: opening a device can have effects of its own.
+  if (!FileExists(path)) return std::nullopt;
+  const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  struct stat status;
+  if (!file.IsOpen() || fstat(file.Number(), &status) != 0) return std::nullopt;
+  if (!S_ISREG(status.st_mode) || status.st_size > cMaxBytes) return std::nullopt;
+  try {
+    return ReadToEnd(file.Number(), status.st_size);
+  } catch (const std::bad_alloc&) {
+    return std::nullopt;
+  }
+}
+
+std::string ProfileFolder() {
+  const char* home = std::getenv("HOME");
+  if (!home || !*home) {
+    const passwd* entry = getpwuid(getuid());
+    home = entry && entry->pw_dir ? entry->pw_dir : "";
+  }
+  std::string folder = home;
+  while (folder.ends_with('/')) folder.pop_back();
+  return folder;
+}
+
+std::string RescueFolder() {
+  const std::string settings = ProfileFolder() + "/.zendry";
+  if (mkdir(settings.c_str(), 0700) != 0 && errno != EEXIST) return {};
+  const std::string rescue = settings + "/rescue";
+  return EnsurePrivateFolder(rescue) ? rescue : std::string();
+}
+
+bool FileExists(const std::string& path) {
+  return HasKind(path, S_IFREG);
+}
+
+bool FolderExists(const std::string& path) {
+  return HasKind(path, S_IFDIR);
+}
+
+}  // namespace mavro

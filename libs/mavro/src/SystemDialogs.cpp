@@ -1,0 +1,54 @@
+#include "SystemDialogs.h"
+
+#include <cstdio>
+
+namespace mavro {
+
+namespace {
+
+constexpr int cButtonMask = 0x0F;  // the rest of the flags tells the icon
+
+Answer PrintMessage(const std::string& text, const std::string& title, int flags) {
+  std::fprintf(stderr, "%s: %s\n", title.c_str(), text.c_str());
+  switch (flags & cButtonMask) {
+    case cYesNoCancel:
+      return Answer::cCancel;
+    case cYesNo:
+      return Answer::cNo;
+    default:
+      return Answer::cOk;
+  }
+}
+
+std::vector<std::string> ChooseNoFiles(const FileQuestion&) {
+  return {};
+}
+
+std::string ChooseNoFolder(const std::string&, const std::string&) {
+  return {};
+}
+
+void StaySilent() {}
+
+}  // namespace
+
+DialogTable& Dialogs() {
+  static DialogTable table = {PrintMessage, ChooseNoFiles, ChooseNoFolder, StaySilent};
+  return table;
+}
+
+void Information(const std::string& text) {
+  Dialogs().message(text, "Information", cOkOnly);
+}
+
+bool Confirm(const std::string& text, bool* cancelled) {
+  const Answer answer = Dialogs().message(text, "Confirmation", cancelled ? cYesNoCancel : cYesNo);
+  if (cancelled) *cancelled = answer == Answer::cCancel;
+  return answer == Answer::cYes;
+}
+
+void Beep() {
+  Dialogs().beep();
+}
+
+}  // namespace mavro
