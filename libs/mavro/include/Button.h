@@ -1,0 +1,42 @@
+#pragma once
+
+#include "Core.h"
+
+namespace mavro {
+
+// What buttons of every look share.
+class AnyButton : public Control {
+ public:
+  class Impl;
+  NotifyEvent onClick;
+
+ protected:
+  explicit AnyButton(SysImpl* newImpl) : Control(newImpl) {}
+};
+
+// A push button. A kind gives it the standard caption; cOk and cCancel close the form with that
+// result.
+class Button : public AnyButton {
+ public:
+  class Impl;
+  enum Kind { cNone, cOk, cCancel, cNo, cOpen, cSave, cPrint, cRun, cGo, cEdit, cSetup, cClose };
+
+  Button();
+  // Draws the button flat with the picture of this strip and index instead of a caption.
+  void SetImage(int stripId, int index);
+
+  WriteProperty<int> kind;
+  WriteProperty<int> icon;  // number of a stock icon, -1 for none
+  WriteProperty<bool> hot;  // drawn flat until the mouse is over it
+  int cmd = 0;
+};
+
+// A box that is checked or not.
+class CheckBox : public AnyButton {
+ public:
+  class Impl;
+  CheckBox();
+  WriteProperty<bool> checked;
+};
+
+}  // namespace mavro

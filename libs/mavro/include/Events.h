@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Handlers.h"
+
+namespace mavro {
+
+class Control;
+
+// Keys and buttons held down while an input event is handled, as bits.
+enum Modifiers { cShift = 1, cControl = 2, cPrimary = 4, cAltOrMiddle = 8, cLeftEvent = 0x10 };
+
+// A key was pressed, released or gave a character.
+struct KeyArgs {
+  enum Kind { cDown = 1, cUp = 2, cChar = 4 };
+  Control* sender = nullptr;
+  int kind = cDown;
+  bool handled = false;  // a handler sets it to keep the key from the control
+  int modifiers = 0;
+  int key = 0;  // virtual key code; the character for cChar
+};
+
+// The mouse did something inside a control.
+struct MouseArgs {
+  enum Kind { cDown = 1, cUp = 2, cMove = 4, cContext = 8, cWheel = 16 };
+  enum Button { cNone = 0, cLeft = 1, cRight = 2, cMiddle = 4 };
+  Control* sender = nullptr;
+  int kind = cDown;
+  bool handled = false;
+  int modifiers = 0;
+  int button = cNone;
+  int x = 0;  // client coordinates; screen coordinates for a context menu, -1 from the keyboard
+  int y = 0;
+  int wheel = 0;  // degrees turned, away from the user positive; cWheel only
+};
+
+using KeyEvent = Event<KeyArgs>;
+using MouseEvent = Event<MouseArgs>;
+
+}  // namespace mavro

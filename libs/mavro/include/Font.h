@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+namespace mavro {
+
+// A font by size in points, style flags and face. A size of 0 is the platform's font.
+class Font {
+ public:
+  enum Style { cNormal = 0, cBold = 1, cItalic = 2 };
+
+  Font() = default;
+  Font(int pointSize, int styleFlags = cNormal, std::string faceName = "")
+      : size(pointSize), style(styleFlags), face(std::move(faceName)) {}
+
+  bool IsDefault() const { return size == 0 && style == cNormal && face.empty(); }
+  friend bool operator==(const Font&, const Font&) = default;
+
+  int size = 0;
+  int style = cNormal;
+  std::string face;  // empty: the platform's face; an unknown face falls back to it too
+};
+
+}  // namespace mavro

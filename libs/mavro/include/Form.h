@@ -1,0 +1,52 @@
+#pragma once
+
+#include <vector>
+
+#include "Core.h"
+
+namespace mavro {
+
+class MenuBar;
+
+// A top-level window. Made and configured like any control; Run makes the windows and shows them.
+class Form : public Container {
+ public:
+  class Impl;
+  enum WindowType { cNormal, cToolWindow, cNoTitleBar };
+  enum Result { cNone = -1, cOk = 1, cCancel = 2 };
+
+  // `newOwner` closes this form with itself; without one the application's main form does.
+  explicit Form(Form* newOwner = nullptr);
+  ~Form() override;
+
+  // Shows the form. A modal one disables the program's other windows and returns when it is closed;
+  // the first form runs the message loop until the last form has gone; any other returns at once.
+  // A form that is shown already comes to the front. Answers `result`.
+  int Run(bool isModal);
+  // The same as a close request from the window manager; onClose may refuse.
+  void Close();
+  // Where a control is the one to have the focus when the form first shows; the form itself: the
+  // first that takes keys.
+  Control* focusControl;
+
+  int windowType = cNormal;
+  bool center = true;
+  bool resizable = true;
+  bool noTitle = false;
+  bool autoDialogKeys;  // Enter and Escape press the buttons that stand for OK and Cancel
+  int result = cNone;
+
+  NotifyEvent onClose, onDestroy, onShow, onChangeState, onActivate, onKeyPreview;
+
+  bool modal = false;
+  Form* owner = nullptr;
+  std::vector<Form*> ownedForms;
+  ActionMenu* menuBar = nullptr;  // not owned
+  int icon = 100;                 // resource id of the window's icon
+};
+
+// The form that was last activated, or null; and how many forms have a window.
+extern Form* activeForm;
+extern int formCount;
+
+}  // namespace mavro

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "Core.h"
+#include "ItemList.h"
+
+namespace mavro {
+
+// A list of texts of which one is selected.
+class ListBox : public Control {
+ public:
+  class Impl;
+  ListBox();
+
+  ItemList items;
+  WriteProperty<int> selectedIndex;  // -1 for none
+  NotifyEvent onSelChanged;
+};
+
+// A closed list of texts that opens on demand.
+class ComboBox : public Control {
+ public:
+  class Impl;
+  ComboBox();
+
+  ItemList items;
+  WriteProperty<int> selectedIndex;
+  WriteProperty<bool> chooseOnly;  // the user may not type a text of his own
+  NotifyEvent onSelChanged;        // by the user only, not by assignment
+};
+
+}  // namespace mavro

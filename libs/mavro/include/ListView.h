@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Core.h"
+
+namespace mavro {
+
+// A table of rows with a header. Rows are kept here before the window exists and shared with it
+// after; adding a row costs the same however many there are.
+class ListView : public Control {
+ public:
+  class Impl;
+  ListView();
+
+  void AddColumn(const std::string& title, int width);
+  // Appends a row and answers its index.
+  int AddRow(const std::string& firstCell);
+  void SetCell(int row, int col, const std::string& cell);
+  std::string GetCell(int row, int col) const;
+  void SetItemData(int row, int data);
+  int GetItemData(int row) const;
+  void Clear();  // all rows
+  // Selects a row and brings it into view; -1 selects none.
+  void Select(int row);
+
+  int colCount() const;
+  int rowCount() const;
+
+  WriteProperty<int> selectedIndex;  // -1 for none
+  WriteProperty<bool> fullRowSelect;
+  WriteProperty<bool> gridLines;
+  WriteProperty<bool> headerVisible;
+  WriteProperty<bool> showSelection;
+
+  NotifyEvent onChoose;     // double click or Enter on a row; value: the row
+  NotifyEvent onClickRow;   // click on a row; value: the row
+  NotifyEvent onChangeSel;  // value: the selected row
+};
+
+}  // namespace mavro

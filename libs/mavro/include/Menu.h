@@ -1,0 +1,124 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Action.h"
+
+namespace mavro {
+
+class Control;
+class Form;
+class Menu;
+class NativeMenu;
+class NativeMenuBar;
+
+// The commands that can be reached through one menu of a control, and their dispatch by id.
+class ActionMenu : public object {
+ public:
+  // Ties the menu to a control, or unties it with null.
+  virtual void Attach(Control* control) = 0;
+
+  // Calls the first action with this id: 1 when it was handled, 0 when nothing handles it, the
+  // number of actions when there is none with the id.
+  int Dispatch(int id);
+
+  std::vector<Action*> actions;  // filled as items are created; not owned
+  Control* attached = nullptr;
+};
+
+// One row of a menu: a command, or a separator when `action` is null.
+class MenuItem : public object {
+ public:
+  explicit MenuItem(Menu* owner, Action* itsAction = nullptr) : action(itsAction), menu(owner) {}
+
+  virtual void Enable(bool on);
+  virtual void Insert(ActionMenu* into);
+  virtual void Detach();
+  // Changes the action's text and what the menu shows.
+  void SetText(const std::string& newText);
+  bool IsSeparator() const;
+
+  bool isSubmenu = false;
+  Action* action = nullptr;
+  bool enabled = true;
+  bool inserted = false;
+  Menu* menu;  // the menu it stands in; null for a top-level one
+};
+
+// A menu with its items, shown as one entry of a menu bar, as a submenu or as a popup.
+class Menu : public MenuItem {
+ public:
+  Menu();
+  explicit Menu(Menu* owner);
+  ~Menu() override;
+
+  // Adds the rows of a command table; submenus nest through its marker rows.
+  void Fill(ActionList& list);
+  MenuItem* AddItem(Action* action);
+  MenuItem* AddSeparator();
+  Menu* AddMenu(const std::string& newTitle);
+  int GetMenuCount() const { return static_cast<int>(items.size()); }
+  MenuItem* GetMenu(int i) const;
+  void SetTitle(const std::string& newTitle);
+  void Remove(int i);
+  void Clear();
+
+  // Grays or enables all items.
+  void Enable(bool on) override;
+  void Insert(ActionMenu* into) override;
+  void Detach() override;
+  // Grays or enables the items of one action wherever it stands below this menu.
+  void EnableAction(const Action* which, bool on);
+
+  std::string title;
+  std::vector<std::unique_ptr<MenuItem>> items;
+  ActionMenu* attachedMenu = nullptr;
+  std::unique_ptr<NativeMenu> hmenu;
+};
+
+// One entry of a form's accelerator table.
+struct Accelerator {
+  int flags = 0;  // HotKeyFlag bits
+  int key = 0;    // virtual key code
+  int command = 0;
+};
+
+// A menu whose commands are reached by hotkeys of a form as well.
+class AccelMenu : public ActionMenu {
+ public:
+  ~AccelMenu() override;
+  void Attach(Control* control) override;
+
+  std::vector<Accelerator> accelerators;
+};
+
+// The menu bar of a form.
+class MenuBar : public AccelMenu {
+ public:
+  MenuBar();
+  ~MenuBar() override;
+  // Adds a top-level menu; not owned.
+  void Add(Menu* menu);
+  // With a form makes the native bar and the accelerators; with null takes both down.
+  void Attach(Control* control) override;
+
+  std::vector<Menu*> menus;
+
+ private:
+  std::unique_ptr<NativeMenuBar> bar;
+};
+
+// A popup menu. Built on first use, kept for the next.
+class ContextMenu : public ActionMenu {
+ public:
+  ContextMenu();
+  ~ContextMenu() override;
+  // Shows the popup where the control was last clicked; the command arrives at that control.
+  void Attach(Control* control) override;
+
+  Menu root;
+};
+
+}  // namespace mavro

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace mavro {
+
+// One entry of the program's resources. Entries stand in the ELF section "mavro_resources", put
+// there by the resource compiler, and are found by walking it. Layout is fixed: both halves of it
+// are ours.
+struct ResourceEntry {
+  const char* type;  // "PNG", "RCDATA", ...
+  uint64_t id;       // 0 for an entry that has a name
+  const char* name;  // null for an entry that has an id
+  const unsigned char* data;
+  uint64_t size;  // bytes
+};
+
+// The bytes of a resource; empty when the program has none of that type and id.
+std::string_view FindResource(std::string_view type, uint64_t id);
+std::string_view FindResource(std::string_view type, std::string_view name);
+
+}  // namespace mavro

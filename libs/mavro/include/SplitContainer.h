@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Core.h"
+
+namespace mavro {
+
+class SplitContainer;
+
+// The bar between two panes; dragged by the mouse.
+class SplitBar : public Control {
+ public:
+  class Impl;
+  static constexpr int cThickness = 4;
+  SplitBar();
+};
+
+// Two panes with a bar between them. `pan1` keeps its size when the container's changes.
+class SplitContainer : public Control {
+ public:
+  class Impl;
+  SplitContainer();
+
+  // The bar's position: pixels from the left or top edge. Before the window exists it is the wanted
+  // one.
+  int Position() const;
+  // Moves the bar, kept `minSize1` and `minSize2` from the edges once it has been placed.
+  void SetPosition(int newPosition);
+
+  int orientation = 1;      // 1: side by side with an upright bar; else top and bottom
+  Control* pan1 = nullptr;  // both required, not owned
+  Control* pan2 = nullptr;
+  int minSize1 = 100;
+  int minSize2 = 100;
+};
+
+}  // namespace mavro

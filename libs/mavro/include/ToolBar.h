@@ -1,0 +1,53 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Action.h"
+#include "Core.h"
+
+namespace mavro {
+
+// A row of picture buttons, separators and controls. A button shows one action of a command table.
+class ToolBar : public Control {
+ public:
+  class Impl;
+  ToolBar();
+
+  struct Row {
+    int id = 0;                // the row's index
+    Action* action = nullptr;  // not owned; null for separators, controls and plain buttons
+    int image = -1;
+    std::string text;            // tool tip of a plain button
+    Control* control = nullptr;  // not owned
+    bool separator = false;
+    bool enabled = true;
+  };
+
+  // Appends a button for an action; an image that is not negative is stored into the action.
+  void Add(Action* action, int image);
+  // Appends a button without an action; onClick tells its row.
+  void AddButton(int image, const std::string& text);
+  void AddSeparator();
+  // Appends a control, which keeps its own width.
+  void AddControl(Control* control);
+  // Replaces the action of a row, its picture (-1 keeps the old one) and tool tip.
+  void SetAction(int row, Action* action, int image);
+  // +1 enables the button of a row, -1 disables it.
+  void Command(int row, int message);
+  void Enable(int row, bool on) { Command(row, on ? 1 : -1); }
+  void Clear();
+  void Rebuild();
+  int RowCount() const { return static_cast<int>(rows.size()); }
+  const Row& GetRow(int row) const;
+
+  // Strip that the buttons' pictures are taken from, by resource id.
+  WriteProperty<int> images;
+  NotifyEvent onClick;  // value: the row; fired for rows whose action has no handler
+
+ private:
+  friend class Impl;
+  std::vector<Row> rows;
+};
+
+}  // namespace mavro

@@ -1,0 +1,200 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "Core.h"
+
+class QWidget;
+
+namespace mavro {
+
+class NativeWindow;
+
+// Parameters and results of window messages: wide enough for a pointer.
+using Param = std::intptr_t;
+
+// Window messages by the numbers of the window system the framework's rules are told in.
+enum Message : unsigned {
+  WM_MOVE = 0x03,
+  WM_SIZE = 0x05,
+  WM_ACTIVATE = 0x06,
+  WM_SETFOCUS = 0x07,
+  WM_KILLFOCUS = 0x08,
+  WM_PAINT = 0x0F,
+  WM_CLOSE = 0x10,
+  WM_DRAWITEM = 0x2B,
+  WM_NOTIFY = 0x4E,
+  WM_CONTEXTMENU = 0x7B,
+  WM_NCCREATE = 0x81,
+  WM_NCDESTROY = 0x82,
+  WM_KEYDOWN = 0x100,
+  WM_KEYUP = 0x101,
+  WM_CHAR = 0x102,
+  WM_SYSKEYDOWN = 0x104,
+  WM_SYSKEYUP = 0x105,
+  WM_SYSCHAR = 0x106,
+  WM_COMMAND = 0x111,
+  WM_HSCROLL = 0x114,
+  WM_VSCROLL = 0x115,
+  WM_MOUSEMOVE = 0x200,
+  WM_LBUTTONDOWN = 0x201,
+  WM_LBUTTONUP = 0x202,
+  WM_LBUTTONDBLCLK = 0x203,
+  WM_RBUTTONDOWN = 0x204,
+  WM_RBUTTONUP = 0x205,
+  WM_RBUTTONDBLCLK = 0x206,
+  WM_MBUTTONDOWN = 0x207,
+  WM_MBUTTONUP = 0x208,
+  WM_MBUTTONDBLCLK = 0x209,
+  WM_MOUSEWHEEL = 0x20A,
+  WM_MOUSEENTER = 0x2A0,
+  WM_MOUSELEAVE = 0x2A3,
+  WM_CREATED = 0x428,  // private: the window has been made
+  WM_REFLECT = 0x429   // private: a message sent back to the control it came from
+};
+
+// What wParam says for WM_SIZE of a form.
+enum SizeKind { cSizeRestored = 0, cSizeMinimized = 1, cSizeMaximized = 2 };
+
+// Style words that the factories look at.
+enum Style : uint32_t {
+  WS_TABSTOP = 0x00010000,
+  WS_VISIBLE = 0x10000000,
+  WS_CLIPCHILDREN = 0x02000000,
+  SS_CENTER = 0x1,
+  SS_RIGHT = 0x2,
+  ES_MULTILINE = 0x4,
+  ES_UPPERCASE = 0x8,
+  ES_PASSWORD = 0x20,
+  ES_READONLY = 0x800,
+  BS_AUTOCHECKBOX = 0x3,
+  BS_GROUPBOX = 0x7,
+  CBS_DROPDOWN = 0x2,
+  CBS_DROPDOWNLIST = 0x3
+};
+
+// Classes of a native child id: bits 12 to 15 say by which route a command goes, the rest is the
+// index.
+enum Route { cOwnRoute = 0x0000, cRowRoute = 0x1000, cChildRoute = 0x2000, cReflectRoute = 0x3000 };
+constexpr int cRouteMask = 0xF000;
+constexpr int cIndexMask = 0x0FFF;
+
+// Head of what WM_NOTIFY's lParam points to. Kinds with more to say derive from it.
+struct NotifyHeader {
+  NativeWindow* from = nullptr;
+  int id = 0;    // the native id of `from`
+  int code = 0;  // what happened; the codes of a kind stand with its interface
+};
+
+// What a window is made from.
+struct CreateInfo {
+  std::string_view className;
+  uint32_t style = 0;
+  uint32_t exStyle = 0;
+  int id = 0;                      // native child id
+  Rect bounds;                     // in the parent's client coordinates; on the screen for forms
+  NativeWindow* parent = nullptr;  // null for forms without an owner
+  Control* control = nullptr;      // creation data: the control that the window is for
+};
+
+// A native window: a widget, the place of the control it belongs to, and the messages between them.
+// The kinds of NativeControls.h add what their controls need. Children are placed inside
+// ClientWidget().
+class NativeWindow {
+ public:
+  // Takes over `newWidget`, which has been made with ParentWidget(info) as its parent.
+  NativeWindow(const CreateInfo& info, QWidget* newWidget);
+  // Hides the widget and deletes it once no event of it is running.
+  virtual ~NativeWindow();
+  NativeWindow(const NativeWindow&) = delete;
+  NativeWindow& operator=(const NativeWindow&) = delete;
+
+  virtual std::string Text() const { return text; }
+  virtual void SetText(const std::string& newText);
+  // The widget that children stand in and whose size is the client size.
+  virtual QWidget* ClientWidget() const { return widget; }
+  // Where the keyboard goes when this window gets the focus.
+  virtual QWidget* FocusWidget() const { return widget; }
+  virtual void SetFont(const Font& font);
+  virtual void SetColors(Color foreground, Color background);
+  virtual void SetBorder(int borderStyle);
+  virtual void SetCursor(Cursor cursor);
+  // True for windows that want Enter, Tab or the arrow keys for themselves.
+  virtual bool WantsKey(int virtualKey) const;
+
+  void Move(const Rect& bounds);
+  Rect Bounds() const;
+  int ClientWidth() const;
+  int ClientHeight() const;
+  void Show(bool on);
+  bool IsShown() const;
+  // A form is blocked for input without being grayed; a child is grayed.
+  void Enable(bool on);
+  bool IsEnabled() const;
+  void Focus();
+  bool HasFocus() const;
+  bool TakesFocus() const;
+  void SetHint(const std::string& hint);
+  void SetAccessibleName(const std::string& name);
+  void CaptureMouse(bool on);
+  void Raise();
+  void Invalidate();
+  void Update();
+  // Puts this window in front of its siblings.
+  void BringToTop();
+
+  QWidget* const widget;
+  const std::string className;
+  NativeWindow* const parent;
+  Control* const creationData;
+  int id;
+  // Index of the control in the application's list of displayable components, from 1; 0 for a
+  // window that has none.
+  long userData = 0;
+  // Set while an event runs when its receiver asked for default handling: Qt then has the event.
+  bool takeDefault = false;
+  bool inputBlocked = false;
+
+ protected:
+  std::string text;
+};
+
+// Makes a window of a registered class; null for an unknown class. WM_NCCREATE has been sent when
+// it returns.
+NativeWindow* MakeNativeWindow(const CreateInfo& info);
+// Sends WM_NCDESTROY and destroys the window and its children.
+void DestroyNativeWindow(NativeWindow* window);
+// True while `window` exists.
+bool IsWindow(const NativeWindow* window);
+
+// The one window procedure of all windows: finds the control and hands it the message. What a
+// handler throws ends here, in one message box with its text.
+Param WindowProc(NativeWindow* window, unsigned message, Param wParam, Param lParam);
+// Default handling of a message: the widget has the event that it came from.
+Param DefaultProc(NativeWindow* window, unsigned message, Param wParam, Param lParam);
+
+inline Param SendMessage(NativeWindow* window, unsigned message, Param wParam, Param lParam) {
+  return WindowProc(window, message, wParam, lParam);
+}
+
+// How a native control tells its owner what the user did: WM_COMMAND to the parent, with the
+// control's id in the low word, `code` in the high word and the window as lParam; or WM_NOTIFY with
+// a header. Both answer the receiver's result. The window may be gone when they return: test with
+// IsWindow.
+Param NotifyCommand(NativeWindow* from, int code);
+Param Notify(NotifyHeader& header);
+
+// Two signed 16-bit numbers in one parameter, as positions and sizes travel.
+constexpr Param PackPoint(int x, int y) {
+  return static_cast<Param>((static_cast<uint32_t>(y & 0xFFFF) << 16) | (x & 0xFFFF));
+}
+constexpr int PointX(Param p) {
+  return static_cast<int16_t>(p & 0xFFFF);
+}
+constexpr int PointY(Param p) {
+  return static_cast<int16_t>((p >> 16) & 0xFFFF);
+}
+
+}  // namespace mavro

@@ -1,0 +1,119 @@
+#pragma once
+
+#include <string>
+
+#include "Core.h"
+#include "NativeWindow.h"
+
+namespace mavro {
+
+class DataLink;
+
+// The platform half of a control: holds its native window and turns messages into its events. Owned
+// by the control. Plain code over NativeWindow: the toolkit is not seen from here.
+class SysImpl : public object {
+ public:
+  // Kinds above cContainer are forms and may have menus.
+  enum Type { cControl, cContainer, cForm };
+  // Flag of CreateNative: the control's key events need the framework's window procedure.
+  enum CreateFlags { cWantsKeys = 1 };
+
+  explicit SysImpl(Type itsType = cControl);
+  ~SysImpl() override;
+
+  // Makes the native window; called once by Control::CreateControl.
+  virtual void Create() = 0;
+  // Called after the children have been made; containers mark their layout and run it.
+  virtual void AfterCreate();
+  // Destroys the native window; the text is kept if the flag says so.
+  virtual void Destroy();
+  virtual void Show(bool on);
+  // Fills the style words before creation.
+  virtual void PrepareStyle();
+  // A command aimed at this control; by default it goes to the control's action menu.
+  virtual void OnCommand(int code, Param handle);
+  // A notification of this control's own window, reflected by its parent.
+  virtual Param OnNotify(NotifyHeader* header);
+  // Message dispatch. Every path that doesn't return ends in DefaultProc.
+  virtual Param WndProc(unsigned message, Param wParam, Param lParam);
+  virtual void OnDrawItem();
+  // Source 0 searches the action menu; forms add closing (1: store the result, 2: close).
+  virtual int OnMenuCommand(int source, int id);
+
+  // Creates the window of a class: data link, style words, window, text, font, border, enabled
+  // state, real size, and the private "created" message, in this order.
+  void CreateNative(std::string_view className, int flags);
+
+  std::string GetText() const;
+  void SetText(const std::string& newText);
+
+  // Setters of the control's properties. Each does nothing without a window.
+  void BoundsChanged();
+  void EnabledChanged();
+  void VisibleChanged();
+  void ColorsChanged();
+  void FontChanged();
+  void CursorChanged();
+  void HintChanged();
+
+  // The area that children are laid out in: the client area, without a window the control's bounds.
+  Rect ClientRect() const;
+
+  Control* owner = nullptr;
+  NativeWindow* hwnd = nullptr;
+  const Type type;
+  uint32_t style;
+  uint32_t exStyle;
+  bool subclass = false;
+  bool eraseBackground;
+  bool textIsLive = true;
+  bool keepTextOnDestroy = false;
+  int modalResult = 0;  // what a button closes its form with
+  DataLink* dataLink = nullptr;
+  int mouseX = 0;  // where the mouse was last pressed, client coordinates
+  int mouseY = 0;
+  int borderStyle = 0;
+  std::string hint;
+  Cursor cursor = Cursor::cDefault;
+  bool visible = true;
+  bool enabled = true;
+  Color foreColor, backColor;
+  Font font;
+  std::string text;
+
+ protected:
+  Control& Owner() const { return *owner; }
+  // The control's bounds, writable: what windows report goes here without a setter being called.
+  Rect& OwnerBounds() const;
+
+ private:
+  Param OnKey(unsigned message, Param wParam, Param lParam);
+  Param OnMouse(unsigned message, Param wParam, Param lParam);
+  bool FireNotify(NotifyEvent& event, int value = 0);
+};
+
+// The platform half of containers: routes commands and notifications of children.
+class Container::Impl : public SysImpl {
+ public:
+  explicit Impl(Type itsType = cContainer);
+
+  void Create() override;
+  void AfterCreate() override;
+  Param WndProc(unsigned message, Param wParam, Param lParam) override;
+
+ private:
+  Param RouteCommand(Param wParam, Param lParam);
+  Param RouteNotify(Param wParam, Param lParam);
+};
+
+// Every control that has a window, found from it by the 1-based index in its user data. The order
+// means nothing: removal moves the last control into the hole.
+void RegisterDisplayable(Control* control);
+void UnregisterDisplayable(Control* control);
+// The control of a window, or null.
+Control* ControlOf(const NativeWindow* window);
+
+// The child of `container` under a native id with the child route, or an assertion.
+Control* RoutedChild(Control* container, int nativeId);
+
+}  // namespace mavro
