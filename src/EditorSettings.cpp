@@ -1,0 +1,7 @@
+#include "EditorSettings.h"
+
+namespace zendry {
+
+EditorSettings theEditorSettings;
+
+}  // namespace zendry
