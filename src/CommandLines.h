@@ -1,0 +1,95 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace zendry {
+
+class Project;
+struct IdeConfig;
+
+// How command lines are composed: functions from values to one string each, which the process
+// runner splits again by the rules of mavro::SplitCommandLine. Ordinary names stand as they are;
+// names that the splitter would break are quoted, names that a tool would take for an option or a
+// list of options ("-x", "@x") get "./" in front. Switches stand as the user wrote them.
+
+// Called with the text between two backquotes; its answer takes their place.
+using MacroHook = std::string (*)(std::string_view quoted);
+std::string KeepMacroText(std::string_view quoted);
+
+// Replaces "@" by `root`, the install root without trailing slash, and each text in backquotes by
+// what the hook makes of it. A backquote without partner is dropped. A root that the splitter would
+// break is quoted.
+std::string ExpandMacros(std::string_view text, std::string_view root,
+                         MacroHook hook = KeepMacroText);
+// Replaces each "@" of a path by `root` and nothing else.
+std::string ExpandResourcePath(std::string_view path, std::string_view root);
+// What "@" stands for: the parent of the program's folder, without trailing slash.
+std::string MacroRoot(const std::string& appDir);
+
+// A file's name as an argument.
+std::string FileArgument(std::string_view name);
+
+// `outDirName`, "/" and the base name of `source` with its extension changed. Two sources with one
+// base name share their object.
+std::string ObjectPath(const std::string& outDirName, const std::string& source,
+                       std::string_view extension);
+
+// The compiler set that a project's number stands for: 0 for one that does not exist.
+int CompilerSet(int gcc);
+// The command of a tool of one compiler set.
+std::string ToolPath(const IdeConfig& config, int set, const std::string& tool);
+
+struct ProjectFlags {
+  std::string include;  // compile switches from the project and its library set
+  std::string link;     // link switches likewise
+};
+
+// The library set is looked up in the configuration, where the first use expands its macros.
+ProjectFlags ComposeFlags(const Project& project, IdeConfig& config);
+
+// The parts of each step's command line; file names are given as they are, not as arguments.
+struct CompileParts {
+  std::string tool;
+  std::string options;  // of the build mode
+  std::string includeFlags;
+  std::string setFlags;
+  std::string source;
+  std::string object;  // empty: the tool chooses
+};
+struct SingleFileParts {
+  std::string tool;
+  std::string options;
+  std::string includeFlags;
+  bool strip = false;
+  std::string source;
+  std::string program;
+};
+struct ResourceParts {
+  std::string tool;
+  std::string script;
+  std::string object;
+  std::string options;
+  std::string setFlags;
+  std::string frameworkFlags;
+};
+struct LinkParts {
+  std::string tool;
+  std::string output;
+  std::string objects;  // arguments, each with a blank in front
+  std::string libFlags;
+  std::string options;
+};
+struct ArchiveParts {
+  std::string tool;
+  std::string target;
+  std::string objects;  // as in LinkParts
+};
+
+std::string CompileLine(const CompileParts& parts);
+std::string SingleFileLine(const SingleFileParts& parts);
+std::string ResourceLine(const ResourceParts& parts);
+std::string LinkLine(const LinkParts& parts);
+std::string ArchiveLine(const ArchiveParts& parts);
+
+}  // namespace zendry
