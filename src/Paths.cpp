@@ -98,9 +98,12 @@ bool IsAbsolutePath(std::string_view path) {
 std::string AbsolutePath(const std::string& path) {
   if (IsAbsolutePath(path)) return path;
   std::error_code error;
-  const std::string current = std::filesystem::current_path(error).string();
+  std::string full = std::filesystem::current_path(error).string();
   if (error) return path;
-  return current.ends_with('/') ? current + path : current + "/" + path;
+  if (!full.ends_with('/')) full += '/';
+  std::string_view rest = path;
+  while (rest.starts_with("./")) rest.remove_prefix(2);
+  return full.append(rest);
 }
 
 std::string ChangeExtension(std::string_view path, std::string_view extension) {

@@ -35,7 +35,7 @@ std::string TidyPath(std::string path);
 // Begins with "/" or has ":" as its second character.
 bool IsAbsolutePath(std::string_view path);
 
-// The path itself when absolute, else taken from the current folder.
+// The path itself when absolute, else taken from the current folder, without "./" before it.
 std::string AbsolutePath(const std::string& path);
 
 // Replaces what follows the last "." by `extension`. A path without a "." at a position above 0

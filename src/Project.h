@@ -151,10 +151,10 @@ class Project : public mavro::object {
   void EnsureIndex() const;
   void AddToIndex(ProjectFile* file) const;
   void DropIndex();
-  LoadResult ReadFrom(const std::string& path);
   std::string ChooseSavePath() const;
   bool MayReplace(const std::string& path) const;
   bool Write(const std::string& path);
+  bool SaveUnder(const std::string& path);
 
   Shell* shell;
   std::string installFolder;
