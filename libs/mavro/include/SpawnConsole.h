@@ -28,19 +28,38 @@ class SpawnConsole : public object {
   ~SpawnConsole() override;
 
   // Terminates an attached child, then sets who gets the lines and the folder of blocking runs
-  // (empty: this process's own).
+  // (empty: this process's own). A run under way keeps its handler.
   void SetOutput(LineHandler handler, const std::string& folder);
   // Starts a child. The command line is split by the quoting rules of SplitCommandLine; no shell
-  // sees it. False when a child is attached (which is not touched) or the child can't be started.
+  // sees it. A program's name without a slash is looked for along PATH; a relative one with a slash
+  // is taken from the child's folder. False when a child is attached (which is not touched) or the
+  // child can't be started.
+  //
+  // A blocking run ends with the child, not with whoever else holds its output: a tool that closes
+  // its output is given time to end and then stopped, and output that another process keeps open is
+  // read until it has been quiet for a while. In both cases a last line says so. Its standard input
+  // is at its end from the start.
   bool Execute(const std::string& commandLine, Mode mode);
-  // Writes `text` and a newline to the attached child. A child that has just died is passed over.
+  // Writes `text` and a newline to the attached child; answers whether they were written. A child
+  // that has just died is passed over. One that doesn't read for a second ends the run with
+  // cWriteFailed.
   bool Send(const std::string& text);
-  // Ends the attached child's whole process group.
+  // Kills the attached child's whole process group and ends the run. Within a blocking run (from
+  // its handler) it does what StopBlockingRun does. The destructor does it too and so calls the
+  // handlers of onExit: a derived class that handles them itself calls Terminate when it is
+  // destroyed.
   void Terminate();
   // Sends the interrupt of Ctrl+C to the attached child's group; false if there is none.
   bool Interrupt();
-  // Reads what the attached child has printed so far; never blocks.
+  // Reads what the attached child has printed so far, about a megabyte at most so that windows stay
+  // alive; never blocks. A handler called from here may use this object in any way and even destroy
+  // it.
   void Poll();
+
+  // Asks the whole process group of the innermost blocking run to end, and kills it when it doesn't
+  // in time; Execute then returns as after any end by a signal. Nothing happens if none is under
+  // way. May be called from a signal handler.
+  static void StopBlockingRun();
 
   bool running = false;  // a child is attached
   // How the last blocking run ended: the exit code, or 128 and the signal that killed it; -1

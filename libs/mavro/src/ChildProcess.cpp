@@ -1,0 +1,225 @@
+#include "ChildProcess.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <string_view>
+#include <utility>
+
+extern char** environ;
+
+namespace mavro {
+
+namespace {
+
+constexpr int cFirstOwnDescriptor = 3;  // behind the standard streams
+constexpr int cKilledMs = 1000;         // for a killed child to be gone
+constexpr int cSliceMs = 10;            // between questions where the system can't tell the end
+
+// What a tool's environment holds instead of ours; null takes the entry away. A tool that takes the
+// pipe for a terminal would colour its lines, and gdb would ask whether it may download.
+struct Override {
+  std::string_view name;
+  const char* entry;
+};
+constexpr Override cOverrides[] = {
+    {"TERM", "TERM=dumb"},
+    {"GCC_COLORS", "GCC_COLORS="},
+    {"CLICOLOR_FORCE", nullptr},
+    {"DEBUGINFOD_URLS", nullptr},
+};
+
+bool IsOverridden(std::string_view entry) {
+  const std::string_view name = entry.substr(0, entry.find('='));
+  return std::any_of(std::begin(cOverrides), std::end(cOverrides),
+                     [name](const Override& each) { return each.name == name; });
+}
+
+// Points into our own environment, and is thus good only for the start at hand.
+std::vector<char*> ChildEnvironment() {
+  std::vector<char*> entries;
+  for (char** entry = environ; entry && *entry; ++entry)
+    if (!IsOverridden(*entry)) entries.push_back(*entry);
+  for (const Override& each : cOverrides)
+    if (each.entry) entries.push_back(const_cast<char*>(each.entry));
+  entries.push_back(nullptr);
+  return entries;
+}
+
+struct Pipe {
+  Descriptor read, write;
+};
+
+// Moves a descriptor out of the standard ones' places, which a process that was started without
+// them gives to its first files.
+bool MoveBehindStandard(Descriptor& descriptor) {
+  if (descriptor.Number() >= cFirstOwnDescriptor) return true;
+  descriptor = Descriptor(fcntl(descriptor.Number(), F_DUPFD_CLOEXEC, cFirstOwnDescriptor));
+  return descriptor.IsOpen();
+}
+
+ChildProcess::Start MakePipe(Pipe& made) {
+  int ends[2];
+  if (pipe2(ends, O_CLOEXEC) != 0) return ChildProcess::Start::cNoPipe;
+  made = {Descriptor(ends[0]), Descriptor(ends[1])};
+  return MoveBehindStandard(made.read) && MoveBehindStandard(made.write)
+             ? ChildProcess::Start::cStarted
+             : ChildProcess::Start::cNoDuplicate;
+}
+
+void SetNonBlocking(int descriptor) {
+  fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK);
+}
+
+// What happens in the child between its birth and its becoming the program.
+class SpawnPlan {
+ public:
+  SpawnPlan(int standardInput, int standardOutput, const std::string& folder) {
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_adddup2(&actions, standardInput, STDIN_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, standardOutput, STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, standardOutput, STDERR_FILENO);
+    posix_spawn_file_actions_addclosefrom_np(&actions, cFirstOwnDescriptor);
+    if (!folder.empty()) posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
+    posix_spawnattr_init(&attributes);
+    // A session of its own is also a group of its own, and leaves no terminal to ask on.
+    posix_spawnattr_setflags(&attributes,
+                             POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    sigset_t signals;
+    sigemptyset(&signals);
+    posix_spawnattr_setsigmask(&attributes, &signals);
+    sigfillset(&signals);
+    posix_spawnattr_setsigdefault(&attributes, &signals);
+  }
+  SpawnPlan(const SpawnPlan&) = delete;
+  SpawnPlan& operator=(const SpawnPlan&) = delete;
+  ~SpawnPlan() {
+    posix_spawn_file_actions_destroy(&actions);
+    posix_spawnattr_destroy(&attributes);
+  }
+
+  // The child's number, or 0.
+  pid_t Spawn(const std::vector<std::string>& arguments) const {
+    std::vector<char*> pointers;
+    for (const std::string& argument : arguments)
+      pointers.push_back(const_cast<char*>(argument.c_str()));
+    pointers.push_back(nullptr);
+    pid_t process = 0;
+    const int error = posix_spawnp(&process, pointers[0], &actions, &attributes, pointers.data(),
+                                   ChildEnvironment().data());
+    return error == 0 ? process : 0;
+  }
+
+ private:
+  posix_spawn_file_actions_t actions;
+  posix_spawnattr_t attributes;
+};
+
+bool CanBeArguments(const std::vector<std::string>& arguments) {
+  return !arguments.empty() && !arguments[0].empty() &&
+         std::all_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
+           return argument.find('\0') == std::string::npos;
+         });
+}
+
+// A process that was started with SIGCHLD ignored would never learn how its children end.
+void EnsureChildrenCanBeWaitedFor() {
+  struct sigaction action = {};
+  if (sigaction(SIGCHLD, nullptr, &action) != 0 || action.sa_handler != SIG_IGN) return;
+  action.sa_handler = SIG_DFL;
+  sigaction(SIGCHLD, &action, nullptr);
+}
+
+// Children that were killed and didn't go in time.
+std::vector<pid_t> leftBehind;
+
+void CollectLeftBehind() {
+  std::erase_if(leftBehind, [](pid_t each) { return waitpid(each, nullptr, WNOHANG) != 0; });
+}
+
+}  // namespace
+
+bool WaitPlainly(int descriptor, int milliseconds) {
+  pollfd entry{descriptor, POLLIN, 0};
+  return poll(&entry, 1, milliseconds) > 0;
+}
+
+ChildProcess::~ChildProcess() {
+  if (!process) return;
+  Kill();
+  Collect();
+}
+
+ChildProcess::Start ChildProcess::Run(const std::vector<std::string>& arguments,
+                                      const std::string& folder) {
+  CollectLeftBehind();
+  EnsureChildrenCanBeWaitedFor();
+  Pipe outputPipe, inputPipe;
+  if (Start start = MakePipe(outputPipe); start != Start::cStarted) return start;
+  if (Start start = MakePipe(inputPipe); start != Start::cStarted) return start;
+  if (!CanBeArguments(arguments)) return Start::cNotStarted;
+  const SpawnPlan plan(inputPipe.read.Number(), outputPipe.write.Number(), folder);
+  process = plan.Spawn(arguments);
+  if (!process) return Start::cNotStarted;
+  output = std::move(outputPipe.read);
+  input = std::move(inputPipe.write);
+  SetNonBlocking(output.Number());
+  SetNonBlocking(input.Number());
+  endDescriptor = Descriptor(static_cast<int>(syscall(SYS_pidfd_open, process, 0)));
+  return Start::cStarted;
+}
+
+bool ChildProcess::HasEnded() {
+  if (end || !process) return true;
+  siginfo_t info = {};
+  if (waitid(P_PID, static_cast<id_t>(process), &info, WEXITED | WNOHANG | WNOWAIT) != 0) {
+    end = ChildEnd{};  // somebody else has collected it
+    return true;
+  }
+  if (info.si_pid == 0) return false;
+  end = info.si_code == CLD_EXITED ? ChildEnd{info.si_status, 0} : ChildEnd{-1, info.si_status};
+  return true;
+}
+
+bool ChildProcess::WaitForEnd(int milliseconds, BlockingWait wait) {
+  using Clock = std::chrono::steady_clock;
+  const auto until = Clock::now() + std::chrono::milliseconds(milliseconds);
+  while (!HasEnded()) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now()).count();
+    if (left <= 0) return false;
+    if (endDescriptor.IsOpen())
+      wait(endDescriptor.Number(), static_cast<int>(left));
+    else
+      WaitPlainly(-1, cSliceMs);
+  }
+  return true;
+}
+
+bool ChildProcess::Signal(int number) {
+  return process && kill(-process, number) == 0;
+}
+
+void ChildProcess::Kill() {
+  Signal(SIGKILL);
+  WaitForEnd(cKilledMs, WaitPlainly);
+}
+
+ChildEnd ChildProcess::Collect() {
+  if (!process) return end.value_or(ChildEnd{});
+  if (HasEnded())
+    waitpid(process, nullptr, WNOHANG);
+  else
+    leftBehind.push_back(process);
+  process = 0;
+  return end.value_or(ChildEnd{-1, SIGKILL});
+}
+
+}  // namespace mavro

@@ -1,0 +1,210 @@
+#include "SpawnConsole.h"
+
+#include <signal.h>
+#include <sys/epoll.h>
+
+#include <string_view>
+#include <utility>
+
+#include "BlockingRun.h"
+#include "ChildRun.h"
+#include "CommandLine.h"
+#include "IdleHook.h"
+#include "SpawnLimits.h"
+
+namespace mavro {
+
+namespace {
+
+constexpr size_t cShownCommand = 116;  // characters of a command line that can't be started
+constexpr int cFetchesPerPoll = 16;    // then the windows get their turn
+
+// What is told when a child can't be started.
+std::string FailureText(ChildProcess::Start failure, SpawnConsole::Mode mode,
+                        const std::string& commandLine) {
+  if (failure == ChildProcess::Start::cNoPipe) return "CreatePipe";
+  if (failure == ChildProcess::Start::cNoDuplicate) return "DuplicateHandle";
+  if (mode == SpawnConsole::Mode::cAttached) return "Utility execution error";
+  return "Error run: " + commandLine.substr(0, cShownCommand);
+}
+
+// The object whose child is attached; the idle hook polls it.
+SpawnConsole* theAttached = nullptr;
+
+void PollAttached() {
+  if (theAttached) theAttached->Poll();
+}
+
+void SetIdleSlot(void (*hook)(), int wakeDescriptor) {
+  IdleSlot& slot = TheIdleSlot();
+  slot.hook = hook;
+  slot.wakeDescriptor = wakeDescriptor;
+  if (slot.changed) slot.changed();
+}
+
+// A child that stays attached, and a descriptor that can be read when it prints or ends: another
+// process may hold its output, which then never ends.
+struct AttachedRun : ChildRun {
+  explicit AttachedRun(Handler handler)
+      : ChildRun(LineBuffer::Rule::cAttached, std::move(handler)) {}
+
+  int WakeDescriptor() {
+    wake = Descriptor(epoll_create1(EPOLL_CLOEXEC));
+    const bool watches = Watch(child.Output());
+    if (child.EndDescriptor() >= 0) Watch(child.EndDescriptor());
+    return watches ? wake.Number() : child.Output();
+  }
+
+ private:
+  bool Watch(int descriptor) const {
+    epoll_event event = {};
+    event.events = EPOLLIN;
+    return epoll_ctl(wake.Number(), EPOLL_CTL_ADD, descriptor, &event) == 0;
+  }
+
+  Descriptor wake;
+};
+
+}  // namespace
+
+struct SpawnConsole::Impl {
+  explicit Impl(SpawnConsole& owner) : owner(owner) {}
+
+  bool RunBlocking(const std::string& commandLine);
+  bool Attach(const std::string& commandLine);
+  bool FetchAttached(ChildRun& run);
+  void EndOfOutput(ChildRun& run);
+  bool EndAttached(int reason);
+
+  SpawnConsole& owner;
+  ChildRun::Handler handler;
+  std::string folder;
+  std::shared_ptr<AttachedRun> attached;
+  BlockingRun* blocking = nullptr;  // the innermost, on somebody's stack
+};
+
+// The console may be gone when the child has ended: only the run tells.
+bool SpawnConsole::Impl::RunBlocking(const std::string& commandLine) {
+  owner.exitCode = -1;
+  owner.exitSignal = 0;
+  BlockingRun run(handler, blocking);
+  const auto start = run.child.Run(SplitCommandLine(commandLine), folder);
+  if (start != ChildProcess::Start::cStarted) {
+    ShowRunFailure(FailureText(start, Mode::cBlocking, commandLine));
+    return false;
+  }
+  blocking = &run;
+  const ChildEnd end = run.ToEnd();
+  if (run.ended) return true;
+  blocking = run.outer;
+  owner.exitCode = end.Status();
+  owner.exitSignal = end.signal;
+  NotifyArgs args{&owner, end.Status()};
+  owner.onExit.Fire(args);
+  return true;
+}
+
+bool SpawnConsole::Impl::Attach(const std::string& commandLine) {
+  if (theAttached) return false;
+  auto run = std::make_shared<AttachedRun>(handler);
+  const auto start = run->child.Run(SplitCommandLine(commandLine), "");
+  if (start != ChildProcess::Start::cStarted) {
+    ShowRunFailure(FailureText(start, Mode::cAttached, commandLine));
+    EndAttached(cStartFailed);
+    return false;
+  }
+  attached = run;
+  theAttached = &owner;
+  owner.running = true;
+  SetIdleSlot(PollAttached, run->WakeDescriptor());
+  return true;
+}
+
+// Whether there are bytes to deliver; ends the run when its output has ended.
+bool SpawnConsole::Impl::FetchAttached(ChildRun& run) {
+  // Asked before the pipe is: what an ended child has printed is in the pipe by then.
+  const bool childHasEnded = run.child.HasEnded();
+  const PipeReader::Fetch result = run.reader.FetchAhead(run.child.Output());
+  if (result == PipeReader::Fetch::cBytes) return true;
+  if (result == PipeReader::Fetch::cNone && !childHasEnded) return false;
+  EndOfOutput(run);
+  if (result == PipeReader::Fetch::cError) ShowRunFailure("Pipe read error");
+  return false;
+}
+
+void SpawnConsole::Impl::EndOfOutput(ChildRun& run) {
+  run.DeliverRest();
+  if (!run.ended) EndAttached(cPipeEnded);
+}
+
+// Ends the attached run if there is one and tells onExit. False if the console is gone by then.
+bool SpawnConsole::Impl::EndAttached(int reason) {
+  owner.running = false;
+  if (const std::shared_ptr<AttachedRun> run = std::exchange(attached, nullptr)) {
+    run->ended = true;
+    theAttached = nullptr;
+    SetIdleSlot(nullptr, -1);
+    // A child that ends by itself leaves the others of its group alone: they may be meant to stay.
+    const int patience = reason == cPipeEnded ? TheSpawnLimits().attachedEnd : 0;
+    if (reason != cPipeEnded || !run->child.WaitForEnd(patience, WaitPlainly)) run->child.Kill();
+    run->child.Collect();
+  }
+  NotifyArgs args{&owner, reason};
+  return owner.onExit.Fire(args);
+}
+
+SpawnConsole::SpawnConsole() : impl(std::make_unique<Impl>(*this)) {
+  SetOutput(nullptr, "");
+}
+
+SpawnConsole::~SpawnConsole() {
+  for (BlockingRun* run = impl->blocking; run; run = run->outer) run->ended = true;
+  if (running) impl->EndAttached(cTerminated);
+}
+
+void SpawnConsole::SetOutput(LineHandler handler, const std::string& folder) {
+  if (running && !impl->EndAttached(cTerminated)) return;
+  impl->handler = std::make_shared<const LineHandler>(std::move(handler));
+  impl->folder = folder;
+}
+
+bool SpawnConsole::Execute(const std::string& commandLine, Mode mode) {
+  if (running) return false;
+  return mode == Mode::cAttached ? impl->Attach(commandLine) : impl->RunBlocking(commandLine);
+}
+
+bool SpawnConsole::Send(const std::string& text) {
+  if (!running) return false;
+  const std::shared_ptr<AttachedRun> run = impl->attached;
+  const ChildRun::Written written = run->Write(text + "\n");
+  if (written == ChildRun::Written::cFailed) impl->EndAttached(cWriteFailed);
+  return written == ChildRun::Written::cAll;
+}
+
+void SpawnConsole::Terminate() {
+  if (running)
+    impl->EndAttached(cTerminated);
+  else if (impl->blocking)
+    StopInnermostRun();
+}
+
+bool SpawnConsole::Interrupt() {
+  return running && impl->attached->child.Signal(SIGINT);
+}
+
+void SpawnConsole::Poll() {
+  const std::shared_ptr<AttachedRun> run = impl->attached;
+  for (int fetches = 0; run && !run->ended;) {
+    if (run->reader.BytesAhead()) run->DeliverRound();
+    // The limit holds where nothing is fetched and not delivered: the descriptor alone wakes the
+    // loop.
+    else if (fetches++ == cFetchesPerPoll || !impl->FetchAttached(*run))
+      return;
+  }
+}
+
+void SpawnConsole::StopBlockingRun() {
+  StopInnermostRun();
+}
+
+}  // namespace mavro
