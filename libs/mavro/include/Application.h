@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "Core.h"
 #include "IdleHook.h"
 
 namespace mavro {
@@ -47,6 +48,10 @@ class Application {
 };
 
 extern Application theApplication;
+
+// The usable area of the screen that `form` is on, in logical pixels; of the first screen for null
+// or a form without a window.
+Rect ScreenArea(const Form* form);
 
 // Turns argv[0] into `appDir`: a relative path with a folder in it is made absolute against
 // `current`.

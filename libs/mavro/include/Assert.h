@@ -19,3 +19,7 @@ void AddLastWords(LastWords hook);
 // Guards a precondition. The message is the expression itself.
 #define MAVRO_ASSERT(expression) \
   ((expression) ? static_cast<void>(0) : ::mavro::AssertionFailed(#expression, __FILE__, __LINE__))
+
+// The same with a fixed text, for messages that other programs or tests know by their spelling.
+#define MAVRO_ASSERT_AS(expression, message) \
+  ((expression) ? static_cast<void>(0) : ::mavro::AssertionFailed(message, __FILE__, __LINE__))

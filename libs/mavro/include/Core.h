@@ -104,7 +104,7 @@ class Control : public object {
   int contextId = 0;           // what context help is asked for
   int tag = 0;                 // the program's own
   bool layoutPending = true;   // the children's places may be stale
-  Container* parent = nullptr;
+  Control* parent = nullptr;   // a container, or a control that keeps pages or panes; not owned
   int state = cNoWindow;
   int id = -1;                     // index among the parent's children, with the tag 0x2000
   std::vector<Control*> children;  // tab order and z order; filled by containers only, not owned
@@ -137,10 +137,12 @@ class Container : public Control {
 
  protected:
   explicit Container(SysImpl* newImpl) : Control(newImpl) {}
-
- private:
-  void Renumber(int from);
 };
+
+// What Container::Insert and Remove do, for controls that keep pages, panes or tool controls
+// without being containers for programs to fill. Ownership stays where it is.
+void InsertChild(Control& parent, Control* child, int index);
+void RemoveChild(Control& parent, int index);
 
 // Runs the layout of `control` if it is pending, and then that of every child where it is.
 void RunPendingLayout(Control* control);

@@ -23,6 +23,8 @@ class ActionMenu : public object {
   // Calls the first action with this id: 1 when it was handled, 0 when nothing handles it, the
   // number of actions when there is none with the id.
   int Dispatch(int id);
+  // Whether a hotkey of the command may act: false while its item is gray.
+  virtual bool IsEnabled(int id) const;
 
   std::vector<Action*> actions;  // filled as items are created; not owned
   Control* attached = nullptr;
@@ -72,6 +74,9 @@ class Menu : public MenuItem {
   // Grays or enables the items of one action wherever it stands below this menu.
   void EnableAction(const Action* which, bool on);
 
+  // The item of a command in this menu or below, or null.
+  const MenuItem* FindItem(int id) const;
+
   std::string title;
   std::vector<std::unique_ptr<MenuItem>> items;
   ActionMenu* attachedMenu = nullptr;
@@ -103,6 +108,7 @@ class MenuBar : public AccelMenu {
   void Add(Menu* menu);
   // With a form makes the native bar and the accelerators; with null takes both down.
   void Attach(Control* control) override;
+  bool IsEnabled(int id) const override;
 
   std::vector<Menu*> menus;
 

@@ -19,6 +19,7 @@ class SplitContainer : public Control {
  public:
   class Impl;
   SplitContainer();
+  ~SplitContainer() override;
 
   // The bar's position: pixels from the left or top edge. Before the window exists it is the wanted
   // one.

@@ -126,6 +126,8 @@ class NativeWindow {
 
   void Move(const Rect& bounds);
   Rect Bounds() const;
+  // Where the client area stands on the screen.
+  Rect ScreenClientRect() const;
   int ClientWidth() const;
   int ClientHeight() const;
   void Show(bool on);

@@ -85,11 +85,13 @@ class SysImpl : public object {
   Control& Owner() const { return *owner; }
   // The control's bounds, writable: what windows report goes here without a setter being called.
   Rect& OwnerBounds() const;
+  // Fires one of the control's events; false if the control is gone afterwards.
+  bool FireNotify(NotifyEvent& event, int value = 0);
 
  private:
+  Param OnContextMenu(Param wParam, Param lParam);
   Param OnKey(unsigned message, Param wParam, Param lParam);
   Param OnMouse(unsigned message, Param wParam, Param lParam);
-  bool FireNotify(NotifyEvent& event, int value = 0);
 };
 
 // The platform half of containers: routes commands and notifications of children.

@@ -1,0 +1,75 @@
+#include <vector>
+
+#include "Action.h"
+#include "FormImpl.h"
+#include "MessageLoop.h"
+#include "Virtual.h"
+
+namespace mavro {
+
+namespace {
+
+constexpr int cIdOk = 1;
+constexpr int cIdCancel = 2;
+
+// The controls that can have the focus, in child order.
+void CollectFocusable(Control* control, std::vector<Control*>& found) {
+  for (Control* child : control->children) {
+    if (!child->impl->hwnd || !child->impl->hwnd->IsShown()) continue;
+    if (child->impl->hwnd->TakesFocus()) found.push_back(child);
+    CollectFocusable(child, found);
+  }
+}
+
+Control* FocusedControl(Form& form) {
+  std::vector<Control*> controls;
+  CollectFocusable(&form, controls);
+  for (Control* control : controls)
+    if (control->IsFocused()) return control;
+  return nullptr;
+}
+
+bool MoveFocus(Form& form, int step) {
+  std::vector<Control*> controls;
+  CollectFocusable(&form, controls);
+  if (controls.empty()) return false;
+  const int count = static_cast<int>(controls.size());
+  int at = step > 0 ? -1 : count;
+  for (int i = 0; i < count; ++i)
+    if (controls[static_cast<size_t>(i)]->IsFocused()) at = i;
+  controls[static_cast<size_t>((at + step + count) % count)]->Focus();
+  return true;
+}
+
+// Enter presses the button that has the focus, else the one that stands for OK.
+bool OnEnter(Form& form, Control* focused) {
+  if (focused && focused->impl->hwnd->className == "Button") {
+    NotifyCommand(focused->impl->hwnd, 0);
+    return true;
+  }
+  if (!form.autoDialogKeys) return false;
+  SendMessage(form.impl->hwnd, WM_COMMAND, cIdOk, 0);
+  return true;
+}
+
+}  // namespace
+
+bool DialogKey(Form& form, int virtualKey, int hotkeyFlags) {
+  Control* focused = FocusedControl(form);
+  if (focused && focused->impl->hwnd->WantsKey(virtualKey)) return false;
+  const bool plain = (hotkeyFlags & ~cShiftKey) == 0;
+  if (!plain) return false;
+  switch (virtualKey) {
+    case VK_TAB:
+      return MoveFocus(form, hotkeyFlags & cShiftKey ? -1 : 1);
+    case VK_RETURN:
+      return OnEnter(form, focused);
+    case VK_ESCAPE:
+      SendMessage(form.impl->hwnd, WM_COMMAND, cIdCancel, 0);
+      return form.autoDialogKeys;
+    default:
+      return false;
+  }
+}
+
+}  // namespace mavro

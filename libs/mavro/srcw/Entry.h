@@ -1,0 +1,9 @@
+#pragma once
+
+namespace mavro {
+
+// Sets the toolkit up, fills the application object from the command line, calls Application::Main
+// and answers its result. The toolkit itself sees no argument but the program's name.
+int RunApplication(int argc, char** argv);
+
+}  // namespace mavro

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <vector>
+
+#include "Form.h"
+#include "Menu.h"
+#include "SysImpl.h"
+
+namespace mavro {
+
+class NativeForm;
+
+// The platform half of a form: activation, closing, dialog commands and modal disabling.
+class Form::Impl : public Container::Impl {
+ public:
+  Impl();
+
+  void Create() override;
+  void AfterCreate() override;
+  void Destroy() override;
+  void OnCommand(int code, Param handle) override;
+  int OnMenuCommand(int source, int id) override;
+  Param WndProc(unsigned message, Param wParam, Param lParam) override;
+
+  // A close request: asks onClose and closes unless it was refused.
+  void RequestClose();
+  // Disables the program's other enabled windows, and enables those again that still exist.
+  void DisableOthers();
+  void EnableOthers();
+  // What happens once, when the form is first shown and active: onShow, then the focus.
+  void FirstShow();
+
+  bool firstShowDone = false;
+  const std::vector<Accelerator>* accelerators = nullptr;  // the form's table; null for none
+
+ private:
+  Form& TheForm() const;
+  Param OnSize(Param kind);
+  void OnDialogCommand(int id);
+  void CloseForGood();
+
+  std::vector<NativeWindow*> disabledWindows;
+};
+
+}  // namespace mavro

@@ -1,0 +1,89 @@
+#include "MessageLoop.h"
+
+#include "Application.h"
+#include "FormImpl.h"
+
+namespace mavro {
+
+namespace {
+
+int pendingQuits = 0;
+int runningLoops = 0;
+int drains = 0;  // ProcessMessages calls under way
+
+bool IdleStep() {
+  if (TheIdleSlot().hook) TheIdleSlot().hook();
+  return false;
+}
+
+void FirstShowStep() {
+  if (activeForm) static_cast<Form::Impl*>(activeForm->impl)->FirstShow();
+}
+
+bool TakeQuit() {
+  if (pendingQuits == 0) return false;
+  --pendingQuits;
+  return true;
+}
+
+bool TranslateAccelerator(Form& form, int virtualKey, int hotkeyFlags) {
+  const auto* table = static_cast<Form::Impl*>(form.impl)->accelerators;
+  if (!table) return false;
+  for (const Accelerator& row : *table)
+    if (row.key == virtualKey && row.flags == hotkeyFlags && form.menuBar->IsEnabled(row.command)) {
+      SendMessage(form.impl->hwnd, WM_COMMAND, row.command, 0);
+      return true;
+    }
+  return false;
+}
+
+}  // namespace
+
+void PostQuit() {
+  if (runningLoops > pendingQuits) ++pendingQuits;
+}
+
+// Peek, idle, wait. The idle step runs once after real activity, not after mere painting or mouse
+// moves.
+void RunMessageLoop(Form* runner) {
+  const NativeWindow* window = runner->impl->hwnd;
+  const bool modal = runner->modal;
+  bool idle = true;
+  ++runningLoops;
+  while (!TakeQuit() && (modal ? IsWindow(window) : formCount > 0)) {
+    if (DispatchWaiting()) {
+      idle |= TakeActivity();
+    } else if (idle) {
+      idle = IdleStep();
+      FirstShowStep();
+    } else {
+      WaitAndDispatch();
+      idle |= TakeActivity();
+    }
+  }
+  --runningLoops;
+}
+
+bool PreTranslateKey(int virtualKey, int hotkeyFlags) {
+  if (!activeForm || !activeForm->impl->hwnd) return false;
+  Form& form = *activeForm;
+  if (drains > 0) {
+    if (!form.owner) return TranslateAccelerator(form, virtualKey, hotkeyFlags);
+    return DialogKey(form, virtualKey, hotkeyFlags);
+  }
+  if (TranslateAccelerator(form, virtualKey, hotkeyFlags)) return true;
+  NotifyArgs args{&form, virtualKey};
+  if (!form.onKeyPreview.Fire(args)) return true;
+  if (args.value == 0) return false;
+  return DialogKey(form, virtualKey, hotkeyFlags);
+}
+
+void Application::ProcessMessages() {
+  ++drains;
+  while (pendingQuits == 0 && DispatchWaiting()) {
+  }
+  --drains;
+  if (TheIdleSlot().hook) TheIdleSlot().hook();
+}
+
+}  // namespace mavro

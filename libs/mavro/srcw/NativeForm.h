@@ -1,0 +1,19 @@
+#pragma once
+
+#include "NativeWindow.h"
+
+namespace mavro {
+
+// The window of a form: a frame with room for a menu bar above its client area.
+class NativeForm : public NativeWindow {
+ public:
+  using NativeWindow::NativeWindow;
+  // A dialog of fixed size, or a window the user can size; with a window to stay above.
+  virtual void SetFrame(bool fixedSize, int windowType, NativeWindow* above) = 0;
+  // Puts the middle of the form over the middle of `above`, or of the screen for null.
+  virtual void CenterOver(NativeWindow* above) = 0;
+  virtual void SetIcon(int resourceId) = 0;
+  virtual bool IsModalBlocked() const { return inputBlocked; }
+};
+
+}  // namespace mavro

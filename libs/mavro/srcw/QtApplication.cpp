@@ -1,0 +1,37 @@
+#include <QApplication>
+#include <QScreen>
+#include <QWidget>
+#include <QWindow>
+#include <filesystem>
+
+#include "Application.h"
+#include "Entry.h"
+#include "Form.h"
+#include "QtDialogs.h"
+#include "QtLoop.h"
+#include "SysImpl.h"
+
+namespace mavro {
+
+int RunApplication(int argc, char** argv) {
+  std::error_code ignored;
+  theApplication.appDir = AppDirOf(argv[0], std::filesystem::current_path(ignored).string());
+  ArgumentList arguments(argv + 1, argv + argc);
+  int toolkitArgc = 1;
+  QApplication toolkit(toolkitArgc, argv);
+  toolkit.setQuitOnLastWindowClosed(false);
+  InstallQtLoop(&toolkit);
+  InstallQtDialogs();
+  const int code = Application::Main(arguments);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  return code;
+}
+
+Rect ScreenArea(const Form* form) {
+  const QScreen* screen = form && form->impl->hwnd ? form->impl->hwnd->widget->screen()
+                                                   : QGuiApplication::primaryScreen();
+  const QRect area = screen->availableGeometry();
+  return {area.left(), area.top(), area.width(), area.height()};
+}
+
+}  // namespace mavro

@@ -1,0 +1,32 @@
+#include <string_view>
+
+#include "QtFactories.h"
+
+namespace mavro {
+
+namespace {
+
+struct ClassRow {
+  std::string_view className;
+  NativeFactory make;
+};
+
+// The native classes and what makes their windows: the only place that names the widgets.
+constexpr ClassRow cClasses[] = {
+    {"mavroCont", MakeContainer}, {"mavrosplitcont", MakeContainer}, {"mavForm", MakeForm},
+    {"#32770", MakeForm},         {"mavroSplitter", MakeSplitBar},
+};
+
+}  // namespace
+
+NativeWindow* MakeNativeWindow(const CreateInfo& info) {
+  for (const ClassRow& row : cClasses)
+    if (row.className == info.className) {
+      NativeWindow* window = row.make(info);
+      WindowProc(window, WM_NCCREATE, 0, 0);
+      return window;
+    }
+  return nullptr;
+}
+
+}  // namespace mavro

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QWidget>
+
+class QMenuBar;
+
+namespace mavro {
+
+// A top-level widget: a menu bar, if there is one, above the client area that a form's children
+// stand in.
+class FormWidget final : public QWidget {
+ public:
+  FormWidget();
+  // Takes the bar, or none; the bar is owned by whoever made it.
+  void SetMenuBar(QMenuBar* bar);
+
+  QWidget* const client;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void Arrange();
+  QMenuBar* menuBar = nullptr;
+};
+
+}  // namespace mavro

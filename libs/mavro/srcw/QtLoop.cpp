@@ -1,0 +1,169 @@
+#include "QtLoop.h"
+
+#include <poll.h>
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QKeyEvent>
+#include <QSocketNotifier>
+#include <QWidget>
+#include <QWindow>
+#include <algorithm>
+#include <memory>
+
+#include "Action.h"
+#include "FormImpl.h"
+#include "IdleHook.h"
+#include "MessageLoop.h"
+#include "Virtual.h"
+
+namespace mavro {
+
+namespace {
+
+bool activity = false;
+std::unique_ptr<QSocketNotifier> wakeNotifier;
+
+// Events after which the idle step need not run again.
+bool IsQuiet(QEvent::Type type) {
+  switch (type) {
+    case QEvent::Paint:
+    case QEvent::UpdateRequest:
+    case QEvent::UpdateLater:
+    case QEvent::LayoutRequest:
+    case QEvent::MouseMove:
+    case QEvent::HoverMove:
+    case QEvent::HoverEnter:
+    case QEvent::HoverLeave:
+    case QEvent::Timer:
+    case QEvent::MetaCall:
+    case QEvent::DeferredDelete:
+    case QEvent::CursorChange:
+    case QEvent::ToolTip:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool IsInput(QEvent::Type type) {
+  switch (type) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::Close:
+      return true;
+    default:
+      return false;
+  }
+}
+
+int HotKeyFlags(Qt::KeyboardModifiers modifiers) {
+  int flags = 0;
+  if (modifiers & Qt::ShiftModifier) flags |= cShiftKey;
+  if (modifiers & Qt::ControlModifier) flags |= cControlKey;
+  if (modifiers & Qt::AltModifier) flags |= cAltKey;
+  return flags;
+}
+
+bool BelongsToActiveForm(const QWindow* window) {
+  if (!activeForm || !activeForm->impl->hwnd) return false;
+  return activeForm->impl->hwnd->widget->windowHandle() == window;
+}
+
+class LoopFilter final : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (!IsQuiet(event->type())) activity = true;
+    if (!IsInput(event->type()) || !watched->isWindowType()) return false;
+    auto* window = static_cast<QWindow*>(watched);
+    if (window->property(cBlockedProperty).toBool()) {
+      event->ignore();
+      return true;
+    }
+    if (event->type() != QEvent::KeyPress || QApplication::activePopupWidget()) return false;
+    if (!BelongsToActiveForm(window)) return false;
+    auto* key = static_cast<QKeyEvent*>(event);
+    const int virtualKey = VirtualKeyOf(key->key());
+    return virtualKey != 0 && PreTranslateKey(virtualKey, HotKeyFlags(key->modifiers()));
+  }
+};
+
+void IdleSlotChanged() {
+  const IdleSlot& slot = TheIdleSlot();
+  wakeNotifier.reset();
+  if (!slot.hook || slot.wakeDescriptor < 0) return;
+  wakeNotifier = std::make_unique<QSocketNotifier>(slot.wakeDescriptor, QSocketNotifier::Read);
+  QObject::connect(wakeNotifier.get(), &QSocketNotifier::activated, [] { activity = true; });
+}
+
+void ProcessPaintsOnly() {
+  if (wakeNotifier) wakeNotifier->setEnabled(false);
+  QAbstractEventDispatcher::instance()->processEvents(QEventLoop::ExcludeUserInputEvents |
+                                                      QEventLoop::X11ExcludeTimers);
+  if (wakeNotifier) wakeNotifier->setEnabled(true);
+}
+
+bool PollNow(int descriptor, int milliseconds) {
+  pollfd entry{descriptor, POLLIN, 0};
+  return poll(&entry, 1, milliseconds) > 0;
+}
+
+// Between two looks at the descriptor the windows get to paint, at most this often while output
+// comes in a stream, at least this often while it doesn't.
+constexpr int cPaintInterval = 30;
+
+bool WaitWhilePainting(int descriptor, int milliseconds) {
+  static QElapsedTimer sincePaint;
+  QElapsedTimer waited;
+  waited.start();
+  for (;;) {
+    if (!sincePaint.isValid() || sincePaint.elapsed() >= cPaintInterval) {
+      ProcessPaintsOnly();
+      sincePaint.start();
+    }
+    const int left =
+        milliseconds < 0
+            ? cPaintInterval
+            : std::clamp(milliseconds - static_cast<int>(waited.elapsed()), 0, cPaintInterval);
+    if (PollNow(descriptor, left)) return true;
+    if (milliseconds >= 0 && waited.elapsed() >= milliseconds) return false;
+  }
+}
+
+}  // namespace
+
+void InstallQtLoop(QObject* application) {
+  application->installEventFilter(new LoopFilter(application));
+  TheIdleSlot().changed = IdleSlotChanged;
+  IdleSlotChanged();
+  SetBlockingWait(WaitWhilePainting);
+  QObject::connect(qApp, &QObject::destroyed, [] {
+    wakeNotifier.reset();
+    TheIdleSlot().changed = nullptr;
+    SetBlockingWait(nullptr);
+  });
+}
+
+bool DispatchWaiting() {
+  const bool any = QAbstractEventDispatcher::instance()->processEvents(QEventLoop::AllEvents);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  return any;
+}
+
+void WaitAndDispatch() {
+  QAbstractEventDispatcher::instance()->processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+bool TakeActivity() {
+  return std::exchange(activity, false);
+}
+
+}  // namespace mavro

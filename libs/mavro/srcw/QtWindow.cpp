@@ -1,0 +1,233 @@
+#include <QAbstractScrollArea>
+#include <QApplication>
+#include <QFrame>
+#include <QPalette>
+#include <QWidget>
+#include <QWindow>
+#include <unordered_set>
+
+#include "NativeWindow.h"
+#include "QtEvents.h"
+#include "QtFactories.h"
+#include "QtLoop.h"
+#include "QtPalette.h"
+#include "QtText.h"
+
+namespace mavro {
+
+namespace {
+
+std::unordered_set<const NativeWindow*>& LiveWindows() {
+  static std::unordered_set<const NativeWindow*> windows;
+  return windows;
+}
+
+constexpr Qt::CursorShape cCursorShapes[] = {
+    Qt::ArrowCursor,   Qt::ArrowCursor,     Qt::IBeamCursor,        Qt::WaitCursor,
+    Qt::CrossCursor,   Qt::UpArrowCursor,   Qt::PointingHandCursor, Qt::SizeVerCursor,
+    Qt::SizeHorCursor, Qt::SizeFDiagCursor, Qt::SizeBDiagCursor,    Qt::SizeAllCursor};
+
+QtEvents* EventsOf(QWidget* widget) {
+  return static_cast<QtEvents*>(
+      widget->findChild<QObject*>("mavroEvents", Qt::FindDirectChildrenOnly));
+}
+
+}  // namespace
+
+QColor ToScreenColor(Color color, const QPalette& palette) {
+  switch (color.Value()) {
+    case Color::cWindow:
+      return palette.color(QPalette::Base);
+    case Color::cWindowText:
+      return palette.color(QPalette::Text);
+    case Color::cControl:
+      return palette.color(QPalette::Window);
+    case Color::cControlText:
+      return palette.color(QPalette::WindowText);
+    case Color::cControlShadow:
+      return palette.color(QPalette::Mid);
+    default:
+      return QColor::fromRgb(static_cast<QRgb>(color.Value()));
+  }
+}
+
+QFont ToScreenFont(const Font& font, const QFont& base) {
+  QFont result = base;
+  if (!font.face.empty()) result.setFamily(ToScreen(font.face));
+  if (font.size > 0) result.setPointSize(font.size);
+  result.setBold(font.style & Font::cBold);
+  result.setItalic(font.style & Font::cItalic);
+  return result;
+}
+
+QWidget* ParentWidget(const CreateInfo& info) {
+  return info.parent ? info.parent->ClientWidget() : nullptr;
+}
+
+NativeWindow::NativeWindow(const CreateInfo& info, QWidget* newWidget)
+    : widget(newWidget),
+      className(info.className),
+      parent(info.parent),
+      creationData(info.control),
+      id(info.id) {
+  LiveWindows().insert(this);
+  if (!widget->isWindow()) {
+    widget->hide();
+    Move(info.bounds);
+  }
+  new QtEvents(*this, widget);
+}
+
+NativeWindow::~NativeWindow() {
+  LiveWindows().erase(this);
+  if (QtEvents* events = EventsOf(widget)) events->Detach();
+  widget->hide();
+  widget->deleteLater();
+}
+
+bool IsWindow(const NativeWindow* window) {
+  return window && LiveWindows().count(window) > 0;
+}
+
+void DestroyNativeWindow(NativeWindow* window) {
+  WindowProc(window, WM_NCDESTROY, 0, 0);
+  delete window;
+}
+
+void NativeWindow::SetText(const std::string& newText) {
+  text = newText;
+}
+
+void NativeWindow::SetFont(const Font& font) {
+  FocusWidget()->setFont(ToScreenFont(font, QApplication::font(FocusWidget())));
+}
+
+void NativeWindow::SetColors(Color foreground, Color background) {
+  QWidget* painted = FocusWidget();
+  QPalette palette = QApplication::palette(painted);
+  if (!foreground.IsDefault()) {
+    const QColor color = ToScreenColor(foreground, palette);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+      palette.setColor(role, color);
+  }
+  if (!background.IsDefault()) {
+    const QColor color = ToScreenColor(background, palette);
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
+      palette.setColor(role, color);
+    painted->setAutoFillBackground(true);
+  }
+  painted->setPalette(palette);
+}
+
+void NativeWindow::SetBorder(int borderStyle) {
+  auto* frame = qobject_cast<QFrame*>(widget);
+  if (!frame) return;
+  static constexpr int cFrames[] = {QFrame::NoFrame, QFrame::StyledPanel | QFrame::Sunken,
+                                    QFrame::Box | QFrame::Sunken, QFrame::Box | QFrame::Plain,
+                                    QFrame::Panel | QFrame::Raised};
+  frame->setFrameStyle(cFrames[borderStyle]);
+}
+
+void NativeWindow::SetCursor(Cursor cursor) {
+  if (cursor == Cursor::cDefault)
+    widget->unsetCursor();
+  else
+    widget->setCursor(cCursorShapes[static_cast<int>(cursor)]);
+}
+
+bool NativeWindow::WantsKey(int) const {
+  return false;
+}
+
+void NativeWindow::Move(const Rect& to) {
+  const QSize size(std::max(to.width, 0), std::max(to.height, 0));
+  if (widget->isWindow()) {
+    widget->move(to.left, to.top);
+    widget->resize(size);
+  } else {
+    widget->setGeometry(QRect(QPoint(to.left, to.top), size));
+  }
+}
+
+Rect NativeWindow::Bounds() const {
+  return {widget->pos().x(), widget->pos().y(), widget->width(), widget->height()};
+}
+
+Rect NativeWindow::ScreenClientRect() const {
+  const QPoint origin = ClientWidget()->mapToGlobal(QPoint(0, 0));
+  return {origin.x(), origin.y(), ClientWidth(), ClientHeight()};
+}
+
+int NativeWindow::ClientWidth() const {
+  return ClientWidget()->width();
+}
+int NativeWindow::ClientHeight() const {
+  return ClientWidget()->height();
+}
+
+void NativeWindow::Show(bool on) {
+  widget->setVisible(on);
+}
+bool NativeWindow::IsShown() const {
+  return widget->isVisible();
+}
+
+void NativeWindow::Enable(bool on) {
+  if (widget->isWindow()) {
+    inputBlocked = !on;
+    widget->winId();
+    widget->windowHandle()->setProperty(cBlockedProperty, inputBlocked);
+  } else {
+    widget->setEnabled(on);
+  }
+}
+
+bool NativeWindow::IsEnabled() const {
+  return widget->isWindow() ? !inputBlocked : widget->isEnabled();
+}
+
+void NativeWindow::Focus() {
+  FocusWidget()->setFocus(Qt::OtherFocusReason);
+}
+
+bool NativeWindow::HasFocus() const {
+  const QWidget* focused = QApplication::focusWidget();
+  return focused && (focused == FocusWidget() || focused == widget);
+}
+
+bool NativeWindow::TakesFocus() const {
+  return FocusWidget()->focusPolicy() & Qt::TabFocus && FocusWidget()->isVisible() &&
+         FocusWidget()->isEnabled();
+}
+
+void NativeWindow::SetHint(const std::string& hint) {
+  widget->setToolTip(ToScreen(hint));
+}
+
+void NativeWindow::SetAccessibleName(const std::string& name) {
+  FocusWidget()->setAccessibleName(ToScreen(name));
+}
+
+void NativeWindow::CaptureMouse(bool on) {
+  if (on)
+    widget->grabMouse();
+  else
+    widget->releaseMouse();
+}
+
+void NativeWindow::Raise() {
+  widget->raise();
+  widget->activateWindow();
+}
+
+void NativeWindow::Invalidate() {
+  widget->update();
+}
+void NativeWindow::Update() {
+  widget->repaint();
+}
+void NativeWindow::BringToTop() {
+  widget->raise();
+}
+
+}  // namespace mavro

@@ -1,0 +1,153 @@
+#include "SplitCont.h"
+
+#include "Assert.h"
+
+namespace mavro {
+
+namespace {
+
+void RelayPane(Control* pane) {
+  if (pane->impl->type == SysImpl::cControl || pane->state == cNoWindow) return;
+  pane->layoutPending = true;
+  RunPendingLayout(pane);
+}
+
+}  // namespace
+
+SplitContainer& SplitContainer::Impl::Split() const {
+  return *static_cast<SplitContainer*>(owner);
+}
+
+void SplitContainer::Impl::Create() {
+  SplitContainer& split = Split();
+  Control* const pan1 = split.pan1;
+  Control* const pan2 = split.pan2;
+  MAVRO_ASSERT_AS(pan1 && pan2, "pan1!=0 && pan2!=0");
+  auto* barImpl = static_cast<SplitBar::Impl*>(bar.impl);
+  barImpl->container = &split;
+  barImpl->isVertical = split.orientation == 1;
+  if (split.children.empty()) {
+    InsertChild(split, pan1, -1);
+    InsertChild(split, &bar, -1);
+    InsertChild(split, pan2, -1);
+  }
+  CreateNative("mavrosplitcont", cWantsKeys);
+}
+
+void SplitContainer::Impl::AfterCreate() {
+  const int wanted = position;
+  position = -1;
+  SetPosition(wanted);
+}
+
+int SplitContainer::Impl::Clamp(int p) const {
+  const SplitContainer& split = Split();
+  if (!bar.impl->hwnd || position < 0) return p;
+  const int size = split.orientation == 1 ? hwnd->ClientWidth() : hwnd->ClientHeight();
+  if (p < split.minSize1) return split.minSize1;
+  if (p >= size - split.minSize2) return size - split.minSize2;
+  return p;
+}
+
+void SplitContainer::Impl::SetPosition(int wanted) {
+  const int p = Clamp(wanted);
+  if (p == position) return;
+  position = p;
+  Place();
+  RelayPane(Split().pan1);
+  RelayPane(Split().pan2);
+}
+
+void SplitContainer::Impl::Place() {
+  SplitContainer& split = Split();
+  const int w = hwnd->ClientWidth();
+  const int h = hwnd->ClientHeight();
+  const int p = position;
+  constexpr int cBar = SplitBar::cThickness;
+  if (split.orientation == 1) {
+    split.pan1->SetBounds(0, 0, p, h);
+    bar.SetBounds(p, 0, cBar, h);
+    split.pan2->SetBounds(p + cBar, 0, w - p - cBar, h);
+  } else {
+    split.pan1->SetBounds(0, 0, w, p);
+    bar.SetBounds(0, p, w, cBar);
+    split.pan2->SetBounds(0, p + cBar, w, h - p - cBar);
+  }
+}
+
+// The first pane keeps its size, the second gets the rest.
+Param SplitContainer::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
+  if (message == WM_SIZE && Split().children.size() == 3 && bar.impl->hwnd) {
+    Place();
+    RelayPane(Split().pan1);
+    RelayPane(Split().pan2);
+  }
+  return Container::Impl::WndProc(message, wParam, lParam);
+}
+
+void SplitBar::Impl::Create() {
+  CreateNative("mavroSplitter", 0);
+  ShowCursor(true);
+}
+
+void SplitBar::Impl::ShowCursor(bool inside) {
+  const Cursor sizing = isVertical ? Cursor::cSizeWE : Cursor::cSizeNS;
+  owner->cursor = inside ? sizing : Cursor::cDefault;
+}
+
+// The mouse along the axis of the container, which the bar's own place is told in.
+int SplitBar::Impl::AxisPosition(Param lParam) const {
+  return isVertical ? PointX(lParam) + owner->left : PointY(lParam) + owner->top;
+}
+
+Param SplitBar::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
+  auto* split = container ? static_cast<SplitContainer::Impl*>(container->impl) : nullptr;
+  if (!split) return SysImpl::WndProc(message, wParam, lParam);
+  switch (message) {
+    case WM_LBUTTONDOWN:
+      hwnd->CaptureMouse(true);
+      dragging = true;
+      grabOffset = AxisPosition(lParam) - (isVertical ? owner->left : owner->top);
+      ShowCursor(true);
+      return 0;
+    case WM_MOUSEMOVE:
+      if (wParam != 0 && dragging) split->SetPosition(AxisPosition(lParam) - grabOffset);
+      break;
+    case WM_LBUTTONUP:
+      hwnd->CaptureMouse(false);
+      if (dragging) {
+        dragging = false;
+        split->SetPosition(AxisPosition(lParam) - grabOffset);
+      }
+      return 0;
+    default:
+      break;
+  }
+  return SysImpl::WndProc(message, wParam, lParam);
+}
+
+SplitBar::SplitBar() : Control(new Impl) {
+  SetBounds(100, 100, cThickness, cThickness);
+}
+
+SplitContainer::SplitContainer() : Control(new Impl) {
+  SetBounds(0, 0, 200, 200);
+}
+
+SplitContainer::~SplitContainer() {
+  if (impl->hwnd) impl->Destroy();
+}
+
+int SplitContainer::Position() const {
+  return static_cast<const Impl*>(impl)->position;
+}
+
+void SplitContainer::SetPosition(int newPosition) {
+  auto* split = static_cast<Impl*>(impl);
+  if (split->hwnd)
+    split->SetPosition(newPosition);
+  else
+    split->position = newPosition;
+}
+
+}  // namespace mavro

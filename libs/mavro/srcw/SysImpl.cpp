@@ -1,0 +1,158 @@
+#include "SysImpl.h"
+
+#include "Assert.h"
+#include "DataLink.h"
+
+namespace mavro {
+
+namespace {
+
+constexpr uint32_t cControlStyle = 0x44000000;    // WS_CHILD | WS_CLIPSIBLINGS
+constexpr uint32_t cContainerStyle = 0x46000000;  // and WS_CLIPCHILDREN
+constexpr uint32_t cContainerExStyle = 0x10000;   // WS_EX_CONTROLPARENT
+
+}  // namespace
+
+void CallSetter(SysImpl* target, PropertySetter setter) {
+  (target->*setter)();
+}
+
+TextProperty& TextProperty::operator=(const std::string& wanted) {
+  target->SetText(wanted);
+  return *this;
+}
+
+std::string TextProperty::Get() const {
+  return target->GetText();
+}
+
+SysImpl::SysImpl(Type itsType)
+    : type(itsType),
+      style(itsType == cControl ? cControlStyle : cContainerStyle),
+      exStyle(itsType == cControl ? 0 : cContainerExStyle),
+      eraseBackground(itsType != cControl) {}
+
+SysImpl::~SysImpl() = default;
+
+void SysImpl::AfterCreate() {}
+
+void SysImpl::PrepareStyle() {}
+
+void SysImpl::OnDrawItem() {}
+
+Rect& SysImpl::OwnerBounds() const {
+  return owner->bounds;
+}
+
+void SysImpl::CreateNative(std::string_view className, int flags) {
+  if (dataLink) dataLink->Load();
+  if ((flags & cWantsKeys) && (owner->onKeyDown.HasHandlers() || owner->onKeyUp.HasHandlers()))
+    subclass = true;
+  PrepareStyle();
+  const bool shows = visible && owner->parent && owner->parent->state == cShown;
+  style = shows ? style | WS_VISIBLE : style & ~WS_VISIBLE;
+  owner->state = shows ? cShown : cHidden;
+  CreateInfo info;
+  info.className = className;
+  info.style = style;
+  info.exStyle = exStyle;
+  info.id = owner->id;
+  info.bounds = owner->bounds;
+  info.parent = owner->parent ? owner->parent->impl->hwnd : nullptr;
+  info.control = owner;
+  hwnd = MakeNativeWindow(info);
+  MAVRO_ASSERT(hwnd);
+  if (!text.empty()) hwnd->SetText(text);
+  if (!font.IsDefault()) hwnd->SetFont(font);
+  if (borderStyle != 0) hwnd->SetBorder(borderStyle);
+  if (!foreColor.IsDefault() || !backColor.IsDefault()) hwnd->SetColors(foreColor, backColor);
+  if (cursor != Cursor::cDefault) hwnd->SetCursor(cursor);
+  if (!enabled) hwnd->Enable(false);
+  if (shows) hwnd->Show(true);
+  const Rect real = hwnd->Bounds();
+  owner->bounds.width = real.width;
+  owner->bounds.height = real.height;
+  WndProc(WM_CREATED, 2, 0);
+}
+
+void SysImpl::Destroy() {
+  if (!hwnd) return;
+  if (type != cForm) hwnd->Show(false);
+  for (Control* child : owner->children) child->impl->Destroy();
+  if (!hwnd) return;
+  if (keepTextOnDestroy) text = hwnd->Text();
+  DestroyNativeWindow(hwnd);
+  owner->state = cNoWindow;
+}
+
+void SysImpl::Show(bool on) {
+  if (!hwnd) return;
+  const bool parentShows = !owner->parent || owner->parent->state == cShown;
+  const int wanted = on && visible ? cShown : cHidden;
+  if (!parentShows || owner->state == wanted) return;
+  owner->state = wanted;
+  hwnd->Show(wanted == cShown);
+  if (!FireNotify(owner->onVisible, wanted == cShown)) return;
+  if (wanted != cShown) return;
+  for (size_t i = 0; i < owner->children.size(); ++i)
+    if (owner->children[i]->visible) owner->children[i]->impl->Show(true);
+}
+
+std::string SysImpl::GetText() const {
+  return hwnd && textIsLive ? hwnd->Text() : text;
+}
+
+void SysImpl::SetText(const std::string& newText) {
+  if (GetText() == newText) return;
+  text = newText;
+  if (hwnd) hwnd->SetText(newText);
+}
+
+void SysImpl::BoundsChanged() {
+  if (!hwnd) return;
+  const Rect old = hwnd->Bounds();
+  if (old.width != owner->bounds.width || old.height != owner->bounds.height)
+    owner->layoutPending = true;
+  hwnd->Move(owner->bounds);
+}
+
+void SysImpl::EnabledChanged() {
+  if (hwnd) hwnd->Enable(enabled);
+}
+
+// A child that becomes visible in a shown parent gets its window shown, with its children. The
+// places of its siblings close up or make room when the parent's layout next runs.
+void SysImpl::VisibleChanged() {
+  if (owner->parent) owner->parent->layoutPending = true;
+  if (!hwnd) return;
+  if (visible) SetStateTree(owner, cMarkLayout);
+  Show(visible);
+}
+
+void SysImpl::ColorsChanged() {
+  if (hwnd) hwnd->SetColors(foreColor, backColor);
+}
+
+void SysImpl::FontChanged() {
+  if (hwnd) hwnd->SetFont(font);
+}
+
+void SysImpl::CursorChanged() {
+  if (hwnd) hwnd->SetCursor(cursor);
+}
+
+void SysImpl::HintChanged() {
+  if (hwnd) hwnd->SetHint(hint);
+}
+
+Rect SysImpl::ClientRect() const {
+  if (!hwnd) return owner->bounds;
+  return {0, 0, hwnd->ClientWidth(), hwnd->ClientHeight()};
+}
+
+bool SysImpl::FireNotify(NotifyEvent& event, int value) {
+  NotifyArgs args{owner, value};
+  return event.Fire(args);
+}
+
+}  // namespace mavro
