@@ -1,0 +1,215 @@
+#pragma once
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "BuildActs.h"
+#include "IdeConfig.h"
+#include "Project.h"
+#include "Shell.h"
+#include "TempFolder.h"
+
+namespace test {
+
+// Sets a file's time of last write to `tick` nanoseconds after a fixed moment long past, so that
+// what a tool writes now is newer than everything a test has set.
+inline void SetTime(const std::string& path, long tick) {
+  constexpr time_t cLongPast = 1'000'000'000;
+  constexpr long cSecond = 1'000'000'000;
+  const timespec time = {cLongPast + tick / cSecond, tick % cSecond};
+  const timespec times[] = {time, time};
+  if (utimensat(AT_FDCWD, path.c_str(), times, 0) != 0)
+    throw std::runtime_error("can't set the time of " + path);
+}
+
+// Gives all files below `folder` the times of a finished build: sources and headers 1, objects 2,
+// programs and archives 3.
+inline void AgeFiles(const std::string& folder) {
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+    if (!entry.is_regular_file()) continue;
+    const std::string extension = entry.path().extension();
+    const bool isObject = extension == ".o" || extension == ".res";
+    const bool isProgram = extension == ".exe" || extension == ".a";
+    SetTime(entry.path().string(), isObject ? 2 : isProgram ? 3 : 1);
+  }
+}
+
+// Takes the rights of the super user away as long as it lives, so that missing rights count.
+struct OrdinaryUser {
+  OrdinaryUser() : savedUser(geteuid()) {
+    constexpr uid_t cNobody = 65534;
+    if (savedUser == 0 && seteuid(cNobody) != 0) throw std::runtime_error("can't become nobody");
+  }
+  ~OrdinaryUser() {
+    if (seteuid(savedUser) != 0) std::abort();
+  }
+  OrdinaryUser(const OrdinaryUser&) = delete;
+  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+
+ private:
+  uid_t savedUser;
+};
+
+inline std::string RowText(const zendry::ErrorRow& row) {
+  return row.file + ":" + std::to_string(row.line) + ": " + row.text;
+}
+
+// A window that keeps what it is told. `events` holds the calls whose order matters.
+struct RecordingShell : zendry::Shell {
+  std::string output;
+  std::vector<std::string> rows;
+  std::vector<std::string> events;
+  std::function<void()> onPump;
+  std::string activeFile;
+  int mode = 0;
+  bool debuggerRuns = false;
+
+  void AppendOutput(std::string_view text) override { output += text; }
+  void ClearOutput() override {
+    output.clear();
+    events.push_back("clear output");
+  }
+  void AddErrorRow(const zendry::ErrorRow& row) override { rows.push_back(RowText(row)); }
+  void AppendToLastErrorRow(std::string_view text) override {
+    if (!rows.empty()) rows.back() += text;
+  }
+  void ClearErrorRows() override {
+    rows.clear();
+    events.push_back("clear rows");
+  }
+  int ErrorRowCount() override { return static_cast<int>(rows.size()); }
+  void ShowFirstError() override { events.push_back("first error"); }
+  void GoToNextError() override { events.push_back("next error"); }
+  void GoToPreviousError() override { events.push_back("previous error"); }
+  void ShowBottomPage(zendry::BottomPage page) override {
+    events.push_back(page == zendry::BottomPage::cError ? "page error" : "page output");
+  }
+  int SelectedMode() override { return mode; }
+  void SetStopCommand(int id) override { events.push_back("stop " + std::to_string(id)); }
+  void PumpMessages() override {
+    events.push_back("pump");
+    if (onPump) onPump();
+  }
+  std::string ActiveFile() override { return activeFile; }
+  void SaveChangedFiles() override { events.push_back("save"); }
+  void RemoveErrorMark() override { events.push_back("remove mark"); }
+  bool IsDebuggerRunning() override { return debuggerRuns; }
+};
+
+// Links of the tools' names to the fake tool in one folder, with what they were called with.
+class FakeTools {
+ public:
+  explicit FakeTools(const std::string& toolFolder) : folder(toolFolder) {
+    std::filesystem::create_directories(folder);
+    for (const char* name : {"gcc", "g++", "ar", "windres"})
+      std::filesystem::create_symlink(FAKE_TOOL, folder + "/" + name);
+  }
+
+  // What the tool of that name does from now on; see fake_tool.cpp. Empty: it just succeeds.
+  void Order(const std::string& name, const std::string& deeds) const {
+    std::ofstream(folder + "/" + name + ".do") << deeds;
+  }
+
+  using Call = std::vector<std::string>;  // the tool's name and its arguments
+  // The calls since the last time they were taken.
+  std::vector<Call> Take() const {
+    std::vector<Call> calls;
+    std::ifstream file(folder + "/calls");
+    for (std::string line; std::getline(file, line);) calls.push_back(Split(line));
+    std::filesystem::remove(folder + "/calls");
+    return calls;
+  }
+  // Of each call the tool and its last source or, for links and archives, its product.
+  std::vector<std::string> TakeNames() const {
+    std::vector<std::string> names;
+    for (const Call& call : Take()) names.push_back(call[0] + " " + Subject(call));
+    return names;
+  }
+
+ private:
+  static Call Split(const std::string& line) {
+    Call call(1);
+    for (size_t i = 0; i < line.size(); ++i) {
+      if (line[i] == '\t')
+        call.emplace_back();
+      else if (line[i] != '\\')
+        call.back() += line[i];
+      else if (++i < line.size())
+        call.back() += line[i] == 'n' ? '\n' : line[i] == 't' ? '\t' : line[i];
+    }
+    return call;
+  }
+  static std::string Subject(const Call& call) {
+    for (size_t i = 1; i < call.size(); ++i)
+      if (call[i] == "-o" || call[i] == "-r")
+        return call[i - 1].ends_with(".cpp") || call[i - 1].ends_with(".c") ||
+                       call[i - 1].ends_with(".rc")
+                   ? call[i - 1]
+                   : call.at(i + 1);
+    return "?";
+  }
+
+  std::string folder;
+};
+
+// An installation with fake tools and an empty console project in folders of their own. The
+// configuration in force and the current folder are given back at the end.
+//
+//   test::TestBuild build;
+//   build.Add("a.cpp", "int main() {}\n");
+//   EXPECT_TRUE(build.acts.Build(false));
+class TestBuild {
+ public:
+  explicit TestBuild(const std::string& projectName = "p.zpj", int type = zendry::cConsole)
+      : savedConfig(zendry::theIdeConfig), savedFolder(std::filesystem::current_path()) {
+    zendry::theIdeConfig = {};
+    zendry::theIdeConfig.appDir = install.Path("bin/");
+    for (auto& set : zendry::theIdeConfig.toolSets) set.folder = "@/tools";
+    project.SetShell(&shell);
+    project.Init(files.Path(projectName), type);
+    project.SetFileName(files.Path(projectName));
+    acts.Bind(project, shell);
+  }
+  ~TestBuild() {
+    std::filesystem::current_path(savedFolder);
+    zendry::theIdeConfig = savedConfig;
+  }
+  TestBuild(const TestBuild&) = delete;
+  TestBuild& operator=(const TestBuild&) = delete;
+
+  // Writes a file and adds it to the project.
+  const zendry::ProjectFile& Add(const std::string& name, const std::string& text) {
+    const std::string path = files.Write(name, text);
+    project.AddFile(name);
+    return *project.FindFile(path);
+  }
+  // Builds, forgets the calls and gives all files the times of a finished build.
+  void BuildAndAge() {
+    acts.Build(false);
+    tools.Take();
+    AgeFiles(files.Path());
+  }
+  std::string Path(const std::string& name) const { return files.Path(name); }
+
+  TempFolder install;
+  TempFolder files;  // the project's folder
+  FakeTools tools{install.Path("tools")};
+  RecordingShell shell;
+  zendry::Project project;
+  zendry::BuildActs acts;
+
+ private:
+  zendry::IdeConfig savedConfig;
+  std::filesystem::path savedFolder;
+};
+
+}  // namespace test

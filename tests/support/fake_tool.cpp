@@ -1,0 +1,109 @@
+// Stands in for gcc, g++, ar and windres in tests of the build. It is started through a link of the
+// tool's name and looks for its orders in the folder of that link:
+//
+//   calls      gets one line per call: the tool's name and its arguments, separated by tabs, with
+//              "\n", "\t" and "\\" spelled with a backslash
+//   NAME.do    what the tool of that name does, one deed a line: "print TEXT", "exit STATUS",
+//              "kill SIGNAL", "when ARGUMENT" (else the rest is passed over), "mute" (write
+//              nothing)
+//
+// It writes the file after "-o" or, for ar, after "-r". Plain C and static, because a test may
+// start it a thousand times.
+
+#include <signal.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+
+namespace {
+
+constexpr int cLongest = 1 << 16;
+
+void WriteEscaped(FILE* file, const char* text) {
+  for (; *text; ++text) {
+    const char c = *text;
+    if (c == '\n')
+      fputs("\\n", file);
+    else if (c == '\t')
+      fputs("\\t", file);
+    else if (c == '\\')
+      fputs("\\\\", file);
+    else
+      fputc(c, file);
+  }
+}
+
+struct Orders {
+  int status = 0;
+  int signalNumber = 0;
+  bool mute = false;
+};
+
+bool HasArgument(int count, char** values, const char* wanted) {
+  for (int i = 1; i < count; ++i)
+    if (strcmp(values[i], wanted) == 0) return true;
+  return false;
+}
+
+Orders ReadOrders(const char* path, int count, char** values) {
+  Orders orders;
+  FILE* file = fopen(path, "r");
+  if (!file) return orders;
+  static char line[cLongest];
+  while (fgets(line, sizeof line, file)) {
+    line[strcspn(line, "\n")] = '\0';
+    if (strncmp(line, "print ", 6) == 0) puts(line + 6);
+    if (strncmp(line, "exit ", 5) == 0) orders.status = atoi(line + 5);
+    if (strncmp(line, "kill ", 5) == 0) orders.signalNumber = atoi(line + 5);
+    if (strcmp(line, "mute") == 0) orders.mute = true;
+    if (strncmp(line, "when ", 5) == 0 && !HasArgument(count, values, line + 5)) break;
+  }
+  fclose(file);
+  return orders;
+}
+
+const char* Product(int count, char** values) {
+  for (int i = 1; i + 1 < count; ++i)
+    if (strcmp(values[i], "-o") == 0 || strcmp(values[i], "-r") == 0) return values[i + 1];
+  return nullptr;
+}
+
+void WriteProduct(const char* path, bool cut) {
+  FILE* file = fopen(path, "w");
+  if (!file) return;
+  fputs(cut ? "cut" : "whole\n", file);
+  fclose(file);
+}
+
+void NoteCall(const char* folder, const char* name, int count, char** values) {
+  char path[cLongest];
+  snprintf(path, sizeof path, "%s/calls", folder);
+  FILE* file = fopen(path, "a");
+  if (!file) return;
+  fputs(name, file);
+  for (int i = 1; i < count; ++i) {
+    fputc('\t', file);
+    WriteEscaped(file, values[i]);
+  }
+  fputc('\n', file);
+  fclose(file);
+}
+
+}  // namespace
+
+int main(int count, char** values) {
+  char* slash = strrchr(values[0], '/');
+  if (!slash) return 3;
+  *slash = '\0';
+  const char* folder = values[0];
+  const char* name = slash + 1;
+  NoteCall(folder, name, count, values);
+  char path[cLongest];
+  snprintf(path, sizeof path, "%s/%s.do", folder, name);
+  const Orders orders = ReadOrders(path, count, values);
+  const char* product = Product(count, values);
+  if (product && !orders.mute) WriteProduct(product, orders.signalNumber != 0);
+  fflush(stdout);
+  if (orders.signalNumber) raise(orders.signalNumber);
+  return orders.status;
+}
