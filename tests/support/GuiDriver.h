@@ -10,7 +10,7 @@
 #include <functional>
 #include <string>
 
-#include "Form.h"
+#include "FormImpl.h"
 #include "SysImpl.h"
 
 namespace test {
@@ -20,14 +20,18 @@ inline QWidget* WidgetOf(const mavro::Control& control) {
   return control.impl->hwnd->widget;
 }
 
-// Runs `form` as a program would, calls `script` once the form is up and active, and closes the
-// form afterwards if it is still there. Answers Run's result.
+// Runs `form` as a program would, calls `script` once the form is up, active and has seen its first
+// idle pass, and closes the form afterwards if it is still there. Answers Run's result.
 inline int RunForm(mavro::Form& form, bool modal, const std::function<void()>& script) {
-  QTimer::singleShot(0, [&form, &script] {
-    for (int i = 0; i < 200 && mavro::activeForm != &form; ++i) QTest::qWait(5);
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, [&] {
+    if (mavro::activeForm != &form) return;
+    if (!static_cast<mavro::Form::Impl*>(form.impl)->firstShowDone) return;
+    poll.stop();
     script();
     if (form.impl->hwnd) form.impl->OnMenuCommand(2, 0);
   });
+  poll.start(2);
   return form.Run(modal);
 }
 
