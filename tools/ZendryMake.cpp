@@ -1,0 +1,166 @@
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <csignal>
+#include <cstdio>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "BuildActs.h"
+#include "ControlBytes.h"
+#include "IdeConfig.h"
+#include "Paths.h"
+#include "Project.h"
+#include "Shell.h"
+
+// zendry-make: builds a project without a window. Prints what the Output panel would show, then one
+// line "file:line: text" for each row of the error list on standard error.
+
+using namespace zendry;
+
+namespace {
+
+enum ExitStatus { cBuilt = 0, cNotBuilt = 1, cCannotStart = 2 };
+
+volatile std::sig_atomic_t stopSignal = 0;
+
+struct Options {
+  std::string project;
+  std::string mode;
+  bool rebuild = false;
+  bool clean = false;
+  bool explain = false;
+};
+
+// The text as one line: a newline in a file's name becomes a mark too.
+std::string OneLine(std::string_view text) {
+  std::string line;
+  for (char c : MarkControlBytes(text)) {
+    if (c == '\n')
+      line += "<0a>";
+    else if (c != '\r')
+      line += c;
+  }
+  return line;
+}
+
+// Standard output in place of the Output panel; the rows of the error list are kept for the end.
+class ConsoleShell : public Shell {
+ public:
+  void AppendOutput(std::string_view text) override {
+    const std::string marked = MarkControlBytes(text);
+    for (size_t i = 0; i < marked.size(); ++i) {
+      const bool endsLine = marked[i] == '\r' && i + 1 < marked.size() && marked[i + 1] == '\n';
+      if (!endsLine) std::putchar(marked[i]);
+    }
+    std::fflush(stdout);
+  }
+
+  void AddErrorRow(const ErrorRow& row) override { rows.push_back(row); }
+  void AppendToLastErrorRow(std::string_view text) override {
+    if (!rows.empty()) rows.back().text += text;
+  }
+  void ClearErrorRows() override { rows.clear(); }
+  int ErrorRowCount() override { return static_cast<int>(rows.size()); }
+
+  void PumpMessages() override {
+    if (stopSignal) theBuildActs.OnCommand(cStopBuildCommand);
+  }
+
+  void PrintRows() const {
+    for (const ErrorRow& row : rows)
+      std::fprintf(stderr, "%s:%d: %s\n", OneLine(row.file).c_str(), row.line,
+                   OneLine(row.text).c_str());
+  }
+
+ private:
+  std::vector<ErrorRow> rows;
+};
+
+void Say(const std::string& text) {
+  std::fprintf(stderr, "zendry-make: %s\n", OneLine(text).c_str());
+}
+
+// Stops the tool that runs, so that what it has half written is deleted, and no other one is
+// started. A second signal ends the program at once.
+void StopOnSignals() {
+  struct sigaction action = {};
+  action.sa_handler = [](int signal) {
+    stopSignal = signal;
+    mavro::SpawnConsole::StopBlockingRun();
+  };
+  action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
+  for (int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
+}
+
+// Folder of this program, links resolved, with its trailing slash.
+std::string ProgramFolder() {
+  std::error_code error;
+  const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
+  return program.parent_path().string() + "/";
+}
+
+// Empty when the project was read, else why not.
+std::string OpenProject(const Options& options, Shell& shell) {
+  theIdeConfig.appDir = ProgramFolder();
+  ReadConfig(theIdeConfig, theIdeFonts);
+  theProject.SetShell(&shell);
+  theProject.SetInstallFolder(theIdeConfig.appDir);
+  if (FileKind(options.project) != cProjectFile)
+    return options.project + " is no project file (.zpj)";
+  const LoadResult loaded = theProject.Load(TidyPath(AbsolutePath(options.project)));
+  if (!loaded.Ok()) return loaded.error;
+  if (!loaded.doubt.empty()) Say(loaded.doubt);
+  if (!options.mode.empty()) theProject.SetMode(options.mode == "debug" ? cDebug : cRelease);
+  return "";
+}
+
+void PrintReason(const std::string& file, const std::string& reason) {
+  std::printf("explain: %s: %s\n", OneLine(file).c_str(), OneLine(reason).c_str());
+}
+
+int Run(const Options& options) {
+  ClearCompilerEnvironment();
+  ConsoleShell shell;
+  if (const std::string error = OpenProject(options, shell); !error.empty()) {
+    Say(error);
+    return cCannotStart;
+  }
+  StopOnSignals();
+  theBuildActs.Bind(theProject, shell);
+  if (options.explain) theBuildActs.SetStaleObserver(PrintReason);
+  if (options.clean) {
+    theBuildActs.ClearOutput();
+  } else {
+    theBuildActs.Build(options.rebuild);
+    theBuildActs.Summary();
+  }
+  shell.PrintRows();
+  const bool isPrinted = std::fflush(stdout) == 0 && !std::ferror(stdout);
+  if (!isPrinted) Say("standard output can't be written");
+  const bool isBuilt = theBuildActs.errorCount == 0 && theBuildActs.FailedTools() == 0;
+  return isBuilt && isPrinted && !stopSignal ? cBuilt : cNotBuilt;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Options options;
+  CLI::App app("Builds a Zendry project without a window.", "zendry-make");
+  app.set_version_flag("--version", "zendry-make " ZENDRY_VERSION);
+  app.add_option("PROJECT", options.project, "the project file (.zpj)")->required();
+  app.add_option("--mode", options.mode,
+                 "release or debug; else as the project was last used, else release")
+      ->check(CLI::IsMember({"release", "debug"}));
+  CLI::Option* rebuild = app.add_flag("--rebuild", options.rebuild, "run every tool, stale or not");
+  app.add_flag("--clean", options.clean, "delete the object files and stop")->excludes(rebuild);
+  app.add_flag("--explain", options.explain, "say for each file why it is stale");
+  app.footer("Exit status: 0 built, 1 not built, 2 wrong command line or unreadable project.");
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? cBuilt : cCannotStart;
+  }
+  return Run(options);
+}
