@@ -60,6 +60,10 @@ void ChildRun::Hand(const std::string& line) const {
 
 void ChildRun::DeliverRound() {
   lines.Append(reader.Read());
+  DeliverLines();
+}
+
+void ChildRun::DeliverLines() {
   std::string line;
   while (!ended && lines.Next(line)) Hand(line);
 }

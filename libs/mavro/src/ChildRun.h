@@ -26,6 +26,8 @@ class ChildRun {
   void Hand(const std::string& line) const;
   // One round of delivery: a read, then the lines that are whole with it.
   void DeliverRound();
+  // The lines that are whole already: those that a handler calling back from within a round finds.
+  void DeliverLines();
   // What is left at the end of the output.
   void DeliverRest();
   // Writes to the child. While it is in the way of the write, its output is fetched, which may be

@@ -194,6 +194,7 @@ bool SpawnConsole::Interrupt() {
 
 void SpawnConsole::Poll() {
   const std::shared_ptr<AttachedRun> run = impl->attached;
+  if (run) run->DeliverLines();
   for (int fetches = 0; run && !run->ended;) {
     if (run->reader.BytesAhead()) run->DeliverRound();
     // The limit holds where nothing is fetched and not delivered: the descriptor alone wakes the
