@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Shell.h"
+
+namespace test {
+
+// Writes down in words what the core tells a window, and answers what a test sets.
+//
+//   test::RecordingShell shell;
+//   project.SetShell(&shell);
+//   project.AddFile("src/a.cpp");
+//   EXPECT_EQ(shell.Take(), "status parse /p/src/a.cpp\nstatus  \nadd src/a.cpp 1 1\n");
+class RecordingShell : public zendry::Shell {
+ public:
+  // What was recorded since the last call, a line for each event.
+  std::string Take() {
+    std::string text;
+    text.swap(events);
+    return text;
+  }
+
+  std::vector<zendry::OpenFile> openFiles;
+  std::string activeFile;
+  bool closes = true;  // answer of CloseAllFiles
+
+  void AddTreeNode(const std::string& path, int id, int type) override {
+    Note("add " + path + " " + std::to_string(id) + " " + std::to_string(type));
+  }
+  void RemoveTreeNode(int id) override { Note("remove " + std::to_string(id)); }
+  void ClearTree() override { Note("clear tree"); }
+  void SelectTreeRoot() override { Note("select root"); }
+  void SetStatus(const std::string& text, const std::string& detail) override {
+    Note("status " + text + " " + detail);
+  }
+  void SetCaption(const std::string& text) override { Note("caption " + text); }
+  void SetModeSelector(int mode) override { Note("mode " + std::to_string(mode)); }
+  std::vector<zendry::OpenFile> OpenFiles() override { return openFiles; }
+  std::string ActiveFile() override { return activeFile; }
+  void OpenFileAt(const std::string& path, int line) override {
+    Note("open " + path + " " + std::to_string(line));
+  }
+  void ActivateFile(const std::string& path) override { Note("activate " + path); }
+  bool CloseAllFiles() override {
+    Note("close files");
+    return closes;
+  }
+
+ private:
+  void Note(const std::string& line) { events += line + "\n"; }
+
+  std::string events;
+};
+
+}  // namespace test
