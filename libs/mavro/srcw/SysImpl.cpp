@@ -94,8 +94,13 @@ void SysImpl::Show(bool on) {
   hwnd->Show(wanted == cShown);
   if (!FireNotify(owner->onVisible, wanted == cShown)) return;
   if (wanted != cShown) return;
-  for (size_t i = 0; i < owner->children.size(); ++i)
-    if (owner->children[i]->visible) owner->children[i]->impl->Show(true);
+  for (size_t i = 0; i < owner->children.size(); ++i) {
+    Control* child = owner->children[i];
+    if (child->visible)
+      child->impl->Show(true);
+    else
+      SetStateTree(child, cHidden);
+  }
 }
 
 std::string SysImpl::GetText() const {
