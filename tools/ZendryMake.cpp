@@ -109,7 +109,7 @@ std::string OpenProject(const Options& options, Shell& shell) {
   theProject.SetInstallFolder(theIdeConfig.appDir);
   if (FileKind(options.project) != cProjectFile)
     return options.project + " is no project file (.zpj)";
-  const LoadResult loaded = theProject.Load(TidyPath(AbsolutePath(options.project)));
+  const LoadResult loaded = theProject.Load(options.project);
   if (!loaded.Ok()) return loaded.error;
   if (!loaded.doubt.empty()) Say(loaded.doubt);
   if (!options.mode.empty()) theProject.SetMode(options.mode == "debug" ? cDebug : cRelease);
