@@ -1,0 +1,40 @@
+#pragma once
+
+#include "Action.h"
+
+namespace zendry {
+
+enum DebuggerCommand {
+  cBreakpointCommand = 1201,
+  cClearBreakpointsCommand = 1202,
+  cAddWatchCommand = 1203,
+  cClearWatchesCommand = 1204,
+  cStepIntoCommand = 1205,
+  cStepOutCommand = 1206,
+  cStepOverCommand = 1208,
+  cRunToCursorCommand = 1209,
+  cRunCommand = 1210,
+  cRunPlainCommand = 1211,
+  cStopDebugCommand = 1212,
+  cViewBreakpointsCommand = 1213,
+  cViewStackCommand = 1215,
+  cCommanderCommand = 1216,
+  cParametersCommand = 1217
+};
+
+// The debug session and its commands.
+class Debugger : public mavro::ActionList {
+ public:
+  Debugger();
+
+  // What builds and the change of mode ask before they do anything.
+  bool IsRunning() const { return running; }
+  // Passes over whatever it has no session for.
+  void OnCommand(int id);
+
+  bool running = false;
+};
+
+extern Debugger theDebugger;
+
+}  // namespace zendry

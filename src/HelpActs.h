@@ -1,0 +1,14 @@
+#pragma once
+
+#include "Action.h"
+
+namespace zendry {
+
+class HelpActs : public mavro::ActionList {
+ public:
+  HelpActs();
+};
+
+extern HelpActs theHelpActs;
+
+}  // namespace zendry

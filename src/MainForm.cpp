@@ -1,0 +1,235 @@
+#include "MainForm.h"
+
+#include "BuildActs.h"
+#include "Debugger.h"
+#include "FileActs.h"
+#include "Paths.h"
+#include "PictureStrips.h"
+#include "Project.h"
+#include "Rescue.h"
+
+// The main window: how it is put together and what its own controls do.
+
+namespace zendry {
+
+MainForm* theMainForm = nullptr;
+
+namespace {
+
+enum ContextId {
+  cFormContext = 100,
+  cUpperSplitContext = 200,
+  cTopContext = 201,
+  cBottomContext = 202,
+  cLeftSplitContext = 300,
+  cLeftContext = 301,
+  cRightContext = 302,
+  cLeftTabsContext = 3011,
+  cEditTabsContext = 32,
+  cToolPanelContext = 500
+};
+
+constexpr int cLeftPanelWidth = 200;
+constexpr int cCloseButtonSize = 20;
+
+}  // namespace
+
+MainForm::MainForm(const StartupFile& newStartup)
+    : toolPanel(leftTabs),
+      errorList("Error", cErrorMark),
+      resultList("Result", cNoMark),
+      startup(newStartup) {
+  theMainForm = this;
+  theProject.SetShell(this);
+  theBuildActs.Bind(theProject, *this);
+  text = "Zendry";
+  center = false;
+  contextId = cFormContext;
+  viewActs.SetTarget(this, &MainForm::OnView);
+  viewActs.Add(cToggleStatusBarCommand, "&Status Bar");
+  viewActs.Add(cShowBottomCommand, "Bootom Pane");
+  InitMenus();
+  InitBars();
+  InitPanels();
+  SetEditorCommandsEnabled(false);
+}
+
+MainForm::~MainForm() {
+  theProject.SetShell(nullptr);
+  theMainForm = nullptr;
+}
+
+void MainForm::InitPanels() {
+  hSplit.contextId = cUpperSplitContext;
+  vSplit.contextId = cLeftSplitContext;
+  topPanel.contextId = cTopContext;
+  leftPanel.contextId = cLeftContext;
+  rightPanel.contextId = cRightContext;
+  bottomPanel.contextId = cBottomContext;
+  leftTabs.contextId = cLeftTabsContext;
+  editTabs.contextId = cEditTabsContext;
+  toolPanel.contextId = cToolPanelContext;
+
+  hSplit.dock = vSplit.dock = leftTabs.dock = editTabs.dock = mavro::Dock::cFill;
+  projectTree.dock = classTree.dock = mavro::Dock::cFill;
+  toolPanel.dock = mavro::Dock::cTop;
+
+  Add(&toolBar);
+  Add(&hSplit);
+  Add(&statusBar);
+  hSplit.pan1 = &topPanel;
+  hSplit.pan2 = &bottomPanel;
+  hSplit.orientation = 0;
+  topPanel.Add(&vSplit);
+  vSplit.pan1 = &leftPanel;
+  vSplit.pan2 = &rightPanel;
+  vSplit.orientation = 1;
+  vSplit.SetPosition(cLeftPanelWidth);
+
+  leftPanel.Add(&toolPanel);
+  leftPanel.Add(&leftTabs);
+  projectPage.text = "Project";
+  projectPage.Add(&projectTree);
+  classesPage.text = "Classes";
+  classesPage.Add(&classTree);
+  leftTabs.Add(&projectPage);
+  leftTabs.Add(&classesPage);
+  rightPanel.Add(&editTabs);
+  InitBottomPanel();
+
+  toolPanel.onClosePanel.Add_H(this, &MainForm::OnCloseLeft);
+  buildMode.onSelChanged.Add_H(this, &MainForm::OnBuildMode);
+  onCreate.Add_H(this, &MainForm::OnCreated);
+  onClose.Add_H(this, &MainForm::OnCloseRequest);
+}
+
+void MainForm::InitBottomPanel() {
+  bottomTabs.dock = output.dock = mavro::Dock::cFill;
+  bottomPanel.Add(&paneBar);
+  bottomPanel.Add(&closeBottom);
+  bottomPanel.Add(&bottomTabs);
+  output.readOnly = true;
+  output.monospaced = true;
+  outputPage.text = "Output";
+  outputPage.Add(&output);
+  bottomTabs.Add(&outputPage);
+  bottomTabs.Add(&errorList);
+  for (int i = 0; i < 4; ++i) {
+    watches[i].text = "Watch-" + std::to_string(i + 1);
+    bottomTabs.Add(&watches[i]);
+  }
+  bottomTabs.Add(&resultList);
+  closeBottom.SetBounds(0, 0, cCloseButtonSize, cCloseButtonSize);
+  closeBottom.SetImage(cSmallStrip, cClosePicture);
+  closeBottom.hint = "Close the pane";
+  closeBottom.onClick.Add_H(this, &MainForm::OnCloseBottom);
+  bottomPanel.onResize.Add_H(this, &MainForm::OnBottomResized);
+}
+
+// The close button stands at the right-hand end of the bar.
+void MainForm::OnBottomResized(mavro::NotifyArgs&) {
+  closeBottom.left = bottomPanel.width - cCloseButtonSize;
+}
+
+void MainForm::SetPlacement(const Placement& wanted) {
+  placement = wanted;
+  SetBounds(wanted.left, wanted.top, wanted.width, wanted.height);
+  hSplit.SetPosition(wanted.splitter);
+}
+
+void MainForm::OnCreated(mavro::NotifyArgs&) {
+  theProject.SetMode(buildMode.selectedIndex);
+  SetRunState(-1);
+  OpenStartupFile();
+  for (WatchList& watch : watches) watch.Prepare();
+  SayWhatIsNotKept();
+}
+
+// What an earlier run could not save comes first, so that it is what is opened.
+void MainForm::OpenStartupFile() {
+  const std::string rescued = OfferRescuedProjects();
+  const StartupFile file = std::exchange(startup, {});
+  if (file.kind == cProjectFile)
+    theFileActs.LoadProject(file.path);
+  else if (!file.path.empty())
+    editTabs.OpenFile(AbsolutePath(file.path));
+  else if (!rescued.empty())
+    theFileActs.LoadProject(rescued);
+}
+
+void MainForm::SayWhatIsNotKept() {
+  const std::string error = theIdeSession.TakeError();
+  if (!error.empty()) SetStatus(error, "");
+}
+
+// A build has the project in hand: it is told to stop, and the window stays until it has.
+void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
+  if (theBuildActs.IsBuilding()) {
+    theBuildActs.OnCommand(cStopBuildCommand);
+    SetStatus("The build is being stopped. Close the window again when it has ended.", "");
+    args.value = 0;
+    return;
+  }
+  if (!theFileActs.CloseProject()) {
+    args.value = 0;
+    return;
+  }
+  const mavro::Rect at = Bounds();
+  placement = {at.left, at.top, at.width, at.height, hSplit.Position()};
+}
+
+void MainForm::OnView(int id) {
+  switch (id) {
+    case cShowLeftCommand:
+      return ShowPart(leftPanel, true);
+    case cShowBottomCommand:
+      return ShowPart(bottomPanel, true);
+    case cToggleToolBarCommand:
+      return ShowPart(toolBar, !toolBar.visible);
+    case cToggleStatusBarCommand:
+      return ShowPart(statusBar, !statusBar.visible);
+    default:
+      return;
+  }
+}
+
+void MainForm::ShowPart(mavro::Control& part, bool on) {
+  part.visible = on;
+  layoutPending = true;
+  mavro::RunPendingLayout(this);
+}
+
+void MainForm::OnCloseBottom(mavro::NotifyArgs&) {
+  ShowPart(bottomPanel, false);
+}
+
+void MainForm::OnCloseLeft(mavro::NotifyArgs&) {
+  ShowPart(leftPanel, false);
+}
+
+void MainForm::ClearPane(int index) {
+  if (index == cOutputPage)
+    output.Clear();
+  else if (index == cErrorPage)
+    errorList.Clear();
+  else if (index >= cFirstWatchPage && index <= cLastWatchPage)
+    watches[index - cFirstWatchPage].Clear();
+  else if (index == cResultPage)
+    resultList.Clear();
+}
+
+void MainForm::ShowPage(int index) {
+  bottomTabs.selectedIndex = index;
+}
+
+void MainForm::OnBuildMode(mavro::NotifyArgs&) {
+  if (theDebugger.IsRunning())
+    mavro::Information("Stop debugger first!");
+  else if (theBuildActs.IsBuilding())
+    mavro::Beep();
+  else
+    theProject.SetMode(buildMode.selectedIndex);
+  SetModeSelector(theProject.mode);
+}
+
+}  // namespace zendry

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "Action.h"
+
+namespace zendry {
+
+enum ProjectCommand {
+  cAddFileCommand = 1001,
+  cRemoveFileCommand = 1002,
+  cProjectOptionsCommand = 1003,
+  cCreateMakefileCommand = 1004
+};
+
+// The commands on the files of the project. FileActs handles them; the work is done here.
+class PrjActs : public mavro::ActionList {
+ public:
+  PrjActs();
+
+  // Asks for files and adds those that the project doesn't have.
+  void AddFiles();
+  // Takes the file selected in the tree out of the project; the file itself and its tab stay.
+  void RemoveSelected();
+  // Writes "Makefile" into the current folder.
+  void CreateMakefile();
+};
+
+extern PrjActs thePrjActs;
+
+}  // namespace zendry

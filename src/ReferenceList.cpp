@@ -1,0 +1,94 @@
+#include "ReferenceList.h"
+
+#include "ControlBytes.h"
+#include "FileText.h"
+#include "MainForm.h"
+#include "Project.h"
+#include "SystemDialogs.h"
+
+namespace zendry {
+
+namespace {
+
+enum Column { cFileColumn, cLineColumn, cTextColumn };
+
+constexpr int cFileWidth = 200;
+constexpr int cLineWidth = 80;
+constexpr int cTextWidth = 900;
+constexpr size_t cMaxRowText = 16 * 1024;
+
+}  // namespace
+
+ReferenceList::ReferenceList(const std::string& caption, EditorMark newMark) : mark(newMark) {
+  text = caption;
+  list.AddColumn("file", cFileWidth);
+  list.AddColumn("message", cLineWidth);
+  list.AddColumn("text", cTextWidth);
+  list.fullRowSelect = true;
+  list.showSelection = true;
+  list.dock = mavro::Dock::cFill;
+  list.onClickRow.Add_H(this, &ReferenceList::OnRow);
+  list.onChoose.Add_H(this, &ReferenceList::OnRow);
+  Add(&list);
+}
+
+void ReferenceList::AddRow(const std::string& file, int line, std::string_view message) {
+  const int row = list.AddRow(MarkControlBytes(file));
+  list.SetItemData(row, line);
+  list.SetCell(row, cLineColumn, std::to_string(line));
+  list.SetCell(row, cTextColumn, MarkControlBytes(message.substr(0, cMaxRowText)));
+  files.push_back(file);
+}
+
+void ReferenceList::AppendToLast(std::string_view message) {
+  const int last = RowCount() - 1;
+  if (last < 0) return;
+  const std::string shown = list.GetCell(last, cTextColumn);
+  if (shown.size() >= cMaxRowText) return;
+  const std::string added = MarkControlBytes(message.substr(0, cMaxRowText - shown.size()));
+  list.SetCell(last, cTextColumn, shown + added);
+}
+
+void ReferenceList::Clear() {
+  if (theMainForm && mark != cNoMark) theMainForm->editTabs.RemoveMark(mark);
+  list.Clear();
+  list.selectedIndex = -1;
+  files.clear();
+}
+
+void ReferenceList::ShowCurrent() {
+  const int row = list.selectedIndex;
+  if (row < 0 || row >= RowCount()) return;
+  const std::string path = theProject.GetFullPath(files[static_cast<size_t>(row)]);
+  if (!mavro::FileExists(path)) return;
+  const int line = list.GetItemData(row);
+  FileEditor* editor = theMainForm->editTabs.GoTo(path, line);
+  if (!editor || mark == cNoMark || line <= 0) return;
+  theMainForm->editTabs.RemoveMark(mark);
+  editor->SetMark(mark, line);
+}
+
+void ReferenceList::ShowFirst() {
+  if (RowCount() > 0) GoToRow(0);
+}
+
+void ReferenceList::GoNext() {
+  const int row = list.selectedIndex;
+  row < RowCount() - 1 ? GoToRow(row + 1) : mavro::Beep();
+}
+
+void ReferenceList::GoPrev() {
+  const int row = list.selectedIndex;
+  row < 1 ? mavro::Beep() : GoToRow(row - 1);
+}
+
+void ReferenceList::GoToRow(int row) {
+  list.Select(row);
+  ShowCurrent();
+}
+
+void ReferenceList::OnRow(mavro::NotifyArgs& args) {
+  if (args.value >= 0) GoToRow(args.value);
+}
+
+}  // namespace zendry
