@@ -14,24 +14,30 @@ class Edit : public Control {
 
   Edit();
   void SelectAll();
+  // Checks the text as Enter and leaving the control do: fires onValidate. Answers whether the text
+  // is valid; false also when a handler has destroyed the control.
+  bool Valid();
 
   WriteProperty<int> dataType;
   WriteProperty<bool> readOnly;
-  NotifyEvent onChange;
-  NotifyEvent onValidate;
+  NotifyEvent onChange;    // the user has changed the text
+  NotifyEvent onValidate;  // value: 1 if the text suits `dataType`, else 0; handlers may change it
 
  protected:
   explicit Edit(SysImpl* newImpl);
 };
 
-// Many lines of text. Bytes go in and come out unchanged; lines end with CR LF or LF.
+// Many lines of text. Bytes go in and come out unchanged; lines end with CR LF, LF or a lone CR. A
+// line that is typed ends as the text's first one does, in an empty text with CR LF. A line too
+// long to show stands in parts below each other with a bar beside them; it stays one line of the
+// text.
 class Memo : public Edit {
  public:
   class Impl;
   Memo();
 
-  // Adds text at the end and keeps the end in view if it was. The cost does not grow with what is
-  // there.
+  // Adds text at the end and keeps the end in view if it was; caret and selection stay. The cost
+  // does not grow with what is there.
   void Append(std::string_view added);
   void Clear();
   // Puts the caret at the start of a line, counted from 1, and brings it into view.

@@ -12,8 +12,9 @@ class ListBox : public Control {
   ListBox();
 
   ItemList items;
-  WriteProperty<int> selectedIndex;  // -1 for none
-  NotifyEvent onSelChanged;
+  // -1 for none, as any other index that no item has.
+  WriteProperty<int> selectedIndex;
+  NotifyEvent onSelChanged;  // by the user only, not by assignment; value: the selected index
 };
 
 // A closed list of texts that opens on demand.

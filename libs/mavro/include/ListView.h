@@ -17,6 +17,8 @@ class ListView : public Control {
   void AddColumn(const std::string& title, int width);
   // Appends a row and answers its index.
   int AddRow(const std::string& firstCell);
+  // Row and column must exist. Row -1 stands for none, as selectedIndex does: it has no cells and
+  // no data, and setting them does nothing.
   void SetCell(int row, int col, const std::string& cell);
   std::string GetCell(int row, int col) const;
   void SetItemData(int row, int data);
@@ -36,7 +38,10 @@ class ListView : public Control {
 
   NotifyEvent onChoose;     // double click or Enter on a row; value: the row
   NotifyEvent onClickRow;   // click on a row; value: the row
-  NotifyEvent onChangeSel;  // value: the selected row
+  NotifyEvent onChangeSel;  // by the user only, not by assignment; value: the selected row
+
+ private:
+  Impl& TheImpl() const;
 };
 
 }  // namespace mavro

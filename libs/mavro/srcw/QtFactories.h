@@ -11,6 +11,14 @@ using NativeFactory = NativeWindow* (*)(const CreateInfo& info);
 NativeWindow* MakeContainer(const CreateInfo& info);
 NativeWindow* MakeForm(const CreateInfo& info);
 NativeWindow* MakeSplitBar(const CreateInfo& info);
+NativeWindow* MakeLabel(const CreateInfo& info);
+NativeWindow* MakeButton(const CreateInfo& info);
+NativeWindow* MakeEdit(const CreateInfo& info);
+NativeWindow* MakeListBox(const CreateInfo& info);
+NativeWindow* MakeComboBox(const CreateInfo& info);
+NativeWindow* MakeListView(const CreateInfo& info);
+NativeWindow* MakeStatusBar(const CreateInfo& info);
+NativeWindow* MakeTreeView(const CreateInfo& info);
 
 // The client widget of the parent; null for a form.
 QWidget* ParentWidget(const CreateInfo& info);

@@ -13,8 +13,19 @@ struct ClassRow {
 
 // The native classes and what makes their windows: the only place that names the widgets.
 constexpr ClassRow cClasses[] = {
-    {"mavroCont", MakeContainer}, {"mavrosplitcont", MakeContainer}, {"mavForm", MakeForm},
-    {"#32770", MakeForm},         {"mavroSplitter", MakeSplitBar},
+    {"mavroCont", MakeContainer},
+    {"mavrosplitcont", MakeContainer},
+    {"mavForm", MakeForm},
+    {"#32770", MakeForm},
+    {"mavroSplitter", MakeSplitBar},
+    {"SysTreeView32", MakeTreeView},
+    {"Static", MakeLabel},
+    {"Button", MakeButton},
+    {"Edit", MakeEdit},
+    {"ListBox", MakeListBox},
+    {"ComboBox", MakeComboBox},
+    {"SysListView32", MakeListView},
+    {"msctls_statusbar32", MakeStatusBar},
 };
 
 }  // namespace

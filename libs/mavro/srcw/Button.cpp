@@ -1,0 +1,145 @@
+#include "Button.h"
+
+#include "Assert.h"
+#include "ButtonImpl.h"
+#include "Form.h"
+
+namespace mavro {
+
+namespace {
+
+constexpr int cStockStrip = 109;  // the strip of stock icons
+
+struct KindRow {
+  const char* caption;
+  int modalResult;
+};
+
+// By Button::Kind.
+constexpr KindRow cKinds[] = {
+    {"", 0},       {"OK", Form::cOk}, {"Cancel", Form::cCancel},
+    {"&No", 0},    {"&Open", 0},      {"&Save", 0},
+    {"&Print", 0}, {"&Run", 0},       {"&Go", 0},
+    {"&Edit", 0},  {"Se&tup", 0},     {"&Close", 0},
+};
+
+// Closes a form with a result, as far as it is there: what the first call fires may take it along.
+void CloseWith(Form* form, int result) {
+  if (!form || !form->impl->hwnd) return;
+  form->impl->OnMenuCommand(1, result);
+  form->impl->OnMenuCommand(2, 0);
+}
+
+}  // namespace
+
+void AnyButton::Impl::Create() {
+  CreateNative("Button", cWantsKeys);
+}
+
+void AnyButton::Impl::Destroy() {
+  destroying = true;
+  SysImpl::Destroy();
+  destroying = false;
+}
+
+void AnyButton::Impl::OnCommand(int code, Param handle) {
+  if (handle == 0 && code != 0)
+    SysImpl::OnCommand(code, handle);
+  else if ((code >> 16) == BN_CLICKED && !destroying)
+    OnClick();
+}
+
+Param AnyButton::Impl::OnNotify(NotifyHeader*) {
+  return 1;
+}
+
+void AnyButton::Impl::OnClick() {
+  NotifyArgs args{owner, 0};
+  static_cast<AnyButton*>(owner)->onClick.Fire(args);
+}
+
+void Button::Impl::Create() {
+  AnyButton::Impl::Create();
+  Window()->SetDefault(kind == cOk);
+  Window()->SetHot(hot);
+  ShowPicture();
+}
+
+void Button::Impl::KindChanged() {
+  MAVRO_ASSERT(kind >= cNone && kind <= cClose);
+  const KindRow& row = cKinds[kind];
+  const std::string now = GetText();
+  if (now.empty() || now == givenCaption) SetText(row.caption);
+  givenCaption = row.caption;
+  modalResult = row.modalResult;
+  if (hwnd) Window()->SetDefault(kind == cOk);
+}
+
+void Button::Impl::IconChanged() {
+  ShowPicture();
+}
+
+void Button::Impl::HotChanged() {
+  if (hwnd) Window()->SetHot(hot);
+}
+
+void Button::Impl::SetImage(int newStrip, int newIndex) {
+  imageStrip = newStrip;
+  imageIndex = newIndex;
+  ShowPicture();
+}
+
+void Button::Impl::ShowPicture() {
+  if (!hwnd) return;
+  if (imageIndex >= 0)
+    Window()->SetPicture(imageStrip, imageIndex, true);
+  else
+    Window()->SetPicture(cStockStrip, icon, false);
+}
+
+void Button::Impl::OnClick() {
+  const int result = modalResult;
+  Form* form = owner->GetForm();
+  NotifyArgs args{owner, 0};
+  if (!static_cast<AnyButton*>(owner)->onClick.Fire(args)) return;
+  if (result != 0) CloseWith(form, result);
+}
+
+void CheckBox::Impl::PrepareStyle() {
+  style |= BS_AUTOCHECKBOX;
+}
+
+void CheckBox::Impl::Create() {
+  AnyButton::Impl::Create();
+  Window()->SetChecked(checked);
+}
+
+void CheckBox::Impl::CheckedChanged() {
+  if (hwnd) Window()->SetChecked(checked);
+}
+
+void CheckBox::Impl::OnClick() {
+  if (hwnd) checked = Window()->IsChecked();
+  AnyButton::Impl::OnClick();
+}
+
+Button::Button()
+    : AnyButton(new Impl),
+      kind(impl, static_cast<PropertySetter>(&Impl::KindChanged), &static_cast<Impl*>(impl)->kind),
+      icon(impl, static_cast<PropertySetter>(&Impl::IconChanged), &static_cast<Impl*>(impl)->icon),
+      hot(impl, static_cast<PropertySetter>(&Impl::HotChanged), &static_cast<Impl*>(impl)->hot) {
+  SetSize(84, 34);
+}
+
+void Button::SetImage(int stripId, int index) {
+  static_cast<Impl*>(impl)->SetImage(stripId, index);
+}
+
+CheckBox::CheckBox()
+    : AnyButton(new Impl),
+      checked(impl, static_cast<PropertySetter>(&Impl::CheckedChanged),
+              &static_cast<Impl*>(impl)->checked) {
+  SetSize(120, 22);
+}
+
+}  // namespace mavro

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "Label.h"
+#include "NativeButtons.h"
+#include "SysImpl.h"
+
+namespace mavro {
+
+// The platform half of labels.
+class Label::Impl : public SysImpl {
+ public:
+  void Create() override;
+  void PrepareStyle() override;
+  // By the time it is shown, the control that the label names exists.
+  void Show(bool on) override;
+
+  void AlignChanged();
+
+  int align = cLeft;
+
+ private:
+  NativeLabel* Window() const { return static_cast<NativeLabel*>(hwnd); }
+};
+
+}  // namespace mavro

@@ -1,0 +1,82 @@
+#include "QtListModel.h"
+
+#include "QtText.h"
+
+namespace mavro {
+
+namespace {
+
+// No screen shows more of a cell, and painting a longer text costs its whole length.
+constexpr size_t cShownBytes = 2000;
+
+// A cell stands in one line, whatever it holds.
+QString OneLine(std::string_view bytes) {
+  QString shown = ToScreen(bytes.substr(0, cShownBytes));
+  for (QChar& c : shown)
+    if (c == '\n' || c == '\r' || c == QChar::LineSeparator || c == QChar::ParagraphSeparator)
+      c = ' ';
+  return shown;
+}
+
+}  // namespace
+
+void ListModel::SetSource(const ListSource* itsSource) {
+  beginResetModel();
+  source = itsSource;
+  rows = 0;
+  columns = 0;
+  endResetModel();
+}
+
+void ListModel::PublishColumn() {
+  beginInsertColumns({}, columns, columns);
+  ++columns;
+  endInsertColumns();
+}
+
+void ListModel::PublishRows() {
+  const int count = source ? source->RowCount() : 0;
+  if (count <= rows) return;
+  beginInsertRows({}, rows, count - 1);
+  rows = count;
+  endInsertRows();
+}
+
+void ListModel::PublishCleared() {
+  if (rows == 0) return;
+  beginRemoveRows({}, 0, rows - 1);
+  rows = 0;
+  endRemoveRows();
+}
+
+void ListModel::RowChanged(int row) {
+  if (row < rows && columns > 0) emit dataChanged(index(row, 0), index(row, columns - 1));
+}
+
+int ListModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : rows;
+}
+
+int ListModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : columns;
+}
+
+QVariant ListModel::data(const QModelIndex& index, int role) const {
+  if (role != Qt::DisplayRole || !source || index.row() >= source->RowCount()) return {};
+  return OneLine(source->Cell(index.row(), index.column()));
+}
+
+QVariant ListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || !source || section >= source->ColumnCount()) return {};
+  if (role == Qt::TextAlignmentRole) return static_cast<int>(Qt::AlignLeft | Qt::AlignVCenter);
+  if (role != Qt::DisplayRole) return {};
+  return OneLine(source->ColumnTitle(section));
+}
+
+Qt::ItemFlags ListModel::flags(const QModelIndex& index) const {
+  const bool selectable = fullRowSelect || index.column() == 0;
+  return Qt::ItemIsEnabled | Qt::ItemNeverHasChildren |
+         (selectable ? Qt::ItemIsSelectable : Qt::NoItemFlags);
+}
+
+}  // namespace mavro

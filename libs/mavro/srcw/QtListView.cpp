@@ -1,0 +1,194 @@
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QStyledItemDelegate>
+#include <QTreeView>
+
+#include "ListView.h"
+#include "NativeLists.h"
+#include "QtFactories.h"
+#include "QtListModel.h"
+#include "QtPacer.h"
+#include "Virtual.h"
+
+namespace mavro {
+
+namespace {
+
+constexpr int cRowPadding = 4;
+
+// Rows of one height; the selection shows without the focus only where that is wanted.
+class RowDelegate final : public QStyledItemDelegate {
+ public:
+  using QStyledItemDelegate::QStyledItemDelegate;
+
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
+    return QSize(0, option.fontMetrics.height() + cRowPadding);
+  }
+
+  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+    QStyledItemDelegate::initStyleOption(option, index);
+    option->state &= ~QStyle::State_HasFocus;
+    if (!showSelection && !(option->state & QStyle::State_Active && option->widget->hasFocus()))
+      option->state &= ~QStyle::State_Selected;
+  }
+
+  bool showSelection = false;
+};
+
+class RowView final : public QTreeView {
+ public:
+  explicit RowView(QWidget* parent) : QTreeView(parent) {
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setIndentation(0);
+    setUniformRowHeights(true);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setAllColumnsShowFocus(true);
+    header()->setStretchLastSection(true);
+    header()->setSectionsMovable(false);
+    header()->setMinimumSectionSize(20);
+    setItemDelegate(&delegate);
+  }
+
+  void SetGridLines(bool on) {
+    gridLines = on;
+    viewport()->update();
+  }
+
+  RowDelegate delegate;
+  std::function<void()> onEnter;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+      onEnter();
+    else
+      QTreeView::keyPressEvent(event);
+  }
+
+  void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+    QTreeView::drawRow(painter, option, index);
+    if (!gridLines) return;
+    QColor line = palette().color(QPalette::Text);
+    line.setAlphaF(0.15F);
+    painter->setPen(line);
+    const QRect row = option.rect;
+    painter->drawLine(row.bottomLeft(), row.bottomRight());
+    for (int column = 0; column + 1 < header()->count(); ++column) {
+      const int right = columnViewportPosition(column) + columnWidth(column) - 1;
+      painter->drawLine(right, row.top(), right, row.bottom());
+    }
+  }
+
+ private:
+  bool gridLines = true;
+};
+
+class ListViewWindow final : public NativeListView {
+ public:
+  ListViewWindow(const CreateInfo& info, RowView* itsView)
+      : NativeListView(info, itsView),
+        view(itsView),
+        model(new ListModel(itsView)),
+        pacer([this] { model->PublishRows(); }) {
+    view->setModel(model);
+    QObject::connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, &pacer,
+                     [this] { Tell(LVN_SELCHANGED, SelectedRow()); });
+    QObject::connect(view, &QTreeView::clicked, &pacer,
+                     [this](const QModelIndex& index) { Tell(LVN_CLICKED, index.row()); });
+    QObject::connect(view, &QTreeView::doubleClicked, &pacer,
+                     [this](const QModelIndex& index) { Tell(LVN_CHOSEN, index.row()); });
+    view->onEnter = [this] {
+      if (SelectedRow() != -1) Tell(LVN_CHOSEN, SelectedRow());
+    };
+  }
+
+  ~ListViewWindow() override {
+    view->onEnter = [] {};
+    model->SetSource(nullptr);
+  }
+
+  // Enter chooses a row where somebody waits for that.
+  bool WantsKey(int virtualKey) const override {
+    const auto* list = dynamic_cast<const ListView*>(creationData);
+    return virtualKey == VK_RETURN && list && list->onChoose.HasHandlers() && SelectedRow() != -1;
+  }
+
+  void SetSource(const ListSource* source) override { model->SetSource(source); }
+
+  void SetLook(const ListLook& look) override {
+    model->SetFullRowSelect(look.fullRowSelect);
+    view->setSelectionBehavior(look.fullRowSelect ? QTreeView::SelectRows : QTreeView::SelectItems);
+    view->delegate.showSelection = look.showSelection;
+    view->header()->setVisible(look.headerVisible);
+    view->SetGridLines(look.gridLines);
+  }
+
+  void ColumnAdded(int width) override {
+    model->PublishColumn();
+    view->setColumnWidth(model->columnCount() - 1, width);
+  }
+
+  void RowsAdded() override { pacer.Request(); }
+
+  void RowsCleared() override {
+    const Quiet quiet(*this);
+    model->PublishCleared();
+  }
+
+  void RowChanged(int row) override { model->RowChanged(row); }
+
+  void SelectRow(int row) override {
+    const Quiet quiet(*this);
+    pacer.RunNow();
+    const QModelIndex index = row == -1 ? QModelIndex() : model->index(row, 0);
+    auto flags = QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Current;
+    if (view->selectionBehavior() == QTreeView::SelectRows) flags |= QItemSelectionModel::Rows;
+    view->selectionModel()->setCurrentIndex(index, flags);
+    if (row == -1)
+      view->clearSelection();
+    else
+      view->scrollTo(index);
+  }
+
+  int SelectedRow() const override {
+    const QItemSelection selection = view->selectionModel()->selection();
+    return selection.isEmpty() ? -1 : selection.first().top();
+  }
+
+ private:
+  // While one lives, what happens is the program's doing and not told.
+  class Quiet {
+   public:
+    explicit Quiet(ListViewWindow& its) : window(its) { ++window.quiet; }
+    ~Quiet() { --window.quiet; }
+
+   private:
+    ListViewWindow& window;
+  };
+
+  void Tell(int code, int row) {
+    if (quiet > 0) return;
+    ListViewHeader header;
+    header.from = this;
+    header.code = code;
+    header.row = row;
+    Notify(header);
+  }
+
+  RowView* const view;
+  ListModel* const model;
+  Pacer pacer;
+  int quiet = 0;
+};
+
+}  // namespace
+
+NativeWindow* MakeListView(const CreateInfo& info) {
+  return new ListViewWindow(info, new RowView(ParentWidget(info)));
+}
+
+}  // namespace mavro

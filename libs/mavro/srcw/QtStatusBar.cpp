@@ -1,0 +1,118 @@
+#include <QFontMetrics>
+#include <QLabel>
+#include <QPainter>
+#include <QStatusBar>
+
+#include "NativeStatusBar.h"
+#include "QtFactories.h"
+#include "QtText.h"
+
+namespace mavro {
+
+namespace {
+
+constexpr int cMargin = 6;  // between a pane's edge and its text
+
+// One pane: its text, cut with dots where it doesn't fit, and a line at its left edge.
+class PaneLabel final : public QLabel {
+ public:
+  explicit PaneLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+
+  bool isFirst = false;
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    const QRect place = rect().adjusted(cMargin, 0, -cMargin, 0);
+    painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                     fontMetrics().elidedText(text(), Qt::ElideRight, place.width()));
+    if (isFirst) return;
+    QColor line = palette().color(QPalette::WindowText);
+    line.setAlphaF(0.25F);
+    painter.setPen(line);
+    painter.drawLine(0, 4, 0, height() - 5);
+  }
+};
+
+// Panes that have a width keep it; those of width 0 share what is left.
+class PaneBar final : public QStatusBar {
+ public:
+  explicit PaneBar(QWidget* parent) : QStatusBar(parent) { setSizeGripEnabled(false); }
+
+  void SetPanes(const std::vector<StatusBar::Pane>& panes) {
+    while (labels.size() > panes.size()) {
+      delete labels.back();
+      labels.pop_back();
+    }
+    while (labels.size() < panes.size()) {
+      labels.push_back(new PaneLabel(this));
+      labels.back()->isFirst = labels.size() == 1;
+      labels.back()->show();
+    }
+    widths.clear();
+    for (size_t i = 0; i < panes.size(); ++i) {
+      widths.push_back(panes[i].width);
+      SetText(i, panes[i].text);
+    }
+    Arrange();
+  }
+
+  void SetText(size_t index, const std::string& text) { labels[index]->setText(ToScreen(text)); }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QStatusBar::resizeEvent(event);
+    Arrange();
+  }
+
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    QColor line = palette().color(QPalette::WindowText);
+    line.setAlphaF(0.25F);
+    painter.setPen(line);
+    painter.drawLine(0, 0, width(), 0);
+  }
+
+ private:
+  void Arrange() {
+    int fixed = 0;
+    int stretching = 0;
+    for (const int paneWidth : widths) {
+      fixed += paneWidth;
+      stretching += paneWidth == 0;
+    }
+    const int share = stretching > 0 ? std::max(width() - fixed, 0) / stretching : 0;
+    int left = 0;
+    for (size_t i = 0; i < widths.size(); ++i) {
+      const int paneWidth = widths[i] == 0 ? share : widths[i];
+      labels[i]->setGeometry(left, 1, paneWidth, height() - 1);
+      left += paneWidth;
+    }
+  }
+
+  std::vector<PaneLabel*> labels;  // owned as child widgets
+  std::vector<int> widths;
+};
+
+class StatusBarWindow final : public NativeStatusBar {
+ public:
+  StatusBarWindow(const CreateInfo& info, PaneBar* itsBar)
+      : NativeStatusBar(info, itsBar), bar(itsBar) {}
+
+  void SetPanes(const std::vector<StatusBar::Pane>& panes) override { bar->SetPanes(panes); }
+  void SetPaneText(int index, const std::string& newText) override {
+    bar->SetText(static_cast<size_t>(index), newText);
+  }
+  int TextHeight() const override { return bar->fontMetrics().height() + cMargin; }
+
+ private:
+  PaneBar* const bar;
+};
+
+}  // namespace
+
+NativeWindow* MakeStatusBar(const CreateInfo& info) {
+  return new StatusBarWindow(info, new PaneBar(ParentWidget(info)));
+}
+
+}  // namespace mavro
