@@ -13,6 +13,7 @@ int drains = 0;  // ProcessMessages calls under way
 
 bool IdleStep() {
   if (TheIdleSlot().hook) TheIdleSlot().hook();
+  TakeWake();
   return false;
 }
 
@@ -51,7 +52,9 @@ void RunMessageLoop(Form* runner) {
   bool idle = true;
   ++runningLoops;
   while (!TakeQuit() && (modal ? IsWindow(window) : formCount > 0)) {
-    if (DispatchWaiting()) {
+    if (TakeWake()) {
+      IdleStep();
+    } else if (DispatchWaiting()) {
       idle |= TakeActivity();
     } else if (idle) {
       idle = IdleStep();

@@ -20,6 +20,9 @@ bool DialogKey(Form& form, int virtualKey, int hotkeyFlags);
 // The toolkit's queue. Handles what waits and answers whether there was anything.
 bool DispatchWaiting();
 void WaitAndDispatch();
+// Whether the pipe of an attached child has become readable since the last call; it is watched
+// again from now on.
+bool TakeWake();
 // Whether anything but painting, mouse movement and timers was handled since the last call.
 bool TakeActivity();
 

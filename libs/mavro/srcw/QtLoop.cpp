@@ -23,6 +23,7 @@ namespace mavro {
 namespace {
 
 bool activity = false;
+bool woken = false;
 std::unique_ptr<QSocketNotifier> wakeNotifier;
 
 // Events after which the idle step need not run again.
@@ -98,17 +99,24 @@ class LoopFilter final : public QObject {
 
 void IdleSlotChanged() {
   const IdleSlot& slot = TheIdleSlot();
-  wakeNotifier.reset();
+  if (wakeNotifier) {
+    wakeNotifier->setEnabled(false);
+    wakeNotifier.release()->deleteLater();
+  }
   if (!slot.hook || slot.wakeDescriptor < 0) return;
   wakeNotifier = std::make_unique<QSocketNotifier>(slot.wakeDescriptor, QSocketNotifier::Read);
-  QObject::connect(wakeNotifier.get(), &QSocketNotifier::activated, [] { activity = true; });
+  // Off until the idle pass has read the pipe: the notifier would tell the same again and again.
+  QObject::connect(wakeNotifier.get(), &QSocketNotifier::activated, [] {
+    woken = true;
+    wakeNotifier->setEnabled(false);
+  });
 }
 
 void ProcessPaintsOnly() {
   if (wakeNotifier) wakeNotifier->setEnabled(false);
   QAbstractEventDispatcher::instance()->processEvents(QEventLoop::ExcludeUserInputEvents |
                                                       QEventLoop::X11ExcludeTimers);
-  if (wakeNotifier) wakeNotifier->setEnabled(true);
+  if (wakeNotifier) wakeNotifier->setEnabled(!woken);
 }
 
 bool PollNow(int descriptor, int milliseconds) {
@@ -160,6 +168,11 @@ bool DispatchWaiting() {
 
 void WaitAndDispatch() {
   QAbstractEventDispatcher::instance()->processEvents(QEventLoop::WaitForMoreEvents);
+}
+
+bool TakeWake() {
+  if (wakeNotifier) wakeNotifier->setEnabled(true);
+  return std::exchange(woken, false);
 }
 
 bool TakeActivity() {
