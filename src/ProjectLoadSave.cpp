@@ -1,3 +1,4 @@
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -28,7 +29,8 @@ std::string WhyUnreadable(const std::string& path) {
   if (stat(path.c_str(), &status) != 0) return path + ": " + std::strerror(errno);
   if (S_ISDIR(status.st_mode)) return path + ": is a folder";
   if (!S_ISREG(status.st_mode)) return path + ": is not a regular file";
-  if (access(path.c_str(), R_OK) != 0) return path + ": " + std::strerror(errno);
+  if (faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0)
+    return path + ": " + std::strerror(errno);
   return path + ": can't be read";
 }
 

@@ -8,7 +8,7 @@
 #include <string>
 
 #include "EditorSettings.h"
-#include "FileCalls.h"
+#include "FileFaults.h"
 #include "ScopedHome.h"
 #include "TempFolder.h"
 
@@ -277,25 +277,10 @@ TEST_F(IdeSessionTest, FolderGoneMeanwhile_IsMadeAgain) {
   EXPECT_NE(folder.Read(cIni).find("a=1\n"), std::string::npos);
 }
 
-// A disk that is full from now on.
-class FullDisk {
- public:
-  FullDisk() : saved(mavro::TheFileCalls()) {
-    mavro::TheFileCalls().write = [](int, const void*, size_t) -> ssize_t {
-      errno = ENOSPC;
-      return -1;
-    };
-  }
-  ~FullDisk() { mavro::TheFileCalls() = saved; }
-
- private:
-  mavro::FileCalls saved;
-};
-
 TEST_F(IdeSessionTest, Save_FullDisk_KeepsTheOldFileAndSaysSo) {
   IdeSession session = Loaded("a=1\n");
   {
-    FullDisk full;
+    const test::FileFaults fullDisk(1, ENOSPC, test::FileFaults::Extent::cAllFrom);
     session.Save(place);
   }
   EXPECT_EQ(folder.Read(cIni), "a=1\n");

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "RecordingShell.h"
+#include "ProjectShell.h"
 #include "ScriptedDialogs.h"
 #include "TempFolder.h"
 
@@ -21,7 +21,7 @@ class ProjectTest : public testing::Test {
     shell.Take();
   }
 
-  test::RecordingShell shell;
+  test::ProjectShell shell;
   Project project;
 };
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "Project.h"
-#include "RecordingShell.h"
+#include "ProjectShell.h"
 #include "TempFolder.h"
 
 namespace zendry {
@@ -83,7 +83,7 @@ class SessionFileTest : public testing::Test {
   }
 
   test::TempFolder folder;
-  test::RecordingShell shell;
+  test::ProjectShell shell;
   Project project;
   std::string path;
 };

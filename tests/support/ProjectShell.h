@@ -9,11 +9,11 @@ namespace test {
 
 // Writes down in words what the core tells a window, and answers what a test sets.
 //
-//   test::RecordingShell shell;
+//   test::ProjectShell shell;
 //   project.SetShell(&shell);
 //   project.AddFile("src/a.cpp");
 //   EXPECT_EQ(shell.Take(), "status parse /p/src/a.cpp\nstatus  \nadd src/a.cpp 1 1\n");
-class RecordingShell : public zendry::Shell {
+class ProjectShell : public zendry::Shell {
  public:
   // What was recorded since the last call, a line for each event.
   std::string Take() {
