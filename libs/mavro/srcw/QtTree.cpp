@@ -1,0 +1,227 @@
+#include <QAbstractItemModel>
+#include <QHash>
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QToolTip>
+#include <QTreeView>
+#include <functional>
+
+#include "NativeTree.h"
+#include "QtFactories.h"
+#include "QtStrips.h"
+#include "QtText.h"
+#include "Virtual.h"
+
+namespace mavro {
+
+namespace {
+
+// The toolkit's view of a tree of nodes, which stay with their owner.
+class TreeModel final : public QAbstractItemModel {
+ public:
+  void SetTree(const TreeNode* newRoot, int imageStrip) {
+    beginResetModel();
+    root = newRoot;
+    strip = imageStrip;
+    endResetModel();
+  }
+
+  QModelIndex IndexOf(const TreeNode* node) const {
+    return node ? createIndex(node->row, 0, const_cast<TreeNode*>(node)) : QModelIndex();
+  }
+  static TreeNode* NodeOf(const QModelIndex& index) {
+    return static_cast<TreeNode*>(index.internalPointer());
+  }
+
+  QModelIndex index(int row, int column, const QModelIndex& parent) const override {
+    if (!hasIndex(row, column, parent)) return QModelIndex();
+    return createIndex(row, column, Holder(parent)->children[static_cast<size_t>(row)].get());
+  }
+  QModelIndex parent(const QModelIndex& index) const override {
+    return index.isValid() ? IndexOf(NodeOf(index)->parent) : QModelIndex();
+  }
+  int rowCount(const QModelIndex& parent) const override {
+    const TreeNode* node = Holder(parent);
+    return node ? static_cast<int>(node->children.size()) : 0;
+  }
+  int columnCount(const QModelIndex&) const override { return 1; }
+
+  QVariant data(const QModelIndex& index, int role) const override {
+    const TreeNode* node = NodeOf(index);
+    if (role == Qt::DisplayRole) return ToScreen(node->text);
+    if (role == Qt::DecorationRole && node->image >= 0) return Picture(node->image);
+    return QVariant();
+  }
+
+  // The calls of the base that tell views what is about to happen.
+  void BeginAdd(const TreeNode* parentNode, int row) {
+    beginInsertRows(IndexOf(parentNode), row, row);
+  }
+  void EndAdd() { endInsertRows(); }
+  void BeginRemove(const TreeNode* parentNode, int row) {
+    beginRemoveRows(IndexOf(parentNode), row, row);
+  }
+  void EndRemove() { endRemoveRows(); }
+  void BeginClear() { beginResetModel(); }
+  void EndClear() { endResetModel(); }
+
+ private:
+  const TreeNode* Holder(const QModelIndex& parent) const {
+    return parent.isValid() ? NodeOf(parent) : root;
+  }
+  QIcon Picture(int image) const {
+    const auto found = pictures.constFind(image);
+    if (found != pictures.constEnd()) return *found;
+    return *pictures.insert(image, StripIcon(strip, image));
+  }
+
+  const TreeNode* root = nullptr;
+  int strip = 0;
+  mutable QHash<int, QIcon> pictures;
+};
+
+class TreeWidget final : public QTreeView {
+ public:
+  explicit TreeWidget(QWidget* parent) : QTreeView(parent) {
+    setModel(&model);
+    setHeaderHidden(true);
+    setUniformRowHeights(true);
+    setEditTriggers(NoEditTriggers);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollMode(ScrollPerPixel);
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  }
+
+  // The selected node, which the one with the focus frame need not be.
+  QModelIndex Selected() const { return selectionModel()->selectedIndexes().value(0); }
+
+  TreeModel model;
+  std::function<void(TreeNode*)> chosen;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (enter && Selected().isValid())
+      Choose(Selected());
+    else
+      QTreeView::keyPressEvent(event);
+  }
+
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    const QPersistentModelIndex clicked = indexAt(event->position().toPoint());
+    const bool onText = visualRect(clicked).contains(event->position().toPoint());
+    QTreeView::mouseDoubleClickEvent(event);
+    if (event->button() == Qt::LeftButton && clicked.isValid() && onText) Choose(clicked);
+  }
+
+  // A text that is cut off shows in full in a tool tip.
+  bool viewportEvent(QEvent* event) override {
+    if (event->type() != QEvent::ToolTip) return QTreeView::viewportEvent(event);
+    auto* help = static_cast<QHelpEvent*>(event);
+    const QModelIndex at = indexAt(help->pos());
+    const bool cut = at.isValid() && visualRect(at).right() > viewport()->width();
+    QToolTip::showText(help->globalPos(), cut ? at.data().toString() : QString(), viewport());
+    return true;
+  }
+
+ private:
+  void Choose(const QModelIndex& index) {
+    if (chosen) chosen(TreeModel::NodeOf(index));
+  }
+};
+
+class TreeWindow final : public NativeTreeView {
+ public:
+  TreeWindow(const CreateInfo& info, TreeWidget* its) : NativeTreeView(info, its), tree(its) {
+    tree->chosen = [this](TreeNode* node) { Tell(TVN_CHOSEN, node); };
+    QObject::connect(tree, &QTreeView::expanded, &guard, [this](const QModelIndex& index) {
+      if (!quiet) Tell(TVN_EXPANDED, TreeModel::NodeOf(index));
+    });
+    QObject::connect(tree, &QTreeView::collapsed, &guard, [this](const QModelIndex& index) {
+      if (!quiet) Tell(TVN_COLLAPSED, TreeModel::NodeOf(index));
+    });
+    QObject::connect(tree->selectionModel(), &QItemSelectionModel::selectionChanged, &guard,
+                     [this] {
+                       if (!quiet) Tell(TVN_SELCHANGED, SelectedNode());
+                     });
+  }
+  ~TreeWindow() override { tree->chosen = nullptr; }
+
+  void SetTree(const TreeNode* root, int imageStrip) override {
+    const Quiet now(*this);
+    const QSize picture = StripPictureSize(imageStrip);
+    if (!picture.isEmpty()) tree->setIconSize(picture);
+    tree->model.SetTree(root, imageStrip);
+  }
+  void AddingNode(const TreeNode* parentNode, int row) override {
+    tree->model.BeginAdd(parentNode, row);
+  }
+  void NodeAdded() override { tree->model.EndAdd(); }
+  void RemovingNode(const TreeNode* parentNode, int row) override {
+    const Quiet now(*this);
+    tree->model.BeginRemove(parentNode, row);
+  }
+  void NodeRemoved() override {
+    const Quiet now(*this);
+    tree->model.EndRemove();
+  }
+  void NodeChanged(const TreeNode* node) override {
+    const QModelIndex index = tree->model.IndexOf(node);
+    emit tree->model.dataChanged(index, index);
+  }
+  void Clearing() override {
+    const Quiet now(*this);
+    tree->model.BeginClear();
+  }
+  void Cleared() override {
+    const Quiet now(*this);
+    tree->model.EndClear();
+  }
+  void ExpandNode(const TreeNode* node, bool on) override {
+    const Quiet now(*this);
+    tree->setExpanded(tree->model.IndexOf(node), on);
+  }
+  void SelectNode(const TreeNode* node) override {
+    const Quiet now(*this);
+    tree->setCurrentIndex(tree->model.IndexOf(node));
+  }
+  TreeNode* SelectedNode() const override { return TreeModel::NodeOf(tree->Selected()); }
+
+  bool WantsKey(int virtualKey) const override { return virtualKey == VK_RETURN && SelectedNode(); }
+
+ private:
+  // While one lives, what happens is the program's doing and nobody is told.
+  class Quiet {
+   public:
+    explicit Quiet(TreeWindow& its) : window(its), before(its.quiet) { window.quiet = true; }
+    ~Quiet() { window.quiet = before; }
+    Quiet(const Quiet&) = delete;
+    Quiet& operator=(const Quiet&) = delete;
+
+   private:
+    TreeWindow& window;
+    bool before;
+  };
+
+  void Tell(int code, TreeNode* node) {
+    TreeHeader header;
+    header.from = this;
+    header.code = code;
+    header.node = node;
+    Notify(header);
+  }
+
+  TreeWidget* tree;
+  QObject guard;  // ends the connections with this window
+  bool quiet = false;
+};
+
+}  // namespace
+
+NativeWindow* MakeTreeView(const CreateInfo& info) {
+  return new TreeWindow(info, new TreeWidget(ParentWidget(info)));
+}
+
+}  // namespace mavro

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "TreeView.h"
+
+namespace mavro {
+
+// Finds the nodes of a tree by what they hold. Kept by the tree, which reports each change.
+class TreeIndex {
+ public:
+  void Add(TreeNode* node);
+  // Before the node's text, data or place changes.
+  void Remove(TreeNode* node);
+  // With everything below it.
+  void RemoveTree(TreeNode* node);
+  void Clear();
+
+  TreeNode* FirstChild(const TreeNode* parentNode, const std::string& label) const;
+  TreeNode* FirstWithData(int data) const;
+
+ private:
+  // In the order added.
+  using Nodes = std::vector<TreeNode*>;
+  static size_t KeyOf(const TreeNode* parentNode, const std::string& label);
+
+  std::unordered_map<size_t, Nodes> byText;  // by parent and text; different ones may share a key
+  std::unordered_map<int, Nodes> byData;
+};
+
+}  // namespace mavro

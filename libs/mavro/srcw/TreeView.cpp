@@ -1,0 +1,218 @@
+#include "TreeView.h"
+
+#include "NativeTree.h"
+#include "SysImpl.h"
+#include "TreeIndex.h"
+
+namespace mavro {
+
+// Holds the nodes; the window shows them from here.
+class TreeView::Impl : public SysImpl {
+ public:
+  void Create() override;
+  void Destroy() override;
+  Param OnNotify(NotifyHeader* header) override;
+
+  NativeTreeView* Window() const { return static_cast<NativeTreeView*>(hwnd); }
+  std::vector<std::unique_ptr<TreeNode>>& ChildrenOf(TreeNode* node) {
+    return node ? node->children : root.children;
+  }
+  TreeNode* Insert(TreeNode* parentNode, int at, std::unique_ptr<TreeNode> node);
+  void Remove(TreeNode* node);
+  void Clear();
+  void Expand(TreeNode* node, bool on);
+
+  TreeNode root;
+  TreeIndex index;
+  TreeNode* selected = nullptr;  // what the window has selected, or will have
+
+ private:
+  TreeView& TheTree() const { return *static_cast<TreeView*>(owner); }
+  void RestoreExpanded(const TreeNode& node);
+  void Fire(TreeEvent& event, TreeNode* node);
+};
+
+namespace {
+
+void Renumber(std::vector<std::unique_ptr<TreeNode>>& nodes, size_t from) {
+  for (size_t i = from; i < nodes.size(); ++i) nodes[i]->row = static_cast<int>(i);
+}
+
+bool IsBelow(const TreeNode* node, const TreeNode* above) {
+  while (node && node != above) node = node->parent;
+  return node != nullptr;
+}
+
+}  // namespace
+
+void TreeView::Impl::Create() {
+  CreateNative("SysTreeView32", cWantsKeys);
+  Window()->SetTree(&root, TheTree().imageStrip);
+  RestoreExpanded(root);
+  if (selected) Window()->SelectNode(selected);
+}
+
+void TreeView::Impl::Destroy() {
+  if (hwnd) Window()->SetTree(nullptr, 0);
+  SysImpl::Destroy();
+}
+
+void TreeView::Impl::RestoreExpanded(const TreeNode& node) {
+  for (const auto& child : node.children) {
+    if (child->expanded) Window()->ExpandNode(child.get(), true);
+    RestoreExpanded(*child);
+  }
+}
+
+void TreeView::Impl::Fire(TreeEvent& event, TreeNode* node) {
+  TreeArgs args{owner, node};
+  event.Fire(args);
+}
+
+// What is none of the tree's own notifications is passed on.
+Param TreeView::Impl::OnNotify(NotifyHeader* header) {
+  const auto* told = static_cast<const TreeHeader*>(header);
+  switch (header->code) {
+    case TVN_SELCHANGED:
+      selected = told->node;
+      FireNotify(TheTree().onChangeSel);
+      return 0;
+    case TVN_EXPANDED:
+      told->node->expanded = true;
+      Fire(TheTree().onExpand, told->node);
+      return 0;
+    case TVN_COLLAPSED:
+      told->node->expanded = false;
+      return 0;
+    case TVN_CHOSEN:
+      Fire(TheTree().onChoose, told->node);
+      return 0;
+    default:
+      return 1;
+  }
+}
+
+TreeNode* TreeView::Impl::Insert(TreeNode* parentNode, int at, std::unique_ptr<TreeNode> node) {
+  auto& siblings = ChildrenOf(parentNode);
+  const size_t row = at == -1 ? siblings.size() : static_cast<size_t>(at);
+  TreeNode* added = node.get();
+  added->parent = parentNode;
+  if (hwnd) Window()->AddingNode(parentNode, static_cast<int>(row));
+  siblings.insert(siblings.begin() + static_cast<std::ptrdiff_t>(row), std::move(node));
+  Renumber(siblings, row);
+  index.Add(added);
+  if (!hwnd) return added;
+  Window()->NodeAdded();
+  // A node without children can't be shown expanded; its first child makes up for it.
+  if (parentNode && parentNode->expanded && siblings.size() == 1)
+    Window()->ExpandNode(parentNode, true);
+  return added;
+}
+
+void TreeView::Impl::Remove(TreeNode* node) {
+  TreeNode* parentNode = node->parent;
+  auto& siblings = ChildrenOf(parentNode);
+  const auto row = static_cast<size_t>(node->row);
+  const bool holdsSelected = IsBelow(selected, node);
+  index.RemoveTree(node);
+  if (hwnd) Window()->RemovingNode(parentNode, node->row);
+  const std::unique_ptr<TreeNode> removed = std::move(siblings[row]);
+  siblings.erase(siblings.begin() + static_cast<std::ptrdiff_t>(row));
+  Renumber(siblings, row);
+  if (hwnd) Window()->NodeRemoved();
+  if (holdsSelected) selected = hwnd ? Window()->SelectedNode() : nullptr;
+}
+
+void TreeView::Impl::Clear() {
+  if (hwnd) Window()->Clearing();
+  selected = nullptr;
+  index.Clear();
+  root.children.clear();
+  if (hwnd) Window()->Cleared();
+}
+
+void TreeView::Impl::Expand(TreeNode* node, bool on) {
+  if (node->expanded == on) return;
+  node->expanded = on;
+  if (hwnd) Window()->ExpandNode(node, on);
+}
+
+TreeView::TreeView() : Control(new Impl) {
+  impl->textIsLive = false;
+}
+
+TreeView::~TreeView() {
+  if (impl->hwnd) impl->Destroy();
+}
+
+TreeView::Impl& TreeView::TheImpl() const {
+  return *static_cast<Impl*>(impl);
+}
+
+TreeNode* TreeView::AddNode(TreeNode* parentNode, const std::string& label, int data, int image) {
+  return InsertNode(parentNode, -1, label, data, image);
+}
+
+TreeNode* TreeView::InsertNode(TreeNode* parentNode, int at, const std::string& label, int data,
+                               int image) {
+  auto node = std::make_unique<TreeNode>();
+  node->text = label;
+  node->data = data;
+  node->image = image;
+  return TheImpl().Insert(parentNode, at, std::move(node));
+}
+
+void TreeView::SetNodeText(TreeNode* node, const std::string& label) {
+  if (node->text == label) return;
+  TheImpl().index.Remove(node);
+  node->text = label;
+  TheImpl().index.Add(node);
+  if (impl->hwnd) TheImpl().Window()->NodeChanged(node);
+}
+
+void TreeView::SetNodeData(TreeNode* node, int data) {
+  if (node->data == data) return;
+  TheImpl().index.Remove(node);
+  node->data = data;
+  TheImpl().index.Add(node);
+}
+
+TreeNode* TreeView::FindChild(TreeNode* parentNode, const std::string& label) const {
+  return TheImpl().index.FirstChild(parentNode, label);
+}
+
+TreeNode* TreeView::FindData(int data) const {
+  return TheImpl().index.FirstWithData(data);
+}
+
+void TreeView::RemoveNode(TreeNode* node) {
+  TheImpl().Remove(node);
+}
+
+void TreeView::Clear() {
+  TheImpl().Clear();
+}
+
+void TreeView::Expand(TreeNode* node) {
+  TheImpl().Expand(node, true);
+}
+
+void TreeView::Collapse(TreeNode* node) {
+  TheImpl().Expand(node, false);
+}
+
+TreeNode* TreeView::Selected() const {
+  return TheImpl().selected;
+}
+
+void TreeView::Select(TreeNode* node) {
+  if (TheImpl().selected == node) return;
+  TheImpl().selected = node;
+  if (impl->hwnd) TheImpl().Window()->SelectNode(node);
+}
+
+const TreeNode& TreeView::Root() const {
+  return TheImpl().root;
+}
+
+}  // namespace mavro
