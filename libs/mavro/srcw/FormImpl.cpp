@@ -223,6 +223,12 @@ void Form::Impl::FirstShow() {
   focused->Focus();
 }
 
+Form* Control::GetForm() {
+  Control* top = this;
+  while (top->parent) top = top->parent;
+  return dynamic_cast<Form*>(top);
+}
+
 Form::Form(Form* newOwner)
     : Container(new Impl), focusControl(this), autoDialogKeys(formCount > 0) {
   owner = newOwner ? newOwner : theApplication.mainForm;
