@@ -4,7 +4,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -42,22 +41,6 @@ inline void AgeFiles(const std::string& folder) {
     SetTime(entry.path().string(), isObject ? 2 : isProgram ? 3 : 1);
   }
 }
-
-// Takes the rights of the super user away as long as it lives, so that missing rights count.
-struct OrdinaryUser {
-  OrdinaryUser() : savedUser(geteuid()) {
-    constexpr uid_t cNobody = 65534;
-    if (savedUser == 0 && seteuid(cNobody) != 0) throw std::runtime_error("can't become nobody");
-  }
-  ~OrdinaryUser() {
-    if (seteuid(savedUser) != 0) std::abort();
-  }
-  OrdinaryUser(const OrdinaryUser&) = delete;
-  OrdinaryUser& operator=(const OrdinaryUser&) = delete;
-
- private:
-  uid_t savedUser;
-};
 
 inline std::string RowText(const zendry::ErrorRow& row) {
   return row.file + ":" + std::to_string(row.line) + ": " + row.text;

@@ -9,6 +9,7 @@
 
 #include "CommandLine.h"
 #include "Paths.h"
+#include "Privileges.h"
 #include "ScriptedDialogs.h"
 #include "TestBuild.h"
 
@@ -623,7 +624,7 @@ TEST_F(BuildTest, OutputFolderWithoutWriteRight_IsRefusedOnlyWhenSomethingMustBe
   ASSERT_EQ(chmod(build.files.Path().c_str(), 0755), 0);
   ASSERT_EQ(chmod(build.install.Path().c_str(), 0755), 0);
   ASSERT_EQ(chmod(build.Path("out-rel").c_str(), 0555), 0);
-  const test::OrdinaryUser user;
+  const test::WithoutRights user;
   EXPECT_TRUE(build.acts.Build(false));
   EXPECT_FALSE(build.acts.Build(true));
   EXPECT_THAT(build.shell.rows,

@@ -7,6 +7,7 @@
 #include <random>
 
 #include "Paths.h"
+#include "Privileges.h"
 #include "Project.h"
 #include "TempFolder.h"
 #include "TestBuild.h"
@@ -89,7 +90,7 @@ TEST_F(StalenessTest, IsNewer_FileWithoutTheRightToReadIt_CountsAsMissing) {
   Object(1);
   ASSERT_EQ(chmod(folder.Path("a.cpp").c_str(), 0), 0);
   ASSERT_EQ(chmod(folder.Path().c_str(), 0755), 0);
-  const test::OrdinaryUser user;
+  const test::WithoutRights user;
   EXPECT_FALSE(Newer("a.cpp", "a.o").stale);
 }
 
