@@ -1,17 +1,22 @@
 #pragma once
 
+#include <vector>
+
 #include "Core.h"
 
 namespace mavro {
 
 class TabCtrl;
 
-// A page of a tab control; its text is the tab's caption.
+// A page of a tab control; its text is the tab's caption. The tab control shows and hides its
+// pages. A page that is destroyed leaves its tab control.
 class TabPage : public Panel {
  public:
   class Impl;
   TabPage();
-  int pageIndex = -1;
+  ~TabPage() override;
+
+  int pageIndex = -1;       // kept by the tab control
   TabCtrl* tabs = nullptr;  // the control it stands in; not owned
 };
 
@@ -20,22 +25,30 @@ class TabCtrl : public Control {
  public:
   class Impl;
   TabCtrl();
+  ~TabCtrl() override;
 
-  // Puts `page` at `index`, -1 for the end; not owned.
+  // Puts `page` before the one at `index`, -1 for the end; not owned. The first page is selected;
+  // otherwise the selection stays with its page.
   void Add(TabPage* page, int index = -1);
+  // Takes a page out and destroys its windows. If it was selected, the next one is, or the last;
+  // the caller knows, so that onChange tells nobody.
   void RemovePage(int index);
   int TabCount() const { return static_cast<int>(pages.size()); }
-  TabPage* GetPage(int index) const;
-  int IndexOf(const TabPage* page) const;
+  TabPage* GetPage(int ix) const;
+  int IndexOf(const TabPage* page) const;  // -1 if it is none of these
+  // Places the page that is shown.
+  void Layout() override;
 
   WriteProperty<int> selectedIndex;  // -1 while there is no page
   WriteProperty<bool> closable;      // tabs have a close button and answer the middle button
-  NotifyEvent onChange;              // value: the page now shown; by the user or by assignment
-  NotifyEvent onCloseRequest;        // value: the page whose close button was pressed
+  // Value: the page now shown; by the user or by assignment in a control that has a window.
+  NotifyEvent onChange;
+  NotifyEvent onCloseRequest;  // value: the page whose close button was pressed
 
  private:
-  friend class Impl;
   friend class TabPage;
+  Impl& TheImpl() const;
+
   std::vector<TabPage*> pages;
 };
 

@@ -22,6 +22,7 @@ enum Message : unsigned {
   WM_ACTIVATE = 0x06,
   WM_SETFOCUS = 0x07,
   WM_KILLFOCUS = 0x08,
+  WM_SETTEXT = 0x0C,  // the text has changed; told by containers only
   WM_PAINT = 0x0F,
   WM_CLOSE = 0x10,
   WM_DRAWITEM = 0x2B,

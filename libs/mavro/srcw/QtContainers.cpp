@@ -89,6 +89,10 @@ class SplitBarWindow final : public NativeWindow {
 class ContainerWindow final : public NativeWindow {
  public:
   using NativeWindow::NativeWindow;
+  void SetText(const std::string& newText) override {
+    NativeWindow::SetText(newText);
+    SendMessage(this, WM_SETTEXT, 0, 0);
+  }
 };
 
 }  // namespace

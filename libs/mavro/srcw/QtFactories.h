@@ -19,6 +19,8 @@ NativeWindow* MakeComboBox(const CreateInfo& info);
 NativeWindow* MakeListView(const CreateInfo& info);
 NativeWindow* MakeStatusBar(const CreateInfo& info);
 NativeWindow* MakeTreeView(const CreateInfo& info);
+NativeWindow* MakeTabs(const CreateInfo& info);
+NativeWindow* MakeToolBar(const CreateInfo& info);
 
 // The client widget of the parent; null for a form.
 QWidget* ParentWidget(const CreateInfo& info);

@@ -19,6 +19,7 @@ constexpr ClassRow cClasses[] = {
     {"#32770", MakeForm},
     {"mavroSplitter", MakeSplitBar},
     {"SysTreeView32", MakeTreeView},
+    {"mavrotbctrl", MakeTabs},
     {"Static", MakeLabel},
     {"Button", MakeButton},
     {"Edit", MakeEdit},

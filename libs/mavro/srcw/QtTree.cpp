@@ -11,6 +11,7 @@
 #include "QtFactories.h"
 #include "QtStrips.h"
 #include "QtText.h"
+#include "QtToolTip.h"
 #include "Virtual.h"
 
 namespace mavro {
@@ -122,7 +123,8 @@ class TreeWidget final : public QTreeView {
     auto* help = static_cast<QHelpEvent*>(event);
     const QModelIndex at = indexAt(help->pos());
     const bool cut = at.isValid() && visualRect(at).right() > viewport()->width();
-    QToolTip::showText(help->globalPos(), cut ? at.data().toString() : QString(), viewport());
+    QToolTip::showText(help->globalPos(), cut ? PlainToolTip(at.data().toString()) : QString(),
+                       viewport());
     return true;
   }
 

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "NativeWindow.h"
+
+namespace mavro {
+
+// What WM_NOTIFY of a row of tabs tells.
+enum TabCode { TCN_SELCHANGE = -551, TCN_CLOSE = -560 };
+
+struct TabHeader : NotifyHeader {
+  int index = -1;
+};
+
+// A row of tabs above the area that pages stand in, which is the client area. The window around
+// both is the parent of the row: it gets the row's notifications itself.
+class NativeTabs : public NativeWindow {
+ public:
+  using NativeWindow::NativeWindow;
+  virtual void InsertTab(int index, const std::string& caption) = 0;
+  virtual void RemoveTab(int index) = 0;
+  virtual void SetCaption(int index, const std::string& caption) = 0;
+  // Shows which tab is selected; tells nobody.
+  virtual void SelectTab(int index) = 0;
+  virtual void SetClosable(bool on) = 0;
+  // Places the row and the page area for the present size, also while the window is hidden.
+  virtual void Arrange() = 0;
+};
+
+}  // namespace mavro

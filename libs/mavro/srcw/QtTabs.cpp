@@ -1,0 +1,159 @@
+#include <QKeySequence>
+#include <QMouseEvent>
+#include <QShortcut>
+#include <QSignalBlocker>
+#include <QTabBar>
+#include <QWidget>
+#include <functional>
+
+#include "NativeTabs.h"
+#include "QtFactories.h"
+#include "QtText.h"
+#include "QtToolTip.h"
+
+namespace mavro {
+
+namespace {
+
+// Wider captions are cut in the middle, since names of files differ at both ends.
+constexpr int cMaxTabWidth = 220;
+
+class TabRow final : public QTabBar {
+ public:
+  explicit TabRow(QWidget* parent) : QTabBar(parent) {
+    setExpanding(false);
+    setElideMode(Qt::ElideMiddle);
+    setUsesScrollButtons(true);
+    setSelectionBehaviorOnRemove(SelectRightTab);
+  }
+
+  std::function<void(int)> middleClicked;
+
+ protected:
+  QSize tabSizeHint(int index) const override {
+    const QSize size = QTabBar::tabSizeHint(index);
+    return {std::min(size.width(), cMaxTabWidth), size.height()};
+  }
+  // Tabs that don't fit are scrolled to, not squeezed.
+  QSize minimumTabSizeHint(int index) const override { return tabSizeHint(index); }
+
+  void mousePressEvent(QMouseEvent* event) override {
+    if (event->button() == Qt::MiddleButton) pressed = tabAt(event->position().toPoint());
+    QTabBar::mousePressEvent(event);
+  }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    QTabBar::mouseReleaseEvent(event);
+    if (event->button() != Qt::MiddleButton) return;
+    const int released = tabAt(event->position().toPoint());
+    if (released >= 0 && released == pressed && middleClicked) middleClicked(released);
+  }
+
+ private:
+  int pressed = -1;
+};
+
+// The tabs above the area that pages stand in.
+class TabsWidget final : public QWidget {
+ public:
+  explicit TabsWidget(QWidget* parent)
+      : QWidget(parent), row(new TabRow(this)), area(new QWidget(this)) {}
+
+  void Arrange() {
+    const int top = row->count() > 0 ? row->sizeHint().height() : 0;
+    row->setVisible(top > 0);
+    row->setGeometry(0, 0, width(), top);
+    area->setGeometry(0, top, width(), std::max(0, height() - top));
+  }
+
+  TabRow* const row;
+  QWidget* const area;
+
+ protected:
+  void resizeEvent(QResizeEvent*) override { Arrange(); }
+};
+
+// A caption as a tab shows it: no mnemonics, since names of files may hold an ampersand.
+QString Shown(const std::string& caption) {
+  return ToScreen(caption).replace('&', "&&");
+}
+
+class TabsWindow final : public NativeTabs {
+ public:
+  TabsWindow(const CreateInfo& info, TabsWidget* its) : NativeTabs(info, its), tabs(its) {
+    tabs->area->installEventFilter(
+        tabs->findChild<QObject*>("mavroEvents", Qt::FindDirectChildrenOnly));
+    QObject::connect(tabs->row, &QTabBar::currentChanged, &guard,
+                     [this](int index) { Tell(TCN_SELCHANGE, index); });
+    QObject::connect(tabs->row, &QTabBar::tabCloseRequested, &guard,
+                     [this](int index) { Tell(TCN_CLOSE, index); });
+    tabs->row->middleClicked = [this](int index) {
+      if (tabs->row->tabsClosable()) Tell(TCN_CLOSE, index);
+    };
+    AddKey(QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1);
+    AddKey(QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1);
+  }
+  ~TabsWindow() override { tabs->row->middleClicked = nullptr; }
+
+  QWidget* ClientWidget() const override { return tabs->area; }
+  QWidget* FocusWidget() const override { return tabs->row; }
+
+  void InsertTab(int index, const std::string& caption) override {
+    const QSignalBlocker quiet(tabs->row);
+    tabs->row->insertTab(index, QString());
+    SetCaption(index, caption);
+    tabs->Arrange();
+  }
+  void RemoveTab(int index) override {
+    const QSignalBlocker quiet(tabs->row);
+    tabs->row->removeTab(index);
+    tabs->Arrange();
+  }
+  void SetCaption(int index, const std::string& caption) override {
+    tabs->row->setTabText(index, Shown(caption));
+    tabs->row->setTabToolTip(index, PlainToolTip(ToScreen(caption)));
+  }
+  void SelectTab(int index) override {
+    const QSignalBlocker quiet(tabs->row);
+    tabs->row->setCurrentIndex(index);
+  }
+  void SetClosable(bool on) override {
+    tabs->row->setTabsClosable(on);
+    tabs->Arrange();
+  }
+  void Arrange() override { tabs->Arrange(); }
+  void SetFont(const Font& font) override {
+    NativeTabs::SetFont(font);
+    tabs->Arrange();
+  }
+
+ private:
+  // A key that goes to the next or previous tab from anywhere in the pages, around the ends.
+  void AddKey(const QKeySequence& key, int step) {
+    auto* shortcut = new QShortcut(key, tabs);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, &guard, [this, step] {
+      const int count = tabs->row->count();
+      if (count > 1) tabs->row->setCurrentIndex((tabs->row->currentIndex() + step + count) % count);
+    });
+  }
+
+  void Tell(int code, int index) {
+    TabHeader header;
+    header.from = this;
+    header.id = id;
+    header.code = code;
+    header.index = index;
+    SendMessage(this, WM_NOTIFY, id, reinterpret_cast<Param>(static_cast<NotifyHeader*>(&header)));
+  }
+
+  TabsWidget* tabs;
+  QObject guard;  // ends the connections with this window
+};
+
+}  // namespace
+
+NativeWindow* MakeTabs(const CreateInfo& info) {
+  return new TabsWindow(info, new TabsWidget(ParentWidget(info)));
+}
+
+}  // namespace mavro
