@@ -5,6 +5,7 @@
 #include <QWidget>
 #include <QWindow>
 #include <unordered_set>
+#include <vector>
 
 #include "NativeWindow.h"
 #include "QtEvents.h"
@@ -12,6 +13,7 @@
 #include "QtLoop.h"
 #include "QtPalette.h"
 #include "QtText.h"
+#include "SysImpl.h"
 
 namespace mavro {
 
@@ -102,18 +104,27 @@ void NativeWindow::SetFont(const Font& font) {
   FocusWidget()->setFont(ToScreenFont(font, QApplication::font(FocusWidget())));
 }
 
+// The colours of a container are ground and plain text for its children too, which inherit them;
+// edits, lists and buttons in it keep their own.
 void NativeWindow::SetColors(Color foreground, Color background) {
+  using Roles = std::vector<QPalette::ColorRole>;
+  const bool holdsChildren = creationData->impl->type != SysImpl::cControl;
   QWidget* painted = FocusWidget();
-  QPalette palette = QApplication::palette(painted);
-  if (!foreground.IsDefault()) {
-    const QColor color = ToScreenColor(foreground, palette);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-      palette.setColor(role, color);
-  }
-  if (!background.IsDefault()) {
-    const QColor color = ToScreenColor(background, palette);
-    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
-      palette.setColor(role, color);
+  const QPalette current = QApplication::palette(painted);
+  QPalette palette;
+  palette.setResolveMask(0);
+  const auto paint = [&](Color color, const Roles& roles) {
+    for (const auto role : roles) palette.setColor(role, ToScreenColor(color, current));
+  };
+  if (!foreground.IsDefault())
+    paint(foreground, holdsChildren
+                          ? Roles{QPalette::WindowText}
+                          : Roles{QPalette::WindowText, QPalette::Text, QPalette::ButtonText});
+  // A form of the system's colour follows when the system changes it.
+  const bool isPlainForm = painted->isWindow() && background == Color(Color::cControl);
+  if (!background.IsDefault() && !isPlainForm) {
+    paint(background, holdsChildren ? Roles{QPalette::Window}
+                                    : Roles{QPalette::Window, QPalette::Base, QPalette::Button});
     painted->setAutoFillBackground(true);
   }
   painted->setPalette(palette);
