@@ -1,3 +1,5 @@
+#include "FileText.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 #include <limits.h>
@@ -9,12 +11,12 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <initializer_list>
 #include <random>
 #include <vector>
 
 #include "Descriptor.h"
 #include "FileCalls.h"
-#include "FileText.h"
 
 // Saving a file: a new file is written beside the old one and renamed over it. What a new file
 // can't take over (further links, a foreign owner, a folder without write right) is kept by writing
@@ -56,8 +58,8 @@ Attempt Failed(Reason reason) {
   return {Attempt::cFailed, std::move(reason)};
 }
 
-// Either error: no right to do it. A right that lacks for a new file may still be there for the old
-// one.
+// What errno says. With one of the curable errors the old file, if there is one, may still be
+// written in place.
 Attempt FailedOrInPlace(const Target& target, std::initializer_list<int> curable) {
   const int error = errno;
   const bool cure = target.exists && std::count(curable.begin(), curable.end(), error) > 0;
@@ -148,7 +150,7 @@ Reason SyncFolder(int folder) {
   return Sync(file.Number());
 }
 
-// Group: temporary files. Whoever writes one holds a lock on it, so that one without lock is what a
+// --- Temporary files. Whoever writes one holds a lock on it, so that one without lock is what a
 // killed process left.
 
 bool IsTemporaryName(std::string_view name) {
@@ -169,7 +171,8 @@ void RemoveIfLeftOver(int folder, const char* name) {
 
 // Removes what saves that were killed left in the folder.
 void RemoveLeftOvers(int folder) {
-  DIR* entries = fdopendir(openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const int copy = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  DIR* entries = copy >= 0 ? fdopendir(copy) : nullptr;
   if (!entries) return;
   while (const dirent* entry = readdir(entries))
     if (IsTemporaryName(entry->d_name)) RemoveIfLeftOver(folder, entry->d_name);
@@ -197,7 +200,7 @@ Descriptor MakeTemporary(int folder, mode_t mode, std::string& name) {
   return Descriptor();
 }
 
-// Group: what the new file takes over from the old one.
+// --- What the new file takes over from the old one.
 
 // Extended attributes of the user's and access lists; those of other kinds are the system's, which
 // gives every new file its own.
@@ -242,7 +245,7 @@ Attempt TakeOver(const Target& target, int file) {
   return CopyAttributes(target, file);
 }
 
-// Group: replacing.
+// --- Replacing.
 
 // The mode comes after the content: writing takes the set-id bits away.
 Attempt Fill(const Target& target, int file, std::string_view content) {
@@ -278,7 +281,7 @@ Attempt Replace(const Target& target, std::string_view content) {
   return {};
 }
 
-// Group: writing in place.
+// --- Writing in place.
 
 // A copy of the old content in the rescue folder. It stays there unless Remove is called.
 struct RescueCopy {
@@ -365,9 +368,11 @@ Reason WriteInPlace(const Target& target, std::string_view content) {
   if (Reason reason = MakeRescueCopy(file.Number(), target.name, copy); !reason.empty())
     return "its old content can't be put aside: " + reason;
   Reason reason = Reserve(file.Number(), old.st_size, content.size());
-  if (reason.empty()) reason = Overwrite(file.Number(), content);
-  if (!reason.empty() && !Restore(file.Number(), copy, old.st_size).empty())
-    return reason + "; its old content is in " + copy.Path();
+  if (reason.empty()) {
+    reason = Overwrite(file.Number(), content);
+    if (!reason.empty() && !Restore(file.Number(), copy, old.st_size).empty())
+      return reason + "; its old content is in " + copy.Path();
+  }
   copy.Remove();
   return reason;
 }
