@@ -1,0 +1,237 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "EditTabs.h"
+#include "IdeDriver.h"
+
+// The open files.
+
+namespace zendry {
+namespace {
+
+using test::IdeDriver;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class IdeTabs : public testing::Test {
+ protected:
+  EditTabs& Tabs() { return theMainForm->editTabs; }
+  std::string Write(const std::string& name, const std::string& text = "text\n") {
+    return ide.files.Write(name, text);
+  }
+  FileEditor& Open(const std::string& name, const std::string& text = "text\n") {
+    return *Tabs().OpenFile(Write(name, text));
+  }
+
+  IdeDriver ide;
+};
+
+TEST_F(IdeTabs, OpenFile_TwiceWithAnotherCase_SelectsTheOneTab) {
+  ide.Run({}, [&] {
+    FileEditor& first = Open("a.cpp");
+    Open("b.cpp");
+    EXPECT_EQ(Tabs().OpenFile(ide.files.Path("A.CPP")), &first);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp", "b.cpp"));
+    EXPECT_EQ(Tabs().selectedIndex, 0);
+  });
+}
+
+TEST_F(IdeTabs, OpenFile_TwoFilesThatDifferInCase_HaveATabEach) {
+  ide.Run({}, [&] {
+    Open("a.cpp", "small");
+    EXPECT_EQ(Open("A.cpp", "big").GetControl().text.Get(), "big");
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp", "A.cpp"));
+  });
+}
+
+TEST_F(IdeTabs, OpenFile_AlreadyOpen_LeavesTheRecentListAlone) {
+  ide.Run({}, [&] {
+    Open("a.cpp");
+    Open("b.cpp");
+    Tabs().OpenFile(ide.files.Path("a.cpp"));
+    EXPECT_THAT(theIdeSession.recentFiles.items,
+                ElementsAre(ide.files.Path("b.cpp"), ide.files.Path("a.cpp")));
+  });
+}
+
+TEST_F(IdeTabs, OpenFile_RelativePath_OnlySaysSo) {
+  ide.Run({}, [&] {
+    EXPECT_EQ(Tabs().OpenFile("src/a.cpp"), nullptr);
+    EXPECT_EQ(Tabs().TabCount(), 0);
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre("Error: src/a.cpp->path format"));
+    EXPECT_THAT(ide.dialogs.flags, ElementsAre(mavro::cErrorIcon));
+  });
+}
+
+TEST_F(IdeTabs, OpenFile_MissingOrFolder_SaysSoAndOpensNoTab) {
+  ide.Run({}, [&] {
+    for (const std::string& path : {ide.files.Path("none.cpp"), ide.files.Folder("dir.cpp")}) {
+      EXPECT_EQ(Tabs().OpenFile(path), nullptr);
+      EXPECT_EQ(ide.dialogs.texts.back(), "Error: Could not open file \"" + path + "\"");
+    }
+    EXPECT_EQ(Tabs().TabCount(), 0);
+    EXPECT_THAT(theIdeSession.recentFiles.items, IsEmpty());
+  });
+}
+
+TEST_F(IdeTabs, OpenFile_AnyBytes_AreShownUnchanged) {
+  const std::string bytes("\0\x01\xff\xfe\r\n\r\x1b[31m end", 16);
+  ide.Run({}, [&] {
+    EXPECT_EQ(Open("a.cpp", bytes).GetControl().text.Get(), bytes);
+    EXPECT_EQ(Open("empty.cpp", "").GetControl().text.Get(), "");
+  });
+}
+
+TEST_F(IdeTabs, GoTo_PutsTheCaretAtTheLineAndSaysSo) {
+  ide.Run({}, [&] {
+    const std::string path = Write("a.cpp", "1\n2\n3\n4\n");
+    EXPECT_EQ(Tabs().GoTo(path, 3)->CaretLine(), 3);
+    EXPECT_THAT(IdeDriver::Status(cCaretPane), testing::StartsWith("Ln 3   Col "));
+    EXPECT_EQ(Tabs().GoTo(path, 0)->CaretLine(), 3);
+    EXPECT_GE(Tabs().GoTo(path, 99999)->CaretLine(), 4);
+    EXPECT_EQ(Tabs().GoTo(ide.files.Path("none.cpp"), 3), nullptr);
+  });
+}
+
+TEST_F(IdeTabs, Activate_FindsTabsWithoutOpening) {
+  ide.Run({}, [&] {
+    EXPECT_EQ(Tabs().Activate("/none", true), nullptr);
+    FileEditor& a = Open("a.cpp");
+    Open("b.cpp");
+    EXPECT_EQ(Tabs().Activate(a.path, false), &a);
+    EXPECT_EQ(Tabs().selectedIndex, 1);
+    EXPECT_EQ(Tabs().Activate(a.path, true), &a);
+    EXPECT_EQ(Tabs().selectedIndex, 0);
+    EXPECT_EQ(theMainForm->ActiveFile(), a.path);
+    EXPECT_TRUE(a.GetControl().IsFocused());
+  });
+}
+
+TEST_F(IdeTabs, CtrlF4_ClosesTheTabInFront) {
+  ide.Run({}, [&] {
+    Open("a.cpp");
+    Open("b.cpp");
+    IdeDriver::Press(Qt::Key_F4, Qt::ControlModifier);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
+    IdeDriver::Press(Qt::Key_F4, Qt::ControlModifier);
+    EXPECT_EQ(Tabs().TabCount(), 0);
+    IdeDriver::Press(Qt::Key_F4, Qt::ControlModifier);
+    EXPECT_EQ(theMainForm->ActiveFile(), "");
+    EXPECT_EQ(IdeDriver::Status(cCaretPane), "Ln 0   Col 0");
+  });
+}
+
+TEST_F(IdeTabs, CtrlS_WithoutATab_DoesNothing) {
+  ide.Run({}, [&] {
+    IdeDriver::Press(Qt::Key_S, Qt::ControlModifier);
+    theFileActs.OnCommand(cSaveCommand);
+    EXPECT_THAT(ide.dialogs.texts, IsEmpty());
+    EXPECT_THAT(ide.dialogs.questions, IsEmpty());
+  });
+}
+
+TEST_F(IdeTabs, CloseButton_ClosesItsTab) {
+  ide.Run({}, [&] {
+    Open("a.cpp");
+    Open("b.cpp");
+    mavro::NotifyArgs args{&Tabs(), 0};
+    Tabs().onCloseRequest.Fire(args);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("b.cpp"));
+    EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("b.cpp"));
+  });
+}
+
+TEST_F(IdeTabs, SetModified_MarksTheCaption) {
+  ide.Run({}, [&] {
+    Open("a.cpp");
+    Tabs().Active()->SetModified(true);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp*"));
+    Tabs().Active()->SetModified(false);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
+  });
+}
+
+TEST_F(IdeTabs, CloseTab_DirtyAnsweredNo_ClosesAndLeavesTheFile) {
+  ide.Run({}, [&] {
+    FileEditor& editor = Open("a.cpp", "old");
+    const std::string path = editor.path;
+    editor.GetControl().text = "new";
+    editor.dirty = true;
+    ide.dialogs.answers = {mavro::Answer::cNo};
+    EXPECT_TRUE(Tabs().CloseTab(0, false));
+    EXPECT_EQ(Tabs().TabCount(), 0);
+    EXPECT_EQ(ide.files.Read("a.cpp"), "old");
+    EXPECT_THAT(ide.dialogs.texts,
+                ElementsAre("Confirmation: File:   " + path + "\n\nwas modified!\tSave?"));
+  });
+}
+
+TEST_F(IdeTabs, CloseTab_DirtyAnsweredYes_SavesFirst) {
+  ide.Run({}, [&] {
+    FileEditor& editor = Open("a.cpp", "old");
+    editor.GetControl().text = "new";
+    editor.dirty = true;
+    ide.dialogs.answers = {mavro::Answer::cYes};
+    EXPECT_TRUE(Tabs().CloseTab(0, false));
+    EXPECT_EQ(ide.files.Read("a.cpp"), "new");
+  });
+}
+
+TEST_F(IdeTabs, CloseAll_SaveFails_AllTabsStay) {
+  ide.Run({}, [&] {
+    Open("a.cpp");
+    FileEditor& editor = Open("gone/b.cpp");
+    const std::string path = editor.path;
+    Open("c.cpp");
+    editor.dirty = true;
+    std::filesystem::remove_all(ide.files.Path("gone"));
+    ide.dialogs.answers = {mavro::Answer::cYes};
+    EXPECT_FALSE(Tabs().CloseAll());
+    EXPECT_EQ(Tabs().TabCount(), 3);
+    EXPECT_TRUE(editor.dirty);
+    EXPECT_EQ(ide.dialogs.texts.back(), "Error: Error on save file:" + path);
+    editor.dirty = false;
+  });
+}
+
+TEST_F(IdeTabs, CloseTab_PastTheEnd_BreaksThePrecondition) {
+  ide.Run({}, [&] { EXPECT_DEATH(Tabs().CloseTab(0, true), "n<TabCount\\(\\)"); });
+}
+
+TEST_F(IdeTabs, SaveActive_As_AsksAndTakesTheNewName) {
+  ide.Run({}, [&] {
+    Open("a.cpp", "text");
+    ide.dialogs.files = {{ide.files.Path("new.cpp")}};
+    EXPECT_TRUE(Tabs().SaveActive(true));
+    EXPECT_EQ(ide.dialogs.questions.at(0).title, "Save as");
+    EXPECT_EQ(ide.dialogs.questions.at(0).defaultExtension, "cpp");
+    EXPECT_EQ(ide.files.Read("new.cpp"), "text");
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("new.cpp"));
+    EXPECT_FALSE(Tabs().SaveActive(true));
+  });
+}
+
+TEST_F(IdeTabs, Open_AsksWithTheSourceFilter) {
+  ide.Run({}, [&] {
+    ide.dialogs.files = {{Write("a.cpp")}};
+    IdeDriver::Press(Qt::Key_O, Qt::ControlModifier);
+    ASSERT_EQ(ide.dialogs.questions.size(), 1u);
+    EXPECT_EQ(ide.dialogs.questions[0].title, "Open...");
+    EXPECT_THAT(ide.dialogs.questions[0].filter, testing::EndsWith("|All|*.*"));
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
+  });
+}
+
+TEST_F(IdeTabs, SaveAll_NoTabs_SavesTheChangedProjectAndItsSession) {
+  ide.Run({ide.Project({{"a.cpp", ""}})}, [&] {
+    theProject.RemoveFile(theProject.Files()[0]->id);
+    theProject.modified = true;
+    theFileActs.OnCommand(cSaveAllCommand);
+    EXPECT_FALSE(theProject.modified);
+    EXPECT_THAT(ide.files.Read("p.zpj"), testing::Not(testing::HasSubstr("a.cpp")));
+    EXPECT_TRUE(ide.files.Exists("p.zend"));
+  });
+}
+
+}  // namespace
+}  // namespace zendry

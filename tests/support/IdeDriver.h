@@ -1,0 +1,151 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "BuildActs.h"
+#include "Debugger.h"
+#include "FileActs.h"
+#include "GuiDriver.h"
+#include "IdeRun.h"
+#include "IdeSession.h"
+#include "MainForm.h"
+#include "PrjActs.h"
+#include "Project.h"
+#include "ScopedHome.h"
+#include "ScriptedDialogs.h"
+#include "TempFolder.h"
+
+namespace test {
+
+// The whole program with a home of its own and dialogs with scripted answers.
+//
+//   test::IdeDriver ide;
+//   std::string path = ide.Project({{"a.cpp", "int main() {}\n"}});
+//   ide.Run({path}, [&] {
+//     ide.Press(Qt::Key_F7);
+//     EXPECT_EQ(ide.Cells(zendry::theMainForm->errorList.list), ...);
+//   });
+class IdeDriver {
+ public:
+  struct File {
+    std::string name;
+    std::string text;
+  };
+
+  IdeDriver() : savedFolder(std::filesystem::current_path()) {
+    zendry::theProject.modified = false;
+    zendry::theProject.mode = zendry::cRelease;
+  }
+  ~IdeDriver() {
+    std::error_code ignored;
+    std::filesystem::current_path(savedFolder, ignored);
+    zendry::theDebugger.running = false;
+  }
+
+  // Writes files and a project of them; answers the project file's path.
+  std::string Project(const std::vector<File>& sources, const std::string& name = "p.zpj") {
+    std::string list;
+    for (const File& file : sources) {
+      files.Write(file.name, file.text);
+      list += "\t<file name=\"" + file.name + "\"/>\n";
+    }
+    return files.Write(name, "<ide>\n<set parse=\"y\"/></ide>\n<src>\n" + list +
+                                 "</src>\n<hdr>\n</hdr>\n<opt>\n\t<gen>\n\t\t<targ id=\"0\"/>\n"
+                                 "\t</gen>\n\t<dbg>\n\t\t<gcc id=\"0\"/>\n\t\t<comp opt=\"-g\"/>\n"
+                                 "\t\t<link opt=\"-g\"/>\n\t</dbg>\n\t<rel>\n\t\t<gcc id=\"0\"/>\n"
+                                 "\t\t<comp opt=\"-O2\"/>\n\t\t<link opt=\"-s\"/>\n\t</rel>\n"
+                                 "</opt>\n");
+  }
+
+  // Runs the program from its settings to its settings; `script` is called once its window is up.
+  // Afterwards the window is closed if it is still there.
+  void Run(const mavro::ArgumentList& arguments, const std::function<void()>& script) {
+    zendry::theIdeSession = zendry::IdeSession();
+    bool ran = false;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+      zendry::MainForm* form = zendry::theMainForm;
+      if (!form || mavro::activeForm != form) return;
+      if (!static_cast<mavro::Form::Impl*>(form->impl)->firstShowDone) return;
+      poll.stop();
+      ran = true;
+      script();
+      if (form == zendry::theMainForm && form->impl->hwnd) form->impl->OnMenuCommand(2, 0);
+    });
+    poll.start(2);
+    EXPECT_EQ(zendry::RunIde(arguments), 0);
+    EXPECT_TRUE(ran);
+  }
+
+  // Calls `script` with the dialog that shows next above the main window.
+  void OnDialog(const std::function<void(mavro::Form&)>& script) {
+    auto* poll = new QTimer;
+    QObject::connect(poll, &QTimer::timeout, [poll, script] {
+      mavro::Form* form = mavro::activeForm;
+      if (!form || form == zendry::theMainForm) return;
+      if (!static_cast<mavro::Form::Impl*>(form->impl)->firstShowDone) return;
+      poll->stop();
+      poll->deleteLater();
+      script(*form);
+    });
+    poll->start(2);
+  }
+
+  // Presses a key at the main window.
+  static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+    Key(*zendry::theMainForm, key, modifiers);
+  }
+
+  static std::vector<std::string> Captions() {
+    std::vector<std::string> captions;
+    for (int i = 0; i < zendry::theMainForm->editTabs.TabCount(); ++i)
+      captions.push_back(zendry::theMainForm->editTabs.GetPage(i)->text);
+    return captions;
+  }
+
+  // The rows of a list, cells joined by "|".
+  static std::vector<std::string> Rows(const mavro::ListView& list) {
+    std::vector<std::string> rows;
+    for (int row = 0; row < list.rowCount(); ++row) {
+      std::string cells = list.GetCell(row, 0);
+      for (int column = 1; column < list.colCount(); ++column)
+        cells += "|" + list.GetCell(row, column);
+      rows.push_back(cells);
+    }
+    return rows;
+  }
+
+  // The tree as "Source Files(src(a.cpp) b.cpp)".
+  static std::string Tree(const mavro::TreeNode& node) {
+    std::string shown = node.text;
+    if (node.children.empty()) return shown;
+    shown += "(";
+    for (const auto& child : node.children)
+      shown += (child == node.children.front() ? "" : " ") + Tree(*child);
+    return shown + ")";
+  }
+  static std::string Tree() { return Tree(zendry::theMainForm->projectTree.Root()); }
+
+  // What the status bar says.
+  static std::string Status(int pane = zendry::cTextPane) {
+    return zendry::theMainForm->statusBar.PaneText(pane);
+  }
+
+  std::string Ini() const {
+    return home.Exists(".zendry/zendry.ini") ? home.Read(".zendry/zendry.ini") : "";
+  }
+
+  TempFolder home;
+  TempFolder files;
+  ScopedHome scopedHome{home.Path()};
+  ScriptedDialogs dialogs;
+
+ private:
+  std::filesystem::path savedFolder;
+};
+
+}  // namespace test
