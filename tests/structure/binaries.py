@@ -5,18 +5,11 @@ import subprocess
 
 import tree
 
-TOOLKIT_LIBRARY = re.compile(r'lib(Qt|qscintilla)\w*')
 TOOLKIT_SYMBOL = re.compile(r'\b(Q[A-Z]\w*|q[A-Z]\w+|Qsci\w*)\b')
 
 
 def output_of(*command):
     return subprocess.run(command, stdout=subprocess.PIPE, text=True, check=True).stdout
-
-
-def programs_link_no_toolkit(*programs):
-    for program in programs:
-        for library in sorted(set(match.group(0) for match in TOOLKIT_LIBRARY.finditer(output_of('ldd', program)))):
-            yield f'{program}: links {library}'
 
 
 def foreign_symbols(library, pattern):
@@ -37,4 +30,4 @@ def libraries_need_no_editor(*libraries):
 
 
 tree.run_named({check.__name__: check for check in (
-    programs_link_no_toolkit, libraries_need_no_toolkit, libraries_need_no_editor)})
+    libraries_need_no_toolkit, libraries_need_no_editor)})
