@@ -82,14 +82,21 @@ void Say(const std::string& text) {
   std::fprintf(stderr, "zendry-make: %s\n", OneLine(text).c_str());
 }
 
-// Stops the tool that runs, so that what it has half written is deleted, and no other one is
-// started. A second signal ends the program at once.
+// Stops the tool that runs. A tool that is just being started can't be reached yet: it is tried
+// again each second until the build has come to its end.
+void StopTool(int signal) {
+  if (signal != SIGALRM) stopSignal = signal;
+  mavro::SpawnConsole::StopBlockingRun();
+  alarm(1);
+}
+
+// A signal ends the tool that runs, so that what it has half written is deleted, and no other one
+// is started. A second signal ends the program at once.
 void StopOnSignals() {
   struct sigaction action = {};
-  action.sa_handler = [](int signal) {
-    stopSignal = signal;
-    mavro::SpawnConsole::StopBlockingRun();
-  };
+  action.sa_handler = StopTool;
+  action.sa_flags = SA_RESTART;
+  sigaction(SIGALRM, &action, nullptr);
   action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
   for (int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
 }

@@ -14,6 +14,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <unistd.h>
 
 namespace {
 
@@ -37,6 +38,7 @@ struct Orders {
   int status = 0;
   int signalNumber = 0;
   bool mute = false;
+  bool wait = false;
 };
 
 bool HasArgument(int count, char** values, const char* wanted) {
@@ -56,6 +58,7 @@ Orders ReadOrders(const char* path, int count, char** values) {
     if (strncmp(line, "exit ", 5) == 0) orders.status = atoi(line + 5);
     if (strncmp(line, "kill ", 5) == 0) orders.signalNumber = atoi(line + 5);
     if (strcmp(line, "mute") == 0) orders.mute = true;
+    if (strcmp(line, "wait") == 0) orders.wait = true;
     if (strncmp(line, "when ", 5) == 0 && !HasArgument(count, values, line + 5)) break;
   }
   fclose(file);
@@ -102,8 +105,9 @@ int main(int count, char** values) {
   snprintf(path, sizeof path, "%s/%s.do", folder, name);
   const Orders orders = ReadOrders(path, count, values);
   const char* product = Product(count, values);
-  if (product && !orders.mute) WriteProduct(product, orders.signalNumber != 0);
+  if (product && !orders.mute) WriteProduct(product, orders.signalNumber || orders.wait);
   fflush(stdout);
+  if (orders.wait) sleep(60);
   if (orders.signalNumber) raise(orders.signalNumber);
   return orders.status;
 }
