@@ -37,6 +37,8 @@ SessionState CurrentState(const Project& project, Shell& shell) {
 }
 
 void OpenStored(const SessionStep& step, const Project& project, Shell& shell) {
+  // A NUL would end the name for the system: the file would be open under two names.
+  if (step.path.find('\0') != std::string::npos) return;
   const std::string path = TidyPath(project.GetFullPath(step.path));
   if (mavro::FileExists(path)) shell.OpenFileAt(path, std::max(step.line, 0));
 }

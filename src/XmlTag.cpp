@@ -141,7 +141,7 @@ void XmlTag::Store(char key, std::string_view value) {
 
 bool XmlTag::read(TagSource* xf) {
   // clang-format off
-  MAVRO_ASSERT(xf!=NULL);
+  MAVRO_ASSERT(xf!=NULL);  // NOLINT(modernize-use-nullptr): the message is the expression
   // clang-format on
   ClearValues();
   if (!SkipToElement(*xf)) return false;

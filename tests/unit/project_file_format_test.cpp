@@ -184,6 +184,15 @@ TEST(ProjectFileFormat, Read_Files_AreOfTheKindOfTheirExtension) {
   EXPECT_EQ(project.resourceFile, "r.rc");
 }
 
+TEST(ProjectFileFormat, Read_EmptyResourceSection_IsNone) {
+  const std::string text = test::ReadData(TEST_DATA "/project/console.zpj");
+  std::string withSection = text;
+  withSection.insert(text.find("<opt>"), "<res>\n</res>\n");
+  const ReadProject project(withSection);
+  EXPECT_EQ(project.resourceFile, "");
+  EXPECT_EQ(WriteProjectText(project).text, text);
+}
+
 TEST(ProjectFileFormat, Read_FurtherResourceFiles_BringUpOneMessage) {
   test::ScriptedDialogs dialogs;
   std::string text = "<src>";

@@ -110,6 +110,11 @@ TEST_F(SessionFileTest, Load_FilesThatAreGoneOrFolders_ArePassedOver) {
       Loaded("<file n=\"gone.c\"/><file n=\"sub\"/><file n=\"pipe.c\"/><file/><file n=\"\"/>"), "");
 }
 
+TEST_F(SessionFileTest, Load_NulInAName_OpensNothing) {
+  folder.Write("p/a.c", "");
+  EXPECT_EQ(Loaded(std::string("<file n=\"a.c\0b\"/>", 18)), "");
+}
+
 TEST_F(SessionFileTest, Load_NegativeLine_LeavesTheCaret) {
   const std::string a = folder.Write("p/a.c", "");
   EXPECT_EQ(Loaded("<file n=\"a.c\" i=\"-5\"/>"), "open " + a + " 0\n");
