@@ -19,6 +19,8 @@ int mavro::Application::Main(ArgumentList&) {
 int main(int argc, char** argv) {
   testArgc = argc;
   testArgv = argv;
+  // The toolkit paints with threads of its own, which a forked child would wait for in vain.
+  GTEST_FLAG_SET(death_test_style, "threadsafe");
   testing::InitGoogleTest(&testArgc, testArgv);
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   return mavro::RunApplication(testArgc, testArgv);
