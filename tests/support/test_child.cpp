@@ -176,6 +176,7 @@ int Descriptors(const Arguments&) {
   while (const dirent* entry = readdir(entries))
     if (entry->d_name[0] != '.' && std::atoi(entry->d_name) != dirfd(entries))
       numbers.push_back(std::atoi(entry->d_name));
+  closedir(entries);
   std::sort(numbers.begin(), numbers.end());
   for (int number : numbers) std::cout << number << '\n';
   return 0;
