@@ -1,0 +1,99 @@
+#include "StatusBar.h"
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+
+#include "Form.h"
+#include "GuiDriver.h"
+
+namespace mavro {
+namespace {
+
+struct BarForm : Form {
+  StatusBar bar;
+
+  BarForm() {
+    SetBounds(0, 0, 600, 100);
+    bar.dock = Dock::cBootom;
+    bar.AddPane(0, "first");
+    bar.AddPane(200, "second");
+    bar.AddPane(150, "");
+    Add(&bar);
+  }
+  QList<QLabel*> Panes() { return test::WidgetOf(bar)->findChildren<QLabel*>(); }
+};
+
+TEST(StatusBar, Panes_FixedOnesKeepTheirWidthAndTheFirstStretches) {
+  BarForm form;
+  test::RunForm(form, false, [&] {
+    const auto panes = form.Panes();
+    ASSERT_EQ(panes.size(), 3);
+    EXPECT_EQ(panes[0]->x(), 0);
+    EXPECT_EQ(panes[0]->width(), 250);
+    EXPECT_EQ(panes[1]->x(), 250);
+    EXPECT_EQ(panes[1]->width(), 200);
+    EXPECT_EQ(panes[2]->width(), 150);
+    form.width = 800;
+    EXPECT_EQ(panes[0]->width(), 450);
+    EXPECT_EQ(panes[2]->x(), 650);
+  });
+}
+
+TEST(StatusBar, SetPane_BeforeAndWithTheWindow) {
+  BarForm form;
+  form.bar.SetPane(2, "before");
+  test::RunForm(form, false, [&] {
+    EXPECT_EQ(form.Panes()[2]->text(), "before");
+    form.bar.SetPane(1, "Ln 3   Col 4");
+    EXPECT_EQ(form.Panes()[1]->text(), "Ln 3   Col 4");
+    EXPECT_EQ(form.bar.PaneText(1), "Ln 3   Col 4");
+  });
+}
+
+TEST(StatusBar, SetPane_EqualText_SendsNothing) {
+  BarForm form;
+  test::RunForm(form, false, [&] {
+    form.Panes()[0]->setText("other");
+    form.bar.SetPane(0, "first");
+    EXPECT_EQ(form.Panes()[0]->text(), "other");
+  });
+}
+
+TEST(StatusBar, AddPane_WithTheWindow_IsShown) {
+  BarForm form;
+  test::RunForm(form, false, [&] {
+    form.bar.AddPane(50, "late");
+    ASSERT_EQ(form.Panes().size(), 4);
+    EXPECT_EQ(form.Panes()[3]->geometry().left(), 550);
+    EXPECT_TRUE(form.Panes()[3]->isVisible());
+  });
+}
+
+TEST(StatusBar, Text_AnyBytes_AreNotObeyed) {
+  BarForm form;
+  form.bar.SetPane(0, "<b>x</b> & \xFF");
+  test::RunForm(form, false, [&] {
+    EXPECT_TRUE(form.Panes()[0]->text().startsWith("<b>x</b> & "));
+    form.Panes()[0]->grab();
+    EXPECT_EQ(form.bar.PaneText(0), "<b>x</b> & \xFF");
+  });
+}
+
+TEST(StatusBar, LargeFont_MakesItHigher) {
+  BarForm form;
+  form.bar.font = Font(30);
+  test::RunForm(form, false, [&] {
+    EXPECT_GT(form.bar.height, 24);
+    EXPECT_EQ(form.bar.Bounds().top + form.bar.Bounds().height, 100);
+  });
+}
+
+TEST(StatusBarDeath, BadIndexes_StopWithTheirExpression) {
+  BarForm form;
+  EXPECT_DEATH(form.bar.SetPane(3, ""), "idx < panes.size\\(\\)");
+  EXPECT_DEATH(form.bar.PaneText(-1), "idx < panes.size\\(\\)");
+}
+
+}  // namespace
+}  // namespace mavro
