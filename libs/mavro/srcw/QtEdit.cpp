@@ -50,7 +50,10 @@ class EditWindow final : public NativeEdit {
   void SetDataType(int dataType) override {
     filter->dataType = dataType;
     edit->setEchoMode(dataType == Edit::cPassword ? QLineEdit::Password : QLineEdit::Normal);
-    SetText(Text());
+    // The toolkit checks a text only when it changes.
+    const std::string kept = Text();
+    edit->clear();
+    SetText(kept);
   }
   void SelectAll() override { edit->selectAll(); }
 

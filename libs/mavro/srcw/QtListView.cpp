@@ -155,8 +155,8 @@ class ListViewWindow final : public NativeListView {
   }
 
   int SelectedRow() const override {
-    const QItemSelection selection = view->selectionModel()->selection();
-    return selection.isEmpty() ? -1 : selection.first().top();
+    const QModelIndexList selected = view->selectionModel()->selectedIndexes();
+    return selected.isEmpty() ? -1 : selected.first().row();
   }
 
  private:

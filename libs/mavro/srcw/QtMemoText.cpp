@@ -27,6 +27,11 @@ QString AsKeptBytes(QChar mark) {
   return kept;
 }
 
+int CodePoints(const QString& text) {
+  return static_cast<int>(
+      std::count_if(text.begin(), text.end(), [](QChar c) { return !c.isHighSurrogate(); }));
+}
+
 }  // namespace
 
 // Text ready for a document: "\n" stands for the end of a block.
@@ -173,12 +178,12 @@ int MemoText::LineOf(const QTextBlock& block) const {
 
 int MemoText::ColumnOf(const QTextCursor& cursor) const {
   QTextBlock block = cursor.block();
-  const QString before = block.text().left(cursor.positionInBlock());
-  qsizetype column = 1 + before.size() - std::count_if(before.begin(), before.end(), [](QChar c) {
-                       return c.isHighSurrogate();
-                     });
-  for (; IsLaterPart(block); block = block.previous()) column += block.previous().length() - 1;
-  return static_cast<int>(column);
+  int column = 1 + CodePoints(block.text().left(cursor.positionInBlock()));
+  while (IsLaterPart(block)) {
+    block = block.previous();
+    column += CodePoints(block.text());
+  }
+  return column;
 }
 
 QTextBlock MemoText::BlockOfLine(int line) const {
