@@ -1,0 +1,29 @@
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include "BuildActs.h"
+#include "Project.h"
+#include "Shell.h"
+
+// check_bench PROJECT ROUNDS: milliseconds of a build with nothing to do inside a program that has
+// the project open, as median, least and most.
+int main(int argc, char** argv) {
+  using Clock = std::chrono::steady_clock;
+  if (argc != 3) return 2;
+  zendry::Shell shell;
+  if (!zendry::theProject.Load(argv[1]).Ok()) return 1;
+  zendry::theBuildActs.Bind(zendry::theProject, shell);
+  std::vector<double> times;
+  for (int round = std::atoi(argv[2]); round >= 0; --round) {
+    const auto start = Clock::now();
+    if (!zendry::theBuildActs.Build(false) || zendry::theBuildActs.FailedTools()) return 1;
+    times.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
+  }
+  times.erase(times.begin());  // the first round fills the cache
+  std::sort(times.begin(), times.end());
+  std::printf("%.2f %.2f %.2f\n", times[times.size() / 2], times.front(), times.back());
+  return 0;
+}
