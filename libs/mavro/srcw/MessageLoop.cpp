@@ -52,14 +52,15 @@ void RunMessageLoop(Form* runner) {
   bool idle = true;
   ++runningLoops;
   while (!TakeQuit() && (modal ? IsWindow(window) : formCount > 0)) {
-    if (TakeWake()) {
-      IdleStep();
-    } else if (DispatchWaiting()) {
-      idle |= TakeActivity();
-    } else if (idle) {
+    if (TakeWake()) IdleStep();
+    const bool any = DispatchWaiting();
+    const bool active = TakeActivity();
+    idle |= active;
+    if (active) continue;
+    if (idle) {
       idle = IdleStep();
       FirstShowStep();
-    } else {
+    } else if (!any) {
       WaitAndDispatch();
       idle |= TakeActivity();
     }
@@ -82,8 +83,12 @@ bool PreTranslateKey(int virtualKey, int hotkeyFlags) {
 }
 
 void Application::ProcessMessages() {
+  constexpr int cMaxPasses =
+      100;  // a stream of messages must not hold a long operation up for ever
   ++drains;
-  while (pendingQuits == 0 && DispatchWaiting()) {
+  for (int pass = 0; pass < cMaxPasses && pendingQuits == 0; ++pass) {
+    DispatchWaiting();
+    if (!TakeActivity()) break;
   }
   --drains;
   if (TheIdleSlot().hook) TheIdleSlot().hook();
