@@ -9,10 +9,12 @@
 namespace mavro {
 
 // A row of picture buttons, separators and controls. A button shows one action of a command table.
+// Buttons that don't fit are offered by a menu at the end of the row.
 class ToolBar : public Control {
  public:
   class Impl;
   ToolBar();
+  ~ToolBar() override;
 
   struct Row {
     int id = 0;                // the row's index
@@ -24,29 +26,37 @@ class ToolBar : public Control {
     bool enabled = true;
   };
 
-  // Appends a button for an action; an image that is not negative is stored into the action.
+  // Appends a button for an action. An image that is not negative is stored into the action;
+  // otherwise the one stored there is shown.
   void Add(Action* action, int image);
   // Appends a button without an action; onClick tells its row.
   void AddButton(int image, const std::string& text);
   void AddSeparator();
-  // Appends a control, which keeps its own width.
+  // Appends a control, which keeps its own width and becomes a child of the bar.
   void AddControl(Control* control);
   // Replaces the action of a row, its picture (-1 keeps the old one) and tool tip.
   void SetAction(int row, Action* action, int image);
   // +1 enables the button of a row, -1 disables it.
   void Command(int row, int message);
   void Enable(int row, bool on) { Command(row, on ? 1 : -1); }
+  // Removes all rows; controls among them lose their windows.
   void Clear();
+  // Shows again what the rows hold, after actions have changed their texts or hotkeys.
   void Rebuild();
   int RowCount() const { return static_cast<int>(rows.size()); }
-  const Row& GetRow(int row) const;
+  const Row& GetRow(int cmd) const;
+  // Places buttons and controls.
+  void Layout() override;
 
-  // Strip that the buttons' pictures are taken from, by resource id.
+  // Strip that the buttons' pictures are taken from, by resource id. A bar whose height nobody has
+  // set becomes as high as the pictures ask for.
   WriteProperty<int> images;
   NotifyEvent onClick;  // value: the row; fired for rows whose action has no handler
 
  private:
-  friend class Impl;
+  Impl& TheImpl() const;
+  void Append(Row row);
+
   std::vector<Row> rows;
 };
 

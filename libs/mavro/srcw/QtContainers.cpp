@@ -97,9 +97,8 @@ class ContainerWindow final : public NativeWindow {
 
 }  // namespace
 
-FormWidget::FormWidget() : client(new QWidget(this)) {
-  setFocusPolicy(Qt::ClickFocus);
-}
+// A click where nothing takes the focus, on a tool bar say, leaves it where it is.
+FormWidget::FormWidget() : client(new QWidget(this)) {}
 
 void FormWidget::SetMenuBar(QMenuBar* bar) {
   menuBar = bar;

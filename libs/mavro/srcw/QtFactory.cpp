@@ -20,6 +20,7 @@ constexpr ClassRow cClasses[] = {
     {"mavroSplitter", MakeSplitBar},
     {"SysTreeView32", MakeTreeView},
     {"mavrotbctrl", MakeTabs},
+    {"ToolbarWindow32", MakeToolBar},
     {"Static", MakeLabel},
     {"Button", MakeButton},
     {"Edit", MakeEdit},

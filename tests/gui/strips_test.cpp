@@ -1,0 +1,142 @@
+#include "QtStrips.h"
+
+#include <gtest/gtest.h>
+
+#include <QImage>
+#include <QPainter>
+#include <QPalette>
+#include <filesystem>
+
+#include "Strips.h"
+
+namespace mavro {
+namespace {
+
+struct Strips : testing::Test {
+  Strips() { test::RegisterStrips(); }
+};
+
+// Pictures per strip, as the lists of them say.
+struct StripCount {
+  int id;
+  int size;
+  int count;
+};
+constexpr StripCount cStrips[] = {
+    {1, 24, 44}, {0x6A, 16, 6}, {0x6D, 28, 46}, {0x6E, 22, 46}, {0x6F, 16, 16}};
+
+int VisiblePixels(const QImage& image) {
+  int visible = 0;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x)
+      if (qAlpha(image.pixel(x, y)) > 128) ++visible;
+  return visible;
+}
+
+QImage Picture(int id, int index, double scale, QIcon::Mode mode = QIcon::Normal) {
+  return StripIcon(id, index).pixmap(StripPictureSize(id), scale, mode).toImage();
+}
+
+// The pixels that stand out from a ground of this colour: what a picture is recognised by. A white
+// page on a light ground lives by its outline.
+int StandingOut(const QImage& picture, QColor ground) {
+  int count = 0;
+  for (int y = 0; y < picture.height(); ++y)
+    for (int x = 0; x < picture.width(); ++x) {
+      const QColor color = picture.pixelColor(x, y);
+      if (color.alpha() < 128) continue;
+      if (std::abs(color.lightnessF() - ground.lightnessF()) > 0.3 || color.hslSaturationF() > 0.5)
+        ++count;
+    }
+  return count;
+}
+
+TEST_F(Strips, EveryIndexHasAPictureAtEveryScale) {
+  for (const StripCount& strip : cStrips)
+    for (int i = strip.id == 0x6A || strip.id == 0x6F ? 0 : 1; i < strip.count; ++i)
+      for (const double scale : {1.0, 1.5, 2.0, 3.0})
+        EXPECT_GT(VisiblePixels(Picture(strip.id, i, scale)), 8)
+            << std::hex << strip.id << " " << i << " " << scale;
+}
+
+TEST_F(Strips, IndexBehindTheEnd_HasNone) {
+  for (const StripCount& strip : cStrips) {
+    EXPECT_FALSE(StripIcon(strip.id, strip.count - 1).isNull());
+    EXPECT_TRUE(StripIcon(strip.id, strip.count).isNull()) << std::hex << strip.id;
+  }
+  EXPECT_TRUE(StripIcon(0x6E, -1).isNull());
+  EXPECT_TRUE(StripIcon(0x6E, 1 << 20).isNull());
+}
+
+TEST_F(Strips, UnknownStrip_HasNoPicturesAndNoSize) {
+  EXPECT_TRUE(StripIcon(0x77, 1).isNull());
+  EXPECT_TRUE(StripPictureSize(0x77).isEmpty());
+}
+
+TEST_F(Strips, PicturesComeInTheSizeAskedFor) {
+  for (const double scale : {1.0, 1.5, 2.0, 3.0})
+    EXPECT_EQ(Picture(0x6E, 1, scale).width(), static_cast<int>(22 * scale)) << scale;
+}
+
+// A picture drawn for its scale has more detail than the smallest one blown up.
+TEST_F(Strips, ScaledPictures_AreDrawnForTheirScale) {
+  for (const double scale : {1.5, 2.0, 3.0}) {
+    const QImage drawn = Picture(0x6E, 0x0F, scale);
+    const QImage blownUp = Picture(0x6E, 0x0F, 1).scaled(drawn.size());
+    EXPECT_NE(drawn.convertToFormat(QImage::Format_ARGB32),
+              blownUp.convertToFormat(QImage::Format_ARGB32));
+  }
+}
+
+TEST_F(Strips, Disabled_IsGrayAndPaler) {
+  const QImage picture = Picture(0x6E, 0x0F, 1, QIcon::Disabled);
+  for (int y = 0; y < picture.height(); ++y)
+    for (int x = 0; x < picture.width(); ++x) {
+      const QColor color = picture.pixelColor(x, y);
+      EXPECT_LE(color.alpha(), 103);
+      if (color.alpha() < 32) continue;
+      EXPECT_LT(color.hslSaturation(), 16);
+    }
+}
+
+TEST_F(Strips, PicturesCanBeSeenOnLightAndDark) {
+  for (const StripCount& strip : cStrips)
+    for (int i = strip.id == 0x6A || strip.id == 0x6F ? 0 : 1; i < strip.count; ++i)
+      for (const QColor& ground : {QColor("#efefef"), QColor("#2b2b2b")})
+        EXPECT_GT(StandingOut(Picture(strip.id, i, 1), ground), 24)
+            << std::hex << strip.id << " " << i << " " << ground.name().toStdString();
+}
+
+TEST_F(Strips, ApplicationIcon_HasItsOwnDrawingForSmallSizes) {
+  const QIcon icon = ResourceIcon(100);
+  EXPECT_TRUE(icon.availableSizes().contains(QSize(16, 16)));
+  EXPECT_TRUE(icon.availableSizes().contains(QSize(256, 256)));
+  EXPECT_TRUE(ResourceIcon(101).isNull());
+}
+
+// All pictures of all strips on a light and on a dark ground, for people to look at.
+TEST_F(Strips, ContactSheets) {
+  std::filesystem::create_directories(SHOTS_FOLDER);
+  constexpr int cPerRow = 16;
+  for (const StripCount& strip : cStrips) {
+    const int cell = strip.size * 2 + 8;
+    const int rows = (strip.count + cPerRow - 1) / cPerRow;
+    QImage sheet(cPerRow * cell, 4 * rows * cell, QImage::Format_RGB32);
+    QPainter painter(&sheet);
+    for (int part = 0; part < 4; ++part) {
+      painter.fillRect(0, part * rows * cell, sheet.width(), rows * cell,
+                       part < 2 ? QColor("#efefef") : QColor("#2b2b2b"));
+      for (int i = 0; i < strip.count; ++i)
+        painter.drawPixmap(
+            (i % cPerRow) * cell + 4, (part * rows + i / cPerRow) * cell + 4,
+            QPixmap::fromImage(Picture(strip.id, i, 2, part % 2 ? QIcon::Disabled : QIcon::Normal)
+                                   .scaledToWidth(strip.size * 2)));
+    }
+    painter.end();
+    const QString file = QString("%1/strip-%2.png").arg(SHOTS_FOLDER).arg(strip.id, 0, 16);
+    EXPECT_TRUE(sheet.save(file));
+  }
+}
+
+}  // namespace
+}  // namespace mavro
