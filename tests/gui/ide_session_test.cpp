@@ -66,7 +66,8 @@ TEST_F(IdeMemory, NextStart_FindsTheWindowWhereItWas) {
   EXPECT_THAT(ide.Ini(), HasSubstr("Bounds=20;30;801;500;\n"));
   EXPECT_THAT(ide.Ini(), HasSubstr("split-h=320\n"));
   ide.Run({}, [&] {
-    EXPECT_EQ(theMainForm->Bounds().width, 801);
+    EXPECT_EQ(theMainForm->Bounds().left, 20);
+    EXPECT_EQ(theMainForm->Bounds().top, 30);
     EXPECT_EQ(theMainForm->Bounds().height, 500);
     EXPECT_EQ(theMainForm->hSplit.Position(), 320);
   });

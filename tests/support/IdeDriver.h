@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QToolButton>
 #include <functional>
 #include <string>
 #include <vector>
@@ -20,6 +21,21 @@
 #include "TempFolder.h"
 
 namespace test {
+
+// Clicks the button of a tool bar's row. One that has no room is chosen as its menu does.
+inline void ClickToolRow(const mavro::ToolBar& bar, int row) {
+  if (!bar.GetRow(row).enabled) return;
+  int place = 1;  // the first button of the bar offers those without room
+  for (int i = 0; i < row; ++i)
+    if (!bar.GetRow(i).separator && !bar.GetRow(i).control) ++place;
+  const auto buttons =
+      WidgetOf(bar)->findChildren<QToolButton*>(QString(), Qt::FindDirectChildrenOnly);
+  QToolButton* button = buttons.at(place);
+  if (!button->isVisible()) return button->click();
+  QWidget* window = button->window();
+  QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                    button->mapTo(window, button->rect().center()));
+}
 
 // The whole program with a home of its own and dialogs with scripted answers.
 //

@@ -1,0 +1,67 @@
+#include <gtest/gtest.h>
+
+#include "DarkPalette.h"
+#include "IdeDriver.h"
+
+// The window at both ends of its life, for people to look at: build/shots/ide-*.png.
+
+namespace zendry {
+namespace {
+
+using test::IdeDriver;
+
+struct Look {
+  const char* name;
+  int width;
+  int height;
+  bool isDark;
+};
+
+class IdeShots : public testing::TestWithParam<Look> {};
+
+TEST_P(IdeShots, Window_AfterAFailedBuild_ShowsAllItsParts) {
+  const Look look = GetParam();
+  const QPalette light = QApplication::palette();
+  if (look.isDark) QApplication::setPalette(test::DarkPalette());
+  IdeDriver ide;
+  std::string source = "#include \"shape.h\"\n\nint area(const Shape& shape) {\n";
+  source += "  int unused = 1;\n  return shape.width * shape.hieght;\n}\n";
+  const std::string project =
+      ide.Project({{"main.cpp", "#include \"src/shape.h\"\n\nint main() { return 0; }\n"},
+                   {"src/shape.cpp", source},
+                   {"src/shape.h", "struct Shape {\n  int width, height;\n};\n"},
+                   {"src/deep/list.c", "int list(void) { return 1; }\n"},
+                   {"app.rc", ""}},
+                  "shapes.zpj");
+  ide.Run({project}, [&] {
+    MainForm& form = *theMainForm;
+    form.SetBounds(0, 0, look.width, look.height);
+    form.hSplit.SetPosition(look.height * 11 / 16);
+    form.editTabs.OpenFile(ide.files.Path("main.cpp"));
+    theProject.releaseOptions.comp = "-O2 -Wall";
+    IdeDriver::Press(Qt::Key_F7);
+    test::WaitFor([&] { return form.toolBar.width == look.width; });
+    test::Shot(form, std::string("ide-errors-") + look.name);
+    form.ShowPage(cOutputPage);
+    test::Shot(form, std::string("ide-output-") + look.name);
+    EXPECT_EQ(form.statusBar.top + form.statusBar.height,
+              test::WidgetOf(form.statusBar)->parentWidget()->height());
+    EXPECT_EQ(form.hSplit.width, look.width);
+  });
+  QApplication::setPalette(light);
+}
+
+INSTANTIATE_TEST_SUITE_P(Looks, IdeShots,
+                         testing::Values(Look{"light-800", 800, 560, false},
+                                         Look{"dark-800", 800, 560, true},
+                                         Look{"light-1280", 1280, 800, false},
+                                         Look{"dark-1280", 1280, 800, true},
+                                         Look{"light-400", 400, 300, false}),
+                         [](const auto& info) {
+                           std::string name = info.param.name;
+                           std::replace(name.begin(), name.end(), '-', '_');
+                           return name;
+                         });
+
+}  // namespace
+}  // namespace zendry
