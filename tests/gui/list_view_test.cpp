@@ -157,6 +157,15 @@ TEST(ListView, AddRow_InABurst_IsShownInAFewSteps) {
   });
 }
 
+TEST(ListView, Update_ShowsAllRows) {
+  TableForm form;
+  test::RunForm(form, false, [&] {
+    form.AddRows(50);
+    form.list.Update();
+    EXPECT_EQ(form.ShownRows(), 50);
+  });
+}
+
 TEST(ListView, AddRow_LeavesSelectionAndPlace) {
   TableForm form;
   form.AddRows(100);

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <QAbstractEventDispatcher>
 #include <QClipboard>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QPlainTextEdit>
 #include <QScrollBar>
@@ -157,6 +159,28 @@ TEST(Memo, MaxLines_ScrolledUp_KeepsTheLinesInView) {
     form.Bar()->setValue(100);
     form.memo.Append("x\ny\n");
     ASSERT_TRUE(test::WaitFor([&] { return form.Bar()->value() == 98; }));
+  });
+}
+
+TEST(Memo, Append_WhileATaskBlocks_IsShownWithoutTimers) {
+  MemoForm form;
+  test::RunForm(form, false, [&] {
+    form.AppendLines(50);
+    QElapsedTimer clock;
+    clock.start();
+    while (form.Widget()->blockCount() < 51 && clock.elapsed() < 5000)
+      QAbstractEventDispatcher::instance()->processEvents(QEventLoop::ExcludeUserInputEvents |
+                                                          QEventLoop::X11ExcludeTimers);
+    EXPECT_EQ(form.Widget()->blockCount(), 51);
+  });
+}
+
+TEST(Memo, Update_ShowsAllThatWasAppended) {
+  MemoForm form;
+  test::RunForm(form, false, [&] {
+    form.AppendLines(50);
+    form.memo.Update();
+    EXPECT_EQ(form.Widget()->blockCount(), 51);
   });
 }
 

@@ -144,7 +144,8 @@ class NativeWindow {
   void CaptureMouse(bool on);
   void Raise();
   void Invalidate();
-  void Update();
+  // Paints what is invalid now; kinds that show a burst in steps show all of it.
+  virtual void Update();
   // Puts this window in front of its siblings.
   void BringToTop();
 

@@ -134,6 +134,11 @@ class ListViewWindow final : public NativeListView {
 
   void RowsAdded() override { pacer.Request(); }
 
+  void Update() override {
+    pacer.RunNow();
+    view->viewport()->repaint();
+  }
+
   void RowsCleared() override {
     const Quiet quiet(*this);
     model->PublishCleared();

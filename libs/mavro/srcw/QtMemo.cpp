@@ -220,8 +220,13 @@ class MemoWindow final : public NativeMemo {
     pacer.Request();
   }
 
+  void Update() override {
+    pacer.RunNow();
+    edit->viewport()->repaint();
+  }
+
   void GoToLine(int line) override {
-    Flush();
+    pacer.RunNow();
     edit->GoToLine(line);
   }
 
@@ -234,7 +239,7 @@ class MemoWindow final : public NativeMemo {
   }
 
   void MarkLine(int line) override {
-    Flush();
+    pacer.RunNow();
     edit->MarkLine(line);
   }
 
