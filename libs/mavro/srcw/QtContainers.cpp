@@ -1,8 +1,6 @@
 #include <QGuiApplication>
-#include <QIcon>
 #include <QMenuBar>
 #include <QPainter>
-#include <QPixmap>
 #include <QResizeEvent>
 #include <QScreen>
 #include <QWidget>
@@ -13,8 +11,8 @@
 #include "QtEvents.h"
 #include "QtFactories.h"
 #include "QtForm.h"
+#include "QtStrips.h"
 #include "QtText.h"
-#include "Resource.h"
 
 namespace mavro {
 
@@ -69,13 +67,7 @@ class FormWindow final : public NativeForm {
     frame->move(area.center() - frame->rect().center());
   }
 
-  void SetIcon(int resourceId) override {
-    const std::string_view bytes = FindResource("PNG", static_cast<uint64_t>(resourceId));
-    QPixmap picture;
-    if (picture.loadFromData(reinterpret_cast<const uchar*>(bytes.data()),
-                             static_cast<uint>(bytes.size())))
-      frame->setWindowIcon(QIcon(picture));
-  }
+  void SetIcon(int resourceId) override { frame->setWindowIcon(ResourceIcon(resourceId)); }
 
  private:
   FormWidget* frame;
