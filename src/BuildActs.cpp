@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "CommandLine.h"
+#include "CommandTable.h"
 #include "IdeConfig.h"
 #include "Paths.h"
 #include "Project.h"
@@ -22,15 +23,6 @@ namespace {
 
 using mavro::cControlKey;
 using mavro::cShiftKey;
-
-constexpr int cKeyF4 = 0x73;
-constexpr int cKeyF7 = 0x76;
-
-struct CommandRow {
-  BuildCommand id;
-  const char* text;
-  int hotkey;
-};
 
 constexpr CommandRow cRows[] = {
     {cCompileFileCommand, "&Compile File", cControlKey | cKeyF7},
@@ -60,6 +52,10 @@ class FlagGuard {
 
 bool IsSource(const ProjectFile& file) {
   return file.type == cCppSource || file.type == cCSource;
+}
+
+const std::string& CompilerOf(const ProjectFile& file) {
+  return file.type == cCppSource ? theIdeConfig.gpp : theIdeConfig.gcc;
 }
 
 bool IsFolder(const std::string& path) {
@@ -94,7 +90,7 @@ void ClearCompilerEnvironment() {
 
 BuildActs::BuildActs() {
   SetTarget(this, &BuildActs::OnCommand);
-  for (const CommandRow& row : cRows) Add(row.id, row.text, row.hotkey);
+  AddCommands(*this, cRows);
 }
 
 void BuildActs::Bind(Project& newProject, Shell& newShell) {
@@ -180,8 +176,9 @@ bool BuildActs::EnsureOutputFolder() {
 }
 
 bool BuildActs::EnterProjectFolder() {
-  if (chdir(project->folder.c_str()) == 0) return true;
-  Refuse(project->folder, Because("it can't be entered"));
+  const std::string folder = project->folder.empty() ? "/" : project->folder;
+  if (chdir(folder.c_str()) == 0) return true;
+  Refuse(folder, Because("it can't be entered"));
   return false;
 }
 
@@ -249,9 +246,8 @@ bool BuildActs::CompileFile(const ProjectFile& file, bool force) {
   const std::string object = ObjectPath(outDirName, file.name, "o");
   const Verdict verdict = Judge(file, object, force);
   if (verdict != Verdict::cBuild) return verdict != Verdict::cRefused;
-  const bool isCpp = file.type == cCppSource;
   const std::string line = CompileLine({
-      .tool = ToolOf(isCpp ? theIdeConfig.gpp : theIdeConfig.gcc),
+      .tool = ToolOf(CompilerOf(file)),
       .options = project->current->comp,
       .includeFlags = includeFlags,
       .setFlags = SetFlags(),
@@ -273,7 +269,7 @@ bool BuildActs::BuildSingle(const ProjectFile& file, bool force) {
   if (verdict != Verdict::cBuild) return verdict != Verdict::cRefused;
   const std::string program = ObjectPath(outDirName, file.name, "exe");
   const std::string line = SingleFileLine({
-      .tool = ToolOf(file.type == cCppSource ? theIdeConfig.gpp : theIdeConfig.gcc),
+      .tool = ToolOf(CompilerOf(file)),
       .options = project->current->comp,
       .includeFlags = includeFlags,
       .strip = project->mode == cRelease,

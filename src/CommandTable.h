@@ -15,6 +15,7 @@ constexpr int cKeyF2 = 0x71;
 constexpr int cKeyF3 = 0x72;
 constexpr int cKeyF4 = 0x73;
 constexpr int cKeyF5 = 0x74;
+constexpr int cKeyF7 = 0x76;
 constexpr int cKeyF8 = 0x77;
 constexpr int cKeyF9 = 0x78;
 constexpr int cKeyF10 = 0x79;
