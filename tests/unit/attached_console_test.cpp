@@ -275,6 +275,8 @@ TEST_F(AttachedConsole, PollFromTheHandler_KeepsTheOrder) {
   console.SetOutput(
       [this](const std::string& line) {
         lines.push_back(line);
+        // All of it has been fetched, so what there is to wait for is the end.
+        if (lines.size() == 1) WaitReadable(TheIdleSlot().wakeDescriptor, 20'000);
         console.Poll();
       },
       "");

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <poll.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -12,9 +13,11 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "CommandLine.h"
 #include "ConsoleFixture.h"
+#include "Descriptor.h"
 #include "TempFolder.h"
 
 namespace mavro {
@@ -203,16 +206,59 @@ TEST_F(BlockingConsole, Surroundings_AreThoseOfANewProgramWithoutTerminal) {
     EXPECT_EQ(std::stoull(lines[i].substr(8), nullptr, 16) & ~cLibrarySignals, 0u) << lines[i];
 }
 
+// Leaves this process so many descriptors to open, as long as it lives.
+class FewDescriptors {
+ public:
+  explicit FewDescriptors(int count) {
+    getrlimit(RLIMIT_NOFILE, &saved);
+    const int next = Descriptor(dup(0)).Number();
+    const rlimit few = {static_cast<rlim_t>(next + count), saved.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &few);
+  }
+  ~FewDescriptors() { setrlimit(RLIMIT_NOFILE, &saved); }
+  FewDescriptors(const FewDescriptors&) = delete;
+  FewDescriptors& operator=(const FewDescriptors&) = delete;
+
+ private:
+  rlimit saved;
+};
+
+// The first run is for the sanitizers, which need descriptors of their own at first.
+TEST_F(BlockingConsole, NoDescriptorLeft_IsShown) {
+  EXPECT_TRUE(Run("print a"));
+  for (int count : {0, 1, 2, 3}) {
+    const FewDescriptors few(count);
+    EXPECT_FALSE(Run("print b"));
+  }
+  EXPECT_THAT(dialogs.texts, Each("Compiler error: CreatePipe"));
+  EXPECT_THAT(dialogs.texts, SizeIs(4));
+  EXPECT_TRUE(Run("print c"));
+  EXPECT_THAT(lines, ElementsAre("a", "c"));
+}
+
+TEST_F(BlockingConsole, NoDescriptorToWatchTheEnd_IsFoundOutByAsking) {
+  constexpr int cThoseOfThePipes = 4;
+  Run("close-output");
+  {
+    const FewDescriptors few(cThoseOfThePipes);
+    EXPECT_TRUE(Run("close-output"));
+  }
+  EXPECT_EQ(console.exitSignal, SIGTERM);
+}
+
+// Any of them may be missing when a desktop starts us, and a pipe's end then stands in its place.
 TEST_F(BlockingConsole, StandardStreamsOfOursClosed_ChildHasItsOwn) {
-  const int output = dup(STDOUT_FILENO), input = dup(STDIN_FILENO);
-  close(STDIN_FILENO);
-  close(STDOUT_FILENO);
-  Run("echo");
-  dup2(input, STDIN_FILENO);
-  dup2(output, STDOUT_FILENO);
-  close(input);
-  close(output);
-  EXPECT_THAT(lines, ElementsAre("end of input"));
+  for (int missing = 1; missing < 8; ++missing) {
+    std::vector<Descriptor> saved(3);
+    for (int i = 0; i < 3; ++i) saved[i] = Descriptor(fcntl(i, F_DUPFD_CLOEXEC, 10));
+    for (int i = 0; i < 3; ++i)
+      if (missing & 1 << i) close(i);
+    lines.clear();
+    Run("echo");
+    Run("both");
+    for (int i = 0; i < 3; ++i) dup2(saved[i].Number(), i);
+    EXPECT_THAT(lines, ElementsAre("end of input", "out", "err", "out again")) << missing;
+  }
 }
 
 TEST_F(BlockingConsole, OutputClosedButAlive_IsAskedToEndAndTold) {

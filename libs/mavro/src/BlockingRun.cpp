@@ -108,7 +108,7 @@ bool BlockingRun::LivesOn() {
   const auto until = Clock::now() + std::chrono::milliseconds(limits.closedOutput);
   while (!ended && !child.WaitForEnd(limits.quiet, WaitReadable)) {
     FollowStop();
-    if (isStopping || Clock::now() >= until) return true;
+    if (Clock::now() >= until) return true;
   }
   return false;
 }
@@ -116,7 +116,7 @@ bool BlockingRun::LivesOn() {
 void BlockingRun::AwaitEnd() {
   FollowStop();
   if (ended || !LivesOn()) return;
-  if (!isStopping) Hand(cOutputWasClosed);
+  Hand(cOutputWasClosed);
   child.Signal(SIGTERM);
   if (!child.WaitForEnd(TheSpawnLimits().kill, WaitReadable)) child.Kill();
 }

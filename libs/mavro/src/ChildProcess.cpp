@@ -20,7 +20,7 @@ namespace mavro {
 
 namespace {
 
-constexpr int cFirstOwnDescriptor = 3;  // behind the standard streams
+constexpr int cFirstOwnDescriptor = 3;  // those of a child behind its standard streams
 constexpr int cKilledMs = 1000;         // for a killed child to be gone
 constexpr int cSliceMs = 10;            // between questions where the system can't tell the end
 
@@ -58,28 +58,20 @@ struct Pipe {
   Descriptor read, write;
 };
 
-// Moves a descriptor out of the standard ones' places, which a process that was started without
-// them gives to its first files.
-bool MoveBehindStandard(Descriptor& descriptor) {
-  if (descriptor.Number() >= cFirstOwnDescriptor) return true;
-  descriptor = Descriptor(fcntl(descriptor.Number(), F_DUPFD_CLOEXEC, cFirstOwnDescriptor));
-  return descriptor.IsOpen();
-}
-
-ChildProcess::Start MakePipe(Pipe& made) {
+bool MakePipe(Pipe& made) {
   int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) return ChildProcess::Start::cNoPipe;
+  if (pipe2(ends, O_CLOEXEC) != 0) return false;
   made = {Descriptor(ends[0]), Descriptor(ends[1])};
-  return MoveBehindStandard(made.read) && MoveBehindStandard(made.write)
-             ? ChildProcess::Start::cStarted
-             : ChildProcess::Start::cNoDuplicate;
+  return true;
 }
 
 void SetNonBlocking(int descriptor) {
   fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK);
 }
 
-// What happens in the child between its birth and its becoming the program.
+// What happens in the child between its birth and its becoming the program. The input's pipe is
+// made after the output's and taken first: so none of them is overwritten before it is used, even
+// when this process has no standard streams and the pipes stand in their places.
 class SpawnPlan {
  public:
   SpawnPlan(int standardInput, int standardOutput, const std::string& folder) {
@@ -163,8 +155,7 @@ ChildProcess::Start ChildProcess::Run(const std::vector<std::string>& arguments,
   CollectLeftBehind();
   EnsureChildrenCanBeWaitedFor();
   Pipe outputPipe, inputPipe;
-  if (Start start = MakePipe(outputPipe); start != Start::cStarted) return start;
-  if (Start start = MakePipe(inputPipe); start != Start::cStarted) return start;
+  if (!MakePipe(outputPipe) || !MakePipe(inputPipe)) return Start::cNoPipe;
   if (!CanBeArguments(arguments)) return Start::cNotStarted;
   const SpawnPlan plan(inputPipe.read.Number(), outputPipe.write.Number(), folder);
   process = plan.Spawn(arguments);

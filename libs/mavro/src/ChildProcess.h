@@ -29,7 +29,7 @@ struct ChildEnd {
 // the program.
 class ChildProcess {
  public:
-  enum class Start { cStarted, cNoPipe, cNoDuplicate, cNotStarted };
+  enum class Start { cStarted, cNoPipe, cNotStarted };
 
   ChildProcess() = default;
   ChildProcess(const ChildProcess&) = delete;

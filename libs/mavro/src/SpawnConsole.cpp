@@ -23,7 +23,6 @@ constexpr int cFetchesPerPoll = 16;    // then the windows get their turn
 std::string FailureText(ChildProcess::Start failure, SpawnConsole::Mode mode,
                         const std::string& commandLine) {
   if (failure == ChildProcess::Start::cNoPipe) return "CreatePipe";
-  if (failure == ChildProcess::Start::cNoDuplicate) return "DuplicateHandle";
   if (mode == SpawnConsole::Mode::cAttached) return "Utility execution error";
   return "Error run: " + commandLine.substr(0, cShownCommand);
 }
