@@ -7,7 +7,7 @@
 namespace mavro {
 
 // The whole content of a regular file, bytes as they are. Nothing for a missing or unreadable file,
-// a folder, a FIFO or a device: it never blocks.
+// a folder, a FIFO or a device, or 2 GiB and more: it never blocks.
 std::optional<std::string> ReadFileText(const std::string& path);
 
 // What became of a save. `error` is empty on success; else it says in words what failed and why.
@@ -20,7 +20,11 @@ struct SaveResult {
 // a temporary file beside it (random name, O_EXCL, O_NOFOLLOW), synced and renamed over it, keeping
 // mode and owner and following symbolic links. Where that can't be (further hard links, no right to
 // make a file in the folder) it writes in place, after a synced copy of the old content went to the
-// rescue folder. The one function through which the whole tree writes files the user owns.
+// rescue folder. The copy goes when the write has succeeded or the old content is back; else it
+// stays there as "old-DIGITS-NAME", and the error names it. What a killed process left beside a file
+// goes with the next save in that folder. A file without write right is refused.
+//
+// The one function through which the whole tree writes files the user owns.
 SaveResult SaveFileText(const std::string& path, std::string_view content);
 
 // Folder for rescue copies, made with mode 0700 when missing; empty when it can't be had.
