@@ -234,6 +234,20 @@ TEST(CheckBox, Click_TogglesAndFires) {
   });
 }
 
+TEST(CheckBox, Enter_PressesTheButtonForOk) {
+  ButtonForm form;
+  CheckBox box;
+  box.SetLocation(10, 60);
+  form.log.Listen("box", box.onClick);
+  form.Add(&box);
+  test::RunForm(form, true, [&] {
+    box.Focus();
+    test::Key(form, Qt::Key_Return);
+    EXPECT_EQ(form.log.Take(), "ok:0 close:1 ");
+  });
+  EXPECT_FALSE(box.checked);
+}
+
 TEST(CheckBox, Checked_BeforeAndWithTheWindow_FiresNothing) {
   CheckForm form;
   form.box.checked = true;

@@ -41,12 +41,8 @@ bool MoveFocus(Form& form, int step) {
   return true;
 }
 
-// Enter presses the button that has the focus, else the one that stands for OK.
-bool OnEnter(Form& form, Control* focused) {
-  if (focused && focused->impl->hwnd->className == "Button") {
-    NotifyCommand(focused->impl->hwnd, 0);
-    return true;
-  }
+// Enter presses the button that stands for OK; a push button that has the focus has taken it.
+bool OnEnter(Form& form) {
   if (!form.autoDialogKeys) return false;
   SendMessage(form.impl->hwnd, WM_COMMAND, cIdOk, 0);
   return true;
@@ -63,7 +59,7 @@ bool DialogKey(Form& form, int virtualKey, int hotkeyFlags) {
     case VK_TAB:
       return MoveFocus(form, hotkeyFlags & cShiftKey ? -1 : 1);
     case VK_RETURN:
-      return OnEnter(form, focused);
+      return OnEnter(form);
     case VK_ESCAPE:
       SendMessage(form.impl->hwnd, WM_COMMAND, cIdCancel, 0);
       return form.autoDialogKeys;

@@ -8,6 +8,7 @@
 #include "QtFactories.h"
 #include "QtStrips.h"
 #include "QtText.h"
+#include "Virtual.h"
 
 namespace mavro {
 
@@ -71,6 +72,8 @@ class ButtonWindow final : public NativeButton {
     NativeButton::SetText(newText);
     button->setText(ToScreen(newText));
   }
+
+  bool WantsKey(int virtualKey) const override { return virtualKey == VK_RETURN; }
 
   void SetDefault(bool on) override { button->setDefault(on); }
   void SetHot(bool on) override { button->SetHot(on); }
