@@ -10,6 +10,7 @@
 #include "Form.h"
 #include "GuiDriver.h"
 #include "Label.h"
+#include "Strips.h"
 
 namespace mavro {
 namespace {
@@ -205,6 +206,31 @@ TEST(Button, Picture_OfAnUnknownStrip_LeavesTheCaption) {
   test::RunForm(form, false, [&] {
     EXPECT_TRUE(WidgetOf(form.plain)->icon().isNull());
     EXPECT_EQ(WidgetOf(form.plain)->text(), "&Plain");
+  });
+}
+
+TEST(Button, Icon_StandsBesideTheCaption) {
+  ButtonForm form;
+  form.plain.icon = 4;
+  test::RunForm(form, false, [&] {
+    EXPECT_FALSE(WidgetOf(form.plain)->icon().isNull());
+    EXPECT_EQ(WidgetOf(form.plain)->text(), "&Plain");
+    form.plain.icon = 0;
+    EXPECT_TRUE(WidgetOf(form.plain)->icon().isNull());
+  });
+}
+
+TEST(Button, Image_StandsInsteadOfTheCaption) {
+  test::RegisterStrips();
+  ButtonForm form;
+  form.plain.SetBounds(200, 10, 28, 28);
+  form.plain.SetImage(0x6F, 2);
+  test::RunForm(form, false, [&] {
+    EXPECT_EQ(WidgetOf(form.plain)->iconSize(), QSize(16, 16));
+    const QImage shown = WidgetOf(form.plain)->grab().toImage();
+    form.plain.text = "other";
+    EXPECT_EQ(WidgetOf(form.plain)->grab().toImage(), shown);
+    EXPECT_EQ(WidgetOf(form.plain)->accessibleName(), "other");
   });
 }
 

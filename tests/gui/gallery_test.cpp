@@ -13,6 +13,7 @@
 #include "ListBox.h"
 #include "ListView.h"
 #include "StatusBar.h"
+#include "Strips.h"
 
 namespace mavro {
 namespace {
@@ -21,7 +22,7 @@ namespace {
 struct Gallery : Form {
   Label name, centered;
   Edit typed, number, secret, locked, grayed;
-  Button ok, cancel, setup, hot, off;
+  Button ok, cancel, setup, hot, off, save, image;
   CheckBox checked, open;
   ComboBox mode, free;
   ListBox list;
@@ -77,6 +78,11 @@ struct Gallery : Form {
     hot.hot = true;
     Place(off, 376, 40, 84, 34, "Disabled");
     off.enabled = false;
+    save.icon = 4;
+    save.kind = Button::cSave;
+    Place(save, 264, 78, 84, 34);
+    image.SetImage(0x6F, 2);
+    Place(image, 356, 85, 20, 20, "Close");
     Place(checked, 468, 46, 120, 22, "&Parse project");
     checked.checked = true;
     Place(open, 596, 46, 120, 22, "Show gjpqy");
@@ -133,6 +139,7 @@ double MeanBrightness(const QImage& image) {
 }
 
 TEST(Gallery, EveryControl_FollowsTheLightAndTheDarkPalette) {
+  test::RegisterStrips();
   const QPalette light = QApplication::palette();
   for (const bool isDark : {false, true}) {
     QApplication::setPalette(isDark ? test::DarkPalette() : light);

@@ -8,7 +8,7 @@ namespace mavro {
 
 namespace {
 
-constexpr int cStockStrip = 109;  // the strip of stock icons
+constexpr int cStockStrip = 1;  // the framework's own icons; number 0 stands for none
 
 struct KindRow {
   const char* caption;
@@ -94,7 +94,7 @@ void Button::Impl::ShowPicture() {
   if (imageIndex >= 0)
     Window()->SetPicture(imageStrip, imageIndex, true);
   else
-    Window()->SetPicture(cStockStrip, icon, false);
+    Window()->SetPicture(cStockStrip, icon > 0 ? icon : -1, false);
 }
 
 void Button::Impl::OnClick() {

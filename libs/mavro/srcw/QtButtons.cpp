@@ -27,6 +27,7 @@ class PushButton final : public QPushButton {
     pictureOnly = on;
     update();
   }
+  bool IsPictureOnly() const { return pictureOnly; }
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
@@ -71,6 +72,7 @@ class ButtonWindow final : public NativeButton {
   void SetText(const std::string& newText) override {
     NativeButton::SetText(newText);
     button->setText(ToScreen(newText));
+    if (button->IsPictureOnly()) SetAccessibleName(newText);
   }
 
   bool WantsKey(int virtualKey) const override { return virtualKey == VK_RETURN; }
@@ -84,6 +86,7 @@ class ButtonWindow final : public NativeButton {
     if (!picture.isNull()) button->setIconSize(StripPictureSize(stripId));
     button->setIcon(picture);
     button->SetPictureOnly(alone && !picture.isNull());
+    SetAccessibleName(alone ? text : std::string());
   }
 
  private:
