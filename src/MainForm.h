@@ -106,8 +106,10 @@ class MainForm : public mavro::Form, public Shell {
   // Group: the panels.
   mavro::MenuBar menus;
   mavro::ActionList viewActs;
+  mavro::ActionList barActs;  // of the popup menu of tool bar and status bar
   mavro::Menu fileMenu, editMenu, browserMenu, viewMenu, buildMenu, projectMenu, debugMenu,
       toolsMenu, helpMenu;
+  mavro::ContextMenu barMenu;
   mavro::ToolBar toolBar;
   mavro::ToolBar paneBar;
   mavro::Button closeBottom;
@@ -129,6 +131,7 @@ class MainForm : public mavro::Form, public Shell {
 
  private:
   void InitMenus();
+  void InitBarMenu();
   void InitBars();
   void InitToolBar();
   void InitPanels();

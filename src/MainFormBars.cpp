@@ -82,6 +82,18 @@ void MainForm::InitMenus() {
   AddMenu(toolsMenu, "&Tools", theToolActs);
   AddMenu(helpMenu, "&Help", theHelpActs);
   menuBar = &menus;
+  InitBarMenu();
+}
+
+// The bars' own menu shows what can be closed by a click.
+void MainForm::InitBarMenu() {
+  barActs.SetTarget(this, &MainForm::OnView);
+  barActs.Add(cShowLeftCommand, "Left Pane");
+  barActs.AddRow(viewActs.Find(cShowBottomCommand));
+  barActs.Add(cToggleToolBarCommand, "&Tool Bar");
+  barActs.AddRow(viewActs.Find(cToggleStatusBarCommand));
+  barMenu.root.Fill(barActs);
+  toolBar.menu = statusBar.menu = &barMenu;
 }
 
 void MainForm::InitBars() {
@@ -135,7 +147,7 @@ void MainForm::InitToolBar() {
                        {&stopAction, cStopPicture},
                        {theFileActs.actCloseAll, cCloseAllPicture},
                        {}});
-  toolBar.AddButton(cOpenFolderToolPicture, "Show the left pane");
+  toolBar.AddButton(cSidePanePicture, "Show the left pane");
   toolBar.onClick.Add_H(this, &MainForm::OnToolButton);
   for (int row = 0; row < toolBar.RowCount(); ++row) {
     const mavro::Action* action = toolBar.GetRow(row).action;

@@ -39,8 +39,8 @@ enum ToolPicture {
   cWatchPicture = 0x1A,
   cStepOverPicture = 0x23,
   cStepOutPicture = 0x2A,
-  cOpenFolderToolPicture = 0x18,
-  cStepIntoPicture = 0x2B
+  cStepIntoPicture = 0x2B,
+  cSidePanePicture = 0x2E
 };
 
 // Pictures of trees.

@@ -12,9 +12,10 @@ namespace {
 
 enum Column { cFileColumn, cLineColumn, cTextColumn };
 
-constexpr int cFileWidth = 200;
-constexpr int cLineWidth = 80;
-constexpr int cTextWidth = 900;
+// They fit the window as it comes up first; the text has what a wider one leaves.
+constexpr int cFileWidth = 160;
+constexpr int cLineWidth = 70;
+constexpr int cTextWidth = 480;
 constexpr size_t cMaxRowText = 16 * 1024;
 
 }  // namespace

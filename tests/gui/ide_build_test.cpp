@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAbstractScrollArea>
+#include <QScrollBar>
+
 #include "IdeDriver.h"
 
 // Building from the window, with the tools of the machine.
@@ -232,6 +235,20 @@ TEST_F(IdeBuild, Output_MuchOfIt_IsAllThereAndTheEndIsShown) {
     QCoreApplication::processEvents();
     EXPECT_EQ(Output().size(), cLines * (line.size() + 2));
     RecordProperty("milliseconds", static_cast<int>(clock.elapsed()));
+  });
+}
+
+// The error page covers the output before its last lines could be painted.
+TEST_F(IdeBuild, Output_AfterAFailedBuild_ShowsItsEnd) {
+  ide.Run({ide.Project(cBadFiles)}, [&] {
+    IdeDriver::Press(Qt::Key_F7);
+    theMainForm->ShowPage(cOutputPage);
+    const auto* area = qobject_cast<QAbstractScrollArea*>(test::WidgetOf(theMainForm->output));
+    ASSERT_NE(area, nullptr);
+    const QScrollBar& bar = *area->verticalScrollBar();
+    EXPECT_GT(bar.maximum(), 0);
+    EXPECT_TRUE(test::WaitFor([&] { return bar.value() == bar.maximum(); }))
+        << bar.value() << " of " << bar.maximum();
   });
 }
 

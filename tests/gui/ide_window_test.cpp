@@ -263,6 +263,23 @@ TEST(IdeWindow, StatusBar_Toggled_GivesItsRoomAtOnce) {
   });
 }
 
+TEST(IdeWindow, BarMenu_TogglesTheToolBar) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    const int before = form.hSplit.height;
+    form.barMenu.root.Insert(&form.barMenu);
+    const auto choose = [](mavro::Control& bar) {
+      mavro::SendMessage(bar.impl->hwnd, mavro::WM_COMMAND, cToggleToolBarCommand, 0);
+    };
+    choose(form.toolBar);
+    EXPECT_FALSE(test::WidgetOf(form.toolBar)->isVisible());
+    EXPECT_EQ(form.hSplit.height, before + form.toolBar.height);
+    choose(form.statusBar);
+    EXPECT_TRUE(test::WidgetOf(form.toolBar)->isVisible());
+  });
+}
+
 TEST(IdeWindow, CloseButton_StandsAtTheEndOfItsBar) {
   IdeDriver ide;
   ide.Run({}, [&] {

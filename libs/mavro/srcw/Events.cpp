@@ -207,6 +207,10 @@ Param SysImpl::WndProc(unsigned message, Param wParam, Param lParam) {
     }
     case WM_CONTEXTMENU:
       return OnContextMenu(wParam, lParam);
+    case WM_COMMAND:  // of the control's own popup menu
+      if (lParam != 0) break;
+      OnMenuCommand(0, static_cast<int>(wParam));
+      return 0;
     case WM_KEYDOWN:
     case WM_SYSKEYDOWN:
     case WM_KEYUP:
