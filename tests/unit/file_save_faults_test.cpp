@@ -177,12 +177,21 @@ TEST_F(SaveFaults, KilledBeforeAnyCall_OldOrNewTextIsWhole) {
   for (Scene::Kind kind : cKinds) ForEachCall([kind](int n) { return CheckKill(kind, n); });
 }
 
-// A disk of 256 kB of this process's own, or false.
-bool MountSmallDisk(const std::string& folder) {
+// Makes this process the superuser of a world of its own, in which it may mount; or false.
+bool EnterOwnWorld() {
   const uid_t user = getuid();
-  if (user == 0 ? unshare(CLONE_NEWNS) != 0 : unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0)
-    return false;
-  if (user != 0) std::ofstream("/proc/self/uid_map") << "0 " << user << " 1\n";
+  const gid_t group = getgid();
+  if (user == 0) return unshare(CLONE_NEWNS) == 0;
+  if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) return false;
+  std::ofstream("/proc/self/setgroups") << "deny";
+  std::ofstream("/proc/self/uid_map") << "0 " << user << " 1";
+  std::ofstream("/proc/self/gid_map") << "0 " << group << " 1";
+  return true;
+}
+
+// A disk of 256 kB that only this process sees, or false.
+bool MountSmallDisk(const std::string& folder) {
+  if (!EnterOwnWorld()) return false;
   mount("", "/", nullptr, MS_REC | MS_PRIVATE, nullptr);
   return mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=256k") == 0;
 }

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <pwd.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
@@ -110,11 +111,12 @@ TEST(ProfileFolder, Home_IsTakenWithoutItsTrailingSlash) {
 }
 
 TEST(ProfileFolder, NoHome_IsThatOfThePasswordDatabase) {
+  const passwd* entry = getpwuid(getuid());
+  ASSERT_TRUE(entry);
   const test::ScopedVariable home("HOME", "");
-  const std::string fromEmpty = ProfileFolder();
+  EXPECT_EQ(ProfileFolder(), entry->pw_dir);
   unsetenv("HOME");
-  EXPECT_EQ(ProfileFolder(), fromEmpty);
-  EXPECT_TRUE(FolderExists(fromEmpty));
+  EXPECT_EQ(ProfileFolder(), entry->pw_dir);
 }
 
 TEST(RescueFolder, Missing_IsMadeForUsAlone) {
