@@ -1,14 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sched.h>
 #include <signal.h>
-#include <sys/mount.h>
 #include <sys/wait.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 #include <functional>
 #include <optional>
 #include <string>
@@ -16,6 +13,7 @@
 #include "FileFaults.h"
 #include "FileText.h"
 #include "ScopedVariable.h"
+#include "SmallDisk.h"
 #include "TempFolder.h"
 
 namespace mavro {
@@ -148,19 +146,10 @@ TEST_F(SaveFaults, EverythingFailsFromACallOn_OldTextIsNotLost) {
       ForEachCall([&](int n) { return CheckFaultThatStays(kind, n, error); });
 }
 
-// Runs `act` in a process of its own; answers its status as waitpid gives it.
-int RunInChild(const std::function<int()>& act) {
-  const pid_t child = fork();
-  if (child == 0) _exit(act());
-  int status = 0;
-  waitpid(child, &status, 0);
-  return status;
-}
-
 bool CheckKill(Scene::Kind kind, int n) {
   SCOPED_TRACE(testing::Message() << "kind " << kind << ", killed before call " << n);
   Scene scene(kind);
-  const int status = RunInChild([&] {
+  const int status = test::RunInChild([&] {
     const test::FileFaults faults(n, test::FileFaults::cKill);
     return SaveFileText(scene.Path(), cNew).Ok() ? 0 : 1;
   });
@@ -177,30 +166,8 @@ TEST_F(SaveFaults, KilledBeforeAnyCall_OldOrNewTextIsWhole) {
   for (Scene::Kind kind : cKinds) ForEachCall([kind](int n) { return CheckKill(kind, n); });
 }
 
-// Makes this process the superuser of a world of its own, in which it may mount; or false.
-bool EnterOwnWorld() {
-  const uid_t user = getuid();
-  const gid_t group = getgid();
-  if (user == 0) return unshare(CLONE_NEWNS) == 0;
-  if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) return false;
-  std::ofstream("/proc/self/setgroups") << "deny";
-  std::ofstream("/proc/self/uid_map") << "0 " << user << " 1";
-  std::ofstream("/proc/self/gid_map") << "0 " << group << " 1";
-  return true;
-}
-
-// A disk of 256 kB that only this process sees, or false.
-bool MountSmallDisk(const std::string& folder) {
-  if (!EnterOwnWorld()) return false;
-  mount("", "/", nullptr, MS_REC | MS_PRIVATE, nullptr);
-  return mount("tmpfs", folder.c_str(), "tmpfs", 0, "size=256k") == 0;
-}
-
-constexpr int cCannotMount = 77;
-
-// Answers how many of the checks fail, or cCannotMount.
+// Answers how many of the checks fail.
 int SaveOnAFullDisk(const test::TempFolder& disk) {
-  if (!MountSmallDisk(disk.Path())) return cCannotMount;
   const std::string small(50'000, 's'), large(300'000, 'l');
   int failures = 0;
   auto expect = [&failures](bool holds) { failures += holds ? 0 : 1; };
@@ -226,10 +193,10 @@ int SaveOnAFullDisk(const test::TempFolder& disk) {
 TEST_F(SaveFaults, DiskThatIsReallyFull_KeepsTheOldText) {
   const test::TempFolder disk, profile;
   const test::ScopedVariable home("HOME", profile.Path());
-  const int status = RunInChild([&disk] { return SaveOnAFullDisk(disk); });
-  ASSERT_TRUE(WIFEXITED(status));
-  if (WEXITSTATUS(status) == cCannotMount) GTEST_SKIP() << "no disk can be mounted here";
-  EXPECT_EQ(WEXITSTATUS(status), 0) << "checks failed";
+  const int failures =
+      test::RunOnSmallDisk(disk.Path(), "256k", [&disk] { return SaveOnAFullDisk(disk); });
+  if (failures == test::cCannotMount) GTEST_SKIP() << "no disk can be mounted here";
+  EXPECT_EQ(failures, 0) << "checks failed";
 }
 
 }  // namespace
