@@ -368,5 +368,10 @@ TEST(TreeView, AddNode_FiveThousandUnderOneFolder_AllFound) {
   });
 }
 
+TEST(TreeViewDeathTest, InsertNode_BehindTheEnd) {
+  TreeForm form;
+  EXPECT_DEATH(form.tree->InsertNode(form.inc, 2, "x", 1), "at <= static_cast<int>");
+}
+
 }  // namespace
 }  // namespace mavro

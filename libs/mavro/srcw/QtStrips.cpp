@@ -16,7 +16,7 @@ namespace {
 constexpr uint64_t cVariant = 0x10000;
 constexpr double cStripScales[] = {1, 1.5, 2, 3};
 constexpr int cIconSides[] = {16, 24, 32, 48, 64, 128};
-constexpr double cDisabledOpacity = 0.4;
+constexpr double cDisabledOpacity = 0.5;
 
 // Decoded at its first use and kept.
 const QImage& ResourcePicture(uint64_t id) {

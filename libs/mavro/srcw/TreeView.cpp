@@ -1,5 +1,6 @@
 #include "TreeView.h"
 
+#include "Assert.h"
 #include "NativeTree.h"
 #include "SysImpl.h"
 #include "TreeIndex.h"
@@ -94,6 +95,7 @@ Param TreeView::Impl::OnNotify(NotifyHeader* header) {
 
 TreeNode* TreeView::Impl::Insert(TreeNode* parentNode, int at, std::unique_ptr<TreeNode> node) {
   auto& siblings = ChildrenOf(parentNode);
+  MAVRO_ASSERT(at >= -1 && at <= static_cast<int>(siblings.size()));
   const size_t row = at == -1 ? siblings.size() : static_cast<size_t>(at);
   TreeNode* added = node.get();
   added->parent = parentNode;
