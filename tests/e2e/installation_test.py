@@ -1,0 +1,80 @@
+#!/usr/bin/env python3
+"""What lies in an installation, and that it works wherever it lies."""
+import os
+import unittest
+
+from desktop import wait_until
+from fixture import STAGE, ZENDRY_MAKE, ZendryTest, run, write, write_project
+
+BUILD = os.environ.get('ZENDRY_BUILD', '')
+IN_ROOT = ['bin/zendry', 'bin/zendry-make', 'bin/Zendry.cfg', 'bin/Defs', 'bin/Help', 'bin/Repos/demos/console/console.zpj',
+           'libs/mavro/include/mavro', 'libs/mavro/libmavro.a', 'libs/mavro/mavro.rc', 'libs/basic', 'mylib',
+           'tools/gcc', 'tools/g++', 'tools/ar', 'tools/gdb']
+IN_PREFIX = ['bin/zendry', 'bin/zendry-make', 'share/applications/zendry.desktop', 'share/mime/packages/zendry-project.xml',
+             'share/metainfo/org.zendry.zendry.metainfo.xml', 'share/icons/hicolor/scalable/apps/zendry.svg',
+             'share/man/man1/zendry.1', 'share/man/man1/zendry-make.1', 'share/man/man5/zpj.5', 'share/doc/zendry/LICENSE']
+WINDOW_PROGRAM = '''#include <mavro>
+
+int mavro::Application::Main(ArgumentList&) {
+  Form form;
+  form.text = "Made by a user";
+  form.SetBounds(0, 0, 300, 200);
+  form.Run(false);
+  return 0;
+}
+'''
+
+
+def missing(folder, names):
+    return [name for name in names if not os.path.exists(os.path.join(folder, name))]
+
+
+class Installation(ZendryTest):
+    def installed(self, name):
+        prefix = os.path.join(self.folder, name)
+        result = run('cmake', '--install', BUILD, '--prefix', prefix)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        return prefix
+
+    def test_stage_holds_everything(self):
+        self.assertEqual(missing(STAGE, IN_ROOT), [])
+
+    @unittest.skipUnless(BUILD, 'no build folder is named')
+    def test_prefix_holds_everything(self):
+        prefix = self.installed('usr')
+        self.assertEqual(missing(prefix, IN_PREFIX), [])
+        self.assertEqual(missing(os.path.join(prefix, 'lib', 'zendry'), IN_ROOT), [])
+
+    @unittest.skipUnless(BUILD, 'no build folder is named')
+    def test_bare_name_on_the_path_finds_its_installation(self):
+        prefix = self.installed('a place with blanks')
+        project = self.demo()
+        program = os.path.join(os.path.dirname(project), 'out-rel', 'console.exe')
+        path = os.path.join(prefix, 'bin') + ':' + os.environ['PATH']
+        window = self.desktop.start(['zendry', project], PATH=path)
+        window.wait_for_main()
+        window.key('F7')
+        wait_until(lambda: os.path.exists(program), 'the program')
+        window.wait_quiet()
+        self.assertEqual(window.close(), 0)
+        made = run('zendry-make', '--rebuild', project, env={**os.environ, 'PATH': path})
+        self.assertEqual(made.returncode, 0, made.stderr)
+        self.assertIn('lib/zendry/tools', made.stdout)
+
+    def test_user_program_with_a_window_links_the_framework(self):
+        folder = os.path.join(self.folder, 'windows')
+        write(os.path.join(folder, 'main.cpp'), WINDOW_PROGRAM)
+        project = write_project(os.path.join(folder, 'hello.zpj'), ['main.cpp'], library_set='mavro')
+        made = run(ZENDRY_MAKE, project)
+        self.assertEqual(made.returncode, 0, made.stdout + made.stderr)
+        window = self.desktop.start([os.path.join(folder, 'out-rel', 'hello.exe')])
+        shown = wait_until(lambda: self.desktop.ask('xdotool', 'search', '--onlyvisible', '--name', 'Made by a user'),
+                           'the window')
+        self.picture('user-program')
+        self.assertTrue(shown.strip())
+        wait_until(lambda: self.desktop.ask('xdotool', 'getactivewindow').strip() in shown.split(), 'the active window')
+        self.assertEqual(window.close(), 0)
+
+
+if __name__ == '__main__':
+    unittest.main(verbosity=2)

@@ -1,0 +1,63 @@
+#!/usr/bin/env python3
+"""What is there again at the next start."""
+import os
+import re
+import unittest
+
+from desktop import wait_until
+from fixture import ZendryTest, session, settings, write
+
+
+class Session(ZendryTest):
+    def geometry(self, window):
+        text = self.desktop.ask('xdotool', 'getwindowgeometry', '--shell', window.main)
+        return {key: int(value) for key, value in re.findall(r'(\w+)=(-?\d+)', text) if key in ('WIDTH', 'HEIGHT')}
+
+    def test_first_start_has_the_size_that_is_told_nowhere(self):
+        window = self.start()
+        self.assertEqual(window.close(), 0)
+        kept = settings(self.ini)
+        self.assertRegex(kept['Bounds'], r'^-?\d+;-?\d+;800;560;$')
+
+    def test_window_files_and_mode_come_back(self):
+        project = self.demo()
+        session_file = project.replace('.zpj', '.zend')
+        write(session_file, '<state>\n\t<mode opt="dbg"/>\n\t<open>\n\t\t<file name="main.cpp" id="7"/>\n'
+              '\t\t<file name="report.h" id="2"/>\n\t</open>\n</state>\n')
+        window = self.start(project)
+        self.desktop.ask('xdotool', 'windowsize', '--sync', window.main, '1000', '700')
+        self.desktop.ask('xdotool', 'windowmove', '--sync', window.main, '60', '80')
+        wait_until(lambda: self.geometry(window) == {'WIDTH': 1000, 'HEIGHT': 700}, 'the new size')
+        window.wait_quiet()
+        self.assertEqual(window.close(), 0)
+        kept, settled = session(session_file), settings(self.ini)
+        self.assertEqual(kept['mode'], 'dbg')
+        self.assertEqual(kept['files'], [('main.cpp', '7'), ('report.h', '2')])
+        self.assertRegex(settled['Bounds'], r';1000;\d+;$')
+        self.assertEqual(settled['projA'], project)
+
+        again = self.start(project)
+        self.assertEqual(self.geometry(again), {'WIDTH': 1000, 'HEIGHT': 700})
+        self.picture('second-start')
+        self.assertEqual(again.close(), 0)
+        self.assertEqual(session(session_file), kept)
+        self.assertEqual(settings(self.ini), settled)
+
+    def test_settings_that_mean_nothing_are_passed_over(self):
+        write(self.ini, 'Bounds=huge\nno equals sign\n\x01\x02=\x03\nown-key=kept\nsplit-h=-5\n')
+        window = self.start()
+        self.assertEqual(window.close(), 0)
+        kept = settings(self.ini)
+        self.assertEqual(kept['own-key'], 'kept')
+        self.assertRegex(kept['Bounds'], r'^-?\d+;-?\d+;800;560;$')
+
+    def test_last_recognised_argument_is_opened(self):
+        project = self.demo()
+        window = self.start(os.path.join(os.path.dirname(project), 'main.cpp'), project, 'notes.txt')
+        self.assertEqual(window.close(), 0)
+        self.assertEqual(settings(self.ini)['projA'], project)
+        self.assertEqual(session(project.replace('.zpj', '.zend'))['files'], [])
+
+
+if __name__ == '__main__':
+    unittest.main(verbosity=2)
