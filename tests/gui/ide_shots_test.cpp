@@ -43,6 +43,8 @@ TEST_P(IdeShots, Window_AfterAFailedBuild_ShowsAllItsParts) {
     test::WaitFor([&] { return form.toolBar.width == look.width; });
     test::Shot(form, std::string("ide-errors-") + look.name);
     form.ShowPage(cOutputPage);
+    int passes = 0;  // of the event loop, in which the page is painted
+    test::WaitFor([&passes] { return ++passes > 5; });
     test::Shot(form, std::string("ide-output-") + look.name);
     EXPECT_EQ(form.statusBar.top + form.statusBar.height,
               test::WidgetOf(form.statusBar)->parentWidget()->height());
