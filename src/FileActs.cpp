@@ -109,10 +109,11 @@ void FileActs::AskAndLoad() {
   if (!chosen.empty()) ReplaceProject(chosen.front());
 }
 
+// What waited in the queue may have closed the window or opened another project.
 void FileActs::ReplaceProject(const std::string& path) {
   if (!CloseProject()) return;
   theMainForm->PumpMessages();
-  LoadProject(path);
+  if (theMainForm->state == mavro::cShown && !theProject.isOpen) LoadProject(path);
 }
 
 // The window says no word about a project that can't be read, but for its status line.
@@ -140,6 +141,7 @@ bool FileActs::CloseProject() {
   if (!theProject.Close()) return false;
   DropRescueCopy();
   theMainForm->ShowActiveFile();
+  theMainForm->SayWhatIsNotKept();
   return true;
 }
 

@@ -1,5 +1,7 @@
 #include "IdeRun.h"
 
+#include <cstdio>
+
 #include "BuildActs.h"
 #include "EditorSettings.h"
 #include "IdeConfig.h"
@@ -46,6 +48,9 @@ int RunIde(const mavro::ArgumentList& arguments) {
       theIdeSession.RestoreBounds(screen.width, screen.height).value_or(FirstPlacement()));
   form.Run(false);
   theIdeSession.Save(form.LastPlacement());
+  // No window is left to say it.
+  const std::string error = theIdeSession.TakeError();
+  if (!error.empty()) std::fprintf(stderr, "zendry: %s\n", error.c_str());
   return 0;
 }
 

@@ -31,6 +31,8 @@ enum ContextId {
 
 constexpr int cLeftPanelWidth = 200;
 constexpr int cCloseButtonSize = 20;
+constexpr int cPaneBarWidth = 80;
+constexpr int cTabsAndBarWidth = 640;
 
 }  // namespace
 
@@ -105,9 +107,9 @@ void MainForm::InitPanels() {
 
 void MainForm::InitBottomPanel() {
   bottomTabs.dock = output.dock = mavro::Dock::cFill;
-  bottomPanel.Add(&paneBar);
-  bottomPanel.Add(&closeBottom);
   bottomPanel.Add(&bottomTabs);
+  bottomPanel.Add(&paneBar);  // later than the tabs, on which it may lie
+  bottomPanel.Add(&closeBottom);
   output.readOnly = true;
   output.monospaced = true;
   outputPage.text = "Output";
@@ -119,16 +121,23 @@ void MainForm::InitBottomPanel() {
     bottomTabs.Add(&watches[i]);
   }
   bottomTabs.Add(&resultList);
-  closeBottom.SetBounds(0, 0, cCloseButtonSize, cCloseButtonSize);
+  closeBottom.SetSize(cCloseButtonSize, cCloseButtonSize);
   closeBottom.SetImage(cSmallStrip, cClosePicture);
   closeBottom.hint = "Close the pane";
   closeBottom.onClick.Add_H(this, &MainForm::OnCloseBottom);
   bottomPanel.onResize.Add_H(this, &MainForm::OnBottomResized);
 }
 
-// The close button stands at the right-hand end of the bar.
+// The close button stands at the right-hand end of the bar. Where the tabs leave room beside them
+// the bar lies there, else above them.
 void MainForm::OnBottomResized(mavro::NotifyArgs&) {
-  closeBottom.left = bottomPanel.width - cCloseButtonSize;
+  const int width = bottomPanel.width;
+  const bool beside = width >= cTabsAndBarWidth;
+  paneBar.dock = beside ? mavro::Dock::cNone : mavro::Dock::cTop;
+  if (beside) paneBar.SetBounds(width - cPaneBarWidth, 0, cPaneBarWidth);
+  closeBottom.SetLocation(width - cCloseButtonSize, 0);
+  bottomPanel.layoutPending = true;
+  mavro::RunPendingLayout(&bottomPanel);
 }
 
 void MainForm::SetPlacement(const Placement& wanted) {

@@ -70,6 +70,8 @@ class MainForm : public mavro::Form, public Shell {
   void SetEditorCommandsEnabled(bool on);
   // Names the file in front in the caption and shows its caret.
   void ShowActiveFile();
+  // Says in the status bar, once, which setting or session could not be read or written.
+  void SayWhatIsNotKept();
   // Shows a caret if its file is the one in front.
   void ShowCaretOf(const FileEditor& editor);
 
@@ -151,7 +153,6 @@ class MainForm : public mavro::Form, public Shell {
 
   void OpenStartupFile();
   void ShowPart(mavro::Control& part, bool on);
-  void SayWhatIsNotKept();
 
   StartupFile startup;
   Placement placement;

@@ -110,8 +110,9 @@ void ProjectTree::OnOpenFile(mavro::TreeArgs&) {
   const int id = SelectedId();
   if (id == cNoId) return;
   const std::string path = TidyPath(PathOf(id));
-  if (theMainForm->editTabs.Activate(path, true)) return;
-  if (mavro::FileExists(path))
+  if (FileEditor* open = theMainForm->editTabs.Activate(path, true))
+    open->GetControl().Focus();
+  else if (mavro::FileExists(path))
     theMainForm->editTabs.OpenFile(path);
   else
     mavro::Beep();

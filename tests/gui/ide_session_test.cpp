@@ -4,6 +4,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <QAbstractScrollArea>
+
 #include "IdeDriver.h"
 #include "ListBox.h"
 #include "Rescue.h"
@@ -120,9 +122,10 @@ TEST_F(IdeMemory, RecentFile_DoubleClicked_IsOpened) {
       test::Shot(dialog, "ide-recent");
       for (mavro::Control* child : dialog.children)
         if (auto* list = dynamic_cast<mavro::ListBox*>(child)) {
-          mavro::NotifyArgs args{list, 0};
-          list->onDblClick.Fire(args);
-          return;
+          auto* view = qobject_cast<QAbstractScrollArea*>(test::WidgetOf(*list));
+          ASSERT_NE(view, nullptr);
+          return QTest::mouseDClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                                    QPoint(20, 5));
         }
     });
     theFileActs.OnCommand(cRecentFilesCommand);
@@ -159,6 +162,16 @@ TEST_F(IdeMemory, OpenProject_CurrentOneRefusesToClose_Stays) {
     ide.dialogs.answers = {mavro::Answer::cCancel, mavro::Answer::cNo};
     theFileActs.OnCommand(cOpenProjectCommand);
     EXPECT_EQ(theProject.name, "p.zpj");
+  });
+}
+
+TEST_F(IdeMemory, Session_CantBeWritten_IsSaidWhenTheProjectCloses) {
+  const std::string project = ide.Project(cFiles);
+  std::filesystem::create_symlink("/nowhere", ide.files.Path("p.zend"));
+  ide.Run({project}, [&] {
+    theFileActs.OnCommand(cCloseProjectCommand);
+    EXPECT_THAT(IdeDriver::Status(), HasSubstr("p.zend"));
+    EXPECT_FALSE(theProject.isOpen);
   });
 }
 

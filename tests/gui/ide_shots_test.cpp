@@ -53,6 +53,29 @@ TEST_P(IdeShots, Window_AfterAFailedBuild_ShowsAllItsParts) {
   QApplication::setPalette(light);
 }
 
+TEST(IdeLongNames, Window_KeepsItsShape) {
+  IdeDriver ide;
+  const std::string longName(200, 'n');
+  const std::string folder = longName + "/" + longName;
+  std::vector<IdeDriver::File> files;
+  for (int i = 0; i < 12; ++i) files.push_back({folder + "/" + std::to_string(i) + ".cpp", "x\n"});
+  ide.Run({ide.Project(files, "p" + longName + ".zpj")}, [&] {
+    MainForm& form = *theMainForm;
+    const int width = form.width;
+    for (const IdeDriver::File& file : files) form.editTabs.OpenFile(ide.files.Path(file.name));
+    form.editTabs.OpenFile(ide.files.Write(longName + ".cpp", longName + longName));
+    form.AddErrorRow({folder + "/0.cpp", 1, "error: " + longName + longName});
+    form.ShowFirstError();
+    form.SetStatus("parse", ide.files.Path(folder));
+    form.SetSize(700, 500);
+    EXPECT_TRUE(test::WaitFor([&] { return form.toolBar.width == 700; }));
+    EXPECT_EQ(form.vSplit.Position(), 200);
+    EXPECT_LE(test::WidgetOf(form)->minimumSizeHint().width(), 700);
+    EXPECT_NE(width, 700);
+    test::Shot(form, "ide-long-names");
+  });
+}
+
 INSTANTIATE_TEST_SUITE_P(Looks, IdeShots,
                          testing::Values(Look{"light-800", 800, 560, false},
                                          Look{"dark-800", 800, 560, true},

@@ -191,6 +191,22 @@ TEST_F(IdeTree, Makefile_IsWrittenToTheCurrentFolder) {
   });
 }
 
+TEST_F(IdeTree, ProjectOf5000Files_IsShownQuickly) {
+  std::string list;
+  for (int i = 0; i < 5000; ++i)
+    list += "\t<file name=\"d" + std::to_string(i % 500) + "/f" + std::to_string(i) + ".cpp\"/>\n";
+  const std::string project = ide.files.Write(
+      "big.zpj", "<ide>\n<set parse=\"n\"/></ide>\n<src>\n" + list + "</src>\n<opt>\n</opt>\n");
+  ide.Run({}, [&] {
+    QElapsedTimer clock;
+    clock.start();
+    theFileActs.ReplaceProject(project);
+    RecordProperty("milliseconds", static_cast<int>(clock.elapsed()));
+    EXPECT_EQ(theProject.Files().size(), 5000u);
+    EXPECT_EQ(Tree().Root().children.at(0)->children.size(), 500u);
+  });
+}
+
 TEST_F(IdeTree, SaveProject_WritesTheChange) {
   ide.Run({ide.Project({{"a.cpp", ""}, {"b.cpp", ""}})}, [&] {
     Select("a.cpp");

@@ -284,10 +284,14 @@ TEST(IdeWindow, CloseButton_StandsAtTheEndOfItsBar) {
   IdeDriver ide;
   ide.Run({}, [&] {
     MainForm& form = *theMainForm;
-    for (const int width : {800, 1100, 640}) {
+    for (const int width : {800, 1100, 500, 800}) {
       form.SetSize(width, 560);
       ASSERT_TRUE(test::WaitFor([&] { return form.bottomPanel.width == form.hSplit.width; }));
-      EXPECT_EQ(form.closeBottom.left + form.closeBottom.width, form.paneBar.width) << width;
+      EXPECT_EQ(form.closeBottom.left + form.closeBottom.width,
+                form.paneBar.left + form.paneBar.width)
+          << width;
+      EXPECT_EQ(form.paneBar.left + form.paneBar.width, width);
+      EXPECT_EQ(form.bottomTabs.top, width < 640 ? form.paneBar.height : 0) << width;
     }
   });
 }
