@@ -28,13 +28,7 @@ enum StatusPane { cTextPane, cCaretPane, cNotePane };
 
 // Rows of the main tool bar that are spoken of by number. The first three of them show commands of
 // the build or, during a debug session, of the debugger.
-enum ToolRow {
-  cRecordRow = 11,
-  cModeRow = 14,
-  cFirstRunRow = 15,
-  cStopRow = 23,
-  cLeftPanelRow = 26
-};
+enum ToolRow { cPlayRow = 12, cModeRow = 14, cFirstRunRow = 15, cStopRow = 23, cLeftPanelRow = 26 };
 
 // Commands on the window's own parts.
 enum ViewCommand {

@@ -192,8 +192,9 @@ void MainForm::SetEditorCommandsEnabled(bool on) {
   buildMode.enabled = on;
 }
 
+// What is being recorded can't be played.
 void MainForm::SetMacroRecording(bool on) {
-  toolBar.Enable(cRecordRow, on);
+  toolBar.Enable(cPlayRow, !on && IsHandled(toolBar.GetRow(cPlayRow).action));
   statusBar.SetPane(cNotePane, on ? "Macro recording" : "");
 }
 

@@ -16,7 +16,7 @@ enum Column { cFileColumn, cLineColumn, cTextColumn };
 constexpr int cFileWidth = 160;
 constexpr int cLineWidth = 70;
 constexpr int cTextWidth = 480;
-constexpr size_t cMaxRowText = 16 * 1024;
+constexpr size_t cMaxRowText = 0x4000;
 
 }  // namespace
 

@@ -11,13 +11,14 @@
 #include <optional>
 
 #include "Assert.h"
+#include "ControlBytes.h"
 #include "FileText.h"
 #include "Project.h"
 #include "ProjectFileFormat.h"
 #include "SystemDialogs.h"
 
 // A rescue copy is named after the process that made it and holds the path of the project file, a
-// newline, and the text of the file.
+// NUL, which no path has, and the text of the file.
 
 namespace zendry {
 
@@ -52,7 +53,7 @@ std::vector<std::string> NamesIn(const std::string& folder) {
 
 std::optional<RescuedProject> ReadCopy(const std::string& copy) {
   const std::optional<std::string> content = mavro::ReadFileText(copy);
-  const size_t end = content ? content->find('\n') : std::string::npos;
+  const size_t end = content ? content->find('\0') : std::string::npos;
   if (end == std::string::npos || end == 0) return std::nullopt;
   return RescuedProject{copy, content->substr(0, end), content->substr(end + 1)};
 }
@@ -68,8 +69,9 @@ void KeepRescueCopy(const Project& project) {
   if (!unsaved || project.name.empty()) return DropRescueCopy();
   const std::string copy = OwnCopy();
   if (copy.empty()) return;
-  mavro::SaveFileText(copy,
-                      project.GetFullPath(project.name) + "\n" + WriteProjectText(project).text);
+  std::string content = project.GetFullPath(project.name) + '\0';
+  content += WriteProjectText(project).text;
+  mavro::SaveFileText(copy, content);
 }
 
 void DropRescueCopy() {
@@ -94,9 +96,9 @@ std::string OfferRescuedProjects() {
   std::string saved;
   for (const RescuedProject& rescued : FindRescuedProjects()) {
     bool cancelled = false;
-    const bool wanted = mavro::Confirm(
-        "Zendry ended before this project was saved:\n" + rescued.path + "\n\nSave its changes?",
-        &cancelled);
+    const std::string question = "Zendry ended before this project was saved:\n" +
+                                 MarkControlBytes(rescued.path) + "\n\nSave its changes?";
+    const bool wanted = mavro::Confirm(question, &cancelled);
     if (cancelled) continue;
     if (wanted) {
       const mavro::SaveResult result = mavro::SaveFileText(rescued.path, rescued.text);

@@ -210,12 +210,17 @@ TEST(IdeWindow, SetRunState_DebugSession_ShowsItsCommandsAndBack) {
   });
 }
 
-TEST(IdeWindow, SetMacroRecording_IsSaidInTheStatusBar) {
+TEST(IdeWindow, SetMacroRecording_IsSaidAndHoldsBackPlaying) {
   IdeDriver ide;
+  const CommandRecorder play(theEditorActs.Find(cPlayMacroCommand));
   ide.Run({}, [&] {
+    const auto canPlay = [] { return theMainForm->toolBar.GetRow(cPlayRow).enabled; };
+    EXPECT_TRUE(canPlay());
     theMainForm->SetMacroRecording(true);
+    EXPECT_FALSE(canPlay());
     EXPECT_EQ(IdeDriver::Status(cNotePane), "Macro recording");
     theMainForm->SetMacroRecording(false);
+    EXPECT_TRUE(canPlay());
     EXPECT_EQ(IdeDriver::Status(cNotePane), "");
   });
 }

@@ -69,6 +69,13 @@ TEST_F(Rescue, Keep_ChangedProject_OutlivesAKilledProcess) {
   EXPECT_EQ(found[0].text, WriteProjectText(theProject).text);
 }
 
+TEST_F(Rescue, Keep_NameWithANewline_ComesBackWhole) {
+  theProject.SetFileName(files.Path("p\nq.zpj"));
+  LeaveCopy();
+  ASSERT_EQ(FindRescuedProjects().size(), 1u);
+  EXPECT_EQ(FindRescuedProjects()[0].path, files.Path("p\nq.zpj"));
+}
+
 TEST_F(Rescue, LastWords_ChangedProject_IsKept) {
   EXPECT_EXIT(
       {
@@ -102,13 +109,15 @@ TEST_F(Rescue, Find_CopyOfALivingProcess_IsLeftAlone) {
 TEST_F(Rescue, Find_FilesThatAreNoCopies_ArePassedOver) {
   LeaveCopy();
   const std::string name = Copies()[0];
-  for (const char* content : {"", "/no/newline", "\n<ide>"}) {
+  for (const std::string& content :
+       {std::string(), std::string("/no/end"), std::string("\0<ide>", 6)}) {
     home.Write(".zendry/rescue/" + name, content);
     EXPECT_THAT(FindRescuedProjects(), IsEmpty()) << content;
   }
-  home.Write(".zendry/rescue/project-12x", "/a\nb");
-  home.Write(".zendry/rescue/project-", "/a\nb");
-  home.Write(".zendry/rescue/main.cpp.12", "/a\nb");
+  const std::string good("/a\0b", 4);
+  home.Write(".zendry/rescue/project-12x", good);
+  home.Write(".zendry/rescue/project-", good);
+  home.Write(".zendry/rescue/main.cpp.12", good);
   EXPECT_THAT(FindRescuedProjects(), IsEmpty());
 }
 
