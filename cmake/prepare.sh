@@ -18,8 +18,9 @@ wanted_packages() {
 missing_packages() {
   local wanted
   wanted=$(wanted_packages "${1:-}")
+  # A package that was never heard of makes dpkg-query fail; that is an answer, no error.
   # shellcheck disable=SC2086
-  dpkg-query -W -f '${db:Status-Status} ${Package}\n' $wanted 2>/dev/null |
+  { dpkg-query -W -f '${db:Status-Status} ${Package}\n' $wanted 2>/dev/null || true; } |
     awk -v wanted="$wanted" '
       $1 == "installed" { there[$2] = 1 }
       END { n = split(wanted, name, "\n"); for (i = 1; i <= n; i++) if (!there[name[i]]) print name[i] }'
