@@ -388,6 +388,7 @@ void BuildActs::Summary() {
   const std::string text = std::string(errorCount == 0 ? "Build succeeded" : "There ware errors!") +
                            "  errors: " + std::to_string(errorCount) +
                            "  warnings: " + std::to_string(warningCount);
+  shell->SetStatus(text, "");
   if (errorCount == 0) return LogMessage(*shell, text, "");
   mavro::Information(text);
   shell->ShowBottomPage(BottomPage::cError);

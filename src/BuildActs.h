@@ -63,7 +63,8 @@ class BuildActs : public mavro::ActionList {
   bool CompileResource(const std::string& script, bool force);
   bool Link();
   bool Archive();
-  // Says how it went: in a message box with the first error shown, else in the Output panel.
+  // Says how it went: in a message box with the first error shown, else in the Output panel; and in
+  // the status line, since the Output panel may lie behind another page.
   void Summary();
   void ClearOutput();
 

@@ -48,6 +48,7 @@ inline std::string RowText(const zendry::ErrorRow& row) {
 
 // A window that keeps what it is told. `events` holds the calls whose order matters.
 struct RecordingShell : zendry::Shell {
+  std::string status;  // what the status line says
   std::string output;
   std::vector<std::string> rows;
   std::vector<std::string> events;
@@ -76,6 +77,7 @@ struct RecordingShell : zendry::Shell {
   void ShowBottomPage(zendry::BottomPage page) override {
     events.push_back(page == zendry::BottomPage::cError ? "page error" : "page output");
   }
+  void SetStatus(const std::string& text, const std::string&) override { status = text; }
   int SelectedMode() override { return mode; }
   void SetStopCommand(int id) override { events.push_back("stop " + std::to_string(id)); }
   void PumpMessages() override {

@@ -137,6 +137,12 @@ TEST_F(BuildTest, Make_PreparesTheWindowInOrder) {
   EXPECT_TRUE(build.files.Exists("out-rel"));
 }
 
+TEST_F(BuildTest, Make_Succeeds_SaysSoInTheStatusLineToo) {
+  build.Add("a.cpp", cMain);
+  build.acts.OnCommand(cMakeCommand);
+  EXPECT_EQ(build.shell.status, "Build succeeded  errors: 0  warnings: 0");
+}
+
 TEST_F(BuildTest, Make_UnchangedBuild_PrintsTheSummaryWithoutAnyTool) {
   build.Add("a.cpp", cMain);
   build.Add("b.cpp", "");
