@@ -44,8 +44,8 @@ void PostQuit() {
   if (runningLoops > pendingQuits) ++pendingQuits;
 }
 
-// Peek, idle, wait. The idle step runs once after real activity, not after mere painting or mouse
-// moves.
+// Peek, idle, wait. The idle step runs once after real activity, not after mere painting, mouse
+// moves or timers, which may never cease; a child that has printed gets its pass in any case.
 void RunMessageLoop(Form* runner) {
   const NativeWindow* window = runner->impl->hwnd;
   const bool modal = runner->modal;
@@ -83,8 +83,8 @@ bool PreTranslateKey(int virtualKey, int hotkeyFlags) {
 }
 
 void Application::ProcessMessages() {
-  constexpr int cMaxPasses =
-      100;  // a stream of messages must not hold a long operation up for ever
+  // A stream of messages must not hold a long operation up for ever.
+  constexpr int cMaxPasses = 100;
   ++drains;
   for (int pass = 0; pass < cMaxPasses && pendingQuits == 0; ++pass) {
     DispatchWaiting();
