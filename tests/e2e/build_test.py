@@ -64,6 +64,49 @@ class Build(ZendryTest):
         self.assertFalse(os.path.exists(os.path.join(folder, 'out-rel')))
         self.assertEqual(session(os.path.join(folder, 'console.zend'))['mode'], 'dbg')
 
+    def objects(self, project):
+        folder = os.path.join(os.path.dirname(project), 'out-rel')
+        return sorted(name for name in os.listdir(folder) if name.endswith('.o')) if os.path.isdir(folder) else []
+
+    def test_compile_file_compiles_the_file_in_front(self):
+        project = self.demo()
+        write(project.replace('.zpj', '.zend'), '<state>\n\t<open>\n\t\t<file name="main.cpp" id="1"/>\n'
+              '\t\t<file name="reader.cpp" id="1"/>\n\t</open>\n</state>\n')
+        window = self.start(project)
+        window.key('ctrl+F7')
+        wait_until(lambda: self.objects(project), 'an object')
+        window.wait_quiet()
+        self.assertEqual(window.close(), 0)
+        self.assertEqual(self.objects(project), ['reader.o'])
+
+    def test_clear_output_deletes_the_objects_and_keeps_the_program(self):
+        project = self.demo()
+        program = os.path.join(os.path.dirname(project), 'out-rel', 'console.exe')
+        window = self.start(project)
+        self.make(window, program)
+        self.assertEqual(len(self.objects(project)), 4)
+        window.key('ctrl+shift+F7')
+        wait_until(lambda: not self.objects(project), 'no object')
+        self.assertEqual(window.close(), 0)
+        self.assertTrue(os.path.exists(program))
+
+    def test_header_touched_compiles_only_what_includes_it(self):
+        project = self.demo()
+        folder = os.path.dirname(project)
+        window = self.start(project)
+        self.make(window, os.path.join(folder, 'out-rel', 'console.exe'))
+        before = {name: os.stat(os.path.join(folder, 'out-rel', name)).st_mtime_ns for name in self.objects(project)}
+        os.utime(os.path.join(folder, 'options.h'))
+        window.key('F7')
+        wait_until(lambda: os.stat(os.path.join(folder, 'out-rel', 'options.o')).st_mtime_ns != before['options.o'],
+                   'a new object')
+        window.wait_quiet()
+        self.assertEqual(window.close(), 0)
+        made = {name for name in before if os.stat(os.path.join(folder, 'out-rel', name)).st_mtime_ns != before[name]}
+        including = {os.path.splitext(name)[0] + '.o' for name in os.listdir(folder)
+                     if name.endswith('.cpp') and '"options.h"' in read(os.path.join(folder, name))}
+        self.assertEqual(made, including)
+
     def broken_project(self):
         folder = os.path.join(self.folder, 'broken')
         write(os.path.join(folder, 'part.h'), 'int Part();\n')
