@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string_view>
+
+namespace zendry {
+
+// What the declaration parser found out about one tag. The texts lie in the parser and hold until
+// the next tag; a text that there is none of has a null `data()`, which is not the same as an empty
+// one.
+struct TagFacts {
+  int lineNumber = 0;
+  bool isFileScope = false;  // seen in its own source file only
+  std::string_view name;
+  std::string_view kindName;  // "class", "prototype", ...
+  char kind = 0;              // the kind's letter in the table of its language
+  std::string_view access;
+  std::string_view implementation;
+  std::string_view inheritance;    // base names, joined by commas
+  std::string_view scopeKind;      // kind name of what the tag stands in
+  std::string_view scopeName;      // its qualified name; of a class-like tag the tag's own
+  std::string_view namespaceName;  // the namespace part of the scope
+  std::string_view signature;
+  std::string_view typeRef;  // "@" stands for the type of the tag before
+};
+
+}  // namespace zendry
