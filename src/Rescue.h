@@ -3,16 +3,11 @@
 #include <string>
 #include <vector>
 
+#include "RescueCopies.h"
+
 namespace zendry {
 
 class Project;
-
-// A project whose changes outlived the program that made them.
-struct RescuedProject {
-  std::string copy;  // the file in the rescue folder
-  std::string path;  // the project file it belongs to
-  std::string text;  // what that file would hold, had it been saved
-};
 
 // Writes a changed project into the rescue folder; takes this program's copy away when nothing is
 // unsaved. A project that has no file of its own yet has nothing to lose.
@@ -20,10 +15,11 @@ void KeepRescueCopy(const Project& project);
 // Takes this program's copy away.
 void DropRescueCopy();
 
-// The copies of programs that have ended without a word.
-std::vector<RescuedProject> FindRescuedProjects();
-// Asks about each of them: Yes saves it where it belongs, No throws it away, Cancel leaves it for
-// the next time. Answers the path of the last one saved; empty for none.
+// The changed projects of programs that have ended without a word.
+std::vector<RescueCopy> FindRescuedProjects();
+// Asks about each of them: Yes saves it where it belongs,
+// No throws it away, Cancel leaves it for the next time. Answers the path of the last one saved;
+// empty for none.
 std::string OfferRescuedProjects();
 
 // Has the project in hand rescued when a precondition breaks.

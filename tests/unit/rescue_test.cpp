@@ -63,10 +63,10 @@ class Rescue : public testing::Test {
 
 TEST_F(Rescue, Keep_ChangedProject_OutlivesAKilledProcess) {
   LeaveCopy();
-  const std::vector<RescuedProject> found = FindRescuedProjects();
+  const std::vector<RescueCopy> found = FindRescuedProjects();
   ASSERT_EQ(found.size(), 1u);
   EXPECT_EQ(found[0].path, path);
-  EXPECT_EQ(found[0].text, WriteProjectText(theProject).text);
+  EXPECT_EQ(found[0].content, WriteProjectText(theProject).text);
 }
 
 TEST_F(Rescue, Keep_NameWithANewline_ComesBackWhole) {
@@ -117,6 +117,9 @@ TEST_F(Rescue, Find_FilesThatAreNoCopies_ArePassedOver) {
   const std::string good("/a\0b", 4);
   home.Write(".zendry/rescue/project-12x", good);
   home.Write(".zendry/rescue/project-", good);
+  home.Write(".zendry/rescue/project-12-", good);
+  home.Write(".zendry/rescue/project-12-1x", good);
+  home.Write(".zendry/rescue/text-12-1", good);
   home.Write(".zendry/rescue/main.cpp.12", good);
   EXPECT_THAT(FindRescuedProjects(), IsEmpty());
 }

@@ -1,0 +1,91 @@
+#include "RescueCopies.h"
+
+#include <dirent.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <memory>
+#include <optional>
+
+#include "FileText.h"
+
+namespace zendry {
+
+namespace {
+
+bool IsAlive(pid_t process) {
+  return kill(process, 0) == 0 || errno == EPERM;
+}
+
+std::vector<std::string> NamesIn(const std::string& folder) {
+  std::vector<std::string> names;
+  const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(folder.c_str()), closedir);
+  while (const dirent* entry = stream ? readdir(stream.get()) : nullptr)
+    names.emplace_back(entry->d_name);
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::optional<RescueCopy> ReadCopy(const std::string& file) {
+  const std::optional<std::string> bytes = mavro::ReadFileText(file);
+  const size_t end = bytes ? bytes->find('\0') : std::string::npos;
+  if (end == std::string::npos) return std::nullopt;
+  return RescueCopy{file, bytes->substr(0, end), bytes->substr(end + 1)};
+}
+
+// A whole number above 0 at the start of `text`, which is taken off; 0 for none.
+int TakeNumber(std::string_view& text) {
+  int number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc()) return 0;
+  text.remove_prefix(static_cast<size_t>(end - text.data()));
+  return number;
+}
+
+}  // namespace
+
+std::string RescueCopies::FileOf(int number) const {
+  const std::string folder = mavro::RescueFolder();
+  if (folder.empty()) return "";
+  return folder + "/" + kind + "-" + std::to_string(getpid()) + "-" + std::to_string(number);
+}
+
+void RescueCopies::Keep(int number, std::string_view path, std::string_view content) const {
+  const std::string file = FileOf(number);
+  if (file.empty()) return;
+  std::string bytes;
+  bytes.reserve(path.size() + 1 + content.size());
+  bytes.append(path).append(1, '\0').append(content);
+  mavro::SaveFileText(file, bytes);
+}
+
+void RescueCopies::Drop(int number) const {
+  const std::string file = FileOf(number);
+  if (!file.empty()) unlink(file.c_str());
+}
+
+bool RescueCopies::IsOfTheDead(std::string_view fileName) const {
+  if (!fileName.starts_with(kind + "-")) return false;
+  fileName.remove_prefix(kind.size() + 1);
+  const pid_t maker = TakeNumber(fileName);
+  if (maker <= 0 || !fileName.starts_with("-")) return false;
+  fileName.remove_prefix(1);
+  return TakeNumber(fileName) > 0 && fileName.empty() && !IsAlive(maker);
+}
+
+std::vector<RescueCopy> RescueCopies::OfTheDead() const {
+  std::vector<RescueCopy> found;
+  const std::string folder = mavro::RescueFolder();
+  if (folder.empty()) return found;
+  for (const std::string& name : NamesIn(folder)) {
+    if (!IsOfTheDead(name)) continue;
+    if (std::optional<RescueCopy> copy = ReadCopy(folder + "/" + name))
+      found.push_back(*std::move(copy));
+  }
+  return found;
+}
+
+}  // namespace zendry

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zendry {
+
+// One copy of unsaved work in the rescue folder.
+struct RescueCopy {
+  std::string file;     // the copy
+  std::string path;     // the file that the work belongs to; empty for one without a name
+  std::string content;  // what that file would hold, had the work been saved
+};
+
+// The copies of one kind that this program keeps in the rescue folder, one for each number. A copy
+// is named after kind, process and number; it holds the path of the file, a NUL, which no path has,
+// and the content. A folder that can't be written keeps nothing, without a word.
+class RescueCopies {
+ public:
+  // `newKind` is the first part of the names; letters only.
+  explicit RescueCopies(std::string_view newKind) : kind(newKind) {}
+
+  // Writes or replaces a copy; synced when it returns.
+  void Keep(int number, std::string_view path, std::string_view content) const;
+  void Drop(int number) const;
+
+  // The copies of programs that have ended without dropping them, by name.
+  std::vector<RescueCopy> OfTheDead() const;
+
+ private:
+  std::string FileOf(int number) const;
+  bool IsOfTheDead(std::string_view fileName) const;
+
+  const std::string kind;
+};
+
+}  // namespace zendry
