@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Core.h"
+#include "Graphics.h"
+
+namespace mavro {
+
+// A bare child window that a function paints.
+class ChildCtrl : public Control {
+ public:
+  class Impl;
+  using Painter = void (*)(ChildCtrl& control, Graphics& graphics);
+
+  // Without a painter the window shows its ground.
+  explicit ChildCtrl(Painter itsPainter = nullptr);
+
+  Painter painter;
+  bool flag = false;  // the owner's own
+};
+
+// Painters of stand-ins for controls that would misbehave while a form is designed: the text on the
+// ground of an edit; the same with an arrow button down; the text in the middle beside two arrow
+// buttons.
+void PaintPlaceholder(ChildCtrl& control, Graphics& graphics);
+void PaintComboPlaceholder(ChildCtrl& control, Graphics& graphics);
+void PaintSpinPlaceholder(ChildCtrl& control, Graphics& graphics);
+
+}  // namespace mavro
