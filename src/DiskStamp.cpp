@@ -1,0 +1,15 @@
+#include "DiskStamp.h"
+
+#include <sys/stat.h>
+
+namespace zendry {
+
+DiskStamp ReadDiskStamp(const std::string& path) {
+  constexpr int64_t cNanosecondsPerSecond = 1'000'000'000;
+  struct stat info;
+  if (stat(path.c_str(), &info) != 0) return {};
+  return {true, info.st_dev, info.st_ino, info.st_size,
+          info.st_mtim.tv_sec * cNanosecondsPerSecond + info.st_mtim.tv_nsec};
+}
+
+}  // namespace zendry

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace zendry {
+
+// What tells one state of a file on disk from another without reading it. Equal stamps mean that
+// nobody has written the file in between, as far as the file system says.
+struct DiskStamp {
+  bool exists = false;
+  uint64_t device = 0;
+  uint64_t inode = 0;
+  int64_t size = 0;     // bytes
+  int64_t changed = 0;  // nanoseconds since the epoch
+  friend bool operator==(const DiskStamp&, const DiskStamp&) = default;
+};
+
+// The stamp of a path, links followed; `exists` is false when there is nothing or it can't be
+// asked.
+DiskStamp ReadDiskStamp(const std::string& path);
+
+}  // namespace zendry

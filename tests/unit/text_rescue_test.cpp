@@ -1,0 +1,146 @@
+#include "TextRescue.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "ScopedHome.h"
+#include "TempFolder.h"
+
+namespace zendry {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+// An open file in a home of its own.
+class TextRescueTest : public testing::Test, public RescueSource {
+ protected:
+  std::string RescuePath() const override { return path; }
+  std::string RescueContent() const override { return content; }
+
+  // What the copies hold, in the order of their names.
+  std::vector<std::string> Copies() const {
+    std::vector<std::string> found;
+    const std::string folder = ".zendry/rescue";
+    if (!home.Exists(folder)) return found;
+    for (const auto& entry : std::filesystem::directory_iterator(home.Path(folder)))
+      found.push_back(home.Read(folder + "/" + entry.path().filename().string()));
+    return found;
+  }
+  std::string CopyOf(const std::string& text) const { return path + std::string(1, '\0') + text; }
+
+  test::TempFolder home;
+  test::ScopedHome scopedHome{home.Path()};
+  std::string path = "/home/a/main.cpp";
+  std::string content = "int a;\n";
+  TextRescue::Clock::time_point start;
+};
+
+TEST_F(TextRescueTest, Changed_Below200Bytes_WritesNothingYet) {
+  TextRescue rescue(*this);
+  rescue.Changed(199, start);
+  EXPECT_THAT(Copies(), testing::IsEmpty());
+}
+
+TEST_F(TextRescueTest, Changed_The200thByte_WritesACopy) {
+  TextRescue rescue(*this);
+  rescue.Changed(199, start);
+  rescue.Changed(1, start);
+  EXPECT_THAT(Copies(), testing::ElementsAre(CopyOf("int a;\n")));
+}
+
+TEST_F(TextRescueTest, Changed_HugePaste_IsWrittenAtOnce_AndCountsFromNone) {
+  TextRescue rescue(*this);
+  rescue.Changed(2'000'000'000, start);
+  content = "later";
+  rescue.Changed(199, start);
+  EXPECT_THAT(Copies(), testing::ElementsAre(CopyOf("int a;\n")));
+}
+
+TEST_F(TextRescueTest, Tick_FiveSecondsAfterTheFirstChange_WritesACopy) {
+  TextRescue rescue(*this);
+  rescue.Changed(1, start);
+  rescue.Changed(1, start + seconds(4));
+  rescue.Tick(start + milliseconds(4999));
+  EXPECT_THAT(Copies(), testing::IsEmpty());
+  rescue.Tick(start + seconds(5));
+  EXPECT_EQ(Copies().size(), 1u);
+}
+
+TEST_F(TextRescueTest, Tick_NothingChanged_WritesNothing) {
+  TextRescue rescue(*this);
+  rescue.Tick(start + seconds(100));
+  EXPECT_THAT(Copies(), testing::IsEmpty());
+}
+
+TEST_F(TextRescueTest, Drop_SavedFile_TakesTheCopyAway) {
+  TextRescue rescue(*this);
+  rescue.Changed(200, start);
+  rescue.Drop();
+  EXPECT_THAT(Copies(), testing::IsEmpty());
+  rescue.Tick(start + seconds(100));
+  EXPECT_THAT(Copies(), testing::IsEmpty());
+}
+
+TEST_F(TextRescueTest, Close_LeavesNoCopyBehind) {
+  {
+    TextRescue rescue(*this);
+    rescue.Changed(200, start);
+  }
+  EXPECT_THAT(Copies(), testing::IsEmpty());
+}
+
+TEST_F(TextRescueTest, TwoFiles_HaveACopyEach) {
+  TextRescue first(*this), second(*this);
+  first.Changed(200, start);
+  second.Changed(200, start);
+  EXPECT_EQ(Copies().size(), 2u);
+  first.Drop();
+  EXPECT_EQ(Copies().size(), 1u);
+}
+
+TEST_F(TextRescueTest, KeepAll_WritesWhatIsBehind_AndOnlyThat) {
+  TextRescue changed(*this), unchanged(*this);
+  changed.Changed(1, start);
+  TextRescue::KeepAll();
+  EXPECT_EQ(Copies().size(), 1u);
+}
+
+TEST_F(TextRescueTest, Find_LivingProgram_IsLeftAlone) {
+  TextRescue rescue(*this);
+  rescue.Changed(200, start);
+  EXPECT_THAT(FindRescuedTexts(), testing::IsEmpty());
+}
+
+TEST_F(TextRescueTest, Find_KilledProgram_GivesPathAndText_AlsoWithoutAName) {
+  for (const std::string& name : {std::string("/home/a/b\nc.cpp"), std::string()}) {
+    path = name;
+    const pid_t child = fork();
+    if (child == 0) {
+      TextRescue rescue(*this);
+      content = std::string("x\0y", 3);
+      rescue.Changed(200, start);
+      raise(SIGKILL);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    const std::vector<RescueCopy> found = FindRescuedTexts();
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_EQ(found[0].path, name);
+    EXPECT_EQ(found[0].content, std::string("x\0y", 3));
+    unlink(found[0].file.c_str());
+  }
+}
+
+TEST_F(TextRescueTest, Changed_FolderCantBeHad_IsSilent) {
+  home.Write(".zendry", "a file in the folder's place");
+  TextRescue rescue(*this);
+  rescue.Changed(200, start);
+  EXPECT_THAT(FindRescuedTexts(), testing::IsEmpty());
+}
+
+}  // namespace
+}  // namespace zendry
