@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+
+namespace mavro {
+
+// How one editor behaves and looks. Each editor has a copy of the shared defaults of its own.
+struct EditorOptions {
+  bool lineNumbers = false;  // a margin of numbers
+  int lineNumberWidth = 20;  // at least; it grows with the number of digits
+  int tabWidth = 3;
+  int indentSize = 3;
+  bool useTabs = true;
+  int fontSize = 14;
+  std::string fontFace;  // of proportional text; empty: the desktop's
+  std::string monoFace;  // of monospaced text; empty: the desktop's
+  // What word completion takes for a word.
+  std::string wordChars = "_abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  bool braceMatch = true;
+  bool braceMatchAfter = false;  // the character after the caret counts too
+  bool simpleIndent = false;     // a new line is indented as the one before
+  bool smartIndent = true;       // by the language's blocks
+  bool indentOpening = false;    // the line of an opening brace is indented itself
+  bool indentClosing = false;    // so is that of a closing one
+  int statementLookback = 20;    // lines that indentation looks back
+  bool foldMargin = false;
+  int foldStyle = 3;  // 0 arrows, 1 plus and minus, 2 circles, 3 boxes
+  bool foldComment = false;
+  bool foldPreprocessor = false;
+  bool bookmarkMargin = true;
+  bool monospaced = false;
+  int keywordStyle = 10;  // styles whose words decide about indentation
+  int operatorStyle = 10;
+  bool caretLine = true;  // the caret's line has a ground of its own
+  int edgeColumn = 0;     // a line at this column; 0: none
+};
+
+}  // namespace mavro

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace mavro {
+
+// One step of a keyboard macro: a message to the editing component.
+struct MacroStep {
+  int message = 0;
+  long wParam = 0;
+  bool hasText = false;
+  std::string text;
+  friend bool operator==(const MacroStep&, const MacroStep&) = default;
+};
+
+// A step as a line: "MESSAGE;WPARAM;1;TEXT", or "MESSAGE;WPARAM;0;" without a text.
+std::string FormatMacroLine(const MacroStep& step);
+
+// Reads a line. Only the first three ";" count; an empty or odd number is 0, what is missing is
+// empty.
+MacroStep ParseMacroLine(std::string_view line);
+
+// Makes a step harmless, whatever it was read from: false when its message is none that the
+// component records. Lengths don't pass the text's, positions lie in 0 to `textLength`.
+bool MakeReplayable(MacroStep& step, long textLength);
+
+}  // namespace mavro
