@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <set>
@@ -65,6 +66,13 @@ class TagData {
   // than that or the cache is none, those of the headers that it names, written to the cache then.
   // Does nothing the second time.
   void loadReference(const std::string& path);
+  // Says that the tags are no longer the ones they were, so that an index over stores drops what it
+  // knows of this one. Whoever changes them calls it before the next lookup; clear() does.
+  void Changed() { generation = ++lastGeneration; }
+  // Differs for any two contents of any two stores.
+  uint64_t Generation() const { return generation; }
+  // The latest given to any store: as long as it stays, no store has changed.
+  static uint64_t LatestGeneration() { return lastGeneration; }
 
   int classCount = 0;  // serial of the last class
   std::string fileName;
@@ -74,6 +82,10 @@ class TagData {
   bool saveCache = false;
   std::set<std::string> loaded;  // definition files that have been read
   std::vector<HeaderRec> headers;
+
+ private:
+  static inline uint64_t lastGeneration = 0;
+  uint64_t generation = ++lastGeneration;
 };
 
 }  // namespace zendry
