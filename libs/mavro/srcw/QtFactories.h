@@ -22,6 +22,10 @@ NativeWindow* MakeTreeView(const CreateInfo& info);
 NativeWindow* MakeTabs(const CreateInfo& info);
 NativeWindow* MakeToolBar(const CreateInfo& info);
 
+// Adds a class of a library that stands above this one. The name must last; a name that is known
+// already keeps its factory.
+void RegisterNativeClass(std::string_view className, NativeFactory make);
+
 // The client widget of the parent; null for a form.
 QWidget* ParentWidget(const CreateInfo& info);
 

@@ -1,4 +1,5 @@
 #include <string_view>
+#include <vector>
 
 #include "QtFactories.h"
 
@@ -30,16 +31,32 @@ constexpr ClassRow cClasses[] = {
     {"msctls_statusbar32", MakeStatusBar},
 };
 
+// The classes of libraries that stand above this one.
+std::vector<ClassRow>& FurtherClasses() {
+  static std::vector<ClassRow> classes;
+  return classes;
+}
+
+template <class List>
+NativeFactory FindFactory(const List& classes, std::string_view name) {
+  for (const ClassRow& row : classes)
+    if (row.className == name) return row.make;
+  return nullptr;
+}
+
 }  // namespace
 
+void RegisterNativeClass(std::string_view className, NativeFactory make) {
+  if (!FindFactory(FurtherClasses(), className)) FurtherClasses().push_back({className, make});
+}
+
 NativeWindow* MakeNativeWindow(const CreateInfo& info) {
-  for (const ClassRow& row : cClasses)
-    if (row.className == info.className) {
-      NativeWindow* window = row.make(info);
-      WindowProc(window, WM_NCCREATE, 0, 0);
-      return window;
-    }
-  return nullptr;
+  NativeFactory make = FindFactory(cClasses, info.className);
+  if (!make) make = FindFactory(FurtherClasses(), info.className);
+  if (!make) return nullptr;
+  NativeWindow* window = make(info);
+  WindowProc(window, WM_NCCREATE, 0, 0);
+  return window;
 }
 
 }  // namespace mavro
