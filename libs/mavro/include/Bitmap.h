@@ -6,8 +6,8 @@
 
 namespace mavro {
 
-// Pixels to draw on or to show: 0xAARRGGBB, not premultiplied by the alpha, rows from the top. A
-// handle: copies share the pixels. One made without a size is empty.
+// Pixels to draw on or to show: 0xAARRGGBB, the colours multiplied by the alpha, rows from the top.
+// A handle: copies share the pixels. One made without a size is empty.
 class Bitmap {
  public:
   // The most pixels of one bitmap; what asks for more gets an empty one.

@@ -30,9 +30,10 @@ class DialCtrl : public CustomCtrl {
  private:
   Impl& TheImpl() const;
   void OnDraw(NotifyArgs& args);
-  void OnKey(KeyArgs& args);
-  void OnPointer(MouseArgs& args);
 };
+
+// A colour with each channel times `factor`, rounded; system colours become plain ones.
+Color Scaled(Color color, double factor);
 
 // A colour of a ring lit from the upper left: `a` where the light falls, `b` opposite. The angle is
 // in radians, clockwise from the right.

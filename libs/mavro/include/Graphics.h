@@ -138,6 +138,9 @@ struct PaintArgs {
   Graphics* graphics = nullptr;  // not null; gone when the event is over
 };
 
+// The plain colour that a system colour stands for in the palette in force; others as they are.
+Color ToPlain(Color color);
+
 using PaintEvent = Event<PaintArgs>;
 
 }  // namespace mavro

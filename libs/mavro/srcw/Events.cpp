@@ -1,17 +1,12 @@
-#include <exception>
-
+#include "Failures.h"
 #include "Menu.h"
 #include "SysImpl.h"
-#include "SystemDialogs.h"
+#include "TimerList.h"
 #include "Virtual.h"
 
 namespace mavro {
 
 namespace {
-
-void ReportException(const char* what) {
-  Dialogs().message(std::string("A command failed:\n\n") + what, "Error", cOkOnly | cErrorIcon);
-}
 
 struct MouseMessage {
   unsigned message;
@@ -69,18 +64,18 @@ Param WindowProc(NativeWindow* window, unsigned message, Param wParam, Param lPa
   Control* control = ControlOf(window);
   if (message == WM_NCDESTROY) {
     if (control) {
+      TimerList::WindowGoes(control);
       UnregisterDisplayable(control);
       control->impl->hwnd = nullptr;
     }
     return 0;
   }
   if (!control) return DefaultProc(window, message, wParam, lParam);
+  if (!MayDispatch(*window, message)) return 0;
   try {
     return control->impl->WndProc(message, wParam, lParam);
-  } catch (const std::exception& failure) {
-    ReportException(failure.what());
   } catch (...) {
-    ReportException("unknown exception");
+    ReportCurrentException(window, message);
   }
   return 0;
 }
@@ -205,6 +200,12 @@ Param SysImpl::WndProc(unsigned message, Param wParam, Param lParam) {
       if (!owner->onMouseLeave.Fire(args) || args.value > 0) return 0;
       break;
     }
+    case WM_CREATED:
+      TimerList::WindowMade(owner);
+      break;
+    case WM_TIMER:
+      TimerList::Tick(static_cast<int>(wParam));
+      return 0;
     case WM_CONTEXTMENU:
       return OnContextMenu(wParam, lParam);
     case WM_COMMAND:  // of the control's own popup menu

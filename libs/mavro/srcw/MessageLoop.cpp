@@ -1,6 +1,7 @@
 #include "MessageLoop.h"
 
 #include "Application.h"
+#include "Failures.h"
 #include "FormImpl.h"
 
 namespace mavro {
@@ -11,14 +12,24 @@ int pendingQuits = 0;
 int runningLoops = 0;
 int drains = 0;  // ProcessMessages calls under way
 
+// The hook is asked again and again; what it throws is told once.
 bool IdleStep() {
-  if (TheIdleSlot().hook) TheIdleSlot().hook();
+  static bool told = false;
+  try {
+    if (TheIdleSlot().hook) TheIdleSlot().hook();
+  } catch (...) {
+    if (!std::exchange(told, true)) ReportCurrentException(nullptr, 0);
+  }
   TakeWake();
   return false;
 }
 
 void FirstShowStep() {
-  if (activeForm) static_cast<Form::Impl*>(activeForm->impl)->FirstShow();
+  try {
+    if (activeForm) static_cast<Form::Impl*>(activeForm->impl)->FirstShow();
+  } catch (...) {
+    ReportCurrentException(nullptr, 0);
+  }
 }
 
 bool TakeQuit() {
@@ -68,7 +79,9 @@ void RunMessageLoop(Form* runner) {
   --runningLoops;
 }
 
-bool PreTranslateKey(int virtualKey, int hotkeyFlags) {
+namespace {
+
+bool OfferKey(int virtualKey, int hotkeyFlags) {
   if (!activeForm || !activeForm->impl->hwnd) return false;
   Form& form = *activeForm;
   if (drains > 0) {
@@ -80,6 +93,17 @@ bool PreTranslateKey(int virtualKey, int hotkeyFlags) {
   if (!form.onKeyPreview.Fire(args)) return true;
   if (args.value == 0) return false;
   return DialogKey(form, virtualKey, hotkeyFlags);
+}
+
+}  // namespace
+
+bool PreTranslateKey(int virtualKey, int hotkeyFlags) {
+  try {
+    return OfferKey(virtualKey, hotkeyFlags);
+  } catch (...) {
+    ReportCurrentException(nullptr, WM_KEYDOWN);
+  }
+  return true;
 }
 
 void Application::ProcessMessages() {

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "Core.h"
 
@@ -22,14 +23,18 @@ enum Message : unsigned {
   WM_ACTIVATE = 0x06,
   WM_SETFOCUS = 0x07,
   WM_KILLFOCUS = 0x08,
+  WM_ENABLE = 0x0A,   // the enabled state has changed; told by painted windows only
   WM_SETTEXT = 0x0C,  // the text has changed; told by containers only
   WM_PAINT = 0x0F,
   WM_CLOSE = 0x10,
+  WM_SYSCOLORCHANGE = 0x15,  // the palette has changed; told by painted windows only
   WM_DRAWITEM = 0x2B,
+  WM_SETFONT = 0x30,  // the font has changed; told by painted windows only
   WM_NOTIFY = 0x4E,
   WM_CONTEXTMENU = 0x7B,
   WM_NCCREATE = 0x81,
   WM_NCDESTROY = 0x82,
+  WM_GETDLGCODE = 0x87,  // which keys the control wants; wParam: the key
   WM_KEYDOWN = 0x100,
   WM_KEYUP = 0x101,
   WM_CHAR = 0x102,
@@ -37,6 +42,7 @@ enum Message : unsigned {
   WM_SYSKEYUP = 0x105,
   WM_SYSCHAR = 0x106,
   WM_COMMAND = 0x111,
+  WM_TIMER = 0x113,  // wParam: the timer's id
   WM_HSCROLL = 0x114,
   WM_VSCROLL = 0x115,
   WM_MOUSEMOVE = 0x200,
@@ -160,6 +166,8 @@ class NativeWindow {
   // Set while an event runs when its receiver asked for default handling: Qt then has the event.
   bool takeDefault = false;
   bool inputBlocked = false;
+  // Messages whose handling has thrown and that nobody asked for; told once.
+  std::vector<unsigned> failedMessages;
 
  protected:
   std::string text;

@@ -6,12 +6,29 @@
 
 #include "Application.h"
 #include "Entry.h"
+#include "Failures.h"
 #include "Form.h"
 #include "QtDialogs.h"
 #include "QtLoop.h"
 #include "SysImpl.h"
 
 namespace mavro {
+
+namespace {
+
+constexpr int cFailed = 1;
+
+// What no window has caught ends the program with a message, not without a word.
+int RunMain(ArgumentList& arguments) {
+  try {
+    return Application::Main(arguments);
+  } catch (...) {
+    ReportCurrentException(nullptr, 0);
+  }
+  return cFailed;
+}
+
+}  // namespace
 
 int RunApplication(int argc, char** argv) {
   std::error_code ignored;
@@ -22,7 +39,7 @@ int RunApplication(int argc, char** argv) {
   toolkit.setQuitOnLastWindowClosed(false);
   InstallQtLoop(&toolkit);
   InstallQtDialogs();
-  const int code = Application::Main(arguments);
+  const int code = RunMain(arguments);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   return code;
 }

@@ -11,6 +11,7 @@
 #include "QtEvents.h"
 #include "QtFactories.h"
 #include "QtForm.h"
+#include "QtPainted.h"
 #include "QtStrips.h"
 #include "QtText.h"
 
@@ -80,11 +81,17 @@ class SplitBarWindow final : public NativeWindow {
 
 class ContainerWindow final : public NativeWindow {
  public:
-  using NativeWindow::NativeWindow;
+  ContainerWindow(const CreateInfo& info, PaintedFrame* its) : NativeWindow(info, its), frame(its) {
+    frame->Attach(this);
+  }
+  ~ContainerWindow() override { frame->Attach(nullptr); }
   void SetText(const std::string& newText) override {
     NativeWindow::SetText(newText);
     SendMessage(this, WM_SETTEXT, 0, 0);
   }
+
+ private:
+  PaintedFrame* const frame;
 };
 
 }  // namespace
@@ -112,7 +119,7 @@ void FormWidget::resizeEvent(QResizeEvent*) {
 }
 
 NativeWindow* MakeContainer(const CreateInfo& info) {
-  return new ContainerWindow(info, new QWidget(ParentWidget(info)));
+  return new ContainerWindow(info, new PaintedFrame(ParentWidget(info)));
 }
 
 NativeWindow* MakeForm(const CreateInfo& info) {

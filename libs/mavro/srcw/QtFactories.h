@@ -10,6 +10,7 @@ using NativeFactory = NativeWindow* (*)(const CreateInfo& info);
 
 NativeWindow* MakeContainer(const CreateInfo& info);
 NativeWindow* MakeForm(const CreateInfo& info);
+NativeWindow* MakeCanvas(const CreateInfo& info);
 NativeWindow* MakeSplitBar(const CreateInfo& info);
 NativeWindow* MakeLabel(const CreateInfo& info);
 NativeWindow* MakeButton(const CreateInfo& info);

@@ -16,6 +16,7 @@ struct ClassRow {
 constexpr ClassRow cClasses[] = {
     {"mavroCont", MakeContainer},
     {"mavrosplitcont", MakeContainer},
+    {"mavroCustom", MakeCanvas},
     {"mavForm", MakeForm},
     {"#32770", MakeForm},
     {"mavroSplitter", MakeSplitBar},

@@ -13,6 +13,7 @@
 #include <memory>
 
 #include "Action.h"
+#include "Failures.h"
 #include "FormImpl.h"
 #include "IdleHook.h"
 #include "MessageLoop.h"
@@ -158,6 +159,10 @@ void InstallQtLoop(QObject* application) {
     TheIdleSlot().changed = nullptr;
     SetBlockingWait(nullptr);
   });
+}
+
+void RunLater(std::function<void()> job) {
+  QMetaObject::invokeMethod(qApp, std::move(job), Qt::QueuedConnection);
 }
 
 bool DispatchWaiting() {

@@ -1,0 +1,218 @@
+#include <algorithm>
+#include <cmath>
+
+#include "DialImpl.h"
+
+namespace mavro {
+
+namespace {
+
+constexpr double cDarker = 0.7;
+constexpr int cTickLength = 5;
+constexpr int cTickGap = 3;  // between the knob and its ticks
+constexpr int cMostTicks = 30;
+constexpr int cMostLabels = 10;
+constexpr int cLabelGap = 3;
+
+// Whole device pixels, in which the dial is drawn, and what places need of its look.
+struct Canvas {
+  Graphics& graphics;
+  const DialLook& look;
+  double ratio;
+
+  int Pixels(double length) const { return static_cast<int>(std::lround(length * ratio)); }
+  double CenterX() const { return look.centerX * ratio; }
+  double CenterY() const { return look.centerY * ratio; }
+  Point At(double angle, double distance) const {
+    return {static_cast<int>(std::lround(CenterX() + std::cos(angle) * distance * ratio)),
+            static_cast<int>(std::lround(CenterY() + std::sin(angle) * distance * ratio))};
+  }
+};
+
+Color Blend(Color over, Color under, double share) {
+  const auto channel = [&](int shift) {
+    const int top = over.Value() >> shift & 0xFF;
+    const int below = under.Value() >> shift & 0xFF;
+    return static_cast<int32_t>(std::lround(below + (top - below) * share)) << shift;
+  };
+  return Color(channel(16) | channel(8) | channel(0));
+}
+
+// A disc lit from the upper left: at its rim `a` meets the light, and towards the centre the two
+// colours come closer. Pixels that the rim cuts are mixed with the ground.
+void DrawLitDisc(const Canvas& canvas, double radius, Color a, Color b, double flatness) {
+  const double r = radius * canvas.ratio;
+  const double cx = canvas.CenterX();
+  const double cy = canvas.CenterY();
+  const Color middle = Blend(a, b, 0.5);
+  for (int y = static_cast<int>(cy - r) - 1; y <= cy + r + 1; ++y)
+    for (int x = static_cast<int>(cx - r) - 1; x <= cx + r + 1; ++x) {
+      const double distance = std::hypot(x + 0.5 - cx, y + 0.5 - cy);
+      const double cover = std::clamp(r + 0.5 - distance, 0.0, 1.0);
+      if (cover == 0) continue;
+      const Color lit = Shade(std::atan2(y + 0.5 - cy, x + 0.5 - cx), a, b);
+      const double share = std::pow(distance / r, flatness);
+      const Color color = Blend(lit, middle, std::min(share, 1.0));
+      const Color ground = cover < 1 ? canvas.graphics.GetPixel(x, y) : color;
+      canvas.graphics.SetPixel(x, y, ground.IsDefault() ? color : Blend(color, ground, cover));
+    }
+}
+
+void DrawKnob(const Canvas& canvas) {
+  const DialLook& look = canvas.look;
+  DrawLitDisc(canvas, look.radius, look.dark, look.dark, 1);
+  DrawLitDisc(canvas, look.radius - 1, look.light, look.mid, 1);
+  const int rim = canvas.Pixels(look.radius - 4);
+  const int cx = static_cast<int>(canvas.CenterX());
+  const int cy = static_cast<int>(canvas.CenterY());
+  DrawLitDisc(canvas, look.radius - 5, look.mid, look.light, 2);
+  DrawRing(canvas.graphics, cx, cy, rim, Blend(look.light, look.mid, 0.5),
+           Blend(look.mid, look.light, 0.5));
+}
+
+double TickOuter(const DialLook& look) {
+  return look.radius + cTickGap + cTickLength;
+}
+
+void DrawTicks(const Canvas& canvas) {
+  const DialLook& look = canvas.look;
+  const int steps = std::max(look.scale.steps, 1);
+  const int per = StepsPerTick(steps, cMostTicks);
+  const int perLong = StepsPerTick(steps, cMostLabels);
+  for (int step = 0; step <= steps; step += per) {
+    const double angle = cDialStart + cDialSweep * step / steps;
+    const bool isLong = step % perLong == 0;
+    const int width = canvas.Pixels(1);
+    canvas.graphics.SetPen(Pen(isLong ? look.ink : Blend(look.ink, look.background, 0.55), width));
+    const double inner = look.radius + cTickGap + (isLong ? 0 : 2);
+    const Point ends[] = {canvas.At(angle, inner), canvas.At(angle, TickOuter(look))};
+    canvas.graphics.Polyline(ends, 2);
+  }
+}
+
+void DrawPointer(const Canvas& canvas) {
+  const DialLook& look = canvas.look;
+  const double angle = AngleOfValue(look.scale, look.position);
+  const double tip = look.radius - 7;
+  const double tail = tip * 0.55;
+  const double spread = 3.2 / std::max(tail, 1.0);
+  const Point shape[] = {canvas.At(angle, tip), canvas.At(angle + spread, tail),
+                         canvas.At(angle - spread, tail)};
+  canvas.graphics.SetPen(Pen(look.ink, 1, Pen::cNone));
+  canvas.graphics.SetBrush(Brush(look.enabled ? look.ink : look.dark));
+  canvas.graphics.Polygon(shape, 3);
+}
+
+void DrawCentered(const Canvas& canvas, Point middle, const std::string& text) {
+  const Graphics& graphics = canvas.graphics;
+  const int width = canvas.Pixels(graphics.TextWidth(text));
+  const int height = canvas.Pixels(graphics.TextHeight());
+  canvas.graphics.TextOut(middle.x - width / 2, middle.y - height / 2, text);
+}
+
+// Each label stands outside its tick: as far as half its size reaches in that direction.
+void DrawLabel(const Canvas& canvas, double angle, double value) {
+  const std::string text = DialText(value);
+  const double halfWidth = canvas.graphics.TextWidth(text) / 2.0;
+  const double halfHeight = canvas.graphics.TextHeight() / 2.0;
+  const double reach =
+      std::abs(std::cos(angle)) * halfWidth + std::abs(std::sin(angle)) * halfHeight;
+  const double distance = TickOuter(canvas.look) + cLabelGap + reach;
+  DrawCentered(canvas, canvas.At(angle, distance), text);
+}
+
+void DrawLabels(const Canvas& canvas) {
+  const DialLook& look = canvas.look;
+  if (look.labels == DialCtrl::cNone) return;
+  const int steps = std::max(look.scale.steps, 1);
+  const int per = look.labels == DialCtrl::cMinMax ? steps : StepsPerTick(steps, cMostLabels);
+  for (int step = 0; step <= steps; step += per) {
+    const double share = static_cast<double>(step) / steps;
+    DrawLabel(canvas, cDialStart + cDialSweep * share,
+              look.scale.min + (look.scale.max - look.scale.min) * share);
+  }
+}
+
+// The position in the middle of the knob, the text in the gap of the scale below it.
+void DrawTexts(const Canvas& canvas) {
+  const DialLook& look = canvas.look;
+  canvas.graphics.SetTextColor(look.ink);
+  if (look.showPos) DrawCentered(canvas, canvas.At(0, 0), DialText(look.position));
+  if (look.text.empty()) return;
+  const int y = look.height - canvas.graphics.TextHeight() / 2 - 1;
+  DrawCentered(canvas, {canvas.Pixels(look.centerX), canvas.Pixels(y)}, look.text);
+}
+
+void DrawFocus(const Canvas& canvas) {
+  const int side = canvas.Pixels(2 * (canvas.look.radius + 1.5));
+  const int left = static_cast<int>(canvas.CenterX() - side / 2.0);
+  const int top = static_cast<int>(canvas.CenterY() - side / 2.0);
+  canvas.graphics.SetPen(Pen(canvas.look.ink, canvas.Pixels(1), Pen::cDot));
+  canvas.graphics.SetBrush(Brush::Clear());
+  canvas.graphics.Ellipse(left, top, left + side, top + side);
+}
+
+// What the labels need beside the knob, as a share of the room: numbers at the ends are short.
+int RoomForLabels(const DialLook& look, int textWidth, int textHeight) {
+  const int ticks = cTickGap + cTickLength;
+  if (look.labels == DialCtrl::cView) return ticks + cLabelGap + std::max(textWidth, textHeight);
+  return ticks + (look.labels == DialCtrl::cMinMax ? cLabelGap : 1);
+}
+
+}  // namespace
+
+void DrawDial(Graphics& graphics, const DialLook& look) {
+  graphics.FillRect({0, 0, look.width, look.height}, look.background);
+  if (look.radius < 8) return;
+  graphics.UseDevicePixels(true);
+  const Canvas canvas{graphics, look, graphics.PixelRatio()};
+  DrawKnob(canvas);
+  DrawTicks(canvas);
+  graphics.SetTextColor(look.ink);
+  DrawLabels(canvas);
+  DrawPointer(canvas);
+  DrawTexts(canvas);
+  if (look.focused) DrawFocus(canvas);
+  graphics.UseDevicePixels(false);
+}
+
+void DialCtrl::Impl::ComputeColors() {
+  const Color face = ToPlain(Color::cControl);
+  const bool isDark = (face.Value() >> 8 & 0xFF) < 0x80;
+  light = isDark ? Scaled(face, 2.6) : Color(0xFCFCFC);
+  mid = Scaled(light, cDarker);
+  dark = Scaled(mid, cDarker);
+}
+
+DialLook DialCtrl::Impl::Look() const {
+  DialLook look;
+  const Graphics& graphics = backBuffer;
+  look.width = hwnd ? hwnd->ClientWidth() : owner->width.Get();
+  look.height = hwnd ? hwnd->ClientHeight() : owner->height.Get();
+  const int textHeight = graphics.IsOpen() ? graphics.TextHeight() : 0;
+  const int textWidth = graphics.IsOpen() ? std::max(graphics.TextWidth(DialText(scale.min)),
+                                                     graphics.TextWidth(DialText(scale.max)))
+                                          : 0;
+  look.labels = labels;
+  look.text = GetText();
+  const int around = RoomForLabels(look, textWidth, textHeight);
+  const int below = look.text.empty() ? around : std::max(around, textHeight / 2 + around);
+  look.radius = std::min(look.width / 2 - around, (look.height - around - below) / 2) - 1;
+  look.centerX = look.width / 2;
+  look.centerY = around + look.radius + 1;
+  if (look.text.empty()) look.centerY = look.height / 2;
+  look.light = light;
+  look.mid = mid;
+  look.dark = dark;
+  look.background = ToPlain(owner->InheritedBackColor());
+  look.ink = ToPlain(owner->InheritedForeColor());
+  look.scale = scale;
+  look.position = position;
+  look.showPos = showPos;
+  look.focused = owner->IsFocused();
+  look.enabled = enabled;
+  if (!enabled) look.ink = Blend(look.ink, look.background, 0.45);
+  return look;
+}
+
+}  // namespace mavro

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "CustomImpl.h"
+#include "DialCtrl.h"
+#include "DialRules.h"
+
+namespace mavro {
+
+// All that a dial's drawing depends on.
+struct DialLook {
+  int width = 0, height = 0;  // of the client area
+  int centerX = 0, centerY = 0;
+  int radius = 0;  // of the knob
+  Color light, mid, dark, background, ink;
+  DialScale scale;
+  double position = 0;
+  int labels = DialCtrl::cMinMax;
+  bool showPos = true;
+  bool focused = false;
+  bool enabled = true;
+  std::string text;
+};
+
+// Draws the dial on a surface of its client area.
+void DrawDial(Graphics& graphics, const DialLook& look);
+
+class DialCtrl::Impl : public CustomCtrl::Impl {
+ public:
+  void Create() override;
+  Param WndProc(unsigned message, Param wParam, Param lParam) override;
+
+  bool SetValue(double value);
+  void ComputeColors();
+  void ClampPosition();
+  // Where the knob is and what it looks like now.
+  DialLook Look() const;
+
+  void PosChanged();
+  void ScaleChanged();
+  void LookChanged();
+
+  DialScale scale;
+  double wantedPos = 0;  // what the property shows; between two assignments the position
+  bool showPos = true;
+  int labels = cMinMax;
+
+ protected:
+  bool OnOwnKey(int virtualKey) override;
+
+ private:
+  void TurnTo(int x, int y);
+  bool IsOnKnob(int x, int y) const;
+  void ShowAccessibleValue();
+
+  double position = 0;
+  bool turning = false;
+  Color light, mid, dark;
+};
+
+}  // namespace mavro

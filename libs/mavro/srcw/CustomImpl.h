@@ -1,0 +1,39 @@
+#pragma once
+
+#include "CustomCtrl.h"
+#include "NativeCanvas.h"
+#include "SysImpl.h"
+
+namespace mavro {
+
+// Holds the back buffer of a control that paints itself, and remakes it with the window's size, the
+// screen's scale and the palette.
+class CustomCtrl::Impl : public SysImpl {
+ public:
+  void Create() override;
+  void PrepareStyle() override;
+  void Destroy() override;
+  Param WndProc(unsigned message, Param wParam, Param lParam) override;
+
+  void Redraw(int notify);
+
+  Graphics backBuffer;
+
+ protected:
+  NativeCanvas* Canvas() const { return static_cast<NativeCanvas*>(hwnd); }
+  // A key that no handler has taken; true if the control itself has a use for it.
+  virtual bool OnOwnKey(int virtualKey);
+
+ private:
+  CustomCtrl& Custom() const { return *static_cast<CustomCtrl*>(owner); }
+  void MakeBackBuffer();
+  // False when the control is gone afterwards.
+  bool Refresh();
+  void Paint();
+  Param OnUnusedKey(int virtualKey, Param result);
+
+  Picture bufferPixels;
+  bool offersKey = false;  // while a key that nobody wants is offered to dialog navigation
+};
+
+}  // namespace mavro

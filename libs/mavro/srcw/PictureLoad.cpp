@@ -1,0 +1,47 @@
+#include "FileText.h"
+#include "NativePicture.h"
+#include "Picture.h"
+#include "Resource.h"
+
+namespace mavro {
+
+PictureResult Picture::Load(const std::string& path) {
+  const std::optional<std::string> bytes = ReadFileText(path);
+  if (bytes) return LoadData(*bytes);
+  Clear();
+  return PictureResult::cUnreadable;
+}
+
+PictureResult Picture::LoadData(std::string_view bytes) {
+  Bitmap decoded;
+  const PictureResult result = DecodePicture(bytes, decoded);
+  Assign(decoded);
+  return result;
+}
+
+namespace {
+
+PictureResult LoadEntry(Picture& picture, std::string_view bytes) {
+  if (bytes.data()) return picture.LoadData(bytes);
+  picture.Clear();
+  return PictureResult::cUnreadable;
+}
+
+}  // namespace
+
+PictureResult Picture::LoadResource(std::string_view type, uint64_t id) {
+  return LoadEntry(*this, FindResource(type, id));
+}
+
+PictureResult Picture::LoadResource(std::string_view type, std::string_view name) {
+  return LoadEntry(*this, FindResource(type, name));
+}
+
+void Picture::Assign(const Bitmap& pixels) {
+  if (bitmap == pixels) return;
+  bitmap = pixels;
+  NotifyArgs args{this, 0};
+  onChange.Fire(args);
+}
+
+}  // namespace mavro
