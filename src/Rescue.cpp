@@ -1,5 +1,6 @@
 #include "Rescue.h"
 
+#include <signal.h>
 #include <unistd.h>
 
 #include "Assert.h"
@@ -8,6 +9,7 @@
 #include "Project.h"
 #include "ProjectFileFormat.h"
 #include "SystemDialogs.h"
+#include "TextRescue.h"
 
 namespace zendry {
 
@@ -16,8 +18,44 @@ namespace {
 const RescueCopies cCopies("project");
 constexpr int cTheProject = 1;  // a program has one
 
+constexpr int cEndingSignals[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGTERM, SIGHUP};
+constexpr unsigned cSecondsToWrite = 3;
+constexpr size_t cSignalStack = 0x40000;
+
+volatile sig_atomic_t rescuing = 0;
+
+// Each of the two may be what fails; the second must not wait for the first again.
 void RescueNow() {
+  if (rescuing) return;
+  rescuing = 1;
+  TextRescue::KeepAll();
   KeepRescueCopy(theProject);
+}
+
+// Memory may be broken and locks be held: whatever hangs ends by the alarm, whatever fails again by
+// the signal's default.
+void OnEndingSignal(int number) {
+  for (const int ending : cEndingSignals) signal(ending, SIG_DFL);
+  signal(SIGALRM, SIG_DFL);
+  alarm(cSecondsToWrite);
+  RescueNow();
+  raise(number);
+}
+
+void CatchEndingSignals() {
+  static char stack[cSignalStack];  // of its own: the other one may have run over
+  stack_t alternate = {};
+  alternate.ss_sp = stack;
+  alternate.ss_size = sizeof stack;
+  sigaltstack(&alternate, nullptr);
+  struct sigaction action = {};
+  action.sa_handler = OnEndingSignal;
+  action.sa_flags = SA_ONSTACK | SA_NODEFER;
+  for (const int number : cEndingSignals) {
+    struct sigaction old = {};
+    sigaction(number, nullptr, &old);
+    if (old.sa_handler != SIG_IGN) sigaction(number, &action, nullptr);
+  }
 }
 
 }  // namespace
@@ -61,6 +99,7 @@ std::string OfferRescuedProjects() {
 
 void RescueOnLastWords() {
   mavro::AddLastWords(RescueNow);
+  CatchEndingSignals();
 }
 
 }  // namespace zendry

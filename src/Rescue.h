@@ -22,7 +22,9 @@ std::vector<RescueCopy> FindRescuedProjects();
 // empty for none.
 std::string OfferRescuedProjects();
 
-// Has the project in hand rescued when a precondition breaks.
+// Has the project in hand and the open texts rescued when a precondition breaks or a signal ends
+// the program, but for SIGKILL. Three seconds are given; then the program ends whatever is still
+// being written, and it always ends of what it would have ended of.
 void RescueOnLastWords();
 
 }  // namespace zendry

@@ -3,9 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstring>
+
+#include "Rescue.h"
 #include "ScopedHome.h"
 #include "TempFolder.h"
 
@@ -14,6 +18,13 @@ namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::seconds;
+
+// Takes more stack than there is.
+int Overrun(int depth) {
+  volatile char room[0x1000] = {};
+  room[depth % 0x1000] = 1;
+  return depth < 1'000'000 ? Overrun(depth + 1) + room[0] : 0;
+}
 
 // An open file in a home of its own.
 class TextRescueTest : public testing::Test, public RescueSource {
@@ -133,6 +144,57 @@ TEST_F(TextRescueTest, Find_KilledProgram_GivesPathAndText_AlsoWithoutAName) {
     EXPECT_EQ(found[0].content, std::string("x\0y", 3));
     unlink(found[0].file.c_str());
   }
+}
+
+TEST_F(TextRescueTest, EndingSignals_LeaveACopy_AndEndTheProgram) {
+  for (const int number : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGTERM, SIGHUP}) {
+    const pid_t child = fork();
+    if (child == 0) {
+      signal(number, SIG_DFL);  // sanitizers have their own
+      RescueOnLastWords();
+      TextRescue rescue(*this);
+      rescue.Changed(1, start);
+      raise(number);
+      _exit(0);
+    }
+    int status = 0;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == number) << strsignal(number);
+    const std::vector<RescueCopy> found = FindRescuedTexts();
+    ASSERT_EQ(found.size(), 1u) << strsignal(number);
+    EXPECT_EQ(found[0].content, content);
+    unlink(found[0].file.c_str());
+  }
+}
+
+TEST_F(TextRescueTest, EndingSignals_StackOverrun_LeavesACopyToo) {
+  const pid_t child = fork();
+  if (child == 0) {
+    signal(SIGSEGV, SIG_DFL);
+    RescueOnLastWords();
+    TextRescue rescue(*this);
+    rescue.Changed(1, start);
+    const rlimit small{0x40000, 0x40000};
+    setrlimit(RLIMIT_STACK, &small);
+    _exit(Overrun(1));
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFSIGNALED(status)) << status;
+  EXPECT_EQ(FindRescuedTexts().size(), 1u);
+}
+
+TEST_F(TextRescueTest, EndingSignals_ThatWereIgnored_StayIgnored) {
+  const pid_t child = fork();
+  if (child == 0) {
+    signal(SIGHUP, SIG_IGN);
+    RescueOnLastWords();
+    raise(SIGHUP);
+    _exit(7);
+  }
+  int status = 0;
+  ASSERT_EQ(waitpid(child, &status, 0), child);
+  EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 7);
 }
 
 TEST_F(TextRescueTest, Changed_FolderCantBeHad_IsSilent) {
