@@ -1,7 +1,6 @@
 #include "IncludeScan.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace zendry {
 
@@ -11,42 +10,7 @@ constexpr std::string_view cKeyword = "include";
 constexpr size_t cMaxName = 244;
 
 bool IsBlank(char c) {
-  return c == ' ' || c == '\t' || c == '\v' || c == '\f';
-}
-
-// Characters of one line that aren't white space.
-class LineCursor {
- public:
-  explicit LineCursor(std::string_view text) : rest(text) {}
-
-  // The next character; nothing at the end of the line.
-  std::optional<char> Next() {
-    while (!rest.empty()) {
-      const char c = rest.front();
-      rest.remove_prefix(1);
-      if (!IsBlank(c)) return c;
-    }
-    return std::nullopt;
-  }
-
- private:
-  std::string_view rest;
-};
-
-// Reads what follows the "#" of a line.
-std::optional<IncludeEntry> ReadInclude(std::string_view line) {
-  LineCursor cursor(line);
-  for (const char letter : cKeyword)
-    if (cursor.Next() != letter) return std::nullopt;
-  const std::optional<char> opening = cursor.Next();
-  const char closing = opening == '<' ? '>' : '"';
-  IncludeEntry entry{opening == '<' ? 0 : 1, {}};
-  while (const std::optional<char> c = cursor.Next()) {
-    if (c == closing) return entry;
-    if (entry.name.size() == cMaxName) return std::nullopt;
-    entry.name += *c;
-  }
-  return std::nullopt;
+  return std::string_view(" \t\n\v\f\r").find(c) != std::string_view::npos;
 }
 
 // Takes the first line, ended by `end`, off the text.
@@ -58,15 +22,45 @@ std::string_view TakeLine(std::string_view& text, char end) {
 
 }  // namespace
 
-std::vector<IncludeEntry> ScanIncludes(std::string_view text) {
-  std::vector<IncludeEntry> includes;
+void IncludeScanner::Start() {
+  step = Step::cKeyword;
+  matched = 0;
+  found.name.clear();
+}
+
+bool IncludeScanner::Feed(char c) {
+  if (step == Step::cIdle || IsBlank(c)) return false;
+  if (step == Step::cKeyword) {
+    if (c != cKeyword[matched]) return Stop();
+    if (++matched == cKeyword.size()) step = Step::cOpening;
+    return false;
+  }
+  if (step == Step::cOpening) {
+    found.quoted = c != '<';
+    closing = found.quoted ? '"' : '>';
+    step = Step::cName;
+    return false;
+  }
+  if (c == closing) {
+    Stop();
+    return true;
+  }
+  if (found.name.size() == cMaxName) return Stop();
+  found.name += c;
+  return false;
+}
+
+std::vector<IncludeRec> ScanIncludes(std::string_view text) {
+  std::vector<IncludeRec> includes;
+  IncludeScanner scanner;
   while (!text.empty()) {
     // CR ends a line too; the empty line between CR and LF holds nothing.
     for (std::string_view lines = TakeLine(text, '\n'); !lines.empty();) {
       const std::string_view line = TakeLine(lines, '\r');
       if (!line.starts_with('#')) continue;
-      if (std::optional<IncludeEntry> entry = ReadInclude(line.substr(1)))
-        includes.push_back(std::move(*entry));
+      scanner.Start();
+      for (size_t i = 1; i < line.size() && scanner.IsRunning(); ++i)
+        if (scanner.Feed(line[i])) includes.push_back(scanner.Found());
     }
   }
   return includes;

@@ -1,23 +1,47 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace zendry {
 
-// One name of a file's include list. `flag` is 1 for a name in quotes and 0 for one in angle
-// brackets, which the Makefile export skips.
-struct IncludeEntry {
-  int flag = 0;
+// A file name that an #include names.
+struct IncludeRec {
+  bool quoted = false;  // by double quotes; else by angle brackets, which the Makefile export skips
   std::string name;
 };
 
-// The includes of a source text in the order found, without preprocessing: every line that begins
-// with "#" in its first column and goes on with "include" gives one, even inside a comment or a
-// branch that is switched off. White space counts nowhere in such a line, not even in the name.
-// A name of more than 244 characters, or one that isn't closed on its line, is none. Lines end with
-// LF, CR LF or CR.
-std::vector<IncludeEntry> ScanIncludes(std::string_view text);
+// Finds the name in one line that begins with "#" in its first column. White space counts nowhere
+// in such a line, not even in the name. A name of more than 244 characters, or one that isn't
+// closed on its line, is none.
+class IncludeScanner {
+ public:
+  // Begins behind the "#".
+  void Start();
+  // Takes the next byte of the line. True when it has closed the name, which is then in Found().
+  bool Feed(char c);
+  // Whether further bytes can make a name; false before Start().
+  bool IsRunning() const { return step != Step::cIdle; }
+  const IncludeRec& Found() const { return found; }
+
+ private:
+  enum class Step { cIdle, cKeyword, cOpening, cName };
+
+  bool Stop() {
+    step = Step::cIdle;
+    return false;
+  }
+
+  Step step = Step::cIdle;
+  size_t matched = 0;  // letters of "include"
+  char closing = 0;
+  IncludeRec found;
+};
+
+// The includes of a source text in the order found, without preprocessing: even those inside a
+// comment or a branch that is switched off. Lines end with LF, CR LF or CR.
+std::vector<IncludeRec> ScanIncludes(std::string_view text);
 
 }  // namespace zendry

@@ -49,6 +49,7 @@ void Project::Clear() {
   shell->ClearTree();
   DropIndex();
   files.clear();
+  shell->TagsChanged();
   knownText.clear();
   name.clear();
   resourceFile.clear();
@@ -70,6 +71,8 @@ void Project::OpenSingleFile(const std::string& path) {
   Init(ChangeExtension(fullPath, "zpj"), cConsole);
   AddFile(BaseName(fullPath));
   shell->SelectTreeRoot();
+  shell->TagsChanged();
+  LoadReferences();
 }
 
 void Project::SetDefaultOptions(int forType) {

@@ -9,11 +9,12 @@
 #include <vector>
 
 #include "FileText.h"
-#include "IncludeScan.h"
 #include "Object.h"
+#include "TagData.h"
 
 namespace zendry {
 
+class EditorText;
 class Shell;
 
 // What a project builds; the number is what its file stores. A file may hold any other number,
@@ -38,7 +39,7 @@ struct ProjectFile {
   const int32_t id;
   const int32_t type;      // FileKind
   const std::string name;  // absolute path, forward slashes, normalised where that can be
-  std::vector<IncludeEntry> includes;
+  TagData tags;            // what it declares and includes
 };
 
 // What came of reading a project file. The window stays silent about it; tools say it.
@@ -101,6 +102,19 @@ class Project : public mavro::object {
   // Full path of the project file that an include names; empty when it is none of the project's.
   std::string ResolveInclude(const std::string& includeName) const;
 
+  // Tags.
+
+  // Replaces the tags of a module, unless `parse` is off: by those of an editor's text, which then
+  // counts as parsed. Without an editor the open one of the module's file is taken, else the file.
+  void parseModule(TagData& module, EditorText* editor);
+  // Parses the open editors whose text has changed since, or with `editor` only that one.
+  void parseOpenEditors(EditorText* editor);
+  // The tags of a file; those of one that the project doesn't have share one store, the
+  // scratchModule, which takes its name.
+  TagData& ModuleOf(const std::string& path);
+  // Reads the reference libraries that the project uses into `tags`, once per run.
+  void LoadReferences();
+
   // Names and mode.
   void SetFileName(const std::string& path);
   void SetMode(int newMode);
@@ -141,13 +155,16 @@ class Project : public mavro::object {
   BuildOptions debugOptions;
   BuildOptions releaseOptions;
   std::string programParams;  // carried by the project file for the debugger
+  TagData tags;               // of the reference libraries
+  TagData scratchModule;      // of an open file that is none of the project's
+  bool storesTags = true;     // false in tools, which need no more than the includes
 
  private:
   // Files by name; of equal names the first one added. The keys lie in the files.
   using NameIndex = std::unordered_map<std::string_view, ProjectFile*>;
 
   void AddResourceFile(const std::string& path);
-  void ReadIncludes(ProjectFile& file);
+  void ReadTags(ProjectFile& file);
   void EnsureIndex() const;
   void AddToIndex(ProjectFile* file) const;
   void DropIndex();

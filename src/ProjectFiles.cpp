@@ -1,6 +1,4 @@
 #include <algorithm>
-#include <iterator>
-#include <optional>
 
 #include "Paths.h"
 #include "Project.h"
@@ -13,17 +11,6 @@ namespace zendry {
 
 namespace {
 
-// Headers and sources that the project's tables know no kind for, but that include others.
-constexpr std::string_view cFurtherSources[] = {"cc",  "cxx", "c++", "hh",
-                                                "hpp", "hxx", "h++", "hp"};
-
-bool HoldsIncludes(const ProjectFile& file) {
-  if (file.type == cCppSource || file.type == cCSource || file.type == cHeader) return true;
-  const std::string_view name = file.name;
-  const std::string_view extension = name.substr(name.rfind('.') + 1);
-  return std::count(std::begin(cFurtherSources), std::end(cFurtherSources), extension) > 0;
-}
-
 std::string_view BaseOf(const ProjectFile& file) {
   const std::string_view name = file.name;
   return name.substr(name.size() - BaseName(name).size());
@@ -32,7 +19,9 @@ std::string_view BaseOf(const ProjectFile& file) {
 }  // namespace
 
 ProjectFile::ProjectFile(int32_t newId, std::string fullName)
-    : id(newId), type(FileKind(fullName)), name(std::move(fullName)) {}
+    : id(newId), type(FileKind(fullName)), name(std::move(fullName)) {
+  tags.fileName = name;
+}
 
 void Project::AddResourceFile(const std::string& path) {
   if (!resourceFile.empty()) {
@@ -43,14 +32,6 @@ void Project::AddResourceFile(const std::string& path) {
   shell->AddTreeNode(path, cResourceFileId, cResourceScript);
 }
 
-// A file that is missing or no regular file has no includes.
-void Project::ReadIncludes(ProjectFile& file) {
-  shell->SetStatus("parse", file.name);
-  if (!HoldsIncludes(file)) return;
-  if (const std::optional<std::string> text = mavro::ReadFileText(file.name))
-    file.includes = ScanIncludes(*text);
-}
-
 void Project::AddFile(const std::string& path) {
   if (path.empty()) return;
   if (FileKind(path) == cResourceScript) return AddResourceFile(path);
@@ -58,7 +39,7 @@ void Project::AddFile(const std::string& path) {
   files.push_back(std::make_unique<ProjectFile>(lastFileId, TidyPath(GetFullPath(path))));
   ProjectFile& file = *files.back();
   if (indexed) AddToIndex(&file);
-  if (parse) ReadIncludes(file);
+  if (parse) ReadTags(file);
   shell->SetStatus("", "");
   const bool shown = file.type >= cCppSource && file.type <= cResourceScript;
   if (shown) shell->AddTreeNode(RelativeIfSame(file.name), file.id, file.type);

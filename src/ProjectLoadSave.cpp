@@ -67,6 +67,8 @@ LoadResult Project::Load(const std::string& path) {
   if (reading.isComplete) knownText = *text;
   implicit = false;
   SetFileName(fullPath);  // again: the name of the target follows the type just read
+  shell->TagsChanged();
+  LoadReferences();
   LoadSession(SessionPath(), *this, *shell);
   return Judge(fullPath, reading);
 }

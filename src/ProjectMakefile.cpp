@@ -23,8 +23,8 @@ std::string ObjectName(const Project& project, const ProjectFile& file) {
 std::string Rule(const Project& project, const ProjectFile& file) {
   const std::string source = project.RelativeIfSame(file.name);
   std::string rule = ObjectName(project, file) + ": " + source;
-  for (const IncludeEntry& include : file.includes)
-    if (include.flag != 0) rule += " " + include.name;
+  for (const IncludeRec& include : file.tags.includes)
+    if (include.quoted) rule += " " + include.name;
   return rule + "\n\t$(CC) $(CCFLAGS) -c " + source + "\n";
 }
 

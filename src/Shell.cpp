@@ -41,6 +41,10 @@ bool Shell::CloseAllFiles() {
 }
 void Shell::SaveChangedFiles() {}
 void Shell::RemoveErrorMark() {}
+std::vector<EditorText*> Shell::OpenTexts() {
+  return {};
+}
+void Shell::TagsChanged() {}
 bool Shell::IsDebuggerRunning() {
   return false;
 }

@@ -22,6 +22,8 @@ struct OpenFile {
 // The pages of the bottom pane that the core selects.
 enum class BottomPage { cOutput = 0, cError = 1 };
 
+class EditorText;
+
 // What the core tells a person, or asks of the window, goes through this class: the main window
 // implements it with its panels, the command line tools with standard output. What an
 // implementation has no place for does nothing. Message boxes and questions go through
@@ -66,6 +68,12 @@ class Shell {
   virtual bool CloseAllFiles();  // false when the user refuses
   virtual void SaveChangedFiles();
   virtual void RemoveErrorMark();
+
+  // Tags.
+  // The open editors of C and C++ text. Valid until the message queue runs.
+  virtual std::vector<EditorText*> OpenTexts();
+  // The tags of some file have been replaced: what shows them is to be filled again.
+  virtual void TagsChanged();
 
   virtual bool IsDebuggerRunning();
 };

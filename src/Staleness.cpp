@@ -70,8 +70,8 @@ Staleness IsNewer(FileTimes& times, const Project& project, const std::string& p
 
 Staleness StaleCheck::NeedsCompile(const ProjectFile& file, const std::string& object) {
   Staleness answer = IsNewer(times, project, file.name, object);
-  for (size_t i = 0; i < file.includes.size() && !answer.stale; ++i)
-    answer = IncludeIsNewer(file.includes[i].name, object, 0);
+  for (size_t i = 0; i < file.tags.includes.size() && !answer.stale; ++i)
+    answer = IncludeIsNewer(file.tags.includes[i].name, object, 0);
   return answer;
 }
 
@@ -105,7 +105,7 @@ StaleCheck::Newest StaleCheck::FindNewest(const Header& header, int levels) {
   Newest best;
   if (const auto time = times.Of(header.file->name)) best = {*time, &header};
   if (levels == 0) return best;
-  for (const IncludeEntry& entry : header.file->includes) {
+  for (const IncludeRec& entry : header.file->tags.includes) {
     ++entriesVisited;
     Header* included = Resolve(entry.name);
     if (!included) continue;

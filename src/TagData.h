@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "IncludeScan.h"
+
 namespace zendry {
 
 class TagData;
@@ -38,12 +40,6 @@ struct TagClass : TagItem {
   std::vector<TagItem> members;
 };
 
-// A file name that an #include names.
-struct IncludeRec {
-  bool quoted = false;  // by double quotes; else by angle brackets
-  std::string name;
-};
-
 // A header of a reference library.
 struct HeaderRec {
   int id = 0;
@@ -58,13 +54,15 @@ class TagData {
  public:
   // Drops globals, classes and includes; the name stays.
   void clear();
-  // The first of that exact name, its `module` cleared; null when there is none.
+  // The first of that exact name, its `module` cleared; null when there is none. A class stands in
+  // `classes` under its own name.
   TagItem* findGlobal(std::string_view name);
   TagClass* findClass(std::string_view name);
   void addInclude(std::string_view name, bool quoted);
-  // Adds the tags of a library: those of its cache, or, when the definition file at `path` is newer
-  // than that or the cache is none, those of the headers that it names, written to the cache then.
-  // Does nothing the second time.
+  // Adds the tags of a library: those of its cache or, when the definition file at `path` is newer
+  // or the cache can't be trusted, those of the headers that it names, which are written to the
+  // cache then. Drops what is there of other origin. Does nothing the second time, and stays silent
+  // about what can't be read or written. TagReference.h has the steps.
   void loadReference(const std::string& path);
   // Says that the tags are no longer the ones they were, so that an index over stores drops what it
   // knows of this one. Whoever changes them calls it before the next lookup; clear() does.

@@ -11,7 +11,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   const auto includes = zendry::ScanIncludes(text);
   if (includes.size() * sizeof "#include" > size) std::abort();
-  for (const zendry::IncludeEntry& entry : includes)
+  for (const zendry::IncludeRec& entry : includes)
     if (entry.name.size() > 244) std::abort();
   return 0;
 }

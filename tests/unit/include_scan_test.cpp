@@ -10,8 +10,8 @@ namespace {
 // Each entry as "FLAG NAME;".
 std::string Scan(std::string_view text) {
   std::string names;
-  for (const IncludeEntry& entry : ScanIncludes(text))
-    names += std::to_string(entry.flag) + " " + entry.name + ";";
+  for (const IncludeRec& entry : ScanIncludes(text))
+    names += std::to_string(entry.quoted) + " " + entry.name + ";";
   return names;
 }
 

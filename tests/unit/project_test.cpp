@@ -183,13 +183,13 @@ TEST_F(ProjectTest, AddFile_ReadsTheIncludesOfSourcesAndHeaders) {
     project.AddFile(folder.Write(name, "#include \"x.h\"\n#include <y>\n"));
   for (const auto& file : project.Files()) {
     if (file->name.ends_with(".txt")) {
-      EXPECT_TRUE(file->includes.empty());
+      EXPECT_TRUE(file->tags.includes.empty());
       continue;
     }
-    ASSERT_EQ(file->includes.size(), 2u) << file->name;
-    EXPECT_EQ(file->includes[0].name, "x.h");
-    EXPECT_EQ(file->includes[0].flag, 1);
-    EXPECT_EQ(file->includes[1].flag, 0);
+    ASSERT_EQ(file->tags.includes.size(), 2u) << file->name;
+    EXPECT_EQ(file->tags.includes[0].name, "x.h");
+    EXPECT_TRUE(file->tags.includes[0].quoted);
+    EXPECT_FALSE(file->tags.includes[1].quoted);
   }
 }
 
@@ -198,7 +198,7 @@ TEST_F(ProjectTest, AddFile_FolderOrPipeOrMissing_HasNoIncludes) {
   folder.Folder("dir.c");
   ASSERT_EQ(mkfifo(folder.Path("pipe.c").c_str(), 0600), 0);
   for (const char* name : {"dir.c", "pipe.c", "gone.c"}) project.AddFile(folder.Path(name));
-  for (const auto& file : project.Files()) EXPECT_TRUE(file->includes.empty());
+  for (const auto& file : project.Files()) EXPECT_TRUE(file->tags.includes.empty());
 }
 
 TEST_F(ProjectTest, RemoveFile_TakesFileAndNode) {

@@ -208,7 +208,7 @@ class PlainRule {
 
   bool NeedsCompile(const ProjectFile& file, const std::string& object) {
     if (Newer(file.name, object)) return true;
-    for (const IncludeEntry& entry : file.includes)
+    for (const IncludeRec& entry : file.tags.includes)
       if (IncludeIsNewer(entry.name, object, 0)) return true;
     return false;
   }
@@ -225,7 +225,7 @@ class PlainRule {
     if (Newer(full, object)) return true;
     const ProjectFile* file = project.FindFile(full);
     if (!file) return false;
-    for (const IncludeEntry& entry : file->includes)
+    for (const IncludeRec& entry : file->tags.includes)
       if (IncludeIsNewer(entry.name, object, depth + 1)) return true;
     return false;
   }
@@ -249,11 +249,11 @@ TEST_F(StalenessTest, NeedsCompile_RandomGraphs_AnswersAsThePlainRuleDoes) {
   for (int graph = 0; graph < cGraphs; ++graph) {
     // Long chains with few side ways, so that the depth limit counts in many graphs.
     for (const auto& file : project.Files()) {
-      file->includes.clear();
+      file->tags.includes.clear();
       const int header = file->type == cHeader ? file->id - 1 : -1;
-      if (below(8)) file->includes.push_back({1, "h" + std::to_string(header + 1) + ".h"});
+      if (below(8)) file->tags.includes.push_back({1, "h" + std::to_string(header + 1) + ".h"});
       if (!below(6))
-        file->includes.push_back({1, "h" + std::to_string(below(cHeaders + 2)) + ".h"});
+        file->tags.includes.push_back({1, "h" + std::to_string(below(cHeaders + 2)) + ".h"});
       if (!below(20)) unlink(file->name.c_str());
     }
     // One or two files are newer, most are older.
