@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace zendry {
+
+class EditorText;
+class TagData;
+
+// What code intelligence works on; the project supplies it.
+class CodeSources {
+ public:
+  virtual ~CodeSources() = default;
+
+  // The stores of the project's files, in project order.
+  virtual const std::vector<TagData*>& Modules() const = 0;
+  // The store of the reference libraries; null when there is none.
+  virtual TagData* Library() const = 0;
+  // The store of an editor's file, whether or not it is one of Modules(); null when there is none.
+  virtual TagData* ModuleOf(const EditorText& editor) = 0;
+  // Parses the editors whose text has changed since they were last parsed.
+  virtual void RefreshTags() = 0;
+  // Where a lookup leaves its trace.
+  virtual void Log(std::string_view text, std::string_view detail) = 0;
+};
+
+}  // namespace zendry

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace zendry {
+
+// The expression around a column of a line, as a debugger can print it: names joined by "." and
+// "->" up to the name at the column or just before it, and an index that follows. Empty when there
+// is none. Asserts that `pos` lies in the line.
+std::string ExpressionAt(std::string_view line, int pos);
+
+}  // namespace zendry
