@@ -8,8 +8,9 @@
 #include <cerrno>
 #include <cstdlib>
 #include <new>
+#include <utility>
 
-#include "Descriptor.h"
+#include "RegularFile.h"
 
 namespace mavro {
 
@@ -54,15 +55,21 @@ bool EnsurePrivateFolder(const std::string& path) {
 
 }  // namespace
 
-std::optional<std::string> ReadFileText(const std::string& path) {
+RegularFile OpenRegularFile(const std::string& path) {
   // Asked before it is opened as well: opening a device can have effects of its own.
-  if (!FileExists(path)) return std::nullopt;
-  const Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  if (!FileExists(path)) return {};
+  Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   struct stat status;
-  if (!file.IsOpen() || fstat(file.Number(), &status) != 0) return std::nullopt;
-  if (!S_ISREG(status.st_mode) || status.st_size > cMaxBytes) return std::nullopt;
+  if (!file.IsOpen() || fstat(file.Number(), &status) != 0) return {};
+  if (!S_ISREG(status.st_mode) || status.st_size > cMaxBytes) return {};
+  return {std::move(file), status.st_size};
+}
+
+std::optional<std::string> ReadFileText(const std::string& path) {
+  const RegularFile opened = OpenRegularFile(path);
+  if (!opened.file.IsOpen()) return std::nullopt;
   try {
-    return ReadToEnd(file.Number(), status.st_size);
+    return ReadToEnd(opened.file.Number(), opened.size);
   } catch (const std::bad_alloc&) {
     return std::nullopt;
   }

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+
+namespace mavro {
+
+// A text as the rules of typing read it: bytes, lines and the style of each byte. Lines and
+// positions count from 0.
+class EditorText {
+ public:
+  virtual ~EditorText() = default;
+  virtual int Length() const = 0;
+  virtual int LineOf(int position) const = 0;
+  virtual int LineStart(int line) const = 0;
+  virtual int LineEnd(int line) const = 0;  // before the line end
+  // Bytes from `start` up to `end`, both clipped to the text.
+  virtual std::string Range(int start, int end) const = 0;
+  // The style that the lexer has given a byte.
+  virtual int StyleAt(int position) const = 0;
+  // Columns of blank before the first letter of a line.
+  virtual int Indentation(int line) const = 0;
+};
+
+}  // namespace mavro

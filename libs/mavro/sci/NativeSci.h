@@ -1,0 +1,63 @@
+#pragma once
+
+#include <string>
+
+#include "NativeWindow.h"
+
+namespace mavro {
+
+// What the editing component tells its editor; the component's own names and numbers.
+enum SciCode {
+  SCN_CHARADDED = 2001,
+  SCN_SAVEPOINTREACHED = 2002,
+  SCN_SAVEPOINTLEFT = 2003,
+  SCN_UPDATEUI = 2007,
+  SCN_MODIFIED = 2008,  // before text comes or goes: nothing has changed yet
+  SCN_MACRORECORD = 2009,
+  SCN_MARGINCLICK = 2010,
+  SCN_DWELLSTART = 2016,
+  SCN_DWELLEND = 2017,
+  SCN_ZOOM = 2018,
+  cSciForeignText = 1,    // a text with letters beyond ASCII is about to be typed or pasted
+  cSciPaletteChanged = 2  // the desktop's colours are others now
+};
+
+// A notification with what the codes say; the rest is 0.
+struct SciNotification : NotifyHeader {
+  int position = 0;
+  int character = 0;     // SCN_CHARADDED
+  int updated = 0;       // SCN_UPDATEUI: SC_UPDATE flags
+  int modification = 0;  // SCN_MODIFIED: SC_MOD flags
+  int length = 0;        // SCN_MODIFIED: bytes that come or go
+  int margin = 0;        // SCN_MARGINCLICK
+  int x = 0, y = 0;      // SCN_DWELLSTART
+  unsigned message = 0;  // SCN_MACRORECORD
+  unsigned long wParam = 0;
+  const char* text = nullptr;  // SCN_MACRORECORD, SCN_MODIFIED
+};
+
+// Colours of the desktop's palette, blue-green-red as the component has them.
+struct SciPalette {
+  int ground = 0xFFFFFF;
+  int text = 0;
+  int selection = 0;
+  int selectedText = 0xFFFFFF;
+  int panel = 0xF0F0F0;  // what stands around a text, as margins
+  bool IsDark() const;
+};
+
+// The window of the editing component.
+class NativeSci : public NativeWindow {
+ public:
+  using NativeWindow::NativeWindow;
+  virtual Param Send(unsigned message, Param wParam, Param lParam) const = 0;
+  virtual SciPalette Palette() const = 0;
+  // The face of the desktop's fixed or proportional font.
+  virtual std::string DefaultFace(bool fixed) const = 0;
+};
+
+// Makes the native class of editors known; called before the first editor's window is made.
+void RegisterSciClass();
+constexpr const char* cSciClass = "Scintilla";
+
+}  // namespace mavro

@@ -1,0 +1,116 @@
+#include "MacroLines.h"
+#include "SciImpl.h"
+
+namespace mavro {
+
+namespace {
+
+using Editor = SciEditor::Impl;
+
+// Commands that are one message without parameters.
+struct MessageRow {
+  int id;
+  unsigned message;
+};
+constexpr MessageRow cMessages[] = {
+    {cSciCut, SCI_CUT},
+    {cSciCopy, SCI_COPY},
+    {cSciPaste, SCI_PASTE},
+    {cSciUndo, SCI_UNDO},
+    {cSciRedo, SCI_REDO},
+    {cSciDeleteLine, SCI_LINEDELETE},
+    {cSciLowerCase, SCI_LOWERCASE},
+    {cSciUpperCase, SCI_UPPERCASE},
+};
+
+// Toggles of the component: one message asks, one sets.
+struct ToggleRow {
+  int id;
+  unsigned ask;
+  unsigned set;
+  int on;
+};
+constexpr ToggleRow cToggles[] = {
+    {cSciShowWhiteSpace, SCI_GETVIEWWS, SCI_SETVIEWWS, SCWS_VISIBLEALWAYS},
+    {cSciShowLineEnds, SCI_GETVIEWEOL, SCI_SETVIEWEOL, 1},
+    {cSciWrapLines, SCI_GETWRAPMODE, SCI_SETWRAPMODE, SC_WRAP_WORD},
+    {cSciReadOnly, SCI_GETREADONLY, SCI_SETREADONLY, 1},
+};
+
+// Toggles of the options.
+struct OptionRow {
+  int id;
+  bool EditorOptions::*option;
+};
+constexpr OptionRow cOptions[] = {
+    {cSciShowLineNumbers, &EditorOptions::lineNumbers},
+    {cSciSwitchFontType, &EditorOptions::monospaced},
+};
+
+struct ActionRow {
+  int id;
+  void (*act)(Editor& editor, SciEditor& control);
+};
+constexpr ActionRow cActions[] = {
+    {cSciToggleBookmark,
+     [](Editor&, SciEditor& control) { control.ToggleBookmark(control.CaretLine()); }},
+    {cSciNextBookmark, [](Editor& editor, SciEditor&) { editor.GoToBookmark(1, false); }},
+    {cSciPrevBookmark, [](Editor& editor, SciEditor&) { editor.GoToBookmark(-1, false); }},
+    {cSciSelectToNextBookmark, [](Editor& editor, SciEditor&) { editor.GoToBookmark(1, true); }},
+    {cSciSelectToPrevBookmark, [](Editor& editor, SciEditor&) { editor.GoToBookmark(-1, true); }},
+    {cSciClearBookmarks, [](Editor& editor, SciEditor&) { editor.Send(SCI_MARKERDELETEALL, 1); }},
+    {cSciGoToMatch, [](Editor& editor, SciEditor&) { editor.GoToMatch(false); }},
+    {cSciSelectToMatch, [](Editor& editor, SciEditor&) { editor.GoToMatch(true); }},
+    {cSciFoldAll, [](Editor& editor, SciEditor&) { editor.FoldAll(); }},
+    {cSciPlayMacro, [](Editor& editor, SciEditor&) { editor.PlayMacro(); }},
+    {cSciRecordMacro,
+     [](Editor& editor, SciEditor& control) { editor.SetRecording(!control.inMacroRecord); }},
+};
+
+template <class Row, size_t count>
+const Row* FindRow(const Row (&rows)[count], int id) {
+  for (const Row& row : rows)
+    if (row.id == id) return &row;
+  return nullptr;
+}
+
+}  // namespace
+
+bool SciEditor::OnCommand(int id) {
+  Impl& editor = ItsImpl();
+  if (const MessageRow* row = FindRow(cMessages, id)) {
+    editor.Send(row->message);
+  } else if (const ToggleRow* toggle = FindRow(cToggles, id)) {
+    if (id == cSciWrapLines && editor.huge) return true;
+    editor.Send(toggle->set, editor.Send(toggle->ask) ? 0 : toggle->on);
+  } else if (const OptionRow* option = FindRow(cOptions, id)) {
+    options.get()->*option->option = !(options.get()->*option->option);
+    editor.ApplyStyles();
+  } else if (const ActionRow* action = FindRow(cActions, id)) {
+    action->act(editor, *this);
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void SciEditor::Impl::SetRecording(bool on) {
+  if (on) Editor().macro.clear();
+  Editor().inMacroRecord = on;
+  Send(on ? SCI_STARTRECORD : SCI_STOPRECORD);
+}
+
+// One undo step. What the lines hold is not trusted: they may come from a file.
+void SciEditor::Impl::PlayMacro() {
+  if (!hwnd || Editor().inMacroRecord) return;
+  Send(SCI_BEGINUNDOACTION);
+  for (const std::string& line : Editor().macro) {
+    MacroStep step = ParseMacroLine(line);
+    if (!MakeReplayable(step, Length())) continue;
+    SendText(static_cast<unsigned>(step.message), step.wParam,
+             step.hasText ? step.text.c_str() : nullptr);
+  }
+  Send(SCI_ENDUNDOACTION);
+}
+
+}  // namespace mavro

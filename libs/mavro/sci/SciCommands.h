@@ -1,0 +1,37 @@
+#pragma once
+
+namespace mavro {
+
+// The editing commands that an editor carries out itself, by the ids of the menu's table. The rows
+// of find, replace and print belong to their dialogs.
+enum SciCommand {
+  cSciGoToLine = 807,
+  cSciToggleBookmark = 808,
+  cSciNextBookmark = 809,
+  cSciPrevBookmark = 810,
+  cSciSelectToNextBookmark = 811,
+  cSciSelectToPrevBookmark = 812,
+  cSciClearBookmarks = 813,
+  cSciCut = 814,
+  cSciCopy = 815,
+  cSciPaste = 816,
+  cSciUndo = 817,
+  cSciDeleteLine = 819,
+  cSciSelectToMatch = 821,
+  cSciLowerCase = 822,
+  cSciUpperCase = 823,
+  cSciShowLineNumbers = 826,
+  cSciSwitchFontType = 827,
+  // Toggles that stand in no table.
+  cSciShowWhiteSpace = 830,
+  cSciShowLineEnds = 831,
+  cSciWrapLines = 832,
+  cSciReadOnly = 833,
+  cSciFoldAll = 834,
+  cSciGoToMatch = 842,
+  cSciPlayMacro = 844,
+  cSciRecordMacro = 845,
+  cSciRedo = 848
+};
+
+}  // namespace mavro

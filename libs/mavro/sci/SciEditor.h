@@ -1,0 +1,142 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "Core.h"
+#include "EditorLanguage.h"
+#include "EditorOptions.h"
+#include "SciCommands.h"
+#include "SciMessages.h"
+#include "TextCodec.h"
+
+namespace mavro {
+
+class EditorText;
+struct SciNotification;
+
+// How the lines that carry a marker look: a ground of this colour under the text.
+struct MarkType {
+  int number = 0;
+  int size = 127;  // how much of the colour is seen, 255 is all of it
+  int colour = 0;  // blue-green-red
+  bool enabled = true;
+  bool exclusive = true;  // one line of the text at most carries it
+};
+
+// An editor of source text: the editing component as a control. It is configured from its options
+// and its language, loads and saves files byte for byte, and asks its son what to complete. Lines
+// and positions count from 0, positions in bytes. It works once its window exists; before that the
+// text operations answer 0 and do nothing.
+class SciEditor : public Control {
+ public:
+  class Impl;
+  SciEditor();
+  ~SciEditor() override;
+
+  // Group: what a son fills in. By default nothing happens and nothing is offered.
+  virtual void onTextChanged() {}
+  virtual void onSavePointChanged() {}
+  virtual void onDwell(int position);
+  // What fits behind `text`, which stands left of the caret: names between blanks, each with "?1"
+  // (a function) or "?2" (another name) behind it.
+  virtual bool getCompletion(std::string& text, std::string& list);
+  virtual bool getCallTip(const std::string& name, std::string& tip);
+  virtual void onUpdateUI() {}
+
+  // The door to the editing component, for everybody. `lParam` is what the message wants.
+  std::intptr_t Send(unsigned message, std::uintptr_t wParam = 0, std::intptr_t lParam = 0) const;
+  std::intptr_t Send(unsigned message, std::uintptr_t wParam, const char* text) const;
+
+  // Group: configuration. applyOptions is called once the window exists and after each change.
+  void applyOptions();
+  void SetLanguage(const EditorLanguage* newLanguage);
+
+  // Group: files.
+  // Reads a file and takes its name. False, with nothing changed, when it can't be read; with
+  // `reportMissing` a message says so.
+  bool load(const std::string& path);
+  // Writes the text. False, with the text as it is and still dirty, when that fails; `saveError`
+  // then says why.
+  bool save(const std::string& path, bool stripTrailing = false, bool ensureLastLine = false);
+  // True for a text so large that it is shown without styles, folds and wrapped lines.
+  bool IsHuge() const;
+  // "LF", "CR LF" or "CR": how the next line typed ends.
+  std::string LineEndName() const;
+  // "UTF-8", "UTF-16 LE", ...; "8 bit" for bytes that are no UTF-8.
+  std::string EncodingName() const;
+
+  // Group: text.
+  int Length() const { return static_cast<int>(Send(SCI_GETLENGTH)); }
+  int LineCount() const { return static_cast<int>(Send(SCI_GETLINECOUNT)); }
+  std::string GetRange(int start, int end) const;
+  // A line with its line end.
+  std::string LineText(int line) const;
+  std::string GetText() const { return GetRange(0, Length()); }
+  int CaretPosition() const { return static_cast<int>(Send(SCI_GETCURRENTPOS)); }
+  int LineOf(int position) const;
+  int LineStart(int line) const;
+  int LineEnd(int line) const;  // before the line end
+  int CaretLine() const { return LineOf(CaretPosition()); }
+  int CaretColumn() const;  // in columns of the screen, from 0
+  std::pair<int, int> Selection() const;
+  std::string SelectedText() const;
+  void Select(int anchor, int caret);
+  void ReplaceSelection(std::string_view replacement);
+  // Counts every change of the text, as it happens.
+  unsigned long ChangeCount() const;
+  // The text as the rules of typing read it; lives as long as the editor.
+  const EditorText& Reader() const;
+
+  // Group: places.
+  // Shows a line, unfolded and with a few lines above it, and puts the caret at its start.
+  void goToLine(int line);
+  void ToggleBookmark(int line);
+  // Puts a marker of the table on a line; an exclusive one leaves the line it was on.
+  void SetLineMark(int number, int line);
+
+  // Group: commands. Carries out one by its id; false for those that are not the editor's.
+  bool OnCommand(int id);
+
+  // Group: completion, call tips, indentation.
+  void startCompletion();
+  void startCallTip();
+  void updateCallTip();
+  // Offers the words of the text that begin as the one left of the caret does. With
+  // `onlyOneAllowed` nothing is completed unasked, even when one word only is found. True when a
+  // list stands open.
+  bool startWordCompletion(bool onlyOneAllowed);
+  void maintainIndent(char typed);
+  void autoIndent(char typed);
+  int expectedIndent(int line) const;
+
+  std::string fileName;
+  bool dirty = false;
+  bool tipActive = false;
+  const std::unique_ptr<EditorOptions> options;
+  int parenDepth = 0;
+  bool inMacroRecord = false;
+  std::vector<std::string> macro;
+  bool wordCompleting = false;
+  int tipStartPos = 0;
+  std::string functionName, tipText;
+  const EditorLanguage* language = nullptr;  // not owned
+  const MarkType* markTypes = nullptr;       // not owned
+  int markTypeCount = 0;
+  int codePage = 0;  // 0 or 65001: how the bytes are shown
+  int encoding = cPlainText;
+  bool reportMissing = false;
+  std::string saveError;
+
+ protected:
+  explicit SciEditor(Impl* newImpl);
+
+ private:
+  Impl& ItsImpl() const;
+};
+
+}  // namespace mavro

@@ -1,0 +1,77 @@
+#include "SciImages.h"
+
+namespace mavro {
+
+const char* const cBookmarkImage = R"xpm(/* XPM */
+static const char *image[] = {
+"12 14 4 1",
+"  c None",
+". c #204A87",
+"o c #729FCF",
+"+ c #3465A4",
+"  ........  ",
+"  .ooo+++.  ",
+"  .ooo+++.  ",
+"  .ooo+++.  ",
+"  .ooo+++.  ",
+"  .ooo+++.  ",
+"  .ooo+++.  ",
+"  .ooo+++.  ",
+"  .ooo+++.  ",
+"  .ooo+++.  ",
+"  .oo  ++.  ",
+"  .o    +.  ",
+"  .      .  ",
+"            "
+};
+)xpm";
+
+const char* const cMemberImage = R"xpm(/* XPM */
+static const char *image[] = {
+"14 14 4 1",
+"  c None",
+". c #5C3566",
+"o c #8F6AA0",
+"w c #FFFFFF",
+"     ....     ",
+"   ..oooo..   ",
+"  .oooooooo.  ",
+" .oooowwwooo. ",
+" .ooowwooooo. ",
+".oooowwoooooo.",
+".ooowwwwwoooo.",
+".oooowwoooooo.",
+".oooowwoooooo.",
+" .ooowwooooo. ",
+" .oooooooooo. ",
+"  .oooooooo.  ",
+"   ..oooo..   ",
+"     ....     "
+};
+)xpm";
+
+const char* const cNameImage = R"xpm(/* XPM */
+static const char *image[] = {
+"14 14 4 1",
+"  c None",
+". c #204A87",
+"o c #4A80C0",
+"w c #FFFFFF",
+"     ....     ",
+"   ..oooo..   ",
+"  .oooooooo.  ",
+" .oowwoowwoo. ",
+" .oowwwowwoo. ",
+".ooowwwwwwooo.",
+".ooowwwwwwooo.",
+".ooowwowwwooo.",
+".ooowwoowwooo.",
+" .oowwoowwoo. ",
+" .oooooooooo. ",
+"  .oooooooo.  ",
+"   ..oooo..   ",
+"     ....     "
+};
+)xpm";
+
+}  // namespace mavro

@@ -1,0 +1,189 @@
+#include "SciImpl.h"
+
+#include <algorithm>
+
+#include "MacroLines.h"
+#include "WordRules.h"
+
+namespace mavro {
+
+namespace {
+
+constexpr int cFoldMargin = 2;
+// What the component tells of changes. Without the two notifications that follow an insertion and a
+// deletion: on the way to their receiver they count the characters of the whole text.
+constexpr Param cToldChanges = SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE;
+
+bool IsTextStep(unsigned message) {
+  switch (message) {
+    case SCI_REPLACESEL:
+    case SCI_ADDTEXT:
+    case SCI_INSERTTEXT:
+    case SCI_APPENDTEXT:
+    case SCI_SEARCHNEXT:
+    case SCI_SEARCHPREV:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool IsCountedStep(unsigned message) {
+  return message == SCI_ADDTEXT || message == SCI_APPENDTEXT;
+}
+
+}  // namespace
+
+void SciEditor::Impl::Create() {
+  RegisterSciClass();
+  CreateNative(cSciClass, cWantsKeys);
+  Send(SCI_SETMODEVENTMASK, cToldChanges);
+  Send(SCI_USEPOPUP, 0);
+  Send(SCI_SETEOLMODE, SC_EOL_LF);
+  Send(SCI_SETSAVEPOINT);
+  Send(SCI_EMPTYUNDOBUFFER);
+  ApplyOptions();
+}
+
+int SciEditor::Impl::LineOf(int position) const {
+  return static_cast<int>(Send(SCI_LINEFROMPOSITION, position));
+}
+
+int SciEditor::Impl::LineStart(int line) const {
+  const Param start = Send(SCI_POSITIONFROMLINE, std::max(line, 0));
+  return start < 0 ? Length() : static_cast<int>(start);
+}
+
+int SciEditor::Impl::LineEnd(int line) const {
+  return static_cast<int>(Send(SCI_GETLINEENDPOSITION, std::max(line, 0)));
+}
+
+std::string SciEditor::Impl::Range(int start, int end) const {
+  start = std::max(start, 0);
+  end = std::min(end, Length());
+  if (start >= end) return {};
+  const Param bytes = Send(SCI_GETRANGEPOINTER, start, end - start);
+  return std::string(reinterpret_cast<const char*>(bytes), static_cast<size_t>(end - start));
+}
+
+int SciEditor::Impl::StyleAt(int position) const {
+  return static_cast<int>(Send(SCI_GETSTYLEAT, position) & 0xFF);
+}
+
+int SciEditor::Impl::Indentation(int line) const {
+  return static_cast<int>(Send(SCI_GETLINEINDENTATION, line));
+}
+
+std::string_view SciEditor::Impl::Bytes() const {
+  const Param all = Send(SCI_GETCHARACTERPOINTER);
+  return all ? std::string_view(reinterpret_cast<const char*>(all), static_cast<size_t>(Length()))
+             : std::string_view();
+}
+
+std::string SciEditor::Impl::LineToCaret() const {
+  const int caret = Editor().CaretPosition();
+  return Range(LineStart(LineOf(caret)), caret);
+}
+
+Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
+  const auto& n = *static_cast<const SciNotification*>(header);
+  SciEditor& editor = Editor();
+  switch (n.code) {
+    case SCN_CHARADDED:
+      CharacterAdded(static_cast<char>(n.character));
+      break;
+    case SCN_SAVEPOINTREACHED:
+    case SCN_SAVEPOINTLEFT:
+      editor.dirty = n.code == SCN_SAVEPOINTLEFT;
+      editor.onSavePointChanged();
+      break;
+    case SCN_UPDATEUI:
+      UpdateUi(n);
+      break;
+    case SCN_MODIFIED:
+      BeforeChange(n);
+      break;
+    case SCN_MACRORECORD:
+      RecordStep(n);
+      break;
+    case SCN_MARGINCLICK:
+      if (n.margin == cFoldMargin) ToggleFold(LineOf(n.position));
+      break;
+    case SCN_DWELLSTART:
+      mouseX = n.x;
+      mouseY = n.y;
+      if (n.position > 0) editor.onDwell(n.position);
+      break;
+    case SCN_DWELLEND:
+      Send(SCI_CALLTIPCANCEL);
+      editor.tipActive = false;
+      break;
+    case SCN_ZOOM:
+      ApplyLineNumbers();
+      break;
+    case cSciForeignText:
+      if (editor.codePage == 0 && bytes == TextBytes::cAscii) SetCodePage(SC_CP_UTF8);
+      break;
+    case cSciPaletteChanged:
+      ApplyStyles();
+      break;
+    default:
+      break;
+  }
+  return 0;
+}
+
+// A text of ASCII is shown as UTF-8 from the first letter on that needs it.
+void SciEditor::Impl::BeforeChange(const SciNotification& n) {
+  if (!(n.modification & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE))) return;
+  ++changeCount;
+  if ((n.modification & SC_MOD_BEFOREINSERT) && n.text && bytes == TextBytes::cAscii)
+    bytes = ClassifyBytes({n.text, static_cast<size_t>(n.length)});
+}
+
+void SciEditor::Impl::UpdateUi(const SciNotification& n) {
+  if (Editor().codePage == 0 && bytes == TextBytes::cUtf8) SetCodePage(SC_CP_UTF8);
+  if (n.updated & SC_UPDATE_CONTENT) ApplyLineNumbers();
+  if (n.updated & (SC_UPDATE_CONTENT | SC_UPDATE_SELECTION)) MarkBraces();
+  Editor().onUpdateUI();
+}
+
+void SciEditor::Impl::MarkBraces() {
+  const int caret = Editor().CaretPosition();
+  const BraceAtCaret brace = FindBrace(*this, caret, *Editor().options, Editor().language);
+  const bool guided = Send(SCI_GETINDENTATIONGUIDES) != 0;
+  if (brace.position < 0) {
+    Send(SCI_BRACEHIGHLIGHT, -1, -1);
+    if (guided) Send(SCI_SETHIGHLIGHTGUIDE, 0);
+    return;
+  }
+  const Param partner =
+      brace.colon ? LineEnd(LineOf(caret)) : Send(SCI_BRACEMATCH, brace.position, 0);
+  if (partner < 0) {
+    Send(SCI_BRACEBADLIGHT, brace.position);
+    if (guided) Send(SCI_SETHIGHLIGHTGUIDE, 0);
+    return;
+  }
+  Send(SCI_BRACEHIGHLIGHT, brace.position, partner);
+  if (guided)
+    Send(SCI_SETHIGHLIGHTGUIDE,
+         std::min(Send(SCI_GETCOLUMN, brace.position), Send(SCI_GETCOLUMN, partner)));
+}
+
+void SciEditor::Impl::RecordStep(const SciNotification& n) {
+  if (!Editor().inMacroRecord) return;
+  MacroStep step;
+  step.message = static_cast<int>(n.message);
+  step.wParam = static_cast<long>(n.wParam);
+  if (IsTextStep(n.message) && n.text) {
+    step.hasText = true;
+    step.text = IsCountedStep(n.message) ? std::string(n.text, n.wParam) : std::string(n.text);
+  }
+  Editor().macro.push_back(FormatMacroLine(step));
+}
+
+void SciEditor::Impl::ToggleFold(int line) {
+  if (Send(SCI_GETFOLDLEVEL, line) & SC_FOLDLEVELHEADERFLAG) Send(SCI_TOGGLEFOLD, line);
+}
+
+}  // namespace mavro

@@ -1,0 +1,97 @@
+#pragma once
+
+#include <string>
+
+#include "EditorText.h"
+#include "IndentRules.h"
+#include "NativeSci.h"
+#include "SciEditor.h"
+#include "SysImpl.h"
+#include "TypingRules.h"
+
+namespace mavro {
+
+// The platform half of the editor: its window and what the window tells.
+class SciEditor::Impl : public SysImpl, public EditorText {
+ public:
+  void Create() override;
+  Param OnNotify(NotifyHeader* header) override;
+
+  NativeSci* Window() const { return static_cast<NativeSci*>(hwnd); }
+  Param Send(unsigned message, Param wParam = 0, Param lParam = 0) const {
+    return hwnd ? Window()->Send(message, wParam, lParam) : 0;
+  }
+  Param SendText(unsigned message, Param wParam, const char* text) const {
+    return Send(message, wParam, reinterpret_cast<Param>(text));
+  }
+
+  // Group: the text as the rules read it.
+  int Length() const override { return static_cast<int>(Send(SCI_GETLENGTH)); }
+  int LineOf(int position) const override;
+  int LineStart(int line) const override;
+  int LineEnd(int line) const override;
+  std::string Range(int start, int end) const override;
+  int StyleAt(int position) const override;
+  int Indentation(int line) const override;
+  // All of it, until the next change.
+  std::string_view Bytes() const;
+  std::string LineToCaret() const;
+
+  // Group: look (SciLook.cpp).
+  void ApplyOptions();
+  void ApplyStyles();
+  void SetCodePage(int codePage);
+  void ApplyLineNumbers();
+
+  // Group: files (SciFiles.cpp).
+  bool Load(const std::string& path);
+  bool Save(const std::string& path, bool stripTrailing, bool ensureLastLine);
+
+  // Group: typing (SciTyping.cpp).
+  void CharacterAdded(char typed);
+  void ShowTip(int position);
+  IndentContext Context() const;
+  void Indent(const std::vector<IndentChange>& changes);
+
+  // Group: places and commands (SciPlaces.cpp, SciCommandTable.cpp).
+  void GoToLine(int line);
+  void GoToBookmark(int direction, bool extend);
+  void GoToMatch(bool select);
+  void SetRecording(bool on);
+  void PlayMacro();
+  void FoldAll();
+  // What the text was found to be when it was loaded, and by what has come to it since.
+  TextBytes bytes = TextBytes::cAscii;
+  std::string oddByte;  // of UTF-16, see TextDecoder
+  unsigned long changeCount = 0;
+  bool huge = false;
+
+ private:
+  SciEditor& Editor() const { return *static_cast<SciEditor*>(owner); }
+
+  void BeforeChange(const SciNotification& n);
+  void UpdateUi(const SciNotification& n);
+  void MarkBraces();
+  void RecordStep(const SciNotification& n);
+  void ToggleFold(int line);
+
+  void ApplyLexer();
+  void ApplyLayout();
+  void ApplyCompletion();
+  void ApplyMargins();
+  void ApplyFoldSymbols();
+  void ApplyMarkers();
+  void ApplyProperties();
+  void ApplyDesktopColors();
+  void SendStyle(const StyleRow& row);
+  void ApplyRepresentations();
+
+  bool FillFrom(int file, long size);
+  void StripTrailing();
+  void EnsureLastLine();
+
+  int foldFlags = 0;
+  int numberDigits = 0;
+};
+
+}  // namespace mavro

@@ -1,0 +1,280 @@
+#include <algorithm>
+#include <string>
+
+#include "SciImages.h"
+#include "SciImpl.h"
+#include "StylePalette.h"
+
+// How an editor is configured: ApplyOptions sends everything, in the order that the component needs
+// it in; what a palette decides is sent again when the desktop changes it.
+
+namespace mavro {
+
+namespace {
+
+constexpr Param cPlainLexer = 1;
+constexpr int cListRows = 12;
+constexpr int cDwellMilliseconds = 500;
+constexpr int cBookmarkMarker = 1;
+constexpr int cBookmarkWidth = 16;
+constexpr int cFoldWidth = 20;
+constexpr Param cFolderMask = static_cast<Param>(0xFE000000);
+constexpr int cFoldFlags = 0x103;
+constexpr int cLinesAboveCaret = 2;
+constexpr int cSelectionShare = 96;
+constexpr int cCaretLineShare = 24;
+constexpr int cEdgeLine = 1;
+constexpr int cPageCache = 2;
+enum Margin { cNumberMargin, cBookmarkMargin, cFoldMargin };
+
+// Symbols of the fold markers, in the order of cFoldMarkers.
+constexpr int cFoldMarkers[] = {31, 30, 29, 28, 25, 26, 27};
+struct FoldSet {
+  int symbols[std::size(cFoldMarkers)];
+  int colour;
+};
+constexpr FoldSet cFoldSets[] = {
+    {{7, 8, 5, 5, 5, 5, 5}, 0},
+    {{6, 2, 5, 5, 5, 5, 5}, 0},
+    {{20, 18, 9, 16, 19, 21, 17}, 0x404040},
+    {{14, 12, 9, 10, 13, 15, 11}, 0x808080},
+};
+
+// Characters that nobody sees, or that change the direction of what follows: drawn as boxes.
+struct Hidden {
+  const char* bytes;
+  const char* shown;
+};
+constexpr Hidden cHiddenUtf8[] = {
+    {"\u00A0", "NBSP"}, {"\u00AD", "SHY"}, {"\u034F", "CGJ"},  {"\u061C", "ALM"},
+    {"\u115F", "HCF"},  {"\u1160", "HJF"}, {"\u180E", "MVS"},  {"\u200B", "ZWSP"},
+    {"\u200C", "ZWNJ"}, {"\u200D", "ZWJ"}, {"\u200E", "LRM"},  {"\u200F", "RLM"},
+    {"\u2028", "LS"},   {"\u2029", "PS"},  {"\u202A", "LRE"},  {"\u202B", "RLE"},
+    {"\u202C", "PDF"},  {"\u202D", "LRO"}, {"\u202E", "RLO"},  {"\u2060", "WJ"},
+    {"\u2061", "FA"},   {"\u2062", "IT"},  {"\u2063", "IS"},   {"\u2064", "IP"},
+    {"\u2066", "LRI"},  {"\u2067", "RLI"}, {"\u2068", "FSI"},  {"\u2069", "PDI"},
+    {"\u3164", "HF"},   {"\uFEFF", "BOM"}, {"\uFFA0", "HWHF"}, {"\uFFF9", "IAA"},
+    {"\uFFFA", "IAS"},  {"\uFFFB", "IAT"},
+};
+constexpr Hidden cHiddenBytes[] = {{"\xA0", "NBSP"}, {"\xAD", "SHY"}};
+
+Param AsParam(const char* text) {
+  return reinterpret_cast<Param>(text ? text : "");
+}
+
+}  // namespace
+
+void SciEditor::Impl::ApplyOptions() {
+  if (!hwnd) return;
+  ApplyLexer();
+  Send(SCI_SETCODEPAGE, Editor().codePage);
+  ApplyRepresentations();
+  ApplyLayout();
+  ApplyCompletion();
+  ApplyMargins();
+  ApplyFoldSymbols();
+  ApplyMarkers();
+  ApplyProperties();
+  ApplyStyles();
+}
+
+void SciEditor::Impl::ApplyLexer() {
+  const EditorLanguage* language = Editor().language;
+  if (language && language->name && !huge)
+    SendText(SCI_SETLEXERLANGUAGE, 0, language->name);
+  else
+    Send(SCI_SETLEXER, cPlainLexer);
+  Send(SCI_SETSTYLEBITS, Send(SCI_GETSTYLEBITSNEEDED));
+  if (!language) return;
+  const auto keywords = [this](int set, const char* words) {
+    if (words) SendText(SCI_SETKEYWORDS, set, words);
+  };
+  keywords(0, language->keywords);
+  keywords(1, language->keywords2);
+  for (int i = 0; i < EditorLanguage::cFurtherKeywords; ++i)
+    keywords(i + 2, language->furtherKeywords[i]);
+}
+
+void SciEditor::Impl::ApplyLayout() {
+  const EditorOptions& options = *Editor().options;
+  Send(SCI_SETTABWIDTH, options.tabWidth);
+  Send(SCI_SETINDENT, options.indentSize);
+  Send(SCI_SETUSETABS, options.useTabs);
+  Send(SCI_SETYCARETPOLICY, CARET_SLOP | CARET_STRICT | CARET_EVEN, cLinesAboveCaret);
+  Send(SCI_SETSCROLLWIDTH, 1);
+  Send(SCI_SETSCROLLWIDTHTRACKING, 1);
+  Send(SCI_SETLAYOUTCACHE, cPageCache);
+  Send(SCI_SETIDLESTYLING, SC_IDLESTYLING_TOVISIBLE);
+  if (huge) Send(SCI_SETWRAPMODE, SC_WRAP_NONE);
+  Send(SCI_SETEDGECOLUMN, options.edgeColumn);
+  Send(SCI_SETEDGEMODE, options.edgeColumn > 0 ? cEdgeLine : 0);
+}
+
+void SciEditor::Impl::ApplyCompletion() {
+  if (const EditorLanguage* language = Editor().language) {
+    Send(SCI_AUTOCSTOPS, 0, AsParam(language->wordEndChars));
+    Send(SCI_AUTOCSETFILLUPS, 0, AsParam(language->fillUps));
+    Send(SCI_AUTOCSETIGNORECASE, language->ignoreCase);
+    Send(SCI_AUTOCSETCANCELATSTART, language->cancelAtStart);
+    Send(SCI_AUTOCSETDROPRESTOFWORD, language->dropRestOfWord);
+  }
+  Send(SCI_AUTOCSETMAXHEIGHT, cListRows);
+  SendText(SCI_REGISTERIMAGE, 1, cMemberImage);
+  SendText(SCI_REGISTERIMAGE, 2, cNameImage);
+  Send(SCI_SETMOUSEDWELLTIME, cDwellMilliseconds);
+}
+
+void SciEditor::Impl::ApplyMargins() {
+  const EditorOptions& options = *Editor().options;
+  Send(SCI_SETMARGINTYPEN, cNumberMargin, SC_MARGIN_NUMBER);
+  Send(SCI_SETMARGINTYPEN, cBookmarkMargin, SC_MARGIN_SYMBOL);
+  Send(SCI_SETMARGINMASKN, cBookmarkMargin, ~cFolderMask & 0xFFFFFFFF);
+  Send(SCI_SETMARGINWIDTHN, cBookmarkMargin, options.bookmarkMargin ? cBookmarkWidth : 0);
+  Send(SCI_SETMARGINTYPEN, cFoldMargin, SC_MARGIN_SYMBOL);
+  Send(SCI_SETMARGINMASKN, cFoldMargin, cFolderMask);
+  Send(SCI_SETMARGINSENSITIVEN, cFoldMargin, 1);
+  Send(SCI_SETMARGINWIDTHN, cFoldMargin, options.foldMargin && !huge ? cFoldWidth : 0);
+}
+
+// As wide as the numbers of this text are, zoomed as it is.
+void SciEditor::Impl::ApplyLineNumbers() {
+  const EditorOptions& options = *Editor().options;
+  if (!options.lineNumbers) {
+    Send(SCI_SETMARGINWIDTHN, cNumberMargin, 0);
+    return;
+  }
+  const std::string widest = "_" + std::to_string(Send(SCI_GETLINECOUNT));
+  const Param needed = SendText(SCI_TEXTWIDTH, STYLE_LINENUMBER, widest.c_str());
+  const Param width = std::max<Param>(needed, options.lineNumberWidth);
+  if (Send(SCI_GETMARGINWIDTHN, cNumberMargin) != width)
+    Send(SCI_SETMARGINWIDTHN, cNumberMargin, width);
+}
+
+void SciEditor::Impl::ApplyFoldSymbols() {
+  foldFlags |= cFoldFlags;
+  Send(SCI_SETFOLDFLAGS, foldFlags);
+  const int style = std::clamp(Editor().options->foldStyle, 0, 3);
+  for (size_t i = 0; i < std::size(cFoldMarkers); ++i)
+    Send(SCI_MARKERDEFINE, cFoldMarkers[i], cFoldSets[style].symbols[i]);
+}
+
+void SciEditor::Impl::ApplyMarkers() {
+  Send(SCI_MARKERSETFORE, cBookmarkMarker, 0x7F0000);
+  Send(SCI_MARKERSETBACK, cBookmarkMarker, 0xFFFF80);
+  if (Editor().options->bookmarkMargin)
+    SendText(SCI_MARKERDEFINEPIXMAP, cBookmarkMarker, cBookmarkImage);
+  else
+    Send(SCI_MARKERDEFINE, cBookmarkMarker, SC_MARK_BACKGROUND);
+  for (int i = 0; i < Editor().markTypeCount; ++i) {
+    const MarkType& type = Editor().markTypes[i];
+    if (!type.enabled) continue;
+    Send(SCI_MARKERDEFINE, type.number, SC_MARK_BACKGROUND);
+    Send(SCI_MARKERSETBACK, type.number, type.colour);
+    Send(SCI_MARKERSETALPHA, type.number, type.size);
+  }
+}
+
+void SciEditor::Impl::ApplyProperties() {
+  const EditorOptions& options = *Editor().options;
+  const auto send = [this](const char* name, const std::string& value) {
+    Send(SCI_SETPROPERTY, reinterpret_cast<Param>(name), reinterpret_cast<Param>(value.c_str()));
+  };
+  send("fold", options.foldMargin && !huge ? "1" : "0");
+  send("fold.compact", "0");
+  send("fold.flags", std::to_string(foldFlags));
+  send("fold.symbols", std::to_string(options.foldStyle));
+  send("fold.comment", options.foldComment ? "1" : "0");
+  send("fold.preprocessor", options.foldPreprocessor ? "1" : "0");
+}
+
+void SciEditor::Impl::ApplyStyles() {
+  if (!hwnd) return;
+  const EditorOptions& options = *Editor().options;
+  const SciPalette palette = Window()->Palette();
+  const std::string face =
+      options.fontFace.empty() ? Window()->DefaultFace(false) : options.fontFace;
+  Send(SCI_STYLERESETDEFAULT);
+  SendText(SCI_STYLESETFONT, STYLE_DEFAULT, face.c_str());
+  Send(SCI_STYLESETSIZE, STYLE_DEFAULT, options.fontSize);
+  Send(SCI_STYLESETFORE, STYLE_DEFAULT, palette.text);
+  Send(SCI_STYLESETBACK, STYLE_DEFAULT, palette.ground);
+  Send(SCI_STYLECLEARALL);
+  if (Editor().language && Editor().language->styles)
+    for (const StyleRow* row = Editor().language->styles; row->style < StyleRow::cEnd; ++row)
+      SendStyle(*row);
+  for (const StyleRow* row = cCommonStyles; row->style < StyleRow::cEnd; ++row) SendStyle(*row);
+  if (options.monospaced) {
+    const std::string fixed =
+        options.monoFace.empty() ? Window()->DefaultFace(true) : options.monoFace;
+    for (int style = 0; style <= STYLE_MAX; ++style) {
+      if (style == STYLE_LINENUMBER) continue;
+      SendText(SCI_STYLESETFONT, style, fixed.c_str());
+      Send(SCI_STYLESETSIZE, style, options.fontSize);
+    }
+  }
+  ApplyDesktopColors();
+  ApplyLineNumbers();
+}
+
+// The rows are made for a light ground; on a dark one their colours are turned into readable ones
+// of the same hue.
+void SciEditor::Impl::SendStyle(const StyleRow& row) {
+  const SciPalette palette = Window()->Palette();
+  const bool dark = palette.IsDark();
+  int ground = palette.ground;
+  Send(SCI_STYLESETITALIC, row.style, (row.flags & StyleRow::cItalic) != 0);
+  Send(SCI_STYLESETBOLD, row.style, (row.flags & StyleRow::cBold) != 0);
+  if (row.background != 0) {
+    if (dark)
+      ground = row.background == 0xFFFFFF ? palette.ground
+                                          : GroundOnDark(row.background, palette.ground);
+    else
+      ground = row.background;
+    Send(SCI_STYLESETBACK, row.style, ground);
+    Send(SCI_STYLESETEOLFILLED, row.style, (row.flags & StyleRow::cEolFilled) != 0);
+  }
+  Send(SCI_STYLESETFORE, row.style, dark ? TextOnDark(row.foreground, ground) : row.foreground);
+  if (row.flags & 0xFF) Send(SCI_STYLESETSIZE, row.style, row.flags & 0xFF);
+}
+
+void SciEditor::Impl::ApplyDesktopColors() {
+  const EditorOptions& options = *Editor().options;
+  const SciPalette palette = Window()->Palette();
+  const bool dark = palette.IsDark();
+  Send(SCI_SETCARETFORE, palette.text);
+  Send(SCI_SETCARETLINEVISIBLE, options.caretLine);
+  Send(SCI_SETCARETLINEBACK, Blend(palette.ground, palette.selection, cCaretLineShare));
+  Send(SCI_SETSELBACK, 1, Blend(palette.ground, palette.selection, cSelectionShare));
+  Send(SCI_SETFOLDMARGINCOLOUR, 1, palette.panel);
+  Send(SCI_SETFOLDMARGINHICOLOUR, 1, palette.panel);
+  const int foldColour = cFoldSets[std::clamp(options.foldStyle, 0, 3)].colour;
+  for (const int marker : cFoldMarkers) {
+    Send(SCI_MARKERSETFORE, marker, palette.ground);
+    Send(SCI_MARKERSETBACK, marker, dark ? TextOnDark(foldColour, palette.panel) : foldColour);
+  }
+  Send(SCI_CALLTIPSETBACK, dark ? palette.panel : palette.ground);
+  Send(SCI_CALLTIPSETFORE, palette.text);
+  Send(SCI_CALLTIPSETFOREHLT, dark ? TextOnDark(0xC04000, palette.panel) : 0xC04000);
+  Send(SCI_SETEDGECOLOUR, Blend(palette.ground, palette.text, cSelectionShare / 2));
+  Send(SCI_SETWHITESPACEFORE, 1, Blend(palette.ground, palette.text, cSelectionShare));
+}
+
+void SciEditor::Impl::SetCodePage(int codePage) {
+  Editor().codePage = codePage;
+  Send(SCI_SETCODEPAGE, codePage);
+  ApplyRepresentations();
+}
+
+// The component forgets them when the code page changes.
+void SciEditor::Impl::ApplyRepresentations() {
+  const auto send = [this](const Hidden& hidden) {
+    Send(SCI_SETREPRESENTATION, reinterpret_cast<Param>(hidden.bytes),
+         reinterpret_cast<Param>(hidden.shown));
+  };
+  if (Editor().codePage == SC_CP_UTF8)
+    std::for_each(std::begin(cHiddenUtf8), std::end(cHiddenUtf8), send);
+  else
+    std::for_each(std::begin(cHiddenBytes), std::end(cHiddenBytes), send);
+}
+
+}  // namespace mavro

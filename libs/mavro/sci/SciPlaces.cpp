@@ -1,0 +1,88 @@
+#include <algorithm>
+
+#include "SciImpl.h"
+#include "WordRules.h"
+
+// Lines and places: bookmarks, marks, matching braces, folds.
+
+namespace mavro {
+
+namespace {
+
+constexpr int cBookmarkMarker = 1;
+constexpr int cBookmarkMask = 1 << cBookmarkMarker;
+constexpr Param cLinesAbove = 5;
+
+}  // namespace
+
+// A line that is well in view is not scrolled.
+void SciEditor::Impl::GoToLine(int line) {
+  line = std::clamp(line, 0, static_cast<int>(Send(SCI_GETLINECOUNT)) - 1);
+  Send(SCI_ENSUREVISIBLE, line);
+  Send(SCI_GOTOLINE, line);
+  const Param shown = Send(SCI_VISIBLEFROMDOCLINE, line);
+  const Param top = Send(SCI_GETFIRSTVISIBLELINE);
+  const Param rows = std::max<Param>(Send(SCI_LINESONSCREEN), 1);
+  const Param above = std::min(cLinesAbove, rows / 3);
+  if (shown - above < top || shown + above >= top + rows)
+    Send(SCI_SETFIRSTVISIBLELINE, std::max<Param>(shown - above, 0));
+}
+
+void SciEditor::ToggleBookmark(int line) {
+  const bool marked = (Send(SCI_MARKERGET, static_cast<std::uintptr_t>(line)) & cBookmarkMask) != 0;
+  Send(marked ? SCI_MARKERDELETE : SCI_MARKERADD, static_cast<std::uintptr_t>(line),
+       static_cast<std::intptr_t>(cBookmarkMarker));
+}
+
+void SciEditor::SetLineMark(int number, int line) {
+  for (int i = 0; i < markTypeCount; ++i)
+    if (markTypes[i].number == number && markTypes[i].exclusive)
+      Send(SCI_MARKERDELETEALL, static_cast<std::uintptr_t>(number));
+  Send(SCI_MARKERADD, static_cast<std::uintptr_t>(line), static_cast<std::intptr_t>(number));
+}
+
+// Direction 1 goes on, -1 goes back; past the end it begins at the other one.
+void SciEditor::Impl::GoToBookmark(int direction, bool extend) {
+  const unsigned search = direction > 0 ? SCI_MARKERNEXT : SCI_MARKERPREVIOUS;
+  const Param lastLine = Send(SCI_GETLINECOUNT) - 1;
+  const Param line = Editor().CaretLine();
+  Param found = -1;
+  const bool inside = direction > 0 ? line < lastLine : line > 0;
+  if (inside) found = Send(search, line + direction, cBookmarkMask);
+  if (found < 0) found = Send(search, direction > 0 ? 0 : lastLine, cBookmarkMask);
+  if (found < 0) return;
+  const Param anchor = Send(SCI_GETANCHOR);
+  GoToLine(static_cast<int>(found));
+  if (extend) Send(SCI_SETSEL, anchor, LineStart(static_cast<int>(found)));
+}
+
+// The caret ends behind the brace: of the two the one it goes to, and when selecting the later one.
+void SciEditor::Impl::GoToMatch(bool select) {
+  EditorOptions both = *Editor().options;
+  both.braceMatch = both.braceMatchAfter = true;
+  const BraceAtCaret brace = FindBrace(*this, Editor().CaretPosition(), both, Editor().language);
+  if (brace.position < 0 || brace.colon) return;
+  const Param partner = Send(SCI_BRACEMATCH, brace.position, 0);
+  if (partner < 0) return;
+  Send(SCI_ENSUREVISIBLE, Send(SCI_LINEFROMPOSITION, partner));
+  if (select)
+    Send(SCI_SETSEL, std::min<Param>(brace.position, partner),
+         std::max<Param>(brace.position, partner) + 1);
+  else
+    Send(SCI_GOTOPOS, partner + 1);
+}
+
+// Closes all folds, or opens them when the first one is closed.
+void SciEditor::Impl::FoldAll() {
+  if (huge) return;
+  Send(SCI_COLOURISE, 0, -1);
+  const int lines = static_cast<int>(Send(SCI_GETLINECOUNT));
+  for (int line = 0; line < lines; ++line) {
+    if (!(Send(SCI_GETFOLDLEVEL, line) & SC_FOLDLEVELHEADERFLAG)) continue;
+    Send(SCI_FOLDALL,
+         Send(SCI_GETFOLDEXPANDED, line) ? SC_FOLDACTION_CONTRACT : SC_FOLDACTION_EXPAND);
+    break;
+  }
+}
+
+}  // namespace mavro

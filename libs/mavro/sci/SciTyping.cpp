@@ -1,0 +1,165 @@
+#include <algorithm>
+
+#include "CharSets.h"
+#include "SciImpl.h"
+#include "TipRules.h"
+#include "WordRules.h"
+
+// What follows a typed character: the plan of the rules, carried out by messages.
+
+namespace mavro {
+
+namespace {
+
+constexpr char cLineEndChars[] = {'\n', '\r', '\n'};  // by the component's line end mode
+
+}  // namespace
+
+void SciEditor::Impl::CharacterAdded(char typed) {
+  SciEditor& editor = Editor();
+  editor.onTextChanged();
+  TypingState state;
+  state.recording = editor.inMacroRecord;
+  const auto [start, end] = editor.Selection();
+  state.hasCaret = start > 0 && start == end;
+  state.tipActive = Send(SCI_CALLTIPACTIVE) != 0;
+  state.listActive = Send(SCI_AUTOCACTIVE) != 0;
+  state.wordCompleting = editor.wordCompleting;
+  state.parenDepth = editor.parenDepth;
+  const TypingPlan plan = PlanTyping(typed, state, editor.language, *editor.options);
+  editor.parenDepth = plan.parenDepth;
+  for (const TypingStep step : plan.steps) switch (step) {
+      case TypingStep::cStartTip:
+        editor.startCallTip();
+        break;
+      case TypingStep::cUpdateTip:
+        editor.updateCallTip();
+        break;
+      case TypingStep::cCancelTip:
+        Send(SCI_CALLTIPCANCEL);
+        break;
+      case TypingStep::cCancelList:
+        Send(SCI_AUTOCCANCEL);
+        break;
+      case TypingStep::cStartCompletion:
+        editor.startCompletion();
+        break;
+      case TypingStep::cStartWords:
+        editor.startWordCompletion(true);
+        break;
+      case TypingStep::cOfferWords:
+        editor.wordCompleting = editor.startWordCompletion(true);
+        break;
+      case TypingStep::cForgetWords:
+        editor.wordCompleting = false;
+        break;
+      case TypingStep::cMaintainIndent:
+        editor.maintainIndent(typed);
+        break;
+      case TypingStep::cAutoIndent:
+        editor.autoIndent(typed);
+        break;
+    }
+  editor.tipActive = Send(SCI_CALLTIPACTIVE) != 0;
+}
+
+void SciEditor::startCompletion() {
+  if (!language) return;
+  std::string text = CompletionText(ItsImpl().LineToCaret(), *language);
+  std::string list;
+  if (getCompletion(text, list)) Send(SCI_AUTOCSHOW, text.size(), list.c_str());
+}
+
+// Inside a call that nothing is known of, the tip of the call around it stays.
+void SciEditor::startCallTip() {
+  if (!language) return;
+  const std::string line = ItsImpl().LineToCaret();
+  const TipName found = FindTipName(line, *language);
+  const bool shown = Send(SCI_CALLTIPACTIVE) != 0;
+  if (!shown) {
+    tipStartPos = 0;
+    functionName.clear();
+  }
+  std::string tip;
+  if (found.name.empty() || !getCallTip(found.name, tip)) {
+    if (shown) updateCallTip();
+    return;
+  }
+  functionName = found.name;
+  tipStartPos = found.start;
+  tipText = tip;
+  ItsImpl().ShowTip(CaretPosition() - static_cast<int>(line.size()) + found.start);
+}
+
+void SciEditor::Impl::ShowTip(int position) {
+  SendText(SCI_CALLTIPSHOW, position, Editor().tipText.c_str());
+  Editor().tipActive = true;
+  Editor().updateCallTip();
+}
+
+void SciEditor::updateCallTip() {
+  if (!language) return;
+  const std::string line = ItsImpl().LineToCaret();
+  const size_t start = std::min(static_cast<size_t>(std::max(tipStartPos, 0)), line.size());
+  const TipRange range = FindTipArgument(tipText, std::string_view(line).substr(start), *language);
+  Send(SCI_CALLTIPSETHLT, static_cast<std::uintptr_t>(range.start), range.end);
+}
+
+bool SciEditor::startWordCompletion(bool onlyOneAllowed) {
+  const std::string word = WordToComplete(ItsImpl().LineToCaret(), options->wordChars.c_str());
+  if (word.empty()) return false;
+  const int caret = CaretPosition();
+  const std::string around = GetRange(caret - cWordReach, caret + cWordReach);
+  const FoundWords found =
+      CollectWords(around, word, options->wordChars.c_str(), language && language->ignoreCase);
+  if (found.count == 0 || (onlyOneAllowed && found.count > 1)) return false;
+  Send(SCI_AUTOCSHOW, word.size(), found.list.c_str());
+  return Send(SCI_AUTOCACTIVE) != 0;
+}
+
+IndentContext SciEditor::Impl::Context() const {
+  const SciEditor& editor = Editor();
+  IndentContext context{*this, *editor.options, *editor.language};
+  const int size = static_cast<int>(Send(SCI_GETINDENT));
+  context.indentSize = size > 0 ? size : static_cast<int>(Send(SCI_GETTABWIDTH));
+  context.lineEnd = cLineEndChars[Send(SCI_GETEOLMODE)];
+  return context;
+}
+
+// The caret keeps its place in the line's text.
+void SciEditor::Impl::Indent(const std::vector<IndentChange>& changes) {
+  for (const IndentChange& change : changes) {
+    const int caret = Editor().CaretPosition();
+    const int before = static_cast<int>(Send(SCI_GETLINEINDENTPOSITION, change.line));
+    Send(SCI_SETLINEINDENTATION, change.line, change.columns);
+    const int after = static_cast<int>(Send(SCI_GETLINEINDENTPOSITION, change.line));
+    if (LineOf(Editor().CaretPosition()) != change.line && LineOf(caret) != change.line) continue;
+    Send(SCI_SETEMPTYSELECTION, caret >= before ? caret + after - before : after);
+  }
+}
+
+void SciEditor::maintainIndent(char typed) {
+  if (!language) return;
+  const IndentContext context = ItsImpl().Context();
+  ItsImpl().Indent(MaintainIndentChanges(context, CaretPosition(), typed));
+}
+
+// The styles of what was just typed may be missing still.
+void SciEditor::autoIndent(char typed) {
+  if (!language) return;
+  const IndentContext context = ItsImpl().Context();
+  const bool mayIndent = typed == context.lineEnd || typed == ' ' ||
+                         IsInSet(language->blockStart, typed) || IsInSet(language->blockEnd, typed);
+  if (!mayIndent) return;
+  const int caret = CaretPosition();
+  const int first = FirstLineLookedAt(context, LineOf(caret) - 2);
+  if (typed != ' ' || IsWordList(language->blockEnd))
+    Send(SCI_COLOURISE, static_cast<std::uintptr_t>(LineStart(first)), caret);
+  ItsImpl().Indent(AutoIndentChanges(context, caret, typed));
+}
+
+int SciEditor::expectedIndent(int line) const {
+  return language ? ExpectedIndent(ItsImpl().Context(), line) : 0;
+}
+
+}  // namespace mavro

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "EditorLanguage.h"
+
+namespace mavro {
+
+// Colours are blue-green-red integers.
+
+// How light a colour is seen, 0 to 255.
+int Lightness(int colour);
+
+// How well one colour is read on another: 1 is not at all, 21 is black on white.
+double Contrast(int one, int other);
+
+// A colour made for a light ground, for text on a dark one: the same hue, as light as it must be to
+// be read on `ground`.
+int TextOnDark(int colour, int ground);
+
+// A ground made for a light desktop, for a dark one: a touch of it over `ground`.
+int GroundOnDark(int colour, int ground);
+
+// `share` of 255 of a colour over another.
+int Blend(int under, int over, int share);
+
+// The rows of braces, line numbers and guides, which every language has.
+extern const StyleRow cCommonStyles[];
+
+}  // namespace mavro

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "EditorLanguage.h"
+#include "EditorOptions.h"
+#include "EditorText.h"
+
+namespace mavro {
+
+// The word of a set of characters that ends at the end of `lineToCaret`; empty where it has digits
+// only.
+std::string WordToComplete(std::string_view lineToCaret, const char* wordChars);
+
+// How far around the caret words are looked for, so that typing costs the same in any text.
+constexpr int cWordReach = 64 * 1024;
+
+// The words of a text that begin with `start` and are longer, each once, sorted, with blanks
+// between.
+struct FoundWords {
+  std::string list;
+  int count = 0;
+};
+FoundWords CollectWords(std::string_view text, std::string_view start, const char* wordChars,
+                        bool ignoreCase);
+
+// The brace that the caret stands at, and what is marked with it.
+struct BraceAtCaret {
+  int position = -1;    // -1: none
+  bool colon = false;   // a colon that opens a block: its partner is the end of the line
+  bool behind = false;  // it stands after the caret
+};
+BraceAtCaret FindBrace(const EditorText& text, int caret, const EditorOptions& options,
+                       const EditorLanguage* language);
+
+}  // namespace mavro
