@@ -8,7 +8,7 @@ namespace {
 using std::string_view;
 constexpr string_view cBytes("\x00\x01\xff\x00\"\\", 6);
 
-// The program's entries stand in CMakeLists.txt.
+// The program's resources are those of first.rc and second.rc of tests/data/resources.
 
 TEST(Resource, FindResource_ById_AnswersTheFilesBytes) {
   EXPECT_EQ(FindResource("RCDATA", 7), "A note.\n");
@@ -26,12 +26,16 @@ TEST(Resource, FindResource_ByName) {
   EXPECT_EQ(FindResource("RCDATA", "note"), "A note.\n");
 }
 
-TEST(Resource, FindResource_SecondCallOfTheBuildFunction_AddsToTheFirst) {
+TEST(Resource, FindResource_SecondScript_AddsToTheFirst) {
   EXPECT_EQ(FindResource("RCDATA", "second"), cBytes);
 }
 
 TEST(Resource, FindResource_KeyGivenTwice_FirstCounts) {
   EXPECT_EQ(FindResource("RCDATA", 7).size(), 8u);
+}
+
+TEST(Resource, FindResource_TextOfAStringTable_IsFoundByItsId) {
+  EXPECT_EQ(FindResource("STRINGTABLE", 7), "Grüße");
 }
 
 TEST(Resource, FindResource_EmptyFile_IsEmpty) {

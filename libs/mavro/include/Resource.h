@@ -7,8 +7,8 @@
 namespace mavro {
 
 // One entry of the program's resources. Entries stand in the ELF section "mavro_resources", put
-// there by the resource compiler, and are found by walking it. Layout is fixed: both halves of it
-// are ours.
+// there by the resource compiler, and are found in constant time. Layout is fixed: both halves of
+// it are ours.
 struct ResourceEntry {
   const char* type;  // "PNG", "RCDATA", ...
   uint64_t id;       // 0 for an entry that has a name

@@ -1,7 +1,7 @@
 #include "Resource.h"
 
-#include <string>
-#include <unordered_map>
+#include <functional>
+#include <unordered_set>
 
 // The linker gives a section whose name is a C identifier these two symbols. Weak: a program
 // without resources has no such section.
@@ -16,42 +16,56 @@ namespace mavro {
 
 namespace {
 
-std::string KeyOf(std::string_view type, uint64_t id) {
-  return std::string(type) + "#" + std::to_string(id);
-}
+// What an entry is found by. Texts are those of the entry, or of whoever asks.
+struct ResourceKey {
+  std::string_view type;
+  std::string_view name;
+  uint64_t id = 0;
+  bool hasName = false;
+  const ResourceEntry* entry = nullptr;
 
-std::string KeyOf(std::string_view type, std::string_view name) {
-  return std::string(type) + ":" + std::string(name);
-}
+  friend bool operator==(const ResourceKey& a, const ResourceKey& b) {
+    return a.hasName == b.hasName && a.id == b.id && a.name == b.name && a.type == b.type;
+  }
+};
 
-using ResourceIndex = std::unordered_map<std::string, std::string_view>;
+struct KeyHash {
+  size_t operator()(const ResourceKey& key) const {
+    constexpr size_t cSpread = 0x9E3779B97F4A7C15;
+    const std::hash<std::string_view> textHash;
+    return (textHash(key.type) * cSpread ^ textHash(key.name)) * cSpread ^ key.id * cSpread;
+  }
+};
+
+using ResourceIndex = std::unordered_set<ResourceKey, KeyHash>;
 
 // The first of several entries with one key counts, as the linker laid them out.
 ResourceIndex MakeIndex() {
   ResourceIndex index;
-  for (const ResourceEntry* entry = theFirstResource; entry != theResourcesEnd; ++entry) {
-    const std::string_view bytes(reinterpret_cast<const char*>(entry->data), entry->size);
-    index.emplace(entry->name ? KeyOf(entry->type, std::string_view(entry->name))
-                              : KeyOf(entry->type, entry->id),
-                  bytes);
-  }
+  index.reserve(static_cast<size_t>(theResourcesEnd - theFirstResource));
+  for (const ResourceEntry* entry = theFirstResource; entry != theResourcesEnd; ++entry)
+    index.insert(
+        {entry->type, entry->name ? entry->name : "", entry->id, entry->name != nullptr, entry});
   return index;
 }
 
-std::string_view Find(const std::string& key) {
+// The table is made at the first use; from then on a look-up takes the same time however many there
+// are, and no memory.
+std::string_view Find(const ResourceKey& key) {
   static const ResourceIndex index = MakeIndex();
   const auto found = index.find(key);
-  return found == index.end() ? std::string_view() : found->second;
+  if (found == index.end()) return {};
+  return {reinterpret_cast<const char*>(found->entry->data), found->entry->size};
 }
 
 }  // namespace
 
 std::string_view FindResource(std::string_view type, uint64_t id) {
-  return Find(KeyOf(type, id));
+  return Find({type, "", id, false});
 }
 
 std::string_view FindResource(std::string_view type, std::string_view name) {
-  return Find(KeyOf(type, name));
+  return Find({type, name, 0, true});
 }
 
 }  // namespace mavro

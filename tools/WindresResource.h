@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace zendry {
+
+// A place in a script, as messages name it.
+struct Place {
+  std::string file;
+  int line = 0;
+};
+std::string AtPlace(const Place& place, const std::string& message);
+
+// One resource of a script. Its bytes are `bytes`, or the content of `file` where that is named.
+struct Resource {
+  std::string type;  // in capitals: "ICON", "RCDATA", "STRINGTABLE", a type of the user's own ...
+  uint64_t id = 0;
+  std::string name;  // empty for a resource that has an id
+  std::string bytes;
+  std::string file;  // as the script names it; relative to the script's folder or a search folder
+  Place place;
+};
+
+// What reading something gave: the resources, or the one message that ended it.
+struct ResourceList {
+  std::vector<Resource> resources;
+  std::string error;  // "file:line: text"; empty when all went well
+};
+
+// Thrown inside the readers of windres and caught by them: the message with its place.
+struct ScriptError {
+  std::string message;
+};
+
+}  // namespace zendry
