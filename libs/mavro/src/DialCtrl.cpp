@@ -99,7 +99,7 @@ void DialCtrl::CreateControl() {
 }
 
 void DialCtrl::OnDraw(NotifyArgs&) {
-  DrawDial(BackBuffer(), TheImpl().Look());
+  DrawDial(BackBuffer(), TheImpl().Look(), TheImpl().knob);
 }
 
 void DialCtrl::Impl::ClampPosition() {
@@ -197,6 +197,7 @@ Param DialCtrl::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
     case WM_SYSCOLORCHANGE:
       ComputeColors();
       break;
+    case WM_SETTEXT:
     case WM_SETFOCUS:
     case WM_KILLFOCUS:
       LookChanged();

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 #include "DialImpl.h"
 
@@ -58,6 +59,7 @@ void DrawLitDisc(const Canvas& canvas, double radius, Color a, Color b, double f
     }
 }
 
+// The knob in the middle of a bitmap of the dial's ground.
 void DrawKnob(const Canvas& canvas) {
   const DialLook& look = canvas.look;
   DrawLitDisc(canvas, look.radius, look.dark, look.dark, 1);
@@ -68,6 +70,28 @@ void DrawKnob(const Canvas& canvas) {
   DrawLitDisc(canvas, look.radius - 5, look.mid, look.light, 2);
   DrawRing(canvas.graphics, cx, cy, rim, Blend(look.light, look.mid, 0.5),
            Blend(look.mid, look.light, 0.5));
+}
+
+// The knob is drawn pixel by pixel, which is too slow to do again at each turn.
+void ShowKnob(Graphics& graphics, const DialLook& look, KnobPicture& kept) {
+  const double ratio = graphics.PixelRatio();
+  const int half = look.radius + 2;
+  const std::vector<double> key{double(look.radius), ratio, double(look.light.Value()),
+                                double(look.background.Value())};
+  if (kept.key != key) {
+    const int side = static_cast<int>(std::ceil(2 * half * ratio));
+    kept.key = key;
+    kept.bitmap = Bitmap(side, side, ratio);
+    Graphics knob(kept.bitmap);
+    knob.FillRect({0, 0, 2 * half, 2 * half}, look.background);
+    knob.UseDevicePixels(true);
+    DialLook centered = look;
+    centered.centerX = centered.centerY = half;
+    DrawKnob({knob, centered, ratio});
+  }
+  const int left = look.centerX - half;
+  const int top = look.centerY - half;
+  graphics.DrawBitmap(kept.bitmap, {left, top, 2 * half, 2 * half});
 }
 
 double TickOuter(const DialLook& look) {
@@ -87,6 +111,7 @@ void DrawTicks(const Canvas& canvas) {
     const double inner = look.radius + cTickGap + (isLong ? 0 : 2);
     const Point ends[] = {canvas.At(angle, inner), canvas.At(angle, TickOuter(look))};
     canvas.graphics.Polyline(ends, 2);
+    if (step > steps - per) break;
   }
 }
 
@@ -110,6 +135,19 @@ void DrawCentered(const Canvas& canvas, Point middle, const std::string& text) {
   canvas.graphics.TextOut(middle.x - width / 2, middle.y - height / 2, text);
 }
 
+// Calls `visit` with the angle and the value of each label.
+void ForEachLabel(const DialLook& look, const std::function<void(double, double)>& visit) {
+  if (look.labels == DialCtrl::cNone) return;
+  const int steps = std::max(look.scale.steps, 1);
+  const int per = look.labels == DialCtrl::cMinMax ? steps : StepsPerTick(steps, cMostLabels);
+  for (int step = 0; step <= steps; step += per) {
+    const double share = static_cast<double>(step) / steps;
+    visit(cDialStart + cDialSweep * share,
+          look.scale.min + (look.scale.max - look.scale.min) * share);
+    if (step > steps - per) break;
+  }
+}
+
 // Each label stands outside its tick: as far as half its size reaches in that direction.
 void DrawLabel(const Canvas& canvas, double angle, double value) {
   const std::string text = DialText(value);
@@ -122,15 +160,7 @@ void DrawLabel(const Canvas& canvas, double angle, double value) {
 }
 
 void DrawLabels(const Canvas& canvas) {
-  const DialLook& look = canvas.look;
-  if (look.labels == DialCtrl::cNone) return;
-  const int steps = std::max(look.scale.steps, 1);
-  const int per = look.labels == DialCtrl::cMinMax ? steps : StepsPerTick(steps, cMostLabels);
-  for (int step = 0; step <= steps; step += per) {
-    const double share = static_cast<double>(step) / steps;
-    DrawLabel(canvas, cDialStart + cDialSweep * share,
-              look.scale.min + (look.scale.max - look.scale.min) * share);
-  }
+  ForEachLabel(canvas.look, [&](double angle, double value) { DrawLabel(canvas, angle, value); });
 }
 
 // The position in the middle of the knob, the text in the gap of the scale below it.
@@ -152,21 +182,31 @@ void DrawFocus(const Canvas& canvas) {
   canvas.graphics.Ellipse(left, top, left + side, top + side);
 }
 
-// What the labels need beside the knob, as a share of the room: numbers at the ends are short.
-int RoomForLabels(const DialLook& look, int textWidth, int textHeight) {
+// The largest knob whose ticks and labels stay inside a box of these half sizes around its centre.
+int FittingRadius(const DialLook& look, const Graphics& graphics, double halfWidth,
+                  double halfHeight) {
   const int ticks = cTickGap + cTickLength;
-  if (look.labels == DialCtrl::cView) return ticks + cLabelGap + std::max(textWidth, textHeight);
-  return ticks + (look.labels == DialCtrl::cMinMax ? cLabelGap : 1);
+  double radius = std::min(halfWidth, halfHeight) - ticks - 1;
+  const double textHalf = graphics.TextHeight() / 2.0;
+  ForEachLabel(look, [&](double angle, double value) {
+    const double textWidth = graphics.TextWidth(DialText(value)) / 2.0;
+    const double across = std::abs(std::cos(angle));
+    const double down = std::abs(std::sin(angle));
+    const double rest = ticks + cLabelGap + across * textWidth + down * textHalf;
+    if (across > 0.01) radius = std::min(radius, (halfWidth - textWidth) / across - rest);
+    if (down > 0.01) radius = std::min(radius, (halfHeight - textHalf) / down - rest);
+  });
+  return static_cast<int>(radius);
 }
 
 }  // namespace
 
-void DrawDial(Graphics& graphics, const DialLook& look) {
+void DrawDial(Graphics& graphics, const DialLook& look, KnobPicture& knob) {
   graphics.FillRect({0, 0, look.width, look.height}, look.background);
   if (look.radius < 8) return;
+  ShowKnob(graphics, look, knob);
   graphics.UseDevicePixels(true);
   const Canvas canvas{graphics, look, graphics.PixelRatio()};
-  DrawKnob(canvas);
   DrawTicks(canvas);
   graphics.SetTextColor(look.ink);
   DrawLabels(canvas);
@@ -186,32 +226,26 @@ void DialCtrl::Impl::ComputeColors() {
 
 DialLook DialCtrl::Impl::Look() const {
   DialLook look;
-  const Graphics& graphics = backBuffer;
-  look.width = hwnd ? hwnd->ClientWidth() : owner->width.Get();
-  look.height = hwnd ? hwnd->ClientHeight() : owner->height.Get();
-  const int textHeight = graphics.IsOpen() ? graphics.TextHeight() : 0;
-  const int textWidth = graphics.IsOpen() ? std::max(graphics.TextWidth(DialText(scale.min)),
-                                                     graphics.TextWidth(DialText(scale.max)))
-                                          : 0;
+  look.scale = scale;
+  look.position = position;
   look.labels = labels;
+  look.showPos = showPos;
   look.text = GetText();
-  const int around = RoomForLabels(look, textWidth, textHeight);
-  const int below = look.text.empty() ? around : std::max(around, textHeight / 2 + around);
-  look.radius = std::min(look.width / 2 - around, (look.height - around - below) / 2) - 1;
-  look.centerX = look.width / 2;
-  look.centerY = around + look.radius + 1;
-  if (look.text.empty()) look.centerY = look.height / 2;
   look.light = light;
   look.mid = mid;
   look.dark = dark;
   look.background = ToPlain(owner->InheritedBackColor());
   look.ink = ToPlain(owner->InheritedForeColor());
-  look.scale = scale;
-  look.position = position;
-  look.showPos = showPos;
   look.focused = owner->IsFocused();
   look.enabled = enabled;
   if (!enabled) look.ink = Blend(look.ink, look.background, 0.45);
+  if (!backBuffer.IsOpen()) return look;
+  look.width = hwnd->ClientWidth();
+  look.height = hwnd->ClientHeight();
+  const int below = look.text.empty() ? 0 : backBuffer.TextHeight() / 2;
+  look.centerX = look.width / 2;
+  look.centerY = (look.height - below) / 2;
+  look.radius = FittingRadius(look, backBuffer, look.centerX, look.centerY);
   return look;
 }
 

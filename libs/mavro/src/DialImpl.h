@@ -21,8 +21,14 @@ struct DialLook {
   std::string text;
 };
 
+// The last knob drawn, and what it depended on.
+struct KnobPicture {
+  std::vector<double> key;
+  Bitmap bitmap;
+};
+
 // Draws the dial on a surface of its client area.
-void DrawDial(Graphics& graphics, const DialLook& look);
+void DrawDial(Graphics& graphics, const DialLook& look, KnobPicture& knob);
 
 class DialCtrl::Impl : public CustomCtrl::Impl {
  public:
@@ -39,6 +45,7 @@ class DialCtrl::Impl : public CustomCtrl::Impl {
   void ScaleChanged();
   void LookChanged();
 
+  KnobPicture knob;
   DialScale scale;
   double wantedPos = 0;  // what the property shows; between two assignments the position
   bool showPos = true;

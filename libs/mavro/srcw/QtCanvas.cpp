@@ -19,14 +19,18 @@ class CanvasWidget final : public PaintedFrame {
   AccessibleValue value;
 };
 
-// A slider, as screen readers see it.
+// What screen readers see: a slider with its value, or a drawing.
 class CanvasAccess final : public QAccessibleWidget, public QAccessibleValueInterface {
  public:
-  explicit CanvasAccess(CanvasWidget* widget)
-      : QAccessibleWidget(widget, QAccessible::Slider), canvas(widget) {}
+  explicit CanvasAccess(CanvasWidget* widget) : QAccessibleWidget(widget), canvas(widget) {}
+
+  QAccessible::Role role() const override {
+    return canvas->isSlider ? QAccessible::Slider : QAccessible::Canvas;
+  }
 
   void* interface_cast(QAccessible::InterfaceType type) override {
-    if (type == QAccessible::ValueInterface) return static_cast<QAccessibleValueInterface*>(this);
+    if (type == QAccessible::ValueInterface && canvas->isSlider)
+      return static_cast<QAccessibleValueInterface*>(this);
     return QAccessibleWidget::interface_cast(type);
   }
   QVariant currentValue() const override { return canvas->value.value; }
@@ -41,7 +45,7 @@ class CanvasAccess final : public QAccessibleWidget, public QAccessibleValueInte
 
 QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
   auto* canvas = dynamic_cast<CanvasWidget*>(object);
-  return canvas && canvas->isSlider ? new CanvasAccess(canvas) : nullptr;
+  return canvas ? new CanvasAccess(canvas) : nullptr;
 }
 
 class CanvasWindow final : public NativeCanvas {
@@ -83,8 +87,6 @@ class CanvasWindow final : public NativeCanvas {
   double PixelRatio() const override { return canvas->devicePixelRatioF(); }
 
   void SetAccessibleValue(const AccessibleValue& value) override {
-    static const bool installed = (QAccessible::installFactory(MakeAccess), true);
-    Q_UNUSED(installed);
     canvas->isSlider = true;
     const bool changed = canvas->value.value != value.value;
     canvas->value = value;
@@ -129,6 +131,7 @@ void PaintedFrame::changeEvent(QEvent* event) {
 }
 
 NativeWindow* MakeCanvas(const CreateInfo& info) {
+  QAccessible::installFactory(MakeAccess);
   return new CanvasWindow(info, new CanvasWidget(ParentWidget(info)));
 }
 
