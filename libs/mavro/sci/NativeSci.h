@@ -51,6 +51,8 @@ class NativeSci : public NativeWindow {
  public:
   using NativeWindow::NativeWindow;
   virtual Param Send(unsigned message, Param wParam, Param lParam) const = 0;
+  // A message whose lParam is a picture, given as XPM text.
+  virtual void SendImage(unsigned message, int number, const char* xpm) const = 0;
   virtual SciPalette Palette() const = 0;
   // The face of the desktop's fixed or proportional font.
   virtual std::string DefaultFace(bool fixed) const = 0;

@@ -6,6 +6,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QPixmap>
 #include <QWheelEvent>
 
 #include "NativeSci.h"
@@ -115,6 +116,13 @@ class SciWindow final : public NativeSci {
   Param Send(unsigned message, Param wParam, Param lParam) const override {
     return sci->SendScintilla(message, static_cast<unsigned long>(wParam),
                               static_cast<long>(lParam));
+  }
+
+  // The component of this toolkit takes pixmaps where others take the text.
+  void SendImage(unsigned message, int number, const char* xpm) const override {
+    QPixmap picture;
+    picture.loadFromData(QByteArray(xpm), "XPM");
+    sci->SendScintilla(message, static_cast<unsigned long>(number), picture);
   }
 
   std::string Text() const override {

@@ -37,11 +37,10 @@ bool IsCountedStep(unsigned message) {
 void SciEditor::Impl::Create() {
   RegisterSciClass();
   CreateNative(cSciClass, cWantsKeys);
+  Send(SCI_EMPTYUNDOBUFFER);
   Send(SCI_SETMODEVENTMASK, cToldChanges);
   Send(SCI_USEPOPUP, 0);
   Send(SCI_SETEOLMODE, SC_EOL_LF);
-  Send(SCI_SETSAVEPOINT);
-  Send(SCI_EMPTYUNDOBUFFER);
   ApplyOptions();
 }
 

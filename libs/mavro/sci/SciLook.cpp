@@ -119,8 +119,8 @@ void SciEditor::Impl::ApplyCompletion() {
     Send(SCI_AUTOCSETDROPRESTOFWORD, language->dropRestOfWord);
   }
   Send(SCI_AUTOCSETMAXHEIGHT, cListRows);
-  SendText(SCI_REGISTERIMAGE, 1, cMemberImage);
-  SendText(SCI_REGISTERIMAGE, 2, cNameImage);
+  Window()->SendImage(SCI_REGISTERIMAGE, 1, cMemberImage);
+  Window()->SendImage(SCI_REGISTERIMAGE, 2, cNameImage);
   Send(SCI_SETMOUSEDWELLTIME, cDwellMilliseconds);
 }
 
@@ -162,7 +162,7 @@ void SciEditor::Impl::ApplyMarkers() {
   Send(SCI_MARKERSETFORE, cBookmarkMarker, 0x7F0000);
   Send(SCI_MARKERSETBACK, cBookmarkMarker, 0xFFFF80);
   if (Editor().options->bookmarkMargin)
-    SendText(SCI_MARKERDEFINEPIXMAP, cBookmarkMarker, cBookmarkImage);
+    Window()->SendImage(SCI_MARKERDEFINEPIXMAP, cBookmarkMarker, cBookmarkImage);
   else
     Send(SCI_MARKERDEFINE, cBookmarkMarker, SC_MARK_BACKGROUND);
   for (int i = 0; i < Editor().markTypeCount; ++i) {

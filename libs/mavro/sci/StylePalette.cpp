@@ -46,7 +46,7 @@ int Lightness(int colour) {
 }
 
 double Contrast(int one, int other) {
-  const auto [dark, light] = std::minmax(Luminance(one), Luminance(other));
+  const auto [dark, light] = std::minmax({Luminance(one), Luminance(other)});
   return (light + 0.05) / (dark + 0.05);
 }
 

@@ -1,0 +1,306 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "EditorForm.h"
+
+namespace mavro {
+namespace {
+
+using test::EditorForm;
+using test::RunEditor;
+
+std::string Marked(const SciEditor& editor) {
+  std::string lines;
+  for (int line = 0; line < editor.LineCount(); ++line)
+    if (editor.Send(SCI_MARKERGET, static_cast<std::uintptr_t>(line)) & 2)
+      lines += std::to_string(line) + " ";
+  return lines;
+}
+
+struct CommandCase {
+  int id;
+  const char* before;  // "@" is the caret
+  const char* after;
+};
+
+TEST(SciCommands, TextCommands_DoWhatTheirNameSays) {
+  const CommandCase cases[] = {
+      {cSciDeleteLine, "a\nb@b\nc", "a\n@c"},
+      {cSciGoToMatch, "(a)@ b", "(@a) b"},
+      {cSciGoToMatch, "(@a) b", "(a)@ b"},
+      {cSciGoToMatch, "@(a) b", "(a)@ b"},
+      {cSciGoToMatch, "(a@ b", "(a@ b"},
+      {cSciGoToMatch, "(@a b", "(@a b"},
+      {cSciGoToMatch, "@", "@"},
+  };
+  for (const CommandCase& row : cases) {
+    EditorForm form;
+    RunEditor(form, [&] {
+      form.Fill(row.before);
+      EXPECT_TRUE(form.editor.OnCommand(row.id));
+      EXPECT_EQ(form.Shown(), row.after) << row.id << " " << row.before;
+    });
+  }
+}
+
+TEST(SciCommands, Case_OfTheSelection_IsChanged) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("aB cD");
+    form.editor.Select(0, 2);
+    EXPECT_TRUE(form.editor.OnCommand(cSciUpperCase));
+    EXPECT_EQ(form.editor.GetText(), "AB cD");
+    form.editor.Select(3, 5);
+    EXPECT_TRUE(form.editor.OnCommand(cSciLowerCase));
+    EXPECT_EQ(form.editor.GetText(), "AB cd");
+  });
+}
+
+TEST(SciCommands, SelectToMatch_TheCaretStandsBehindTheBrace) {
+  for (const char* before : {"x (a)@ b", "x (@a) b"}) {
+    EditorForm form;
+    RunEditor(form, [&] {
+      form.Fill(before);
+      EXPECT_TRUE(form.editor.OnCommand(cSciSelectToMatch));
+      EXPECT_EQ(form.editor.SelectedText(), "(a)");
+      EXPECT_EQ(form.editor.CaretPosition(), 5);
+    });
+  }
+}
+
+TEST(SciCommands, CutCopyPaste_GoThroughTheClipboard) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("one two");
+    form.editor.Select(0, 3);
+    form.editor.OnCommand(cSciCut);
+    EXPECT_EQ(form.editor.GetText(), " two");
+    form.editor.Select(4, 4);
+    form.editor.OnCommand(cSciPaste);
+    EXPECT_EQ(form.editor.GetText(), " twoone");
+    form.editor.Select(1, 4);
+    form.editor.OnCommand(cSciCopy);
+    form.editor.Select(0, 0);
+    form.editor.OnCommand(cSciPaste);
+    EXPECT_EQ(form.editor.GetText(), "two twoone");
+  });
+}
+
+TEST(SciCommands, Bookmark_Toggle_ComesAndGoes) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("a\n@b\nc");
+    form.editor.OnCommand(cSciToggleBookmark);
+    EXPECT_EQ(Marked(form.editor), "1 ");
+    form.editor.OnCommand(cSciToggleBookmark);
+    EXPECT_EQ(Marked(form.editor), "");
+    form.editor.ToggleBookmark(0);
+    form.editor.ToggleBookmark(2);
+    form.editor.OnCommand(cSciClearBookmarks);
+    EXPECT_EQ(Marked(form.editor), "");
+  });
+}
+
+struct BookmarkCase {
+  int id;
+  int from;
+  int to;
+};
+
+TEST(SciCommands, Bookmarks_NextAndPrevious_WrapAround) {
+  const BookmarkCase cases[] = {
+      {cSciNextBookmark, 0, 1}, {cSciNextBookmark, 1, 3}, {cSciNextBookmark, 3, 1},
+      {cSciNextBookmark, 4, 1}, {cSciPrevBookmark, 4, 3}, {cSciPrevBookmark, 3, 1},
+      {cSciPrevBookmark, 1, 3}, {cSciPrevBookmark, 0, 3},
+  };
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("a\nb\nc\nd\ne");
+    form.editor.ToggleBookmark(1);
+    form.editor.ToggleBookmark(3);
+    for (const BookmarkCase& row : cases) {
+      form.editor.goToLine(row.from);
+      form.editor.OnCommand(row.id);
+      EXPECT_EQ(form.editor.CaretLine(), row.to) << row.id << " from " << row.from;
+    }
+  });
+}
+
+TEST(SciCommands, Bookmarks_SelectTo_ExtendsTheSelection) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("a\nb@\nc\nd");
+    form.editor.ToggleBookmark(0);
+    form.editor.ToggleBookmark(3);
+    form.editor.OnCommand(cSciSelectToNextBookmark);
+    EXPECT_EQ(form.editor.SelectedText(), "\nc\n");
+    form.editor.Select(3, 3);
+    form.editor.OnCommand(cSciSelectToPrevBookmark);
+    EXPECT_EQ(form.editor.SelectedText(), "a\nb");
+    EXPECT_EQ(form.editor.CaretPosition(), 0);
+  });
+}
+
+TEST(SciCommands, Bookmarks_None_NothingMoves) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("a\nb@");
+    form.editor.OnCommand(cSciNextBookmark);
+    form.editor.OnCommand(cSciPrevBookmark);
+    EXPECT_EQ(form.Shown(), "a\nb@");
+  });
+}
+
+TEST(SciCommands, Macro_Recorded_IsReplayed) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("@");
+    form.editor.OnCommand(cSciRecordMacro);
+    EXPECT_TRUE(form.editor.inMacroRecord);
+    form.Type("a;b\n");
+    form.editor.OnCommand(cSciRecordMacro);
+    EXPECT_FALSE(form.editor.inMacroRecord);
+    ASSERT_FALSE(form.editor.macro.empty());
+    EXPECT_EQ(form.editor.macro[0], "2170;0;1;a");
+    EXPECT_EQ(form.editor.macro[1], "2170;0;1;;");
+    form.editor.OnCommand(cSciPlayMacro);
+    EXPECT_EQ(form.editor.GetText(), "a;b\na;b\n");
+    form.editor.OnCommand(cSciUndo);
+    EXPECT_EQ(form.editor.GetText(), "a;b\n") << "a replay is one step";
+  });
+}
+
+TEST(SciCommands, Macro_RecordedAgain_ForgetsTheOldOne) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.editor.macro = {"2170;0;1;old"};
+    form.editor.OnCommand(cSciRecordMacro);
+    EXPECT_TRUE(form.editor.macro.empty());
+    form.editor.OnCommand(cSciPlayMacro);
+    EXPECT_EQ(form.editor.GetText(), "") << "nothing is played while one is recorded";
+  });
+}
+
+TEST(SciCommands, Macro_TextWithSemicolons_IsReplayedWhole) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.editor.macro = {"2170;0;1;a;b;c"};
+    form.editor.OnCommand(cSciPlayMacro);
+    EXPECT_EQ(form.editor.GetText(), "a;b;c");
+  });
+}
+
+TEST(SciCommands, Macro_GarbageLines_DoNoHarm) {
+  std::mt19937 random(7);
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("some text\nof two lines");
+    for (int i = 0; i < 3000; ++i) {
+      std::string line = std::to_string(random() % 5000) + ";" +
+                         std::to_string(static_cast<int>(random())) + ";" +
+                         std::to_string(random() % 3) + ";";
+      for (unsigned n = random() % 9; n > 0; --n) line += static_cast<char>(random() % 255 + 1);
+      line.resize(random() % (line.size() + 1));
+      form.editor.macro = {line};
+      form.editor.OnCommand(cSciPlayMacro);
+      if (form.editor.Length() > 100000) form.Fill("short again");
+    }
+    EXPECT_EQ(form.editor.Send(SCI_GETREADONLY), 0);
+  });
+}
+
+struct ToggleCase {
+  int id;
+  unsigned ask;
+  int on;
+};
+
+TEST(SciCommands, Toggles_SwitchOnAndOff) {
+  const ToggleCase cases[] = {
+      {cSciShowWhiteSpace, SCI_GETVIEWWS, 1},
+      {cSciShowLineEnds, SCI_GETVIEWEOL, 1},
+      {cSciWrapLines, SCI_GETWRAPMODE, 1},
+      {cSciReadOnly, SCI_GETREADONLY, 1},
+  };
+  EditorForm form;
+  RunEditor(form, [&] {
+    for (const ToggleCase& row : cases) {
+      EXPECT_TRUE(form.editor.OnCommand(row.id));
+      EXPECT_EQ(form.editor.Send(row.ask), row.on) << row.id;
+      EXPECT_TRUE(form.editor.OnCommand(row.id));
+      EXPECT_EQ(form.editor.Send(row.ask), 0) << row.id;
+    }
+  });
+}
+
+TEST(SciCommands, FoldAll_ClosesAndOpens) {
+  EditorForm form;
+  form.editor.options->foldMargin = true;
+  RunEditor(form, [&] {
+    form.Fill("void f() {\n\tx;\n}\nvoid g() {\n\ty;\n}\n");
+    form.editor.OnCommand(cSciFoldAll);
+    EXPECT_EQ(form.editor.Send(SCI_GETLINEVISIBLE, 1), 0);
+    EXPECT_EQ(form.editor.Send(SCI_GETLINEVISIBLE, 4), 0);
+    form.editor.goToLine(4);
+    EXPECT_EQ(form.editor.Send(SCI_GETLINEVISIBLE, 4), 1) << "going there unfolds";
+    form.editor.OnCommand(cSciFoldAll);
+    EXPECT_EQ(form.editor.Send(SCI_GETLINEVISIBLE, 1), 1);
+  });
+}
+
+TEST(SciCommands, FoldMargin_AClick_TogglesTheLine) {
+  EditorForm form;
+  form.editor.options->foldMargin = true;
+  RunEditor(form, [&] {
+    form.Fill("void f() {\n\tx;\n}\n");
+    form.editor.Send(SCI_COLOURISE, 0, static_cast<std::intptr_t>(-1));
+    test::Click(form.editor, QPoint(16 + 12, 8));
+    EXPECT_EQ(form.editor.Send(SCI_GETLINEVISIBLE, 1), 0);
+    test::Click(form.editor, QPoint(16 + 12, 8));
+    EXPECT_EQ(form.editor.Send(SCI_GETLINEVISIBLE, 1), 1);
+  });
+}
+
+TEST(SciCommands, GoToLine_FarAway_ALittleIsLeftAbove) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill(std::string(500, '\n'));
+    form.editor.goToLine(300);
+    EXPECT_EQ(form.editor.CaretLine(), 300);
+    const auto top = form.editor.Send(SCI_GETFIRSTVISIBLELINE);
+    EXPECT_LT(top, 300);
+    EXPECT_GE(top, 290);
+    form.editor.goToLine(9999);
+    EXPECT_EQ(form.editor.CaretLine(), 500);
+    form.editor.goToLine(-3);
+    EXPECT_EQ(form.editor.CaretLine(), 0);
+  });
+}
+
+TEST(SciCommands, FindReplaceAndForeignIds_AreNotTheEditors) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    for (const int id : {0, -1, 800, 801, 802, 803, 804, 805, 806, 807, 828, 1300})
+      EXPECT_FALSE(form.editor.OnCommand(id)) << id;
+  });
+}
+
+TEST(SciCommands, EveryCommand_WithoutAWindow_DoesNothing) {
+  SciEditor editor;
+  for (int id = 800; id < 850; ++id)
+    if (id != cSciRecordMacro) editor.OnCommand(id);
+  EXPECT_EQ(editor.GetText(), "");
+}
+
+TEST(SciCommands, EveryCommand_OnAnEmptyText_DoesNoHarm) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    for (int id = 800; id < 850; ++id) form.editor.OnCommand(id);
+    form.Settle();
+    EXPECT_EQ(form.editor.LineCount(), 1);
+  });
+}
+
+}  // namespace
+}  // namespace mavro

@@ -1,0 +1,252 @@
+#include <gtest/gtest.h>
+
+#include "EditorForm.h"
+
+namespace mavro {
+namespace {
+
+using test::EditorForm;
+using test::RunEditor;
+
+std::string OpenList(const SciEditor& editor) {
+  if (!editor.Send(SCI_AUTOCACTIVE)) return "";
+  char text[100] = "";
+  editor.Send(SCI_AUTOCGETCURRENTTEXT, 0, text);
+  return text;
+}
+
+TEST(SciTyping, MemberSign_WithAnAnswer_OpensTheList) {
+  EditorForm form;
+  form.editor.offered = "alpha?1 beta?2";
+  RunEditor(form, [&] {
+    form.Fill("Foo f;\nf@");
+    form.Type(".");
+    EXPECT_EQ(form.editor.asked, "[f.]");
+    EXPECT_EQ(OpenList(form.editor), "alpha");
+    test::Key(form, Qt::Key_Down);
+    test::Key(form, Qt::Key_Return);
+    EXPECT_EQ(form.Shown(), "Foo f;\nf.beta@");
+  });
+}
+
+TEST(SciTyping, MemberSign_WithoutAnAnswer_ShowsNothing) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("x@");
+    form.Type("->");
+    EXPECT_EQ(form.editor.asked, "[x-][x->]");
+    EXPECT_EQ(OpenList(form.editor), "");
+  });
+}
+
+TEST(SciTyping, List_ALetter_Narrows) {
+  EditorForm form;
+  form.editor.offered = "alpha?1 beta?2";
+  RunEditor(form, [&] {
+    form.Fill("f@");
+    form.Type(".b");
+    EXPECT_EQ(OpenList(form.editor), "beta");
+    EXPECT_EQ(form.editor.asked, "[f.]");
+    test::Key(form, Qt::Key_Tab);
+    EXPECT_EQ(form.Shown(), "f.beta@");
+  });
+}
+
+TEST(SciTyping, List_AnotherSign_ClosesIt) {
+  EditorForm form;
+  form.editor.offered = "alpha?1";
+  RunEditor(form, [&] {
+    form.Fill("f@");
+    form.Type(".;");
+    EXPECT_EQ(OpenList(form.editor), "");
+    EXPECT_EQ(form.editor.GetText(), "f.;");
+  });
+}
+
+TEST(SciTyping, List_AMemberSign_AsksAgain) {
+  EditorForm form;
+  form.editor.offered = "alpha?1";
+  RunEditor(form, [&] {
+    form.Fill("f@");
+    form.Type(".:");
+    EXPECT_EQ(form.editor.asked, "[f.][f.:]");
+    EXPECT_EQ(OpenList(form.editor), "alpha");
+  });
+}
+
+TEST(SciTyping, List_Escape_ClosesIt) {
+  EditorForm form;
+  form.editor.offered = "alpha?1";
+  RunEditor(form, [&] {
+    form.Fill("f@");
+    form.Type(".");
+    test::Key(form, Qt::Key_Escape);
+    EXPECT_EQ(OpenList(form.editor), "");
+    EXPECT_EQ(form.editor.GetText(), "f.");
+  });
+}
+
+TEST(SciTyping, Tip_OpensAndClosesWithTheCall) {
+  EditorForm form;
+  form.editor.offeredTip = "foo(int a, int b)";
+  RunEditor(form, [&] {
+    form.Fill("x = @");
+    form.Type("foo");
+    EXPECT_EQ(form.editor.Send(SCI_CALLTIPACTIVE), 0);
+    form.Type("(");
+    EXPECT_EQ(form.editor.askedTips, "[foo]");
+    EXPECT_EQ(form.editor.Send(SCI_CALLTIPACTIVE), 1);
+    EXPECT_TRUE(form.editor.tipActive);
+    EXPECT_EQ(form.editor.tipStartPos, 4);
+    EXPECT_EQ(form.editor.functionName, "foo");
+    form.Type("1,2");
+    EXPECT_EQ(form.editor.Send(SCI_CALLTIPACTIVE), 1);
+    form.Type(")");
+    EXPECT_EQ(form.editor.Send(SCI_CALLTIPACTIVE), 0);
+    EXPECT_FALSE(form.editor.tipActive);
+    EXPECT_EQ(form.editor.parenDepth, 0);
+  });
+}
+
+TEST(SciTyping, Tip_AParenthesisInside_RaisesTheDepth) {
+  EditorForm form;
+  form.editor.offeredTip = "foo(int a, int b)";
+  RunEditor(form, [&] {
+    form.Type("foo(bar(");
+    EXPECT_EQ(form.editor.parenDepth, 2);
+    EXPECT_EQ(form.editor.functionName, "foo") << "nothing is known of bar: the tip stays";
+    form.Type("1)");
+    EXPECT_EQ(form.editor.parenDepth, 1);
+    EXPECT_EQ(form.editor.Send(SCI_CALLTIPACTIVE), 1);
+    form.Type(")");
+    EXPECT_EQ(form.editor.Send(SCI_CALLTIPACTIVE), 0);
+  });
+}
+
+TEST(SciTyping, Recording_NoTipAndNoList) {
+  EditorForm form;
+  form.editor.offered = "alpha?1";
+  form.editor.offeredTip = "foo(int a)";
+  RunEditor(form, [&] {
+    form.editor.OnCommand(cSciRecordMacro);
+    form.Type("foo(f.");
+    EXPECT_EQ(OpenList(form.editor), "");
+    EXPECT_EQ(form.editor.Send(SCI_CALLTIPACTIVE), 0);
+    EXPECT_EQ(form.editor.asked + form.editor.askedTips, "");
+    EXPECT_GT(form.editor.textChanges, 0) << "the text has changed all the same";
+  });
+}
+
+TEST(SciTyping, Words_OneFits_IsOffered) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("elephant = 1;\nelse\n@");
+    form.Type("ele");
+    EXPECT_EQ(OpenList(form.editor), "elephant");
+    EXPECT_TRUE(form.editor.wordCompleting);
+    test::Key(form, Qt::Key_Return);
+    EXPECT_EQ(form.editor.LineText(2), "elephant");
+  });
+}
+
+TEST(SciTyping, Words_TwoFit_NothingIsOffered) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("elephant element\n@");
+    form.Type("ele");
+    EXPECT_EQ(OpenList(form.editor), "");
+    EXPECT_FALSE(form.editor.wordCompleting);
+  });
+}
+
+TEST(SciTyping, Words_Asked_AllAreShown) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("elephant element\nele@");
+    EXPECT_TRUE(form.editor.startWordCompletion(false));
+    EXPECT_EQ(OpenList(form.editor), "element");
+  });
+}
+
+TEST(SciTyping, Words_LanguageWithoutThem_NothingIsOffered) {
+  EditorForm form;
+  form.editor.small.wordCompletion = false;
+  RunEditor(form, [&] {
+    form.Fill("elephant\n@");
+    form.Type("ele");
+    EXPECT_EQ(OpenList(form.editor), "");
+  });
+}
+
+struct IndentCase {
+  const char* before;
+  const char* typed;
+  const char* after;
+};
+
+TEST(SciTyping, SmartIndent_KeysInAWindow) {
+  const IndentCase cases[] = {
+      {"void f() {@", "\nx", "void f() {\n\tx@"},
+      {"void f() {\n\tx;@", "\n}", "void f() {\n\tx;\n}@"},
+      {"if (a)@", "\nx", "if (a)\n\tx@"},
+      {"if (a)@", "\n{", "if (a)\n{@"},
+      {"if (a)\n\tx;@", "\ny", "if (a)\n\tx;\ny@"},
+      {"\tint a;@", "\nb", "\tint a;\n\tb@"},
+      {"// if {@", "\nx", "// if {\nx@"},
+      {"s = \"{\";@", "\nx", "s = \"{\";\nx@"},
+      {"void f() {@}", "\n", "void f() {\n\t@}"},
+  };
+  for (const IndentCase& row : cases) {
+    EditorForm form;
+    RunEditor(form, [&] {
+      form.Fill(row.before);
+      form.Type(row.typed);
+      EXPECT_EQ(form.Shown(), row.after) << row.before;
+    });
+  }
+}
+
+TEST(SciTyping, SimpleIndent_ANewLine_TakesTheIndentationAbove) {
+  EditorForm form;
+  form.editor.options->simpleIndent = true;
+  form.editor.options->useTabs = false;
+  RunEditor(form, [&] {
+    form.Fill("    if {@");
+    form.Type("\nx");
+    EXPECT_EQ(form.Shown(), "    if {\n    x@");
+  });
+}
+
+TEST(SciTyping, NoLanguage_OnlyTheLetters) {
+  EditorForm form;
+  form.editor.language = nullptr;
+  form.editor.offered = "alpha?1";
+  RunEditor(form, [&] {
+    form.Fill("  {@");
+    form.Type("\nf.");
+    EXPECT_EQ(form.Shown(), "  {\nf.@");
+    form.editor.startCompletion();
+    form.editor.startCallTip();
+    form.editor.updateCallTip();
+    form.editor.autoIndent('\n');
+    EXPECT_EQ(form.editor.expectedIndent(0), 0);
+    EXPECT_EQ(form.editor.asked, "");
+  });
+}
+
+TEST(SciTyping, LineEnds_OfTheFile_AreTyped) {
+  const std::pair<int, const char*> modes[] = {
+      {SC_EOL_CRLF, "a {\r\n\tb"}, {SC_EOL_CR, "a {\r\tb"}, {SC_EOL_LF, "a {\n\tb"}};
+  for (const auto& [mode, wanted] : modes) {
+    EditorForm form;
+    RunEditor(form, [&] {
+      form.Fill("a {@");
+      form.editor.Send(SCI_SETEOLMODE, static_cast<std::uintptr_t>(mode));
+      form.Type("\nb");
+      EXPECT_EQ(form.editor.GetText(), wanted);
+    });
+  }
+}
+
+}  // namespace
+}  // namespace mavro
