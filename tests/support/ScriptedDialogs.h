@@ -19,7 +19,7 @@ namespace test {
 struct ScriptedDialogs {
   ScriptedDialogs() : saved(mavro::Dialogs()) {
     current = this;
-    mavro::Dialogs() = {Message, ChooseFiles, ChooseFolder, Beep};
+    mavro::Dialogs() = {Message, ChooseFiles, ChooseFolder, Beep, ChooseColor};
   }
   ~ScriptedDialogs() {
     mavro::Dialogs() = saved;
@@ -32,6 +32,7 @@ struct ScriptedDialogs {
   std::deque<mavro::Answer> answers;
   std::deque<std::vector<std::string>> files;
   std::deque<std::string> folders;
+  std::deque<mavro::Color> colors;  // empty: cancelled
 
   // What was asked: "TITLE: TEXT" of message boxes; the questions of file dialogs; the titles of
   // folder dialogs; how often it beeped.
@@ -40,6 +41,7 @@ struct ScriptedDialogs {
   std::vector<mavro::FileQuestion> questions;
   std::vector<std::string> folderTitles;
   int beeps = 0;
+  std::vector<mavro::Color> colorStarts;  // where colour dialogs started
 
  private:
   static mavro::Answer Message(const std::string& text, const std::string& title, int flags) {
@@ -57,6 +59,12 @@ struct ScriptedDialogs {
   static std::string ChooseFolder(const std::string& title, const std::string&) {
     current->folderTitles.push_back(title);
     return Take(current->folders, {});
+  }
+  static bool ChooseColor(const std::string&, mavro::Color& color) {
+    current->colorStarts.push_back(color);
+    if (current->colors.empty()) return false;
+    color = Take(current->colors, color);
+    return true;
   }
   static void Beep() { ++current->beeps; }
 

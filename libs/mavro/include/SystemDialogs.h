@@ -3,6 +3,8 @@
 #include <string>
 #include <vector>
 
+#include "Color.h"
+
 namespace mavro {
 
 // Which buttons a message box has; the numbers are those of the box's flags.
@@ -33,6 +35,8 @@ struct DialogTable {
   // The chosen folder, no trailing slash; empty when cancelled.
   std::string (*chooseFolder)(const std::string& title, const std::string& start);
   void (*beep)();
+  // True when a colour was chosen, which `color` then is; it tells the one to start from.
+  bool (*chooseColor)(const std::string& title, Color& color);
 };
 
 DialogTable& Dialogs();

@@ -30,10 +30,15 @@ std::string ChooseNoFolder(const std::string&, const std::string&) {
 
 void StaySilent() {}
 
+bool ChooseNoColor(const std::string&, Color&) {
+  return false;
+}
+
 }  // namespace
 
 DialogTable& Dialogs() {
-  static DialogTable table = {PrintMessage, ChooseNoFiles, ChooseNoFolder, StaySilent};
+  static DialogTable table = {PrintMessage, ChooseNoFiles, ChooseNoFolder, StaySilent,
+                              ChooseNoColor};
   return table;
 }
 

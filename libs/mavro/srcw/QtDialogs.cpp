@@ -1,11 +1,13 @@
 #include "QtDialogs.h"
 
 #include <QApplication>
+#include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
 
 #include "Form.h"
+#include "QtPalette.h"
 #include "QtText.h"
 #include "SysImpl.h"
 #include "SystemDialogs.h"
@@ -91,10 +93,18 @@ void ToolkitBeep() {
   QApplication::beep();
 }
 
+bool ChooseColor(const std::string& title, Color& color) {
+  const QColor start = ToScreenColor(color, QApplication::palette());
+  const QColor chosen = QColorDialog::getColor(start, DialogParent(), ToScreen(title));
+  if (!chosen.isValid()) return false;
+  color = Color(static_cast<int32_t>(chosen.rgb() & 0xFFFFFF));
+  return true;
+}
+
 }  // namespace
 
 void InstallQtDialogs() {
-  Dialogs() = {ShowMessage, ChooseFiles, ChooseFolder, ToolkitBeep};
+  Dialogs() = {ShowMessage, ChooseFiles, ChooseFolder, ToolkitBeep, ChooseColor};
 }
 
 }  // namespace mavro

@@ -45,13 +45,9 @@ class QtSurface : public DrawSurface {
     painter.setFont(baseFont);
   }
 
-  void SetPen(const Pen& newPen) override {
-    pen = newPen;
-    QPen shown(Plain(pen.color), PenWidth(), cPenStyles[pen.style], Qt::FlatCap, Qt::MiterJoin);
-    painter.setPen(shown);
-  }
+  void SetPen(const Pen& newPen) override { pen = newPen; }
   void SetBrush(const Brush& brush) override {
-    painter.setBrush(brush.style == Brush::cNone ? QBrush() : QBrush(Plain(brush.color)));
+    fill = brush.style == Brush::cNone ? QBrush() : QBrush(Plain(brush.color));
   }
   void SetFont(const Font& font) override {
     handle = font.IsDefault() ? nullptr : FontCached(font).Handle();
@@ -89,16 +85,30 @@ class QtSurface : public DrawSurface {
         bitmap.Row(row)[column] = value;
   }
 
-  void Rectangle(const Rect& rect) override { painter.drawRect(Outline(rect)); }
-  void Ellipse(const Rect& rect) override { painter.drawEllipse(Outline(rect)); }
+  void Rectangle(const Rect& rect) override {
+    QPainterPath path;
+    path.addRect(Outline(rect));
+    DrawShape(path);
+  }
+  void Ellipse(const Rect& rect) override {
+    QPainterPath path;
+    path.addEllipse(Outline(rect));
+    DrawShape(path);
+  }
   void RoundRect(const Rect& rect, int cornerWidth, int cornerHeight) override {
-    painter.drawRoundedRect(Outline(rect), cornerWidth * scale / 2, cornerHeight * scale / 2);
+    QPainterPath path;
+    path.addRoundedRect(Outline(rect), cornerWidth * scale / 2, cornerHeight * scale / 2);
+    DrawShape(path);
   }
 
   void Polygon(const Point* points, int n) override {
     QPolygonF shape;
     for (int i = 0; i < n; ++i) shape << Centre(points[i]);
-    painter.drawPolygon(shape);
+    if (n < 2) return;
+    QPainterPath path;
+    path.addPolygon(shape);
+    path.closeSubpath();
+    DrawShape(path);
   }
 
   // The path of the pixels' centres, moved back at both ends by half a width: it covers the first
@@ -108,13 +118,18 @@ class QtSurface : public DrawSurface {
     for (int i = 0; i < n; ++i)
       if (line.isEmpty() || line.last() != Centre(points[i])) line << Centre(points[i]);
     if (line.size() < 2) return;
-    line.first() -= HalfStep(line[0], line[1]);
-    line.last() -= HalfStep(line[line.size() - 2], line.last());
-    painter.drawPolyline(line);
+    const QPointF start = HalfStep(line[0], line[1]);
+    const QPointF end = HalfStep(line[line.size() - 2], line.last());
+    line.first() -= start;
+    line.last() -= end;
+    QPainterPath path;
+    path.addPolygon(line);
+    Stroke(path);
   }
 
   void FillRect(const Rect& rect, Color color) override {
-    painter.fillRect(DeviceRect(rect), Plain(color));
+    const QRect filled = DeviceRect(rect);
+    if (!filled.isEmpty()) painter.fillRect(filled, Plain(color));
   }
 
   void DrawBitmap(const Bitmap& drawn, const Rect& target) override {
@@ -146,12 +161,29 @@ class QtSurface : public DrawSurface {
   QColor Ground() const { return ground; }
 
  private:
-  int Device(int logical) const { return static_cast<int>(std::floor(logical * scale + 0.5)); }
+  int Device(int logical) const {
+    constexpr double cFar = 1 << 24;
+    return static_cast<int>(std::clamp(std::floor(logical * scale + 0.5), -cFar, cFar));
+  }
   int PenWidth() const { return std::max(1, static_cast<int>(pen.width * scale)); }
   QRect DeviceRect(const Rect& rect) const {
     const QPoint topLeft(Device(rect.left), Device(rect.top));
     return {topLeft,
             QPoint(Device(rect.left + rect.width) - 1, Device(rect.top + rect.height) - 1)};
+  }
+  void DrawShape(const QPainterPath& path) {
+    painter.fillPath(path, fill);
+    Stroke(path);
+  }
+  // As a filled shape: the toolkit's own thin lines leave corners out.
+  void Stroke(const QPainterPath& path) {
+    if (pen.style == Pen::cNone) return;
+    QPainterPathStroker stroker;
+    stroker.setWidth(PenWidth());
+    stroker.setCapStyle(Qt::FlatCap);
+    stroker.setJoinStyle(Qt::MiterJoin);
+    stroker.setDashPattern(cPenStyles[pen.style]);
+    painter.fillPath(stroker.createStroke(path), Plain(pen.color));
   }
   // Where a pen goes so that what it draws stays inside `rect`.
   QRectF Outline(const Rect& rect) const {
@@ -162,6 +194,7 @@ class QtSurface : public DrawSurface {
     const double half = PenWidth() / 2.0;
     return {Device(point.x) + half, Device(point.y) + half};
   }
+  // Half a pen's width in the direction of a line.
   QPointF HalfStep(QPointF from, QPointF to) const {
     const QPointF step = to - from;
     return step * (PenWidth() / 2.0 / std::hypot(step.x(), step.y()));
@@ -173,6 +206,7 @@ class QtSurface : public DrawSurface {
   QPainter painter;
   double scale;
   Pen pen;
+  QBrush fill;
   QFont baseFont;
   std::shared_ptr<FontHandle> handle;
   QColor textColor;
