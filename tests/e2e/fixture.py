@@ -32,9 +32,9 @@ PROJECT = """<ide>
 {sources}</src>
 <hdr>
 {headers}</hdr>
-<opt>
+{resources}<opt>
 	<gen>
-		<targ id="0" opt="{library_set}"/>
+		<targ id="{kind}" opt="{library_set}"/>
 		<inc/>
 		<arch/>
 		<lib value="{libraries}"/>
@@ -55,14 +55,15 @@ PROJECT = """<ide>
 """
 
 
-def write_project(path, sources, headers=(), libraries='', switches='-O2', library_set=''):
-    """Writes the file of a console project. Names are relative to its folder; `switches` are those of the
-    release mode."""
+def write_project(path, sources, headers=(), libraries='', switches='-O2', library_set='', kind=0, resource=''):
+    """Writes the file of a project, of console programs if `kind` isn't given. Names are relative to its folder;
+    `switches` are those of the release mode."""
     def listed(names):
         return ''.join(f'\t<file name="{name}"/>\n' for name in names)
 
     return write(path, PROJECT.format(sources=listed(sources), headers=listed(headers), libraries=libraries,
-                                      switches=switches, library_set=library_set))
+                                      switches=switches, library_set=library_set, kind=kind,
+                                      resources=f'<res>\n\t<file name="{resource}"/>\n</res>\n' if resource else ''))
 
 
 def session(path):

@@ -24,8 +24,9 @@ struct ImageStrip {
 // The process-wide object. The framework holds the process entry and calls Application::Main.
 class Application {
  public:
-  // Supplied by the program; its answer is the exit code.
+  // One of these two is supplied by the program; its answer is the exit code.
   static int Main(ArgumentList& arguments);
+  static int Main(const ArgumentList& arguments);
 
   Application();
   Application(const Application&) = delete;

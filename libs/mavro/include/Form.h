@@ -23,6 +23,8 @@ class Form : public Container {
   // the first form runs the message loop until the last form has gone; any other returns at once.
   // A form that is shown already comes to the front. Answers `result`.
   int Run(bool isModal);
+  // Shows the form beside the program's others: Run(false).
+  void Show() { Run(false); }
   // The same as a close request from the window manager; onClose may refuse.
   void Close();
   // Where a control is the one to have the focus when the form first shows; the form itself: the

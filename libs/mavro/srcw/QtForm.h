@@ -18,6 +18,8 @@ class FormWidget final : public QWidget {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  // Tab is a dialog key of ours; one that a program keeps from being that belongs to the control.
+  bool focusNextPrevChild(bool) override { return false; }
 
  private:
   void Arrange();

@@ -1,14 +1,23 @@
 #include "QtStrips.h"
 
+#include <QBuffer>
 #include <QHash>
 #include <QImage>
+#include <QImageReader>
 #include <QPixmap>
 #include <cmath>
 
 #include "Application.h"
 #include "Resource.h"
 
+// The stock icons. Naming them here takes them out of the framework's archive into every program that
+// shows pictures and has none of its own with their id.
+extern "C" const mavro::ResourceEntry theStockIcons __asm__("mavro_resource_PNG_1")
+    __attribute__((visibility("hidden")));
+
 namespace mavro {
+
+const ResourceEntry* const theUsedStockIcons __attribute__((used)) = &theStockIcons;
 
 namespace {
 
@@ -17,15 +26,30 @@ constexpr uint64_t cVariant = 0x10000;
 constexpr double cStripScales[] = {1, 1.5, 2, 3};
 constexpr int cIconSides[] = {16, 24, 32, 48, 64, 128};
 constexpr double cDisabledOpacity = 0.5;
+constexpr int cMostIconPictures = 64;
+
+QByteArray ResourceBytes(const char* type, uint64_t id) {
+  const std::string_view bytes = FindResource(type, id);
+  return QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
+}
+
+// A strip of the format that knows no transparency: what has the color of the first pixel is ground.
+QImage BitmapPicture(uint64_t id) {
+  const QImage picture = QImage::fromData(ResourceBytes("BITMAP", id));
+  if (picture.isNull() || picture.hasAlphaChannel()) return picture;
+  QImage result = picture.convertToFormat(QImage::Format_ARGB32);
+  const QImage mask = result.createMaskFromColor(result.pixel(0, 0), Qt::MaskOutColor);
+  result.setAlphaChannel(mask.convertToFormat(QImage::Format_Alpha8));
+  return result;
+}
 
 // Decoded at its first use and kept.
 const QImage& ResourcePicture(uint64_t id) {
   static QHash<quint64, QImage> pictures;
   const auto found = pictures.constFind(id);
   if (found != pictures.constEnd()) return *found;
-  const std::string_view bytes = FindResource("PNG", id);
-  const QImage picture = QImage::fromData(reinterpret_cast<const uchar*>(bytes.data()),
-                                          static_cast<int>(bytes.size()), "PNG");
+  QImage picture = QImage::fromData(ResourceBytes("PNG", id), "PNG");
+  if (picture.isNull()) picture = BitmapPicture(id);
   return *pictures.insert(id, picture.convertToFormat(QImage::Format_ARGB32_Premultiplied));
 }
 
@@ -55,6 +79,20 @@ void AddPicture(QIcon& icon, QImage picture, double scale) {
 QImage Cell(const QImage& strip, int cellWidth, int index) {
   if (index < 0 || (index + 1) * cellWidth > strip.width()) return QImage();
   return strip.copy(index * cellWidth, 0, cellWidth, strip.height());
+}
+
+// All pictures of an icon file.
+QIcon FileIcon(uint64_t id) {
+  QIcon icon;
+  QByteArray bytes = ResourceBytes("ICON", id);
+  QBuffer buffer(&bytes);
+  QImageReader reader(&buffer);
+  for (int i = 0; i < cMostIconPictures; ++i) {
+    const QImage picture = reader.read();
+    if (!picture.isNull()) icon.addPixmap(QPixmap::fromImage(picture));
+    if (!reader.jumpToNextImage()) break;
+  }
+  return icon;
 }
 
 }  // namespace
@@ -87,7 +125,7 @@ QIcon ResourceIcon(int id) {
   }
   const QImage& largest = ResourcePicture(static_cast<uint64_t>(id));
   if (!largest.isNull()) icon.addPixmap(QPixmap::fromImage(largest));
-  return icon;
+  return icon.isNull() ? FileIcon(static_cast<uint64_t>(id)) : icon;
 }
 
 }  // namespace mavro
