@@ -104,10 +104,10 @@ bool Completion::getCompletion(const CaretText& editor, std::string& text, std::
   return !list.empty();
 }
 
-bool Completion::getCallTip(const CaretText& editor, std::string& tip) {
+bool Completion::getCallTip(const CaretText& editor, std::string& tip, int offset) {
   sources.RefreshTags();
   ResolveInfo info;
-  if (!wizard.resolveAt(editor, info, 0)) return false;
+  if (!wizard.resolveAt(editor, info, offset)) return false;
   tip = info.name + info.signature;
   return true;
 }

@@ -36,8 +36,9 @@ class Completion {
   // The list for the text left of the caret, and in `text` the beginning of the names that has been
   // typed already. False when there is nothing to show.
   bool getCompletion(const CaretText& editor, std::string& text, std::string& list);
-  // Name and parameter list of the function whose call stands left of the caret. False without one.
-  bool getCallTip(const CaretText& editor, std::string& tip);
+  // Name and parameter list of the function whose call opens just before the caret, or of that
+  // whose name stands at `offset` bytes from it. False without one.
+  bool getCallTip(const CaretText& editor, std::string& tip, int offset = 0);
   // Appends what a request asks for at the caret.
   void collectCompletions(std::vector<TagItem*>& out, const CaretText& editor,
                           std::string_view text, RequestKind kind);

@@ -90,6 +90,8 @@ class CodeStores : public zendry::CodeSources {
   zendry::TagClass& Class(const std::string& name, int line = 1, const std::string& bases = "") {
     return AddClass(Module(), name, line, bases);
   }
+  // A class that has been added.
+  zendry::TagClass& Existing(const std::string& name) { return Module().classes.at(name); }
   // Tells the index of what a test has filled in.
   void Changed() {
     for (zendry::TagData& data : stores) data.Changed();
