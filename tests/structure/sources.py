@@ -5,6 +5,7 @@ import json
 import os
 import re
 import subprocess
+import sys
 
 import tree
 
@@ -129,6 +130,22 @@ def root_folder_is_short():
         yield 'too many entries before src: ' + ' '.join(entries)
 
 
+def says_nothing(*command):
+    """What a check of another script finds."""
+    result = subprocess.run([sys.executable, '-B', *command], cwd=tree.TOP, text=True, stdout=subprocess.PIPE,
+                            stderr=subprocess.STDOUT)
+    return result.stdout.splitlines() or ([] if result.returncode == 0 else [f'{command[0]} failed'])
+
+
+def projects_list_every_source():
+    """Zendry's own project files, by which it builds itself."""
+    return says_nothing('cmake/projects.py', '--check')
+
+
+def public_interfaces_have_comments():
+    return says_nothing('cmake/reference.py', '--check')
+
+
 def scripts_parse():
     for path, content in text_files():
         if content.startswith(b'#!') and b'sh' in content.split(b'\n', 1)[0].rsplit(b'/', 1)[1] or path.endswith('.sh'):
@@ -139,4 +156,5 @@ def scripts_parse():
 tree.run_named({check.__name__: check for check in (
     toolkit_stays_behind_the_seam, public_headers_name_no_toolkit_type, layers_include_downward_only,
     public_headers_compile_alone, no_stem_stands_twice, every_source_is_built, formatted, lines_end_well,
-    no_path_of_this_machine, files_have_one_screenful_of_purpose, root_folder_is_short, scripts_parse)})
+    no_path_of_this_machine, files_have_one_screenful_of_purpose, root_folder_is_short, projects_list_every_source,
+    public_interfaces_have_comments, scripts_parse)})

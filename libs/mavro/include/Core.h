@@ -44,6 +44,7 @@ enum ControlState {
   cShown = 5
 };
 
+// A place and a size in logical pixels.
 struct Rect {
   int left = 0, top = 0, width = 0, height = 0;
   friend bool operator==(const Rect&, const Rect&) = default;
@@ -56,6 +57,7 @@ class Control : public object {
  public:
   ~Control() override;
 
+  // The size that the control would like to have, and its laying out of what it holds.
   virtual std::pair<int, int> GetSizeHint() const;
   virtual void Layout();
   // Makes the window, then those of the children in order, then fires onCreate.
@@ -125,6 +127,7 @@ class Container : public Control {
   class Impl;
 
   int GetControlCount() const { return static_cast<int>(children.size()); }
+  // Appends `control`, which is not owned.
   void Add(Control* control) { Insert(control, -1); }
   // Puts `control` at `index`, -1 for the end. In a running container its window is made at once.
   void Insert(Control* control, int index);

@@ -10,6 +10,7 @@ class Control;
 // A value of the program that a control shows and changes, as text.
 class DataSource {
  public:
+  // Reads the value into `out`, and takes what the control holds.
   virtual void Get(std::string& out) = 0;
   virtual void Set(const std::string& value) = 0;
 
@@ -25,6 +26,7 @@ class DataLink {
   DataLink(const DataLink&) = delete;
   DataLink& operator=(const DataLink&) = delete;
 
+  // From the value to the control, and back.
   virtual void Load();
   virtual void Save();
 

@@ -13,6 +13,7 @@ class Edit : public Control {
   enum DataType { cNormal, cInteger, cFloat, cUpperCase, cPassword };
 
   Edit();
+  // Selects the whole text.
   void SelectAll();
   // Checks the text as Enter and leaving the control do: fires onValidate. Answers whether the text
   // is valid; false also when a handler has destroyed the control.

@@ -11,6 +11,7 @@ namespace mavro {
 class DrawSurface;
 class Picture;
 
+// A point in the coordinates of what it lies in.
 struct Point {
   int x = 0, y = 0;
   friend bool operator==(const Point&, const Point&) = default;
@@ -108,6 +109,7 @@ class Graphics {
   void MoveTo(int x, int y);
   void LineTo(int x, int y);
 
+  // Without an outline.
   void FillRect(const Rect& rect, Color color);
   // The whole bitmap or picture, drawn into `target`.
   void DrawBitmap(const Bitmap& bitmap, const Rect& target);

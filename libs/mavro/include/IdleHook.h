@@ -14,6 +14,7 @@ struct IdleSlot {
   void (*changed)() = nullptr;
 };
 
+// The one slot of the process.
 IdleSlot& TheIdleSlot();
 
 // Waits until `descriptor` can be read or `milliseconds` have passed; -1 waits for ever. Answers

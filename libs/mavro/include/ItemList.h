@@ -14,6 +14,7 @@ class ItemList {
   ItemList(const ItemList&) = delete;
   ItemList& operator=(const ItemList&) = delete;
 
+  // An index must be that of an item.
   void Add(const std::string& item) { Insert(item, -1); }
   void Insert(const std::string& item, int index);  // -1: at the end
   void Remove(int index);

@@ -14,6 +14,7 @@ class ListView : public Control {
   class Impl;
   ListView();
 
+  // Appends a column on the right.
   void AddColumn(const std::string& title, int width);
   // Appends a row and answers its index.
   int AddRow(const std::string& firstCell);

@@ -35,6 +35,7 @@ class MenuItem : public object {
  public:
   explicit MenuItem(Menu* owner, Action* itsAction = nullptr) : action(itsAction), menu(owner) {}
 
+  // Called by the menu: grays the row, makes it in the native menu, forgets it there.
   virtual void Enable(bool on);
   virtual void Insert(ActionMenu* into);
   virtual void Detach();

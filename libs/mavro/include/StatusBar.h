@@ -11,6 +11,7 @@ namespace mavro {
 class StatusBar : public Control {
  public:
   class Impl;
+  // One field of the bar.
   struct Pane {
     int width = 0;
     std::string text;
@@ -18,6 +19,7 @@ class StatusBar : public Control {
   };
 
   StatusBar();
+  // Panes stand from left to right and are named by their index, which must exist.
   void AddPane(int width, const std::string& text);
   void SetPane(int index, const std::string& text, int style = 0);
   const std::string& PaneText(int index) const;

@@ -29,6 +29,7 @@ struct FileQuestion {
 // scripted answers; without windows, messages go to standard error, questions are answered with the
 // harmless choice (Cancel, else No) and file dialogs are cancelled.
 struct DialogTable {
+  // Shows a message box with the buttons and the picture that `flags` tell.
   Answer (*message)(const std::string& text, const std::string& title, int flags);
   // The chosen absolute paths, forward slashes; empty when cancelled.
   std::vector<std::string> (*chooseFiles)(const FileQuestion& question);
@@ -39,6 +40,7 @@ struct DialogTable {
   bool (*chooseColor)(const std::string& title, Color& color);
 };
 
+// The table in force; its entries may be replaced.
 DialogTable& Dialogs();
 
 // Shows `text` under the title "Information".

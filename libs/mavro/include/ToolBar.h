@@ -16,6 +16,7 @@ class ToolBar : public Control {
   ToolBar();
   ~ToolBar() override;
 
+  // One place of the bar: a button, a separator or a control.
   struct Row {
     int id = 0;                // the row's index
     Action* action = nullptr;  // not owned; null for separators, controls and plain buttons

@@ -10,8 +10,8 @@
 #include "Application.h"
 #include "Resource.h"
 
-// The stock icons. Naming them here takes them out of the framework's archive into every program that
-// shows pictures and has none of its own with their id.
+// The stock icons. Naming them here takes them out of the framework's archive into every program
+// that shows pictures and has none of its own with their id.
 extern "C" const mavro::ResourceEntry theStockIcons __asm__("mavro_resource_PNG_1")
     __attribute__((visibility("hidden")));
 
@@ -33,7 +33,8 @@ QByteArray ResourceBytes(const char* type, uint64_t id) {
   return QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
 }
 
-// A strip of the format that knows no transparency: what has the color of the first pixel is ground.
+// A strip of the format that knows no transparency: what has the color of the first pixel is
+// ground.
 QImage BitmapPicture(uint64_t id) {
   const QImage picture = QImage::fromData(ResourceBytes("BITMAP", id));
   if (picture.isNull() || picture.hasAlphaChannel()) return picture;
