@@ -1,5 +1,9 @@
 #include "FileReader.h"
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 namespace zendry {
 namespace {
 
@@ -23,8 +27,16 @@ void FileReader::ungetc(int c) {
   if (stream != nullptr) std::ungetc(c, File(stream));
 }
 
+// Opening a pipe would wait for a writer; only regular files are sources.
 bool FileReader::open(const char* path) {
-  stream = std::fopen(path, "rb");
+  const int file = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  if (file < 0) return false;
+  struct stat status;
+  const bool isRegular = fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+  if (isRegular)
+    stream = fdopen(file, "rb");
+  else
+    ::close(file);
   return stream != nullptr;
 }
 

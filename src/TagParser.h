@@ -54,12 +54,11 @@ class TagParser {
   bool readIfZero = false;       // what stands behind `#if 0` is read
 
  private:
-  friend class TagReading;
-
   bool OpenSource(const std::string& path);
-  bool RunPasses();
   void CountTag();
-  TagClass& EnsureClass(const TagFacts& entry);
+  TagClass& EnsureClass(std::string_view name);
+  void StoreItem(const TagFacts& facts);
+  void StoreClass(const TagFacts& facts);
 
   TagData* tagData = nullptr;
   FileReader* reader = nullptr;
@@ -67,6 +66,8 @@ class TagParser {
   std::string lastType;  // type of the last tag that had one
   int tagCount = 0;
   int fileId = 0;
+  TagClass* lastClass = nullptr;  // the one that the last tag went to
+  std::string_view lastClassName;
 };
 
 extern TagParser theTagParser;
