@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "NativePicture.h"
+#include "PictureHeader.h"
 
 namespace mavro {
 
@@ -32,6 +33,10 @@ Bitmap BitmapOf(const QImage& image) {
 }  // namespace
 
 PictureResult DecodePicture(std::string_view bytes, Bitmap& decoded) {
+  const auto claimed = ReadClaimedSize(bytes);
+  if (claimed && claimed->width > 0 && claimed->height > 0 &&
+      !Bitmap::IsPossible(claimed->width, claimed->height))
+    return PictureResult::cTooLarge;
   QByteArray data = QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
   QBuffer buffer(&data);
   buffer.open(QIODevice::ReadOnly);
