@@ -39,7 +39,7 @@ void LineInput::Start(FileReader& newReader, TagData& newStore) {
   next = end = buffer.data();
   lineStart = cursor = lineEnd = next;
   linePushback = lineNumber = tagLine = 0;
-  eof = isReaderDone = endsInReturn = hasZeros = false;
+  isTooLong = eof = isReaderDone = endsInReturn = hasZeros = false;
 }
 
 int LineInput::TakePushback() {
@@ -87,7 +87,9 @@ void LineInput::ReadLine() {
 // A newline behind the longest part of the line that is still read. There is room for it, since
 // nothing behind it is read any more.
 void LineInput::CutTooLong(const char* start) {
+  isTooLong = true;
   theTagParser.logMessage("Line to long");
+  theTagParser.gaveUp = true;
   char* forced = buffer.data() + (start - buffer.data()) + cLongestLine + 1;
   *forced = '\n';
   lineEnd = forced + 1;

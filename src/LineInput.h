@@ -40,6 +40,7 @@ class LineInput {
   const char* lineEnd = nullptr;  // behind the newline, if the line has one
   int linePushback = 0;           // a byte to come first, 0 for none
   int lineNumber = 0;             // lines started
+  bool isTooLong = false;         // a line has ended the source
   int tagLine = 0;                // the number that tags carry
 
  private:

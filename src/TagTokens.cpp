@@ -259,7 +259,7 @@ bool TagC::SkipTemplateArguments() {
   int groups = 0;
   for (int depth = 1; depth > 0;) {
     const int c = NextChar();
-    const bool isEnd = c == -1 || c == ';' || c == '{' || c == '}' || (c == ')' && groups == 0);
+    const bool isEnd = c == -1 || (groups == 0 && (c == ';' || c == '{' || c == '}' || c == ')'));
     if (isEnd) {
       if (c != -1) theCpp.sourceUngetc(c);
       return FailToMatch('<', line);

@@ -1,0 +1,4 @@
+struct A {
+  struct { int x; };
+  union { int y; };
+};

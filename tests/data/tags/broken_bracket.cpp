@@ -1,0 +1,3 @@
+int a;
+int b[3;
+int c;

@@ -1,0 +1,3 @@
+int a;
+char c = 'x;
+int b;

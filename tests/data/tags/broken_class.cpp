@@ -1,0 +1,7 @@
+class
+class {
+class : {
+class A : ,, B< { int x; };
+}
+}
+int after;

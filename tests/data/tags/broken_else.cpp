@@ -1,0 +1,7 @@
+#else
+int a;
+#elif X
+int b;
+#endif
+#endif
+int c;

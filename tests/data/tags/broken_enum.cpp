@@ -1,0 +1,2 @@
+enum E { A, , B = , C
+int x;

@@ -1,0 +1,4 @@
+class A {
+  int a = 3
+}
+int b;

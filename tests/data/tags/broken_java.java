@@ -1,0 +1,5 @@
+int a;
+extern int b;
+x, y;
+enum E { A, B }
+class { int c; }

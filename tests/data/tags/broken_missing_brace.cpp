@@ -1,0 +1,4 @@
+class A {
+  int x;
+int y;
+void f() {

@@ -1,0 +1,6 @@
+struct A {
+  operator;
+  operator();
+  operator
+};
+int operator

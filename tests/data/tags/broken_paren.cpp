@@ -1,0 +1,3 @@
+int a;
+int f(int b;
+int c;

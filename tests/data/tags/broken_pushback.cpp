@@ -1,0 +1,6 @@
+f(a(\??
+int b;
+#if 0
+\?\?\?\?
+#endif
+int c;

@@ -1,0 +1,3 @@
+int a;
+auto s = R"x( open )y";
+int b;

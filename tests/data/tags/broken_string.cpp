@@ -1,0 +1,3 @@
+int a;
+char* s = "open;
+int b;

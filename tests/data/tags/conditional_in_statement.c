@@ -1,0 +1,11 @@
+int f(
+#ifdef A
+  int a)
+{
+#else
+  char b)
+{
+#endif
+  return 1;
+}
+int after;

@@ -1,0 +1,1 @@
+class Café { int été; void naïve() { } }

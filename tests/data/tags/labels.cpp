@@ -1,0 +1,5 @@
+int a;
+label:
+int b;
+void f() { switch (x) { case 1: default: break; } }
+int c;

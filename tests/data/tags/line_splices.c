@@ -1,0 +1,5 @@
+#define A \
+  struct no { int x; };
+int a \
+  ;
+int b;

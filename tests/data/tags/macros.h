@@ -1,0 +1,3 @@
+#define A
+#define _HIDDEN
+#define $dollar

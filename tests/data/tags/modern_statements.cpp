@@ -1,0 +1,11 @@
+using A = int;
+using namespace std;
+template <class T> using B = std::vector<T>;
+static_assert(true);
+constexpr int c = 1;
+inline constexpr double d{2.0};
+auto e = [](int x) { return x; };
+auto f() -> int;
+decltype(e) g;
+constinit thread_local int h = 3;
+int after;

@@ -1,0 +1,8 @@
+#if 0
+#if 1
+int never;
+#else
+int neither;
+#endif
+#endif
+int seen;

@@ -1,0 +1,6 @@
+class A {
+  virtual void f() = 0;
+  virtual void g();
+  virtual ~A() {}
+  void h();
+};

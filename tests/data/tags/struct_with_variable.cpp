@@ -1,0 +1,2 @@
+struct S { int x; } v;
+struct { int y; } w, *u;

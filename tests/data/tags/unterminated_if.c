@@ -1,0 +1,8 @@
+#if 0
+int never;
+#endif
+#endif
+#endif
+int seen;
+#if 1
+int last;
