@@ -231,7 +231,7 @@ void MainForm::ShowPage(int index) {
   bottomTabs.selectedIndex = index;
 }
 
-void MainForm::OnBuildMode(mavro::NotifyArgs&) {
+void MainForm::OnBuildMode(mavro::ItemArgs&) {
   if (theDebugger.IsRunning())
     mavro::Information("Stop debugger first!");
   else if (theBuildActs.IsBuilding())

@@ -143,7 +143,7 @@ class MainForm : public mavro::Form, public Shell {
   void OnCloseLeft(mavro::NotifyArgs& args);
   void OnPaneButton(mavro::NotifyArgs& args);
   void OnToolButton(mavro::NotifyArgs& args);
-  void OnBuildMode(mavro::NotifyArgs& args);
+  void OnBuildMode(mavro::ItemArgs& args);
 
   void OpenStartupFile();
   void ShowPart(mavro::Control& part, bool on);

@@ -51,7 +51,7 @@ std::string PathOf(int id) {
 }  // namespace
 
 ProjectTree::ProjectTree() {
-  imageStrip = cTreeStrip;
+  imageList = cTreeStrip;
   onChoose.Add_H(this, &ProjectTree::OnOpenFile);
   onKeyDown.Add_H(this, &ProjectTree::OnTreeKey);
 }

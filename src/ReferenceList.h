@@ -22,7 +22,7 @@ class ReferenceList : public mavro::TabPage {
   // Appends to the last row's text, of which no more is kept than anybody reads.
   void AppendToLast(std::string_view message);
   void Clear();
-  int RowCount() const { return list.rowCount(); }
+  int RowCount() const { return list.rowCount; }
 
   // Opens the current place; does nothing when there is no such file.
   void ShowCurrent();

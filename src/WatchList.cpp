@@ -11,7 +11,7 @@ WatchList::WatchList() {
 }
 
 void WatchList::Prepare() {
-  if (list.rowCount() == 0) list.AddRow("");
+  if (list.rowCount == 0) list.AddRow("");
 }
 
 void WatchList::Clear() {

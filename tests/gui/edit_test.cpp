@@ -230,7 +230,7 @@ TEST(Edit, Valid_FollowsTheHandlers) {
   edit.text = "1e";
   EXPECT_FALSE(edit.Valid());
   edit.text = "1";
-  log.Listen("refuse", edit.onValidate, [](NotifyArgs& args) { args.value = 0; });
+  log.Listen("refuse", edit.onValidate, [](ItemArgs& args) { args.value = 0; });
   EXPECT_FALSE(edit.Valid());
   EXPECT_EQ(log.Take(), "refuse:1 ");
 }
@@ -249,8 +249,10 @@ TEST(Edit, Destroyed_InItsOwnEvents) {
     test::EventLog log;
     EditForm form;
     auto edit = std::make_unique<Edit>();
-    log.Listen("gone", byChange ? edit->onChange : edit->onValidate,
-               [&](NotifyArgs&) { edit.reset(); });
+    if (byChange)
+      log.Listen("gone", edit->onChange, [&](NotifyArgs&) { edit.reset(); });
+    else
+      log.Listen("gone", edit->onValidate, [&](ItemArgs&) { edit.reset(); });
     form.Add(edit.get());
     test::RunForm(form, false, [&] {
       edit->Focus();

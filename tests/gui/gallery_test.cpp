@@ -63,7 +63,7 @@ struct Gallery : Form {
     Place(grayed, 468, 8, 80, 24, "disabled");
     grayed.enabled = false;
     Place(centered, 556, 10, 190, 18, "Centered && bold");
-    centered.align = Label::cCenter;
+    centered.align = Align::cCenter;
     centered.font = Font(0, Font::cBold);
   }
 

@@ -30,7 +30,7 @@ class IdeBuild : public testing::Test {
  protected:
   static std::string Output() { return theMainForm->output.text; }
   static std::vector<std::string> Errors() { return IdeDriver::Rows(theMainForm->errorList.list); }
-  static int CaretLine() { return theMainForm->editTabs.Active()->editor->CaretLine(); }
+  static int CaretLine() { return theMainForm->editTabs.Active()->editor->ShownLine(); }
   // Calls `script` from the message queue while the next build handles what waits between files.
   static void WhileBuilding(const std::function<void()>& script) {
     auto* poll = new QTimer;
@@ -194,7 +194,7 @@ TEST_F(IdeBuild, ProjectCommands_DuringABuild_AreRefused) {
         theFileActs.OnCommand(id);
       theMainForm->projectTree.Focus();
       IdeDriver::Press(Qt::Key_Delete);
-      mavro::NotifyArgs args{&theMainForm->buildMode, 1};
+      mavro::ItemArgs args{&theMainForm->buildMode, 1};
       theMainForm->buildMode.selectedIndex = cDebug;
       theMainForm->buildMode.onSelChanged.Fire(args);
     });

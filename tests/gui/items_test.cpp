@@ -272,7 +272,7 @@ TEST(ComboBox, Destroyed_InOnSelChanged) {
   box->items.Add("b");
   box->chooseOnly = true;
   box->SetLocation(130, 80);
-  log.Listen("gone", box->onSelChanged, [&](NotifyArgs&) { box.reset(); });
+  log.Listen("gone", box->onSelChanged, [&](ItemArgs&) { box.reset(); });
   form.Add(box.get());
   test::RunForm(form, false, [&] {
     box->Focus();
@@ -289,7 +289,7 @@ TEST(ComboBox, Destroyed_ByAChoiceInThePopup) {
   box->items.Add("b");
   box->chooseOnly = true;
   box->SetLocation(130, 80);
-  log.Listen("gone", box->onSelChanged, [&](NotifyArgs&) { box.reset(); });
+  log.Listen("gone", box->onSelChanged, [&](ItemArgs&) { box.reset(); });
   form.Add(box.get());
   test::RunForm(form, false, [&] {
     QComboBox* widget = ItemsForm::BoxWidget(*box);

@@ -29,7 +29,7 @@ struct LabelForm : Form {
 TEST(Label, NewOne_HasTheUsualSize) {
   Label label;
   EXPECT_EQ(label.Bounds(), (Rect{0, 0, 80, 18}));
-  EXPECT_EQ(label.align, Label::cLeft);
+  EXPECT_EQ(label.align, Align::cLeft);
 }
 
 TEST(Label, Mnemonic_FocusesTheNextControl) {
@@ -74,10 +74,10 @@ TEST(Label, WithoutANextControl_TheMarkIsNotShown) {
 
 TEST(Label, Align_BeforeAndWithTheWindow) {
   LabelForm form;
-  form.label.align = Label::cRight;
+  form.label.align = Align::cRight;
   test::RunForm(form, false, [&] {
     EXPECT_TRUE(form.Widget()->alignment() & Qt::AlignRight);
-    form.label.align = Label::cCenter;
+    form.label.align = Align::cCenter;
     EXPECT_TRUE(form.Widget()->alignment() & Qt::AlignHCenter);
   });
 }

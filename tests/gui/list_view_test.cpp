@@ -59,8 +59,8 @@ TEST(ListView, NewOne_HasTheUsualLook) {
   EXPECT_TRUE(list.headerVisible);
   EXPECT_FALSE(list.showSelection);
   EXPECT_EQ(list.selectedIndex, -1);
-  EXPECT_EQ(list.colCount(), 0);
-  EXPECT_EQ(list.rowCount(), 0);
+  EXPECT_EQ(list.colCount, 0);
+  EXPECT_EQ(list.rowCount, 0);
 }
 
 TEST(ListView, Cells_AnyBytes_ComeOutAsTheyWent) {
@@ -316,7 +316,7 @@ TEST(ListView, Cleared_InItsOwnEvents) {
   form.log.Listen("clear", form.list.onChangeSel, [&](NotifyArgs&) { form.list.Clear(); });
   test::RunForm(form, false, [&] {
     form.ClickRow(3);
-    EXPECT_EQ(form.list.rowCount(), 0);
+    EXPECT_EQ(form.list.rowCount, 0);
     EXPECT_EQ(form.list.selectedIndex, -1);
   });
 }

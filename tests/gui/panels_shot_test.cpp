@@ -71,7 +71,7 @@ struct PanelsForm : Form {
     leftTabs.Add(&projectPage);
     leftTabs.Add(&classesPage);
     tree.dock = Dock::cFill;
-    tree.imageStrip = 0x6F;
+    tree.imageList = 0x6F;
     TreeNode* sources = tree.AddNode(nullptr, "Source Files", 0, 0);
     TreeNode* gui = tree.AddNode(sources, "gui", 0, 1);
     tree.AddNode(gui, "a_source_file_with_a_name_too_long_for_the_panel.cpp", 1, 2);

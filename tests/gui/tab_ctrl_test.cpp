@@ -189,6 +189,7 @@ TEST(TabCtrl, Switching_WhatHadTheFocusIsGone_FirstControlGetsIt) {
 
 TEST(TabCtrl, Text_OfAPage_IsItsCaption) {
   TabForm form;
+  form.tabs->closable = true;
   test::RunForm(form, false, [&] {
     form.pages[1]->text = "a & b.cpp";
     EXPECT_EQ(form.Row()->tabText(1), "a && b.cpp");
@@ -440,6 +441,41 @@ TEST(TabCtrlDeathTest, IndexesOutOfRange) {
   EXPECT_DEATH(form.tabs->Add(form.pages[0].get()), "ctrl->parent==NULL");
   test::RunForm(form, false,
                 [&] { EXPECT_DEATH(form.tabs->selectedIndex = 3, "ix>-1 && ix<tabs.size\\(\\)"); });
+}
+
+TEST(TabCtrl, ImageList_ShowsThePagesPictures) {
+  TabForm form;
+  form.tabs->imageList = 1;
+  form.tabs->SetPageImage(1, 1);
+  test::RunForm(form, false, [&] {
+    EXPECT_TRUE(form.Row()->tabIcon(0).isNull());
+    EXPECT_FALSE(form.Row()->tabIcon(1).isNull());
+    form.tabs->SetPageImage(0, 2);
+    EXPECT_FALSE(form.Row()->tabIcon(0).isNull());
+    form.tabs->SetPageImage(0, -1);
+    EXPECT_TRUE(form.Row()->tabIcon(0).isNull());
+  });
+}
+
+TEST(TabCtrlDeath, ImageList_SetTwiceOrMissing_Stops) {
+  TabForm form;
+  EXPECT_DEATH(form.tabs->SetPageImage(0, 1), "imageList != NULL");
+  form.tabs->imageList = 1;
+  EXPECT_DEATH(form.tabs->imageList = 2, "imageList == 0");
+  EXPECT_DEATH(form.tabs->SetPageImage(3, 1), "ix>-1 && ix<tabs.size\\(\\)");
+}
+
+TEST(TabCtrl, Mnemonics_OnlyWhereTabsCantBeClosed) {
+  TabForm form;
+  form.pages[1]->text = "&Second";
+  test::RunForm(form, false, [&] {
+    test::Key(form, Qt::Key_S, Qt::AltModifier);
+    EXPECT_EQ(form.tabs->selectedIndex, 1);
+    form.tabs->selectedIndex = 0;
+    form.tabs->closable = true;
+    test::Key(form, Qt::Key_S, Qt::AltModifier);
+    EXPECT_EQ(form.tabs->selectedIndex, 0);
+  });
 }
 
 }  // namespace

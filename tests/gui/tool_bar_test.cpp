@@ -160,7 +160,7 @@ TEST(ToolBar, Command_DisablesAndEnablesTheButton) {
 TEST(ToolBar, Control_StandsInTheRowAndReachesItsHandlers) {
   struct ModeForm : BarForm {
     ModeForm() { mode.onSelChanged.Add_H(this, &ModeForm::Changed); }
-    void Changed(NotifyArgs&) { log += "mode " + std::to_string(mode.selectedIndex) + "; "; }
+    void Changed(ItemArgs&) { log += "mode " + std::to_string(mode.selectedIndex) + "; "; }
   } form;
   test::RunForm(form, false, [&] {
     EXPECT_EQ(form.mode.parent, form.bar.get());

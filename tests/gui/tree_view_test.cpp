@@ -373,5 +373,74 @@ TEST(TreeViewDeathTest, InsertNode_BehindTheEnd) {
   EXPECT_DEATH(form.tree->InsertNode(form.inc, 2, "x", 1), "at <= static_cast<int>");
 }
 
+// Adds a child to the first node that is expanded, and none to any other.
+struct FillForm : TreeForm {
+  TreeNode *full = nullptr, *empty = nullptr;
+  FillForm() {
+    full = tree->AddNode(nullptr, "full", 31);
+    empty = tree->AddNode(nullptr, "empty", 32);
+    tree->SetFillsOnExpand(full);
+    tree->SetFillsOnExpand(empty);
+    tree->onExpand.Add_H(this, &FillForm::Fill);
+  }
+  void Fill(TreeArgs& args) {
+    if (args.node == full) tree->AddNode(full, "child", 311);
+  }
+  void Open(const std::string& label) {
+    const QPoint at = Widget()->viewport()->mapFrom(Widget(), PlaceOf(label));
+    Widget()->setExpanded(Widget()->indexAt(at), true);
+  }
+};
+
+TEST(TreeView, FillsOnExpand_ChildrenComeWithTheExpansion) {
+  FillForm form;
+  test::RunForm(form, false, [&] {
+    form.Open("full");
+    EXPECT_TRUE(form.IsShown("child"));
+    EXPECT_TRUE(form.full->expanded);
+    EXPECT_FALSE(form.full->fillsOnExpand);
+    EXPECT_EQ(form.log, "expand full; ");
+  });
+}
+
+TEST(TreeView, FillsOnExpand_NothingCame_ShowsNoneNoLonger) {
+  FillForm form;
+  test::RunForm(form, false, [&] {
+    const auto hasChildren = [&] {
+      const QPoint at = form.Widget()->viewport()->mapFrom(form.Widget(), form.PlaceOf("empty"));
+      return form.Widget()->model()->hasChildren(form.Widget()->indexAt(at));
+    };
+    EXPECT_TRUE(hasChildren());
+    form.Open("empty");
+    EXPECT_FALSE(hasChildren());
+  });
+}
+
+TEST(TreeView, FillsOnExpand_HandlerRemovesTheNode) {
+  struct RemovingForm : FillForm {
+    RemovingForm() { tree->onExpand.Add_H(this, &RemovingForm::Remove); }
+    void Remove(TreeArgs& args) { tree->RemoveNode(args.node); }
+  } form;
+  test::RunForm(form, false, [&] {
+    form.Open("full");
+    EXPECT_EQ(form.tree->FindData(31), nullptr);
+    EXPECT_FALSE(form.IsShown("full"));
+  });
+}
+
+TEST(TreeView, ImageList_ChangedLive) {
+  TreeForm form;
+  form.tree->AddNode(nullptr, "pictured", 41, 1);
+  test::RunForm(form, false, [&] {
+    const QPoint at = form.Widget()->viewport()->mapFrom(form.Widget(), form.PlaceOf("pictured"));
+    const auto picture = [&] {
+      return form.Widget()->indexAt(at).data(Qt::DecorationRole).value<QIcon>();
+    };
+    EXPECT_TRUE(picture().isNull());
+    form.tree->imageList = 1;
+    EXPECT_FALSE(picture().isNull());
+  });
+}
+
 }  // namespace
 }  // namespace mavro

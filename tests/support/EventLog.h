@@ -2,9 +2,11 @@
 
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string>
+#include <type_traits>
 
-#include "Handlers.h"
+#include "Events.h"
 
 namespace test {
 
@@ -19,31 +21,33 @@ namespace test {
 class EventLog {
  public:
   // `also` is called after the event has been written down; it may do anything.
-  void Listen(const std::string& name, mavro::NotifyEvent& event,
-              std::function<void(mavro::NotifyArgs&)> also = {}) {
-    listeners.emplace_back(name, *this, std::move(also));
-    event.Add_H(&listeners.back(), &Listener::On);
+  template <class Args>
+  void Listen(const std::string& name, mavro::Event<Args>& event,
+              std::type_identity_t<std::function<void(Args&)>> also = {}) {
+    auto listener = std::make_unique<Listener<Args>>(name, *this, std::move(also));
+    event.Add_H(listener.get(), &Listener<Args>::On);
+    listeners.push_back(std::move(listener));
   }
 
   // What has been written since the last time.
   std::string Take() { return std::exchange(lines, {}); }
 
  private:
+  template <class Args>
   struct Listener : mavro::object {
-    Listener(const std::string& itsName, EventLog& its,
-             std::function<void(mavro::NotifyArgs&)> more)
+    Listener(const std::string& itsName, EventLog& its, std::function<void(Args&)> more)
         : name(itsName), log(its), also(std::move(more)) {}
-    void On(mavro::NotifyArgs& args) {
+    void On(Args& args) {
       log.lines += name + ":" + std::to_string(args.value) + " ";
       if (also) also(args);
     }
 
     std::string name;
     EventLog& log;
-    std::function<void(mavro::NotifyArgs&)> also;
+    std::function<void(Args&)> also;
   };
 
-  std::deque<Listener> listeners;
+  std::deque<std::unique_ptr<mavro::object>> listeners;
   std::string lines;
 };
 

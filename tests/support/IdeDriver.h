@@ -1,6 +1,8 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QToolButton>
 #include <functional>
@@ -126,9 +128,9 @@ class IdeDriver {
   // The rows of a list, cells joined by "|".
   static std::vector<std::string> Rows(const mavro::ListView& list) {
     std::vector<std::string> rows;
-    for (int row = 0; row < list.rowCount(); ++row) {
+    for (int row = 0; row < list.rowCount; ++row) {
       std::string cells = list.GetCell(row, 0);
-      for (int column = 1; column < list.colCount(); ++column)
+      for (int column = 1; column < list.colCount; ++column)
         cells += "|" + list.GetCell(row, column);
       rows.push_back(cells);
     }
@@ -153,6 +155,15 @@ class IdeDriver {
 
   std::string Ini() const {
     return home.Exists(".zendry/zendry.ini") ? home.Read(".zendry/zendry.ini") : "";
+  }
+
+  // Leaves unsaved work behind as a program that was killed does.
+  void LeaveRescued(const std::string& kind, const std::string& path, const std::string& text) {
+    const pid_t gone = fork();
+    if (gone == 0) _exit(0);
+    waitpid(gone, nullptr, 0);
+    home.Write(".zendry/rescue/" + kind + "-" + std::to_string(gone) + "-1",
+               path + std::string(1, '\0') + text);
   }
 
   TempFolder home;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,11 +14,20 @@ namespace mavro {
 
 class ActionMenu;
 class Container;
+class Control;
+class DataLink;
+class DataSource;
 class Form;
 class SysImpl;
 
 // Edge of its container that a control is laid along.
 enum class Dock : int { cNone, cTop, cBootom, cLeft, cRight, cFill };
+
+// Which way a control lies. Designed forms write these names without a prefix.
+enum Orientation : int { cHorizontal, cVertical };
+
+// The line around a control.
+enum class BorderStyle : int { cNone, cFixed3d, cStatic, cFrame, cRised };
 
 enum class Cursor : int {
   cDefault,
@@ -48,6 +58,22 @@ enum ControlState {
 struct Rect {
   int left = 0, top = 0, width = 0, height = 0;
   friend bool operator==(const Rect&, const Rect&) = default;
+};
+
+// Ties a control to a value of the program by the link that suits its kind; the link is the
+// control's own.
+class DataLinkProperty {
+ public:
+  explicit DataLinkProperty(Control& its) : control(its) {}
+  DataLinkProperty(const DataLinkProperty&) = delete;
+
+  // `source` is not owned; null ends the tie.
+  DataLinkProperty& operator=(DataSource* source);
+  DataSource* Get() const;
+
+ private:
+  Control& control;
+  std::shared_ptr<DataLink> link;
 };
 
 // A visible thing: plain properties and events, paired with a SysImpl that holds the native window.
@@ -94,7 +120,11 @@ class Control : public object {
   WriteProperty<Cursor> cursor;
   WriteProperty<Color> foreColor, backColor;
   WriteProperty<Font> font;
+  WriteProperty<BorderStyle> borderStyle;
   WriteProperty<std::string> hint;
+  WriteProperty<std::string> toolTip;  // the hint, by the name that designed forms use
+
+  DataLinkProperty dataLink;
 
   NotifyEvent onCreate;
   KeyEvent onKeyDown, onKeyUp, onChar;

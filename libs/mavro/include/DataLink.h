@@ -4,6 +4,7 @@
 
 namespace mavro {
 
+class ButtonGroup;
 class CheckBox;
 class Control;
 
@@ -32,9 +33,6 @@ class DataLink {
 
   DataSource* source = nullptr;  // not owned; without one the link does nothing
   Control* control;
-
- protected:
-  ~DataLink() = default;
 };
 
 // The link of a check box: checked is "1", anything else is not; saved as "1" or "0".
@@ -43,6 +41,16 @@ class CheckDataLink : public DataLink {
   explicit CheckDataLink(CheckBox* box);
   void Load() override;
   void Save() override;
+};
+
+// The link of a radio or check group: what is selected, as a decimal number.
+class GroupDataLink : public DataLink {
+ public:
+  explicit GroupDataLink(ButtonGroup* group);
+  void Load() override;
+  void Save() override;
+
+  const int* selected;  // the group's own value
 };
 
 // Saves the links of a tree of controls, children before their parent.

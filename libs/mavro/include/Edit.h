@@ -21,8 +21,9 @@ class Edit : public Control {
 
   WriteProperty<int> dataType;
   WriteProperty<bool> readOnly;
-  NotifyEvent onChange;    // the user has changed the text
-  NotifyEvent onValidate;  // value: 1 if the text suits `dataType`, else 0; handlers may change it
+  NotifyEvent onChange;  // the user has changed the text
+  // The text, and as value 1 if it suits `dataType`, else 0; handlers may change the value.
+  ItemEvent onValidate;
 
  protected:
   explicit Edit(SysImpl* newImpl);

@@ -1,10 +1,13 @@
 #pragma once
 
+#include <string>
+
 #include "Handlers.h"
 
 namespace mavro {
 
 class Control;
+struct TreeNode;
 
 // Keys and buttons held down while an input event is handled, as bits.
 enum Modifiers { cShift = 1, cControl = 2, cPrimary = 4, cAltOrMiddle = 8, cLeftEvent = 0x10 };
@@ -33,7 +36,24 @@ struct MouseArgs {
   int wheel = 0;  // degrees turned, away from the user positive; cWheel only
 };
 
+// Something about one item of a control: a row, a cell, or the one text there is.
+struct ItemArgs {
+  Control* sender = nullptr;
+  int value = 0;     // what the event tells; a handler may change it for the sender to read
+  int row = -1;      // which item; -1 for none
+  int col = -1;      // its column, where there are columns
+  std::string text;  // the item's text
+};
+
+// Something happened to a node of a tree.
+struct TreeArgs {
+  Control* sender = nullptr;
+  TreeNode* node = nullptr;
+};
+
 using KeyEvent = Event<KeyArgs>;
 using MouseEvent = Event<MouseArgs>;
+using ItemEvent = Event<ItemArgs>;
+using TreeEvent = Event<TreeArgs>;
 
 }  // namespace mavro

@@ -4,13 +4,14 @@
 
 namespace mavro {
 
+enum class Align : int { cLeft, cCenter, cRight };
+
 // A line of text that takes no input. Its "&" gives the next control a mnemonic.
 class Label : public Control {
  public:
   class Impl;
-  enum Align { cLeft, cCenter, cRight };
   Label();
-  WriteProperty<int> align;
+  WriteProperty<Align> align;
 };
 
 }  // namespace mavro

@@ -26,7 +26,8 @@ class ComboBox : public Control {
   ItemList items;
   WriteProperty<int> selectedIndex;
   WriteProperty<bool> chooseOnly;  // the user may not type a text of his own
-  NotifyEvent onSelChanged;        // by the user only, not by assignment
+  // By the user only, not by assignment; row and value: the selected index.
+  ItemEvent onSelChanged;
 };
 
 }  // namespace mavro

@@ -7,6 +7,30 @@
 
 namespace mavro {
 
+class ListView;
+
+// The columns of a list view, from left to right. The last one takes the room that is left.
+class ListColumns {
+ public:
+  explicit ListColumns(ListView& list) : owner(list) {}
+  ListColumns(const ListColumns&) = delete;
+  ListColumns& operator=(const ListColumns&) = delete;
+
+  // Appends a column on the right. A column is named by its index, which must exist.
+  void Add(const std::string& title, int width = cWidth);
+  int GetCount() const;
+  const std::string& Title(int col) const;
+  void SetTitle(int col, const std::string& title);
+  // Whether the user may edit the cells below, where the list's editLabels allows it; true at
+  // first.
+  void SetEditable(int col, bool on);
+
+  static constexpr int cWidth = 100;  // of a column whose width nobody has told
+
+ private:
+  ListView& owner;
+};
+
 // A table of rows with a header. Rows are kept here before the window exists and shared with it
 // after; adding a row costs the same however many there are.
 class ListView : public Control {
@@ -14,32 +38,47 @@ class ListView : public Control {
   class Impl;
   ListView();
 
-  // Appends a column on the right.
-  void AddColumn(const std::string& title, int width);
+  // The same as `columns.Add`.
+  void AddColumn(const std::string& title, int width) { columns.Add(title, width); }
   // Appends a row and answers its index.
   int AddRow(const std::string& firstCell);
+  void RemoveRow(int row);
   // Row and column must exist. Row -1 stands for none, as selectedIndex does: it has no cells and
   // no data, and setting them does nothing.
   void SetCell(int row, int col, const std::string& cell);
   std::string GetCell(int row, int col) const;
   void SetItemData(int row, int data);
   int GetItemData(int row) const;
+  // Picture of a row's first cell, an index in `imageList`; -1 for none.
+  void SetItemImage(int row, int image);
+  int GetItemImage(int row) const;
   void Clear();  // all rows
   // Selects a row and brings it into view; -1 selects none.
   void Select(int row);
+  // Lets the user edit a cell, as F2 does.
+  void EditCell(int row, int col);
+  // Puts the rows in the order of a column, numbers before other texts and equal ones as they were,
+  // and marks the column's title. The selected row stays selected.
+  void SortBy(int col, bool ascending = true);
 
-  int colCount() const;
-  int rowCount() const;
-
+  ListColumns columns;
+  // More are added without title or cells, fewer are removed from the end.
+  WriteProperty<int> colCount, rowCount;
   WriteProperty<int> selectedIndex;  // -1 for none
+  WriteProperty<int> imageList;      // strip of the rows' pictures, by resource id; 0 for none
   WriteProperty<bool> fullRowSelect;
+  WriteProperty<bool> editLabels;  // F2, or a click on a row that is selected, edits a cell
   WriteProperty<bool> gridLines;
   WriteProperty<bool> headerVisible;
-  WriteProperty<bool> showSelection;
+  WriteProperty<bool> showSelection;  // without the focus too
 
-  NotifyEvent onChoose;     // double click or Enter on a row; value: the row
-  NotifyEvent onClickRow;   // click on a row; value: the row
-  NotifyEvent onChangeSel;  // by the user only, not by assignment; value: the selected row
+  NotifyEvent onChoose;       // double click or Enter on a row; value: the row
+  NotifyEvent onClickRow;     // click on a row; value: the row
+  NotifyEvent onChangeSel;    // by the user only, not by assignment; value: the selected row
+  NotifyEvent onColumnClick;  // click on a column's title; value: the column
+  // The user has edited a cell. The handler may change the text, and refuses it with value 0.
+  ItemEvent onPostEdit;
+  NotifyEvent onChangeText;  // an edited text has been taken; value: the row
 
  private:
   Impl& TheImpl() const;

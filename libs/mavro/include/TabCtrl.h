@@ -17,6 +17,7 @@ class TabPage : public Panel {
   ~TabPage() override;
 
   int pageIndex = -1;       // kept by the tab control
+  int image = -1;           // picture of its tab; set by TabCtrl::SetPageImage
   TabCtrl* tabs = nullptr;  // the control it stands in; not owned
 };
 
@@ -36,11 +37,16 @@ class TabCtrl : public Control {
   int TabCount() const { return static_cast<int>(pages.size()); }
   TabPage* GetPage(int ix) const;
   int IndexOf(const TabPage* page) const;  // -1 if it is none of these
+  // Gives a page's tab a picture of the image list, -1 for none. There must be a list.
+  void SetPageImage(int ix, int image);
   // Places the page that is shown.
   void Layout() override;
 
   WriteProperty<int> selectedIndex;  // -1 while there is no page
-  WriteProperty<bool> closable;      // tabs have a close button and answer the middle button
+  WriteProperty<int> imageList;      // strip of the tabs' pictures, by resource id; set once
+  // Tabs have a close button and answer the middle button. They stand for what the user has opened:
+  // a "&" in their captions is shown, and gives no mnemonic as it does otherwise.
+  WriteProperty<bool> closable;
   // Value: the page now shown; by the user or by assignment in a control that has a window.
   NotifyEvent onChange;
   NotifyEvent onCloseRequest;  // value: the page whose close button was pressed

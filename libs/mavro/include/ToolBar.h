@@ -8,6 +8,28 @@
 
 namespace mavro {
 
+class ToolBar;
+
+// What a tool bar's list of items takes for a separator.
+struct ToolBarSeparator {};
+inline constexpr ToolBarSeparator _separator_{};
+
+// The plain rows of a tool bar, by the names that designed forms use.
+class ToolBarItems {
+ public:
+  explicit ToolBarItems(ToolBar& bar) : owner(bar) {}
+  ToolBarItems(const ToolBarItems&) = delete;
+  ToolBarItems& operator=(const ToolBarItems&) = delete;
+
+  // Appends a button without an action, or a separator.
+  void Add(int image, const std::string& toolTip);
+  void Add(ToolBarSeparator);
+  int GetCount() const;
+
+ private:
+  ToolBar& owner;
+};
+
 // A row of picture buttons, separators and controls. A button shows one action of a command table.
 // Buttons that don't fit are offered by a menu at the end of the row.
 class ToolBar : public Control {
@@ -49,6 +71,7 @@ class ToolBar : public Control {
   // Places buttons and controls.
   void Layout() override;
 
+  ToolBarItems items;
   // Strip that the buttons' pictures are taken from, by resource id. A bar whose height nobody has
   // set becomes as high as the pictures ask for.
   WriteProperty<int> images;

@@ -15,18 +15,11 @@ struct TreeNode {
   int data = 0;
   int image = -1;  // index in the tree's strip
   bool expanded = false;
+  bool fillsOnExpand = false;  // shown as having children before it has any
   TreeNode* parent = nullptr;  // null for a top node
   int row = 0;                 // index among its siblings
   std::vector<std::unique_ptr<TreeNode>> children;
 };
-
-// Something happened to a node of a tree.
-struct TreeArgs {
-  Control* sender = nullptr;
-  TreeNode* node = nullptr;
-};
-
-using TreeEvent = Event<TreeArgs>;
 
 // A tree of texts. Nodes are kept here before the window exists and shown from here after. Adding a
 // node or finding one costs the same however many there are.
@@ -57,8 +50,11 @@ class TreeView : public Control {
   // Selects a node and brings it into view; null selects none.
   void Select(TreeNode* node);
   const TreeNode& Root() const;  // not shown; holds the top nodes
-  // Strip that node pictures are taken from; set before the window exists.
-  int imageStrip = 0;
+  // Lets a node without children be expanded: onExpand may then add them. A node that got none
+  // shows no longer that it has any.
+  void SetFillsOnExpand(TreeNode* node, bool on = true);
+
+  WriteProperty<int> imageList;  // strip of the nodes' pictures, by resource id; 0 for none
 
   // All of them tell what the user does, not what the program does.
   TreeEvent onChoose;       // double click or Enter on a node

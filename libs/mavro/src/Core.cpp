@@ -10,12 +10,15 @@ namespace mavro {
 namespace {
 
 // Gives the children from `from` on their ids. A live window gets the bare index, without the route
-// tag: its commands then reach the parent itself.
+// tag: its commands then reach the parent itself, and it loses its colours.
 void Renumber(Control& parent, int from) {
   for (int i = from; i < static_cast<int>(parent.children.size()); ++i) {
     Control* child = parent.children[static_cast<size_t>(i)];
-    if (child->impl->hwnd) child->impl->hwnd->id = i;
     child->id = i | cChildRoute;
+    if (!child->impl->hwnd) continue;
+    child->impl->hwnd->id = i;
+    const SysImpl& its = *child->impl;
+    if (!its.foreColor.IsDefault() || !its.backColor.IsDefault()) child->impl->ShowColors();
   }
 }
 
@@ -34,7 +37,10 @@ Control::Control(SysImpl* newImpl)
       foreColor(impl, &SysImpl::ColorsChanged, &impl->foreColor),
       backColor(impl, &SysImpl::ColorsChanged, &impl->backColor),
       font(impl, &SysImpl::FontChanged, &impl->font),
-      hint(impl, &SysImpl::HintChanged, &impl->hint) {
+      borderStyle(impl, &SysImpl::BorderChanged, &impl->borderStyle),
+      hint(impl, &SysImpl::HintChanged, &impl->hint),
+      toolTip(impl, &SysImpl::HintChanged, &impl->hint),
+      dataLink(*this) {
   impl->owner = this;
 }
 

@@ -35,7 +35,8 @@ class ComboBox::Impl : public ItemsImpl {
   void OnListCommand(int code) override {
     if (code == LBN_SELCHANGE) {
       selectedIndex = Window()->SelectedItem();
-      FireNotify(TheBox().onSelChanged, selectedIndex);
+      ItemArgs args{owner, selectedIndex, selectedIndex, -1, GetText()};
+      TheBox().onSelChanged.Fire(args);
     } else if (code == CBN_EDITCHANGE) {
       selectedIndex = -1;
     }

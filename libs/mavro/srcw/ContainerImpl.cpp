@@ -1,4 +1,5 @@
 #include "Assert.h"
+#include "Graphics.h"
 #include "SysImpl.h"
 
 namespace mavro {
@@ -34,9 +35,39 @@ Param Container::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
     case WM_HSCROLL:
     case WM_VSCROLL:
       return 0;
+    case WM_CTLCOLOREDIT:
+    case WM_CTLCOLORLISTBOX:
+    case WM_CTLCOLORBTN:
+    case WM_CTLCOLORDLG:
+    case WM_CTLCOLORSCROLLBAR:
+    case WM_CTLCOLORSTATIC:
+      if (const Param brush = RouteColors(*reinterpret_cast<PaintColors*>(wParam),
+                                          *reinterpret_cast<const NativeWindow*>(lParam)))
+        return brush;
+      return DefaultProc(hwnd, message, wParam, lParam);
     default:
       return SysImpl::WndProc(message, wParam, lParam);
   }
+}
+
+// A window whose id has lost the tag of the child route gets no colours.
+Param Container::Impl::RouteColors(PaintColors& colors, const NativeWindow& window) {
+  if ((window.id & cRouteMask) != cChildRoute) return 0;
+  const auto id = static_cast<size_t>(window.id & cIndexMask);
+  const Control* cont = owner;
+  MAVRO_ASSERT(id < cont->children.size());
+  SysImpl& child = *cont->children[id]->impl;
+  if (child.foreColor.IsDefault() && child.backColor.IsDefault()) return 0;
+  if (!child.foreColor.IsDefault()) colors.text = child.foreColor;
+  if (child.backColor.IsDefault())
+    colors.transparent = true;
+  else
+    colors.back = child.backColor;
+  auto& backgroundBrush = child.backgroundBrush;
+  if (!backgroundBrush)
+    backgroundBrush = std::make_unique<Brush>(child.owner->InheritedBackColor());
+  MAVRO_ASSERT_AS(backgroundBrush, "backgroundBrush != NULL");
+  return reinterpret_cast<Param>(backgroundBrush.get());
 }
 
 Param Container::Impl::RouteNotify(Param wParam, Param lParam) {

@@ -1,6 +1,8 @@
+#include <algorithm>
 #include <vector>
 
 #include "Action.h"
+#include "Button.h"
 #include "FormImpl.h"
 #include "MessageLoop.h"
 #include "Virtual.h"
@@ -41,6 +43,33 @@ bool MoveFocus(Form& form, int step) {
   return true;
 }
 
+int ArrowStep(int virtualKey) {
+  switch (virtualKey) {
+    case VK_LEFT:
+    case VK_UP:
+      return -1;
+    case VK_RIGHT:
+    case VK_DOWN:
+      return 1;
+    default:
+      return 0;
+  }
+}
+
+// An arrow goes round the buttons that stand in the same container.
+bool MoveInGroup(Control* focused, int step) {
+  if (step == 0 || !dynamic_cast<AnyButton*>(focused) || !focused->parent) return false;
+  std::vector<Control*> group;
+  for (Control* sibling : focused->parent->children)
+    if (dynamic_cast<AnyButton*>(sibling) && sibling->impl->hwnd &&
+        sibling->impl->hwnd->TakesFocus())
+      group.push_back(sibling);
+  const auto at = std::find(group.begin(), group.end(), focused) - group.begin();
+  const auto count = static_cast<std::ptrdiff_t>(group.size());
+  group[static_cast<size_t>((at + step + count) % count)]->Focus();
+  return true;
+}
+
 // Enter presses the button that stands for OK; a push button that has the focus has taken it.
 bool OnEnter(Form& form) {
   if (!form.autoDialogKeys) return false;
@@ -64,7 +93,7 @@ bool DialogKey(Form& form, int virtualKey, int hotkeyFlags) {
       SendMessage(form.impl->hwnd, WM_COMMAND, cIdCancel, 0);
       return form.autoDialogKeys;
     default:
-      return false;
+      return hotkeyFlags == 0 && MoveInGroup(focused, ArrowStep(virtualKey));
   }
 }
 

@@ -23,6 +23,7 @@ Edit::Impl::Impl() {
 
 void Edit::Impl::Create() {
   CreateNative("Edit", cWantsKeys);
+  if (borderStyle == BorderStyle::cNone) Window()->SetBorder(borderStyle);
   Window()->SetReadOnly(readOnly);
   Window()->SetDataType(dataType);
 }
@@ -64,18 +65,20 @@ Param Edit::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
 }
 
 bool Edit::Impl::Commit() {
-  NotifyArgs args;
+  ItemArgs args;
   return !edited || FireValidate(args);
 }
 
 bool Edit::Impl::Valid() {
-  NotifyArgs args;
+  ItemArgs args;
   return FireValidate(args) && args.value != 0;
 }
 
-bool Edit::Impl::FireValidate(NotifyArgs& args) {
+bool Edit::Impl::FireValidate(ItemArgs& args) {
   edited = false;
-  args = {owner, CheckText(dataType, GetText()) == TextFit::cWhole};
+  args.sender = owner;
+  args.text = GetText();
+  args.value = CheckText(dataType, args.text) == TextFit::cWhole;
   return static_cast<Edit*>(owner)->onValidate.Fire(args);
 }
 
@@ -92,6 +95,7 @@ void Edit::Impl::SelectAll() {
 }
 
 Edit::Edit() : Edit(new Impl) {
+  impl->borderStyle = BorderStyle::cFixed3d;
   SetSize(80, 24);
 }
 

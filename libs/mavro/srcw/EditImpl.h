@@ -37,7 +37,7 @@ class Edit::Impl : public SysImpl {
   NativeEdit* Window() const { return static_cast<NativeEdit*>(hwnd); }
   // Validates what the user has typed since the last time; false if the control is gone.
   bool Commit();
-  bool FireValidate(NotifyArgs& args);
+  bool FireValidate(ItemArgs& args);
 
   bool edited = false;
   bool destroying = false;

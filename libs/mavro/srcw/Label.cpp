@@ -25,8 +25,8 @@ void Label::Impl::Create() {
 
 void Label::Impl::PrepareStyle() {
   style &= ~static_cast<uint32_t>(SS_CENTER | SS_RIGHT);
-  if (align == cCenter) style |= SS_CENTER;
-  if (align == cRight) style |= SS_RIGHT;
+  if (align == Align::cCenter) style |= SS_CENTER;
+  if (align == Align::cRight) style |= SS_RIGHT;
 }
 
 void Label::Impl::Show(bool on) {

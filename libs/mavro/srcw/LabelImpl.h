@@ -16,7 +16,7 @@ class Label::Impl : public SysImpl {
 
   void AlignChanged();
 
-  int align = cLeft;
+  Align align = Align::cLeft;
 
  private:
   NativeLabel* Window() const { return static_cast<NativeLabel*>(hwnd); }

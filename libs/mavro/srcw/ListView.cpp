@@ -1,54 +1,18 @@
 #include "ListView.h"
 
+#include <numeric>
+
 #include "Assert.h"
-#include "NativeLists.h"
-#include "SysImpl.h"
+#include "CellSort.h"
+#include "ListViewImpl.h"
 
 namespace mavro {
-
-// Holds columns and rows; the window shows them from here.
-class ListView::Impl : public SysImpl, public ListSource {
- public:
-  struct Column {
-    std::string title;
-    int width = 0;
-  };
-  struct Row {
-    std::vector<std::string> cells;
-    int data = 0;
-  };
-
-  void Create() override;
-  void Destroy() override;
-  Param OnNotify(NotifyHeader* header) override;
-
-  int RowCount() const override { return vrowCount(); }
-  int ColumnCount() const override { return static_cast<int>(columns.size()); }
-  std::string_view ColumnTitle(int column) const override;
-  std::string_view Cell(int row, int column) const override;
-
-  int vrowCount() const { return static_cast<int>(rows.size()); }
-  NativeListView* Window() const { return static_cast<NativeListView*>(hwnd); }
-  // The row of an index; null for -1, which stands for no row.
-  Row* RowAt(int nItem);
-  void CheckCell(int row, int col) const;
-  void SelectedIndexChanged();
-  void LookChanged();
-
-  std::vector<Column> columns;
-  std::vector<Row> rows;
-  int selectedIndex = -1;
-  ListLook look;
-
- private:
-  ListView& TheList() const { return *static_cast<ListView*>(owner); }
-  bool destroying = false;
-};
 
 void ListView::Impl::Create() {
   CreateNative("SysListView32", cWantsKeys);
   Window()->SetSource(this);
   for (const Column& column : columns) Window()->ColumnAdded(column.width);
+  Window()->SetHeaderClickable(TheList().onColumnClick.HasHandlers());
   LookChanged();
   if (!rows.empty()) Window()->RowsAdded();
   if (selectedIndex != -1) SelectedIndexChanged();
@@ -75,9 +39,26 @@ Param ListView::Impl::OnNotify(NotifyHeader* header) {
     case LVN_CHOSEN:
       FireNotify(TheList().onChoose, told->row);
       return 0;
+    case LVN_COLUMNCLICK:
+      FireNotify(TheList().onColumnClick, told->column);
+      return 0;
+    case LVN_ENDLABELEDIT:
+      OnEdited(*told);
+      return 0;
     default:
       return 1;
   }
+}
+
+// A handler may have taken the row away meanwhile.
+void ListView::Impl::OnEdited(const ListViewHeader& told) {
+  const int row = told.row;
+  const int column = told.column;
+  ItemArgs args{owner, 1, row, column, told.text};
+  if (!TheList().onPostEdit.Fire(args) || args.value == 0) return;
+  if (row >= vrowCount() || column >= ColumnCount()) return;
+  SetCell(row, column, args.text);
+  FireNotify(TheList().onChangeText, row);
 }
 
 std::string_view ListView::Impl::ColumnTitle(int column) const {
@@ -88,6 +69,10 @@ std::string_view ListView::Impl::Cell(int row, int column) const {
   const auto& cells = rows[static_cast<size_t>(row)].cells;
   return static_cast<size_t>(column) < cells.size() ? cells[static_cast<size_t>(column)]
                                                     : std::string_view();
+}
+
+bool ListView::Impl::IsEditable(int column) const {
+  return look.editLabels && columns[static_cast<size_t>(column)].editable;
 }
 
 ListView::Impl::Row* ListView::Impl::RowAt(int nItem) {
@@ -102,6 +87,84 @@ void ListView::Impl::CheckCell(int row, int col) const {
                   "col<list.columns.GetCount()");
 }
 
+ListView::Impl::Column& ListView::Impl::ColumnAt(int col) {
+  MAVRO_ASSERT_AS(col >= 0 && col < ColumnCount(), "col>=0 && col<list.columns.GetCount()");
+  return columns[static_cast<size_t>(col)];
+}
+
+void ListView::Impl::AddColumn(const std::string& title, int width) {
+  columns.push_back({title, width, true});
+  colCount = ColumnCount();
+  if (hwnd) Window()->ColumnAdded(width);
+}
+
+int ListView::Impl::AddRow(std::vector<std::string> cells) {
+  rows.push_back({std::move(cells), 0, -1});
+  rowCount = vrowCount();
+  if (hwnd) Window()->RowsAdded();
+  return rowCount - 1;
+}
+
+// The selected row stays selected when others go.
+void ListView::Impl::RemoveRows(int first, int count) {
+  if (hwnd) Window()->RemovingRows(first, count);
+  rows.erase(rows.begin() + first, rows.begin() + first + count);
+  rowCount = vrowCount();
+  if (selectedIndex >= first + count)
+    selectedIndex -= count;
+  else if (selectedIndex >= first)
+    selectedIndex = -1;
+  if (hwnd) Window()->RowsRemoved(selectedIndex);
+}
+
+void ListView::Impl::SetCell(int row, int col, const std::string& cell) {
+  auto& cells = rows[static_cast<size_t>(row)].cells;
+  if (cells.size() <= static_cast<size_t>(col)) cells.resize(static_cast<size_t>(col) + 1);
+  std::string& stored = cells[static_cast<size_t>(col)];
+  if (stored == cell) return;
+  stored = cell;
+  if (hwnd) Window()->RowChanged(row);
+}
+
+void ListView::Impl::Sort(int col, bool ascending) {
+  std::vector<std::string_view> cells;
+  cells.reserve(rows.size());
+  for (int row = 0; row < vrowCount(); ++row) cells.push_back(Cell(row, col));
+  const std::vector<size_t> order = CellOrder(cells, ascending);
+  std::vector<Row> sorted;
+  sorted.reserve(rows.size());
+  int selected = -1;
+  for (const size_t from : order) {
+    if (static_cast<int>(from) == selectedIndex) selected = static_cast<int>(sorted.size());
+    sorted.push_back(std::move(rows[from]));
+  }
+  rows = std::move(sorted);
+  selectedIndex = selected;
+  if (hwnd) Window()->RowsSorted(col, ascending, selected);
+}
+
+void ListView::Impl::ColCountChanged() {
+  const int count = colCount;
+  MAVRO_ASSERT(count >= 0);
+  while (ColumnCount() < count) AddColumn(std::string(), ListColumns::cWidth);
+  while (ColumnCount() > count) {
+    if (hwnd) Window()->RemovingColumn();
+    columns.pop_back();
+    for (Row& row : rows)
+      if (row.cells.size() > columns.size()) row.cells.resize(columns.size());
+    if (hwnd) Window()->ColumnRemoved();
+  }
+}
+
+void ListView::Impl::RowCountChanged() {
+  const int count = rowCount;
+  MAVRO_ASSERT(count >= 0);
+  if (count < vrowCount()) RemoveRows(count, vrowCount() - count);
+  if (count == vrowCount()) return;
+  rows.resize(static_cast<size_t>(count));
+  if (hwnd) Window()->RowsAdded();
+}
+
 void ListView::Impl::SelectedIndexChanged() {
   MAVRO_ASSERT_AS(selectedIndex >= -1 && (!hwnd || selectedIndex < vrowCount()),
                   "nItem>=-1 && nItem<getimpl(&list).vrowCount");
@@ -114,44 +177,58 @@ void ListView::Impl::LookChanged() {
 
 ListView::ListView()
     : Control(new Impl),
+      columns(*this),
+      colCount(impl, static_cast<PropertySetter>(&Impl::ColCountChanged), &TheImpl().colCount),
+      rowCount(impl, static_cast<PropertySetter>(&Impl::RowCountChanged), &TheImpl().rowCount),
       selectedIndex(impl, static_cast<PropertySetter>(&Impl::SelectedIndexChanged),
-                    &static_cast<Impl*>(impl)->selectedIndex),
+                    &TheImpl().selectedIndex),
+      imageList(impl, static_cast<PropertySetter>(&Impl::LookChanged), &TheImpl().look.imageList),
       fullRowSelect(impl, static_cast<PropertySetter>(&Impl::LookChanged),
-                    &static_cast<Impl*>(impl)->look.fullRowSelect),
-      gridLines(impl, static_cast<PropertySetter>(&Impl::LookChanged),
-                &static_cast<Impl*>(impl)->look.gridLines),
+                    &TheImpl().look.fullRowSelect),
+      editLabels(impl, static_cast<PropertySetter>(&Impl::LookChanged), &TheImpl().look.editLabels),
+      gridLines(impl, static_cast<PropertySetter>(&Impl::LookChanged), &TheImpl().look.gridLines),
       headerVisible(impl, static_cast<PropertySetter>(&Impl::LookChanged),
-                    &static_cast<Impl*>(impl)->look.headerVisible),
+                    &TheImpl().look.headerVisible),
       showSelection(impl, static_cast<PropertySetter>(&Impl::LookChanged),
-                    &static_cast<Impl*>(impl)->look.showSelection) {}
+                    &TheImpl().look.showSelection) {}
 
 ListView::Impl& ListView::TheImpl() const {
   return *static_cast<Impl*>(impl);
 }
 
-void ListView::AddColumn(const std::string& title, int width) {
-  Impl& list = TheImpl();
-  list.columns.push_back({title, width});
-  if (list.hwnd) list.Window()->ColumnAdded(width);
+void ListColumns::Add(const std::string& title, int width) {
+  static_cast<ListView::Impl*>(owner.impl)->AddColumn(title, width);
+}
+
+int ListColumns::GetCount() const {
+  return static_cast<ListView::Impl*>(owner.impl)->ColumnCount();
+}
+
+const std::string& ListColumns::Title(int col) const {
+  return static_cast<ListView::Impl*>(owner.impl)->ColumnAt(col).title;
+}
+
+void ListColumns::SetTitle(int col, const std::string& title) {
+  auto& list = *static_cast<ListView::Impl*>(owner.impl);
+  list.ColumnAt(col).title = title;
+  if (list.hwnd) list.Window()->ColumnChanged(col);
+}
+
+void ListColumns::SetEditable(int col, bool on) {
+  static_cast<ListView::Impl*>(owner.impl)->ColumnAt(col).editable = on;
 }
 
 int ListView::AddRow(const std::string& firstCell) {
-  Impl& list = TheImpl();
-  list.rows.push_back({{firstCell}, 0});
-  if (list.hwnd) list.Window()->RowsAdded();
-  return rowCount() - 1;
+  return TheImpl().AddRow({firstCell});
+}
+
+void ListView::RemoveRow(int row) {
+  if (TheImpl().RowAt(row)) TheImpl().RemoveRows(row, 1);
 }
 
 void ListView::SetCell(int row, int col, const std::string& cell) {
-  Impl& list = TheImpl();
-  list.CheckCell(row, col);
-  if (row == -1) return;
-  auto& cells = list.rows[static_cast<size_t>(row)].cells;
-  if (cells.size() <= static_cast<size_t>(col)) cells.resize(static_cast<size_t>(col) + 1);
-  std::string& stored = cells[static_cast<size_t>(col)];
-  if (stored == cell) return;
-  stored = cell;
-  if (list.hwnd) list.Window()->RowChanged(row);
+  TheImpl().CheckCell(row, col);
+  if (row != -1) TheImpl().SetCell(row, col, cell);
 }
 
 std::string ListView::GetCell(int row, int col) const {
@@ -169,9 +246,22 @@ int ListView::GetItemData(int row) const {
   return found ? found->data : 0;
 }
 
+void ListView::SetItemImage(int row, int image) {
+  Impl::Row* found = TheImpl().RowAt(row);
+  if (!found) return;
+  found->image = image;
+  if (impl->hwnd) TheImpl().Window()->RowChanged(row);
+}
+
+int ListView::GetItemImage(int row) const {
+  const Impl::Row* found = TheImpl().RowAt(row);
+  return found ? found->image : -1;
+}
+
 void ListView::Clear() {
   Impl& list = TheImpl();
   list.rows.clear();
+  list.rowCount = 0;
   list.selectedIndex = -1;
   if (list.hwnd) list.Window()->RowsCleared();
 }
@@ -181,12 +271,14 @@ void ListView::Select(int row) {
   TheImpl().SelectedIndexChanged();
 }
 
-int ListView::colCount() const {
-  return TheImpl().ColumnCount();
+void ListView::EditCell(int row, int col) {
+  TheImpl().CheckCell(row, col);
+  if (impl->hwnd && row != -1) TheImpl().Window()->EditCell(row, col);
 }
 
-int ListView::rowCount() const {
-  return TheImpl().RowCount();
+void ListView::SortBy(int col, bool ascending) {
+  TheImpl().ColumnAt(col);
+  TheImpl().Sort(col, ascending);
 }
 
 }  // namespace mavro

@@ -14,7 +14,8 @@ void PostQuit();
 // any window sees it. Answers whether it was used up.
 bool PreTranslateKey(int virtualKey, int hotkeyFlags);
 
-// Dialog navigation of the active form: Tab and Shift+Tab in child order, Enter, Escape.
+// Dialog navigation of the active form: Tab and Shift+Tab in child order, the arrow keys among
+// the buttons of a container, Enter, Escape.
 bool DialogKey(Form& form, int virtualKey, int hotkeyFlags);
 
 // The toolkit's queue. Handles what waits and answers whether there was anything.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Label.h"
 #include "NativeWindow.h"
 
 namespace mavro {
@@ -11,7 +12,7 @@ enum ButtonCode { BN_CLICKED = 0 };
 class NativeLabel : public NativeWindow {
  public:
   using NativeWindow::NativeWindow;
-  virtual void SetAlign(int align) = 0;  // a Label::Align
+  virtual void SetAlign(Align align) = 0;
   // The window that the text names: it gets the focus by the text's mnemonic and its name from the
   // text. Null for none; a buddy that is destroyed is forgotten.
   virtual void SetBuddy(NativeWindow* buddy) = 0;

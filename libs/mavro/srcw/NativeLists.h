@@ -39,6 +39,8 @@ class ListSource {
   virtual int ColumnCount() const = 0;
   virtual std::string_view ColumnTitle(int column) const = 0;
   virtual std::string_view Cell(int row, int column) const = 0;
+  virtual int RowImage(int row) const = 0;  // -1 for none
+  virtual bool IsEditable(int column) const = 0;
 };
 
 // How a list view shows its rows.
@@ -47,13 +49,23 @@ struct ListLook {
   bool gridLines = true;
   bool headerVisible = true;
   bool showSelection = false;  // without the focus too
+  bool editLabels = false;
+  int imageList = 0;
 };
 
 // What WM_NOTIFY of a list view tells.
-enum ListViewCode { LVN_SELCHANGED = -101, LVN_CLICKED = -102, LVN_CHOSEN = -103 };
+enum ListViewCode {
+  LVN_SELCHANGED = -101,
+  LVN_CLICKED = -102,
+  LVN_CHOSEN = -103,
+  LVN_ENDLABELEDIT = -106,  // the text has not been stored
+  LVN_COLUMNCLICK = -108
+};
 
 struct ListViewHeader : NotifyHeader {
   int row = -1;
+  int column = -1;
+  std::string text;  // what the user has typed
 };
 
 // A table of rows with a header.
@@ -67,11 +79,23 @@ class NativeListView : public NativeWindow {
   virtual void ColumnAdded(int width) = 0;
   // The source has more rows than before. They may show a moment later, together with more.
   virtual void RowsAdded() = 0;
+  virtual void ColumnChanged(int column) = 0;
+  // Around the removal of the last column.
+  virtual void RemovingColumn() = 0;
+  virtual void ColumnRemoved() = 0;
+  // Around the removal of rows; then `selected` is to be selected.
+  virtual void RemovingRows(int first, int count) = 0;
+  virtual void RowsRemoved(int selected) = 0;
+  // The rows stand in another order, by a column.
+  virtual void RowsSorted(int column, bool ascending, int selected) = 0;
   virtual void RowsCleared() = 0;
   virtual void RowChanged(int row) = 0;
   // Selects a row, -1 for none, and brings it into view.
   virtual void SelectRow(int row) = 0;
   virtual int SelectedRow() const = 0;
+  virtual void EditCell(int row, int column) = 0;
+  // Whether a click on a title is waited for.
+  virtual void SetHeaderClickable(bool on) = 0;
 };
 
 }  // namespace mavro

@@ -22,6 +22,9 @@ class NativeTabs : public NativeWindow {
   // Shows which tab is selected; tells nobody.
   virtual void SelectTab(int index) = 0;
   virtual void SetClosable(bool on) = 0;
+  // The strip of the tabs' pictures, and a tab's picture in it; -1 for none.
+  virtual void SetStrip(int stripId) = 0;
+  virtual void SetImage(int index, int image) = 0;
   // Places the row and the page area for the present size, also while the window is hidden.
   virtual void Arrange() = 0;
 };

@@ -24,6 +24,7 @@ class NativeTreeView : public NativeWindow {
   // The node whose children are the top ones, and the strip of the nodes' pictures. `root` is not
   // owned and must outlive the window.
   virtual void SetTree(const TreeNode* root, int imageStrip) = 0;
+  virtual void SetStrip(int imageStrip) = 0;
   // A null `parentNode` is the root.
   virtual void AddingNode(const TreeNode* parentNode, int row) = 0;
   virtual void NodeAdded() = 0;

@@ -45,6 +45,14 @@ enum Message : unsigned {
   WM_TIMER = 0x113,  // wParam: the timer's id
   WM_HSCROLL = 0x114,
   WM_VSCROLL = 0x115,
+  // A control asks its container for its colours: wParam points to PaintColors, lParam is the
+  // control's window; the answer is a Brush, or 0 for the control's own look.
+  WM_CTLCOLOREDIT = 0x133,
+  WM_CTLCOLORLISTBOX = 0x134,
+  WM_CTLCOLORBTN = 0x135,
+  WM_CTLCOLORDLG = 0x136,
+  WM_CTLCOLORSCROLLBAR = 0x137,
+  WM_CTLCOLORSTATIC = 0x138,
   WM_MOUSEMOVE = 0x200,
   WM_LBUTTONDOWN = 0x201,
   WM_LBUTTONUP = 0x202,
@@ -78,6 +86,9 @@ enum Style : uint32_t {
   ES_READONLY = 0x800,
   BS_AUTOCHECKBOX = 0x3,
   BS_GROUPBOX = 0x7,
+  BS_AUTORADIOBUTTON = 0x9,
+  BS_TYPEMASK = 0xF,
+  LVS_REPORT = 0x1,
   CBS_DROPDOWN = 0x2,
   CBS_DROPDOWNLIST = 0x3
 };
@@ -87,6 +98,13 @@ enum Style : uint32_t {
 enum Route { cOwnRoute = 0x0000, cRowRoute = 0x1000, cChildRoute = 0x2000, cReflectRoute = 0x3000 };
 constexpr int cRouteMask = 0xF000;
 constexpr int cIndexMask = 0x0FFF;
+
+// What a container sets for a control that asks for its colours.
+struct PaintColors {
+  Color text;                // default: as the control has it
+  Color back;                // behind the letters
+  bool transparent = false;  // the ground shows behind the letters
+};
 
 // Head of what WM_NOTIFY's lParam points to. Kinds with more to say derive from it.
 struct NotifyHeader {
@@ -124,9 +142,16 @@ class NativeWindow {
   virtual QWidget* ClientWidget() const { return widget; }
   // Where the keyboard goes when this window gets the focus.
   virtual QWidget* FocusWidget() const { return widget; }
+  // What shows the font, the colours and the accessible name.
+  virtual QWidget* StyledWidget() const { return FocusWidget(); }
   virtual void SetFont(const Font& font);
   virtual void SetColors(Color foreground, Color background);
-  virtual void SetBorder(int borderStyle);
+  // cNone is the look that the kind has by itself.
+  virtual void SetBorder(BorderStyle borderStyle);
+  // The part of ClientWidget() that children are placed in, inside a border.
+  virtual Rect ClientArea() const;
+  // Where docked children are laid out, in client coordinates.
+  virtual Rect DockArea() const { return {0, 0, ClientWidth(), ClientHeight()}; }
   virtual void SetCursor(Cursor cursor);
   // True for windows that want Enter, Tab or the arrow keys for themselves.
   virtual bool WantsKey(int virtualKey) const;
@@ -145,6 +170,7 @@ class NativeWindow {
   void Focus();
   bool HasFocus() const;
   bool TakesFocus() const;
+  // Shown as a tool tip; names the control for screen readers unless a text or a label does.
   void SetHint(const std::string& hint);
   void SetAccessibleName(const std::string& name);
   void CaptureMouse(bool on);

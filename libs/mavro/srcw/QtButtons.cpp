@@ -118,8 +118,9 @@ class CheckBoxWindow final : public NativeCheckBox {
 }  // namespace
 
 NativeWindow* MakeButton(const CreateInfo& info) {
-  if ((info.style & BS_GROUPBOX) == BS_AUTOCHECKBOX)
-    return new CheckBoxWindow(info, new QCheckBox(ParentWidget(info)));
+  const uint32_t kind = info.style & BS_TYPEMASK;
+  if (kind == BS_GROUPBOX) return MakeGroupBox(info);
+  if (kind == BS_AUTOCHECKBOX) return new CheckBoxWindow(info, new QCheckBox(ParentWidget(info)));
   return new ButtonWindow(info, new PushButton(ParentWidget(info)));
 }
 

@@ -1,3 +1,4 @@
+#include <QFrame>
 #include <QGuiApplication>
 #include <QMenuBar>
 #include <QPainter>
@@ -85,6 +86,10 @@ class ContainerWindow final : public NativeWindow {
     frame->Attach(this);
   }
   ~ContainerWindow() override { frame->Attach(nullptr); }
+  Rect ClientArea() const override {
+    const QRect inside = widget->contentsRect();
+    return {inside.left(), inside.top(), inside.width(), inside.height()};
+  }
   void SetText(const std::string& newText) override {
     NativeWindow::SetText(newText);
     SendMessage(this, WM_SETTEXT, 0, 0);

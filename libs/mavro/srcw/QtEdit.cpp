@@ -55,6 +55,7 @@ class EditWindow final : public NativeEdit {
     edit->clear();
     SetText(kept);
   }
+  void SetBorder(BorderStyle border) override { edit->setFrame(border != BorderStyle::cNone); }
   void SelectAll() override { edit->selectAll(); }
 
  private:

@@ -117,6 +117,8 @@ bool QtEvents::OnMouse(QObject* watched, QEvent* event) {
   QPoint at = mouse->position().toPoint();
   if (from != window->widget && from != window->ClientWidget())
     at = from->mapTo(window->widget, at);
+  else
+    at -= QPoint(window->ClientArea().left, window->ClientArea().top);
   const Param place = PackPoint(at.x(), at.y());
   if (event->type() == QEvent::MouseMove)
     return Send(WM_MOUSEMOVE, HeldButtons(mouse->buttons()), place);

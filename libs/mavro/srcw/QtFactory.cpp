@@ -29,6 +29,12 @@ constexpr ClassRow cClasses[] = {
     {"ListBox", MakeListBox},
     {"ComboBox", MakeComboBox},
     {"SysListView32", MakeListView},
+    {"mavroBtnGroup", MakeButtonGroup},
+    {"mavroScroller", MakeScroller},
+    {"msctls_updown32", MakeSpinEdit},
+    {"msctls_trackbar32", MakeTrackBar},
+    {"msctls_progress32", MakeProgressBar},
+    {"RichEdit50W", MakeRichView},
     {"msctls_statusbar32", MakeStatusBar},
 };
 

@@ -1,6 +1,5 @@
 #include <QLabel>
 
-#include "Label.h"
 #include "NativeButtons.h"
 #include "QtFactories.h"
 #include "QtText.h"
@@ -25,9 +24,9 @@ class LabelWindow final : public NativeLabel {
       : NativeLabel(info, itsLabel), label(itsLabel) {
     label->setTextFormat(Qt::PlainText);
     label->setWordWrap(true);
-    SetAlign(info.style & SS_CENTER  ? Label::cCenter
-             : info.style & SS_RIGHT ? Label::cRight
-                                     : Label::cLeft);
+    SetAlign(info.style & SS_CENTER  ? Align::cCenter
+             : info.style & SS_RIGHT ? Align::cRight
+                                     : Align::cLeft);
   }
 
   void SetText(const std::string& newText) override {
@@ -35,14 +34,15 @@ class LabelWindow final : public NativeLabel {
     ShowText();
   }
 
-  void SetAlign(int align) override {
+  void SetAlign(Align align) override {
     static constexpr Qt::AlignmentFlag cAligns[] = {Qt::AlignLeft, Qt::AlignHCenter,
                                                     Qt::AlignRight};
-    label->setAlignment(cAligns[align] | Qt::AlignTop);
+    label->setAlignment(cAligns[static_cast<int>(align)] | Qt::AlignTop);
   }
 
   void SetBuddy(NativeWindow* buddy) override {
     label->setBuddy(buddy ? buddy->FocusWidget() : nullptr);
+    if (buddy) buddy->SetAccessibleName(std::string());  // the label's text it is, not the hint
     ShowText();
   }
 

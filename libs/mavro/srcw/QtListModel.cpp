@@ -1,5 +1,9 @@
 #include "QtListModel.h"
 
+#include <algorithm>
+#include <utility>
+
+#include "QtStrips.h"
 #include "QtText.h"
 
 namespace mavro {
@@ -53,6 +57,37 @@ void ListModel::RowChanged(int row) {
   if (row < rows && columns > 0) emit dataChanged(index(row, 0), index(row, columns - 1));
 }
 
+// Rows that no view has heard of yet go without a word.
+void ListModel::BeginRemoveRows(int first, int count) {
+  removing = std::clamp(rows - first, 0, count);
+  if (removing > 0) beginRemoveRows({}, first, first + removing - 1);
+}
+
+void ListModel::EndRemoveRows() {
+  if (removing == 0) return;
+  rows -= std::exchange(removing, 0);
+  endRemoveRows();
+}
+
+void ListModel::BeginRemoveColumn() {
+  beginRemoveColumns({}, columns - 1, columns - 1);
+}
+
+void ListModel::EndRemoveColumn() {
+  --columns;
+  endRemoveColumns();
+}
+
+void ListModel::AllChanged() {
+  if (rows > 0 && columns > 0) emit dataChanged(index(0, 0), index(rows - 1, columns - 1));
+}
+
+void ListModel::SetStrip(int stripId) {
+  if (strip == stripId) return;
+  strip = stripId;
+  AllChanged();
+}
+
 int ListModel::rowCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : rows;
 }
@@ -62,7 +97,12 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
-  if (role != Qt::DisplayRole || !source || index.row() >= source->RowCount()) return {};
+  if (!source || index.row() >= source->RowCount()) return {};
+  if (role == Qt::EditRole) return ToScreen(source->Cell(index.row(), index.column()));
+  if (role == Qt::DecorationRole && strip != 0 && index.column() == 0 &&
+      source->RowImage(index.row()) >= 0)
+    return StripIcon(strip, source->RowImage(index.row()));
+  if (role != Qt::DisplayRole) return {};
   return OneLine(source->Cell(index.row(), index.column()));
 }
 
@@ -73,10 +113,19 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
   return OneLine(source->ColumnTitle(section));
 }
 
+bool ListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (role != Qt::EditRole || !edited || !source) return false;
+  const std::string typed = FromScreen(value.toString());
+  if (typed == source->Cell(index.row(), index.column())) return false;
+  edited(index.row(), index.column(), typed);
+  return true;
+}
+
 Qt::ItemFlags ListModel::flags(const QModelIndex& index) const {
   const bool selectable = fullRowSelect || index.column() == 0;
   return Qt::ItemIsEnabled | Qt::ItemNeverHasChildren |
-         (selectable ? Qt::ItemIsSelectable : Qt::NoItemFlags);
+         (selectable ? Qt::ItemIsSelectable : Qt::NoItemFlags) |
+         (source && source->IsEditable(index.column()) ? Qt::ItemIsEditable : Qt::NoItemFlags);
 }
 
 }  // namespace mavro

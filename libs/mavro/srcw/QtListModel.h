@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QAbstractTableModel>
+#include <functional>
+#include <string>
 
 #include "NativeLists.h"
 
@@ -18,6 +20,17 @@ class ListModel final : public QAbstractTableModel {
   void PublishRows();
   void PublishCleared();
   void RowChanged(int row);
+  void ColumnChanged(int column) { emit headerDataChanged(Qt::Horizontal, column, column); }
+  // Around the removal of rows, or of the last column, from the source.
+  void BeginRemoveRows(int first, int count);
+  void EndRemoveRows();
+  void BeginRemoveColumn();
+  void EndRemoveColumn();
+  // The source's rows stand in another order.
+  void AllChanged();
+  void SetStrip(int stripId);
+  // Gets what the user has typed into a cell; the model stores nothing.
+  std::function<void(int row, int column, const std::string& text)> edited;
   // Without it only the first column of a row can be selected.
   void SetFullRowSelect(bool on) { fullRowSelect = on; }
 
@@ -25,12 +38,15 @@ class ListModel final : public QAbstractTableModel {
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
   const ListSource* source = nullptr;
   int rows = 0;  // published
   int columns = 0;
+  int removing = 0;  // how many published rows are about to go
+  int strip = 0;
   bool fullRowSelect = true;
 };
 

@@ -9,6 +9,7 @@
 #include "QtFactories.h"
 #include "QtListModel.h"
 #include "QtPacer.h"
+#include "QtStrips.h"
 #include "Virtual.h"
 
 namespace mavro {
@@ -57,6 +58,8 @@ class RowView final : public QTreeView {
     viewport()->update();
   }
 
+  bool IsEditing() const { return state() == EditingState; }
+
   RowDelegate delegate;
   std::function<void()> onEnter;
 
@@ -101,6 +104,11 @@ class ListViewWindow final : public NativeListView {
                      [this](const QModelIndex& index) { Tell(LVN_CLICKED, index.row()); });
     QObject::connect(view, &QTreeView::doubleClicked, &pacer,
                      [this](const QModelIndex& index) { Tell(LVN_CHOSEN, index.row()); });
+    QObject::connect(view->header(), &QHeaderView::sectionClicked, &pacer,
+                     [this](int column) { Tell(LVN_COLUMNCLICK, -1, column); });
+    model->edited = [this](int row, int column, const std::string& typed) {
+      Tell(LVN_ENDLABELEDIT, row, column, typed);
+    };
     view->onEnter = [this] {
       if (SelectedRow() != -1) Tell(LVN_CHOSEN, SelectedRow());
     };
@@ -108,11 +116,13 @@ class ListViewWindow final : public NativeListView {
 
   ~ListViewWindow() override {
     view->onEnter = [] {};
+    model->edited = nullptr;
     model->SetSource(nullptr);
   }
 
-  // Enter chooses a row where somebody waits for that.
+  // Enter chooses a row where somebody waits for that; what edits a cell wants every key.
   bool WantsKey(int virtualKey) const override {
+    if (view->IsEditing()) return true;
     const auto* list = dynamic_cast<const ListView*>(creationData);
     return virtualKey == VK_RETURN && list && list->onChoose.HasHandlers() && SelectedRow() != -1;
   }
@@ -123,6 +133,11 @@ class ListViewWindow final : public NativeListView {
     model->SetFullRowSelect(look.fullRowSelect);
     view->setSelectionBehavior(look.fullRowSelect ? QTreeView::SelectRows : QTreeView::SelectItems);
     view->delegate.showSelection = look.showSelection;
+    view->setEditTriggers(look.editLabels ? QTreeView::EditKeyPressed | QTreeView::SelectedClicked
+                                          : QTreeView::NoEditTriggers);
+    const QSize picture = StripPictureSize(look.imageList);
+    if (!picture.isEmpty()) view->setIconSize(picture);
+    model->SetStrip(look.imageList);
     view->header()->setVisible(look.headerVisible);
     view->SetGridLines(look.gridLines);
   }
@@ -138,6 +153,37 @@ class ListViewWindow final : public NativeListView {
     pacer.RunNow();
     view->viewport()->repaint();
   }
+
+  void ColumnChanged(int column) override { model->ColumnChanged(column); }
+  void RemovingColumn() override { model->BeginRemoveColumn(); }
+  void ColumnRemoved() override { model->EndRemoveColumn(); }
+
+  void RemovingRows(int first, int count) override {
+    const Quiet quiet(*this);
+    model->BeginRemoveRows(first, count);
+  }
+  // What the toolkit selects by itself in place of a row that is gone is not wanted.
+  void RowsRemoved(int selected) override {
+    const Quiet quiet(*this);
+    model->EndRemoveRows();
+    if (selected == -1) view->clearSelection();
+  }
+
+  void RowsSorted(int column, bool ascending, int selected) override {
+    view->header()->setSortIndicatorShown(true);
+    view->header()->setSortIndicator(column, ascending ? Qt::AscendingOrder : Qt::DescendingOrder);
+    model->AllChanged();
+    SelectRow(selected);
+  }
+
+  void EditCell(int row, int column) override {
+    pacer.RunNow();
+    view->setFocus();
+    view->setCurrentIndex(model->index(row, column));
+    view->edit(model->index(row, column));
+  }
+
+  void SetHeaderClickable(bool on) override { view->header()->setSectionsClickable(on); }
 
   void RowsCleared() override {
     const Quiet quiet(*this);
@@ -175,12 +221,14 @@ class ListViewWindow final : public NativeListView {
     ListViewWindow& window;
   };
 
-  void Tell(int code, int row) {
+  void Tell(int code, int row, int column = -1, const std::string& typed = std::string()) {
     if (quiet > 0) return;
     ListViewHeader header;
     header.from = this;
     header.code = code;
     header.row = row;
+    header.column = column;
+    header.text = typed;
     Notify(header);
   }
 
@@ -193,6 +241,7 @@ class ListViewWindow final : public NativeListView {
 }  // namespace
 
 NativeWindow* MakeListView(const CreateInfo& info) {
+  if (!(info.style & LVS_REPORT)) return MakeIconView(info);
   return new ListViewWindow(info, new RowView(ParentWidget(info)));
 }
 

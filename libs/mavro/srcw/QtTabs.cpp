@@ -5,9 +5,12 @@
 #include <QTabBar>
 #include <QWidget>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "NativeTabs.h"
 #include "QtFactories.h"
+#include "QtStrips.h"
 #include "QtText.h"
 #include "QtToolTip.h"
 
@@ -72,9 +75,11 @@ class TabsWidget final : public QWidget {
   void resizeEvent(QResizeEvent*) override { Arrange(); }
 };
 
-// A caption as a tab shows it: no mnemonics, since names of files may hold an ampersand.
-QString Shown(const std::string& caption) {
-  return ToScreen(caption).replace('&', "&&");
+// A caption as a tab shows it. Tabs that can be closed are named after files, which may hold an
+// ampersand.
+QString Shown(const std::string& caption, bool closable) {
+  const QString shown = ToScreen(caption);
+  return closable ? QString(shown).replace('&', "&&") : shown;
 }
 
 class TabsWindow final : public NativeTabs {
@@ -100,16 +105,19 @@ class TabsWindow final : public NativeTabs {
   void InsertTab(int index, const std::string& caption) override {
     const QSignalBlocker quiet(tabs->row);
     tabs->row->insertTab(index, QString());
+    captions.emplace(captions.begin() + index);
     SetCaption(index, caption);
     tabs->Arrange();
   }
   void RemoveTab(int index) override {
     const QSignalBlocker quiet(tabs->row);
     tabs->row->removeTab(index);
+    captions.erase(captions.begin() + index);
     tabs->Arrange();
   }
   void SetCaption(int index, const std::string& caption) override {
-    tabs->row->setTabText(index, Shown(caption));
+    captions[static_cast<size_t>(index)] = caption;
+    tabs->row->setTabText(index, Shown(caption, tabs->row->tabsClosable()));
     tabs->row->setTabToolTip(index, PlainToolTip(ToScreen(caption)));
   }
   void SelectTab(int index) override {
@@ -118,6 +126,17 @@ class TabsWindow final : public NativeTabs {
   }
   void SetClosable(bool on) override {
     tabs->row->setTabsClosable(on);
+    for (size_t i = 0; i < captions.size(); ++i)
+      tabs->row->setTabText(static_cast<int>(i), Shown(captions[i], on));
+    tabs->Arrange();
+  }
+  void SetStrip(int stripId) override {
+    strip = stripId;
+    const QSize picture = StripPictureSize(strip);
+    if (!picture.isEmpty()) tabs->row->setIconSize(picture);
+  }
+  void SetImage(int index, int image) override {
+    tabs->row->setTabIcon(index, StripIcon(strip, image));
     tabs->Arrange();
   }
   void Arrange() override { tabs->Arrange(); }
@@ -147,6 +166,8 @@ class TabsWindow final : public NativeTabs {
   }
 
   TabsWidget* tabs;
+  std::vector<std::string> captions;
+  int strip = 0;
   QObject guard;  // ends the connections with this window
 };
 

@@ -21,10 +21,9 @@ namespace {
 // The toolkit's view of a tree of nodes, which stay with their owner.
 class TreeModel final : public QAbstractItemModel {
  public:
-  void SetTree(const TreeNode* newRoot, int imageStrip) {
+  void SetTree(const TreeNode* newRoot) {
     beginResetModel();
     root = newRoot;
-    strip = imageStrip;
     endResetModel();
   }
 
@@ -47,6 +46,15 @@ class TreeModel final : public QAbstractItemModel {
     return node ? static_cast<int>(node->children.size()) : 0;
   }
   int columnCount(const QModelIndex&) const override { return 1; }
+  bool hasChildren(const QModelIndex& parent) const override {
+    const TreeNode* node = Holder(parent);
+    return node && (!node->children.empty() || node->fillsOnExpand);
+  }
+
+  void SetStrip(int imageStrip) {
+    strip = imageStrip;
+    pictures.clear();
+  }
 
   QVariant data(const QModelIndex& index, int role) const override {
     const TreeNode* node = NodeOf(index);
@@ -153,9 +161,12 @@ class TreeWindow final : public NativeTreeView {
 
   void SetTree(const TreeNode* root, int imageStrip) override {
     const Quiet now(*this);
-    const QSize picture = StripPictureSize(imageStrip);
-    if (!picture.isEmpty()) tree->setIconSize(picture);
-    tree->model.SetTree(root, imageStrip);
+    ShowStrip(imageStrip);
+    tree->model.SetTree(root);
+  }
+  void SetStrip(int imageStrip) override {
+    ShowStrip(imageStrip);
+    tree->doItemsLayout();
   }
   void AddingNode(const TreeNode* parentNode, int row) override {
     tree->model.BeginAdd(parentNode, row);
@@ -206,6 +217,12 @@ class TreeWindow final : public NativeTreeView {
     TreeWindow& window;
     bool before;
   };
+
+  void ShowStrip(int imageStrip) {
+    const QSize picture = StripPictureSize(imageStrip);
+    if (!picture.isEmpty()) tree->setIconSize(picture);
+    tree->model.SetStrip(imageStrip);
+  }
 
   void Tell(int code, TreeNode* node) {
     TreeHeader header;

@@ -1,6 +1,9 @@
+#include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QApplication>
 #include <QFrame>
+#include <QGroupBox>
+#include <QLabel>
 #include <QPalette>
 #include <QWidget>
 #include <QWindow>
@@ -29,9 +32,18 @@ constexpr Qt::CursorShape cCursorShapes[] = {
     Qt::CrossCursor,   Qt::UpArrowCursor,   Qt::PointingHandCursor, Qt::SizeVerCursor,
     Qt::SizeHorCursor, Qt::SizeFDiagCursor, Qt::SizeBDiagCursor,    Qt::SizeAllCursor};
 
+// The frame that a widget was made with.
+constexpr char cOwnFrameProperty[] = "mavroOwnFrame";
+
 QtEvents* EventsOf(QWidget* widget) {
   return static_cast<QtEvents*>(
       widget->findChild<QObject*>("mavroEvents", Qt::FindDirectChildrenOnly));
+}
+
+// Whether screen readers call a widget by the text it shows.
+bool IsNamedByText(const QWidget& named) {
+  return qobject_cast<const QAbstractButton*>(&named) || qobject_cast<const QLabel*>(&named) ||
+         qobject_cast<const QGroupBox*>(&named);
 }
 
 }  // namespace
@@ -101,7 +113,7 @@ void NativeWindow::SetText(const std::string& newText) {
 }
 
 void NativeWindow::SetFont(const Font& font) {
-  FocusWidget()->setFont(ToScreenFont(font, QApplication::font(FocusWidget())));
+  StyledWidget()->setFont(ToScreenFont(font, QApplication::font(StyledWidget())));
 }
 
 // The colours of a container are ground and plain text for its children too, which inherit them;
@@ -109,7 +121,7 @@ void NativeWindow::SetFont(const Font& font) {
 void NativeWindow::SetColors(Color foreground, Color background) {
   using Roles = std::vector<QPalette::ColorRole>;
   const bool holdsChildren = creationData->impl->type != SysImpl::cControl;
-  QWidget* painted = FocusWidget();
+  QWidget* painted = StyledWidget();
   const QPalette current = QApplication::palette(painted);
   QPalette palette;
   palette.setResolveMask(0);
@@ -126,17 +138,24 @@ void NativeWindow::SetColors(Color foreground, Color background) {
     paint(background, holdsChildren ? Roles{QPalette::Window}
                                     : Roles{QPalette::Window, QPalette::Base, QPalette::Button});
     painted->setAutoFillBackground(true);
+  } else if (!painted->isWindow()) {
+    painted->setAutoFillBackground(false);
   }
   painted->setPalette(palette);
 }
 
-void NativeWindow::SetBorder(int borderStyle) {
+void NativeWindow::SetBorder(BorderStyle borderStyle) {
   auto* frame = qobject_cast<QFrame*>(widget);
   if (!frame) return;
   static constexpr int cFrames[] = {QFrame::NoFrame, QFrame::StyledPanel | QFrame::Sunken,
                                     QFrame::Box | QFrame::Sunken, QFrame::Box | QFrame::Plain,
                                     QFrame::Panel | QFrame::Raised};
-  frame->setFrameStyle(cFrames[borderStyle]);
+  const QVariant own = frame->property(cOwnFrameProperty);
+  if (!own.isValid()) frame->setProperty(cOwnFrameProperty, frame->frameStyle());
+  if (borderStyle == BorderStyle::cNone)
+    frame->setFrameStyle(frame->property(cOwnFrameProperty).toInt());
+  else
+    frame->setFrameStyle(cFrames[static_cast<int>(borderStyle)]);
 }
 
 void NativeWindow::SetCursor(Cursor cursor) {
@@ -156,24 +175,32 @@ void NativeWindow::Move(const Rect& to) {
     widget->move(to.left, to.top);
     widget->resize(size);
   } else {
-    widget->setGeometry(QRect(QPoint(to.left, to.top), size));
+    const Rect area = parent ? parent->ClientArea() : Rect();
+    widget->setGeometry(QRect(QPoint(to.left + area.left, to.top + area.top), size));
   }
 }
 
 Rect NativeWindow::Bounds() const {
-  return {widget->pos().x(), widget->pos().y(), widget->width(), widget->height()};
+  const Rect area = parent && !widget->isWindow() ? parent->ClientArea() : Rect();
+  return {widget->pos().x() - area.left, widget->pos().y() - area.top, widget->width(),
+          widget->height()};
+}
+
+Rect NativeWindow::ClientArea() const {
+  return {0, 0, ClientWidget()->width(), ClientWidget()->height()};
 }
 
 Rect NativeWindow::ScreenClientRect() const {
-  const QPoint origin = ClientWidget()->mapToGlobal(QPoint(0, 0));
+  const Rect area = ClientArea();
+  const QPoint origin = ClientWidget()->mapToGlobal(QPoint(area.left, area.top));
   return {origin.x(), origin.y(), ClientWidth(), ClientHeight()};
 }
 
 int NativeWindow::ClientWidth() const {
-  return ClientWidget()->width();
+  return ClientArea().width;
 }
 int NativeWindow::ClientHeight() const {
-  return ClientWidget()->height();
+  return ClientArea().height;
 }
 
 void NativeWindow::Show(bool on) {
@@ -203,7 +230,9 @@ void NativeWindow::Focus() {
 
 bool NativeWindow::HasFocus() const {
   const QWidget* focused = QApplication::focusWidget();
-  return focused && (focused == FocusWidget() || focused == widget);
+  if (!focused) return false;
+  if (focused == FocusWidget() || focused == widget) return true;
+  return creationData->impl->type == SysImpl::cControl && widget->isAncestorOf(focused);
 }
 
 bool NativeWindow::TakesFocus() const {
@@ -213,10 +242,11 @@ bool NativeWindow::TakesFocus() const {
 
 void NativeWindow::SetHint(const std::string& hint) {
   widget->setToolTip(ToScreen(hint));
+  if (!IsNamedByText(*StyledWidget()) || Text().empty()) SetAccessibleName(hint);
 }
 
 void NativeWindow::SetAccessibleName(const std::string& name) {
-  FocusWidget()->setAccessibleName(ToScreen(name));
+  StyledWidget()->setAccessibleName(ToScreen(name));
 }
 
 void NativeWindow::CaptureMouse(bool on) {

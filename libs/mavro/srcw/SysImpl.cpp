@@ -2,6 +2,7 @@
 
 #include "Assert.h"
 #include "DataLink.h"
+#include "Graphics.h"
 
 namespace mavro {
 
@@ -10,6 +11,23 @@ namespace {
 constexpr uint32_t cControlStyle = 0x44000000;    // WS_CHILD | WS_CLIPSIBLINGS
 constexpr uint32_t cContainerStyle = 0x46000000;  // and WS_CLIPCHILDREN
 constexpr uint32_t cContainerExStyle = 0x10000;   // WS_EX_CONTROLPARENT
+
+struct ColorRow {
+  std::string_view className;
+  unsigned message;
+};
+
+constexpr ColorRow cColorRows[] = {{"Edit", WM_CTLCOLOREDIT},
+                                   {"ListBox", WM_CTLCOLORLISTBOX},
+                                   {"ComboBox", WM_CTLCOLORLISTBOX},
+                                   {"Button", WM_CTLCOLORBTN}};
+
+// By which message a window of a class asks for its colours.
+unsigned ColorMessage(std::string_view className) {
+  for (const ColorRow& row : cColorRows)
+    if (row.className == className) return row.message;
+  return WM_CTLCOLORSTATIC;
+}
 
 }  // namespace
 
@@ -64,8 +82,8 @@ void SysImpl::CreateNative(std::string_view className, int flags) {
   MAVRO_ASSERT(hwnd);
   if (!text.empty()) hwnd->SetText(text);
   if (!font.IsDefault()) hwnd->SetFont(font);
-  if (borderStyle != 0) hwnd->SetBorder(borderStyle);
-  if (!foreColor.IsDefault() || !backColor.IsDefault()) hwnd->SetColors(foreColor, backColor);
+  if (borderStyle != BorderStyle::cNone) hwnd->SetBorder(borderStyle);
+  if (!foreColor.IsDefault() || !backColor.IsDefault()) ShowColors();
   if (cursor != Cursor::cDefault) hwnd->SetCursor(cursor);
   if (!enabled) hwnd->Enable(false);
   if (shows) hwnd->Show(true);
@@ -135,7 +153,20 @@ void SysImpl::VisibleChanged() {
 }
 
 void SysImpl::ColorsChanged() {
-  if (hwnd) hwnd->SetColors(foreColor, backColor);
+  backgroundBrush.reset();
+  if (hwnd) ShowColors();
+}
+
+void SysImpl::ShowColors() {
+  if (type != cControl) return hwnd->SetColors(foreColor, backColor);
+  PaintColors colors;
+  const Param brush =
+      hwnd->parent ? SendMessage(hwnd->parent, ColorMessage(hwnd->className),
+                                 reinterpret_cast<Param>(&colors), reinterpret_cast<Param>(hwnd))
+                   : 0;
+  const bool paintsGround = brush != 0 && !colors.transparent;
+  hwnd->SetColors(colors.text,
+                  paintsGround ? reinterpret_cast<const Brush*>(brush)->color : Color());
 }
 
 void SysImpl::FontChanged() {
@@ -146,13 +177,21 @@ void SysImpl::CursorChanged() {
   if (hwnd) hwnd->SetCursor(cursor);
 }
 
+// The children keep their places inside the border.
+void SysImpl::BorderChanged() {
+  if (!hwnd) return;
+  hwnd->SetBorder(borderStyle);
+  for (Control* child : owner->children) child->impl->BoundsChanged();
+  owner->layoutPending = true;
+}
+
 void SysImpl::HintChanged() {
   if (hwnd) hwnd->SetHint(hint);
 }
 
 Rect SysImpl::ClientRect() const {
   if (!hwnd) return owner->bounds;
-  return {0, 0, hwnd->ClientWidth(), hwnd->ClientHeight()};
+  return hwnd->DockArea();
 }
 
 bool SysImpl::FireNotify(NotifyEvent& event, int value) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "Core.h"
@@ -7,6 +8,7 @@
 
 namespace mavro {
 
+class Brush;
 class DataLink;
 
 // The platform half of a control: holds its native window and turns messages into its events. Owned
@@ -52,8 +54,11 @@ class SysImpl : public object {
   void EnabledChanged();
   void VisibleChanged();
   void ColorsChanged();
+  // Shows the colours that the parent answers with, or for containers and forms their own.
+  void ShowColors();
   void FontChanged();
   void CursorChanged();
+  void BorderChanged();
   void HintChanged();
 
   // The area that children are laid out in: the client area, without a window the control's bounds.
@@ -64,6 +69,7 @@ class SysImpl : public object {
   const Type type;
   uint32_t style;
   uint32_t exStyle;
+  std::unique_ptr<Brush> backgroundBrush;  // made at its first use
   bool subclass = false;
   bool eraseBackground;
   bool textIsLive = true;
@@ -72,7 +78,7 @@ class SysImpl : public object {
   DataLink* dataLink = nullptr;
   int mouseX = 0;  // where the mouse was last pressed, client coordinates
   int mouseY = 0;
-  int borderStyle = 0;
+  BorderStyle borderStyle = BorderStyle::cNone;
   std::string hint;
   Cursor cursor = Cursor::cDefault;
   bool visible = true;
@@ -106,6 +112,7 @@ class Container::Impl : public SysImpl {
  private:
   Param RouteCommand(Param wParam, Param lParam);
   Param RouteNotify(Param wParam, Param lParam);
+  Param RouteColors(PaintColors& colors, const NativeWindow& window);
 };
 
 // Every control that has a window, found from it by the 1-based index in its user data. The order

@@ -1,6 +1,7 @@
 #include "TabCtrl.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "Assert.h"
 #include "TabImpl.h"
@@ -51,6 +52,9 @@ void TabCtrl::Impl::Create() {
   for (const TabPage* page : pages) Window()->InsertTab(page->pageIndex, page->text);
   Window()->SetClosable(closable);
   Window()->SelectTab(selectedIndex);
+  if (imageList == 0) return;
+  Window()->SetStrip(imageList);
+  for (const TabPage* page : pages) PageImageChanged(*page);
 }
 
 // The row of tabs is a child of this window, whatever parent it has itself.
@@ -92,6 +96,17 @@ void TabCtrl::Impl::SelectedIndexChanged() {
 
 void TabCtrl::Impl::ClosableChanged() {
   if (hwnd) Window()->SetClosable(closable);
+}
+
+void TabCtrl::Impl::ImageListChanged() {
+  const int wanted = std::exchange(imageList, usedList);
+  MAVRO_ASSERT(imageList == 0);
+  imageList = usedList = wanted;
+  if (hwnd) Window()->SetStrip(imageList);
+}
+
+void TabCtrl::Impl::PageImageChanged(const TabPage& page) {
+  if (hwnd) Window()->SetImage(page.pageIndex, page.image);
 }
 
 void TabCtrl::Impl::CaptionChanged(TabPage& page) {
@@ -150,6 +165,7 @@ void TabCtrl::Impl::PageAdded(TabPage& page) {
   page.visible = false;
   if (shown && page.pageIndex <= selectedIndex) ++selectedIndex;
   if (hwnd) Window()->InsertTab(page.pageIndex, page.text);
+  if (imageList != 0) PageImageChanged(page);
   InsertChild(*owner, &page, page.pageIndex);
   if (shown) return;
   selectedIndex = std::max(selectedIndex, 0);
@@ -182,6 +198,7 @@ TabCtrl::TabCtrl()
     : Control(new Impl),
       selectedIndex(impl, static_cast<PropertySetter>(&Impl::SelectedIndexChanged),
                     &TheImpl().selectedIndex),
+      imageList(impl, static_cast<PropertySetter>(&Impl::ImageListChanged), &TheImpl().imageList),
       closable(impl, static_cast<PropertySetter>(&Impl::ClosableChanged), &TheImpl().closable) {
   impl->textIsLive = false;
 }
@@ -218,6 +235,13 @@ void TabCtrl::RemovePage(int index) {
 TabPage* TabCtrl::GetPage(int ix) const {
   MAVRO_ASSERT_AS(ix > -1 && ix < TabCount(), "ix>-1 && ix<tabs.size()");
   return pages[static_cast<size_t>(ix)];
+}
+
+void TabCtrl::SetPageImage(int ix, int image) {
+  MAVRO_ASSERT_AS(imageList != 0, "imageList != NULL");
+  TabPage* page = GetPage(ix);
+  page->image = image;
+  TheImpl().PageImageChanged(*page);
 }
 
 int TabCtrl::IndexOf(const TabPage* page) const {

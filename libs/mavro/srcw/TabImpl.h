@@ -24,6 +24,8 @@ class TabCtrl::Impl : public Container::Impl {
   NativeTabs* Window() const { return static_cast<NativeTabs*>(hwnd); }
   void SelectedIndexChanged();
   void ClosableChanged();
+  void ImageListChanged();
+  void PageImageChanged(const TabPage& page);
   void CaptionChanged(TabPage& page);
   // For a page that has just come into the list of pages, or left its place there.
   void PageAdded(TabPage& page);
@@ -31,6 +33,8 @@ class TabCtrl::Impl : public Container::Impl {
 
   int selectedIndex = -1;  // may be ahead of the pages until the window exists
   bool closable = false;
+  int imageList = 0;
+  int usedList = 0;  // the list in force: another can't take its place
   TabPage* shown = nullptr;
 
  private:

@@ -4,6 +4,7 @@
 
 #include "Application.h"
 #include "Assert.h"
+#include "Icons.h"
 #include "NativeToolBar.h"
 #include "SysImpl.h"
 
@@ -47,6 +48,8 @@ class ToolBar::Impl : public Container::Impl {
   ToolBar& Bar() const { return *static_cast<ToolBar*>(owner); }
   ToolRowLook LookOf(const Row& row) const;
   Control* LiveControl(const Row& row) const;
+  // The framework's own icons where no strip is named.
+  int StripOf() const { return images == 0 ? Icons::cStrip : images; }
   Rect PictureSize() const;
 
   int ownHeight = ToolBarHeight(cDefaultPicture);  // what the pictures asked for
@@ -54,7 +57,7 @@ class ToolBar::Impl : public Container::Impl {
 
 void ToolBar::Impl::Create() {
   CreateNative("ToolbarWindow32", cWantsKeys);
-  Window()->SetStrip(images);
+  Window()->SetStrip(StripOf());
   ShowRows();
 }
 
@@ -78,7 +81,7 @@ void ToolBar::Impl::OnCommand(int cmd, Param) {
 }
 
 Rect ToolBar::Impl::PictureSize() const {
-  const ImageStrip* strip = theApplication.FindImageList(images);
+  const ImageStrip* strip = theApplication.FindImageList(StripOf());
   if (!strip) return {0, 0, cDefaultPicture, cDefaultPicture};
   return {0, 0, strip->width, strip->height};
 }
@@ -88,7 +91,7 @@ void ToolBar::Impl::ImagesChanged() {
   if (owner->height == ownHeight) owner->height = wanted;
   ownHeight = wanted;
   if (!hwnd) return;
-  Window()->SetStrip(images);
+  Window()->SetStrip(StripOf());
   ShowRows();
 }
 
@@ -144,8 +147,21 @@ void ToolBar::Impl::PlaceRows() {
   }
 }
 
+void ToolBarItems::Add(int image, const std::string& toolTip) {
+  owner.AddButton(image, toolTip);
+}
+
+void ToolBarItems::Add(ToolBarSeparator) {
+  owner.AddSeparator();
+}
+
+int ToolBarItems::GetCount() const {
+  return owner.RowCount();
+}
+
 ToolBar::ToolBar()
     : Control(new Impl),
+      items(*this),
       images(impl, static_cast<PropertySetter>(&Impl::ImagesChanged), &TheImpl().images) {
   impl->textIsLive = false;
   height = ToolBarHeight(cDefaultPicture);

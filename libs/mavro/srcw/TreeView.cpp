@@ -23,14 +23,20 @@ class TreeView::Impl : public SysImpl {
   void Clear();
   void Expand(TreeNode* node, bool on);
 
+  void ImageListChanged();
+  void FillsOnExpandChanged(TreeNode* node, bool on);
+
+  int imageList = 0;
   TreeNode root;
   TreeIndex index;
-  TreeNode* selected = nullptr;  // what the window has selected, or will have
+  TreeNode* selected = nullptr;   // what the window has selected, or will have
+  TreeNode* expanding = nullptr;  // whose onExpand is being fired
 
  private:
   TreeView& TheTree() const { return *static_cast<TreeView*>(owner); }
   void RestoreExpanded(const TreeNode& node);
   void Fire(TreeEvent& event, TreeNode* node);
+  void OnExpanded(TreeNode* node);
 };
 
 namespace {
@@ -48,7 +54,7 @@ bool IsBelow(const TreeNode* node, const TreeNode* above) {
 
 void TreeView::Impl::Create() {
   CreateNative("SysTreeView32", cWantsKeys);
-  Window()->SetTree(&root, TheTree().imageStrip);
+  Window()->SetTree(&root, imageList);
   RestoreExpanded(root);
   if (selected) Window()->SelectNode(selected);
 }
@@ -79,8 +85,7 @@ Param TreeView::Impl::OnNotify(NotifyHeader* header) {
       FireNotify(TheTree().onChangeSel);
       return 0;
     case TVN_EXPANDED:
-      told->node->expanded = true;
-      Fire(TheTree().onExpand, told->node);
+      OnExpanded(told->node);
       return 0;
     case TVN_COLLAPSED:
       told->node->expanded = false;
@@ -91,6 +96,28 @@ Param TreeView::Impl::OnNotify(NotifyHeader* header) {
     default:
       return 1;
   }
+}
+
+// The handler may remove the node, or destroy the tree.
+void TreeView::Impl::OnExpanded(TreeNode* node) {
+  node->expanded = true;
+  const NativeWindow* window = hwnd;
+  expanding = node;
+  TreeArgs args{owner, node};
+  if (!TheTree().onExpand.Fire(args) || !IsWindow(window) || expanding != node) return;
+  expanding = nullptr;
+  if (!node->fillsOnExpand) return;
+  FillsOnExpandChanged(node, false);
+  if (!node->children.empty()) Window()->ExpandNode(node, true);
+}
+
+void TreeView::Impl::ImageListChanged() {
+  if (hwnd) Window()->SetStrip(imageList);
+}
+
+void TreeView::Impl::FillsOnExpandChanged(TreeNode* node, bool on) {
+  node->fillsOnExpand = on;
+  if (hwnd) Window()->NodeChanged(node);
 }
 
 TreeNode* TreeView::Impl::Insert(TreeNode* parentNode, int at, std::unique_ptr<TreeNode> node) {
@@ -116,6 +143,7 @@ void TreeView::Impl::Remove(TreeNode* node) {
   auto& siblings = ChildrenOf(parentNode);
   const auto row = static_cast<size_t>(node->row);
   const bool holdsSelected = IsBelow(selected, node);
+  if (IsBelow(expanding, node)) expanding = nullptr;
   index.RemoveTree(node);
   if (hwnd) Window()->RemovingNode(parentNode, node->row);
   const std::unique_ptr<TreeNode> removed = std::move(siblings[row]);
@@ -128,6 +156,7 @@ void TreeView::Impl::Remove(TreeNode* node) {
 void TreeView::Impl::Clear() {
   if (hwnd) Window()->Clearing();
   selected = nullptr;
+  expanding = nullptr;
   index.Clear();
   root.children.clear();
   if (hwnd) Window()->Cleared();
@@ -139,7 +168,9 @@ void TreeView::Impl::Expand(TreeNode* node, bool on) {
   if (hwnd) Window()->ExpandNode(node, on);
 }
 
-TreeView::TreeView() : Control(new Impl) {
+TreeView::TreeView()
+    : Control(new Impl),
+      imageList(impl, static_cast<PropertySetter>(&Impl::ImageListChanged), &TheImpl().imageList) {
   impl->textIsLive = false;
 }
 
@@ -197,6 +228,10 @@ void TreeView::Clear() {
 
 void TreeView::Expand(TreeNode* node) {
   TheImpl().Expand(node, true);
+}
+
+void TreeView::SetFillsOnExpand(TreeNode* node, bool on) {
+  TheImpl().FillsOnExpandChanged(node, on);
 }
 
 void TreeView::Collapse(TreeNode* node) {

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "ListView.h"
+#include "NativeLists.h"
+#include "SysImpl.h"
+
+namespace mavro {
+
+// Holds columns and rows; the window shows them from here.
+class ListView::Impl : public SysImpl, public ListSource {
+ public:
+  struct Column {
+    std::string title;
+    int width = 0;
+    bool editable = true;
+  };
+  struct Row {
+    std::vector<std::string> cells;
+    int data = 0;
+    int image = -1;
+  };
+
+  void Create() override;
+  void Destroy() override;
+  void PrepareStyle() override { style |= LVS_REPORT; }
+  Param OnNotify(NotifyHeader* header) override;
+
+  int RowCount() const override { return vrowCount(); }
+  int ColumnCount() const override { return static_cast<int>(columns.size()); }
+  std::string_view ColumnTitle(int column) const override;
+  std::string_view Cell(int row, int column) const override;
+  int RowImage(int row) const override { return rows[static_cast<size_t>(row)].image; }
+  bool IsEditable(int column) const override;
+
+  int vrowCount() const { return static_cast<int>(rows.size()); }
+  NativeListView* Window() const { return static_cast<NativeListView*>(hwnd); }
+  // The row of an index; null for -1, which stands for no row.
+  Row* RowAt(int nItem);
+  void CheckCell(int row, int col) const;
+  Column& ColumnAt(int col);
+  void AddColumn(const std::string& title, int width);
+  int AddRow(std::vector<std::string> cells);
+  void RemoveRows(int first, int count);
+  void SetCell(int row, int col, const std::string& cell);
+  void Sort(int col, bool ascending);
+
+  // Setters of the properties.
+  void ColCountChanged();
+  void RowCountChanged();
+  void SelectedIndexChanged();
+  void LookChanged();
+
+  std::vector<Column> columns;
+  std::vector<Row> rows;
+  int colCount = 0;  // as told; follows what there is
+  int rowCount = 0;
+  int selectedIndex = -1;
+  ListLook look;
+
+ private:
+  ListView& TheList() const { return *static_cast<ListView*>(owner); }
+  void OnEdited(const ListViewHeader& told);
+
+  bool destroying = false;
+};
+
+}  // namespace mavro

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+
+#include "NativeWindow.h"
+
+namespace mavro {
+
+// What WM_NOTIFY of a rich text view tells.
+enum RichCode { EN_LINK = 0x70B };
+
+struct RichHeader : NotifyHeader {
+  std::string link;
+};
+
+// Shows rich text to read.
+class NativeRichView : public NativeWindow {
+ public:
+  using NativeWindow::NativeWindow;
+  virtual void SelectAll() = 0;
+  virtual std::string SelectedText() const = 0;
+  virtual std::string PlainText() const = 0;
+};
+
+}  // namespace mavro

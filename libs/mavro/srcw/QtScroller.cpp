@@ -1,0 +1,87 @@
+#include <QAbstractScrollArea>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "NativeScroller.h"
+#include "QtFactories.h"
+
+namespace mavro {
+
+namespace {
+
+// By QAbstractSlider::SliderAction, from SliderSingleStepAdd on.
+constexpr int cCodes[] = {SB_LINEDOWN, SB_LINEUP, SB_PAGEDOWN,  SB_PAGEUP,
+                          SB_TOP,      SB_BOTTOM, SB_THUMBTRACK};
+
+class ScrollerWidget final : public QAbstractScrollArea {
+ public:
+  explicit ScrollerWidget(QWidget* parent) : QAbstractScrollArea(parent) {
+    setFrameShape(NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    viewport()->setBackgroundRole(QPalette::Window);
+    viewport()->setAutoFillBackground(false);
+  }
+};
+
+class ScrollerWindow final : public NativeScroller {
+ public:
+  ScrollerWindow(const CreateInfo& info, ScrollerWidget* itsArea)
+      : NativeScroller(info, itsArea), area(itsArea) {
+    Watch(cHorizontal, WM_HSCROLL);
+    Watch(cVertical, WM_VSCROLL);
+  }
+
+  QWidget* ClientWidget() const override { return area->viewport(); }
+  // Children stand in what is scrolled.
+  Rect ClientArea() const override {
+    const QWidget* view = area->viewport();
+    return {-Bar(cHorizontal)->value(), -Bar(cVertical)->value(), view->width(), view->height()};
+  }
+
+  void SetScroll(Orientation direction, const ScrollInfo& info) override {
+    const int64_t hidden = static_cast<int64_t>(info.max) - std::max(info.page - 1, 0);
+    const auto last = static_cast<int>(std::max<int64_t>(hidden, info.min));
+    QScrollBar* bar = Bar(direction);
+    bar->setRange(info.min, last);
+    bar->setPageStep(std::max(info.page, 0));
+    bar->setValue(info.position);
+    shown[direction] = info;
+  }
+  void SetScrollPosition(Orientation direction, int position) override {
+    Bar(direction)->setValue(position);
+  }
+  ScrollInfo ReadScroll(Orientation direction) const override {
+    ScrollInfo info = shown[direction];
+    info.position = Bar(direction)->value();
+    info.track = Bar(direction)->sliderPosition();
+    return info;
+  }
+
+ private:
+  QScrollBar* Bar(Orientation direction) const {
+    return direction == cHorizontal ? area->horizontalScrollBar() : area->verticalScrollBar();
+  }
+
+  // The toolkit goes on from where the receiver has left the bar.
+  void Watch(Orientation direction, unsigned message) {
+    QScrollBar* bar = Bar(direction);
+    QObject::connect(bar, &QScrollBar::actionTriggered, &context, [this, bar, message](int action) {
+      if (action < QAbstractSlider::SliderSingleStepAdd || action > QAbstractSlider::SliderMove)
+        return;
+      SendMessage(this, message, cCodes[action - QAbstractSlider::SliderSingleStepAdd], 0);
+      bar->setSliderPosition(bar->value());
+    });
+  }
+
+  ScrollerWidget* const area;
+  ScrollInfo shown[2];
+  QObject context;  // ends the connections with this window
+};
+
+}  // namespace
+
+NativeWindow* MakeScroller(const CreateInfo& info) {
+  return new ScrollerWindow(info, new ScrollerWidget(ParentWidget(info)));
+}
+
+}  // namespace mavro
