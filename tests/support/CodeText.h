@@ -1,9 +1,11 @@
 #pragma once
 
 #include <algorithm>
+#include <cctype>
 #include <deque>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "CaretText.h"

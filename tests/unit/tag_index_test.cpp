@@ -9,99 +9,13 @@
 #include <vector>
 
 #include "CodeText.h"
+#include "NaiveWalk.h"
 #include "TagLookup.h"
 
 namespace zendry {
 namespace {
 
 using test::Tag;
-
-// The walks over all stores that the index stands in for, as plainly as they can be told.
-class NaiveWalk {
- public:
-  explicit NaiveWalk(test::CodeStores& theStores) : stores(theStores) {}
-
-  TagClass* FindClass(const std::string& name) {
-    for (TagData* module : stores.modules)
-      for (auto& [key, record] : module->classes)
-        if (record.name == name && record.line >= 0) return &record;
-    return stores.libraryStore.findClass(name);
-  }
-  TagItem* FindGlobal(const std::string& name, const std::string& moduleName) {
-    for (TagData* module : stores.modules)
-      if (!moduleName.empty() && module->fileName == moduleName) {
-        if (TagItem* found = FindGlobalIn(*module, name)) return found;
-        break;
-      }
-    for (TagData* module : stores.modules)
-      if (TagItem* found = FindGlobalIn(*module, name)) return found;
-    return FindClass(name);
-  }
-  TagItem* FindMember(const std::string& className, const std::string& name, bool wantDefinition,
-                      int depth) {
-    if (depth >= 17) return nullptr;
-    for (TagData* module : stores.modules) {
-      const auto found = module->classes.find(className);
-      if (found == module->classes.end()) continue;
-      for (TagItem& item : found->second.members) {
-        const bool isPrototype = item.kind == 'p';
-        const bool isWanted = wantDefinition ? !isPrototype : isPrototype || item.access != 0;
-        if (isWanted && item.name == name) return &item;
-      }
-      for (const std::string& base : BasesFromTheLast(found->second))
-        if (TagItem* item = FindMember(base, name, wantDefinition, depth + 1)) return item;
-    }
-    return nullptr;
-  }
-  TagItem* FindMemberInClass(const std::string& className, const std::string& name, int depth) {
-    if (depth >= 17) return nullptr;
-    TagClass* record = FindClass(className);
-    if (!record) return nullptr;
-    for (TagItem& item : record->members)
-      if (!(item.kind == 'f' && item.access == 0) && item.name == name) return &item;
-    for (const std::string& base : BasesFromTheLast(*record))
-      if (TagItem* item = FindMemberInClass(base, name, depth + 1)) return item;
-    return nullptr;
-  }
-  void ListMembers(std::vector<TagItem*>& out, const std::string& className,
-                   const std::string& prefix, int depth) {
-    if (depth >= 17) return;
-    TagClass* record = FindClass(className);
-    if (!record) return;
-    for (TagItem& item : record->members)
-      if (!(item.kind == 'f' && item.access == 0) && item.name.starts_with(prefix))
-        out.push_back(&item);
-    for (const std::string& base : BasesFromTheLast(*record))
-      ListMembers(out, base, prefix, depth + 1);
-  }
-  void ListGlobals(std::vector<TagItem*>& out, const std::string& prefix) {
-    for (TagData* module : stores.modules)
-      for (TagItem& item : module->globals)
-        if (item.name.starts_with(prefix)) out.push_back(&item);
-    for (TagData* module : stores.modules)
-      for (auto& [key, record] : module->classes)
-        if (record.kind == 'c' && record.name.starts_with(prefix)) out.push_back(&record);
-  }
-
- private:
-  static TagItem* FindGlobalIn(TagData& module, const std::string& name) {
-    for (TagItem& item : module.globals)
-      if (item.name == name) return &item;
-    return nullptr;
-  }
-  static std::vector<std::string> BasesFromTheLast(const TagClass& record) {
-    std::vector<std::string> bases;
-    std::string rest = record.inheritance;
-    while (!rest.empty()) {
-      const size_t comma = rest.rfind(',');
-      bases.push_back(comma == std::string::npos ? rest : rest.substr(comma + 1));
-      rest.resize(comma == std::string::npos ? 0 : comma);
-    }
-    return bases;
-  }
-
-  test::CodeStores& stores;
-};
 
 // A project of a few modules whose tags have names and bases drawn from so few letters that
 // everything collides: overloads, classes in several modules, loops, bases met twice.
@@ -169,7 +83,7 @@ std::vector<TagItem*> FirstNames(std::vector<TagItem*> items) {
 }
 
 void ExpectSameAnswers(RandomProject& project, TagLookup& lookup) {
-  NaiveWalk naive(project.stores);
+  test::NaiveWalk naive(project.stores);
   for (int i = 0; i < 10; ++i) {
     const std::string name = project.Name();
     const std::string other = project.Name();

@@ -1,0 +1,78 @@
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "CodeText.h"
+#include "Completion.h"
+#include "DeclScan.h"
+#include "TextScanner.h"
+
+// Reads chains and declarations at a caret of any text, and completes there: what is found consists
+// of names, lies in the text, and what is read forward and backward ends. The caret is the first
+// '@' of the text, or its end.
+
+namespace {
+
+void Require(bool condition) {
+  if (!condition) std::abort();
+}
+
+bool IsName(const std::string& text, bool dots) {
+  return std::all_of(text.begin(), text.end(), [dots](unsigned char c) {
+    return zendry::IsWordChar(c) || (dots && c == '.');
+  });
+}
+
+void ReadAround(const test::CodeText& editor) {
+  zendry::TextScanner scanner(editor);
+  const int length = editor.Length();
+  const int caret = scanner.position;
+  const zendry::Chain chain = zendry::readChain(scanner, caret);
+  Require(chain.text.size() <= 512 && IsName(chain.text, true));
+  Require(chain.start >= 0 && chain.start <= length && chain.wordEnd <= length);
+  const int operand = zendry::operandEnd(scanner, caret);
+  Require(operand >= 0 && operand <= caret);
+  zendry::ScanBudget budget;
+  Require(IsName(zendry::findDeclType(scanner, caret, budget), false));
+  const std::string head = chain.text.substr(0, chain.text.find('.'));
+  if (const auto decl = zendry::findTextDecl(scanner, head, chain.start, caret / 2)) {
+    Require(IsName(decl->type, false) && !decl->type.empty());
+    Require(decl->position > 0 && decl->position < length);
+    Require(editor.text[decl->position] == head[0]);
+  }
+  zendry::declarationAt(scanner, chain.wordEnd);
+  for (scanner.position = 0; scanner.position < length;) {
+    const int before = scanner.position;
+    scanner.readForward();
+    Require(scanner.position > before && scanner.position <= length);
+  }
+  while (scanner.position > 0) {
+    const int before = scanner.position;
+    scanner.readBack();
+    Require(scanner.position < before && scanner.position >= 0);
+  }
+}
+
+void CompleteAt(const test::CodeText& editor) {
+  test::CodeStores stores;
+  stores.Class("A", 1, "B,A").members = {test::Tag("a", 'm', "A", 2), test::Tag("b", 'p', "B", 3)};
+  stores.Class("B", 2, "A").members = {test::Tag("c", 'm', "A", 3)};
+  stores.current->globals = {test::Tag("f", 'v', "A", 2)};
+  stores.Changed();
+  zendry::Completion completion(stores);
+  std::string text = editor.LeftOfCaret();
+  std::string list;
+  const bool shown = completion.getCompletion(editor, text, list);
+  Require(shown == !list.empty());
+  completion.getCallTip(editor, list);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const test::CodeText editor(std::string(reinterpret_cast<const char*>(data), size));
+  ReadAround(editor);
+  CompleteAt(editor);
+  return 0;
+}
