@@ -20,9 +20,7 @@ class TextReader : public zendry::FileReader {
   explicit TextReader(std::string_view theText) : text(theText) {}
   ~TextReader() override { stream = nullptr; }
 
-  int getc() override {
-    return at < text.size() ? static_cast<unsigned char>(text[at++]) : -1;
-  }
+  int getc() override { return at < text.size() ? static_cast<unsigned char>(text[at++]) : -1; }
   void ungetc(int) override { --at; }
   bool open(const char*) override {
     at = 0;
@@ -61,7 +59,7 @@ class TagLog : public zendry::Shell {
 // What came of parsing a text.
 struct TagRun {
   zendry::TagData store;
-  std::string lines;                    // a line of a tags file for each tag
+  std::string lines;  // a line of a tags file for each tag
   std::string log;
 };
 
