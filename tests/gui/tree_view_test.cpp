@@ -374,14 +374,14 @@ TEST(TreeViewDeathTest, InsertNode_BehindTheEnd) {
 }
 
 // Adds a child to the first node that is expanded, and none to any other.
-struct FillForm : TreeForm {
+struct GrowingForm : TreeForm {
   TreeNode *full = nullptr, *empty = nullptr;
-  FillForm() {
+  GrowingForm() {
     full = tree->AddNode(nullptr, "full", 31);
     empty = tree->AddNode(nullptr, "empty", 32);
     tree->SetFillsOnExpand(full);
     tree->SetFillsOnExpand(empty);
-    tree->onExpand.Add_H(this, &FillForm::Fill);
+    tree->onExpand.Add_H(this, &GrowingForm::Fill);
   }
   void Fill(TreeArgs& args) {
     if (args.node == full) tree->AddNode(full, "child", 311);
@@ -393,7 +393,7 @@ struct FillForm : TreeForm {
 };
 
 TEST(TreeView, FillsOnExpand_ChildrenComeWithTheExpansion) {
-  FillForm form;
+  GrowingForm form;
   test::RunForm(form, false, [&] {
     form.Open("full");
     EXPECT_TRUE(form.IsShown("child"));
@@ -404,7 +404,7 @@ TEST(TreeView, FillsOnExpand_ChildrenComeWithTheExpansion) {
 }
 
 TEST(TreeView, FillsOnExpand_NothingCame_ShowsNoneNoLonger) {
-  FillForm form;
+  GrowingForm form;
   test::RunForm(form, false, [&] {
     const auto hasChildren = [&] {
       const QPoint at = form.Widget()->viewport()->mapFrom(form.Widget(), form.PlaceOf("empty"));
@@ -417,7 +417,7 @@ TEST(TreeView, FillsOnExpand_NothingCame_ShowsNoneNoLonger) {
 }
 
 TEST(TreeView, FillsOnExpand_HandlerRemovesTheNode) {
-  struct RemovingForm : FillForm {
+  struct RemovingForm : GrowingForm {
     RemovingForm() { tree->onExpand.Add_H(this, &RemovingForm::Remove); }
     void Remove(TreeArgs& args) { tree->RemoveNode(args.node); }
   } form;
