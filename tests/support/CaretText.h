@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "EditorText.h"
+#include "IndentRules.h"
 
 namespace test {
 

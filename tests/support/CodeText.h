@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "CaretText.h"
 #include "CodeSources.h"
 #include "TagData.h"
+#include "TextScanner.h"
 
 namespace test {
 
