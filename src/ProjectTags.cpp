@@ -1,19 +1,17 @@
-#include <algorithm>
-#include <iterator>
 #include <optional>
 
+#include "EditorReader.h"
 #include "EditorText.h"
-#include "Paths.h"
 #include "Project.h"
 #include "Shell.h"
+#include "TagParser.h"
 
-// The tags of a project: of its files, of open editors and of the reference libraries.
+// The tags of a project: of its files, of open editors and of the reference
+// libraries.
 
 namespace zendry {
 
 namespace {
-
-constexpr const char* cSources[] = {"cc", "cxx", "c++", "hh", "hpp", "hxx", "h++", "hp"};
 
 EditorText* FindEditor(Shell& shell, const std::string& path) {
   for (EditorText* editor : shell.OpenTexts())
@@ -21,22 +19,55 @@ EditorText* FindEditor(Shell& shell, const std::string& path) {
   return nullptr;
 }
 
+std::string TextOf(const EditorText& editor) {
+  std::string text(static_cast<size_t>(editor.Length()), '\0');
+  editor.CopyRange(0, editor.Length(), text.data());
+  return text;
+}
+
+// What is built depends on every include of a file, be it too long for its tags.
+void CompleteIncludes(TagData& module, const EditorText* editor) {
+  const std::optional<std::string> text =
+      editor ? TextOf(*editor) : mavro::ReadFileText(module.fileName);
+  if (text) module.includes = ScanIncludes(*text);
+}
+
+// Has the parser log to the project's shell for as long as it lives.
+class ParserLog {
+ public:
+  explicit ParserLog(Shell& shell) { theTagParser.shell = &shell; }
+  ~ParserLog() { theTagParser.shell = nullptr; }
+  ParserLog(const ParserLog&) = delete;
+  ParserLog& operator=(const ParserLog&) = delete;
+};
+
 }  // namespace
 
+// A file of no language that the parser knows has neither tags nor includes.
 void Project::ReadTags(ProjectFile& file) {
   shell->SetStatus("parse", file.name);
-  const std::string extension = file.name.substr(file.name.rfind('.') + 1);
-  const bool isSource = std::count(std::begin(cSources), std::end(cSources), extension) > 0;
-  if (file.type == cUnknownKind && !isSource) return;
+  bool isHeader = false;
+  if (!TagParser::languageOf(file.name, isHeader)) return;
+  if (storesTags) return parseModule(file.tags, nullptr);
   if (const std::optional<std::string> text = mavro::ReadFileText(file.name))
     file.tags.includes = ScanIncludes(*text);
 }
 
 void Project::parseModule(TagData& module, EditorText* editor) {
   if (!parse) return;
+  const ParserLog log(*shell);
   if (!editor) editor = FindEditor(*shell, module.fileName);
   module.clear();
-  if (editor) editor->parsed = true;
+  if (editor) {
+    EditorReader reader(*editor);
+    theTagParser.parseBuffer(module, &reader, false);
+    theTagParser.Bind(module);
+    editor->parsed = true;
+  } else {
+    theTagParser.parseBuffer(module, nullptr, false);
+  }
+  if (theTagParser.gaveUp) CompleteIncludes(module, editor);
+  module.Changed();
 }
 
 void Project::parseOpenEditors(EditorText* editor) {
@@ -58,6 +89,9 @@ TagData& Project::ModuleOf(const std::string& path) {
 
 void Project::LoadReferences() {
   if (!storesTags) return;
+  const ParserLog log(*shell);
+  tags.loadReference(stlRefFile);
+  if (type == cFormApplication) tags.loadReference(mavroRefFile);
 }
 
 }  // namespace zendry

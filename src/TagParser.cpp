@@ -78,6 +78,7 @@ std::optional<Language> TagParser::languageOf(std::string_view path, bool& isHea
 }
 
 bool TagParser::OpenSource(const std::string& path) {
+  gaveUp = false;
   if (reader->IsOpen()) reader->close();
   if (!reader->open(path.c_str())) {
     logMessage("cannot open:", path);
@@ -113,6 +114,7 @@ void TagParser::addTag(const TagFacts& entry) {
 void TagParser::CountTag() {
   if (++tagCount <= cMostTags) return;
   logMessage("To many tags");
+  gaveUp = true;
   theCpp.Stop();
 }
 

@@ -40,6 +40,8 @@ class TagParser {
   // Goes to the shell's output; mute without one.
   void logMessage(std::string_view text, std::string_view detail = {});
 
+  // The last source was given up before its end, for a long line or for many tags.
+  bool gaveUp = false;
   // Who hears what is logged; not owned.
   Shell* shell = nullptr;
   // The language of what is parsed next, whatever its name tells: the name alone never leads to

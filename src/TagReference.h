@@ -14,8 +14,8 @@ class TagData;
 //   o  o: options; with "-x" among them the compiled tags are kept in the cache, else not
 //   h  n: the header's name, p: its file (else the name), o: options, id: number of its tags
 //
-// The compiled tags lie beside it, the last letter of the name replaced by "x"; TagCache.h has their
-// form. TagData::loadReference brings both together.
+// The compiled tags lie beside it, the last letter of the name replaced by "x"; TagCache.h has
+// their form. TagData::loadReference brings both together.
 
 // The path of a definition's compiled tags.
 std::string CachePath(const std::string& definition);

@@ -114,6 +114,7 @@ std::string OpenProject(const Options& options, Shell& shell) {
   ReadConfig(theIdeConfig, theIdeFonts);
   theProject.SetShell(&shell);
   theProject.SetInstallFolder(theIdeConfig.appDir);
+  theProject.storesTags = false;
   if (FileKind(options.project) != cProjectFile)
     return options.project + " is no project file (.zpj)";
   const LoadResult loaded = theProject.Load(options.project);
