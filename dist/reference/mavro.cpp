@@ -1,0 +1,3 @@
+// The framework as its users include it.
+#include <mavro>
+static const char* const library = "mavro";

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zendry {
+
+// A token of preprocessed C++.
+struct CppToken {
+  enum Kind { cName, cNumber, cLiteral, cSign };
+
+  Kind kind = cSign;
+  std::string_view text;  // lies in the text that was split
+  int header = -1;        // index of the header that it came by; -1: the source itself
+
+  bool Is(std::string_view other) const { return text == other; }
+};
+
+// What `g++ -E` has made of a source that includes one header after another.
+struct ExpandedSource {
+  std::vector<CppToken> tokens;
+  std::vector<std::string> headers;  // names without folders
+};
+
+// Splits the compiler's output. ">>" gives two tokens, so that template arguments can be matched;
+// every other sign is as long as it can be.
+ExpandedSource SplitTokens(std::string_view expanded);
+
+// A place in a run of tokens. Behind its end stand empty tokens.
+class CppCursor {
+ public:
+  explicit CppCursor(const std::vector<CppToken>& readFrom) : tokens(&readFrom) {}
+
+  const CppToken& Peek(size_t ahead = 0) const;
+  const CppToken& Next();
+  bool Is(std::string_view text) const { return Peek().Is(text); }
+  // Moves behind the token if it is this one.
+  bool Accept(std::string_view text);
+  bool AtEnd() const { return position >= tokens->size(); }
+
+  // From an opening bracket to behind its match; over one token where none stands. SkipAngles does
+  // it for "<", and gives up before a ";".
+  void SkipBalanced();
+  void SkipAngles();
+  // Behind the next ";" that stands in no bracket.
+  void SkipStatement();
+  // Over what stands here of attributes, alignments and the compiler's own words.
+  void SkipAttributes();
+  // Behind a requires clause, whose keyword comes next.
+  void SkipRequires();
+
+  size_t position = 0;
+
+ private:
+  const std::vector<CppToken>* tokens;
+};
+
+}  // namespace zendry

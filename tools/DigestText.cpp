@@ -1,0 +1,162 @@
+#include "DigestText.h"
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+
+namespace zendry {
+
+namespace {
+
+constexpr std::string_view cFamilyPrefix = "basic_";
+constexpr std::string_view cDropped[] = {"typename", "class",     "struct",
+                                         "enum",     "constexpr", "noexcept",
+                                         "template", "volatile",  "__restrict__"};
+// Names that must not appear without their underscores.
+constexpr std::string_view cKeywords[] = {
+    "alignof", "asm",    "auto",   "bool", "const",  "decltype", "default",  "delete",
+    "final",   "float",  "inline", "int",  "int128", "long",     "operator", "private",
+    "short",   "signed", "static", "this", "union",  "unsigned", "void",     "volatile"};
+// Templates that say when a member exists, and not what it is.
+constexpr std::string_view cConditions[] = {"enable_if",     "enable_if_t", "__enable_if",
+                                            "__enable_if_t", "_Requires",   "_Require"};
+constexpr size_t cMostInAngles = 12;  // tokens of template arguments that somebody reads
+constexpr size_t cMostInDefault = 5;  // tokens of a default argument
+constexpr size_t cLongestType = 80;
+constexpr size_t cLongestList = 400;
+
+template <size_t count>
+bool IsOneOf(std::string_view text, const std::string_view (&words)[count]) {
+  return std::find(std::begin(words), std::end(words), text) != std::end(words);
+}
+
+// Index behind the bracket that matches the one at `open`.
+size_t BehindMatch(const CppTokens& tokens, size_t open) {
+  CppCursor cursor(tokens);
+  cursor.position = open;
+  if (cursor.Is("<"))
+    cursor.SkipAngles();
+  else
+    cursor.SkipBalanced();
+  return std::min(cursor.position, tokens.size());
+}
+
+bool IsReadable(const CppToken& token) {
+  constexpr std::string_view cReadable[] = {",", "<", ">", "::", "*", "&", "&&", "..."};
+  return token.kind == CppToken::cName || token.kind == CppToken::cNumber ||
+         IsOneOf(token.text, cReadable);
+}
+
+bool IsWord(const CppToken& token) {
+  return token.kind == CppToken::cName || token.kind == CppToken::cNumber;
+}
+
+// Whether a blank stands between two tokens.
+bool IsApart(const CppToken& left, const CppToken& right) {
+  constexpr std::string_view cBehindType[] = {"&", "*", "&&", ">", "...", ",", ")"};
+  if (left.Is(",") || left.Is("=") || right.Is("=")) return true;
+  return IsWord(right) && (IsWord(left) || (IsOneOf(left.text, cBehindType) && !left.Is(")")));
+}
+
+// The tokens of each parameter.
+std::vector<CppTokens> SplitParameters(const CppTokens& tokens) {
+  std::vector<CppTokens> parameters(1);
+  for (size_t i = 0; i < tokens.size();) {
+    if (tokens[i].Is(",")) {
+      parameters.emplace_back();
+      ++i;
+      continue;
+    }
+    const bool isName = i > 0 && tokens[i - 1].kind == CppToken::cName;
+    const bool isOpening = tokens[i].Is("(") || tokens[i].Is("[") || tokens[i].Is("{") ||
+                           (tokens[i].Is("<") && isName);
+    const size_t end = isOpening ? BehindMatch(tokens, i) : i + 1;
+    for (; i < end; ++i) parameters.back().push_back(tokens[i]);
+  }
+  return parameters;
+}
+
+}  // namespace
+
+std::string DigestText::Name(std::string_view name) const {
+  if (name.starts_with(cFamilyPrefix) && families.contains(name.substr(cFamilyPrefix.size())))
+    return std::string(name.substr(cFamilyPrefix.size()));
+  const size_t start = std::min(name.find_first_not_of('_'), name.size());
+  const std::string_view shortened = name.substr(start);
+  const bool isName = !shortened.empty() && !std::isdigit(static_cast<unsigned char>(shortened[0]));
+  return std::string(isName && !IsOneOf(shortened, cKeywords) ? shortened : name);
+}
+
+// Without what people don't read: "std::", template arguments that compute, decltype.
+CppTokens DigestText::Simplified(const CppTokens& tokens) const {
+  CppTokens simple;
+  for (size_t i = 0; i < tokens.size();) {
+    const CppToken& token = tokens[i];
+    if (IsOneOf(token.text, cDropped) || token.kind == CppToken::cLiteral) {
+      ++i;
+    } else if (token.Is("std") && i + 1 < tokens.size() && tokens[i + 1].Is("::")) {
+      i += 2;
+    } else if (token.Is("::") &&
+               (simple.empty() || !(IsWord(simple.back()) || simple.back().Is(">")))) {
+      ++i;
+    } else if (token.Is("decltype") || token.Is("__typeof__")) {
+      simple.push_back({CppToken::cName, "auto", -1});
+      i = BehindMatch(tokens, i + 1);
+    } else if (token.Is("[") && i + 1 < tokens.size() && tokens[i + 1].Is("[")) {
+      i = BehindMatch(tokens, i);
+    } else if (token.Is("<") && !simple.empty() && simple.back().kind == CppToken::cName) {
+      const size_t end = BehindMatch(tokens, i);
+      const bool isFamily = Name(simple.back().text) != simple.back().text &&
+                            simple.back().text.starts_with(cFamilyPrefix);
+      const auto first = tokens.begin() + static_cast<std::ptrdiff_t>(i);
+      const auto last = tokens.begin() + static_cast<std::ptrdiff_t>(end);
+      if (!isFamily && end - i <= cMostInAngles && std::all_of(first, last, IsReadable)) {
+        const CppTokens inner = Simplified(CppTokens(first + 1, last - 1));
+        simple.push_back(token);
+        simple.insert(simple.end(), inner.begin(), inner.end());
+        simple.push_back(*(last - 1));
+      }
+      i = end;
+    } else {
+      simple.push_back(token);
+      ++i;
+    }
+  }
+  return simple;
+}
+
+std::string DigestText::Joined(const CppTokens& tokens) const {
+  std::string text;
+  for (size_t i = 0; i < tokens.size(); ++i) {
+    if (i > 0 && IsApart(tokens[i - 1], tokens[i])) text += ' ';
+    text += tokens[i].kind == CppToken::cName ? Name(tokens[i].text) : std::string(tokens[i].text);
+  }
+  return text;
+}
+
+std::string DigestText::Type(const CppTokens& tokens) const {
+  const CppTokens simple = Simplified(tokens);
+  const bool isReadable = std::all_of(simple.begin(), simple.end(), IsReadable);
+  if (simple.empty() || !isReadable || IsOneOf(simple.front().text, cConditions)) return "auto";
+  std::string text = Joined(simple);
+  return text.size() > cLongestType ? "auto" : text;
+}
+
+std::string DigestText::Parameters(const CppTokens& tokens) const {
+  std::string text;
+  for (const CppTokens& parameter : SplitParameters(tokens)) {
+    const auto isAssign = [](const CppToken& token) { return token.Is("="); };
+    const auto assign = std::find_if(parameter.begin(), parameter.end(), isAssign);
+    const auto inDefault = static_cast<size_t>(parameter.end() - assign);
+    const auto isHard = [](const CppToken& token) {
+      return token.kind == CppToken::cLiteral || token.Is("<") || token.Is("{");
+    };
+    const bool keepsDefault =
+        inDefault <= cMostInDefault && std::none_of(assign, parameter.end(), isHard);
+    const CppTokens kept(parameter.begin(), keepsDefault ? parameter.end() : assign);
+    text += (text.empty() ? "" : ", ") + Joined(Simplified(kept));
+  }
+  return "(" + (text.size() > cLongestList ? "..." : text) + ")";
+}
+
+}  // namespace zendry

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "LibraryReader.h"
+
+namespace zendry {
+
+// Puts the tokens of declarations into words for people: "const value_type& x" from
+// "const std::value_type & __x".
+class DigestText {
+ public:
+  // `families`: names without "basic_" under which classes with it are known.
+  explicit DigestText(std::set<std::string, std::less<>> newFamilies)
+      : families(std::move(newFamilies)) {}
+
+  // A name without its leading underscores, or without the prefix of its family.
+  std::string Name(std::string_view name) const;
+  // A type; "auto" for one that nobody would read.
+  std::string Type(const CppTokens& tokens) const;
+  // A parameter list with its parentheses.
+  std::string Parameters(const CppTokens& tokens) const;
+
+ private:
+  CppTokens Simplified(const CppTokens& tokens) const;
+  std::string Joined(const CppTokens& tokens) const;
+
+  std::set<std::string, std::less<>> families;
+};
+
+}  // namespace zendry

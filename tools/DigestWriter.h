@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "LibraryReader.h"
+
+namespace zendry {
+
+// A part of a digest: what one header declares, or the next part of it.
+struct DigestPart {
+  int header = -1;
+  std::string text;
+};
+
+// Writes a library's classes down as plain declarations that the tag parser understands whatever
+// the library's headers are written like: one member on a line, no templates, attributes or bodies,
+// no names that only the library's authors need.
+//
+// - What a class has from bases with a leading underscore is written as its own.
+// - A class that the library has for several kinds of letters ("basic_string") is written under the
+//   name that everybody uses ("string"); names for other kinds are derived from it.
+// - Further names of a class are classes derived from it, so that they are found.
+// - The values of an enumeration that isn't one of C are its static members.
+//
+// No line has 1024 characters, and no part gives more tags than the parser takes from one file.
+std::vector<DigestPart> WriteDigest(const Library& library);
+
+}  // namespace zendry

@@ -1,0 +1,188 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ControlBytes.h"
+#include "FileText.h"
+#include "Shell.h"
+#include "TagData.h"
+#include "TagLine.h"
+#include "TagParser.h"
+
+// zendry-tags: writes what the tag parser finds as a tags file for editors.
+
+using namespace zendry;
+
+namespace {
+
+enum ExitStatus { cDone = 0, cNotDone = 1, cWrongUse = 2 };
+
+// First lines of the file, sorted like the tags, by their bytes.
+constexpr std::string_view cHead =
+    "!_TAG_FILE_FORMAT\t2\t/extended format/\n"
+    "!_TAG_FILE_SORTED\t1\t/0=unsorted, 1=sorted, 2=foldcase/\n"
+    "!_TAG_PROGRAM_NAME\tzendry-tags\t//\n"
+    "!_TAG_PROGRAM_VERSION\t" ZENDRY_VERSION "\t//\n";
+
+struct Options {
+  std::vector<std::string> sources;
+  std::string output;
+  std::string language;
+  bool locals = false;
+};
+
+// The text as one line: a newline in a file's name becomes a mark too.
+void Say(const std::string& text) {
+  std::string line;
+  for (char c : MarkControlBytes("zendry-tags: " + text))
+    line += c == '\n' ? std::string("<0a>") : std::string(1, c);
+  std::fprintf(stderr, "%s\n", line.c_str());
+}
+
+// Says of which source the parser logs something.
+class LogShell : public Shell {
+ public:
+  void AppendOutput(std::string_view text) override {
+    const size_t start = text.find_first_not_of("\r\n- ");
+    const size_t end = text.rfind(" -->");
+    if (start < end && end != std::string_view::npos)
+      Say(source + ": " + std::string(text.substr(start, end - start)));
+  }
+
+  std::string source;
+};
+
+// Why a source can't be read; empty when it can.
+std::string WhyUnreadable(const std::string& path) {
+  struct stat status;
+  if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
+  if (S_ISDIR(status.st_mode)) return "is a folder";
+  if (!S_ISREG(status.st_mode)) return "is not a regular file";
+  if (faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0) return std::strerror(errno);
+  return "";
+}
+
+// A name that stands in a tags file must be one line without tabs.
+bool IsWritable(const std::string& path) {
+  return path.find_first_of("\t\r\n") == std::string::npos;
+}
+
+// Collects the lines of the sources' tags.
+class TagCollector {
+ public:
+  explicit TagCollector(const Options& newOptions) : options(newOptions) {
+    theTagParser.shell = &log;
+    if (!options.language.empty()) theTagParser.language = LanguageNamed(options.language);
+  }
+
+  // False when the source couldn't be read.
+  bool Add(const std::string& path) {
+    std::string error = WhyUnreadable(path);
+    if (error.empty() && !IsWritable(path)) error = "the name can't stand in a tags file";
+    if (!error.empty()) {
+      Say(path + ": " + error);
+      return false;
+    }
+    bool isHeader = false;
+    const std::optional<Language> named = TagParser::languageOf(path, isHeader);
+    const std::optional<Language> language = theTagParser.language ? theTagParser.language : named;
+    if (!language) {
+      Say(path + ": its name tells no language, it was passed over");
+      return true;
+    }
+    log.source = path;
+    theTagParser.found = [&](const TagFacts& tag) {
+      lines.push_back(TagLine(tag, path, *language));
+    };
+    TagData data;
+    data.fileName = path;
+    theTagParser.parseBuffer(data, nullptr, options.locals);
+    return true;
+  }
+
+  // The whole file.
+  std::string Text() {
+    std::sort(lines.begin(), lines.end());
+    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+    std::string text(cHead);
+    for (const std::string& line : lines) text += line + '\n';
+    return text;
+  }
+
+ private:
+  const Options& options;
+  LogShell log;
+  std::vector<std::string> lines;
+};
+
+// Nothing but an older tags file is replaced.
+bool MayReplace(const std::string& path) {
+  const std::optional<std::string> old = mavro::ReadFileText(path);
+  return !old || old->empty() || old->starts_with("!_TAG_");
+}
+
+bool WriteFile(const std::string& path, const std::string& text) {
+  if (!MayReplace(path)) {
+    Say(path + ": is no tags file, it was not replaced");
+    return false;
+  }
+  const mavro::SaveResult result = mavro::SaveFileText(path, text);
+  if (!result.Ok()) Say(path + ": " + result.error);
+  return result.Ok();
+}
+
+bool WriteOutput(const std::string& text) {
+  const bool isWritten =
+      std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+  if (!isWritten) Say("standard output can't be written");
+  return isWritten;
+}
+
+int Run(const Options& options) {
+  TagCollector collector(options);
+  bool allRead = true;
+  for (const std::string& source : options.sources) allRead &= collector.Add(source);
+  const std::string text = collector.Text();
+  const bool isWritten =
+      options.output.empty() ? WriteOutput(text) : WriteFile(options.output, text);
+  return allRead && isWritten ? cDone : cNotDone;
+}
+
+// The names of the languages, for the help and the check.
+std::vector<std::string> LanguageNames() {
+  std::vector<std::string> names;
+  for (const LanguageRecord& record : Languages()) names.emplace_back(record.name);
+  return names;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  Options options;
+  CLI::App app("Writes a tags file of sources.", "zendry-tags");
+  app.set_version_flag("--version", "zendry-tags " ZENDRY_VERSION);
+  app.add_option("FILE", options.sources, "the sources")->required();
+  app.add_option("-o", options.output, "write to this file, not to standard output");
+  app.add_option("--language", options.language,
+                 "read every source as this, whatever its name tells")
+      ->check(CLI::IsMember(LanguageNames(), CLI::ignore_case));
+  app.add_flag("--locals", options.locals, "write the variables of functions too (C, C++)");
+  app.footer(
+      "Exit status: 0 done, 1 a source couldn't be read or the tags not be written,\n"
+      "2 wrong command line.");
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return app.exit(error) == 0 ? cDone : cWrongUse;
+  }
+  return Run(options);
+}
