@@ -10,6 +10,16 @@ from desktop import wait_until
 from fixture import TOP, ZENDRY_MAKE, ZendryTest, read, run, write, write_project
 
 FORM_APPLICATION = 1
+PNG_MARK = b'\x89PNG\r\n\x1a\n'
+SCALES = 4  # in which the stock icons are drawn
+EMPTY_FORM = '''#include <mavro>
+
+int Application::Main(const ArgumentList&) {
+  Form form;
+  form.Show();
+  return 0;
+}
+'''
 
 
 def png(side, rgba):
@@ -18,7 +28,7 @@ def png(side, rgba):
         body = kind + data
         return struct.pack('>I', len(data)) + body + struct.pack('>I', zlib.crc32(body))
     rows = (b'\0' + bytes(rgba) * side) * side
-    return (b'\x89PNG\r\n\x1a\n' + chunk(b'IHDR', struct.pack('>IIBBBBB', side, side, 8, 6, 0, 0, 0)) +
+    return (PNG_MARK + chunk(b'IHDR', struct.pack('>IIBBBBB', side, side, 8, 6, 0, 0, 0)) +
             chunk(b'IDAT', zlib.compress(rows)) + chunk(b'IEND', b''))
 
 
@@ -104,6 +114,26 @@ class FormProgram(FormTest):
         self.start_forms()
         self.key('alt+F4')
         self.ended()
+
+    def pictures_in(self, name, script='', **options):
+        """How many pictures an empty form holds that is built with a resource script and options of a project."""
+        folder = os.path.join(self.folder, name)
+        write(os.path.join(folder, 'main.cpp'), EMPTY_FORM)
+        if script:
+            write(os.path.join(folder, 'own.rc'), script)
+            with open(os.path.join(folder, 'own.png'), 'wb') as file:
+                file.write(png(24, (0, 0, 0, 255)))
+        self.make(write_project(os.path.join(folder, 'p.zpj'), ['main.cpp'], resource='own.rc' if script else '', **options))
+        with open(os.path.join(folder, 'out-rel', 'p.exe'), 'rb') as file:
+            return file.read().count(PNG_MARK)
+
+    def test_stock_icons_are_in_every_program_once(self):
+        self.assertEqual(self.pictures_in('form', kind=FORM_APPLICATION), SCALES)
+        self.assertEqual(self.pictures_in('library', library_set='mavro'), SCALES)
+        self.assertEqual(self.pictures_in('including', '#include "mavro.rc"\n', kind=FORM_APPLICATION), SCALES)
+
+    def test_stock_icons_give_way_to_the_programs_own(self):
+        self.assertEqual(self.pictures_in('own', '1 PNG "own.png"\n', kind=FORM_APPLICATION), 1)
 
     def test_error_in_a_resource_script_shows_its_line(self):
         project = self.project()
