@@ -94,6 +94,9 @@ TEST(CustomCtrl, Hidden_IsNotDrawnWhenSized) {
     EXPECT_EQ(log.Take(), "draw:0 ");
     form.custom.SetSize(50, 50);
     EXPECT_EQ(log.Take(), "");
+    form.custom.visible = true;
+    test::WidgetOf(form)->grab();
+    EXPECT_EQ(log.Take(), "draw:0 ");
   });
 }
 

@@ -44,6 +44,7 @@ void CustomCtrl::Impl::MakeBackBuffer() {
   const int width = hwnd->ClientWidth();
   const int height = hwnd->ClientHeight();
   backBuffer.Close();
+  isDrawn = false;
   bufferPixels.Assign(Bitmap(pixels(width), pixels(height), ratio));
   backBuffer.SetBitmap(bufferPixels.Pixels(), owner);
   backBuffer.FillRect({0, 0, width, height}, owner->InheritedBackColor());
@@ -53,6 +54,7 @@ void CustomCtrl::Impl::Redraw(int notify) {
   if (!hwnd) return;
   if (!backBuffer.IsOpen()) MakeBackBuffer();
   const NativeWindow* window = hwnd;
+  isDrawn = true;
   FireNotify(Custom().onDraw, notify);
   if (IsWindow(window)) hwnd->Invalidate();
 }
@@ -64,10 +66,10 @@ bool CustomCtrl::Impl::Refresh() {
   return IsWindow(window);
 }
 
+// A control that was sized while it was hidden is drawn when it is first seen.
 void CustomCtrl::Impl::Paint() {
-  const Bitmap& buffer = bufferPixels.Pixels();
-  if (buffer.IsEmpty() || buffer.PixelRatio() != Canvas()->PixelRatio())
-    if (!Refresh()) return;
+  const bool fits = bufferPixels.Pixels().PixelRatio() == Canvas()->PixelRatio();
+  if ((!isDrawn || !fits) && !Refresh()) return;
   const Bitmap shown = bufferPixels.Pixels();
   const Rect whole{0, 0, hwnd->ClientWidth(), hwnd->ClientHeight()};
   if (!Custom().onPaint.HasHandlers()) {

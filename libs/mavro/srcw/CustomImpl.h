@@ -33,6 +33,7 @@ class CustomCtrl::Impl : public SysImpl {
   Param OnUnusedKey(int virtualKey, Param result);
 
   Picture bufferPixels;
+  bool isDrawn = false;    // onDraw has filled the buffer since it was made
   bool offersKey = false;  // while a key that nobody wants is offered to dialog navigation
 };
 
