@@ -85,6 +85,20 @@ TEST(CustomCtrl, NewSize_RemakesTheBufferAndDraws) {
   });
 }
 
+TEST(CustomCtrl, Border_StandsAroundTheBuffer) {
+  CustomForm form;
+  form.custom.borderStyle = BorderStyle::cFrame;
+  form.custom.backColor = Color(Color::cYellow);
+  test::EventLog log;
+  log.Listen("draw", form.custom.onDraw,
+             [&](NotifyArgs&) { form.custom.BackBuffer().SetPixel(0, 0, Color::cRed); });
+  test::RunForm(form, false, [&] {
+    EXPECT_EQ(form.custom.impl->hwnd->ClientWidth(), 98);
+    EXPECT_EQ(Shown(form.custom, 1, 1), QColor(Qt::red));
+    EXPECT_NE(Shown(form.custom, 0, 0), QColor(Qt::red));
+  });
+}
+
 TEST(CustomCtrl, Hidden_IsNotDrawnWhenSized) {
   CustomForm form;
   form.custom.visible = false;

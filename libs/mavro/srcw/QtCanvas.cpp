@@ -63,6 +63,11 @@ class CanvasWindow final : public NativeCanvas {
     SendMessage(this, WM_SETTEXT, 0, 0);
   }
 
+  Rect ClientArea() const override {
+    const QRect inside = canvas->contentsRect();
+    return {inside.left(), inside.top(), inside.width(), inside.height()};
+  }
+
   bool WantsKey(int virtualKey) const override {
     auto* window = const_cast<CanvasWindow*>(this);
     return SendMessage(window, WM_GETDLGCODE, virtualKey, 0) & DLGC_WANTALLKEYS;
