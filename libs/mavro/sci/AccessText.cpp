@@ -6,23 +6,22 @@
 
 namespace mavro {
 
-AccessText::AccessText(Door& itsDoor) : door(itsDoor) {
-  if (!(Send(SCI_GETLINECHARACTERINDEX) & SC_LINECHARACTERINDEX_UTF16))
-    Send(SCI_ALLOCATELINECHARACTERINDEX, SC_LINECHARACTERINDEX_UTF16);
-}
-
 int AccessText::Length() const {
   return static_cast<int>(Send(SCI_GETLENGTH));
 }
 
-// Bytes of other code pages are a unit each.
-bool AccessText::IsUnicode() const {
-  return Send(SCI_GETCODEPAGE) == SC_CP_UTF8;
+// Bytes of other code pages are a unit each. The first question after the text has got its code
+// page makes the index; from then on it is kept with every change.
+bool AccessText::IsIndexed() const {
+  if (Send(SCI_GETCODEPAGE) != SC_CP_UTF8) return false;
+  if (!(Send(SCI_GETLINECHARACTERINDEX) & SC_LINECHARACTERINDEX_UTF16))
+    Send(SCI_ALLOCATELINECHARACTERINDEX, SC_LINECHARACTERINDEX_UTF16);
+  return true;
 }
 
 int AccessText::Offset(int position) const {
   position = std::clamp(position, 0, Length());
-  if (!IsUnicode()) return position;
+  if (!IsIndexed()) return position;
   const auto line = Send(SCI_LINEFROMPOSITION, position);
   const auto start = Send(SCI_POSITIONFROMLINE, line);
   return static_cast<int>(Send(SCI_INDEXPOSITIONFROMLINE, line, SC_LINECHARACTERINDEX_UTF16) +
@@ -30,13 +29,15 @@ int AccessText::Offset(int position) const {
 }
 
 int AccessText::Position(int offset) const {
-  if (!IsUnicode() || offset <= 0) return std::clamp(offset, 0, Length());
+  if (!IsIndexed() || offset <= 0) return std::clamp(offset, 0, Length());
   const auto line = Send(SCI_LINEFROMINDEXPOSITION, offset, SC_LINECHARACTERINDEX_UTF16);
   const auto start = Send(SCI_POSITIONFROMLINE, line);
   const auto before = Send(SCI_INDEXPOSITIONFROMLINE, line, SC_LINECHARACTERINDEX_UTF16);
   if (offset == before) return static_cast<int>(start);
-  const auto found = Send(SCI_POSITIONRELATIVECODEUNITS, start, offset - before);
-  return found > 0 ? static_cast<int>(found) : Length();  // 0 says: past the end
+  // The answer is 0 past the end, and between the two units of one letter.
+  auto found = Send(SCI_POSITIONRELATIVECODEUNITS, start, offset - before);
+  if (found == 0) found = Send(SCI_POSITIONRELATIVECODEUNITS, start, offset - before - 1);
+  return found > 0 ? static_cast<int>(found) : Length();
 }
 
 int AccessText::CharacterCount() const {
@@ -51,7 +52,7 @@ AccessText::Span AccessText::UnitOf(int position, Unit unit) const {
   if (unit == Unit::cCharacter)
     return {position, static_cast<int>(Send(SCI_POSITIONAFTER, position))};
   if (unit == Unit::cWord)
-    return {static_cast<int>(Send(SCI_WORDSTARTPOSITION, position, 0)),
+    return {static_cast<int>(Send(SCI_WORDSTARTPOSITION, Send(SCI_POSITIONAFTER, position), 0)),
             static_cast<int>(Send(SCI_WORDENDPOSITION, position, 0))};
   const auto line = Send(SCI_LINEFROMPOSITION, position);
   const auto next = Send(SCI_POSITIONFROMLINE, line + 1);

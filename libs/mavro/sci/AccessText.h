@@ -24,8 +24,7 @@ class AccessText {
     friend bool operator==(const Span&, const Span&) = default;
   };
 
-  // Has the component keep its index of lines from now on.
-  explicit AccessText(Door& itsDoor);
+  explicit AccessText(Door& itsDoor) : door(itsDoor) {}
 
   int Offset(int position) const;
   int Position(int offset) const;
@@ -43,7 +42,8 @@ class AccessText {
     return door.Send(message, static_cast<std::uintptr_t>(wParam), lParam);
   }
   int Length() const;
-  bool IsUnicode() const;
+  // True for UTF-8, which the component then has an index of lines for.
+  bool IsIndexed() const;
   Span UnitOf(int position, Unit unit) const;  // in bytes
   Span ToOffsets(Span bytes) const;
 

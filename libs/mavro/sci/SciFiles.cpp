@@ -78,6 +78,7 @@ bool SciEditor::Impl::Load(const std::string& path) {
   Send(SCI_SETMODEVENTMASK, 0);
   Send(SCI_SETREADONLY, 0);
   Send(SCI_SETUNDOCOLLECTION, 0);
+  DropLineIndex();
   Send(SCI_CLEARALL);
   Send(SCI_MARKERDELETEALL, -1);
   const bool read = FillFrom(opened.file.Number(), opened.size);

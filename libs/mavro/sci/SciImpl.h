@@ -41,6 +41,7 @@ class SciEditor::Impl : public SysImpl, public EditorText {
   void ApplyOptions();
   void ApplyStyles();
   void SetCodePage(int codePage);
+  void DropLineIndex();
   void ApplyLineNumbers();
 
   // Group: files (SciFiles.cpp).

@@ -67,8 +67,7 @@ Param AsParam(const char* text) {
 void SciEditor::Impl::ApplyOptions() {
   if (!hwnd) return;
   ApplyLexer();
-  Send(SCI_SETCODEPAGE, Editor().codePage);
-  ApplyRepresentations();
+  SetCodePage(Editor().codePage);
   ApplyLayout();
   ApplyCompletion();
   ApplyMargins();
@@ -259,8 +258,15 @@ void SciEditor::Impl::ApplyDesktopColors() {
   Send(SCI_SETWHITESPACEFORE, 1, Blend(palette.ground, palette.text, cSelectionShare));
 }
 
+// The index that screen readers ask for: it fits one code page only.
+void SciEditor::Impl::DropLineIndex() {
+  if (Send(SCI_GETLINECHARACTERINDEX) & SC_LINECHARACTERINDEX_UTF16)
+    Send(SCI_RELEASELINECHARACTERINDEX, SC_LINECHARACTERINDEX_UTF16);
+}
+
 void SciEditor::Impl::SetCodePage(int codePage) {
   Editor().codePage = codePage;
+  if (Send(SCI_GETCODEPAGE) != codePage) DropLineIndex();
   Send(SCI_SETCODEPAGE, codePage);
   ApplyRepresentations();
 }

@@ -1,0 +1,120 @@
+#include <gtest/gtest.h>
+
+#include "DarkPalette.h"
+#include "EditorForm.h"
+
+namespace mavro {
+namespace {
+
+using test::EditorForm;
+using test::RunEditor;
+
+constexpr const char* cSample = R"(// What the demo does. -*- coding: utf-8 -*-
+#include <string>
+#include "shape.h"
+
+class Circle : public Shape {
+ public:
+	explicit Circle(int newRadius) : radius(newRadius) {}
+	int Area() const { return 3 * radius * radius; }
+	std::string Name() const { return "circle\n"; }  // with a tab
+
+ private:
+	int radius = 'r';
+};
+
+/* Sums up what is given.
+   Two lines of it. */
+int Sum(const Circle* first, const Circle* last) {
+	int sum = 0;
+	for (; first != last; ++first) {
+		if (first->Area() > 0) sum += first->Area();
+	}
+	return sum;
+}
+)";
+
+// Rows of pixels whose colour isn't the ground's: something is drawn.
+int DrawnRows(const QImage& image) {
+  int rows = 0;
+  for (int y = 0; y < image.height(); ++y) {
+    const QRgb ground = image.pixel(image.width() / 2, y);
+    for (int x = 0; x < image.width(); ++x)
+      if (image.pixel(x, y) != ground) {
+        ++rows;
+        break;
+      }
+  }
+  return rows;
+}
+
+void ShowEditor(const std::string& name) {
+  EditorForm form;
+  EditorOptions& options = *form.editor.options;
+  options.monospaced = true;
+  options.fontSize = 11;
+  options.lineNumbers = true;
+  options.foldMargin = true;
+  options.foldComment = true;
+  options.edgeColumn = 70;
+  form.editor.offered = "Area?1 Name?1 radius?2";
+  form.editor.offeredTip = "int foo(const Circle* first, const Circle* last)";
+  static constexpr MarkType cMarks[] = {{2, 127, 0xFF00}, {3, 127, 0xFF}};
+  form.editor.markTypes = cMarks;
+  form.editor.markTypeCount = 2;
+  RunEditor(form, [&] {
+    form.Fill(cSample);
+    form.editor.Send(SCI_INSERTTEXT, 0, "");
+    form.editor.ToggleBookmark(4);
+    form.editor.ToggleBookmark(16);
+    form.editor.SetLineMark(2, 7);
+    form.editor.Select(form.editor.LineStart(17) + 5, form.editor.LineStart(17) + 8);
+    form.Settle();
+    test::Shot(form, name);
+    EXPECT_GT(DrawnRows(test::WidgetOf(form.editor)->grab().toImage()), 200);
+    form.editor.goToLine(22);
+    form.Type("first.");
+    form.Settle();
+    test::Shot(form, name + "-list");
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (window->isVisible() && window != test::WidgetOf(form))
+        window->grab().save(QString::fromStdString(SHOTS_FOLDER "/" + name + "-popup.png"));
+    test::Key(form, Qt::Key_Escape);
+    form.Type(" foo(1, ");
+    form.Settle();
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (window->isVisible() && window != test::WidgetOf(form))
+        window->grab().save(QString::fromStdString(SHOTS_FOLDER "/" + name + "-tip.png"));
+  });
+}
+
+TEST(SciShots, Editor_Light_LooksAsItShould) {
+  ShowEditor("sci-editor-light");
+}
+
+TEST(SciShots, Editor_Dark_LooksAsItShould) {
+  const QPalette before = QApplication::palette();
+  QApplication::setPalette(test::DarkPalette());
+  ShowEditor("sci-editor-dark");
+  QApplication::setPalette(before);
+}
+
+TEST(SciShots, HiddenCharacters_AreBoxes) {
+  EditorForm form;
+  form.editor.options->monospaced = true;
+  RunEditor(form, [&] {
+    form.editor.codePage = 65001;
+    form.editor.applyOptions();
+    form.Fill(
+        "if (level != \"user\u202E \u2066// Check\u2069 \u2066\") {\u200B}\n"
+        "nbsp\u00A0soft\u00ADhyphen\uFEFF\x01\x7F\n\xFF bytes\n");
+    form.editor.OnCommand(cSciShowWhiteSpace);
+    form.editor.OnCommand(cSciShowLineEnds);
+    form.Settle();
+    test::Shot(form, "sci-editor-hidden");
+    EXPECT_GT(form.editor.Send(SCI_POINTXFROMPOSITION, 0, static_cast<std::intptr_t>(21)), 200);
+  });
+}
+
+}  // namespace
+}  // namespace mavro
