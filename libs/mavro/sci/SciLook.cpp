@@ -72,7 +72,6 @@ void SciEditor::Impl::ApplyOptions() {
   ApplyCompletion();
   ApplyMargins();
   ApplyFoldSymbols();
-  ApplyMarkers();
   ApplyProperties();
   ApplyStyles();
 }
@@ -158,6 +157,7 @@ void SciEditor::Impl::ApplyFoldSymbols() {
 }
 
 void SciEditor::Impl::ApplyMarkers() {
+  const bool dark = Window()->Palette().IsDark();
   Send(SCI_MARKERSETFORE, cBookmarkMarker, 0x7F0000);
   Send(SCI_MARKERSETBACK, cBookmarkMarker, 0xFFFF80);
   if (Editor().options->bookmarkMargin)
@@ -169,7 +169,8 @@ void SciEditor::Impl::ApplyMarkers() {
     if (!type.enabled) continue;
     Send(SCI_MARKERDEFINE, type.number, SC_MARK_BACKGROUND);
     Send(SCI_MARKERSETBACK, type.number, type.colour);
-    Send(SCI_MARKERSETALPHA, type.number, type.size);
+    // Light text is read on half of it only.
+    Send(SCI_MARKERSETALPHA, type.number, dark ? type.size / 2 : type.size);
   }
 }
 
@@ -188,6 +189,7 @@ void SciEditor::Impl::ApplyProperties() {
 
 void SciEditor::Impl::ApplyStyles() {
   if (!hwnd) return;
+  ApplyMarkers();
   const EditorOptions& options = *Editor().options;
   const SciPalette palette = Window()->Palette();
   const std::string face =

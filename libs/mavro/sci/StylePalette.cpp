@@ -8,6 +8,7 @@ namespace mavro {
 namespace {
 
 constexpr double cLeastContrast = 5.5;
+constexpr double cKeptContrast = 0.7;  // of what the colour has on white
 constexpr int cLightenSteps = 20;
 constexpr int cGroundShare = 48;
 
@@ -57,9 +58,10 @@ int Blend(int under, int over, int share) {
 }
 
 int TextOnDark(int colour, int ground) {
+  const double wanted = std::max(cLeastContrast, cKeptContrast * Contrast(colour, 0xFFFFFF));
   for (int step = 0; step <= cLightenSteps; ++step) {
     const int lighter = Blend(colour, 0xFFFFFF, 255 * step / cLightenSteps);
-    if (Contrast(lighter, ground) >= cLeastContrast) return lighter;
+    if (Contrast(lighter, ground) >= wanted) return lighter;
   }
   return 0xFFFFFF;
 }

@@ -12,8 +12,8 @@ int Lightness(int colour);
 // How well one colour is read on another: 1 is not at all, 21 is black on white.
 double Contrast(int one, int other);
 
-// A colour made for a light ground, for text on a dark one: the same hue, as light as it must be to
-// be read on `ground`.
+// A colour made for a light ground, for text on a dark one: the same hue, so light that it
+// is read on `ground` nearly as well as on white.
 int TextOnDark(int colour, int ground);
 
 // A ground made for a light desktop, for a dark one: a touch of it over `ground`.
