@@ -297,7 +297,7 @@ bool BuildActs::CompileResource(const std::string& script, bool force) {
   if (!staleness.stale) return true;
   Observe(script, staleness);
   const std::string line = ResourceLine({
-      .tool = ToolOf(theIdeConfig.windres),
+      .tool = ResourceToolPath(theIdeConfig, project->current->gcc),
       .script = script,
       .object = object,
       .options = theIdeConfig.windresOptions,

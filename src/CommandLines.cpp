@@ -106,6 +106,12 @@ std::string ToolPath(const IdeConfig& config, int set, const std::string& tool) 
   return ResolveToolPath(config.toolSets[static_cast<size_t>(CompilerSet(set))].folder, tool);
 }
 
+std::string ResourceToolPath(const IdeConfig& config, int set) {
+  const std::string tool = ToolPath(config, set, config.windres);
+  const bool isThere = tool.find('/') != std::string::npos || IsOnPath(tool);
+  return isThere ? tool : ToolPath(config, 0, config.windres);
+}
+
 ProjectFlags ComposeFlags(const Project& project, IdeConfig& config) {
   const std::string root = MacroRoot(config.appDir);
   ProjectFlags flags;

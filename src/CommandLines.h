@@ -39,6 +39,9 @@ std::string ObjectPath(const std::string& outDirName, const std::string& source,
 int CompilerSet(int gcc);
 // The command of a tool of one compiler set.
 std::string ToolPath(const IdeConfig& config, int set, const std::string& tool);
+// The resource compiler of a set. Machines have none on their PATH, so a set that takes its tools
+// from there gets that of the first set.
+std::string ResourceToolPath(const IdeConfig& config, int set);
 
 struct ProjectFlags {
   std::string include;  // compile switches from the project and its library set

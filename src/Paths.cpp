@@ -1,8 +1,11 @@
 #include "Paths.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <cctype>
 #include <cstddef>
+#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 
@@ -136,6 +139,18 @@ std::string MakeRelativePath(std::string_view path, std::string_view folder) {
     for (size_t i = k; i < folder.size(); ++i)
       if (folder[i] == '/') relative += "../";
   return relative.append(path.substr(k + 1));
+}
+
+bool IsOnPath(const std::string& program) {
+  const char* variable = std::getenv("PATH");
+  std::string_view folders = variable ? variable : "";
+  while (!folders.empty()) {
+    const size_t end = std::min(folders.find(':'), folders.size());
+    const std::string file = std::string(folders.substr(0, end)) + "/" + program;
+    if (access(file.c_str(), X_OK) == 0) return true;
+    folders.remove_prefix(std::min(end + 1, folders.size()));
+  }
+  return false;
 }
 
 }  // namespace zendry

@@ -49,4 +49,7 @@ std::string BaseName(std::string_view path);
 // when both are compared; a path that shares no folder with `folder` stays as it is.
 std::string MakeRelativePath(std::string_view path, std::string_view folder);
 
+// Whether a folder of the PATH holds a program of that name.
+bool IsOnPath(const std::string& program);
+
 }  // namespace zendry

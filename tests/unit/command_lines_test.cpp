@@ -2,9 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "CommandLine.h"
 #include "IdeConfig.h"
 #include "Project.h"
+#include "ScopedVariable.h"
+#include "TempFolder.h"
 
 namespace zendry {
 namespace {
@@ -78,6 +82,23 @@ TEST(ToolPath, AtStandsForTheInstallRoot) {
   theIdeConfig.toolSets[2].folder = "/usr/bin";
   EXPECT_EQ(ToolPath(theIdeConfig, 1, "ar"), "/opt/zendry/tools/ar");
   EXPECT_EQ(ToolPath(theIdeConfig, 2, "ar"), "/usr/bin/ar");
+}
+
+TEST(ResourceToolPath, SetWithAFolder_IsTheToolOfThatFolder) {
+  const ConfigScope scope;
+  theIdeConfig.toolSets[0].folder = "@/tools";
+  theIdeConfig.toolSets[1].folder = "/opt/other";
+  EXPECT_EQ(ResourceToolPath(theIdeConfig, 1), "/opt/other/windres");
+}
+
+TEST(ResourceToolPath, SetOfThePath_TakesTheToolThereOrElseThatOfTheFirstSet) {
+  const ConfigScope scope;
+  theIdeConfig.toolSets[0].folder = "@/tools";
+  test::TempFolder folder;
+  const test::ScopedVariable path("PATH", "/nowhere::" + folder.Path());
+  EXPECT_EQ(ResourceToolPath(theIdeConfig, 1), "/opt/zendry/tools/windres");
+  std::filesystem::permissions(folder.Write("windres", ""), std::filesystem::perms::owner_all);
+  EXPECT_EQ(ResourceToolPath(theIdeConfig, 1), "windres");
 }
 
 TEST(CompilerSet, NumbersOfNoSet_AreSetZero) {
