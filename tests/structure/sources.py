@@ -76,6 +76,18 @@ def no_stem_stands_twice():
             yield 'one stem: ' + ', '.join(paths)
 
 
+def editor_messages_are_the_components(header):
+    """Names and numbers of messages that portable code sends, beside the component's own header."""
+    value = re.compile(r'^\s*((?:SCI|SC|SCWS|SCFIND|STYLE|CARET)_\w+)\s*=\s*(-?\w+)', re.M)
+    with open(header, encoding='utf-8', errors='replace') as file:
+        known = {name: int(number, 0) for name, number in value.findall(file.read())
+                 if re.fullmatch(r'-?(0x[0-9a-fA-F]+|\d+)', number)}
+    path = 'libs/mavro/sci/SciMessages.h'
+    for name, number in value.findall(tree.read(path).decode()):
+        if known.get(name) != int(number, 0):
+            yield f'{path}: {name} is {known.get(name)}'
+
+
 def every_source_is_built(build_folder):
     with open(os.path.join(build_folder, 'compile_commands.json')) as file:
         built = {os.path.realpath(os.path.join(c['directory'], c['file'])) for c in json.load(file)}
@@ -157,5 +169,6 @@ def scripts_parse():
 tree.run_named({check.__name__: check for check in (
     toolkit_stays_behind_the_seam, public_headers_name_no_toolkit_type, layers_include_downward_only,
     public_headers_compile_alone, no_stem_stands_twice, every_source_is_built, formatted, lines_end_well,
-    no_path_of_this_machine, files_have_one_screenful_of_purpose, root_folder_is_short, projects_list_every_source,
+    editor_messages_are_the_components, no_path_of_this_machine, files_have_one_screenful_of_purpose,
+    root_folder_is_short, projects_list_every_source,
     public_interfaces_have_comments, scripts_parse)})

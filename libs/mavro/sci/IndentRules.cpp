@@ -12,7 +12,7 @@ namespace {
 constexpr size_t cMostWords = 20;
 
 // The runs of a line's bytes that have a style, at most twenty.
-std::vector<std::string> WordsInStyle(const EditorText& text, int line, int style) {
+std::vector<std::string> WordsInStyle(const SciText& text, int line, int style) {
   std::vector<std::string> words;
   const int start = text.LineStart(line);
   const std::string bytes = text.Range(start, text.LineEnd(line));
@@ -52,11 +52,11 @@ bool IsLonger(const char* set) {
   return set && set[0] != '\0' && set[1] != '\0';
 }
 
-bool OnlyBlankBefore(const EditorText& text, int position) {
+bool OnlyBlankBefore(const SciText& text, int position) {
   return IsBlank(text.Range(text.LineStart(text.LineOf(position)), position));
 }
 
-std::string LineOf(const EditorText& text, int line) {
+std::string LineOf(const SciText& text, int line) {
   return text.Range(text.LineStart(line), text.LineEnd(line));
 }
 
@@ -65,7 +65,7 @@ int Closed(const IndentContext& context, int columns) {
 }
 
 std::vector<IndentChange> OnNewLine(const IndentContext& context, int caret, int line) {
-  const EditorText& text = context.text;
+  const SciText& text = context.text;
   const std::string before = text.Range(text.LineStart(line), caret);
   const std::string behind = text.Range(caret, std::min(caret + 1, text.LineEnd(line)));
   if (!IsBlank(before) || behind == " " || behind == "\t") return {};
@@ -117,7 +117,7 @@ int ExpectedIndent(const IndentContext& context, int line) {
 std::vector<IndentChange> AutoIndentChanges(const IndentContext& context, int caret, char typed) {
   const EditorLanguage& language = context.language;
   const EditorOptions& options = context.options;
-  const EditorText& text = context.text;
+  const SciText& text = context.text;
   const int line = text.LineOf(caret);
   if (IsSingle(language.blockEnd, typed)) {
     if (options.indentClosing || !OnlyBlankBefore(text, caret - 1)) return {};

@@ -4,13 +4,13 @@
 
 #include "EditorLanguage.h"
 #include "EditorOptions.h"
-#include "EditorText.h"
+#include "SciText.h"
 
 namespace mavro {
 
 // What decides about the indentation of a text.
 struct IndentContext {
-  const EditorText& text;
+  const SciText& text;
   const EditorOptions& options;
   const EditorLanguage& language;
   int indentSize = 3;

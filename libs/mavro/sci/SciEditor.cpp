@@ -125,7 +125,7 @@ unsigned long SciEditor::ChangeCount() const {
   return ItsImpl().changeCount;
 }
 
-const EditorText& SciEditor::Reader() const {
+const SciText& SciEditor::Reader() const {
   return ItsImpl();
 }
 

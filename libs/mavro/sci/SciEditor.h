@@ -16,7 +16,7 @@
 
 namespace mavro {
 
-class EditorText;
+class SciText;
 struct SciNotification;
 
 // How the lines that carry a marker look: a ground of this colour under the text.
@@ -90,7 +90,7 @@ class SciEditor : public Control {
   // Counts every change of the text, as it happens.
   unsigned long ChangeCount() const;
   // The text as the rules of typing read it; lives as long as the editor.
-  const EditorText& Reader() const;
+  const SciText& Reader() const;
 
   // Group: places.
   // Shows a line, unfolded and with a few lines above it, and puts the caret at its start.

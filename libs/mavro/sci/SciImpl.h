@@ -2,17 +2,17 @@
 
 #include <string>
 
-#include "EditorText.h"
 #include "IndentRules.h"
 #include "NativeSci.h"
 #include "SciEditor.h"
+#include "SciText.h"
 #include "SysImpl.h"
 #include "TypingRules.h"
 
 namespace mavro {
 
 // The platform half of the editor: its window and what the window tells.
-class SciEditor::Impl : public SysImpl, public EditorText {
+class SciEditor::Impl : public SysImpl, public SciText {
  public:
   void Create() override;
   Param OnNotify(NotifyHeader* header) override;

@@ -34,14 +34,14 @@ bool BeginsWith(std::string_view word, std::string_view start, bool ignoreCase) 
                     [](char a, char b) { return Small(a) == Small(b); });
 }
 
-bool IsBrace(const EditorText& text, int position, const EditorLanguage* language) {
+bool IsBrace(const SciText& text, int position, const EditorLanguage* language) {
   if (position < 0 || position >= text.Length()) return false;
   if (!IsInSet(cBraces, text.Range(position, position + 1)[0])) return false;
   const int wanted = language ? language->operatorStyle : 0;
   return wanted == 0 || text.StyleAt(position) == wanted;
 }
 
-bool IsColon(const EditorText& text, int position, const EditorLanguage* language) {
+bool IsColon(const SciText& text, int position, const EditorLanguage* language) {
   return language && language->name && std::string_view(language->name) == cColonLanguage &&
          position >= 0 && text.Range(position, position + 1) == ":" &&
          text.StyleAt(position) == cColonStyle;
@@ -80,7 +80,7 @@ FoundWords CollectWords(std::string_view text, std::string_view start, const cha
   return found;
 }
 
-BraceAtCaret FindBrace(const EditorText& text, int caret, const EditorOptions& options,
+BraceAtCaret FindBrace(const SciText& text, int caret, const EditorOptions& options,
                        const EditorLanguage* language) {
   if (!options.braceMatch) return {};
   if (IsBrace(text, caret - 1, language)) return {caret - 1, false, false};

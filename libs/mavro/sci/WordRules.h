@@ -5,7 +5,7 @@
 
 #include "EditorLanguage.h"
 #include "EditorOptions.h"
-#include "EditorText.h"
+#include "SciText.h"
 
 namespace mavro {
 
@@ -31,7 +31,7 @@ struct BraceAtCaret {
   bool colon = false;   // a colon that opens a block: its partner is the end of the line
   bool behind = false;  // it stands after the caret
 };
-BraceAtCaret FindBrace(const EditorText& text, int caret, const EditorOptions& options,
+BraceAtCaret FindBrace(const SciText& text, int caret, const EditorOptions& options,
                        const EditorLanguage* language);
 
 }  // namespace mavro

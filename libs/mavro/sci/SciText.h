@@ -6,9 +6,9 @@ namespace mavro {
 
 // A text as the rules of typing read it: bytes, lines and the style of each byte. Lines and
 // positions count from 0.
-class EditorText {
+class SciText {
  public:
-  virtual ~EditorText() = default;
+  virtual ~SciText() = default;
   virtual int Length() const = 0;
   virtual int LineOf(int position) const = 0;
   virtual int LineStart(int line) const = 0;
