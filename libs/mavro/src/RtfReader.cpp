@@ -224,7 +224,7 @@ class Reader {
 
   void TakeNumbered(int number) {
     const int unit = number < 0 ? number + 0x10000 : number;
-    Add(units.Take(unit));
+    Put(units.Take(unit));
     pendingSkip = Now().unicodeSkip;
   }
 
@@ -275,6 +275,11 @@ class Reader {
   }
 
   void Add(std::string_view plain) {
+    Put(units.Rest());
+    Put(plain);
+  }
+
+  void Put(std::string_view plain) {
     if (plain.empty() || tooDeep > 0) return;
     switch (Now().target) {
       case Target::cPage:
@@ -324,11 +329,12 @@ class Reader {
   }
 
   void EndParagraph() {
+    Put(units.Rest());
     text.paragraphs.push_back(Now().paragraph);
     text.paragraphs.back().runs = std::exchange(runs, {});
   }
   void EndText() {
-    Add(units.Rest());
+    Put(units.Rest());
     if (!runs.empty()) EndParagraph();
   }
 

@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -76,16 +77,17 @@ class ButtonGroupWidget final : public GroupBoxWidget {
     Arrange();
   }
 
-  // Where the keyboard goes: the button that has the focus, else the chosen one, else the first.
+  // Where the keyboard goes: the chosen radio button, else the one that has the focus, else the
+  // first.
   QWidget* Target() {
     const auto first = [this](auto test) {
       const auto found = std::find_if(buttons.begin(), buttons.end(), test);
       return found == buttons.end() ? nullptr : *found;
     };
-    if (QWidget* focused = first([](const QWidget* one) { return one->hasFocus(); }))
-      return focused;
     if (QWidget* chosen = first([this](const auto* one) { return isRadio && one->isChecked(); }))
       return chosen;
+    if (QWidget* focused = first([](const QWidget* one) { return one->hasFocus(); }))
+      return focused;
     return buttons.empty() ? nullptr : buttons.front();
   }
 
@@ -125,7 +127,7 @@ class ButtonGroupWidget final : public GroupBoxWidget {
     const int natural = buttons.front()->sizeHint().height();
     const int rows = std::clamp(inside.height() / std::max(natural, 1), 1, count);
     const int columns = (count + rows - 1) / rows;
-    const int rowHeight = std::max(inside.height() / rows, 1);
+    const int rowHeight = std::clamp(inside.height() / rows, 1, std::max(natural * 3 / 2, 1));
     const int columnWidth = std::max(inside.width() / columns, 1);
     for (int i = 0; i < count; ++i)
       buttons[static_cast<size_t>(i)]->setGeometry(inside.left() + i / rows * columnWidth,
@@ -165,10 +167,13 @@ class ButtonGroupWindow final : public NativeButtonGroup {
     while (!box->buttons.empty()) box->Remove(static_cast<int>(box->buttons.size()) - 1);
   }
 
+  // The focus of a radio group goes with what is chosen.
   void SelectItems(int selected) override {
+    const bool hadFocus = box->isAncestorOf(QApplication::focusWidget());
     for (size_t i = 0; i < box->buttons.size(); ++i)
       box->buttons[i]->setChecked(box->isRadio ? static_cast<int>(i) == selected
                                                : static_cast<unsigned>(selected) >> i & 1U);
+    if (hadFocus) FocusWidget()->setFocus();
   }
   int SelectedItems() const override {
     unsigned flags = 0;

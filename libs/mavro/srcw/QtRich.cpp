@@ -16,6 +16,7 @@ namespace mavro {
 namespace {
 
 constexpr double cTwipsPerPixel = 15;  // at 96 dots per inch
+constexpr int cTabTwips = 720;         // between tab stops where none are told
 constexpr int cPlainHalfPoints = 24;   // what RTF has where no size is told
 
 double Pixels(int twips) {
@@ -58,6 +59,7 @@ class RichWindow final : public NativeRichView {
   RichWindow(const CreateInfo& info, QTextBrowser* itsView)
       : NativeRichView(info, itsView), view(itsView) {
     view->setOpenLinks(false);
+    view->setTabStopDistance(Pixels(cTabTwips));
     view->setUndoRedoEnabled(false);
     view->setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
     QObject::connect(view, &QTextBrowser::anchorClicked, &context, [this](const QUrl& url) {
