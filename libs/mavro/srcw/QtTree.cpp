@@ -9,6 +9,7 @@
 
 #include "NativeTree.h"
 #include "QtFactories.h"
+#include "QtPacer.h"
 #include "QtStrips.h"
 #include "QtText.h"
 #include "QtToolTip.h"
@@ -100,7 +101,14 @@ class TreeWidget final : public QTreeView {
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollMode(ScrollPerPixel);
     header()->setStretchLastSection(false);
-    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header()->setSectionResizeMode(QHeaderView::Fixed);
+    const auto changed = [this] { width.Request(); };
+    connect(&model, &QAbstractItemModel::rowsInserted, &width, changed);
+    connect(&model, &QAbstractItemModel::rowsRemoved, &width, changed);
+    connect(&model, &QAbstractItemModel::dataChanged, &width, changed);
+    connect(&model, &QAbstractItemModel::modelReset, &width, changed);
+    connect(this, &QTreeView::expanded, &width, changed);
+    connect(this, &QTreeView::collapsed, &width, changed);
   }
 
   // The selected node, which the one with the focus frame need not be.
@@ -125,8 +133,11 @@ class TreeWidget final : public QTreeView {
     if (event->button() == Qt::LeftButton && clicked.isValid() && onText) Choose(clicked);
   }
 
-  // A text that is cut off shows in full in a tool tip.
+  // A text that is cut off shows in full in a tool tip. A click meets the column as wide as it is
+  // to be.
   bool viewportEvent(QEvent* event) override {
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
+      width.RunNow();
     if (event->type() != QEvent::ToolTip) return QTreeView::viewportEvent(event);
     auto* help = static_cast<QHelpEvent*>(event);
     const QModelIndex at = indexAt(help->pos());
@@ -137,6 +148,9 @@ class TreeWidget final : public QTreeView {
   }
 
  private:
+  // As wide as what is shown. The header's own way would measure at every node that is added.
+  Pacer width{[this] { resizeColumnToContents(0); }};
+
   void Choose(const QModelIndex& index) {
     if (chosen) chosen(TreeModel::NodeOf(index));
   }
