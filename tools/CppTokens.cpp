@@ -18,11 +18,6 @@ constexpr std::string_view cCompilerWords[] = {"__extension__", "__restrict", "_
 constexpr std::string_view cWordsWithBrackets[] = {"__attribute__", "__attribute", "alignas",
                                                    "__asm", "__asm__"};
 
-template <size_t count>
-bool IsOneOf(const CppToken& token, const std::string_view (&words)[count]) {
-  return std::find(std::begin(words), std::end(words), token.text) != std::end(words);
-}
-
 bool IsNameStart(char c) {
   return std::isalpha(static_cast<unsigned char>(c)) || c == '_' || c == '$' || (c & 0x80);
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +18,16 @@ struct CppToken {
 
   bool Is(std::string_view other) const { return text == other; }
 };
+
+template <size_t count>
+bool IsOneOf(std::string_view text, const std::string_view (&words)[count]) {
+  return std::find(std::begin(words), std::end(words), text) != std::end(words);
+}
+
+template <size_t count>
+bool IsOneOf(const CppToken& token, const std::string_view (&words)[count]) {
+  return IsOneOf(token.text, words);
+}
 
 // What `g++ -E` has made of a source that includes one header after another.
 struct ExpandedSource {

@@ -8,7 +8,6 @@ namespace zendry {
 
 namespace {
 
-constexpr std::string_view cFamilyPrefix = "basic_";
 constexpr std::string_view cDropped[] = {"typename", "class",     "struct",
                                          "enum",     "constexpr", "noexcept",
                                          "template", "volatile",  "__restrict__"};
@@ -24,11 +23,6 @@ constexpr size_t cMostInAngles = 12;  // tokens of template arguments that someb
 constexpr size_t cMostInDefault = 5;  // tokens of a default argument
 constexpr size_t cLongestType = 80;
 constexpr size_t cLongestList = 400;
-
-template <size_t count>
-bool IsOneOf(std::string_view text, const std::string_view (&words)[count]) {
-  return std::find(std::begin(words), std::end(words), text) != std::end(words);
-}
 
 // Index behind the bracket that matches the one at `open`.
 size_t BehindMatch(const CppTokens& tokens, size_t open) {

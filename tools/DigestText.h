@@ -8,6 +8,9 @@
 
 namespace zendry {
 
+// Of templates that a library has for several kinds of letters.
+constexpr std::string_view cFamilyPrefix = "basic_";
+
 // Puts the tokens of declarations into words for people: "const value_type& x" from
 // "const std::value_type & __x".
 class DigestText {

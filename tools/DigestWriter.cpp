@@ -14,7 +14,6 @@ namespace {
 constexpr size_t cMostTags = 1000;  // the parser takes 1025 from a file
 constexpr size_t cLongestLine = 1000;
 constexpr int cDeepestBase = 8;
-constexpr std::string_view cFamilyPrefix = "basic_";
 
 bool IsHidden(const std::string& name) {
   return name.empty() || name.front() == '_' || name.starts_with("~_");

@@ -20,11 +20,6 @@ constexpr std::string_view cClassKeys[] = {"class", "struct", "union"};
 constexpr std::string_view cTypeFunctions[] = {"decltype", "noexcept", "explicit", "__typeof__",
                                                "__decltype"};
 
-template <size_t count>
-bool IsOneOf(const CppToken& token, const std::string_view (&words)[count]) {
-  return std::find(std::begin(words), std::end(words), token.text) != std::end(words);
-}
-
 // A declaration that is no class, being read.
 struct Declaration {
   LibraryMember member;
