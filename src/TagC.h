@@ -69,6 +69,7 @@ class TagC {
   int skipTo(std::string_view ends);
   bool skipBalanced(std::string_view pair);
   bool SkipTemplateArguments();
+  bool DropOperatorRest();
   bool SkipBody();
   bool IsBodyGivenUp(unsigned depthAtStart);
   bool FailToMatch(char opening, int line);

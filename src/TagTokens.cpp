@@ -252,6 +252,18 @@ bool TagC::IsBodyGivenUp(unsigned depthAtStart) {
   return true;
 }
 
+// Whether a "<" is the beginning of "<=" or "<<", which open nothing; their rest is passed over
+// then.
+bool TagC::DropOperatorRest() {
+  const int next = theCpp.sourceGetc();
+  const bool isOperator = next == '=' || next == '<';
+  if (!isOperator)
+    theCpp.sourceUngetc(next);
+  else if (inArgText)
+    argText += static_cast<char>(next);
+  return isOperator;
+}
+
 // Brackets within parentheses are comparisons as often as not, so a group counts as a whole. What
 // no template argument holds ends them: the "<" was a comparison then.
 bool TagC::SkipTemplateArguments() {
@@ -269,7 +281,7 @@ bool TagC::SkipTemplateArguments() {
       ++groups;
     else if (c == ')')
       --groups;
-    else if (groups == 0 && c == '<')
+    else if (groups == 0 && c == '<' && !DropOperatorRest())
       ++depth;
     else if (groups == 0 && c == '>')
       --depth;
