@@ -44,6 +44,7 @@ class RowView final : public QTreeView {
     setItemsExpandable(false);
     setIndentation(0);
     setUniformRowHeights(true);
+    setVerticalScrollMode(ScrollPerPixel);
     setSelectionMode(SingleSelection);
     setEditTriggers(NoEditTriggers);
     setAllColumnsShowFocus(true);
