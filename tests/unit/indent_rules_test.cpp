@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "CaretText.h"
+#include "MarkedText.h"
 
 namespace mavro {
 namespace {
@@ -47,7 +47,7 @@ TEST(IndentRules, ClassifyLine_WordsAndBlocks) {
   const EditorLanguage language = Language();
   const EditorOptions options = Options();
   for (const ClassCase& row : cases) {
-    const test::CaretText text(row.line);
+    const test::MarkedText text(row.line);
     EXPECT_EQ(ClassifyLine({text, options, language}, 0), row.wanted) << row.line;
   }
 }
@@ -57,7 +57,7 @@ TEST(IndentRules, ClassifyLine_AtMostTwentyWords) {
   const EditorOptions options = Options();
   std::string line;
   for (int i = 0; i < 20; ++i) line += "; ";
-  const test::CaretText text(line + "{");
+  const test::MarkedText text(line + "{");
   EXPECT_EQ(ClassifyLine({text, options, language}, 0), IndentClass::cPlain);
 }
 
@@ -67,7 +67,7 @@ TEST(IndentRules, ClassifyLine_BlocksOfWords) {
   language.blockEnd = "end";
   EditorOptions options;
   options.operatorStyle = 5;
-  const test::CaretText text("begin\nend\nbegin end\nbending");
+  const test::MarkedText text("begin\nend\nbegin end\nbending");
   const IndentContext context{text, options, language};
   EXPECT_EQ(ClassifyLine(context, 0), IndentClass::cBlockStart);
   EXPECT_EQ(ClassifyLine(context, 1), IndentClass::cBlockEnd);
@@ -97,7 +97,7 @@ TEST(IndentRules, ExpectedIndent_BehindEachKindOfLine) {
   const EditorLanguage language = Language();
   const EditorOptions options = Options();
   for (const ExpectedCase& row : cases) {
-    const test::CaretText text(row.text);
+    const test::MarkedText text(row.text);
     const IndentContext context{text, options, language};
     EXPECT_EQ(ExpectedIndent(context, text.LineOf(text.caret)), row.wanted) << row.text;
   }
@@ -108,7 +108,7 @@ TEST(IndentRules, ExpectedIndent_IndentedBraces) {
   EditorOptions options = Options();
   options.indentOpening = options.indentClosing = true;
   const auto expected = [&](const char* marked) {
-    const test::CaretText text(marked);
+    const test::MarkedText text(marked);
     return ExpectedIndent({text, options, language}, 0);
   };
   EXPECT_EQ(expected("\t{"), 3);
@@ -121,7 +121,7 @@ TEST(IndentRules, ExpectedIndent_BeyondTheLookback_IsNotSeen) {
   EditorOptions options = Options();
   std::string far = "f() {\n";
   for (int i = 0; i < 20; ++i) far += "x;\n";
-  const test::CaretText text(far + "y;");
+  const test::MarkedText text(far + "y;");
   const IndentContext context{text, options, language};
   EXPECT_EQ(ExpectedIndent(context, 20), 3);
   EXPECT_EQ(ExpectedIndent(context, 21), 0);
@@ -152,7 +152,7 @@ TEST(IndentRules, AutoIndent_EachCharacter) {
   const EditorLanguage language = Language();
   const EditorOptions options = Options();
   for (const AutoCase& row : cases) {
-    const test::CaretText text(row.text);
+    const test::MarkedText text(row.text);
     EXPECT_EQ(AutoIndentChanges({text, options, language}, text.caret, row.typed), row.wanted)
         << row.text;
   }
@@ -163,7 +163,7 @@ TEST(IndentRules, AutoIndent_IndentedBraces_ChangeNothing) {
   EditorOptions options = Options();
   options.indentOpening = options.indentClosing = true;
   for (const char* marked : {"if (a)\n\t{@", "f() {\n\t}@"}) {
-    const test::CaretText text(marked);
+    const test::MarkedText text(marked);
     const char typed = text.text.back();
     EXPECT_EQ(AutoIndentChanges({text, options, language}, text.caret, typed), Changes()) << marked;
   }
@@ -175,9 +175,9 @@ TEST(IndentRules, AutoIndent_BlocksOfWords) {
   language.blockEnd = "end";
   EditorOptions options;
   options.operatorStyle = 5;
-  const test::CaretText typing("begin\n\tx\n\tend @");
+  const test::MarkedText typing("begin\n\tx\n\tend @");
   EXPECT_EQ(AutoIndentChanges({typing, options, language}, typing.caret, ' '), (Changes{{2, 0}}));
-  const test::CaretText enter("begin\n\tx\n\tend\n@");
+  const test::MarkedText enter("begin\n\tx\n\tend\n@");
   EXPECT_EQ(AutoIndentChanges({enter, options, language}, enter.caret, '\n'),
             (Changes{{2, 0}, {3, 0}}));
 }
@@ -194,7 +194,7 @@ TEST(IndentRules, MaintainIndent_TheNearestLineAboveThatIsNotBlank) {
   const EditorLanguage language = Language();
   const EditorOptions options = Options();
   for (const AutoCase& row : cases) {
-    const test::CaretText text(row.text);
+    const test::MarkedText text(row.text);
     EXPECT_EQ(MaintainIndentChanges({text, options, language}, text.caret, row.typed), row.wanted)
         << row.text;
   }
@@ -205,7 +205,7 @@ TEST(IndentRules, EveryCutOfABrokenText_Ends) {
   const EditorLanguage language = Language();
   const EditorOptions options = Options();
   for (size_t cut = 0; cut <= broken.size(); ++cut) {
-    const test::CaretText text(broken.substr(0, cut));
+    const test::MarkedText text(broken.substr(0, cut));
     for (const char typed : {'\n', '}', '{', ' '}) {
       const IndentContext context{text, options, language};
       for (const IndentChange& change : AutoIndentChanges(context, text.caret, typed))

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "CaretText.h"
 #include "CharSets.h"
+#include "MarkedText.h"
 #include "TipRules.h"
 #include "WordRules.h"
 
@@ -221,36 +221,36 @@ TEST(WordRules, FindBrace_BeforeTheCaretThenAfter) {
   EditorOptions options;
   const BraceCase before[] = {{"(a)@", 2}, {"@(a)", -1}, {"a@", -1}, {"@", -1}, {"{@}", 0}};
   for (const BraceCase& row : before) {
-    const test::CaretText text(row.text);
+    const test::MarkedText text(row.text);
     EXPECT_EQ(FindBrace(text, text.caret, options, nullptr).position, row.position) << row.text;
   }
   options.braceMatchAfter = true;
   const BraceCase after[] = {{"@(a)", 0}, {"{@}", 0}, {"a@]", 1}, {"a@", -1}};
   for (const BraceCase& row : after) {
-    const test::CaretText text(row.text);
+    const test::MarkedText text(row.text);
     EXPECT_EQ(FindBrace(text, text.caret, options, nullptr).position, row.position) << row.text;
   }
   options.braceMatch = false;
-  EXPECT_EQ(FindBrace(test::CaretText("()"), 1, options, nullptr).position, -1);
+  EXPECT_EQ(FindBrace(test::MarkedText("()"), 1, options, nullptr).position, -1);
 }
 
 TEST(WordRules, FindBrace_StyleOfTheLanguage_Decides) {
   EditorLanguage language;
-  const test::CaretText text("\"(\"@ // (");
+  const test::MarkedText text("\"(\"@ // (");
   EXPECT_EQ(FindBrace(text, 2, {}, &language).position, 1) << "no style: any counts";
   language.operatorStyle = 10;
   EXPECT_EQ(FindBrace(text, 2, {}, &language).position, -1);
-  EXPECT_EQ(FindBrace(test::CaretText("("), 1, {}, &language).position, 0);
+  EXPECT_EQ(FindBrace(test::MarkedText("("), 1, {}, &language).position, 0);
 }
 
 TEST(WordRules, FindBrace_AColonOfPython_IsOne) {
   EditorLanguage language;
   language.name = "python";
-  const BraceAtCaret found = FindBrace(test::CaretText("if x:"), 5, {}, &language);
+  const BraceAtCaret found = FindBrace(test::MarkedText("if x:"), 5, {}, &language);
   EXPECT_EQ(found.position, 4);
   EXPECT_TRUE(found.colon);
   language.name = "cpp";
-  EXPECT_EQ(FindBrace(test::CaretText("if x:"), 5, {}, &language).position, -1);
+  EXPECT_EQ(FindBrace(test::MarkedText("if x:"), 5, {}, &language).position, -1);
 }
 
 }  // namespace

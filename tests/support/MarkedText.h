@@ -12,9 +12,9 @@ namespace test {
 // A text for the rules of typing, with the caret at its "@". Styles are those of a lexer that knows
 // comments (2), strings (6), words (5 for the keywords "if for while do end begin", 11 for others)
 // and operators (10).
-class CaretText : public mavro::SciText {
+class MarkedText : public mavro::SciText {
  public:
-  explicit CaretText(std::string marked) : text(std::move(marked)) {
+  explicit MarkedText(std::string marked) : text(std::move(marked)) {
     const size_t at = text.find('@');
     caret = static_cast<int>(at == std::string::npos ? text.size() : at);
     if (at != std::string::npos) text.erase(at, 1);
