@@ -39,6 +39,17 @@ TEST(SciTyping, MemberSign_WithoutAnAnswer_ShowsNothing) {
   });
 }
 
+TEST(SciTyping, LongWord_WhoseStartIsScrolledAway_OffersNothingAndLives) {
+  EditorForm form;
+  const std::string word(2000, 'x');
+  RunEditor(form, [&] {
+    form.Fill(word + "yz\n" + word + "@");
+    form.Type("y");
+    EXPECT_EQ(OpenList(form.editor), "");
+    EXPECT_EQ(form.Shown(), word + "yz\n" + word + "y@");
+  });
+}
+
 TEST(SciTyping, List_ALetter_Narrows) {
   EditorForm form;
   form.editor.offered = "alpha?1 beta?2";

@@ -53,6 +53,9 @@ class NativeSci : public NativeWindow {
   virtual Param Send(unsigned message, Param wParam, Param lParam) const = 0;
   // A message whose lParam is a picture, given as XPM text.
   virtual void SendImage(unsigned message, int number, const char* xpm) const = 0;
+  // Whether a list can open at a byte: the component breaks down over one whose place is on no
+  // screen, as in a long line that is scrolled.
+  virtual bool IsOnScreen(int position) const = 0;
   virtual SciPalette Palette() const = 0;
   // The face of the desktop's fixed or proportional font.
   virtual std::string DefaultFace(bool fixed) const = 0;

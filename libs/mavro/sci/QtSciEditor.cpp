@@ -3,10 +3,12 @@
 #include <QDragMoveEvent>
 #include <QDropEvent>
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPixmap>
+#include <QScreen>
 #include <QWheelEvent>
 
 #include "NativeSci.h"
@@ -123,6 +125,13 @@ class SciWindow final : public NativeSci {
     QPixmap picture;
     picture.loadFromData(QByteArray(xpm), "XPM");
     sci->SendScintilla(message, static_cast<unsigned long>(number), picture);
+  }
+
+  bool IsOnScreen(int position) const override {
+    const QPoint at(static_cast<int>(Send(SCI_POINTXFROMPOSITION, 0, position)),
+                    static_cast<int>(Send(SCI_POINTYFROMPOSITION, 0, position)));
+    return sci->viewport()->rect().contains(at) && QGuiApplication::screenAt(at) &&
+           QGuiApplication::screenAt(sci->viewport()->mapToGlobal(at));
   }
 
   std::string Text() const override {

@@ -50,6 +50,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
 
   // Group: typing (SciTyping.cpp).
   void CharacterAdded(char typed);
+  void ShowList(size_t typed, const std::string& list);
   void ShowTip(int position);
   IndentContext Context() const;
   void Indent(const std::vector<IndentChange>& changes);

@@ -67,7 +67,7 @@ void SciEditor::startCompletion() {
   if (!language) return;
   std::string text = CompletionText(ItsImpl().LineToCaret(), *language);
   std::string list;
-  if (getCompletion(text, list)) Send(SCI_AUTOCSHOW, text.size(), list.c_str());
+  if (getCompletion(text, list)) ItsImpl().ShowList(text.size(), list);
 }
 
 // Inside a call that nothing is known of, the tip of the call around it stays.
@@ -89,6 +89,12 @@ void SciEditor::startCallTip() {
   tipStartPos = found.start;
   tipText = tip;
   ItsImpl().ShowTip(CaretPosition() - static_cast<int>(line.size()) + found.start);
+}
+
+// Offers names of which the first letters stand before the caret already.
+void SciEditor::Impl::ShowList(size_t typed, const std::string& list) {
+  const int start = Editor().CaretPosition() - static_cast<int>(typed);
+  if (Window()->IsOnScreen(start)) SendText(SCI_AUTOCSHOW, static_cast<Param>(typed), list.c_str());
 }
 
 void SciEditor::Impl::ShowTip(int position) {
@@ -113,7 +119,7 @@ bool SciEditor::startWordCompletion(bool onlyOneAllowed) {
   const FoundWords found =
       CollectWords(around, word, options->wordChars.c_str(), language && language->ignoreCase);
   if (found.count == 0 || (onlyOneAllowed && found.count > 1)) return false;
-  Send(SCI_AUTOCSHOW, word.size(), found.list.c_str());
+  ItsImpl().ShowList(word.size(), found.list);
   return Send(SCI_AUTOCACTIVE) != 0;
 }
 
