@@ -45,7 +45,7 @@ class TextRescueTest : public testing::Test, public RescueSource {
 
   test::TempFolder home;
   test::ScopedHome scopedHome{home.Path()};
-  std::string path = "/home/a/main.cpp";
+  std::string path = "/folder/main.cpp";
   std::string content = "int a;\n";
   TextRescue::Clock::time_point start;
 };
@@ -127,7 +127,7 @@ TEST_F(TextRescueTest, Find_LivingProgram_IsLeftAlone) {
 }
 
 TEST_F(TextRescueTest, Find_KilledProgram_GivesPathAndText_AlsoWithoutAName) {
-  for (const std::string& name : {std::string("/home/a/b\nc.cpp"), std::string()}) {
+  for (const std::string& name : {std::string("/folder/b\nc.cpp"), std::string()}) {
     path = name;
     const pid_t child = fork();
     if (child == 0) {
