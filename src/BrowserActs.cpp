@@ -1,6 +1,7 @@
 #include "BrowserActs.h"
 
 #include "CommandTable.h"
+#include "MainForm.h"
 
 namespace zendry {
 
@@ -13,14 +14,14 @@ using enum Offered;
 
 constexpr CommandRow cRows[] = {
     {1106, "&Find Symbol", cKeyF12, cLater},
-    {1107, "&Compleate code", cControlKey | cKeySpace, cLater},
-    {1108, "&Show params info", cControlKey | cShiftKey | cKeySpace, cLater},
+    {cCompleteCommand, "&Compleate code", cControlKey | cKeySpace},
+    {cShowTipCommand, "&Show params info", cControlKey | cShiftKey | cKeySpace},
     {1109, "Add Class Member", cShiftKey | cKeyF12, cLater},
     {mavro::cSeparatorRow},
-    {1101, "&Swich Src/Hdr", cControlKey | cKeySlash, cLater},
+    {cSwitchFileCommand, "&Swich Src/Hdr", cControlKey | cKeySlash},
     {mavro::cSeparatorRow},
-    {1104, "Find D&eclaration", cControlKey | cShiftKey | cKeyUp, cLater},
-    {1105, "Find &Definition", cControlKey | cShiftKey | cKeyDown, cLater},
+    {cFindDeclarationCommand, "Find D&eclaration", cControlKey | cShiftKey | cKeyUp, cLater},
+    {cFindDefinitionCommand, "Find &Definition", cControlKey | cShiftKey | cKeyDown, cLater},
     {mavro::cSeparatorRow},
     {1111, "Open Browser", cControlKey | cKeyF12, cLater},
 };
@@ -30,7 +31,17 @@ constexpr CommandRow cRows[] = {
 BrowserActs theBrowserActs;
 
 BrowserActs::BrowserActs() {
+  SetTarget(this, &BrowserActs::OnCommand);
   AddCommands(*this, cRows);
+}
+
+void BrowserActs::OnCommand(int id) {
+  EditTab* tab = theMainForm ? theMainForm->editTabs.Active() : nullptr;
+  if (!tab) return;
+  if (id == cSwitchFileCommand) return theMainForm->editTabs.GoToCounterpart();
+  if (id == cCompleteCommand) tab->editor->startCompletion();
+  if (id == cShowTipCommand) tab->editor->startCallTip();
+  tab->editor->Focus();
 }
 
 }  // namespace zendry

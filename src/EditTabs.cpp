@@ -1,14 +1,19 @@
 #include "EditTabs.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 
 #include "Assert.h"
+#include "ControlBytes.h"
+#include "Counterpart.h"
+#include "EditorMenus.h"
 #include "FileActs.h"
-#include "FileView.h"
+#include "FileText.h"
 #include "IdeSession.h"
 #include "MainForm.h"
+#include "NewFileDlg.h"
 #include "Paths.h"
 #include "Project.h"
 #include "SystemDialogs.h"
@@ -16,6 +21,8 @@
 namespace zendry {
 
 namespace {
+
+constexpr int cRescueTick = 1000;  // milliseconds
 
 void ShowError(const std::string& text) {
   mavro::Dialogs().message(text, "Error", mavro::cErrorIcon);
@@ -43,10 +50,22 @@ bool NamesSameFile(const std::string& a, const std::string& b) {
 
 }  // namespace
 
-EditTab::EditTab(std::unique_ptr<FileEditor> newEditor) : editor(std::move(newEditor)) {
-  mavro::Control& control = editor->GetControl();
-  control.dock = mavro::Dock::cFill;
-  Add(&control);
+EditTab::EditTab() : editor(std::make_unique<CppEditor>(*this)) {
+  editor->onMouseDown.Add_H(this, &EditTab::OnMouseDown);
+  editor->onContextMenu.Add_H(this, &EditTab::OnContextMenu);
+  Add(editor.get());
+}
+
+EditTab::~EditTab() = default;
+
+void EditTab::OnMouseDown(mavro::MouseArgs& args) {
+  pressedAt = args.x;
+}
+
+// The keyboard asks for the text's menu.
+void EditTab::OnContextMenu(mavro::MouseArgs& args) {
+  const bool inMargin = args.x >= 0 && pressedAt < editor->MarginWidth();
+  editor->menu = inMargin ? &EditorMarginMenu() : &EditorTextMenu();
 }
 
 void EditTab::SetModified(bool on) {
@@ -56,7 +75,7 @@ void EditTab::SetModified(bool on) {
 }
 
 void EditTab::ShowName() {
-  caption = BaseName(editor->path);
+  caption = BaseName(editor->fileName);
   text = modified ? caption + "*" : caption;
 }
 
@@ -64,6 +83,8 @@ EditTabs::EditTabs() {
   closable = true;
   onChange.Add_H(this, &EditTabs::OnChangeSel);
   onCloseRequest.Add_H(this, &EditTabs::OnTabCloseRequest);
+  rescueTimer.onTimer.Add_H(this, &EditTabs::OnRescueTimer);
+  rescueTimer.Start(cRescueTick);
 }
 
 EditTabs::~EditTabs() = default;
@@ -77,14 +98,14 @@ EditTab* EditTabs::Active() const {
   return index >= 0 && index < static_cast<int>(tabs.size()) ? GetTab(index) : nullptr;
 }
 
-FileEditor* EditTabs::OpenFile(const std::string& givenPath) {
+CppEditor* EditTabs::OpenFile(const std::string& givenPath) {
   const std::string path = TidyPath(givenPath);
   if (!IsAbsolutePath(path)) {
     ShowError(path + "->path format");
     return nullptr;
   }
-  if (FileEditor* open = Activate(path, true)) return open;
-  FileEditor* editor = NewTab(path);
+  if (CppEditor* open = Activate(path, true)) return open;
+  CppEditor* editor = NewTab(path);
   if (editor)
     theIdeSession.AddRecent(theIdeSession.recentFiles, path);
   else
@@ -92,7 +113,7 @@ FileEditor* EditTabs::OpenFile(const std::string& givenPath) {
   return editor;
 }
 
-FileEditor* EditTabs::Activate(const std::string& path, bool select) {
+CppEditor* EditTabs::Activate(const std::string& path, bool select) {
   const int index = FindTab(path);
   if (index < 0) return nullptr;
   if (select && index != selectedIndex) {
@@ -105,35 +126,45 @@ FileEditor* EditTabs::Activate(const std::string& path, bool select) {
 // The tab in front is asked first.
 int EditTabs::FindTab(const std::string& path) const {
   const EditTab* front = Active();
-  if (front && NamesSameFile(front->editor->path, path)) return selectedIndex;
+  if (front && NamesSameFile(front->editor->fileName, path)) return selectedIndex;
   const auto found = std::find_if(tabs.begin(), tabs.end(), [&path](const auto& tab) {
-    return NamesSameFile(tab->editor->path, path);
+    return NamesSameFile(tab->editor->fileName, path);
   });
   return found == tabs.end() ? -1 : static_cast<int>(found - tabs.begin());
 }
 
-FileEditor* EditTabs::NewTab(const std::string& path) {
-  auto editor = std::make_unique<FileView>();
-  if (!editor->Load(path)) return nullptr;
-  tabs.push_back(std::make_unique<EditTab>(std::move(editor)));
+CppEditor* EditTabs::NewTab(const std::string& path) {
+  if (!path.empty() && !mavro::FileExists(path)) return nullptr;
+  const int before = selectedIndex;
+  tabs.push_back(std::make_unique<EditTab>());
   EditTab& tab = *tabs.back();
-  tab.ShowName();
+  CppEditor& editor = *tab.editor;
+  editor.fileName = path;
   Add(&tab);
+  editor.ApplySettings();
+  if (!path.empty() && !editor.Load(path)) {
+    RemovePage(TabCount() - 1);
+    tabs.pop_back();
+    if (before >= 0) selectedIndex = before;
+    return nullptr;
+  }
+  tab.ShowName();
   selectedIndex = TabCount() - 1;
+  theProject.parseOpenEditors(&editor.LiveText());
   theMainForm->SetEditorCommandsEnabled(true);
   ActiveChanged();
-  return tab.editor.get();
+  return &editor;
 }
 
-FileEditor* EditTabs::GoTo(const std::string& path, int line) {
-  FileEditor* editor = OpenFile(path);
-  if (editor && line > 0) editor->GoToLine(line);
+CppEditor* EditTabs::GoTo(const std::string& path, int line) {
+  CppEditor* editor = OpenFile(path);
+  if (editor && line > 0) editor->ShowLine(line);
   return editor;
 }
 
 bool EditTabs::CanClose(EditTab& tab) {
   if (!tab.editor->dirty) return true;
-  const std::string question = "File:   " + tab.editor->path + "\n\nwas modified!\tSave?";
+  const std::string question = "File:   " + tab.editor->fileName + "\n\nwas modified!\tSave?";
   return !mavro::Confirm(question) || Save(tab, false);
 }
 
@@ -161,23 +192,24 @@ bool EditTabs::SaveActive(bool saveAs) {
 }
 
 bool EditTabs::Save(EditTab& tab, bool saveAs) {
-  FileEditor& editor = *tab.editor;
-  if (saveAs || editor.path.empty()) {
+  CppEditor& editor = *tab.editor;
+  if (saveAs || editor.fileName.empty()) {
     mavro::FileQuestion question;
     question.mode = mavro::FileQuestion::cSave;
     question.title = saveAs ? "Save as" : "Save";
-    question.name = editor.path;
+    question.name = editor.fileName;
     question.defaultExtension = "cpp";
     const std::vector<std::string> chosen = mavro::Dialogs().chooseFiles(question);
     if (chosen.empty()) return false;
-    editor.path = chosen.front();
+    editor.fileName = chosen.front();
     tab.ShowName();
   }
+  if (!saveAs && !MayOverwrite(editor)) return false;
   if (!editor.Save()) {
-    ShowError("Error on save file:" + editor.path);
+    theMainForm->SetStatus(editor.saveError, "");
+    ShowError("Error on save file:" + editor.fileName);
     return false;
   }
-  tab.SetModified(editor.dirty);
   return true;
 }
 
@@ -197,6 +229,8 @@ void EditTabs::OnCommand(int id) {
   const bool needsTab = id > cOpenCommand && id != cSaveAllCommand;
   if (needsTab && !Active()) return;
   switch (id) {
+    case cNewCommand:
+      return NewFile();
     case cOpenCommand:
       return AskAndOpen();
     case cSaveCommand:
@@ -218,6 +252,14 @@ void EditTabs::OnCommand(int id) {
   }
 }
 
+// With a project open a file is made for it.
+void EditTabs::NewFile() {
+  if (!theProject.isOpen || theProject.implicit)
+    NewTab("");
+  else
+    AskForNewFile();
+}
+
 void EditTabs::AskAndOpen() {
   mavro::FileQuestion question;
   question.title = "Open...";
@@ -228,8 +270,75 @@ void EditTabs::AskAndOpen() {
   if (!chosen.empty()) OpenFile(chosen.front());
 }
 
+void EditTabs::GoToCounterpart() {
+  const EditTab* tab = Active();
+  if (!tab || tab->editor->fileName.empty()) return;
+  const std::string found = FindCounterpart(tab->editor->fileName, theProject);
+  if (!found.empty()) OpenFile(found);
+}
+
 void EditTabs::RemoveMark(EditorMark mark) {
   for (const auto& tab : tabs) tab->editor->RemoveMark(mark);
+}
+
+void EditTabs::OnRescueTimer(mavro::NotifyArgs&) {
+  const auto now = TextRescue::Clock::now();
+  for (const auto& tab : tabs) tab->editor->TickRescue(now);
+}
+
+void EditTabs::ApplySettings() {
+  for (const auto& tab : tabs) tab->editor->ApplySettings();
+}
+
+// What another program has written since is not replaced without a word.
+bool EditTabs::MayOverwrite(CppEditor& editor) {
+  if (!editor.DiskHasChanged() || !mavro::FileExists(editor.fileName)) return true;
+  return mavro::Confirm("File:   " + editor.fileName +
+                        "\n\nwas changed by another program!\tReplace its changes?");
+}
+
+void EditTabs::CheckDisk() {
+  if (checkingDisk) return;
+  checkingDisk = true;  // the question takes the window its activity, and gives it back
+  for (size_t i = 0; i < tabs.size(); ++i)
+    if (tabs[i]->editor->DiskHasChanged()) CheckDisk(*tabs[i]);
+  checkingDisk = false;
+}
+
+void EditTabs::CheckDisk(EditTab& tab) {
+  CppEditor& editor = *tab.editor;
+  if (!mavro::FileExists(editor.fileName)) {
+    theMainForm->SetStatus(editor.fileName + " is no longer there: its text is here only", "");
+    return;
+  }
+  const std::string loss = editor.dirty ? "Load it again and lose your changes?" : "Load it again?";
+  const bool wanted =
+      mavro::Confirm("File:   " + editor.fileName + "\n\nwas changed by another program!\t" + loss);
+  const int line = editor.ShownLine();
+  if (wanted && editor.Load(editor.fileName))
+    editor.ShowLine(line);
+  else
+    editor.AcceptDisk();
+}
+
+void EditTabs::OfferRescuedTexts() {
+  for (const RescueCopy& rescued : FindRescuedTexts()) {
+    bool cancelled = false;
+    const std::string name =
+        rescued.path.empty() ? "without a name" : MarkControlBytes(rescued.path);
+    const bool wanted = mavro::Confirm(
+        "Zendry ended before this file was saved:\n" + name + "\n\nOpen it with its changes?",
+        &cancelled);
+    if (cancelled) continue;
+    CppEditor* editor = nullptr;
+    if (wanted && mavro::FileExists(rescued.path)) editor = OpenFile(rescued.path);
+    if (wanted && !editor) editor = NewTab("");
+    if (editor) {
+      editor->TakeRescued(rescued);
+      GetTab(selectedIndex)->ShowName();
+    }
+    if (editor || !wanted) unlink(rescued.file.c_str());
+  }
 }
 
 void EditTabs::OnChangeSel(mavro::NotifyArgs&) {
@@ -243,7 +352,7 @@ void EditTabs::OnTabCloseRequest(mavro::NotifyArgs& args) {
 void EditTabs::ActiveChanged() {
   if (!theMainForm) return;
   theMainForm->ShowActiveFile();
-  if (EditTab* tab = Active()) tab->editor->GetControl().Focus();
+  if (EditTab* tab = Active()) tab->editor->Focus();
 }
 
 }  // namespace zendry

@@ -19,12 +19,12 @@ using mavro::cControlKey;
 using enum Offered;
 
 constexpr CommandRow cRows[] = {
-    {cNewCommand, "&New", cControlKey | 'N', cLater},
+    {cNewCommand, "&New", cControlKey | 'N'},
     {cOpenCommand, "&Open...", cControlKey | 'O'},
     {cCloseCommand, "&Close", cControlKey | cKeyF4},
     {cCloseAllCommand, "Close All"},
-    {cSaveCommand, "&Save", cControlKey | 'S', cLater},
-    {cSaveAsCommand, "Save &As...", 0, cLater},
+    {cSaveCommand, "&Save", cControlKey | 'S'},
+    {cSaveAsCommand, "Save &As..."},
     {mavro::cSeparatorRow},
     {cPrintCommand, "Print file", 0, cLater},
     {mavro::cSeparatorRow},

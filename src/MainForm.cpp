@@ -37,7 +37,9 @@ constexpr int cTabsAndBarWidth = 640;
 }  // namespace
 
 MainForm::MainForm(const StartupFile& newStartup)
-    : toolPanel(leftTabs),
+    : sources(theProject, *this),
+      completion(sources),
+      toolPanel(leftTabs),
       errorList("Error", cErrorMark),
       resultList("Result", cNoMark),
       startup(newStartup) {
@@ -102,6 +104,7 @@ void MainForm::InitPanels() {
   toolPanel.onClosePanel.Add_H(this, &MainForm::OnCloseLeft);
   buildMode.onSelChanged.Add_H(this, &MainForm::OnBuildMode);
   onCreate.Add_H(this, &MainForm::OnCreated);
+  onActivate.Add_H(this, &MainForm::OnActivated);
   onClose.Add_H(this, &MainForm::OnCloseRequest);
 }
 
@@ -164,6 +167,11 @@ void MainForm::OpenStartupFile() {
     editTabs.OpenFile(AbsolutePath(file.path));
   else if (!rescued.empty())
     theFileActs.LoadProject(rescued);
+  editTabs.OfferRescuedTexts();
+}
+
+void MainForm::OnActivated(mavro::NotifyArgs&) {
+  if (state == mavro::cShown && mavro::activeForm == this) editTabs.CheckDisk();
 }
 
 void MainForm::SayWhatIsNotKept() {

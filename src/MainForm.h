@@ -3,8 +3,10 @@
 #include <mavro>
 #include <string>
 
+#include "Completion.h"
 #include "EditTabs.h"
 #include "IdeSession.h"
+#include "ProjectSources.h"
 #include "ProjectTree.h"
 #include "ReferenceList.h"
 #include "Shell.h"
@@ -24,7 +26,7 @@ enum BottomPageIndex {
 };
 
 // Panes of the status bar.
-enum StatusPane { cTextPane, cCaretPane, cNotePane };
+enum StatusPane { cTextPane, cCaretPane, cNotePane, cEncodingPane };
 
 // Rows of the main tool bar that are spoken of by number. The first three of them show commands of
 // the build or, during a debug session, of the debugger.
@@ -67,7 +69,7 @@ class MainForm : public mavro::Form, public Shell {
   // Says in the status bar, once, which setting or session could not be read or written.
   void SayWhatIsNotKept();
   // Shows a caret if its file is the one in front.
-  void ShowCaretOf(const FileEditor& editor);
+  void ShowCaretOf(const CppEditor& editor);
 
   // Group: what the core tells the window.
   void AppendOutput(std::string_view text) override;
@@ -97,6 +99,7 @@ class MainForm : public mavro::Form, public Shell {
   bool CloseAllFiles() override;
   void SaveChangedFiles() override;
   void RemoveErrorMark() override;
+  std::vector<EditorText*> OpenTexts() override;
   bool IsDebuggerRunning() override;
 
   // Group: the panels.
@@ -114,6 +117,8 @@ class MainForm : public mavro::Form, public Shell {
   mavro::Panel topPanel, leftPanel, rightPanel, bottomPanel;
   mavro::TabCtrl leftTabs, bottomTabs;
   mavro::TabPage projectPage, classesPage, outputPage;
+  ProjectSources sources;
+  Completion completion;
   EditTabs editTabs;
   ToolPanel toolPanel;
   mavro::Memo output;
@@ -137,6 +142,7 @@ class MainForm : public mavro::Form, public Shell {
   void OnView(int id);
   void OnStop(int id);
   void OnCreated(mavro::NotifyArgs& args);
+  void OnActivated(mavro::NotifyArgs& args);
   void OnCloseRequest(mavro::NotifyArgs& args);
   void OnBottomResized(mavro::NotifyArgs& args);
   void OnCloseBottom(mavro::NotifyArgs& args);

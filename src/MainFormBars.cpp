@@ -3,6 +3,7 @@
 #include "CommandTable.h"
 #include "Debugger.h"
 #include "EditorActs.h"
+#include "EditorMenus.h"
 #include "FileActs.h"
 #include "HelpActs.h"
 #include "MainForm.h"
@@ -22,6 +23,7 @@ constexpr int cModeHeight = 30;
 constexpr int cPaneBarHeight = 22;
 constexpr int cCaretPaneWidth = 140;
 constexpr int cNotePaneWidth = 140;
+constexpr int cEncodingPaneWidth = 160;
 
 // Rows of the bottom pane's bar.
 enum PaneRow { cHideRow, cClearRow };
@@ -37,16 +39,6 @@ struct BarRow {
   mavro::Action* action = nullptr;
   int picture = -1;
 };
-
-// Grays what nobody handles.
-void GrayUnhandled(mavro::Menu& menu) {
-  for (const auto& item : menu.items) {
-    if (item->isSubmenu)
-      GrayUnhandled(static_cast<mavro::Menu&>(*item));
-    else if (item->action && !IsHandled(item->action))
-      item->Enable(false);
-  }
-}
 
 void EnableMenu(mavro::Menu& menu, bool on) {
   menu.Enable(on);
@@ -108,6 +100,7 @@ void MainForm::InitBars() {
   statusBar.AddPane(0, "Ready");
   statusBar.AddPane(cCaretPaneWidth, "Ln 0   Col 0");
   statusBar.AddPane(cNotePaneWidth, "");
+  statusBar.AddPane(cEncodingPaneWidth, "");
 }
 
 void MainForm::InitToolBar() {
@@ -202,14 +195,16 @@ void MainForm::SetCaretInfo(int line, int column) {
   statusBar.SetPane(cCaretPane, "Ln " + std::to_string(line) + "   Col " + std::to_string(column));
 }
 
-void MainForm::ShowCaretOf(const FileEditor& editor) {
+void MainForm::ShowCaretOf(const CppEditor& editor) {
   const EditTab* tab = editTabs.Active();
-  if (tab && tab->editor.get() == &editor) SetCaretInfo(editor.CaretLine(), editor.CaretColumn());
+  if (!tab || tab->editor.get() != &editor) return;
+  SetCaretInfo(editor.ShownLine(), editor.CaretColumn() + 1);
+  statusBar.SetPane(cEncodingPane, editor.TextNote());
 }
 
 void MainForm::ShowActiveFile() {
   const EditTab* tab = editTabs.Active();
-  const std::string shown = tab ? tab->editor->path : "Zendry";
+  const std::string shown = tab ? tab->editor->fileName : "Zendry";
   if (theProject.isOpen && !theProject.name.empty())
     theProject.SetCaption(shown);
   else
@@ -218,6 +213,7 @@ void MainForm::ShowActiveFile() {
     ShowCaretOf(*tab->editor);
   else
     SetCaretInfo(0, 0);
+  if (!tab) statusBar.SetPane(cEncodingPane, "");
 }
 
 }  // namespace zendry

@@ -101,15 +101,15 @@ void MainForm::PumpMessages() {
 std::vector<OpenFile> MainForm::OpenFiles() {
   std::vector<OpenFile> files;
   for (int i = 0; i < editTabs.TabCount(); ++i) {
-    const FileEditor& editor = *editTabs.GetTab(i)->editor;
-    if (!editor.path.empty()) files.push_back({editor.path, editor.CaretLine()});
+    const CppEditor& editor = *editTabs.GetTab(i)->editor;
+    if (!editor.fileName.empty()) files.push_back({editor.fileName, editor.ShownLine()});
   }
   return files;
 }
 
 std::string MainForm::ActiveFile() {
   const EditTab* tab = editTabs.Active();
-  return tab ? tab->editor->path : "";
+  return tab ? tab->editor->fileName : "";
 }
 
 void MainForm::OpenFileAt(const std::string& path, int line) {
@@ -130,6 +130,16 @@ void MainForm::SaveChangedFiles() {
 
 void MainForm::RemoveErrorMark() {
   editTabs.RemoveMark(cErrorMark);
+}
+
+// Of plain text there are no tags.
+std::vector<EditorText*> MainForm::OpenTexts() {
+  std::vector<EditorText*> texts;
+  for (int i = 0; i < editTabs.TabCount(); ++i) {
+    CppEditor& editor = *editTabs.GetTab(i)->editor;
+    if (editor.language) texts.push_back(&editor.LiveText());
+  }
+  return texts;
 }
 
 bool MainForm::IsDebuggerRunning() {

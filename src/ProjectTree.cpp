@@ -110,8 +110,8 @@ void ProjectTree::OnOpenFile(mavro::TreeArgs&) {
   const int id = SelectedId();
   if (id == cNoId) return;
   const std::string path = TidyPath(PathOf(id));
-  if (FileEditor* open = theMainForm->editTabs.Activate(path, true))
-    open->GetControl().Focus();
+  if (CppEditor* open = theMainForm->editTabs.Activate(path, true))
+    open->Focus();
   else if (mavro::FileExists(path))
     theMainForm->editTabs.OpenFile(path);
   else

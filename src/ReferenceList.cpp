@@ -63,7 +63,7 @@ void ReferenceList::ShowCurrent() {
   const std::string path = theProject.GetFullPath(files[static_cast<size_t>(row)]);
   if (!mavro::FileExists(path)) return;
   const int line = list.GetItemData(row);
-  FileEditor* editor = theMainForm->editTabs.GoTo(path, line);
+  CppEditor* editor = theMainForm->editTabs.GoTo(path, line);
   if (!editor || mark == cNoMark || line <= 0) return;
   theMainForm->editTabs.RemoveMark(mark);
   editor->SetMark(mark, line);

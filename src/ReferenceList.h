@@ -4,7 +4,7 @@
 #include <string_view>
 #include <vector>
 
-#include "FileEditor.h"
+#include "CppEditor.h"
 #include "ListView.h"
 #include "TabCtrl.h"
 

@@ -13,7 +13,7 @@ class RescueSource {
  public:
   virtual ~RescueSource() = default;
   virtual std::string RescuePath() const = 0;     // empty for a file without a name
-  virtual std::string RescueContent() const = 0;  // the bytes a save would write
+  virtual std::string RescueContent() const = 0;  // the text as the editor holds it
 };
 
 // Keeps a copy of one open file's unsaved text in the rescue folder, never more than 200 bytes of

@@ -194,7 +194,7 @@ TEST_F(IdeBuild, ProjectCommands_DuringABuild_AreRefused) {
         theFileActs.OnCommand(id);
       theMainForm->projectTree.Focus();
       IdeDriver::Press(Qt::Key_Delete);
-      mavro::ItemArgs args{&theMainForm->buildMode, 1};
+      mavro::ItemArgs args{&theMainForm->buildMode, 1, -1, -1, ""};
       theMainForm->buildMode.selectedIndex = cDebug;
       theMainForm->buildMode.onSelChanged.Fire(args);
     });

@@ -41,8 +41,8 @@ TEST_F(IdeMemory, NextStart_FindsFilesLinesModeAndFront) {
   ide.Run({project}, [&] {
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp", "b.cpp"));
     EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("a.cpp"));
-    EXPECT_EQ(theMainForm->editTabs.GetTab(0)->editor->CaretLine(), 3);
-    EXPECT_EQ(theMainForm->editTabs.GetTab(1)->editor->CaretLine(), 2);
+    EXPECT_EQ(theMainForm->editTabs.GetTab(0)->editor->ShownLine(), 3);
+    EXPECT_EQ(theMainForm->editTabs.GetTab(1)->editor->ShownLine(), 2);
     EXPECT_EQ(theProject.mode, cDebug);
     EXPECT_EQ(theMainForm->buildMode.selectedIndex, 1);
   });

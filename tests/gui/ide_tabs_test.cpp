@@ -19,8 +19,13 @@ class IdeTabs : public testing::Test {
   std::string Write(const std::string& name, const std::string& text = "text\n") {
     return ide.files.Write(name, text);
   }
-  FileEditor& Open(const std::string& name, const std::string& text = "text\n") {
+  CppEditor& Open(const std::string& name, const std::string& text = "text\n") {
     return *Tabs().OpenFile(Write(name, text));
+  }
+
+  static void SetText(CppEditor& editor, const std::string& text) {
+    editor.Send(mavro::SCI_SELECTALL);
+    editor.ReplaceSelection(text);
   }
 
   IdeDriver ide;
@@ -28,7 +33,7 @@ class IdeTabs : public testing::Test {
 
 TEST_F(IdeTabs, OpenFile_TwiceWithAnotherCase_SelectsTheOneTab) {
   ide.Run({}, [&] {
-    FileEditor& first = Open("a.cpp");
+    CppEditor& first = Open("a.cpp");
     Open("b.cpp");
     EXPECT_EQ(Tabs().OpenFile(ide.files.Path("A.CPP")), &first);
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp", "b.cpp"));
@@ -39,7 +44,7 @@ TEST_F(IdeTabs, OpenFile_TwiceWithAnotherCase_SelectsTheOneTab) {
 TEST_F(IdeTabs, OpenFile_TwoFilesThatDifferInCase_HaveATabEach) {
   ide.Run({}, [&] {
     Open("a.cpp", "small");
-    EXPECT_EQ(Open("A.cpp", "big").GetControl().text.Get(), "big");
+    EXPECT_EQ(Open("A.cpp", "big").GetText(), "big");
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp", "A.cpp"));
   });
 }
@@ -77,18 +82,18 @@ TEST_F(IdeTabs, OpenFile_MissingOrFolder_SaysSoAndOpensNoTab) {
 TEST_F(IdeTabs, OpenFile_AnyBytes_AreShownUnchanged) {
   const std::string bytes("\0\x01\xff\xfe\r\n\r\x1b[31m end", 16);
   ide.Run({}, [&] {
-    EXPECT_EQ(Open("a.cpp", bytes).GetControl().text.Get(), bytes);
-    EXPECT_EQ(Open("empty.cpp", "").GetControl().text.Get(), "");
+    EXPECT_EQ(Open("a.cpp", bytes).GetText(), bytes);
+    EXPECT_EQ(Open("empty.cpp", "").GetText(), "");
   });
 }
 
 TEST_F(IdeTabs, GoTo_PutsTheCaretAtTheLineAndSaysSo) {
   ide.Run({}, [&] {
     const std::string path = Write("a.cpp", "1\n2\n3\n4\n");
-    EXPECT_EQ(Tabs().GoTo(path, 3)->CaretLine(), 3);
+    EXPECT_EQ(Tabs().GoTo(path, 3)->ShownLine(), 3);
     EXPECT_THAT(IdeDriver::Status(cCaretPane), testing::StartsWith("Ln 3   Col "));
-    EXPECT_EQ(Tabs().GoTo(path, 0)->CaretLine(), 3);
-    EXPECT_GE(Tabs().GoTo(path, 99999)->CaretLine(), 4);
+    EXPECT_EQ(Tabs().GoTo(path, 0)->ShownLine(), 3);
+    EXPECT_GE(Tabs().GoTo(path, 99999)->ShownLine(), 4);
     EXPECT_EQ(Tabs().GoTo(ide.files.Path("none.cpp"), 3), nullptr);
   });
 }
@@ -96,14 +101,14 @@ TEST_F(IdeTabs, GoTo_PutsTheCaretAtTheLineAndSaysSo) {
 TEST_F(IdeTabs, Activate_FindsTabsWithoutOpening) {
   ide.Run({}, [&] {
     EXPECT_EQ(Tabs().Activate("/none", true), nullptr);
-    FileEditor& a = Open("a.cpp");
+    CppEditor& a = Open("a.cpp");
     Open("b.cpp");
-    EXPECT_EQ(Tabs().Activate(a.path, false), &a);
+    EXPECT_EQ(Tabs().Activate(a.fileName, false), &a);
     EXPECT_EQ(Tabs().selectedIndex, 1);
-    EXPECT_EQ(Tabs().Activate(a.path, true), &a);
+    EXPECT_EQ(Tabs().Activate(a.fileName, true), &a);
     EXPECT_EQ(Tabs().selectedIndex, 0);
-    EXPECT_EQ(theMainForm->ActiveFile(), a.path);
-    EXPECT_TRUE(a.GetControl().IsFocused());
+    EXPECT_EQ(theMainForm->ActiveFile(), a.fileName);
+    EXPECT_TRUE(a.IsFocused());
   });
 }
 
@@ -153,10 +158,9 @@ TEST_F(IdeTabs, SetModified_MarksTheCaption) {
 
 TEST_F(IdeTabs, CloseTab_DirtyAnsweredNo_ClosesAndLeavesTheFile) {
   ide.Run({}, [&] {
-    FileEditor& editor = Open("a.cpp", "old");
-    const std::string path = editor.path;
-    editor.GetControl().text = "new";
-    editor.dirty = true;
+    CppEditor& editor = Open("a.cpp", "old");
+    const std::string path = editor.fileName;
+    SetText(editor, "new");
     ide.dialogs.answers = {mavro::Answer::cNo};
     EXPECT_TRUE(Tabs().CloseTab(0, false));
     EXPECT_EQ(Tabs().TabCount(), 0);
@@ -168,9 +172,8 @@ TEST_F(IdeTabs, CloseTab_DirtyAnsweredNo_ClosesAndLeavesTheFile) {
 
 TEST_F(IdeTabs, CloseTab_DirtyAnsweredYes_SavesFirst) {
   ide.Run({}, [&] {
-    FileEditor& editor = Open("a.cpp", "old");
-    editor.GetControl().text = "new";
-    editor.dirty = true;
+    CppEditor& editor = Open("a.cpp", "old");
+    SetText(editor, "new");
     ide.dialogs.answers = {mavro::Answer::cYes};
     EXPECT_TRUE(Tabs().CloseTab(0, false));
     EXPECT_EQ(ide.files.Read("a.cpp"), "new");
@@ -180,17 +183,16 @@ TEST_F(IdeTabs, CloseTab_DirtyAnsweredYes_SavesFirst) {
 TEST_F(IdeTabs, CloseAll_SaveFails_AllTabsStay) {
   ide.Run({}, [&] {
     Open("a.cpp");
-    FileEditor& editor = Open("gone/b.cpp");
-    const std::string path = editor.path;
+    CppEditor& editor = Open("gone/b.cpp");
+    const std::string path = editor.fileName;
     Open("c.cpp");
-    editor.dirty = true;
+    SetText(editor, "new");
     std::filesystem::remove_all(ide.files.Path("gone"));
     ide.dialogs.answers = {mavro::Answer::cYes};
     EXPECT_FALSE(Tabs().CloseAll());
     EXPECT_EQ(Tabs().TabCount(), 3);
     EXPECT_TRUE(editor.dirty);
     EXPECT_EQ(ide.dialogs.texts.back(), "Error: Error on save file:" + path);
-    editor.dirty = false;
   });
 }
 
