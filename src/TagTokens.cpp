@@ -265,7 +265,8 @@ bool TagC::DropOperatorRest() {
 }
 
 // Brackets within parentheses are comparisons as often as not, so a group counts as a whole. What
-// no template argument holds ends them: the "<" was a comparison then.
+// no template argument holds ends them: the "<" was a comparison then. A parenthesis that ends them
+// tells nothing of an error, as in `assert(a < b)`.
 bool TagC::SkipTemplateArguments() {
   const int line = theCpp.lines.lineNumber;
   int groups = 0;
@@ -274,7 +275,7 @@ bool TagC::SkipTemplateArguments() {
     const bool isEnd = c == -1 || (groups == 0 && (c == ';' || c == '{' || c == '}' || c == ')'));
     if (isEnd) {
       if (c != -1) theCpp.sourceUngetc(c);
-      return FailToMatch('<', line);
+      return c != ')' && FailToMatch('<', line);
     }
     if (inArgText) argText += static_cast<char>(c);
     if (c == '(')

@@ -185,9 +185,14 @@ void TagC::ApplyCatch() {
     theCpp.sourceUngetc(c);
 }
 
-// Up to the semicolon that ends the statement.
+// Up to the semicolon that ends the statement. Those of a lambda's body, as in
+// `return find(a, [](int b) { return b; });`, end nothing. Behind a brace too many the statement
+// has no semicolon of its own: the next one ends it, so that the braces count up again.
 void TagC::SkipStatement() {
-  if (skipTo(";") != -1)
+  int c = skipTo(";{}");
+  while (c == '{' && skipBalanced("{}")) c = skipTo(";{}");
+  if (c == '}') c = skipTo(";");
+  if (c == ';')
     currentStatement->markToken(TOKEN_SEMICOLON, theCpp.lines.tagLine);
   else
     currentStatement->activeToken().Reset(theCpp.lines.tagLine);

@@ -1,0 +1,7 @@
+int a() {
+  return b
+}
+int c() { d(); }
+int e;
+int f() {
+  return find([] { g(); h
