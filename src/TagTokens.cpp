@@ -265,8 +265,7 @@ bool TagC::DropOperatorRest() {
 }
 
 // Brackets within parentheses are comparisons as often as not, so a group counts as a whole. What
-// no template argument holds ends them: the "<" was a comparison then. A parenthesis that ends them
-// tells nothing of an error, as in `assert(a < b)`.
+// no template argument holds ends them: the "<" was a comparison or a shift then, and no error.
 bool TagC::SkipTemplateArguments() {
   const int line = theCpp.lines.lineNumber;
   int groups = 0;
@@ -274,8 +273,9 @@ bool TagC::SkipTemplateArguments() {
     const int c = NextChar();
     const bool isEnd = c == -1 || (groups == 0 && (c == ';' || c == '{' || c == '}' || c == ')'));
     if (isEnd) {
-      if (c != -1) theCpp.sourceUngetc(c);
-      return c != ')' && FailToMatch('<', line);
+      if (c == -1) return FailToMatch('<', line);
+      theCpp.sourceUngetc(c);
+      return false;
     }
     if (inArgText) argText += static_cast<char>(c);
     if (c == '(')

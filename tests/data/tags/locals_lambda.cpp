@@ -22,3 +22,8 @@ end:
   return std::all_of(list, [](int j) { return j < 3; }) && [] { return true; }();
 }
 int last;
+void shifts() {
+  out << last;
+  out << "a" << f() << [] { return 1; }();
+  int after;
+}
