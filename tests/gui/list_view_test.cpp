@@ -130,6 +130,25 @@ TEST(ListView, Look_WithTheWindow) {
   });
 }
 
+TEST(ListView, GridLines_HaveAShadeBetweenTextAndBase) {
+  TableForm form;
+  form.AddRows(3);
+  test::RunForm(form, false, [&] {
+    const QTreeView& view = *form.View();
+    const QRect cell = view.visualRect(view.model()->index(1, 0));
+    const QImage shown = view.viewport()->grab().toImage();
+    const auto lightness = [&](QPalette::ColorRole role) {
+      return view.palette().color(role).lightness();
+    };
+    const int expected = (lightness(QPalette::Text) * 15 + lightness(QPalette::Base) * 85) / 100;
+    const QPoint below(cell.left() + 1, cell.bottom());
+    const QPoint beside(view.columnWidth(0) - 1, cell.center().y());
+    EXPECT_NEAR(shown.pixelColor(below).lightness(), expected, 2);
+    EXPECT_NEAR(shown.pixelColor(beside).lightness(), expected, 2);
+    EXPECT_EQ(shown.pixelColor(beside - QPoint(2, 0)).lightness(), lightness(QPalette::Base));
+  });
+}
+
 TEST(ListView, Selection_WithoutTheFocus_ShowsOnlyWhereWanted) {
   TableForm form;
   form.AddRows(3);

@@ -245,6 +245,34 @@ TEST(TreeView, FindData_SeveralWithIt_AnswersTheOneAddedFirst) {
   EXPECT_EQ(form.tree->FindData(0), form.inc);
 }
 
+TEST(TreeView, FindData_AfterEachAddition_AnswersTheNewNode) {
+  TreeForm form;
+  EXPECT_EQ(form.tree->FindData(31), nullptr);
+  TreeNode* first = form.tree->AddNode(form.src, "first", 31);
+  EXPECT_EQ(form.tree->FindData(31), first);
+  TreeNode* second = form.tree->AddNode(form.src, "second", 32);
+  EXPECT_EQ(form.tree->FindData(32), second);
+  EXPECT_EQ(form.tree->FindChild(form.src, "first"), first);
+}
+
+TEST(TreeView, FindData_RemovedBeforeAnySearch_IsNotFound) {
+  TreeForm form;
+  TreeNode* gone = form.tree->AddNode(form.src, "gone", 31);
+  form.tree->AddNode(gone, "below", 32);
+  form.tree->RemoveNode(gone);
+  EXPECT_EQ(form.tree->FindData(31), nullptr);
+  EXPECT_EQ(form.tree->FindData(32), nullptr);
+  EXPECT_EQ(form.tree->FindChild(form.src, "gone"), nullptr);
+}
+
+TEST(TreeView, FindData_ClearedBeforeAnySearch_FindsOnlyWhatCameAfter) {
+  TreeForm form;
+  form.tree->Clear();
+  TreeNode* added = form.tree->AddNode(nullptr, "src", 11);
+  EXPECT_EQ(form.tree->FindData(11), added);
+  EXPECT_EQ(form.tree->FindChild(nullptr, "inc"), nullptr);
+}
+
 TEST(TreeView, SetNodeText_ChangesWhatIsShownAndFound) {
   TreeForm form;
   test::RunForm(form, false, [&] {

@@ -24,12 +24,16 @@ size_t TreeIndex::KeyOf(const TreeNode* parentNode, const std::string& label) {
   return std::hash<const void*>()(parentNode) * cSpread ^ std::hash<std::string>()(label);
 }
 
-void TreeIndex::Add(TreeNode* node) {
-  byText[KeyOf(node->parent, node->text)].push_back(node);
-  byData[node->data].push_back(node);
+void TreeIndex::EnterPending() {
+  for (TreeNode* node : pending) {
+    byText[KeyOf(node->parent, node->text)].push_back(node);
+    byData[node->data].push_back(node);
+  }
+  pending.clear();
 }
 
 void TreeIndex::Remove(TreeNode* node) {
+  EnterPending();
   EraseFrom(byText, KeyOf(node->parent, node->text), node);
   EraseFrom(byData, node->data, node);
 }
@@ -41,11 +45,13 @@ void TreeIndex::RemoveTree(TreeNode* node) {
 }
 
 void TreeIndex::Clear() {
+  pending.clear();
   byText.clear();
   byData.clear();
 }
 
-TreeNode* TreeIndex::FirstChild(const TreeNode* parentNode, const std::string& label) const {
+TreeNode* TreeIndex::FirstChild(const TreeNode* parentNode, const std::string& label) {
+  EnterPending();
   const auto found = byText.find(KeyOf(parentNode, label));
   if (found == byText.end()) return nullptr;
   TreeNode* first = nullptr;
@@ -55,7 +61,8 @@ TreeNode* TreeIndex::FirstChild(const TreeNode* parentNode, const std::string& l
   return first;
 }
 
-TreeNode* TreeIndex::FirstWithData(int data) const {
+TreeNode* TreeIndex::FirstWithData(int data) {
+  EnterPending();
   const auto found = byData.find(data);
   return found == byData.end() ? nullptr : found->second.front();
 }

@@ -8,24 +8,28 @@
 
 namespace mavro {
 
-// Finds the nodes of a tree by what they hold. Kept by the tree, which reports each change.
+// Finds the nodes of a tree by what they hold. Kept by the tree, which reports each change. A new
+// node is entered when somebody next looks for one: a tree that is only filled and shown pays
+// nothing for being searchable.
 class TreeIndex {
  public:
-  void Add(TreeNode* node);
+  void Add(TreeNode* node) { pending.push_back(node); }
   // Before the node's text, data or place changes.
   void Remove(TreeNode* node);
   // With everything below it.
   void RemoveTree(TreeNode* node);
   void Clear();
 
-  TreeNode* FirstChild(const TreeNode* parentNode, const std::string& label) const;
-  TreeNode* FirstWithData(int data) const;
+  TreeNode* FirstChild(const TreeNode* parentNode, const std::string& label);
+  TreeNode* FirstWithData(int data);
 
  private:
   // In the order added.
   using Nodes = std::vector<TreeNode*>;
   static size_t KeyOf(const TreeNode* parentNode, const std::string& label);
+  void EnterPending();
 
+  Nodes pending;                             // not yet in the maps
   std::unordered_map<size_t, Nodes> byText;  // by parent and text; different ones may share a key
   std::unordered_map<int, Nodes> byData;
 };
