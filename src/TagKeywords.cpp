@@ -136,6 +136,8 @@ constexpr ModernRow cModernWords[] = {
     {"decltype", ModernWord::cTypeWithGroup},
     {"static_assert", ModernWord::cAssertion},
     {"_Static_assert", ModernWord::cAssertion},
+    {"constexpr", ModernWord::cBehindIf},
+    {"consteval", ModernWord::cBehindIf},
 };
 constexpr int cModernCount = std::size(cModernWords);
 

@@ -133,7 +133,8 @@ enum class ModernWord : int8_t {
   cRequires,          // a constraint follows, up to the body
   cWithGroup,         // like an attribute: vanishes with the parentheses behind it
   cTypeWithGroup,     // the name of a type, the parentheses behind it vanish
-  cAssertion          // a whole statement without a tag
+  cAssertion,         // a whole statement without a tag
+  cBehindIf           // belongs to an `if` in front of it
 };
 
 struct ModernRow {

@@ -171,6 +171,14 @@ void TagC::ApplyModern(Token& token) {
     case ModernWord::cAssertion:
       SkipStatement();
       break;
+    case ModernWord::cBehindIf:
+      if (st.earlierToken(1).IsKeyword(cIf)) {
+        SkipGroupIfAny();
+        token.Reset(theCpp.lines.tagLine);
+      } else {
+        st.noteName();
+      }
+      break;
     default:
       st.noteName();
   }
