@@ -1,8 +1,10 @@
 #!/usr/bin/env python3
 """startup.py FIRST_WINDOW BARE_WINDOW ZENDRY [ROUNDS]
+startup.py FIRST_WINDOW --forms QT_CALCULATOR CALCULATOR [ROUNDS]
 
 Start-up to the mapped window and memory two seconds later, of Zendry and of programs that people would
 start instead: a bare window of the same toolkit with one editor, SciTE and Geany where they are installed.
+With --forms, of the demo "calculator" and of the same window made of the toolkit directly.
 Each round starts each of them once, so that noise falls on all alike; the first round only fills the cache.
 Prints medians with their range, and the ratios to the bare window."""
 import os
@@ -42,13 +44,24 @@ def row(name, runs, floor):
     return f'| {name} | {ms:.0f} ({min(columns[0]):.0f}-{max(columns[0]):.0f}) | {pss:.1f} | {anonymous:.1f} | {ratio} |'
 
 
-def main(first_window, bare_window, zendry, rounds=ROUNDS):
+def programs(desktop, bare_window, zendry):
+    """What is started, by name; the first is what the others are compared with."""
+    source, project = write_sample(desktop.folder)
+    return {'bare window, source': [bare_window, source], 'Zendry, no file': [zendry],
+            'Zendry, source': [zendry, source], 'Zendry, project': [zendry, project],
+            'SciTE, source': ['scite', source], 'Geany, source': ['geany', '-i', source]}
+
+
+def main(first_window, *words):
     results = {}
+    forms = words[0] == '--forms'
+    peer, ours, *rest = words[1:] if forms else words
+    rounds = rest[0] if rest else ROUNDS
     with Desktop() as desktop:
-        source, project = write_sample(desktop.folder)
-        commands = {'bare window, source': [bare_window, source], 'Zendry, no file': [zendry],
-                    'Zendry, source': [zendry, source], 'Zendry, project': [zendry, project],
-                    'SciTE, source': ['scite', source], 'Geany, source': ['geany', '-i', source]}
+        if forms:
+            commands = {'toolkit': [peer], 'mavro': [ours]}
+        else:
+            commands = programs(desktop, peer, ours)
         for name in [n for n, command in commands.items() if not shutil.which(command[0])]:
             print(f'{name}: not installed, left out')
             del commands[name]
@@ -59,9 +72,9 @@ def main(first_window, bare_window, zendry, rounds=ROUNDS):
                     sys.exit(f'{name}: no window came')
                 if number:
                     results.setdefault(name, []).append(run)
-    floor = list(zip(*results['bare window, source']))
+    floor = list(zip(*next(iter(results.values()))))
     print(f'Medians of {rounds} warm starts.\n')
-    print('| program | window, ms | memory, MB | of it anonymous | time / bare | memory / bare |')
+    print('| program | window, ms | memory, MB | of it anonymous | time / first | memory / first |')
     print('|---|---|---|---|---|---|')
     for name, runs in results.items():
         print(row(name, runs, floor))
