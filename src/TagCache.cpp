@@ -171,9 +171,13 @@ uint64_t TextMark(std::string_view text) {
 }
 
 std::string CacheText(const TagData& data, uint64_t definitionMark) {
-  std::string text = CacheWriter(Misread::cAllowed).Write(data);
-  if (!TokensFit(text)) text = CacheWriter(Misread::cMended).Write(data);
-  return text + Stamp(Hexadecimal(definitionMark), text);
+  const auto write = [&](Misread misread) {
+    std::string text = CacheWriter(misread).Write(data);
+    return text + Stamp(Hexadecimal(definitionMark), text);
+  };
+  // A quote in a value may hide the end of every element behind it, the stamp's too.
+  const std::string text = write(Misread::cAllowed);
+  return TokensFit(text) ? text : write(Misread::cMended);
 }
 
 bool IsCacheTrue(std::string_view text, const uint64_t* definitionMark) {

@@ -250,6 +250,18 @@ TEST(TagCache, QuoteThatWouldSpillTooFar_LosesItsValueOnly) {
   EXPECT_EQ(again.classes["A"].members[0].signature, "");
 }
 
+// However far the quote reaches: into the text, up to its end, or into the stamp.
+TEST(TagCache, QuoteInANameNearTheEnd_TextCanStillBeRead) {
+  for (size_t length = 300; length < 500; ++length) {
+    TagData data;
+    data.headers = {{1, "", "it\"s", ""}, {2, "", std::string(length, 'x'), ""}};
+    AddClass(data, "A");
+    const std::string text = Text(data);
+    ASSERT_TRUE(TokensFit(text)) << length;
+    ASSERT_TRUE(IsCacheTrue(text, &cDefinition)) << length;
+  }
+}
+
 TEST(TagCache, LongestValue_IsKept) {
   TagData data;
   AddClass(data, "A").members = {Item("m", 'p', 1, std::string(508, 's'))};
