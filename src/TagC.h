@@ -61,6 +61,7 @@ class TagC {
   void ReadOther(int c);
   void ReadWord(int c);
   void ReadColon();
+  void ReadBitField();
   void ReadLess();
   void DropNext(int wanted);
   void ReadIdentifier(Token& token, int first);

@@ -132,12 +132,27 @@ void TagC::ReadColon() {
   } else if (IsCpp() && st.declaration == DECLARES_ENUM) {
     theCpp.sourceUngetc(skipTo("{;"));  // the type that the enumerators are kept in
   } else if (st.IsParent(DECLARES_STRUCT)) {
-    const int c = skipTo(",;");
-    if (c != -1) st.markToken(c == ',' ? TOKEN_COMMA : TOKEN_SEMICOLON, theCpp.lines.tagLine);
+    ReadBitField();
   } else if (st.parent == nullptr || st.earlierToken(1).IsKeyword(Keyword::cDefault) ||
              st.earlierToken(2).IsKeyword(Keyword::cCase)) {
     ResetStatement(false);
   }
+}
+
+// A body there is that of a constructor: a macro behind its parameters hid whose colon it is.
+void TagC::ReadBitField() {
+  int c = skipTo(IsCpp() ? ",;{" : ",;");
+  if (c == '{') {
+    if (!skipBalanced("{}")) return;
+    c = PeekChar();
+    if (c != ',' && c != ';') {
+      ResetStatement(false);
+      return;
+    }
+    NextChar();
+  }
+  const TokenType end = c == ',' ? TOKEN_COMMA : TOKEN_SEMICOLON;
+  if (c != -1) currentStatement->markToken(end, theCpp.lines.tagLine);
 }
 
 void TagC::ReadLess() {
