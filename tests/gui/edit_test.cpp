@@ -174,6 +174,29 @@ TEST(Edit, Text_LongerThanAnyoneTypes_IsKept) {
   test::RunForm(form, false, [&] { EXPECT_EQ(form.edit.text.Get().size(), 100000U); });
 }
 
+TEST(Edit, Text_TenMegabytes_IsKept) {
+  EditForm form;
+  test::RunForm(form, false, [&] {
+    form.edit.text = std::string(10'000'000, 'x');
+    EXPECT_EQ(form.edit.text.Get().size(), 10'000'000U);
+  });
+}
+
+TEST(Edit, RightToLeftText_IsTypedFromItsOwnSide) {
+  EditForm form;
+  test::RunForm(form, false, [&] {
+    form.edit.Focus();
+    QTest::keyClicks(test::WidgetOf(form.edit), QString::fromUtf8("\u05D0\u05D1"));
+    test::Key(form, Qt::Key_Left);
+    QTest::keyClicks(test::WidgetOf(form.edit), "1");
+    EXPECT_EQ(form.edit.text.Get(),
+              "\u05D0\u05D1"
+              "1");
+    form.edit.text = "\u202Emixed \u05D0 text";
+    EXPECT_EQ(form.edit.text.Get(), "\u202Emixed \u05D0 text");
+  });
+}
+
 TEST(Edit, FocusLost_AfterTyping_ValidatesOnce) {
   EditForm form;
   form.edit.dataType = Edit::cInteger;

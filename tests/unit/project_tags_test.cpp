@@ -155,7 +155,7 @@ TEST_F(ProjectTagsTest, BrokenFiles_HaveNoTags) {
 
 TEST_F(ProjectTagsTest, BinaryFile_DoesNoHarm) {
   std::string bytes;
-  for (int i = 0; i < 100000; ++i) bytes += static_cast<char>(i * i % 256);
+  for (unsigned i = 0; i < 100000; ++i) bytes += static_cast<char>(i * i % 256);
   Add("a.cpp", bytes);
   Add("b.cpp", std::string(100000, '\0'));
   Add("c.cpp", std::string(100000, '{'));

@@ -4,6 +4,7 @@
 #include "DrawSurface.h"
 #include "FontCached.h"
 #include "Picture.h"
+#include "Saturate.h"
 #include "SysImpl.h"
 
 namespace mavro {
@@ -11,7 +12,7 @@ namespace mavro {
 namespace {
 
 Rect RectOf(int left, int top, int right, int bottom) {
-  return {left, top, right - left, bottom - top};
+  return {left, top, Saturate(int64_t{right} - left), Saturate(int64_t{bottom} - top)};
 }
 
 }  // namespace

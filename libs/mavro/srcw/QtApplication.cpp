@@ -10,6 +10,7 @@
 #include "Form.h"
 #include "QtDialogs.h"
 #include "QtLoop.h"
+#include "QtScreen.h"
 #include "SysImpl.h"
 
 namespace mavro {
@@ -47,8 +48,15 @@ int RunApplication(int argc, char** argv) {
 Rect ScreenArea(const Form* form) {
   const QScreen* screen = form && form->impl->hwnd ? form->impl->hwnd->widget->screen()
                                                    : QGuiApplication::primaryScreen();
+  return UsableArea(screen);
+}
+
+Rect UsableArea(const QScreen* screen) {
+  static Rect last{0, 0, 1024, 768};
+  if (!screen) return last;
   const QRect area = screen->availableGeometry();
-  return {area.left(), area.top(), area.width(), area.height()};
+  last = {area.left(), area.top(), area.width(), area.height()};
+  return last;
 }
 
 }  // namespace mavro

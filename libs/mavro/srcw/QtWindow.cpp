@@ -16,6 +16,7 @@
 #include "QtLoop.h"
 #include "QtPalette.h"
 #include "QtText.h"
+#include "Saturate.h"
 #include "SysImpl.h"
 
 namespace mavro {
@@ -176,14 +177,15 @@ void NativeWindow::Move(const Rect& to) {
     widget->resize(size);
   } else {
     const Rect area = parent ? parent->ClientArea() : Rect();
-    widget->setGeometry(QRect(QPoint(to.left + area.left, to.top + area.top), size));
+    const QPoint at(Saturate(int64_t{to.left} + area.left), Saturate(int64_t{to.top} + area.top));
+    widget->setGeometry(QRect(at, size));
   }
 }
 
 Rect NativeWindow::Bounds() const {
   const Rect area = parent && !widget->isWindow() ? parent->ClientArea() : Rect();
-  return {widget->pos().x() - area.left, widget->pos().y() - area.top, widget->width(),
-          widget->height()};
+  return {Saturate(int64_t{widget->pos().x()} - area.left),
+          Saturate(int64_t{widget->pos().y()} - area.top), widget->width(), widget->height()};
 }
 
 Rect NativeWindow::ClientArea() const {
