@@ -1,12 +1,11 @@
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
 #include <string>
 
 #include "FileText.h"
 #include "Project.h"
+#include "Shortest.h"
 
 // How long a project file of 5,000 entries takes to load (parsing off) and to save, beside reading
 // and saving the same bytes without a project. The limit for both together is 100 ms. With a number
@@ -15,26 +14,12 @@
 namespace {
 
 constexpr int cEntries = 5000;
-constexpr int cRounds = 9;
 constexpr double cLimit = 100;
 
-// The shortest of several runs, in milliseconds.
-double Shortest(const std::function<void()>& run) {
-  using Clock = std::chrono::steady_clock;
-  double shortest = 1e9;
-  for (int i = 0; i < cRounds; ++i) {
-    const auto start = Clock::now();
-    run();
-    const std::chrono::duration<double, std::milli> passed = Clock::now() - start;
-    shortest = std::min(shortest, passed.count());
-  }
-  return shortest;
-}
+using bench::Shortest;
 
 void Check(bool ok, const char* step) {
-  if (ok) return;
-  std::fprintf(stderr, "project_bench: %s failed\n", step);
-  std::exit(2);
+  bench::Check(ok, "project_bench", step);
 }
 
 void WriteProject(const std::string& path, int entries) {

@@ -1,17 +1,16 @@
 #include <malloc.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "EditorText.h"
 #include "Project.h"
+#include "Shortest.h"
 
 // tag_store_bench [DEFINITION]
 //
@@ -24,26 +23,12 @@ namespace {
 constexpr int cFiles = 1000;
 constexpr int cLines = 300;
 constexpr int cEditedLines = 5000;
-constexpr int cRounds = 9;
 constexpr double cLimit = 5;
 
-// The shortest of several runs, in milliseconds.
-double Shortest(const std::function<void()>& run) {
-  using Clock = std::chrono::steady_clock;
-  double shortest = 1e9;
-  for (int i = 0; i < cRounds; ++i) {
-    const auto start = Clock::now();
-    run();
-    const std::chrono::duration<double, std::milli> passed = Clock::now() - start;
-    shortest = std::min(shortest, passed.count());
-  }
-  return shortest;
-}
+using bench::Shortest;
 
 void Check(bool ok, const char* step) {
-  if (ok) return;
-  std::fprintf(stderr, "tag_store_bench: %s failed\n", step);
-  std::exit(2);
+  bench::Check(ok, "tag_store_bench", step);
 }
 
 constexpr int cPartLines = 60;
