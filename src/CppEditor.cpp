@@ -26,9 +26,11 @@ constexpr std::array<mavro::MarkType, 4> cMarks = {{
 
 constexpr int cKeywordStyle = 5;  // of the lexer: "if" and "for" decide about indentation
 
-bool IsSource(const std::string& path) {
+// Null for plain text. What has no name yet is going to be a source.
+const mavro::EditorLanguage* LanguageOf(const std::string& path) {
   const int kind = FileKind(path);
-  return path.empty() || kind == cCppSource || kind == cCSource || kind == cHeader;
+  const bool isSource = kind == cCppSource || kind == cCSource || kind == cHeader;
+  return path.empty() || isSource ? &cCppLanguage : nullptr;
 }
 
 }  // namespace
@@ -51,13 +53,13 @@ void CppEditor::ApplySettings() {
   options->fontSize = settings.fonts[options->monospaced ? 1 : 2].size;
   options->foldMargin = true;
   options->keywordStyle = cKeywordStyle;
-  language = IsSource(fileName) ? &cCppLanguage : nullptr;
+  language = LanguageOf(fileName);
   applyOptions();
 }
 
 bool CppEditor::Load(const std::string& path) {
   const DiskStamp before = ReadDiskStamp(path);
-  language = IsSource(path) ? &cCppLanguage : nullptr;
+  language = LanguageOf(path);
   if (!load(path)) return false;
   stamp = before;
   liveText.parsed = false;
@@ -67,16 +69,18 @@ bool CppEditor::Load(const std::string& path) {
   return true;
 }
 
-void CppEditor::TakeRescued(const RescueCopy& rescued) {
+bool CppEditor::TakeRescued(const RescueCopy& rescued) {
   fileName = rescued.path;
   Send(mavro::SCI_SELECTALL);
   ReplaceSelection(rescued.content);
   Select(0, 0);
-  rescue.Changed(TextRescue::cMostBytesBehind, TextRescue::Clock::now());
+  rescue.Changed(1, TextRescue::Clock::now());
+  return rescue.KeepNow();
 }
 
 bool CppEditor::Save() {
   if (!save(fileName)) return false;
+  if (language != LanguageOf(fileName)) SetLanguage(LanguageOf(fileName));
   stamp = ReadDiskStamp(fileName);
   liveText.parsed = false;
   theProject.parseOpenEditors(&liveText);

@@ -25,8 +25,9 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
 
   // Reads a file and takes its name; false, with nothing changed, when it can't be read.
   bool Load(const std::string& path);
-  // Takes over a text that another run of the program has left behind: it is unsaved.
-  void TakeRescued(const RescueCopy& rescued);
+  // Takes over a text that another run of the program has left behind: it is unsaved. Answers
+  // whether a copy of its own is kept now, so that the old one may go.
+  bool TakeRescued(const RescueCopy& rescued);
   // Writes the text to `fileName` and parses it; false, and still dirty, when that fails.
   bool Save();
   // Takes the style and typing rules from the name's extension, and options from the settings.

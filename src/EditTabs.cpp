@@ -9,6 +9,7 @@
 #include "ControlBytes.h"
 #include "Counterpart.h"
 #include "EditorMenus.h"
+#include "ErrorBox.h"
 #include "FileActs.h"
 #include "FileText.h"
 #include "IdeSession.h"
@@ -23,10 +24,6 @@ namespace zendry {
 namespace {
 
 constexpr int cRescueTick = 1000;  // milliseconds
-
-void ShowError(const std::string& text) {
-  mavro::Dialogs().message(text, "Error", mavro::cErrorIcon);
-}
 
 char Upper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -286,10 +283,6 @@ void EditTabs::OnRescueTimer(mavro::NotifyArgs&) {
   for (const auto& tab : tabs) tab->editor->TickRescue(now);
 }
 
-void EditTabs::ApplySettings() {
-  for (const auto& tab : tabs) tab->editor->ApplySettings();
-}
-
 // What another program has written since is not replaced without a word.
 bool EditTabs::MayOverwrite(CppEditor& editor) {
   if (!editor.DiskHasChanged() || !mavro::FileExists(editor.fileName)) return true;
@@ -333,11 +326,9 @@ void EditTabs::OfferRescuedTexts() {
     CppEditor* editor = nullptr;
     if (wanted && mavro::FileExists(rescued.path)) editor = OpenFile(rescued.path);
     if (wanted && !editor) editor = NewTab("");
-    if (editor) {
-      editor->TakeRescued(rescued);
-      GetTab(selectedIndex)->ShowName();
-    }
-    if (editor || !wanted) unlink(rescued.file.c_str());
+    const bool isKept = editor && editor->TakeRescued(rescued);
+    if (editor) GetTab(selectedIndex)->ShowName();
+    if (isKept || !wanted) unlink(rescued.file.c_str());
   }
 }
 

@@ -71,8 +71,6 @@ class EditTabs : public mavro::TabCtrl {
   void OfferRescuedTexts();
   // Asks about each open file that another program has changed, once for each change.
   void CheckDisk();
-  // The settings of editors have changed.
-  void ApplySettings();
 
   // The tab in front, or null.
   EditTab* Active() const;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "ErrorBox.h"
 #include "FileActs.h"
 #include "FileText.h"
 #include "MainForm.h"
@@ -13,10 +14,6 @@
 namespace zendry {
 
 namespace {
-
-void ShowError(const std::string& text) {
-  mavro::Dialogs().message(text, "Error", mavro::cErrorIcon);
-}
 
 // Writes a new file and shows it. A file that is there already is never written over.
 bool MakeAndOpen(const std::string& path, const std::string& content, bool append) {

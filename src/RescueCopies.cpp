@@ -53,13 +53,13 @@ std::string RescueCopies::FileOf(int number) const {
   return folder + "/" + kind + "-" + std::to_string(getpid()) + "-" + std::to_string(number);
 }
 
-void RescueCopies::Keep(int number, std::string_view path, std::string_view content) const {
+bool RescueCopies::Keep(int number, std::string_view path, std::string_view content) const {
   const std::string file = FileOf(number);
-  if (file.empty()) return;
+  if (file.empty()) return false;
   std::string bytes;
   bytes.reserve(path.size() + 1 + content.size());
   bytes.append(path).append(1, '\0').append(content);
-  mavro::SaveFileText(file, bytes);
+  return mavro::SaveFileText(file, bytes).Ok();
 }
 
 void RescueCopies::Drop(int number) const {

@@ -21,8 +21,8 @@ class RescueCopies {
   // `newKind` is the first part of the names; letters only.
   explicit RescueCopies(std::string_view newKind) : kind(newKind) {}
 
-  // Writes or replaces a copy; synced when it returns.
-  void Keep(int number, std::string_view path, std::string_view content) const;
+  // Writes or replaces a copy; synced when it returns. False when there is no copy of that content.
+  bool Keep(int number, std::string_view path, std::string_view content) const;
   void Drop(int number) const;
 
   // The copies of programs that have ended without dropping them, by name.

@@ -36,10 +36,11 @@ void TextRescue::Tick(Clock::time_point now) {
   if (bytesBehind > 0 && now - behindSince >= cLongestBehind) KeepNow();
 }
 
-void TextRescue::KeepNow() {
-  if (bytesBehind == 0) return;
-  bytesBehind = 0;
-  cCopies.Keep(number, source.RescuePath(), source.RescueContent());
+bool TextRescue::KeepNow() {
+  if (bytesBehind == 0) return true;
+  const bool isKept = cCopies.Keep(number, source.RescuePath(), source.RescueContent());
+  bytesBehind = isKept ? 0 : 1;
+  return isKept;
 }
 
 void TextRescue::Drop() {

@@ -35,8 +35,8 @@ class TextRescue {
   void Changed(int bytes, Clock::time_point now);
   // Writes what has waited long enough; called now and then.
   void Tick(Clock::time_point now);
-  // Writes what is not in the copy yet.
-  void KeepNow();
+  // Writes what is not in the copy yet; false when that fails, and then it is tried again later.
+  bool KeepNow();
   // The file on disk holds the text, or the user does not want it.
   void Drop();
 

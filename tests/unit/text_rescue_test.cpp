@@ -197,6 +197,17 @@ TEST_F(TextRescueTest, EndingSignals_ThatWereIgnored_StayIgnored) {
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 7);
 }
 
+TEST_F(TextRescueTest, Keep_Fails_IsTriedAgainUntilItCan) {
+  home.Write(".zendry", "a file in the folder's place");
+  TextRescue rescue(*this);
+  rescue.Changed(1, start);
+  EXPECT_FALSE(rescue.KeepNow());
+  std::filesystem::remove(home.Path(".zendry"));
+  rescue.Tick(start + seconds(5));
+  EXPECT_THAT(Copies(), testing::ElementsAre(CopyOf("int a;\n")));
+  EXPECT_TRUE(rescue.KeepNow());
+}
+
 TEST_F(TextRescueTest, Changed_FolderCantBeHad_IsSilent) {
   home.Write(".zendry", "a file in the folder's place");
   TextRescue rescue(*this);
