@@ -73,12 +73,14 @@ void Project::parseModule(TagData& module, EditorText* editor) {
 void Project::parseOpenEditors(EditorText* editor) {
   std::vector<EditorText*> editors = {editor};
   if (!editor) editors = shell->OpenTexts();
+  bool anyParsed = false;
   for (EditorText* open : editors) {
     if (open->parsed) continue;
     LogMessage(*shell, "Parse", open->Path());
     parseModule(ModuleOf(open->Path()), open);
+    anyParsed = true;
   }
-  shell->TagsChanged();
+  if (anyParsed) shell->TagsChanged();
 }
 
 TagData& Project::ModuleOf(const std::string& path) {

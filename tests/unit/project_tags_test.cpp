@@ -283,8 +283,12 @@ TEST_F(ProjectTagsTest, ParseOpenEditors_WithAParsedEditor_ParsesNothing) {
   EXPECT_EQ(Globals(a.tags), "a");
 }
 
-TEST_F(ProjectTagsTest, ParseOpenEditors_ShowsTheNewTags) {
+TEST_F(ProjectTagsTest, ParseOpenEditors_ShowsTheNewTagsOnceAndNothingWhenNoneAreNew) {
+  test::TextInMemory editor("int x;\n", "/elsewhere/x.cpp");
+  shell.open = {&editor};
   const int before = shell.tagChanges;
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(shell.tagChanges, before + 1);
   project.parseOpenEditors(nullptr);
   EXPECT_EQ(shell.tagChanges, before + 1);
 }
