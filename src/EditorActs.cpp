@@ -21,7 +21,7 @@ constexpr CommandRow cRows[] = {
     {cFindRepeatCommand, "Find Repeat", cKeyF3, cLater},
     {805, "Find Previous", cShiftKey | cKeyF3, cLater},
     {806, "&Replace", cControlKey | 'R', cLater},
-    {807, "&Go to line", cControlKey | 'G', cLater},
+    {807, "&Go to line", cControlKey | 'G'},
     {mavro::cEndSubmenuRow},
     {mavro::cSubmenuRow, "&Bookmarks"},
     {cToggleBookmarkCommand, "&Toggle bookmark", cControlKey | cKeyF2},

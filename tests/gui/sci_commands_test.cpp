@@ -281,7 +281,7 @@ TEST(SciCommands, GoToLine_FarAway_ALittleIsLeftAbove) {
 TEST(SciCommands, FindReplaceAndForeignIds_AreNotTheEditors) {
   EditorForm form;
   RunEditor(form, [&] {
-    for (const int id : {0, -1, 800, 801, 802, 803, 804, 805, 806, 807, 828, 1300})
+    for (const int id : {0, -1, 800, 801, 802, 803, 804, 805, 806, 828, 1300})
       EXPECT_FALSE(form.editor.OnCommand(id)) << id;
   });
 }
@@ -296,7 +296,8 @@ TEST(SciCommands, EveryCommand_WithoutAWindow_DoesNothing) {
 TEST(SciCommands, EveryCommand_OnAnEmptyText_DoesNoHarm) {
   EditorForm form;
   RunEditor(form, [&] {
-    for (int id = 800; id < 850; ++id) form.editor.OnCommand(id);
+    for (int id = 800; id < 850; ++id)
+      if (id != cSciGoToLine) form.editor.OnCommand(id);  // which asks
     form.Settle();
     EXPECT_EQ(form.editor.LineCount(), 1);
   });

@@ -1,3 +1,4 @@
+#include "GoToLineDlg.h"
 #include "MacroLines.h"
 #include "SciImpl.h"
 
@@ -52,6 +53,7 @@ struct ActionRow {
   void (*act)(Editor& editor, SciEditor& control);
 };
 constexpr ActionRow cActions[] = {
+    {cSciGoToLine, [](Editor&, SciEditor& control) { AskGoToLine(control); }},
     {cSciToggleBookmark,
      [](Editor&, SciEditor& control) { control.ToggleBookmark(control.CaretLine()); }},
     {cSciNextBookmark, [](Editor& editor, SciEditor&) { editor.GoToBookmark(1, false); }},

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Button.h"
+#include "Edit.h"
+#include "Form.h"
+#include "Label.h"
+
+namespace mavro {
+
+class SciEditor;
+
+// Asks for the number of a line. Shown modally by AskGoToLine.
+class GoToLineDlg : public Form {
+ public:
+  // `shownLine` counts from 1; it stands in the field, selected.
+  explicit GoToLineDlg(int shownLine);
+
+  // The number that the field begins with; 0 when there is none or it is negative.
+  int Line() const { return line; }
+
+ private:
+  void OnCreated(NotifyArgs& args);
+  void OnDestroyed(NotifyArgs& args);
+
+  Label label;
+  Edit number;
+  Button goTo, cancel;
+  int line = 0;
+};
+
+// Asks for a line of the editor and shows it, unfolded, with the caret at its start. A number past
+// the end stands for the last line; one below 1, or none, changes nothing. An
+// editor that has no window yet has no lines to ask about.
+void AskGoToLine(SciEditor& editor);
+
+}  // namespace mavro
