@@ -57,7 +57,7 @@ void ShowEditor(const std::string& name) {
   options.foldMargin = true;
   options.foldComment = true;
   options.edgeColumn = 70;
-  form.editor.offered = "Area?1 Name?1 radius?2";
+  form.editor.offered = "Area?2 Name?2 radius?1";
   form.editor.offeredTip = "int foo(const Circle* first, const Circle* last)";
   static constexpr MarkType cMarks[] = {{2, 127, 0xFF00}, {3, 127, 0xFF}};
   form.editor.markTypes = cMarks;
