@@ -1,8 +1,8 @@
 #include "CppEditor.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "CppLanguage.h"
 #include "EditTabs.h"
@@ -60,26 +60,45 @@ void CppEditor::ApplySettings() {
 bool CppEditor::Load(const std::string& path) {
   const DiskStamp before = ReadDiskStamp(path);
   language = LanguageOf(path);
-  if (!load(path)) return false;
+  const std::string nameBefore = std::exchange(storedName, path);
+  if (!load(path)) {
+    storedName = nameBefore;
+    return false;
+  }
   stamp = before;
   liveText.parsed = false;
   seenChanges = ChangeCount();
-  seenLength = Length();
+  bytesChanged = 0;
   rescue.Drop();
   return true;
 }
 
-bool CppEditor::TakeRescued(const RescueCopy& rescued) {
+// The text belongs to the state of the file that it was made from: what the file has become since
+// is a change by others.
+bool CppEditor::TakeRescued(const RescuedText& rescued) {
   fileName = rescued.path;
-  Send(mavro::SCI_SELECTALL);
-  ReplaceSelection(rescued.content);
-  Select(0, 0);
+  TakeText(rescued.content, rescued.facts.encoding, rescued.facts.oddByte);
+  if (rescued.facts.disk.exists) stamp = rescued.facts.disk;
   rescue.Changed(1, TextRescue::Clock::now());
   return rescue.KeepNow();
 }
 
+void CppEditor::TakeName(const std::string& name) {
+  fileName = name;
+  AcceptDisk();
+}
+
+// Writing in place and giving up changes the file's time; that is not another program's doing. A
+// text that isn't stored under its name is unsaved.
 bool CppEditor::Save() {
-  if (!save(fileName)) return false;
+  const bool diskIsKnown = !DiskHasChanged();
+  const std::string nameBefore = std::exchange(storedName, fileName);
+  if (!save(fileName)) {
+    storedName = nameBefore;
+    if (diskIsKnown) AcceptDisk();
+    if (storedName != fileName) onSavePointChanged();
+    return false;
+  }
   if (language != LanguageOf(fileName)) SetLanguage(LanguageOf(fileName));
   stamp = ReadDiskStamp(fileName);
   liveText.parsed = false;
@@ -102,7 +121,7 @@ void CppEditor::RemoveMark(EditorMark mark) {
 }
 
 bool CppEditor::DiskHasChanged() const {
-  return !fileName.empty() && stamp.exists && ReadDiskStamp(fileName) != stamp;
+  return !fileName.empty() && ReadDiskStamp(fileName) != stamp;
 }
 
 void CppEditor::AcceptDisk() {
@@ -133,15 +152,24 @@ int CppEditor::LiveTextOf::PositionFromLine(int line) const {
   return line < editor.LineCount() ? editor.LineStart(line) : editor.Length();
 }
 
-std::string CppEditor::RescueContent() const {
-  return GetText();
+void CppEditor::AppendPiece(size_t start, size_t end, std::string& to) const {
+  AppendRange(static_cast<int>(start), static_cast<int>(end), to);
 }
 
 void CppEditor::onTextChanged() {
   liveText.parsed = false;
 }
 
+void CppEditor::onTextWillChange(int position, int removed, int added) {
+  bytesChanged += std::max(removed, added);
+  rescue.WillChange(position, removed, added);
+}
+
 void CppEditor::onSavePointChanged() {
+  if (storedName != fileName) {
+    dirty = true;
+    rescue.Changed(1, TextRescue::Clock::now());
+  }
   if (dirty)
     liveText.parsed = false;
   else
@@ -172,14 +200,9 @@ void CppEditor::FollowChanges() {
   const unsigned long changes = ChangeCount();
   if (changes == seenChanges) return;
   liveText.parsed = false;
-  const int length = Length();
-  const long bytes = std::max<long>(static_cast<long>(changes - seenChanges),
-                                    std::labs(static_cast<long>(length) - seenLength));
   seenChanges = changes;
-  seenLength = length;
-  if (dirty)
-    rescue.Changed(static_cast<int>(std::min<long>(bytes, TextRescue::cMostBytesBehind)),
-                   TextRescue::Clock::now());
+  const long bytes = std::min<long>(std::exchange(bytesChanged, 0), TextRescue::cMostBytesBehind);
+  if (dirty) rescue.Changed(static_cast<int>(bytes), TextRescue::Clock::now());
 }
 
 }  // namespace zendry

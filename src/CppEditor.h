@@ -27,9 +27,12 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   bool Load(const std::string& path);
   // Takes over a text that another run of the program has left behind: it is unsaved. Answers
   // whether a copy of its own is kept now, so that the old one may go.
-  bool TakeRescued(const RescueCopy& rescued);
+  bool TakeRescued(const RescuedText& rescued);
   // Writes the text to `fileName` and parses it; false, and still dirty, when that fails.
   bool Save();
+  // Gives the text the name that the user has chosen for it. What that file holds now may be
+  // replaced: the user has been asked.
+  void TakeName(const std::string& name);
   // Takes the style and typing rules from the name's extension, and options from the settings.
   void ApplySettings();
 
@@ -55,6 +58,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   CaretText& LiveText() { return liveText; }
 
   void onTextChanged() override;
+  void onTextWillChange(int position, int removed, int added) override;
   void onSavePointChanged() override;
   bool getCompletion(std::string& text, std::string& list) override;
   bool getCallTip(const std::string& name, std::string& tip) override;
@@ -76,7 +80,9 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   };
 
   std::string RescuePath() const override { return fileName; }
-  std::string RescueContent() const override;
+  TextFacts RescueFacts() const override { return {encoding, OddByte(), stamp}; }
+  size_t PieceLength() const override { return static_cast<size_t>(Length()); }
+  void AppendPiece(size_t start, size_t end, std::string& to) const override;
   void FollowChanges();
 
   EditTab& tab;
@@ -84,8 +90,9 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   TextRescue rescue{*this};
   DiskStamp stamp;
   std::array<mavro::MarkType, 4> marks;
-  unsigned long seenChanges = 0;  // what the rescue copy has been told of
-  int seenLength = 0;
+  std::string storedName;         // under which the text was last read or written
+  unsigned long seenChanges = 0;  // up to which `parsed` has been taken back
+  long bytesChanged = 0;          // since the rescue copy was told
 };
 
 }  // namespace zendry

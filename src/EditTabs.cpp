@@ -198,10 +198,10 @@ bool EditTabs::Save(EditTab& tab, bool saveAs) {
     question.defaultExtension = "cpp";
     const std::vector<std::string> chosen = mavro::Dialogs().chooseFiles(question);
     if (chosen.empty()) return false;
-    editor.fileName = chosen.front();
+    editor.TakeName(chosen.front());
     tab.ShowName();
   }
-  if (!saveAs && !MayOverwrite(editor)) return false;
+  if (!MayOverwrite(editor)) return false;
   if (!editor.Save()) {
     theMainForm->SetStatus(editor.saveError, "");
     ShowError("Error on save file:" + editor.fileName);
@@ -315,7 +315,7 @@ void EditTabs::CheckDisk(EditTab& tab) {
 }
 
 void EditTabs::OfferRescuedTexts() {
-  for (const RescueCopy& rescued : FindRescuedTexts()) {
+  for (const RescuedText& rescued : FindRescuedTexts()) {
     bool cancelled = false;
     const std::string name =
         rescued.path.empty() ? "without a name" : MarkControlBytes(rescued.path);
@@ -325,10 +325,10 @@ void EditTabs::OfferRescuedTexts() {
     if (cancelled) continue;
     CppEditor* editor = nullptr;
     if (wanted && mavro::FileExists(rescued.path)) editor = OpenFile(rescued.path);
-    if (wanted && !editor) editor = NewTab("");
+    if (wanted && (!editor || editor->dirty)) editor = NewTab("");  // one text is not lost for two
     const bool isKept = editor && editor->TakeRescued(rescued);
     if (editor) GetTab(selectedIndex)->ShowName();
-    if (isKept || !wanted) unlink(rescued.file.c_str());
+    if (isKept || !wanted) RescueCopies::Forget(rescued);
   }
 }
 

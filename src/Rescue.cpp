@@ -92,7 +92,7 @@ std::string OfferRescuedProjects() {
       }
       saved = rescued.path;
     }
-    unlink(rescued.file.c_str());
+    RescueCopies::Forget(rescued);
   }
   return saved;
 }

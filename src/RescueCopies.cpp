@@ -16,6 +16,18 @@ namespace zendry {
 
 namespace {
 
+constexpr std::string_view cSteps = "-steps";
+
+std::string StepsOf(const std::string& file) {
+  return std::string(file).append(cSteps);
+}
+
+// The copy first: steps alone are nothing that could be offered.
+void Remove(const std::string& file) {
+  unlink(file.c_str());
+  unlink(StepsOf(file).c_str());
+}
+
 bool IsAlive(pid_t process) {
   return kill(process, 0) == 0 || errno == EPERM;
 }
@@ -33,7 +45,8 @@ std::optional<RescueCopy> ReadCopy(const std::string& file) {
   const std::optional<std::string> bytes = mavro::ReadFileText(file);
   const size_t end = bytes ? bytes->find('\0') : std::string::npos;
   if (end == std::string::npos) return std::nullopt;
-  return RescueCopy{file, bytes->substr(0, end), bytes->substr(end + 1)};
+  return RescueCopy{file, bytes->substr(0, end), bytes->substr(end + 1),
+                    mavro::ReadFileText(StepsOf(file)).value_or("")};
 }
 
 // A whole number above 0 at the start of `text`, which is taken off; 0 for none.
@@ -62,9 +75,18 @@ bool RescueCopies::Keep(int number, std::string_view path, std::string_view cont
   return mavro::SaveFileText(file, bytes).Ok();
 }
 
+bool RescueCopies::AddStep(int number, size_t offset, std::string_view step) const {
+  const std::string file = FileOf(number);
+  return !file.empty() && mavro::AppendFileText(StepsOf(file), offset, step).Ok();
+}
+
 void RescueCopies::Drop(int number) const {
   const std::string file = FileOf(number);
-  if (!file.empty()) unlink(file.c_str());
+  if (!file.empty()) Remove(file);
+}
+
+void RescueCopies::Forget(const RescueCopy& copy) {
+  Remove(copy.file);
 }
 
 bool RescueCopies::IsOfTheDead(std::string_view fileName) const {
@@ -80,8 +102,15 @@ std::vector<RescueCopy> RescueCopies::OfTheDead() const {
   std::vector<RescueCopy> found;
   const std::string folder = mavro::RescueFolder();
   if (folder.empty()) return found;
-  for (const std::string& name : NamesIn(folder)) {
+  for (std::string name : NamesIn(folder)) {
+    const bool isSteps = name.ends_with(cSteps);
+    if (isSteps) name.resize(name.size() - cSteps.size());
     if (!IsOfTheDead(name)) continue;
+    if (isSteps) {
+      // A program that ended while it dropped the copy has left them.
+      if (!mavro::FileExists(folder + "/" + name)) Remove(folder + "/" + name);
+      continue;
+    }
     if (std::optional<RescueCopy> copy = ReadCopy(folder + "/" + name))
       found.push_back(*std::move(copy));
   }

@@ -9,6 +9,7 @@
 
 #include <cstring>
 
+#include "IfKilled.h"
 #include "Rescue.h"
 #include "ScopedHome.h"
 #include "TempFolder.h"
@@ -30,18 +31,18 @@ int Overrun(int depth) {
 class TextRescueTest : public testing::Test, public RescueSource {
  protected:
   std::string RescuePath() const override { return path; }
-  std::string RescueContent() const override { return content; }
+  TextFacts RescueFacts() const override { return {}; }
+  size_t PieceLength() const override { return content.size(); }
+  void AppendPiece(size_t start, size_t end, std::string& to) const override {
+    to += content.substr(start, end - start);
+  }
 
-  // What the copies hold, in the order of their names.
-  std::vector<std::string> Copies() const {
+  // The texts of the copies, in the order of their names.
+  static std::vector<std::string> Copies() {
     std::vector<std::string> found;
-    const std::string folder = ".zendry/rescue";
-    if (!home.Exists(folder)) return found;
-    for (const auto& entry : std::filesystem::directory_iterator(home.Path(folder)))
-      found.push_back(home.Read(folder + "/" + entry.path().filename().string()));
+    for (const RescuedText& text : test::TextsIfKilled()) found.push_back(text.content);
     return found;
   }
-  std::string CopyOf(const std::string& text) const { return path + std::string(1, '\0') + text; }
 
   test::TempFolder home;
   test::ScopedHome scopedHome{home.Path()};
@@ -60,7 +61,7 @@ TEST_F(TextRescueTest, Changed_The200thByte_WritesACopy) {
   TextRescue rescue(*this);
   rescue.Changed(199, start);
   rescue.Changed(1, start);
-  EXPECT_THAT(Copies(), testing::ElementsAre(CopyOf("int a;\n")));
+  EXPECT_THAT(Copies(), testing::ElementsAre("int a;\n"));
 }
 
 TEST_F(TextRescueTest, Changed_HugePaste_IsWrittenAtOnce_AndCountsFromNone) {
@@ -68,7 +69,7 @@ TEST_F(TextRescueTest, Changed_HugePaste_IsWrittenAtOnce_AndCountsFromNone) {
   rescue.Changed(2'000'000'000, start);
   content = "later";
   rescue.Changed(199, start);
-  EXPECT_THAT(Copies(), testing::ElementsAre(CopyOf("int a;\n")));
+  EXPECT_THAT(Copies(), testing::ElementsAre("int a;\n"));
 }
 
 TEST_F(TextRescueTest, Tick_FiveSecondsAfterTheFirstChange_WritesACopy) {
@@ -138,11 +139,11 @@ TEST_F(TextRescueTest, Find_KilledProgram_GivesPathAndText_AlsoWithoutAName) {
     }
     int status = 0;
     ASSERT_EQ(waitpid(child, &status, 0), child);
-    const std::vector<RescueCopy> found = FindRescuedTexts();
+    const std::vector<RescuedText> found = FindRescuedTexts();
     ASSERT_EQ(found.size(), 1u);
     EXPECT_EQ(found[0].path, name);
     EXPECT_EQ(found[0].content, std::string("x\0y", 3));
-    unlink(found[0].file.c_str());
+    RescueCopies::Forget(found[0]);
   }
 }
 
@@ -160,10 +161,10 @@ TEST_F(TextRescueTest, EndingSignals_LeaveACopy_AndEndTheProgram) {
     int status = 0;
     ASSERT_EQ(waitpid(child, &status, 0), child);
     EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == number) << strsignal(number);
-    const std::vector<RescueCopy> found = FindRescuedTexts();
+    const std::vector<RescuedText> found = FindRescuedTexts();
     ASSERT_EQ(found.size(), 1u) << strsignal(number);
     EXPECT_EQ(found[0].content, content);
-    unlink(found[0].file.c_str());
+    RescueCopies::Forget(found[0]);
   }
 }
 
@@ -204,7 +205,7 @@ TEST_F(TextRescueTest, Keep_Fails_IsTriedAgainUntilItCan) {
   EXPECT_FALSE(rescue.KeepNow());
   std::filesystem::remove(home.Path(".zendry"));
   rescue.Tick(start + seconds(5));
-  EXPECT_THAT(Copies(), testing::ElementsAre(CopyOf("int a;\n")));
+  EXPECT_THAT(Copies(), testing::ElementsAre("int a;\n"));
   EXPECT_TRUE(rescue.KeepNow());
 }
 

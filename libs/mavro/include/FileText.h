@@ -27,6 +27,12 @@ struct SaveResult {
 // The one function through which the whole tree writes files the user owns.
 SaveResult SaveFileText(const std::string& path, std::string_view content);
 
+// Puts `bytes` behind the first `offset` bytes of a file of our own and cuts off what stood there;
+// synced when it returns. A file that isn't there is made, for its owner only, when `offset` is 0.
+// A failure can leave a piece of `bytes` behind `offset`, so the format must know a torn end. For
+// journals; a text of the user's goes through SaveFileText.
+SaveResult AppendFileText(const std::string& path, size_t offset, std::string_view bytes);
+
 // Folder for rescue copies, made with mode 0700 when missing; empty when it can't be had.
 // It is ".zendry/rescue" in the profile folder.
 std::string RescueFolder();

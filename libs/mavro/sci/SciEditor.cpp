@@ -17,6 +17,8 @@ SciEditor::Impl& SciEditor::ItsImpl() const {
   return *static_cast<Impl*>(impl);
 }
 
+void SciEditor::onTextWillChange(int, int, int) {}
+
 void SciEditor::onDwell(int) {}
 
 bool SciEditor::getCompletion(std::string&, std::string&) {
@@ -52,6 +54,14 @@ bool SciEditor::save(const std::string& path, bool stripTrailing, bool ensureLas
   return ItsImpl().Save(path, stripTrailing, ensureLastLine);
 }
 
+void SciEditor::TakeText(std::string_view newText, int newEncoding, std::string_view oddByte) {
+  ItsImpl().TakeText(newText, newEncoding, oddByte);
+}
+
+const std::string& SciEditor::OddByte() const {
+  return ItsImpl().oddByte;
+}
+
 bool SciEditor::IsHuge() const {
   return ItsImpl().huge;
 }
@@ -76,6 +86,10 @@ std::string SciEditor::EncodingName() const {
 
 std::string SciEditor::GetRange(int start, int end) const {
   return ItsImpl().Range(start, end);
+}
+
+void SciEditor::AppendRange(int start, int end, std::string& to) const {
+  ItsImpl().AppendRange(start, end, to);
 }
 
 std::string SciEditor::LineText(int line) const {

@@ -40,6 +40,9 @@ class SciEditor : public Control {
 
   // Group: what a son fills in. By default nothing happens and nothing is offered.
   virtual void onTextChanged() {}
+  // Comes before each change of the text but those of `load`: at `position`, `removed` bytes will
+  // give way to `added` others. The text may be read, not changed.
+  virtual void onTextWillChange(int position, int removed, int added);
   virtual void onSavePointChanged() {}
   virtual void onDwell(int position);
   // What fits behind `text`, which stands left of the caret: names between blanks, each with "?1"
@@ -63,6 +66,11 @@ class SciEditor : public Control {
   // Writes the text. False, with the text as it is and still dirty, when that fails; `saveError`
   // then says why.
   bool save(const std::string& path, bool stripTrailing = false, bool ensureLastLine = false);
+  // Replaces the text by one that no file holds: it is unsaved, and undoing brings the old one
+  // back. Encoding and odd byte are those that its file is to be written with.
+  void TakeText(std::string_view newText, int newEncoding, std::string_view oddByte);
+  // The last byte of a UTF-16 file with an odd number of them, which stands behind the text.
+  const std::string& OddByte() const;
   // True for a text so large that it is shown without styles, folds and wrapped lines.
   bool IsHuge() const;
   // "LF", "CR LF" or "CR": how the next line typed ends.
@@ -74,6 +82,8 @@ class SciEditor : public Control {
   int Length() const { return static_cast<int>(Send(SCI_GETLENGTH)); }
   int LineCount() const { return static_cast<int>(Send(SCI_GETLINECOUNT)); }
   std::string GetRange(int start, int end) const;
+  // Puts the bytes from `start` up to `end` behind `to`, wherever the component has its gap.
+  void AppendRange(int start, int end, std::string& to) const;
   // A line with its line end.
   std::string LineText(int line) const;
   std::string GetText() const { return GetRange(0, Length()); }

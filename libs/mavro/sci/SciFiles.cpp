@@ -86,11 +86,7 @@ bool SciEditor::Impl::Load(const std::string& path) {
     editor.encoding = encodingBefore;
     Window()->SetText(before);
   }
-  bytes = ClassifyBytes(Bytes());
-  huge = Length() > cHugeBytes;
-  const bool unicode = editor.encoding != cPlainText || bytes == TextBytes::cUtf8;
-  editor.codePage = unicode ? SC_CP_UTF8 : 0;
-  ApplyOptions();
+  ClassifyText();
   Send(SCI_SETUNDOCOLLECTION, 1);
   Send(SCI_SETMODEVENTMASK, told);
   ++changeCount;
@@ -102,6 +98,28 @@ bool SciEditor::Impl::Load(const std::string& path) {
   }
   Send(SCI_GOTOPOS, 0);
   return read;
+}
+
+// How a text that has come whole is shown follows from its bytes.
+void SciEditor::Impl::ClassifyText() {
+  SciEditor& editor = Editor();
+  bytes = ClassifyBytes(Bytes());
+  huge = Length() > cHugeBytes;
+  const bool unicode = editor.encoding != cPlainText || bytes == TextBytes::cUtf8;
+  editor.codePage = unicode ? SC_CP_UTF8 : 0;
+  ApplyOptions();
+}
+
+void SciEditor::Impl::TakeText(std::string_view newText, int newEncoding,
+                               std::string_view newOddByte) {
+  SciEditor& editor = Editor();
+  Send(SCI_SELECTALL);
+  editor.ReplaceSelection(newText);
+  Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(newText))]);
+  editor.encoding = newEncoding;
+  oddByte = newOddByte;
+  ClassifyText();
+  Send(SCI_GOTOPOS, 0);
 }
 
 bool SciEditor::Impl::Save(const std::string& path, bool stripTrailing, bool ensureLastLine) {

@@ -58,11 +58,23 @@ int SciEditor::Impl::LineEnd(int line) const {
 }
 
 std::string SciEditor::Impl::Range(int start, int end) const {
+  std::string range;
+  AppendRange(start, end, range);
+  return range;
+}
+
+// In two pieces where the component's gap lies within: a pointer to both would move the gap, and
+// the next key would move it back.
+void SciEditor::Impl::AppendRange(int start, int end, std::string& to) const {
   start = std::max(start, 0);
   end = std::min(end, Length());
-  if (start >= end) return {};
-  const Param bytes = Send(SCI_GETRANGEPOINTER, start, end - start);
-  return std::string(reinterpret_cast<const char*>(bytes), static_cast<size_t>(end - start));
+  if (start >= end) return;
+  const int middle = std::clamp(static_cast<int>(Send(SCI_GETGAPPOSITION)), start, end);
+  for (const auto& [from, till] : {std::pair(start, middle), std::pair(middle, end)}) {
+    if (from == till) continue;
+    const Param bytes = Send(SCI_GETRANGEPOINTER, from, till - from);
+    to.append(reinterpret_cast<const char*>(bytes), static_cast<size_t>(till - from));
+  }
 }
 
 int SciEditor::Impl::StyleAt(int position) const {
@@ -136,7 +148,9 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
 void SciEditor::Impl::BeforeChange(const SciNotification& n) {
   if (!(n.modification & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE))) return;
   ++changeCount;
-  if ((n.modification & SC_MOD_BEFOREINSERT) && n.text && bytes == TextBytes::cAscii)
+  const bool inserts = n.modification & SC_MOD_BEFOREINSERT;
+  Editor().onTextWillChange(n.position, inserts ? 0 : n.length, inserts ? n.length : 0);
+  if (inserts && n.text && bytes == TextBytes::cAscii)
     bytes = ClassifyBytes({n.text, static_cast<size_t>(n.length)});
 }
 

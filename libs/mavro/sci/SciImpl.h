@@ -33,6 +33,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   std::string Range(int start, int end) const override;
   int StyleAt(int position) const override;
   int Indentation(int line) const override;
+  void AppendRange(int start, int end, std::string& to) const;
   // All of it, until the next change.
   std::string_view Bytes() const;
   std::string LineToCaret() const;
@@ -47,6 +48,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   // Group: files (SciFiles.cpp).
   bool Load(const std::string& path);
   bool Save(const std::string& path, bool stripTrailing, bool ensureLastLine);
+  void TakeText(std::string_view newText, int newEncoding, std::string_view newOddByte);
 
   // Group: typing (SciTyping.cpp).
   void CharacterAdded(char typed);
@@ -89,6 +91,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void ApplyRepresentations();
 
   bool FillFrom(int file, long size);
+  void ClassifyText();
   void StripTrailing();
   void EnsureLastLine();
 

@@ -377,6 +377,30 @@ Reason WriteInPlace(const Target& target, std::string_view content) {
   return reason;
 }
 
+// --- Appending.
+
+// What fails leaves the file as long as it was, if that can still be.
+Reason Append(int file, off_t end, off_t oldSize, std::string_view bytes) {
+  const FileCalls& calls = TheFileCalls();
+  if (oldSize > end && calls.ftruncate(file, end) != 0) return LastError();
+  if (calls.lseek(file, end, SEEK_SET) != end) return LastError();
+  Reason reason = WriteAll(file, bytes);
+  if (reason.empty()) reason = Sync(file);
+  if (!reason.empty() && calls.ftruncate(file, end) != 0) reason += "; a part of it is there";
+  return reason;
+}
+
+Reason SyncFolderOf(const std::string& path) {
+  const std::string folder = path.substr(0, FolderLength(path)) + ".";
+  const int flags = O_PATH | O_DIRECTORY | O_CLOEXEC;
+  const Descriptor opened(TheFileCalls().openat(AT_FDCWD, folder.c_str(), flags, 0));
+  return opened.IsOpen() ? SyncFolder(opened.Number()) : LastError();
+}
+
+SaveResult ResultOf(const std::string& path, const Reason& reason) {
+  return {reason.empty() ? std::string() : "can't write " + path + ": " + reason};
+}
+
 }  // namespace
 
 SaveResult SaveFileText(const std::string& path, std::string_view content) {
@@ -388,7 +412,23 @@ SaveResult SaveFileText(const std::string& path, std::string_view content) {
     reason =
         attempt.outcome == Attempt::cNeedsInPlace ? WriteInPlace(target, content) : attempt.reason;
   }
-  return {reason.empty() ? std::string() : "can't write " + path + ": " + reason};
+  return ResultOf(path, reason);
+}
+
+SaveResult AppendFileText(const std::string& path, size_t offset, std::string_view bytes) {
+  const FileCalls& calls = TheFileCalls();
+  const int flags = O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | (offset == 0 ? O_CREAT : 0);
+  const Descriptor file(calls.openat(AT_FDCWD, path.c_str(), flags, 0600));
+  struct stat status;
+  if (!file.IsOpen() || calls.fstat(file.Number(), &status) != 0)
+    return ResultOf(path, LastError());
+  const off_t end = static_cast<off_t>(offset);
+  Reason reason = WhyKindIsRefused(status.st_mode);
+  if (reason.empty() && status.st_size < end) reason = "it has become shorter";
+  if (!reason.empty()) return ResultOf(path, reason);
+  reason = Append(file.Number(), end, status.st_size, bytes);
+  if (reason.empty() && offset == 0) reason = SyncFolderOf(path);
+  return ResultOf(path, reason);
 }
 
 }  // namespace mavro
