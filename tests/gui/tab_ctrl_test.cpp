@@ -8,6 +8,7 @@
 #include "Edit.h"
 #include "Form.h"
 #include "GuiDriver.h"
+#include "TabDrag.h"
 
 namespace mavro {
 namespace {
@@ -428,6 +429,167 @@ TEST(TabCtrl, OnChange_HandlerSelectsAnotherPage) {
     EXPECT_EQ(form.ShownPages(), "0");
     EXPECT_EQ(form.Row()->currentIndex(), 0);
   });
+}
+
+// Tabs that can be dragged; moves are written down with the pages as they are then.
+struct MovableForm : TabForm {
+  MovableForm() {
+    tabs->movable = true;
+    tabs->closable = true;
+    tabs->onMovePage.Add_H(this, &MovableForm::Moved);
+  }
+  void Moved(ItemArgs& args) {
+    log += "move " + std::to_string(args.row) + " to " + std::to_string(args.value) + " (" +
+           Order() + "); ";
+  }
+  std::string Order() {
+    std::string order;
+    for (int i = 0; i < tabs->TabCount(); ++i)
+      for (int page = 0; page < 3; ++page)
+        if (tabs->GetPage(i) == pages[page].get()) order += std::to_string(page);
+    return order;
+  }
+  void DragTab(int tab, int to) { test::TabDrag(*tabs, tab).MoveTo(to); }
+};
+
+TEST(TabCtrl, DraggedTab_TakesItsPageAlong) {
+  MovableForm form;
+  test::RunForm(form, false, [&] {
+    const QImage before = form.Row()->grab().toImage();
+    {
+      test::TabDrag drag(*form.tabs, 0);
+      drag.MoveTo(1);
+      drag.MoveBy(30);
+      test::Shot(form, "tab-dragged");
+      drag.MoveTo(2);
+    }
+    EXPECT_NE(form.Row()->grab().toImage(), before);
+    EXPECT_EQ(form.Order(), "120");
+    EXPECT_EQ(form.pages[0]->pageIndex, 2);
+    EXPECT_EQ(form.Row()->tabText(0), "Page 1");
+    EXPECT_EQ(form.Row()->tabText(2), "Page 0");
+    test::Shot(form, "tab-dropped");
+  });
+  EXPECT_EQ(form.log, "move 0 to 1 (102); move 1 to 2 (120); ");
+}
+
+TEST(TabCtrl, DraggedTab_StaysSelected_AndTheOthersKeepTheirPages) {
+  MovableForm form;
+  test::RunForm(form, false, [&] {
+    form.DragTab(2, 0);
+    EXPECT_EQ(form.Order(), "201");
+    EXPECT_EQ(form.tabs->selectedIndex, 0);
+    EXPECT_EQ(form.Row()->currentIndex(), 0);
+    EXPECT_EQ(form.ShownPages(), "2");
+    form.ClickTab(1);
+    EXPECT_EQ(form.ShownPages(), "0");
+    form.ClickTab(2);
+    EXPECT_EQ(form.ShownPages(), "1");
+  });
+  EXPECT_EQ(form.log, "change 2; move 2 to 1 (021); move 1 to 0 (201); change 1; change 2; ");
+}
+
+TEST(TabCtrl, DraggedTab_CaptionPictureAndCloseButtonGoWithIt) {
+  MovableForm form;
+  form.tabs->imageList = 1;
+  form.tabs->SetPageImage(0, 1);
+  test::RunForm(form, false, [&] {
+    form.DragTab(0, 1);
+    form.pages[0]->text = "First";
+    EXPECT_EQ(form.Row()->tabText(1), "First");
+    EXPECT_TRUE(form.Row()->tabIcon(0).isNull());
+    EXPECT_FALSE(form.Row()->tabIcon(1).isNull());
+    form.log.clear();
+    QWidget* button = form.Row()->tabButton(1, QTabBar::RightSide);
+    test::Click(*form.tabs, button->mapTo(test::WidgetOf(*form.tabs), button->rect().center()));
+    form.ClickTab(0, Qt::MiddleButton);
+  });
+  EXPECT_EQ(form.log, "close 1; close 0; ");
+}
+
+TEST(TabCtrl, DraggedTab_AddingAndRemovingGoesByTheNewOrder) {
+  MovableForm form;
+  TabPage early;
+  test::RunForm(form, false, [&] {
+    form.DragTab(0, 2);
+    form.tabs->RemovePage(0);
+    EXPECT_EQ(form.Order(), "20");
+    EXPECT_EQ(form.ShownPages(), "0");
+    form.tabs->Add(&early, 1);
+    EXPECT_EQ(form.tabs->selectedIndex, 2);
+    form.tabs->selectedIndex = 0;
+    EXPECT_EQ(form.ShownPages(), "2");
+  });
+  EXPECT_EQ(form.tabs->children[1], &early);
+}
+
+TEST(TabCtrl, DraggedTab_PageColoursAndTypingGoOn) {
+  MovableForm form;
+  form.pages[1]->backColor = Color::cRed;
+  test::RunForm(form, false, [&] {
+    form.DragTab(1, 0);
+    form.edits[1].Focus();
+    test::Key(form, Qt::Key_X);
+    EXPECT_EQ(form.edits[1].text.Get(), "x");
+    const QImage shot = test::WidgetOf(*form.pages[1])->grab().toImage();
+    EXPECT_EQ(shot.pixelColor(shot.width() / 2, shot.height() - 5), QColor(255, 0, 0));
+  });
+}
+
+TEST(TabCtrl, RunAgain_KeepsTheOrder) {
+  MovableForm form;
+  test::RunForm(form, false, [&] { form.DragTab(0, 2); });
+  test::RunForm(form, false, [&] {
+    EXPECT_EQ(form.Row()->tabText(2), "Page 0");
+    EXPECT_EQ(form.Row()->currentIndex(), 2);
+    EXPECT_EQ(form.ShownPages(), "0");
+  });
+}
+
+TEST(TabCtrl, NotMovable_TabsStayWhereTheyAre) {
+  MovableForm form;
+  form.tabs->movable = false;
+  test::RunForm(form, false, [&] {
+    form.DragTab(0, 2);
+    EXPECT_EQ(form.Order(), "012");
+    EXPECT_EQ(form.Row()->tabText(0), "Page 0");
+  });
+  EXPECT_EQ(form.log, "");
+}
+
+TEST(TabCtrl, Page_DestroyedWhileItIsDragged) {
+  struct DoomedMove : MovableForm {
+    void DropFirst(ItemArgs&) { pages[0].reset(); }
+  } form;
+  form.tabs->onMovePage.Add_H(&form, &DoomedMove::DropFirst);
+  test::RunForm(form, false, [&] {
+    form.DragTab(0, 2);
+    EXPECT_EQ(form.Order(), "12");
+    EXPECT_EQ(form.Row()->count(), 2);
+    EXPECT_EQ(form.tabs->selectedIndex, form.Row()->currentIndex());
+  });
+}
+
+TEST(TabCtrl, SelectedIndex_AssignedWhileATabIsDragged_EndsTheDrag) {
+  MovableForm form;
+  test::RunForm(form, false, [&] {
+    test::TabDrag drag(*form.tabs, 0);
+    drag.MoveTo(1);
+    form.tabs->selectedIndex = 2;
+    EXPECT_EQ(form.Row()->currentIndex(), 2);
+    EXPECT_EQ(form.ShownPages(), "2");
+    drag.MoveBy(90);
+    EXPECT_EQ(form.Order(), "102");
+  });
+}
+
+TEST(TabCtrl, Destroyed_WhileATabIsDragged) {
+  struct DoomedMove : MovableForm {
+    void DropAll(ItemArgs&) { tabs.reset(); }
+  } form;
+  form.tabs->onMovePage.Add_H(&form, &DoomedMove::DropAll);
+  test::RunForm(form, false, [&] { form.DragTab(0, 1); });
+  EXPECT_EQ(form.tabs, nullptr);
 }
 
 TEST(TabCtrlDeathTest, IndexesOutOfRange) {

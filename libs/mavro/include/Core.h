@@ -176,6 +176,8 @@ class Container : public Control {
 // without being containers for programs to fill. Ownership stays where it is.
 void InsertChild(Control& parent, Control* child, int index);
 void RemoveChild(Control& parent, int index);
+// Gives the child at `from` the place `to` in the order; the others close up.
+void MoveChild(Control& parent, int from, int to);
 
 // Runs the layout of `control` if it is pending, and then that of every child where it is.
 void RunPendingLayout(Control* control);

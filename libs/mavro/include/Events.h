@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "Handlers.h"
 
@@ -51,9 +52,16 @@ struct TreeArgs {
   TreeNode* node = nullptr;
 };
 
+// Files were dropped on a form.
+struct FilesArgs {
+  Control* sender = nullptr;
+  std::vector<std::string> paths;  // absolute, in the order told; at least one
+};
+
 using KeyEvent = Event<KeyArgs>;
 using MouseEvent = Event<MouseArgs>;
 using ItemEvent = Event<ItemArgs>;
 using TreeEvent = Event<TreeArgs>;
+using FilesEvent = Event<FilesArgs>;
 
 }  // namespace mavro

@@ -27,6 +27,8 @@ class Form : public Container {
   void Show() { Run(false); }
   // The same as a close request from the window manager; onClose may refuse.
   void Close();
+  // Whether the form is where its user can see it, and has been painted there.
+  bool IsOnScreen() const;
   // Where a control is the one to have the focus when the form first shows; the form itself: the
   // first that takes keys.
   Control* focusControl;
@@ -36,9 +38,15 @@ class Form : public Container {
   bool resizable = true;
   bool noTitle = false;
   bool autoDialogKeys;  // Enter and Escape press the buttons that stand for OK and Cancel
+  // Files can be dropped anywhere on the form, its controls included, as it is when it runs; else
+  // controls that take text take the files' names.
+  bool acceptFiles = false;
   int result = cNone;
 
   NotifyEvent onClose, onDestroy, onShow, onChangeState, onActivate, onKeyPreview;
+  // Files of this machine were dropped on a form that accepts them; told by the message loop after
+  // the drop, unless another form is modal by then.
+  FilesEvent onDropFiles;
 
   bool modal = false;
   Form* owner = nullptr;

@@ -47,9 +47,14 @@ class TabCtrl : public Control {
   // Tabs have a close button and answer the middle button. They stand for what the user has opened:
   // a "&" in their captions is shown, and gives no mnemonic as it does otherwise.
   WriteProperty<bool> closable;
+  // The user may put the tabs into another order by dragging them.
+  WriteProperty<bool> movable;
   // Value: the page now shown; by the user or by assignment in a control that has a window.
   NotifyEvent onChange;
   NotifyEvent onCloseRequest;  // value: the page whose close button was pressed
+  // Row: the place that a dragged page had; value: the one it has now. Told as it passes other
+  // tabs; the pages are in the new order already, and the selection has stayed with its page.
+  ItemEvent onMovePage;
 
  private:
   friend class TabPage;

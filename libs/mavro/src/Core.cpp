@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "Assert.h"
+#include "MoveElement.h"
 #include "SysImpl.h"
 
 namespace mavro {
@@ -148,6 +149,19 @@ void RemoveChild(Control& parent, int index) {
   parent.children.erase(parent.children.begin() + index);
   Renumber(parent, index);
   parent.layoutPending = true;
+}
+
+// Unlike one renumbered by another's coming or going, a child keeps its route and so its colours.
+void MoveChild(Control& parent, int from, int to) {
+  const int count = static_cast<int>(parent.children.size());
+  MAVRO_ASSERT_AS(from >= 0 && from < count && to >= 0 && to < count,
+                  "index >= 0 && index < GetControlCount()");
+  MoveElement(parent.children, from, to);
+  for (int i = std::min(from, to); i <= std::max(from, to); ++i) {
+    Control* child = parent.children[static_cast<size_t>(i)];
+    child->id = i | cChildRoute;
+    if (NativeWindow* window = child->impl->hwnd) window->id = (window->id & cRouteMask) | i;
+  }
 }
 
 Panel::Panel() : Panel(new Container::Impl) {

@@ -54,6 +54,7 @@ void Form::Impl::Create() {
   NativeWindow* above = form.owner ? form.owner->impl->hwnd : nullptr;
   window->SetFrame(fixed, form.noTitle ? Form::cNoTitleBar : form.windowType, above);
   window->SetIcon(form.icon);
+  if (form.acceptFiles) window->AcceptFiles();
   if (form.modal && form.center) window->CenterOver(above);
   FormWindows().push_back(hwnd);
   firstShowDone = false;
@@ -123,6 +124,11 @@ Param Form::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
     case WM_CLOSE:
       RequestClose();
       return 0;
+    case WM_DROPFILES: {
+      FilesArgs args{&form, std::move(*reinterpret_cast<std::vector<std::string>*>(wParam))};
+      form.onDropFiles.Fire(args);
+      return 0;
+    }
     case WM_COMMAND:
       if (lParam == 0 && wParam < cFirstCommandId && wParam > 0) {
         OnDialogCommand(static_cast<int>(wParam));
@@ -264,6 +270,10 @@ int Form::Run(bool isModal) {
   if (modal) form->DisableOthers();
   if (modal || formCount == 1) RunMessageLoop(this);
   return result;
+}
+
+bool Form::IsOnScreen() const {
+  return impl->hwnd && static_cast<const NativeForm*>(impl->hwnd)->IsOnScreen();
 }
 
 void Form::Close() {

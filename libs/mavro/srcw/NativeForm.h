@@ -13,6 +13,10 @@ class NativeForm : public NativeWindow {
   // Puts the middle of the form over the middle of `above`, or of the screen for null.
   virtual void CenterOver(NativeWindow* above) = 0;
   virtual void SetIcon(int resourceId) = 0;
+  // From now on files dropped anywhere on the form are told to it.
+  virtual void AcceptFiles() = 0;
+  // Whether the screen shows the form; it is painted as soon as it does.
+  virtual bool IsOnScreen() const = 0;
   virtual bool IsModalBlocked() const { return inputBlocked; }
 };
 

@@ -5,10 +5,16 @@
 namespace mavro {
 
 // What WM_NOTIFY of a row of tabs tells.
-enum TabCode { TCN_SELCHANGE = -551, TCN_CLOSE = -560 };
+enum TabCode {
+  TCN_SELCHANGE = -551,
+  TCN_CLOSE = -560,
+  TCN_MOVED = -561,   // in the middle of the row's work: the receiver follows, and calls no handler
+  TCN_DRAGGED = -562  // after one move or several: now handlers may do anything
+};
 
 struct TabHeader : NotifyHeader {
   int index = -1;
+  int oldIndex = -1;  // TCN_MOVED
 };
 
 // A row of tabs above the area that pages stand in, which is the client area. The window around
@@ -22,6 +28,8 @@ class NativeTabs : public NativeWindow {
   // Shows which tab is selected; tells nobody.
   virtual void SelectTab(int index) = 0;
   virtual void SetClosable(bool on) = 0;
+  // Lets the user drag tabs. The row has moved its tab when it tells.
+  virtual void SetMovable(bool on) = 0;
   // The strip of the tabs' pictures, and a tab's picture in it; -1 for none.
   virtual void SetStrip(int stripId) = 0;
   virtual void SetImage(int index, int image) = 0;

@@ -11,6 +11,7 @@
 #include "NativeForm.h"
 #include "QtEvents.h"
 #include "QtFactories.h"
+#include "QtFileDrops.h"
 #include "QtForm.h"
 #include "QtPainted.h"
 #include "QtStrips.h"
@@ -70,6 +71,13 @@ class FormWindow final : public NativeForm {
   }
 
   void SetIcon(int resourceId) override { frame->setWindowIcon(ResourceIcon(resourceId)); }
+
+  void AcceptFiles() override { new QtFileDrops(*this); }
+
+  bool IsOnScreen() const override {
+    const QWindow* window = frame->windowHandle();
+    return window && window->isExposed();
+  }
 
  private:
   FormWidget* frame;

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "MoveElement.h"
 #include "NativeTabs.h"
 #include "QtFactories.h"
 #include "QtStrips.h"
@@ -30,7 +31,15 @@ class TabRow final : public QTabBar {
     setSelectionBehaviorOnRemove(SelectRightTab);
   }
 
+  // While a tab is dragged no other can be selected: lets go of it, as if the button were released.
+  void EndDrag() {
+    QMouseEvent release(QEvent::MouseButtonRelease, QPointF(-1, -1), QPointF(-1, -1),
+                        Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QTabBar::mouseReleaseEvent(&release);
+  }
+
   std::function<void(int)> middleClicked;
+  std::function<void()> dragged;  // tabs have been moved
 
  protected:
   QSize tabSizeHint(int index) const override {
@@ -43,6 +52,14 @@ class TabRow final : public QTabBar {
   void mousePressEvent(QMouseEvent* event) override {
     if (event->button() == Qt::MiddleButton) pressed = tabAt(event->position().toPoint());
     QTabBar::mousePressEvent(event);
+  }
+  // While the base class moves tabs none may come or go.
+  void mouseMoveEvent(QMouseEvent* event) override {
+    bool moved = false;
+    const auto watch = connect(this, &QTabBar::tabMoved, this, [&moved] { moved = true; });
+    QTabBar::mouseMoveEvent(event);
+    disconnect(watch);
+    if (moved && dragged) dragged();
   }
   void mouseReleaseEvent(QMouseEvent* event) override {
     QTabBar::mouseReleaseEvent(event);
@@ -91,13 +108,21 @@ class TabsWindow final : public NativeTabs {
                      [this](int index) { Tell(TCN_SELCHANGE, index); });
     QObject::connect(tabs->row, &QTabBar::tabCloseRequested, &guard,
                      [this](int index) { Tell(TCN_CLOSE, index); });
+    QObject::connect(tabs->row, &QTabBar::tabMoved, &guard, [this](int from, int to) {
+      MoveElement(captions, from, to);
+      Tell(TCN_MOVED, to, from);
+    });
+    tabs->row->dragged = [this] { Tell(TCN_DRAGGED, tabs->row->currentIndex()); };
     tabs->row->middleClicked = [this](int index) {
       if (tabs->row->tabsClosable()) Tell(TCN_CLOSE, index);
     };
     AddKey(QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1);
     AddKey(QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1);
   }
-  ~TabsWindow() override { tabs->row->middleClicked = nullptr; }
+  ~TabsWindow() override {
+    tabs->row->middleClicked = nullptr;
+    tabs->row->dragged = nullptr;
+  }
 
   QWidget* ClientWidget() const override { return tabs->area; }
   QWidget* FocusWidget() const override { return tabs->row; }
@@ -123,6 +148,9 @@ class TabsWindow final : public NativeTabs {
   void SelectTab(int index) override {
     const QSignalBlocker quiet(tabs->row);
     tabs->row->setCurrentIndex(index);
+    if (tabs->row->currentIndex() == index) return;
+    tabs->row->EndDrag();
+    tabs->row->setCurrentIndex(index);
   }
   void SetClosable(bool on) override {
     tabs->row->setTabsClosable(on);
@@ -130,6 +158,7 @@ class TabsWindow final : public NativeTabs {
       tabs->row->setTabText(static_cast<int>(i), Shown(captions[i], on));
     tabs->Arrange();
   }
+  void SetMovable(bool on) override { tabs->row->setMovable(on); }
   void SetStrip(int stripId) override {
     strip = stripId;
     const QSize picture = StripPictureSize(strip);
@@ -156,12 +185,13 @@ class TabsWindow final : public NativeTabs {
     });
   }
 
-  void Tell(int code, int index) {
+  void Tell(int code, int index, int oldIndex = -1) {
     TabHeader header;
     header.from = this;
     header.id = id;
     header.code = code;
     header.index = index;
+    header.oldIndex = oldIndex;
     SendMessage(this, WM_NOTIFY, id, reinterpret_cast<Param>(static_cast<NotifyHeader*>(&header)));
   }
 

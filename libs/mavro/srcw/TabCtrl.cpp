@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "Assert.h"
+#include "MoveElement.h"
 #include "TabImpl.h"
 
 namespace mavro {
@@ -51,6 +52,7 @@ void TabCtrl::Impl::Create() {
   CreateNative("mavrotbctrl", cWantsKeys);
   for (const TabPage* page : pages) Window()->InsertTab(page->pageIndex, page->text);
   Window()->SetClosable(closable);
+  Window()->SetMovable(movable);
   Window()->SelectTab(selectedIndex);
   if (imageList == 0) return;
   Window()->SetStrip(imageList);
@@ -79,6 +81,12 @@ Param TabCtrl::Impl::OnNotify(NotifyHeader* header) {
     case TCN_CLOSE:
       FireNotify(Tabs().onCloseRequest, told->index);
       return 0;
+    case TCN_MOVED:
+      PageMoved(told->oldIndex, told->index);
+      return 0;
+    case TCN_DRAGGED:
+      TellMove();
+      return 0;
     default:
       return 1;
   }
@@ -96,6 +104,10 @@ void TabCtrl::Impl::SelectedIndexChanged() {
 
 void TabCtrl::Impl::ClosableChanged() {
   if (hwnd) Window()->SetClosable(closable);
+}
+
+void TabCtrl::Impl::MovableChanged() {
+  if (hwnd) Window()->SetMovable(movable);
 }
 
 void TabCtrl::Impl::ImageListChanged() {
@@ -118,6 +130,23 @@ void TabCtrl::Impl::CaptionChanged(TabPage& page) {
 void TabCtrl::Impl::NumberPages() {
   int number = 0;
   for (TabPage* page : Tabs().pages) page->pageIndex = number++;
+}
+
+// The row may tell of the tab that was passed; the dragged one is the selected one.
+void TabCtrl::Impl::PageMoved(int from, int to) {
+  if (draggedFrom < 0) draggedFrom = selectedIndex;
+  MoveElement(Tabs().pages, from, to);
+  MoveChild(*owner, from, to);
+  NumberPages();
+  if (shown) selectedIndex = shown->pageIndex;
+}
+
+void TabCtrl::Impl::TellMove() {
+  ItemArgs args;
+  args.sender = owner;
+  args.row = std::exchange(draggedFrom, -1);
+  args.value = selectedIndex;
+  Tabs().onMovePage.Fire(args);
 }
 
 // Back to where it last was on the page, else to the first that takes it, else to the tabs.
@@ -199,7 +228,8 @@ TabCtrl::TabCtrl()
       selectedIndex(impl, static_cast<PropertySetter>(&Impl::SelectedIndexChanged),
                     &TheImpl().selectedIndex),
       imageList(impl, static_cast<PropertySetter>(&Impl::ImageListChanged), &TheImpl().imageList),
-      closable(impl, static_cast<PropertySetter>(&Impl::ClosableChanged), &TheImpl().closable) {
+      closable(impl, static_cast<PropertySetter>(&Impl::ClosableChanged), &TheImpl().closable),
+      movable(impl, static_cast<PropertySetter>(&Impl::MovableChanged), &TheImpl().movable) {
   impl->textIsLive = false;
 }
 

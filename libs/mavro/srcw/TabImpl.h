@@ -24,6 +24,7 @@ class TabCtrl::Impl : public Container::Impl {
   NativeTabs* Window() const { return static_cast<NativeTabs*>(hwnd); }
   void SelectedIndexChanged();
   void ClosableChanged();
+  void MovableChanged();
   void ImageListChanged();
   void PageImageChanged(const TabPage& page);
   void CaptionChanged(TabPage& page);
@@ -33,13 +34,17 @@ class TabCtrl::Impl : public Container::Impl {
 
   int selectedIndex = -1;  // may be ahead of the pages until the window exists
   bool closable = false;
+  bool movable = false;
   int imageList = 0;
   int usedList = 0;  // the list in force: another can't take its place
   TabPage* shown = nullptr;
+  int draggedFrom = -1;  // where the selected page was when handlers were last told
 
  private:
   TabCtrl& Tabs() const { return *static_cast<TabCtrl*>(owner); }
   void NumberPages();
+  void PageMoved(int from, int to);
+  void TellMove();
   void MoveFocus(TabPage& from, TabPage* to);
   bool ShowSelected();
 };
