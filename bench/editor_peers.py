@@ -1,9 +1,12 @@
 #!/usr/bin/env python3
-"""editor_peers.py EDITOR_BENCH [MEGABYTES [ROUNDS]]
+"""editor_peers.py SCREEN_METER ZENDRY [MEGABYTES [ROUNDS]]
 
-What a large source costs editors: processor time from the start until the window is at rest with the file
-open, the same for a jump to its end, and the memory then. The editor of Zendry in a window of its own, beside
-SciTE where that is installed. Each round starts both once."""
+A large source in Zendry and, where they are installed, in SciTE, Geany and Kate, all on one virtual screen:
+from the start of the process until the text is painted and until the process is at rest, its memory then; a
+jump to the end until it is at rest again; a key typed there until the first changed pixel; saving until the
+file is the new one, beside `cp` and `sync` of it. Each round visits each program once, with a first one that
+doesn't count; an editor that doesn't come to rest is not asked again.
+`chrt --rr 10` before the command keeps other work of the machine out."""
 import os
 import shutil
 import statistics
@@ -11,77 +14,91 @@ import subprocess
 import sys
 import time
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), '..', 'tests', 'e2e'))
-from desktop import Desktop, cpu_time, wait_until  # noqa: E402
+from editors import Desktop, Editor, PEERS, at_line, installed, load, median_and_last, settle
+from sources import write_large
 
-QUIET = 1.5
-LONGEST = 120
-
-
-def write_source(path, megabytes):
-    with open(path, 'w') as file:
-        number = 0
-        while file.tell() < megabytes * 1e6:
-            file.write(''.join(f'// Function {i} of a generated source.\nint function{i}(int a, int b) {{\n'
-                               f'\tfor (int i = 0; i < b; ++i) a += i * {i};\n\treturn a;\n}}\n\n'
-                               for i in range(number, number + 1000)))
-            number += 1000
+LONGEST = 60  # seconds to come to rest
+KEYS = 60
+COLUMNS = ['title', 'painted', 'at rest', 'MB', 'end at rest', 'key', '99 of 100', 'MB then', 'save']
 
 
-def wait_for_rest(pid):
-    """Processor time once the process has used next to none for a while."""
+def save(editor, path, size):
+    """Milliseconds until the file has the size that it has with what was typed; some end the last line too."""
+    before = os.stat(path)
+
+    def is_saved():
+        now = os.stat(path)
+        return now.st_mtime_ns != before.st_mtime_ns and now.st_size >= size
+
     start = time.monotonic()
-    last, since = cpu_time(pid), time.monotonic()
-    while time.monotonic() - since < QUIET and time.monotonic() - start < LONGEST:
-        time.sleep(0.1)
-        if cpu_time(pid) - last > 0.03:
-            last, since = cpu_time(pid), time.monotonic()
-    return cpu_time(pid)
+    editor.key('ctrl+s')
+    while not is_saved() and time.monotonic() - start < LONGEST:
+        time.sleep(0.0005)
+    return (time.monotonic() - start) * 1e3 if is_saved() else None
 
 
-def memory(pid):
-    """Proportional memory in MB."""
-    with open(f'/proc/{pid}/smaps_rollup') as file:
-        return next(int(line.split()[1]) for line in file if line.startswith('Pss:')) / 1024
+def measure(editor, path):
+    """The columns as far as the editor comes, and the times of all keys."""
+    editor.wait_for_file(LONGEST)
+    opened = editor.opened()
+    rest = editor.wait_for_rest(opened, LONGEST)
+    columns = [opened * 1e3, editor.painted(opened) * 1e3, rest and rest * 1e3, editor.memory()]
+    if not rest:
+        return columns, []
+    editor.place()
+    editor.wait_for_rest(editor.now(), LONGEST)
+    start = editor.now()
+    editor.key('ctrl+End')
+    end = editor.wait_for_rest(start, LONGEST)
+    columns.append(end and (end - start) * 1e3)
+    if not end:
+        return columns, []
+    size = os.path.getsize(path)
+    keys = editor.measured('type', KEYS, 'x', 'y')[0]
+    columns += [*median_and_last(keys), editor.memory(), save(editor, path, size + KEYS)]
+    return columns, keys
 
 
-def has_window(desktop):
-    return desktop.ask('xprop', '-root', '-notype', '_NET_CLIENT_LIST').partition('#')[2].strip()
+def copy_and_sync(path):
+    start = time.monotonic()
+    subprocess.run(f'cp "{path}" "{path}.copy" && sync "{path}.copy"', shell=True, check=True)
+    return (time.monotonic() - start) * 1e3
 
 
-def measure(desktop, command):
-    process = subprocess.Popen(command, env=desktop.environment, stdout=subprocess.DEVNULL,
-                               stderr=subprocess.DEVNULL)
-    try:
-        wait_until(lambda: has_window(desktop), 'a window of ' + command[0])
-        opened = wait_for_rest(process.pid)
-        desktop.ask('xdotool', 'key', 'ctrl+End')
-        at_end = wait_for_rest(process.pid) - opened
-        return opened * 1e3, at_end * 1e3, memory(process.pid)
-    finally:
-        process.kill()
-        process.wait()
-        wait_until(lambda: not has_window(desktop), 'the window of ' + command[0] + ' going')
-
-
-def main(bench, megabytes=50, rounds=3):
-    results = {}
-    with Desktop() as desktop:
-        source = os.path.join(desktop.folder, 'big.cpp')
-        write_source(source, float(megabytes))
-        commands = {'editor': [bench, '--show', source], 'SciTE': ['scite', source]}
-        for name in [n for n, command in commands.items() if not shutil.which(command[0])]:
-            print(f'{name}: not installed, left out')
-            del commands[name]
-        for _ in range(int(rounds)):
-            for name, command in commands.items():
-                results.setdefault(name, []).append(measure(desktop, command))
-    print(f'{megabytes} MB, medians of {rounds}\n')
-    print('| | open, ms | jump to the end, ms | memory, MB |')
-    print('|---|---|---|---|')
+def print_table(results, copies):
+    print('| | ' + ' | '.join(COLUMNS) + ' |\n|---|' + '---|' * len(COLUMNS))
     for name, runs in results.items():
-        columns = [statistics.median(column) for column in zip(*runs)]
-        print(f'| {name} | {columns[0]:.0f} | {columns[1]:.0f} | {columns[2]:.0f} |')
+        cells = []
+        for number in range(len(COLUMNS)):
+            values = [columns[number] for columns, _ in runs if len(columns) > number and columns[number] is not None]
+            cells.append(f'{statistics.median(values):.1f}' if values else 'not in time')
+        keys = [key for _, times in runs for key in times]
+        if keys:
+            cells[5:7] = [f'{value:.2f}' for value in median_and_last(keys)]
+        print(f'| {name} | ' + ' | '.join(cells) + ' |')
+    print(f'\ncp and sync: {statistics.median(copies):.1f} ms')
+
+
+def main(meter, zendry, megabytes=50, rounds=3):
+    results, copies = {}, []
+    with Desktop() as desktop:
+        settle(desktop)
+        original = write_large(os.path.join(desktop.folder, 'original'), float(megabytes))
+        path = os.path.join(desktop.folder, 'big.cpp')
+        commands = installed({'Zendry': [zendry, '{file}'], **PEERS})
+        for number in range(int(rounds) + 1):
+            for name, command in list(commands.items()):
+                shutil.copyfile(original, path)
+                os.sync()
+                with Editor(desktop, meter, at_line(command, path), os.path.basename(path)) as editor:
+                    run = measure(editor, path)
+                if None in run[0]:
+                    del commands[name]
+                if number or None in run[0]:
+                    results.setdefault(name, []).append(run)
+            copies.append(copy_and_sync(path))
+    print(f'{megabytes} MB, {rounds} rounds, {load()}; ms and MB\n')
+    print_table(results, copies[1:])
 
 
 main(*sys.argv[1:])
