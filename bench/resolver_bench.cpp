@@ -151,7 +151,9 @@ std::string EditedText() {
             "(int count, Part1 *part) {\n  int sum = 0;\n  for (int i = 0; i < count; i++) {\n"
             "    sum += part->value1(i, \"text\"); /* once */\n    if (sum > 5)\n      break;\n"
             "  }\n  return sum;\n}\n";
-  return text + "int last(Part2 *part) {\n  Link0 *start = 0;\n  std::vector<int> all;\n  ";
+  return text +
+         "int last(Part2 *part) {\n  Link0 *start = 0;\n  std::vector<int> all;\n"
+         "  std::map<std::string, std::vector<Part2*>> map;\n  ";
 }
 
 struct Request {
@@ -188,16 +190,33 @@ std::string Links() {
   return path;
 }
 
+// The same as calls of members, which the names alone don't lead through.
+std::string Calls() {
+  std::string path = "start->";
+  for (int i = 0; i < cChain - 1; ++i) path += "next[0]->";
+  return path;
+}
+
+// What an editor would hand over: the end of the text that belongs to an expression.
+std::string EndOf(const std::string& typed) {
+  size_t begin = typed.size();
+  const auto belongs = [](unsigned char c) {
+    return zendry::IsWordChar(c) || std::string_view(".->:").find(static_cast<char>(c)) < 4;
+  };
+  while (begin > 0 && belongs(static_cast<unsigned char>(typed[begin - 1]))) --begin;
+  return typed.substr(begin);
+}
+
 bool Report(const Request& request, Sources& sources, zendry::Completion& completion) {
   sources.editor->SetText(EditedText() + request.typed);
   std::string list;
   const Figures stale = Measure(cSamples, [&] {
     sources.editor->parsed = false;
-    std::string text = request.typed;
+    std::string text = EndOf(request.typed);
     completion.getCompletion(*sources.editor, text, list);
   });
   const Figures fresh = Measure(cSamples, [&] {
-    std::string text = request.typed;
+    std::string text = EndOf(request.typed);
     completion.getCompletion(*sources.editor, text, list);
   });
   const bool isKept = stale.median <= cMedianLimit && stale.nearlyAll <= cNearlyAllLimit;
@@ -249,6 +268,11 @@ int main(int argc, char* argv[]) {
       {"free name of two letters", "ax"},
       {"free name of one file", "edited4"},
       {"unknown name", "unknown->"},
+      {"by its type: map[\"a\"].back()->", "map[\"a\"].back()->"},
+      {"by its type: a loop over the map",
+       "for (auto& [key, parts] : map)\n    for (auto* each : parts) each->parent->"},
+      {"by its type: a chain of 10 calls", "f(start, " + Calls() + "next->"},
+      {"by its type: unknown", "unknown[1].f(2)."},
   };
   bool isKept = true;
   for (const Request& request : requests) isKept &= Report(request, sources, completion);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -21,6 +22,9 @@ class CodeSources {
   virtual TagData* ModuleOf(const EditorText& editor) = 0;
   // Parses the editors whose text has changed since they were last parsed.
   virtual void RefreshTags() = 0;
+  // The text of a store's file, that of its editor where one is open. Empty for a file that can't
+  // be read or is too large to be looked into while somebody types.
+  virtual std::string TextOf(const TagData&) { return {}; }
   // Where a lookup leaves its trace.
   virtual void Log(std::string_view text, std::string_view detail) = 0;
 };

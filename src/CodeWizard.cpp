@@ -97,7 +97,15 @@ bool CodeWizard::resolveAt(const CaretText& editor, ResolveInfo& info, int offse
   const int request = info.kind;
   info = {};
   info.kind = request;
-  const TagItem* scopeItem = currentItem(editor);
+  TagItem* scopeItem = currentItem(editor);
+  if (ResolveNames(editor, scopeItem, info, offset)) return true;
+  const bool isForMembers =
+      request == cClassRequest || request == cMemberRequest || request == cPrefixRequest;
+  return !isForMembers && ResolveByTypes(editor, scopeItem, info, editor.CaretPosition() + offset);
+}
+
+bool CodeWizard::ResolveNames(const CaretText& editor, TagItem* scopeItem, ResolveInfo& info,
+                              int offset) {
   TextScanner scanner(editor);
   scanner.position = std::clamp(scanner.position + offset, 0, editor.Length());
   if (resolveChain(scanner, scopeItem, info)) return true;
@@ -171,6 +179,31 @@ bool CodeWizard::ResolveTag(const TagItem* scopeItem, ResolveInfo& info) {
   if (!found) return false;
   fill(info, *found);
   return info.memberPath.empty() || WalkMemberPath(info);
+}
+
+// The name at a place, or the last one before it near by.
+bool CodeWizard::ResolveByTypes(const CaretText& editor, const TagItem* scopeItem,
+                                ResolveInfo& info, int place) {
+  TextScanner scanner(editor);
+  place = std::clamp(place, 0, editor.Length());
+  const int nearest = std::max(place - TextScanner::cNearReach, 0);
+  while (place > nearest && !IsWordChar(scanner.At(place)) && !IsWordChar(scanner.At(place - 1)))
+    --place;
+  const int farthest = place + TextScanner::cWindow;
+  while (place < farthest && IsWordChar(scanner.At(place))) ++place;
+  ExprTypes types(tags, sources, editor, sources.ModuleOf(editor), scopeItem, place);
+  const TagItem* found = types.Item();
+  if (!found) return false;
+  info = {};
+  fill(info, *found);
+  return true;
+}
+
+std::optional<ExprOperand> CodeWizard::operandAt(const CaretText& editor) {
+  const TagItem* scopeItem = currentItem(editor);
+  return ExprTypes(tags, sources, editor, sources.ModuleOf(editor), scopeItem,
+                   editor.CaretPosition())
+      .Operand();
 }
 
 TagItem* CodeWizard::FindMemberOrGlobal(const TagItem* scopeItem, const std::string& name) {

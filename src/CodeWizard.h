@@ -1,7 +1,9 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
+#include "ExprTypes.h"
 #include "TagLookup.h"
 
 namespace zendry {
@@ -40,8 +42,9 @@ void fill(ResolveInfo& info, const TagItem& item);
 // Finds out what the expression at a place of an editor stands for. It reads the expression
 // backward in the text; the type of its first name is that of the declaration nearest before it
 // in the enclosing function, else of a member of the enclosing class, else of a global of the file
-// or of any file; the rest is walked through members and bases. What can't be resolved leaves no
-// more than lines in the log.
+// or of any file; the rest is walked through members and bases. Where that finds nothing for a name
+// at a place, ExprTypes reads the expression in full. What can't be resolved leaves no more than
+// lines in the log.
 class CodeWizard {
  public:
   // `theSources` must outlive it.
@@ -50,6 +53,9 @@ class CodeWizard {
   // Resolves the expression at `offset` bytes from the caret. Of `info` only `kind` is read. False
   // when nothing is found.
   bool resolveAt(const CaretText& editor, ResolveInfo& info, int offset);
+  // What stands before the member operator at the caret, where resolveAt() and the members of its
+  // answer give nothing: the declarations and expressions of the text are read for it.
+  std::optional<ExprOperand> operandAt(const CaretText& editor);
   // The tag which the caret's line belongs to: the global or member that begins nearest above it,
   // or the class around it when nothing begins above; null without one. `owner` of a class found so
   // is the class itself.
@@ -64,6 +70,9 @@ class CodeWizard {
   bool ResolveTag(const TagItem* scopeItem, ResolveInfo& info);
   TagItem* FindMemberOrGlobal(const TagItem* scopeItem, const std::string& name);
   bool WalkMemberPath(ResolveInfo& info);
+  bool ResolveNames(const CaretText& editor, TagItem* scopeItem, ResolveInfo& info, int offset);
+  bool ResolveByTypes(const CaretText& editor, const TagItem* scopeItem, ResolveInfo& info,
+                      int place);
 
   CodeSources& sources;
 };

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "CodeSources.h"
+#include "ContainerTypes.h"
 
 namespace zendry {
 
@@ -38,6 +39,14 @@ size_t LastPart(std::string_view text) {
     if (found != text.npos) begin = std::max(begin, found + sign.size());
   }
   return begin;
+}
+
+// Whether members of a container, a smart pointer or an iterator are listed behind "->", where
+// those of what it holds or points to are wanted.
+bool LeadsElsewhere(const std::vector<TagItem*>& items, std::string_view text) {
+  if (!text.substr(0, LastPart(text)).ends_with("->")) return false;
+  const TagItem* first = items.front();
+  return first->owner && !first->module && IsArrowForeign(first->owner->name);
 }
 
 }  // namespace
@@ -95,13 +104,33 @@ void Completion::collectCompletions(std::vector<TagItem*>& out, const CaretText&
 }
 
 bool Completion::getCompletion(const CaretText& editor, std::string& text, std::string& list) {
-  const std::optional<CompletionRequest> request = RequestOf(text);
-  if (!request) return false;
+  const std::string typed = text;
+  const std::optional<CompletionRequest> request = RequestOf(typed);
   std::vector<TagItem*> items;
-  collectCompletions(items, editor, request->text, request->kind);
-  text = request->typesPrefix ? request->text : std::string();
-  list = ListText(std::move(items));
+  if (request) {
+    collectCompletions(items, editor, request->text, request->kind);
+    text = request->typesPrefix ? request->text : std::string();
+  }
+  list = ListText(items);
+  if (LastPart(typed) > 0 && (list.empty() || LeadsElsewhere(items, typed)))
+    CompleteByTypes(editor, text, list);
   return !list.empty();
+}
+
+// Takes the place of a list where the operand's type has one to offer.
+void Completion::CompleteByTypes(const CaretText& editor, std::string& text, std::string& list) {
+  sources.RefreshTags();
+  const std::optional<ExprOperand> operand = wizard.operandAt(editor);
+  if (!operand) return;
+  std::vector<TagItem*> items;
+  if (operand->nameSpace.empty())
+    wizard.tags.listMembers(items, operand->className, operand->prefix);
+  else
+    wizard.tags.listNamespace(items, operand->nameSpace, operand->prefix);
+  std::string found = ListText(std::move(items));
+  if (found.empty()) return;
+  list = std::move(found);
+  text = operand->prefix;
 }
 
 bool Completion::getCallTip(const CaretText& editor, std::string& tip, int offset) {

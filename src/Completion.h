@@ -46,6 +46,8 @@ class Completion {
   CodeWizard wizard;
 
  private:
+  void CompleteByTypes(const CaretText& editor, std::string& text, std::string& list);
+
   CodeSources& sources;
 };
 

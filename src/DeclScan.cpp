@@ -120,6 +120,14 @@ std::optional<int> WordBeforeGroup(TextScanner& scanner, int place) {
 
 }  // namespace
 
+bool IsPassedOver(std::string_view word) {
+  return Contains(cPassedOver, word);
+}
+
+bool CanNameType(std::string_view word) {
+  return !Contains(cNoTypes, word) && !IsPassedOver(word);
+}
+
 int operandEnd(TextScanner& scanner, int place) {
   int end = place;
   while (end > 0 && (IsWhiteSpace(scanner.At(end)) || IsOperator(scanner.At(end)))) --end;
@@ -273,6 +281,7 @@ std::optional<TextDecl> findTextDecl(TextScanner& scanner, std::string_view name
   int depth = 0;
   while (scanner.position > lowerBound && budget.reads > 0) {
     const int c = scanner.readBack();
+    --budget.reads;
     if (c == '}') {
       ++depth;
       continue;

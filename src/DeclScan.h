@@ -8,6 +8,11 @@ namespace zendry {
 
 class TextScanner;
 
+// Whether a word before a type says nothing of its members: "const", "static", "struct".
+bool IsPassedOver(std::string_view word);
+// Whether a word can be the type in a declaration, unlike "return" or "new".
+bool CanNameType(std::string_view word);
+
 // An expression such as "p->next[i].x", read as "p.next.x".
 struct Chain {
   std::string text;  // empty when there is none
@@ -26,7 +31,7 @@ int operandEnd(TextScanner& scanner, int place);
 // How many bytes a search for declarations may still read. No honest text comes near it; an artful
 // one must not make the editor stand still.
 struct ScanBudget {
-  int reads = 1'000'000;
+  int reads = 2'000'000;
 };
 
 // The name of the type that stands directly before `position`, empty when none does: for "static

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <map>
+
 #include "CodeSources.h"
+#include "DiskStamp.h"
 
 namespace zendry {
 
@@ -17,12 +20,19 @@ class ProjectSources : public CodeSources {
   TagData* Library() const override;
   TagData* ModuleOf(const EditorText& editor) override;
   void RefreshTags() override;
+  std::string TextOf(const TagData& module) override;
   void Log(std::string_view text, std::string_view detail) override;
 
  private:
+  struct ReadFile {
+    DiskStamp stamp;
+    std::string text;
+  };
+
   Project& project;
   Shell& shell;
-  mutable std::vector<TagData*> modules;  // what Modules() answered last
+  mutable std::vector<TagData*> modules;      // what Modules() answered last
+  std::map<std::string, ReadFile> readFiles;  // a few that TextOf() has read, by their paths
 };
 
 }  // namespace zendry

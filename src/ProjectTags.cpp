@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <optional>
 
 #include "EditorReader.h"
@@ -19,17 +20,38 @@ EditorText* FindEditor(Shell& shell, const std::string& path) {
   return nullptr;
 }
 
-std::string TextOf(const EditorText& editor) {
-  std::string text(static_cast<size_t>(editor.Length()), '\0');
-  editor.CopyRange(0, editor.Length(), text.data());
+// How much of an editor's text is read for its includes while somebody types.
+constexpr int cMostTypedText = 1 << 20;
+
+std::string TextOf(const EditorText& editor, int length) {
+  std::string text(static_cast<size_t>(length), '\0');
+  editor.CopyRange(0, length, text.data());
   return text;
+}
+
+bool IsLarge(const EditorText& editor) {
+  return editor.Length() > cMostTypedText;
 }
 
 // What is built depends on every include of a file, be it too long for its tags.
 void CompleteIncludes(TagData& module, const EditorText* editor) {
   const std::optional<std::string> text =
-      editor ? TextOf(*editor) : mavro::ReadFileText(module.fileName);
+      editor ? TextOf(*editor, editor->Length()) : mavro::ReadFileText(module.fileName);
   if (text) module.includes = ScanIncludes(*text);
+}
+
+// The same at a cost that doesn't grow with the text: behind its first part what was known before
+// stays, until the file is saved.
+void RefreshIncludes(TagData& module, const EditorText& editor, std::vector<IncludeRec> known) {
+  if (!IsLarge(editor)) return CompleteIncludes(module, &editor);
+  module.includes = ScanIncludes(TextOf(editor, cMostTypedText));
+  for (IncludeRec& include : known) {
+    const auto isSame = [&](const IncludeRec& other) {
+      return other.name == include.name && other.quoted == include.quoted;
+    };
+    if (std::none_of(module.includes.begin(), module.includes.end(), isSame))
+      module.includes.push_back(std::move(include));
+  }
 }
 
 // Has the parser log to the project's shell for as long as it lives.
@@ -56,7 +78,9 @@ void Project::ReadTags(ProjectFile& file) {
 void Project::parseModule(TagData& module, EditorText* editor) {
   if (!parse) return;
   const ParserLog log(*shell);
+  const bool isTyped = editor != nullptr;
   if (!editor) editor = FindEditor(*shell, module.fileName);
+  std::vector<IncludeRec> known = std::move(module.includes);
   module.clear();
   if (editor) {
     EditorReader reader(*editor);
@@ -66,7 +90,10 @@ void Project::parseModule(TagData& module, EditorText* editor) {
   } else {
     theTagParser.parseBuffer(module, nullptr, false);
   }
-  if (theTagParser.gaveUp) CompleteIncludes(module, editor);
+  if (theTagParser.gaveUp && isTyped)
+    RefreshIncludes(module, *editor, std::move(known));
+  else if (theTagParser.gaveUp)
+    CompleteIncludes(module, editor);
   module.Changed();
 }
 
@@ -75,9 +102,12 @@ void Project::parseOpenEditors(EditorText* editor) {
   if (!editor) editors = shell->OpenTexts();
   bool anyParsed = false;
   for (EditorText* open : editors) {
-    if (open->parsed) continue;
+    const bool isSavedWhole = editor && IsLarge(*open);
+    if (open->parsed && !isSavedWhole) continue;
     LogMessage(*shell, "Parse", open->Path());
-    parseModule(ModuleOf(open->Path()), open);
+    TagData& module = ModuleOf(open->Path());
+    parseModule(module, open);
+    if (isSavedWhole && theTagParser.gaveUp) CompleteIncludes(module, open);
     anyParsed = true;
   }
   if (anyParsed) shell->TagsChanged();

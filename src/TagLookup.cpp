@@ -13,6 +13,9 @@ namespace {
 constexpr int cFunction = 'f';
 constexpr int cPrototype = 'p';
 constexpr int cClass = 'c';
+constexpr int cNamespace = 'n';
+constexpr int cEnumerator = 'e';
+constexpr std::string_view cLibraryNamespace = "std";
 
 // The definition of a member outside of its class; the declaration inside stands for it.
 bool IsOuterDefinition(const TagItem& item) {
@@ -172,6 +175,34 @@ void TagLookup::listMembers(std::vector<TagItem*>& out, std::string_view classNa
     return false;
   });
   walk.Walk(className, depth);
+}
+
+// No tag knows its namespace; that of a file's tags mostly lasts to the file's end.
+void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
+                              std::string_view prefix) {
+  const auto list = [&](TagItem& item, TagData* module) {
+    if (!item.name.starts_with(prefix) || item.name.find("::") != item.name.npos) return;
+    item.module = module;
+    item.owner = nullptr;
+    out.push_back(&item);
+  };
+  for (const auto& [number, record] : EnsureIndex().Classes(name))
+    for (TagItem& member : record->members)
+      if (member.kind == cEnumerator) list(member, index.Modules()[number]);
+  const auto namespaces = index.AllGlobals().find(name);
+  if (namespaces == index.AllGlobals().end()) {
+    if (TagData* library = sources.Library(); library && name == cLibraryNamespace)
+      for (auto& [key, record] : library->classes) list(record, nullptr);
+    return;
+  }
+  for (const auto& [number, record] : namespaces->second) {
+    if (record->kind != cNamespace) continue;
+    TagData* module = index.Modules()[number];
+    for (TagItem& item : module->globals)
+      if (item.line >= record->line && &item != record) list(item, module);
+    for (auto& [key, item] : module->classes)
+      if (item.line >= record->line) list(item, module);
+  }
 }
 
 void TagLookup::listGlobals(std::vector<TagItem*>& out, std::string_view prefix) {

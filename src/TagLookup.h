@@ -49,6 +49,11 @@ class TagLookup {
   // prefix in the project, in the order of names.
   void listGlobals(std::vector<TagItem*>& out, std::string_view prefix);
 
+  // Appends what has this prefix in a scope that is no class: the enumerators that are kept under
+  // its name, the globals and classes that stand behind the beginning of a namespace of that name
+  // in their files; for "std" the classes of the library.
+  void listNamespace(std::vector<TagItem*>& out, std::string_view name, std::string_view prefix);
+
   // Makes the index ready, so that the first lookup after loading a project is as fast as the next.
   const TagIndex& EnsureIndex();
 

@@ -5,11 +5,15 @@
 
 #include "CodeText.h"
 #include "Completion.h"
+#include "ContainerTypes.h"
+#include "DeclRead.h"
 #include "DeclScan.h"
+#include "ExprRead.h"
 #include "TextScanner.h"
 
-// Reads chains and declarations at a caret of any text, and completes there: what is found consists
-// of names, lies in the text, and what is read forward and backward ends. The caret is the first
+// Reads chains, declarations, types and expressions at a caret of any text, and completes there:
+// what is found consists of names, lies in the text, and what is read forward and backward ends.
+// The caret is the first
 // '@' of the text, or its end.
 
 namespace {
@@ -54,11 +58,40 @@ void ReadAround(const test::CodeText& editor) {
   }
 }
 
+// Tokens lie in the text one behind the other; what stands for a type can be read again.
+void ReadTokens(const test::CodeText& editor) {
+  const zendry::CodeTokens tokens = zendry::CodeTokens::Before(editor, editor.CaretPosition());
+  zendry::StepBudget budget;
+  for (int i = 0; i < tokens.Count(); ++i) {
+    Require(tokens.Start(i) >= tokens.End(i - 1) && tokens.Start(i) <= tokens.End(i));
+    const int partner = tokens.Partner(i);
+    Require(partner < 0 || tokens.Partner(partner) == i);
+    if (const auto decl = zendry::DeclarationAt(tokens, i, budget)) {
+      Require(decl->name == i && !decl->type.IsEmpty());
+      Require(decl->initBegin <= decl->initEnd && decl->initEnd <= tokens.Count());
+      zendry::ElementOf(decl->type);
+      zendry::MemberOf(decl->type, "begin");
+    }
+    int at = i;
+    if (const auto type = zendry::ReadType(tokens, at)) {
+      Require(at > i && at <= tokens.Count() && !type->IsEmpty());
+      Require(!zendry::Print(*type).empty());
+    }
+    const int start = zendry::OperandStart(tokens, i, budget);
+    Require(start < i);
+    if (start >= 0) zendry::ReadExpr(tokens, start, i, budget);
+  }
+  Require(budget.steps >= 0);
+}
+
 void CompleteAt(const test::CodeText& editor) {
   test::CodeStores stores;
   stores.Class("A", 1, "B,A").members = {test::Tag("a", 'm', "A", 2), test::Tag("b", 'p', "B", 3)};
   stores.Class("B", 2, "A").members = {test::Tag("c", 'm', "A", 3)};
-  stores.current->globals = {test::Tag("f", 'v', "A", 2)};
+  stores.current->globals = {test::Tag("f", 'v', "A", 2), test::Tag("T", 't', "A", 1),
+                             test::Tag("n", 'n', "", 1)};
+  zendry::TagClass& vector = test::CodeStores::AddClass(stores.libraryStore, "vector", 0);
+  vector.members = {test::Tag("begin", 'p', "iterator"), test::Tag("operator []", 'p', "A")};
   stores.Changed();
   zendry::Completion completion(stores);
   std::string text = editor.LeftOfCaret();
@@ -66,6 +99,7 @@ void CompleteAt(const test::CodeText& editor) {
   const bool shown = completion.getCompletion(editor, text, list);
   Require(shown == !list.empty());
   completion.getCallTip(editor, list);
+  completion.wizard.operandAt(editor);
 }
 
 }  // namespace
@@ -73,6 +107,7 @@ void CompleteAt(const test::CodeText& editor) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const test::CodeText editor(std::string(reinterpret_cast<const char*>(data), size));
   ReadAround(editor);
+  ReadTokens(editor);
   CompleteAt(editor);
   return 0;
 }

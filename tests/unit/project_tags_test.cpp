@@ -136,6 +136,27 @@ TEST_F(ProjectTagsTest, Includes_AreTheSameWithAndWithoutTags) {
   }
 }
 
+// A key typed into a text that is too long for its tags.
+TEST_F(ProjectTagsTest, Includes_OfALargeEditor_AreReadInPartUntilItIsSaved) {
+  constexpr int cMostRead = 1 << 20;
+  ProjectFile& file =
+      Add("a.cpp", "#include \"a.h\"\n" + std::string(2000, 'x') + "\n#include \"b.h\"\n");
+  test::TextInMemory editor(
+      "#include \"c.h\"\n" + std::string(4 << 20, 'x') + "\n#include \"b.h\"\n#include \"d.h\"\n",
+      file.name);
+  shell.open = {&editor};
+  const auto names = [&] {
+    std::string joined;
+    for (const IncludeRec& include : file.tags.includes) joined += include.name + " ";
+    return joined;
+  };
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(names(), "c.h a.h b.h ");
+  EXPECT_LE(editor.longestCopy, cMostRead);
+  project.parseOpenEditors(&editor);
+  EXPECT_EQ(names(), "c.h b.h d.h ");
+}
+
 TEST_F(ProjectTagsTest, Includes_OfAFileThatTheParserGivesUp_AreWhole) {
   const ProjectFile& file =
       Add("a.cpp", "#include \"a.h\"\n" + std::string(2000, 'x') + "\n#include \"b.h\"\n");

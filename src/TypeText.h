@@ -1,0 +1,55 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zendry {
+
+class CodeTokens;
+struct TypePart;
+
+// A type as it is written: "const std::map<int, ns::Foo*>::iterator &" has the parts "std", "map"
+// with two arguments, and "iterator". Words that say nothing of its members are left out, and so is
+// the reference.
+struct TypeText {
+  std::vector<TypePart> path;  // empty for a template argument that is no type
+  int pointers = 0;            // "*" and "[]" behind it
+  bool isExact = true;         // false: nobody knows whether it is a pointer
+
+  bool IsEmpty() const { return path.empty(); }
+  // The last name of the path; empty without one.
+  const std::string& Name() const;
+  // The template arguments of the last name; none for a type without.
+  const std::vector<TypeText>& Arguments() const;
+  // The argument at this index; an empty type without one.
+  TypeText Argument(size_t index) const;
+  // The names of the path joined by "::", from the part `first` on.
+  std::string Names(size_t first = 0) const;
+  // The type without its last name: what that lies in.
+  TypeText Outer() const;
+};
+
+// A name of a path with its template arguments.
+struct TypePart {
+  std::string name;
+  std::vector<TypeText> arguments;
+};
+
+// Whether it is a type of the language, such as "unsigned int".
+bool IsBuiltIn(const TypeText& type);
+// The type that a single name stands for.
+TypeText TypeOfName(std::string_view name, bool isExact = true);
+
+// Reads the type at the token `at`, without the pointers behind it, and puts `at` behind what it
+// has read. Nothing, and `at` anywhere, where none stands.
+std::optional<TypeText> ReadType(const CodeTokens& tokens, int& at);
+// Reads "*", "&" and "const" behind a type; the number of pointers.
+int ReadPointers(const CodeTokens& tokens, int& at);
+// A whole text as a type with its pointers.
+std::optional<TypeText> ReadTypeText(std::string_view text);
+// The type as a text again: "std::map<int,ns::Foo*>::iterator".
+std::string Print(const TypeText& type);
+
+}  // namespace zendry
