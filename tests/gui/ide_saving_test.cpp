@@ -1,0 +1,505 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <QTest>
+#include <filesystem>
+#include <random>
+
+#include "EditTabs.h"
+#include "IdeDriver.h"
+#include "IfKilled.h"
+#include "Privileges.h"
+
+// What becomes of unsaved text: what is kept of it while it is edited, how it comes back, and what
+// a save may replace.
+
+namespace zendry {
+namespace {
+
+namespace fs = std::filesystem;
+using test::IdeDriver;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+constexpr int cChange = 5000;  // more than a small copy has room for steps
+
+class IdeSaving : public testing::Test {
+ protected:
+  static EditTabs& Tabs() { return theMainForm->editTabs; }
+  static CppEditor& Front() { return *Tabs().Active()->editor; }
+  CppEditor& Open(const std::string& name, const std::string& text) {
+    return *Tabs().OpenFile(ide.files.Write(name, text));
+  }
+  static void Type(const std::string& text) {
+    QTest::keyClicks(QApplication::focusWidget(), QString::fromStdString(text));
+  }
+  // Has what is due written as the clock would, five seconds later.
+  static void Keep(CppEditor& editor) {
+    editor.onUpdateUI();
+    editor.TickRescue(TextRescue::Clock::now() + TextRescue::cLongestBehind);
+  }
+  // What is offered after a kill at this moment: one text, or "nothing".
+  static std::string IfKilled() {
+    const auto found = test::TextsIfKilled();
+    return found.empty() ? "nothing" : found.size() == 1 ? found[0].content : "more than one";
+  }
+  bool HasSteps() const {
+    for (const auto& entry : fs::directory_iterator(ide.home.Path(".zendry/rescue")))
+      if (entry.path().string().ends_with("-steps")) return true;
+    return false;
+  }
+  // Leaves the texts in hand behind as if this program had been killed.
+  void LeaveAll() {
+    const std::string ended = std::to_string(test::EndedProcess());
+    const fs::path folder = ide.home.Path(".zendry/rescue");
+    std::vector<fs::path> copies;
+    for (const auto& entry : fs::directory_iterator(folder)) copies.push_back(entry.path());
+    for (const fs::path& copy : copies) {
+      std::string name = copy.filename();
+      const std::string own = "-" + std::to_string(getpid()) + ".";
+      name.replace(name.find(own), own.size(), "-" + ended + ".");
+      fs::copy_file(copy, folder / name);
+    }
+  }
+  size_t RescueFiles() const {
+    const fs::path folder = ide.home.Path(".zendry/rescue");
+    return fs::exists(folder)
+               ? static_cast<size_t>(std::distance(fs::directory_iterator(folder), {}))
+               : 0;
+  }
+
+  IdeDriver ide;
+};
+
+std::string Lines(int count) {
+  std::string text;
+  for (int i = 0; i < count; ++i) text += "int line" + std::to_string(i) + " = 0;\n";
+  return text;
+}
+
+// Each way in which a text changes.
+struct Edit {
+  const char* name;
+  void (*act)(CppEditor& editor);
+};
+
+const Edit cEdits[] = {
+    {"type", [](CppEditor&) { QTest::keyClicks(QApplication::focusWidget(), "if (a) {"); }},
+    {"return", [](CppEditor&) { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); }},
+    {"undo", [](CppEditor& e) { e.Send(mavro::SCI_UNDO); }},
+    {"redo", [](CppEditor& e) { e.Send(mavro::SCI_REDO); }},
+    {"overtype",
+     [](CppEditor& e) {
+       e.Send(mavro::SCI_EDITTOGGLEOVERTYPE);
+       QTest::keyClicks(QApplication::focusWidget(), "xy");
+       e.Send(mavro::SCI_EDITTOGGLEOVERTYPE);
+     }},
+    {"replace",
+     [](CppEditor& e) {
+       e.Select(3, 40);
+       e.ReplaceSelection(std::string("a\0b", 3));
+     }},
+    {"backspace and delete",
+     [](CppEditor&) {
+       QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backspace);
+       QTest::keyClick(QApplication::focusWidget(), Qt::Key_Delete);
+     }},
+    {"duplicate lines", [](CppEditor& e) { e.Send(mavro::SCI_LINEDUPLICATE); }},
+    {"swap lines", [](CppEditor& e) { e.Send(mavro::SCI_LINETRANSPOSE); }},
+    {"indent", [](CppEditor& e) { e.Select(0, 60), e.Send(mavro::SCI_TAB); }},
+    {"upper case", [](CppEditor& e) { e.Select(0, 60), e.Send(mavro::SCI_UPPERCASE); }},
+    {"macro",
+     [](CppEditor& e) {
+       e.OnCommand(mavro::cSciRecordMacro);
+       QTest::keyClicks(QApplication::focusWidget(), "m;n");
+       e.OnCommand(mavro::cSciRecordMacro);
+       e.OnCommand(mavro::cSciPlayMacro);
+     }},
+    {"line ends", [](CppEditor& e) { e.Send(mavro::SCI_CONVERTEOLS, mavro::SC_EOL_CRLF); }},
+    {"both ends of the text",
+     [](CppEditor& e) {
+       e.Send(mavro::SCI_APPENDTEXT, 3, "end");
+       e.Send(mavro::SCI_INSERTTEXT, 0, "start");
+     }},
+    {"letters beyond ASCII",
+     [](CppEditor& e) { e.Send(mavro::SCI_INSERTTEXT, 7, "\xC3\xA4\xE2\x82\xAC"); }},
+    {"set text", [](CppEditor& e) { e.Send(mavro::SCI_SETTEXT, 0, "all of it is new\n"); }},
+    {"clear", [](CppEditor& e) { e.Send(mavro::SCI_CLEARALL); }},
+    {"undo all",
+     [](CppEditor& e) {
+       for (int i = 0; i < 4; ++i) e.Send(mavro::SCI_UNDO);
+     }},
+};
+
+TEST_F(IdeSaving, EachWayOfEditing_IsKeptByteForByte) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("a.cpp", Lines(cChange));
+    Type("x");
+    Keep(editor);
+    for (const Edit& edit : cEdits) {
+      edit.act(editor);
+      Keep(editor);
+      ASSERT_TRUE(editor.dirty) << edit.name;
+      EXPECT_TRUE(IfKilled() == editor.GetText()) << edit.name;
+    }
+    EXPECT_TRUE(HasSteps());
+  });
+}
+
+TEST_F(IdeSaving, RandomEditing_IsKeptByteForByte) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("a.cpp", Lines(cChange));
+    Type("x");
+    std::mt19937 random(7);
+    const size_t kinds = std::size(cEdits) - 3;  // without those that take all of it away
+    for (int round = 0; round < 60; ++round) {
+      for (unsigned i = random() % 6; i > 0; --i) {
+        const int place = static_cast<int>(random() % static_cast<unsigned>(editor.Length()));
+        if (random() % 3 == 0) editor.Select(place, place);
+        cEdits[random() % kinds].act(editor);
+      }
+      Keep(editor);
+      ASSERT_TRUE(!editor.dirty || IfKilled() == editor.GetText()) << round;
+    }
+  });
+}
+
+TEST_F(IdeSaving, TextReadAnew_BeginsWithoutACopy_AndIsKeptFromThere) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("a.cpp", Lines(cChange));
+    Type("x");
+    Keep(editor);
+    ide.files.Write("a.cpp", "other\n" + Lines(cChange));
+    ASSERT_TRUE(editor.Load(editor.fileName));
+    Keep(editor);
+    EXPECT_EQ(IfKilled(), "nothing");
+    Type("y");
+    Keep(editor);
+    EXPECT_TRUE(IfKilled() == editor.GetText());
+  });
+}
+
+TEST_F(IdeSaving, UndoneUpToTheSave_LeavesNothing_AndRedoIsKeptAgain) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("a.cpp", "text\n");
+    Type("x");
+    Keep(editor);
+    editor.Send(mavro::SCI_UNDO);
+    EXPECT_EQ(IfKilled(), "nothing");
+    editor.Send(mavro::SCI_REDO);
+    Keep(editor);
+    EXPECT_EQ(IfKilled(), "xtext\n");
+  });
+}
+
+TEST_F(IdeSaving, CleanEnd_LeavesNeitherCopyNorSteps) {
+  ide.dialogs.answers = {mavro::Answer::cNo};
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("a.cpp", Lines(cChange));
+    for (int i = 0; i < 3; ++i) {
+      Type("x");
+      Keep(editor);
+    }
+    EXPECT_TRUE(HasSteps());
+  });
+  EXPECT_EQ(RescueFiles(), 0u);
+}
+
+// --- Coming back.
+
+struct EncodedFile {
+  const char* name;
+  std::string bytes;    // of the file
+  std::string changed;  // with "x" typed in front
+};
+
+std::vector<EncodedFile> EncodedFiles() {
+  const auto bytes = [](const char* text, size_t length) { return std::string(text, length); };
+  return {
+      {"UTF-16 LE", bytes("\xFF\xFE\xE4\0\n\0", 6), bytes("\xFF\xFEx\0\xE4\0\n\0", 8)},
+      {"UTF-16 BE", bytes("\xFE\xFF\0\xE4\0\n", 6), bytes("\xFE\xFF\0x\0\xE4\0\n", 8)},
+      {"UTF-16 of odd length", bytes("\xFF\xFE\xE4\0\n", 5), bytes("\xFF\xFEx\0\xE4\0\n", 7)},
+      {"lone surrogate", bytes("\xFF\xFE\0\xD8\n\0", 6), bytes("\xFF\xFEx\0\0\xD8\n\0", 8)},
+      {"UTF-8 with a mark", "\xEF\xBB\xBF\xC3\xA4\n", "\xEF\xBB\xBFx\xC3\xA4\n"},
+      {"UTF-8", "\xC3\xA4\n", "x\xC3\xA4\n"},
+      {"8 bit", "\xE4\n", "x\xE4\n"},
+      {"NUL and mixed line ends", bytes("\0\r\n\n\r", 5), bytes("x\0\r\n\n\r", 6)},
+  };
+}
+
+TEST_F(IdeSaving, KilledAndTakenOver_EachEncoding_IsSavedInItsOwn) {
+  for (const EncodedFile& file : EncodedFiles()) {
+    for (const bool gone : {false, true}) {
+      ide.dialogs.answers = {mavro::Answer::cNo};
+      ide.Run({}, [&] {
+        CppEditor& editor = Open("a.cpp", file.bytes);
+        editor.Send(mavro::SCI_INSERTTEXT, 0, "x");
+        Keep(editor);
+        LeaveAll();
+      });
+      if (gone) fs::remove(ide.files.Path("a.cpp"));
+      ide.dialogs.answers = {mavro::Answer::cYes};
+      ide.Run({}, [&] {
+        EXPECT_TRUE(Front().dirty) << file.name;
+        EXPECT_TRUE(Tabs().SaveActive(false)) << file.name << Front().saveError;
+        EXPECT_EQ(ide.files.Read("a.cpp"), file.changed) << file.name << gone;
+        EXPECT_EQ(RescueFiles(), 0u) << file.name;
+      });
+    }
+  }
+}
+
+TEST_F(IdeSaving, TakenOver_FileIsNewerOnDisk_IsAskedAboutLikeAnyChangeByOthers) {
+  ide.dialogs.answers = {mavro::Answer::cNo};
+  ide.Run({}, [&] {
+    Open("a.cpp", "old\n");
+    Type("mine ");
+    Keep(Front());
+    LeaveAll();
+  });
+  ide.files.Write("a.cpp", "newer, by another program\n");
+  ide.dialogs.answers = {mavro::Answer::cYes, mavro::Answer::cYes};
+  ide.Run({}, [&] {
+    Tabs().CheckDisk();  // if the window's coming to the front hasn't
+    EXPECT_THAT(ide.dialogs.texts.back(), HasSubstr("Load it again and lose your changes?"));
+    EXPECT_EQ(Front().GetText(), "newer, by another program\n");
+    EXPECT_EQ(RescueFiles(), 0u);
+  });
+}
+
+TEST_F(IdeSaving, TakenOver_FileIsNewerOnDisk_SaveAsksBeforeItIsReplaced) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("a.cpp", "newer, by another program\n");
+    RescuedText rescued;
+    rescued.path = editor.fileName;
+    rescued.content = "mine\n";
+    rescued.facts.disk = {true, 1, 2, 3, 4};
+    EXPECT_TRUE(editor.TakeRescued(rescued));
+    EXPECT_FALSE(Tabs().SaveActive(false));  // answered No
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre(HasSubstr("was changed by another program!")));
+    EXPECT_EQ(ide.files.Read("a.cpp"), "newer, by another program\n");
+    ide.dialogs.answers = {mavro::Answer::cYes};
+    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_EQ(ide.files.Read("a.cpp"), "mine\n");
+  });
+}
+
+TEST_F(IdeSaving, TakenOver_FileIsAsItWas_SavesWithoutAQuestion) {
+  ide.dialogs.answers = {mavro::Answer::cNo};
+  ide.Run({}, [&] {
+    Open("a.cpp", "old\n");
+    Type("mine ");
+    Keep(Front());
+    LeaveAll();
+  });
+  ide.dialogs.answers = {mavro::Answer::cYes};
+  ide.Run({}, [&] {
+    ide.dialogs.texts.clear();
+    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_THAT(ide.dialogs.texts, IsEmpty());
+    EXPECT_EQ(ide.files.Read("a.cpp"), "mine old\n");
+  });
+}
+
+TEST_F(IdeSaving, TwoTextsOfOneFile_ComeBackInATabEach) {
+  const std::string path = ide.files.Write("a.cpp", "old\n");
+  ide.LeaveRescued("text", path, "first\n");
+  ide.LeaveRescued("text", path, "second\n");
+  ide.dialogs.answers = {mavro::Answer::cYes, mavro::Answer::cYes};
+  ide.Run({}, [&] {
+    ASSERT_EQ(Tabs().TabCount(), 2);
+    const std::vector<std::string> texts = {Tabs().GetTab(0)->editor->GetText(),
+                                            Tabs().GetTab(1)->editor->GetText()};
+    EXPECT_THAT(texts, testing::UnorderedElementsAre("first\n", "second\n"));
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp*", "a.cpp*"));
+    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_TRUE(Tabs().GetTab(0)->editor->DiskHasChanged());
+  });
+}
+
+// --- "Save as" that fails.
+
+TEST_F(IdeSaving, SaveAsFails_NewNameStaysUnsaved_AndIsWhatIsRescued) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("a.cpp", "old\n");
+    Type("mine ");
+    Keep(editor);
+    const std::string path = ide.files.Path("none/new.cpp");
+    ide.dialogs.files = {{path}};
+    EXPECT_FALSE(Tabs().SaveActive(true));
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre("Error: Error on save file:" + path));
+    EXPECT_EQ(editor.fileName, path);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("new.cpp*"));
+    Keep(editor);
+    ASSERT_THAT(test::TextsIfKilled(), SizeIs(1));
+    EXPECT_EQ(test::TextsIfKilled()[0].path, path);
+    EXPECT_EQ(test::TextsIfKilled()[0].content, "mine old\n");
+    ide.files.Folder("none");
+    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_THAT(ide.dialogs.texts, SizeIs(1));
+    EXPECT_EQ(ide.files.Read("none/new.cpp"), "mine old\n");
+    EXPECT_EQ(ide.files.Read("a.cpp"), "old\n");
+  });
+}
+
+TEST_F(IdeSaving, SaveAsFails_CleanTextBecomesUnsaved) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("a.cpp", "old\n");
+    ide.dialogs.files = {{ide.files.Path("none/new.cpp")}};
+    EXPECT_FALSE(Tabs().SaveActive(true));
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("new.cpp*"));
+    Type("x");
+    editor.Send(mavro::SCI_UNDO);
+    EXPECT_TRUE(editor.dirty) << "no file of that name has this text";
+    ide.files.Folder("none");
+    Tabs().SaveAll();
+    EXPECT_EQ(ide.files.Read("none/new.cpp"), "old\n");
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("new.cpp"));
+    Tabs().CheckDisk();
+    EXPECT_THAT(ide.dialogs.texts, SizeIs(1));
+  });
+}
+
+// The user has agreed to replace that file as it was then.
+TEST_F(IdeSaving, SaveAsOverAFileFails_NextSaveReplacesItUnlessItHasChangedSince) {
+  fs::permissions(ide.files.Path(), fs::perms::all);
+  for (const bool changed : {false, true}) {
+    ide.Run({}, [&] {
+      ide.dialogs.texts.clear();
+      CppEditor& editor = Open("a.cpp", "old\n");
+      Type("mine ");
+      const std::string path = ide.files.Write("b.cpp", "theirs\n");
+      ASSERT_EQ(chmod(path.c_str(), 0444), 0);
+      ide.dialogs.files = {{path}};
+      {
+        const test::WithoutRights user;
+        EXPECT_FALSE(Tabs().SaveActive(true));
+      }
+      ASSERT_EQ(chmod(path.c_str(), 0644), 0);
+      if (changed) ide.files.Write("b.cpp", "theirs, and newer\n");
+      EXPECT_EQ(Tabs().SaveActive(false), !changed);  // answered No
+      EXPECT_THAT(ide.dialogs.texts, SizeIs(changed ? 2 : 1));
+      EXPECT_EQ(ide.files.Read("b.cpp"), changed ? "theirs, and newer\n" : "mine old\n");
+      EXPECT_EQ(editor.dirty, changed);
+    });
+  }
+}
+
+TEST_F(IdeSaving, SaveAsFails_FileOfThatNameComesLater_IsAskedAbout) {
+  ide.Run({}, [&] {
+    Open("a.cpp", "old\n");
+    Type("mine ");
+    ide.dialogs.files = {{ide.files.Path("none/new.cpp")}};
+    EXPECT_FALSE(Tabs().SaveActive(true));
+    ide.files.Write("none/new.cpp", "theirs\n");
+    EXPECT_FALSE(Tabs().SaveActive(false));
+    EXPECT_THAT(ide.dialogs.texts.back(), HasSubstr("was changed by another program!"));
+    EXPECT_EQ(ide.files.Read("none/new.cpp"), "theirs\n");
+  });
+}
+
+TEST_F(IdeSaving, SaveOfATextWithoutAName_Fails_KeepsTheChosenNameAndTheText) {
+  ide.Run({}, [&] {
+    IdeDriver::Press(Qt::Key_N, Qt::ControlModifier);
+    Type("int a;");
+    const std::string path = ide.files.Path("none/new.cpp");
+    ide.dialogs.files = {{path}};
+    EXPECT_FALSE(Tabs().SaveActive(false));
+    Keep(Front());
+    EXPECT_EQ(test::TextsIfKilled().at(0).path, path);
+    ide.files.Folder("none");
+    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_EQ(ide.files.Read("none/new.cpp"), "int a;");
+    EXPECT_EQ(RescueFiles(), 0u);
+  });
+}
+
+// --- One file by two names.
+
+enum class LinkKind { cSymbolic, cHard };
+
+class IdeSavingLinks : public IdeSaving, public testing::WithParamInterface<LinkKind> {
+ protected:
+  // Opens a file by its own name and by a link's.
+  void OpenBoth() {
+    own = &Open("own.cpp", "old\n");
+    if (GetParam() == LinkKind::cSymbolic)
+      fs::create_symlink("own.cpp", ide.files.Path("link.cpp"));
+    else
+      fs::create_hard_link(ide.files.Path("own.cpp"), ide.files.Path("link.cpp"));
+    own->AcceptDisk();
+    link = Tabs().OpenFile(ide.files.Path("link.cpp"));
+  }
+  bool AreOneFile() const {
+    return fs::equivalent(ide.files.Path("own.cpp"), ide.files.Path("link.cpp")) &&
+           fs::is_symlink(ide.files.Path("link.cpp")) == (GetParam() == LinkKind::cSymbolic);
+  }
+
+  CppEditor *own = nullptr, *link = nullptr;
+};
+
+INSTANTIATE_TEST_SUITE_P(Kinds, IdeSavingLinks,
+                         testing::Values(LinkKind::cSymbolic, LinkKind::cHard));
+
+TEST_P(IdeSavingLinks, SavedByOneName_TheOtherAsksBeforeItReplacesThat) {
+  for (const bool byLink : {false, true}) {
+    ide.Run({}, [&] {
+      fs::remove(ide.files.Path("link.cpp"));
+      OpenBoth();
+      CppEditor& first = byLink ? *link : *own;
+      CppEditor& second = byLink ? *own : *link;
+      ASSERT_NE(&first, &second);
+      first.Send(mavro::SCI_INSERTTEXT, 0, "first ");
+      second.Send(mavro::SCI_INSERTTEXT, 0, "the second ");
+      Tabs().Activate(first.fileName, true);
+      EXPECT_TRUE(Tabs().SaveActive(false));
+      EXPECT_FALSE(first.DiskHasChanged());
+      ide.dialogs.texts.clear();
+      Tabs().Activate(second.fileName, true);
+      EXPECT_FALSE(Tabs().SaveActive(false));  // answered No
+      EXPECT_THAT(ide.dialogs.texts, SizeIs(1));
+      EXPECT_EQ(ide.files.Read("own.cpp"), "first old\n");
+      EXPECT_EQ(second.GetText(), "the second old\n");
+      EXPECT_TRUE(AreOneFile());
+      ide.dialogs.answers = {mavro::Answer::cYes};
+      EXPECT_TRUE(Tabs().SaveActive(false));
+      EXPECT_EQ(ide.files.Read("link.cpp"), "the second old\n");
+      EXPECT_EQ(ide.files.Read("own.cpp"), "the second old\n");
+      EXPECT_TRUE(AreOneFile());
+      EXPECT_TRUE(first.DiskHasChanged());
+      first.AcceptDisk();
+    });
+  }
+}
+
+TEST_P(IdeSavingLinks, SavedByOneName_TheOtherIsOfferedAtTheReturnToTheWindow) {
+  ide.Run({}, [&] {
+    OpenBoth();
+    own->Send(mavro::SCI_INSERTTEXT, 0, "new ");
+    Tabs().Activate(own->fileName, true);
+    EXPECT_TRUE(Tabs().SaveActive(false));
+    ide.dialogs.texts.clear();
+    ide.dialogs.answers = {mavro::Answer::cYes};
+    Tabs().CheckDisk();
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre(HasSubstr("link.cpp")));
+    EXPECT_EQ(link->GetText(), "new old\n");
+  });
+}
+
+TEST_P(IdeSavingLinks, SaveLeavesNothingInTheRescueFolder) {
+  ide.Run({}, [&] {
+    OpenBoth();
+    link->Send(mavro::SCI_INSERTTEXT, 0, "new ");
+    Keep(*link);
+    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_EQ(RescueFiles(), 0u);
+    EXPECT_EQ(ide.files.Read("own.cpp"), "new old\n");
+    own->AcceptDisk();
+  });
+}
+
+}  // namespace
+}  // namespace zendry
