@@ -17,9 +17,9 @@ struct RescueCopy {
 };
 
 // The copies of one kind that this program keeps in the rescue folder, one for each number. A copy
-// is named after kind, process and number; it holds the path of the file, a NUL, which no path has,
-// and the content. Beside it stands a file of steps, when there are some. A folder that can't be
-// written keeps nothing, without a word.
+// is named after kind, process, its start and number; it holds the path of the file, a NUL, which
+// no path has, and the content. Beside it stands a file of steps, when there are some. A folder
+// that can't be written keeps nothing, without a word.
 class RescueCopies {
  public:
   // `newKind` is the first part of the names; letters only.

@@ -27,8 +27,8 @@ inline pid_t EndedProcess() {
 inline std::vector<zendry::RescuedText> TextsIfKilled() {
   namespace fs = std::filesystem;
   static const pid_t ended = EndedProcess();
-  const std::string ours = "text-" + std::to_string(getpid()) + "-";
-  const std::string theirs = "text-" + std::to_string(ended) + "-";
+  const std::string ours = "text-" + std::to_string(getpid()) + ".";
+  const std::string theirs = "text-" + std::to_string(ended) + ".";
   const fs::path folder = mavro::RescueFolder();
   if (folder.empty()) return {};
   std::vector<std::string> names;

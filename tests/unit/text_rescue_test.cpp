@@ -127,6 +127,17 @@ TEST_F(TextRescueTest, Find_LivingProgram_IsLeftAlone) {
   EXPECT_THAT(FindRescuedTexts(), testing::IsEmpty());
 }
 
+// In a container a program often gets the number that it had before.
+TEST_F(TextRescueTest, Find_EndedProgramWithOurNumber_IsOfferedAndNotReplaced) {
+  const std::string name = ".zendry/rescue/text-" + std::to_string(getpid()) + ".1-1";
+  home.Write(name, "/a.cpp" + std::string(1, '\0') + "theirs");
+  TextRescue rescue(*this);
+  rescue.Changed(200, start);
+  rescue.Drop();
+  ASSERT_THAT(FindRescuedTexts(), testing::SizeIs(1));
+  EXPECT_EQ(FindRescuedTexts()[0].content, "theirs");
+}
+
 TEST_F(TextRescueTest, Find_KilledProgram_GivesPathAndText_AlsoWithoutAName) {
   for (const std::string& name : {std::string("/folder/b\nc.cpp"), std::string()}) {
     path = name;
