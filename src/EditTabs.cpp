@@ -78,8 +78,10 @@ void EditTab::ShowName() {
 
 EditTabs::EditTabs() {
   closable = true;
+  movable = true;
   onChange.Add_H(this, &EditTabs::OnChangeSel);
   onCloseRequest.Add_H(this, &EditTabs::OnTabCloseRequest);
+  onMovePage.Add_H(this, &EditTabs::OnMovePage);
   rescueTimer.onTimer.Add_H(this, &EditTabs::OnRescueTimer);
   rescueTimer.Start(cRescueTick);
 }
@@ -103,10 +105,12 @@ CppEditor* EditTabs::OpenFile(const std::string& givenPath) {
   }
   if (CppEditor* open = Activate(path, true)) return open;
   CppEditor* editor = NewTab(path);
-  if (editor)
-    theIdeSession.AddRecent(theIdeSession.recentFiles, path);
-  else
+  if (!editor) {
     ShowError("Could not open file \"" + path + "\"");
+    return nullptr;
+  }
+  theIdeSession.AddRecent(theIdeSession.recentFiles, path);
+  theMainForm->startFiles.Opened(path);
   return editor;
 }
 
@@ -338,6 +342,11 @@ void EditTabs::OnChangeSel(mavro::NotifyArgs&) {
 
 void EditTabs::OnTabCloseRequest(mavro::NotifyArgs& args) {
   if (args.value >= 0 && args.value < TabCount()) CloseTab(args.value, false);
+}
+
+void EditTabs::OnMovePage(mavro::ItemArgs&) {
+  std::sort(tabs.begin(), tabs.end(),
+            [](const auto& a, const auto& b) { return a->pageIndex < b->pageIndex; });
 }
 
 void EditTabs::ActiveChanged() {

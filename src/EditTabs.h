@@ -80,6 +80,7 @@ class EditTabs : public mavro::TabCtrl {
  private:
   void OnChangeSel(mavro::NotifyArgs& args);
   void OnTabCloseRequest(mavro::NotifyArgs& args);
+  void OnMovePage(mavro::ItemArgs& args);
   void NewFile();
   void AskAndOpen();
   void OnRescueTimer(mavro::NotifyArgs& args);

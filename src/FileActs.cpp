@@ -1,9 +1,12 @@
 #include "FileActs.h"
 
+#include <algorithm>
+
 #include "BuildActs.h"
 #include "CommandTable.h"
 #include "IdeSession.h"
 #include "MainForm.h"
+#include "Paths.h"
 #include "PrjActs.h"
 #include "Project.h"
 #include "RecentDialog.h"
@@ -122,6 +125,20 @@ void FileActs::LoadProject(const std::string& path) {
   theMainForm->ShowActiveFile();
   if (!result.Ok() || !result.doubt.empty())
     theMainForm->SetStatus(result.Ok() ? result.doubt : result.error, "");
+  theMainForm->startFiles.AllLoaded();
+}
+
+void FileActs::OpenFiles(std::vector<std::string> paths) {
+  if (theBuildActs.IsBuilding()) return mavro::Beep();
+  const auto isProject = [](const std::string& path) { return FileKind(path) == cProjectFile; };
+  std::stable_partition(paths.begin(), paths.end(), isProject);
+  for (const std::string& path : paths) {
+    if (theMainForm->state != mavro::cShown) return;
+    if (isProject(path))
+      ReplaceProject(path);
+    else
+      theMainForm->editTabs.OpenFile(path);
+  }
 }
 
 void FileActs::SaveProject() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "Action.h"
 
@@ -37,6 +38,9 @@ class FileActs : public mavro::ActionList {
   void LoadProject(const std::string& path);
   // Closes the project in hand and loads another; does nothing when the user refuses to close.
   void ReplaceProject(const std::string& path);
+  // Opens each file as its command would: projects first, since one of them closes the open tabs.
+  // One that can't be opened doesn't stop the others. While a build runs none is.
+  void OpenFiles(std::vector<std::string> paths);
   void SaveProject();
   // Writes what is open into the project's session file.
   void SaveSession();

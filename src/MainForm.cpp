@@ -48,6 +48,7 @@ MainForm::MainForm(const StartupFile& newStartup)
   theBuildActs.Bind(theProject, *this);
   text = "Zendry";
   center = false;
+  acceptFiles = true;
   contextId = cFormContext;
   viewActs.SetTarget(this, &MainForm::OnView);
   viewActs.Add(cToggleStatusBarCommand, "&Status Bar");
@@ -106,6 +107,7 @@ void MainForm::InitPanels() {
   onCreate.Add_H(this, &MainForm::OnCreated);
   onActivate.Add_H(this, &MainForm::OnActivated);
   onClose.Add_H(this, &MainForm::OnCloseRequest);
+  onDropFiles.Add_H(this, &MainForm::OnDropFiles);
 }
 
 void MainForm::InitBottomPanel() {
@@ -161,13 +163,21 @@ void MainForm::OnCreated(mavro::NotifyArgs&) {
 void MainForm::OpenStartupFile() {
   const std::string rescued = OfferRescuedProjects();
   const StartupFile file = std::exchange(startup, {});
-  if (file.kind == cProjectFile)
-    theFileActs.LoadProject(file.path);
-  else if (!file.path.empty())
-    editTabs.OpenFile(AbsolutePath(file.path));
-  else if (!rescued.empty())
-    theFileActs.LoadProject(rescued);
+  const bool isProject = file.path.empty() || file.kind == cProjectFile;
+  const std::string path = file.path.empty() ? rescued : AbsolutePath(file.path);
+  if (!path.empty() && startFiles.MayOpen(path, 0)) {
+    if (isProject)
+      theFileActs.LoadProject(path);
+    else
+      editTabs.OpenFile(path);
+  }
+  startFiles.AllLoaded();
   editTabs.OfferRescuedTexts();
+  startFiles.WatchShown();
+}
+
+void MainForm::OnDropFiles(mavro::FilesArgs& args) {
+  theFileActs.OpenFiles(args.paths);
 }
 
 void MainForm::OnActivated(mavro::NotifyArgs&) {

@@ -10,6 +10,7 @@
 #include "ProjectTree.h"
 #include "ReferenceList.h"
 #include "Shell.h"
+#include "StartFiles.h"
 #include "StartupFile.h"
 #include "ToolPanel.h"
 #include "WatchList.h"
@@ -96,6 +97,7 @@ class MainForm : public mavro::Form, public Shell {
   std::string ActiveFile() override;
   void OpenFileAt(const std::string& path, int line) override;
   void ActivateFile(const std::string& path) override;
+  bool MayReopen(const std::string& path, int line) override;
   bool CloseAllFiles() override;
   void SaveChangedFiles() override;
   void RemoveErrorMark() override;
@@ -120,6 +122,7 @@ class MainForm : public mavro::Form, public Shell {
   ProjectSources sources;
   Completion completion;
   EditTabs editTabs;
+  StartFiles startFiles{*this, *this};
   ToolPanel toolPanel;
   mavro::Memo output;
   WatchList watches[4];
@@ -143,6 +146,7 @@ class MainForm : public mavro::Form, public Shell {
   void OnStop(int id);
   void OnCreated(mavro::NotifyArgs& args);
   void OnActivated(mavro::NotifyArgs& args);
+  void OnDropFiles(mavro::FilesArgs& args);
   void OnCloseRequest(mavro::NotifyArgs& args);
   void OnBottomResized(mavro::NotifyArgs& args);
   void OnCloseBottom(mavro::NotifyArgs& args);

@@ -104,6 +104,7 @@ std::vector<OpenFile> MainForm::OpenFiles() {
     const CppEditor& editor = *editTabs.GetTab(i)->editor;
     if (!editor.fileName.empty()) files.push_back({editor.fileName, editor.ShownLine()});
   }
+  startFiles.AddLeftClosed(files);
   return files;
 }
 
@@ -120,8 +121,14 @@ void MainForm::ActivateFile(const std::string& path) {
   editTabs.Activate(path, true);
 }
 
+bool MainForm::MayReopen(const std::string& path, int line) {
+  return startFiles.MayOpen(path, line);
+}
+
 bool MainForm::CloseAllFiles() {
-  return editTabs.CloseAll();
+  if (!editTabs.CloseAll()) return false;
+  startFiles.ForgetAll();
+  return true;
 }
 
 void MainForm::SaveChangedFiles() {

@@ -40,7 +40,8 @@ void OpenStored(const SessionStep& step, const Project& project, Shell& shell) {
   // A NUL would end the name for the system: the file would be open under two names.
   if (step.path.find('\0') != std::string::npos) return;
   const std::string path = TidyPath(project.GetFullPath(step.path));
-  if (mavro::FileExists(path)) shell.OpenFileAt(path, std::max(step.line, 0));
+  const int line = std::max(step.line, 0);
+  if (shell.MayReopen(path, line) && mavro::FileExists(path)) shell.OpenFileAt(path, line);
 }
 
 }  // namespace

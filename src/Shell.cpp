@@ -36,6 +36,9 @@ std::string Shell::ActiveFile() {
 }
 void Shell::OpenFileAt(const std::string&, int) {}
 void Shell::ActivateFile(const std::string&) {}
+bool Shell::MayReopen(const std::string&, int) {
+  return true;
+}
 bool Shell::CloseAllFiles() {
   return true;
 }

@@ -65,6 +65,8 @@ class Shell {
   virtual std::string ActiveFile();  // full path; empty when no tab is active
   virtual void OpenFileAt(const std::string& path, int line);  // line 0: leave the caret
   virtual void ActivateFile(const std::string& path);
+  // Asked before the session touches a file that was open the last time; false leaves it closed.
+  virtual bool MayReopen(const std::string& path, int line);
   virtual bool CloseAllFiles();  // false when the user refuses
   virtual void SaveChangedFiles();
   virtual void RemoveErrorMark();

@@ -3,6 +3,7 @@
 
 #include "EditTabs.h"
 #include "IdeDriver.h"
+#include "TabDrag.h"
 
 // The open files.
 
@@ -221,6 +222,84 @@ TEST_F(IdeTabs, Open_AsksWithTheSourceFilter) {
     EXPECT_EQ(ide.dialogs.questions[0].title, "Open...");
     EXPECT_THAT(ide.dialogs.questions[0].filter, testing::EndsWith("|All|*.*"));
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
+  });
+}
+
+class IdeTabsDrag : public IdeTabs {
+ protected:
+  void Drag(int tab, int to) { test::TabDrag(Tabs(), tab).MoveTo(to); }
+  void OpenThree() {
+    for (const char* name : {"a.cpp", "b.cpp", "c.cpp"}) Open(name);
+  }
+};
+
+TEST_F(IdeTabsDrag, Dragged_EditorsAreInTheOrderOfTheTabs) {
+  ide.Run({}, [&] {
+    OpenThree();
+    {
+      test::TabDrag drag(Tabs(), 0);
+      drag.MoveTo(1);
+      drag.MoveBy(40);
+      test::Shot(*theMainForm, "ide-tab-dragged");
+      drag.MoveTo(2);
+    }
+    test::Shot(*theMainForm, "ide-tab-dropped");
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("b.cpp", "c.cpp", "a.cpp"));
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(Tabs().GetTab(i), Tabs().GetPage(i));
+    EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("a.cpp"));
+    EXPECT_EQ(Tabs().Active(), Tabs().GetTab(2));
+    EXPECT_TRUE(Tabs().Active()->editor->IsFocused());
+  });
+}
+
+TEST_F(IdeTabsDrag, Dragged_TypingAndSavingGoesToTheFileInFront) {
+  ide.Run({}, [&] {
+    OpenThree();
+    Drag(2, 0);
+    IdeDriver::Press(Qt::Key_X);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("c.cpp*", "a.cpp", "b.cpp"));
+    IdeDriver::Press(Qt::Key_S, Qt::ControlModifier);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("c.cpp", "a.cpp", "b.cpp"));
+    EXPECT_EQ(ide.files.Read("c.cpp"), "xtext\n");
+    EXPECT_EQ(ide.files.Read("a.cpp"), "text\n");
+  });
+}
+
+TEST_F(IdeTabsDrag, Dragged_CloseButtonsCloseTheirOwnTab) {
+  ide.Run({}, [&] {
+    OpenThree();
+    Drag(0, 2);
+    QWidget* button = test::RowOf(Tabs()).tabButton(0, QTabBar::RightSide);
+    test::Click(Tabs(), button->mapTo(test::WidgetOf(Tabs()), button->rect().center()));
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("c.cpp", "a.cpp"));
+    EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("a.cpp"));
+    IdeDriver::Press(Qt::Key_F4, Qt::ControlModifier);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("c.cpp"));
+    EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("c.cpp"));
+  });
+}
+
+TEST_F(IdeTabsDrag, Dragged_ThenOpened_NewTabComesLast) {
+  ide.Run({}, [&] {
+    OpenThree();
+    Drag(1, 0);
+    Open("d.cpp");
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("b.cpp", "a.cpp", "c.cpp", "d.cpp"));
+    EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("d.cpp"));
+    Tabs().Activate(ide.files.Path("a.cpp"), true);
+    EXPECT_EQ(Tabs().selectedIndex, 1);
+  });
+}
+
+TEST_F(IdeTabsDrag, Dragged_NextStartHasTheOrder) {
+  const std::string project = ide.Project({{"a.cpp", ""}, {"b.cpp", ""}, {"c.cpp", ""}});
+  ide.Run({project}, [&] {
+    OpenThree();
+    Drag(2, 0);
+  });
+  ide.Run({project}, [&] {
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("c.cpp", "a.cpp", "b.cpp"));
+    EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("c.cpp"));
   });
 }
 

@@ -1,0 +1,103 @@
+#include "StartMarks.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <limits>
+#include <string_view>
+
+#include "FileText.h"
+
+namespace zendry {
+
+namespace {
+
+const RescueCopies cCopies("start");
+constexpr pid_t cNobody = std::numeric_limits<pid_t>::max();  // no process has this number
+
+// As RescueCopies knows its copies. A program has one mark.
+std::string MarkFile(pid_t process) {
+  const std::string folder = mavro::RescueFolder();
+  return folder.empty() ? "" : folder + "/start-" + std::to_string(process) + "-1";
+}
+
+void Drop() {
+  const std::string file = MarkFile(getpid());
+  if (!file.empty()) unlink(file.c_str());
+}
+
+// Not synced: a mark must outlive the program, not the machine. A power cut says nothing about the
+// file that was being opened, and a disk's write for each file would be felt at the start.
+void Write(const std::string& bytes) {
+  const std::string file = MarkFile(getpid());
+  if (file.empty()) return;
+  const int mark = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600);
+  if (mark < 0) return;
+  const bool isWhole =
+      write(mark, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
+  close(mark);
+  if (!isWhole) unlink(file.c_str());
+}
+
+// The files that a mark names: one that was being opened, and those left closed before it.
+std::vector<std::string> NamesIn(const RescueCopy& mark) {
+  std::vector<std::string> names = {mark.path};
+  for (std::string_view rest = mark.content; !rest.empty();) {
+    const std::string_view name = rest.substr(0, rest.find('\0'));
+    names.emplace_back(name);
+    rest.remove_prefix(std::min(name.size() + 1, rest.size()));
+  }
+  return names;
+}
+
+// A mark under our own number is left from a program that had it before, as is common in
+// containers.
+std::vector<RescueCopy> MarksOfTheDead() {
+  std::rename(MarkFile(getpid()).c_str(), MarkFile(cNobody).c_str());
+  return cCopies.OfTheDead();
+}
+
+bool Holds(const std::vector<std::string>& names, const std::string& name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+}  // namespace
+
+// A mark that can't be taken away doesn't count: it would keep its file closed for ever. The other
+// files of one that can be are doubtful as well: this start may meet them yet.
+bool StartMarks::TakeFromTheDead(const std::string& path) {
+  if (!dead) dead = MarksOfTheDead();
+  std::erase_if(*dead, [&](const RescueCopy& mark) {
+    const std::vector<std::string> names = NamesIn(mark);
+    if (!Holds(names, path)) return false;
+    if (unlink(mark.file.c_str()) == 0)
+      std::copy_if(names.begin(), names.end(), std::back_inserter(leftClosed),
+                   [](const std::string& name) { return !name.empty(); });
+    return true;
+  });
+  return Holds(leftClosed, path);
+}
+
+bool StartMarks::Begin(const std::string& path) {
+  const bool isDoubtful = TakeFromTheDead(path);
+  Watch(isDoubtful ? "" : path);
+  return !isDoubtful;
+}
+
+void StartMarks::Watch(const std::string& path) {
+  if (path.empty() && leftClosed.empty()) return Drop();
+  std::string bytes = path + '\0';
+  for (const std::string& name : leftClosed) bytes += name + '\0';
+  Write(bytes);
+}
+
+void StartMarks::Clear() {
+  if (!dead) return;
+  Drop();
+  dead.reset();
+  leftClosed.clear();
+}
+
+}  // namespace zendry
