@@ -105,6 +105,7 @@ void MainForm::InitPanels() {
   toolPanel.onClosePanel.Add_H(this, &MainForm::OnCloseLeft);
   buildMode.onSelChanged.Add_H(this, &MainForm::OnBuildMode);
   onCreate.Add_H(this, &MainForm::OnCreated);
+  onShow.Add_H(this, &MainForm::OnShown);
   onActivate.Add_H(this, &MainForm::OnActivated);
   onClose.Add_H(this, &MainForm::OnCloseRequest);
   onDropFiles.Add_H(this, &MainForm::OnDropFiles);
@@ -157,6 +158,11 @@ void MainForm::OnCreated(mavro::NotifyArgs&) {
   OpenStartupFile();
   for (WatchList& watch : watches) watch.Prepare();
   SayWhatIsNotKept();
+}
+
+// Files opened before the window was up are there to be typed in at once.
+void MainForm::OnShown(mavro::NotifyArgs&) {
+  if (const EditTab* tab = editTabs.Active()) focusControl = tab->editor.get();
 }
 
 // What an earlier run could not save comes first, so that it is what is opened.

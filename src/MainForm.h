@@ -145,6 +145,7 @@ class MainForm : public mavro::Form, public Shell {
   void OnView(int id);
   void OnStop(int id);
   void OnCreated(mavro::NotifyArgs& args);
+  void OnShown(mavro::NotifyArgs& args);
   void OnActivated(mavro::NotifyArgs& args);
   void OnDropFiles(mavro::FilesArgs& args);
   void OnCloseRequest(mavro::NotifyArgs& args);
