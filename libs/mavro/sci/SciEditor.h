@@ -46,7 +46,7 @@ class SciEditor : public Control {
   virtual void onSavePointChanged() {}
   virtual void onDwell(int position);
   // What fits behind `text`, which stands left of the caret: names between blanks, each with "?1"
-  // (a function) or "?2" (another name) behind it.
+  // (a data member) or "?2" (any other name) behind it.
   virtual bool getCompletion(std::string& text, std::string& list);
   virtual bool getCallTip(const std::string& name, std::string& tip);
   virtual void onUpdateUI() {}
