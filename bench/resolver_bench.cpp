@@ -193,7 +193,7 @@ std::string Links() {
 // The same as calls of members, which the names alone don't lead through.
 std::string Calls() {
   std::string path = "start->";
-  for (int i = 0; i < cChain - 1; ++i) path += "next[0]->";
+  for (int i = 0; i < cChain - 1; ++i) path += "next()->";
   return path;
 }
 

@@ -49,7 +49,7 @@ int InitEnd(const CodeTokens& tokens, int at, StepBudget& budget) {
       at = tokens.Partner(at);
     } else if (tokens.Is(at, "<")) {
       const int close = tokens.AngleEnd(at);
-      if (tokens.IsOneOf(close + 1, "( { ::")) at = close;
+      if (close > at && tokens.IsOneOf(close + 1, "( { ::")) at = close;
     }
   }
   return at;
@@ -122,11 +122,10 @@ std::optional<CodeDecl> BracketedDeclaration(const CodeTokens& tokens, int name,
                                              StepBudget& budget) {
   int open = name - 1;
   int before = 0;
-  for (; tokens.IsWord(open) || tokens.IsOneOf(open, ", & ="); --open)
-    if (!budget.Take() || name - open > cLongestStatement)
-      return std::nullopt;
-    else if (tokens.Is(open, ","))
-      ++before;
+  while (tokens.IsWord(open) || tokens.IsOneOf(open, ", & =")) {
+    if (!budget.Take() || name - open > cLongestStatement) return std::nullopt;
+    if (tokens.Is(open--, ",")) ++before;
+  }
   if (!tokens.Is(open, "[")) return std::nullopt;
   CodeDecl decl{TypeOfName("auto"), name};
   if (tokens.Is(name + 1, "=")) {
@@ -137,7 +136,8 @@ std::optional<CodeDecl> BracketedDeclaration(const CodeTokens& tokens, int name,
   int type = open - 1;
   while (tokens.IsOneOf(type, "& &&")) --type;
   const int close = tokens.Partner(open);
-  if (!tokens.Is(type, "auto") || !tokens.IsOneOf(close + 1, "= : { (")) return std::nullopt;
+  if (!tokens.Is(type, "auto") || close < 0 || !tokens.IsOneOf(close + 1, "= : { ("))
+    return std::nullopt;
   const bool isGroup = tokens.IsOpening(close + 1);
   decl.binding = before;
   decl.isRange = tokens.Is(close + 1, ":");

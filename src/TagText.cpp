@@ -69,10 +69,10 @@ TypeText TagText::TypeOf(const TagItem& item, StepBudget& budget) {
   for (int i = 0; i < tokens.Count() && budget.Take(); ++i) {
     if (tokens.Start(i) < piece.lineStart || !tokens.Is(i, item.name)) continue;
     const std::optional<CodeDecl> decl = DeclarationAt(tokens, i, budget);
-    if (decl && decl->type.Name() == item.type) return decl->type;
-    // A type of several names, or behind "auto", isn't what the tag knows.
-    if (decl && decl->type.path.size() > 1) return decl->type;
-    if (decl && item.type == "auto") return decl->type;
+    if (!decl) continue;
+    // Where the tag knows another single name, the text has changed since.
+    const bool isTold = decl->type.Name() == item.type || item.type == "auto";
+    if (isTold || decl->type.path.size() > 1) return decl->type;
   }
   return item.type.empty() ? TypeText() : TypeOfName(item.type, false);
 }

@@ -103,6 +103,13 @@ TEST(FindDeclaration, Uses_AreNone) {
     EXPECT_EQ(Decl(text), "none") << text;
 }
 
+TEST(FindDeclaration, InitialValueWithoutEnd_EndsWithTheText) {
+  EXPECT_EQ(Decl("(A x = b < c"), "A = b < c");
+  EXPECT_EQ(Decl("{ for (A x : b < c"), "A : b < c");
+  EXPECT_EQ(Decl("A x = (b"), "A = ( b");
+  EXPECT_EQ(Decl("( auto [x, b = c"), "none");
+}
+
 TEST(FindDeclaration, NearestOfTheOpenBlocks) {
   EXPECT_EQ(Decl("A x; B x;"), "B");
   EXPECT_EQ(Decl("A x; { B x; }"), "A");

@@ -6,6 +6,7 @@
 
 #include "Project.h"
 #include "ProjectShell.h"
+#include "ProjectSources.h"
 #include "TagParser.h"
 #include "TempFolder.h"
 #include "TextInMemory.h"
@@ -134,6 +135,46 @@ TEST_F(ProjectTagsTest, Includes_AreTheSameWithAndWithoutTags) {
     EXPECT_EQ(parsed.tags.includes[i].name, expected[i].name);
     EXPECT_EQ(parsed.tags.includes[i].quoted, expected[i].quoted);
   }
+}
+
+TEST_F(ProjectTagsTest, TextOf_IsTheEditorsElseTheFiles) {
+  ProjectSources sources(project, shell);
+  const ProjectFile& file = Add("a.cpp", "int disk;\n");
+  EXPECT_EQ(sources.TextOf(file.tags), "int disk;\n");
+  folder.Write("a.cpp", "int disk, later;\n");
+  EXPECT_EQ(sources.TextOf(file.tags), "int disk, later;\n");
+  test::TextInMemory editor("int typed;\n", file.name);
+  shell.open = {&editor};
+  EXPECT_EQ(sources.TextOf(file.tags), "int typed;\n");
+}
+
+TEST_F(ProjectTagsTest, TextOf_WhatIsNoReadableFileOrTooLarge_IsEmpty) {
+  ProjectSources sources(project, shell);
+  TagData module;
+  const auto text = [&](const std::string& path) {
+    module.fileName = path;
+    return sources.TextOf(module);
+  };
+  EXPECT_EQ(text(""), "");
+  EXPECT_EQ(text(folder.Path("gone.h")), "");
+  EXPECT_EQ(text(folder.Path("")), "");
+  ASSERT_EQ(mkfifo(folder.Path("pipe.h").c_str(), 0600), 0);
+  EXPECT_EQ(text(folder.Path("pipe.h")), "");
+  EXPECT_EQ(text(folder.Write("large.h", std::string((1 << 20) + 1, 'x'))), "");
+  test::TextInMemory editor(std::string((1 << 20) + 1, 'x'), folder.Path("open.h"));
+  shell.open = {&editor};
+  EXPECT_EQ(text(editor.path), "");
+  EXPECT_EQ(editor.copies, 0);
+}
+
+TEST_F(ProjectTagsTest, TextOf_ManyFiles_GivesEachItsOwn) {
+  ProjectSources sources(project, shell);
+  for (int round = 0; round < 2; ++round)
+    for (int i = 0; i < 40; ++i) {
+      TagData module;
+      module.fileName = folder.Write(std::to_string(i) + ".h", std::to_string(i));
+      EXPECT_EQ(sources.TextOf(module), std::to_string(i));
+    }
 }
 
 // A key typed into a text that is too long for its tags.
