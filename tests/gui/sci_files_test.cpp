@@ -140,28 +140,51 @@ std::string OddFile(int seed, std::mt19937& random) {
   return Utf16(units, kind == 3) + (random() % 3 ? "" : "z");
 }
 
+// A place between two characters of the text, its ends included.
+int PlaceToType(const std::string& text, std::mt19937& random) {
+  size_t place = random() % (text.size() + 1);
+  while (place > 0 && place < text.size() && (text[place] & 0xC0) == 0x80) --place;
+  return static_cast<int>(place);
+}
+
+// How many UTF-16 units stand for the first bytes of a text in UTF-8.
+size_t UnitsBefore(const std::string& text, size_t end) {
+  size_t units = 0;
+  for (size_t i = 0; i < end; ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if ((byte & 0xC0) != 0x80) units += byte >= 0xF0 ? 2 : 1;
+  }
+  return units;
+}
+
+// The bytes of a file in which a "Q" was typed at a place of its text.
+std::string WithLetter(std::string bytes, const std::string& text, size_t place, int encoding) {
+  const size_t mark = ByteOrderMark(static_cast<TextEncoding>(encoding)).size();
+  if (encoding != cUtf16Big && encoding != cUtf16Little) return bytes.insert(mark + place, "Q");
+  const std::string letter = encoding == cUtf16Big ? std::string("\0Q", 2) : std::string("Q\0", 2);
+  return bytes.insert(mark + 2 * UnitsBefore(text, place), letter);
+}
+
 TEST(SciFiles, OneLetterTyped_ChangesThatLetterAndNothingElse_In1000Files) {
   std::mt19937 random(1);
   test::TempFolder folder;
   EditorForm form;
+  form.editor.options->smartIndent = false;
   RunEditor(form, [&] {
     for (int seed = 0; seed < 1000; ++seed) {
       const std::string before = OddFile(seed, random);
       const std::string path = folder.Write("a.txt", before);
       ASSERT_TRUE(form.editor.load(path)) << seed;
-      // Typed into an ASCII text, in front of it.
-      form.editor.options->smartIndent = false;
+      const std::string text = form.editor.GetText();
+      const int place = seed % 4 ? PlaceToType(text, random) : 0;
+      form.editor.Select(place, place);
+      const auto caret = static_cast<size_t>(form.editor.CaretPosition());
       form.Type("Q");
       ASSERT_TRUE(form.editor.dirty) << seed;
       ASSERT_TRUE(form.editor.save(path)) << seed;
       ASSERT_FALSE(form.editor.dirty) << seed;
-      std::string wanted = before;
-      const int encoding = form.editor.encoding;
-      const std::string letter = encoding == cUtf16Big      ? std::string("\0Q", 2)
-                                 : encoding == cUtf16Little ? std::string("Q\0", 2)
-                                                            : "Q";
-      wanted.insert(ByteOrderMark(static_cast<TextEncoding>(encoding)).size(), letter);
-      ASSERT_TRUE(folder.Read("a.txt") == wanted) << "file " << seed;
+      ASSERT_TRUE(folder.Read("a.txt") == WithLetter(before, text, caret, form.editor.encoding))
+          << "file " << seed << ", letter " << caret;
     }
   });
 }
