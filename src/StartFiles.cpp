@@ -49,10 +49,9 @@ void StartFiles::WatchShown() {
 
 void StartFiles::Say(const std::vector<std::string>& paths) {
   for (const std::string& path : paths) shell.AppendOutput(Sentence(path) + "\r\n");
-  shell.SetStatus(paths.size() == 1 ? Sentence(MarkControlBytes(paths.front()))
-                                    : "Zendry ended the last time while it opened files. They are "
-                                      "left closed this time: see Output.",
-                  "");
+  const std::string what = paths.size() == 1 ? MarkControlBytes(BaseName(paths.front())) + " is"
+                                             : std::to_string(paths.size()) + " files are";
+  shell.SetStatus(what + " left closed this time: see Output", "");
 }
 
 // A tick comes through the running loop; what is on the screen then has been painted.
