@@ -3,7 +3,7 @@
 
 #include "BrowserActs.h"
 #include "EditorActs.h"
-#include "IdeDriver.h"
+#include "EditorFixture.h"
 
 // Editing in the whole program: keys typed into the editor in front, what it offers and what lands
 // in the file.
@@ -16,16 +16,8 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-class IdeEditor : public testing::Test {
+class IdeEditor : public test::EditorFixture {
  protected:
-  static EditTabs& Tabs() { return theMainForm->editTabs; }
-  static CppEditor& Front() { return *Tabs().Active()->editor; }
-  CppEditor& Open(const std::string& name, const std::string& text) {
-    return *Tabs().OpenFile(ide.files.Write(name, text));
-  }
-  static void Type(const std::string& text) {
-    QTest::keyClicks(QApplication::focusWidget(), QString::fromStdString(text));
-  }
   static void TypeKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QTest::keyClick(QApplication::focusWidget(), key, modifiers);
   }
@@ -44,8 +36,6 @@ class IdeEditor : public testing::Test {
     text.resize(text.find('\0'));
     return text;
   }
-
-  IdeDriver ide;
 };
 
 TEST_F(IdeEditor, Typing_MarksTheTab_AndCtrlSWritesTheFile) {

@@ -2,12 +2,10 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <QTest>
 #include <filesystem>
 #include <random>
 
-#include "EditTabs.h"
-#include "IdeDriver.h"
+#include "EditorFixture.h"
 #include "IfKilled.h"
 #include "Privileges.h"
 
@@ -26,16 +24,8 @@ using testing::SizeIs;
 
 constexpr int cChange = 5000;  // more than a small copy has room for steps
 
-class IdeSaving : public testing::Test {
+class IdeSaving : public test::EditorFixture {
  protected:
-  static EditTabs& Tabs() { return theMainForm->editTabs; }
-  static CppEditor& Front() { return *Tabs().Active()->editor; }
-  CppEditor& Open(const std::string& name, const std::string& text) {
-    return *Tabs().OpenFile(ide.files.Write(name, text));
-  }
-  static void Type(const std::string& text) {
-    QTest::keyClicks(QApplication::focusWidget(), QString::fromStdString(text));
-  }
   // Has what is due written as the clock would, five seconds later.
   static void Keep(CppEditor& editor) {
     editor.onUpdateUI();
@@ -70,8 +60,6 @@ class IdeSaving : public testing::Test {
                ? static_cast<size_t>(std::distance(fs::directory_iterator(folder), {}))
                : 0;
   }
-
-  IdeDriver ide;
 };
 
 std::string Lines(int count) {
