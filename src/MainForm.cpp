@@ -132,6 +132,7 @@ void MainForm::InitBottomPanel() {
   closeBottom.hint = "Close the pane";
   closeBottom.onClick.Add_H(this, &MainForm::OnCloseBottom);
   bottomPanel.onResize.Add_H(this, &MainForm::OnBottomResized);
+  hSplit.onResize.Add_H(this, &MainForm::OnSplitResized);
 }
 
 // The close button stands at the right-hand end of the bar. Where the tabs leave room beside them
@@ -144,6 +145,21 @@ void MainForm::OnBottomResized(mavro::NotifyArgs&) {
   closeBottom.SetLocation(width - cCloseButtonSize, 0);
   bottomPanel.layoutPending = true;
   mavro::RunPendingLayout(&bottomPanel);
+  if (!followsWindow && hSplit.height == splitHeight) bottomHeight = bottomPanel.height;
+}
+
+// What the window gains or loses is the editor's: the bottom pane keeps the height that it was
+// given by its bar, and gets it back once there is room again.
+void MainForm::OnSplitResized(mavro::NotifyArgs&) {
+  const bool isFirst = splitHeight == 0;
+  splitHeight = hSplit.height;
+  if (isFirst) {
+    bottomHeight = bottomPanel.height;
+    return;
+  }
+  followsWindow = true;
+  hSplit.SetPosition(splitHeight - mavro::SplitBar::cThickness - bottomHeight);
+  followsWindow = false;
 }
 
 void MainForm::SetPlacement(const Placement& wanted) {

@@ -150,6 +150,7 @@ class MainForm : public mavro::Form, public Shell {
   void OnDropFiles(mavro::FilesArgs& args);
   void OnCloseRequest(mavro::NotifyArgs& args);
   void OnBottomResized(mavro::NotifyArgs& args);
+  void OnSplitResized(mavro::NotifyArgs& args);
   void OnCloseBottom(mavro::NotifyArgs& args);
   void OnCloseLeft(mavro::NotifyArgs& args);
   void OnPaneButton(mavro::NotifyArgs& args);
@@ -161,6 +162,9 @@ class MainForm : public mavro::Form, public Shell {
 
   StartupFile startup;
   Placement placement;
+  int splitHeight = 0;         // of hSplit as it was seen last
+  int bottomHeight = 0;        // that the bottom pane is to have
+  bool followsWindow = false;  // the bar is being moved because the window's height has changed
   mavro::Action stopAction{"Stop", 0, 0, -2, 0, nullptr, nullptr};
   bool editorCommands = true;
 };

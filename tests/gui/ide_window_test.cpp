@@ -256,6 +256,26 @@ TEST(IdeWindow, BottomPane_ClosedByButton_ComesBackByTheMenu) {
   });
 }
 
+TEST(IdeWindow, BottomPane_KeepsItsHeightWhenTheWindowsChanges) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    const int before = form.bottomPanel.height;
+    const auto resize = [&](int height) {
+      form.SetSize(800, height);
+      const int bars = form.toolBar.height + form.statusBar.height;
+      EXPECT_TRUE(test::WaitFor([&] { return form.hSplit.height < height - bars; }));
+      return form.bottomPanel.height.Get();
+    };
+    EXPECT_EQ(resize(900), before);
+    EXPECT_EQ(resize(600), before);
+    EXPECT_LT(resize(260), before) << "no room: both panes get less";
+    EXPECT_EQ(resize(700), before) << "and it comes back";
+    form.hSplit.SetPosition(form.hSplit.Position() - 50);
+    EXPECT_EQ(resize(800), before + 50) << "what its bar was moved to is kept";
+  });
+}
+
 TEST(IdeWindow, StatusBar_Toggled_GivesItsRoomAtOnce) {
   IdeDriver ide;
   ide.Run({}, [&] {
