@@ -286,12 +286,26 @@ ExprTypes::Found ExprTypes::ItemValue(TagItem& item, const TypeText& owner) {
   value.item = &item;
   value.isType = item.kind == cTypedef;
   if (item.kind == cNamespace) return std::nullopt;
-  if (item.owner && !owner.Arguments().empty()) {
-    const TypeText declared = value.type;
-    Substitute(value.type, tagText.ParametersOf(*item.owner), owner.Arguments());
-    if (value.type.Name() != declared.Name()) value.scope = OwnerName();
-  }
+  if (item.owner) FillArguments(value, *item.owner, owner);
   return value;
+}
+
+// Gives a type that a member of `record` was declared with the arguments of the object's type.
+void ExprTypes::FillArguments(Value& value, const TagClass& record, const TypeText& owner) {
+  const std::string declared = value.type.Name();
+  for (TypeText around = owner; !around.IsEmpty(); around = around.Outer()) {
+    if (around.Arguments().empty()) continue;
+    const bool isOwner = around.path.size() == owner.path.size();
+    const TagClass* found = isOwner ? &record : ClassOf(around, {});
+    if (found) Substitute(value.type, tagText.ParametersOf(*found), around.Arguments());
+  }
+  if (value.type.Name() != declared) {
+    value.scope = OwnerName();
+  } else if (value.type.path.size() == 1 && ClassOf(owner, {}) == &record &&
+             tags.findClass(record.name + "::" + declared)) {
+    // A class inside of a template has its arguments too.
+    value.type.path.insert(value.type.path.begin(), owner.path.begin(), owner.path.end());
+  }
 }
 
 // What "->" leads to.

@@ -55,6 +55,7 @@ class ExprTypes {
   Found DeclValue(const CodeDecl& decl);
   Found ItemValue(TagItem& item, const TypeText& owner);
   Value Pointee(const Value& value);
+  void FillArguments(Value& value, const TagClass& record, const TypeText& owner);
   Found MemberValue(const Value& value, const std::string& name, bool isArrow);
   Found OperatorValue(const Value& value, const char* name);
   Found Indexed(const Value& value);

@@ -78,9 +78,13 @@ class ExprTypesTest : public ::testing::Test, protected CodeSources {
       "  std::map<std::string, ns::Point*> named;\n"
       "  Shape* link;\n"
       "};\n"
+      "class Derived : public Outer {\n};\n"
       "typedef std::vector<Point> Points;\n"
       "using PointPointer = Point*;\n"
       "template <class T>\nclass Box {\n public:\n  T& get();\n  T* operator->();\n  T value;\n};\n"
+      "template <class T>\nclass List {\n public:\n"
+      "  class Iter {\n   public:\n    T& operator*();\n    T* operator->();\n  };\n"
+      "  Iter begin();\n};\n"
       "enum class Color { red, green };\n"
       "struct Brush {\n  enum Style { solid, dotted };\n  using Ptr = std::shared_ptr<Brush>;\n"
       "  std::vector<Brush> parts;\n  int width;\n};\n"
@@ -301,6 +305,9 @@ TEST_F(ExprTypesTest, NestedClassesAndScopes) {
   Expect({
       {"Outer::Inner x;\n  x.@", "deep?1"},
       {"ns::Outer::Inner x;\n  x.deep.@", cPoint},
+      {"Derived d;\n  d.inner.deep.@", cPoint},
+      {"Derived d;\n  (&d)->inner.deep.x@", "x?1"},
+      {"auto i = Derived().inner;\n  i.deep.@", cPoint},
       {"ns::Outer::@", "inner?1"},
       {"ns::Outer::in@", "inner?1"},
       {"Outer::Inner::@", "deep?1"},
@@ -358,6 +365,9 @@ TEST_F(ExprTypesTest, TemplatesOfTheProject) {
       {"Box<ns::Point> b;\n  b.get().x@", "x?1"},
       {"Box<Point>* b;\n  (*b).get().@", cPoint},
       {"Box<std::vector<Point>> b;\n  b.get()[0].@", cPoint},
+      {"List<Point> l;\n  l.begin()->@", cPoint},
+      {"List<Point> l;\n  for (auto& p : l) p.@", cPoint},
+      {"List<ns::Point>::Iter i;\n  (*i).@", cPoint},
       {"Box<Gone> b;\n  b.get().@", ""},
   });
 }
