@@ -84,9 +84,9 @@ def main(meter, zendry, megabytes=50, rounds=3):
     with Desktop() as desktop:
         settle(desktop)
         original = write_large(os.path.join(desktop.folder, 'original'), float(megabytes))
-        path = os.path.join(desktop.folder, 'big.cpp')
         commands = installed({'Zendry': [zendry, '{file}'], **PEERS})
         for number in range(int(rounds) + 1):
+            path = os.path.join(desktop.folder, f'big{number}.cpp')  # some remember where they were in a file
             for name, command in list(commands.items()):
                 shutil.copyfile(original, path)
                 os.sync()

@@ -91,6 +91,8 @@ class Editor:
         self.watch.wait()
         self.process.kill()
         self.process.wait()
+        # What a killed Zendry had not saved would be offered at the next start.
+        shutil.rmtree(os.path.join(self.desktop.home, '.zendry', 'rescue'), ignore_errors=True)
         wait_until(lambda: '0x' not in self.desktop.ask('xprop', '-root', '-notype', '_NET_CLIENT_LIST'),
                    'the going of all windows')
 
@@ -182,7 +184,7 @@ class Editor:
         time.sleep(0.5)
 
     def key(self, *names):
-        self.desktop.ask('xdotool', 'key', '--clearmodifiers', *names)
+        self.desktop.ask('xdotool', 'key', '--clearmodifiers', '--delay', '0', *names)
 
     def measured(self, *words):
         """What the meter says of keys, as columns of milliseconds; without those that changed nothing."""

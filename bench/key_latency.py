@@ -17,7 +17,7 @@ from sources import write_project
 WORDS = ['x', 'y', 'space', 'z', 'w', 'space']
 STATEMENT = [*'part', 'period', *'Add', 'parenleft', *'value', 'parenright', 'semicolon', 'space']
 LINE = 40    # characters before the line is emptied again
-LINES = 5    # of each kind in a round
+LINES = 3    # of each kind in a round
 LISTS = 40
 # By what is measured: median and what 99 of 100 stay below.
 LIMITS = {'letters': (2.5, 8), 'statement': (2.5, 8), 'part.': (3, 10), 'text.': (3, 10)}
