@@ -29,14 +29,16 @@ void Drop() {
 }
 
 // Not synced: a mark must outlive the program, not the machine. A power cut says nothing about the
-// file that was being opened, and a disk's write for each file would be felt at the start.
+// file that was being opened, and a disk's write for each file would be felt at the start. For the
+// same reason the old mark is written over: file systems flush a file that was emptied before.
 void Write(const std::string& bytes) {
   const std::string file = MarkFile(getpid());
   if (file.empty()) return;
-  const int mark = open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600);
+  const int mark = open(file.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
   if (mark < 0) return;
+  const auto size = static_cast<ssize_t>(bytes.size());
   const bool isWhole =
-      write(mark, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
+      write(mark, bytes.data(), bytes.size()) == size && ftruncate(mark, size) == 0;
   close(mark);
   if (!isWhole) unlink(file.c_str());
 }

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "DarkPalette.h"
 #include "EditTabs.h"
 #include "IdeDriver.h"
 #include "TabDrag.h"
@@ -250,6 +251,22 @@ TEST_F(IdeTabsDrag, Dragged_EditorsAreInTheOrderOfTheTabs) {
     EXPECT_EQ(Tabs().Active(), Tabs().GetTab(2));
     EXPECT_TRUE(Tabs().Active()->editor->IsFocused());
   });
+}
+
+TEST_F(IdeTabsDrag, Dragged_OnADarkGround_IsDarkToo) {
+  const QPalette light = QApplication::palette();
+  QApplication::setPalette(test::DarkPalette());
+  ide.Run({}, [&] {
+    OpenThree();
+    test::TabDrag drag(Tabs(), 0);
+    drag.MoveTo(1);
+    drag.MoveBy(40);
+    test::Shot(*theMainForm, "ide-tab-dragged-dark");
+    const QImage row = test::RowOf(Tabs()).grab().toImage();
+    for (int x = 0; x < row.width(); x += 10)
+      EXPECT_LT(row.pixelColor(x, row.height() - 3).lightness(), 128) << x;
+  });
+  QApplication::setPalette(light);
 }
 
 TEST_F(IdeTabsDrag, Dragged_TypingAndSavingGoesToTheFileInFront) {

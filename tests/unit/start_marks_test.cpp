@@ -60,6 +60,13 @@ TEST_F(StartMarksTest, Begin_LeavesAMarkForTheUserAlone) {
   EXPECT_EQ(status.st_mode & 0777, 0600u);
 }
 
+TEST_F(StartMarksTest, Begin_ShorterNameAfterALonger_IsTheWholeMark) {
+  StartMarks marks;
+  marks.Begin("/a long name.cpp");
+  marks.Begin("/b");
+  EXPECT_EQ(home.Read(".zendry/rescue/" + Files().front()), std::string("/b\0", 3));
+}
+
 TEST_F(StartMarksTest, NothingBegun_TouchesNothing) {
   { StartMarks marks; }
   EXPECT_FALSE(home.Exists(".zendry"));
