@@ -51,6 +51,7 @@ class Start(ZendryTest):
         window.wait_for_title('main.cpp')
         wait_until(lambda: not self.marks(), 'the start is got past')
         self.picture('left-closed')
+        window.wait_quiet()
         self.assertEqual(len(window.titles()), 1, 'no message stands in the way')
         self.assertIn(SENTENCE.format(self.bad), self.output_of(window))
         window.key('ctrl+Next')
@@ -62,9 +63,10 @@ class Start(ZendryTest):
 
         again = self.start(self.project)
         again.wait_for_title('main.cpp')
+        wait_until(lambda: not self.marks(), 'the start is got past')
+        again.wait_quiet()
         again.key('ctrl+Prior')
         again.wait_for_title('bad.txt')
-        wait_until(lambda: not self.marks(), 'the start is got past')
         self.assertEqual(again.close(), 0)
 
     def test_a_program_that_runs_is_not_disturbed(self):
