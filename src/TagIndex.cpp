@@ -11,28 +11,76 @@ bool IsBefore(const TagIndex::Place<Record>& place, int module) {
   return place.module < module;
 }
 
-// Notes a record under its name unless its module already has one there.
 template <class Record>
-void Note(TagIndex::Places<Record>& places, const std::string& name, int module, Record& record,
-          std::vector<typename TagIndex::Places<Record>::iterator>& noted) {
-  const auto entry = places.try_emplace(name).first;
+using Noted = std::vector<typename TagIndex::Places<Record>::iterator>;
+
+// Where a module has its place among those of a name, or would have it.
+template <class Record>
+auto PlaceOf(std::vector<TagIndex::Place<Record>>& ofName, int module) {
+  return std::lower_bound(ofName.begin(), ofName.end(), module, IsBefore<Record>);
+}
+
+// Notes a record under its name unless its module already has one there. A place without a record
+// is one of the module's content before.
+template <class Record>
+void NoteIn(typename TagIndex::Places<Record>::iterator entry, int module, Record& record,
+            Noted<Record>& noted) {
   auto& ofName = entry->second;
-  const auto at = std::lower_bound(ofName.begin(), ofName.end(), module, IsBefore<Record>);
-  if (at != ofName.end() && at->module == module) return;
-  ofName.insert(at, {module, &record});
+  const auto at = PlaceOf<Record>(ofName, module);
+  const bool known = at != ofName.end() && at->module == module;
+  if (known && at->record) return;
+  if (known)
+    at->record = &record;
+  else
+    ofName.insert(at, {module, &record});
   noted.push_back(entry);
 }
 
+// Takes the places of what a module held before for what it holds now. Most names are where they
+// were: their entries, met in step, need no search.
 template <class Record>
-void Forget(TagIndex::Places<Record>& places, int module,
-            std::vector<typename TagIndex::Places<Record>::iterator>& noted) {
-  for (const auto& entry : noted) {
-    auto& ofName = entry->second;
-    ofName.erase(std::lower_bound(ofName.begin(), ofName.end(), module, IsBefore<Record>));
-    if (ofName.empty()) places.erase(entry);
+class Renoting {
+ public:
+  Renoting(TagIndex::Places<Record>& allPlaces, int itsModule, Noted<Record>& itsNoted)
+      : places(allPlaces), module(itsModule), noted(itsNoted), before(std::move(itsNoted)) {
+    noted.clear();
+    for (const auto& entry : before) PlaceOf<Record>(entry->second, module)->record = nullptr;
   }
-  noted.clear();
-}
+  ~Renoting() {
+    for (const auto& entry : before) {
+      auto& ofName = entry->second;
+      const auto at = PlaceOf<Record>(ofName, module);
+      if (!at->record) ofName.erase(at);
+      if (ofName.empty()) places.erase(entry);
+    }
+  }
+  Renoting(const Renoting&) = delete;
+  Renoting& operator=(const Renoting&) = delete;
+
+  void Note(const std::string& name, Record& record) {
+    const auto entry = InStep(name) ? before[next++] : places.try_emplace(name).first;
+    NoteIn(entry, module, record, noted);
+  }
+
+ private:
+  // Whether the name is the next one of those before, but for a few that have gone.
+  bool InStep(const std::string& name) {
+    constexpr size_t cMostGone = 3;
+    const size_t end = std::min(next + cMostGone + 1, before.size());
+    for (size_t i = next; i < end; ++i) {
+      if (before[i]->first != name) continue;
+      next = i;
+      return true;
+    }
+    return false;
+  }
+
+  TagIndex::Places<Record>& places;
+  const int module;
+  Noted<Record>& noted;
+  const Noted<Record> before;
+  size_t next = 0;
+};
 
 }  // namespace
 
@@ -48,26 +96,20 @@ void TagIndex::Update(const std::vector<TagData*>& newModules) {
   }
   for (int module = 0; module < static_cast<int>(modules.size()); ++module) {
     if (entries[module].generation == modules[module]->Generation()) continue;
-    Remove(module);
-    Add(module);
+    Renote(module);
   }
   latest = TagData::LatestGeneration();
 }
 
-void TagIndex::Add(int module) {
+void TagIndex::Renote(int module) {
   Entry& entry = entries[module];
   TagData& tags = *modules[module];
   entry.generation = tags.Generation();
-  for (TagItem& item : tags.globals) Note(globals, item.name, module, item, entry.globals);
-  for (auto& [key, record] : tags.classes)
-    Note(classes, record.name, module, record, entry.classes);
-  Note(files, tags.fileName, module, tags, entry.files);
-}
-
-void TagIndex::Remove(int module) {
-  Forget(globals, module, entries[module].globals);
-  Forget(classes, module, entries[module].classes);
-  Forget(files, module, entries[module].files);
+  Renoting<TagItem> ofGlobals(globals, module, entry.globals);
+  for (TagItem& item : tags.globals) ofGlobals.Note(item.name, item);
+  Renoting<TagClass> ofClasses(classes, module, entry.classes);
+  for (auto& [key, record] : tags.classes) ofClasses.Note(record.name, record);
+  Renoting<TagData>(files, module, entry.files).Note(tags.fileName, tags);
 }
 
 const std::vector<TagIndex::Place<TagClass>>& TagIndex::Classes(std::string_view name) const {

@@ -50,8 +50,7 @@ class TagIndex {
     std::vector<Places<TagData>::iterator> files;
   };
 
-  void Add(int module);
-  void Remove(int module);
+  void Renote(int module);
 
   std::vector<TagData*> modules;
   std::vector<Entry> entries;
