@@ -102,7 +102,8 @@ void Project::parseOpenEditors(EditorText* editor) {
   if (!editor) editors = shell->OpenTexts();
   bool anyParsed = false;
   for (EditorText* open : editors) {
-    const bool isSavedWhole = editor && IsLarge(*open);
+    // Who builds the project asks for its files' includes.
+    const bool isSavedWhole = editor && IsLarge(*open) && FindFile(open->Path());
     if (open->parsed && !isSavedWhole) continue;
     LogMessage(*shell, "Parse", open->Path());
     TagData& module = ModuleOf(open->Path());

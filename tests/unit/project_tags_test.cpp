@@ -198,6 +198,14 @@ TEST_F(ProjectTagsTest, Includes_OfALargeEditor_AreReadInPartUntilItIsSaved) {
   EXPECT_EQ(names(), "c.h b.h d.h ");
 }
 
+TEST_F(ProjectTagsTest, Includes_OfALargeFileOutsideTheProject_AreReadInPart) {
+  test::TextInMemory editor(std::string(4 << 20, 'x') + "\n#include \"a.h\"\n", "/elsewhere/x.cpp");
+  shell.open = {&editor};
+  project.parseOpenEditors(&editor);
+  EXPECT_TRUE(project.scratchModule.includes.empty());
+  EXPECT_LE(editor.longestCopy, 1 << 20);
+}
+
 TEST_F(ProjectTagsTest, Includes_OfAFileThatTheParserGivesUp_AreWhole) {
   const ProjectFile& file =
       Add("a.cpp", "#include \"a.h\"\n" + std::string(2000, 'x') + "\n#include \"b.h\"\n");
