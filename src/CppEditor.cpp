@@ -120,8 +120,14 @@ void CppEditor::RemoveMark(EditorMark mark) {
        static_cast<std::uintptr_t>(marks[static_cast<size_t>(mark)].number));
 }
 
-bool CppEditor::DiskHasChanged() const {
-  return !fileName.empty() && ReadDiskStamp(fileName) != stamp;
+// Who can't say what a file is doesn't say that it has changed. A state that nobody could tell when
+// the text was read or written is the first one that somebody can.
+bool CppEditor::DiskHasChanged() {
+  if (fileName.empty()) return false;
+  const DiskStamp now = ReadDiskStamp(fileName);
+  if (!now.isKnown) return false;
+  if (!stamp.isKnown) stamp = now;
+  return now != stamp;
 }
 
 void CppEditor::AcceptDisk() {

@@ -45,7 +45,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
 
   // Whether the file on disk is another one than was read or written here last. `AcceptDisk` takes
   // its present state for the known one.
-  bool DiskHasChanged() const;
+  bool DiskHasChanged();
   void AcceptDisk();
   // Writes the rescue copy that has become due.
   void TickRescue(TextRescue::Clock::time_point now) { rescue.Tick(now); }

@@ -9,6 +9,7 @@ namespace zendry {
 // nobody has written the file in between, as far as the file system says.
 struct DiskStamp {
   bool exists = false;
+  bool isKnown = true;  // false when the system refused to say, which tells nothing about the file
   uint64_t device = 0;
   uint64_t inode = 0;
   int64_t size = 0;     // bytes
@@ -16,8 +17,7 @@ struct DiskStamp {
   friend bool operator==(const DiskStamp&, const DiskStamp&) = default;
 };
 
-// The stamp of a path, links followed; `exists` is false when there is nothing or it can't be
-// asked.
+// The stamp of a path, links followed; `exists` is false when there is nothing or nobody can say.
 DiskStamp ReadDiskStamp(const std::string& path);
 
 }  // namespace zendry

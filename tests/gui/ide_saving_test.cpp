@@ -376,6 +376,25 @@ TEST_F(IdeSaving, SaveAsOverAFileFails_NextSaveReplacesItUnlessItHasChangedSince
   }
 }
 
+// "Changed by another program" must be true.
+TEST_F(IdeSaving, StateOfTheFileCantBeTold_NothingIsAskedThenOrLater) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("shut/a.cpp", "old\n");
+    fs::permissions(ide.files.Path("shut"), fs::perms::none);
+    {
+      const test::WithoutRights user;
+      Tabs().CheckDisk();
+      editor.AcceptDisk();
+    }
+    fs::permissions(ide.files.Path("shut"), fs::perms::owner_all);
+    Tabs().CheckDisk();
+    EXPECT_THAT(ide.dialogs.texts, IsEmpty());
+    ide.files.Write("shut/a.cpp", "theirs\n");
+    Tabs().CheckDisk();
+    EXPECT_THAT(ide.dialogs.texts, SizeIs(1));
+  });
+}
+
 TEST_F(IdeSaving, SaveAsFails_FileOfThatNameComesLater_IsAskedAbout) {
   ide.Run({}, [&] {
     Open("a.cpp", "old\n");

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "TempFolder.h"
 
@@ -22,6 +23,18 @@ TEST(DiskStamp, MissingFile_HasTheStampOfNothing) {
   test::TempFolder folder;
   EXPECT_EQ(ReadDiskStamp(folder.Path("none")), DiskStamp());
   EXPECT_EQ(ReadDiskStamp(""), DiskStamp());
+}
+
+TEST(DiskStamp, NobodyCanSay_IsNotTheStampOfNothing) {
+  test::TempFolder folder;
+  const std::string loop = folder.Path("loop");
+  ASSERT_EQ(symlink("loop", loop.c_str()), 0);
+  for (const std::string& path : {loop, folder.Path(std::string(300, 'n'))}) {
+    EXPECT_FALSE(ReadDiskStamp(path).isKnown) << path;
+    EXPECT_FALSE(ReadDiskStamp(path).exists);
+  }
+  EXPECT_TRUE(ReadDiskStamp(folder.Path("none")).isKnown);
+  EXPECT_TRUE(ReadDiskStamp(folder.Write("a", "") + "/b").isKnown) << "there can't be any";
 }
 
 TEST(DiskStamp, SameSizeAnotherTime_Differs) {
