@@ -46,22 +46,15 @@ QtFileDrops::QtFileDrops(NativeWindow& form) : QObject(form.widget), window(&for
 }
 
 bool QtFileDrops::eventFilter(QObject*, QEvent* event) {
-  auto* drag = static_cast<QDropEvent*>(event);
-  switch (event->type()) {
-    case QEvent::DragEnter:
-      filesOverForm = !LocalFilesIn(*drag->mimeData()).empty();
-      return filesOverForm && Answer(*drag);
-    case QEvent::DragMove:
-      return filesOverForm && Answer(*drag);
-    case QEvent::Drop: {
-      std::vector<std::string> paths = LocalFilesIn(*drag->mimeData());
-      if (paths.empty() || !Answer(*drag)) return false;
-      if (drag->isAccepted()) OnDrop(std::move(paths));
-      return true;
-    }
-    default:
-      return false;
-  }
+  const QEvent::Type type = event->type();
+  if (type != QEvent::DragEnter && type != QEvent::DragMove && type != QEvent::Drop) return false;
+  auto& drag = static_cast<QDropEvent&>(*event);
+  if (type == QEvent::DragEnter) filesOverForm = !LocalFilesIn(*drag.mimeData()).empty();
+  if (type != QEvent::Drop) return filesOverForm && Answer(drag);
+  std::vector<std::string> paths = LocalFilesIn(*drag.mimeData());
+  if (paths.empty() || !Answer(drag)) return false;
+  if (drag.isAccepted()) OnDrop(std::move(paths));
+  return true;
 }
 
 // Says whether the files may be dropped here. Answers that nobody else is to be asked.
