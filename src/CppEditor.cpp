@@ -5,8 +5,11 @@
 #include <utility>
 
 #include "CppLanguage.h"
+#include "Debugger.h"
 #include "EditTabs.h"
 #include "EditorSettings.h"
+#include "ExpressionAt.h"
+#include "IdeSession.h"
 #include "MainForm.h"
 #include "Paths.h"
 #include "Project.h"
@@ -181,6 +184,18 @@ void CppEditor::onSavePointChanged() {
   else
     rescue.Drop();
   tab.SetModified(dirty);
+}
+
+// While a program is debugged the value of what the mouse rests on is asked for.
+void CppEditor::onDwell(int position) {
+  if (!theDebugger.IsRunning() || !theIdeSession.debuggerTips) return;
+  Send(mavro::SCI_CALLTIPCANCEL);
+  const int line = LineOf(position);
+  const int column = position - LineStart(line);
+  const std::string text = GetRange(LineStart(line), LineEnd(line));
+  if (column >= static_cast<int>(text.size())) return;
+  const std::string expression = ExpressionAt(text, column);
+  if (!expression.empty()) theDebugger.PrintTip(expression);
 }
 
 bool CppEditor::getCompletion(std::string& text, std::string& list) {

@@ -60,6 +60,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   void onTextChanged() override;
   void onTextWillChange(int position, int removed, int added) override;
   void onSavePointChanged() override;
+  void onDwell(int position) override;
   bool getCompletion(std::string& text, std::string& list) override;
   bool getCallTip(const std::string& name, std::string& tip) override;
   void onUpdateUI() override;

@@ -43,4 +43,8 @@ Debugger::Debugger() {
 
 void Debugger::OnCommand(int) {}
 
+void Debugger::PrintTip(const std::string& expression) {
+  tipText = expression;
+}
+
 }  // namespace zendry

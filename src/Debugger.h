@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "Action.h"
 
 namespace zendry {
@@ -31,8 +33,11 @@ class Debugger : public mavro::ActionList {
   bool IsRunning() const { return running; }
   // Passes over whatever it has no session for.
   void OnCommand(int id);
+  // Asks the session for the value of an expression that the mouse rests on, to be shown as a tip.
+  void PrintTip(const std::string& expression);
 
   bool running = false;
+  std::string tipText;  // the expression asked for last
 };
 
 extern Debugger theDebugger;

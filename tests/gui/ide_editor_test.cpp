@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QSignalSpy>
+
 #include "BrowserActs.h"
 #include "EditorActs.h"
 #include "EditorFixture.h"
@@ -343,6 +345,43 @@ TEST_F(IdeEditor, CloseWhileAListIsOpen_IsSafe) {
     EXPECT_TRUE(ListIsOpen());
     EXPECT_TRUE(Tabs().CloseTab(0, true));
     EXPECT_EQ(Tabs().TabCount(), 0);
+  });
+}
+
+// Group: the value under the mouse.
+
+class IdeHover : public IdeEditor {
+ protected:
+  // Rests the mouse on a place of the text until the editor has told of it.
+  void RestOn(CppEditor& editor, const std::string& text, int column) {
+    const auto at = static_cast<std::intptr_t>(editor.GetText().find(text)) + column;
+    const QPoint place(static_cast<int>(editor.Send(mavro::SCI_POINTXFROMPOSITION, 0, at)) + 2,
+                       static_cast<int>(editor.Send(mavro::SCI_POINTYFROMPOSITION, 0, at)) + 4);
+    QWidget* widget = test::WidgetOf(editor);
+    QSignalSpy dwelt(widget, SIGNAL(SCN_DWELLSTART(int, int, int)));
+    QTest::mouseMove(widget->window()->windowHandle(),
+                     widget->mapTo(widget->window(), QPoint(1, 1)));
+    QTest::mouseMove(widget->window()->windowHandle(), widget->mapTo(widget->window(), place));
+    EXPECT_TRUE(test::WaitFor([&] { return !dwelt.isEmpty(); }));
+  }
+};
+
+TEST_F(IdeHover, WhileDebugging_TheExpressionIsAskedFor) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("a.cpp", "int x;\nfoo->bar.part[i] = 1;\n");
+    theDebugger.tipText.clear();
+    RestOn(editor, "bar", 1);
+    EXPECT_EQ(theDebugger.tipText, "") << "nothing is debugged";
+    theDebugger.running = true;
+    RestOn(editor, "part", 1);
+    EXPECT_EQ(theDebugger.tipText, "foo->bar.part[i]");
+    theIdeSession.debuggerTips = false;
+    RestOn(editor, "foo", 1);
+    EXPECT_EQ(theDebugger.tipText, "foo->bar.part[i]") << "it is switched off";
+    theIdeSession.debuggerTips = true;
+    editor.onDwell(editor.Length());
+    EXPECT_EQ(theDebugger.tipText, "foo->bar.part[i]") << "nothing stands there";
+    theDebugger.running = false;
   });
 }
 
