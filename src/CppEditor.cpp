@@ -94,11 +94,11 @@ void CppEditor::TakeName(const std::string& name) {
 // Writing in place and giving up changes the file's time; that is not another program's doing. A
 // text that isn't stored under its name is unsaved.
 bool CppEditor::Save() {
-  const bool diskIsKnown = !DiskHasChanged();
+  const bool diskIsOurs = ReadDiskStamp(fileName) == stamp;
   const std::string nameBefore = std::exchange(storedName, fileName);
   if (!save(fileName)) {
     storedName = nameBefore;
-    if (diskIsKnown) AcceptDisk();
+    if (diskIsOurs) AcceptDisk();
     if (storedName != fileName) onSavePointChanged();
     return false;
   }
@@ -124,17 +124,20 @@ void CppEditor::RemoveMark(EditorMark mark) {
 }
 
 // Who can't say what a file is doesn't say that it has changed. A state that nobody could tell when
-// the text was read or written is the first one that somebody can.
+// the text was read or written is the first one that somebody can; under a name that the text was
+// only given, it is a file that nobody has agreed to replace.
 bool CppEditor::DiskHasChanged() {
   if (fileName.empty()) return false;
   const DiskStamp now = ReadDiskStamp(fileName);
   if (!now.isKnown) return false;
-  if (!stamp.isKnown) stamp = now;
+  if (!stamp.isKnown && storedName == fileName) stamp = now;
   return now != stamp;
 }
 
+// Of a state that nobody can tell nothing is accepted: what it turns out to be is asked about.
 void CppEditor::AcceptDisk() {
-  stamp = ReadDiskStamp(fileName);
+  const DiskStamp now = ReadDiskStamp(fileName);
+  if (now.isKnown) stamp = now;
 }
 
 int CppEditor::MarginWidth() const {

@@ -395,6 +395,40 @@ TEST_F(IdeSaving, StateOfTheFileCantBeTold_NothingIsAskedThenOrLater) {
   });
 }
 
+TEST_F(IdeSaving, SaveFailsInAFolderThatIsShut_ChangeByOthersIsStillSeen) {
+  ide.Run({}, [&] {
+    Open("shut/a.cpp", "old\n");
+    Type("mine ");
+    fs::permissions(ide.files.Path("shut"), fs::perms::none);
+    {
+      const test::WithoutRights user;
+      EXPECT_FALSE(Tabs().SaveActive(false));
+    }
+    fs::permissions(ide.files.Path("shut"), fs::perms::owner_all);
+    ide.files.Write("shut/a.cpp", "theirs\n");
+    EXPECT_FALSE(Tabs().SaveActive(false));  // answered No
+    EXPECT_EQ(ide.files.Read("shut/a.cpp"), "theirs\n");
+  });
+}
+
+// Nobody has agreed to replace a file that couldn't be seen when its name was chosen.
+TEST_F(IdeSaving, SaveAsIntoAFolderThatIsShut_FileInIt_IsAskedAboutOnceItIsSeen) {
+  ide.Run({}, [&] {
+    Open("a.cpp", "old\n");
+    Type("mine ");
+    ide.dialogs.files = {{ide.files.Write("shut/b.cpp", "theirs\n")}};
+    fs::permissions(ide.files.Path("shut"), fs::perms::none);
+    {
+      const test::WithoutRights user;
+      EXPECT_FALSE(Tabs().SaveActive(true));
+    }
+    fs::permissions(ide.files.Path("shut"), fs::perms::owner_all);
+    EXPECT_FALSE(Tabs().SaveActive(false));  // answered No
+    EXPECT_THAT(ide.dialogs.texts.back(), HasSubstr("was changed by another program!"));
+    EXPECT_EQ(ide.files.Read("shut/b.cpp"), "theirs\n");
+  });
+}
+
 TEST_F(IdeSaving, SaveAsFails_FileOfThatNameComesLater_IsAskedAbout) {
   ide.Run({}, [&] {
     Open("a.cpp", "old\n");
