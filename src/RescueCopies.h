@@ -32,6 +32,8 @@ class RescueCopies {
   // say which copy it goes with.
   bool AddStep(int number, size_t offset, std::string_view step) const;
   void Drop(int number) const;
+  // The path of a copy of this program's, there or not; empty when there is no folder.
+  std::string FileOf(int number) const;
   // The state of the copy on the disk.
   DiskStamp Stamp(int number) const { return ReadDiskStamp(FileOf(number)); }
 
@@ -41,7 +43,6 @@ class RescueCopies {
   static void Forget(const RescueCopy& copy);
 
  private:
-  std::string FileOf(int number) const;
   bool IsOfTheDead(std::string_view fileName) const;
 
   const std::string kind;

@@ -4,8 +4,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <limits>
 #include <string_view>
 
 #include "FileText.h"
@@ -15,24 +13,13 @@ namespace zendry {
 namespace {
 
 const RescueCopies cCopies("start");
-constexpr pid_t cNobody = std::numeric_limits<pid_t>::max();  // no process has this number
-
-// As RescueCopies knows its copies. A program has one mark.
-std::string MarkFile(pid_t process) {
-  const std::string folder = mavro::RescueFolder();
-  return folder.empty() ? "" : folder + "/start-" + std::to_string(process) + "-1";
-}
-
-void Drop() {
-  const std::string file = MarkFile(getpid());
-  if (!file.empty()) unlink(file.c_str());
-}
+constexpr int cMark = 1;  // a program has one
 
 // Not synced: a mark must outlive the program, not the machine. A power cut says nothing about the
 // file that was being opened, and a disk's write for each file would be felt at the start. For the
 // same reason the old mark is written over: file systems flush a file that was emptied before.
 void Write(const std::string& bytes) {
-  const std::string file = MarkFile(getpid());
+  const std::string file = cCopies.FileOf(cMark);
   if (file.empty()) return;
   const int mark = open(file.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
   if (mark < 0) return;
@@ -54,13 +41,6 @@ std::vector<std::string> NamesIn(const RescueCopy& mark) {
   return names;
 }
 
-// A mark under our own number is left from a program that had it before, as is common in
-// containers.
-std::vector<RescueCopy> MarksOfTheDead() {
-  std::rename(MarkFile(getpid()).c_str(), MarkFile(cNobody).c_str());
-  return cCopies.OfTheDead();
-}
-
 bool Holds(const std::vector<std::string>& names, const std::string& name) {
   return std::find(names.begin(), names.end(), name) != names.end();
 }
@@ -70,7 +50,7 @@ bool Holds(const std::vector<std::string>& names, const std::string& name) {
 // A mark that can't be taken away doesn't count: it would keep its file closed for ever. The other
 // files of one that can be are doubtful as well: this start may meet them yet.
 bool StartMarks::TakeFromTheDead(const std::string& path) {
-  if (!dead) dead = MarksOfTheDead();
+  if (!dead) dead = cCopies.OfTheDead();
   std::erase_if(*dead, [&](const RescueCopy& mark) {
     const std::vector<std::string> names = NamesIn(mark);
     if (!Holds(names, path)) return false;
@@ -89,7 +69,7 @@ bool StartMarks::Begin(const std::string& path) {
 }
 
 void StartMarks::Watch(const std::string& path) {
-  if (path.empty() && leftClosed.empty()) return Drop();
+  if (path.empty() && leftClosed.empty()) return cCopies.Drop(cMark);
   std::string bytes = path + '\0';
   for (const std::string& name : leftClosed) bytes += name + '\0';
   Write(bytes);
@@ -97,7 +77,7 @@ void StartMarks::Watch(const std::string& path) {
 
 void StartMarks::Clear() {
   if (!dead) return;
-  Drop();
+  cCopies.Drop(cMark);
   dead.reset();
   leftClosed.clear();
 }
