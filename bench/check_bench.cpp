@@ -4,9 +4,9 @@
 #include <cstdlib>
 #include <vector>
 
-#include "BuildActs.h"
-#include "Project.h"
-#include "Shell.h"
+#include "base/Shell.h"
+#include "build/BuildActs.h"
+#include "project/Project.h"
 
 // check_bench PROJECT ROUNDS: milliseconds of a build with nothing to do inside a program that has
 // the project open, as median, least and most.

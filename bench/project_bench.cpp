@@ -4,8 +4,8 @@
 #include <string>
 
 #include "FileText.h"
-#include "Project.h"
 #include "Shortest.h"
+#include "project/Project.h"
 
 // How long a project file of 5,000 entries takes to load (parsing off) and to save, beside reading
 // and saving the same bytes without a project. The limit for both together is 100 ms. With a number

@@ -22,7 +22,7 @@
 #include "Entry.h"
 #include "Form.h"
 #include "SciEditor.h"
-#include "TextRescue.h"
+#include "rescue/TextRescue.h"
 
 namespace {
 

@@ -8,12 +8,12 @@
 #include <string>
 #include <vector>
 
-#include "CodeSources.h"
-#include "Completion.h"
-#include "EditorReader.h"
 #include "NaiveWalk.h"
-#include "TagParser.h"
-#include "TextScanner.h"
+#include "code/CodeSources.h"
+#include "code/Completion.h"
+#include "code/TextScanner.h"
+#include "tags/EditorReader.h"
+#include "tags/TagParser.h"
 
 // From a typed character to the text of the completion list, without a window: a project of 1,000
 // modules with a reference library, the caret at the end of a file of 5,000 lines that is parsed

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "EditorText.h"
-#include "Project.h"
 #include "Shortest.h"
+#include "base/EditorText.h"
+#include "project/Project.h"
 
 // tag_store_bench [DEFINITION]
 //

@@ -16,8 +16,8 @@
 #include <string>
 #include <vector>
 
-#include "TagData.h"
-#include "TagParser.h"
+#include "tags/TagData.h"
+#include "tags/TagParser.h"
 
 namespace fs = std::filesystem;
 

@@ -10,11 +10,11 @@ import re
 import sys
 
 TOP = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
-# Each project with the folders, relative to its own, whose files it lists.
+# Each project with the folders, relative to its own, whose files it lists; "*" stands for all of them.
 PROJECTS = {
     'libs/mavro/mavro.zpj': ('src', 'srcw', 'include'),
     'libs/mavro/sci/mavro-sci.zpj': ('.',),
-    'src/zendry.zpj': ('.', 'frmedt'),
+    'src/zendry.zpj': ('.', '*'),
 }
 SECTIONS = (('src', '.cpp'), ('hdr', '.h'))
 
@@ -23,7 +23,10 @@ def files(project, ending):
     """The files with that ending, relative to the project's folder."""
     base = os.path.join(TOP, os.path.dirname(project))
     found = []
-    for folder in PROJECTS[project]:
+    folders = PROJECTS[project]
+    if '*' in folders:
+        folders = [f for f in folders if f != '*'] + sorted(entry.name for entry in os.scandir(base) if entry.is_dir())
+    for folder in folders:
         path = os.path.join(base, folder)
         names = sorted(os.listdir(path)) if os.path.isdir(path) else []
         found += [os.path.normpath(os.path.join(folder, name)) for name in names if name.endswith(ending)]

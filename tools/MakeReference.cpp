@@ -8,8 +8,8 @@
 #include "DigestWriter.h"
 #include "FileText.h"
 #include "LibraryReader.h"
-#include "TagData.h"
-#include "XmlTag.h"
+#include "base/XmlTag.h"
+#include "tags/TagData.h"
 
 // make-reference: writes the definition of a reference library, digests of its headers beside it
 // and its compiled tags. Runs in the build, on what the compiler has made of a source that includes

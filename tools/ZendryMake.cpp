@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "BuildActs.h"
-#include "ControlBytes.h"
-#include "IdeConfig.h"
-#include "Paths.h"
-#include "Project.h"
-#include "Shell.h"
+#include "base/ControlBytes.h"
+#include "base/Paths.h"
+#include "base/Shell.h"
+#include "build/BuildActs.h"
+#include "config/IdeConfig.h"
+#include "project/Project.h"
 
 // zendry-make: builds a project without a window. Prints what the Output panel would show, then one
 // line "file:line: text" for each row of the error list on standard error.

@@ -11,12 +11,12 @@
 #include <string>
 #include <vector>
 
-#include "ControlBytes.h"
 #include "FileText.h"
-#include "Shell.h"
-#include "TagData.h"
-#include "TagLine.h"
-#include "TagParser.h"
+#include "base/ControlBytes.h"
+#include "base/Shell.h"
+#include "tags/TagData.h"
+#include "tags/TagLine.h"
+#include "tags/TagParser.h"
 
 // zendry-tags: writes what the tag parser finds as a tags file for editors.
 

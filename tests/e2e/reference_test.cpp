@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "TagData.h"
 #include "TempFolder.h"
 #include "ZendryMakeRun.h"
+#include "tags/TagData.h"
 
 // The reference libraries that the build makes: what the store has of common classes, beside a list
 // of their members that the compiler confirms.

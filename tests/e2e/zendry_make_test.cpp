@@ -5,9 +5,9 @@
 #include <set>
 #include <thread>
 
-#include "Project.h"
 #include "TestBuild.h"
 #include "ZendryMakeRun.h"
+#include "project/Project.h"
 
 // The program zendry-make as an installation has it, with the real compilers.
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <string_view>
 
-#include "ControlBytes.h"
-#include "OutputParser.h"
+#include "base/ControlBytes.h"
+#include "build/OutputParser.h"
 
 // Reads the lines of a tool as each of the three readers: nothing is lost or made up on the way to
 // a row, and what is shown of it holds no control bytes.

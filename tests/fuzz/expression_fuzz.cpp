@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "ExpressionAt.h"
+#include "code/ExpressionAt.h"
 
 // The expression at every column of a line is a part of the line near that column.
 

@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "IncludeScan.h"
+#include "tags/IncludeScan.h"
 
 // Scans a source for includes: no name is longer than the limit, and there are no more of them than
 // lines that could hold one.

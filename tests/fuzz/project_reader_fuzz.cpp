@@ -3,10 +3,10 @@
 #include <string>
 #include <string_view>
 
-#include "Project.h"
-#include "ProjectFileFormat.h"
 #include "SystemDialogs.h"
-#include "XmlTag.h"
+#include "base/XmlTag.h"
+#include "project/Project.h"
+#include "project/ProjectFileFormat.h"
 
 // Reads a project file, and what was read from it is written, read and written again: both times
 // the same text must come. Texts with an overlong token end the process by rule.

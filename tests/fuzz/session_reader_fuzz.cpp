@@ -1,8 +1,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "SessionFile.h"
-#include "XmlTag.h"
+#include "base/XmlTag.h"
+#include "project/SessionFile.h"
 
 // Reads a session file. Texts with an overlong token end the process by rule.
 

@@ -3,8 +3,8 @@
 #include <ctime>
 #include <string_view>
 
-#include "../support/TagRun.h"
-#include "TagChars.h"
+#include "TagRun.h"
+#include "tags/TagChars.h"
 
 // Reads any text through the character layer: the stream ends, is no longer than the text and the
 // question marks that are given again, and is the same however the text is cut into pieces.

@@ -3,7 +3,7 @@
 #include <ctime>
 #include <string_view>
 
-#include "../support/TagRun.h"
+#include "TagRun.h"
 
 // Parses any text in any language, from the bytes to the store: it ends, in time linear in the
 // text, with no more tags than may be, each in a line that the text has.

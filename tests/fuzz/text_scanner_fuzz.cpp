@@ -4,12 +4,12 @@
 #include <string>
 
 #include "CodeText.h"
-#include "Completion.h"
-#include "ContainerTypes.h"
-#include "DeclRead.h"
-#include "DeclScan.h"
-#include "ExprRead.h"
-#include "TextScanner.h"
+#include "code/Completion.h"
+#include "code/ContainerTypes.h"
+#include "code/DeclRead.h"
+#include "code/DeclScan.h"
+#include "code/ExprRead.h"
+#include "code/TextScanner.h"
 
 // Reads chains, declarations, types and expressions at a caret of any text, and completes there:
 // what is found consists of names, lies in the text, and what is read forward and backward ends.

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "FileText.h"
-#include "TagData.h"
-#include "TagReference.h"
+#include "tags/TagData.h"
+#include "tags/TagReference.h"
 
 // Loads a definition of a reference library, in a folder with one header that it may name, and what
 // it has compiled once more.

@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
-#include "TagCache.h"
-#include "TagData.h"
-#include "XmlTag.h"
+#include "base/XmlTag.h"
+#include "tags/TagCache.h"
+#include "tags/TagData.h"
 
 // Reads compiled tags. What was read is written as a text that can be read and is trusted, and of
 // which no cut or changed copy is.

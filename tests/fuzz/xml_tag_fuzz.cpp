@@ -2,7 +2,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "XmlTag.h"
+#include "base/XmlTag.h"
 
 // Reads elements and writes them again: each one that says it reads back must, and the reader must
 // come to the end of every text. Texts with an overlong token end the process by rule.

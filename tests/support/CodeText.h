@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "CodeSources.h"
-#include "TagData.h"
-#include "TextScanner.h"
+#include "code/CodeSources.h"
+#include "code/TextScanner.h"
+#include "tags/TagData.h"
 
 namespace test {
 

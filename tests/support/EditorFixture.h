@@ -5,8 +5,8 @@
 #include <QTest>
 #include <string>
 
-#include "EditTabs.h"
 #include "IdeDriver.h"
+#include "editor/EditTabs.h"
 
 namespace test {
 

@@ -9,18 +9,18 @@
 #include <string>
 #include <vector>
 
-#include "BuildActs.h"
-#include "Debugger.h"
-#include "FileActs.h"
 #include "GuiDriver.h"
-#include "IdeRun.h"
-#include "IdeSession.h"
-#include "MainForm.h"
-#include "PrjActs.h"
-#include "Project.h"
 #include "ScopedHome.h"
 #include "ScriptedDialogs.h"
 #include "TempFolder.h"
+#include "build/BuildActs.h"
+#include "config/IdeSession.h"
+#include "debug/Debugger.h"
+#include "frame/FileActs.h"
+#include "frame/IdeRun.h"
+#include "frame/MainForm.h"
+#include "frame/PrjActs.h"
+#include "project/Project.h"
 
 namespace test {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "FileText.h"
-#include "TextRescue.h"
+#include "rescue/TextRescue.h"
 
 namespace test {
 

@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "CodeSources.h"
-#include "TagData.h"
+#include "code/CodeSources.h"
+#include "tags/TagData.h"
 
 namespace test {
 

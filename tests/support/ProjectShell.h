@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "Shell.h"
+#include "base/Shell.h"
 
 namespace test {
 

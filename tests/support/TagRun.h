@@ -6,11 +6,11 @@
 #include <string>
 #include <string_view>
 
-#include "FileReader.h"
-#include "Shell.h"
-#include "TagData.h"
-#include "TagLine.h"
-#include "TagParser.h"
+#include "base/FileReader.h"
+#include "base/Shell.h"
+#include "tags/TagData.h"
+#include "tags/TagLine.h"
+#include "tags/TagParser.h"
 
 namespace test {
 

@@ -11,11 +11,11 @@
 #include <string>
 #include <vector>
 
-#include "BuildActs.h"
-#include "IdeConfig.h"
-#include "Project.h"
-#include "Shell.h"
 #include "TempFolder.h"
+#include "base/Shell.h"
+#include "build/BuildActs.h"
+#include "config/IdeConfig.h"
+#include "project/Project.h"
 
 namespace test {
 

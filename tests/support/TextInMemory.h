@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "EditorText.h"
+#include "base/EditorText.h"
 
 namespace test {
 

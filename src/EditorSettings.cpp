@@ -1,7 +1,0 @@
-#include "EditorSettings.h"
-
-namespace zendry {
-
-EditorSettings theEditorSettings;
-
-}  // namespace zendry

@@ -1,6 +1,0 @@
-#include "Application.h"
-#include "IdeRun.h"
-
-int mavro::Application::Main(ArgumentList& arguments) {
-  return zendry::RunIde(arguments);
-}

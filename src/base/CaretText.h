@@ -1,0 +1,18 @@
+#pragma once
+
+#include "base/EditorText.h"
+
+namespace zendry {
+
+// The live text of an editor with its caret and lines, as lookups read it. Positions count bytes
+// from 0, lines count from 0.
+class CaretText : public EditorText {
+ public:
+  virtual int CaretPosition() const = 0;
+  // The last line for a position behind the text.
+  virtual int LineFromPosition(int position) const = 0;
+  // Where a line begins; the end of the text for a line behind the last one.
+  virtual int PositionFromLine(int line) const = 0;
+};
+
+}  // namespace zendry

@@ -1,0 +1,58 @@
+#include "code/CppLanguage.h"
+
+namespace zendry {
+
+namespace {
+
+using mavro::StyleRow;
+
+constexpr StyleRow cStyles[] = {
+    {0, 0x101010, 0, 0},                      // default
+    {1, 0x808080, 9, 0},                      // comment
+    {2, 0x808080, 9, 0},                      // line comment
+    {3, 0x3F703F, 9, 0},                      // documentation comment
+    {4, 0x7F7F00, 0, 0},                      // number
+    {5, 0xEF0000, StyleRow::cBold, 0},        // keyword
+    {6, 0x7F00, 0, 0},                        // string
+    {7, 0x9F00, 0, 0},                        // character
+    {8, 0x804080, 0, 0},                      // identifier of an interface
+    {9, 0x700F7F, 0, 0},                      // preprocessor
+    {10, 0, StyleRow::cBold, 0},              // operator
+    {11, 0, 0, 0},                            // identifier
+    {12, 0, StyleRow::cEolFilled, 0xE0C0E0},  // string without an end
+    {15, 0x3F703F, 8, 0},                     // documentation comment of a line
+    {StyleRow::cEnd, 0, 0, 0},
+};
+
+constexpr char cKeywords[] =
+    "and and_eq asm auto bitand bitor bool break case catch char class compl const const_cast "
+    "continue default delete do double dynamic_cast else enum explicit export extern false float "
+    "for friend goto if inline int long mutable namespace new not not_eq operator or or_eq private "
+    "protected public register reinterpret_cast return short signed sizeof static static_cast "
+    "struct switch template this throw true try typedef typeid typename union unsigned using "
+    "virtual void volatile wchar_t while xor xor_eq ";
+
+constexpr mavro::EditorLanguage MakeLanguage() {
+  mavro::EditorLanguage language;
+  language.name = "cpp";
+  language.styles = cStyles;
+  language.keywords = cKeywords;
+  language.keywords2 = "uint int64 uchar string list set vector";
+  language.indentWords = "case default do else for if while";
+  language.blockStart = "{";
+  language.blockEnd = "}";
+  language.wordChars = "_abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789";
+  language.tipStart = "(";
+  language.tipEnd = ")";
+  language.tipSeparators = ",;";
+  language.memberChars = ".->:";
+  language.fileFilter =
+      "C/C++ (c cc cpp cxx h hh hxx hpp)|*.c;*.cc;*.cpp;*.cxx;*.h;*.hh;*.hpp;*.hxx";
+  return language;
+}
+
+}  // namespace
+
+constinit const mavro::EditorLanguage cCppLanguage = MakeLanguage();
+
+}  // namespace zendry

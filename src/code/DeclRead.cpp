@@ -1,0 +1,214 @@
+#include "code/DeclRead.h"
+
+#include <algorithm>
+
+#include "code/DeclScan.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr std::string_view cBehindPointer = "* & && const volatile";
+constexpr std::string_view cBehindParameters = "const noexcept override final mutable";
+// What a declared name can stand before.
+constexpr std::string_view cBehindName = "; = ( { [ , ) : ]";
+constexpr int cLongestStatement = 512;  // tokens
+constexpr int cDeclarationCost = 20;    // steps that reading one is worth
+
+// Where the statement, parameter list or list of captures around a token begins.
+int StatementStart(const CodeTokens& tokens, int index, StepBudget& budget) {
+  int at = index - 1;
+  for (int steps = 0; at >= 0 && steps < cLongestStatement && budget.Take(); ++steps, --at) {
+    const bool isBlock = tokens.Is(at, "}") && !tokens.Is(at + 1, ",");
+    if (isBlock || tokens.IsOneOf(at, "; { ( [ :")) break;
+    if (tokens.IsClosing(at)) at = tokens.Partner(at);
+  }
+  return at + 1;
+}
+
+// The first token of the type that ends directly before the token at `end`; -1 without one.
+int TypeStart(const CodeTokens& tokens, int end) {
+  int at = end - 1;
+  while (tokens.IsOneOf(at, cBehindPointer)) --at;
+  for (;;) {
+    if (tokens.Is(at, ">")) at = tokens.AngleStart(at) - 1;
+    if (at < 0 || !tokens.IsWord(at) || !CanNameType(tokens.Text(at))) return -1;
+    if (!tokens.Is(at - 1, "::")) break;
+    if (!tokens.IsWord(at - 2) && !tokens.Is(at - 2, ">")) return at - 1;  // "::Foo"
+    at -= 2;
+  }
+  return tokens.IsOneOf(at - 1, ". -> goto using") ? -1 : at;
+}
+
+// Where an initial value that begins here ends: at the sign that goes on with the declaration.
+int InitEnd(const CodeTokens& tokens, int at, StepBudget& budget) {
+  for (int steps = 0; at < tokens.Count() && steps < cLongestStatement && budget.Take();
+       ++steps, ++at) {
+    if (tokens.IsOneOf(at, "; , ) ] }")) return at;
+    if (tokens.IsOpening(at)) {
+      at = tokens.Partner(at);
+    } else if (tokens.Is(at, "<")) {
+      const int close = tokens.AngleEnd(at);
+      if (close > at && tokens.IsOneOf(close + 1, "( { ::")) at = close;
+    }
+  }
+  return at;
+}
+
+// Reads what stands behind the name: "[]", and what it begins with.
+int ReadInit(const CodeTokens& tokens, CodeDecl& decl, StepBudget& budget) {
+  int at = decl.name + 1;
+  for (; tokens.Is(at, "[") && tokens.IsOpening(at); at = tokens.Partner(at) + 1)
+    ++decl.type.pointers;
+  decl.isRange = tokens.Is(at, ":");
+  if (tokens.Is(at, "=") || decl.isRange) {
+    decl.initBegin = at + 1;
+    decl.initEnd = InitEnd(tokens, at + 1, budget);
+    return decl.initEnd;
+  }
+  if (!tokens.IsOneOf(at, "( {") || !tokens.IsOpening(at)) return at;
+  decl.initBegin = at + 1;
+  decl.initEnd = tokens.Partner(at);
+  // Of "auto f() -> Foo" the type stands behind.
+  int result = decl.initEnd + 1;
+  while (tokens.IsOneOf(result, cBehindParameters)) ++result;
+  if (tokens.Is(result, "->")) {
+    if (std::optional<TypeText> type = ReadType(tokens, ++result)) {
+      type->pointers = ReadPointers(tokens, result);
+      decl.type = *type;
+    }
+  }
+  return decl.initEnd + 1;
+}
+
+// A name that has its type directly before it.
+std::optional<CodeDecl> TypedDeclaration(const CodeTokens& tokens, int name, StepBudget& budget) {
+  int at = TypeStart(tokens, name);
+  if (at < 0) return std::nullopt;
+  std::optional<TypeText> type = ReadType(tokens, at);
+  if (!type) return std::nullopt;
+  CodeDecl decl{*type, name};
+  decl.type.pointers = ReadPointers(tokens, at);
+  if (at != name) return std::nullopt;
+  ReadInit(tokens, decl, budget);
+  if (tokens.IsOneOf(name + 1, "; ,"))
+    decl.isAlias = tokens.Is(StatementStart(tokens, name, budget), "typedef");
+  return decl;
+}
+
+// A later name of a list: "Foo a(1), *b".
+std::optional<CodeDecl> ListedDeclaration(const CodeTokens& tokens, int name, StepBudget& budget) {
+  int at = StatementStart(tokens, name, budget);
+  const bool isAlias = tokens.Is(at, "typedef");
+  if (isAlias) ++at;
+  const std::optional<TypeText> type = ReadType(tokens, at);
+  if (!type) return std::nullopt;
+  while (at <= name && budget.Take()) {
+    CodeDecl decl{*type, at};
+    decl.type.pointers = ReadPointers(tokens, at);
+    decl.name = at;
+    decl.isAlias = isAlias;
+    if (!tokens.IsWord(at)) return std::nullopt;
+    at = ReadInit(tokens, decl, budget);
+    if (decl.name == name) return decl;
+    if (!tokens.Is(at, ",")) return std::nullopt;
+    ++at;
+  }
+  return std::nullopt;
+}
+
+// A name between the brackets of "auto& [a, b] = x" or of a lambda's "[a = x]".
+std::optional<CodeDecl> BracketedDeclaration(const CodeTokens& tokens, int name,
+                                             StepBudget& budget) {
+  int open = name - 1;
+  int before = 0;
+  while (tokens.IsWord(open) || tokens.IsOneOf(open, ", & =")) {
+    if (!budget.Take() || name - open > cLongestStatement) return std::nullopt;
+    if (tokens.Is(open--, ",")) ++before;
+  }
+  if (!tokens.Is(open, "[")) return std::nullopt;
+  CodeDecl decl{TypeOfName("auto"), name};
+  if (tokens.Is(name + 1, "=")) {
+    decl.initBegin = name + 2;
+    decl.initEnd = InitEnd(tokens, name + 2, budget);
+    return decl;
+  }
+  int type = open - 1;
+  while (tokens.IsOneOf(type, "& &&")) --type;
+  const int close = tokens.Partner(open);
+  if (!tokens.Is(type, "auto") || close < 0 || !tokens.IsOneOf(close + 1, "= : { ("))
+    return std::nullopt;
+  const bool isGroup = tokens.IsOpening(close + 1);
+  decl.binding = before;
+  decl.isRange = tokens.Is(close + 1, ":");
+  decl.initBegin = close + 2;
+  decl.initEnd = isGroup ? tokens.Partner(close + 1) : InitEnd(tokens, close + 2, budget);
+  return decl;
+}
+
+std::optional<CodeDecl> UsingDeclaration(const CodeTokens& tokens, int name) {
+  int at = name + 2;
+  const std::optional<TypeText> type = ReadType(tokens, at);
+  if (!type) return std::nullopt;
+  CodeDecl decl{*type, name};
+  decl.type.pointers = ReadPointers(tokens, at);
+  decl.isAlias = true;
+  return decl;
+}
+
+// Before the block that ends here, and before the parameters of its function.
+int BeforeBlock(const CodeTokens& tokens, int close) {
+  int at = tokens.Partner(close) - 1;
+  int word = at;
+  while (tokens.IsOneOf(word, cBehindParameters)) --word;
+  if (tokens.Is(word, ")") && tokens.IsClosing(word)) at = tokens.Partner(word) - 1;
+  return at;
+}
+
+}  // namespace
+
+std::optional<CodeDecl> DeclarationAt(const CodeTokens& tokens, int name, StepBudget& budget) {
+  if (!tokens.IsWord(name) || !tokens.IsOneOf(name + 1, cBehindName)) return std::nullopt;
+  const int before = name - 1;
+  if (tokens.Is(before, "using"))
+    return tokens.Is(name + 1, "=") ? UsingDeclaration(tokens, name) : std::nullopt;
+  if (tokens.IsOneOf(name + 1, ", ] =") && tokens.IsOneOf(before, "[ , &")) {
+    if (auto decl = BracketedDeclaration(tokens, name, budget)) return decl;
+  }
+  if (tokens.IsWord(before) || tokens.IsOneOf(before, "* & && >")) {
+    if (auto decl = TypedDeclaration(tokens, name, budget)) return decl;
+  }
+  if (tokens.IsOneOf(before, ", * &")) return ListedDeclaration(tokens, name, budget);
+  return std::nullopt;
+}
+
+std::optional<CodeDecl> FindDeclaration(const CodeTokens& tokens, std::string_view name, int before,
+                                        StepBudget& budget) {
+  for (int at = before - 1; at >= 0 && budget.Take(); --at) {
+    if (tokens.Is(at, "}") && tokens.IsClosing(at)) {
+      at = BeforeBlock(tokens, at) + 1;
+      continue;
+    }
+    if (!tokens.Is(at, name) || !budget.Take(cDeclarationCost)) continue;
+    if (auto decl = DeclarationAt(tokens, at, budget)) return decl;
+  }
+  return std::nullopt;
+}
+
+std::vector<std::string> TemplateParameters(const CodeTokens& tokens, int name) {
+  std::vector<std::string> names;
+  int close = name - 1;
+  while (tokens.IsOneOf(close, "class struct union")) --close;
+  const int open = tokens.Is(close, ">") ? tokens.AngleStart(close) : -1;
+  if (open < 0 || !tokens.Is(open - 1, "template")) return names;
+  int depth = 0;
+  for (int at = open; at < close; ++at) {
+    if (tokens.Is(at, "<")) ++depth;
+    if (tokens.Is(at, ">")) --depth;
+    const bool isLast = depth == 1 && tokens.IsOneOf(at + 1, ", = >");
+    if (isLast && tokens.IsWord(at) && !tokens.Is(at - 1, "=")) names.emplace_back(tokens.Text(at));
+  }
+  return names;
+}
+
+}  // namespace zendry

@@ -1,0 +1,496 @@
+#include "code/ExprTypes.h"
+
+#include "base/CaretText.h"
+#include "code/CodeSources.h"
+#include "code/ContainerTypes.h"
+#include "code/DeclRead.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr int cMostDepth = 24;  // of expressions and types that are needed for each other
+constexpr int cMostAliases = 8;
+constexpr int cAliasCost = 20;       // steps that looking for one is worth
+constexpr int cLongestTypedef = 64;  // tokens
+constexpr int cValueCost = 200;      // steps that finding out about a declaration is worth
+constexpr std::string_view cBasicPrefix = "basic_";
+constexpr std::string_view cMemberOperators = ". -> ::";
+
+bool IsClassKind(int kind) {
+  return kind == 'c' || kind == 's' || kind == 'u' || kind == 'i';
+}
+
+constexpr int cTypedef = 't';
+constexpr int cNamespace = 'n';
+constexpr int cEnum = 'g';
+constexpr int cDataMember = 'm';
+
+// Goes deeper for as long as it lives.
+class Deeper {
+ public:
+  explicit Deeper(int& theDepth) : depth(++theDepth) {}
+  ~Deeper() { --depth; }
+  Deeper(const Deeper&) = delete;
+  Deeper& operator=(const Deeper&) = delete;
+  bool IsTooDeep() const { return depth > cMostDepth; }
+
+ private:
+  int& depth;
+};
+
+// Has a variable hold another value for as long as it lives.
+class Meanwhile {
+ public:
+  Meanwhile(int& theVariable, int value) : variable(theVariable), kept(theVariable) {
+    variable = value;
+  }
+  ~Meanwhile() { variable = kept; }
+  Meanwhile(const Meanwhile&) = delete;
+  Meanwhile& operator=(const Meanwhile&) = delete;
+
+ private:
+  int& variable;
+  const int kept;
+};
+
+bool IsDeduced(const TypeText& type) {
+  return type.path.size() == 1 && type.Name() == "auto";
+}
+
+// Whether nobody knows that it is none.
+bool MayBePointer(const TypeText& type) {
+  return !type.isExact && !IsContainerType(type);
+}
+
+// Puts the arguments of a class template in the place of its parameters.
+void Substitute(TypeText& type, const std::vector<std::string>& parameters,
+                const std::vector<TypeText>& arguments) {
+  for (TypePart& part : type.path)
+    for (TypeText& argument : part.arguments) Substitute(argument, parameters, arguments);
+  if (type.path.size() != 1 || !type.Arguments().empty()) return;
+  for (size_t i = 0; i < parameters.size() && i < arguments.size(); ++i) {
+    if (type.Name() != parameters[i]) continue;
+    const int pointers = type.pointers;
+    const bool isExact = type.isExact;
+    type = arguments[i];
+    type.pointers += pointers;
+    type.isExact = type.isExact && isExact;
+    return;
+  }
+}
+
+}  // namespace
+
+ExprTypes::ExprTypes(TagLookup& theTags, CodeSources& theSources, const CaretText& editor,
+                     const TagData* current, const TagItem* theScope, int place)
+    : tags(theTags),
+      tagText(theSources, editor, current),
+      scope(theScope),
+      scopeFile(current ? current->fileName : std::string()),
+      tokens(CodeTokens::Before(editor, place)) {}
+
+std::optional<ExprOperand> ExprTypes::Operand() {
+  int sign = tokens.Count() - 1;
+  std::string prefix;
+  if (tokens.IsWord(sign) && !tokens.IsOneOf(sign, cMemberOperators)) prefix = tokens.Text(sign--);
+  if (!tokens.IsOneOf(sign, cMemberOperators)) return std::nullopt;
+  const int begin = OperandStart(tokens, sign, budget);
+  if (begin < 0) return std::nullopt;
+  before = begin;
+  std::optional<ExprOperand> operand;
+  if (tokens.Is(sign, "::")) {
+    operand = Scope(begin, sign);
+  } else if (Found value = ValueOf(begin, sign); value && !value->isType) {
+    if (tokens.Is(sign, "->")) value = Pointee(*value);
+    const Value plain = Plain(*value);
+    if (const TagClass* record = ClassOf(plain.type, plain.scope)) operand = {record->name, {}, {}};
+  }
+  if (operand) operand->prefix = prefix;
+  return operand;
+}
+
+// Before "::" stands a class, or a namespace.
+std::optional<ExprOperand> ExprTypes::Scope(int begin, int end) {
+  const std::optional<TypeText> path = ReadTypeText(tokens.Source(begin, end));
+  if (!path) return std::nullopt;
+  const Value plain = Plain({*path, OwnerName()});
+  if (const TagClass* record = ClassOf(plain.type, plain.scope))
+    return ExprOperand{record->name, {}, {}};
+  // The enumerators of a class's enum are kept among the members of the class.
+  const Value outer = Plain({path->Outer(), OwnerName()});
+  const TagClass* record = ClassOf(outer.type, outer.scope);
+  const TagItem* member = record ? tags.findMemberInClass(record->name, path->Name()) : nullptr;
+  const bool isEnum = member && member->kind == cEnum;
+  return ExprOperand{{}, isEnum ? record->name : path->Name(), {}};
+}
+
+TagItem* ExprTypes::Item() {
+  const int end = tokens.Count();
+  const int begin = tokens.IsWord(end - 1) ? OperandStart(tokens, end, budget) : -1;
+  if (begin < 0) return nullptr;
+  before = begin;
+  const Found value = ValueOf(begin, end);
+  return value ? value->item : nullptr;
+}
+
+std::string ExprTypes::OwnerName() const {
+  return scope && scope->owner ? scope->owner->name : std::string();
+}
+
+ExprTypes::Found ExprTypes::ValueOf(int begin, int end) {
+  const std::optional<Expr> expr = ReadExpr(tokens, begin, end, budget);
+  return expr ? ValueOf(*expr) : Found();
+}
+
+ExprTypes::Found ExprTypes::ValueOf(const Expr& expr) {
+  const Deeper deeper(depth);
+  if (deeper.IsTooDeep()) return std::nullopt;
+  Found value;
+  for (size_t i = 0; i < expr.size() && budget.Take(); ++i) {
+    const ExprStep& step = expr[i];
+    if (i > 0) {
+      value = Apply(*value, step);
+    } else if (step.kind == ExprStep::Kind::cThis) {
+      if (OwnerName().empty()) return std::nullopt;
+      value = Value{TypeOfName(OwnerName()), {}};
+      value->type.pointers = 1;
+    } else if (step.kind == ExprStep::Kind::cValue) {
+      value = Value{step.type, OwnerName()};
+    } else {
+      const bool isCall = expr.size() > 1 && expr[1].kind == ExprStep::Kind::cCall;
+      value = NameValue(step, isCall ? &expr[1] : nullptr);
+    }
+    if (!value) return std::nullopt;
+  }
+  return value;
+}
+
+ExprTypes::Found ExprTypes::Apply(const Value& value, const ExprStep& step) {
+  using Kind = ExprStep::Kind;
+  Value result = value;
+  switch (step.kind) {
+    case Kind::cMember:
+    case Kind::cArrow:
+      return MemberValue(value, step.name, step.kind == Kind::cArrow);
+    case Kind::cIndex:
+      return Indexed(value);
+    case Kind::cDeref:
+      return Dereferenced(value);
+    case Kind::cAddress:
+      ++result.type.pointers;
+      return result;
+    default:
+      // A function has the type of its result already; a type that is called gives a value.
+      result.isType = false;
+      return result;
+  }
+}
+
+ExprTypes::Found ExprTypes::NameValue(const ExprStep& step, const ExprStep* call) {
+  const TypeText& path = step.type;
+  if (path.path.size() > 1 || !path.Arguments().empty()) {
+    if (call)
+      if (Found result = LibraryCall(path, *call)) return result;
+    return QualifiedValue(path);
+  }
+  const std::string& name = path.Name();
+  if (Found local = LocalValue(name)) return local;
+  if (!OwnerName().empty())
+    if (TagItem* member = tags.findMemberInClass(OwnerName(), name))
+      return ItemValue(*member, TypeOfName(OwnerName()));
+  if (TagItem* global = tags.findGlobal(name, scopeFile)) return ItemValue(*global, {});
+  if (call)
+    if (Found result = LibraryCall(path, *call)) return result;
+  return QualifiedValue(path);
+}
+
+// The nearest declaration in the text whose type is known. What only looks like a declaration, as
+// "a & b" does, has no type that is.
+ExprTypes::Found ExprTypes::LocalValue(const std::string& name) {
+  for (int from = before; from > 0;) {
+    const std::optional<CodeDecl> decl = FindDeclaration(tokens, name, from, budget);
+    if (!decl) return std::nullopt;
+    from = decl->name;
+    if (!budget.Take(cValueCost)) return std::nullopt;
+    Found value = DeclValue(*decl);
+    if (!value || !IsKnown(*value)) continue;
+    value->isType = decl->isAlias;
+    return value;
+  }
+  return std::nullopt;
+}
+
+ExprTypes::Found ExprTypes::DeclValue(const CodeDecl& decl) {
+  const Meanwhile earlier(before, decl.name);
+  if (!IsDeduced(decl.type)) return Value{decl.type, OwnerName()};
+  Found value = ValueOf(decl.initBegin, decl.initEnd);
+  if (!value || value->isType) return std::nullopt;
+  value->item = nullptr;
+  if (decl.isRange) value = ElementValue(*value);
+  if (value && decl.binding >= 0) value = BoundValue(*value, static_cast<size_t>(decl.binding));
+  return value;
+}
+
+// A class by its name, or what is declared in one.
+ExprTypes::Found ExprTypes::QualifiedValue(const TypeText& path) {
+  const Value type{path, OwnerName(), true};
+  if (path.path.size() > 1) {
+    const Value outer = Plain({path.Outer(), OwnerName()});
+    if (TagClass* record = ClassOf(outer.type, outer.scope)) {
+      if (TagClass* nested = tags.findClass(record->name + "::" + path.Name()))
+        return Value{TypeOfName(nested->name), {}, true, nested};
+      if (TagItem* member = tags.findMemberInClass(record->name, path.Name()))
+        return ItemValue(*member, outer.type);
+    }
+  }
+  if (IsKnown(type)) return type;
+  if (TagItem* global = tags.findGlobal(path.Name(), scopeFile)) return ItemValue(*global, {});
+  const std::string_view className = ClassOfVariable(path.Name());
+  return className.empty() ? Found() : Value{TypeOfName(className), {}};
+}
+
+ExprTypes::Found ExprTypes::LibraryCall(const TypeText& path, const ExprStep& call) {
+  if (path.path.size() > 2 || (path.path.size() == 2 && path.path.front().name != "std"))
+    return std::nullopt;
+  const CallResult result = ResultOf(path.Name());
+  Value made{path, OwnerName()};
+  switch (result) {
+    case CallResult::cUnknown:
+      return std::nullopt;
+    case CallResult::cUniquePointer:
+    case CallResult::cSharedPointer:
+      if (path.Arguments().empty()) return std::nullopt;
+      made.type.path.back().name =
+          result == CallResult::cUniquePointer ? "unique_ptr" : "shared_ptr";
+      return made;
+    case CallResult::cString:
+      return Value{TypeOfName("string"), {}};
+    case CallResult::cArgument:
+    case CallResult::cIterator:
+      break;
+  }
+  int end = call.begin;
+  while (end < call.end && !tokens.Is(end, ","))
+    end = (tokens.IsOpening(end) ? tokens.Partner(end) : end) + 1;
+  Found argument = ValueOf(call.begin, end);
+  if (!argument || argument->isType) return std::nullopt;
+  argument->item = nullptr;
+  return result == CallResult::cArgument ? argument : MemberValue(*argument, "begin", false);
+}
+
+ExprTypes::Found ExprTypes::ItemValue(TagItem& item, const TypeText& owner) {
+  if (IsClassKind(item.kind) || (item.kind == 0 && item.line == 0))
+    return Value{TypeOfName(item.name), {}, true, &item};
+  Value value{tagText.TypeOf(item, budget), item.owner ? item.owner->name : std::string()};
+  value.item = &item;
+  value.isType = item.kind == cTypedef;
+  if (item.kind == cNamespace) return std::nullopt;
+  if (item.owner) FillArguments(value, *item.owner, owner);
+  return value;
+}
+
+// Gives a type that a member of `record` was declared with the arguments of the object's type.
+void ExprTypes::FillArguments(Value& value, const TagClass& record, const TypeText& owner) {
+  const std::string declared = value.type.Name();
+  for (TypeText around = owner; !around.IsEmpty(); around = around.Outer()) {
+    if (around.Arguments().empty()) continue;
+    const bool isOwner = around.path.size() == owner.path.size();
+    const TagClass* found = isOwner ? &record : ClassOf(around, {});
+    if (found) Substitute(value.type, tagText.ParametersOf(*found), around.Arguments());
+  }
+  if (value.type.Name() != declared) {
+    value.scope = OwnerName();
+  } else if (value.type.path.size() == 1 && ClassOf(owner, {}) == &record &&
+             tags.findClass(record.name + "::" + declared)) {
+    // A class inside of a template has its arguments too.
+    value.type.path.insert(value.type.path.begin(), owner.path.begin(), owner.path.end());
+  }
+}
+
+// What "->" leads to.
+ExprTypes::Value ExprTypes::Pointee(const Value& value) {
+  const Value object = Plain(value);
+  if (object.type.pointers > 0) return object;
+  if (Found pointee = WithType(PointeeOf(object.type), object)) return Plain(*pointee);
+  if (Found result = OperatorValue(object, "operator ->")) return Plain(*result);
+  return object;
+}
+
+ExprTypes::Found ExprTypes::MemberValue(const Value& value, const std::string& name, bool isArrow) {
+  const Deeper deeper(depth);
+  if (deeper.IsTooDeep() || value.isType) return std::nullopt;
+  Value object = isArrow ? Pointee(value) : Plain(value);
+  object.type.pointers = 0;
+  TagClass* record = ClassOf(object.type, object.scope);
+  TagItem* member = record ? tags.findMemberInClass(record->name, name) : nullptr;
+  Found result;
+  if (!record || !record->module) result = WithType(MemberOf(object.type, name), object);
+  if (result) result->item = member;
+  if (!result && member) result = ItemValue(*member, object.type);
+  return result;
+}
+
+ExprTypes::Found ExprTypes::WithType(std::optional<TypeText> type, const Value& from) const {
+  if (!type) return std::nullopt;
+  return Value{*type, from.scope};
+}
+
+// What an operator of a class gives.
+ExprTypes::Found ExprTypes::OperatorValue(const Value& value, const char* name) {
+  const TagClass* record = ClassOf(value.type, value.scope);
+  TagItem* member = record ? tags.findMemberInClass(record->name, name) : nullptr;
+  if (!member) return std::nullopt;
+  Found result = ItemValue(*member, value.type);
+  if (result) result->item = nullptr;
+  return result && IsKnown(*result) ? result : Found();
+}
+
+ExprTypes::Found ExprTypes::Indexed(const Value& value) {
+  Value object = Plain(value);
+  object.item = nullptr;
+  if (object.type.pointers > 0) {
+    --object.type.pointers;
+    return object;
+  }
+  if (Found element = WithType(IndexedOf(object.type), object)) return element;
+  if (Found result = OperatorValue(object, "operator []")) return result;
+  return MayBePointer(object.type) ? object : Found();
+}
+
+ExprTypes::Found ExprTypes::Dereferenced(const Value& value) {
+  Value object = Plain(value);
+  object.item = nullptr;
+  if (object.type.pointers > 0) {
+    --object.type.pointers;
+    return object;
+  }
+  if (Found element = WithType(PointeeOf(object.type), object)) return element;
+  if (Found result = OperatorValue(object, "operator *")) return result;
+  return MayBePointer(object.type) ? object : Found();
+}
+
+// What a "for" over a range takes out of it.
+ExprTypes::Found ExprTypes::ElementValue(const Value& value) {
+  Value range = Plain(value);
+  if (range.type.pointers > 0) {
+    --range.type.pointers;
+    return range;
+  }
+  if (Found element = WithType(ElementOf(range.type), range)) return element;
+  const Found begin = MemberValue(range, "begin", false);
+  if (!begin) return std::nullopt;
+  return Dereferenced(*begin);
+}
+
+// A name of "auto [a, b]": an argument of a pair, or a data member by its place.
+ExprTypes::Found ExprTypes::BoundValue(const Value& value, size_t place) {
+  const Value object = Plain(value);
+  if (Found bound = WithType(BoundOf(object.type, place), object)) return bound;
+  TagClass* record = ClassOf(object.type, object.scope);
+  if (!record) return std::nullopt;
+  for (TagItem& member : record->members) {
+    if (member.kind != cDataMember || place-- > 0) continue;
+    member.module = record->module;
+    member.owner = record;
+    return ItemValue(member, object.type);
+  }
+  return std::nullopt;
+}
+
+bool ExprTypes::IsKnown(const Value& value) {
+  const Value plain = Plain(value);
+  return IsBuiltIn(plain.type) || IsContainerType(plain.type) || ClassOf(plain.type, plain.scope);
+}
+
+ExprTypes::Value ExprTypes::Plain(Value value) {
+  const Deeper deeper(depth);
+  for (int i = 0; i < cMostAliases && !deeper.IsTooDeep() && budget.Take(cAliasCost); ++i) {
+    if (IsBuiltIn(value.type) || IsContainerType(value.type)) break;
+    const Found alias = Alias(value);
+    if (!alias || alias->type.IsEmpty()) break;
+    const int pointers = value.type.pointers;
+    const bool isExact = value.type.isExact;
+    value.type = alias->type;
+    value.scope = alias->scope;
+    value.type.pointers += pointers;
+    value.type.isExact = value.type.isExact && isExact;
+  }
+  return value;
+}
+
+ExprTypes::Found ExprTypes::Alias(const Value& value) {
+  if (value.type.IsEmpty()) return std::nullopt;
+  return value.type.path.size() == 1 ? NamedAlias(value) : NestedAlias(value);
+}
+
+ExprTypes::Found ExprTypes::NamedAlias(const Value& value) {
+  const std::string& name = value.type.Name();
+  if (const std::optional<CodeDecl> decl = FindAlias(name)) return Value{decl->type, OwnerName()};
+  if (ClassOf(value.type, value.scope)) return std::nullopt;
+  for (const std::string& owner : {value.scope, OwnerName()}) {
+    if (owner.empty()) continue;
+    TagItem* member = tags.findMemberInClass(owner, name);
+    if (member && member->kind == cTypedef) return ItemValue(*member, {});
+  }
+  TagItem* global = tags.findGlobal(name, scopeFile);
+  if (global && global->kind == cTypedef) return ItemValue(*global, {});
+  return WrittenAlias(name);
+}
+
+// The nearest alias of that name that the text makes.
+std::optional<CodeDecl> ExprTypes::FindAlias(const std::string& name) {
+  if (!aliases) {
+    aliases.emplace();
+    for (int i = 0; i < tokens.Count(); ++i)
+      if (tokens.IsOneOf(i, "using typedef")) aliases->push_back(i);
+  }
+  for (auto at = aliases->rbegin(); at != aliases->rend(); ++at)
+    for (int i = *at + 1; *at < before && i < *at + cLongestTypedef && budget.Take(); ++i) {
+      if (tokens.Is(i, ";")) break;
+      if (!tokens.Is(i, name) || !budget.Take(cAliasCost)) continue;
+      const std::optional<CodeDecl> decl = DeclarationAt(tokens, i, budget);
+      if (decl && decl->isAlias && decl->type.Names() != name) return decl;
+    }
+  return std::nullopt;
+}
+
+// "Outer::Name": a type that a class or container declares.
+ExprTypes::Found ExprTypes::NestedAlias(const Value& value) {
+  const std::string& name = value.type.Name();
+  const Value outer = Plain({value.type.Outer(), value.scope});
+  if (Found made = WithType(MemberOf(outer.type, name), outer)) {
+    // What is an iterator by its name already is no alias of one.
+    return Print(made->type) == Print(value.type) ? Found() : made;
+  }
+  const TagClass* record = ClassOf(outer.type, outer.scope);
+  if (!record || tags.findClass(record->name + "::" + name)) return std::nullopt;
+  TagItem* member = tags.findMemberInClass(record->name, name);
+  if (member) return member->kind == cTypedef ? ItemValue(*member, outer.type) : Found();
+  return WrittenAlias(name);
+}
+
+// An alias that no tag tells of: of the text, or of a file that it includes.
+ExprTypes::Found ExprTypes::WrittenAlias(const std::string& name) {
+  if (const std::optional<CodeDecl> decl = FindAlias(name)) return Value{decl->type, OwnerName()};
+  const std::optional<TypeText> included = tagText.IncludedAlias(name, budget);
+  return included ? Found(Value{*included, OwnerName()}) : Found();
+}
+
+// Tags name a class with the classes around it and without its namespaces.
+TagClass* ExprTypes::ClassOf(const TypeText& type, const std::string& from) {
+  if (type.IsEmpty() || IsContainerType(type.Outer())) return nullptr;
+  const std::string names = type.Names();
+  for (std::string around = from; !around.empty();) {
+    if (TagClass* found = tags.findClass(around + "::" + names)) return found;
+    const size_t colon = around.rfind("::");
+    around.resize(colon == around.npos ? 0 : colon);
+  }
+  for (size_t first = 0; first < type.path.size(); ++first)
+    if (TagClass* found = tags.findClass(type.Names(first))) return found;
+  const std::string_view last = type.Name();
+  if (last.starts_with(cBasicPrefix)) return tags.findClass(last.substr(cBasicPrefix.size()));
+  return nullptr;
+}
+
+}  // namespace zendry

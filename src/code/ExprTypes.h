@@ -1,0 +1,90 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "code/CodeTokens.h"
+#include "code/DeclRead.h"
+#include "code/ExprRead.h"
+#include "code/TagLookup.h"
+#include "code/TagText.h"
+#include "code/TypeText.h"
+
+namespace zendry {
+
+// What stands before a member operator at the caret.
+struct ExprOperand {
+  std::string className;  // whose members are asked for; empty for a namespace
+  std::string nameSpace;  // whose content is asked for
+  std::string prefix;     // the letters behind the operator
+};
+
+// Finds out what expressions stand for in the text before a place: it reads declarations in the
+// blocks around, the expressions that "auto" takes its type from, members, aliases and template
+// arguments. It is asked where the plain walk of names finds nothing, and guesses nothing that it
+// can't read: what is unknown has no value. Tags that it gives are void after the next parse.
+class ExprTypes {
+ public:
+  // Everything must outlive it. `theScope` is the tag around the place, null without one.
+  ExprTypes(TagLookup& theTags, CodeSources& theSources, const CaretText& editor,
+            const TagData* current, const TagItem* theScope, int place);
+
+  // The operand of the member operator that ends at the place, or before letters that end there.
+  std::optional<ExprOperand> Operand();
+  // The tag that the expression whose last name ends at the place stands for; null without one.
+  TagItem* Item();
+
+ private:
+  // What an expression stands for.
+  struct Value {
+    TypeText type;
+    std::string scope;        // the class in which the names of the type are to be found
+    bool isType = false;      // the expression names a type
+    TagItem* item = nullptr;  // the tag that the last name was resolved to
+  };
+  using Found = std::optional<Value>;
+
+  Found ValueOf(int begin, int end);
+  Found ValueOf(const Expr& expr);
+  Found Apply(const Value& value, const ExprStep& step);
+  Found NameValue(const ExprStep& step, const ExprStep* call);
+  Found LocalValue(const std::string& name);
+  Found QualifiedValue(const TypeText& path);
+  Found LibraryCall(const TypeText& path, const ExprStep& call);
+  Found DeclValue(const CodeDecl& decl);
+  Found ItemValue(TagItem& item, const TypeText& owner);
+  Value Pointee(const Value& value);
+  void FillArguments(Value& value, const TagClass& record, const TypeText& owner);
+  Found MemberValue(const Value& value, const std::string& name, bool isArrow);
+  Found OperatorValue(const Value& value, const char* name);
+  Found Indexed(const Value& value);
+  Found Dereferenced(const Value& value);
+  Found ElementValue(const Value& value);
+  Found BoundValue(const Value& value, size_t place);
+  Found WithType(std::optional<TypeText> type, const Value& from) const;
+
+  // Follows aliases until a class, a container or a built-in type is reached.
+  Value Plain(Value value);
+  Found Alias(const Value& value);
+  Found NamedAlias(const Value& value);
+  Found NestedAlias(const Value& value);
+  Found WrittenAlias(const std::string& name);
+  std::optional<CodeDecl> FindAlias(const std::string& name);
+  TagClass* ClassOf(const TypeText& type, const std::string& scope);
+  bool IsKnown(const Value& value);
+  std::optional<ExprOperand> Scope(int begin, int end);
+  std::string OwnerName() const;
+
+  TagLookup& tags;
+  TagText tagText;
+  const TagItem* scope;
+  std::string scopeFile;
+  CodeTokens tokens;
+  std::optional<std::vector<int>> aliases;  // the tokens "using" and "typedef"
+  StepBudget budget;
+  int before = 0;  // declarations are looked for before this token
+  int depth = 0;
+};
+
+}  // namespace zendry

@@ -1,0 +1,215 @@
+#include "code/TagLookup.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_map>
+
+#include "code/CodeSources.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr int cFunction = 'f';
+constexpr int cPrototype = 'p';
+constexpr int cClass = 'c';
+constexpr int cNamespace = 'n';
+constexpr int cEnumerator = 'e';
+constexpr std::string_view cLibraryNamespace = "std";
+
+// The definition of a member outside of its class; the declaration inside stands for it.
+bool IsOuterDefinition(const TagItem& item) {
+  return item.kind == cFunction && item.access == 0;
+}
+
+// Takes the last name off a list of bases.
+std::string_view TakeLastBase(std::string_view& bases) {
+  const size_t comma = bases.rfind(',');
+  const size_t begin = comma == bases.npos ? 0 : comma + 1;
+  const std::string_view base = bases.substr(begin);
+  bases = bases.substr(0, begin == 0 ? 0 : comma);
+  return base;
+}
+
+// Says in a member whose it is.
+bool BelongsTo(TagItem& member, TagClass& record) {
+  member.module = record.module;
+  member.owner = &record;
+  return true;
+}
+
+// Walks the members of a class, then those of its bases. A class whose walk has ended without a hit
+// holds none for a second walk that starts as deep or deeper, so that one is left out: without this
+// a loop of classes with many bases would take for ever.
+class ClassWalk {
+ public:
+  // The records of a class by its name.
+  using Records = std::function<std::vector<TagClass*>(std::string_view)>;
+  // Whether the walk ends with this member; it has its module and owner then.
+  using Visit = std::function<bool(TagClass&, TagItem&)>;
+
+  ClassWalk(Records theRecords, Visit theVisit)
+      : records(std::move(theRecords)), visit(std::move(theVisit)) {}
+
+  // The member that ended the walk; null when none did.
+  TagItem* Walk(std::string_view className, int depth) {
+    if (depth >= TagLookup::cMostDepth) return nullptr;
+    const auto walked = walkedFrom.find(className);
+    if (walked != walkedFrom.end() && walked->second <= depth) return nullptr;
+    for (TagClass* record : records(className))
+      if (TagItem* hit = WalkRecord(*record, depth)) return hit;
+    walkedFrom[className] = depth;
+    return nullptr;
+  }
+
+ private:
+  TagItem* WalkRecord(TagClass& record, int depth) {
+    for (TagItem& member : record.members)
+      if (visit(record, member)) return &member;
+    for (std::string_view bases = record.inheritance; !bases.empty();)
+      if (TagItem* hit = Walk(TakeLastBase(bases), depth + 1)) return hit;
+    return nullptr;
+  }
+
+  Records records;
+  Visit visit;
+  std::unordered_map<std::string_view, int> walkedFrom;  // class and least depth
+};
+
+std::vector<TagClass*> RecordsOf(TagClass* found) {
+  return found ? std::vector{found} : std::vector<TagClass*>();
+}
+
+// Appends the first record of each name with the prefix that is to be listed.
+template <class Record, class Filter>
+void ListNames(std::vector<TagItem*>& out, const TagIndex& index,
+               const TagIndex::Places<Record>& names, std::string_view prefix, Filter isListed) {
+  for (auto name = names.lower_bound(prefix);
+       name != names.end() && name->first.starts_with(prefix); ++name) {
+    const auto& places = name->second;
+    const auto place = std::find_if(places.begin(), places.end(), isListed);
+    if (place == places.end()) continue;
+    place->record->module = index.Modules()[place->module];
+    place->record->owner = nullptr;
+    out.push_back(place->record);
+  }
+}
+
+}  // namespace
+
+const TagIndex& TagLookup::EnsureIndex() {
+  index.Update(sources.Modules());
+  return index;
+}
+
+TagClass* TagLookup::findClass(std::string_view name) {
+  EnsureIndex();
+  return ClassOf(name);
+}
+
+TagClass* TagLookup::ClassOf(std::string_view name) {
+  if (TagClass* found = index.FindClass(name)) return found;
+  TagData* library = sources.Library();
+  return library ? library->findClass(name) : nullptr;
+}
+
+TagItem* TagLookup::findGlobal(std::string_view name, std::string_view moduleName) {
+  if (TagItem* found = EnsureIndex().FindGlobal(name, moduleName)) return found;
+  return findClass(name);
+}
+
+TagItem* TagLookup::findMember(std::string_view className, std::string_view memberName, Want want,
+                               int depth) {
+  EnsureIndex();
+  const auto records = [this](std::string_view name) {
+    std::vector<TagClass*> found;
+    for (const auto& [module, record] : index.Classes(name)) {
+      record->module = index.Modules()[module];
+      found.push_back(record);
+    }
+    return found;
+  };
+  const auto isWanted = [want](const TagItem& item) {
+    const bool isPrototype = item.kind == cPrototype;
+    return want == Want::cDefinition ? !isPrototype : isPrototype || item.access != 0;
+  };
+  ClassWalk walk(records, [&](TagClass& record, TagItem& item) {
+    return isWanted(item) && item.name == memberName && BelongsTo(item, record);
+  });
+  return walk.Walk(className, depth);
+}
+
+TagItem* TagLookup::findMemberInClass(std::string_view className, std::string_view memberName,
+                                      int depth) {
+  EnsureIndex();
+  const auto records = [this](std::string_view name) { return RecordsOf(ClassOf(name)); };
+  ClassWalk walk(records, [&](TagClass& record, TagItem& item) {
+    return !IsOuterDefinition(item) && item.name == memberName && BelongsTo(item, record);
+  });
+  return walk.Walk(className, depth);
+}
+
+TagItem* TagLookup::findMemberPath(std::string_view path, std::string_view typeName) {
+  std::string type(typeName);
+  for (;;) {
+    const size_t dot = path.find('.');
+    const bool isLast = dot == path.npos || dot == 0;
+    TagItem* found = findMemberInClass(type, path.substr(0, isLast ? path.npos : dot));
+    if (!found || isLast || dot + 1 == path.size()) return found;
+    type = found->type;
+    path.remove_prefix(dot + 1);
+  }
+}
+
+void TagLookup::listMembers(std::vector<TagItem*>& out, std::string_view className,
+                            std::string_view prefix, int depth) {
+  EnsureIndex();
+  const auto records = [this](std::string_view name) {
+    std::vector<TagClass*> found = RecordsOf(ClassOf(name));
+    if (found.empty()) sources.Log(" - class not found", name);
+    return found;
+  };
+  ClassWalk walk(records, [&](TagClass& record, TagItem& item) {
+    if (!IsOuterDefinition(item) && item.name.starts_with(prefix) && BelongsTo(item, record))
+      out.push_back(&item);
+    return false;
+  });
+  walk.Walk(className, depth);
+}
+
+// No tag knows its namespace; that of a file's tags mostly lasts to the file's end.
+void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
+                              std::string_view prefix) {
+  const auto list = [&](TagItem& item, TagData* module) {
+    if (!item.name.starts_with(prefix) || item.name.find("::") != item.name.npos) return;
+    item.module = module;
+    item.owner = nullptr;
+    out.push_back(&item);
+  };
+  for (const auto& [number, record] : EnsureIndex().Classes(name))
+    for (TagItem& member : record->members)
+      if (member.kind == cEnumerator) list(member, index.Modules()[number]);
+  const auto namespaces = index.AllGlobals().find(name);
+  if (namespaces == index.AllGlobals().end()) {
+    if (TagData* library = sources.Library(); library && name == cLibraryNamespace)
+      for (auto& [key, record] : library->classes) list(record, nullptr);
+    return;
+  }
+  for (const auto& [number, record] : namespaces->second) {
+    if (record->kind != cNamespace) continue;
+    TagData* module = index.Modules()[number];
+    for (TagItem& item : module->globals)
+      if (item.line >= record->line && &item != record) list(item, module);
+    for (auto& [key, item] : module->classes)
+      if (item.line >= record->line) list(item, module);
+  }
+}
+
+void TagLookup::listGlobals(std::vector<TagItem*>& out, std::string_view prefix) {
+  EnsureIndex();
+  ListNames(out, index, index.AllGlobals(), prefix, [](const auto&) { return true; });
+  ListNames(out, index, index.AllClasses(), prefix,
+            [](const auto& place) { return place.record->kind == cClass; });
+}
+
+}  // namespace zendry

@@ -1,0 +1,111 @@
+#include "code/TagText.h"
+
+#include <algorithm>
+
+#include "base/CaretText.h"
+#include "code/CodeSources.h"
+#include "code/DeclRead.h"
+#include "tags/TagData.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr int cLinesBefore = 3;
+constexpr int cLinesBehind = 2;
+constexpr int cMostBytes = 2000;  // of those lines
+constexpr size_t cMostFiles = 8;  // whose whole text is looked into
+constexpr size_t cMostAliasText = 65536;
+
+// Where the line behind the one around `at` begins; the end of the text for the last one.
+size_t NextLine(std::string_view text, size_t at) {
+  const size_t newline = text.find('\n', at);
+  return newline == text.npos ? text.size() : newline + 1;
+}
+
+std::string_view FileNameOf(std::string_view path) {
+  return path.substr(path.find_last_of('/') + 1);
+}
+
+}  // namespace
+
+TagText::Piece TagText::AroundInEditor(int line) const {
+  const int lineStart = editor.PositionFromLine(line - 1);
+  int start = editor.PositionFromLine(std::max(line - 1 - cLinesBefore, 0));
+  start = std::max(start, lineStart - cMostBytes);
+  const int end = std::min(editor.PositionFromLine(line + cLinesBehind), lineStart + cMostBytes);
+  Piece piece{std::string(static_cast<size_t>(std::max(end - start, 0)), '\0'), lineStart - start};
+  if (end > start) editor.CopyRange(start, end, piece.text.data());
+  return piece;
+}
+
+TagText::Piece TagText::Around(const TagItem& item) {
+  if (!item.module || item.line < 1) return {};
+  if (item.module == current) return AroundInEditor(item.line);
+  const std::string_view text = WholeText(*item.module);
+  size_t start = 0, lineStart = 0;
+  for (int line = 1; line < item.line && lineStart < text.size(); ++line) {
+    lineStart = NextLine(text, lineStart);
+    if (line > cLinesBefore) start = NextLine(text, start);
+  }
+  size_t end = lineStart;
+  for (int i = 0; i <= cLinesBehind; ++i) end = NextLine(text, end);
+  start = std::max<size_t>(start, lineStart - std::min<size_t>(lineStart, cMostBytes));
+  end = std::min(end, lineStart + cMostBytes);
+  return {std::string(text.substr(start, end - start)), static_cast<int>(lineStart - start)};
+}
+
+const std::string& TagText::WholeText(const TagData& module) {
+  static const std::string cNone;
+  const auto known = texts.find(&module);
+  if (known != texts.end()) return known->second;
+  if (texts.size() >= cMostFiles) return cNone;
+  return texts[&module] = sources.TextOf(module);
+}
+
+TypeText TagText::TypeOf(const TagItem& item, StepBudget& budget) {
+  const Piece piece = Around(item);
+  const CodeTokens tokens(piece.text);
+  for (int i = 0; i < tokens.Count() && budget.Take(); ++i) {
+    if (tokens.Start(i) < piece.lineStart || !tokens.Is(i, item.name)) continue;
+    const std::optional<CodeDecl> decl = DeclarationAt(tokens, i, budget);
+    if (!decl) continue;
+    // Where the tag knows another single name, the text has changed since.
+    const bool isTold = decl->type.Name() == item.type || item.type == "auto";
+    if (isTold || decl->type.path.size() > 1) return decl->type;
+  }
+  return item.type.empty() ? TypeText() : TypeOfName(item.type, false);
+}
+
+std::vector<std::string> TagText::ParametersOf(const TagClass& record) {
+  const Piece piece = Around(record);
+  const CodeTokens tokens(piece.text);
+  const std::string_view name = std::string_view(record.name).substr(record.name.rfind(':') + 1);
+  for (int i = 0; i < tokens.Count(); ++i) {
+    if (tokens.Start(i) < piece.lineStart || !tokens.Is(i, name)) continue;
+    if (tokens.IsOneOf(i - 1, "class struct union")) return TemplateParameters(tokens, i);
+  }
+  return {};
+}
+
+std::optional<TypeText> TagText::IncludedAlias(std::string_view name, StepBudget& budget) {
+  if (!current) return std::nullopt;
+  for (const IncludeRec& include : current->includes) {
+    const auto isIncluded = [&](const TagData* module) {
+      return module != current && FileNameOf(module->fileName) == FileNameOf(include.name);
+    };
+    const auto& modules = sources.Modules();
+    const auto module = std::find_if(modules.begin(), modules.end(), isIncluded);
+    if (module == modules.end()) continue;
+    const std::string& text = WholeText(**module);
+    if (text.size() > cMostAliasText || text.find("using") == text.npos) continue;
+    const CodeTokens tokens(text);
+    for (int i = 1; i < tokens.Count() && budget.Take(); ++i) {
+      if (!tokens.Is(i, name) || !tokens.Is(i - 1, "using")) continue;
+      if (auto decl = DeclarationAt(tokens, i, budget)) return decl->type;
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace zendry

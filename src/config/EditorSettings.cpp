@@ -1,0 +1,7 @@
+#include "config/EditorSettings.h"
+
+namespace zendry {
+
+EditorSettings theEditorSettings;
+
+}  // namespace zendry

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <array>
+
+#include "config/IdeConfig.h"
+
+namespace zendry {
+
+// What each new editor takes over. Filled by the configuration (fonts) and the session (the rest).
+struct EditorSettings {
+  int useTabs = 1;
+  int tabSize = 4;
+  int indentSize = 4;
+  int useMonoFont = 0;
+  std::array<FontRec, 3> fonts = IdeFonts().fonts;  // what controls read
+};
+
+extern EditorSettings theEditorSettings;
+
+}  // namespace zendry

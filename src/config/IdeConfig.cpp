@@ -1,0 +1,81 @@
+#include "config/IdeConfig.h"
+
+#include <optional>
+
+#include "FileText.h"
+#include "base/ParseInt.h"
+#include "base/XmlTag.h"
+#include "config/EditorSettings.h"
+
+namespace zendry {
+
+IdeConfig theIdeConfig;
+IdeFonts theIdeFonts;
+
+namespace {
+
+bool IsIndex(int id, size_t count) {
+  return id >= 0 && static_cast<size_t>(id) < count;
+}
+
+void ReadToolSet(const XmlTag& tag, IdeConfig& config) {
+  if (IsIndex(tag.id, config.toolSets.size()))
+    config.toolSets[static_cast<size_t>(tag.id)] = {tag.o, tag.p, tag.v};
+}
+
+void ReadFont(const XmlTag& tag, IdeFonts& fonts) {
+  if (!IsIndex(tag.id, fonts.fonts.size())) return;
+  const auto index = static_cast<size_t>(tag.id);
+  FontRec& font = fonts.fonts[index];
+  font.name = tag.n;
+  font.style = ParseInt(tag.o);
+  font.size = ParseInt(tag.v);
+  theEditorSettings.fonts[index] = font;
+}
+
+// Only the first letter of an element's name counts.
+void ReadElement(const XmlTag& tag, IdeConfig& config, IdeFonts& fonts) {
+  switch (tag.element.front()) {
+    case 'g':
+      ReadToolSet(tag, config);
+      break;
+    case 'a':
+      config.addOns[tag.n] = {false, tag.p, tag.v};
+      break;
+    case 'l':
+      config.libSets[tag.n] = {false, tag.p, tag.v};
+      break;
+    case 'f':
+      ReadFont(tag, fonts);
+      break;
+    case 's':
+      config.defaultSet = tag.id;
+      config.defaultOption = ParseInt(tag.o);
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace
+
+void ReadConfig(IdeConfig& config, IdeFonts& fonts) {
+  const std::optional<std::string> text = mavro::ReadFileText(config.appDir + "Zendry.cfg");
+  if (!text) return;
+  TagSource source{*text};
+  for (XmlTag tag; tag.read(&source);) ReadElement(tag, config, fonts);
+}
+
+std::string InstallRoot(const std::string& appDir) {
+  if (appDir.size() < 2) return appDir;
+  return appDir.substr(0, appDir.rfind('/', appDir.size() - 2) + 1);
+}
+
+std::string ResolveToolPath(const std::string& dir, const std::string& name) {
+  if (dir.empty()) return name;
+  const bool inInstallRoot = dir.size() > 2 && dir.starts_with('@');
+  const std::string folder = inInstallRoot ? InstallRoot(theIdeConfig.appDir) + dir.substr(2) : dir;
+  return folder + "/" + name;
+}
+
+}  // namespace zendry

@@ -1,0 +1,233 @@
+#include "config/IdeSession.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+
+#include "FileText.h"
+#include "base/ParseInt.h"
+#include "config/EditorSettings.h"
+
+namespace zendry {
+
+IdeSession theIdeSession;
+
+namespace {
+
+constexpr char cBoundsKey[] = "Bounds";
+constexpr char cSplitterKey[] = "split-h";
+constexpr int cFarthest = 800;         // a window further right or down goes to the edge
+constexpr int cFarthestBack = -32767;  // no desktop reaches further left or up
+constexpr int cMinWidth = 801;
+constexpr int cMinHeight = 401;
+constexpr int cBelowSplitter = 79;  // room for the bottom pane
+constexpr int cDefaultTabSize = 4;
+constexpr int cMaxTabSize = 256;
+
+// The number as "%g" writes it.
+std::string Number(int number) {
+  char text[32];
+  std::snprintf(text, sizeof text, "%g", static_cast<double>(number));
+  return text;
+}
+
+std::string Flag(bool set) {
+  return set ? "1" : "0";
+}
+
+std::string KeyOf(const RecentList& list, size_t index) {
+  std::string key = list.keyTemplate;
+  key[4] = static_cast<char>('A' + index);
+  return key;
+}
+
+// A value that a line of the file can hold: reading it gives the same again.
+bool FitsLine(const std::string& value) {
+  return value.find('\n') == std::string::npos && !value.ends_with('\r');
+}
+
+std::string IniText(const std::map<std::string, std::string>& values) {
+  std::string text;
+  for (const auto& [key, value] : values)
+    if (!value.empty() && FitsLine(value)) text.append(key).append("=").append(value).append("\n");
+  return text;
+}
+
+// The four numbers of "LEFT;TOP;WIDTH;HEIGHT;".
+std::optional<std::array<int, 4>> ParseBounds(std::string_view text) {
+  std::array<int, 4> numbers;
+  for (int& number : numbers) {
+    const size_t end = text.find(';');
+    if (end == std::string_view::npos) return std::nullopt;
+    number = ParseInt(text.substr(0, end));
+    text.remove_prefix(end + 1);
+  }
+  return numbers;
+}
+
+int CorrectedPlace(int place) {
+  return place > cFarthest || place < cFarthestBack ? 0 : place;
+}
+
+int CorrectedSize(int size, int smallest, int screen) {
+  return size < smallest || size > screen ? screen : size;
+}
+
+int CorrectedSplitter(const std::string& stored, int height) {
+  const int base = height * 11 / 16;
+  if (stored.empty()) return base;
+  const int position = ParseInt(stored);
+  return position < base * 11 / 15 || position >= height - cBelowSplitter ? base : position;
+}
+
+bool Exists(const std::string& path) {
+  struct stat status;
+  return stat(path.c_str(), &status) == 0;
+}
+
+}  // namespace
+
+IdeSession::IdeSession() {
+  const std::string profile = mavro::ProfileFolder();
+  if (profile.empty()) return;
+  folder = profile + "/.zendry";
+  iniPath = folder + "/zendry.ini";
+}
+
+void IdeSession::NoteError(const std::string& error) {
+  if (noted.empty()) noted = error;
+}
+
+std::string IdeSession::TakeError() {
+  std::string error;
+  error.swap(noted);
+  return error;
+}
+
+bool IdeSession::EnsureFolder() {
+  if (folder.empty()) {
+    NoteError("There is no profile folder: settings are not kept.");
+    return false;
+  }
+  if (mkdir(folder.c_str(), 0700) == 0) return true;
+  const int error = errno;
+  if (mavro::FolderExists(folder)) return true;
+  const char* reason = error == EEXIST ? "it is not a folder" : std::strerror(error);
+  NoteError(folder + ": " + reason + ". Settings are not kept.");
+  return false;
+}
+
+void IdeSession::ReadText(const std::string& text) {
+  bool damaged = text.find('\0') != std::string::npos;
+  for (std::string_view rest = text; !rest.empty();) {
+    std::string_view line = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    const size_t equals = line.find('=');
+    if (equals != std::string_view::npos)
+      values[std::string(line.substr(0, equals))] = line.substr(equals + 1);
+    else if (line.find_first_not_of(" \t") != std::string_view::npos)
+      damaged = true;
+  }
+  if (!damaged) return;
+  damagedText = text;
+  NoteError(iniPath + ": holds lines that are no settings. They are passed over.");
+}
+
+std::string IdeSession::Value(const std::string& key, std::string_view otherwise) const {
+  const auto found = values.find(key);
+  return found == values.end() ? std::string(otherwise) : found->second;
+}
+
+// Tab and indent sizes that no editor could work with are taken for damage.
+void IdeSession::TakeEditorSettings() const {
+  EditorSettings& editor = theEditorSettings;
+  editor.useTabs = Value("ed-usetab", "1") != "0";
+  editor.tabSize = ParseInt(Value("ed-tabsize", "4"));
+  if (editor.tabSize < 1 || editor.tabSize > cMaxTabSize) editor.tabSize = cDefaultTabSize;
+  editor.indentSize = ParseInt(Value("ed-indsize", "4"));
+  if (editor.indentSize < 0 || editor.indentSize > cMaxTabSize) editor.indentSize = cDefaultTabSize;
+  editor.useMonoFont = Value("ed-usemono", "0") == "1";
+}
+
+void IdeSession::Load() {
+  EnsureFolder();
+  if (const std::optional<std::string> text = mavro::ReadFileText(iniPath)) {
+    ReadText(*text);
+  } else if (Exists(iniPath)) {
+    mayReplace = false;
+    NoteError(iniPath + ": can't be read. Settings are not kept.");
+  }
+  for (RecentList* list : {&recentFiles, &recentProjects}) {
+    list->items.clear();
+    for (size_t i = 0; i < list->capacity; ++i)
+      if (const auto found = values.find(KeyOf(*list, i)); found != values.end())
+        list->items.push_back(found->second);
+  }
+  TakeEditorSettings();
+  fonts = theIdeFonts.fonts;
+  debuggerTips = true;
+}
+
+// A path that no line can hold is left out, and the others move up.
+void IdeSession::StoreList(const RecentList& list) {
+  size_t index = 0;
+  for (const std::string& item : list.items)
+    if (FitsLine(item)) values[KeyOf(list, index++)] = item;
+  for (; index < list.capacity; ++index) values.erase(KeyOf(list, index));
+}
+
+void IdeSession::StoreSettings(const Placement& placement) {
+  char bounds[64];
+  std::snprintf(bounds, sizeof bounds, "%d;%d;%d;%d;", placement.left, placement.top,
+                placement.width, placement.height);
+  values[cBoundsKey] = bounds;
+  StoreList(recentFiles);
+  StoreList(recentProjects);
+  values["dbg-tip"] = Flag(debuggerTips);
+  values[cSplitterKey] = Number(placement.splitter);
+  values["ed-usetab"] = Flag(theEditorSettings.useTabs);
+  values["ed-tabsize"] = Number(theEditorSettings.tabSize);
+  values["ed-indsize"] = Number(theEditorSettings.indentSize);
+  values["ed-usemono"] = Flag(theEditorSettings.useMonoFont);
+}
+
+bool IdeSession::KeepDamagedText() {
+  if (damagedText.empty()) return true;
+  const mavro::SaveResult kept = mavro::SaveFileText(iniPath + ".bad", damagedText);
+  if (kept.Ok())
+    damagedText.clear();
+  else
+    NoteError(kept.error);
+  return kept.Ok();
+}
+
+void IdeSession::Save(const Placement& placement) {
+  StoreSettings(placement);
+  if (!EnsureFolder() || !mayReplace || !KeepDamagedText()) return;
+  const mavro::SaveResult result = mavro::SaveFileText(iniPath, IniText(values));
+  if (!result.Ok()) NoteError(result.error);
+}
+
+std::optional<Placement> IdeSession::RestoreBounds(int screenWidth, int screenHeight) const {
+  const auto bounds = ParseBounds(Value(cBoundsKey, ""));
+  if (!bounds) return std::nullopt;
+  Placement placement;
+  placement.left = CorrectedPlace((*bounds)[0]);
+  placement.top = CorrectedPlace((*bounds)[1]);
+  placement.width = CorrectedSize((*bounds)[2], cMinWidth, screenWidth);
+  placement.height = CorrectedSize((*bounds)[3], cMinHeight, screenHeight);
+  placement.splitter = CorrectedSplitter(Value(cSplitterKey, ""), placement.height);
+  return placement;
+}
+
+void IdeSession::AddRecent(RecentList& list, std::string path) {
+  std::erase(list.items, path);
+  if (!list.items.empty() && list.items.size() >= list.capacity) list.items.pop_back();
+  list.items.insert(list.items.begin(), std::move(path));
+}
+
+}  // namespace zendry

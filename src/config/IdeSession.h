@@ -1,0 +1,82 @@
+#pragma once
+
+#include <array>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "config/IdeConfig.h"
+
+namespace zendry {
+
+// Paths used lately, newest first. `keyTemplate` gives the keys under which they are stored: its
+// character at position 4 is replaced by a letter from "A" on.
+struct RecentList {
+  size_t capacity = 8;
+  std::string keyTemplate;
+  std::vector<std::string> items;
+};
+
+// Where the main window stands, and its horizontal splitter.
+struct Placement {
+  int left = 0;
+  int top = 0;
+  int width = 800;
+  int height = 560;
+  int splitter = 0;
+  friend bool operator==(const Placement&, const Placement&) = default;
+};
+
+// What the program remembers of its user between two runs: "zendry.ini" in the folder ".zendry" of
+// the profile folder. Everything works without it; what can't be kept is said by TakeError().
+class IdeSession {
+ public:
+  // Takes the places of folder and file; touches nothing on disk.
+  IdeSession();
+
+  // Reads the ini file, of which nothing need be there or make sense, and applies the editor's
+  // settings to theEditorSettings. Makes the folder, for the user alone, when it is missing.
+  void Load();
+  // Writes the ini file. One that was there and couldn't be read is left as it is; one that held
+  // lines without meaning is kept beside the new one with ".bad" appended to its name.
+  void Save(const Placement& placement);
+
+  // Where the window goes on a screen of this size; nothing when no place, or half a place, is
+  // stored. A place above 800 and sizes that are too small or exceed the screen are corrected.
+  std::optional<Placement> RestoreBounds(int screenWidth, int screenHeight) const;
+
+  // Puts a path at the head of a list, in which it stands once.
+  static void AddRecent(RecentList& list, std::string path);
+
+  // Keeps a reason why something can't be kept, to be said once. The first one wins.
+  void NoteError(const std::string& error);
+  // The reason noted, which is then forgotten; empty when there is none.
+  std::string TakeError();
+
+  std::map<std::string, std::string> values;  // every key of the file, also unknown ones
+  std::string folder;                         // empty when there is no profile folder
+  std::string iniPath;
+  bool debuggerTips = true;  // stored, but true again at each start
+  RecentList recentFiles = {8, "file0", {}};
+  RecentList recentProjects = {8, "proj0", {}};
+  std::array<FontRec, 3> fonts = IdeFonts().fonts;  // for the options dialog
+
+ private:
+  bool EnsureFolder();
+  void ReadText(const std::string& text);
+  void TakeEditorSettings() const;
+  std::string Value(const std::string& key, std::string_view otherwise) const;
+  void StoreList(const RecentList& list);
+  void StoreSettings(const Placement& placement);
+  bool KeepDamagedText();
+
+  bool mayReplace = true;   // false when the file is there and can't be read
+  std::string damagedText;  // content of a file that held more than settings
+  std::string noted;
+};
+
+extern IdeSession theIdeSession;
+
+}  // namespace zendry

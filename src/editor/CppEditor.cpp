@@ -1,0 +1,232 @@
+#include "editor/CppEditor.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "TipRules.h"
+#include "base/Paths.h"
+#include "code/CppLanguage.h"
+#include "code/ExpressionAt.h"
+#include "config/EditorSettings.h"
+#include "config/IdeSession.h"
+#include "debug/Debugger.h"
+#include "editor/EditTabs.h"
+#include "frame/MainForm.h"
+#include "project/Project.h"
+
+namespace zendry {
+
+namespace {
+
+// By EditorMark. Colours are blue-green-red.
+constexpr std::array<mavro::MarkType, 4> cMarks = {{
+    {0, 127, 0xFF0000},
+    {1, 127, 0x0000FF},
+    {4, 127, 0xFF0000},
+    {2, 127, 0x00FF00},
+}};
+
+constexpr int cKeywordStyle = 5;  // of the lexer: "if" and "for" decide about indentation
+
+// Null for plain text. What has no name yet is going to be a source.
+const mavro::EditorLanguage* LanguageOf(const std::string& path) {
+  const int kind = FileKind(path);
+  const bool isSource = kind == cCppSource || kind == cCSource || kind == cHeader;
+  return path.empty() || isSource ? &cCppLanguage : nullptr;
+}
+
+}  // namespace
+
+CppEditor::CppEditor(EditTab& itsTab) : tab(itsTab), marks(cMarks) {
+  marks[cBreakpointMark].enabled = false;
+  markTypes = marks.data();
+  markTypeCount = static_cast<int>(marks.size());
+  dock = mavro::Dock::cFill;
+}
+
+void CppEditor::ApplySettings() {
+  const EditorSettings& settings = theEditorSettings;
+  options->useTabs = settings.useTabs != 0;
+  options->tabWidth = settings.tabSize;
+  options->indentSize = settings.indentSize;
+  options->monospaced = settings.useMonoFont != 0;
+  options->monoFace = settings.fonts[1].name;
+  options->fontFace = settings.fonts[2].name;
+  options->fontSize = settings.fonts[options->monospaced ? 1 : 2].size;
+  options->foldMargin = true;
+  options->keywordStyle = cKeywordStyle;
+  language = LanguageOf(fileName);
+  applyOptions();
+}
+
+bool CppEditor::Load(const std::string& path) {
+  const DiskStamp before = ReadDiskStamp(path);
+  language = LanguageOf(path);
+  const std::string nameBefore = std::exchange(storedName, path);
+  if (!load(path)) {
+    storedName = nameBefore;
+    return false;
+  }
+  stamp = before;
+  liveText.parsed = false;
+  seenChanges = ChangeCount();
+  bytesChanged = 0;
+  rescue.Drop();
+  return true;
+}
+
+// The text belongs to the state of the file that it was made from: what the file has become since
+// is a change by others.
+bool CppEditor::TakeRescued(const RescuedText& rescued) {
+  fileName = rescued.path;
+  TakeText(rescued.content, rescued.facts.encoding, rescued.facts.oddByte);
+  if (rescued.facts.disk.exists) stamp = rescued.facts.disk;
+  rescue.Changed(1, TextRescue::Clock::now());
+  return rescue.KeepNow();
+}
+
+void CppEditor::TakeName(const std::string& name) {
+  fileName = name;
+  AcceptDisk();
+}
+
+// Writing in place and giving up changes the file's time; that is not another program's doing. A
+// text that isn't stored under its name is unsaved.
+bool CppEditor::Save() {
+  const bool diskIsOurs = ReadDiskStamp(fileName) == stamp;
+  const std::string nameBefore = std::exchange(storedName, fileName);
+  if (!save(fileName)) {
+    storedName = nameBefore;
+    if (diskIsOurs) AcceptDisk();
+    if (storedName != fileName) onSavePointChanged();
+    return false;
+  }
+  if (language != LanguageOf(fileName)) SetLanguage(LanguageOf(fileName));
+  stamp = ReadDiskStamp(fileName);
+  liveText.parsed = false;
+  theProject.parseOpenEditors(&liveText);
+  return true;
+}
+
+void CppEditor::ShowLine(int line) {
+  goToLine(std::clamp(line, 1, std::max(1, LineCount())) - 1);
+  if (theMainForm) theMainForm->ShowCaretOf(*this);
+}
+
+void CppEditor::SetMark(EditorMark mark, int line) {
+  SetLineMark(marks[static_cast<size_t>(mark)].number, line - 1);
+}
+
+void CppEditor::RemoveMark(EditorMark mark) {
+  Send(mavro::SCI_MARKERDELETEALL,
+       static_cast<std::uintptr_t>(marks[static_cast<size_t>(mark)].number));
+}
+
+// Who can't say what a file is doesn't say that it has changed. A state that nobody could tell when
+// the text was read or written is the first one that somebody can; under a name that the text was
+// only given, it is a file that nobody has agreed to replace.
+bool CppEditor::DiskHasChanged() {
+  if (fileName.empty()) return false;
+  const DiskStamp now = ReadDiskStamp(fileName);
+  if (!now.isKnown) return false;
+  if (!stamp.isKnown && storedName == fileName) stamp = now;
+  return now != stamp;
+}
+
+// Of a state that nobody can tell nothing is accepted: what it turns out to be is asked about.
+void CppEditor::AcceptDisk() {
+  const DiskStamp now = ReadDiskStamp(fileName);
+  if (now.isKnown) stamp = now;
+}
+
+int CppEditor::MarginWidth() const {
+  constexpr std::uintptr_t cMargins = 3;
+  std::intptr_t width = 0;
+  for (std::uintptr_t i = 0; i < cMargins; ++i) width += Send(mavro::SCI_GETMARGINWIDTHN, i);
+  return static_cast<int>(width);
+}
+
+std::string CppEditor::TextNote() const {
+  std::string note = EncodingName() + "   " + LineEndName();
+  if (Send(mavro::SCI_GETOVERTYPE)) note = "OVR   " + note;
+  if (IsHuge()) note += "   large file: plain";
+  return note;
+}
+
+void CppEditor::LiveTextOf::CopyRange(int start, int end, char* to) const {
+  const auto* bytes = reinterpret_cast<const char*>(
+      editor.Send(mavro::SCI_GETRANGEPOINTER, static_cast<std::uintptr_t>(start), end - start));
+  if (bytes && end > start) std::memcpy(to, bytes, static_cast<size_t>(end - start));
+}
+
+int CppEditor::LiveTextOf::PositionFromLine(int line) const {
+  return line < editor.LineCount() ? editor.LineStart(line) : editor.Length();
+}
+
+void CppEditor::AppendPiece(size_t start, size_t end, std::string& to) const {
+  AppendRange(static_cast<int>(start), static_cast<int>(end), to);
+}
+
+void CppEditor::onTextChanged() {
+  liveText.parsed = false;
+}
+
+void CppEditor::onTextWillChange(int position, int removed, int added) {
+  bytesChanged += std::max(removed, added);
+  rescue.WillChange(position, removed, added);
+}
+
+void CppEditor::onSavePointChanged() {
+  if (storedName != fileName) {
+    dirty = true;
+    rescue.Changed(1, TextRescue::Clock::now());
+  }
+  if (dirty)
+    liveText.parsed = false;
+  else
+    rescue.Drop();
+  tab.SetModified(dirty);
+}
+
+// While a program is debugged the value of what the mouse rests on is asked for.
+void CppEditor::onDwell(int position) {
+  if (!theDebugger.IsRunning() || !theIdeSession.debuggerTips) return;
+  Send(mavro::SCI_CALLTIPCANCEL);
+  const int line = LineOf(position);
+  const int column = position - LineStart(line);
+  const std::string text = GetRange(LineStart(line), LineEnd(line));
+  if (column >= static_cast<int>(text.size())) return;
+  const std::string expression = ExpressionAt(text, column);
+  if (!expression.empty()) theDebugger.PrintTip(expression);
+}
+
+bool CppEditor::getCompletion(std::string& text, std::string& list) {
+  return theMainForm && theMainForm->completion.getCompletion(liveText, text, list);
+}
+
+// The name may stand some way left of the caret, with the arguments typed so far behind it.
+bool CppEditor::getCallTip(const std::string&, std::string& tip) {
+  if (!theMainForm) return false;
+  const std::string line = GetRange(LineStart(CaretLine()), CaretPosition());
+  const mavro::TipName call = mavro::FindTipName(line, *language);
+  const int end = call.start + static_cast<int>(call.name.size());
+  return theMainForm->completion.getCallTip(liveText, tip, end - static_cast<int>(line.size()));
+}
+
+// Comes after every change and every move of the caret.
+void CppEditor::onUpdateUI() {
+  FollowChanges();
+  if (theMainForm) theMainForm->ShowCaretOf(*this);
+}
+
+void CppEditor::FollowChanges() {
+  const unsigned long changes = ChangeCount();
+  if (changes == seenChanges) return;
+  liveText.parsed = false;
+  seenChanges = changes;
+  const long bytes = std::min<long>(std::exchange(bytesChanged, 0), TextRescue::cMostBytesBehind);
+  if (dirty) rescue.Changed(static_cast<int>(bytes), TextRescue::Clock::now());
+}
+
+}  // namespace zendry

@@ -1,0 +1,358 @@
+#include "editor/EditTabs.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+#include "Assert.h"
+#include "FileText.h"
+#include "SystemDialogs.h"
+#include "base/ControlBytes.h"
+#include "base/ErrorBox.h"
+#include "base/Paths.h"
+#include "config/IdeSession.h"
+#include "frame/EditorMenus.h"
+#include "frame/FileActs.h"
+#include "frame/MainForm.h"
+#include "frame/NewFileDlg.h"
+#include "project/Counterpart.h"
+#include "project/Project.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr int cRescueTick = 1000;  // milliseconds
+
+char Upper(char c) {
+  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+}
+
+bool EqualButForCase(const std::string& a, const std::string& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return Upper(x) == Upper(y); });
+}
+
+// Whether both names exist and stand for two different files.
+bool AreTwoFiles(const std::string& a, const std::string& b) {
+  struct stat first, second;
+  if (stat(a.c_str(), &first) != 0 || stat(b.c_str(), &second) != 0) return false;
+  return first.st_dev != second.st_dev || first.st_ino != second.st_ino;
+}
+
+bool NamesSameFile(const std::string& a, const std::string& b) {
+  return a == b || (EqualButForCase(a, b) && !AreTwoFiles(a, b));
+}
+
+}  // namespace
+
+EditTab::EditTab() : editor(std::make_unique<CppEditor>(*this)) {
+  editor->onMouseDown.Add_H(this, &EditTab::OnMouseDown);
+  editor->onContextMenu.Add_H(this, &EditTab::OnContextMenu);
+  Add(editor.get());
+}
+
+EditTab::~EditTab() = default;
+
+void EditTab::OnMouseDown(mavro::MouseArgs& args) {
+  pressedAt = args.x;
+}
+
+// The keyboard asks for the text's menu.
+void EditTab::OnContextMenu(mavro::MouseArgs& args) {
+  const bool inMargin = args.x >= 0 && pressedAt < editor->MarginWidth();
+  editor->menu = inMargin ? &EditorMarginMenu() : &EditorTextMenu();
+}
+
+void EditTab::SetModified(bool on) {
+  if (modified == on) return;
+  modified = on;
+  text = modified ? caption + "*" : caption;
+}
+
+void EditTab::ShowName() {
+  caption = BaseName(editor->fileName);
+  text = modified ? caption + "*" : caption;
+}
+
+EditTabs::EditTabs() {
+  closable = true;
+  movable = true;
+  onChange.Add_H(this, &EditTabs::OnChangeSel);
+  onCloseRequest.Add_H(this, &EditTabs::OnTabCloseRequest);
+  onMovePage.Add_H(this, &EditTabs::OnMovePage);
+  rescueTimer.onTimer.Add_H(this, &EditTabs::OnRescueTimer);
+  rescueTimer.Start(cRescueTick);
+}
+
+EditTabs::~EditTabs() = default;
+
+EditTab* EditTabs::GetTab(int index) const {
+  return tabs[static_cast<size_t>(index)].get();
+}
+
+EditTab* EditTabs::Active() const {
+  const int index = selectedIndex;
+  return index >= 0 && index < static_cast<int>(tabs.size()) ? GetTab(index) : nullptr;
+}
+
+CppEditor* EditTabs::OpenFile(const std::string& givenPath) {
+  const std::string path = TidyPath(givenPath);
+  if (!IsAbsolutePath(path)) {
+    ShowError(path + "->path format");
+    return nullptr;
+  }
+  if (CppEditor* open = Activate(path, true)) return open;
+  CppEditor* editor = NewTab(path);
+  if (!editor) {
+    ShowError("Could not open file \"" + path + "\"");
+    return nullptr;
+  }
+  theIdeSession.AddRecent(theIdeSession.recentFiles, path);
+  theMainForm->startFiles.Opened(path);
+  return editor;
+}
+
+CppEditor* EditTabs::Activate(const std::string& path, bool select) {
+  const int index = FindTab(path);
+  if (index < 0) return nullptr;
+  if (select && index != selectedIndex) {
+    selectedIndex = index;
+    ActiveChanged();
+  }
+  return GetTab(index)->editor.get();
+}
+
+// The tab in front is asked first.
+int EditTabs::FindTab(const std::string& path) const {
+  const EditTab* front = Active();
+  if (front && NamesSameFile(front->editor->fileName, path)) return selectedIndex;
+  const auto found = std::find_if(tabs.begin(), tabs.end(), [&path](const auto& tab) {
+    return NamesSameFile(tab->editor->fileName, path);
+  });
+  return found == tabs.end() ? -1 : static_cast<int>(found - tabs.begin());
+}
+
+CppEditor* EditTabs::NewTab(const std::string& path) {
+  if (!path.empty() && !mavro::FileExists(path)) return nullptr;
+  const int before = selectedIndex;
+  tabs.push_back(std::make_unique<EditTab>());
+  EditTab& tab = *tabs.back();
+  CppEditor& editor = *tab.editor;
+  editor.fileName = path;
+  Add(&tab);
+  editor.ApplySettings();
+  if (!path.empty() && !editor.Load(path)) {
+    RemovePage(TabCount() - 1);
+    tabs.pop_back();
+    if (before >= 0) selectedIndex = before;
+    return nullptr;
+  }
+  tab.ShowName();
+  selectedIndex = TabCount() - 1;
+  theProject.parseOpenEditors(&editor.LiveText());
+  theMainForm->SetEditorCommandsEnabled(true);
+  ActiveChanged();
+  return &editor;
+}
+
+CppEditor* EditTabs::GoTo(const std::string& path, int line) {
+  CppEditor* editor = OpenFile(path);
+  if (editor && line > 0) editor->ShowLine(line);
+  return editor;
+}
+
+bool EditTabs::CanClose(EditTab& tab) {
+  if (!tab.editor->dirty) return true;
+  const std::string question = "File:   " + tab.editor->fileName + "\n\nwas modified!\tSave?";
+  return !mavro::Confirm(question) || Save(tab, false);
+}
+
+bool EditTabs::CloseTab(int n, bool force) {
+  MAVRO_ASSERT_AS(n < TabCount(), "n<TabCount()");
+  if (!force && !CanClose(*GetTab(n))) return false;
+  const std::unique_ptr<EditTab> closed = std::move(tabs[static_cast<size_t>(n)]);
+  tabs.erase(tabs.begin() + n);
+  RemovePage(n);
+  if (tabs.empty()) theMainForm->SetEditorCommandsEnabled(false);
+  ActiveChanged();
+  return true;
+}
+
+bool EditTabs::CloseAll() {
+  for (const auto& tab : tabs)
+    if (!CanClose(*tab)) return false;
+  for (int i = TabCount() - 1; i >= 0; --i) CloseTab(i, true);
+  return true;
+}
+
+bool EditTabs::SaveActive(bool saveAs) {
+  EditTab* tab = Active();
+  return tab && Save(*tab, saveAs);
+}
+
+bool EditTabs::Save(EditTab& tab, bool saveAs) {
+  CppEditor& editor = *tab.editor;
+  if (saveAs || editor.fileName.empty()) {
+    mavro::FileQuestion question;
+    question.mode = mavro::FileQuestion::cSave;
+    question.title = saveAs ? "Save as" : "Save";
+    question.name = editor.fileName;
+    question.defaultExtension = "cpp";
+    const std::vector<std::string> chosen = mavro::Dialogs().chooseFiles(question);
+    if (chosen.empty()) return false;
+    editor.TakeName(chosen.front());
+    tab.ShowName();
+  }
+  if (!MayOverwrite(editor)) return false;
+  if (!editor.Save()) {
+    theMainForm->SetStatus(editor.saveError, "");
+    ShowError("Error on save file:" + editor.fileName);
+    return false;
+  }
+  return true;
+}
+
+void EditTabs::SaveChanged() {
+  for (const auto& tab : tabs)
+    if (tab->editor->dirty) Save(*tab, false);
+}
+
+void EditTabs::SaveAll() {
+  SaveChanged();
+  if (!theProject.isOpen) return;
+  if (theProject.modified) theFileActs.SaveProject();
+  theFileActs.SaveSession();
+}
+
+void EditTabs::OnCommand(int id) {
+  const bool needsTab = id > cOpenCommand && id != cSaveAllCommand;
+  if (needsTab && !Active()) return;
+  switch (id) {
+    case cNewCommand:
+      return NewFile();
+    case cOpenCommand:
+      return AskAndOpen();
+    case cSaveCommand:
+      SaveActive(false);
+      return;
+    case cSaveAsCommand:
+      SaveActive(true);
+      return;
+    case cSaveAllCommand:
+      return SaveAll();
+    case cCloseCommand:
+      CloseTab(selectedIndex, false);
+      return;
+    case cCloseAllCommand:
+      CloseAll();
+      return;
+    default:
+      return;
+  }
+}
+
+// With a project open a file is made for it.
+void EditTabs::NewFile() {
+  if (!theProject.isOpen || theProject.implicit)
+    NewTab("");
+  else
+    AskForNewFile();
+}
+
+void EditTabs::AskAndOpen() {
+  mavro::FileQuestion question;
+  question.title = "Open...";
+  question.filter = std::string(cSourceFilter) + "|All|*.*";
+  question.defaultExtension = "cpp";
+  question.folder = theProject.folder;
+  const std::vector<std::string> chosen = mavro::Dialogs().chooseFiles(question);
+  if (!chosen.empty()) OpenFile(chosen.front());
+}
+
+void EditTabs::GoToCounterpart() {
+  const EditTab* tab = Active();
+  if (!tab || tab->editor->fileName.empty()) return;
+  const std::string found = FindCounterpart(tab->editor->fileName, theProject);
+  if (!found.empty()) OpenFile(found);
+}
+
+void EditTabs::RemoveMark(EditorMark mark) {
+  for (const auto& tab : tabs) tab->editor->RemoveMark(mark);
+}
+
+void EditTabs::OnRescueTimer(mavro::NotifyArgs&) {
+  const auto now = TextRescue::Clock::now();
+  for (const auto& tab : tabs) tab->editor->TickRescue(now);
+}
+
+// What another program has written since is not replaced without a word.
+bool EditTabs::MayOverwrite(CppEditor& editor) {
+  if (!editor.DiskHasChanged() || !mavro::FileExists(editor.fileName)) return true;
+  return mavro::Confirm("File:   " + editor.fileName +
+                        "\n\nwas changed by another program!\tReplace its changes?");
+}
+
+void EditTabs::CheckDisk() {
+  if (checkingDisk) return;
+  checkingDisk = true;  // the question takes the window its activity, and gives it back
+  for (size_t i = 0; i < tabs.size(); ++i)
+    if (tabs[i]->editor->DiskHasChanged()) CheckDisk(*tabs[i]);
+  checkingDisk = false;
+}
+
+void EditTabs::CheckDisk(EditTab& tab) {
+  CppEditor& editor = *tab.editor;
+  if (!mavro::FileExists(editor.fileName)) {
+    theMainForm->SetStatus(editor.fileName + " is no longer there: its text is here only", "");
+    return;
+  }
+  const std::string loss = editor.dirty ? "Load it again and lose your changes?" : "Load it again?";
+  const bool wanted =
+      mavro::Confirm("File:   " + editor.fileName + "\n\nwas changed by another program!\t" + loss);
+  const int line = editor.ShownLine();
+  if (wanted && editor.Load(editor.fileName))
+    editor.ShowLine(line);
+  else
+    editor.AcceptDisk();
+}
+
+void EditTabs::OfferRescuedTexts() {
+  for (const RescuedText& rescued : FindRescuedTexts()) {
+    bool cancelled = false;
+    const std::string name =
+        rescued.path.empty() ? "without a name" : MarkControlBytes(rescued.path);
+    const bool wanted = mavro::Confirm(
+        "Zendry ended before this file was saved:\n" + name + "\n\nOpen it with its changes?",
+        &cancelled);
+    if (cancelled) continue;
+    CppEditor* editor = nullptr;
+    if (wanted && mavro::FileExists(rescued.path)) editor = OpenFile(rescued.path);
+    if (wanted && (!editor || editor->dirty)) editor = NewTab("");  // one text is not lost for two
+    const bool isKept = editor && editor->TakeRescued(rescued);
+    if (editor) GetTab(selectedIndex)->ShowName();
+    if (isKept || !wanted) RescueCopies::Forget(rescued);
+  }
+}
+
+void EditTabs::OnChangeSel(mavro::NotifyArgs&) {
+  ActiveChanged();
+}
+
+void EditTabs::OnTabCloseRequest(mavro::NotifyArgs& args) {
+  if (args.value >= 0 && args.value < TabCount()) CloseTab(args.value, false);
+}
+
+void EditTabs::OnMovePage(mavro::ItemArgs&) {
+  std::sort(tabs.begin(), tabs.end(),
+            [](const auto& a, const auto& b) { return a->pageIndex < b->pageIndex; });
+}
+
+void EditTabs::ActiveChanged() {
+  if (!theMainForm) return;
+  theMainForm->ShowActiveFile();
+  if (EditTab* tab = Active()) tab->editor->Focus();
+}
+
+}  // namespace zendry

@@ -1,0 +1,102 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "TabCtrl.h"
+#include "Timer.h"
+#include "editor/CppEditor.h"
+
+namespace zendry {
+
+// One open file: a page with its editor.
+class EditTab : public mavro::TabPage {
+ public:
+  EditTab();
+  ~EditTab() override;
+
+  // Shows or takes away the mark of unsaved changes.
+  void SetModified(bool on);
+  // Names the page after the editor's file.
+  void ShowName();
+
+  std::string caption;    // the file's short name
+  bool modified = false;  // the mark is shown
+  const std::unique_ptr<CppEditor> editor;
+
+ private:
+  void OnMouseDown(mavro::MouseArgs& args);
+  void OnContextMenu(mavro::MouseArgs& args);
+
+  int pressedAt = 0;  // where the mouse was last pressed, from the editor's left
+};
+
+// The open files, one tab each. Whoever wants to show a place in a file comes here. Owns its tabs.
+class EditTabs : public mavro::TabCtrl {
+ public:
+  EditTabs();
+  ~EditTabs() override;
+
+  // Shows a file, in its tab if it has one. The path must be absolute. Null when it can't be shown,
+  // which a message has said. The answer lives until its tab is closed.
+  CppEditor* OpenFile(const std::string& path);
+  // The editor of a path, the case of its letters ignored, and with `select` its tab brought to the
+  // front; null when the file isn't open. Two files that differ in case only are told apart.
+  CppEditor* Activate(const std::string& path, bool select);
+  // Adds and shows a tab with the file, for an empty path with a text that has no name yet; null
+  // when the file can't be read.
+  CppEditor* NewTab(const std::string& path);
+  // Opens a file and puts the caret at a line; line 0 leaves the caret where it is.
+  CppEditor* GoTo(const std::string& path, int line);
+
+  // Closes a tab after asking about unsaved changes, with `force` without; false when it stays.
+  bool CloseTab(int n, bool force);
+  // Closes all tabs or, when one must stay, none.
+  bool CloseAll();
+  // Saves the tab in front, asking for a name when it has none or `saveAs`; false when it wasn't
+  // written.
+  bool SaveActive(bool saveAs);
+  // Saves the tabs with changes; then the project, if it has any, and its session.
+  void SaveAll();
+  // Saves the tabs with changes and nothing else.
+  void SaveChanged();
+
+  // Carries out a file command. Those above 1302 need a tab, "Save all" excepted.
+  void OnCommand(int id);
+
+  // Opens the source that belongs to the header in front, or the header that belongs to the source.
+  void GoToCounterpart();
+  // Opens what programs before this one have left unsaved, as far as the user wants it.
+  void OfferRescuedTexts();
+  // Asks about each open file that another program has changed, once for each change.
+  void CheckDisk();
+
+  // The tab in front, or null.
+  EditTab* Active() const;
+  EditTab* GetTab(int index) const;
+  void RemoveMark(EditorMark mark);
+
+ private:
+  void OnChangeSel(mavro::NotifyArgs& args);
+  void OnTabCloseRequest(mavro::NotifyArgs& args);
+  void OnMovePage(mavro::ItemArgs& args);
+  void NewFile();
+  void AskAndOpen();
+  void OnRescueTimer(mavro::NotifyArgs& args);
+  int FindTab(const std::string& path) const;
+  void CheckDisk(EditTab& tab);
+  bool MayOverwrite(CppEditor& editor);
+  bool CanClose(EditTab& tab);
+  bool Save(EditTab& tab, bool saveAs);
+  void ActiveChanged();
+
+  std::vector<std::unique_ptr<EditTab>> tabs;  // in the order of the pages
+  mavro::Timer rescueTimer{this};
+  bool checkingDisk = false;
+};
+
+// The filter of source and header files for file dialogs; further pairs may follow it.
+constexpr const char* cSourceFilter = "C/C++ Files|*.cpp;*.cp;*.c;*.h";
+
+}  // namespace zendry

@@ -1,0 +1,70 @@
+#include "editor/EditorActs.h"
+
+#include "base/CommandTable.h"
+#include "frame/MainForm.h"
+
+namespace zendry {
+
+namespace {
+
+using mavro::cAltKey;
+using mavro::cControlKey;
+using mavro::cShiftKey;
+
+using enum Offered;
+
+constexpr CommandRow cRows[] = {
+    {mavro::cSubmenuRow, "&Find and Replace"},
+    {cFindCommand, "&Find", cControlKey | 'F', cLater},
+    {802, "&Find Selection", cControlKey | cKeyF3, cLater},
+    {803, "&Find Selection Back", cControlKey | cShiftKey | cKeyF3, cLater},
+    {cFindRepeatCommand, "Find Repeat", cKeyF3, cLater},
+    {805, "Find Previous", cShiftKey | cKeyF3, cLater},
+    {806, "&Replace", cControlKey | 'R', cLater},
+    {807, "&Go to line", cControlKey | 'G'},
+    {mavro::cEndSubmenuRow},
+    {mavro::cSubmenuRow, "&Bookmarks"},
+    {cToggleBookmarkCommand, "&Toggle bookmark", cControlKey | cKeyF2},
+    {809, "To next bookmark", cKeyF2},
+    {810, "To prev bookmark", cShiftKey | cKeyF2},
+    {811, "Select to next bookmark", cAltKey | cKeyF2},
+    {812, "Select to prev bookmark", cAltKey | cShiftKey | cKeyF2},
+    {813, "Clear all bookmarks", cControlKey | cShiftKey | cKeyF2},
+    {mavro::cEndSubmenuRow},
+    {cCutCommand, "Cut"},
+    {cCopyCommand, "Copy"},
+    {cPasteCommand, "Paste"},
+    {mavro::cSeparatorRow},
+    {cUndoCommand, "Undo", cControlKey | 'Z'},
+    {cRedoCommand, "Redo", cControlKey | cShiftKey | 'Z'},
+    {819, "Delete &Line", cControlKey | 'Y'},
+    {mavro::cSeparatorRow},
+    {cGoToMatchCommand, "Go to match brace", cControlKey | 'B'},
+    {821, "Select to match brace", cControlKey | cShiftKey | 'B'},
+    {cLowerCaseCommand, "To lower case", cControlKey | 'T'},
+    {823, "To upper case", cControlKey | cShiftKey | 'T'},
+    {mavro::cSeparatorRow},
+    {cRecordMacroCommand, "Record macro", cControlKey | cShiftKey | 'M'},
+    {cPlayMacroCommand, "Play macro", cControlKey | 'M'},
+    {mavro::cSeparatorRow},
+    {826, "Show line numbers", cControlKey | cShiftKey | 'N'},
+    {827, "Switch font type", cControlKey | 'Q'},
+};
+
+}  // namespace
+
+EditorActs theEditorActs;
+
+EditorActs::EditorActs() {
+  SetTarget(this, &EditorActs::OnCommand);
+  AddCommands(*this, cRows);
+}
+
+void EditorActs::OnCommand(int id) {
+  EditTab* tab = theMainForm ? theMainForm->editTabs.Active() : nullptr;
+  if (!tab) return;
+  tab->editor->OnCommand(id);
+  if (id == cRecordMacroCommand) theMainForm->SetMacroRecording(tab->editor->inMacroRecord);
+}
+
+}  // namespace zendry

@@ -1,0 +1,95 @@
+#include "editor/ReferenceList.h"
+
+#include "FileText.h"
+#include "SystemDialogs.h"
+#include "base/ControlBytes.h"
+#include "frame/MainForm.h"
+#include "project/Project.h"
+
+namespace zendry {
+
+namespace {
+
+enum Column { cFileColumn, cLineColumn, cTextColumn };
+
+// They fit the window as it comes up first; the text has what a wider one leaves.
+constexpr int cFileWidth = 160;
+constexpr int cLineWidth = 70;
+constexpr int cTextWidth = 480;
+constexpr size_t cMaxRowText = 0x4000;
+
+}  // namespace
+
+ReferenceList::ReferenceList(const std::string& caption, EditorMark newMark) : mark(newMark) {
+  text = caption;
+  list.AddColumn("file", cFileWidth);
+  list.AddColumn("message", cLineWidth);
+  list.AddColumn("text", cTextWidth);
+  list.fullRowSelect = true;
+  list.showSelection = true;
+  list.dock = mavro::Dock::cFill;
+  list.onClickRow.Add_H(this, &ReferenceList::OnRow);
+  list.onChoose.Add_H(this, &ReferenceList::OnRow);
+  Add(&list);
+}
+
+void ReferenceList::AddRow(const std::string& file, int line, std::string_view message) {
+  const int row = list.AddRow(MarkControlBytes(file));
+  list.SetItemData(row, line);
+  list.SetCell(row, cLineColumn, std::to_string(line));
+  list.SetCell(row, cTextColumn, MarkControlBytes(message.substr(0, cMaxRowText)));
+  files.push_back(file);
+}
+
+void ReferenceList::AppendToLast(std::string_view message) {
+  const int last = RowCount() - 1;
+  if (last < 0) return;
+  const std::string shown = list.GetCell(last, cTextColumn);
+  if (shown.size() >= cMaxRowText) return;
+  const std::string added = MarkControlBytes(message.substr(0, cMaxRowText - shown.size()));
+  list.SetCell(last, cTextColumn, shown + added);
+}
+
+void ReferenceList::Clear() {
+  if (theMainForm && mark != cNoMark) theMainForm->editTabs.RemoveMark(mark);
+  list.Clear();
+  list.selectedIndex = -1;
+  files.clear();
+}
+
+void ReferenceList::ShowCurrent() {
+  const int row = list.selectedIndex;
+  if (row < 0 || row >= RowCount()) return;
+  const std::string path = theProject.GetFullPath(files[static_cast<size_t>(row)]);
+  if (!mavro::FileExists(path)) return;
+  const int line = list.GetItemData(row);
+  CppEditor* editor = theMainForm->editTabs.GoTo(path, line);
+  if (!editor || mark == cNoMark || line <= 0) return;
+  theMainForm->editTabs.RemoveMark(mark);
+  editor->SetMark(mark, line);
+}
+
+void ReferenceList::ShowFirst() {
+  if (RowCount() > 0) GoToRow(0);
+}
+
+void ReferenceList::GoNext() {
+  const int row = list.selectedIndex;
+  row < RowCount() - 1 ? GoToRow(row + 1) : mavro::Beep();
+}
+
+void ReferenceList::GoPrev() {
+  const int row = list.selectedIndex;
+  row < 1 ? mavro::Beep() : GoToRow(row - 1);
+}
+
+void ReferenceList::GoToRow(int row) {
+  list.Select(row);
+  ShowCurrent();
+}
+
+void ReferenceList::OnRow(mavro::NotifyArgs& args) {
+  if (args.value >= 0) GoToRow(args.value);
+}
+
+}  // namespace zendry

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ListView.h"
+#include "TabCtrl.h"
+#include "editor/CppEditor.h"
+
+namespace zendry {
+
+// A page with a list of places in files. The selected row is the current place; going to a place
+// opens its file at its line. Text of tools is shown with its control bytes as marks.
+class ReferenceList : public mavro::TabPage {
+ public:
+  // `newMark` is put beside the current place in its editor.
+  ReferenceList(const std::string& caption, EditorMark newMark);
+
+  // Appends a place; `file` is relative to the project's folder.
+  void AddRow(const std::string& file, int line, std::string_view message);
+  // Appends to the last row's text, of which no more is kept than anybody reads.
+  void AppendToLast(std::string_view message);
+  void Clear();
+  int RowCount() const { return list.rowCount; }
+
+  // Opens the current place; does nothing when there is no such file.
+  void ShowCurrent();
+  void ShowFirst();
+  // The next and the previous row. At an end it beeps and stays.
+  void GoNext();
+  void GoPrev();
+
+  mavro::ListView list;
+
+ private:
+  void OnRow(mavro::NotifyArgs& args);
+  void GoToRow(int row);
+
+  const EditorMark mark;
+  std::vector<std::string> files;  // of each row, as given: the list shows them marked
+};
+
+}  // namespace zendry

@@ -1,0 +1,57 @@
+#include "frame/IdeRun.h"
+
+#include <cstdio>
+
+#include "build/BuildActs.h"
+#include "config/EditorSettings.h"
+#include "config/IdeConfig.h"
+#include "config/IdeSession.h"
+#include "frame/MainForm.h"
+#include "frame/PictureStrips.h"
+#include "frame/StartupFile.h"
+#include "project/Project.h"
+#include "rescue/Rescue.h"
+
+namespace zendry {
+
+namespace {
+
+void RegisterImageLists() {
+  mavro::theApplication.RegisterImageList(cSmallStrip, 16, 15, 4);
+  mavro::theApplication.RegisterImageList(cToolStrip, 22, 22, 0);
+  mavro::theApplication.RegisterImageList(cLargeToolStrip, 28, 28, 0);
+  mavro::theApplication.RegisterImageList(cTreeStrip, 16, 16, 8);
+}
+
+// Where the window goes when nothing is stored.
+Placement FirstPlacement() {
+  Placement first{0, 0, 800, 560, 0};
+  first.splitter = first.height * 11 / 16;
+  return first;
+}
+
+}  // namespace
+
+int RunIde(const mavro::ArgumentList& arguments) {
+  theIdeFonts.largeToolBar = false;
+  theIdeConfig.appDir = mavro::theApplication.appDir;
+  ReadConfig(theIdeConfig, theIdeFonts);
+  theProject.SetInstallFolder(theIdeConfig.appDir);
+  theIdeSession.Load();
+  ClearCompilerEnvironment();
+  const StartupFile startup = FindStartupFile(arguments);
+  RegisterImageLists();
+  RescueOnLastWords();
+  MainForm form(startup);
+  const mavro::Rect screen = mavro::ScreenArea(nullptr);
+  form.SetPlacement(
+      theIdeSession.RestoreBounds(screen.width, screen.height).value_or(FirstPlacement()));
+  form.Run(false);
+  theIdeSession.Save(form.LastPlacement());
+  // No window is left to say it.
+  const std::string error = theIdeSession.TakeError();
+  if (!error.empty()) std::fprintf(stderr, "zendry: %s\n", error.c_str());
+  return 0;
+}
+
+}  // namespace zendry

@@ -1,0 +1,284 @@
+#include "frame/MainForm.h"
+
+#include "base/Paths.h"
+#include "build/BuildActs.h"
+#include "debug/Debugger.h"
+#include "frame/FileActs.h"
+#include "frame/PictureStrips.h"
+#include "project/Project.h"
+#include "rescue/Rescue.h"
+
+// The main window: how it is put together and what its own controls do.
+
+namespace zendry {
+
+MainForm* theMainForm = nullptr;
+
+namespace {
+
+enum ContextId {
+  cFormContext = 100,
+  cUpperSplitContext = 200,
+  cTopContext = 201,
+  cBottomContext = 202,
+  cLeftSplitContext = 300,
+  cLeftContext = 301,
+  cRightContext = 302,
+  cLeftTabsContext = 3011,
+  cEditTabsContext = 32,
+  cToolPanelContext = 500
+};
+
+constexpr int cLeftPanelWidth = 200;
+constexpr int cCloseButtonSize = 20;
+constexpr int cPaneBarWidth = 80;
+constexpr int cTabsAndBarWidth = 640;
+
+}  // namespace
+
+MainForm::MainForm(const StartupFile& newStartup)
+    : sources(theProject, *this),
+      completion(sources),
+      toolPanel(leftTabs),
+      errorList("Error", cErrorMark),
+      resultList("Result", cNoMark),
+      startup(newStartup) {
+  theMainForm = this;
+  theProject.SetShell(this);
+  theBuildActs.Bind(theProject, *this);
+  text = "Zendry";
+  center = false;
+  acceptFiles = true;
+  contextId = cFormContext;
+  viewActs.SetTarget(this, &MainForm::OnView);
+  viewActs.Add(cToggleStatusBarCommand, "&Status Bar");
+  viewActs.Add(cShowBottomCommand, "Bootom Pane");
+  InitMenus();
+  InitBars();
+  InitPanels();
+  SetEditorCommandsEnabled(false);
+}
+
+MainForm::~MainForm() {
+  theProject.SetShell(nullptr);
+  theMainForm = nullptr;
+}
+
+void MainForm::InitPanels() {
+  hSplit.contextId = cUpperSplitContext;
+  vSplit.contextId = cLeftSplitContext;
+  topPanel.contextId = cTopContext;
+  leftPanel.contextId = cLeftContext;
+  rightPanel.contextId = cRightContext;
+  bottomPanel.contextId = cBottomContext;
+  leftTabs.contextId = cLeftTabsContext;
+  editTabs.contextId = cEditTabsContext;
+  toolPanel.contextId = cToolPanelContext;
+
+  hSplit.dock = vSplit.dock = leftTabs.dock = editTabs.dock = mavro::Dock::cFill;
+  projectTree.dock = classTree.dock = mavro::Dock::cFill;
+  toolPanel.dock = mavro::Dock::cTop;
+
+  Add(&toolBar);
+  Add(&hSplit);
+  Add(&statusBar);
+  hSplit.pan1 = &topPanel;
+  hSplit.pan2 = &bottomPanel;
+  hSplit.orientation = 0;
+  topPanel.Add(&vSplit);
+  vSplit.pan1 = &leftPanel;
+  vSplit.pan2 = &rightPanel;
+  vSplit.orientation = 1;
+  vSplit.SetPosition(cLeftPanelWidth);
+
+  leftPanel.Add(&toolPanel);
+  leftPanel.Add(&leftTabs);
+  projectPage.text = "Project";
+  projectPage.Add(&projectTree);
+  classesPage.text = "Classes";
+  classesPage.Add(&classTree);
+  leftTabs.Add(&projectPage);
+  leftTabs.Add(&classesPage);
+  rightPanel.Add(&editTabs);
+  InitBottomPanel();
+
+  toolPanel.onClosePanel.Add_H(this, &MainForm::OnCloseLeft);
+  buildMode.onSelChanged.Add_H(this, &MainForm::OnBuildMode);
+  onCreate.Add_H(this, &MainForm::OnCreated);
+  onShow.Add_H(this, &MainForm::OnShown);
+  onActivate.Add_H(this, &MainForm::OnActivated);
+  onClose.Add_H(this, &MainForm::OnCloseRequest);
+  onDropFiles.Add_H(this, &MainForm::OnDropFiles);
+}
+
+void MainForm::InitBottomPanel() {
+  bottomTabs.dock = output.dock = mavro::Dock::cFill;
+  bottomPanel.Add(&bottomTabs);
+  bottomPanel.Add(&paneBar);  // later than the tabs, on which it may lie
+  bottomPanel.Add(&closeBottom);
+  output.readOnly = true;
+  output.monospaced = true;
+  outputPage.text = "Output";
+  outputPage.Add(&output);
+  bottomTabs.Add(&outputPage);
+  bottomTabs.Add(&errorList);
+  for (int i = 0; i < 4; ++i) {
+    watches[i].text = "Watch-" + std::to_string(i + 1);
+    bottomTabs.Add(&watches[i]);
+  }
+  bottomTabs.Add(&resultList);
+  closeBottom.SetSize(cCloseButtonSize, cCloseButtonSize);
+  closeBottom.SetImage(cSmallStrip, cClosePicture);
+  closeBottom.hint = "Close the pane";
+  closeBottom.onClick.Add_H(this, &MainForm::OnCloseBottom);
+  bottomPanel.onResize.Add_H(this, &MainForm::OnBottomResized);
+  hSplit.onResize.Add_H(this, &MainForm::OnSplitResized);
+}
+
+// The close button stands at the right-hand end of the bar. Where the tabs leave room beside them
+// the bar lies there, else above them.
+void MainForm::OnBottomResized(mavro::NotifyArgs&) {
+  const int width = bottomPanel.width;
+  const bool beside = width >= cTabsAndBarWidth;
+  paneBar.dock = beside ? mavro::Dock::cNone : mavro::Dock::cTop;
+  if (beside) paneBar.SetBounds(width - cPaneBarWidth, 0, cPaneBarWidth);
+  closeBottom.SetLocation(width - cCloseButtonSize, 0);
+  bottomPanel.layoutPending = true;
+  mavro::RunPendingLayout(&bottomPanel);
+  if (!followsWindow && hSplit.height == splitHeight) bottomHeight = bottomPanel.height;
+}
+
+// What the window gains or loses is the editor's: the bottom pane keeps the height that it was
+// given by its bar, and gets it back once there is room again.
+void MainForm::OnSplitResized(mavro::NotifyArgs&) {
+  const bool isFirst = splitHeight == 0;
+  splitHeight = hSplit.height;
+  if (isFirst) {
+    bottomHeight = bottomPanel.height;
+    return;
+  }
+  followsWindow = true;
+  hSplit.SetPosition(splitHeight - mavro::SplitBar::cThickness - bottomHeight);
+  followsWindow = false;
+}
+
+void MainForm::SetPlacement(const Placement& wanted) {
+  placement = wanted;
+  SetBounds(wanted.left, wanted.top, wanted.width, wanted.height);
+  hSplit.SetPosition(wanted.splitter);
+}
+
+void MainForm::OnCreated(mavro::NotifyArgs&) {
+  theProject.SetMode(buildMode.selectedIndex);
+  SetRunState(-1);
+  OpenStartupFile();
+  for (WatchList& watch : watches) watch.Prepare();
+  SayWhatIsNotKept();
+}
+
+// Files opened before the window was up are there to be typed in at once.
+void MainForm::OnShown(mavro::NotifyArgs&) {
+  if (const EditTab* tab = editTabs.Active()) focusControl = tab->editor.get();
+}
+
+// What an earlier run could not save comes first, so that it is what is opened.
+void MainForm::OpenStartupFile() {
+  const std::string rescued = OfferRescuedProjects();
+  const StartupFile file = std::exchange(startup, {});
+  const bool isProject = file.path.empty() || file.kind == cProjectFile;
+  const std::string path = file.path.empty() ? rescued : AbsolutePath(file.path);
+  if (!path.empty() && startFiles.MayOpen(path, 0)) {
+    if (isProject)
+      theFileActs.LoadProject(path);
+    else
+      editTabs.OpenFile(path);
+  }
+  startFiles.AllLoaded();
+  editTabs.OfferRescuedTexts();
+  startFiles.WatchShown();
+}
+
+void MainForm::OnDropFiles(mavro::FilesArgs& args) {
+  theFileActs.OpenFiles(args.paths);
+}
+
+void MainForm::OnActivated(mavro::NotifyArgs&) {
+  if (state == mavro::cShown && mavro::activeForm == this) editTabs.CheckDisk();
+}
+
+void MainForm::SayWhatIsNotKept() {
+  const std::string error = theIdeSession.TakeError();
+  if (!error.empty()) SetStatus(error, "");
+}
+
+// A build has the project in hand: it is told to stop, and the window stays until it has.
+void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
+  if (theBuildActs.IsBuilding()) {
+    theBuildActs.OnCommand(cStopBuildCommand);
+    SetStatus("The build is being stopped. Close the window again when it has ended.", "");
+    args.value = 0;
+    return;
+  }
+  if (!theFileActs.CloseProject()) {
+    args.value = 0;
+    return;
+  }
+  const mavro::Rect at = Bounds();
+  placement = {at.left, at.top, at.width, at.height, hSplit.Position()};
+}
+
+void MainForm::OnView(int id) {
+  switch (id) {
+    case cShowLeftCommand:
+      return ShowPart(leftPanel, true);
+    case cShowBottomCommand:
+      return ShowPart(bottomPanel, true);
+    case cToggleToolBarCommand:
+      return ShowPart(toolBar, !toolBar.visible);
+    case cToggleStatusBarCommand:
+      return ShowPart(statusBar, !statusBar.visible);
+    default:
+      return;
+  }
+}
+
+void MainForm::ShowPart(mavro::Control& part, bool on) {
+  part.visible = on;
+  layoutPending = true;
+  mavro::RunPendingLayout(this);
+}
+
+void MainForm::OnCloseBottom(mavro::NotifyArgs&) {
+  ShowPart(bottomPanel, false);
+}
+
+void MainForm::OnCloseLeft(mavro::NotifyArgs&) {
+  ShowPart(leftPanel, false);
+}
+
+void MainForm::ClearPane(int index) {
+  if (index == cOutputPage)
+    output.Clear();
+  else if (index == cErrorPage)
+    errorList.Clear();
+  else if (index >= cFirstWatchPage && index <= cLastWatchPage)
+    watches[index - cFirstWatchPage].Clear();
+  else if (index == cResultPage)
+    resultList.Clear();
+}
+
+void MainForm::ShowPage(int index) {
+  bottomTabs.selectedIndex = index;
+}
+
+void MainForm::OnBuildMode(mavro::ItemArgs&) {
+  if (theDebugger.IsRunning())
+    mavro::Information("Stop debugger first!");
+  else if (theBuildActs.IsBuilding())
+    mavro::Beep();
+  else
+    theProject.SetMode(buildMode.selectedIndex);
+  SetModeSelector(theProject.mode);
+}
+
+}  // namespace zendry

@@ -1,0 +1,175 @@
+#pragma once
+
+#include <mavro>
+#include <string>
+
+#include "base/Shell.h"
+#include "code/Completion.h"
+#include "config/IdeSession.h"
+#include "debug/WatchList.h"
+#include "editor/EditTabs.h"
+#include "editor/ReferenceList.h"
+#include "frame/ProjectTree.h"
+#include "frame/StartFiles.h"
+#include "frame/StartupFile.h"
+#include "frame/ToolPanel.h"
+#include "project/ProjectSources.h"
+
+namespace zendry {
+
+// Pages of the bottom pane.
+enum BottomPageIndex {
+  cOutputPage,
+  cErrorPage,
+  cFirstWatchPage,
+  cLastWatchPage = cFirstWatchPage + 3,
+  cResultPage
+};
+
+// Panes of the status bar.
+enum StatusPane { cTextPane, cCaretPane, cNotePane, cEncodingPane };
+
+// Rows of the main tool bar that are spoken of by number. The first three of them show commands of
+// the build or, during a debug session, of the debugger.
+enum ToolRow { cPlayRow = 12, cModeRow = 14, cFirstRunRow = 15, cStopRow = 23, cLeftPanelRow = 26 };
+
+// Commands on the window's own parts.
+enum ViewCommand {
+  cShowLeftCommand = 1500,
+  cShowBottomCommand = 1501,
+  cToggleToolBarCommand = 1502,
+  cToggleStatusBarCommand = 1503
+};
+
+// The main window: holds every panel as a member, wires them to the command tables, and shows what
+// the core tells. What the panels do is theirs.
+class MainForm : public mavro::Form, public Shell {
+ public:
+  // `newStartup` is opened once the windows exist.
+  explicit MainForm(const StartupFile& newStartup = {});
+  ~MainForm() override;
+
+  // Places the window and its horizontal splitter.
+  void SetPlacement(const Placement& wanted);
+  // Where both were when the window closed.
+  const Placement& LastPlacement() const { return placement; }
+
+  // Panels.
+  void ClearPane(int index);
+  void ShowPage(int index);
+
+  // Frame of the window.
+  // Ties the stop button to a command; a negative id disables it.
+  void SetRunState(int id);
+  void SetCaretInfo(int line, int column);
+  void SetMacroRecording(bool on);
+  // Called by the editor tabs when the first tab comes and the last one goes.
+  void SetEditorCommandsEnabled(bool on);
+  // Names the file in front in the caption and shows its caret.
+  void ShowActiveFile();
+  // Says in the status bar, once, which setting or session could not be read or written.
+  void SayWhatIsNotKept();
+  // Shows a caret if its file is the one in front.
+  void ShowCaretOf(const CppEditor& editor);
+
+  // Group: what the core tells the window.
+  void AppendOutput(std::string_view text) override;
+  void ClearOutput() override;
+  void AddErrorRow(const ErrorRow& row) override;
+  void AppendToLastErrorRow(std::string_view text) override;
+  void ClearErrorRows() override;
+  int ErrorRowCount() override;
+  void ShowFirstError() override;
+  void GoToNextError() override;
+  void GoToPreviousError() override;
+  void ShowBottomPage(BottomPage page) override;
+  void AddTreeNode(const std::string& path, int id, int type) override;
+  void RemoveTreeNode(int id) override;
+  void ClearTree() override;
+  void SelectTreeRoot() override;
+  void SetStatus(const std::string& text, const std::string& detail) override;
+  void SetCaption(const std::string& text) override;
+  void SetModeSelector(int mode) override;
+  int SelectedMode() override;
+  void SetStopCommand(int id) override;
+  void PumpMessages() override;
+  std::vector<OpenFile> OpenFiles() override;
+  std::string ActiveFile() override;
+  void OpenFileAt(const std::string& path, int line) override;
+  void ActivateFile(const std::string& path) override;
+  bool MayReopen(const std::string& path, int line) override;
+  bool CloseAllFiles() override;
+  void SaveChangedFiles() override;
+  void RemoveErrorMark() override;
+  std::vector<EditorText*> OpenTexts() override;
+  bool IsDebuggerRunning() override;
+
+  // Group: the panels.
+  mavro::MenuBar menus;
+  mavro::ActionList viewActs;
+  mavro::ActionList barActs;  // of the popup menu of tool bar and status bar
+  mavro::Menu fileMenu, editMenu, browserMenu, viewMenu, buildMenu, projectMenu, debugMenu,
+      toolsMenu, helpMenu;
+  mavro::ContextMenu barMenu;
+  mavro::ToolBar toolBar;
+  mavro::ToolBar paneBar;
+  mavro::Button closeBottom;
+  mavro::ComboBox buildMode;
+  mavro::StatusBar statusBar;
+  mavro::Panel topPanel, leftPanel, rightPanel, bottomPanel;
+  mavro::TabCtrl leftTabs, bottomTabs;
+  mavro::TabPage projectPage, classesPage, outputPage;
+  ProjectSources sources;
+  Completion completion;
+  EditTabs editTabs;
+  StartFiles startFiles{*this, *this};
+  ToolPanel toolPanel;
+  mavro::Memo output;
+  WatchList watches[4];
+  ReferenceList errorList;
+  ReferenceList resultList;
+  mavro::SplitContainer hSplit;
+  mavro::SplitContainer vSplit;
+  mavro::TreeView classTree;
+  ProjectTree projectTree;
+
+ private:
+  void InitMenus();
+  void InitBarMenu();
+  void InitBars();
+  void InitToolBar();
+  void InitPanels();
+  void InitBottomPanel();
+  void AddMenu(mavro::Menu& menu, const char* title, mavro::ActionList& list);
+
+  void OnView(int id);
+  void OnStop(int id);
+  void OnCreated(mavro::NotifyArgs& args);
+  void OnShown(mavro::NotifyArgs& args);
+  void OnActivated(mavro::NotifyArgs& args);
+  void OnDropFiles(mavro::FilesArgs& args);
+  void OnCloseRequest(mavro::NotifyArgs& args);
+  void OnBottomResized(mavro::NotifyArgs& args);
+  void OnSplitResized(mavro::NotifyArgs& args);
+  void OnCloseBottom(mavro::NotifyArgs& args);
+  void OnCloseLeft(mavro::NotifyArgs& args);
+  void OnPaneButton(mavro::NotifyArgs& args);
+  void OnToolButton(mavro::NotifyArgs& args);
+  void OnBuildMode(mavro::ItemArgs& args);
+
+  void OpenStartupFile();
+  void ShowPart(mavro::Control& part, bool on);
+
+  StartupFile startup;
+  Placement placement;
+  int splitHeight = 0;         // of hSplit as it was seen last
+  int bottomHeight = 0;        // that the bottom pane is to have
+  bool followsWindow = false;  // the bar is being moved because the window's height has changed
+  mavro::Action stopAction{"Stop", 0, 0, -2, 0, nullptr, nullptr};
+  bool editorCommands = true;
+};
+
+// The one main window; null until it is made and after it is gone.
+extern MainForm* theMainForm;
+
+}  // namespace zendry

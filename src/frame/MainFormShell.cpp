@@ -1,0 +1,156 @@
+#include <chrono>
+
+#include "base/ControlBytes.h"
+#include "debug/Debugger.h"
+#include "frame/MainForm.h"
+#include "project/Project.h"
+
+// The main window as what the core speaks to.
+
+namespace zendry {
+
+void MainForm::AppendOutput(std::string_view added) {
+  output.Append(MarkControlBytes(added));
+}
+
+void MainForm::ClearOutput() {
+  output.Clear();
+}
+
+void MainForm::AddErrorRow(const ErrorRow& row) {
+  errorList.AddRow(row.file, row.line, row.text);
+}
+
+void MainForm::AppendToLastErrorRow(std::string_view added) {
+  errorList.AppendToLast(added);
+}
+
+void MainForm::ClearErrorRows() {
+  errorList.Clear();
+}
+
+int MainForm::ErrorRowCount() {
+  return errorList.RowCount();
+}
+
+void MainForm::ShowFirstError() {
+  ShowBottomPage(BottomPage::cError);
+  errorList.ShowFirst();
+}
+
+void MainForm::GoToNextError() {
+  errorList.GoNext();
+}
+
+void MainForm::GoToPreviousError() {
+  errorList.GoPrev();
+}
+
+void MainForm::ShowBottomPage(BottomPage page) {
+  ShowPage(static_cast<int>(page));
+}
+
+void MainForm::AddTreeNode(const std::string& path, int nodeId, int type) {
+  projectTree.AddNode(path, nodeId, type);
+}
+
+void MainForm::RemoveTreeNode(int nodeId) {
+  projectTree.RemoveFileNode(nodeId);
+}
+
+void MainForm::ClearTree() {
+  projectTree.Clear();
+}
+
+void MainForm::SelectTreeRoot() {
+  projectTree.SelectRoot();
+}
+
+// Long loads say where they are; more often than anybody can read it isn't painted.
+void MainForm::SetStatus(const std::string& status, const std::string& detail) {
+  using Clock = std::chrono::steady_clock;
+  constexpr auto cPaintEvery = std::chrono::milliseconds(100);
+  static Clock::time_point lastPaint = Clock::now();
+  const std::string shown = detail.empty() ? status : status + " " + detail;
+  statusBar.SetPane(cTextPane, shown.empty() ? "Ready" : shown);
+  if (shown.empty() || Clock::now() - lastPaint < cPaintEvery) return;
+  statusBar.Update();
+  lastPaint = Clock::now();
+}
+
+void MainForm::SetCaption(const std::string& caption) {
+  text = caption;
+}
+
+void MainForm::SetModeSelector(int mode) {
+  buildMode.selectedIndex = mode == cDebug ? cDebug : cRelease;
+}
+
+int MainForm::SelectedMode() {
+  return buildMode.selectedIndex;
+}
+
+void MainForm::SetStopCommand(int command) {
+  SetRunState(command);
+}
+
+void MainForm::PumpMessages() {
+  mavro::theApplication.ProcessMessages();
+}
+
+std::vector<OpenFile> MainForm::OpenFiles() {
+  std::vector<OpenFile> files;
+  for (int i = 0; i < editTabs.TabCount(); ++i) {
+    const CppEditor& editor = *editTabs.GetTab(i)->editor;
+    if (!editor.fileName.empty()) files.push_back({editor.fileName, editor.ShownLine()});
+  }
+  startFiles.AddLeftClosed(files);
+  return files;
+}
+
+std::string MainForm::ActiveFile() {
+  const EditTab* tab = editTabs.Active();
+  return tab ? tab->editor->fileName : "";
+}
+
+void MainForm::OpenFileAt(const std::string& path, int line) {
+  editTabs.GoTo(path, line);
+}
+
+void MainForm::ActivateFile(const std::string& path) {
+  editTabs.Activate(path, true);
+}
+
+bool MainForm::MayReopen(const std::string& path, int line) {
+  return startFiles.MayOpen(path, line);
+}
+
+bool MainForm::CloseAllFiles() {
+  if (!editTabs.CloseAll()) return false;
+  startFiles.ForgetAll();
+  return true;
+}
+
+void MainForm::SaveChangedFiles() {
+  editTabs.SaveChanged();
+}
+
+void MainForm::RemoveErrorMark() {
+  editTabs.RemoveMark(cErrorMark);
+}
+
+// Of plain text there are no tags.
+std::vector<EditorText*> MainForm::OpenTexts() {
+  std::vector<EditorText*> texts;
+  for (int i = 0; i < editTabs.TabCount(); ++i) {
+    CppEditor& editor = *editTabs.GetTab(i)->editor;
+    if (editor.language) texts.push_back(&editor.LiveText());
+  }
+  return texts;
+}
+
+bool MainForm::IsDebuggerRunning() {
+  return theDebugger.IsRunning();
+}
+
+}  // namespace zendry

@@ -1,0 +1,104 @@
+#include "frame/NewFileDlg.h"
+
+#include <algorithm>
+
+#include "FileText.h"
+#include "SystemDialogs.h"
+#include "base/ErrorBox.h"
+#include "base/Paths.h"
+#include "frame/FileActs.h"
+#include "frame/MainForm.h"
+#include "project/Project.h"
+#include "rescue/Rescue.h"
+
+namespace zendry {
+
+namespace {
+
+// Writes a new file and shows it. A file that is there already is never written over.
+bool MakeAndOpen(const std::string& path, const std::string& content, bool append) {
+  if (mavro::FileExists(path)) {
+    if (!mavro::Confirm("File:   " + path + "\n\nis there already!\tOpen it?")) return false;
+  } else if (const mavro::SaveResult result = mavro::SaveFileText(path, content); !result.Ok()) {
+    theMainForm->SetStatus(result.error, "");
+    ShowError("Error on save file:" + path);
+    return false;
+  }
+  if (!theMainForm->editTabs.OpenFile(path)) return false;
+  if (append && !theProject.FindFile(path)) {
+    theProject.AddFile(theProject.RelativeIfSame(path));
+    theProject.modified = true;
+    KeepRescueCopy(theProject);
+  }
+  return true;
+}
+
+}  // namespace
+
+NewFileDlg::NewFileDlg(const std::string& title, NewFileWish& newWish)
+    : wish(newWish),
+      folderSource(newWish.folder),
+      nameSource(newWish.name),
+      pathLink(&pathEdit),
+      nameLink(&nameEdit) {
+  text = title;
+  resizable = false;
+  SetSize(407, 261);
+  pathLabel.text = "File path:";
+  pathLabel.SetBounds(15, 4, 200, 18);
+  pathEdit.SetBounds(15, 22, 335, 24);
+  browse.text = "...";
+  browse.hint = "Choose the folder";
+  browse.SetBounds(355, 22, 36, 24);
+  browse.onClick.Add_H(this, &NewFileDlg::OnBrowse);
+  nameLabel.text = "File name:";
+  nameLabel.SetBounds(15, 48, 200, 18);
+  nameEdit.SetBounds(15, 66, 335, 24);
+  append.text = "Append files to the project";
+  append.SetBounds(20, 93, 330, 22);
+  append.checked = wish.append;
+  action.text = "Action:";
+  action.items.Add("Create new module (*.h) and (*.cpp)");
+  action.items.Add("Create header file  (*.h)");
+  action.items.Add("Create source file  (*.cpp)");
+  action.SetBounds(15, 118, 376, 96);
+  action.itemIndex = static_cast<int>(wish.kind);
+  ok.kind = mavro::Button::cOk;
+  ok.SetBounds(213, 221, 84, 30);
+  cancel.kind = mavro::Button::cCancel;
+  cancel.SetBounds(307, 221, 84, 30);
+  pathLink.source = &folderSource;
+  nameLink.source = &nameSource;
+  for (mavro::Control* control : std::initializer_list<mavro::Control*>{
+           &pathLabel, &pathEdit, &browse, &nameLabel, &nameEdit, &append, &action, &ok, &cancel})
+    Add(control);
+  focusControl = &nameEdit;
+  onDestroy.Add_H(this, &NewFileDlg::OnDestroyed);
+}
+
+void NewFileDlg::OnBrowse(mavro::NotifyArgs&) {
+  const std::string chosen = mavro::Dialogs().chooseFolder("File path:", pathEdit.text);
+  if (!chosen.empty()) pathEdit.text = chosen;
+}
+
+void NewFileDlg::OnDestroyed(mavro::NotifyArgs&) {
+  wish.append = append.checked;
+  wish.kind = static_cast<NewFileKind>(std::max(0, action.itemIndex.Get()));
+}
+
+void AskForNewFile() {
+  NewFileWish wish;
+  wish.folder = theProject.folder;
+  if (NewFileDlg("New..." + BaseName(theProject.name), wish).Run(true) != mavro::Form::cOk) return;
+  if (wish.name.empty()) return ShowError("Error: no file name!");
+  const std::string base = AbsolutePath(TidyPath(wish.folder + "/" + wish.name));
+  const bool makesHeader = wish.kind != NewFileKind::cSourceOnly;
+  if (makesHeader && !MakeAndOpen(base + ".h", "#pragma once\n\n", wish.append)) return;
+  if (wish.kind == NewFileKind::cHeaderOnly) return;
+  // A source alone includes a header of its name too, which may be made later.
+  const std::string include = "#include \"" + BaseName(base) + ".h\"\n\n";
+  if (!MakeAndOpen(base + ".cpp", include, wish.append)) return;
+  if (wish.append) theFileActs.SaveProject();
+}
+
+}  // namespace zendry

@@ -1,0 +1,70 @@
+#include "frame/PrjActs.h"
+
+#include <filesystem>
+
+#include "SystemDialogs.h"
+#include "base/CommandTable.h"
+#include "base/Paths.h"
+#include "editor/EditTabs.h"
+#include "frame/FileActs.h"
+#include "frame/MainForm.h"
+#include "project/Project.h"
+#include "rescue/Rescue.h"
+
+namespace zendry {
+
+namespace {
+
+using enum Offered;
+
+constexpr CommandRow cRows[] = {
+    {cAddFileCommand, "&Add file"},
+    {cRemoveFileCommand, "&Remove file"},
+    {cProjectOptionsCommand, "&Project options", 0, cLater},
+    {cCreateMakefileCommand, "&Create MakFile"},
+};
+
+}  // namespace
+
+PrjActs thePrjActs;
+
+PrjActs::PrjActs() {
+  SetTarget(&theFileActs, &FileActs::OnCommand);
+  AddCommands(*this, cRows);
+}
+
+void PrjActs::AddFiles() {
+  if (!theProject.isOpen) return;
+  mavro::FileQuestion question;
+  question.title = "Open...";
+  question.filter = std::string(cSourceFilter) + "|Resource Files|*.rc";
+  question.folder = theProject.folder;
+  question.multiple = true;
+  for (const std::string& chosen : mavro::Dialogs().chooseFiles(question)) {
+    const std::string full = TidyPath(chosen);
+    if (theProject.FindFile(full)) {
+      mavro::Information("The project conatains file:" + BaseName(full));
+      continue;
+    }
+    theProject.AddFile(theProject.RelativeIfSame(full));
+    theProject.modified = true;
+  }
+  KeepRescueCopy(theProject);
+}
+
+void PrjActs::RemoveSelected() {
+  if (!theProject.isOpen) return;
+  theProject.modified = true;
+  theProject.RemoveFile(theMainForm->projectTree.SelectedId());
+  KeepRescueCopy(theProject);
+}
+
+void PrjActs::CreateMakefile() {
+  if (!theProject.isOpen) return;
+  const mavro::SaveResult result = theProject.ExportMakefile("");
+  std::error_code ignored;
+  const std::string folder = std::filesystem::current_path(ignored).string();
+  theMainForm->SetStatus(result.Ok() ? "Makefile written to " + folder : result.error, "");
+}
+
+}  // namespace zendry

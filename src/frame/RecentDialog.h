@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+
+#include "config/IdeSession.h"
+
+namespace zendry {
+
+// Lets the user choose from the files or projects used lately, by the id of the command that asks.
+// Answers the path; empty when cancelled.
+std::string ChooseRecent(const RecentList& recent, int id);
+
+}  // namespace zendry

@@ -1,0 +1,59 @@
+#include "frame/ToolPanel.h"
+
+#include "base/CommandTable.h"
+#include "browser/BrowserActs.h"
+#include "frame/PictureStrips.h"
+#include "frame/PrjActs.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr int cBarHeight = 0x16;
+constexpr int cClassesPage = 1;
+
+// What the rows before the last one send, by page.
+constexpr int cProjectIds[] = {cProjectOptionsCommand, cAddFileCommand, cRemoveFileCommand};
+constexpr int cBrowserIds[] = {1111, 1109, 1110};
+
+}  // namespace
+
+ToolPanel::ToolPanel(mavro::TabCtrl& newTabs) : tabs(newTabs) {
+  height = cBarHeight;
+  bar.height = cBarHeight;
+  bar.dock = mavro::Dock::cFill;
+  bar.images = cSmallStrip;
+  bar.AddButton(cPropertiesPicture, "Options");
+  bar.AddButton(cAddPicture, "Add");
+  bar.AddButton(cRemovePicture, "Remove");
+  bar.AddButton(cClosePicture, "Close");
+  bar.onClick.Add_H(this, &ToolPanel::OnButton);
+  Add(&bar);
+  tabs.onChange.Add_H(this, &ToolPanel::OnPage);
+  UpdateButtons();
+}
+
+mavro::Action* ToolPanel::ActionOf(int row) const {
+  if (row < cMainRow || row >= cCloseRow) return nullptr;
+  return tabs.selectedIndex == cClassesPage ? theBrowserActs.Find(cBrowserIds[row])
+                                            : thePrjActs.Find(cProjectIds[row]);
+}
+
+void ToolPanel::UpdateButtons() {
+  for (int row = cMainRow; row < cCloseRow; ++row) bar.Enable(row, IsHandled(ActionOf(row)));
+}
+
+void ToolPanel::OnButton(mavro::NotifyArgs& args) {
+  if (args.value == cCloseRow) {
+    mavro::NotifyArgs closing{this, 0};
+    onClosePanel.Fire(closing);
+  } else if (const mavro::Action* action = ActionOf(args.value)) {
+    action->Execute();
+  }
+}
+
+void ToolPanel::OnPage(mavro::NotifyArgs&) {
+  UpdateButtons();
+}
+
+}  // namespace zendry

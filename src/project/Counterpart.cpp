@@ -1,0 +1,41 @@
+#include "project/Counterpart.h"
+
+#include <set>
+#include <vector>
+
+#include "FileText.h"
+#include "base/Paths.h"
+#include "project/Project.h"
+
+namespace zendry {
+
+namespace {
+
+const std::vector<std::string>& ExtensionsFor(int kind) {
+  static const std::vector<std::string> headers = {"h", "hpp"}, sources = {"cpp", "c", "cp"}, none;
+  if (kind == cCppSource || kind == cCSource) return headers;
+  return kind == cHeader ? sources : none;
+}
+
+// With its trailing slash.
+std::string FolderOf(const std::string& path) {
+  return path.substr(0, path.rfind('/') + 1);
+}
+
+}  // namespace
+
+std::string FindCounterpart(const std::string& path, const Project& project) {
+  const std::string name = path.substr(FolderOf(path).size());
+  std::vector<std::string> folders = {FolderOf(path)};
+  std::set<std::string> seen(folders.begin(), folders.end());
+  for (const auto& file : project.Files())
+    if (seen.insert(FolderOf(file->name)).second) folders.push_back(FolderOf(file->name));
+  for (const std::string& extension : ExtensionsFor(FileKind(path)))
+    for (const std::string& folder : folders) {
+      const std::string wanted = ChangeExtension(folder + name, extension);
+      if (wanted != path && mavro::FileExists(wanted)) return wanted;
+    }
+  return "";
+}
+
+}  // namespace zendry

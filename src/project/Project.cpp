@@ -1,0 +1,126 @@
+#include "project/Project.h"
+
+#include "base/Paths.h"
+#include "base/Shell.h"
+
+namespace zendry {
+
+Project theProject;
+
+namespace {
+
+// For as long as nobody listens.
+Shell& MuteShell() {
+  static Shell shell;
+  return shell;
+}
+
+std::string WithoutExtension(const std::string& name) {
+  const size_t dot = name.rfind('.');
+  return dot == 0 ? name : name.substr(0, dot);
+}
+
+}  // namespace
+
+Project::Project() : shell(&MuteShell()) {}
+
+Project::~Project() = default;
+
+void Project::SetShell(Shell* newShell) {
+  shell = newShell ? newShell : &MuteShell();
+}
+
+void Project::SetInstallFolder(const std::string& newFolder) {
+  installFolder = newFolder;
+  if (installFolder.ends_with('/')) installFolder.pop_back();
+}
+
+void Project::Init(const std::string& path, int newType) {
+  type = newType;
+  stlRefFile = installFolder + "/Defs/stlref.tgd";
+  mavroRefFile = installFolder + "/Defs/mavroref.tgd";
+  SetDefaultOptions(newType);
+  isOpen = true;
+  couldBeRead = true;
+  SetFileName(path);
+}
+
+void Project::Clear() {
+  shell->ClearTree();
+  DropIndex();
+  files.clear();
+  shell->TagsChanged();
+  knownText.clear();
+  name.clear();
+  resourceFile.clear();
+  lastFileId = 0;
+  type = cConsole;
+  isOpen = false;
+  includePath = "-I@/mylib";
+  linkerPath = "-L@/mylib";
+  linkLibs.clear();
+  parse = true;
+}
+
+void Project::OpenSingleFile(const std::string& path) {
+  const int kind = FileKind(path);
+  if (kind != cCppSource && kind != cCSource) return;
+  const std::string fullPath = TidyPath(AbsolutePath(path));
+  implicit = true;
+  Clear();
+  Init(ChangeExtension(fullPath, "zpj"), cConsole);
+  AddFile(BaseName(fullPath));
+  shell->SelectTreeRoot();
+  shell->TagsChanged();
+  LoadReferences();
+}
+
+void Project::SetDefaultOptions(int forType) {
+  debugOptions = {0, "-g", "-g"};
+  releaseOptions = {0, forType == cFormApplication ? "-O2 -s" : "-O2", "-s"};
+}
+
+void Project::SetFileName(const std::string& path) {
+  const size_t slash = path.rfind('/');
+  const bool hasFolder = slash != std::string::npos;
+  name = hasFolder ? path.substr(slash + 1) : path;
+  folder = hasFolder ? path.substr(0, slash) : "";
+  target = ChangeExtension(name, type == cStaticLib ? "a" : "exe");
+  SetMode(mode);
+}
+
+void Project::SetMode(int newMode) {
+  mode = newMode;
+  current = mode == cDebug ? &debugOptions : &releaseOptions;
+  shell->SetModeSelector(mode);
+  outputFolder = folder + "/" + (mode == cDebug ? "out-dbg" : "out-rel");
+}
+
+void Project::SetCaption(const std::string& text) {
+  shell->SetCaption(MakeRelative(WithoutExtension(name)) + " - " + text);
+}
+
+std::string Project::GetFullPath(const std::string& path) const {
+  return IsAbsolutePath(path) ? path : folder + "/" + path;
+}
+
+std::string Project::GetFullPath(const std::string& path, std::string_view extension) const {
+  return ChangeExtension(GetFullPath(path), extension);
+}
+
+std::string Project::MakeRelative(const std::string& path) const {
+  return MakeRelativePath(path, folder);
+}
+
+std::string Project::RelativeIfSame(const std::string& path) const {
+  std::string relative = MakeRelative(path);
+  const bool leadsBack = !relative.empty() && TidyPath(GetFullPath(relative)) == path;
+  return leadsBack ? relative : path;
+}
+
+std::string Project::SessionPath() const {
+  const std::string sessionName = ChangeExtension(name, "zend");
+  return sessionName == name ? "" : GetFullPath(sessionName);
+}
+
+}  // namespace zendry

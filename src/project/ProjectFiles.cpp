@@ -1,0 +1,99 @@
+#include <algorithm>
+
+#include "SystemDialogs.h"
+#include "base/Paths.h"
+#include "base/Shell.h"
+#include "project/Project.h"
+
+// The files of a project: adding, removing and finding them.
+
+namespace zendry {
+
+namespace {
+
+std::string_view BaseOf(const ProjectFile& file) {
+  const std::string_view name = file.name;
+  return name.substr(name.size() - BaseName(name).size());
+}
+
+}  // namespace
+
+ProjectFile::ProjectFile(int32_t newId, std::string fullName)
+    : id(newId), type(FileKind(fullName)), name(std::move(fullName)) {
+  tags.fileName = name;
+}
+
+void Project::AddResourceFile(const std::string& path) {
+  if (!resourceFile.empty()) {
+    mavro::Information("Only single resource file allowed!");
+    return;
+  }
+  resourceFile = path;
+  shell->AddTreeNode(path, cResourceFileId, cResourceScript);
+}
+
+void Project::AddFile(const std::string& path) {
+  if (path.empty()) return;
+  if (FileKind(path) == cResourceScript) return AddResourceFile(path);
+  if (++lastFileId == cResourceFileId) ++lastFileId;
+  files.push_back(std::make_unique<ProjectFile>(lastFileId, TidyPath(GetFullPath(path))));
+  ProjectFile& file = *files.back();
+  if (indexed) AddToIndex(&file);
+  if (parse) ReadTags(file);
+  shell->SetStatus("", "");
+  const bool shown = file.type >= cCppSource && file.type <= cResourceScript;
+  if (shown) shell->AddTreeNode(RelativeIfSame(file.name), file.id, file.type);
+}
+
+bool Project::RemoveFile(int32_t id) {
+  if (id == cResourceFileId) {
+    if (resourceFile.empty()) return false;
+    resourceFile.clear();
+  } else {
+    const int index = IndexOfFile(id);
+    if (index < 0) return false;
+    DropIndex();
+    files.erase(files.begin() + index);
+  }
+  shell->RemoveTreeNode(id);
+  return true;
+}
+
+int Project::IndexOfFile(int32_t id) const {
+  const auto found =
+      std::find_if(files.begin(), files.end(), [id](const auto& file) { return file->id == id; });
+  return found == files.end() ? -1 : static_cast<int>(found - files.begin());
+}
+
+// Group: the index. It answers as a walk through the files from the first on would.
+
+void Project::AddToIndex(ProjectFile* file) const {
+  byName.try_emplace(file->name, file);
+  byBaseName.try_emplace(BaseOf(*file), file);
+}
+
+void Project::DropIndex() {
+  indexed = false;
+  byName.clear();
+  byBaseName.clear();
+}
+
+void Project::EnsureIndex() const {
+  if (indexed) return;
+  for (const auto& file : files) AddToIndex(file.get());
+  indexed = true;
+}
+
+ProjectFile* Project::FindFile(std::string_view fullName) const {
+  EnsureIndex();
+  const auto found = byName.find(fullName);
+  return found == byName.end() ? nullptr : found->second;
+}
+
+std::string Project::ResolveInclude(const std::string& includeName) const {
+  if (const ProjectFile* file = FindFile(TidyPath(GetFullPath(includeName)))) return file->name;
+  const auto found = byBaseName.find(includeName);
+  return found == byBaseName.end() ? "" : found->second->name;
+}
+
+}  // namespace zendry

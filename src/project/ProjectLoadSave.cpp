@@ -1,0 +1,153 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <system_error>
+
+#include "SystemDialogs.h"
+#include "base/Paths.h"
+#include "base/Shell.h"
+#include "config/IdeSession.h"
+#include "project/Project.h"
+#include "project/ProjectFileFormat.h"
+#include "project/SessionFile.h"
+
+// Opening, saving and closing a project.
+
+namespace zendry {
+
+namespace {
+
+constexpr size_t cMaxShown = 200;
+
+std::string WhyUnreadable(const std::string& path) {
+  struct stat status;
+  if (stat(path.c_str(), &status) != 0) return path + ": " + std::strerror(errno);
+  if (S_ISDIR(status.st_mode)) return path + ": is a folder";
+  if (!S_ISREG(status.st_mode)) return path + ": is not a regular file";
+  if (faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0)
+    return path + ": " + std::strerror(errno);
+  return path + ": can't be read";
+}
+
+// A full path without "/../", unless a link on the way makes that another file.
+std::string FullProjectPath(const std::string& path) {
+  std::string full = AbsolutePath(path);
+  std::string tidy = TidyPath(full);
+  std::error_code error;
+  const bool isOther =
+      std::filesystem::exists(full, error) && !std::filesystem::equivalent(full, tidy, error);
+  return isOther ? full : tidy;
+}
+
+LoadResult Judge(const std::string& path, const ProjectReading& reading) {
+  if (!reading.hasElements) return {path + ": is not a project file", ""};
+  if (!reading.isComplete) return {"", path + ": the end is missing, it may have been cut"};
+  return {};
+}
+
+std::string Shortened(const std::string& value) {
+  return value.size() <= cMaxShown ? value : value.substr(0, cMaxShown) + "...";
+}
+
+}  // namespace
+
+LoadResult Project::Load(const std::string& path) {
+  const std::string fullPath = FullProjectPath(path);
+  Init(fullPath, cConsole);
+  const std::optional<std::string> text = mavro::ReadFileText(fullPath);
+  couldBeRead = text.has_value();
+  if (!text) return {WhyUnreadable(fullPath), ""};
+  IdeSession::AddRecent(theIdeSession.recentProjects, fullPath);
+  const ProjectReading reading = ReadProjectText(*text, *this);
+  if (reading.isComplete) knownText = *text;
+  implicit = false;
+  SetFileName(fullPath);  // again: the name of the target follows the type just read
+  shell->TagsChanged();
+  LoadReferences();
+  LoadSession(SessionPath(), *this, *shell);
+  return Judge(fullPath, reading);
+}
+
+std::string Project::ChooseSavePath() const {
+  mavro::FileQuestion question;
+  question.mode = mavro::FileQuestion::cSave;
+  question.title = "Save project";
+  question.folder = folder;
+  question.name = name;
+  question.filter = "Project Files (*.zpj)|*.zpj";
+  question.defaultExtension = "zpj";
+  const std::vector<std::string> chosen = mavro::Dialogs().chooseFiles(question);
+  return chosen.empty() ? "" : chosen.front();
+}
+
+// What stands in a file that wasn't read whole, or that somebody else has written since, would be
+// lost.
+bool Project::MayReplace(const std::string& path) const {
+  const std::optional<std::string> text = mavro::ReadFileText(path);
+  const bool nothingLost = text ? text->empty() || *text == knownText : !mavro::FileExists(path);
+  return nothingLost ||
+         mavro::Confirm(path + "\nholds what was not read into this project!\nOverwrite?");
+}
+
+bool Project::Write(const std::string& path) {
+  ProjectText content = WriteProjectText(*this);
+  if (!content.unwritable.empty()) {
+    mavro::Information("Project file can't hold this value, it was not saved!\n" +
+                       Shortened(content.unwritable));
+    return false;
+  }
+  const mavro::SaveResult result = mavro::SaveFileText(path, content.text);
+  if (!result.Ok()) {
+    shell->SetStatus(result.error, path);
+    return false;
+  }
+  knownText = std::move(content.text);
+  couldBeRead = true;
+  modified = false;
+  implicit = false;
+  return true;
+}
+
+// A save that fails leaves the project under its old name.
+bool Project::SaveUnder(const std::string& path) {
+  const std::string oldPath = name.empty() ? "" : GetFullPath(name);
+  const bool wasOpen = isOpen;
+  SetFileName(path);
+  isOpen = true;
+  if (Write(path)) {
+    IdeSession::AddRecent(theIdeSession.recentProjects, path);
+    return true;
+  }
+  SetFileName(oldPath);
+  isOpen = wasOpen;
+  return false;
+}
+
+bool Project::Save(bool saveAs) {
+  if (name.empty() || saveAs || !isOpen) {
+    const std::string path = ChooseSavePath();
+    return !path.empty() && SaveUnder(path);
+  }
+  const std::string path = GetFullPath(name);
+  return MayReplace(path) && Write(path);
+}
+
+bool Project::Close() {
+  if (isOpen && !name.empty() && !implicit && couldBeRead)
+    theIdeSession.NoteError(SaveSession(SessionPath(), *this, *shell).error);
+  if (!shell->CloseAllFiles()) return false;
+  if (modified && isOpen) {
+    bool cancelled = false;
+    const bool save = mavro::Confirm("Project file was not saved!\nSave?", &cancelled);
+    if (cancelled || (save && !Save(false))) return false;
+  }
+  Clear();
+  return true;
+}
+
+}  // namespace zendry

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <map>
+
+#include "base/DiskStamp.h"
+#include "code/CodeSources.h"
+
+namespace zendry {
+
+class Project;
+class Shell;
+
+// The tags of a project and of the open editors, as completion and lookups walk them.
+class ProjectSources : public CodeSources {
+ public:
+  // Both must outlive it.
+  ProjectSources(Project& itsProject, Shell& itsShell) : project(itsProject), shell(itsShell) {}
+
+  const std::vector<TagData*>& Modules() const override;
+  TagData* Library() const override;
+  TagData* ModuleOf(const EditorText& editor) override;
+  void RefreshTags() override;
+  std::string TextOf(const TagData& module) override;
+  void Log(std::string_view text, std::string_view detail) override;
+
+ private:
+  struct ReadFile {
+    DiskStamp stamp;
+    std::string text;
+  };
+
+  Project& project;
+  Shell& shell;
+  mutable std::vector<TagData*> modules;      // what Modules() answered last
+  std::map<std::string, ReadFile> readFiles;  // a few that TextOf() has read, by their paths
+};
+
+}  // namespace zendry

@@ -1,0 +1,130 @@
+#include <algorithm>
+#include <optional>
+
+#include "base/EditorText.h"
+#include "base/Shell.h"
+#include "project/Project.h"
+#include "tags/EditorReader.h"
+#include "tags/TagParser.h"
+
+// The tags of a project: of its files, of open editors and of the reference
+// libraries.
+
+namespace zendry {
+
+namespace {
+
+EditorText* FindEditor(Shell& shell, const std::string& path) {
+  for (EditorText* editor : shell.OpenTexts())
+    if (editor->Path() == path) return editor;
+  return nullptr;
+}
+
+// How much of an editor's text is read for its includes while somebody types.
+constexpr int cMostTypedText = 1 << 20;
+
+std::string TextOf(const EditorText& editor, int length) {
+  std::string text(static_cast<size_t>(length), '\0');
+  editor.CopyRange(0, length, text.data());
+  return text;
+}
+
+bool IsLarge(const EditorText& editor) {
+  return editor.Length() > cMostTypedText;
+}
+
+// What is built depends on every include of a file, be it too long for its tags.
+void CompleteIncludes(TagData& module, const EditorText* editor) {
+  const std::optional<std::string> text =
+      editor ? TextOf(*editor, editor->Length()) : mavro::ReadFileText(module.fileName);
+  if (text) module.includes = ScanIncludes(*text);
+}
+
+// The same at a cost that doesn't grow with the text: behind its first part what was known before
+// stays, until the file is saved.
+void RefreshIncludes(TagData& module, const EditorText& editor, std::vector<IncludeRec> known) {
+  if (!IsLarge(editor)) return CompleteIncludes(module, &editor);
+  module.includes = ScanIncludes(TextOf(editor, cMostTypedText));
+  for (IncludeRec& include : known) {
+    const auto isSame = [&](const IncludeRec& other) {
+      return other.name == include.name && other.quoted == include.quoted;
+    };
+    if (std::none_of(module.includes.begin(), module.includes.end(), isSame))
+      module.includes.push_back(std::move(include));
+  }
+}
+
+// Has the parser log to the project's shell for as long as it lives.
+class ParserLog {
+ public:
+  explicit ParserLog(Shell& shell) { theTagParser.shell = &shell; }
+  ~ParserLog() { theTagParser.shell = nullptr; }
+  ParserLog(const ParserLog&) = delete;
+  ParserLog& operator=(const ParserLog&) = delete;
+};
+
+}  // namespace
+
+// A file of no language that the parser knows has neither tags nor includes.
+void Project::ReadTags(ProjectFile& file) {
+  shell->SetStatus("parse", file.name);
+  bool isHeader = false;
+  if (!TagParser::languageOf(file.name, isHeader)) return;
+  if (storesTags) return parseModule(file.tags, nullptr);
+  if (const std::optional<std::string> text = mavro::ReadFileText(file.name))
+    file.tags.includes = ScanIncludes(*text);
+}
+
+void Project::parseModule(TagData& module, EditorText* editor) {
+  if (!parse) return;
+  const ParserLog log(*shell);
+  const bool isTyped = editor != nullptr;
+  if (!editor) editor = FindEditor(*shell, module.fileName);
+  std::vector<IncludeRec> known = std::move(module.includes);
+  module.clear();
+  if (editor) {
+    EditorReader reader(*editor);
+    theTagParser.parseBuffer(module, &reader, false);
+    theTagParser.Bind(module);
+    editor->parsed = true;
+  } else {
+    theTagParser.parseBuffer(module, nullptr, false);
+  }
+  if (theTagParser.gaveUp && isTyped)
+    RefreshIncludes(module, *editor, std::move(known));
+  else if (theTagParser.gaveUp)
+    CompleteIncludes(module, editor);
+  module.Changed();
+}
+
+void Project::parseOpenEditors(EditorText* editor) {
+  std::vector<EditorText*> editors = {editor};
+  if (!editor) editors = shell->OpenTexts();
+  bool anyParsed = false;
+  for (EditorText* open : editors) {
+    // Who builds the project asks for its files' includes.
+    const bool isSavedWhole = editor && IsLarge(*open) && FindFile(open->Path());
+    if (open->parsed && !isSavedWhole) continue;
+    LogMessage(*shell, "Parse", open->Path());
+    TagData& module = ModuleOf(open->Path());
+    parseModule(module, open);
+    if (isSavedWhole && theTagParser.gaveUp) CompleteIncludes(module, open);
+    anyParsed = true;
+  }
+  if (anyParsed) shell->TagsChanged();
+}
+
+TagData& Project::ModuleOf(const std::string& path) {
+  if (ProjectFile* file = FindFile(path)) return file->tags;
+  scratchModule.fileName = path;
+  return scratchModule;
+}
+
+void Project::LoadReferences() {
+  if (!storesTags) return;
+  const ParserLog log(*shell);
+  tags.loadReference(stlRefFile);
+  if (type == cFormApplication) tags.loadReference(mavroRefFile);
+}
+
+}  // namespace zendry

@@ -1,0 +1,102 @@
+#include "project/SessionFile.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+
+#include "base/Paths.h"
+#include "base/XmlTag.h"
+#include "project/Project.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr TagLabels cLabels = {"name", "opt", "p", "value"};
+
+void WriteTag(std::string& text, int depth, std::string_view element, std::string_view path,
+              std::string_view option, int id) {
+  XmlTag tag(cLabels);
+  tag.begin(element, depth, true);
+  tag.set(path, option, "", "", id);
+  if (tag.ReadsBack()) tag.write(text);
+}
+
+bool IsLink(const std::string& path) {
+  struct stat status;
+  return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
+SessionState CurrentState(const Project& project, Shell& shell) {
+  SessionState state;
+  state.mode = project.mode;
+  for (const OpenFile& file : shell.OpenFiles())
+    state.files.push_back({project.RelativeIfSame(file.path), file.line});
+  state.active = shell.ActiveFile();
+  return state;
+}
+
+void OpenStored(const SessionStep& step, const Project& project, Shell& shell) {
+  // A NUL would end the name for the system: the file would be open under two names.
+  if (step.path.find('\0') != std::string::npos) return;
+  const std::string path = TidyPath(project.GetFullPath(step.path));
+  const int line = std::max(step.line, 0);
+  if (shell.MayReopen(path, line) && mavro::FileExists(path)) shell.OpenFileAt(path, line);
+}
+
+}  // namespace
+
+std::string SessionText(const SessionState& state) {
+  std::string text = "<state>\n";
+  WriteTag(text, 1, "mode", "", state.mode == cDebug ? "dbg" : "rel", -1);
+  text += "\t<open>\n";
+  for (const OpenFile& file : state.files) WriteTag(text, 2, "file", file.path, "", file.line);
+  if (!state.active.empty()) WriteTag(text, 2, "active", state.active, "", -1);
+  text += "\t</open>\n</state>\n";
+  return text;
+}
+
+// Only the first letter of an element's name counts.
+std::vector<SessionStep> ReadSessionText(std::string_view text) {
+  std::vector<SessionStep> steps;
+  TagSource source{text};
+  for (XmlTag tag; tag.read(&source);) {
+    switch (tag.element.front()) {
+      case 'f':
+        steps.push_back({SessionStep::cOpenFile, tag.n, tag.id, 0});
+        break;
+      case 'm':
+        steps.push_back({SessionStep::cSetMode, "", 0, tag.o == "dbg" ? cDebug : cRelease});
+        break;
+      case 'a':
+        steps.push_back({SessionStep::cActivate, tag.n, 0, 0});
+        break;
+      default:
+        break;
+    }
+  }
+  return steps;
+}
+
+void LoadSession(const std::string& path, Project& project, Shell& shell) {
+  const std::optional<std::string> text = mavro::ReadFileText(path);
+  if (!text) return;
+  for (const SessionStep& step : ReadSessionText(*text)) {
+    if (step.kind == SessionStep::cOpenFile)
+      OpenStored(step, project, shell);
+    else if (step.kind == SessionStep::cSetMode)
+      project.SetMode(step.mode);
+    else
+      shell.ActivateFile(step.path);
+  }
+}
+
+mavro::SaveResult SaveSession(const std::string& path, const Project& project, Shell& shell) {
+  if (path.empty()) return {};
+  if (IsLink(path)) return {path + ": is a link. The session is not kept."};
+  const std::string text = SessionText(CurrentState(project, shell));
+  if (mavro::ReadFileText(path) == text) return {};
+  return mavro::SaveFileText(path, text);
+}
+
+}  // namespace zendry

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "FileText.h"
+#include "base/Shell.h"
+
+namespace zendry {
+
+class Project;
+
+// What a session file is made from.
+struct SessionState {
+  int mode = 0;                 // 0 release, 1 debug
+  std::vector<OpenFile> files;  // paths as stored
+  std::string active;           // full path; empty when no tab is active
+};
+
+// One step of restoring a session, in the order of the file.
+struct SessionStep {
+  enum Kind { cOpenFile, cSetMode, cActivate };
+  Kind kind = cOpenFile;
+  std::string path;  // cOpenFile and cActivate
+  int line = 0;      // cOpenFile; 0 and below for no line
+  int mode = 0;      // cSetMode
+  friend bool operator==(const SessionStep&, const SessionStep&) = default;
+};
+
+// The text of a session file. A path that the format can't hold is left out.
+std::string SessionText(const SessionState& state);
+
+// The steps that a session file stands for; what means nothing is passed over.
+std::vector<SessionStep> ReadSessionText(std::string_view text);
+
+// Restores build mode, open files and active file. Files that are gone are passed over, as is a
+// missing session.
+void LoadSession(const std::string& path, Project& project, Shell& shell);
+
+// Writes the session, unless the file holds it already. A link in its place is not followed: a
+// project from elsewhere must not choose which file of the user's is overwritten. An empty path
+// writes nothing.
+mavro::SaveResult SaveSession(const std::string& path, const Project& project, Shell& shell);
+
+}  // namespace zendry

@@ -1,0 +1,160 @@
+#include "rescue/RescueCopies.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <optional>
+
+#include "FileText.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr std::string_view cSteps = "-steps";
+
+std::string StepsOf(const std::string& file) {
+  return std::string(file).append(cSteps);
+}
+
+// The copy first: steps alone are nothing that could be offered.
+void Remove(const std::string& file) {
+  unlink(file.c_str());
+  unlink(StepsOf(file).c_str());
+}
+
+// When a process was started, in the system's ticks; 0 when that can't be told. Makes no use of the
+// heap: it may be asked when the program is about to end.
+uint64_t StartOf(pid_t process) {
+  constexpr int cFieldsBefore = 20;  // between the name's end and the start
+  char path[32], text[1024];
+  std::snprintf(path, sizeof path, "/proc/%d/stat", static_cast<int>(process));
+  const int file = open(path, O_RDONLY | O_CLOEXEC);
+  const ssize_t count = file >= 0 ? read(file, text, sizeof text) : -1;
+  if (file >= 0) close(file);
+  std::string_view rest(text, count > 0 ? static_cast<size_t>(count) : 0);
+  rest.remove_prefix(std::min(rest.rfind(')'), rest.size()));
+  for (int i = 0; i < cFieldsBefore; ++i)
+    rest.remove_prefix(std::min(rest.find(' ') + 1, rest.size()));
+  uint64_t start = 0;
+  std::from_chars(rest.data(), rest.data() + rest.size(), start);
+  return start;
+}
+
+// A process can have the number of one that has ended: in a container they often have the same.
+bool IsAlive(pid_t process, uint64_t start) {
+  const bool exists = kill(process, 0) == 0 || errno == EPERM;
+  return exists && (start == 0 || StartOf(process) == start);
+}
+
+// What the names of this process's copies have behind the kind.
+std::string OwnName() {
+  static pid_t process = 0;
+  static uint64_t start = 0;
+  if (process != getpid()) {
+    process = getpid();
+    start = StartOf(process);
+  }
+  return std::to_string(process) + "." + std::to_string(start);
+}
+
+std::vector<std::string> NamesIn(const std::string& folder) {
+  std::vector<std::string> names;
+  const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(folder.c_str()), closedir);
+  while (const dirent* entry = stream ? readdir(stream.get()) : nullptr)
+    names.emplace_back(entry->d_name);
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::optional<RescueCopy> ReadCopy(const std::string& file) {
+  const std::optional<std::string> bytes = mavro::ReadFileText(file);
+  const size_t end = bytes ? bytes->find('\0') : std::string::npos;
+  if (end == std::string::npos) return std::nullopt;
+  return RescueCopy{file, bytes->substr(0, end), bytes->substr(end + 1),
+                    mavro::ReadFileText(StepsOf(file)).value_or("")};
+}
+
+// A whole number at the start of `text`, which is taken off; 0 for none.
+template <class T>
+T TakeNumber(std::string_view& text) {
+  T number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc()) return 0;
+  text.remove_prefix(static_cast<size_t>(end - text.data()));
+  return number;
+}
+
+}  // namespace
+
+std::string RescueCopies::FileOf(int number) const {
+  const std::string folder = mavro::RescueFolder();
+  if (folder.empty()) return "";
+  return folder + "/" + kind + "-" + OwnName() + "-" + std::to_string(number);
+}
+
+bool RescueCopies::Keep(int number, std::string_view path, std::string_view content) const {
+  const std::string file = FileOf(number);
+  if (file.empty()) return false;
+  std::string bytes;
+  bytes.reserve(path.size() + 1 + content.size());
+  bytes.append(path).append(1, '\0').append(content);
+  return mavro::SaveFileText(file, bytes).Ok();
+}
+
+bool RescueCopies::AddStep(int number, size_t offset, std::string_view step) const {
+  const std::string file = FileOf(number);
+  return !file.empty() && mavro::AppendFileText(StepsOf(file), offset, step).Ok();
+}
+
+void RescueCopies::Drop(int number) const {
+  const std::string file = FileOf(number);
+  if (!file.empty()) Remove(file);
+}
+
+void RescueCopies::Forget(const RescueCopy& copy) {
+  Remove(copy.file);
+}
+
+bool RescueCopies::IsOfTheDead(std::string_view fileName) const {
+  if (!fileName.starts_with(kind + "-")) return false;
+  fileName.remove_prefix(kind.size() + 1);
+  const auto maker = TakeNumber<pid_t>(fileName);
+  uint64_t start = 0;
+  if (fileName.starts_with(".")) {
+    fileName.remove_prefix(1);
+    start = TakeNumber<uint64_t>(fileName);
+  }
+  if (maker <= 0 || !fileName.starts_with("-")) return false;
+  fileName.remove_prefix(1);
+  return TakeNumber<int>(fileName) > 0 && fileName.empty() && !IsAlive(maker, start);
+}
+
+std::vector<RescueCopy> RescueCopies::OfTheDead() const {
+  std::vector<RescueCopy> found;
+  const std::string folder = mavro::RescueFolder();
+  if (folder.empty()) return found;
+  for (std::string name : NamesIn(folder)) {
+    const bool isSteps = name.ends_with(cSteps);
+    if (isSteps) name.resize(name.size() - cSteps.size());
+    if (!IsOfTheDead(name)) continue;
+    if (isSteps) {
+      // A program that ended while it dropped the copy has left them.
+      if (!mavro::FileExists(folder + "/" + name)) Remove(folder + "/" + name);
+      continue;
+    }
+    if (std::optional<RescueCopy> copy = ReadCopy(folder + "/" + name))
+      found.push_back(*std::move(copy));
+  }
+  return found;
+}
+
+}  // namespace zendry

@@ -1,0 +1,210 @@
+#include "rescue/RescueSteps.h"
+
+#include <algorithm>
+#include <cstring>
+#include <optional>
+#include <vector>
+
+namespace zendry {
+
+namespace {
+
+// Bytes between two changes that are cheaper to write than to begin a span of their own.
+constexpr size_t cNear = 16;
+
+// What stands before the changes of a step, in this machine's byte order: the rescue folder stays
+// on it.
+struct StepHead {
+  uint64_t checksum = 0;  // of all that follows it
+  uint64_t copy = 0;
+  uint64_t number = 0;
+  uint64_t lengthAfter = 0;
+  uint64_t size = 0;  // bytes of changes
+};
+
+struct ChangeHead {
+  uint32_t start = 0, removed = 0, added = 0;
+};
+static_assert(sizeof(ChangeHead) == TextChanges::cOverhead);
+
+template <class T>
+void AppendBytes(std::string& to, const T& value) {
+  to.append(reinterpret_cast<const char*>(&value), sizeof value);
+}
+
+// Takes a value off the front of `from`; nothing when it is too short.
+template <class T>
+std::optional<T> TakeBytes(std::string_view& from) {
+  T value;
+  if (from.size() < sizeof value) return std::nullopt;
+  std::memcpy(&value, from.data(), sizeof value);
+  from.remove_prefix(sizeof value);
+  return value;
+}
+
+// FNV-1a, 64 bits.
+uint64_t Checksum(std::string_view bytes) {
+  uint64_t sum = 0xcbf29ce484222325;
+  for (const char byte : bytes) sum = (sum ^ static_cast<unsigned char>(byte)) * 0x100000001b3;
+  return sum;
+}
+
+struct Change {
+  size_t start = 0, removed = 0;
+  std::string_view added;
+};
+
+// The changes of a step to a text of `length` bytes; nothing when one of them can't be.
+std::optional<std::vector<Change>> ReadChanges(std::string_view changes, size_t& length) {
+  std::vector<Change> read;
+  while (!changes.empty()) {
+    const auto head = TakeBytes<ChangeHead>(changes);
+    if (!head || head->added > changes.size()) return std::nullopt;
+    if (head->start > length || head->removed > length - head->start) return std::nullopt;
+    read.push_back({head->start, head->removed, changes.substr(0, head->added)});
+    changes.remove_prefix(head->added);
+    length = length - head->removed + head->added;
+  }
+  return read;
+}
+
+// A text as a row of pieces of others, so that a change costs as much as there are pieces.
+class PieceRow {
+ public:
+  explicit PieceRow(std::string_view text) : length(text.size()) { pieces.push_back(text); }
+
+  size_t Length() const { return length; }
+
+  // The text must have such bytes.
+  void Apply(const Change& change) {
+    const auto first = static_cast<ptrdiff_t>(SplitAt(change.start));
+    const auto last = static_cast<ptrdiff_t>(SplitAt(change.start + change.removed));
+    pieces.erase(pieces.begin() + first, pieces.begin() + last);
+    if (!change.added.empty()) pieces.insert(pieces.begin() + first, change.added);
+    length = length - change.removed + change.added.size();
+  }
+
+  std::string Text() const {
+    std::string text;
+    text.reserve(length);
+    for (const std::string_view piece : pieces) text += piece;
+    return text;
+  }
+
+ private:
+  // The index of the piece that begins at a byte, which is made for it.
+  size_t SplitAt(size_t position) {
+    size_t index = 0;
+    for (; index < pieces.size() && position >= pieces[index].size(); ++index)
+      position -= pieces[index].size();
+    if (position == 0) return index;
+    const std::string_view whole = pieces[index];
+    pieces[index] = whole.substr(0, position);
+    pieces.insert(pieces.begin() + static_cast<ptrdiff_t>(index) + 1, whole.substr(position));
+    return index + 1;
+  }
+
+  std::vector<std::string_view> pieces;
+  size_t length;
+};
+
+// The changes of the step in front of `steps`, which is taken off; nothing when it is not whole or
+// not the one that is next.
+std::optional<std::string_view> TakeStep(std::string_view& steps, uint64_t copy, uint64_t number,
+                                         size_t& lengthAfter) {
+  const std::string_view whole = steps;
+  const auto head = TakeBytes<StepHead>(steps);
+  if (!head || head->copy != copy || head->number != number) return std::nullopt;
+  if (head->size > steps.size()) return std::nullopt;
+  const size_t summed = sizeof *head - sizeof head->checksum + head->size;
+  if (Checksum(whole.substr(sizeof head->checksum, summed)) != head->checksum) return std::nullopt;
+  const std::string_view changes = steps.substr(0, head->size);
+  steps.remove_prefix(head->size);
+  lengthAfter = head->lengthAfter;
+  return changes;
+}
+
+}  // namespace
+
+void TextChanges::Begin(size_t length, size_t newMostBytes, size_t newMostCount) {
+  Stop();
+  collects = true;
+  knownLength = length;
+  mostBytes = newMostBytes;
+  mostCount = newMostCount;
+}
+
+void TextChanges::Stop() {
+  collects = false;
+  hasSpan = false;
+  closed.clear();
+  closed.shrink_to_fit();
+}
+
+void TextChanges::Add(size_t start, size_t removed, size_t added, const TextPieces& text) {
+  if (!collects) return;
+  knownLength = knownLength - removed + added;
+  const size_t end = spanStart + spanLength;
+  if (hasSpan && (start > end + cNear || start + removed + cNear < spanStart)) Close(text);
+  if (!collects) return;
+  if (!hasSpan) {
+    hasSpan = true;
+    spanStart = start;
+    spanRemoved = removed;
+    spanLength = added;
+    return;
+  }
+  const size_t newStart = std::min(spanStart, start);
+  const size_t newEnd = std::max(end, start + removed);
+  spanRemoved += (spanStart - newStart) + (newEnd - end);
+  spanLength = newEnd - newStart - removed + added;
+  spanStart = newStart;
+}
+
+void TextChanges::Close(const TextPieces& text) {
+  hasSpan = false;
+  const size_t needed = closed.size() + cOverhead + spanLength;
+  if (needed > mostBytes || mostCount == 0) return Stop();
+  --mostCount;
+  AppendBytes(closed,
+              ChangeHead{static_cast<uint32_t>(spanStart), static_cast<uint32_t>(spanRemoved),
+                         static_cast<uint32_t>(spanLength)});
+  text.AppendPiece(spanStart, spanStart + spanLength, closed);
+  if (closed.size() != needed) Stop();  // a change that was announced has not come
+}
+
+std::string_view TextChanges::Take(const TextPieces& text) {
+  if (hasSpan) Close(text);
+  return closed;
+}
+
+void TextChanges::Forget() {
+  mostBytes -= closed.size();
+  closed.clear();
+}
+
+std::string MakeStep(uint64_t copy, uint64_t number, size_t lengthAfter, std::string_view changes) {
+  std::string step;
+  step.reserve(sizeof(StepHead) + changes.size());
+  AppendBytes(step, StepHead{0, copy, number, lengthAfter, changes.size()});
+  step += changes;
+  const uint64_t sum = Checksum(std::string_view(step).substr(sizeof sum));
+  std::memcpy(step.data(), &sum, sizeof sum);
+  return step;
+}
+
+std::string ApplySteps(std::string text, uint64_t copy, std::string_view steps) {
+  PieceRow row(text);
+  for (uint64_t number = 1;; ++number) {
+    size_t promised = 0;
+    const auto step = TakeStep(steps, copy, number, promised);
+    if (!step) break;
+    size_t length = row.Length();
+    const auto changes = ReadChanges(*step, length);
+    if (!changes || length != promised) break;
+    for (const Change& change : *changes) row.Apply(change);
+  }
+  return row.Text();
+}
+
+}  // namespace zendry

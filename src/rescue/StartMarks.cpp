@@ -1,0 +1,85 @@
+#include "rescue/StartMarks.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <string_view>
+
+#include "FileText.h"
+
+namespace zendry {
+
+namespace {
+
+const RescueCopies cCopies("start");
+constexpr int cMark = 1;  // a program has one
+
+// Not synced: a mark must outlive the program, not the machine. A power cut says nothing about the
+// file that was being opened, and a disk's write for each file would be felt at the start. For the
+// same reason the old mark is written over: file systems flush a file that was emptied before.
+void Write(const std::string& bytes) {
+  const std::string file = cCopies.FileOf(cMark);
+  if (file.empty()) return;
+  const int mark = open(file.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
+  if (mark < 0) return;
+  const auto size = static_cast<ssize_t>(bytes.size());
+  const bool isWhole =
+      write(mark, bytes.data(), bytes.size()) == size && ftruncate(mark, size) == 0;
+  close(mark);
+  if (!isWhole) unlink(file.c_str());
+}
+
+// The files that a mark names: one that was being opened, and those left closed before it.
+std::vector<std::string> NamesIn(const RescueCopy& mark) {
+  std::vector<std::string> names = {mark.path};
+  for (std::string_view rest = mark.content; !rest.empty();) {
+    const std::string_view name = rest.substr(0, rest.find('\0'));
+    names.emplace_back(name);
+    rest.remove_prefix(std::min(name.size() + 1, rest.size()));
+  }
+  return names;
+}
+
+bool Holds(const std::vector<std::string>& names, const std::string& name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+}  // namespace
+
+// A mark that can't be taken away doesn't count: it would keep its file closed for ever. The other
+// files of one that can be are doubtful as well: this start may meet them yet.
+bool StartMarks::TakeFromTheDead(const std::string& path) {
+  if (!dead) dead = cCopies.OfTheDead();
+  std::erase_if(*dead, [&](const RescueCopy& mark) {
+    const std::vector<std::string> names = NamesIn(mark);
+    if (!Holds(names, path)) return false;
+    if (unlink(mark.file.c_str()) == 0)
+      std::copy_if(names.begin(), names.end(), std::back_inserter(leftClosed),
+                   [](const std::string& name) { return !name.empty(); });
+    return true;
+  });
+  return Holds(leftClosed, path);
+}
+
+bool StartMarks::Begin(const std::string& path) {
+  const bool isDoubtful = TakeFromTheDead(path);
+  Watch(isDoubtful ? "" : path);
+  return !isDoubtful;
+}
+
+void StartMarks::Watch(const std::string& path) {
+  if (path.empty() && leftClosed.empty()) return cCopies.Drop(cMark);
+  std::string bytes = path + '\0';
+  for (const std::string& name : leftClosed) bytes += name + '\0';
+  Write(bytes);
+}
+
+void StartMarks::Clear() {
+  if (!dead) return;
+  cCopies.Drop(cMark);
+  dead.reset();
+  leftClosed.clear();
+}
+
+}  // namespace zendry

@@ -1,0 +1,117 @@
+#include "tags/LineInput.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "tags/TagData.h"
+#include "tags/TagParser.h"
+
+namespace zendry {
+namespace {
+
+// What is read at once. The rest of a line is kept before it.
+constexpr size_t cChunk = 64 * 1024;
+
+const char* Find(const char* begin, const char* end, char c) {
+  const void* found = std::memchr(begin, c, static_cast<size_t>(end - begin));
+  return found == nullptr ? end : static_cast<const char*>(found);
+}
+
+// Turns CR and CR LF into LF within the text; answers its new end. `afterReturn` says that a CR
+// stood before the text, and then whether one ends it.
+char* NormalizeLineEnds(char* begin, char* end, bool& afterReturn) {
+  if (!afterReturn && Find(begin, end, '\r') == end) return end;
+  char* out = begin;
+  for (const char* in = begin; in != end; ++in) {
+    const bool isTail = *in == '\n' && afterReturn;
+    afterReturn = *in == '\r';
+    if (!isTail) *out++ = afterReturn ? '\n' : *in;
+  }
+  return out;
+}
+
+}  // namespace
+
+void LineInput::Start(FileReader& newReader, TagData& newStore) {
+  reader = &newReader;
+  store = &newStore;
+  buffer.resize(cChunk + cLongestLine + 2);
+  next = end = buffer.data();
+  lineStart = cursor = lineEnd = next;
+  linePushback = lineNumber = tagLine = 0;
+  isTooLong = eof = isReaderDone = endsInReturn = hasZeros = false;
+}
+
+int LineInput::TakePushback() {
+  const int c = linePushback;
+  linePushback = 0;
+  return c;
+}
+
+bool LineInput::NextLine() {
+  while (cursor == lineEnd) {
+    if (eof) return false;
+    ReadLine();
+  }
+  return true;
+}
+
+void LineInput::Stop() {
+  eof = true;
+  cursor = lineEnd;
+  linePushback = '\n';
+}
+
+void LineInput::ReadLine() {
+  const char* newline;
+  for (;;) {
+    const size_t ahead = std::min<size_t>(static_cast<size_t>(end - next), cLongestLine + 1);
+    newline = Find(next, next + ahead, '\n');
+    if (newline != next + ahead || ahead > cLongestLine || isReaderDone) break;
+    Fill();
+  }
+  const bool hasNewline = newline != end && *newline == '\n';
+  const bool isLong = static_cast<size_t>(newline - next) > cLongestLine;
+  eof = isLong || !hasNewline;
+  lineStart = cursor = next;
+  lineEnd = newline + (hasNewline && !isLong ? 1 : 0);
+  next += lineEnd - cursor;
+  if (cursor == lineEnd) return;
+  ++lineNumber;
+  ++tagLine;
+  if (*cursor == '#') ScanInclude(newline);
+  if (isLong) CutTooLong(cursor);
+  if (hasZeros) lineEnd = Find(cursor, lineEnd, '\0');
+}
+
+// A newline behind the longest part of the line that is still read. There is room for it, since
+// nothing behind it is read any more.
+void LineInput::CutTooLong(const char* start) {
+  isTooLong = true;
+  theTagParser.logMessage("Line to long");
+  theTagParser.gaveUp = true;
+  char* forced = buffer.data() + (start - buffer.data()) + cLongestLine + 1;
+  *forced = '\n';
+  lineEnd = forced + 1;
+}
+
+void LineInput::Fill() {
+  const size_t rest = static_cast<size_t>(end - next);
+  std::memmove(buffer.data(), next, rest);
+  next = buffer.data();
+  end = next + rest;
+  const size_t got = reader->read(end, cChunk);
+  isReaderDone = got == 0;
+  char* newEnd = NormalizeLineEnds(end, end + got, endsInReturn);
+  hasZeros = hasZeros || Find(end, newEnd, '\0') != newEnd;
+  end = newEnd;
+}
+
+void LineInput::ScanInclude(const char* lastByte) {
+  includeScan.Start();
+  for (const char* at = cursor + 1; at < lastByte && includeScan.IsRunning(); ++at)
+    if (includeScan.Feed(*at))
+      store->addInclude(includeScan.Found().name, includeScan.Found().quoted);
+}
+
+}  // namespace zendry

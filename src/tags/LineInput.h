@@ -1,0 +1,65 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "base/FileReader.h"
+#include "tags/IncludeScan.h"
+
+namespace zendry {
+
+class TagData;
+
+// Reads a source line by line: counts lines, makes every line end a newline, and records the names
+// that lines beginning with "#" include. A line is handed out as the bytes between `cursor` and
+// `lineEnd`, so that whoever reads it may run over it without a call per byte.
+//
+// A byte 0 ends its line early, what stands behind it isn't seen. A line of 1024 bytes ends the
+// source.
+class LineInput {
+ public:
+  static constexpr size_t cLongestLine = 1023;
+
+  // Starts at the first byte of an open reader. Includes go to the store.
+  void Start(FileReader& newReader, TagData& newStore);
+  // The next byte of the source, -1 at its end.
+  int lineGetc() {
+    if (linePushback != 0) [[unlikely]]
+      return TakePushback();
+    if (cursor != lineEnd) [[likely]]
+      return static_cast<unsigned char>(*cursor++);
+    return NextLine() ? static_cast<unsigned char>(*cursor++) : -1;
+  }
+  // Goes to the next line that has a byte; false at the end.
+  bool NextLine();
+  // Gives up the rest of the source: a newline is all that still comes.
+  void Stop();
+
+  const char* lineStart = nullptr;
+  const char* cursor = nullptr;
+  const char* lineEnd = nullptr;  // behind the newline, if the line has one
+  int linePushback = 0;           // a byte to come first, 0 for none
+  int lineNumber = 0;             // lines started
+  bool isTooLong = false;         // a line has ended the source
+  int tagLine = 0;                // the number that tags carry
+
+ private:
+  int TakePushback();
+  void ReadLine();
+  void Fill();
+  void ScanInclude(const char* lastByte);
+  void CutTooLong(const char* start);
+
+  FileReader* reader = nullptr;
+  TagData* store = nullptr;
+  std::vector<char> buffer;
+  char* next = nullptr;  // first byte that no line has taken
+  char* end = nullptr;   // behind the last byte that was read
+  bool eof = true;       // no further line is read
+  bool isReaderDone = true;
+  bool endsInReturn = false;  // the last byte read was CR, so that a newline next is part of it
+  bool hasZeros = false;      // a byte 0 has been read
+  IncludeScanner includeScan;
+};
+
+}  // namespace zendry

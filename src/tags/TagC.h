@@ -1,0 +1,144 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tags/TagStatement.h"
+
+namespace zendry {
+
+struct TagFacts;
+
+// Turns the stream of characters into tags for C, C++, C#, Java and Vera. It builds no tree: of
+// each statement it remembers the last seven tokens and decides at each `;`, `,`, `{` and `}` what
+// was declared.
+class TagC {
+ public:
+  // Blocks within blocks that are read; what stands deeper is skipped by its braces alone.
+  static constexpr int cDeepestBlock = 500;
+
+  // Reads the source that the character layer holds; whether another pass is wanted, which none is.
+  bool runPass(int passCount, Language theLanguage, bool isHeaderFile);
+
+ private:
+  // How one parenthesised group turned out.
+  struct ParenGroup {
+    bool isPointer = false;
+    bool isArgList = true;
+    bool isOldStyleList = false;
+    bool mayBeName = true;
+    bool badContents = false;
+    bool argsInArgs = false;
+    int paramCount = 1;
+    int wordCount = 0;
+    int depth = 1;
+    bool firstChar = true;
+  };
+  // What the scan behind a parameter list counts.
+  struct PostParens {
+    int parameters = 0;
+    int elementCount = 0;
+    bool end = false;
+  };
+
+  // Blocks (TagC.cpp).
+  void parseBlock(int blockLevel, Statement* parent);
+  void ReadBlockBody(Statement& st, int blockLevel);
+  bool IsBraceInitialiser(Statement& st) const;
+  void EndStatement(Statement& st);
+  void CheckTag(Statement& st);
+  void CheckTagAtEnd(Statement& st);
+  void CheckTagAtBrace(Statement& st);
+  void ExtendContext(Statement& st);
+  Statement& StatementOf(int blockLevel);
+
+  // Tokens (TagTokens.cpp).
+  int NextChar();
+  int PeekChar();
+  void readToken();
+  void ReadOther(int c);
+  void ReadWord(int c);
+  void ReadColon();
+  void ReadBitField();
+  void ReadLess();
+  void DropNext(int wanted);
+  void ReadIdentifier(Token& token, int first);
+  void ApplyWord(Token& token);
+  void skipInitialiser();
+  int skipTo(std::string_view ends);
+  bool skipBalanced(std::string_view pair);
+  bool SkipTemplateArguments();
+  bool DropOperatorRest();
+  bool SkipBody();
+  bool IsBodyGivenUp(unsigned depthAtStart);
+  bool FailToMatch(char opening, int line);
+  void SkipGroupIfAny();
+  void ResetStatement(bool partial);
+
+  // Keywords (TagWords.cpp).
+  void applyKeyword(Token& token);
+  void ApplyModern(Token& token);
+  bool ApplyScopeOrDeclaration(Keyword keyword);
+  void ApplyAccess(Access access);
+  void ApplyCatch();
+  void ApplyOperator(Token& token);
+  int ReadOperatorCall(Token& token);
+  void ReadPackage(Token& token);
+  void SkipStatement();
+  void SkipConstraint();
+  void SkipConcept(int first);
+  void SkipThrows();
+  void readParents(char separator);
+
+  // Parenthesised groups (TagParens.cpp) and what follows a parameter list (TagPostParens.cpp).
+  void readParenGroup();
+  void ReadGroupChars(ParenGroup& group);
+  void ReadGroupChar(ParenGroup& group, int c);
+  void OpenInGroup(ParenGroup& group);
+  void ReadGroupWord(ParenGroup& group, int c);
+  void CloseGroup(ParenGroup& group);
+  void AnalyzeGroup(const ParenGroup& group);
+  bool IsNameInParens(const ParenGroup& group, int c);
+  void ReadPostParens(const ParenGroup& group);
+  void ReadJavaThrows();
+  void ReadPostParensChar(const ParenGroup& group, PostParens& post, int c);
+  bool ReadPostParensWord(const ParenGroup& group, PostParens& post, int c);
+  bool SkipModernBehindParameters(ModernWord word);
+  void SkipMemberInitialisers();
+  void SkipTrailingReturn();
+  void RestartWith(Token& token);
+
+  // Tags (TagMake.cpp).
+  void tagFunction(Statement& st, const Token& token);
+  void tagVariable(Statement& st, const Token& token);
+  void MakeTag(Statement& st, const Token& token, bool isFileScope, TagType type);
+  void FindScope(Statement& st);
+  void FindFullScope(Statement& st);
+  void FillExtra(TagFacts& facts, const Statement& st, TagType type);
+  void SetTypeRef(TagFacts& facts, Statement& st);
+  void AddQualified(TagFacts facts, TagType type);
+  std::string_view Separator() const;
+
+  bool IsCpp() const { return language == Language::cCpp; }
+  bool IsJavaOrCSharp() const {
+    return language == Language::cJava || language == Language::cCSharp;
+  }
+
+  Language language = Language::cC;
+  bool isHeader = false;
+  std::string argText;  // the text of the parameter list
+  bool inArgText = false;
+  Statement* currentStatement = nullptr;
+  TokenType tokenAtLastTag = TOKEN_NONE;
+  std::vector<std::unique_ptr<Statement>> statements;  // one a level, used again and again
+  Token scratch;                                       // a word that belongs to no statement
+  std::string fullScope;
+  std::string fullNamespace;
+  std::string fullName;
+};
+
+extern TagC theTagC;
+
+}  // namespace zendry

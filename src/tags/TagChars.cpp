@@ -1,0 +1,336 @@
+#include "tags/TagChars.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "Assert.h"
+
+namespace zendry {
+
+Cpp theCpp;
+
+namespace {
+
+// A trigraph's third character and what it stands for; `/` and `=` go on as what they stand for.
+constexpr std::string_view cTrigraphs = "(<)>!'-/=";
+constexpr std::string_view cTrigraphChars = "[{]}|^~\\#";
+
+constexpr std::string_view cVeraBases = "DHOBdhob";
+constexpr size_t cLongestRawDelimiter = 16;
+
+bool IsAlnum(int c) {
+  return IsClass(c, cIdentifierChar) && c != '_' && c != '$';
+}
+
+bool IsDigit(int c) {
+  return c >= '0' && c <= '9';
+}
+
+}  // namespace
+
+void Cpp::sourceInit(bool isLaterPass, Language theLanguage, bool isHeaderFile) {
+  ungetch = ungetch2 = decided = 0;
+  midStatement = false;
+  directive.state = DIRECTIVE_NONE;
+  directive.allowed = true;
+  directive.name.clear();
+  directive.condDepth = 0;
+  directive.ifdef[0] = {};
+  laterPass = isLaterPass;
+  language = theLanguage;
+  isJava = language == Language::cJava;
+  isHeader = isHeaderFile;
+  separatorLine = 0;
+}
+
+void Cpp::sourceUngetc(int c) {
+  MAVRO_ASSERT_AS(ungetch2 == 0, "Cpp.ungetch2 == '\\0'");
+  ungetch2 = ungetch;
+  ungetch = c;
+}
+
+void Cpp::Stop() {
+  ungetch = ungetch2 = decided = 0;
+  lines.Stop();
+}
+
+int Cpp::ReadSource() {
+  if (ungetch != 0) {
+    const int c = ungetch;
+    ungetch = ungetch2;
+    ungetch2 = 0;
+    return c;
+  }
+  if (decided != 0) {
+    const int c = decided;
+    decided = 0;
+    return c;
+  }
+  return ReadVisible();
+}
+
+int Cpp::ReadVisible() {
+  Seen seen;
+  for (;;) {
+    if (seen.directive || seen.ignore) SkipUnseen(seen);
+    int c = lines.lineGetc();
+    if (c == -1) return -1;
+    c = Fold(c, seen);
+    if (!seen.directive && !seen.ignore && c != 0) return c;
+    decided = 0;
+  }
+}
+
+// Passes over what could change nothing: plain characters of a directive whose word is past, or of
+// a branch that isn't seen.
+void Cpp::SkipUnseen(Seen& seen) {
+  if (lines.linePushback != 0 || (seen.directive && directive.state != DIRECTIVE_NONE)) return;
+  const auto bits = [this] { return cCharClasses[static_cast<unsigned char>(*lines.cursor)]; };
+  while (lines.cursor != lines.lineEnd && (bits() & (cSpecialChar | cLineEndChar)) == 0) {
+    if ((bits() & cBlankChar) == 0) {
+      directive.allowed = false;
+      if (seen.directive) seen.ignore = Level().skipping;
+    }
+    ++lines.cursor;
+  }
+}
+
+// What the stream shows of a character and what belongs to it; 0 for nothing.
+int Cpp::Fold(int c, Seen& seen) {
+  if (c == '?') {
+    const int decision = FoldQuestion(c);
+    if (decision != 0) return decision;
+  }
+  switch (c) {
+    case '\t':
+    case ' ':
+      return c;
+    case '\n':
+      if (seen.directive) seen.directive = seen.ignore;
+      directive.allowed = true;
+      return c;
+    case '"':
+      return FoldQuote();
+    case '#':
+      if (directive.allowed) {
+        directive.state = DIRECTIVE_HASH;
+        directive.allowed = false;
+        seen.directive = true;
+      }
+      return c;
+    case '\'':
+      return FoldApostrophe();
+    case '/':
+      return FoldSlash();
+    case '\\':
+      return FoldBackslash(c);
+    default:
+      return FoldOther(c, seen);
+  }
+}
+
+int Cpp::FoldOther(int c, Seen& seen) {
+  directive.allowed = false;
+  if (seen.directive) seen.ignore = HandleDirective(c);
+  return c;
+}
+
+// Leaves in `c` what a trigraph stands for, to be looked at as any other character. Anything but 0
+// is what the stream shows.
+int Cpp::FoldQuestion(int& c) {
+  const int second = lines.lineGetc();
+  if (second != '?') {
+    directive.allowed = false;
+    lines.linePushback = std::max(second, 0);
+    return '?';
+  }
+  const int third = lines.lineGetc();
+  const size_t index =
+      third <= 0 ? std::string_view::npos : cTrigraphs.find(static_cast<char>(third));
+  if (index == std::string_view::npos) {
+    lines.linePushback = std::max(third, 0);
+    directive.allowed = false;
+    decided = '?';
+    return '?';
+  }
+  c = static_cast<unsigned char>(cTrigraphChars[index]);
+  return 0;
+}
+
+int Cpp::FoldBackslash(int c) {
+  const int next = lines.lineGetc();
+  if (next == '?')
+    decided = '?';
+  else if (next != '\n')
+    lines.linePushback = std::max(next, 0);
+  return c;
+}
+
+int Cpp::FoldSlash() {
+  const int next = lines.lineGetc();
+  if (next == '*') {
+    SkipBlockComment();
+    return ' ';
+  }
+  if (next == '/') return SkipLineComment();
+  lines.linePushback = std::max(next, 0);
+  directive.allowed = false;
+  return '/';
+}
+
+void Cpp::SkipBlockComment() {
+  bool afterStar = false;
+  for (;;) {
+    if (lines.cursor == lines.lineEnd && !lines.NextLine()) return;
+    if (afterStar && *lines.cursor == '/') {
+      ++lines.cursor;
+      return;
+    }
+    afterStar = false;
+    const void* star = std::memchr(lines.cursor, '*', lines.lineEnd - lines.cursor);
+    lines.cursor = star == nullptr ? lines.lineEnd : static_cast<const char*>(star) + 1;
+    afterStar = star != nullptr;
+  }
+}
+
+// Leaves the newline to be read once more: one ends the comment, one the line.
+int Cpp::SkipLineComment() {
+  for (;;) {
+    const char* const lineEnd = lines.lineEnd;
+    const void* hidden = std::memchr(lines.cursor, '\\', lineEnd - lines.cursor);
+    if (hidden == nullptr && lines.cursor != lineEnd && lineEnd[-1] == '\n') {
+      lines.cursor = lineEnd - 1;
+      return '\n';
+    }
+    lines.cursor = hidden == nullptr ? lineEnd : static_cast<const char*>(hidden) + 1;
+    if (hidden != nullptr && lines.lineGetc() == -1) return 0;
+    if (lines.cursor == lines.lineEnd && !lines.NextLine()) return 0;
+  }
+}
+
+int Cpp::FoldQuote() {
+  directive.allowed = false;
+  if (language != Language::cCpp || !SkipRawString()) SkipString();
+  return STRING_MARK;
+}
+
+void Cpp::SkipString() {
+  for (;;) {
+    if (lines.cursor == lines.lineEnd && !lines.NextLine()) return;
+    const char c = *lines.cursor++;
+    if (c == '"') return;
+    if (c == '\\') lines.lineGetc();
+  }
+}
+
+// A string whose quote follows R, LR, uR, UR or u8R ends with its own delimiter.
+bool Cpp::SkipRawString() {
+  const char* quote = lines.cursor - 1;
+  if (quote < lines.lineStart || *quote != '"') return false;
+  const char* word = quote;
+  while (word != lines.lineStart && IsClass(static_cast<unsigned char>(word[-1]), cIdentifierChar))
+    --word;
+  const std::string_view prefix(word, quote - word);
+  constexpr std::string_view cPrefixes[] = {"R", "LR", "uR", "UR", "u8R"};
+  if (std::find(std::begin(cPrefixes), std::end(cPrefixes), prefix) == std::end(cPrefixes))
+    return false;
+  const std::string_view rest(lines.cursor, lines.lineEnd - lines.cursor);
+  const size_t length = rest.find_first_of("( )\\\t\v\f\n\"");
+  if (length > cLongestRawDelimiter || rest[length] != '(') return false;
+  const std::string closer = ")" + std::string(rest.substr(0, length)) + '"';
+  lines.cursor += length + 1;
+  while (lines.cursor != lines.lineEnd || lines.NextLine()) {
+    const std::string_view line(lines.cursor, lines.lineEnd - lines.cursor);
+    const size_t end = line.find(closer);
+    lines.cursor = end == line.npos ? lines.lineEnd : lines.cursor + end + closer.size();
+    if (end != line.npos) break;
+  }
+  return true;
+}
+
+int Cpp::FoldApostrophe() {
+  directive.allowed = false;
+  if (language == Language::cCpp && IsDigitSeparator()) return 0;
+  SkipCharacter();
+  return CHAR_MARK;
+}
+
+// Whether the apostrophe just read stands within a number. What lies before an earlier separator of
+// the line has been looked at then.
+bool Cpp::IsDigitSeparator() {
+  const char* quote = lines.cursor - 1;
+  if (quote <= lines.lineStart || *quote != '\'' || lines.cursor == lines.lineEnd) return false;
+  if (!IsAlnum(static_cast<unsigned char>(*lines.cursor))) return false;
+  const char* earlier = separatorLine == lines.lineNumber ? separatorPlace : nullptr;
+  const char* at = quote;
+  while (at != lines.lineStart &&
+         (IsClass(static_cast<unsigned char>(at[-1]), cIdentifierChar) || at[-1] == '.'))
+    --at;
+  const bool goesOn = at != lines.lineStart && at - 1 == earlier && at != quote;
+  if (!goesOn && !IsDigit(*at)) return false;
+  separatorLine = lines.lineNumber;
+  separatorPlace = quote;
+  return true;
+}
+
+void Cpp::SkipCharacter() {
+  bool isVeraNumber = false;
+  for (int count = 1;; ++count) {
+    const int c = lines.lineGetc();
+    if (c == -1 || c == '\'') return;
+    if (c == '\\') {
+      lines.lineGetc();
+    } else if (c == '\n') {
+      lines.linePushback = c;
+      return;
+    } else if (count == 1 && cVeraBases.find(static_cast<char>(c)) != std::string_view::npos) {
+      isVeraNumber = true;
+    } else if (isVeraNumber && !IsAlnum(c)) {
+      lines.linePushback = c;
+      return;
+    }
+  }
+}
+
+void Cpp::ReadIdentifierRest(std::string& name) {
+  while (HasPushback()) {
+    const int c = sourceGetc();
+    if (!IsIdentifierPart(c)) {
+      sourceUngetc(c);
+      return;
+    }
+    name += static_cast<char>(c);
+  }
+  const uint8_t bits = isJava ? cIdentifierChar | cHighChar : cIdentifierChar;
+  const char* at = lines.cursor;
+  while (at != lines.lineEnd && (cCharClasses[static_cast<unsigned char>(*at)] & bits) != 0) ++at;
+  if (at == lines.cursor) return;
+  directive.allowed = false;
+  name.append(lines.cursor, at);
+  lines.cursor = at;
+}
+
+void Cpp::SkipToBrace() {
+  if (HasPushback()) return;
+  constexpr std::array<bool, 256> cStops = [] {
+    std::array<bool, 256> stops{};
+    for (int c = 0; c < 256; ++c) stops[c] = (cCharClasses[c] & (cSpecialChar | cLineEndChar)) != 0;
+    stops['{'] = stops['}'] = true;
+    return stops;
+  }();
+  for (;;) {
+    const char* at = lines.cursor;
+    const char* const end = lines.lineEnd;
+    while (at != end && (*at == ' ' || *at == '\t')) ++at;
+    const char* const first = at;
+    while (at != end && !cStops[static_cast<unsigned char>(*at)]) ++at;
+    if (at != first) directive.allowed = false;
+    lines.cursor = at;
+    if (at == end || *at != '\n') return;
+    directive.allowed = true;
+    ++lines.cursor;
+    if (!lines.NextLine()) return;
+  }
+}
+
+}  // namespace zendry

@@ -1,0 +1,177 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "tags/LineInput.h"
+#include "tags/TagLanguages.h"
+
+namespace zendry {
+
+// Symbols that stand for a whole string and a whole character constant.
+inline constexpr int STRING_MARK = 211;
+inline constexpr int CHAR_MARK = 195;
+
+// What a byte is to the two lower layers; bits.
+enum CharClass : uint8_t {
+  cBlankChar = 1,
+  cLineEndChar = 2,
+  cSpaceChar = 4,        // any white space
+  cSpecialChar = 8,      // may begin a literal, a comment, a directive, a trigraph or a splice
+  cIdentifierChar = 16,  // within an identifier
+  cIdentifierStart = 32,
+  cHighChar = 64,     // within an identifier of Java and at its start
+  cBracketChar = 128  // a bracket, or what ends a template's arguments
+};
+
+constexpr std::array<uint8_t, 256> MakeCharClasses() {
+  std::array<uint8_t, 256> classes{};
+  const auto mark = [&classes](std::string_view chars, int bits) {
+    for (const char c : chars) classes[static_cast<unsigned char>(c)] |= bits;
+  };
+  mark(" \t", cBlankChar);
+  mark("\n", cLineEndChar);
+  mark(" \t\n\v\f\r", cSpaceChar);
+  mark("\"#'/\\?", cSpecialChar);
+  mark("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_$",
+       cIdentifierChar | cIdentifierStart);
+  mark("0123456789", cIdentifierChar);
+  mark("~", cIdentifierStart);
+  mark("(){}[]<>;", cBracketChar);
+  for (int c = 0xC0; c < 256; ++c) classes[c] |= cHighChar;
+  return classes;
+}
+inline constexpr std::array<uint8_t, 256> cCharClasses = MakeCharClasses();
+
+constexpr bool IsClass(int c, int bits) {
+  return c >= 0 && (cCharClasses[static_cast<unsigned char>(c)] & bits) != 0;
+}
+
+enum DirectiveState {
+  DIRECTIVE_NONE,
+  DIRECTIVE_DEFINE,
+  DIRECTIVE_HASH,
+  DIRECTIVE_IF,
+  DIRECTIVE_PRAGMA,
+  DIRECTIVE_UNDEF
+};
+
+// One level of nested conditionals.
+struct Conditional {
+  bool allBranchesOff = false;  // it stands in a branch that isn't seen
+  bool oneBranchOnly = false;   // it began within a statement
+  bool branchTaken = false;
+  bool skipping = false;
+};
+
+// The stream of characters that the declaration parser reads: comments are a blank, literals one
+// symbol each, directives don't appear but make their tags, and of conditionals only those branches
+// are seen that count.
+class Cpp {
+ public:
+  static constexpr unsigned cMostLevels = 19;
+
+  // Before each pass over a source whose lines have been started.
+  void sourceInit(bool isLaterPass, Language theLanguage, bool isHeaderFile);
+  // The next character, -1 at the end.
+  int sourceGetc() {
+    if (!HasPushback() && lines.cursor != lines.lineEnd) [[likely]] {
+      const auto c = static_cast<unsigned char>(*lines.cursor);
+      const uint8_t bits = cCharClasses[c];
+      if ((bits & cSpecialChar) == 0) [[likely]] {
+        ++lines.cursor;
+        if ((bits & cBlankChar) == 0) directive.allowed = (bits & cLineEndChar) != 0;
+        return c;
+      }
+    }
+    return ReadSource();
+  }
+  // Two characters can be held.
+  void sourceUngetc(int c);
+  // The next character that is no white space. `blanksSkipped` says whether there was any.
+  int skipBlanks() {
+    int c = sourceGetc();
+    blanksSkipped = IsClass(c, cSpaceChar);
+    while (IsClass(c, cSpaceChar)) c = sourceGetc();
+    return c;
+  }
+  // Appends what follows of an identifier.
+  void ReadIdentifierRest(std::string& name);
+  bool IsIdentifierStart(int c) const {
+    return IsClass(c, cIdentifierStart) || (isJava && IsHighIdentifier(c));
+  }
+  // Passes over what is neither a brace nor anything that needs a closer look.
+  void SkipToBrace();
+  // Drops what is held and the rest of the source.
+  void Stop();
+
+  LineInput lines;
+  bool midStatement = false;
+  bool laterPass = false;
+  bool blanksSkipped = false;
+  struct {
+    DirectiveState state = DIRECTIVE_NONE;
+    bool allowed = true;
+    std::string name;
+    unsigned condDepth = 0;
+    Conditional ifdef[cMostLevels + 1];
+  } directive;
+
+ private:
+  // What a directive or a branch that isn't seen makes of the character just read.
+  struct Seen {
+    bool directive = false;
+    bool ignore = false;
+  };
+
+  bool HasPushback() const { return (ungetch | ungetch2 | decided | lines.linePushback) != 0; }
+  static bool IsHighIdentifier(int c) {
+    return c != STRING_MARK && c != CHAR_MARK && IsClass(c, cHighChar);
+  }
+  bool IsIdentifierPart(int c) const {
+    return IsClass(c, cIdentifierChar) || (isJava && IsClass(c, cHighChar));
+  }
+
+  int ReadSource();
+  int ReadVisible();
+  int Fold(int c, Seen& seen);
+  int FoldOther(int c, Seen& seen);
+  void SkipUnseen(Seen& seen);
+  int FoldQuestion(int& c);
+  int FoldBackslash(int c);
+  int FoldSlash();
+  int FoldQuote();
+  int FoldApostrophe();
+  bool SkipRawString();
+  bool IsDigitSeparator();
+  void SkipString();
+  void SkipCharacter();
+  void SkipBlockComment();
+  int SkipLineComment();
+
+  bool HandleDirective(int c);
+  bool HandleHash(int c);
+  bool HandleIf(int c);
+  bool HandleElse(std::string_view word);
+  bool HandleEndif();
+  void HandleDefine(int c);
+  void HandlePragma(int c);
+  void ReadDirectiveName(int c);
+  void MakeMacroTag();
+  Conditional& Level() { return directive.ifdef[directive.condDepth]; }
+
+  int ungetch = 0;
+  int ungetch2 = 0;
+  int decided = 0;  // a question mark that isn't looked at again
+  Language language = Language::cC;
+  bool isJava = false;
+  bool isHeader = false;
+  int separatorLine = 0;                 // where the last digit separator stood
+  const char* separatorPlace = nullptr;  // its place in that line
+};
+
+extern Cpp theCpp;
+
+}  // namespace zendry

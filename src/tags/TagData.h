@@ -1,0 +1,89 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tags/IncludeScan.h"
+
+namespace zendry {
+
+class TagData;
+struct TagClass;
+
+// A global or a member of a class, as the tag parser found it.
+struct TagItem {
+  int line = 0;
+  int fileId = 0;  // 0 for a source of the project; in a reference library the id of its header
+  int kind = 0;    // the kind's letter
+  // Third letter of the access: i private or friend, o protected, b public, f default, c local,
+  // ? unknown; 0 for none, 1 for every member that was read from a cache.
+  int access = 0;
+  std::string text;  // free
+  std::string name;
+  std::string signature;      // parameter list with its parentheses; empty for what is no function
+  std::string type;           // name of the type it was declared with
+  TagClass* owner = nullptr;  // set by lookups
+  TagData* module = nullptr;  // set by lookups
+};
+
+// A class, struct or union by its full qualified name, with its members. `line` is -1 and `kind` 0
+// for one that is known only from its members; `signature` holds the alias of a class that is
+// stored under a shorter name.
+struct TagClass : TagItem {
+  int serial = 0;           // order of appearance in its store, from 1
+  std::string inheritance;  // base names, joined by commas
+  std::vector<TagItem> members;
+};
+
+// A header of a reference library.
+struct HeaderRec {
+  int id = 0;
+  std::string options;
+  std::string name;
+  std::string path;
+};
+
+// The tags of one source file, replaced whole whenever the file is parsed again, or those of the
+// project's reference libraries. Pointers into it are void after the next parse.
+class TagData {
+ public:
+  // Drops globals, classes and includes; the name stays.
+  void clear();
+  // The first of that exact name, its `module` cleared; null when there is none. A class stands in
+  // `classes` under its own name.
+  TagItem* findGlobal(std::string_view name);
+  TagClass* findClass(std::string_view name);
+  void addInclude(std::string_view name, bool quoted);
+  // Adds the tags of a library: those of its cache or, when the definition file at `path` is newer
+  // or the cache can't be trusted, those of the headers that it names, which are written to the
+  // cache then. Drops what is there of other origin. Does nothing the second time, and stays silent
+  // about what can't be read or written. TagReference.h has the steps.
+  void loadReference(const std::string& path);
+  // Says that the tags are no longer the ones they were, so that an index over stores drops what it
+  // knows of this one. Whoever changes them calls it before the next lookup; clear() does.
+  void Changed() { generation = ++lastGeneration; }
+  // Differs for any two contents of any two stores.
+  uint64_t Generation() const { return generation; }
+  // The latest given to any store: as long as it stays, no store has changed.
+  static uint64_t LatestGeneration() { return lastGeneration; }
+
+  int classCount = 0;  // serial of the last class
+  std::string fileName;
+  std::vector<TagItem> globals;  // in order of appearance
+  std::map<std::string, TagClass, std::less<>> classes;
+  std::vector<IncludeRec> includes;
+  bool saveCache = false;
+  std::set<std::string> loaded;  // definition files that have been read
+  std::vector<HeaderRec> headers;
+
+ private:
+  static inline uint64_t lastGeneration = 0;
+  uint64_t generation = ++lastGeneration;
+};
+
+}  // namespace zendry

@@ -1,0 +1,145 @@
+#include "tags/TagIndex.h"
+
+#include <algorithm>
+
+namespace zendry {
+
+namespace {
+
+template <class Record>
+bool IsBefore(const TagIndex::Place<Record>& place, int module) {
+  return place.module < module;
+}
+
+template <class Record>
+using Noted = std::vector<typename TagIndex::Places<Record>::iterator>;
+
+// Where a module has its place among those of a name, or would have it.
+template <class Record>
+auto PlaceOf(std::vector<TagIndex::Place<Record>>& ofName, int module) {
+  return std::lower_bound(ofName.begin(), ofName.end(), module, IsBefore<Record>);
+}
+
+// Notes a record under its name unless its module already has one there. A place without a record
+// is one of the module's content before.
+template <class Record>
+void NoteIn(typename TagIndex::Places<Record>::iterator entry, int module, Record& record,
+            Noted<Record>& noted) {
+  auto& ofName = entry->second;
+  const auto at = PlaceOf<Record>(ofName, module);
+  const bool known = at != ofName.end() && at->module == module;
+  if (known && at->record) return;
+  if (known)
+    at->record = &record;
+  else
+    ofName.insert(at, {module, &record});
+  noted.push_back(entry);
+}
+
+// Takes the places of what a module held before for what it holds now. Most names are where they
+// were: their entries, met in step, need no search.
+template <class Record>
+class Renoting {
+ public:
+  Renoting(TagIndex::Places<Record>& allPlaces, int itsModule, Noted<Record>& itsNoted)
+      : places(allPlaces), module(itsModule), noted(itsNoted), before(std::move(itsNoted)) {
+    noted.clear();
+    for (const auto& entry : before) PlaceOf<Record>(entry->second, module)->record = nullptr;
+  }
+  ~Renoting() {
+    for (const auto& entry : before) {
+      auto& ofName = entry->second;
+      const auto at = PlaceOf<Record>(ofName, module);
+      if (!at->record) ofName.erase(at);
+      if (ofName.empty()) places.erase(entry);
+    }
+  }
+  Renoting(const Renoting&) = delete;
+  Renoting& operator=(const Renoting&) = delete;
+
+  void Note(const std::string& name, Record& record) {
+    const auto entry = InStep(name) ? before[next++] : places.try_emplace(name).first;
+    NoteIn(entry, module, record, noted);
+  }
+
+ private:
+  // Whether the name is the next one of those before, but for a few that have gone.
+  bool InStep(const std::string& name) {
+    constexpr size_t cMostGone = 3;
+    const size_t end = std::min(next + cMostGone + 1, before.size());
+    for (size_t i = next; i < end; ++i) {
+      if (before[i]->first != name) continue;
+      next = i;
+      return true;
+    }
+    return false;
+  }
+
+  TagIndex::Places<Record>& places;
+  const int module;
+  Noted<Record>& noted;
+  const Noted<Record> before;
+  size_t next = 0;
+};
+
+}  // namespace
+
+void TagIndex::Update(const std::vector<TagData*>& newModules) {
+  const bool sameModules = newModules == modules;
+  if (sameModules && latest == TagData::LatestGeneration()) return;
+  if (!sameModules) {
+    globals.clear();
+    classes.clear();
+    files.clear();
+    modules = newModules;
+    entries.assign(modules.size(), {});
+  }
+  for (int module = 0; module < static_cast<int>(modules.size()); ++module) {
+    if (entries[module].generation == modules[module]->Generation()) continue;
+    Renote(module);
+  }
+  latest = TagData::LatestGeneration();
+}
+
+void TagIndex::Renote(int module) {
+  Entry& entry = entries[module];
+  TagData& tags = *modules[module];
+  entry.generation = tags.Generation();
+  Renoting<TagItem> ofGlobals(globals, module, entry.globals);
+  for (TagItem& item : tags.globals) ofGlobals.Note(item.name, item);
+  Renoting<TagClass> ofClasses(classes, module, entry.classes);
+  for (auto& [key, record] : tags.classes) ofClasses.Note(record.name, record);
+  Renoting<TagData>(files, module, entry.files).Note(tags.fileName, tags);
+}
+
+const std::vector<TagIndex::Place<TagClass>>& TagIndex::Classes(std::string_view name) const {
+  static const std::vector<Place<TagClass>> cNone;
+  const auto found = classes.find(name);
+  return found == classes.end() ? cNone : found->second;
+}
+
+TagClass* TagIndex::FindClass(std::string_view name) const {
+  for (const auto& [module, record] : Classes(name)) {
+    if (record->line < 0) continue;
+    record->module = modules[module];
+    return record;
+  }
+  return nullptr;
+}
+
+TagItem* TagIndex::FindGlobal(std::string_view name, std::string_view moduleName) const {
+  const auto found = globals.find(name);
+  if (found == globals.end()) return nullptr;
+  const auto& places = found->second;
+  auto place = places.begin();
+  if (const auto preferred = files.find(moduleName);
+      !moduleName.empty() && preferred != files.end()) {
+    const int module = preferred->second.front().module;
+    const auto own = std::lower_bound(places.begin(), places.end(), module, IsBefore<TagItem>);
+    if (own != places.end() && own->module == module) place = own;
+  }
+  place->record->module = modules[place->module];
+  return place->record;
+}
+
+}  // namespace zendry

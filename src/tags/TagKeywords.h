@@ -1,0 +1,155 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "tags/TagLanguages.h"
+
+namespace zendry {
+
+// Words that the declaration parser acts on. The value is the keyword's id.
+enum class Keyword : int8_t {
+  cNone = -1,
+  cAttribute,
+  cAbstract,
+  cBool,
+  cByte,
+  cBadState,
+  cBadTrans,
+  cBind,
+  cBindVar,
+  cBit,
+  cCase,
+  cCatch,
+  cChar,
+  cClass,
+  cConst,
+  cConstraint,
+  cCoverageBlock,
+  cCoverageDef,
+  cDefault,
+  cDelegate,
+  cDo,
+  cDouble,
+  cElse,
+  cEnum,
+  cExplicit,
+  cExtern,
+  cExtends,
+  cEvent,
+  cFinal,
+  cFloat,
+  cFor,
+  cFriend,
+  cFunction,
+  cGoto,
+  cIf,
+  cImplements,
+  cImport,
+  cInline,
+  cInt,
+  cInout,
+  cInput,
+  cInteger,
+  cInterface,
+  cInternal,
+  cLocal,
+  cLong,
+  cMBadState,
+  cMBadTrans,
+  cMState,
+  cMTrans,
+  cMutable,
+  cNamespace,
+  cNew,
+  cNewcov,
+  cNative,
+  cOperator,
+  cOutput,
+  cOverload,
+  cOverride,
+  cPacked,
+  cPort,
+  cPackage,
+  cPrivate,
+  cProgram,
+  cProtected,
+  cPublic,
+  cRegister,
+  cReturn,
+  cShadow,
+  cState,
+  cShort,
+  cSigned,
+  cStatic,
+  cString,
+  cStruct,
+  cSwitch,
+  cSynchronized,
+  cTask,
+  cTemplate,
+  cThis,
+  cThrow,
+  cThrows,
+  cTransient,
+  cTrans,
+  cTransition,
+  cTry,
+  cTypedef,
+  cTypename,
+  cUint,
+  cUlong,
+  cUnion,
+  cUnsigned,
+  cUshort,
+  cUsing,
+  cVirtual,
+  cVoid,
+  cVolatile,
+  cWcharT,
+  cWhile
+};
+inline constexpr int cKeywordCount = static_cast<int>(Keyword::cWhile) + 1;
+
+struct KeywordRow {
+  std::string_view text;
+  Keyword keyword;
+  uint8_t languages;  // a bit for each language that knows the word
+
+  constexpr bool IsKnownIn(Language language) const {
+    return (languages >> static_cast<int>(language) & 1) != 0;
+  }
+};
+
+std::span<const KeywordRow> Keywords();
+
+// Words of today's C++ that are plain names to the statement rules, and what is passed over so that
+// they don't lead these astray.
+enum class ModernWord : int8_t {
+  cNone,
+  cBehindParameters,  // may stand behind a parameter list, with a group in parentheses of its own
+  cFinal,             // the same, and behind the name of a class
+  cRequires,          // a constraint follows, up to the body
+  cWithGroup,         // like an attribute: vanishes with the parentheses behind it
+  cTypeWithGroup,     // the name of a type, the parentheses behind it vanish
+  cAssertion,         // a whole statement without a tag
+  cBehindIf           // belongs to an `if` in front of it
+};
+
+struct ModernRow {
+  std::string_view text;
+  ModernWord word;
+};
+
+std::span<const ModernRow> ModernWords();
+
+// What a word means in a language; both are none for a plain name.
+struct WordMeaning {
+  Keyword keyword = Keyword::cNone;
+  ModernWord modern = ModernWord::cNone;
+};
+
+WordMeaning MeaningOf(std::string_view word, Language language);
+
+}  // namespace zendry

@@ -1,0 +1,170 @@
+#include "tags/TagC.h"
+#include "tags/TagChars.h"
+
+namespace zendry {
+
+// A group in parentheses is a parameter list, a name such as in `int (*name)(int)`, or neither, as
+// the arguments of a macro are.
+void TagC::readParenGroup() {
+  Statement& st = *currentStatement;
+  if (st.seen.inFunction && !st.seen.assignment) st.seen.cannotBeVariable = true;
+  if (st.earlierToken(1).Is(TOKEN_NONE)) return;
+  ParenGroup group;
+  group.isOldStyleList = language == Language::cC;
+  inArgText = true;
+  argText = "(";
+  ReadGroupChars(group);
+  CloseGroup(group);
+  inArgText = false;
+  AnalyzeGroup(group);
+}
+
+void TagC::ReadGroupChars(ParenGroup& group) {
+  while (!group.argsInArgs && group.depth > 0 && (group.isOldStyleList || group.mayBeName)) {
+    const int c = NextChar();
+    if (c == -1) return;
+    argText += static_cast<char>(c);
+    ReadGroupChar(group, c);
+    group.firstChar = false;
+  }
+}
+
+void TagC::ReadGroupChar(ParenGroup& group, int c) {
+  Token& active = currentStatement->activeToken();
+  switch (c) {
+    case '&':
+    case '*':
+      group.isPointer = true;
+      group.isOldStyleList = false;
+      if (group.wordCount == 0) group.isArgList = false;
+      active.Reset(theCpp.lines.tagLine);
+      break;
+    case ':':
+      group.isOldStyleList = false;
+      break;
+    case '.':
+      group.mayBeName = group.isOldStyleList = false;
+      break;
+    case ',':
+      group.mayBeName = false;
+      if (!group.isOldStyleList) break;
+      ++group.paramCount;
+      group.wordCount = 0;
+      break;
+    case '=':
+      group.isOldStyleList = group.mayBeName = false;
+      if (!group.firstChar) break;
+      group.isArgList = false;
+      skipBalanced("()");
+      group.depth = 0;
+      break;
+    case '[':
+      group.isOldStyleList = false;
+      skipBalanced("[]");
+      break;
+    case '<':
+      group.isOldStyleList = false;
+      skipBalanced("<>");
+      break;
+    case ')':
+      if (group.firstChar) group.paramCount = 0;
+      --group.depth;
+      break;
+    case '(':
+      OpenInGroup(group);
+      break;
+    default:
+      if (theCpp.IsIdentifierStart(c)) {
+        ReadGroupWord(group, c);
+      } else {
+        group.isArgList = group.isOldStyleList = group.mayBeName = false;
+        group.badContents = true;
+      }
+  }
+}
+
+// A parenthesis within the group: that of a macro call, of a pointer to a function, of parameters
+// within parameters, or one that says nothing.
+void TagC::OpenInGroup(ParenGroup& group) {
+  group.isOldStyleList = false;
+  if (group.firstChar) {
+    group.mayBeName = false;
+    theCpp.sourceUngetc('(');
+    argText.clear();
+    skipBalanced("()");
+    group.depth = 0;
+    if (!argText.empty()) argText.pop_back();
+  } else if (currentStatement->activeToken().Is(TOKEN_PAREN_NAME)) {
+    const int c = NextChar();
+    if (c == '*') {
+      argText += '*';
+      skipBalanced("()");
+      const int next = NextChar();
+      if (next == '(') {
+        argText += '(';
+        skipBalanced("()");
+      } else {
+        theCpp.sourceUngetc(next);
+      }
+    } else {
+      theCpp.sourceUngetc(c);
+      theCpp.sourceUngetc('(');
+      group.argsInArgs = true;
+    }
+  } else {
+    ++group.depth;
+  }
+}
+
+void TagC::ReadGroupWord(ParenGroup& group, int c) {
+  if (++group.wordCount > 1) group.isOldStyleList = false;
+  Token& active = currentStatement->activeToken();
+  ReadIdentifier(active, c);
+  if (active.Is(TOKEN_KEYWORD)) {
+    if (active.keyword != Keyword::cConst && active.keyword != Keyword::cVolatile)
+      group.isOldStyleList = group.mayBeName = false;
+  } else if (active.modern == ModernWord::cTypeWithGroup) {
+    group.mayBeName = false;
+  } else if (group.mayBeName) {
+    active.type = TOKEN_PAREN_NAME;
+  }
+}
+
+void TagC::CloseGroup(ParenGroup& group) {
+  if (!group.argsInArgs)
+    while (group.depth > 0 && skipBalanced("()")) --group.depth;
+  if (!group.mayBeName) currentStatement->activeToken().Reset(theCpp.lines.tagLine);
+  if (group.isOldStyleList) argText.clear();
+}
+
+// Whether the group is a name in parentheses, by what follows it.
+bool TagC::IsNameInParens(const ParenGroup& group, int c) {
+  Statement& st = *currentStatement;
+  if (!group.mayBeName || !st.activeToken().Is(TOKEN_PAREN_NAME) || st.seen.parenNameSeen)
+    return false;
+  return !group.isArgList || !st.seen.typeSeen || c == '(' ||
+         (c == '=' && st.implementation != IMP_VIRTUAL) ||
+         (st.declaration == DECLARES_NONE && (c == ',' || c == ';'));
+}
+
+void TagC::AnalyzeGroup(const ParenGroup& group) {
+  Statement& st = *currentStatement;
+  const int c = PeekChar();
+  if (group.badContents) {
+    ResetStatement(false);
+  } else if (IsNameInParens(group, c)) {
+    st.activeToken().type = TOKEN_NAME;
+    st.noteName();
+    st.seen.parenNameSeen = true;
+    if (c != '(' || !group.argsInArgs) st.seen.isPointer = group.isPointer;
+  } else if (!st.seen.argsSeen && group.isArgList) {
+    st.seen.argsSeen = true;
+    st.markToken(TOKEN_ARGS, theCpp.lines.tagLine);
+    st.stepTokenForward(theCpp.lines.tagLine);
+    if (st.scope != SCOPEKIND_TYPEDEF) ReadPostParens(group);
+  } else {
+    st.markToken(TOKEN_NONE, theCpp.lines.tagLine);
+  }
+}
+
+}  // namespace zendry

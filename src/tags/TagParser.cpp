@@ -1,0 +1,170 @@
+#include "tags/TagParser.h"
+
+#include <algorithm>
+
+#include "Assert.h"
+#include "base/Shell.h"
+#include "tags/TagC.h"
+#include "tags/TagChars.h"
+#include "tags/TagData.h"
+
+namespace zendry {
+
+TagParser theTagParser;
+
+namespace {
+
+constexpr size_t cLongestExtension = 3;
+constexpr size_t cAccessLetter = 2;  // the one of an access text that tells them apart
+
+bool IsClassLike(char kind) {
+  return kind == 's' || kind == 'c' || kind == 'u';
+}
+
+// The class that an enumerator's enumeration stands in, or the enumeration's own name.
+std::string_view ClassName(const TagFacts& entry) {
+  MAVRO_ASSERT_AS(entry.scopeName.data() != nullptr, "clsN!=NULL");
+  const size_t last = entry.kind == 'e' ? entry.scopeName.rfind("::") : std::string_view::npos;
+  return entry.scopeName.substr(0, last);
+}
+
+}  // namespace
+
+bool TagParser::parseBuffer(TagData& newTagData, FileReader* newReader, bool includeLocals) {
+  EnableKind(Language::cC, TagType::cLocal, includeLocals);
+  Bind(newTagData, newReader);
+  parseFile(tagData->fileName, 0);
+  return true;
+}
+
+void TagParser::Bind(TagData& newTagData, FileReader* newReader) {
+  tagData = &newTagData;
+  reader = newReader == nullptr ? &defaultReader : newReader;
+}
+
+bool TagParser::parseFile(const std::string& path, int newFileId) {
+  MAVRO_ASSERT(tagData != nullptr);
+  fileId = newFileId;
+  bool isHeader = false;
+  const std::optional<Language> named = languageOf(path, isHeader);
+  const std::optional<Language> told = language ? language : named;
+  if (!told) return false;
+  bool isAgainWanted = false;
+  for (int passCount = 1; OpenSource(path); ++passCount) {
+    const bool isAgain = theTagC.runPass(passCount, *told, isHeader);
+    reader->close();
+    isAgainWanted = isAgainWanted || isAgain;
+    if (!isAgain) break;
+  }
+  return isAgainWanted;
+}
+
+std::optional<Language> TagParser::languageOf(std::string_view path, bool& isHeader) {
+  isHeader = false;
+  const size_t stop = path.find_last_of("./\\");
+  if (stop != path.npos && path[stop] != '.') {
+    isHeader = true;
+    return Language::cCpp;
+  }
+  const size_t start = stop == path.npos ? std::min<size_t>(1, path.size()) : stop + 1;
+  const std::string_view extension = path.substr(start, cLongestExtension);
+  for (const LanguageRecord& record : Languages())
+    for (const std::string_view each : record.extensions) {
+      if (!EqualNoCase(each, extension)) continue;
+      isHeader = record.language == Language::cCpp && (extension[0] == 'h' || extension[0] == 'H');
+      return record.language;
+    }
+  return {};
+}
+
+bool TagParser::OpenSource(const std::string& path) {
+  gaveUp = false;
+  if (reader->IsOpen()) reader->close();
+  if (!reader->open(path.c_str())) {
+    logMessage("cannot open:", path);
+    return false;
+  }
+  tagData->Changed();
+  theCpp.lines.Start(*reader, *tagData);
+  tagCount = 0;
+  lastType.clear();
+  lastClass = nullptr;
+  return true;
+}
+
+void TagParser::logMessage(std::string_view text, std::string_view detail) {
+  if (shell != nullptr) LogMessage(*shell, text, detail);
+}
+
+void TagParser::addTag(const TagFacts& entry) {
+  if (entry.name.empty() || entry.name.front() == '_' || tagCount > cMostTags) return;
+  CountTag();
+  TagFacts told = entry;
+  if (entry.typeRef == "@")
+    told.typeRef = lastType;
+  else if (entry.typeRef.data() != nullptr)
+    lastType = entry.typeRef;
+  if (IsClassLike(entry.kind))
+    StoreClass(told);
+  else
+    StoreItem(told);
+  if (found) found(told);
+}
+
+void TagParser::CountTag() {
+  if (++tagCount <= cMostTags) return;
+  logMessage("To many tags");
+  gaveUp = true;
+  theCpp.Stop();
+}
+
+// The class of this name, made when there is none. Tags of one class follow each other, so the last
+// one is tried first.
+TagClass& TagParser::EnsureClass(std::string_view name) {
+  if (lastClass != nullptr && lastClassName == name) return *lastClass;
+  auto at = tagData->classes.lower_bound(name);
+  if (at == tagData->classes.end() || at->first != name)
+    at = tagData->classes.emplace_hint(at, std::string(name), TagClass());
+  lastClass = &at->second;
+  lastClassName = at->first;
+  return *lastClass;
+}
+
+void TagParser::StoreItem(const TagFacts& facts) {
+  const bool isMember = facts.scopeKind.data() != nullptr;
+  std::vector<TagItem>* items = &tagData->globals;
+  if (isMember) {
+    const std::string_view className = ClassName(facts);
+    TagClass& record = EnsureClass(className);
+    if (record.name.empty()) {
+      record.name = className;
+      record.line = -1;
+      record.fileId = fileId;
+      record.kind = 0;
+      record.owner = nullptr;
+    }
+    items = &record.members;
+  }
+  TagItem& item = items->emplace_back();
+  item.line = facts.lineNumber;
+  item.fileId = fileId;
+  item.kind = facts.kind;
+  item.name = facts.name;
+  item.signature = facts.signature;
+  item.type = facts.typeRef;
+  if (isMember && facts.access.size() > cAccessLetter) item.access = facts.access[cAccessLetter];
+}
+
+void TagParser::StoreClass(const TagFacts& facts) {
+  const std::string_view className = ClassName(facts);
+  TagClass& record = EnsureClass(className);
+  record.name = className;
+  record.line = facts.lineNumber;
+  record.type = facts.typeRef;
+  record.kind = facts.kind;
+  record.fileId = fileId;
+  record.serial = ++tagData->classCount;
+  if (facts.inheritance.data() != nullptr) record.inheritance = facts.inheritance;
+}
+
+}  // namespace zendry

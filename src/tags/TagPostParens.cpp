@@ -1,0 +1,231 @@
+#include "tags/TagC.h"
+#include "tags/TagChars.h"
+#include "tags/TagParser.h"
+
+namespace zendry {
+namespace {
+
+// What the scan behind a parameter list does at a keyword; all others count as plain names.
+enum class BehindArgs { cPlain, cSkipGroup, cNothing, cQualifier, cRestart };
+
+BehindArgs ActAt(Keyword keyword) {
+  using enum Keyword;
+  switch (keyword) {
+    case cAttribute:
+    case cThrow:
+      return BehindArgs::cSkipGroup;
+    case cTry:
+      return BehindArgs::cNothing;
+    case cConst:
+    case cVolatile:
+      return BehindArgs::cQualifier;
+    case cCatch:
+    case cClass:
+    case cExplicit:
+    case cExtern:
+    case cFriend:
+    case cInline:
+    case cMutable:
+    case cNamespace:
+    case cNew:
+    case cNewcov:
+    case cOperator:
+    case cOverload:
+    case cPrivate:
+    case cProtected:
+    case cPublic:
+    case cStatic:
+    case cTemplate:
+    case cTypedef:
+    case cTypename:
+    case cUsing:
+    case cVirtual:
+      return BehindArgs::cRestart;
+    default:
+      return BehindArgs::cPlain;
+  }
+}
+
+}  // namespace
+
+// Reads what stands between a parameter list and the body, the semicolon or the comma.
+void TagC::ReadPostParens(const ParenGroup& group) {
+  const int line = theCpp.lines.lineNumber;
+  int c = PeekChar();
+  if (c == '{' || c == ';' || c == ',' || c == '=') return;
+  if (language == Language::cJava) {
+    ReadJavaThrows();
+    return;
+  }
+  PostParens post;
+  post.parameters = group.paramCount;
+  do {
+    c = NextChar();
+    if (c == -1) {
+      theTagParser.logMessage("confusing argument declarations beginning at line:" +
+                              std::to_string(line));
+      return;
+    }
+    ReadPostParensChar(group, post, c);
+  } while (!post.end);
+}
+
+void TagC::ReadJavaThrows() {
+  Token& active = currentStatement->activeToken();
+  const int c = NextChar();
+  if (!theCpp.IsIdentifierStart(c)) {
+    theCpp.sourceUngetc(c);
+    return;
+  }
+  ReadIdentifier(active, c);
+  if (active.IsKeyword(Keyword::cThrows)) {
+    SkipThrows();
+    active.Reset(theCpp.lines.tagLine);
+  } else {
+    ApplyWord(active);
+  }
+}
+
+void TagC::ReadPostParensChar(const ParenGroup& group, PostParens& post, int c) {
+  switch (c) {
+    case ':':
+      SkipMemberInitialisers();
+      break;
+    case '[':
+      skipBalanced("[]");
+      break;
+    case '=':
+    case '{':
+    case '}':
+      theCpp.sourceUngetc(c);
+      post.end = true;
+      break;
+    case '(':
+      if (post.elementCount > 0) ++post.elementCount;
+      skipBalanced("()");
+      break;
+    case ';':
+      if (post.parameters == 0 || post.elementCount < 2) {
+        theCpp.sourceUngetc(c);
+        post.end = true;
+      } else {
+        post.end = --post.parameters == 0;
+      }
+      break;
+    case '-':
+      SkipTrailingReturn();
+      break;
+    default:
+      if (theCpp.IsIdentifierStart(c)) post.end = ReadPostParensWord(group, post, c);
+  }
+}
+
+// Whether the word begins a statement of its own, so that the scan is over.
+bool TagC::ReadPostParensWord(const ParenGroup& group, PostParens& post, int c) {
+  Token& token = currentStatement->activeToken();
+  ReadIdentifier(token, c);
+  switch (ActAt(token.keyword)) {
+    case BehindArgs::cSkipGroup:
+      SkipGroupIfAny();
+      break;
+    case BehindArgs::cNothing:
+      break;
+    case BehindArgs::cQualifier:
+      if (!argText.empty()) argText.append(1, ' ').append(token.name);
+      break;
+    case BehindArgs::cRestart:
+      RestartWith(token);
+      return true;
+    case BehindArgs::cPlain:
+      if (group.isOldStyleList && group.paramCount > 0) {
+        ++post.elementCount;
+      } else if (!SkipModernBehindParameters(token.modern)) {
+        RestartWith(token);
+        return true;
+      }
+  }
+  currentStatement->activeToken().Reset(theCpp.lines.tagLine);
+  return false;
+}
+
+bool TagC::SkipModernBehindParameters(ModernWord word) {
+  switch (word) {
+    case ModernWord::cBehindParameters:
+    case ModernWord::cFinal:
+    case ModernWord::cWithGroup:
+      SkipGroupIfAny();
+      return true;
+    case ModernWord::cRequires:
+      SkipConstraint();
+      return true;
+    default:
+      return false;
+  }
+}
+
+// What was found begins a new statement.
+void TagC::RestartWith(Token& token) {
+  const Token copy = token;
+  ResetStatement(false);
+  currentStatement->activeToken() = copy;
+  ApplyWord(currentStatement->activeToken());
+}
+
+// `: a(1), b{2}`. A brace directly behind a name holds a value; the body's never stands there.
+void TagC::SkipMemberInitialisers() {
+  int c;
+  do {
+    c = NextChar();
+    bool isBehindName = false;
+    for (;; c = NextChar()) {
+      if (theCpp.IsIdentifierStart(c)) {
+        ReadIdentifier(scratch, c);
+      } else if (c == '<') {
+        skipBalanced("<>");
+      } else if (c == '(') {
+        skipBalanced("()");
+      } else if (c == '{' && isBehindName) {
+        skipBalanced("{}");
+      } else if (c != ':' && c != '.') {
+        break;
+      }
+      isBehindName = IsCpp() && (theCpp.IsIdentifierStart(c) || c == '<');
+    }
+  } while (c == ',');
+  theCpp.sourceUngetc(c);
+}
+
+// `-> type`, up to the body or the end of the statement.
+void TagC::SkipTrailingReturn() {
+  const int next = theCpp.sourceGetc();
+  if (next != '>' || !IsCpp()) {
+    theCpp.sourceUngetc(next);
+    return;
+  }
+  for (;;) {
+    const int c = NextChar();
+    switch (c) {
+      case '(':
+        skipBalanced("()");
+        break;
+      case '[':
+        skipBalanced("[]");
+        break;
+      case '<':
+        skipBalanced("<>");
+        break;
+      case '{':
+      case '}':
+      case ';':
+      case '=':
+      case ',':
+      case -1:
+        theCpp.sourceUngetc(c);
+        return;
+      default:
+        break;
+    }
+  }
+}
+
+}  // namespace zendry

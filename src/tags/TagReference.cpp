@@ -1,0 +1,147 @@
+#include "tags/TagReference.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <iterator>
+#include <optional>
+#include <utility>
+
+#include "FileText.h"
+#include "base/Paths.h"
+#include "base/XmlTag.h"
+#include "build/Staleness.h"
+#include "tags/TagCache.h"
+#include "tags/TagData.h"
+#include "tags/TagParser.h"
+
+namespace zendry {
+
+namespace {
+
+// A header's path as the system finds it.
+std::string FullHeaderPath(const std::string& path, const std::string& definition) {
+  if (IsAbsolutePath(path)) return path;
+  return definition.substr(0, definition.rfind('/') + 1) + path;
+}
+
+class DefinitionReader {
+ public:
+  DefinitionReader(TagData& readInto, const std::string& path) : data(readInto), definition(path) {}
+
+  void Read(const std::string& text) {
+    theTagParser.Bind(data);
+    TagSource source{text};
+    for (XmlTag tag; tag.read(&source);) ReadElement(tag);
+  }
+
+ private:
+  void ReadElement(const XmlTag& tag) {
+    switch (tag.element.front()) {
+      case 'l':
+        folder = tag.p;
+        break;
+      case 'o':
+        data.saveCache = tag.o.find("-x") != std::string::npos;
+        break;
+      case 'h':
+        ReadHeader(tag);
+        break;
+      default:
+        break;
+    }
+  }
+
+  void ReadHeader(const XmlTag& tag) {
+    const std::string path = folder + "/" + (tag.p.empty() ? tag.n : tag.p);
+    data.headers.push_back({tag.id, tag.o, tag.n, path});
+    theTagParser.parseFile(FullHeaderPath(path, definition), tag.id);
+  }
+
+  TagData& data;
+  const std::string& definition;
+  std::string folder;
+};
+
+// Where the clock went back since the definition was written, the cache would be older than it for
+// ever.
+void MakeAsNewAs(const std::string& cache, const std::string& definition) {
+  if (!definitionIsNewer(definition, cache)) return;
+  struct stat status;
+  if (stat(definition.c_str(), &status) != 0) return;
+  const timespec times[] = {status.st_mtim, status.st_mtim};
+  utimensat(AT_FDCWD, cache.c_str(), times, 0);
+}
+
+// An installation that can't be written carries its caches; where it has none, the tags of this
+// session are all there is.
+void WriteCache(const TagData& library, const std::string& definition, uint64_t definitionMark) {
+  const std::string cache = CachePath(definition);
+  if (mavro::SaveFileText(cache, CacheText(library, definitionMark)).Ok())
+    MakeAsNewAs(cache, definition);
+}
+
+// The tags of a definition from its cache, if that can be trusted.
+bool LoadCache(TagData& library, const std::string& definition, const uint64_t* definitionMark) {
+  const std::optional<std::string> text = mavro::ReadFileText(CachePath(definition));
+  if (!text || !IsCacheTrue(*text, definitionMark)) return false;
+  ReadCacheText(*text, library);
+  return true;
+}
+
+TagData ReadLibrary(const std::string& path) {
+  TagData library;
+  const std::optional<std::string> definition = mavro::ReadFileText(path);
+  const uint64_t mark = definition ? TextMark(*definition) : 0;
+  const bool isNewer = definitionIsNewer(path, CachePath(path));
+  if (!isNewer && LoadCache(library, path, definition ? &mark : nullptr)) return library;
+  if (!definition) return library;
+  library.saveCache = true;
+  loadDefinition(library, path);
+  if (library.saveCache) WriteCache(library, path, mark);
+  return library;
+}
+
+// What a store has of other libraries stays, except for classes of the same name.
+void Add(TagData& data, TagData library) {
+  std::move(library.globals.begin(), library.globals.end(), std::back_inserter(data.globals));
+  std::move(library.headers.begin(), library.headers.end(), std::back_inserter(data.headers));
+  for (auto& [name, tagClass] : library.classes) data.classes[name] = std::move(tagClass);
+  data.classCount += library.classCount;
+  data.saveCache = library.saveCache;
+  data.Changed();
+}
+
+}  // namespace
+
+std::string CachePath(const std::string& definition) {
+  std::string cache = definition;
+  if (!cache.empty()) cache.back() = 'x';
+  return cache;
+}
+
+bool definitionIsNewer(const std::string& path, const std::string& cache) {
+  FileTimes times;
+  const std::optional<FileTimes::Time> definition = times.Of(path);
+  if (!definition) return false;
+  const std::optional<FileTimes::Time> compiled = times.Of(cache);
+  return !compiled || *definition > *compiled;
+}
+
+void loadDefinition(TagData& data, const std::string& path) {
+  const std::optional<std::string> text = mavro::ReadFileText(path);
+  data.clear();
+  if (text && TokensFit(*text)) DefinitionReader(data, path).Read(*text);
+}
+
+void TagData::loadReference(const std::string& path) {
+  if (loaded.contains(path)) return;
+  if (fileName != path) theTagParser.logMessage("Loading", path);
+  TagData library = ReadLibrary(path);
+  for (HeaderRec& header : library.headers) header.path = FullHeaderPath(header.path, path);
+  if (loaded.empty()) clear();
+  Add(*this, std::move(library));
+  loaded.insert(path);
+}
+
+}  // namespace zendry

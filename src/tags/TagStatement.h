@@ -1,0 +1,150 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "tags/TagKeywords.h"
+#include "tags/TagLanguages.h"
+
+namespace zendry {
+
+enum TokenType {
+  TOKEN_NONE = 0,
+  TOKEN_ARGS = 1,  // a parameter list
+  TOKEN_BRACE_CLOSE = 2,
+  TOKEN_BRACE_OPEN = 3,
+  TOKEN_COMMA = 5,
+  TOKEN_DOUBLE_COLON = 6,
+  TOKEN_KEYWORD = 7,
+  TOKEN_NAME = 8,
+  TOKEN_PAREN_NAME = 10,  // a name alone in parentheses
+  TOKEN_SEMICOLON = 11
+};
+
+enum ScopeKind {
+  SCOPEKIND_GLOBAL,
+  SCOPEKIND_STATIC,
+  SCOPEKIND_EXTERN,
+  SCOPEKIND_FRIEND,
+  SCOPEKIND_TYPEDEF
+};
+
+enum Declaration {
+  DECLARES_NONE,
+  DECLARES_BASE,  // something of a base type
+  DECLARES_CLASS,
+  DECLARES_ENUM,
+  DECLARES_EVENT,
+  DECLARES_FUNCTION,
+  DECLARES_IGNORE,
+  DECLARES_INTERFACE,
+  DECLARES_NAMESPACE,
+  DECLARES_PLAIN_NAMES,  // extern "C"
+  DECLARES_PACKAGE,
+  DECLARES_PROGRAM,
+  DECLARES_STRUCT,
+  DECLARES_TASK,
+  DECLARES_UNION,
+  DECLARES_COUNT
+};
+
+enum Implementation { IMP_DEFAULT, IMP_ABSTRACT, IMP_VIRTUAL, IMP_PURE_VIRTUAL, IMP_COUNT };
+
+enum Access {
+  ACCESS_UNKNOWN,
+  ACCESS_LOCAL,
+  ACCESS_PRIVATE,
+  ACCESS_PROTECTED,
+  ACCESS_PUBLIC,
+  ACCESS_DEFAULT,
+  ACCESS_COUNT
+};
+
+std::string_view ImplementationText(Implementation imp);
+std::string_view AccessText(Access access);
+// Declarations whose block is a class or the like, so that what stands in it is a member.
+bool IsContextual(Declaration declaration);
+// Whether a variable or a prototype can be declared with it.
+bool IsTypeSpecifier(Declaration declaration);
+// Whether a block of this declaration is part of the names within it.
+bool IsPartOfScope(Declaration declaration);
+// Whether a block of this declaration is read, whatever else is skipped.
+bool IsReadBlock(Declaration declaration);
+// What the tag of a declaration is; it must have one.
+TagType TagTypeOf(Declaration declaration);
+
+struct Token {
+  bool Is(TokenType which) const { return type == which; }
+  bool IsName() const { return type == TOKEN_NAME; }
+  bool IsKeyword(Keyword which) const { return type == TOKEN_KEYWORD && keyword == which; }
+  void Reset(int line) {
+    type = TOKEN_NONE;
+    keyword = Keyword::cNone;
+    modern = ModernWord::cNone;
+    lineNumber = line;
+    name.clear();
+  }
+
+  TokenType type = TOKEN_NONE;
+  Keyword keyword = Keyword::cNone;
+  ModernWord modern = ModernWord::cNone;
+  std::string name;
+  int lineNumber = 0;
+};
+
+// What is known of the statement that is being read at one level of blocks.
+struct Statement {
+  static constexpr int cRing = 7;  // as many tokens are remembered
+
+  struct Flags {
+    bool nameSeen = false;
+    bool typeSeen = false;
+    bool parenNameSeen = false;
+    bool argsSeen = false;
+    bool isPointer = false;
+    bool inFunction = false;
+    bool assignment = false;
+    bool cannotBeVariable = false;
+  };
+
+  // Begins a block within `outer`, null at the first level.
+  void Start(Statement* outer, Language language, int line);
+  // A partial one is behind a comma: what the statement began with still holds.
+  void resetStatement(bool partial, int line);
+
+  Token& activeToken() { return token[tokenIndex]; }
+  // The one that was active n tokens ago.
+  Token& earlierToken(int n);
+  void stepTokenForward(int line);
+  void stepTokenBack(int line);
+  void markToken(TokenType type, int line);
+  // Notes that the active token, a name, may be what the statement declares.
+  void noteName();
+
+  bool HasContextualParent() const;
+  bool IsParent(Declaration which) const;
+  bool IsMember() const { return context.IsName() || HasContextualParent(); }
+
+  ScopeKind scope = SCOPEKIND_GLOBAL;
+  Declaration declaration = DECLARES_NONE;
+  Flags seen;
+  bool isPartial = false;  // it goes on behind a comma
+  Implementation implementation = IMP_DEFAULT;
+  int tokenIndex = 0;
+  std::array<Token, cRing> token;
+  Token context;     // the qualifier of a name such as a::b
+  Token openedName;  // what the block is named that the statement opened
+  Access access = ACCESS_UNKNOWN;
+  Access defaultAccess = ACCESS_UNKNOWN;
+  std::string baseNames;  // joined by commas
+  Statement* parent = nullptr;
+
+  // The names of the blocks around, put together when the first tag of the block asks for them.
+  bool isScopeKnown = false;
+  bool hasRealName = false;
+  std::string outerScope;
+  std::string outerNamespace;
+};
+
+}  // namespace zendry

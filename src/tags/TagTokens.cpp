@@ -1,0 +1,316 @@
+#include "tags/TagC.h"
+#include "tags/TagChars.h"
+#include "tags/TagParser.h"
+
+namespace zendry {
+
+void TagC::ResetStatement(bool partial) {
+  currentStatement->resetStatement(partial, theCpp.lines.tagLine);
+}
+
+// The next character that is no white space. Of white space the text of a parameter list keeps one
+// blank.
+int TagC::NextChar() {
+  const int c = theCpp.skipBlanks();
+  if (inArgText && theCpp.blanksSkipped) argText += ' ';
+  return c;
+}
+
+int TagC::PeekChar() {
+  const int c = NextChar();
+  theCpp.sourceUngetc(c);
+  return c;
+}
+
+// Passes over the next character if it is the wanted one.
+void TagC::DropNext(int wanted) {
+  const int c = theCpp.sourceGetc();
+  if (c != wanted) theCpp.sourceUngetc(c);
+}
+
+// Reads until the active token has a type, or to the end.
+void TagC::readToken() {
+  Statement& st = *currentStatement;
+  const auto mark = [&st](TokenType type) { st.markToken(type, theCpp.lines.tagLine); };
+  do {
+    const int c = NextChar();
+    switch (c) {
+      case -1:
+        return;
+      case '(':
+        readParenGroup();
+        break;
+      case '*':
+        st.seen.typeSeen = false;
+        break;
+      case ',':
+        mark(TOKEN_COMMA);
+        break;
+      case ':':
+        ReadColon();
+        break;
+      case ';':
+        mark(TOKEN_SEMICOLON);
+        break;
+      case '=':
+        skipInitialiser();
+        break;
+      case '<':
+        ReadLess();
+        break;
+      case '[':
+        skipBalanced("[]");
+        break;
+      case '{':
+        mark(TOKEN_BRACE_OPEN);
+        break;
+      case '}':
+        mark(TOKEN_BRACE_CLOSE);
+        break;
+      default:
+        ReadOther(c);
+    }
+  } while (st.activeToken().type == TOKEN_NONE);
+}
+
+void TagC::ReadOther(int c) {
+  Statement& st = *currentStatement;
+  if (theCpp.IsIdentifierStart(c)) {
+    ReadWord(c);
+  } else if (c == '.' || c == '-') {
+    if (!st.seen.assignment) st.seen.cannotBeVariable = true;
+    if (c == '-') DropNext('>');
+  } else if (c == '>' || c == '!') {
+    DropNext('=');
+  } else if (c == STRING_MARK && !st.seen.typeSeen && st.scope == SCOPEKIND_EXTERN) {
+    st.declaration = DECLARES_PLAIN_NAMES;
+    st.scope = SCOPEKIND_GLOBAL;
+  }
+}
+
+void TagC::ReadWord(int c) {
+  Statement& st = *currentStatement;
+  ReadIdentifier(st.activeToken(), c);
+  ApplyWord(st.activeToken());
+  if (st.context.IsName() && st.activeToken().IsName() && st.earlierToken(1).IsName())
+    st.context.Reset(theCpp.lines.tagLine);
+}
+
+void TagC::ApplyWord(Token& token) {
+  if (token.Is(TOKEN_KEYWORD))
+    applyKeyword(token);
+  else if (token.modern == ModernWord::cNone)
+    currentStatement->noteName();
+  else
+    ApplyModern(token);
+}
+
+void TagC::ReadIdentifier(Token& token, int first) {
+  token.Reset(theCpp.lines.tagLine);
+  token.name = static_cast<char>(first);
+  theCpp.ReadIdentifierRest(token.name);
+  if (inArgText) argText.append(token.name, 1);
+  const WordMeaning meaning = MeaningOf(token.name, language);
+  token.keyword = meaning.keyword;
+  token.modern = meaning.modern;
+  token.type = meaning.keyword == Keyword::cNone ? TOKEN_NAME : TOKEN_KEYWORD;
+}
+
+void TagC::ReadColon() {
+  Statement& st = *currentStatement;
+  const int next = theCpp.sourceGetc();
+  if (next == ':') {
+    st.markToken(TOKEN_DOUBLE_COLON, theCpp.lines.tagLine);
+    st.seen.typeSeen = false;
+    return;
+  }
+  theCpp.sourceUngetc(next);
+  const bool hasBases = st.declaration == DECLARES_STRUCT || st.declaration == DECLARES_CLASS ||
+                        st.declaration == DECLARES_INTERFACE;
+  if ((IsCpp() || language == Language::cCSharp) && hasBases) {
+    readParents(':');
+  } else if (IsCpp() && st.declaration == DECLARES_ENUM) {
+    theCpp.sourceUngetc(skipTo("{;"));  // the type that the enumerators are kept in
+  } else if (st.IsParent(DECLARES_STRUCT)) {
+    ReadBitField();
+  } else if (st.parent == nullptr || st.earlierToken(1).IsKeyword(Keyword::cDefault) ||
+             st.earlierToken(2).IsKeyword(Keyword::cCase)) {
+    ResetStatement(false);
+  }
+}
+
+// A body there is that of a constructor: a macro behind its parameters hid whose colon it is.
+void TagC::ReadBitField() {
+  int c = skipTo(IsCpp() ? ",;{" : ",;");
+  if (c == '{') {
+    if (!skipBalanced("{}")) return;
+    c = PeekChar();
+    if (c != ',' && c != ';') {
+      ResetStatement(false);
+      return;
+    }
+    NextChar();
+  }
+  const TokenType end = c == ',' ? TOKEN_COMMA : TOKEN_SEMICOLON;
+  if (c != -1) currentStatement->markToken(end, theCpp.lines.tagLine);
+}
+
+void TagC::ReadLess() {
+  const int next = theCpp.sourceGetc();
+  if (next == '>') return;
+  theCpp.sourceUngetc(next);
+  if (IsCpp() && next != '=' && next != '<') skipBalanced("<>");
+}
+
+// What follows a `=`, up to what ends it. A 0 there is what makes a function pure.
+void TagC::skipInitialiser() {
+  Statement& st = *currentStatement;
+  const bool isEnum = st.IsParent(DECLARES_ENUM);
+  int c = theCpp.sourceGetc();
+  if (c == '=') return;
+  theCpp.sourceUngetc(c);
+  for (bool isDone = false; !isDone;) {
+    c = NextChar();
+    switch (c) {
+      case -1:
+      case ',':
+      case ';':
+        isDone = true;
+        break;
+      case '0':
+        if (st.implementation == IMP_VIRTUAL) st.implementation = IMP_PURE_VIRTUAL;
+        break;
+      case '(':
+        skipBalanced("()");
+        break;
+      case '{':
+        skipBalanced("{}");
+        break;
+      case '[':
+        skipBalanced("[]");
+        break;
+      case '}':
+        isDone = isEnum;
+        if (!isEnum && !theCpp.laterPass)
+          theTagParser.logMessage("unexpected closing brace at line:" +
+                                  std::to_string(theCpp.lines.lineNumber));
+        break;
+      default:
+        break;
+    }
+  }
+  st.seen.assignment = true;
+  if (c == '}') theCpp.sourceUngetc(c);
+  if (c != -1) st.markToken(c == ';' ? TOKEN_SEMICOLON : TOKEN_COMMA, theCpp.lines.tagLine);
+  if (st.scope == SCOPEKIND_EXTERN) st.scope = SCOPEKIND_GLOBAL;
+}
+
+// Passes over everything up to one of these characters; that one, or -1 at the end.
+int TagC::skipTo(std::string_view ends) {
+  int c;
+  do c = NextChar();
+  while (c != -1 && (c > 127 || ends.find(static_cast<char>(c)) == ends.npos));
+  return c;
+}
+
+bool TagC::FailToMatch(char opening, int line) {
+  theTagParser.logMessage(std::string("failed to find match for ") + opening +
+                          " at line:" + std::to_string(line));
+  return false;
+}
+
+// Passes over everything up to the match of an opening character that has been read. False, and a
+// log line, when the input ends before.
+bool TagC::skipBalanced(std::string_view pair) {
+  if (pair == "{}" && !inArgText) return SkipBody();
+  if (pair == "<>") return SkipTemplateArguments();
+  const int line = theCpp.lines.lineNumber;
+  for (int depth = 1; depth > 0;) {
+    const int c = NextChar();
+    if (c == -1) return FailToMatch(pair[0], line);
+    if (inArgText) argText += static_cast<char>(c);
+    if (c == pair[0])
+      ++depth;
+    else if (c == pair[1])
+      --depth;
+  }
+  return true;
+}
+
+// The body of a block, of which only the braces count.
+bool TagC::SkipBody() {
+  const int line = theCpp.lines.lineNumber;
+  const unsigned depthAtStart = theCpp.directive.condDepth;
+  for (int depth = 1; depth > 0;) {
+    theCpp.SkipToBrace();
+    const int c = theCpp.sourceGetc();
+    if (c == -1) return FailToMatch('{', line);
+    if (c == '{')
+      ++depth;
+    else if (c == '}')
+      --depth;
+    if (depth > 0 && IsBodyGivenUp(depthAtStart)) return true;
+  }
+  return true;
+}
+
+// In a later pass braces aren't trusted across a conditional: the body goes on to the next `}` that
+// opens a line.
+bool TagC::IsBodyGivenUp(unsigned depthAtStart) {
+  if (!theCpp.laterPass || theCpp.directive.condDepth == depthAtStart) return false;
+  int before = 0;
+  int c = theCpp.sourceGetc();
+  while (c != -1 && !(c == '}' && before == '\n')) {
+    before = c;
+    c = theCpp.sourceGetc();
+  }
+  return true;
+}
+
+// Whether a "<" is the beginning of "<=" or "<<", which open nothing; their rest is passed over
+// then.
+bool TagC::DropOperatorRest() {
+  const int next = theCpp.sourceGetc();
+  const bool isOperator = next == '=' || next == '<';
+  if (!isOperator)
+    theCpp.sourceUngetc(next);
+  else if (inArgText)
+    argText += static_cast<char>(next);
+  return isOperator;
+}
+
+// Brackets within parentheses are comparisons as often as not, so a group counts as a whole. What
+// no template argument holds ends them: the "<" was a comparison or a shift then, and no error.
+bool TagC::SkipTemplateArguments() {
+  const int line = theCpp.lines.lineNumber;
+  int groups = 0;
+  for (int depth = 1; depth > 0;) {
+    const int c = NextChar();
+    const bool isEnd = c == -1 || (groups == 0 && (c == ';' || c == '{' || c == '}' || c == ')'));
+    if (isEnd) {
+      if (c == -1) return FailToMatch('<', line);
+      theCpp.sourceUngetc(c);
+      return false;
+    }
+    if (inArgText) argText += static_cast<char>(c);
+    if (c == '(')
+      ++groups;
+    else if (c == ')')
+      --groups;
+    else if (groups == 0 && c == '<' && !DropOperatorRest())
+      ++depth;
+    else if (groups == 0 && c == '>')
+      --depth;
+  }
+  return true;
+}
+
+void TagC::SkipGroupIfAny() {
+  const int c = NextChar();
+  if (c == '(')
+    skipBalanced("()");
+  else
+    theCpp.sourceUngetc(c);
+}
+
+}  // namespace zendry

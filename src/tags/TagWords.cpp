@@ -1,0 +1,373 @@
+#include <algorithm>
+
+#include "tags/TagC.h"
+#include "tags/TagChars.h"
+
+namespace zendry {
+namespace {
+
+constexpr std::string_view cOperatorChars = "+-*/%^&|~!=<>,[]";
+
+bool IsOperatorChar(int c) {
+  return c > 0 && c < 128 && cOperatorChars.find(static_cast<char>(c)) != std::string_view::npos;
+}
+
+struct DeclaringWord {
+  Keyword keyword;
+  Declaration declaration;
+};
+
+using enum Keyword;
+
+constexpr DeclaringWord cDeclaringWords[] = {
+    {cBind, DECLARES_BASE},           {cBit, DECLARES_BASE},
+    {cChar, DECLARES_BASE},           {cConst, DECLARES_BASE},
+    {cDouble, DECLARES_BASE},         {cFloat, DECLARES_BASE},
+    {cFunction, DECLARES_BASE},       {cInt, DECLARES_BASE},
+    {cInteger, DECLARES_BASE},        {cLong, DECLARES_BASE},
+    {cShort, DECLARES_BASE},          {cSigned, DECLARES_BASE},
+    {cString, DECLARES_BASE},         {cUnsigned, DECLARES_BASE},
+    {cVoid, DECLARES_BASE},           {cVolatile, DECLARES_BASE},
+    {cClass, DECLARES_CLASS},         {cEnum, DECLARES_ENUM},
+    {cInterface, DECLARES_INTERFACE}, {cNamespace, DECLARES_NAMESPACE},
+    {cProgram, DECLARES_PROGRAM},     {cStruct, DECLARES_STRUCT},
+    {cTask, DECLARES_TASK},           {cUnion, DECLARES_UNION},
+};
+
+// What a keyword alone says of the statement's declaration, by the keyword's id.
+constexpr auto cDeclarationOf = [] {
+  std::array<Declaration, cKeywordCount> declarations{};
+  for (const DeclaringWord& row : cDeclaringWords)
+    declarations[static_cast<size_t>(row.keyword)] = row.declaration;
+  return declarations;
+}();
+
+}  // namespace
+
+void TagC::applyKeyword(Token& token) {
+  Statement& st = *currentStatement;
+  const Keyword keyword = token.keyword;
+  if (ApplyScopeOrDeclaration(keyword)) return;
+  switch (keyword) {
+    case cAttribute:
+      SkipGroupIfAny();
+      st.activeToken().Reset(theCpp.lines.tagLine);
+      break;
+    case cAbstract:
+      st.implementation = IMP_ABSTRACT;
+      break;
+    case cVirtual:
+      st.implementation = IMP_VIRTUAL;
+      break;
+    case cCatch:
+      ApplyCatch();
+      break;
+    case cExtends:
+    case cImplements:
+      readParents('.');
+      st.activeToken().Reset(theCpp.lines.tagLine);
+      break;
+    case cFor:
+    case cIf:
+    case cSwitch:
+    case cWhile:
+      SkipGroupIfAny();
+      break;
+    case cGoto:
+    case cImport:
+    case cReturn:
+      st.declaration = DECLARES_IGNORE;
+      SkipStatement();
+      break;
+    case cUsing:
+      SkipStatement();
+      break;
+    case cLocal:
+      ApplyAccess(ACCESS_LOCAL);
+      break;
+    case cPrivate:
+      ApplyAccess(ACCESS_PRIVATE);
+      break;
+    case cProtected:
+      ApplyAccess(ACCESS_PROTECTED);
+      break;
+    case cPublic:
+      ApplyAccess(ACCESS_PUBLIC);
+      break;
+    case cOperator:
+      ApplyOperator(token);
+      break;
+    case cPackage:
+      ReadPackage(token);
+      break;
+    case cThrows:
+      SkipThrows();
+      break;
+    default:
+      break;
+  }
+}
+
+// The keywords that only say what kind of thing is declared and who sees it.
+bool TagC::ApplyScopeOrDeclaration(Keyword keyword) {
+  Statement& st = *currentStatement;
+  const Declaration declaration = cDeclarationOf[static_cast<size_t>(keyword)];
+  if (declaration != DECLARES_NONE) {
+    const bool isScopedEnum =
+        IsCpp() && (keyword == cClass || keyword == cStruct) && st.earlierToken(1).IsKeyword(cEnum);
+    if (!isScopedEnum) st.declaration = declaration;
+    return true;
+  }
+  switch (keyword) {
+    case cEvent:
+      if (language == Language::cCSharp) st.declaration = DECLARES_EVENT;
+      return true;
+    case cExtern:
+      if (language == Language::cCSharp && st.seen.nameSeen) return true;
+      ResetStatement(false);
+      st.scope = SCOPEKIND_EXTERN;
+      st.declaration = DECLARES_BASE;
+      return true;
+    case cFriend:
+      st.scope = SCOPEKIND_FRIEND;
+      return true;
+    case cStatic:
+      if (IsJavaOrCSharp()) return true;
+      ResetStatement(false);
+      st.scope = SCOPEKIND_STATIC;
+      st.declaration = DECLARES_BASE;
+      return true;
+    case cTypedef:
+      ResetStatement(false);
+      st.scope = SCOPEKIND_TYPEDEF;
+      return true;
+    default:
+      return false;
+  }
+}
+
+// Words that stand behind a parameter list mean something there only; elsewhere they are names.
+void TagC::ApplyModern(Token& token) {
+  Statement& st = *currentStatement;
+  switch (token.modern) {
+    case ModernWord::cFinal:
+      if (IsContextual(st.declaration) && st.earlierToken(1).IsName())
+        token.Reset(theCpp.lines.tagLine);
+      else
+        st.noteName();
+      break;
+    case ModernWord::cWithGroup:
+      SkipGroupIfAny();
+      token.Reset(theCpp.lines.tagLine);
+      break;
+    case ModernWord::cTypeWithGroup:
+      SkipGroupIfAny();
+      st.noteName();
+      break;
+    case ModernWord::cRequires:
+      SkipConstraint();
+      token.Reset(theCpp.lines.tagLine);
+      break;
+    case ModernWord::cAssertion:
+      SkipStatement();
+      break;
+    case ModernWord::cBehindIf:
+      if (st.earlierToken(1).IsKeyword(cIf)) {
+        SkipGroupIfAny();
+        token.Reset(theCpp.lines.tagLine);
+      } else {
+        st.noteName();
+      }
+      break;
+    default:
+      st.noteName();
+  }
+}
+
+void TagC::ApplyCatch() {
+  SkipGroupIfAny();
+  const int c = NextChar();
+  if (c == '{')
+    skipBalanced("{}");
+  else
+    theCpp.sourceUngetc(c);
+}
+
+// Up to the semicolon that ends the statement. Those of a lambda's body, as in
+// `return find(a, [](int b) { return b; });`, end nothing. Behind a brace too many the statement
+// has no semicolon of its own: the next one ends it, so that the braces count up again.
+void TagC::SkipStatement() {
+  int c = skipTo(";{}");
+  while (c == '{' && skipBalanced("{}")) c = skipTo(";{}");
+  if (c == '}') c = skipTo(";");
+  if (c == ';')
+    currentStatement->markToken(TOKEN_SEMICOLON, theCpp.lines.tagLine);
+  else
+    currentStatement->activeToken().Reset(theCpp.lines.tagLine);
+}
+
+void TagC::ApplyAccess(Access access) {
+  Statement& st = *currentStatement;
+  if (!st.IsMember()) return;
+  if (IsCpp()) {
+    const int c = NextChar();
+    if (c == ':') {
+      ResetStatement(false);
+      st.defaultAccess = access;
+    } else {
+      theCpp.sourceUngetc(c);
+    }
+  }
+  st.access = access;
+}
+
+// `operator (`: the call operator keeps its parentheses. Answers what follows the name.
+int TagC::ReadOperatorCall(Token& token) {
+  int c = NextChar();
+  if (c != ')') {
+    theCpp.sourceUngetc(c);
+    skipBalanced("()");
+    return NextChar();
+  }
+  token.name += ' ';
+  c = NextChar();
+  if (c == '(') token.name += "()";
+  return c;
+}
+
+void TagC::ApplyOperator(Token& token) {
+  const Token& before = currentStatement->earlierToken(1);
+  if (before.IsKeyword(cEnum) || before.IsKeyword(cStruct) || before.IsKeyword(cUnion)) return;
+  int c = NextChar();
+  if (c == '(') {
+    c = ReadOperatorCall(token);
+  } else if (theCpp.IsIdentifierStart(c) && c != '~') {
+    token.name += ' ';
+    bool isBlank = false;
+    for (; c != -1 && c != '(' && c != ';'; c = theCpp.sourceGetc()) {
+      const bool wasBlank = isBlank;
+      isBlank = IsClass(c, cSpaceChar);
+      if (isBlank) continue;
+      if (wasBlank) token.name += ' ';
+      token.name += static_cast<char>(c);
+    }
+  } else if (IsOperatorChar(c)) {
+    token.name += ' ';
+    for (; IsOperatorChar(c); c = theCpp.sourceGetc()) token.name += static_cast<char>(c);
+  }
+  theCpp.sourceUngetc(c);
+  token.type = TOKEN_NAME;
+  token.keyword = cNone;
+  currentStatement->noteName();
+}
+
+void TagC::ReadPackage(Token& token) {
+  Statement& st = *currentStatement;
+  int c = NextChar();
+  if (theCpp.IsIdentifierStart(c)) {
+    token.name.clear();
+    for (; theCpp.IsIdentifierStart(c) || c == '.'; c = NextChar()) {
+      token.name += static_cast<char>(c);
+      if (c != '.') theCpp.ReadIdentifierRest(token.name);
+    }
+  }
+  theCpp.sourceUngetc(c);
+  token.type = TOKEN_NAME;
+  token.keyword = cNone;
+  st.declaration = DECLARES_PACKAGE;
+  st.seen.nameSeen = st.seen.typeSeen = true;
+}
+
+// A constraint: parts joined by && and ||, of which each is a group in parentheses, the name of a
+// concept, or a list of requirements.
+void TagC::SkipConstraint() {
+  for (bool goesOn = true; goesOn;) {
+    int c = NextChar();
+    while (c == '!') c = NextChar();
+    if (c == '(') {
+      skipBalanced("()");
+    } else if (theCpp.IsIdentifierStart(c)) {
+      SkipConcept(c);
+    } else {
+      theCpp.sourceUngetc(c);
+      return;
+    }
+    c = NextChar();
+    goesOn = c == '&' || c == '|';
+    if (goesOn)
+      DropNext(c);
+    else
+      theCpp.sourceUngetc(c);
+  }
+}
+
+void TagC::SkipConcept(int first) {
+  ReadIdentifier(scratch, first);
+  if (scratch.modern == ModernWord::cRequires) {
+    SkipGroupIfAny();
+    const int c = NextChar();
+    if (c == '{')
+      skipBalanced("{}");
+    else
+      theCpp.sourceUngetc(c);
+    return;
+  }
+  for (;;) {
+    const int c = NextChar();
+    if (c == '<') {
+      skipBalanced("<>");
+    } else if (c == ':') {
+      DropNext(':');
+      const int next = NextChar();
+      if (theCpp.IsIdentifierStart(next))
+        ReadIdentifier(scratch, next);
+      else
+        theCpp.sourceUngetc(next);
+    } else {
+      theCpp.sourceUngetc(c);
+      return;
+    }
+  }
+}
+
+// Names joined by commas or dots.
+void TagC::SkipThrows() {
+  int c = NextChar();
+  while (theCpp.IsIdentifierStart(c) || c == ',' || c == '.') {
+    if (theCpp.IsIdentifierStart(c)) ReadIdentifier(scratch, c);
+    c = NextChar();
+  }
+  theCpp.sourceUngetc(c);
+}
+
+// Collects the names of bases up to the block. `separator` joins the parts of a name.
+void TagC::readParents(char separator) {
+  Statement& st = *currentStatement;
+  std::string name;
+  const auto finish = [&st, &name] {
+    if (name.empty()) return;
+    if (!st.baseNames.empty()) st.baseNames += ',';
+    st.baseNames += name;
+    name.clear();
+  };
+  int c;
+  int before = 0;
+  do {
+    c = NextChar();
+    if (theCpp.IsIdentifierStart(c)) {
+      ReadIdentifier(scratch, c);
+      if (scratch.Is(TOKEN_KEYWORD) || before != separator) finish();
+      if (scratch.IsName()) name += scratch.name;
+    } else if (c == separator) {
+      if (separator == '.' || !name.empty()) name += separator;
+    } else if (c == '<') {
+      skipBalanced("<>");
+    } else {
+      finish();
+    }
+    before = c;
+  } while (c != '{' && c != ';' && c != -1);
+  theCpp.sourceUngetc(c);
+}
+
+}  // namespace zendry

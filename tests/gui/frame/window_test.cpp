@@ -1,0 +1,475 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "IdeDriver.h"
+#include "browser/BrowserActs.h"
+#include "editor/EditorActs.h"
+#include "frame/PictureStrips.h"
+
+// The main window: start, menus, bars, panes and its end.
+
+namespace zendry {
+namespace {
+
+using test::IdeDriver;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+const std::vector<IdeDriver::File> cTwoFiles = {{"a.cpp", "int a;\n"}, {"src/b.h", "int b;\n"}};
+
+// Stands in for the target of a command as long as it lives, and counts the calls.
+struct CommandRecorder : mavro::object {
+  explicit CommandRecorder(mavro::Action* recorded) : action(recorded), saved(*recorded) {
+    action->target = this;
+    action->handler = static_cast<mavro::ActionHandler>(&CommandRecorder::OnCommand);
+  }
+  ~CommandRecorder() override {
+    action->target = saved.target;
+    action->handler = saved.handler;
+  }
+  void OnCommand(int) { ++calls; }
+
+  mavro::Action* action;
+  mavro::Action saved;
+  int calls = 0;
+};
+
+mavro::MenuItem* ItemOf(mavro::Menu& menu, int id) {
+  for (const auto& item : menu.items)
+    if (item->action && item->action->id == id) return item.get();
+  return nullptr;
+}
+
+// Whether any command can be chosen below a menu.
+bool HasEnabledItem(const mavro::Menu& menu) {
+  for (const auto& item : menu.items) {
+    if (item->isSubmenu && HasEnabledItem(static_cast<const mavro::Menu&>(*item))) return true;
+    if (!item->isSubmenu && !item->IsSeparator() && item->enabled) return true;
+  }
+  return false;
+}
+
+// Clicks the button of a tool bar's row.
+void ClickRow(mavro::ToolBar& bar, int row) {
+  test::ClickToolRow(bar, row);
+}
+
+// Group: start.
+
+TEST(IdeWindow, Start_NothingStored_Is800By560AtTheOrigin) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    EXPECT_EQ(theMainForm->Bounds(), (mavro::Rect{0, 0, 800, 560}));
+    EXPECT_EQ(theMainForm->hSplit.Position(), 560 * 11 / 16);
+    EXPECT_EQ(theMainForm->vSplit.Position(), 200);
+    EXPECT_EQ(theMainForm->text.Get(), "Zendry");
+    EXPECT_EQ(IdeDriver::Status(cTextPane), "Ready");
+    EXPECT_EQ(IdeDriver::Status(cCaretPane), "Ln 0   Col 0");
+    EXPECT_EQ(IdeDriver::Status(cNotePane), "");
+  });
+}
+
+TEST(IdeWindow, Start_TwoKnownArguments_OpensTheLastOne) {
+  IdeDriver ide;
+  const std::string project = ide.Project(cTwoFiles);
+  ide.Run({ide.files.Path("a.cpp"), project}, [&] {
+    EXPECT_TRUE(theProject.isOpen);
+    EXPECT_EQ(IdeDriver::Tree(), "(Source Files(a.cpp) Header Files(src(b.h)))");
+    EXPECT_EQ(theMainForm->editTabs.TabCount(), 0);
+  });
+}
+
+TEST(IdeWindow, Start_SourceFile_IsShownInATab) {
+  IdeDriver ide;
+  ide.files.Write("a.cpp", "one\ntwo\n");
+  ide.Run({ide.files.Path() + "/x/../a.cpp"}, [&] {
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
+    EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("a.cpp"));
+  });
+}
+
+TEST(IdeWindow, Start_UnknownExtension_OpensNothingWithoutAWord) {
+  IdeDriver ide;
+  ide.Run({ide.files.Write("x.txt", "text")}, [&] {
+    EXPECT_EQ(theMainForm->editTabs.TabCount(), 0);
+    EXPECT_THAT(ide.dialogs.texts, IsEmpty());
+  });
+}
+
+TEST(IdeWindow, Start_MissingProject_IsSilentAndLeavesItEmpty) {
+  IdeDriver ide;
+  ide.Run({ide.files.Path("none.zpj")}, [&] {
+    EXPECT_THAT(ide.dialogs.texts, IsEmpty());
+    EXPECT_EQ(IdeDriver::Tree(), "");
+    EXPECT_NE(IdeDriver::Status(), "Ready");
+  });
+}
+
+// Group: menus and what is grayed.
+
+TEST(IdeWindow, NoTabs_EditBrowserAndModeAreGrayed_UntilOneOpens) {
+  IdeDriver ide;
+  const CommandRecorder find(theEditorActs.Find(801));
+  const CommandRecorder paste(theEditorActs.Find(cPasteCommand));
+  const CommandRecorder symbol(theBrowserActs.Find(1106));
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    EXPECT_FALSE(HasEnabledItem(form.editMenu));
+    EXPECT_FALSE(HasEnabledItem(form.browserMenu));
+    EXPECT_FALSE(form.buildMode.enabled);
+    form.editTabs.OpenFile(ide.files.Write("a.cpp", ""));
+    EXPECT_TRUE(HasEnabledItem(form.editMenu));
+    EXPECT_TRUE(ItemOf(form.editMenu, cPasteCommand)->enabled);
+    EXPECT_FALSE(ItemOf(form.browserMenu, 1111)->enabled);
+    EXPECT_TRUE(ItemOf(form.browserMenu, 1106)->enabled);
+    EXPECT_TRUE(form.buildMode.enabled);
+    form.editTabs.CloseTab(0, false);
+    EXPECT_FALSE(HasEnabledItem(form.editMenu));
+    EXPECT_FALSE(form.buildMode.enabled);
+  });
+}
+
+TEST(IdeWindow, Commands_WithoutSubsystem_AreGrayedInMenusAndBars) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    EXPECT_FALSE(ItemOf(form.fileMenu, cPrintCommand)->enabled);
+    EXPECT_TRUE(ItemOf(form.fileMenu, cOpenCommand)->enabled);
+    EXPECT_FALSE(HasEnabledItem(form.helpMenu));
+    for (int row = 0; row < form.toolBar.RowCount(); ++row) {
+      const mavro::ToolBar::Row& shown = form.toolBar.GetRow(row);
+      if (shown.action && row != cStopRow) {
+        EXPECT_EQ(shown.enabled, shown.action->target != nullptr) << shown.action->text;
+      }
+    }
+  });
+}
+
+TEST(IdeWindow, Menus_HaveTheirTitlesInOrder) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    std::vector<std::string> titles;
+    for (const mavro::Menu* menu : theMainForm->menus.menus) titles.push_back(menu->title);
+    EXPECT_THAT(titles, ElementsAre("&File", "&Edit", "&Browser", "&View", "&Build", "&Project",
+                                    "&Debug", "&Tools", "&Help"));
+    std::vector<std::string> view;
+    for (const auto& item : theMainForm->viewMenu.items) view.push_back(item->action->text);
+    EXPECT_THAT(view, ElementsAre("&Status Bar", "Bootom Pane"));
+  });
+}
+
+TEST(IdeWindow, ToolBar_RowsStandWhereTheyAreSpokenOf) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    mavro::ToolBar& bar = theMainForm->toolBar;
+    EXPECT_TRUE(bar.GetRow(0).separator);
+    EXPECT_EQ(bar.GetRow(1).action->id, cNewCommand);
+    EXPECT_EQ(bar.GetRow(11).action->id, 845);
+    EXPECT_EQ(bar.GetRow(12).action->id, 844);
+    EXPECT_EQ(bar.GetRow(cModeRow).control, &theMainForm->buildMode);
+    EXPECT_EQ(bar.GetRow(15).action->id, cCompileFileCommand);
+    EXPECT_EQ(bar.GetRow(16).action->id, cMakeCommand);
+    EXPECT_EQ(bar.GetRow(17).action->id, cRebuildCommand);
+    EXPECT_EQ(bar.GetRow(cStopRow).action->text, "Stop");
+    EXPECT_EQ(bar.GetRow(24).action->id, cCloseAllCommand);
+  });
+}
+
+// Group: run state.
+
+TEST(IdeWindow, SetRunState_TiesTheStopButton) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    EXPECT_FALSE(form.toolBar.GetRow(cStopRow).enabled);
+    form.SetRunState(cStopBuildCommand);
+    EXPECT_TRUE(form.toolBar.GetRow(cStopRow).enabled);
+    theBuildActs.abortRequested = false;
+    ClickRow(form.toolBar, cStopRow);
+    EXPECT_TRUE(theBuildActs.abortRequested);
+    form.SetRunState(-1);
+    EXPECT_FALSE(form.toolBar.GetRow(cStopRow).enabled);
+  });
+}
+
+TEST(IdeWindow, SetRunState_DebugSession_ShowsItsCommandsAndBack) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    const auto id = [&form](int row) { return form.toolBar.GetRow(row).action->id; };
+    form.SetRunState(cStopDebugCommand);
+    EXPECT_EQ(id(15), cStepOverCommand);
+    EXPECT_EQ(id(16), cStepIntoCommand);
+    EXPECT_EQ(id(17), cStepOutCommand);
+    EXPECT_EQ(form.toolBar.GetRow(15).image, 0x23);
+    EXPECT_EQ(form.toolBar.GetRow(16).image, 0x2B);
+    form.SetRunState(-1);
+    EXPECT_EQ(id(15), cCompileFileCommand);
+    EXPECT_EQ(form.toolBar.GetRow(15).image, 0xC);
+  });
+}
+
+TEST(IdeWindow, SetMacroRecording_IsSaidAndHoldsBackPlaying) {
+  IdeDriver ide;
+  const CommandRecorder play(theEditorActs.Find(cPlayMacroCommand));
+  ide.Run({}, [&] {
+    const auto canPlay = [] { return theMainForm->toolBar.GetRow(cPlayRow).enabled; };
+    EXPECT_TRUE(canPlay());
+    theMainForm->SetMacroRecording(true);
+    EXPECT_FALSE(canPlay());
+    EXPECT_EQ(IdeDriver::Status(cNotePane), "Macro recording");
+    theMainForm->SetMacroRecording(false);
+    EXPECT_TRUE(canPlay());
+    EXPECT_EQ(IdeDriver::Status(cNotePane), "");
+  });
+}
+
+// Group: panes.
+
+TEST(IdeWindow, LeftPanel_Closed_LeavesTheBarInPlaceAndLaysOutAtOnce) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    const mavro::Rect before = form.rightPanel.Bounds();
+    ClickRow(form.toolPanel.bar, ToolPanel::cCloseRow);
+    EXPECT_FALSE(form.leftPanel.visible);
+    EXPECT_FALSE(test::WidgetOf(form.leftPanel)->isVisible());
+    EXPECT_FALSE(form.layoutPending);
+    EXPECT_EQ(form.vSplit.Position(), 200);
+    EXPECT_EQ(form.rightPanel.Bounds(), before);
+    ClickRow(form.toolBar, cLeftPanelRow);
+    EXPECT_TRUE(test::WidgetOf(form.leftPanel)->isVisible());
+  });
+}
+
+TEST(IdeWindow, BottomPane_ClosedByButton_ComesBackByTheMenu) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    test::Click(form.closeBottom);
+    EXPECT_FALSE(test::WidgetOf(form.bottomPanel)->isVisible());
+    form.viewActs.Find(cShowBottomCommand)->Execute();
+    EXPECT_TRUE(test::WidgetOf(form.bottomPanel)->isVisible());
+    ClickRow(form.paneBar, 0);
+    EXPECT_FALSE(test::WidgetOf(form.bottomPanel)->isVisible());
+  });
+}
+
+TEST(IdeWindow, BottomPane_KeepsItsHeightWhenTheWindowsChanges) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    const int before = form.bottomPanel.height;
+    const auto resize = [&](int height) {
+      form.SetSize(800, height);
+      const int bars = form.toolBar.height + form.statusBar.height;
+      EXPECT_TRUE(test::WaitFor([&] { return form.hSplit.height < height - bars; }));
+      return form.bottomPanel.height.Get();
+    };
+    EXPECT_EQ(resize(900), before);
+    EXPECT_EQ(resize(600), before);
+    EXPECT_LT(resize(260), before) << "no room: both panes get less";
+    EXPECT_EQ(resize(700), before) << "and it comes back";
+    form.hSplit.SetPosition(form.hSplit.Position() - 50);
+    EXPECT_EQ(resize(800), before + 50) << "what its bar was moved to is kept";
+  });
+}
+
+TEST(IdeWindow, StatusBar_Toggled_GivesItsRoomAtOnce) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    const int before = form.hSplit.height;
+    form.viewActs.Find(cToggleStatusBarCommand)->Execute();
+    EXPECT_EQ(form.hSplit.height, before + form.statusBar.height);
+    form.viewActs.Find(cToggleStatusBarCommand)->Execute();
+    EXPECT_EQ(form.hSplit.height, before);
+  });
+}
+
+TEST(IdeWindow, BarMenu_TogglesTheToolBar) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    const int before = form.hSplit.height;
+    form.barMenu.root.Insert(&form.barMenu);
+    const auto choose = [](mavro::Control& bar) {
+      mavro::SendMessage(bar.impl->hwnd, mavro::WM_COMMAND, cToggleToolBarCommand, 0);
+    };
+    choose(form.toolBar);
+    EXPECT_FALSE(test::WidgetOf(form.toolBar)->isVisible());
+    EXPECT_EQ(form.hSplit.height, before + form.toolBar.height);
+    choose(form.statusBar);
+    EXPECT_TRUE(test::WidgetOf(form.toolBar)->isVisible());
+  });
+}
+
+TEST(IdeWindow, CloseButton_StandsAtTheEndOfItsBar) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    for (const int width : {800, 1100, 500, 800}) {
+      form.SetSize(width, 560);
+      ASSERT_TRUE(test::WaitFor([&] { return form.bottomPanel.width == form.hSplit.width; }));
+      EXPECT_EQ(form.closeBottom.left + form.closeBottom.width,
+                form.paneBar.left + form.paneBar.width)
+          << width;
+      EXPECT_EQ(form.paneBar.left + form.paneBar.width, width);
+      EXPECT_EQ(form.bottomTabs.top, width < 640 ? form.paneBar.height : 0) << width;
+    }
+  });
+}
+
+TEST(IdeWindow, ClearButton_ClearsThePageThatIsShown) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    form.AppendOutput("text\r\n");
+    form.errorList.AddRow("a.cpp", 1, "error");
+    form.resultList.AddRow("a.cpp", 1, "result");
+    form.watches[1].list.AddRow("x");
+    form.ShowPage(cErrorPage);
+    ClickRow(form.paneBar, 1);
+    EXPECT_EQ(form.errorList.RowCount(), 0);
+    EXPECT_EQ(form.resultList.RowCount(), 1);
+    form.ShowPage(cResultPage);
+    ClickRow(form.paneBar, 1);
+    EXPECT_EQ(form.resultList.RowCount(), 0);
+    form.ShowPage(cFirstWatchPage + 1);
+    ClickRow(form.paneBar, 1);
+    EXPECT_THAT(IdeDriver::Rows(form.watches[1].list), ElementsAre("|"));
+    EXPECT_EQ(form.output.text.Get(), "text\r\n");
+    form.ShowPage(cOutputPage);
+    ClickRow(form.paneBar, 1);
+    EXPECT_EQ(form.output.text.Get(), "");
+  });
+}
+
+TEST(IdeWindow, BottomPages_StandInTheirOrder) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    std::vector<std::string> pages;
+    for (int i = 0; i < theMainForm->bottomTabs.TabCount(); ++i)
+      pages.push_back(theMainForm->bottomTabs.GetPage(i)->text);
+    EXPECT_THAT(pages, ElementsAre("Output", "Error", "Watch-1", "Watch-2", "Watch-3", "Watch-4",
+                                   "Result"));
+    EXPECT_EQ(theMainForm->ErrorRowCount(), 0);
+    EXPECT_THAT(IdeDriver::Rows(theMainForm->watches[0].list), ElementsAre("|"));
+  });
+}
+
+// Group: the tool panel.
+
+TEST(IdeWindow, ToolPanel_ActsOnTheProjectOrTheClassesByPage) {
+  IdeDriver ide;
+  CommandRecorder options(thePrjActs.Find(cProjectOptionsCommand));
+  CommandRecorder browser(theBrowserActs.Find(1111));
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    ClickRow(form.toolPanel.bar, ToolPanel::cMainRow);
+    EXPECT_EQ(options.calls, 1);
+    EXPECT_EQ(browser.calls, 0);
+    form.leftTabs.selectedIndex = 1;
+    ClickRow(form.toolPanel.bar, ToolPanel::cMainRow);
+    EXPECT_EQ(options.calls, 1);
+    EXPECT_EQ(browser.calls, 1);
+  });
+}
+
+TEST(IdeWindow, ToolPanel_ButtonsWithoutCommand_AreGrayed) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    const auto enabled = [&form](int row) { return form.toolPanel.bar.GetRow(row).enabled; };
+    EXPECT_FALSE(enabled(ToolPanel::cMainRow));
+    EXPECT_TRUE(enabled(ToolPanel::cAddRow));
+    form.leftTabs.selectedIndex = 1;
+    EXPECT_FALSE(enabled(ToolPanel::cAddRow));
+    EXPECT_TRUE(enabled(ToolPanel::cCloseRow));
+  });
+}
+
+// Group: build mode.
+
+TEST(IdeWindow, BuildMode_SetElsewhere_IsShown) {
+  IdeDriver ide;
+  ide.Run({ide.Project(cTwoFiles)}, [&] {
+    theProject.SetMode(cDebug);
+    EXPECT_EQ(theMainForm->buildMode.selectedIndex, 1);
+    theProject.SetMode(cRelease);
+    EXPECT_EQ(theMainForm->buildMode.selectedIndex, 0);
+  });
+}
+
+TEST(IdeWindow, BuildMode_ChosenWhileDebugging_IsRefused) {
+  IdeDriver ide;
+  ide.Run({ide.Project(cTwoFiles)}, [&] {
+    MainForm& form = *theMainForm;
+    form.editTabs.OpenFile(ide.files.Path("a.cpp"));
+    theDebugger.running = true;
+    form.buildMode.Focus();
+    IdeDriver::Press(Qt::Key_Down);
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre("Information: Stop debugger first!"));
+    EXPECT_EQ(theProject.mode, cRelease);
+    EXPECT_EQ(form.buildMode.selectedIndex, 0);
+    theDebugger.running = false;
+    IdeDriver::Press(Qt::Key_Down);
+    EXPECT_EQ(theProject.mode, cDebug);
+    EXPECT_TRUE(theProject.outputFolder.ends_with("/out-dbg"));
+  });
+}
+
+// Group: panels show bytes as they may be shown.
+
+TEST(IdeWindow, Output_ControlBytes_AreShownAsMarks) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    theMainForm->AppendOutput("a\x1b[31mb\x07\r\n");
+    EXPECT_EQ(theMainForm->output.text.Get(), "a<1b>[31mb<07>\r\n");
+    theMainForm->AddErrorRow({"a\x1b.cpp", 3, "error: \x9b"});
+    EXPECT_THAT(IdeDriver::Rows(theMainForm->errorList.list),
+                ElementsAre(HasSubstr("a<1b>.cpp|3|error: ")));
+  });
+}
+
+// Group: caption.
+
+TEST(IdeWindow, Caption_NamesProjectAndFile) {
+  IdeDriver ide;
+  ide.Run({ide.Project(cTwoFiles)}, [&] {
+    MainForm& form = *theMainForm;
+    EXPECT_EQ(form.text.Get(), "p - Zendry");
+    form.editTabs.OpenFile(ide.files.Path("a.cpp"));
+    EXPECT_EQ(form.text.Get(), "p - " + ide.files.Path("a.cpp"));
+    form.editTabs.CloseAll();
+    EXPECT_EQ(form.text.Get(), "p - Zendry");
+    theFileActs.OnCommand(cCloseProjectCommand);
+    EXPECT_EQ(form.text.Get(), "Zendry");
+  });
+}
+
+TEST(IdeWindow, Exit_ClosesTheWindow) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    theFileActs.OnCommand(cExitCommand);
+    EXPECT_EQ(theMainForm->state, mavro::cNoWindow);
+  });
+}
+
+TEST(IdeWindow, Close_ProjectRefuses_StaysWithEverything) {
+  IdeDriver ide;
+  ide.Run({ide.Project(cTwoFiles)}, [&] {
+    theProject.modified = true;
+    ide.dialogs.answers = {mavro::Answer::cCancel, mavro::Answer::cNo};
+    theMainForm->Close();
+    EXPECT_EQ(theMainForm->state, mavro::cShown);
+    EXPECT_TRUE(theProject.isOpen);
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre("Confirmation: Project file was not saved!\nSave?"));
+    theMainForm->Close();
+    EXPECT_EQ(theMainForm->state, mavro::cNoWindow);
+  });
+}
+
+}  // namespace
+}  // namespace zendry

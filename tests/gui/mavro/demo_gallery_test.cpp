@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include "DarkPalette.h"
+#include "GuiDriver.h"
+#include "ScriptedDialogs.h"
+
+// The demo as it is shipped, but its main.
+#include "../../../dist/Repos/demos/gallery/dialogpage.cpp"
+#include "../../../dist/Repos/demos/gallery/drawpage.cpp"
+#include "../../../dist/Repos/demos/gallery/galleryform.cpp"
+#include "../../../dist/Repos/demos/gallery/gallerypage.cpp"
+#include "../../../dist/Repos/demos/gallery/inputpage.cpp"
+#include "../../../dist/Repos/demos/gallery/listpage.cpp"
+
+namespace {
+
+// The first control of a kind below another, or null.
+template <class Kind>
+Kind* Find(Control& below) {
+  for (Control* child : below.children) {
+    if (auto* found = dynamic_cast<Kind*>(child)) return found;
+    if (auto* found = Find<Kind>(*child)) return found;
+  }
+  return nullptr;
+}
+
+// The gallery, its log (the list at the bottom) and its pages.
+struct Gallery {
+  GalleryForm form;
+  // Panes are children only once the window has been made.
+  TabCtrl& Tabs() { return *Find<TabCtrl>(form); }
+  ListBox* Log() { return Find<ListBox>(form); }
+  std::string LastLine() {
+    ListBox* log = Log();
+    const int count = log->items.GetCount();
+    return count ? std::string(log->items[count - 1]) : "";
+  }
+};
+
+TEST(DemoGallery, EveryPage_Shows) {
+  const QPalette light = QApplication::palette();
+  for (const bool isDark : {false, true}) {
+    QApplication::setPalette(isDark ? test::DarkPalette() : light);
+    Gallery gallery;
+    test::RunForm(gallery.form, false, [&] {
+      const QString scale = qEnvironmentVariable("QT_SCALE_FACTOR", "1");
+      for (int page = 0; page < gallery.Tabs().TabCount(); ++page) {
+        gallery.Tabs().selectedIndex = page;
+        QApplication::processEvents();
+        test::Shot(gallery.form, "gallery-" + std::to_string(page) +
+                                     (isDark ? "-dark-" : "-light-") + scale.toStdString());
+      }
+    });
+  }
+  QApplication::setPalette(light);
+}
+
+TEST(DemoGallery, Dial_WritesToTheLog) {
+  Gallery gallery;
+  test::RunForm(gallery.form, false, [&] {
+    gallery.Tabs().selectedIndex = 2;
+    auto* dial = Find<DialCtrl>(*gallery.Tabs().GetPage(2));
+    dial->Focus();
+    test::Key(gallery.form, Qt::Key_End);
+    EXPECT_EQ(gallery.LastLine(), "dial: 100");
+  });
+}
+
+TEST(DemoGallery, Switches_ChangeThePagesControls) {
+  Gallery gallery;
+  test::RunForm(gallery.form, false, [&] {
+    const Panel& side =
+        dynamic_cast<Panel&>(*Find<SplitContainer>(gallery.form)->children[0]->children[2]);
+    auto& switches = dynamic_cast<CheckGroup&>(*side.children[0]);
+    for (int flags = 0; flags < 32; ++flags) {
+      NotifyArgs args{&switches, flags};
+      switches.onChange.Fire(args);
+      for (Control* control : gallery.Tabs().GetPage(0)->children)
+        EXPECT_EQ(control->enabled, (flags & 1) != 0);
+    }
+    EXPECT_EQ(gallery.LastLine(), "switches: 31");
+  });
+}
+
+TEST(DemoGallery, Dialogs_AnswerIntoTheLog) {
+  test::ScriptedDialogs dialogs;
+  dialogs.answers = {Answer::cOk, Answer::cYes};
+  dialogs.files = {{"/tmp/a.cpp"}, {"/tmp/b.cpp"}};
+  dialogs.folders = {"/tmp"};
+  dialogs.colors = {Color(Color::cRed)};
+  Gallery gallery;
+  test::RunForm(gallery.form, false, [&] {
+    gallery.Tabs().selectedIndex = 3;
+    QApplication::processEvents();
+    const char* lines[] = {"page: Dialogs",    "yes",          "file: /tmp/a.cpp",
+                           "file: /tmp/b.cpp", "folder: /tmp", "colour: 16711680"};
+    for (size_t i = 0; i < 6; ++i) {
+      test::Click(*gallery.Tabs().GetPage(3)->children[i]);
+      if (i > 0) {
+        EXPECT_EQ(gallery.LastLine(), lines[i]);
+      }
+    }
+  });
+}
+
+}  // namespace

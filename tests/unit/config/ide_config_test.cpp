@@ -1,0 +1,164 @@
+#include "config/IdeConfig.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <string>
+
+#include "TempFolder.h"
+#include "config/EditorSettings.h"
+
+namespace zendry {
+namespace {
+
+class IdeConfigTest : public testing::Test {
+ protected:
+  // Reads a configuration of this content into `config` and `fonts`.
+  void Read(std::string_view text) {
+    folder.Write("Zendry.cfg", text);
+    config.appDir = folder.Path() + "/";
+    ReadConfig(config, fonts);
+  }
+
+  test::TempFolder folder;
+  IdeConfig config;
+  IdeFonts fonts;
+};
+
+TEST_F(IdeConfigTest, Defaults) {
+  EXPECT_EQ(config.gcc, "gcc");
+  EXPECT_EQ(config.gpp, "g++");
+  EXPECT_EQ(config.gdb, "gdb");
+  EXPECT_EQ(config.linker, "g++");
+  EXPECT_EQ(config.ar, "ar");
+  EXPECT_EQ(config.windres, "windres");
+  EXPECT_EQ(config.windresOptions, "-D _WIN32_WINNT=0x0501 -O coff");
+  EXPECT_EQ(fonts.fonts[0].name, "Verdana");
+  EXPECT_EQ(fonts.fonts[1].name, "Courier New");
+  EXPECT_EQ(fonts.fonts[2].name, "Ariel");
+  EXPECT_EQ(fonts.fonts[2].kind, 2);
+  EXPECT_EQ(fonts.fonts[2].size, 10);
+  EXPECT_FALSE(fonts.largeToolBar);
+}
+
+TEST_F(IdeConfigTest, ToolSets_AreFilledById) {
+  Read("<gcc id=\"0\" o=\"Debian\" p=\"@/tools\" v=\"-fno-x\"/><go id=\"2\" o=\"c\"/>");
+  EXPECT_EQ(config.toolSets[0].name, "Debian");
+  EXPECT_EQ(config.toolSets[0].folder, "@/tools");
+  EXPECT_EQ(config.toolSets[0].flags, "-fno-x");
+  EXPECT_EQ(config.toolSets[2].name, "c");
+}
+
+TEST_F(IdeConfigTest, ToolSet_OfOtherId_IsDropped) {
+  Read("<gcc id=\"3\" o=\"x\"/><gcc o=\"x\"/><gcc id=\"-5\" o=\"x\"/>");
+  for (const ToolSet& set : config.toolSets) EXPECT_EQ(set.name, "");
+}
+
+TEST_F(IdeConfigTest, LibraryAndAddOn_RepeatedKey_Overwrites) {
+  Read("<lib n=\"m\" p=\"-I1\" v=\"-l1\"/><l n=\"m\" p=\"-I2\"/><add n=\"a\" p=\"x\" v=\"y\"/>");
+  ASSERT_EQ(config.libSets.size(), 1u);
+  EXPECT_EQ(config.libSets["m"].include, "-I2");
+  EXPECT_EQ(config.libSets["m"].link, "");
+  EXPECT_FALSE(config.libSets["m"].expanded);
+  ASSERT_EQ(config.addOns.size(), 1u);
+  EXPECT_EQ(config.addOns["a"].include, "x");
+  EXPECT_EQ(config.addOns["a"].link, "y");
+}
+
+TEST_F(IdeConfigTest, Font_IsCopiedToTheEditor) {
+  Read("<font id=\"1\" n=\"Mono\" o=\"1\" v=\"12\"/><font id=\"3\" n=\"X\"/><font n=\"X\"/>");
+  EXPECT_EQ(fonts.fonts[1].name, "Mono");
+  EXPECT_EQ(fonts.fonts[1].style, 1);
+  EXPECT_EQ(fonts.fonts[1].size, 12);
+  EXPECT_EQ(fonts.fonts[1].kind, 1);
+  EXPECT_EQ(theEditorSettings.fonts[1].name, "Mono");
+  EXPECT_EQ(fonts.fonts[0].name, "Verdana");
+}
+
+TEST_F(IdeConfigTest, Defaults_AreSet) {
+  Read("<set id=\"2\" o=\"1\"/>");
+  EXPECT_EQ(config.defaultSet, 2);
+  EXPECT_EQ(config.defaultOption, 1);
+}
+
+TEST_F(IdeConfigTest, UnknownElements_AreIgnored) {
+  Read("<config>\r\n<x n=\"1\"/>\r\n<!-- g --></gcc><l n=\"m\"/>");
+  EXPECT_EQ(config.libSets.size(), 1u);
+  EXPECT_EQ(config.toolSets[0].name, "");
+}
+
+TEST_F(IdeConfigTest, MissingFile_ChangesNothing) {
+  config.appDir = "ide.exe";
+  ReadConfig(config, fonts);
+  config.appDir = folder.Path() + "/";
+  ReadConfig(config, fonts);
+  EXPECT_TRUE(config.libSets.empty());
+}
+
+TEST_F(IdeConfigTest, FolderOrPipeInItsPlace_ChangesNothing) {
+  folder.Folder("a/Zendry.cfg");
+  folder.Folder("b");
+  ASSERT_EQ(mkfifo(folder.Path("b/Zendry.cfg").c_str(), 0600), 0);
+  for (const char* name : {"a/", "b/"}) {
+    config.appDir = folder.Path(name);
+    ReadConfig(config, fonts);
+  }
+  EXPECT_TRUE(config.libSets.empty());
+}
+
+TEST_F(IdeConfigTest, BrokenContent_KeepsWhatCanBeRead) {
+  Read("");
+  Read(std::string(100000, '\0'));
+  Read(std::string(1000000, 'x'));
+  EXPECT_TRUE(config.libSets.empty());
+  Read(std::string("\0\xff<l n=\"m\0\"/>", 14) + "<l n=\"q\"r\"/>\n\n<");
+  EXPECT_EQ(config.libSets.count(std::string("m\0", 2)), 1u);
+}
+
+TEST_F(IdeConfigTest, CutAtEveryByte_IsRead) {
+  const std::string text =
+      "<gcc id=\"0\" o=\"a\" p=\"b\" v=\"c\"/>\n<font id=\"1\" n=\"M\" v=\"9\"/>\n<s id=\"1\"/>\n";
+  for (size_t length = 0; length <= text.size(); ++length) Read(text.substr(0, length));
+  EXPECT_EQ(config.toolSets[0].flags, "c");
+  EXPECT_EQ(config.defaultSet, 1);
+}
+
+TEST_F(IdeConfigTest, TokenOf512Characters_EndsTheProcess) {
+  Read("<l n=\"" + std::string(508, 'x') + "\"/>");
+  EXPECT_EQ(config.libSets.count(std::string(508, 'x')), 1u);
+  EXPECT_DEATH(Read("<l n=\"" + std::string(509, 'x') + "\"/>"), "idx<512");
+}
+
+TEST(InstallRoot, IsTheParentOfTheProgramsFolder) {
+  EXPECT_EQ(InstallRoot("/opt/z/bin/"), "/opt/z/");
+  EXPECT_EQ(InstallRoot("/bin/"), "/");
+  EXPECT_EQ(InstallRoot("/"), "/");
+  EXPECT_EQ(InstallRoot("zendry"), "");
+  EXPECT_EQ(InstallRoot(""), "");
+}
+
+class ResolveToolPathTest : public testing::Test {
+ protected:
+  ResolveToolPathTest() : saved(theIdeConfig.appDir) { theIdeConfig.appDir = "/opt/z/bin/"; }
+  ~ResolveToolPathTest() override { theIdeConfig.appDir = saved; }
+  std::string saved;
+};
+
+TEST_F(ResolveToolPathTest, EmptyFolder_IsTheNameAlone) {
+  EXPECT_EQ(ResolveToolPath("", "gcc"), "gcc");
+}
+
+TEST_F(ResolveToolPathTest, Folder_IsJoined) {
+  EXPECT_EQ(ResolveToolPath("/usr/bin", "gcc"), "/usr/bin/gcc");
+}
+
+TEST_F(ResolveToolPathTest, At_StandsForTheInstallRoot) {
+  EXPECT_EQ(ResolveToolPath("@/tools", "gcc"), "/opt/z/tools/gcc");
+}
+
+TEST_F(ResolveToolPathTest, AtOfTwoCharacters_IsAFolder) {
+  EXPECT_EQ(ResolveToolPath("@/", "gcc"), "@//gcc");
+}
+
+}  // namespace
+}  // namespace zendry

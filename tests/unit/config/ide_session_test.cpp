@@ -1,0 +1,293 @@
+#include "config/IdeSession.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+
+#include "FileFaults.h"
+#include "ScopedHome.h"
+#include "TempFolder.h"
+#include "config/EditorSettings.h"
+
+namespace zendry {
+namespace {
+
+constexpr char cIni[] = ".zendry/zendry.ini";
+
+class IdeSessionTest : public testing::Test {
+ protected:
+  IdeSessionTest() : home(folder.Path()) {}
+  ~IdeSessionTest() override { theEditorSettings = EditorSettings(); }
+
+  // A session that has read an ini file of this content.
+  IdeSession Loaded(std::string_view text) {
+    folder.Write(cIni, text);
+    IdeSession session;
+    session.Load();
+    return session;
+  }
+  std::string SavedBy(IdeSession session) {
+    session.Save(place);
+    return folder.Read(cIni);
+  }
+  bool Saves(std::string_view text, std::string_view line) {
+    return SavedBy(Loaded(text)).find(line) != std::string::npos;
+  }
+
+  test::TempFolder folder;
+  test::ScopedHome home;
+  const Placement place = {1, 2, 900, 600, 400};
+};
+
+TEST_F(IdeSessionTest, Construction_NamesTheFolderAndTouchesNothing) {
+  const IdeSession session;
+  EXPECT_EQ(session.folder, folder.Path(".zendry"));
+  EXPECT_EQ(session.iniPath, folder.Path(cIni));
+  EXPECT_FALSE(folder.Exists(".zendry"));
+}
+
+TEST_F(IdeSessionTest, Load_MissingFolder_IsMadeForTheUserAlone) {
+  IdeSession session;
+  session.Load();
+  struct stat status;
+  ASSERT_EQ(stat(session.folder.c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0700u);
+  EXPECT_EQ(session.TakeError(), "");
+}
+
+TEST_F(IdeSessionTest, Load_Missing_LeavesDefaults) {
+  IdeSession session;
+  session.Load();
+  EXPECT_TRUE(session.values.empty());
+  EXPECT_TRUE(session.recentFiles.items.empty());
+  EXPECT_EQ(theEditorSettings.useTabs, 1);
+  EXPECT_EQ(theEditorSettings.tabSize, 4);
+  EXPECT_EQ(theEditorSettings.indentSize, 4);
+  EXPECT_EQ(theEditorSettings.useMonoFont, 0);
+  EXPECT_TRUE(session.debuggerTips);
+}
+
+TEST_F(IdeSessionTest, Load_SplitsAtTheFirstEquals) {
+  EXPECT_EQ(Loaded("x=y=z\r\nno value\n=e\n").values.at("x"), "y=z");
+  EXPECT_TRUE(Saves("x=y=z\n", "\nx=y=z\n"));
+}
+
+TEST_F(IdeSessionTest, Save_WritesKeysInOrder) {
+  IdeSession session = Loaded("zz=1\nAA=2\nempty=\nm=3");
+  IdeSession::AddRecent(session.recentFiles, "/a.c");
+  EXPECT_EQ(SavedBy(session),
+            "AA=2\nBounds=1;2;900;600;\ndbg-tip=1\ned-indsize=4\ned-tabsize=4\ned-usemono=0\n"
+            "ed-usetab=1\nfileA=/a.c\nm=3\nsplit-h=400\nzz=1\n");
+}
+
+TEST_F(IdeSessionTest, Save_EmptyValue_Disappears) {
+  EXPECT_FALSE(Saves("k=\n", "k="));
+}
+
+TEST_F(IdeSessionTest, SaveAndLoad_GiveTheSameBytes) {
+  const std::string text = SavedBy(Loaded("fileA=/a b.c\nfileB=/\xff.c\nprojA=/p.zpj\nx= y \n"));
+  EXPECT_EQ(SavedBy(Loaded(text)), text);
+}
+
+TEST_F(IdeSessionTest, Load_EditorSettings) {
+  Loaded("ed-usetab=0\ned-tabsize=8\ned-indsize=2\ned-usemono=1\n");
+  EXPECT_EQ(theEditorSettings.useTabs, 0);
+  EXPECT_EQ(theEditorSettings.tabSize, 8);
+  EXPECT_EQ(theEditorSettings.indentSize, 2);
+  EXPECT_EQ(theEditorSettings.useMonoFont, 1);
+}
+
+TEST_F(IdeSessionTest, Load_FlagsOfOtherText_OnlyOneWordCounts) {
+  Loaded("ed-usetab=no\ned-usemono=yes\n");
+  EXPECT_EQ(theEditorSettings.useTabs, 1);
+  EXPECT_EQ(theEditorSettings.useMonoFont, 0);
+}
+
+TEST_F(IdeSessionTest, Load_SizesNoEditorCanUse_AreTheDefaults) {
+  for (const char* size : {"0", "-1", "x", "", "99999999999"}) {
+    Loaded(std::string("ed-tabsize=") + size + "\ned-indsize=-7\n");
+    EXPECT_EQ(theEditorSettings.tabSize, 4) << size;
+    EXPECT_EQ(theEditorSettings.indentSize, 4);
+  }
+  Loaded("ed-indsize=0\n");
+  EXPECT_EQ(theEditorSettings.indentSize, 0);
+}
+
+TEST_F(IdeSessionTest, DebuggerTips_AreWrittenAndNeverReadBack) {
+  IdeSession session = Loaded("dbg-tip=0\n");
+  EXPECT_TRUE(session.debuggerTips);
+  session.debuggerTips = false;
+  EXPECT_NE(SavedBy(session).find("dbg-tip=0\n"), std::string::npos);
+}
+
+TEST_F(IdeSessionTest, Load_RecentLists_FromAToH) {
+  const IdeSession session = Loaded("fileA=1\nfileH=8\nfileI=9\nprojB=p\nfileC=3\n");
+  EXPECT_EQ(session.recentFiles.items, (std::vector<std::string>{"1", "3", "8"}));
+  EXPECT_EQ(session.recentProjects.items, std::vector<std::string>{"p"});
+}
+
+TEST_F(IdeSessionTest, Save_PathWithALineEnd_IsLeftOut) {
+  IdeSession session = Loaded("fileB=old\n");
+  session.recentFiles.items = {"/a\nBounds=0;", "/b\r", "/c"};
+  const std::string text = SavedBy(session);
+  EXPECT_NE(text.find("fileA=/c\nsplit-h"), std::string::npos) << text;
+  EXPECT_EQ(text.find("/b"), std::string::npos);
+}
+
+TEST_F(IdeSessionTest, AddRecent_Nine_OldestFallsOut) {
+  RecentList list{8, "file0", {}};
+  for (char c = '1'; c <= '9'; ++c) IdeSession::AddRecent(list, std::string(1, c));
+  EXPECT_EQ(list.items, (std::vector<std::string>{"9", "8", "7", "6", "5", "4", "3", "2"}));
+}
+
+TEST_F(IdeSessionTest, AddRecent_Present_MovesToTheFront) {
+  RecentList list{8, "file0", {"1", "2", "3", "4", "5", "6", "7", "8"}};
+  IdeSession::AddRecent(list, list.items[2]);
+  EXPECT_EQ(list.items, (std::vector<std::string>{"3", "1", "2", "4", "5", "6", "7", "8"}));
+  IdeSession::AddRecent(list, "A");
+  IdeSession::AddRecent(list, "a");
+  EXPECT_EQ(list.items[1], "A");
+}
+
+// Group: bounds.
+
+std::optional<Placement> Restored(const std::string& bounds, const std::string& splitter = "") {
+  IdeSession session;
+  session.values = {{"Bounds", bounds}, {"split-h", splitter}};
+  return session.RestoreBounds(1024, 768);
+}
+
+TEST_F(IdeSessionTest, RestoreBounds_OffScreenAndTooSmall_IsTheWholeScreen) {
+  EXPECT_EQ(Restored("900;1000;300;200;"), (Placement{0, 0, 1024, 768, 528}));
+}
+
+TEST_F(IdeSessionTest, RestoreBounds_LimitsThemselves_AreKept) {
+  EXPECT_EQ(Restored("800;800;801;401;"), (Placement{800, 800, 801, 401, 275}));
+  EXPECT_EQ(Restored("801;801;800;400;"), (Placement{0, 0, 1024, 768, 528}));
+  EXPECT_EQ(Restored("-8;-8;1024;768;"), (Placement{-8, -8, 1024, 768, 528}));
+  EXPECT_EQ(Restored("0;0;1025;769;"), (Placement{0, 0, 1024, 768, 528}));
+}
+
+TEST_F(IdeSessionTest, RestoreBounds_NoKeyOrTooFewFields_IsNothing) {
+  EXPECT_FALSE(IdeSession().RestoreBounds(1024, 768));
+  for (const char* text : {"", "1", "1;2;3;4", "1;2;3;", ";;;"})
+    EXPECT_FALSE(Restored(text)) << text;
+}
+
+TEST_F(IdeSessionTest, RestoreBounds_Junk_IsTheWholeScreen) {
+  EXPECT_EQ(Restored("x;y;z;;"), (Placement{0, 0, 1024, 768, 528}));
+  EXPECT_EQ(Restored("99999999999;-99999999999;99999999999;-1;9;9"),
+            (Placement{0, 0, 1024, 768, 528}));
+  EXPECT_EQ(Restored(std::string("\0;\0;\0;\0;", 8)), (Placement{0, 0, 1024, 768, 528}));
+}
+
+TEST_F(IdeSessionTest, RestoreBounds_Splitter_IsKeptBetweenItsLimits) {
+  const std::string whole = "0;0;1024;768;";
+  EXPECT_EQ(Restored(whole, "")->splitter, 528);
+  EXPECT_EQ(Restored(whole, "386")->splitter, 528);
+  EXPECT_EQ(Restored(whole, "387")->splitter, 387);
+  EXPECT_EQ(Restored(whole, "688")->splitter, 688);
+  EXPECT_EQ(Restored(whole, "689")->splitter, 528);
+  EXPECT_EQ(Restored(whole, "junk")->splitter, 528);
+}
+
+TEST_F(IdeSessionTest, RestoreBounds_WhatWasSaved_ComesBack) {
+  IdeSession session;
+  session.Save({10, 20, 900, 600, 400});
+  EXPECT_EQ(session.RestoreBounds(1024, 768), (Placement{10, 20, 900, 600, 400}));
+}
+
+// Group: bad files and places.
+
+TEST_F(IdeSessionTest, Load_BadContent_IsHarmless) {
+  for (const std::string& text : {std::string(), std::string(100000, '\0'),
+                                  std::string(1000000, 'x'), std::string(1000000, '='),
+                                  std::string("\xff\xfe\0=\0\r\n\n\r", 9), std::string(1000, '\n')})
+    SavedBy(Loaded(text));
+}
+
+TEST_F(IdeSessionTest, Load_CutAtEveryByte_KeepsWhatStandsBefore) {
+  const std::string text = "Bounds=1;2;900;600;\nfileA=/a.c\nkept=1\nsplit-h=400\n";
+  for (size_t length = 0; length <= text.size(); ++length) {
+    const IdeSession session = Loaded(text.substr(0, length));
+    EXPECT_EQ(session.values.count("kept"), length >= text.find("kept=") + 5 ? 1u : 0u);
+  }
+}
+
+TEST_F(IdeSessionTest, Load_DamagedLines_AreSaidAndKeptBesideTheFile) {
+  const std::string damaged = std::string("a=1\n\0\0\0garbage\nb=2\n", 18) + "\n";
+  IdeSession session = Loaded(damaged);
+  EXPECT_NE(session.TakeError().find("zendry.ini"), std::string::npos);
+  EXPECT_EQ(session.TakeError(), "");
+  EXPECT_NE(SavedBy(session).find("a=1\n"), std::string::npos);
+  EXPECT_NE(folder.Read(cIni).find("b=2\n"), std::string::npos);
+  EXPECT_EQ(folder.Read(".zendry/zendry.ini.bad"), damaged);
+}
+
+TEST_F(IdeSessionTest, Save_SoundFile_LeavesNoCopy) {
+  EXPECT_EQ(Loaded("a=1\n").TakeError(), "");
+  SavedBy(Loaded("a=1\n"));
+  EXPECT_FALSE(folder.Exists(".zendry/zendry.ini.bad"));
+}
+
+TEST_F(IdeSessionTest, FileInThePlaceOfTheFolder_WorksAndIsSaid) {
+  folder.Write(".zendry", "mine");
+  IdeSession session;
+  session.Load();
+  EXPECT_NE(session.TakeError().find("not a folder"), std::string::npos);
+  session.Save(place);
+  EXPECT_EQ(folder.Read(".zendry"), "mine");
+}
+
+TEST_F(IdeSessionTest, FolderInThePlaceOfTheFile_WorksAndIsSaid) {
+  folder.Folder(cIni);
+  IdeSession session;
+  session.Load();
+  EXPECT_NE(session.TakeError().find("zendry.ini"), std::string::npos);
+  session.Save(place);
+  EXPECT_TRUE(folder.Exists(cIni));
+}
+
+TEST_F(IdeSessionTest, PipeInThePlaceOfTheFile_BlocksNobody) {
+  folder.Folder(".zendry");
+  ASSERT_EQ(mkfifo(folder.Path(cIni).c_str(), 0600), 0);
+  IdeSession session;
+  session.Load();
+  session.Save(place);
+  EXPECT_NE(session.TakeError(), "");
+}
+
+TEST_F(IdeSessionTest, NoProfileFolder_WorksAndIsSaid) {
+  IdeSession session;
+  session.folder.clear();
+  session.iniPath.clear();
+  session.Load();
+  EXPECT_NE(session.TakeError().find("profile"), std::string::npos);
+  session.Save(place);
+  EXPECT_TRUE(folder.Names().empty());
+}
+
+TEST_F(IdeSessionTest, FolderGoneMeanwhile_IsMadeAgain) {
+  IdeSession session = Loaded("a=1\n");
+  std::filesystem::remove_all(session.folder);
+  session.Save(place);
+  EXPECT_NE(folder.Read(cIni).find("a=1\n"), std::string::npos);
+}
+
+TEST_F(IdeSessionTest, Save_FullDisk_KeepsTheOldFileAndSaysSo) {
+  IdeSession session = Loaded("a=1\n");
+  {
+    const test::FileFaults fullDisk(1, ENOSPC, test::FileFaults::Extent::cAllFrom);
+    session.Save(place);
+  }
+  EXPECT_EQ(folder.Read(cIni), "a=1\n");
+  EXPECT_NE(session.TakeError(), "");
+  session.Save(place);
+  EXPECT_NE(folder.Read(cIni), "a=1\n");
+}
+
+}  // namespace
+}  // namespace zendry

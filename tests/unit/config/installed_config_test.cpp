@@ -1,0 +1,51 @@
+#include <gtest/gtest.h>
+
+#include "CommandLine.h"
+#include "config/IdeConfig.h"
+
+namespace zendry {
+namespace {
+
+// The configuration that is installed beside the programs.
+struct InstalledConfig : testing::Test {
+  IdeConfig config;
+  IdeFonts fonts;
+  InstalledConfig() {
+    config.appDir = TEST_DATA "/../../dist/";
+    ReadConfig(config, fonts);
+  }
+};
+
+TEST_F(InstalledConfig, CompilerSets_AreNamedAndMakeGccPrintOneLinePerMessage) {
+  for (const ToolSet& set : config.toolSets) {
+    EXPECT_NE(set.name, "");
+    for (const char* flag :
+         {"-fno-diagnostics-show-caret", "-fdiagnostics-color=never", "-fdiagnostics-urls=never"})
+      EXPECT_NE(set.flags.find(flag), std::string::npos) << set.name << " " << flag;
+  }
+  EXPECT_EQ(config.toolSets[0].folder, "@/tools");
+  EXPECT_EQ(config.toolSets[1].folder, "");
+  EXPECT_EQ(config.defaultSet, 0);
+  EXPECT_EQ(config.defaultOption, 0);
+}
+
+TEST_F(InstalledConfig, FrameworkSet_NamesHeadersLibraryAndWhatItNeeds) {
+  ASSERT_EQ(config.libSets.size(), 1u);
+  const LibSet& set = config.libSets.at("mavro");
+  EXPECT_FALSE(set.expanded);
+  EXPECT_EQ(mavro::SplitCommandLine(set.include).back(), "-I@/libs/mavro/include");
+  const auto link = mavro::SplitCommandLine(set.link);
+  ASSERT_GE(link.size(), 2u);
+  EXPECT_EQ(link[0], "-L@/libs/mavro");
+  EXPECT_EQ(link[1], "-lmavro");
+}
+
+TEST_F(InstalledConfig, Fonts_AreFacesOfThisSystem) {
+  EXPECT_EQ(fonts.fonts[0].name, "DejaVu Sans");
+  EXPECT_EQ(fonts.fonts[1].name, "DejaVu Sans Mono");
+  EXPECT_EQ(fonts.fonts[2].name, "DejaVu Sans");
+  for (const FontRec& font : fonts.fonts) EXPECT_EQ(font.size, 10);
+}
+
+}  // namespace
+}  // namespace zendry

@@ -1,0 +1,449 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <string>
+#include <vector>
+
+#include "ProjectShell.h"
+#include "TempFolder.h"
+#include "TextInMemory.h"
+#include "project/Project.h"
+#include "project/ProjectSources.h"
+#include "tags/TagParser.h"
+
+namespace zendry {
+namespace {
+
+// Shows texts as open editors and keeps the log.
+class EditorShell : public test::ProjectShell {
+ public:
+  std::vector<EditorText*> OpenTexts() override { return open; }
+  void AppendOutput(std::string_view text) override { log += text; }
+  void TagsChanged() override { ++tagChanges; }
+
+  std::vector<EditorText*> open;
+  std::string log;
+  int tagChanges = 0;
+};
+
+class ProjectTagsTest : public testing::Test {
+ protected:
+  ProjectTagsTest() {
+    project.SetShell(&shell);
+    project.Init(folder.Path("p.zpj"), cConsole);
+  }
+
+  ProjectFile& Add(const std::string& name, const std::string& text) {
+    project.AddFile(folder.Write(name, text));
+    return *project.Files().back();
+  }
+
+  // Names of the globals, blank-separated.
+  static std::string Globals(const TagData& data) {
+    std::string names;
+    for (const TagItem& item : data.globals) names += (names.empty() ? "" : " ") + item.name;
+    return names;
+  }
+
+  test::TempFolder folder;
+  EditorShell shell;
+  Project project;
+};
+
+TEST_F(ProjectTagsTest, FileStore_CarriesTheFilesName) {
+  const ProjectFile& file = Add("a.cpp", "");
+  EXPECT_EQ(file.tags.fileName, folder.Path("a.cpp"));
+}
+
+TEST_F(ProjectTagsTest, AddFile_ParsesTheFile) {
+  const ProjectFile& file =
+      Add("a.cpp", "#include \"a.h\"\nint a;\nvoid f() {}\nclass C { int m; };\n");
+  EXPECT_EQ(Globals(file.tags), "a f");
+  ASSERT_TRUE(file.tags.classes.contains("C"));
+  EXPECT_EQ(file.tags.classes.at("C").members.size(), 1u);
+  ASSERT_EQ(file.tags.includes.size(), 1u);
+  EXPECT_EQ(file.tags.includes[0].name, "a.h");
+}
+
+TEST_F(ProjectTagsTest, AddFile_WithoutParse_HasNoTags) {
+  project.parse = false;
+  const ProjectFile& file = Add("a.cpp", "#include \"a.h\"\nint a;\n");
+  EXPECT_EQ(Globals(file.tags), "");
+  EXPECT_TRUE(file.tags.includes.empty());
+}
+
+TEST_F(ProjectTagsTest, OnlyIntA_HasOneGlobalAndNoClasses) {
+  const ProjectFile& file = Add("a.cpp", "int a;\n");
+  EXPECT_EQ(file.tags.globals.size(), 1u);
+  EXPECT_TRUE(file.tags.classes.empty());
+}
+
+TEST_F(ProjectTagsTest, MemberOfAnUnseenClass_MakesARecordWithoutLineAndKind) {
+  ProjectFile& file = Add("a.cpp", "void A::f() {}\n");
+  const TagClass* tagClass = file.tags.findClass("A");
+  ASSERT_NE(tagClass, nullptr);
+  EXPECT_EQ(tagClass->line, -1);
+  EXPECT_EQ(tagClass->kind, 0);
+  ASSERT_EQ(tagClass->members.size(), 1u);
+  EXPECT_EQ(tagClass->members[0].name, "f");
+}
+
+TEST_F(ProjectTagsTest, Load_ParsesEveryFileOnce) {
+  folder.Write("a.cpp", "int a;\n");
+  folder.Write("b.h", "int b;\n");
+  folder.Write("p.zpj", "<src><file name=\"a.cpp\"/></src><hdr><file name=\"b.h\"/></hdr></opt>");
+  Project loaded;
+  loaded.SetShell(&shell);
+  shell.Take();
+  ASSERT_TRUE(loaded.Load(folder.Path("p.zpj")).Ok());
+  ASSERT_EQ(loaded.Files().size(), 2u);
+  EXPECT_EQ(Globals(loaded.Files()[0]->tags), "a");
+  EXPECT_EQ(Globals(loaded.Files()[1]->tags), "b");
+  const std::string events = shell.Take();
+  EXPECT_EQ(events.find("status parse " + folder.Path("a.cpp")),
+            events.rfind("status parse " + folder.Path("a.cpp")));
+}
+
+TEST_F(ProjectTagsTest, Load_ProjectWithParseOff_ParsesNothing) {
+  folder.Write("a.cpp", "int a;\n");
+  folder.Write("p.zpj", "<set parse=\"n\"/><src><file name=\"a.cpp\"/></src></opt>");
+  ASSERT_TRUE(project.Load(folder.Path("p.zpj")).Ok());
+  EXPECT_EQ(Globals(project.Files()[0]->tags), "");
+}
+
+TEST_F(ProjectTagsTest, ToolProject_ReadsIncludesOnly) {
+  project.storesTags = false;
+  const ProjectFile& file = Add("a.cpp", "#include \"a.h\"\n#include <b>\nint a;\n");
+  EXPECT_EQ(Globals(file.tags), "");
+  ASSERT_EQ(file.tags.includes.size(), 2u);
+  EXPECT_FALSE(file.tags.includes[1].quoted);
+}
+
+TEST_F(ProjectTagsTest, Includes_AreTheSameWithAndWithoutTags) {
+  const std::string text =
+      "#include \"a.h\"\r\n  #include \"not.h\"\n/*\n#include <c>\n*/\n#if 0\n#  in clude \"d "
+      "e.h\"\n"
+      "#endif\n#include \"open\n#include NAME\"\n#define X \"y\"\n#include <last>";
+  const ProjectFile& parsed = Add("a.cpp", text);
+  Project tool;
+  tool.storesTags = false;
+  tool.AddFile(folder.Path("a.cpp"));
+  const std::vector<IncludeRec>& expected = tool.Files()[0]->tags.includes;
+  ASSERT_EQ(parsed.tags.includes.size(), expected.size());
+  ASSERT_EQ(expected.size(), 5u);
+  for (size_t i = 0; i < expected.size(); ++i) {
+    EXPECT_EQ(parsed.tags.includes[i].name, expected[i].name);
+    EXPECT_EQ(parsed.tags.includes[i].quoted, expected[i].quoted);
+  }
+}
+
+TEST_F(ProjectTagsTest, TextOf_IsTheEditorsElseTheFiles) {
+  ProjectSources sources(project, shell);
+  const ProjectFile& file = Add("a.cpp", "int disk;\n");
+  EXPECT_EQ(sources.TextOf(file.tags), "int disk;\n");
+  folder.Write("a.cpp", "int disk, later;\n");
+  EXPECT_EQ(sources.TextOf(file.tags), "int disk, later;\n");
+  test::TextInMemory editor("int typed;\n", file.name);
+  shell.open = {&editor};
+  EXPECT_EQ(sources.TextOf(file.tags), "int typed;\n");
+}
+
+TEST_F(ProjectTagsTest, TextOf_WhatIsNoReadableFileOrTooLarge_IsEmpty) {
+  ProjectSources sources(project, shell);
+  TagData module;
+  const auto text = [&](const std::string& path) {
+    module.fileName = path;
+    return sources.TextOf(module);
+  };
+  EXPECT_EQ(text(""), "");
+  EXPECT_EQ(text(folder.Path("gone.h")), "");
+  EXPECT_EQ(text(folder.Path("")), "");
+  ASSERT_EQ(mkfifo(folder.Path("pipe.h").c_str(), 0600), 0);
+  EXPECT_EQ(text(folder.Path("pipe.h")), "");
+  EXPECT_EQ(text(folder.Write("large.h", std::string((1 << 20) + 1, 'x'))), "");
+  test::TextInMemory editor(std::string((1 << 20) + 1, 'x'), folder.Path("open.h"));
+  shell.open = {&editor};
+  EXPECT_EQ(text(editor.path), "");
+  EXPECT_EQ(editor.copies, 0);
+}
+
+TEST_F(ProjectTagsTest, TextOf_ManyFiles_GivesEachItsOwn) {
+  ProjectSources sources(project, shell);
+  for (int round = 0; round < 2; ++round)
+    for (int i = 0; i < 40; ++i) {
+      TagData module;
+      module.fileName = folder.Write(std::to_string(i) + ".h", std::to_string(i));
+      EXPECT_EQ(sources.TextOf(module), std::to_string(i));
+    }
+}
+
+// A key typed into a text that is too long for its tags.
+TEST_F(ProjectTagsTest, Includes_OfALargeEditor_AreReadInPartUntilItIsSaved) {
+  constexpr int cMostRead = 1 << 20;
+  ProjectFile& file =
+      Add("a.cpp", "#include \"a.h\"\n" + std::string(2000, 'x') + "\n#include \"b.h\"\n");
+  test::TextInMemory editor(
+      "#include \"c.h\"\n" + std::string(4 << 20, 'x') + "\n#include \"b.h\"\n#include \"d.h\"\n",
+      file.name);
+  shell.open = {&editor};
+  const auto names = [&] {
+    std::string joined;
+    for (const IncludeRec& include : file.tags.includes) joined += include.name + " ";
+    return joined;
+  };
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(names(), "c.h a.h b.h ");
+  EXPECT_LE(editor.longestCopy, cMostRead);
+  project.parseOpenEditors(&editor);
+  EXPECT_EQ(names(), "c.h b.h d.h ");
+}
+
+TEST_F(ProjectTagsTest, Includes_OfALargeFileOutsideTheProject_AreReadInPart) {
+  test::TextInMemory editor(std::string(4 << 20, 'x') + "\n#include \"a.h\"\n", "/elsewhere/x.cpp");
+  shell.open = {&editor};
+  project.parseOpenEditors(&editor);
+  EXPECT_TRUE(project.scratchModule.includes.empty());
+  EXPECT_LE(editor.longestCopy, 1 << 20);
+}
+
+TEST_F(ProjectTagsTest, Includes_OfAFileThatTheParserGivesUp_AreWhole) {
+  const ProjectFile& file =
+      Add("a.cpp", "#include \"a.h\"\n" + std::string(2000, 'x') + "\n#include \"b.h\"\n");
+  ASSERT_EQ(file.tags.includes.size(), 2u);
+  EXPECT_EQ(file.tags.includes[1].name, "b.h");
+}
+
+TEST_F(ProjectTagsTest, BrokenFiles_HaveNoTags) {
+  folder.Folder("dir.cpp");
+  ASSERT_EQ(mkfifo(folder.Path("pipe.cpp").c_str(), 0600), 0);
+  for (const char* name : {"dir.cpp", "pipe.cpp", "gone.cpp", "gone.txt"})
+    project.AddFile(folder.Path(name));
+  for (const auto& file : project.Files()) {
+    EXPECT_TRUE(file->tags.globals.empty() && file->tags.includes.empty()) << file->name;
+  }
+}
+
+TEST_F(ProjectTagsTest, BinaryFile_DoesNoHarm) {
+  std::string bytes;
+  for (unsigned i = 0; i < 100000; ++i) bytes += static_cast<char>(i * i % 256);
+  Add("a.cpp", bytes);
+  Add("b.cpp", std::string(100000, '\0'));
+  Add("c.cpp", std::string(100000, '{'));
+}
+
+// Group: parseModule.
+
+TEST_F(ProjectTagsTest, ParseModule_ReplacesWhatWasThere) {
+  ProjectFile& file = Add("a.cpp", "#include \"a.h\"\nint a;\nclass A {};\n");
+  folder.Write("a.cpp", "#include \"b.h\"\nint b;\nclass B {};\n");
+  project.parseModule(file.tags, nullptr);
+  EXPECT_EQ(Globals(file.tags), "b");
+  EXPECT_EQ(file.tags.classes.size(), 1u);
+  EXPECT_EQ(file.tags.classes.begin()->second.serial, 1);
+  ASSERT_EQ(file.tags.includes.size(), 1u);
+  EXPECT_EQ(file.tags.includes[0].name, "b.h");
+}
+
+TEST_F(ProjectTagsTest, ParseModule_ParseOff_DoesNothing) {
+  ProjectFile& file = Add("a.cpp", "int a;\n");
+  project.parse = false;
+  test::TextInMemory editor("int b;\n", file.name);
+  project.parseModule(file.tags, &editor);
+  EXPECT_EQ(Globals(file.tags), "a");
+  EXPECT_FALSE(editor.parsed);
+}
+
+TEST_F(ProjectTagsTest, ParseModule_UnsavedTextWinsOverTheFile) {
+  ProjectFile& file = Add("a.cpp", "int onDisk;\n");
+  test::TextInMemory editor("int inEditor;\n", file.name);
+  shell.open = {&editor};
+  project.parseModule(file.tags, nullptr);
+  EXPECT_EQ(Globals(file.tags), "inEditor");
+  EXPECT_TRUE(editor.parsed);
+}
+
+TEST_F(ProjectTagsTest, ParseModule_OfTheGivenEditor) {
+  ProjectFile& file = Add("a.cpp", "int onDisk;\n");
+  test::TextInMemory editor("int given;\n", "/other.cpp");
+  project.parseModule(file.tags, &editor);
+  EXPECT_EQ(Globals(file.tags), "given");
+}
+
+TEST_F(ProjectTagsTest, ParseModule_EditorOfAnotherFile_CountsForNothing) {
+  ProjectFile& file = Add("a.cpp", "int onDisk;\n");
+  test::TextInMemory editor("int b;\n", folder.Path("A.cpp"));
+  shell.open = {&editor};
+  project.parseModule(file.tags, nullptr);
+  EXPECT_EQ(Globals(file.tags), "onDisk");
+  EXPECT_FALSE(editor.parsed);
+}
+
+TEST_F(ProjectTagsTest, ParseModule_FileThatIsGone_LosesItsTags) {
+  ProjectFile& file = Add("a.cpp", "int a;\n");
+  unlink(file.name.c_str());
+  project.parseModule(file.tags, nullptr);
+  EXPECT_EQ(Globals(file.tags), "");
+}
+
+TEST_F(ProjectTagsTest, ParseModule_LocalsAreNeverStored) {
+  const ProjectFile& file = Add("a.cpp", "void f() { int local; }\n");
+  EXPECT_EQ(Globals(file.tags), "f");
+}
+
+TEST_F(ProjectTagsTest, ParseModule_TellsThatTheTagsChanged) {
+  ProjectFile& file = Add("a.cpp", "int a;\n");
+  const uint64_t before = file.tags.Generation();
+  project.parseModule(file.tags, nullptr);
+  EXPECT_NE(file.tags.Generation(), before);
+}
+
+TEST_F(ProjectTagsTest, TooManyTags_AreLoggedAndTheFirst1025Kept) {
+  std::string text;
+  for (int i = 1; i <= 1100; ++i) text += "int v" + std::to_string(i) + ";\n";
+  const ProjectFile& file = Add("a.cpp", text);
+  EXPECT_EQ(file.tags.globals.size(), 1025u);
+  EXPECT_EQ(file.tags.globals.back().name, "v1025");
+  EXPECT_NE(shell.log.find("To many tags"), std::string::npos);
+}
+
+TEST_F(ProjectTagsTest, TextOfManyWindows_IsParsedAsTheFileIs) {
+  std::string text;
+  for (int i = 0; i < 900; ++i)
+    text += "int v" + std::to_string(i) + "; /*" + std::string(300, 'x') + "*/\n";
+  ProjectFile& file = Add("a.cpp", text);
+  const std::string fromDisk = Globals(file.tags);
+  test::TextInMemory editor(text, file.name);
+  project.parseModule(file.tags, &editor);
+  EXPECT_EQ(Globals(file.tags), fromDisk);
+  EXPECT_EQ(file.tags.globals.size(), 900u);
+  EXPECT_GT(editor.copies, 1);
+}
+
+// Group: parseOpenEditors.
+
+TEST_F(ProjectTagsTest, ParseOpenEditors_ParsesThoseWithChangedText) {
+  ProjectFile& a = Add("a.cpp", "int a;\n");
+  ProjectFile& b = Add("b.cpp", "int b;\n");
+  test::TextInMemory first("int a2;\n", a.name), second("int b2;\n", b.name);
+  second.parsed = true;
+  shell.open = {&first, &second};
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(Globals(a.tags), "a2");
+  EXPECT_EQ(Globals(b.tags), "b");
+  EXPECT_TRUE(first.parsed);
+  EXPECT_NE(shell.log.find("------ Parse --> " + a.name + "\r\n"), std::string::npos);
+  EXPECT_EQ(shell.log.find(b.name), std::string::npos);
+}
+
+TEST_F(ProjectTagsTest, ParseOpenEditors_WithAnEditor_ParsesOnlyIt) {
+  ProjectFile& a = Add("a.cpp", "int a;\n");
+  ProjectFile& b = Add("b.cpp", "int b;\n");
+  test::TextInMemory first("int a2;\n", a.name), second("int b2;\n", b.name);
+  shell.open = {&first, &second};
+  project.parseOpenEditors(&second);
+  EXPECT_EQ(Globals(a.tags), "a");
+  EXPECT_EQ(Globals(b.tags), "b2");
+}
+
+TEST_F(ProjectTagsTest, ParseOpenEditors_WithAParsedEditor_ParsesNothing) {
+  ProjectFile& a = Add("a.cpp", "int a;\n");
+  test::TextInMemory editor("int a2;\n", a.name);
+  editor.parsed = true;
+  project.parseOpenEditors(&editor);
+  EXPECT_EQ(Globals(a.tags), "a");
+}
+
+TEST_F(ProjectTagsTest, ParseOpenEditors_ShowsTheNewTagsOnceAndNothingWhenNoneAreNew) {
+  test::TextInMemory editor("int x;\n", "/elsewhere/x.cpp");
+  shell.open = {&editor};
+  const int before = shell.tagChanges;
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(shell.tagChanges, before + 1);
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(shell.tagChanges, before + 1);
+}
+
+TEST_F(ProjectTagsTest, ParseOpenEditors_FileOutsideTheProject_FillsTheScratchModule) {
+  test::TextInMemory editor("int x;\n", "/elsewhere/x.cpp");
+  shell.open = {&editor};
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(project.scratchModule.fileName, "/elsewhere/x.cpp");
+  EXPECT_EQ(Globals(project.scratchModule), "x");
+}
+
+TEST_F(ProjectTagsTest, ModuleOf_ComparesByteForByte) {
+  ProjectFile& a = Add("a.cpp", "int a;\n");
+  EXPECT_EQ(&project.ModuleOf(a.name), &a.tags);
+  for (const std::string& other :
+       {folder.Path("A.cpp"), folder.Path("./a.cpp"), std::string("a.cpp")})
+    EXPECT_EQ(&project.ModuleOf(other), &project.scratchModule) << other;
+}
+
+// Group: reference libraries.
+
+class ProjectReferencesTest : public ProjectTagsTest {
+ protected:
+  ProjectReferencesTest() {
+    for (const char* library : {"stl", "mavro"}) {
+      const std::string name = library;
+      folder.Write("install/Defs/" + name + "/header",
+                   "class " + name + "Class { public: int m; };\n");
+      folder.Write("install/Defs/" + name + "ref.tgd",
+                   "<lib n=\"" + name + "\" p=\"" + name + "\"/>\n<hdr n=\"header\" id=\"1\"/>\n");
+    }
+    project.SetInstallFolder(folder.Path("install/"));
+  }
+
+  void Load(int type) {
+    folder.Write("q.zpj", "<opt><gen><targ id=\"" + std::to_string(type) + "\"/></gen></opt>");
+    ASSERT_TRUE(project.Load(folder.Path("q.zpj")).Ok());
+  }
+};
+
+TEST_F(ProjectReferencesTest, Load_ReadsTheStandardLibrary) {
+  Load(cConsole);
+  EXPECT_NE(project.tags.findClass("stlClass"), nullptr);
+  EXPECT_EQ(project.tags.findClass("mavroClass"), nullptr);
+}
+
+TEST_F(ProjectReferencesTest, LoadOfAFormProject_ReadsTheFrameworkToo) {
+  Load(cFormApplication);
+  EXPECT_NE(project.tags.findClass("stlClass"), nullptr);
+  EXPECT_NE(project.tags.findClass("mavroClass"), nullptr);
+}
+
+TEST_F(ProjectReferencesTest, SecondLoad_ReadsNothingAgain) {
+  Load(cConsole);
+  shell.log.clear();
+  project.Clear();
+  Load(cConsole);
+  EXPECT_EQ(shell.log, "");
+  EXPECT_NE(project.tags.findClass("stlClass"), nullptr);
+}
+
+TEST_F(ProjectReferencesTest, Load_LogsWhatItReads) {
+  Load(cConsole);
+  EXPECT_NE(shell.log.find("------ Loading --> " + folder.Path("install/Defs/stlref.tgd")),
+            std::string::npos);
+}
+
+TEST_F(ProjectReferencesTest, SingleFile_HasTheStandardLibrary) {
+  project.OpenSingleFile(folder.Write("a.cpp", "int a;\n"));
+  EXPECT_NE(project.tags.findClass("stlClass"), nullptr);
+}
+
+TEST_F(ProjectReferencesTest, ToolProject_ReadsNone) {
+  project.storesTags = false;
+  Load(cFormApplication);
+  EXPECT_TRUE(project.tags.classes.empty());
+}
+
+TEST_F(ProjectReferencesTest, InstallationWithoutDefinitions_IsSilent) {
+  project.SetInstallFolder(folder.Path("nowhere/"));
+  Load(cFormApplication);
+  EXPECT_TRUE(project.tags.classes.empty());
+  EXPECT_EQ(shell.Take().find("Information"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace zendry

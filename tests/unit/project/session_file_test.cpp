@@ -1,0 +1,160 @@
+#include "project/SessionFile.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <string>
+
+#include "ProjectShell.h"
+#include "TempFolder.h"
+#include "project/Project.h"
+
+namespace zendry {
+namespace {
+
+using Steps = std::vector<SessionStep>;
+
+TEST(SessionText, FilesAndMode_Layout) {
+  EXPECT_EQ(
+      SessionText({1, {{"src/a.cpp", 12}, {"b.h", 0}}, "/p/b.h"}),
+      "<state>\n\t<mode opt=\"dbg\"/>\n\t<open>\n\t\t<file name=\"src/a.cpp\" id=\"12\"/>\n"
+      "\t\t<file name=\"b.h\" id=\"0\"/>\n\t\t<active name=\"/p/b.h\"/>\n\t</open>\n</state>\n");
+}
+
+TEST(SessionText, NothingOpen_HasNoActive) {
+  EXPECT_EQ(SessionText({}), "<state>\n\t<mode opt=\"rel\"/>\n\t<open>\n\t</open>\n</state>\n");
+}
+
+TEST(SessionText, PathsTheFormatCantHold_AreLeftOut) {
+  const std::string tooLong(600, 'x');
+  EXPECT_EQ(SessionText({0, {{"a\"b.c", 1}, {tooLong, 1}}, tooLong}), SessionText({}));
+}
+
+TEST(ReadSessionText, GoesByFirstLetters) {
+  const Steps steps = ReadSessionText(
+      "<state><mode obj=\"dbg\"/><open><f name=\"a.c\" i=\"3\"/><act "
+      "n=\"/p/a.c\"/></open></state>");
+  EXPECT_EQ(steps, (Steps{{SessionStep::cSetMode, "", 0, 1},
+                          {SessionStep::cOpenFile, "a.c", 3, 0},
+                          {SessionStep::cActivate, "/p/a.c", 0, 0}}));
+}
+
+TEST(ReadSessionText, OtherMode_IsRelease) {
+  EXPECT_EQ(ReadSessionText("<mode/>"), (Steps{{SessionStep::cSetMode, "", 0, 0}}));
+}
+
+TEST(ReadSessionText, WrittenText_GivesTheSame) {
+  const std::string text = SessionText({1, {{"a b>.c", 7}, {"x\n.c", 1}}, "/p/ä.c"});
+  const Steps steps = ReadSessionText(text);
+  ASSERT_EQ(steps.size(), 4u);
+  EXPECT_EQ(SessionText({steps[0].mode,
+                         {{steps[1].path, steps[1].line}, {steps[2].path, steps[2].line}},
+                         steps[3].path}),
+            text);
+}
+
+TEST(ReadSessionText, BadText_IsHarmless) {
+  EXPECT_TRUE(ReadSessionText("").empty());
+  EXPECT_TRUE(ReadSessionText(std::string(100000, '\0')).empty());
+  EXPECT_TRUE(ReadSessionText(std::string(1000000, 'x')).empty());
+  EXPECT_TRUE(ReadSessionText("<x/><y n=\"1\"></z>\r\n").empty());
+  const std::string text = SessionText({1, {{"a.c", 7}}, "/p/a.c"});
+  for (size_t length = 0; length <= text.size(); ++length) ReadSessionText(text.substr(0, length));
+}
+
+TEST(ReadSessionTextDeathTest, TokenOf512Characters_EndsTheProcess) {
+  EXPECT_EQ(ReadSessionText("<f n=\"" + std::string(508, 'x') + "\"/>").size(), 1u);
+  EXPECT_DEATH(ReadSessionText("<f n=\"" + std::string(509, 'x') + "\"/>"), "idx<512");
+}
+
+class SessionFileTest : public testing::Test {
+ protected:
+  SessionFileTest() {
+    project.Init(folder.Path("p/p.zpj"), cConsole);
+    project.SetShell(&shell);
+    folder.Folder("p");
+    path = project.SessionPath();
+  }
+  std::string Loaded(std::string_view text) {
+    folder.Write("p/p.zend", text);
+    LoadSession(path, project, shell);
+    return shell.Take();
+  }
+
+  test::TempFolder folder;
+  test::ProjectShell shell;
+  Project project;
+  std::string path;
+};
+
+TEST_F(SessionFileTest, SaveAndLoad_RestoreEverything) {
+  const std::string a = folder.Write("p/src/a.cpp", "");
+  const std::string b = folder.Write("b.h", "");
+  project.SetMode(cDebug);
+  shell.openFiles = {{a, 12}, {b, 0}};
+  shell.activeFile = b;
+  ASSERT_TRUE(SaveSession(path, project, shell).Ok());
+  EXPECT_NE(folder.Read("p/p.zend").find("\t\t<file name=\"../b.h\" id=\"0\"/>\n"),
+            std::string::npos);
+  project.SetMode(cRelease);
+  shell.Take();
+  LoadSession(path, project, shell);
+  EXPECT_EQ(shell.Take(), "mode 1\nopen " + a + " 12\nopen " + b + " 0\nactivate " + b + "\n");
+}
+
+TEST_F(SessionFileTest, Load_FilesThatAreGoneOrFolders_ArePassedOver) {
+  folder.Folder("p/sub");
+  ASSERT_EQ(mkfifo(folder.Path("p/pipe.c").c_str(), 0600), 0);
+  EXPECT_EQ(
+      Loaded("<file n=\"gone.c\"/><file n=\"sub\"/><file n=\"pipe.c\"/><file/><file n=\"\"/>"), "");
+}
+
+TEST_F(SessionFileTest, Load_NulInAName_OpensNothing) {
+  folder.Write("p/a.c", "");
+  EXPECT_EQ(Loaded(std::string("<file n=\"a.c\0b\"/>", 18)), "");
+}
+
+TEST_F(SessionFileTest, Load_NegativeLine_LeavesTheCaret) {
+  const std::string a = folder.Write("p/a.c", "");
+  EXPECT_EQ(Loaded("<file n=\"a.c\" i=\"-5\"/>"), "open " + a + " 0\n");
+}
+
+TEST_F(SessionFileTest, Load_PathThatCantBeNormalised_IsHarmless) {
+  EXPECT_EQ(Loaded("<f n=\"C:/../x.c\"/><f n=\"../../../../../../../../nope.c\"/>"), "");
+}
+
+TEST_F(SessionFileTest, Load_Missing_ChangesNothing) {
+  LoadSession(path, project, shell);
+  EXPECT_EQ(shell.Take(), "");
+}
+
+TEST_F(SessionFileTest, Save_NameThatDiffersInCaseOnly_IsStoredWhole) {
+  shell.openFiles = {{folder.Path("P/a.c"), 1}};
+  ASSERT_TRUE(SaveSession(path, project, shell).Ok());
+  EXPECT_NE(folder.Read("p/p.zend").find("\"" + folder.Path("P/a.c") + "\""), std::string::npos);
+}
+
+TEST_F(SessionFileTest, Save_LinkInItsPlace_IsNotFollowed) {
+  const std::string victim = folder.Write("victim", "mine");
+  ASSERT_EQ(symlink(victim.c_str(), path.c_str()), 0);
+  EXPECT_FALSE(SaveSession(path, project, shell).Ok());
+  EXPECT_EQ(folder.Read("victim"), "mine");
+}
+
+TEST_F(SessionFileTest, Save_SameText_LeavesTheFileAlone) {
+  ASSERT_TRUE(SaveSession(path, project, shell).Ok());
+  struct stat before, after;
+  ASSERT_EQ(stat(path.c_str(), &before), 0);
+  ASSERT_TRUE(SaveSession(path, project, shell).Ok());
+  ASSERT_EQ(stat(path.c_str(), &after), 0);
+  EXPECT_EQ(before.st_ino, after.st_ino);
+}
+
+TEST_F(SessionFileTest, Save_NoFolder_FailsInWords) {
+  EXPECT_FALSE(SaveSession(folder.Path("none/p.zend"), project, shell).Ok());
+  EXPECT_TRUE(SaveSession("", project, shell).Ok());
+}
+
+}  // namespace
+}  // namespace zendry

@@ -1,0 +1,132 @@
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+
+#include "TagRun.h"
+
+// What bounds a parse: the length of a line, the number of tags, the depth of blocks.
+
+namespace zendry {
+namespace {
+
+using test::ParseTags;
+using test::TagsOf;
+
+std::string Repeat(std::string_view text, int count) {
+  std::string result;
+  for (int i = 0; i < count; ++i) result += text;
+  return result;
+}
+
+// `int b;` behind a line of so many bytes.
+std::string BehindLine(size_t length) {
+  return "int a;\n//" + std::string(length - 2, 'x') + "\nint b;\n";
+}
+
+TEST(TagLimits, LineOf1023Bytes_IsRead) {
+  EXPECT_EQ(TagsOf(BehindLine(1023)), "v a:int; v b:int;");
+}
+
+TEST(TagLimits, LineOf1024Bytes_EndsTheSource) {
+  const test::TagRun run = ParseTags(BehindLine(1024));
+  EXPECT_EQ(test::ShortTags(run.lines), "v a:int;");
+  EXPECT_EQ(run.log, "Line to long --> \n");
+}
+
+TEST(TagLimits, LongLine_IsReadUpToItsLimit) {
+  EXPECT_EQ(
+      TagsOf("int a;" + std::string(1000, ' ') + "int b;" + std::string(1000, ' ') + "int c;"),
+      "v a:int; v b:int;");
+}
+
+TEST(TagLimits, LongLineOfAnyLength_EndsQuickly) {
+  EXPECT_EQ(TagsOf("int a;\n" + std::string(3000000, 'x')), "v a:int;");
+  EXPECT_EQ(TagsOf("int a;\n\"" + std::string(3000000, 'x')), "v a:int;");
+}
+
+TEST(TagLimits, IncludeInALongLine_IsRecordedUpToItsLimit) {
+  const test::TagRun run =
+      ParseTags("#include \"a.h\"" + std::string(2000, ' ') + "\n#include <b>\n");
+  ASSERT_EQ(run.store.includes.size(), 1u);
+  EXPECT_EQ(run.store.includes[0].name, "a.h");
+}
+
+TEST(TagLimits, TagNumber1025_IsStoredAndTheLast) {
+  const test::TagRun run = ParseTags(Repeat("int a;\n", 2000));
+  EXPECT_EQ(run.store.globals.size(), 1025u);
+  EXPECT_EQ(run.store.globals.back().line, 1025);
+  EXPECT_EQ(run.log, "To many tags --> \n");
+}
+
+TEST(TagLimits, TagNumber1026OnTheSameLine_IsNotReached) {
+  const test::TagRun run = ParseTags(Repeat("int a;\n", 1023) + "int b, c, d, e;\n");
+  EXPECT_EQ(run.store.globals.size(), 1025u);
+  EXPECT_EQ(run.store.globals.back().name, "c");
+}
+
+TEST(TagLimits, MacrosBeyondTheLimit_EndTheSource) {
+  const test::TagRun run = ParseTags(Repeat("#define A\n", 3000));
+  EXPECT_EQ(run.store.globals.size(), 1025u);
+}
+
+TEST(TagLimits, ExactlyTheMostTags_AreNoReasonToLog) {
+  const test::TagRun run = ParseTags(Repeat("int a;\n", 1024));
+  EXPECT_EQ(run.store.globals.size(), 1024u);
+  EXPECT_EQ(run.log, "");
+}
+
+TEST(TagLimits, NamesBeginningWithUnderscore_DontCount) {
+  EXPECT_EQ(TagsOf(Repeat("int _a;\n", 3000) + "int b;"), "v b:int;");
+}
+
+TEST(TagLimits, NextSource_StartsCountingAnew) {
+  ParseTags(Repeat("int a;\n", 2000));
+  EXPECT_EQ(TagsOf("int a;"), "v a:int;");
+}
+
+class TagDepth : public testing::TestWithParam<const char*> {};
+
+TEST_P(TagDepth, HundredThousandLevels_KeepTheTagsFoundSoFar) {
+  const std::string text = "int a;\n" + Repeat(std::string(GetParam()) + '\n', 100000);
+  EXPECT_EQ(TagsOf(text).substr(0, 8), "v a:int;");
+}
+
+TEST_P(TagDepth, HundredThousandLevelsInEveryLanguage_End) {
+  const std::string text = Repeat(std::string(GetParam()) + '\n', 100000);
+  for (const LanguageRecord& record : Languages()) {
+    test::TagRunOptions options;
+    options.language = record.language;
+    options.locals = true;
+    EXPECT_LE(ParseTags(text, "a.cpp", options).store.globals.size(), 1025u);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Openings, TagDepth,
+                         testing::Values("{", "(", "[", "<", "#if 1", "#if 0", "#else", "class {",
+                                         "class A {", "namespace n {", "extern \"C\" {", "f(",
+                                         "int f() {", "int (*", "enum {", "= {", ": a(", "}", ")",
+                                         "template <", "requires (", "/*", "a::", "operator (",
+                                         "\\?", "??", "'", "\"", "catch (", "x = 'a", "R\"(", ",",
+                                         "!", "public:", "case 1:", "f(a(", "(a(", "a<b(", "~"),
+                         [](const auto& info) { return std::to_string(info.index); });
+
+TEST(TagLimits, BlocksBeyondTheDeepest_AreSkippedByTheirBraces) {
+  const std::string tags =
+      TagsOf(Repeat("namespace n {\n", 600) + "int deep;\n" + Repeat("}\n", 600) + "int after;");
+  EXPECT_EQ(tags.find("deep"), std::string::npos);
+  EXPECT_NE(tags.find("v after:int;"), std::string::npos);
+}
+
+TEST(TagLimits, NineteenConditionals_AreFollowed) {
+  EXPECT_EQ(TagsOf(Repeat("#if 1\n", 18) + "#if 0\nint no;\n#else\nint a;\n" +
+                   Repeat("#endif\n", 19) + "int b;"),
+            "v a:int; v b:int;");
+}
+
+TEST(TagLimits, TwentiethConditional_IsNotFollowed) {
+  EXPECT_EQ(TagsOf(Repeat("#if 1\n", 19) + "#if 0\nint a;\n#endif\n"), "v a:int;");
+}
+
+}  // namespace
+}  // namespace zendry
