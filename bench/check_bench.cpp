@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <vector>
 
-#include "base/Shell.h"
-#include "build/BuildActs.h"
+#include "base/QuietShell.h"
+#include "build/Builder.h"
 #include "project/Project.h"
 
 // check_bench PROJECT ROUNDS: milliseconds of a build with nothing to do inside a program that has
@@ -13,13 +13,15 @@
 int main(int argc, char** argv) {
   using Clock = std::chrono::steady_clock;
   if (argc != 3) return 2;
-  zendry::Shell shell;
+  zendry::QuietShell shell;
   if (!zendry::theProject.Load(argv[1]).Ok()) return 1;
-  zendry::theBuildActs.Bind(zendry::theProject, shell);
+  zendry::theBuilder.Bind(zendry::theProject, shell);
   std::vector<double> times;
   for (int round = std::atoi(argv[2]); round >= 0; --round) {
     const auto start = Clock::now();
-    if (!zendry::theBuildActs.Build(false) || zendry::theBuildActs.FailedTools()) return 1;
+    if (!zendry::theBuilder.Build(zendry::Builder::Scope::cStale) ||
+        zendry::theBuilder.FailedTools())
+      return 1;
     times.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
   }
   times.erase(times.begin());  // the first round fills the cache

@@ -9,8 +9,8 @@
 
 #include "base/ControlBytes.h"
 #include "base/Paths.h"
-#include "base/Shell.h"
-#include "build/BuildActs.h"
+#include "base/QuietShell.h"
+#include "build/Builder.h"
 #include "config/IdeConfig.h"
 #include "project/Project.h"
 
@@ -46,7 +46,7 @@ std::string OneLine(std::string_view text) {
 }
 
 // Standard output in place of the Output panel; the rows of the error list are kept for the end.
-class ConsoleShell : public Shell {
+class ConsoleShell : public QuietShell {
  public:
   void AppendOutput(std::string_view text) override {
     const std::string marked = MarkControlBytes(text);
@@ -65,7 +65,7 @@ class ConsoleShell : public Shell {
   int ErrorRowCount() override { return static_cast<int>(rows.size()); }
 
   void PumpMessages() override {
-    if (stopSignal) theBuildActs.OnCommand(cStopBuildCommand);
+    if (stopSignal) theBuilder.RequestStop();
   }
 
   void PrintRows() const {
@@ -136,18 +136,18 @@ int Run(const Options& options) {
     return cCannotStart;
   }
   StopOnSignals();
-  theBuildActs.Bind(theProject, shell);
-  if (options.explain) theBuildActs.SetStaleObserver(PrintReason);
+  theBuilder.Bind(theProject, shell);
+  if (options.explain) theBuilder.SetStaleObserver(PrintReason);
   if (options.clean) {
-    theBuildActs.ClearOutput();
+    theBuilder.ClearOutput();
   } else {
-    theBuildActs.Build(options.rebuild);
-    theBuildActs.Summary();
+    theBuilder.Build(options.rebuild ? Builder::Scope::cAll : Builder::Scope::cStale);
+    theBuilder.Summary();
   }
   shell.PrintRows();
   const bool isPrinted = std::fflush(stdout) == 0 && !std::ferror(stdout);
   if (!isPrinted) Say("standard output can't be written");
-  const bool isBuilt = theBuildActs.errorCount == 0 && theBuildActs.FailedTools() == 0;
+  const bool isBuilt = theBuilder.errorCount == 0 && theBuilder.FailedTools() == 0;
   return isBuilt && isPrinted && !stopSignal ? cBuilt : cNotBuilt;
 }
 

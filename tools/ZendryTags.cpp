@@ -49,7 +49,7 @@ void Say(const std::string& text) {
 }
 
 // Says of which source the parser logs something.
-class LogShell : public Shell {
+class LogShell : public OutputShell {
  public:
   void AppendOutput(std::string_view text) override {
     const size_t start = text.find_first_not_of("\r\n- ");
@@ -57,6 +57,8 @@ class LogShell : public Shell {
     if (start < end && end != std::string_view::npos)
       Say(source + ": " + std::string(text.substr(start, end - start)));
   }
+
+  void ClearOutput() override {}
 
   std::string source;
 };

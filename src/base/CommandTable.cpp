@@ -1,32 +1,38 @@
 #include "base/CommandTable.h"
 
+#include <algorithm>
+
+#include "SystemDialogs.h"
+#include "base/BuildInProgress.h"
+
 namespace zendry {
 
-namespace {
-
-void AddCommand(mavro::ActionList& list, const CommandRow& row) {
-  mavro::Action* action = list.Add(row.id, row.text, row.hotkey);
-  if (row.offered == Offered::cLater) action->target = nullptr;
+bool IsRefusedByBuild() {
+  if (BuildInProgress::Any()) mavro::Beep();
+  return BuildInProgress::Any();
 }
 
-}  // namespace
-
-void AddCommands(mavro::ActionList& list, std::span<const CommandRow> rows) {
+CommandList::CommandList(std::span<const CommandRow> theRows) : rows(theRows) {
+  SetTarget(this, &CommandList::OnCommand);
   for (const CommandRow& row : rows) {
-    switch (row.id) {
-      case mavro::cSeparatorRow:
-        list.AddSeparator();
-        break;
-      case mavro::cSubmenuRow:
-        list.AddSubmenu(row.text);
-        break;
-      case mavro::cEndSubmenuRow:
-        list.EndSubmenu();
-        break;
-      default:
-        AddCommand(list, row);
-    }
+    if (row.id == mavro::cSeparatorRow)
+      AddSeparator();
+    else if (row.id == mavro::cSubmenuRow)
+      AddSubmenu(row.text);
+    else if (row.id == mavro::cEndSubmenuRow)
+      EndSubmenu();
+    else if (mavro::Action* action = Add(row.id, row.text, row.hotkey);
+             row.offered == Offered::cLater)
+      action->target = nullptr;
   }
+}
+
+void CommandList::OnCommand(int id) {
+  const auto row =
+      std::find_if(rows.begin(), rows.end(), [id](const auto& r) { return r.id == id; });
+  const bool needsQuiet = row != rows.end() && row->whileBuilding == WhileBuilding::cRefused;
+  if (needsQuiet && IsRefusedByBuild()) return;
+  CarryOut(id);
 }
 
 }  // namespace zendry

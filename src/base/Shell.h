@@ -6,6 +6,13 @@
 
 namespace zendry {
 
+class EditorText;
+
+// What the core tells a person, or asks of the window, in small interfaces by subject: a module
+// takes the one it needs. The main window implements them all with its panels. Nothing has a
+// default here, so that whoever forgets a function doesn't compile; programs without a window
+// begin with QuietShell. Message boxes and questions go through mavro::Dialogs().
+
 // One row of the error list.
 struct ErrorRow {
   std::string file;  // relative to the project's folder
@@ -22,69 +29,83 @@ struct OpenFile {
 // The pages of the bottom pane that the core selects.
 enum class BottomPage { cOutput = 0, cError = 1 };
 
-class EditorText;
-
-// What the core tells a person, or asks of the window, goes through this class: the main window
-// implements it with its panels, the command line tools with standard output. What an
-// implementation has no place for does nothing. Message boxes and questions go through
-// mavro::Dialogs().
-class Shell {
+// The Output panel. Text is bytes as tools print them, lines ended by CR LF.
+class OutputShell {
  public:
-  virtual ~Shell() = default;
-
-  // Output panel. Text is bytes as tools print them, lines ended by CR LF.
-  virtual void AppendOutput(std::string_view text);
-  virtual void ClearOutput();
-
-  // Error list. Rows are appended at the end.
-  virtual void AddErrorRow(const ErrorRow& row);
-  virtual void AppendToLastErrorRow(std::string_view text);
-  virtual void ClearErrorRows();
-  virtual int ErrorRowCount();
-  virtual void ShowFirstError();
-  virtual void GoToNextError();
-  virtual void GoToPreviousError();
-  virtual void ShowBottomPage(BottomPage page);
-
-  // Project tree. `type` is a FileKind; the resource file has the fixed id 0x1000.
-  virtual void AddTreeNode(const std::string& path, int id, int type);
-  virtual void RemoveTreeNode(int id);
-  virtual void ClearTree();
-  virtual void SelectTreeRoot();
-
-  // Frame of the window.
-  virtual void SetStatus(const std::string& text, const std::string& detail);
-  virtual void SetCaption(const std::string& text);
-  virtual void SetModeSelector(int mode);
-  virtual int SelectedMode();           // what the mode selector shows: 0 release, 1 debug
-  virtual void SetStopCommand(int id);  // command of the stop button; negative disables it
-  virtual void PumpMessages();          // handles what waits in the message queue, then returns
-
-  // Open files.
-  virtual std::vector<OpenFile> OpenFiles();
-  virtual std::string ActiveFile();  // full path; empty when no tab is active
-  virtual void OpenFileAt(const std::string& path, int line);  // line 0: leave the caret
-  virtual void ActivateFile(const std::string& path);
-  // Asked before the session touches a file that was open the last time; false leaves it closed.
-  virtual bool MayReopen(const std::string& path, int line);
-  virtual bool CloseAllFiles();  // false when the user refuses
-  virtual void SaveChangedFiles();
-  virtual void RemoveErrorMark();
-
-  // Tags.
-  // The open editors of C and C++ text. Valid until the message queue runs.
-  virtual std::vector<EditorText*> OpenTexts();
-  // The tags of some file have been replaced: what shows them is to be filled again.
-  virtual void TagsChanged();
-
-  virtual bool IsDebuggerRunning();
+  virtual ~OutputShell() = default;
+  virtual void AppendOutput(std::string_view text) = 0;
+  virtual void ClearOutput() = 0;
 };
+
+// The error list. Rows are appended at the end.
+class ErrorShell {
+ public:
+  virtual ~ErrorShell() = default;
+  virtual void AddErrorRow(const ErrorRow& row) = 0;
+  virtual void AppendToLastErrorRow(std::string_view text) = 0;
+  virtual void ClearErrorRows() = 0;
+  virtual int ErrorRowCount() = 0;
+  virtual void ShowFirstError() = 0;
+  virtual void GoToNextError() = 0;
+  virtual void GoToPreviousError() = 0;
+  // Takes the mark of the current row out of the text.
+  virtual void RemoveErrorMark() = 0;
+};
+
+// The project tree. `type` is a FileKind; the resource file has the fixed id 0x1000.
+class TreeShell {
+ public:
+  virtual ~TreeShell() = default;
+  virtual void AddTreeNode(const std::string& path, int id, int type) = 0;
+  virtual void RemoveTreeNode(int id) = 0;
+  virtual void ClearTree() = 0;
+  virtual void SelectTreeRoot() = 0;
+};
+
+// The frame of the window.
+class FrameShell {
+ public:
+  virtual ~FrameShell() = default;
+  virtual void SetStatus(const std::string& text, const std::string& detail) = 0;
+  virtual void SetCaption(const std::string& text) = 0;
+  virtual void SetModeSelector(int mode) = 0;
+  virtual int SelectedMode() = 0;           // what the mode selector shows: 0 release, 1 debug
+  virtual void SetStopCommand(int id) = 0;  // command of the stop button; negative disables it
+  virtual void ShowBottomPage(BottomPage page) = 0;
+  virtual void PumpMessages() = 0;  // handles what waits in the message queue, then returns
+  virtual bool IsDebuggerRunning() = 0;
+};
+
+// The open files and their texts.
+class FilesShell {
+ public:
+  virtual ~FilesShell() = default;
+  virtual std::vector<OpenFile> OpenFiles() = 0;
+  virtual std::string ActiveFile() = 0;  // full path; empty when no tab is active
+  virtual void OpenFileAt(const std::string& path, int line) = 0;  // line 0: leave the caret
+  virtual void ActivateFile(const std::string& path) = 0;
+  // Asked before the session touches a file that was open the last time; false leaves it closed.
+  virtual bool MayReopen(const std::string& path, int line) = 0;
+  virtual bool CloseAllFiles() = 0;  // false when the user refuses
+  virtual void SaveChangedFiles() = 0;
+  // The open editors of C and C++ text. Valid until the message queue runs.
+  virtual std::vector<EditorText*> OpenTexts() = 0;
+  // The tags of some file have been replaced: what shows them is to be filled again.
+  virtual void TagsChanged() = 0;
+};
+
+// All of it: what a build and the project speak to.
+class Shell : public OutputShell,
+              public ErrorShell,
+              public TreeShell,
+              public FrameShell,
+              public FilesShell {};
 
 // "\r\n------ TEXT --> DETAIL\r\n"; the form of every logged step.
 std::string LogEntry(std::string_view text, std::string_view detail);
 
-// Writes a log entry to the shell's output. An empty text writes "[", the milliseconds since the
-// last message, and "]\r\n" instead.
-void LogMessage(Shell& shell, std::string_view text, std::string_view detail);
+// Writes a log entry to the output. An empty text writes "[", the milliseconds since the last
+// message, and "]\r\n" instead.
+void LogMessage(OutputShell& shell, std::string_view text, std::string_view detail);
 
 }  // namespace zendry

@@ -1,7 +1,6 @@
 #include "browser/BrowserActs.h"
 
-#include "base/CommandTable.h"
-#include "frame/MainForm.h"
+#include "editor/EditTabs.h"
 
 namespace zendry {
 
@@ -30,15 +29,12 @@ constexpr CommandRow cRows[] = {
 
 BrowserActs theBrowserActs;
 
-BrowserActs::BrowserActs() {
-  SetTarget(this, &BrowserActs::OnCommand);
-  AddCommands(*this, cRows);
-}
+BrowserActs::BrowserActs() : CommandList(cRows) {}
 
-void BrowserActs::OnCommand(int id) {
-  EditTab* tab = theMainForm ? theMainForm->editTabs.Active() : nullptr;
+void BrowserActs::CarryOut(int id) {
+  EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (!tab) return;
-  if (id == cSwitchFileCommand) return theMainForm->editTabs.GoToCounterpart();
+  if (id == cSwitchFileCommand) return tabs->GoToCounterpart();
   if (id == cCompleteCommand) tab->editor->startCompletion();
   if (id == cShowTipCommand) tab->editor->startCallTip();
   tab->editor->Focus();

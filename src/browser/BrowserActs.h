@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Action.h"
+#include "base/CommandTable.h"
 
 namespace zendry {
 
@@ -13,12 +13,19 @@ enum BrowserCommand {
   cShowTipCommand = 1108
 };
 
+class EditTabs;
+
 // The commands on symbols of the source.
-class BrowserActs : public mavro::ActionList {
+class BrowserActs : public CommandList {
  public:
   BrowserActs();
-  // Carries out a command for the editor in front; without one nothing happens.
-  void OnCommand(int id);
+  // The tabs in whose front editor commands act; null for none, where nothing happens.
+  void Bind(EditTabs* newTabs) { tabs = newTabs; }
+
+ private:
+  void CarryOut(int id) override;
+
+  EditTabs* tabs = nullptr;
 };
 
 extern BrowserActs theBrowserActs;

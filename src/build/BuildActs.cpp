@@ -1,20 +1,7 @@
 #include "build/BuildActs.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
-
-#include "CommandLine.h"
 #include "SystemDialogs.h"
-#include "base/CommandTable.h"
-#include "base/Paths.h"
 #include "base/Shell.h"
-#include "config/IdeConfig.h"
 #include "project/Project.h"
 
 namespace zendry {
@@ -24,101 +11,50 @@ namespace {
 using mavro::cControlKey;
 using mavro::cShiftKey;
 
+using enum Offered;
+using enum WhileBuilding;
+
 constexpr CommandRow cRows[] = {
-    {cCompileFileCommand, "&Compile File", cControlKey | cKeyF7},
-    {cMakeCommand, "&Make", cKeyF7},
-    {cRebuildCommand, "Rebuild", cShiftKey | cKeyF7},
-    {cSwitchModeCommand, "Switch Debug/Relase mode", 0},
-    {cClearOutputCommand, "Clear Output Files", cControlKey | cShiftKey | cKeyF7},
+    {cCompileFileCommand, "&Compile File", cControlKey | cKeyF7, cNow, cRefused},
+    {cMakeCommand, "&Make", cKeyF7, cNow, cRefused},
+    {cRebuildCommand, "Rebuild", cShiftKey | cKeyF7, cNow, cRefused},
+    {cSwitchModeCommand, "Switch Debug/Relase mode", 0, cNow, cRefused},
+    {cClearOutputCommand, "Clear Output Files", cControlKey | cShiftKey | cKeyF7, cNow, cRefused},
     {cNextErrorCommand, "Go to Next error", cKeyF4},
     {cPreviousErrorCommand, "Go to Prev error", cShiftKey | cKeyF4},
 };
-
-const Staleness cForced = {true, "everything is rebuilt"};
-constexpr const char* cCantBeRead = "it can't be read";
-constexpr const char* cFrameworkScript = "@/libs/mavro/mavro.rc";
-
-// Sets a flag as long as it lives.
-class FlagGuard {
- public:
-  explicit FlagGuard(bool& flag) : flag(flag) { flag = true; }
-  ~FlagGuard() { flag = false; }
-  FlagGuard(const FlagGuard&) = delete;
-  FlagGuard& operator=(const FlagGuard&) = delete;
-
- private:
-  bool& flag;
-};
-
-bool IsSource(const ProjectFile& file) {
-  return file.type == cCppSource || file.type == cCSource;
-}
-
-const std::string& CompilerOf(const ProjectFile& file) {
-  return file.type == cCppSource ? theIdeConfig.gpp : theIdeConfig.gcc;
-}
-
-bool IsFolder(const std::string& path) {
-  struct stat info;
-  return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
-}
-
-// What can't be done, and the reason that the system gave last.
-std::string Because(const char* what) {
-  return std::string(what) + ": " + std::strerror(errno);
-}
-
-// Only regular files are deleted, so that no device goes that somebody named as output.
-void DeleteFile(const std::string& path) {
-  struct stat info;
-  if (lstat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode)) unlink(path.c_str());
-}
-
-// The name of the tool that a command line starts, for messages.
-std::string ToolName(const std::string& line) {
-  const std::vector<std::string> arguments = mavro::SplitCommandLine(line);
-  return arguments.empty() ? "" : BaseName(arguments.front());
-}
 
 }  // namespace
 
 BuildActs theBuildActs;
 
-void ClearCompilerEnvironment() {
-  for (const char* name : {"LIBRARY_PATH", "CPLUS_INCLUDE_PATH", "C_INCLUDE_PATH"}) unsetenv(name);
-}
+BuildActs::BuildActs() : CommandList(cRows) {}
 
-BuildActs::BuildActs() {
-  SetTarget(this, &BuildActs::OnCommand);
-  AddCommands(*this, cRows);
-}
-
-void BuildActs::Bind(Project& newProject, Shell& newShell) {
+void BuildActs::Bind(Builder& newBuilder, Project& newProject, Shell& newShell) {
+  builder = &newBuilder;
   project = &newProject;
   shell = &newShell;
 }
 
-void BuildActs::OnCommand(int id) {
-  if (!project || !shell) return;
+void BuildActs::CarryOut(int id) {
+  if (!builder) return;
   if (shell->IsDebuggerRunning()) {
     mavro::Information("Stop debugger first!");
     return;
   }
   switch (id) {
     case cCompileFileCommand:
-      return CompileCurrent();
+      return builder->CompileCurrent();
     case cMakeCommand:
-      return Make(false);
+      return builder->Make(Builder::Scope::cStale);
     case cRebuildCommand:
-      return Make(true);
+      return builder->Make(Builder::Scope::cAll);
     case cSwitchModeCommand:
-      if (!building) project->SetMode(shell->SelectedMode());
-      return;
+      return project->SetMode(shell->SelectedMode());
     case cClearOutputCommand:
-      return ClearOutput();
+      return builder->ClearOutput();
     case cStopBuildCommand:
-      abortRequested = true;
-      return;
+      return builder->RequestStop();
     case cNextErrorCommand:
       return shell->GoToNextError();
     case cPreviousErrorCommand:
@@ -126,387 +62,6 @@ void BuildActs::OnCommand(int id) {
     default:
       return;
   }
-}
-
-void BuildActs::CompileCurrent() {
-  if (!project->isOpen || building) return;
-  {
-    const FlagGuard guard(building);
-    const bool ready = PrepareBuild(true);
-    shell->SaveChangedFiles();
-    const ProjectFile* file = project->FindFile(shell->ActiveFile());
-    if (ready && EnterProjectFolder() && file) CompileFile(*file, true);
-  }
-  Summary();
-}
-
-void BuildActs::Make(bool force) {
-  if (!project->isOpen || building) return;
-  Build(force);
-  Summary();
-}
-
-bool BuildActs::PrepareBuild(bool showStop) {
-  warningCount = errorCount = failedTools = 0;
-  compileLines = {};
-  abortRequested = useFrameworkRes = false;
-  times = {};
-  check.reset();
-  const ProjectFlags flags = ComposeFlags(*project, theIdeConfig);
-  includeFlags = flags.include;
-  libFlags = flags.link;
-  shell->ClearOutput();
-  shell->PumpMessages();
-  shell->ShowBottomPage(BottomPage::cOutput);
-  shell->ClearErrorRows();
-  outDirName = BaseName(project->outputFolder);
-  outFile = project->outName.empty() ? project->target : project->outName;
-  const bool ready = EnsureOutputFolder();
-  shell->SetStopCommand(cStopBuildCommand);
-  if (showStop) shell->RemoveErrorMark();
-  return ready;
-}
-
-bool BuildActs::EnsureOutputFolder() {
-  const std::string& folder = project->outputFolder;
-  constexpr mode_t cLessUserMask = 0777;
-  if (IsFolder(folder) || mkdir(folder.c_str(), cLessUserMask) == 0) return true;
-  Refuse(folder, Because("it can't be made"));
-  return false;
-}
-
-bool BuildActs::EnterProjectFolder() {
-  const std::string folder = project->folder.empty() ? "/" : project->folder;
-  if (chdir(folder.c_str()) == 0) return true;
-  Refuse(folder, Because("it can't be entered"));
-  return false;
-}
-
-bool BuildActs::Build(bool force) {
-  if (!project->isOpen || building) return false;
-  const FlagGuard guard(building);
-  const bool ready = PrepareBuild(true);
-  shell->SaveChangedFiles();
-  if (!ready || !EnterProjectFolder()) return false;
-  const std::time_t start = std::time(nullptr);
-  bool result = true;
-  if (project->implicit) {
-    if (!project->Files().empty()) result = BuildSingle(*project->Files()[0], false);
-  } else {
-    const Outcome outcome = CompileFiles(force);
-    if (outcome != Outcome::cDone) return outcome == Outcome::cStopped;
-    CompileResources(force);
-    result = MakeOutput();
-  }
-  LogMessage(*shell, "Build time [s]:", std::to_string(std::time(nullptr) - start));
-  return result;
-}
-
-// The list is walked by index, because messages handled between two files may change it.
-BuildActs::Outcome BuildActs::CompileFiles(bool force) {
-  const std::string folder = project->folder;
-  for (size_t i = 0; i < project->Files().size(); ++i) {
-    const ProjectFile& file = *project->Files()[i];
-    if (!IsSource(file)) continue;
-    if (!CompileFile(file, force)) return Outcome::cFailed;
-    shell->PumpMessages();
-    if (!project->isOpen || project->folder != folder) abortRequested = true;
-    if (!abortRequested) continue;
-    LogMessage(*shell, "Build stopped", "");
-    return Outcome::cStopped;
-  }
-  return Outcome::cDone;
-}
-
-bool BuildActs::CompileResources(bool force) {
-  if (!project->resourceFile.empty()) {
-    useFrameworkRes = false;
-    return CompileResource(project->resourceFile, force);
-  }
-  if (project->type != cFormApplication) return true;
-  useFrameworkRes = true;
-  return CompileResource(ExpandResourcePath(cFrameworkScript, MacroRoot(theIdeConfig.appDir)),
-                         force);
-}
-
-bool BuildActs::MakeOutput() {
-  switch (project->type) {
-    case cConsole:
-    case cFormApplication:
-    case cApiApplication:
-      return Link();
-    case cStaticLib:
-      return Archive();
-    default:
-      return true;
-  }
-}
-
-bool BuildActs::CompileFile(const ProjectFile& file, bool force) {
-  const std::string object = ObjectPath(outDirName, file.name, "o");
-  const Verdict verdict = Judge(file, object, force);
-  if (verdict != Verdict::cBuild) return verdict != Verdict::cRefused;
-  const std::string line = CompileLine({
-      .tool = ToolOf(CompilerOf(file)),
-      .options = project->current->comp,
-      .includeFlags = includeFlags,
-      .setFlags = SetFlags(),
-      .source = SourceName(file),
-      .object = outDirName.empty() ? "" : object,
-  });
-  LogMessage(*shell, "Compiling", file.name);
-  LogMessage(*shell, line, "");
-  RunTool({.line = line,
-           .folder = "",
-           .reader = &BuildActs::CompilerLine,
-           .product = object,
-           .keepsProductOfFailure = false});
-  return errorCount < 1;
-}
-
-bool BuildActs::BuildSingle(const ProjectFile& file, bool force) {
-  const Verdict verdict = Judge(file, ObjectPath(outDirName, file.name, "o"), force);
-  if (verdict != Verdict::cBuild) return verdict != Verdict::cRefused;
-  const std::string program = ObjectPath(outDirName, file.name, "exe");
-  const std::string line = SingleFileLine({
-      .tool = ToolOf(CompilerOf(file)),
-      .options = project->current->comp,
-      .includeFlags = includeFlags,
-      .strip = project->mode == cRelease,
-      .source = SourceName(file),
-      .program = program,
-  });
-  LogMessage(*shell, "Building", line);
-  RunTool({.line = line,
-           .folder = "",
-           .reader = &BuildActs::CompilerLine,
-           .product = program,
-           .keepsProductOfFailure = true});
-  return errorCount < 1;
-}
-
-bool BuildActs::CompileResource(const std::string& script, bool force) {
-  if (theIdeConfig.windres.empty()) return true;
-  const std::string object = ObjectPath(outDirName, script, "res");
-  const Staleness staleness = force ? cForced : IsNewer(times, *project, script, object);
-  const bool isGone = !times.Of(script);
-  if (isGone && (staleness.stale || !times.Of(object))) {
-    Refuse(script, cCantBeRead);
-    return false;
-  }
-  if (!staleness.stale) return true;
-  Observe(script, staleness);
-  const std::string line = ResourceLine({
-      .tool = ResourceToolPath(theIdeConfig, project->current->gcc),
-      .script = script,
-      .object = object,
-      .options = theIdeConfig.windresOptions,
-      .setFlags = SetFlags(),
-      .frameworkFlags = ExpandMacros(" -I @/libs/mavro", MacroRoot(theIdeConfig.appDir)),
-  });
-  LogMessage(*shell, "Compiling resource", line);
-  RunTool({.line = line,
-           .folder = "",
-           .reader = &BuildActs::EchoOnly,
-           .product = object,
-           .keepsProductOfFailure = false});
-  return errorCount < 1;
-}
-
-bool BuildActs::Link() {
-  const ObjectList objects = CollectObjects();
-  if (!objects.staleness.stale) return true;
-  if (WouldOverwriteSource(outFile)) return false;
-  Observe(outFile, objects.staleness);
-  const bool addsFrameworkRes = useFrameworkRes && !theIdeConfig.windres.empty();
-  const std::string line = LinkLine({
-      .tool = ToolOf(theIdeConfig.linker),
-      .output = outFile,
-      .objects = objects.arguments + (addsFrameworkRes ? " mavro.res" : ""),
-      .libFlags = libFlags,
-      .options = project->current->link,
-  });
-  LogMessage(*shell, "Linking", line);
-  shell->ShowBottomPage(BottomPage::cError);
-  RunTool({.line = line,
-           .folder = outDirName,
-           .reader = &BuildActs::LinkerLine,
-           .product = outDirName + "/" + outFile,
-           .keepsProductOfFailure = true});
-  return errorCount < 1;
-}
-
-bool BuildActs::Archive() {
-  const ObjectList objects = CollectObjects();
-  if (!objects.staleness.stale) return true;
-  const std::string target = project->MakeRelative(project->target);
-  if (WouldOverwriteSource(target)) return false;
-  Observe(target, objects.staleness);
-  const std::string line = ArchiveLine(
-      {.tool = ToolOf(theIdeConfig.ar), .target = target, .objects = objects.arguments});
-  if (chdir(project->outputFolder.c_str()) != 0) {
-    Refuse(project->outputFolder, Because("it can't be entered"));
-    return false;
-  }
-  LogMessage(*shell, "Creating static lib", line);
-  shell->ShowBottomPage(BottomPage::cError);
-  RunTool({.line = line,
-           .folder = "",
-           .reader = &BuildActs::ArchiverLine,
-           .product = project->outputFolder + "/" + target,
-           .keepsProductOfFailure = true});
-  if (!EnterProjectFolder()) return false;
-  if (shell->ErrorRowCount() == 0) return true;
-  shell->ShowBottomPage(BottomPage::cError);
-  return false;
-}
-
-BuildActs::ObjectList BuildActs::CollectObjects() {
-  const std::string target = outDirName + "/" + outFile;
-  ObjectList list;
-  const auto add = [&](const std::string& object) {
-    if (!list.staleness.stale) list.staleness = IsNewer(times, *project, object, target);
-    list.arguments += " " + FileArgument(BaseName(object));
-  };
-  for (const auto& file : project->Files())
-    if (IsSource(*file)) add(ObjectPath(outDirName, file->name, "o"));
-  if (!project->resourceFile.empty() && !theIdeConfig.windres.empty())
-    add(ObjectPath(outDirName, project->resourceFile, "res"));
-  return list;
-}
-
-// An output name with "../" in it can name a file of the project itself.
-bool BuildActs::WouldOverwriteSource(const std::string& output) {
-  const std::string path = IsAbsolutePath(output) ? output : project->outputFolder + "/" + output;
-  if (!project->FindFile(TidyPath(path))) return false;
-  Refuse(output, "the output would overwrite a file of the project");
-  return true;
-}
-
-void BuildActs::Summary() {
-  shell->SetStopCommand(-1);
-  const std::string text = std::string(errorCount == 0 ? "Build succeeded" : "There ware errors!") +
-                           "  errors: " + std::to_string(errorCount) +
-                           "  warnings: " + std::to_string(warningCount);
-  shell->SetStatus(text, "");
-  if (errorCount == 0) return LogMessage(*shell, text, "");
-  mavro::Information(text);
-  shell->ShowBottomPage(BottomPage::cError);
-  shell->ShowFirstError();
-}
-
-void BuildActs::ClearOutput() {
-  if (!project->isOpen || building) return;
-  if (PrepareBuild(false)) {
-    DeleteOutputs(".o");
-    DeleteOutputs(".res");
-  }
-  shell->SetStopCommand(-1);
-}
-
-void BuildActs::DeleteOutputs(std::string_view extension) {
-  namespace fs = std::filesystem;
-  std::error_code error;
-  fs::directory_iterator entry(project->outputFolder, error);
-  for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-    const std::string& path = entry->path().native();
-    if (!path.ends_with(extension) || IsFolder(path)) continue;
-    if (unlink(path.c_str()) != 0) Refuse(path, Because("it can't be deleted"));
-  }
-  if (error) Refuse(project->outputFolder, "it can't be read: " + error.message());
-}
-
-// A source that is gone with its object is refused: no rule would make it stale, and the link would
-// fail for want of the object or, worse, leave the old program.
-BuildActs::Verdict BuildActs::Judge(const ProjectFile& file, const std::string& object,
-                                    bool force) {
-  const Staleness staleness = force ? cForced : Check().NeedsCompile(file, object);
-  const bool isGone = !times.Of(file.name);
-  if (!staleness.stale && !(isGone && !times.Of(object))) return Verdict::cUpToDate;
-  if (!IsSource(file)) {
-    AddRow({file.name, 0, " -> unsupported source file"});
-    return Verdict::cUnsupported;
-  }
-  if (isGone) {
-    Refuse(file.name, cCantBeRead);
-    return Verdict::cRefused;
-  }
-  Observe(SourceName(file), staleness);
-  return Verdict::cBuild;
-}
-
-StaleCheck& BuildActs::Check() {
-  const bool isCurrent =
-      check && checkedLastId == project->lastFileId && checkedFiles == project->Files().size();
-  if (!isCurrent) {
-    check.emplace(*project, times);
-    checkedLastId = project->lastFileId;
-    checkedFiles = project->Files().size();
-  }
-  return *check;
-}
-
-void BuildActs::Observe(const std::string& file, const Staleness& staleness) {
-  if (staleObserver) staleObserver(file, staleness.reason);
-}
-
-void BuildActs::RunTool(const ToolRun& run) {
-  if (run.line.find('\0') != std::string::npos)
-    return Refuse(ToolName(run.line), "its command line holds a NUL byte");
-  const std::string& folder = project->outputFolder;
-  if (faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
-    return Refuse(folder, Because("it can't be written"));
-  runner.SetOutput([this, reader = run.reader](const std::string& line) { TakeLine(reader, line); },
-                   run.folder);
-  const bool started = runner.Execute(run.line, mavro::SpawnConsole::Mode::cBlocking);
-  LogMessage(*shell, "", "");
-  times.Forget(run.product);
-  if (!started || runner.exitCode != 0) NoteFailure(run, started);
-}
-
-// What a tool leaves behind that did not end well may be cut, and newer than its sources: it would
-// be taken for good by the next build.
-void BuildActs::NoteFailure(const ToolRun& run, bool started) {
-  ++failedTools;
-  if (!started) return;
-  const std::string tool = ToolName(run.line);
-  if (runner.exitSignal != 0) {
-    DeleteFile(run.product);
-    return Refuse(run.product, tool + " was ended by signal " + std::to_string(runner.exitSignal) +
-                                   ", what it wrote is deleted");
-  }
-  if (!run.keepsProductOfFailure) DeleteFile(run.product);
-  shell->AppendOutput(tool + " ended with status " + std::to_string(runner.exitCode) + "\r\n");
-}
-
-void BuildActs::TakeLine(LineReader reader, const std::string& line) {
-  shell->AppendOutput(line + "\r\n");
-  const LineMeaning meaning = (this->*reader)(line);
-  if (meaning.severity == LineMeaning::cError) ++errorCount;
-  if (meaning.severity == LineMeaning::cWarning) ++warningCount;
-  if (meaning.kind == LineMeaning::cNewRow) AddRow(meaning.row);
-  if (meaning.kind == LineMeaning::cAppendToLastRow) shell->AppendToLastErrorRow(meaning.row.text);
-}
-
-void BuildActs::AddRow(const ErrorRow& row) {
-  shell->AddErrorRow({project->MakeRelative(row.file), row.line, row.text});
-}
-
-void BuildActs::Refuse(const std::string& file, const std::string& why) {
-  ++errorCount;
-  AddRow({file, 0, " -> " + why});
-}
-
-std::string BuildActs::ToolOf(const std::string& name) const {
-  return ToolPath(theIdeConfig, project->current->gcc, name);
-}
-
-const std::string& BuildActs::SetFlags() const {
-  return theIdeConfig.toolSets[static_cast<size_t>(CompilerSet(project->current->gcc))].flags;
-}
-
-std::string BuildActs::SourceName(const ProjectFile& file) const {
-  return project->RelativeIfSame(file.name);
 }
 
 }  // namespace zendry

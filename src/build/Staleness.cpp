@@ -1,9 +1,5 @@
 #include "build/Staleness.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cstdio>
 
 #include "project/Project.h"
@@ -13,17 +9,6 @@ namespace zendry {
 namespace {
 
 constexpr FileTimes::Time cSecond = 1'000'000'000;
-
-std::optional<FileTimes::Time> ReadTime(const std::string& path) {
-  constexpr mode_t cReadableByAll = S_IRUSR | S_IRGRP | S_IROTH;
-  struct stat info;
-  if (path.find('\0') != std::string::npos || stat(path.c_str(), &info) != 0) return {};
-  if (!S_ISREG(info.st_mode)) return {};
-  const bool isReadable = (info.st_mode & cReadableByAll) == cReadableByAll ||
-                          faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) == 0;
-  if (!isReadable) return {};
-  return info.st_mtim.tv_sec * cSecond + info.st_mtim.tv_nsec;
-}
 
 // A span in seconds with as many decimals as it has.
 std::string SpanText(FileTimes::Time span) {
@@ -47,19 +32,6 @@ Staleness Compare(const Project& project, const std::string& path, FileTimes::Ti
 }
 
 }  // namespace
-
-std::optional<FileTimes::Time> FileTimes::Of(const std::string& path) {
-  const auto [entry, isNew] = times.try_emplace(path);
-  if (isNew) {
-    ++asked;
-    entry->second = ReadTime(path);
-  }
-  return entry->second;
-}
-
-void FileTimes::Forget(const std::string& path) {
-  times.erase(path);
-}
 
 Staleness IsNewer(FileTimes& times, const Project& project, const std::string& path,
                   const std::string& target) {

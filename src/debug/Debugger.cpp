@@ -1,7 +1,5 @@
 #include "debug/Debugger.h"
 
-#include "base/CommandTable.h"
-
 namespace zendry {
 
 namespace {
@@ -37,11 +35,9 @@ constexpr CommandRow cRows[] = {
 
 Debugger theDebugger;
 
-Debugger::Debugger() {
-  AddCommands(*this, cRows);
-}
+Debugger::Debugger() : CommandList(cRows) {}
 
-void Debugger::OnCommand(int) {}
+void Debugger::CarryOut(int) {}
 
 void Debugger::PrintTip(const std::string& expression) {
   tipText = expression;

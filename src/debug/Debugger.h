@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "Action.h"
+#include "base/CommandTable.h"
 
 namespace zendry {
 
@@ -25,19 +25,21 @@ enum DebuggerCommand {
 };
 
 // The debug session and its commands.
-class Debugger : public mavro::ActionList {
+class Debugger : public CommandList {
  public:
   Debugger();
 
   // What builds and the change of mode ask before they do anything.
   bool IsRunning() const { return running; }
-  // Passes over whatever it has no session for.
-  void OnCommand(int id);
   // Asks the session for the value of an expression that the mouse rests on, to be shown as a tip.
   void PrintTip(const std::string& expression);
 
   bool running = false;
   std::string tipText;  // the expression asked for last
+
+ private:
+  // Passes over whatever it has no session for.
+  void CarryOut(int id) override;
 };
 
 extern Debugger theDebugger;

@@ -6,13 +6,12 @@
 
 #include "TipRules.h"
 #include "base/Paths.h"
+#include "code/Completion.h"
 #include "code/CppLanguage.h"
 #include "code/ExpressionAt.h"
 #include "config/EditorSettings.h"
-#include "config/IdeSession.h"
-#include "debug/Debugger.h"
 #include "editor/EditTabs.h"
-#include "frame/MainForm.h"
+#include "editor/EditorHost.h"
 #include "project/Project.h"
 
 namespace zendry {
@@ -111,7 +110,7 @@ bool CppEditor::Save() {
 
 void CppEditor::ShowLine(int line) {
   goToLine(std::clamp(line, 1, std::max(1, LineCount())) - 1);
-  if (theMainForm) theMainForm->ShowCaretOf(*this);
+  if (EditorHost* host = tab.Host()) host->ShowCaretOf(*this);
 }
 
 void CppEditor::SetMark(EditorMark mark, int line) {
@@ -191,33 +190,36 @@ void CppEditor::onSavePointChanged() {
 
 // While a program is debugged the value of what the mouse rests on is asked for.
 void CppEditor::onDwell(int position) {
-  if (!theDebugger.IsRunning() || !theIdeSession.debuggerTips) return;
+  EditorHost* host = tab.Host();
+  if (!host || !host->WantsValueTips()) return;
   Send(mavro::SCI_CALLTIPCANCEL);
   const int line = LineOf(position);
   const int column = position - LineStart(line);
   const std::string text = GetRange(LineStart(line), LineEnd(line));
   if (column >= static_cast<int>(text.size())) return;
   const std::string expression = ExpressionAt(text, column);
-  if (!expression.empty()) theDebugger.PrintTip(expression);
+  if (!expression.empty()) host->ShowValueTip(expression);
 }
 
 bool CppEditor::getCompletion(std::string& text, std::string& list) {
-  return theMainForm && theMainForm->completion.getCompletion(liveText, text, list);
+  EditorHost* host = tab.Host();
+  return host && host->CodeCompletion().getCompletion(liveText, text, list);
 }
 
 // The name may stand some way left of the caret, with the arguments typed so far behind it.
 bool CppEditor::getCallTip(const std::string&, std::string& tip) {
-  if (!theMainForm) return false;
+  EditorHost* host = tab.Host();
+  if (!host) return false;
   const std::string line = GetRange(LineStart(CaretLine()), CaretPosition());
   const mavro::TipName call = mavro::FindTipName(line, *language);
   const int end = call.start + static_cast<int>(call.name.size());
-  return theMainForm->completion.getCallTip(liveText, tip, end - static_cast<int>(line.size()));
+  return host->CodeCompletion().getCallTip(liveText, tip, end - static_cast<int>(line.size()));
 }
 
 // Comes after every change and every move of the caret.
 void CppEditor::onUpdateUI() {
   FollowChanges();
-  if (theMainForm) theMainForm->ShowCaretOf(*this);
+  if (EditorHost* host = tab.Host()) host->ShowCaretOf(*this);
 }
 
 void CppEditor::FollowChanges() {

@@ -10,12 +10,10 @@
 #include "SystemDialogs.h"
 #include "base/ControlBytes.h"
 #include "base/ErrorBox.h"
+#include "base/FileCommands.h"
 #include "base/Paths.h"
 #include "config/IdeSession.h"
-#include "frame/EditorMenus.h"
-#include "frame/FileActs.h"
-#include "frame/MainForm.h"
-#include "frame/NewFileDlg.h"
+#include "editor/EditorHost.h"
 #include "project/Counterpart.h"
 #include "project/Project.h"
 
@@ -47,13 +45,17 @@ bool NamesSameFile(const std::string& a, const std::string& b) {
 
 }  // namespace
 
-EditTab::EditTab() : editor(std::make_unique<CppEditor>(*this)) {
+EditTab::EditTab(EditTabs& itsTabs) : editor(std::make_unique<CppEditor>(*this)), tabs(itsTabs) {
   editor->onMouseDown.Add_H(this, &EditTab::OnMouseDown);
   editor->onContextMenu.Add_H(this, &EditTab::OnContextMenu);
   Add(editor.get());
 }
 
 EditTab::~EditTab() = default;
+
+EditorHost* EditTab::Host() const {
+  return tabs.Host();
+}
 
 void EditTab::OnMouseDown(mavro::MouseArgs& args) {
   pressedAt = args.x;
@@ -62,7 +64,7 @@ void EditTab::OnMouseDown(mavro::MouseArgs& args) {
 // The keyboard asks for the text's menu.
 void EditTab::OnContextMenu(mavro::MouseArgs& args) {
   const bool inMargin = args.x >= 0 && pressedAt < editor->MarginWidth();
-  editor->menu = inMargin ? &EditorMarginMenu() : &EditorTextMenu();
+  editor->menu = inMargin ? &Host()->MarginMenu() : &Host()->TextMenu();
 }
 
 void EditTab::SetModified(bool on) {
@@ -76,7 +78,7 @@ void EditTab::ShowName() {
   text = modified ? caption + "*" : caption;
 }
 
-EditTabs::EditTabs() {
+EditTabs::EditTabs(EditorHost& itsHost) : host(&itsHost) {
   closable = true;
   movable = true;
   onChange.Add_H(this, &EditTabs::OnChangeSel);
@@ -110,7 +112,7 @@ CppEditor* EditTabs::OpenFile(const std::string& givenPath) {
     return nullptr;
   }
   theIdeSession.AddRecent(theIdeSession.recentFiles, path);
-  theMainForm->startFiles.Opened(path);
+  host->FileOpened(path);
   return editor;
 }
 
@@ -137,7 +139,7 @@ int EditTabs::FindTab(const std::string& path) const {
 CppEditor* EditTabs::NewTab(const std::string& path) {
   if (!path.empty() && !mavro::FileExists(path)) return nullptr;
   const int before = selectedIndex;
-  tabs.push_back(std::make_unique<EditTab>());
+  tabs.push_back(std::make_unique<EditTab>(*this));
   EditTab& tab = *tabs.back();
   CppEditor& editor = *tab.editor;
   editor.fileName = path;
@@ -152,7 +154,7 @@ CppEditor* EditTabs::NewTab(const std::string& path) {
   tab.ShowName();
   selectedIndex = TabCount() - 1;
   theProject.parseOpenEditors(&editor.LiveText());
-  theMainForm->SetEditorCommandsEnabled(true);
+  host->SetEditorCommandsEnabled(true);
   ActiveChanged();
   return &editor;
 }
@@ -166,16 +168,16 @@ CppEditor* EditTabs::GoTo(const std::string& path, int line) {
 bool EditTabs::CanClose(EditTab& tab) {
   if (!tab.editor->dirty) return true;
   const std::string question = "File:   " + tab.editor->fileName + "\n\nwas modified!\tSave?";
-  return !mavro::Confirm(question) || Save(tab, false);
+  return !mavro::Confirm(question) || Save(tab, SaveName::cOwn);
 }
 
-bool EditTabs::CloseTab(int n, bool force) {
+bool EditTabs::CloseTab(int n, Unsaved unsaved) {
   MAVRO_ASSERT_AS(n < TabCount(), "n<TabCount()");
-  if (!force && !CanClose(*GetTab(n))) return false;
+  if (unsaved == Unsaved::cAsk && !CanClose(*GetTab(n))) return false;
   const std::unique_ptr<EditTab> closed = std::move(tabs[static_cast<size_t>(n)]);
   tabs.erase(tabs.begin() + n);
   RemovePage(n);
-  if (tabs.empty()) theMainForm->SetEditorCommandsEnabled(false);
+  if (tabs.empty()) host->SetEditorCommandsEnabled(false);
   ActiveChanged();
   return true;
 }
@@ -183,21 +185,22 @@ bool EditTabs::CloseTab(int n, bool force) {
 bool EditTabs::CloseAll() {
   for (const auto& tab : tabs)
     if (!CanClose(*tab)) return false;
-  for (int i = TabCount() - 1; i >= 0; --i) CloseTab(i, true);
+  for (int i = TabCount() - 1; i >= 0; --i) CloseTab(i, Unsaved::cDrop);
   return true;
 }
 
-bool EditTabs::SaveActive(bool saveAs) {
+bool EditTabs::SaveActive(SaveName name) {
   EditTab* tab = Active();
-  return tab && Save(*tab, saveAs);
+  return tab && Save(*tab, name);
 }
 
-bool EditTabs::Save(EditTab& tab, bool saveAs) {
+bool EditTabs::Save(EditTab& tab, SaveName name) {
   CppEditor& editor = *tab.editor;
-  if (saveAs || editor.fileName.empty()) {
+  const bool asks = name == SaveName::cAsked;
+  if (asks || editor.fileName.empty()) {
     mavro::FileQuestion question;
     question.mode = mavro::FileQuestion::cSave;
-    question.title = saveAs ? "Save as" : "Save";
+    question.title = asks ? "Save as" : "Save";
     question.name = editor.fileName;
     question.defaultExtension = "cpp";
     const std::vector<std::string> chosen = mavro::Dialogs().chooseFiles(question);
@@ -207,7 +210,7 @@ bool EditTabs::Save(EditTab& tab, bool saveAs) {
   }
   if (!MayOverwrite(editor)) return false;
   if (!editor.Save()) {
-    theMainForm->SetStatus(editor.saveError, "");
+    host->Say(editor.saveError);
     ShowError("Error on save file:" + editor.fileName);
     return false;
   }
@@ -216,14 +219,14 @@ bool EditTabs::Save(EditTab& tab, bool saveAs) {
 
 void EditTabs::SaveChanged() {
   for (const auto& tab : tabs)
-    if (tab->editor->dirty) Save(*tab, false);
+    if (tab->editor->dirty) Save(*tab, SaveName::cOwn);
 }
 
 void EditTabs::SaveAll() {
   SaveChanged();
   if (!theProject.isOpen) return;
-  if (theProject.modified) theFileActs.SaveProject();
-  theFileActs.SaveSession();
+  if (theProject.modified) host->SaveProject();
+  host->SaveSession();
 }
 
 void EditTabs::OnCommand(int id) {
@@ -235,15 +238,15 @@ void EditTabs::OnCommand(int id) {
     case cOpenCommand:
       return AskAndOpen();
     case cSaveCommand:
-      SaveActive(false);
+      SaveActive(SaveName::cOwn);
       return;
     case cSaveAsCommand:
-      SaveActive(true);
+      SaveActive(SaveName::cAsked);
       return;
     case cSaveAllCommand:
       return SaveAll();
     case cCloseCommand:
-      CloseTab(selectedIndex, false);
+      CloseTab(selectedIndex, Unsaved::cAsk);
       return;
     case cCloseAllCommand:
       CloseAll();
@@ -258,7 +261,7 @@ void EditTabs::NewFile() {
   if (!theProject.isOpen || theProject.implicit)
     NewTab("");
   else
-    AskForNewFile();
+    host->AskForNewFile();
 }
 
 void EditTabs::AskAndOpen() {
@@ -305,7 +308,7 @@ void EditTabs::CheckDisk() {
 void EditTabs::CheckDisk(EditTab& tab) {
   CppEditor& editor = *tab.editor;
   if (!mavro::FileExists(editor.fileName)) {
-    theMainForm->SetStatus(editor.fileName + " is no longer there: its text is here only", "");
+    host->Say(editor.fileName + " is no longer there: its text is here only");
     return;
   }
   const std::string loss = editor.dirty ? "Load it again and lose your changes?" : "Load it again?";
@@ -341,7 +344,7 @@ void EditTabs::OnChangeSel(mavro::NotifyArgs&) {
 }
 
 void EditTabs::OnTabCloseRequest(mavro::NotifyArgs& args) {
-  if (args.value >= 0 && args.value < TabCount()) CloseTab(args.value, false);
+  if (args.value >= 0 && args.value < TabCount()) CloseTab(args.value, Unsaved::cAsk);
 }
 
 void EditTabs::OnMovePage(mavro::ItemArgs&) {
@@ -350,8 +353,8 @@ void EditTabs::OnMovePage(mavro::ItemArgs&) {
 }
 
 void EditTabs::ActiveChanged() {
-  if (!theMainForm) return;
-  theMainForm->ShowActiveFile();
+  if (!host) return;
+  host->FrontChanged();
   if (EditTab* tab = Active()) tab->editor->Focus();
 }
 

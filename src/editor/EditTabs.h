@@ -10,16 +10,22 @@
 
 namespace zendry {
 
+class EditTabs;
+class EditorHost;
+
 // One open file: a page with its editor.
 class EditTab : public mavro::TabPage {
  public:
-  EditTab();
+  explicit EditTab(EditTabs& itsTabs);
   ~EditTab() override;
 
   // Shows or takes away the mark of unsaved changes.
   void SetModified(bool on);
   // Names the page after the editor's file.
   void ShowName();
+
+  // The window's part; null once the window goes.
+  EditorHost* Host() const;
 
   std::string caption;    // the file's short name
   bool modified = false;  // the mark is shown
@@ -29,14 +35,20 @@ class EditTab : public mavro::TabPage {
   void OnMouseDown(mavro::MouseArgs& args);
   void OnContextMenu(mavro::MouseArgs& args);
 
+  EditTabs& tabs;
   int pressedAt = 0;  // where the mouse was last pressed, from the editor's left
 };
 
 // The open files, one tab each. Whoever wants to show a place in a file comes here. Owns its tabs.
 class EditTabs : public mavro::TabCtrl {
  public:
-  EditTabs();
+  // `itsHost` is the window that the tabs stand in.
+  explicit EditTabs(EditorHost& itsHost);
   ~EditTabs() override;
+
+  // The window; null once it goes, after which nothing may be opened or closed.
+  EditorHost* Host() const { return host; }
+  void DetachHost() { host = nullptr; }
 
   // Shows a file, in its tab if it has one. The path must be absolute. Null when it can't be shown,
   // which a message has said. The answer lives until its tab is closed.
@@ -50,13 +62,16 @@ class EditTabs : public mavro::TabCtrl {
   // Opens a file and puts the caret at a line; line 0 leaves the caret where it is.
   CppEditor* GoTo(const std::string& path, int line);
 
-  // Closes a tab after asking about unsaved changes, with `force` without; false when it stays.
-  bool CloseTab(int n, bool force);
+  // Whether unsaved changes are asked about before a tab goes.
+  enum class Unsaved { cAsk, cDrop };
+  // Closes a tab; false when the user wants it to stay.
+  bool CloseTab(int n, Unsaved unsaved);
   // Closes all tabs or, when one must stay, none.
   bool CloseAll();
-  // Saves the tab in front, asking for a name when it has none or `saveAs`; false when it wasn't
-  // written.
-  bool SaveActive(bool saveAs);
+  // Under which name a text is saved: its own if it has one, or one that is asked for.
+  enum class SaveName { cOwn, cAsked };
+  // Saves the tab in front; false when it wasn't written.
+  bool SaveActive(SaveName name);
   // Saves the tabs with changes; then the project, if it has any, and its session.
   void SaveAll();
   // Saves the tabs with changes and nothing else.
@@ -88,9 +103,10 @@ class EditTabs : public mavro::TabCtrl {
   void CheckDisk(EditTab& tab);
   bool MayOverwrite(CppEditor& editor);
   bool CanClose(EditTab& tab);
-  bool Save(EditTab& tab, bool saveAs);
+  bool Save(EditTab& tab, SaveName name);
   void ActiveChanged();
 
+  EditorHost* host;
   std::vector<std::unique_ptr<EditTab>> tabs;  // in the order of the pages
   mavro::Timer rescueTimer{this};
   bool checkingDisk = false;

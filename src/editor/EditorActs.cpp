@@ -1,7 +1,7 @@
 #include "editor/EditorActs.h"
 
-#include "base/CommandTable.h"
-#include "frame/MainForm.h"
+#include "editor/EditTabs.h"
+#include "editor/EditorHost.h"
 
 namespace zendry {
 
@@ -55,16 +55,13 @@ constexpr CommandRow cRows[] = {
 
 EditorActs theEditorActs;
 
-EditorActs::EditorActs() {
-  SetTarget(this, &EditorActs::OnCommand);
-  AddCommands(*this, cRows);
-}
+EditorActs::EditorActs() : CommandList(cRows) {}
 
-void EditorActs::OnCommand(int id) {
-  EditTab* tab = theMainForm ? theMainForm->editTabs.Active() : nullptr;
+void EditorActs::CarryOut(int id) {
+  EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (!tab) return;
   tab->editor->OnCommand(id);
-  if (id == cRecordMacroCommand) theMainForm->SetMacroRecording(tab->editor->inMacroRecord);
+  if (id == cRecordMacroCommand) tabs->Host()->SetMacroRecording(tab->editor->inMacroRecord);
 }
 
 }  // namespace zendry

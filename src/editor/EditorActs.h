@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Action.h"
+#include "base/CommandTable.h"
 
 namespace zendry {
 
@@ -21,12 +21,19 @@ enum EditorCommand {
   cRedoCommand = 848
 };
 
+class EditTabs;
+
 // The commands of the source editor.
-class EditorActs : public mavro::ActionList {
+class EditorActs : public CommandList {
  public:
   EditorActs();
-  // Carries out a command in the editor in front; without one nothing happens.
-  void OnCommand(int id);
+  // The tabs in whose front editor commands act; null for none, where nothing happens.
+  void Bind(EditTabs* newTabs) { tabs = newTabs; }
+
+ private:
+  void CarryOut(int id) override;
+
+  EditTabs* tabs = nullptr;
 };
 
 extern EditorActs theEditorActs;

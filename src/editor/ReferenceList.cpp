@@ -3,7 +3,6 @@
 #include "FileText.h"
 #include "SystemDialogs.h"
 #include "base/ControlBytes.h"
-#include "frame/MainForm.h"
 #include "project/Project.h"
 
 namespace zendry {
@@ -20,7 +19,8 @@ constexpr size_t cMaxRowText = 0x4000;
 
 }  // namespace
 
-ReferenceList::ReferenceList(const std::string& caption, EditorMark newMark) : mark(newMark) {
+ReferenceList::ReferenceList(const std::string& caption, EditorMark newMark, EditTabs& itsTabs)
+    : mark(newMark), tabs(itsTabs) {
   text = caption;
   list.AddColumn("file", cFileWidth);
   list.AddColumn("message", cLineWidth);
@@ -51,7 +51,7 @@ void ReferenceList::AppendToLast(std::string_view message) {
 }
 
 void ReferenceList::Clear() {
-  if (theMainForm && mark != cNoMark) theMainForm->editTabs.RemoveMark(mark);
+  if (mark != cNoMark) tabs.RemoveMark(mark);
   list.Clear();
   list.selectedIndex = -1;
   files.clear();
@@ -63,9 +63,9 @@ void ReferenceList::ShowCurrent() {
   const std::string path = theProject.GetFullPath(files[static_cast<size_t>(row)]);
   if (!mavro::FileExists(path)) return;
   const int line = list.GetItemData(row);
-  CppEditor* editor = theMainForm->editTabs.GoTo(path, line);
+  CppEditor* editor = tabs.GoTo(path, line);
   if (!editor || mark == cNoMark || line <= 0) return;
-  theMainForm->editTabs.RemoveMark(mark);
+  tabs.RemoveMark(mark);
   editor->SetMark(mark, line);
 }
 

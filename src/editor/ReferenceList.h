@@ -6,7 +6,7 @@
 
 #include "ListView.h"
 #include "TabCtrl.h"
-#include "editor/CppEditor.h"
+#include "editor/EditTabs.h"
 
 namespace zendry {
 
@@ -14,8 +14,8 @@ namespace zendry {
 // opens its file at its line. Text of tools is shown with its control bytes as marks.
 class ReferenceList : public mavro::TabPage {
  public:
-  // `newMark` is put beside the current place in its editor.
-  ReferenceList(const std::string& caption, EditorMark newMark);
+  // `newMark` is put beside the current place in its editor. `itsTabs` shows the places.
+  ReferenceList(const std::string& caption, EditorMark newMark, EditTabs& itsTabs);
 
   // Appends a place; `file` is relative to the project's folder.
   void AddRow(const std::string& file, int line, std::string_view message);
@@ -38,6 +38,7 @@ class ReferenceList : public mavro::TabPage {
   void GoToRow(int row);
 
   const EditorMark mark;
+  EditTabs& tabs;
   std::vector<std::string> files;  // of each row, as given: the list shows them marked
 };
 

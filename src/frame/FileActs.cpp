@@ -3,12 +3,9 @@
 #include <algorithm>
 
 #include "SystemDialogs.h"
-#include "base/CommandTable.h"
 #include "base/Paths.h"
-#include "build/BuildActs.h"
 #include "config/IdeSession.h"
 #include "frame/MainForm.h"
-#include "frame/PrjActs.h"
 #include "frame/RecentDialog.h"
 #include "project/Project.h"
 #include "project/SessionFile.h"
@@ -20,27 +17,28 @@ namespace {
 
 using mavro::cControlKey;
 using enum Offered;
+using enum WhileBuilding;
 
 constexpr CommandRow cRows[] = {
-    {cNewCommand, "&New", cControlKey | 'N'},
-    {cOpenCommand, "&Open...", cControlKey | 'O'},
-    {cCloseCommand, "&Close", cControlKey | cKeyF4},
-    {cCloseAllCommand, "Close All"},
-    {cSaveCommand, "&Save", cControlKey | 'S'},
-    {cSaveAsCommand, "Save &As..."},
+    {cNewCommand, "&New", cControlKey | 'N', cNow, cRefused},
+    {cOpenCommand, "&Open...", cControlKey | 'O', cNow, cRefused},
+    {cCloseCommand, "&Close", cControlKey | cKeyF4, cNow, cRefused},
+    {cCloseAllCommand, "Close All", 0, cNow, cRefused},
+    {cSaveCommand, "&Save", cControlKey | 'S', cNow, cRefused},
+    {cSaveAsCommand, "Save &As...", 0, cNow, cRefused},
     {mavro::cSeparatorRow},
-    {cPrintCommand, "Print file", 0, cLater},
+    {cPrintCommand, "Print file", 0, cLater, cRefused},
     {mavro::cSeparatorRow},
-    {cNewProjectCommand, "New project", 0, cLater},
-    {cCloneProjectCommand, "Clone project", 0, cLater},
-    {cOpenProjectCommand, "Open project"},
-    {cSaveProjectCommand, "Save project"},
-    {cSaveAllCommand, "Save all"},
+    {cNewProjectCommand, "New project", 0, cLater, cRefused},
+    {cCloneProjectCommand, "Clone project", 0, cLater, cRefused},
+    {cOpenProjectCommand, "Open project", 0, cNow, cRefused},
+    {cSaveProjectCommand, "Save project", 0, cNow, cRefused},
+    {cSaveAllCommand, "Save all", 0, cNow, cRefused},
     {mavro::cSeparatorRow},
-    {cCloseProjectCommand, "Close project"},
+    {cCloseProjectCommand, "Close project", 0, cNow, cRefused},
     {mavro::cSeparatorRow},
-    {cRecentFilesCommand, "Recent files"},
-    {cRecentProjectsCommand, "Recent projects"},
+    {cRecentFilesCommand, "Recent files", 0, cNow, cRefused},
+    {cRecentProjectsCommand, "Recent projects", 0, cNow, cRefused},
     {cExitCommand, "E&xit"},
 };
 
@@ -58,9 +56,7 @@ std::string FolderOfLastProject() {
 
 FileActs theFileActs;
 
-FileActs::FileActs() {
-  SetTarget(this, &FileActs::OnCommand);
-  AddCommands(*this, cRows);
+FileActs::FileActs() : CommandList(cRows) {
   actNew = Find(cNewCommand);
   actOpen = Find(cOpenCommand);
   actCloseAll = Find(cCloseAllCommand);
@@ -69,9 +65,8 @@ FileActs::FileActs() {
   actSaveAll = Find(cSaveAllCommand);
 }
 
-void FileActs::OnCommand(int id) {
+void FileActs::CarryOut(int id) {
   if (!theMainForm) return;
-  if (theBuildActs.IsBuilding() && id != cExitCommand) return mavro::Beep();
   switch (id) {
     case cOpenProjectCommand:
       return AskAndLoad();
@@ -92,12 +87,6 @@ void FileActs::OnCommand(int id) {
     }
     case cExitCommand:
       return theMainForm->Close();
-    case cAddFileCommand:
-      return thePrjActs.AddFiles();
-    case cRemoveFileCommand:
-      return thePrjActs.RemoveSelected();
-    case cCreateMakefileCommand:
-      return thePrjActs.CreateMakefile();
     default:
       return theMainForm->editTabs.OnCommand(id);
   }
@@ -129,7 +118,7 @@ void FileActs::LoadProject(const std::string& path) {
 }
 
 void FileActs::OpenFiles(std::vector<std::string> paths) {
-  if (theBuildActs.IsBuilding()) return mavro::Beep();
+  if (IsRefusedByBuild()) return;
   const auto isProject = [](const std::string& path) { return FileKind(path) == cProjectFile; };
   std::stable_partition(paths.begin(), paths.end(), isProject);
   for (const std::string& path : paths) {

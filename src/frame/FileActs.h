@@ -3,36 +3,15 @@
 #include <string>
 #include <vector>
 
-#include "Action.h"
+#include "base/CommandTable.h"
+#include "base/FileCommands.h"
 
 namespace zendry {
 
-enum FileCommand {
-  cNewCommand = 1300,
-  cOpenCommand = 1302,
-  cSaveCommand = 1303,
-  cSaveAsCommand = 1304,
-  cSaveAllCommand = 1305,
-  cCloseCommand = 1306,
-  cCloseAllCommand = 1307,
-  cOpenProjectCommand = 1308,
-  cNewProjectCommand = 1309,
-  cSaveProjectCommand = 1310,
-  cCloneProjectCommand = 1311,
-  cCloseProjectCommand = 1312,
-  cRecentFilesCommand = 1313,
-  cRecentProjectsCommand = 1314,
-  cPrintCommand = 1315,
-  cExitCommand = 1316
-};
-
-// The commands of the menu "&File". Its one handler serves the commands on the project too; what
-// concerns an open file it hands on to the editor tabs. While a build runs only "E&xit" is heard.
-class FileActs : public mavro::ActionList {
+// The commands of the menu "&File". What concerns an open file it hands on to the editor tabs.
+class FileActs : public CommandList {
  public:
   FileActs();
-
-  void OnCommand(int id);
 
   // The project in hand. Reading one that can't be read leaves it empty under its name.
   void LoadProject(const std::string& path);
@@ -55,6 +34,7 @@ class FileActs : public mavro::ActionList {
   mavro::Action* actSaveAll;
 
  private:
+  void CarryOut(int id) override;
   void AskAndLoad();
 };
 

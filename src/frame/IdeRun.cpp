@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "build/BuildActs.h"
+#include "build/Builder.h"
 #include "config/EditorSettings.h"
 #include "config/IdeConfig.h"
 #include "config/IdeSession.h"

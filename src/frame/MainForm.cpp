@@ -1,8 +1,10 @@
 #include "frame/MainForm.h"
 
 #include "base/Paths.h"
+#include "browser/BrowserActs.h"
 #include "build/BuildActs.h"
 #include "debug/Debugger.h"
+#include "editor/EditorActs.h"
 #include "frame/FileActs.h"
 #include "frame/PictureStrips.h"
 #include "project/Project.h"
@@ -37,15 +39,16 @@ constexpr int cTabsAndBarWidth = 640;
 }  // namespace
 
 MainForm::MainForm(const StartupFile& newStartup)
-    : sources(theProject, *this),
+    : sources(theProject, *this, *this),
       completion(sources),
       toolPanel(leftTabs),
-      errorList("Error", cErrorMark),
-      resultList("Result", cNoMark),
       startup(newStartup) {
   theMainForm = this;
   theProject.SetShell(this);
-  theBuildActs.Bind(theProject, *this);
+  theBuilder.Bind(theProject, *this);
+  theBuildActs.Bind(theBuilder, theProject, *this);
+  theEditorActs.Bind(&editTabs);
+  theBrowserActs.Bind(&editTabs);
   text = "Zendry";
   center = false;
   acceptFiles = true;
@@ -60,6 +63,9 @@ MainForm::MainForm(const StartupFile& newStartup)
 }
 
 MainForm::~MainForm() {
+  theEditorActs.Bind(nullptr);
+  theBrowserActs.Bind(nullptr);
+  editTabs.DetachHost();
   theProject.SetShell(nullptr);
   theMainForm = nullptr;
 }
@@ -213,8 +219,8 @@ void MainForm::SayWhatIsNotKept() {
 
 // A build has the project in hand: it is told to stop, and the window stays until it has.
 void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
-  if (theBuildActs.IsBuilding()) {
-    theBuildActs.OnCommand(cStopBuildCommand);
+  if (Builder::IsBuilding()) {
+    theBuilder.RequestStop();
     SetStatus("The build is being stopped. Close the window again when it has ended.", "");
     args.value = 0;
     return;
@@ -274,9 +280,7 @@ void MainForm::ShowPage(int index) {
 void MainForm::OnBuildMode(mavro::ItemArgs&) {
   if (theDebugger.IsRunning())
     mavro::Information("Stop debugger first!");
-  else if (theBuildActs.IsBuilding())
-    mavro::Beep();
-  else
+  else if (!IsRefusedByBuild())
     theProject.SetMode(buildMode.selectedIndex);
   SetModeSelector(theProject.mode);
 }

@@ -8,6 +8,7 @@
 #include "config/IdeSession.h"
 #include "debug/WatchList.h"
 #include "editor/EditTabs.h"
+#include "editor/EditorHost.h"
 #include "editor/ReferenceList.h"
 #include "frame/ProjectTree.h"
 #include "frame/StartFiles.h"
@@ -43,7 +44,7 @@ enum ViewCommand {
 
 // The main window: holds every panel as a member, wires them to the command tables, and shows what
 // the core tells. What the panels do is theirs.
-class MainForm : public mavro::Form, public Shell {
+class MainForm : public mavro::Form, public Shell, private EditorHost {
  public:
   // `newStartup` is opened once the windows exist.
   explicit MainForm(const StartupFile& newStartup = {});
@@ -62,15 +63,15 @@ class MainForm : public mavro::Form, public Shell {
   // Ties the stop button to a command; a negative id disables it.
   void SetRunState(int id);
   void SetCaretInfo(int line, int column);
-  void SetMacroRecording(bool on);
+  void SetMacroRecording(bool on) override;
   // Called by the editor tabs when the first tab comes and the last one goes.
-  void SetEditorCommandsEnabled(bool on);
+  void SetEditorCommandsEnabled(bool on) override;
   // Names the file in front in the caption and shows its caret.
   void ShowActiveFile();
   // Says in the status bar, once, which setting or session could not be read or written.
   void SayWhatIsNotKept();
   // Shows a caret if its file is the one in front.
-  void ShowCaretOf(const CppEditor& editor);
+  void ShowCaretOf(const CppEditor& editor) override;
 
   // Group: what the core tells the window.
   void AppendOutput(std::string_view text) override;
@@ -102,6 +103,8 @@ class MainForm : public mavro::Form, public Shell {
   void SaveChangedFiles() override;
   void RemoveErrorMark() override;
   std::vector<EditorText*> OpenTexts() override;
+  // No panel shows tags yet.
+  void TagsChanged() override {}
   bool IsDebuggerRunning() override;
 
   // Group: the panels.
@@ -121,19 +124,32 @@ class MainForm : public mavro::Form, public Shell {
   mavro::TabPage projectPage, classesPage, outputPage;
   ProjectSources sources;
   Completion completion;
-  EditTabs editTabs;
+  EditTabs editTabs{*this};
   StartFiles startFiles{*this, *this};
   ToolPanel toolPanel;
   mavro::Memo output;
   WatchList watches[4];
-  ReferenceList errorList;
-  ReferenceList resultList;
+  ReferenceList errorList{"Error", cErrorMark, editTabs};
+  ReferenceList resultList{"Result", cNoMark, editTabs};
   mavro::SplitContainer hSplit;
   mavro::SplitContainer vSplit;
   mavro::TreeView classTree;
   ProjectTree projectTree;
 
  private:
+  // Group: what the editors ask of the window.
+  void Say(const std::string& text) override;
+  void FrontChanged() override;
+  void FileOpened(const std::string& path) override;
+  void SaveProject() override;
+  void SaveSession() override;
+  void AskForNewFile() override;
+  mavro::ContextMenu& TextMenu() override;
+  mavro::ContextMenu& MarginMenu() override;
+  Completion& CodeCompletion() override { return completion; }
+  bool WantsValueTips() override;
+  void ShowValueTip(const std::string& expression) override;
+
   void InitMenus();
   void InitBarMenu();
   void InitBars();

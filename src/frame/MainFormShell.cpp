@@ -2,10 +2,13 @@
 
 #include "base/ControlBytes.h"
 #include "debug/Debugger.h"
+#include "frame/EditorMenus.h"
+#include "frame/FileActs.h"
 #include "frame/MainForm.h"
+#include "frame/NewFileDlg.h"
 #include "project/Project.h"
 
-// The main window as what the core speaks to.
+// The main window as what the core and the editors speak to.
 
 namespace zendry {
 
@@ -151,6 +154,46 @@ std::vector<EditorText*> MainForm::OpenTexts() {
 
 bool MainForm::IsDebuggerRunning() {
   return theDebugger.IsRunning();
+}
+
+void MainForm::Say(const std::string& said) {
+  SetStatus(said, "");
+}
+
+void MainForm::FrontChanged() {
+  ShowActiveFile();
+}
+
+void MainForm::FileOpened(const std::string& path) {
+  startFiles.Opened(path);
+}
+
+void MainForm::SaveProject() {
+  theFileActs.SaveProject();
+}
+
+void MainForm::SaveSession() {
+  theFileActs.SaveSession();
+}
+
+void MainForm::AskForNewFile() {
+  zendry::AskForNewFile();
+}
+
+mavro::ContextMenu& MainForm::TextMenu() {
+  return EditorTextMenu();
+}
+
+mavro::ContextMenu& MainForm::MarginMenu() {
+  return EditorMarginMenu();
+}
+
+bool MainForm::WantsValueTips() {
+  return theDebugger.IsRunning() && theIdeSession.debuggerTips;
+}
+
+void MainForm::ShowValueTip(const std::string& expression) {
+  theDebugger.PrintTip(expression);
 }
 
 }  // namespace zendry

@@ -3,7 +3,6 @@
 #include <filesystem>
 
 #include "SystemDialogs.h"
-#include "base/CommandTable.h"
 #include "base/Paths.h"
 #include "editor/EditTabs.h"
 #include "frame/FileActs.h"
@@ -16,21 +15,25 @@ namespace zendry {
 namespace {
 
 using enum Offered;
+using enum WhileBuilding;
 
 constexpr CommandRow cRows[] = {
-    {cAddFileCommand, "&Add file"},
-    {cRemoveFileCommand, "&Remove file"},
-    {cProjectOptionsCommand, "&Project options", 0, cLater},
-    {cCreateMakefileCommand, "&Create MakFile"},
+    {cAddFileCommand, "&Add file", 0, cNow, cRefused},
+    {cRemoveFileCommand, "&Remove file", 0, cNow, cRefused},
+    {cProjectOptionsCommand, "&Project options", 0, cLater, cRefused},
+    {cCreateMakefileCommand, "&Create MakFile", 0, cNow, cRefused},
 };
 
 }  // namespace
 
 PrjActs thePrjActs;
 
-PrjActs::PrjActs() {
-  SetTarget(&theFileActs, &FileActs::OnCommand);
-  AddCommands(*this, cRows);
+PrjActs::PrjActs() : CommandList(cRows) {}
+
+void PrjActs::CarryOut(int id) {
+  if (id == cAddFileCommand) AddFiles();
+  if (id == cRemoveFileCommand) RemoveSelected();
+  if (id == cCreateMakefileCommand) CreateMakefile();
 }
 
 void PrjActs::AddFiles() {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Action.h"
+#include "base/CommandTable.h"
 
 namespace zendry {
 
@@ -11,8 +11,8 @@ enum ProjectCommand {
   cCreateMakefileCommand = 1004
 };
 
-// The commands on the files of the project. FileActs handles them; the work is done here.
-class PrjActs : public mavro::ActionList {
+// The commands on the files of the project.
+class PrjActs : public CommandList {
  public:
   PrjActs();
 
@@ -22,6 +22,9 @@ class PrjActs : public mavro::ActionList {
   void RemoveSelected();
   // Writes "Makefile" into the current folder.
   void CreateMakefile();
+
+ private:
+  void CarryOut(int id) override;
 };
 
 extern PrjActs thePrjActs;

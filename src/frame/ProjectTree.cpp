@@ -3,7 +3,6 @@
 #include "FileText.h"
 #include "SystemDialogs.h"
 #include "base/Paths.h"
-#include "frame/FileActs.h"
 #include "frame/MainForm.h"
 #include "frame/PictureStrips.h"
 #include "frame/PrjActs.h"
@@ -121,7 +120,7 @@ void ProjectTree::OnOpenFile(mavro::TreeArgs&) {
 void ProjectTree::OnTreeKey(mavro::KeyArgs& args) {
   if (args.key != cDeleteKey) return;
   args.handled = true;
-  theFileActs.OnCommand(cRemoveFileCommand);
+  thePrjActs.OnCommand(cRemoveFileCommand);
 }
 
 }  // namespace zendry

@@ -1,7 +1,5 @@
 #include "frame/ToolActs.h"
 
-#include "base/CommandTable.h"
-
 namespace zendry {
 
 namespace {
@@ -26,8 +24,6 @@ constexpr CommandRow cRows[] = {
 
 ToolActs theToolActs;
 
-ToolActs::ToolActs() {
-  AddCommands(*this, cRows);
-}
+ToolActs::ToolActs() : CommandList(cRows) {}
 
 }  // namespace zendry

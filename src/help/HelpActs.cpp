@@ -1,7 +1,5 @@
 #include "help/HelpActs.h"
 
-#include "base/CommandTable.h"
-
 namespace zendry {
 
 namespace {
@@ -19,8 +17,6 @@ constexpr CommandRow cRows[] = {
 
 HelpActs theHelpActs;
 
-HelpActs::HelpActs() {
-  AddCommands(*this, cRows);
-}
+HelpActs::HelpActs() : CommandList(cRows) {}
 
 }  // namespace zendry

@@ -1,12 +1,16 @@
 #pragma once
 
-#include "Action.h"
+#include "base/CommandTable.h"
 
 namespace zendry {
 
-class HelpActs : public mavro::ActionList {
+// The commands of the menu "&Help".
+class HelpActs : public CommandList {
  public:
   HelpActs();
+
+ private:
+  void CarryOut(int) override {}
 };
 
 extern HelpActs theHelpActs;

@@ -1,7 +1,7 @@
 #include "project/Project.h"
 
 #include "base/Paths.h"
-#include "base/Shell.h"
+#include "base/QuietShell.h"
 
 namespace zendry {
 
@@ -11,7 +11,7 @@ namespace {
 
 // For as long as nobody listens.
 Shell& MuteShell() {
-  static Shell shell;
+  static QuietShell shell;
   return shell;
 }
 

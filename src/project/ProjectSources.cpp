@@ -32,7 +32,7 @@ void ProjectSources::RefreshTags() {
 }
 
 std::string ProjectSources::TextOf(const TagData& module) {
-  for (const EditorText* editor : shell.OpenTexts()) {
+  for (const EditorText* editor : files.OpenTexts()) {
     if (editor->Path() != module.fileName) continue;
     const int length = editor->Length();
     if (length > cLargestText) return {};
@@ -49,7 +49,7 @@ std::string ProjectSources::TextOf(const TagData& module) {
 }
 
 void ProjectSources::Log(std::string_view text, std::string_view detail) {
-  LogMessage(shell, text, detail);
+  LogMessage(log, text, detail);
 }
 
 }  // namespace zendry

@@ -8,13 +8,15 @@
 namespace zendry {
 
 class Project;
-class Shell;
+class FilesShell;
+class OutputShell;
 
 // The tags of a project and of the open editors, as completion and lookups walk them.
 class ProjectSources : public CodeSources {
  public:
-  // Both must outlive it.
-  ProjectSources(Project& itsProject, Shell& itsShell) : project(itsProject), shell(itsShell) {}
+  // All must outlive it. `itsLog` takes the traces of lookups.
+  ProjectSources(Project& itsProject, FilesShell& itsFiles, OutputShell& itsLog)
+      : project(itsProject), files(itsFiles), log(itsLog) {}
 
   const std::vector<TagData*>& Modules() const override;
   TagData* Library() const override;
@@ -30,7 +32,8 @@ class ProjectSources : public CodeSources {
   };
 
   Project& project;
-  Shell& shell;
+  FilesShell& files;
+  OutputShell& log;
   mutable std::vector<TagData*> modules;      // what Modules() answered last
   std::map<std::string, ReadFile> readFiles;  // a few that TextOf() has read, by their paths
 };

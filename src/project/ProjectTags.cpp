@@ -14,7 +14,7 @@ namespace zendry {
 
 namespace {
 
-EditorText* FindEditor(Shell& shell, const std::string& path) {
+EditorText* FindEditor(FilesShell& shell, const std::string& path) {
   for (EditorText* editor : shell.OpenTexts())
     if (editor->Path() == path) return editor;
   return nullptr;
@@ -57,7 +57,7 @@ void RefreshIncludes(TagData& module, const EditorText& editor, std::vector<Incl
 // Has the parser log to the project's shell for as long as it lives.
 class ParserLog {
  public:
-  explicit ParserLog(Shell& shell) { theTagParser.shell = &shell; }
+  explicit ParserLog(OutputShell& shell) { theTagParser.shell = &shell; }
   ~ParserLog() { theTagParser.shell = nullptr; }
   ParserLog(const ParserLog&) = delete;
   ParserLog& operator=(const ParserLog&) = delete;

@@ -27,7 +27,7 @@ bool IsLink(const std::string& path) {
   return lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode);
 }
 
-SessionState CurrentState(const Project& project, Shell& shell) {
+SessionState CurrentState(const Project& project, FilesShell& shell) {
   SessionState state;
   state.mode = project.mode;
   for (const OpenFile& file : shell.OpenFiles())
@@ -36,7 +36,7 @@ SessionState CurrentState(const Project& project, Shell& shell) {
   return state;
 }
 
-void OpenStored(const SessionStep& step, const Project& project, Shell& shell) {
+void OpenStored(const SessionStep& step, const Project& project, FilesShell& shell) {
   // A NUL would end the name for the system: the file would be open under two names.
   if (step.path.find('\0') != std::string::npos) return;
   const std::string path = TidyPath(project.GetFullPath(step.path));
@@ -78,7 +78,7 @@ std::vector<SessionStep> ReadSessionText(std::string_view text) {
   return steps;
 }
 
-void LoadSession(const std::string& path, Project& project, Shell& shell) {
+void LoadSession(const std::string& path, Project& project, FilesShell& shell) {
   const std::optional<std::string> text = mavro::ReadFileText(path);
   if (!text) return;
   for (const SessionStep& step : ReadSessionText(*text)) {
@@ -91,7 +91,7 @@ void LoadSession(const std::string& path, Project& project, Shell& shell) {
   }
 }
 
-mavro::SaveResult SaveSession(const std::string& path, const Project& project, Shell& shell) {
+mavro::SaveResult SaveSession(const std::string& path, const Project& project, FilesShell& shell) {
   if (path.empty()) return {};
   if (IsLink(path)) return {path + ": is a link. The session is not kept."};
   const std::string text = SessionText(CurrentState(project, shell));

@@ -36,11 +36,11 @@ std::vector<SessionStep> ReadSessionText(std::string_view text);
 
 // Restores build mode, open files and active file. Files that are gone are passed over, as is a
 // missing session.
-void LoadSession(const std::string& path, Project& project, Shell& shell);
+void LoadSession(const std::string& path, Project& project, FilesShell& shell);
 
 // Writes the session, unless the file holds it already. A link in its place is not followed: a
 // project from elsewhere must not choose which file of the user's is overwritten. An empty path
 // writes nothing.
-mavro::SaveResult SaveSession(const std::string& path, const Project& project, Shell& shell);
+mavro::SaveResult SaveSession(const std::string& path, const Project& project, FilesShell& shell);
 
 }  // namespace zendry

@@ -11,7 +11,7 @@
 
 namespace zendry {
 
-class Shell;
+class OutputShell;
 class TagData;
 struct TagClass;
 
@@ -43,7 +43,7 @@ class TagParser {
   // The last source was given up before its end, for a long line or for many tags.
   bool gaveUp = false;
   // Who hears what is logged; not owned.
-  Shell* shell = nullptr;
+  OutputShell* shell = nullptr;
   // The language of what is parsed next, whatever its name tells: the name alone never leads to
   // Java. It holds until it is taken back.
   std::optional<Language> language;

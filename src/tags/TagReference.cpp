@@ -8,9 +8,9 @@
 #include <utility>
 
 #include "FileText.h"
+#include "base/FileTimes.h"
 #include "base/Paths.h"
 #include "base/XmlTag.h"
-#include "build/Staleness.h"
 #include "tags/TagCache.h"
 #include "tags/TagData.h"
 #include "tags/TagParser.h"

@@ -44,19 +44,19 @@ TEST_F(RealBuild, SourcesWithEvilNames_BuildAndRun) {
   }
   build.Add("main file.c", main + "int main(void) { printf(\"%d\", " + sum + "); return 0; }\n");
   build.project.outName = "-my \"program\" $x.exe";
-  ASSERT_TRUE(build.acts.Build(false)) << build.shell.output;
-  EXPECT_EQ(build.acts.FailedTools(), 0);
+  ASSERT_TRUE(build.builder.Build(Builder::Scope::cStale)) << build.shell.output;
+  EXPECT_EQ(build.builder.FailedTools(), 0);
   EXPECT_EQ(Run("out-rel/" + build.project.outName), std::to_string(number));
   build.shell.output.clear();
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.shell.output, testing::Not(testing::HasSubstr("Compiling")));
 }
 
 TEST_F(RealBuild, BaseNameTwice_IsReportedByTheLinker) {
   build.Add("a/x.c", "int main(void) { return 0; }\n");
   build.Add("b/x.c", "int other;\n");
-  build.acts.Build(false);
-  EXPECT_GE(build.acts.FailedTools(), 1);
+  build.builder.Build(Builder::Scope::cStale);
+  EXPECT_GE(build.builder.FailedTools(), 1);
   EXPECT_FALSE(build.shell.rows.empty());
 }
 
@@ -97,7 +97,7 @@ TEST_F(RealBuild, RandomEdits_MakeGivesWhatRebuildGives) {
   build.Add("main.c",
             "#include <stdio.h>\nint s0(void), s1(void), s2(void), s3(void);\nint main(void) { "
             "printf(\"%d %d %d %d\", s0(), s1(), s2(), s3()); return 0; }\n");
-  ASSERT_TRUE(build.acts.Build(false));
+  ASSERT_TRUE(build.builder.Build(Builder::Scope::cStale));
   std::string last = Run("out-rel/p.exe");
   for (int round = 0; round < cRounds; ++round) {
     WaitForNewTime(build.install);
@@ -108,9 +108,9 @@ TEST_F(RealBuild, RandomEdits_MakeGivesWhatRebuildGives) {
       else
         build.files.Write("s" + std::to_string(i) + ".c", source(i));
     }
-    ASSERT_TRUE(build.acts.Build(false));
+    ASSERT_TRUE(build.builder.Build(Builder::Scope::cStale));
     const std::string made = Run("out-rel/p.exe");
-    ASSERT_TRUE(build.acts.Build(true));
+    ASSERT_TRUE(build.builder.Build(Builder::Scope::cAll));
     EXPECT_EQ(made, Run("out-rel/p.exe")) << "round " << round;
     EXPECT_NE(made, last);
     last = made;

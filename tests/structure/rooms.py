@@ -4,6 +4,7 @@ rooms.py CHECK"""
 import os
 import re
 
+import draw_rooms
 import tree
 
 # Each room with those of src that it may include, lowest first; docs/architecture.md draws them.
@@ -109,5 +110,14 @@ def nothing_grows_beyond_the_edges():
                 yield f'{path}:{start}: a function of {length} lines, more than {LONGEST_FUNCTION}'
 
 
-tree.run_named({check.__name__: check for check in (
-    rooms_include_downward_only, includes_name_the_room, tests_mirror_the_rooms, nothing_grows_beyond_the_edges)})
+def drawing_shows_the_rooms():
+    if tree.read(draw_rooms.DRAWING).decode() != draw_rooms.svg(ROOMS):
+        yield f'{draw_rooms.DRAWING}: is not what tests/structure/draw_rooms.py draws'
+
+
+CHECKS = {check.__name__: check for check in (
+    rooms_include_downward_only, includes_name_the_room, tests_mirror_the_rooms, nothing_grows_beyond_the_edges,
+    drawing_shows_the_rooms)}
+
+if __name__ == '__main__':
+    tree.run_named(CHECKS)

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "base/Shell.h"
+#include "base/QuietShell.h"
 
 namespace test {
 
@@ -13,7 +13,7 @@ namespace test {
 //   project.SetShell(&shell);
 //   project.AddFile("src/a.cpp");
 //   EXPECT_EQ(shell.Take(), "status parse /p/src/a.cpp\nstatus  \nadd src/a.cpp 1 1\n");
-class ProjectShell : public zendry::Shell {
+class ProjectShell : public zendry::QuietShell {
  public:
   // What was recorded since the last call, a line for each event.
   std::string Take() {

@@ -43,7 +43,7 @@ class TextReader : public zendry::FileReader {
 };
 
 // Keeps what the parser logs: texts with their details, a line each.
-class TagLog : public zendry::Shell {
+class TagLog : public zendry::OutputShell {
  public:
   TagLog() { zendry::theTagParser.shell = this; }
   ~TagLog() override { zendry::theTagParser.shell = nullptr; }
@@ -52,6 +52,7 @@ class TagLog : public zendry::Shell {
     text += entry.substr(lead.size(), entry.size() - lead.size() - 2);
     text += '\n';
   }
+  void ClearOutput() override { text.clear(); }
 
   std::string text;
 };

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "TempFolder.h"
-#include "base/Shell.h"
+#include "base/QuietShell.h"
 #include "build/BuildActs.h"
 #include "config/IdeConfig.h"
 #include "project/Project.h"
@@ -47,7 +47,7 @@ inline std::string RowText(const zendry::ErrorRow& row) {
 }
 
 // A window that keeps what it is told. `events` holds the calls whose order matters.
-struct RecordingShell : zendry::Shell {
+struct RecordingShell : zendry::QuietShell {
   std::string status;  // what the status line says
   std::string output;
   std::vector<std::string> rows;
@@ -151,7 +151,7 @@ class FakeTools {
 //
 //   test::TestBuild build;
 //   build.Add("a.cpp", "int main() {}\n");
-//   EXPECT_TRUE(build.acts.Build(false));
+//   EXPECT_TRUE(build.builder.Build(zendry::Builder::Scope::cStale));
 class TestBuild {
  public:
   explicit TestBuild(const std::string& projectName = "p.zpj", int type = zendry::cConsole)
@@ -162,7 +162,8 @@ class TestBuild {
     project.SetShell(&shell);
     project.Init(files.Path(projectName), type);
     project.SetFileName(files.Path(projectName));
-    acts.Bind(project, shell);
+    builder.Bind(project, shell);
+    acts.Bind(builder, project, shell);
   }
   ~TestBuild() {
     std::filesystem::current_path(savedFolder);
@@ -179,7 +180,7 @@ class TestBuild {
   }
   // Builds, forgets the calls and gives all files the times of a finished build.
   void BuildAndAge() {
-    acts.Build(false);
+    builder.Build(zendry::Builder::Scope::cStale);
     tools.Take();
     AgeFiles(files.Path());
   }
@@ -190,6 +191,7 @@ class TestBuild {
   FakeTools tools{install.Path("tools")};
   RecordingShell shell;
   zendry::Project project;
+  zendry::Builder builder;
   zendry::BuildActs acts;
 
  private:

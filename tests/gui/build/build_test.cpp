@@ -180,7 +180,7 @@ TEST_F(IdeBuild, Stop_DuringABuild_EndsItBetweenTwoFiles) {
     WhileBuilding([&] { test::ClickToolRow(theMainForm->toolBar, cStopRow); });
     theBuildActs.OnCommand(cMakeCommand);
     EXPECT_FALSE(ide.files.Exists("out-rel/p.exe"));
-    EXPECT_FALSE(theBuildActs.IsBuilding());
+    EXPECT_FALSE(Builder::IsBuilding());
   });
 }
 
@@ -188,10 +188,10 @@ TEST_F(IdeBuild, ProjectCommands_DuringABuild_AreRefused) {
   const std::string project = ide.Project(cGoodFiles);
   ide.Run({project}, [&] {
     WhileBuilding([&] {
-      for (const int id : std::initializer_list<int>{cCloseProjectCommand, cOpenProjectCommand,
-                                                     cAddFileCommand, cRemoveFileCommand,
-                                                     cSaveProjectCommand, cRecentProjectsCommand})
+      for (const int id : {cCloseProjectCommand, cOpenProjectCommand, cSaveProjectCommand,
+                           cRecentProjectsCommand})
         theFileActs.OnCommand(id);
+      for (const int id : {cAddFileCommand, cRemoveFileCommand}) thePrjActs.OnCommand(id);
       theMainForm->projectTree.Focus();
       IdeDriver::Press(Qt::Key_Delete);
       mavro::ItemArgs args{&theMainForm->buildMode, 1, -1, -1, ""};

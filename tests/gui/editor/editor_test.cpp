@@ -199,11 +199,11 @@ TEST_F(IdeEditor, Save_FileChangedElsewhere_AsksBeforeItIsReplaced) {
     Type("mine ");
     ide.files.Write("a.cpp", "from elsewhere\n");
     ide.dialogs.answers = {mavro::Answer::cNo};
-    EXPECT_FALSE(Tabs().SaveActive(false));
+    EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     EXPECT_EQ(ide.files.Read("a.cpp"), "from elsewhere\n");
     EXPECT_TRUE(Front().dirty);
     ide.dialogs.answers = {mavro::Answer::cYes};
-    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     EXPECT_EQ(ide.files.Read("a.cpp"), "mine old\n");
   });
 }
@@ -212,7 +212,7 @@ TEST_F(IdeEditor, OwnSave_IsNotTakenForAChangeOfOthers) {
   ide.Run({}, [&] {
     Open("a.cpp", "old\n");
     Type("mine ");
-    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     Tabs().CheckDisk();
     EXPECT_THAT(ide.dialogs.texts, IsEmpty());
   });
@@ -291,7 +291,7 @@ TEST_F(IdeEditor, UnsavedText_IsKeptAndGoneAfterTheSave) {
       return std::distance(std::filesystem::directory_iterator(folder), {});
     };
     EXPECT_TRUE(test::WaitFor([&] { return copies() == 1; }));
-    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     EXPECT_EQ(copies(), 0);
   });
 }
@@ -343,7 +343,7 @@ TEST_F(IdeEditor, CloseWhileAListIsOpen_IsSafe) {
     PutCaret(*Tabs().OpenFile(ide.files.Path("main.cpp")));
     Type("s.");
     EXPECT_TRUE(ListIsOpen());
-    EXPECT_TRUE(Tabs().CloseTab(0, true));
+    EXPECT_TRUE(Tabs().CloseTab(0, EditTabs::Unsaved::cDrop));
     EXPECT_EQ(Tabs().TabCount(), 0);
   });
 }

@@ -232,7 +232,7 @@ TEST_F(IdeSaving, KilledAndTakenOver_EachEncoding_IsSavedInItsOwn) {
       ide.dialogs.answers = {mavro::Answer::cYes};
       ide.Run({}, [&] {
         EXPECT_TRUE(Front().dirty) << file.name;
-        EXPECT_TRUE(Tabs().SaveActive(false)) << file.name << Front().saveError;
+        EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn)) << file.name << Front().saveError;
         EXPECT_EQ(ide.files.Read("a.cpp"), file.changed) << file.name << gone;
         EXPECT_EQ(RescueFiles(), 0u) << file.name;
       });
@@ -266,11 +266,11 @@ TEST_F(IdeSaving, TakenOver_FileIsNewerOnDisk_SaveAsksBeforeItIsReplaced) {
     rescued.content = "mine\n";
     rescued.facts.disk = {true, 1, 2, 3, 4};
     EXPECT_TRUE(editor.TakeRescued(rescued));
-    EXPECT_FALSE(Tabs().SaveActive(false));  // answered No
+    EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cOwn));  // answered No
     EXPECT_THAT(ide.dialogs.texts, ElementsAre(HasSubstr("was changed by another program!")));
     EXPECT_EQ(ide.files.Read("a.cpp"), "newer, by another program\n");
     ide.dialogs.answers = {mavro::Answer::cYes};
-    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     EXPECT_EQ(ide.files.Read("a.cpp"), "mine\n");
   });
 }
@@ -286,7 +286,7 @@ TEST_F(IdeSaving, TakenOver_FileIsAsItWas_SavesWithoutAQuestion) {
   ide.dialogs.answers = {mavro::Answer::cYes};
   ide.Run({}, [&] {
     ide.dialogs.texts.clear();
-    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     EXPECT_THAT(ide.dialogs.texts, IsEmpty());
     EXPECT_EQ(ide.files.Read("a.cpp"), "mine old\n");
   });
@@ -303,7 +303,7 @@ TEST_F(IdeSaving, TwoTextsOfOneFile_ComeBackInATabEach) {
                                             Tabs().GetTab(1)->editor->GetText()};
     EXPECT_THAT(texts, testing::UnorderedElementsAre("first\n", "second\n"));
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp*", "a.cpp*"));
-    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     EXPECT_TRUE(Tabs().GetTab(0)->editor->DiskHasChanged());
   });
 }
@@ -317,7 +317,7 @@ TEST_F(IdeSaving, SaveAsFails_NewNameStaysUnsaved_AndIsWhatIsRescued) {
     Keep(editor);
     const std::string path = ide.files.Path("none/new.cpp");
     ide.dialogs.files = {{path}};
-    EXPECT_FALSE(Tabs().SaveActive(true));
+    EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cAsked));
     EXPECT_THAT(ide.dialogs.texts, ElementsAre("Error: Error on save file:" + path));
     EXPECT_EQ(editor.fileName, path);
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("new.cpp*"));
@@ -326,7 +326,7 @@ TEST_F(IdeSaving, SaveAsFails_NewNameStaysUnsaved_AndIsWhatIsRescued) {
     EXPECT_EQ(test::TextsIfKilled()[0].path, path);
     EXPECT_EQ(test::TextsIfKilled()[0].content, "mine old\n");
     ide.files.Folder("none");
-    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     EXPECT_THAT(ide.dialogs.texts, SizeIs(1));
     EXPECT_EQ(ide.files.Read("none/new.cpp"), "mine old\n");
     EXPECT_EQ(ide.files.Read("a.cpp"), "old\n");
@@ -337,7 +337,7 @@ TEST_F(IdeSaving, SaveAsFails_CleanTextBecomesUnsaved) {
   ide.Run({}, [&] {
     CppEditor& editor = Open("a.cpp", "old\n");
     ide.dialogs.files = {{ide.files.Path("none/new.cpp")}};
-    EXPECT_FALSE(Tabs().SaveActive(true));
+    EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cAsked));
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("new.cpp*"));
     Type("x");
     editor.Send(mavro::SCI_UNDO);
@@ -364,11 +364,11 @@ TEST_F(IdeSaving, SaveAsOverAFileFails_NextSaveReplacesItUnlessItHasChangedSince
       ide.dialogs.files = {{path}};
       {
         const test::WithoutRights user;
-        EXPECT_FALSE(Tabs().SaveActive(true));
+        EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cAsked));
       }
       ASSERT_EQ(chmod(path.c_str(), 0644), 0);
       if (changed) ide.files.Write("b.cpp", "theirs, and newer\n");
-      EXPECT_EQ(Tabs().SaveActive(false), !changed);  // answered No
+      EXPECT_EQ(Tabs().SaveActive(EditTabs::SaveName::cOwn), !changed);  // answered No
       EXPECT_THAT(ide.dialogs.texts, SizeIs(changed ? 2 : 1));
       EXPECT_EQ(ide.files.Read("b.cpp"), changed ? "theirs, and newer\n" : "mine old\n");
       EXPECT_EQ(editor.dirty, changed);
@@ -402,11 +402,11 @@ TEST_F(IdeSaving, SaveFailsInAFolderThatIsShut_ChangeByOthersIsStillSeen) {
     fs::permissions(ide.files.Path("shut"), fs::perms::none);
     {
       const test::WithoutRights user;
-      EXPECT_FALSE(Tabs().SaveActive(false));
+      EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     }
     fs::permissions(ide.files.Path("shut"), fs::perms::owner_all);
     ide.files.Write("shut/a.cpp", "theirs\n");
-    EXPECT_FALSE(Tabs().SaveActive(false));  // answered No
+    EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cOwn));  // answered No
     EXPECT_EQ(ide.files.Read("shut/a.cpp"), "theirs\n");
   });
 }
@@ -420,10 +420,10 @@ TEST_F(IdeSaving, SaveAsIntoAFolderThatIsShut_FileInIt_IsAskedAboutOnceItIsSeen)
     fs::permissions(ide.files.Path("shut"), fs::perms::none);
     {
       const test::WithoutRights user;
-      EXPECT_FALSE(Tabs().SaveActive(true));
+      EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cAsked));
     }
     fs::permissions(ide.files.Path("shut"), fs::perms::owner_all);
-    EXPECT_FALSE(Tabs().SaveActive(false));  // answered No
+    EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cOwn));  // answered No
     EXPECT_THAT(ide.dialogs.texts.back(), HasSubstr("was changed by another program!"));
     EXPECT_EQ(ide.files.Read("shut/b.cpp"), "theirs\n");
   });
@@ -434,9 +434,9 @@ TEST_F(IdeSaving, SaveAsFails_FileOfThatNameComesLater_IsAskedAbout) {
     Open("a.cpp", "old\n");
     Type("mine ");
     ide.dialogs.files = {{ide.files.Path("none/new.cpp")}};
-    EXPECT_FALSE(Tabs().SaveActive(true));
+    EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cAsked));
     ide.files.Write("none/new.cpp", "theirs\n");
-    EXPECT_FALSE(Tabs().SaveActive(false));
+    EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     EXPECT_THAT(ide.dialogs.texts.back(), HasSubstr("was changed by another program!"));
     EXPECT_EQ(ide.files.Read("none/new.cpp"), "theirs\n");
   });
@@ -448,11 +448,11 @@ TEST_F(IdeSaving, SaveOfATextWithoutAName_Fails_KeepsTheChosenNameAndTheText) {
     Type("int a;");
     const std::string path = ide.files.Path("none/new.cpp");
     ide.dialogs.files = {{path}};
-    EXPECT_FALSE(Tabs().SaveActive(false));
+    EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     Keep(Front());
     EXPECT_EQ(test::TextsIfKilled().at(0).path, path);
     ide.files.Folder("none");
-    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     EXPECT_EQ(ide.files.Read("none/new.cpp"), "int a;");
     EXPECT_EQ(RescueFiles(), 0u);
   });
@@ -496,17 +496,17 @@ TEST_P(IdeSavingLinks, SavedByOneName_TheOtherAsksBeforeItReplacesThat) {
       first.Send(mavro::SCI_INSERTTEXT, 0, "first ");
       second.Send(mavro::SCI_INSERTTEXT, 0, "the second ");
       Tabs().Activate(first.fileName, true);
-      EXPECT_TRUE(Tabs().SaveActive(false));
+      EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
       EXPECT_FALSE(first.DiskHasChanged());
       ide.dialogs.texts.clear();
       Tabs().Activate(second.fileName, true);
-      EXPECT_FALSE(Tabs().SaveActive(false));  // answered No
+      EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cOwn));  // answered No
       EXPECT_THAT(ide.dialogs.texts, SizeIs(1));
       EXPECT_EQ(ide.files.Read("own.cpp"), "first old\n");
       EXPECT_EQ(second.GetText(), "the second old\n");
       EXPECT_TRUE(AreOneFile());
       ide.dialogs.answers = {mavro::Answer::cYes};
-      EXPECT_TRUE(Tabs().SaveActive(false));
+      EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
       EXPECT_EQ(ide.files.Read("link.cpp"), "the second old\n");
       EXPECT_EQ(ide.files.Read("own.cpp"), "the second old\n");
       EXPECT_TRUE(AreOneFile());
@@ -521,7 +521,7 @@ TEST_P(IdeSavingLinks, SavedByOneName_TheOtherIsOfferedAtTheReturnToTheWindow) {
     OpenBoth();
     own->Send(mavro::SCI_INSERTTEXT, 0, "new ");
     Tabs().Activate(own->fileName, true);
-    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     ide.dialogs.texts.clear();
     ide.dialogs.answers = {mavro::Answer::cYes};
     Tabs().CheckDisk();
@@ -535,7 +535,7 @@ TEST_P(IdeSavingLinks, SaveLeavesNothingInTheRescueFolder) {
     OpenBoth();
     link->Send(mavro::SCI_INSERTTEXT, 0, "new ");
     Keep(*link);
-    EXPECT_TRUE(Tabs().SaveActive(false));
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     EXPECT_EQ(RescueFiles(), 0u);
     EXPECT_EQ(ide.files.Read("own.cpp"), "new old\n");
     own->AcceptDisk();

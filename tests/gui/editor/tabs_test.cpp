@@ -164,7 +164,7 @@ TEST_F(IdeTabs, CloseTab_DirtyAnsweredNo_ClosesAndLeavesTheFile) {
     const std::string path = editor.fileName;
     SetText(editor, "new");
     ide.dialogs.answers = {mavro::Answer::cNo};
-    EXPECT_TRUE(Tabs().CloseTab(0, false));
+    EXPECT_TRUE(Tabs().CloseTab(0, EditTabs::Unsaved::cAsk));
     EXPECT_EQ(Tabs().TabCount(), 0);
     EXPECT_EQ(ide.files.Read("a.cpp"), "old");
     EXPECT_THAT(ide.dialogs.texts,
@@ -177,7 +177,7 @@ TEST_F(IdeTabs, CloseTab_DirtyAnsweredYes_SavesFirst) {
     CppEditor& editor = Open("a.cpp", "old");
     SetText(editor, "new");
     ide.dialogs.answers = {mavro::Answer::cYes};
-    EXPECT_TRUE(Tabs().CloseTab(0, false));
+    EXPECT_TRUE(Tabs().CloseTab(0, EditTabs::Unsaved::cAsk));
     EXPECT_EQ(ide.files.Read("a.cpp"), "new");
   });
 }
@@ -199,19 +199,20 @@ TEST_F(IdeTabs, CloseAll_SaveFails_AllTabsStay) {
 }
 
 TEST_F(IdeTabs, CloseTab_PastTheEnd_BreaksThePrecondition) {
-  ide.Run({}, [&] { EXPECT_DEATH(Tabs().CloseTab(0, true), "n<TabCount\\(\\)"); });
+  ide.Run({},
+          [&] { EXPECT_DEATH(Tabs().CloseTab(0, EditTabs::Unsaved::cDrop), "n<TabCount\\(\\)"); });
 }
 
 TEST_F(IdeTabs, SaveActive_As_AsksAndTakesTheNewName) {
   ide.Run({}, [&] {
     Open("a.cpp", "text");
     ide.dialogs.files = {{ide.files.Path("new.cpp")}};
-    EXPECT_TRUE(Tabs().SaveActive(true));
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cAsked));
     EXPECT_EQ(ide.dialogs.questions.at(0).title, "Save as");
     EXPECT_EQ(ide.dialogs.questions.at(0).defaultExtension, "cpp");
     EXPECT_EQ(ide.files.Read("new.cpp"), "text");
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("new.cpp"));
-    EXPECT_FALSE(Tabs().SaveActive(true));
+    EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cAsked));
   });
 }
 

@@ -65,17 +65,5 @@ TEST(Commands, Ids_LieInTheRangeOfCommandsAndAreUnique) {
     }
 }
 
-TEST(Commands, AddCommands_OfferedLater_HasNobodyToHandleIt) {
-  constexpr CommandRow cRows[] = {{900, "Now"}, {901, "Later", 0, Offered::cLater}};
-  struct List : mavro::ActionList {
-    List() { SetTarget(this, &List::OnCommand); }
-    void OnCommand(int) {}
-  } list;
-  AddCommands(list, cRows);
-  EXPECT_TRUE(IsHandled(list.Find(900)));
-  EXPECT_FALSE(IsHandled(list.Find(901)));
-  EXPECT_FALSE(IsHandled(nullptr));
-}
-
 }  // namespace
 }  // namespace zendry

@@ -113,7 +113,7 @@ TEST_F(FailingSave, FileWithoutWriteRight_IsSaidAndSavedElsewhere) {
     EXPECT_THAT(ide.dialogs.texts, ElementsAre("Error: Error on save file:" + path));
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp*"));
     ide.dialogs.files = {{ide.files.Path("b.cpp")}};
-    EXPECT_TRUE(Tabs().SaveActive(true));
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cAsked));
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("b.cpp"));
     EXPECT_EQ(ide.files.Read("b.cpp"), "xold\n");
     EXPECT_EQ(ide.files.Read("a.cpp"), "old\n");
@@ -236,7 +236,7 @@ TEST_P(IdeClosing, AsksAboutTheTextAndIsClean) {
     Type("y");
     EXPECT_EQ(Front().GetText(), "y");
     EXPECT_FALSE(Front().inMacroRecord);
-    EXPECT_TRUE(Tabs().CloseTab(0, true));
+    EXPECT_TRUE(Tabs().CloseTab(0, EditTabs::Unsaved::cDrop));
   });
 }
 

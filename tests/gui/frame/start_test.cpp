@@ -105,7 +105,7 @@ TEST_F(IdeStart, SessionFile_OpenedByHandAndClosed_LeavesTheSession) {
   ide.Run({project}, [&] {
     theMainForm->editTabs.OpenFile(ide.files.Path("a.cpp"));
     EXPECT_EQ(theMainForm->OpenFiles().size(), 2u);
-    theMainForm->editTabs.CloseTab(1, true);
+    theMainForm->editTabs.CloseTab(1, EditTabs::Unsaved::cDrop);
   });
   EXPECT_THAT(ide.files.Read("p.zend"), Not(HasSubstr("a.cpp")));
 }

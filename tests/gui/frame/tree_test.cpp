@@ -123,7 +123,7 @@ TEST_F(IdeTree, Delete_TakesTheFileOutAndLeavesTabAndFile) {
 TEST_F(IdeTree, Delete_OnTheResourceFile_LeavesItOnDisk) {
   ide.Run({ide.Project({{"r.rc", ""}})}, [&] {
     Select("r.rc");
-    theFileActs.OnCommand(cRemoveFileCommand);
+    thePrjActs.OnCommand(cRemoveFileCommand);
     EXPECT_EQ(theProject.resourceFile, "");
     EXPECT_EQ(IdeDriver::Tree(), "(Resource File)");
     EXPECT_TRUE(ide.files.Exists("r.rc"));
@@ -133,7 +133,7 @@ TEST_F(IdeTree, Delete_OnTheResourceFile_LeavesItOnDisk) {
 
 TEST_F(IdeTree, Remove_WithNothingSelected_StillMarksTheProject) {
   ide.Run({ide.Project({{"a.cpp", ""}})}, [&] {
-    theFileActs.OnCommand(cRemoveFileCommand);
+    thePrjActs.OnCommand(cRemoveFileCommand);
     EXPECT_TRUE(theProject.modified);
     EXPECT_EQ(theProject.Files().size(), 1u);
     ide.dialogs.answers = {mavro::Answer::cNo};
@@ -143,7 +143,7 @@ TEST_F(IdeTree, Remove_WithNothingSelected_StillMarksTheProject) {
 TEST_F(IdeTree, AddFiles_AddsTheNewAndNamesTheKnown) {
   ide.Run({ide.Project({{"a.cpp", ""}})}, [&] {
     ide.dialogs.files = {{ide.files.Path("a.cpp"), ide.files.Write("sub/n.h", "")}};
-    theFileActs.OnCommand(cAddFileCommand);
+    thePrjActs.OnCommand(cAddFileCommand);
     ASSERT_EQ(ide.dialogs.questions.size(), 1u);
     EXPECT_EQ(ide.dialogs.questions[0].title, "Open...");
     EXPECT_THAT(ide.dialogs.questions[0].filter, HasSubstr("|Resource Files|*.rc"));
@@ -159,7 +159,7 @@ TEST_F(IdeTree, AddFiles_AddsTheNewAndNamesTheKnown) {
 TEST_F(IdeTree, AddFiles_SecondResource_BringsTheMessageAndNoNode) {
   ide.Run({ide.Project({{"r.rc", ""}})}, [&] {
     ide.dialogs.files = {{ide.files.Write("s.rc", "")}};
-    theFileActs.OnCommand(cAddFileCommand);
+    thePrjActs.OnCommand(cAddFileCommand);
     EXPECT_THAT(ide.dialogs.texts, ElementsAre("Information: Only single resource file allowed!"));
     EXPECT_EQ(IdeDriver::Tree(), "(Resource File(r.rc))");
     ide.dialogs.answers = {mavro::Answer::cNo};
@@ -168,7 +168,7 @@ TEST_F(IdeTree, AddFiles_SecondResource_BringsTheMessageAndNoNode) {
 
 TEST_F(IdeTree, AddFiles_Cancelled_ChangesNothing) {
   ide.Run({ide.Project({{"a.cpp", ""}})}, [&] {
-    theFileActs.OnCommand(cAddFileCommand);
+    thePrjActs.OnCommand(cAddFileCommand);
     EXPECT_FALSE(theProject.modified);
   });
 }
@@ -176,7 +176,7 @@ TEST_F(IdeTree, AddFiles_Cancelled_ChangesNothing) {
 TEST_F(IdeTree, Commands_WithoutAProject_DoNothing) {
   ide.Run({}, [&] {
     for (const int id : {cAddFileCommand, cRemoveFileCommand, cCreateMakefileCommand})
-      theFileActs.OnCommand(id);
+      thePrjActs.OnCommand(id);
     EXPECT_FALSE(theProject.modified);
     EXPECT_THAT(ide.dialogs.questions, IsEmpty());
   });
@@ -185,7 +185,7 @@ TEST_F(IdeTree, Commands_WithoutAProject_DoNothing) {
 TEST_F(IdeTree, Makefile_IsWrittenToTheCurrentFolder) {
   ide.Run({ide.Project({{"a.cpp", ""}})}, [&] {
     std::filesystem::current_path(ide.files.Path());
-    theFileActs.OnCommand(cCreateMakefileCommand);
+    thePrjActs.OnCommand(cCreateMakefileCommand);
     EXPECT_THAT(ide.files.Read("Makefile"), HasSubstr("a.o"));
     EXPECT_EQ(IdeDriver::Status(), "Makefile written to " + ide.files.Path());
   });
@@ -210,7 +210,7 @@ TEST_F(IdeTree, ProjectOf5000Files_IsShownQuickly) {
 TEST_F(IdeTree, SaveProject_WritesTheChange) {
   ide.Run({ide.Project({{"a.cpp", ""}, {"b.cpp", ""}})}, [&] {
     Select("a.cpp");
-    theFileActs.OnCommand(cRemoveFileCommand);
+    thePrjActs.OnCommand(cRemoveFileCommand);
     theFileActs.OnCommand(cSaveProjectCommand);
     EXPECT_FALSE(theProject.modified);
   });
@@ -226,12 +226,12 @@ TEST_F(IdeTree, ChangedProject_IsRescuedUntilItIsSaved) {
   ide.Run({ide.Project({{"a.cpp", ""}})}, [&] {
     EXPECT_EQ(copies(), 0);
     Select("a.cpp");
-    theFileActs.OnCommand(cRemoveFileCommand);
+    thePrjActs.OnCommand(cRemoveFileCommand);
     EXPECT_EQ(copies(), 1);
     theFileActs.OnCommand(cSaveProjectCommand);
     EXPECT_EQ(copies(), 0);
     theProject.modified = true;
-    theFileActs.OnCommand(cRemoveFileCommand);
+    thePrjActs.OnCommand(cRemoveFileCommand);
     EXPECT_EQ(copies(), 1);
     ide.dialogs.answers = {mavro::Answer::cNo};
   });

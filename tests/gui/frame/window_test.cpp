@@ -124,7 +124,7 @@ TEST(IdeWindow, NoTabs_EditBrowserAndModeAreGrayed_UntilOneOpens) {
     EXPECT_FALSE(ItemOf(form.browserMenu, 1111)->enabled);
     EXPECT_TRUE(ItemOf(form.browserMenu, 1106)->enabled);
     EXPECT_TRUE(form.buildMode.enabled);
-    form.editTabs.CloseTab(0, false);
+    form.editTabs.CloseTab(0, EditTabs::Unsaved::cAsk);
     EXPECT_FALSE(HasEnabledItem(form.editMenu));
     EXPECT_FALSE(form.buildMode.enabled);
   });
@@ -185,9 +185,9 @@ TEST(IdeWindow, SetRunState_TiesTheStopButton) {
     EXPECT_FALSE(form.toolBar.GetRow(cStopRow).enabled);
     form.SetRunState(cStopBuildCommand);
     EXPECT_TRUE(form.toolBar.GetRow(cStopRow).enabled);
-    theBuildActs.abortRequested = false;
+    theBuilder.abortRequested = false;
     ClickRow(form.toolBar, cStopRow);
-    EXPECT_TRUE(theBuildActs.abortRequested);
+    EXPECT_TRUE(theBuilder.abortRequested);
     form.SetRunState(-1);
     EXPECT_FALSE(form.toolBar.GetRow(cStopRow).enabled);
   });

@@ -46,8 +46,9 @@ TEST(BuildActs, Keys_AreUnique) {
 
 TEST(BuildActs, BeforeItIsBound_CommandsDoNothing) {
   BuildActs acts;
-  for (int id = cCompileFileCommand; id <= cPreviousErrorCommand; ++id) acts.OnCommand(id);
-  EXPECT_FALSE(acts.abortRequested);
+  for (int id = cCompileFileCommand; id <= cPreviousErrorCommand; ++id)
+    EXPECT_NO_FATAL_FAILURE(acts.OnCommand(id)) << id;
+  EXPECT_FALSE(Builder::IsBuilding());
 }
 
 TEST_F(BuildTest, EveryCommand_WhileTheDebuggerRuns_IsRefused) {
@@ -56,7 +57,7 @@ TEST_F(BuildTest, EveryCommand_WhileTheDebuggerRuns_IsRefused) {
   for (int id = cCompileFileCommand; id <= cPreviousErrorCommand; ++id) build.acts.OnCommand(id);
   EXPECT_EQ(dialogs.texts, std::vector<std::string>(8, "Information: Stop debugger first!"));
   EXPECT_THAT(build.shell.events, IsEmpty());
-  EXPECT_FALSE(build.acts.abortRequested);
+  EXPECT_FALSE(build.builder.abortRequested);
   EXPECT_THAT(build.tools.Take(), IsEmpty());
 }
 
@@ -145,7 +146,7 @@ TEST_F(BuildTest, Make_HeaderTwoDeepTouched_CompilesOnlyWhatIncludesIt) {
   build.Add("c.cpp", "#include \"deep.h\"\n");
   build.BuildAndAge();
   test::SetTime(build.Path("deep.h"), 9);
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ a.cpp", "g++ c.cpp", "g++ p.exe"));
 }
 
@@ -155,10 +156,10 @@ TEST_F(BuildTest, Make_TellsTheObserverWhatIsStaleAndWhy) {
   build.BuildAndAge();
   test::SetTime(build.Path("a.h"), 7);
   std::vector<std::string> reasons;
-  build.acts.SetStaleObserver([&reasons](const std::string& file, const std::string& reason) {
+  build.builder.SetStaleObserver([&reasons](const std::string& file, const std::string& reason) {
     reasons.push_back(file + ": " + reason.substr(0, reason.find(" by ")));
   });
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(reasons, ElementsAre("a.cpp: a.h is newer than out-rel/a.o",
                                    "p.exe: out-rel/a.o is newer than out-rel/p.exe"));
 }
@@ -167,7 +168,7 @@ TEST_F(BuildTest, Make_ObjectNewerThanTheProgram_LinksOnly) {
   build.Add("a.cpp", cMain);
   build.BuildAndAge();
   test::SetTime(build.Path("out-rel/a.o"), 8);
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ p.exe"));
 }
 
@@ -182,7 +183,7 @@ TEST_F(BuildTest, Rebuild_RunsEveryTool) {
 TEST_F(BuildTest, DebugMode_HasItsOwnFolderAndSwitches) {
   build.Add("a.cpp", cMain);
   build.project.SetMode(cDebug);
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   const auto calls = build.tools.Take();
   EXPECT_THAT(Arguments(calls.at(0)), testing::StartsWith("-c -g "));
   EXPECT_THAT(Arguments(calls.at(0)), EndsWith(" -o out-dbg/a.o"));
@@ -195,7 +196,7 @@ TEST_F(BuildTest, OutName_ReplacesTheTarget) {
   build.BuildAndAge();
   test::SetTime(build.Path("out-rel/tool"), 3);
   EXPECT_TRUE(build.files.Exists("out-rel/tool"));
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.tools.Take(), IsEmpty());
 }
 
@@ -204,7 +205,7 @@ TEST_F(BuildTest, GccSetSeven_CompilesAndLinksWithSetZero) {
   theIdeConfig.toolSets[0].flags = "-fzero";
   theIdeConfig.toolSets[1].folder = theIdeConfig.toolSets[2].folder = "/nowhere";
   build.project.current->gcc = 7;
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   const auto calls = build.tools.Take();
   ASSERT_EQ(calls.size(), 2u);
   EXPECT_THAT(calls[0], Contains("-fzero"));
@@ -214,7 +215,7 @@ TEST_F(BuildTest, GccSetSeven_CompilesAndLinksWithSetZero) {
 TEST_F(BuildTest, TwoFilesWithOneBaseName_ShareTheirObject) {
   build.Add("a/x.cpp", cMain);
   build.Add("b/x.cpp", "");
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   const auto calls = build.tools.Take();
   ASSERT_EQ(calls.size(), 2u);
   EXPECT_THAT(calls[0], Contains("a/x.cpp"));
@@ -226,12 +227,12 @@ TEST_F(BuildTest, MissingObject_IsStale) {
   build.Add("b.cpp", "");
   build.BuildAndAge();
   unlink(build.Path("out-rel/b.o").c_str());
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ b.cpp", "g++ p.exe"));
 }
 
 TEST_F(BuildTest, ProjectWithoutFiles_Succeeds) {
-  EXPECT_TRUE(build.acts.Build(false));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.tools.Take(), IsEmpty());
 }
 
@@ -261,18 +262,18 @@ TEST_F(BuildTest, Warnings_AreCountedAndDoNotEndTheBuild) {
 TEST_F(BuildTest, RowsOfFilesInTheProjectsFolder_AreRelative) {
   build.Add("a.cpp", cMain);
   build.tools.Order("g++", "print " + build.Path("inc/a.h") + ":3:1: warning: odd\n");
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_EQ(build.shell.rows.at(0), "inc/a.h:3: warning: odd");
 }
 
 TEST_F(BuildTest, EachBuild_StartsWithFreshCountsAndNoPendingNote) {
   build.Add("a.cpp", cMain);
   build.tools.Order("g++", "print a.cpp:3: error: x\nprint a.cpp:3: note: left over\n");
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   build.tools.Order("g++", "print a.cpp:4: error: y\n");
-  build.acts.Build(true);
+  build.builder.Build(Builder::Scope::cAll);
   EXPECT_THAT(build.shell.rows, ElementsAre("a.cpp:4: error: y"));
-  EXPECT_EQ(build.acts.errorCount, 1);
+  EXPECT_EQ(build.builder.errorCount, 1);
 }
 
 TEST_F(BuildTest, LinkerCannotFindALibrary_IsARowAndTheBuildReportsSuccess) {
@@ -282,19 +283,19 @@ TEST_F(BuildTest, LinkerCannotFindALibrary_IsARowAndTheBuildReportsSuccess) {
   EXPECT_THAT(build.shell.rows, ElementsAre("LINKER:0: ld: cannot find -lx"));
   EXPECT_THAT(Output(), HasSubstr("Build succeeded  errors: 0"));
   EXPECT_THAT(Output(), HasSubstr("g++ ended with status 1\r\n"));
-  EXPECT_EQ(build.acts.FailedTools(), 1);
+  EXPECT_EQ(build.builder.FailedTools(), 1);
 }
 
 TEST_F(BuildTest, UndefinedReference_IsCounted) {
   build.Add("a.cpp", cMain);
   build.tools.Order("g++", "when p.exe\nprint ld: a.o: undefined reference to `f'\nexit 1\n");
-  EXPECT_FALSE(build.acts.Build(false));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.shell.rows, ElementsAre(" a.o:0: LINKER:  a.o: undefined reference to `f'"));
 }
 
 TEST_F(BuildTest, Link_ShowsTheErrorPage) {
   build.Add("a.cpp", cMain);
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.shell.events, Contains("page error"));
 }
 
@@ -322,7 +323,7 @@ TEST_F(BuildTest, CompileFile_Header_IsARowThatIsNotCounted) {
   build.shell.activeFile = build.Path("a.h");
   build.acts.OnCommand(cCompileFileCommand);
   EXPECT_THAT(build.shell.rows, ElementsAre("a.h:0:  -> unsupported source file"));
-  EXPECT_EQ(build.acts.errorCount, 0);
+  EXPECT_EQ(build.builder.errorCount, 0);
 }
 
 // Group: kinds of projects.
@@ -331,7 +332,7 @@ TEST(BuildKinds, StaticLib_ArchivesInsideTheOutputFolder) {
   test::TestBuild build("libp.zpj", cStaticLib);
   build.Add("a.cpp", "");
   build.Add("b.c", "");
-  EXPECT_TRUE(build.acts.Build(false));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
   const auto calls = build.tools.Take();
   ASSERT_EQ(calls.size(), 3u);
   EXPECT_THAT(calls[2], ElementsAre("ar", "-r", "libp.a", "a.o", "b.o"));
@@ -344,9 +345,9 @@ TEST(BuildKinds, StaticLib_AnyRow_MakesTheBuildFail) {
   test::TestBuild build("libp.zpj", cStaticLib);
   build.Add("a.cpp", "");
   build.tools.Order("ar", "print ar: an error\n");
-  EXPECT_FALSE(build.acts.Build(false));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.shell.rows, ElementsAre("AR: :0: ar: an error"));
-  EXPECT_EQ(build.acts.errorCount, 0);
+  EXPECT_EQ(build.builder.errorCount, 0);
   EXPECT_EQ(build.shell.events.back(), "page error");
 }
 
@@ -354,7 +355,7 @@ TEST(BuildKinds, DynamicLibAndOther_CompileAndStop) {
   for (int type : {cDynamicLib, cOther}) {
     test::TestBuild build("p.zpj", type);
     build.Add("a.cpp", "");
-    EXPECT_TRUE(build.acts.Build(false));
+    EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
     EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ a.cpp"));
   }
 }
@@ -363,7 +364,7 @@ TEST(BuildKinds, FormProject_CompilesTheFrameworksResource) {
   test::TestBuild build("p.zpj", cFormApplication);
   build.install.Write("libs/mavro/mavro.rc", "");
   build.Add("a.cpp", cMain);
-  EXPECT_TRUE(build.acts.Build(false));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
   const auto calls = build.tools.Take();
   ASSERT_EQ(calls.size(), 3u);
   const std::string root = build.install.Path();
@@ -380,7 +381,7 @@ TEST(BuildKinds, FormProjectWithItsOwnResource_DoesNotCompileTheFrameworks) {
   build.Add("a.cpp", cMain);
   build.files.Write("res/p.rc", "");
   build.project.AddFile("res/p.rc");
-  EXPECT_TRUE(build.acts.Build(false));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
   const auto calls = build.tools.Take();
   ASSERT_EQ(calls.size(), 3u);
   EXPECT_THAT(Arguments(calls[1]), testing::StartsWith("-i res/p.rc -o out-rel/p.res "));
@@ -394,7 +395,7 @@ TEST(BuildKinds, NoResourceCompiler_ResourcesArePassedOver) {
   build.Add("a.cpp", cMain);
   build.files.Write("p.rc", "");
   build.project.AddFile("p.rc");
-  EXPECT_TRUE(build.acts.Build(false));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ a.cpp", "g++ p.exe"));
 }
 
@@ -404,10 +405,10 @@ TEST(BuildKinds, ResourceUpToDate_IsNotCompiledAgain) {
   build.files.Write("p.rc", "");
   build.project.AddFile("p.rc");
   build.BuildAndAge();
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.tools.Take(), IsEmpty());
   test::SetTime(build.Path("p.rc"), 9);
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("windres p.rc", "g++ p.exe"));
 }
 
@@ -416,7 +417,7 @@ TEST(BuildKinds, SingleFile_IsBuiltInOneStepWithoutLibraries) {
   const std::string path = build.files.Write("one.c", cMain);
   build.project.OpenSingleFile(path);
   build.Add("two.c", "");
-  EXPECT_TRUE(build.acts.Build(false));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
   const auto calls = build.tools.Take();
   const std::string root = build.install.Path();
   ASSERT_EQ(calls.size(), 1u);
@@ -429,8 +430,8 @@ TEST(BuildKinds, SingleFile_IsBuiltInOneStepWithoutLibraries) {
 TEST(BuildKinds, SingleFile_HasNoObjectAndIsAlwaysStale) {
   test::TestBuild build;
   build.project.OpenSingleFile(build.files.Write("one.cpp", cMain));
-  build.acts.Build(false);
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_EQ(build.tools.Take().size(), 2u);
 }
 
@@ -438,14 +439,14 @@ TEST(BuildKinds, SingleFileInDebugMode_IsNotStripped) {
   test::TestBuild build;
   build.project.OpenSingleFile(build.files.Write("one.cpp", cMain));
   build.project.SetMode(cDebug);
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.tools.Take().at(0), Not(Contains("-s")));
 }
 
 TEST(BuildKinds, ImplicitProjectWithoutFiles_DoesNothing) {
   test::TestBuild build;
   build.project.implicit = true;
-  EXPECT_TRUE(build.acts.Build(false));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.tools.Take(), IsEmpty());
 }
 
@@ -453,7 +454,7 @@ TEST(BuildKinds, ImplicitProjectWithoutFiles_DoesNothing) {
 
 TEST_F(BuildTest, ClearOutput_DeletesObjectsAndResourcesOnly) {
   build.Add("a.cpp", cMain);
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   for (const char* name : {"out-rel/p.res", "out-rel/keep.txt", "out-rel/b.obj", "out-dbg/a.o"})
     build.files.Write(name, "");
   build.files.Folder("out-rel/dir.o");
@@ -475,7 +476,7 @@ TEST_F(BuildTest, ClearOutput_ThenMake_BuildsAll) {
   build.Add("a.cpp", cMain);
   build.BuildAndAge();
   build.acts.OnCommand(cClearOutputCommand);
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ a.cpp", "g++ p.exe"));
 }
 
@@ -507,7 +508,8 @@ TEST_P(EvilNames, NoArgumentIsCutOrTakenForAnOption) {
   test::TestBuild build;
   build.Add(stem + ".cpp", cMain);
   build.project.outName = stem + ".exe";
-  ASSERT_TRUE(build.acts.Build(false)) << testing::PrintToString(build.shell.rows);
+  ASSERT_TRUE(build.builder.Build(Builder::Scope::cStale))
+      << testing::PrintToString(build.shell.rows);
   const auto calls = build.tools.Take();
   ASSERT_EQ(calls.size(), 2u);
   const auto& compile = calls[0];
@@ -527,7 +529,8 @@ TEST_P(EvilNames, ArchivesTakeThemToo) {
   const std::string stem = GetParam();
   test::TestBuild build(stem + ".zpj", cStaticLib);
   build.Add(stem + ".c", "");
-  ASSERT_TRUE(build.acts.Build(false)) << testing::PrintToString(build.shell.rows);
+  ASSERT_TRUE(build.builder.Build(Builder::Scope::cStale))
+      << testing::PrintToString(build.shell.rows);
   const auto calls = build.tools.Take();
   ASSERT_EQ(calls.size(), 2u);
   ASSERT_EQ(calls[1].size(), 4u);
@@ -542,7 +545,7 @@ TEST(BuildNames, Backslash_IsAFolderSeparatorOfProjects) {
   test::TestBuild build;
   build.Add("src/a.cpp", cMain);
   build.project.AddFile("src\\b.cpp");
-  EXPECT_FALSE(build.acts.Build(false));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.shell.rows, ElementsAre("src/b.cpp:0:  -> it can't be read"));
 }
 
@@ -552,7 +555,7 @@ TEST(BuildNames, InstallationInAFolderWithBlanks_Works) {
   const test::FakeTools tools(root + "/tools");
   theIdeConfig.appDir = root + "/bin/";
   build.Add("a.cpp", cMain);
-  ASSERT_TRUE(build.acts.Build(false));
+  ASSERT_TRUE(build.builder.Build(Builder::Scope::cStale));
   const auto calls = tools.Take();
   ASSERT_EQ(calls.size(), 2u);
   EXPECT_THAT(calls[0], Contains("-I" + root + "/libs/basic"));

@@ -32,7 +32,7 @@ TEST_F(BuildTest, StopBetweenFiles_EndsTheBuildWithTheResultSoFar) {
     constexpr int cAfterSecondFile = 3;  // the first one comes with the preparation
     if (++pumps == cAfterSecondFile) build.acts.OnCommand(cStopBuildCommand);
   };
-  EXPECT_TRUE(build.acts.Build(false));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ a.cpp", "g++ b.cpp"));
   EXPECT_THAT(Output(), HasSubstr("Build stopped"));
 }
@@ -40,7 +40,7 @@ TEST_F(BuildTest, StopBetweenFiles_EndsTheBuildWithTheResultSoFar) {
 TEST_F(BuildTest, Stop_IsForgottenByTheNextBuild) {
   build.Add("a.cpp", cMain);
   build.acts.OnCommand(cStopBuildCommand);
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ a.cpp", "g++ p.exe"));
 }
 
@@ -49,15 +49,15 @@ TEST_F(BuildTest, BuildCommandsBetweenFiles_ArePassedOver) {
   build.Add("b.cpp", "");
   build.shell.mode = cDebug;
   build.shell.onPump = [this] {
-    EXPECT_TRUE(build.acts.IsBuilding());
+    EXPECT_TRUE(build.builder.IsBuilding());
     for (int id : {cMakeCommand, cRebuildCommand, cCompileFileCommand, cClearOutputCommand,
                    cSwitchModeCommand})
       build.acts.OnCommand(id);
   };
-  EXPECT_TRUE(build.acts.Build(false));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ a.cpp", "g++ b.cpp", "g++ p.exe"));
   EXPECT_EQ(build.project.mode, cRelease);
-  EXPECT_FALSE(build.acts.IsBuilding());
+  EXPECT_FALSE(build.builder.IsBuilding());
 }
 
 TEST_F(BuildTest, ProjectClosedBetweenFiles_EndsTheBuild) {
@@ -67,7 +67,7 @@ TEST_F(BuildTest, ProjectClosedBetweenFiles_EndsTheBuild) {
   build.shell.onPump = [this, &pumps] {
     if (++pumps == 2) build.project.Clear();
   };
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ a.cpp"));
 }
 
@@ -79,7 +79,7 @@ TEST_F(BuildTest, FileRemovedBetweenFiles_IsNotBuilt) {
   build.shell.onPump = [this, &pumps, id] {
     if (++pumps == 2) build.project.RemoveFile(id);
   };
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ a.cpp", "g++ c.cpp", "g++ p.exe"));
 }
 
@@ -88,27 +88,27 @@ TEST_F(BuildTest, FileRemovedBetweenFiles_IsNotBuilt) {
 TEST_F(BuildTest, KilledCompiler_ItsObjectIsDeletedAndTheBuildEnds) {
   build.Add("a.cpp", cMain);
   build.tools.Order("g++", "kill 9\n");
-  EXPECT_FALSE(build.acts.Build(false));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_FALSE(build.files.Exists("out-rel/a.o"));
   EXPECT_THAT(build.shell.rows, ElementsAre("out-rel/a.o:0:  -> g++ was ended by signal 9, what it "
                                             "wrote is deleted"));
   build.tools.Order("g++", "");
   build.tools.Take();
-  EXPECT_TRUE(build.acts.Build(false));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ a.cpp", "g++ p.exe"));
 }
 
 TEST_F(BuildTest, FailedCompiler_ItsObjectIsDeleted) {
   build.Add("a.cpp", cMain);
   build.tools.Order("g++", "print a.cpp:1: error: x\nexit 1\n");
-  build.acts.Build(false);
+  build.builder.Build(Builder::Scope::cStale);
   EXPECT_FALSE(build.files.Exists("out-rel/a.o"));
 }
 
 TEST_F(BuildTest, KilledLinker_TheProgramIsDeleted) {
   build.Add("a.cpp", cMain);
   build.tools.Order("g++", "when p.exe\nkill 15\n");
-  EXPECT_FALSE(build.acts.Build(false));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_FALSE(build.files.Exists("out-rel/p.exe"));
   EXPECT_TRUE(build.files.Exists("out-rel/a.o"));
 }
@@ -117,7 +117,7 @@ TEST(BuildFaults, KilledArchiver_TheArchiveIsDeleted) {
   test::TestBuild build("libp.zpj", cStaticLib);
   build.Add("a.cpp", "");
   build.tools.Order("ar", "kill 9\n");
-  EXPECT_FALSE(build.acts.Build(false));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_FALSE(build.files.Exists("out-rel/libp.a"));
 }
 
@@ -125,36 +125,36 @@ TEST_F(BuildTest, MissingTool_GivesTheRunnersMessageAndTheBuildGoesOn) {
   build.Add("a.cpp", cMain);
   build.Add("b.c", "");
   unlink((Root() + "/tools/g++").c_str());
-  EXPECT_TRUE(build.acts.Build(false));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
   ASSERT_FALSE(dialogs.texts.empty());
   EXPECT_THAT(dialogs.texts[0], testing::StartsWith("Compiler error: Error run: " + Root()));
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("gcc b.c"));
-  EXPECT_EQ(build.acts.errorCount, 0);
-  EXPECT_GE(build.acts.FailedTools(), 1);
+  EXPECT_EQ(build.builder.errorCount, 0);
+  EXPECT_GE(build.builder.FailedTools(), 1);
 }
 
 TEST_F(BuildTest, FailedToolThatNamesNoError_IsKnownAfterwards) {
   build.Add("a.cpp", cMain);
   build.tools.Order("g++", "print g++: error: unrecognized command-line option\nexit 1\nmute\n");
-  build.acts.Build(false);
-  EXPECT_EQ(build.acts.errorCount, 0);
-  EXPECT_GE(build.acts.FailedTools(), 1);
+  build.builder.Build(Builder::Scope::cStale);
+  EXPECT_EQ(build.builder.errorCount, 0);
+  EXPECT_GE(build.builder.FailedTools(), 1);
 }
 
 // Group: what is refused before any tool runs.
 
 TEST_F(BuildTest, MissingSourceWithoutObject_IsRefused) {
   build.project.AddFile("gone.cpp");
-  EXPECT_FALSE(build.acts.Build(false));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.shell.rows, ElementsAre("gone.cpp:0:  -> it can't be read"));
   EXPECT_THAT(build.tools.Take(), IsEmpty());
-  EXPECT_EQ(build.acts.errorCount, 1);
+  EXPECT_EQ(build.builder.errorCount, 1);
 }
 
 TEST_F(BuildTest, FolderNamedAsASource_IsRefused) {
   build.files.Folder("dir.cpp");
   build.project.AddFile("dir.cpp");
-  EXPECT_FALSE(build.acts.Build(true));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cAll));
   EXPECT_THAT(build.tools.Take(), IsEmpty());
 }
 
@@ -162,21 +162,21 @@ TEST_F(BuildTest, MissingSourceWithObject_IsLinkedAsBefore) {
   build.Add("a.cpp", cMain);
   build.BuildAndAge();
   unlink(build.Path("a.cpp").c_str());
-  EXPECT_TRUE(build.acts.Build(false));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.shell.rows, IsEmpty());
 }
 
 TEST_F(BuildTest, MissingResource_IsRefused) {
   build.Add("a.cpp", cMain);
   build.project.AddFile("gone.rc");
-  EXPECT_FALSE(build.acts.Build(false));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.shell.rows, ElementsAre("gone.rc:0:  -> it can't be read"));
 }
 
 TEST_F(BuildTest, FileInPlaceOfTheOutputFolder_IsRefused) {
   build.Add("a.cpp", cMain);
   build.files.Write("out-rel", "mine");
-  EXPECT_FALSE(build.acts.Build(false));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.shell.rows, ElementsAre("out-rel:0:  -> it can't be made: File exists"));
   EXPECT_EQ(build.files.Read("out-rel"), "mine");
   EXPECT_THAT(build.tools.Take(), IsEmpty());
@@ -189,8 +189,8 @@ TEST_F(BuildTest, OutputFolderWithoutWriteRight_IsRefusedOnlyWhenSomethingMustBe
   ASSERT_EQ(chmod(build.install.Path().c_str(), 0755), 0);
   ASSERT_EQ(chmod(build.Path("out-rel").c_str(), 0555), 0);
   const test::WithoutRights user;
-  EXPECT_TRUE(build.acts.Build(false));
-  EXPECT_FALSE(build.acts.Build(true));
+  EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cAll));
   EXPECT_THAT(build.shell.rows,
               ElementsAre("out-rel:0:  -> it can't be written: Permission denied"));
   EXPECT_THAT(build.tools.Take(), IsEmpty());
@@ -198,7 +198,7 @@ TEST_F(BuildTest, OutputFolderWithoutWriteRight_IsRefusedOnlyWhenSomethingMustBe
 
 TEST_F(BuildTest, MissingProjectFolder_IsRefused) {
   build.project.SetFileName(build.Path("gone/p.zpj"));
-  EXPECT_FALSE(build.acts.Build(false));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.shell.rows,
               ElementsAre("out-rel:0:  -> it can't be made: No such file or directory"));
 }
@@ -206,7 +206,7 @@ TEST_F(BuildTest, MissingProjectFolder_IsRefused) {
 TEST_F(BuildTest, OutputThatIsASourceOfTheProject_IsRefused) {
   build.Add("a.cpp", cMain);
   build.project.outName = "../a.cpp";
-  EXPECT_FALSE(build.acts.Build(false));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_EQ(build.files.Read("a.cpp"), cMain);
   EXPECT_THAT(build.shell.rows,
               ElementsAre("../a.cpp:0:  -> the output would overwrite a file of the project"));
@@ -215,7 +215,7 @@ TEST_F(BuildTest, OutputThatIsASourceOfTheProject_IsRefused) {
 TEST_F(BuildTest, NulInASwitch_IsRefused) {
   build.Add("a.cpp", cMain);
   build.project.current->comp = std::string("-O2\0-x", 6);
-  EXPECT_FALSE(build.acts.Build(false));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
   EXPECT_THAT(build.tools.Take(), IsEmpty());
   EXPECT_THAT(build.shell.rows, ElementsAre("g++:0:  -> its command line holds a NUL byte"));
 }

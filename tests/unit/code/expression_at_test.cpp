@@ -80,7 +80,7 @@ TEST(ExpressionAt, AnyColumnOfAnyText_GivesAPartOfIt) {
 }
 
 TEST(ExpressionAtDeathTest, ColumnOutsideOfTheLine_IsAsserted) {
-  EXPECT_DEATH(ExpressionAt("abc", 3), "src/ExpressionAt.*pos<len && pos>=0");
+  EXPECT_DEATH(ExpressionAt("abc", 3), "src/.*ExpressionAt.*pos<len && pos>=0");
   EXPECT_DEATH(ExpressionAt("abc", -1), "pos<len && pos>=0");
   EXPECT_DEATH(ExpressionAt("", 0), "pos<len && pos>=0");
 }

@@ -138,7 +138,7 @@ TEST_F(ProjectTagsTest, Includes_AreTheSameWithAndWithoutTags) {
 }
 
 TEST_F(ProjectTagsTest, TextOf_IsTheEditorsElseTheFiles) {
-  ProjectSources sources(project, shell);
+  ProjectSources sources(project, shell, shell);
   const ProjectFile& file = Add("a.cpp", "int disk;\n");
   EXPECT_EQ(sources.TextOf(file.tags), "int disk;\n");
   folder.Write("a.cpp", "int disk, later;\n");
@@ -149,7 +149,7 @@ TEST_F(ProjectTagsTest, TextOf_IsTheEditorsElseTheFiles) {
 }
 
 TEST_F(ProjectTagsTest, TextOf_WhatIsNoReadableFileOrTooLarge_IsEmpty) {
-  ProjectSources sources(project, shell);
+  ProjectSources sources(project, shell, shell);
   TagData module;
   const auto text = [&](const std::string& path) {
     module.fileName = path;
@@ -168,7 +168,7 @@ TEST_F(ProjectTagsTest, TextOf_WhatIsNoReadableFileOrTooLarge_IsEmpty) {
 }
 
 TEST_F(ProjectTagsTest, TextOf_ManyFiles_GivesEachItsOwn) {
-  ProjectSources sources(project, shell);
+  ProjectSources sources(project, shell, shell);
   for (int round = 0; round < 2; ++round)
     for (int i = 0; i < 40; ++i) {
       TagData module;

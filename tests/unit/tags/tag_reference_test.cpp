@@ -20,9 +20,10 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class LogShell : public Shell {
+class LogShell : public OutputShell {
  public:
   void AppendOutput(std::string_view text) override { log += text; }
+  void ClearOutput() override { log.clear(); }
   std::string log;
 };
 

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "base/Shell.h"
+
+namespace zendry {
+
+// A shell with no window behind it: it shows nothing, has no files open and never refuses. Programs
+// without a window derive from it and override what they have a place for.
+class QuietShell : public Shell {
+ public:
+  void AppendOutput(std::string_view) override {}
+  void ClearOutput() override {}
+
+  void AddErrorRow(const ErrorRow&) override {}
+  void AppendToLastErrorRow(std::string_view) override {}
+  void ClearErrorRows() override {}
+  int ErrorRowCount() override { return 0; }
+  void ShowFirstError() override {}
+  void GoToNextError() override {}
+  void GoToPreviousError() override {}
+  void RemoveErrorMark() override {}
+
+  void AddTreeNode(const std::string&, int, int) override {}
+  void RemoveTreeNode(int) override {}
+  void ClearTree() override {}
+  void SelectTreeRoot() override {}
+
+  void SetStatus(const std::string&, const std::string&) override {}
+  void SetCaption(const std::string&) override {}
+  void SetModeSelector(int) override {}
+  int SelectedMode() override { return 0; }
+  void SetStopCommand(int) override {}
+  void ShowBottomPage(BottomPage) override {}
+  void PumpMessages() override {}
+  bool IsDebuggerRunning() override { return false; }
+
+  std::vector<OpenFile> OpenFiles() override { return {}; }
+  std::string ActiveFile() override { return ""; }
+  void OpenFileAt(const std::string&, int) override {}
+  void ActivateFile(const std::string&) override {}
+  bool MayReopen(const std::string&, int) override { return true; }
+  bool CloseAllFiles() override { return true; }
+  void SaveChangedFiles() override {}
+  std::vector<EditorText*> OpenTexts() override { return {}; }
+  void TagsChanged() override {}
+};
+
+}  // namespace zendry
