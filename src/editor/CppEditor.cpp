@@ -35,6 +35,12 @@ const mavro::EditorLanguage* LanguageOf(const std::string& path) {
   return path.empty() || isSource ? &cCppLanguage : nullptr;
 }
 
+// Whether nothing but the time of the last change of any kind tells two states apart.
+bool OnlyTouched(const DiskStamp& before, DiskStamp now) {
+  now.touched = before.touched;
+  return before == now;
+}
+
 }  // namespace
 
 CppEditor::CppEditor(EditTab& itsTab) : tab(itsTab), marks(cMarks) {
@@ -68,10 +74,21 @@ bool CppEditor::Load(const std::string& path) {
     return false;
   }
   stamp = before;
+  storedDigest = TextDigest();
   liveText.parsed = false;
   seenChanges = ChangeCount();
   bytesChanged = 0;
   rescue.Drop();
+  return true;
+}
+
+bool CppEditor::Reload() {
+  const DiskStamp before = ReadDiskStamp(fileName);
+  if (dirty && !rescue.LeaveReplaced()) return false;
+  if (!reload(fileName)) return false;
+  stamp = before;
+  storedDigest = TextDigest();
+  liveText.parsed = false;
   return true;
 }
 
@@ -81,6 +98,7 @@ bool CppEditor::TakeRescued(const RescuedText& rescued) {
   fileName = rescued.path;
   TakeText(rescued.content, rescued.facts.encoding, rescued.facts.oddByte);
   if (rescued.facts.disk.exists) stamp = rescued.facts.disk;
+  storedDigest.reset();
   rescue.Changed(1, TextRescue::Clock::now());
   return rescue.KeepNow();
 }
@@ -103,6 +121,8 @@ bool CppEditor::Save() {
   }
   if (language != LanguageOf(fileName)) SetLanguage(LanguageOf(fileName));
   stamp = ReadDiskStamp(fileName);
+  storedDigest = TextDigest();
+  rescue.DropReplaced();
   liveText.parsed = false;
   theProject.parseOpenEditors(&liveText);
   return true;
@@ -122,6 +142,9 @@ void CppEditor::RemoveMark(EditorMark mark) {
        static_cast<std::uintptr_t>(marks[static_cast<size_t>(mark)].number));
 }
 
+// A file of the same size with its time put back may hold another text; so may one of which only
+// the mode was changed. What it holds tells.
+//
 // Who can't say what a file is doesn't say that it has changed. A state that nobody could tell when
 // the text was read or written is the first one that somebody can; under a name that the text was
 // only given, it is a file that nobody has agreed to replace.
@@ -130,13 +153,25 @@ bool CppEditor::DiskHasChanged() {
   const DiskStamp now = ReadDiskStamp(fileName);
   if (!now.isKnown) return false;
   if (!stamp.isKnown && storedName == fileName) stamp = now;
+  if (OnlyTouched(stamp, now) && storedDigest && DigestOfFile(fileName) == storedDigest)
+    stamp = now;
   return now != stamp;
+}
+
+bool CppEditor::WasAskedAboutDisk() const {
+  return ReadDiskStamp(fileName) == askedAbout;
+}
+
+void CppEditor::NoteAskedAboutDisk() {
+  askedAbout = ReadDiskStamp(fileName);
 }
 
 // Of a state that nobody can tell nothing is accepted: what it turns out to be is asked about.
 void CppEditor::AcceptDisk() {
   const DiskStamp now = ReadDiskStamp(fileName);
-  if (now.isKnown) stamp = now;
+  if (!now.isKnown) return;
+  stamp = now;
+  storedDigest = DigestOfFile(fileName);
 }
 
 int CppEditor::MarginWidth() const {

@@ -12,6 +12,7 @@
 #include "base/ErrorBox.h"
 #include "base/FileCommands.h"
 #include "base/Paths.h"
+#include "base/ScopedFlag.h"
 #include "config/IdeSession.h"
 #include "editor/EditorHost.h"
 #include "project/Counterpart.h"
@@ -22,6 +23,7 @@ namespace zendry {
 namespace {
 
 constexpr int cRescueTick = 1000;  // milliseconds
+const std::string cNoName = "Noname";
 
 char Upper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -167,8 +169,11 @@ CppEditor* EditTabs::GoTo(const std::string& path, int line) {
 
 bool EditTabs::CanClose(EditTab& tab) {
   if (!tab.editor->dirty) return true;
-  const std::string question = "File:   " + tab.editor->fileName + "\n\nwas modified!\tSave?";
-  return !mavro::Confirm(question) || Save(tab, SaveName::cOwn);
+  const std::string& name = tab.editor->fileName;
+  bool cancelled = false;
+  const bool wantsSave = mavro::Confirm(
+      "File:   " + (name.empty() ? cNoName : name) + "\n\nwas modified!\tSave?", &cancelled);
+  return !cancelled && (!wantsSave || Save(tab, SaveName::cOwn));
 }
 
 bool EditTabs::CloseTab(int n, Unsaved unsaved) {
@@ -183,10 +188,17 @@ bool EditTabs::CloseTab(int n, Unsaved unsaved) {
 }
 
 bool EditTabs::CloseAll() {
-  for (const auto& tab : tabs)
-    if (!CanClose(*tab)) return false;
-  for (int i = TabCount() - 1; i >= 0; --i) CloseTab(i, Unsaved::cDrop);
+  if (!MayCloseAll()) return false;
+  DropAll();
   return true;
+}
+
+bool EditTabs::MayCloseAll() {
+  return std::all_of(tabs.begin(), tabs.end(), [this](const auto& tab) { return CanClose(*tab); });
+}
+
+void EditTabs::DropAll() {
+  for (int i = TabCount() - 1; i >= 0; --i) CloseTab(i, Unsaved::cDrop);
 }
 
 bool EditTabs::SaveActive(SaveName name) {
@@ -293,32 +305,33 @@ void EditTabs::OnRescueTimer(mavro::NotifyArgs&) {
 // What another program has written since is not replaced without a word.
 bool EditTabs::MayOverwrite(CppEditor& editor) {
   if (!editor.DiskHasChanged() || !mavro::FileExists(editor.fileName)) return true;
-  return mavro::Confirm("File:   " + editor.fileName +
-                        "\n\nwas changed by another program!\tReplace its changes?");
+  editor.NoteAskedAboutDisk();
+  const ScopedFlag guard(asking);
+  return mavro::ConfirmLoss("File:   " + editor.fileName +
+                            "\n\nwas changed by another program!\tReplace its changes?");
 }
 
+// A question takes the window its activity, and gives it back.
 void EditTabs::CheckDisk() {
-  if (checkingDisk) return;
-  checkingDisk = true;  // the question takes the window its activity, and gives it back
-  for (size_t i = 0; i < tabs.size(); ++i)
-    if (tabs[i]->editor->DiskHasChanged()) CheckDisk(*tabs[i]);
-  checkingDisk = false;
+  if (asking) return;
+  const ScopedFlag guard(asking);
+  for (size_t i = 0; i < tabs.size(); ++i) {
+    CppEditor& editor = *tabs[i]->editor;
+    if (editor.DiskHasChanged() && !editor.WasAskedAboutDisk()) CheckDisk(editor);
+  }
 }
 
-void EditTabs::CheckDisk(EditTab& tab) {
-  CppEditor& editor = *tab.editor;
+void EditTabs::CheckDisk(CppEditor& editor) {
+  editor.NoteAskedAboutDisk();
   if (!mavro::FileExists(editor.fileName)) {
     host->Say(editor.fileName + " is no longer there: its text is here only");
     return;
   }
-  const std::string loss = editor.dirty ? "Load it again and lose your changes?" : "Load it again?";
-  const bool wanted =
-      mavro::Confirm("File:   " + editor.fileName + "\n\nwas changed by another program!\t" + loss);
-  const int line = editor.ShownLine();
-  if (wanted && editor.Load(editor.fileName))
-    editor.ShowLine(line);
-  else
-    editor.AcceptDisk();
+  const std::string change = "File:   " + editor.fileName + "\n\nwas changed by another program!\t";
+  const bool wanted = editor.dirty
+                          ? mavro::ConfirmLoss(change + "Load it again and lose your changes?")
+                          : mavro::Confirm(change + "Load it again?");
+  if (wanted && !editor.Reload()) host->Say(editor.fileName + " can't be loaded again");
 }
 
 void EditTabs::OfferRescuedTexts() {

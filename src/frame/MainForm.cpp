@@ -208,7 +208,9 @@ void MainForm::OnDropFiles(mavro::FilesArgs& args) {
   theFileActs.OpenFiles(args.paths);
 }
 
-void MainForm::OnActivated(mavro::NotifyArgs&) {
+// Losing the activity tells nothing: it may go to a question that is just being asked.
+void MainForm::OnActivated(mavro::NotifyArgs& args) {
+  if (args.value == 0) return;
   if (state == mavro::cShown && mavro::activeForm == this) editTabs.CheckDisk();
 }
 

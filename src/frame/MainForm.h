@@ -99,7 +99,8 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void OpenFileAt(const std::string& path, int line) override;
   void ActivateFile(const std::string& path) override;
   bool MayReopen(const std::string& path, int line) override;
-  bool CloseAllFiles() override;
+  bool MayCloseAllFiles() override;
+  void CloseAllFiles() override;
   void SaveChangedFiles() override;
   void RemoveErrorMark() override;
   std::vector<EditorText*> OpenTexts() override;

@@ -128,10 +128,13 @@ bool MainForm::MayReopen(const std::string& path, int line) {
   return startFiles.MayOpen(path, line);
 }
 
-bool MainForm::CloseAllFiles() {
-  if (!editTabs.CloseAll()) return false;
+bool MainForm::MayCloseAllFiles() {
+  return editTabs.MayCloseAll();
+}
+
+void MainForm::CloseAllFiles() {
+  editTabs.DropAll();
   startFiles.ForgetAll();
-  return true;
 }
 
 void MainForm::SaveChangedFiles() {

@@ -91,7 +91,7 @@ bool Project::MayReplace(const std::string& path) const {
   const std::optional<std::string> text = mavro::ReadFileText(path);
   const bool nothingLost = text ? text->empty() || *text == knownText : !mavro::FileExists(path);
   return nothingLost ||
-         mavro::Confirm(path + "\nholds what was not read into this project!\nOverwrite?");
+         mavro::ConfirmLoss(path + "\nholds what was not read into this project!\nOverwrite?");
 }
 
 bool Project::Write(const std::string& path) {
@@ -140,12 +140,13 @@ bool Project::Save(bool saveAs) {
 bool Project::Close() {
   if (isOpen && !name.empty() && !implicit && couldBeRead)
     theIdeSession.NoteError(SaveSession(SessionPath(), *this, *shell).error);
-  if (!shell->CloseAllFiles()) return false;
+  if (!shell->MayCloseAllFiles()) return false;
   if (modified && isOpen) {
     bool cancelled = false;
     const bool save = mavro::Confirm("Project file was not saved!\nSave?", &cancelled);
     if (cancelled || (save && !Save(false))) return false;
   }
+  shell->CloseAllFiles();
   Clear();
   return true;
 }

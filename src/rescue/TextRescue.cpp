@@ -45,6 +45,7 @@ std::string FormatFacts(uint64_t name, const TextFacts& facts) {
   add(facts.disk.inode);
   add(facts.disk.size);
   add(facts.disk.changed);
+  add(facts.disk.touched);
   return line;
 }
 
@@ -64,7 +65,8 @@ bool ReadFacts(std::string_view line, uint64_t& name, TextFacts& facts) {
   const bool sound = TakeField(line, name) && TakeField(line, facts.encoding) &&
                      TakeField(line, odd) && TakeField(line, exists) &&
                      TakeField(line, facts.disk.device) && TakeField(line, facts.disk.inode) &&
-                     TakeField(line, facts.disk.size) && TakeField(line, facts.disk.changed);
+                     TakeField(line, facts.disk.size) && TakeField(line, facts.disk.changed) &&
+                     (line.empty() || TakeField(line, facts.disk.touched));
   if (!sound || !line.empty()) return false;
   if (odd >= 0) facts.oddByte = static_cast<char>(odd);
   facts.disk.exists = exists != 0;
@@ -95,6 +97,7 @@ TextRescue::TextRescue(const RescueSource& newSource) : source(newSource), numbe
 
 TextRescue::~TextRescue() {
   Drop();
+  DropReplaced();
   std::erase(OpenTexts(), this);
 }
 
@@ -143,18 +146,18 @@ bool TextRescue::KeepStep() {
 }
 
 // The old copy and its steps are good until the new one has taken its place.
-bool TextRescue::WriteCopy(uint64_t name) const {
+bool TextRescue::WriteCopy(int asNumber, uint64_t name) const {
   const size_t length = source.PieceLength();
   std::string content = FormatFacts(name, source.RescueFacts());
   content.reserve(content.size() + 1 + length);
   content += '\0';
   source.AppendPiece(0, length, content);
-  return cCopies.Keep(number, source.RescuePath(), content);
+  return cCopies.Keep(asNumber, source.RescuePath(), content);
 }
 
 bool TextRescue::KeepCopy() {
   const uint64_t name = RandomName();
-  if (!WriteCopy(name)) return false;
+  if (!WriteCopy(number, name)) return false;
   copyName = name;
   copyPath = source.RescuePath();
   copyFacts = source.RescueFacts();
@@ -172,9 +175,21 @@ void TextRescue::Drop() {
   cCopies.Drop(number);
 }
 
+bool TextRescue::LeaveReplaced() {
+  const int beside = ++lastNumber;
+  if (!WriteCopy(beside, RandomName())) return false;
+  replaced.push_back(beside);
+  return true;
+}
+
+void TextRescue::DropReplaced() {
+  for (const int beside : replaced) cCopies.Drop(beside);
+  replaced.clear();
+}
+
 void TextRescue::KeepAll() {
   for (TextRescue* text : OpenTexts()) {
-    if (text->bytesBehind == 0 || !text->WriteCopy(RandomName())) continue;
+    if (text->bytesBehind == 0 || !text->WriteCopy(text->number, RandomName())) continue;
     text->bytesBehind = 0;
     text->copyStamp = {};
   }

@@ -53,6 +53,11 @@ class TextRescue {
   bool KeepNow();
   // The file on disk holds the text, or the user does not want it.
   void Drop();
+  // Leaves a copy of the text beside, which is about to be replaced by what the file holds now: it
+  // stays as long as undoing can bring the text back. False when there is no such copy.
+  bool LeaveReplaced();
+  // What was left so is wanted no longer.
+  void DropReplaced();
 
   // Writes all open files that are behind, when the program is about to end against its will: whole
   // texts, because what has been collected may be half done; where there is no room, a step.
@@ -61,7 +66,7 @@ class TextRescue {
  private:
   bool KeepStep();
   bool KeepCopy();
-  bool WriteCopy(uint64_t name) const;
+  bool WriteCopy(int asNumber, uint64_t name) const;
   void KeepDue(Clock::time_point now);
 
   const RescueSource& source;
@@ -76,6 +81,7 @@ class TextRescue {
   TextChanges changes;
   uint64_t steps = 0;
   size_t stepBytes = 0;
+  std::vector<int> replaced;  // numbers of the copies left beside
 };
 
 // A text that was left behind, whole.

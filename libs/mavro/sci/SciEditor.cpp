@@ -46,6 +46,10 @@ void SciEditor::SetLanguage(const EditorLanguage* newLanguage) {
   applyOptions();
 }
 
+bool SciEditor::reload(const std::string& path) {
+  return ItsImpl().Reload(path);
+}
+
 bool SciEditor::load(const std::string& path) {
   return ItsImpl().Load(path);
 }

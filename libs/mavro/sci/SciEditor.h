@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -63,9 +64,16 @@ class SciEditor : public Control {
   // Reads a file and takes its name. False, with nothing changed, when it can't be read; with
   // `reportMissing` a message says so.
   bool load(const std::string& path);
+  // Puts what the file holds now in place of the text, as one undo step. False, with nothing
+  // changed, when it can't be read.
+  bool reload(const std::string& path);
   // Writes the text. False, with the text as it is and still dirty, when that fails; `saveError`
   // then says why.
   bool save(const std::string& path, bool stripTrailing = false, bool ensureLastLine = false);
+  // A number that tells the text from others, and the one that a file's text would have; nothing
+  // for a file that can't be read.
+  size_t TextDigest() const;
+  static std::optional<size_t> DigestOfFile(const std::string& path);
   // Replaces the text by one that no file holds: it is unsaved, and undoing brings the old one
   // back. Encoding and odd byte are those that its file is to be written with.
   void TakeText(std::string_view newText, int newEncoding, std::string_view oddByte);

@@ -1,6 +1,8 @@
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,6 +37,37 @@ ssize_t ReadChunk(int file, std::vector<char>& buffer) {
     filled += static_cast<size_t>(count);
   }
   return static_cast<ssize_t>(filled);
+}
+
+// A file read at once: its text, and what its bytes are made of it by.
+struct WholeText {
+  std::string text;
+  TextEncoding encoding;
+  std::string oddByte;
+};
+
+std::optional<WholeText> ReadWhole(const std::string& path) {
+  const std::optional<std::string> content = ReadFileText(path);
+  if (!content) return {};
+  const TextEncoding encoding = DetectEncoding(std::string_view(*content).substr(0, cChunk));
+  TextDecoder decoder(encoding);
+  std::string text(decoder.Decode(*content));
+  text += decoder.Finish();
+  return WholeText{std::move(text), encoding, decoder.oddByte};
+}
+
+size_t Digest(std::string_view text, TextEncoding encoding, const std::string& oddByte) {
+  const std::hash<std::string_view> hash;
+  return hash(text) ^ (hash(oddByte) << 1) ^ static_cast<size_t>(encoding);
+}
+
+// What of `before` gives way when it becomes `after`: what both begin and end with stays.
+ByteRange DifferingRange(std::string_view before, std::string_view after) {
+  const auto front = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
+  const auto start = static_cast<size_t>(front.first - before.begin());
+  const auto back = std::mismatch(before.rbegin(), before.rend() - static_cast<ptrdiff_t>(start),
+                                  after.rbegin(), after.rend() - static_cast<ptrdiff_t>(start));
+  return {start, before.size() - static_cast<size_t>(back.first - before.rbegin())};
 }
 
 }  // namespace
@@ -98,6 +131,42 @@ bool SciEditor::Impl::Load(const std::string& path) {
   }
   Send(SCI_GOTOPOS, 0);
   return read;
+}
+
+// Only what differs is replaced, so that the caret, marks and folds of the rest stay.
+bool SciEditor::Impl::Reload(const std::string& path) {
+  SciEditor& editor = Editor();
+  const std::optional<WholeText> read = ReadWhole(path);
+  if (!hwnd || !read || read->text.size() > static_cast<size_t>(INT32_MAX) / 2) return false;
+  const std::string& text = read->text;
+  const ByteRange changed = DifferingRange(Bytes(), text);
+  const size_t behind = Bytes().size() - changed.end;
+  const std::string_view replacement =
+      std::string_view(text).substr(changed.start, text.size() - behind - changed.start);
+  Send(SCI_SETREADONLY, 0);
+  Send(SCI_SETTARGETRANGE, static_cast<Param>(changed.start), static_cast<Param>(changed.end));
+  SendText(SCI_REPLACETARGET, static_cast<Param>(replacement.size()), replacement.data());
+  Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(text))]);
+  editor.encoding = read->encoding;
+  oddByte = read->oddByte;
+  ClassifyText();
+  editor.fileName = path;
+  Send(SCI_SETSAVEPOINT);
+  return true;
+}
+
+size_t SciEditor::Impl::TextDigest() const {
+  return Digest(Bytes(), static_cast<TextEncoding>(Editor().encoding), oddByte);
+}
+
+size_t SciEditor::TextDigest() const {
+  return ItsImpl().TextDigest();
+}
+
+std::optional<size_t> SciEditor::DigestOfFile(const std::string& path) {
+  const std::optional<WholeText> read = ReadWhole(path);
+  if (!read) return {};
+  return Digest(read->text, read->encoding, read->oddByte);
 }
 
 // How a text that has come whole is shown follows from its bytes.

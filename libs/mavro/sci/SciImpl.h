@@ -47,6 +47,8 @@ class SciEditor::Impl : public SysImpl, public SciText {
 
   // Group: files (SciFiles.cpp).
   bool Load(const std::string& path);
+  bool Reload(const std::string& path);
+  size_t TextDigest() const;
   bool Save(const std::string& path, bool stripTrailing, bool ensureLastLine);
   void TakeText(std::string_view newText, int newEncoding, std::string_view newOddByte);
 

@@ -1,9 +1,11 @@
 #include "QtDialogs.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QMessageBox>
 
 #include "Form.h"
@@ -21,8 +23,26 @@ QWidget* DialogParent() {
   return activeForm->impl->hwnd->widget;
 }
 
+// A message box that can insist on one of its buttons: whoever wants it away by Escape or by the
+// window manager has not said Yes or No.
+class MessageBox : public QMessageBox {
+ public:
+  using QMessageBox::QMessageBox;
+  bool needsAnswer = false;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (needsAnswer && event->matches(QKeySequence::Cancel)) return event->accept();
+    QMessageBox::keyPressEvent(event);
+  }
+  void closeEvent(QCloseEvent* event) override {
+    if (needsAnswer) return event->ignore();
+    QMessageBox::closeEvent(event);
+  }
+};
+
 Answer ShowMessage(const std::string& text, const std::string& title, int flags) {
-  QMessageBox box(DialogParent());
+  MessageBox box(DialogParent());
   box.setWindowTitle(ToScreen(title));
   box.setTextFormat(Qt::PlainText);
   box.setText(ToScreen(text));
@@ -37,8 +57,9 @@ Answer ShowMessage(const std::string& text, const std::string& title, int flags)
     QMessageBox::StandardButtons standard = QMessageBox::Yes | QMessageBox::No;
     if (buttons == cYesNoCancel) standard |= QMessageBox::Cancel;
     box.setStandardButtons(standard);
-    box.setDefaultButton(QMessageBox::Yes);
-    box.setEscapeButton(buttons == cYesNoCancel ? QMessageBox::Cancel : QMessageBox::No);
+    box.setDefaultButton(flags & cDefaultNo ? QMessageBox::No : QMessageBox::Yes);
+    box.needsAnswer = buttons == cYesNo;
+    box.setWindowFlag(Qt::WindowCloseButtonHint, !box.needsAnswer);
   }
   switch (box.exec()) {
     case QMessageBox::Yes:

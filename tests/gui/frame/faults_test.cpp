@@ -227,6 +227,7 @@ TEST_P(IdeClosing, AsksAboutTheTextAndIsClean) {
   const auto [what, how] = GetParam();
   ide.Run({ide.Project({{"main.cpp", std::string(cMain) + "\n}\n"}})}, [&] {
     Begin(what);
+    ide.dialogs.answers = {mavro::Answer::cNo};
     End(how);
     EXPECT_THAT(ide.dialogs.texts, ElementsAre(HasSubstr("was modified!\tSave?")));
     if (how == cWindow) return;

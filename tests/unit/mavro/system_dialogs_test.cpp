@@ -48,6 +48,15 @@ TEST(Confirm, WithoutCancel_AsksYesOrNo) {
   EXPECT_THAT(dialogs.flags, ElementsAre(cYesNo, cYesNo));
 }
 
+TEST(ConfirmLoss, AsksWithNoForEnter) {
+  test::ScriptedDialogs dialogs;
+  dialogs.answers = {Answer::cYes, Answer::cNo};
+  EXPECT_TRUE(ConfirmLoss("Overwrite?"));
+  EXPECT_FALSE(ConfirmLoss("Overwrite?"));
+  EXPECT_EQ(dialogs.texts.at(0), "Confirmation: Overwrite?");
+  EXPECT_EQ(dialogs.flags.at(0), cYesNo | cDefaultNo);
+}
+
 TEST(Confirm, WithCancel_TellsItFromNo) {
   test::ScriptedDialogs dialogs;
   dialogs.answers = {Answer::cCancel, Answer::cNo, Answer::cYes};

@@ -323,7 +323,7 @@ TEST_F(ProjectLoadSaveTest, Save_OverAnEmptyOrMissingFile_DoesNotAsk) {
 TEST_F(ProjectLoadSaveTest, Close_SavesTheSessionAndClears) {
   Load();
   EXPECT_TRUE(project.Close());
-  EXPECT_EQ(shell.Take(), "close files\nclear tree\n");
+  EXPECT_EQ(shell.Take(), "may close files\nclose files\nclear tree\n");
   EXPECT_FALSE(project.isOpen);
   EXPECT_TRUE(folder.Exists("p/app.zend"));
   EXPECT_TRUE(dialogs.texts.empty());

@@ -325,7 +325,7 @@ TEST_F(RescueSteps, CopyWithoutFactsOrWithDamagedOnes_IsTextAlone) {
   for (const std::string& content :
        {std::string("int a;\n"), std::string(), std::string("a\0b", 3),
         std::string("zendry-text-1 \0x", 16), std::string("zendry-text-1 1 2 3"),
-        std::string("zendry-text-1 1 0 -1 1 2 3 4 5 6 \0x", 36),
+        std::string("zendry-text-1 1 0 -1 1 2 3 4 5 6 7 \0x", 38),
         std::string("zendry-text-1 99999999999999999999 0 -1 1 2 3 4 5 \0x", 53)}) {
     home.Write(name, "/a.cpp" + std::string(1, '\0') + content);
     ASSERT_THAT(FindRescuedTexts(), SizeIs(1));
