@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Handlers.h"
+#include "Keys.h"
 
 namespace mavro {
 
@@ -20,7 +21,7 @@ struct KeyArgs {
   int kind = cDown;
   bool handled = false;  // a handler sets it to keep the key from the control
   int modifiers = 0;
-  int key = 0;  // virtual key code; the character for cChar
+  int key = 0;  // one of Key's codes; the character for cChar
 };
 
 // The mouse did something inside a control.
