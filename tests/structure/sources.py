@@ -66,6 +66,24 @@ def public_headers_compile_alone(compiler):
             yield f'libs/mavro/include/{name}: doesn\'t compile alone\n{result.stderr}'
 
 
+def handlers_elsewhere_are_refused_by_a_sentence(compiler):
+    """A class that is no object can't have handlers: the compiler says so in words, and nothing else."""
+    code = ('#include <mavro>\nstruct Plain%s {\n  Button button;\n  ActionList acts;\n  void On(NotifyArgs&) {}\n'
+            '  void Over(MouseArgs&) {}\n  void Do(int) {}\n  void Tie() { %s; }\n};\n')
+    ties = ('button.onClick.Add_H(this, &Plain::On)', 'button.onMouseEnter.Add_H(this, &Plain::On)',
+            'button.onMouseLeave.Add_H(this, &Plain::Over)', 'acts.SetTarget(this, &Plain::Do)')
+    command = [compiler, '-std=c++20', '-fsyntax-only', '-I', os.path.join(tree.TOP, 'libs/mavro/include'),
+               '-x', 'c++', '-']
+    for tie in ties:
+        for base in ('', ' : object'):
+            said = subprocess.run(command, input=code % (base, tie), text=True, stderr=subprocess.PIPE).stderr
+            errors = [line for line in said.splitlines() if ' error: ' in line]
+            if bool(errors) == bool(base):
+                yield f'{tie}{base}: {"refused" if errors else "taken"}'
+            elif errors and (len(errors) > 1 or 'derives from mavro::object' not in errors[0]):
+                yield f'{tie}: ' + ' / '.join(errors)
+
+
 def no_stem_stands_twice():
     """A project puts all objects into one folder, this one too if it is built with itself."""
     places = collections.defaultdict(list)
@@ -168,7 +186,8 @@ def scripts_parse():
 
 tree.run_named({check.__name__: check for check in (
     toolkit_stays_behind_the_seam, public_headers_name_no_toolkit_type, layers_include_downward_only,
-    public_headers_compile_alone, no_stem_stands_twice, every_source_is_built, formatted, lines_end_well,
+    public_headers_compile_alone, handlers_elsewhere_are_refused_by_a_sentence,
+    no_stem_stands_twice, every_source_is_built, formatted, lines_end_well,
     editor_messages_are_the_components, no_path_of_this_machine, files_have_one_screenful_of_purpose,
     root_folder_is_short, projects_list_every_source,
     public_interfaces_have_comments, scripts_parse)})

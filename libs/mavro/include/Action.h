@@ -41,8 +41,11 @@ class ActionList : public object {
   // Makes `handler` of `newTarget` the handler of the actions added from now on.
   template <class Target, class Class>
   void SetTarget(Target* newTarget, void (Class::*newHandler)(int)) {
-    target = static_cast<Class*>(newTarget);
-    handler = static_cast<ActionHandler>(newHandler);
+    detail::CheckMayHandle<Class>();
+    if constexpr (detail::cMayHandle<Class>) {
+      target = static_cast<Class*>(newTarget);
+      handler = static_cast<ActionHandler>(newHandler);
+    }
   }
 
   // Adds a command. An id of 0 takes the next number of a counter shared by all lists, 101 first.

@@ -129,8 +129,8 @@ class Control : public object {
   NotifyEvent onCreate;
   KeyEvent onKeyDown, onKeyUp, onChar;
   MouseEvent onMouseDown, onMouseUp, onMouseMove, onMouseWeel, onContextMenu;
-  NotifyEvent onMouseEnter, onMouseLeave, onDblClick, onMove, onResize, onGotFocus, onLostFocus,
-      onVisible;
+  CrossingEvent onMouseEnter, onMouseLeave;
+  NotifyEvent onDblClick, onMove, onResize, onGotFocus, onLostFocus, onVisible;
 
   ActionMenu* menu = nullptr;  // popup shown on a context menu request; not owned
   int contextId = 0;           // what context help is asked for

@@ -98,6 +98,8 @@ class SysImpl : public object {
   Param OnContextMenu(Param wParam, Param lParam);
   Param OnKey(unsigned message, Param wParam, Param lParam);
   Param OnMouse(unsigned message, Param wParam, Param lParam);
+  // The mouse has come or gone.
+  Param OnCrossing(unsigned message, Param wParam, Param lParam);
 };
 
 // The platform half of containers: routes commands and notifications of children.

@@ -85,8 +85,8 @@ class VocabularyForm : public Form {
     this->onMouseDown.Add_H(this, &This::OnMouse);
     this->onMouseUp.Add_H(this, &This::OnMouse);
     this->onMouseMove.Add_H(this, &This::OnMouse);
-    this->onMouseLeave.Add_H(this, &This::OnNotify);
-    this->onMouseEnter.Add_H(this, &This::OnNotify);
+    this->onMouseLeave.Add_H(this, &This::OnMouse);
+    this->onMouseEnter.Add_H(this, &This::OnMouse);
     this->onMouseWeel.Add_H(this, &This::OnMouse);
     this->onKeyDown.Add_H(this, &This::OnKey);
     this->onKeyUp.Add_H(this, &This::OnKey);
@@ -194,6 +194,8 @@ class VocabularyForm : public Form {
     panel1.backColor = Color::cLightGray;
     panel1.borderStyle = BorderStyle::cFrame;
     panel1.onMouseDown.Add_H(this, &This::OnMouse);
+    panel1.onMouseLeave.Add_H(this, &This::OnNotify);
+    panel1.onMouseEnter.Add_H(this, &This::OnNotify);
     this->Add(&panel1);
     listBox1.SetBounds(230, 130, 100, 60);
     listBox1.items.Add("x");
