@@ -36,12 +36,22 @@ void CallSetter(SysImpl* target, PropertySetter setter) {
 }
 
 TextProperty& TextProperty::operator=(const std::string& wanted) {
-  target->SetText(wanted);
+  if (target)
+    target->SetText(wanted);
+  else
+    shown = wanted;
   return *this;
 }
 
 std::string TextProperty::Get() const {
-  return target->GetText();
+  return target ? target->GetText() : shown;
+}
+
+// Nothing moves in memory while the text stays the same.
+const std::string& TextProperty::Read() const {
+  const std::string now = Get();
+  if (shown != now) shown = now;
+  return shown;
 }
 
 SysImpl::SysImpl(Type itsType)
