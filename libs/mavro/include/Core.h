@@ -123,6 +123,9 @@ class Control : public object {
   WriteProperty<BorderStyle> borderStyle;
   WriteProperty<std::string> hint;
   WriteProperty<std::string> toolTip;  // the hint, by the name that designed forms use
+  // What screen readers call the control; where it is empty, its text, else the label before it,
+  // else its hint.
+  WriteProperty<std::string> accessibleName;
 
   DataLinkProperty dataLink;
 

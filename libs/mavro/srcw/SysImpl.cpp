@@ -199,6 +199,13 @@ void SysImpl::HintChanged() {
   if (hwnd) hwnd->SetHint(hint);
 }
 
+// Without a name of its own the control is called by its hint again.
+void SysImpl::AccessibleNameChanged() {
+  if (!hwnd) return;
+  hwnd->SetAccessibleName(accessibleName);
+  if (accessibleName.empty() && !hint.empty()) hwnd->SetHint(hint);
+}
+
 Rect SysImpl::ClientRect() const {
   if (!hwnd) return owner->bounds;
   return hwnd->DockArea();

@@ -60,6 +60,7 @@ class SysImpl : public object {
   void CursorChanged();
   void BorderChanged();
   void HintChanged();
+  void AccessibleNameChanged();
 
   // The area that children are laid out in: the client area, without a window the control's bounds.
   Rect ClientRect() const;
@@ -80,6 +81,7 @@ class SysImpl : public object {
   int mouseY = 0;
   BorderStyle borderStyle = BorderStyle::cNone;
   std::string hint;
+  std::string accessibleName;
   Cursor cursor = Cursor::cDefault;
   bool visible = true;
   bool enabled = true;
