@@ -93,8 +93,8 @@ void MainForm::InitBars() {
   paneBar.images = cSmallStrip;
   paneBar.height = cPaneBarHeight;
   paneBar.dock = mavro::Dock::cTop;
-  paneBar.AddButton(cHidePicture, "Hide the pane");
-  paneBar.AddButton(cClearPicture, "Clear the page");
+  paneBar.AddButton(cHidePicture, "Hide the pane", cHideRow);
+  paneBar.AddButton(cClearPicture, "Clear the page", cClearRow);
   paneBar.onClick.Add_H(this, &MainForm::OnPaneButton);
   statusBar.dock = mavro::Dock::cBootom;
   statusBar.AddPane(0, "Ready");
@@ -140,7 +140,7 @@ void MainForm::InitToolBar() {
                        {&stopAction, cStopPicture},
                        {theFileActs.actCloseAll, cCloseAllPicture},
                        {}});
-  toolBar.AddButton(cSidePanePicture, "Show the left pane");
+  toolBar.AddButton(cSidePanePicture, "Show the left pane", cShowLeftCommand);
   toolBar.onClick.Add_H(this, &MainForm::OnToolButton);
   for (int row = 0; row < toolBar.RowCount(); ++row) {
     const mavro::Action* action = toolBar.GetRow(row).action;
@@ -149,7 +149,7 @@ void MainForm::InitToolBar() {
 }
 
 void MainForm::OnToolButton(mavro::NotifyArgs& args) {
-  if (args.value == cLeftPanelRow) OnView(cShowLeftCommand);
+  if (args.value == cShowLeftCommand) OnView(cShowLeftCommand);
 }
 
 void MainForm::OnPaneButton(mavro::NotifyArgs& args) {

@@ -23,10 +23,10 @@ ToolPanel::ToolPanel(mavro::TabCtrl& newTabs) : tabs(newTabs) {
   bar.height = cBarHeight;
   bar.dock = mavro::Dock::cFill;
   bar.images = cSmallStrip;
-  bar.AddButton(cPropertiesPicture, "Options");
-  bar.AddButton(cAddPicture, "Add");
-  bar.AddButton(cRemovePicture, "Remove");
-  bar.AddButton(cClosePicture, "Close");
+  bar.AddButton(cPropertiesPicture, "Options", cMainRow);
+  bar.AddButton(cAddPicture, "Add", cAddRow);
+  bar.AddButton(cRemovePicture, "Remove", cRemoveRow);
+  bar.AddButton(cClosePicture, "Close", cCloseRow);
   bar.onClick.Add_H(this, &ToolPanel::OnButton);
   Add(&bar);
   tabs.onChange.Add_H(this, &ToolPanel::OnPage);
