@@ -69,7 +69,7 @@ class KeptEditor : public mavro::SciEditor, public zendry::RescueSource {
   void AppendPiece(size_t start, size_t end, std::string& to) const override {
     AppendRange(static_cast<int>(start), static_cast<int>(end), to);
   }
-  void onTextWillChange(int position, int removed, int added) override {
+  void onTextWillChange(long position, long removed, long added) override {
     rescue.WillChange(position, removed, added);
   }
 

@@ -150,6 +150,9 @@ std::string CppEditor::TextNote() const {
   std::string note = EncodingName() + "   " + LineEndName();
   if (Send(mavro::SCI_GETOVERTYPE)) note = "OVR   " + note;
   if (IsHuge()) note += "   large file: plain";
+  if (const int lines = LinesNotShown(); lines > 0)
+    note += lines == 1 ? "   1 long line not shown"
+                       : "   " + std::to_string(lines) + " long lines not shown";
   return note;
 }
 
@@ -163,17 +166,18 @@ int CppEditor::LiveTextOf::PositionFromLine(int line) const {
   return line < editor.LineCount() ? editor.LineStart(line) : editor.Length();
 }
 
-void CppEditor::AppendPiece(size_t start, size_t end, std::string& to) const {
-  AppendRange(static_cast<int>(start), static_cast<int>(end), to);
-}
-
 void CppEditor::onTextChanged() {
   liveText.parsed = false;
 }
 
-void CppEditor::onTextWillChange(int position, int removed, int added) {
-  bytesChanged += std::max(removed, added);
-  rescue.WillChange(position, removed, added);
+// Steps of the rescue copy have places of 32 bits.
+void CppEditor::onTextWillChange(long position, long removed, long added) {
+  const bool isTold = added != cUnknownLength && WholeLength() <= UINT32_MAX;
+  bytesChanged += isTold ? std::max(removed, added) : TextRescue::cMostBytesBehind;
+  if (isTold)
+    rescue.WillChange(position, removed, added);
+  else
+    rescue.LoseTrack();
 }
 
 void CppEditor::onSavePointChanged() {

@@ -58,7 +58,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   CaretText& LiveText() { return liveText; }
 
   void onTextChanged() override;
-  void onTextWillChange(int position, int removed, int added) override;
+  void onTextWillChange(long position, long removed, long added) override;
   void onSavePointChanged() override;
   void onDwell(int position) override;
   bool getCompletion(std::string& text, std::string& list) override;
@@ -82,8 +82,10 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
 
   std::string RescuePath() const override { return fileName; }
   TextFacts RescueFacts() const override { return {encoding, OddByte(), stamp}; }
-  size_t PieceLength() const override { return static_cast<size_t>(Length()); }
-  void AppendPiece(size_t start, size_t end, std::string& to) const override;
+  size_t PieceLength() const override { return WholeLength(); }
+  void AppendPiece(size_t start, size_t end, std::string& to) const override {
+    AppendWhole(start, end, to);
+  }
   void FollowChanges();
 
   EditTab& tab;

@@ -64,6 +64,7 @@ constexpr ActionRow cActions[] = {
     {cSciGoToMatch, [](Editor& editor, SciEditor&) { editor.GoToMatch(false); }},
     {cSciSelectToMatch, [](Editor& editor, SciEditor&) { editor.GoToMatch(true); }},
     {cSciFoldAll, [](Editor& editor, SciEditor&) { editor.FoldAll(); }},
+    {cSciShowLongLine, [](Editor&, SciEditor& control) { control.ShowLongLine(); }},
     {cSciPlayMacro, [](Editor& editor, SciEditor&) { editor.PlayMacro(); }},
     {cSciRecordMacro,
      [](Editor& editor, SciEditor& control) { editor.SetRecording(!control.inMacroRecord); }},

@@ -40,9 +40,10 @@ class SciEditor : public Control {
 
   // Group: what a son fills in. By default nothing happens and nothing is offered.
   virtual void onTextChanged() {}
-  // Comes before each change of the text but those of `load`: at `position`, `removed` bytes will
-  // give way to `added` others. The text may be read, not changed.
-  virtual void onTextWillChange(int position, int removed, int added);
+  // Comes before each change of the whole text but those of `load`: at `position`, `removed` bytes
+  // will give way to `added` others, or to cUnknownLength. The text may be read, not changed.
+  static constexpr long cUnknownLength = -1;
+  virtual void onTextWillChange(long position, long removed, long added);
   virtual void onSavePointChanged() {}
   virtual void onDwell(int position);
   // What fits behind `text`, which stands left of the caret: names between blanks, each with "?1"
@@ -78,7 +79,8 @@ class SciEditor : public Control {
   // "UTF-8", "UTF-16 LE", ...; "8 bit" for bytes that are no UTF-8.
   std::string EncodingName() const;
 
-  // Group: text.
+  // Group: text. Lines that take long to measure are not shown: a stand-in, one character with a
+  // note, is in the text in such a line's place. Lengths and positions are those of the shown text.
   int Length() const { return static_cast<int>(Send(SCI_GETLENGTH)); }
   int LineCount() const { return static_cast<int>(Send(SCI_GETLINECOUNT)); }
   std::string GetRange(int start, int end) const;
@@ -86,7 +88,15 @@ class SciEditor : public Control {
   void AppendRange(int start, int end, std::string& to) const;
   // A line with its line end.
   std::string LineText(int line) const;
-  std::string GetText() const { return GetRange(0, Length()); }
+  // The whole text, as it is saved; its length; its bytes from `start` up to `end`, put behind
+  // `to`.
+  std::string GetText() const;
+  size_t WholeLength() const;
+  void AppendWhole(size_t start, size_t end, std::string& to) const;
+  // How many lines are not shown, and one shown for its stand-in beside the caret or in its line:
+  // the user has been asked where that takes long. False when there is none or it isn't wanted.
+  int LinesNotShown() const;
+  bool ShowLongLine();
   int CaretPosition() const { return static_cast<int>(Send(SCI_GETCURRENTPOS)); }
   int LineOf(int position) const;
   int LineStart(int line) const;
@@ -94,7 +104,7 @@ class SciEditor : public Control {
   int CaretLine() const { return LineOf(CaretPosition()); }
   int CaretColumn() const;  // in columns of the screen, from 0
   std::pair<int, int> Selection() const;
-  std::string SelectedText() const;
+  std::string SelectedText() const;  // whole
   void Select(int anchor, int caret);
   void ReplaceSelection(std::string_view replacement);
   // Counts every change of the text, as it happens.

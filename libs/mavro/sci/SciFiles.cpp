@@ -1,5 +1,6 @@
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <string>
 #include <vector>
@@ -19,6 +20,8 @@ namespace {
 
 constexpr size_t cChunk = 128 * 1024;
 constexpr long cRoomToType = 1000;
+constexpr long cFirstRoom = 1024 * 1024;
+constexpr long cMoreRoom = 8;  // times what was there
 // Larger texts are shown without styles and folds.
 constexpr long cHugeBytes = 64L * 1024 * 1024;
 
@@ -47,20 +50,33 @@ bool SciEditor::Impl::FillFrom(int file, long size) {
   if (count < 0) return false;
   Editor().encoding = DetectEncoding(chunk());
   TextDecoder decoder(static_cast<TextEncoding>(Editor().encoding));
-  const auto add = [this](std::string_view text) {
-    Send(SCI_ADDTEXT, static_cast<Param>(text.size()), reinterpret_cast<Param>(text.data()));
+  // What is not shown needs no room: the component is told of more when it comes.
+  long room = std::min(size, cFirstRoom);
+  Send(SCI_ALLOCATE, room + cRoomToType);
+  long taken = 0, shown = 0;
+  LongLineFolder folder(longLines, [&](std::string_view text) {
+    shown += static_cast<long>(text.size());
+    if (shown > room && room < size) {
+      room = std::min(size, std::max(room * cMoreRoom, shown));
+      Send(SCI_ALLOCATE, room + cRoomToType);
+    }
+    AddShown(text);
+  });
+  const auto take = [&](std::string_view text) {
+    taken += static_cast<long>(text.size());
+    folder.Take(text);
   };
-  Send(SCI_ALLOCATE, size + cRoomToType);
   const std::string_view first = decoder.Decode(chunk());
   Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(first))]);
-  add(first);
+  take(first);
   while (static_cast<size_t>(count) == cChunk) {
     count = ReadChunk(file, buffer);
     if (count < 0) return false;
-    if (Length() > INT32_MAX - 4 * static_cast<int>(cChunk)) return false;
-    add(decoder.Decode(chunk()));
+    if (taken > INT32_MAX - 4 * static_cast<long>(cChunk)) return false;
+    take(decoder.Decode(chunk()));
   }
-  add(decoder.Finish());
+  take(decoder.Finish());
+  folder.Finish();
   oddByte = decoder.oddByte;
   return true;
 }
@@ -73,6 +89,7 @@ bool SciEditor::Impl::Load(const std::string& path) {
     return false;
   }
   const std::string before(Bytes());
+  const LongLines linesBefore = longLines;
   const int encodingBefore = editor.encoding;
   const Param told = Send(SCI_GETMODEVENTMASK);
   Send(SCI_SETMODEVENTMASK, 0);
@@ -81,11 +98,17 @@ bool SciEditor::Impl::Load(const std::string& path) {
   DropLineIndex();
   Send(SCI_CLEARALL);
   Send(SCI_MARKERDELETEALL, -1);
+  ForgetLongLines();
   const bool read = FillFrom(opened.file.Number(), opened.size);
   if (!read) {
     editor.encoding = encodingBefore;
-    Window()->SetText(before);
+    Send(SCI_CLEARALL);
+    longLines = linesBefore;
+    AddShown(before);
+  } else {
+    SpellBytesAsLetters();
   }
+  standIns.Reset();
   ClassifyText();
   Send(SCI_SETUNDOCOLLECTION, 1);
   Send(SCI_SETMODEVENTMASK, told);
@@ -100,10 +123,35 @@ bool SciEditor::Impl::Load(const std::string& path) {
   return read;
 }
 
+void SciEditor::Impl::AddShown(std::string_view text) {
+  Send(SCI_ADDTEXT, static_cast<Param>(text.size()), reinterpret_cast<Param>(text.data()));
+}
+
+// Only a text in UTF-8 has characters that are stand-ins: of bytes that are none, letters are made.
+void SciEditor::Impl::SpellBytesAsLetters() {
+  SciEditor& editor = Editor();
+  if (longLines.IsEmpty() || editor.encoding != cPlainText || KindOfBytes() != TextBytes::cOther)
+    return;
+  const std::string text = TextOfByteLetters(longLines.Unfold(Bytes()));
+  editor.encoding = cByteLetters;
+  longLines = {};
+  Send(SCI_CLEARALL);
+  AddShown(longLines.Fold(text));
+}
+
+// What kind of bytes the text has, with the lines that are not shown.
+TextBytes SciEditor::Impl::KindOfBytes() const {
+  TextBytes kind = ClassifyBytes(Bytes());
+  for (int number = 0; number < longLines.End() && kind != TextBytes::cOther; ++number)
+    if (const std::string* line = longLines.Kept(number))
+      kind = std::max(kind, ClassifyBytes(*line));
+  return kind;
+}
+
 // How a text that has come whole is shown follows from its bytes.
 void SciEditor::Impl::ClassifyText() {
   SciEditor& editor = Editor();
-  bytes = ClassifyBytes(Bytes());
+  bytes = standIns.Count() == 0 ? ClassifyBytes(Bytes()) : TextBytes::cUtf8;
   huge = Length() > cHugeBytes;
   const bool unicode = editor.encoding != cPlainText || bytes == TextBytes::cUtf8;
   editor.codePage = unicode ? SC_CP_UTF8 : 0;
@@ -113,8 +161,14 @@ void SciEditor::Impl::ClassifyText() {
 void SciEditor::Impl::TakeText(std::string_view newText, int newEncoding,
                                std::string_view newOddByte) {
   SciEditor& editor = Editor();
+  std::string shown = longLines.Fold(newText);
+  if (newEncoding == cPlainText && longLines.AreIn(shown) &&
+      ClassifyBytes(newText) == TextBytes::cOther) {
+    newEncoding = cByteLetters;
+    shown = longLines.Fold(TextOfByteLetters(newText));
+  }
   Send(SCI_SELECTALL);
-  editor.ReplaceSelection(newText);
+  PutText(shown);
   Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(newText))]);
   editor.encoding = newEncoding;
   oddByte = newOddByte;
@@ -129,10 +183,14 @@ bool SciEditor::Impl::Save(const std::string& path, bool stripTrailing, bool ens
   if (stripTrailing) StripTrailing();
   if (ensureLastLine) EnsureLastLine();
   const auto encoding = static_cast<TextEncoding>(editor.encoding);
+  const std::string whole = standIns.Count() > 0 ? editor.GetText() : std::string();
+  const std::string_view text = standIns.Count() > 0 ? std::string_view(whole) : Bytes();
   if (encoding == cPlainText || encoding == cUtf8Cookie) {
-    editor.saveError = SaveFileText(path, Bytes()).error;
-  } else if (const auto encoded = EncodeText(Bytes(), encoding, oddByte)) {
+    editor.saveError = SaveFileText(path, text).error;
+  } else if (const auto encoded = EncodeText(text, encoding, oddByte)) {
     editor.saveError = SaveFileText(path, *encoded).error;
+  } else if (encoding == cByteLetters) {
+    editor.saveError = "can't write " + path + ": it holds letters that are no byte";
   } else {
     editor.saveError = "can't write " + path + ": it holds bytes that " + editor.EncodingName() +
                        " has no letter for";

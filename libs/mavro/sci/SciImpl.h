@@ -3,6 +3,7 @@
 #include <string>
 
 #include "IndentRules.h"
+#include "LongLines.h"
 #include "NativeSci.h"
 #include "SciEditor.h"
 #include "SciText.h"
@@ -33,7 +34,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   std::string Range(int start, int end) const override;
   int StyleAt(int position) const override;
   int Indentation(int line) const override;
-  void AppendRange(int start, int end, std::string& to) const;
+  void AppendRange(int start, int end, std::string& to) const override;
   // All of it, until the next change.
   std::string_view Bytes() const;
   std::string LineToCaret() const;
@@ -49,6 +50,15 @@ class SciEditor::Impl : public SysImpl, public SciText {
   bool Load(const std::string& path);
   bool Save(const std::string& path, bool stripTrailing, bool ensureLastLine);
   void TakeText(std::string_view newText, int newEncoding, std::string_view newOddByte);
+
+  // Group: lines that are not shown (SciLongLines.cpp).
+  // The shown form of a text that is about to be put in.
+  std::string FoldNew(std::string_view text);
+  // Puts shown text in the selection's place.
+  void PutText(std::string_view shown);
+  bool ShowLongLineAt(int position);
+  LongLines longLines;
+  StandIns standIns{*this, longLines};
 
   // Group: typing (SciTyping.cpp).
   void CharacterAdded(char typed);
@@ -74,6 +84,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   SciEditor& Editor() const { return *static_cast<SciEditor*>(owner); }
 
   void BeforeChange(const SciNotification& n);
+  void WatchTyping(int code);
   void UpdateUi(const SciNotification& n);
   void MarkBraces();
   void RecordStep(const SciNotification& n);
@@ -90,13 +101,22 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void SendStyle(const StyleRow& row);
   void ApplyRepresentations();
 
+  void SetHooks();
+  void SendNotes();
+  void ForgetLongLines();
+  int StandInNear(int position);
+
   bool FillFrom(int file, long size);
+  void AddShown(std::string_view text);
+  void SpellBytesAsLetters();
+  TextBytes KindOfBytes() const;
   void ClassifyText();
   void StripTrailing();
   void EnsureLastLine();
 
   int foldFlags = 0;
-  int numberDigits = 0;
+  int notesSent = 0;
+  bool pausesOvertype = false;
 };
 
 }  // namespace mavro

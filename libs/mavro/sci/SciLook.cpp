@@ -283,6 +283,8 @@ void SciEditor::Impl::ApplyRepresentations() {
     std::for_each(std::begin(cHiddenUtf8), std::end(cHiddenUtf8), send);
   else
     std::for_each(std::begin(cHiddenBytes), std::end(cHiddenBytes), send);
+  notesSent = 0;
+  SendNotes();
 }
 
 }  // namespace mavro

@@ -7,7 +7,7 @@ namespace mavro {
 
 namespace {
 
-constexpr std::string_view cMarks[] = {"", "\xFE\xFF", "\xFF\xFE", "\xEF\xBB\xBF", ""};
+constexpr std::string_view cMarks[] = {"", "\xFE\xFF", "\xFF\xFE", "\xEF\xBB\xBF", "", ""};
 constexpr int cCookieLines = 2;
 
 bool IsCodingChar(char c) {
@@ -96,6 +96,16 @@ bool AppendUtf16(std::string& out, std::string_view text, bool big) {
       AppendUnit(out, 0xD800 + ((one.point - 0x10000) >> 10), big);
       AppendUnit(out, 0xDC00 + ((one.point - 0x10000) & 0x3FF), big);
     }
+  }
+  return true;
+}
+
+bool AppendByteLetters(std::string& out, std::string_view text) {
+  while (!text.empty()) {
+    const Utf8Char one = ReadUtf8(text);
+    if (one.length == 0 || one.point > 0xFF) return false;
+    text.remove_prefix(one.length);
+    out += static_cast<char>(one.point);
   }
   return true;
 }
@@ -193,11 +203,21 @@ std::optional<std::string> EncodeText(std::string_view text, TextEncoding encodi
   if (IsUtf16(encoding)) {
     bytes.reserve(text.size() * 2 + 4);
     if (!AppendUtf16(bytes, text, encoding == cUtf16Big)) return std::nullopt;
+  } else if (encoding == cByteLetters) {
+    bytes.reserve(text.size());
+    if (!AppendByteLetters(bytes, text)) return std::nullopt;
   } else {
     bytes += text;
   }
   bytes += oddByte;
   return bytes;
+}
+
+std::string TextOfByteLetters(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size() + bytes.size() / 8);
+  for (const char c : bytes) AppendUtf8(text, static_cast<unsigned char>(c));
+  return text;
 }
 
 TextBytes ClassifyBytes(std::string_view text) {

@@ -8,6 +8,7 @@
 
 #include "EditorForm.h"
 #include "Privileges.h"
+#include "ScriptedDialogs.h"
 #include "TempFolder.h"
 
 // Files that other editors stumble over: targets without right to write, lines without end, sizes
@@ -86,18 +87,21 @@ std::string LongLine(const LongLineCase& row) {
 
 // A step measures the line once, which is a second or two for ten megabytes. What would start again
 // with each letter of it needed hours.
-TEST(SciFaults, LineOfMegabytes_IsShownWalkedTypedIntoAndSaved) {
+TEST(SciFaults, LineOfMegabytes_AskedFor_IsShownWalkedTypedIntoAndSaved) {
   const LongLineCase cases[] = {{"a.cpp", 10u << 20, "int a(b); ", ""},
                                 {"a.txt", 1u << 20, "\xC3\xA4\xE4\xB8\x96 ", "\r\n"},
                                 {"b.cpp", 1u << 20, "\"string without end ", "\n"},
                                 {"c.txt", 1u << 20, "word", ""}};
   const test::TempFolder folder;
+  test::ScriptedDialogs dialogs;
   EditorForm form;
   RunEditor(form, [&] {
     for (const LongLineCase& row : cases) {
       const std::string before = LongLine(row);
       const std::string path = folder.Write(row.name, before + row.lineEnd);
       ASSERT_TRUE(form.editor.load(path));
+      dialogs.answers = {Answer::cYes};
+      ASSERT_TRUE(form.editor.ShowLongLine());
       form.Settle();
       test::Key(form, Qt::Key_End);
       form.Settle();
