@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "EditorColours.h"
 #include "TipRules.h"
 #include "base/Paths.h"
 #include "code/Completion.h"
@@ -18,12 +19,12 @@ namespace zendry {
 
 namespace {
 
-// By EditorMark. Colours are blue-green-red.
+// By EditorMark.
 constexpr std::array<mavro::MarkType, 4> cMarks = {{
-    {0, 127, 0xFF0000},
-    {1, 127, 0x0000FF},
-    {4, 127, 0xFF0000},
-    {2, 127, 0x00FF00},
+    {0, mavro::ColourOf(mavro::cPlaceGround)},
+    {1, mavro::ColourOf(mavro::cPlaceGround)},
+    {4, mavro::ColourOf(mavro::cErrorGround), mavro::MarkSign::cError},
+    {2, mavro::ColourOf(mavro::cExecutionGround), mavro::MarkSign::cArrow},
 }};
 
 constexpr int cKeywordStyle = 5;  // of the lexer: "if" and "for" decide about indentation
@@ -54,6 +55,7 @@ void CppEditor::ApplySettings() {
   options->fontFace = settings.fonts[2].name;
   options->fontSize = settings.fonts[options->monospaced ? 1 : 2].size;
   options->foldMargin = true;
+  options->lineAboveOpenFolds = settings.lineAboveOpenFolds != 0;
   options->keywordStyle = cKeywordStyle;
   language = LanguageOf(fileName);
   applyOptions();
@@ -118,8 +120,7 @@ void CppEditor::SetMark(EditorMark mark, int line) {
 }
 
 void CppEditor::RemoveMark(EditorMark mark) {
-  Send(mavro::SCI_MARKERDELETEALL,
-       static_cast<std::uintptr_t>(marks[static_cast<size_t>(mark)].number));
+  RemoveLineMarks(marks[static_cast<size_t>(mark)].number);
 }
 
 // Who can't say what a file is doesn't say that it has changed. A state that nobody could tell when

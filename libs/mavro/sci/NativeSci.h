@@ -41,16 +41,6 @@ struct SciNotification : NotifyHeader {
   const char* text = nullptr;  // SCN_MACRORECORD
 };
 
-// Colours of the desktop's palette, blue-green-red as the component has them.
-struct SciPalette {
-  int ground = 0xFFFFFF;
-  int text = 0;
-  int selection = 0;
-  int selectedText = 0xFFFFFF;
-  int panel = 0xF0F0F0;  // what stands around a text, as margins
-  bool IsDark() const;
-};
-
 // The window of the editing component.
 class NativeSci : public NativeWindow {
  public:
@@ -69,7 +59,8 @@ class NativeSci : public NativeWindow {
   // Whether a list can open at a byte: the component breaks down over one whose place is on no
   // screen, as in a long line that is scrolled.
   virtual bool IsOnScreen(int position) const = 0;
-  virtual SciPalette Palette() const = 0;
+  // Whether the desktop's colours are dark ones now.
+  virtual bool IsDark() const = 0;
   // The face of the desktop's fixed or proportional font.
   virtual std::string DefaultFace(bool fixed) const = 0;
 };

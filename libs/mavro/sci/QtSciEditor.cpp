@@ -24,10 +24,6 @@ namespace {
 constexpr int cWheelStep = 120;
 constexpr int cDarkBelow = 128;
 
-int ToBgr(const QColor& color) {
-  return color.red() | color.green() << 8 | color.blue() << 16;
-}
-
 bool IsForeign(const QString& text) {
   return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= 0x80; });
 }
@@ -196,12 +192,8 @@ class SciWindow final : public NativeSci {
     return virtualKey == VK_TAB || virtualKey == VK_RETURN || virtualKey == VK_ESCAPE;
   }
 
-  SciPalette Palette() const override {
-    const QPalette palette = sci->palette();
-    return {ToBgr(palette.color(QPalette::Base)), ToBgr(palette.color(QPalette::Text)),
-            ToBgr(palette.color(QPalette::Highlight)),
-            ToBgr(palette.color(QPalette::HighlightedText)),
-            ToBgr(palette.color(QPalette::Window))};
+  bool IsDark() const override {
+    return sci->palette().color(QPalette::Base).lightness() < cDarkBelow;
   }
 
   std::string DefaultFace(bool fixed) const override {
@@ -291,10 +283,6 @@ NativeWindow* MakeSci(const CreateInfo& info) {
 }
 
 }  // namespace
-
-bool SciPalette::IsDark() const {
-  return QColor(ground & 0xFF, ground >> 8 & 0xFF, ground >> 16 & 0xFF).lightness() < cDarkBelow;
-}
 
 void RegisterSciClass() {
   RegisterNativeClass(cSciClass, MakeSci);

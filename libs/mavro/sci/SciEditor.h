@@ -19,11 +19,15 @@ namespace mavro {
 class SciText;
 struct SciNotification;
 
-// How the lines that carry a marker look: a ground of this colour under the text.
+// What is drawn in the margin beside a marked line.
+enum class MarkSign { cNone, cError, cArrow };
+
+// How the lines that carry a marker look: a ground of this colour under the text, and a sign beside
+// it.
 struct MarkType {
-  int number = 0;
-  int size = 127;  // how much of the colour is seen, 255 is all of it
-  int colour = 0;  // blue-green-red
+  int number = 0;  // up to 7
+  ColourPair ground = {};
+  MarkSign sign = MarkSign::cNone;
   bool enabled = true;
   bool exclusive = true;  // one line of the text at most carries it
 };
@@ -118,6 +122,7 @@ class SciEditor : public Control {
   void ToggleBookmark(int line);
   // Puts a marker of the table on a line; an exclusive one leaves the line it was on.
   void SetLineMark(int number, int line);
+  void RemoveLineMarks(int number);
 
   // Group: commands. Carries out one by its id; false for those that are not the editor's.
   bool OnCommand(int id);

@@ -172,7 +172,10 @@ void SciEditor::Impl::BeforeChange(const SciNotification& n) {
 void SciEditor::Impl::UpdateUi(const SciNotification& n) {
   if (Editor().codePage == 0 && bytes == TextBytes::cUtf8) SetCodePage(SC_CP_UTF8);
   if (n.updated & SC_UPDATE_CONTENT) ApplyLineNumbers();
-  if (n.updated & (SC_UPDATE_CONTENT | SC_UPDATE_SELECTION)) MarkBraces();
+  if (n.updated & (SC_UPDATE_CONTENT | SC_UPDATE_SELECTION)) {
+    MarkBraces();
+    ShowCaretLine();
+  }
   Editor().onUpdateUI();
 }
 

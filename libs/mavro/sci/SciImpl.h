@@ -2,11 +2,13 @@
 
 #include <string>
 
+#include "EditorColours.h"
 #include "IndentRules.h"
 #include "LongLines.h"
 #include "NativeSci.h"
 #include "SciEditor.h"
 #include "SciText.h"
+#include "StylePalette.h"
 #include "SysImpl.h"
 #include "TypingRules.h"
 
@@ -45,6 +47,10 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void SetCodePage(int codePage);
   void DropLineIndex();
   void ApplyLineNumbers();
+  // The caret's line has a ground of its own, unless a mark gives it one.
+  void ShowCaretLine();
+  // The marker that draws the sign of a mark.
+  static constexpr int SignOf(int mark) { return mark + 8; }
 
   // Group: files (SciFiles.cpp).
   bool Load(const std::string& path);
@@ -97,7 +103,10 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void ApplyFoldSymbols();
   void ApplyMarkers();
   void ApplyProperties();
-  void ApplyDesktopColors();
+  void ApplyColours();
+  void ApplyTextStyles();
+  Desktop ItsDesktop() const;
+  int Colour(EditorColour colour) const { return GroundOf(ColourOf(colour), ItsDesktop()); }
   void SendStyle(const StyleRow& row);
   void ApplyRepresentations();
 

@@ -36,9 +36,16 @@ void SciEditor::ToggleBookmark(int line) {
 
 void SciEditor::SetLineMark(int number, int line) {
   for (int i = 0; i < markTypeCount; ++i)
-    if (markTypes[i].number == number && markTypes[i].exclusive)
-      Send(SCI_MARKERDELETEALL, static_cast<std::uintptr_t>(number));
-  Send(SCI_MARKERADD, static_cast<std::uintptr_t>(line), static_cast<std::intptr_t>(number));
+    if (markTypes[i].number == number && markTypes[i].exclusive) RemoveLineMarks(number);
+  for (const int marker : {number, Impl::SignOf(number)})
+    Send(SCI_MARKERADD, static_cast<std::uintptr_t>(line), static_cast<std::intptr_t>(marker));
+  ItsImpl().ShowCaretLine();
+}
+
+void SciEditor::RemoveLineMarks(int number) {
+  for (const int marker : {number, Impl::SignOf(number)})
+    Send(SCI_MARKERDELETEALL, static_cast<std::uintptr_t>(marker));
+  ItsImpl().ShowCaretLine();
 }
 
 // Direction 1 goes on, -1 goes back; past the end it begins at the other one.
