@@ -66,6 +66,10 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   void onUpdateUI() override;
 
  private:
+  // They leave the state of the file, the tags and the rescue copy as they are.
+  using SciEditor::load;
+  using SciEditor::save;
+
   class LiveTextOf final : public CaretText {
    public:
     explicit LiveTextOf(const CppEditor& itsEditor) : editor(itsEditor) {}

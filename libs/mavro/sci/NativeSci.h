@@ -41,6 +41,8 @@ struct SciNotification : NotifyHeader {
   const char* text = nullptr;  // SCN_MACRORECORD
 };
 
+enum class FaceKind { cProportional, cFixed };
+
 // The window of the editing component.
 class NativeSci : public NativeWindow {
  public:
@@ -62,7 +64,7 @@ class NativeSci : public NativeWindow {
   // Whether the desktop's colours are dark ones now.
   virtual bool IsDark() const = 0;
   // The face of the desktop's fixed or proportional font.
-  virtual std::string DefaultFace(bool fixed) const = 0;
+  virtual std::string DefaultFace(FaceKind kind) const = 0;
 };
 
 // Makes the native class of editors known; called before the first editor's window is made.

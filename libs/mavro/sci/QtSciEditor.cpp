@@ -196,9 +196,9 @@ class SciWindow final : public NativeSci {
     return sci->palette().color(QPalette::Base).lightness() < cDarkBelow;
   }
 
-  std::string DefaultFace(bool fixed) const override {
-    const auto font =
-        QFontDatabase::systemFont(fixed ? QFontDatabase::FixedFont : QFontDatabase::GeneralFont);
+  std::string DefaultFace(FaceKind kind) const override {
+    const auto font = QFontDatabase::systemFont(
+        kind == FaceKind::cFixed ? QFontDatabase::FixedFont : QFontDatabase::GeneralFont);
     return font.family().toStdString();
   }
 

@@ -50,8 +50,8 @@ bool SciEditor::load(const std::string& path) {
   return ItsImpl().Load(path);
 }
 
-bool SciEditor::save(const std::string& path, bool stripTrailing, bool ensureLastLine) {
-  return ItsImpl().Save(path, stripTrailing, ensureLastLine);
+bool SciEditor::save(const std::string& path, SaveTidying tidying) {
+  return ItsImpl().Save(path, tidying);
 }
 
 void SciEditor::TakeText(std::string_view newText, int newEncoding, std::string_view oddByte) {

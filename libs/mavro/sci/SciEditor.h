@@ -32,6 +32,15 @@ struct MarkType {
   bool exclusive = true;  // one line of the text at most carries it
 };
 
+// What a save does to the text before it is written.
+struct SaveTidying {
+  bool stripTrailing = false;   // blanks and tabs at the ends of lines go
+  bool ensureLastLine = false;  // the last line gets a line end
+};
+
+// When words are offered: whenever there are any, or only if there is no choice.
+enum class WordOffer { cAny, cSingle };
+
 // An editor of source text: the editing component as a control. It is configured from its options
 // and its language, loads and saves files byte for byte, and asks its son what to complete. Lines
 // and positions count from 0, positions in bytes. It works once its window exists; before that the
@@ -70,7 +79,7 @@ class SciEditor : public Control {
   bool load(const std::string& path);
   // Writes the text. False, with the text as it is and still dirty, when that fails; `saveError`
   // then says why.
-  bool save(const std::string& path, bool stripTrailing = false, bool ensureLastLine = false);
+  bool save(const std::string& path, SaveTidying tidying = {});
   // Replaces the text by one that no file holds: it is unsaved, and undoing brings the old one
   // back. Encoding and odd byte are those that its file is to be written with.
   void TakeText(std::string_view newText, int newEncoding, std::string_view oddByte);
@@ -131,10 +140,9 @@ class SciEditor : public Control {
   void startCompletion();
   void startCallTip();
   void updateCallTip();
-  // Offers the words of the text that begin as the one left of the caret does. With
-  // `onlyOneAllowed` nothing is completed unasked, even when one word only is found. True when a
-  // list stands open.
-  bool startWordCompletion(bool onlyOneAllowed);
+  // Offers the words of the text that begin as the one left of the caret does; true when a list is
+  // open.
+  bool startWordCompletion(WordOffer offer);
   void maintainIndent(char typed);
   void autoIndent(char typed);
   int expectedIndent(int line) const;

@@ -176,12 +176,12 @@ void SciEditor::Impl::TakeText(std::string_view newText, int newEncoding,
   Send(SCI_GOTOPOS, 0);
 }
 
-bool SciEditor::Impl::Save(const std::string& path, bool stripTrailing, bool ensureLastLine) {
+bool SciEditor::Impl::Save(const std::string& path, SaveTidying tidying) {
   SciEditor& editor = Editor();
   editor.saveError.clear();
   if (!hwnd) return false;
-  if (stripTrailing) StripTrailing();
-  if (ensureLastLine) EnsureLastLine();
+  if (tidying.stripTrailing) StripTrailing();
+  if (tidying.ensureLastLine) EnsureLastLine();
   const auto encoding = static_cast<TextEncoding>(editor.encoding);
   const std::string whole = standIns.Count() > 0 ? editor.GetText() : std::string();
   const std::string_view text = standIns.Count() > 0 ? std::string_view(whole) : Bytes();

@@ -54,7 +54,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
 
   // Group: files (SciFiles.cpp).
   bool Load(const std::string& path);
-  bool Save(const std::string& path, bool stripTrailing, bool ensureLastLine);
+  bool Save(const std::string& path, SaveTidying tidying);
   void TakeText(std::string_view newText, int newEncoding, std::string_view newOddByte);
 
   // Group: lines that are not shown (SciLongLines.cpp).
@@ -75,8 +75,10 @@ class SciEditor::Impl : public SysImpl, public SciText {
 
   // Group: places and commands (SciPlaces.cpp, SciCommandTable.cpp).
   void GoToLine(int line);
-  void GoToBookmark(int direction, bool extend);
-  void GoToMatch(bool select);
+  enum class Way { cNext, cPrevious };
+  enum class Selecting { cNothing, cUpToThere };
+  void GoToBookmark(Way way, Selecting selecting);
+  void GoToMatch(Selecting selecting);
   void SetRecording(bool on);
   void PlayMacro();
   void FoldAll();

@@ -196,7 +196,7 @@ void SciEditor::Impl::ApplyStyles() {
   ApplyMarkers();
   const EditorOptions& options = *Editor().options;
   const std::string face =
-      options.fontFace.empty() ? Window()->DefaultFace(false) : options.fontFace;
+      options.fontFace.empty() ? Window()->DefaultFace(FaceKind::cProportional) : options.fontFace;
   Send(SCI_STYLERESETDEFAULT);
   SendText(SCI_STYLESETFONT, STYLE_DEFAULT, face.c_str());
   Send(SCI_STYLESETSIZE, STYLE_DEFAULT, options.fontSize);
@@ -206,7 +206,7 @@ void SciEditor::Impl::ApplyStyles() {
   for (const StyleRow* row = cCommonStyles; row->style < StyleRow::cEnd; ++row) SendStyle(*row);
   if (options.monospaced) {
     const std::string fixed =
-        options.monoFace.empty() ? Window()->DefaultFace(true) : options.monoFace;
+        options.monoFace.empty() ? Window()->DefaultFace(FaceKind::cFixed) : options.monoFace;
     for (int style = 0; style <= STYLE_MAX; ++style) {
       if (style == STYLE_LINENUMBER) continue;
       SendText(SCI_STYLESETFONT, style, fixed.c_str());

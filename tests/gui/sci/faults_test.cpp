@@ -44,14 +44,14 @@ TEST(SciFaults, Save_TargetWithoutWriteRight_EachOption_KeepsTheTextAndDirty) {
       form.Type("Q");
       {
         const test::WithoutRights user;
-        EXPECT_FALSE(form.editor.save(path, row.strip, row.ensure)) << row.text;
+        EXPECT_FALSE(form.editor.save(path, {row.strip, row.ensure})) << row.text;
       }
       EXPECT_EQ(form.editor.saveError, "can't write " + path + ": Permission denied");
       EXPECT_EQ(form.editor.GetText(), row.text);
       EXPECT_TRUE(form.editor.dirty);
       EXPECT_EQ(folder.Read("a.txt"), "a \t\nb ");
       ASSERT_EQ(chmod(path.c_str(), 0644), 0);
-      EXPECT_TRUE(form.editor.save(path, row.strip, row.ensure));
+      EXPECT_TRUE(form.editor.save(path, {row.strip, row.ensure}));
       EXPECT_EQ(folder.Read("a.txt"), row.text);
       EXPECT_FALSE(form.editor.dirty);
       EXPECT_EQ(folder.Names(), std::vector<std::string>{"a.txt"});
