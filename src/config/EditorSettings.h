@@ -12,6 +12,7 @@ struct EditorSettings {
   int tabSize = 4;
   int indentSize = 4;
   int useMonoFont = 0;
+  int lineAboveOpenFolds = 0;                       // otherwise one is below each closed fold
   std::array<FontRec, 3> fonts = IdeFonts().fonts;  // what controls read
 };
 

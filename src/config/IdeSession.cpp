@@ -146,6 +146,7 @@ std::string IdeSession::Value(const std::string& key, std::string_view otherwise
 void IdeSession::TakeEditorSettings() const {
   EditorSettings& editor = theEditorSettings;
   editor.useTabs = Value("ed-usetab", "1") != "0";
+  editor.lineAboveOpenFolds = Value("ed-linefolds", "0") == "1";
   editor.tabSize = ParseInt(Value("ed-tabsize", "4"));
   if (editor.tabSize < 1 || editor.tabSize > cMaxTabSize) editor.tabSize = cDefaultTabSize;
   editor.indentSize = ParseInt(Value("ed-indsize", "4"));

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "EditorColours.h"
 #include "TipRules.h"
 #include "base/Paths.h"
 #include "code/Completion.h"
@@ -18,12 +19,12 @@ namespace zendry {
 
 namespace {
 
-// By EditorMark. Colours are blue-green-red.
+// By EditorMark.
 constexpr std::array<mavro::MarkType, 4> cMarks = {{
-    {0, 127, 0xFF0000},
-    {1, 127, 0x0000FF},
-    {4, 127, 0xFF0000},
-    {2, 127, 0x00FF00},
+    {0, mavro::ColourOf(mavro::cPlaceGround)},
+    {1, mavro::ColourOf(mavro::cPlaceGround)},
+    {4, mavro::ColourOf(mavro::cErrorGround), mavro::MarkSign::cError},
+    {2, mavro::ColourOf(mavro::cExecutionGround), mavro::MarkSign::cArrow},
 }};
 
 constexpr int cKeywordStyle = 5;  // of the lexer: "if" and "for" decide about indentation
@@ -60,6 +61,7 @@ void CppEditor::ApplySettings() {
   options->fontFace = settings.fonts[2].name;
   options->fontSize = settings.fonts[options->monospaced ? 1 : 2].size;
   options->foldMargin = true;
+  options->lineAboveOpenFolds = settings.lineAboveOpenFolds != 0;
   options->keywordStyle = cKeywordStyle;
   language = LanguageOf(fileName);
   applyOptions();
@@ -138,8 +140,7 @@ void CppEditor::SetMark(EditorMark mark, int line) {
 }
 
 void CppEditor::RemoveMark(EditorMark mark) {
-  Send(mavro::SCI_MARKERDELETEALL,
-       static_cast<std::uintptr_t>(marks[static_cast<size_t>(mark)].number));
+  RemoveLineMarks(marks[static_cast<size_t>(mark)].number);
 }
 
 // A file of the same size with its time put back may hold another text; so may one of which only
@@ -185,6 +186,9 @@ std::string CppEditor::TextNote() const {
   std::string note = EncodingName() + "   " + LineEndName();
   if (Send(mavro::SCI_GETOVERTYPE)) note = "OVR   " + note;
   if (IsHuge()) note += "   large file: plain";
+  if (const int lines = LinesNotShown(); lines > 0)
+    note += lines == 1 ? "   1 long line not shown"
+                       : "   " + std::to_string(lines) + " long lines not shown";
   return note;
 }
 
@@ -198,17 +202,18 @@ int CppEditor::LiveTextOf::PositionFromLine(int line) const {
   return line < editor.LineCount() ? editor.LineStart(line) : editor.Length();
 }
 
-void CppEditor::AppendPiece(size_t start, size_t end, std::string& to) const {
-  AppendRange(static_cast<int>(start), static_cast<int>(end), to);
-}
-
 void CppEditor::onTextChanged() {
   liveText.parsed = false;
 }
 
-void CppEditor::onTextWillChange(int position, int removed, int added) {
-  bytesChanged += std::max(removed, added);
-  rescue.WillChange(position, removed, added);
+// Steps of the rescue copy have places of 32 bits.
+void CppEditor::onTextWillChange(long position, long removed, long added) {
+  const bool isTold = added != cUnknownLength && WholeLength() <= UINT32_MAX;
+  bytesChanged += isTold ? std::max(removed, added) : TextRescue::cMostBytesBehind;
+  if (isTold)
+    rescue.WillChange(position, removed, added);
+  else
+    rescue.LoseTrack();
 }
 
 void CppEditor::onSavePointChanged() {

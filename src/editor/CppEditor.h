@@ -67,7 +67,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   CaretText& LiveText() { return liveText; }
 
   void onTextChanged() override;
-  void onTextWillChange(int position, int removed, int added) override;
+  void onTextWillChange(long position, long removed, long added) override;
   void onSavePointChanged() override;
   void onDwell(int position) override;
   bool getCompletion(std::string& text, std::string& list) override;
@@ -75,6 +75,10 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   void onUpdateUI() override;
 
  private:
+  // They leave the state of the file, the tags and the rescue copy as they are.
+  using SciEditor::load;
+  using SciEditor::save;
+
   class LiveTextOf final : public CaretText {
    public:
     explicit LiveTextOf(const CppEditor& itsEditor) : editor(itsEditor) {}
@@ -91,8 +95,10 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
 
   std::string RescuePath() const override { return fileName; }
   TextFacts RescueFacts() const override { return {encoding, OddByte(), stamp}; }
-  size_t PieceLength() const override { return static_cast<size_t>(Length()); }
-  void AppendPiece(size_t start, size_t end, std::string& to) const override;
+  size_t PieceLength() const override { return WholeLength(); }
+  void AppendPiece(size_t start, size_t end, std::string& to) const override {
+    AppendWhole(start, end, to);
+  }
   void FollowChanges();
 
   EditTab& tab;

@@ -49,6 +49,7 @@ constexpr CommandRow cRows[] = {
     {mavro::cSeparatorRow},
     {826, "Show line numbers", cControlKey | cShiftKey | 'N'},
     {827, "Switch font type", cControlKey | 'Q'},
+    {cShowLongLineCommand, "Show long line"},
 };
 
 }  // namespace
@@ -60,6 +61,8 @@ EditorActs::EditorActs() : CommandList(cRows) {}
 void EditorActs::CarryOut(int id) {
   EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (!tab) return;
+  if (id == cShowLongLineCommand && tab->editor->LinesNotShown() == 0)
+    return tabs->Host()->Say("All lines of this file are shown");
   tab->editor->OnCommand(id);
   if (id == cRecordMacroCommand) tabs->Host()->SetMacroRecording(tab->editor->inMacroRecord);
 }

@@ -15,6 +15,7 @@ enum EditorCommand {
   cPasteCommand = 816,
   cUndoCommand = 817,
   cLowerCaseCommand = 822,
+  cShowLongLineCommand = 835,
   cGoToMatchCommand = 842,
   cPlayMacroCommand = 844,
   cRecordMacroCommand = 845,

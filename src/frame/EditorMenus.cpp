@@ -22,8 +22,9 @@ struct CtxEditorActs : mavro::ActionList {
     AddRow(theBrowserActs.Find(cFindDeclarationCommand));
     AddRow(theBrowserActs.Find(cFindDefinitionCommand));
     AddSeparator();
-    for (const int id : {cCutCommand, cCopyCommand, cPasteCommand, cUndoCommand, cRedoCommand,
-                         cFindCommand, cFindRepeatCommand, cGoToMatchCommand, cLowerCaseCommand})
+    for (const int id :
+         {cCutCommand, cCopyCommand, cPasteCommand, cUndoCommand, cRedoCommand, cFindCommand,
+          cFindRepeatCommand, cGoToMatchCommand, cLowerCaseCommand, cShowLongLineCommand})
       AddRow(theEditorActs.Find(id));
   }
 };

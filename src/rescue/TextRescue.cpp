@@ -101,7 +101,7 @@ TextRescue::~TextRescue() {
   std::erase(OpenTexts(), this);
 }
 
-void TextRescue::WillChange(int start, int removed, int added) {
+void TextRescue::WillChange(long start, long removed, long added) {
   changes.Add(static_cast<size_t>(start), static_cast<size_t>(removed), static_cast<size_t>(added),
               source);
 }

@@ -44,7 +44,9 @@ class TextRescue {
 
   // At `start`, `removed` bytes are about to give way to `added` others. Must be told of each
   // change of the text but those that Drop follows.
-  void WillChange(int start, int removed, int added);
+  void WillChange(long start, long removed, long added);
+  // The text is about to change, nobody knows how: the next copy is a whole one.
+  void LoseTrack() { changes.Stop(); }
   // That many bytes were put in or taken out just now.
   void Changed(int bytes, Clock::time_point now);
   // Writes what has waited long enough; called now and then.

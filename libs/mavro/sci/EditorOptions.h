@@ -26,6 +26,7 @@ struct EditorOptions {
   bool foldMargin = false;
   int foldStyle = 3;  // 0 arrows, 1 plus and minus, 2 circles, 3 boxes
   bool foldComment = false;
+  bool lineAboveOpenFolds = false;  // a line is drawn above each, and none below closed ones
   bool foldPreprocessor = false;
   bool bookmarkMargin = true;
   bool monospaced = false;

@@ -93,11 +93,12 @@ TEST_F(IdeSessionTest, SaveAndLoad_GiveTheSameBytes) {
 }
 
 TEST_F(IdeSessionTest, Load_EditorSettings) {
-  Loaded("ed-usetab=0\ned-tabsize=8\ned-indsize=2\ned-usemono=1\n");
+  Loaded("ed-usetab=0\ned-tabsize=8\ned-indsize=2\ned-usemono=1\ned-linefolds=1\n");
   EXPECT_EQ(theEditorSettings.useTabs, 0);
   EXPECT_EQ(theEditorSettings.tabSize, 8);
   EXPECT_EQ(theEditorSettings.indentSize, 2);
   EXPECT_EQ(theEditorSettings.useMonoFont, 1);
+  EXPECT_EQ(theEditorSettings.lineAboveOpenFolds, 1);
 }
 
 TEST_F(IdeSessionTest, Load_FlagsOfOtherText_OnlyOneWordCounts) {

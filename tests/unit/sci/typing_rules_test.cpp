@@ -205,11 +205,12 @@ TEST(WordRules, WordToComplete_DigitsOnly_IsNone) {
 TEST(WordRules, CollectWords_LongerOnes_SortedAndOnce) {
   const EditorOptions options;
   const char* chars = options.wordChars.c_str();
-  const FoundWords found = CollectWords("bee bear be bear\nBeast (bell)", "be", chars, false);
+  const FoundWords found =
+      CollectWords("bee bear be bear\nBeast (bell)", "be", chars, LetterCase::cCounts);
   EXPECT_EQ(found.list, "bear bee bell");
   EXPECT_EQ(found.count, 3);
-  EXPECT_EQ(CollectWords("Beast bee", "be", chars, true).list, "Beast bee");
-  EXPECT_EQ(CollectWords("", "be", chars, false).count, 0);
+  EXPECT_EQ(CollectWords("Beast bee", "be", chars, LetterCase::cIgnored).list, "Beast bee");
+  EXPECT_EQ(CollectWords("", "be", chars, LetterCase::cCounts).count, 0);
 }
 
 struct BraceCase {
