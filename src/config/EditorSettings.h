@@ -12,7 +12,9 @@ struct EditorSettings {
   int tabSize = 4;
   int indentSize = 4;
   int useMonoFont = 0;
-  std::array<FontRec, 3> fonts = IdeFonts().fonts;  // what controls read
+  int lineNumbers = 0;
+  // What controls read, by FontUse; each can be shown.
+  std::array<FontRec, 3> fonts = IdeFonts().fonts;
 };
 
 extern EditorSettings theEditorSettings;

@@ -19,10 +19,13 @@ namespace {
 
 constexpr char cBoundsKey[] = "Bounds";
 constexpr char cSplitterKey[] = "split-h";
-constexpr int cFarthest = 800;         // a window further right or down goes to the edge
-constexpr int cFarthestBack = -32767;  // no desktop reaches further left or up
+constexpr char cLineNumbersKey[] = "ed-linenum";
+constexpr char cFirstSizeKey[] = "first-size";  // percent of the screen
+constexpr int cFarthest = 800;                  // a window further right or down goes to the edge
+constexpr int cFarthestBack = -32767;           // no desktop reaches further left or up
 constexpr int cMinWidth = 801;
 constexpr int cMinHeight = 401;
+constexpr int cLeastShare = 30;
 constexpr int cBelowSplitter = 79;  // room for the bottom pane
 constexpr int cDefaultTabSize = 4;
 constexpr int cMaxTabSize = 256;
@@ -56,6 +59,22 @@ std::string IniText(const std::map<std::string, std::string>& values) {
   return text;
 }
 
+// Reads "KEY=VALUE" lines. False when there is text that is none.
+bool ReadIniText(std::string_view text, std::map<std::string, std::string>& values) {
+  bool isWhole = text.find('\0') == std::string::npos;
+  for (std::string_view rest = text; !rest.empty();) {
+    std::string_view line = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    const size_t equals = line.find('=');
+    if (equals != std::string_view::npos)
+      values[std::string(line.substr(0, equals))] = line.substr(equals + 1);
+    else if (line.find_first_not_of(" \t") != std::string_view::npos)
+      isWhole = false;
+  }
+  return isWhole;
+}
+
 // The four numbers of "LEFT;TOP;WIDTH;HEIGHT;".
 std::optional<std::array<int, 4>> ParseBounds(std::string_view text) {
   std::array<int, 4> numbers;
@@ -74,6 +93,11 @@ int CorrectedPlace(int place) {
 
 int CorrectedSize(int size, int smallest, int screen) {
   return size < smallest || size > screen ? screen : size;
+}
+
+// A share of the screen that the next start won't take for damage, as far as the screen has it.
+int ShareOf(int screen, int percent, int smallest) {
+  return std::min(std::max(screen * percent / 100, smallest), screen);
 }
 
 int CorrectedSplitter(const std::string& stored, int height) {
@@ -121,25 +145,15 @@ bool IdeSession::EnsureFolder() {
 }
 
 void IdeSession::ReadText(const std::string& text) {
-  bool damaged = text.find('\0') != std::string::npos;
-  for (std::string_view rest = text; !rest.empty();) {
-    std::string_view line = rest.substr(0, rest.find('\n'));
-    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    const size_t equals = line.find('=');
-    if (equals != std::string_view::npos)
-      values[std::string(line.substr(0, equals))] = line.substr(equals + 1);
-    else if (line.find_first_not_of(" \t") != std::string_view::npos)
-      damaged = true;
-  }
-  if (!damaged) return;
+  if (ReadIniText(text, values)) return;
   damagedText = text;
   NoteError(iniPath + ": holds lines that are no settings. They are passed over.");
 }
 
 std::string IdeSession::Value(const std::string& key, std::string_view otherwise) const {
-  const auto found = values.find(key);
-  return found == values.end() ? std::string(otherwise) : found->second;
+  for (const auto* map : {&values, &firstValues})
+    if (const auto found = map->find(key); found != map->end()) return found->second;
+  return std::string(otherwise);
 }
 
 // Tab and indent sizes that no editor could work with are taken for damage.
@@ -151,10 +165,13 @@ void IdeSession::TakeEditorSettings() const {
   editor.indentSize = ParseInt(Value("ed-indsize", "4"));
   if (editor.indentSize < 0 || editor.indentSize > cMaxTabSize) editor.indentSize = cDefaultTabSize;
   editor.useMonoFont = Value("ed-usemono", "0") == "1";
+  editor.lineNumbers = Value(cLineNumbersKey, "0") == "1";
 }
 
-void IdeSession::Load() {
+void IdeSession::Load(const std::string& firstStart) {
   EnsureFolder();
+  firstValues.clear();
+  if (const auto text = mavro::ReadFileText(firstStart)) ReadIniText(*text, firstValues);
   if (const std::optional<std::string> text = mavro::ReadFileText(iniPath)) {
     ReadText(*text);
   } else if (Exists(iniPath)) {
@@ -193,6 +210,8 @@ void IdeSession::StoreSettings(const Placement& placement) {
   values["ed-tabsize"] = Number(theEditorSettings.tabSize);
   values["ed-indsize"] = Number(theEditorSettings.indentSize);
   values["ed-usemono"] = Flag(theEditorSettings.useMonoFont);
+  const std::string lineNumbers = Flag(theEditorSettings.lineNumbers);
+  if (lineNumbers != Value(cLineNumbersKey, "0")) values[cLineNumbersKey] = lineNumbers;
 }
 
 bool IdeSession::KeepDamagedText() {
@@ -222,6 +241,19 @@ std::optional<Placement> IdeSession::RestoreBounds(int screenWidth, int screenHe
   placement.height = CorrectedSize((*bounds)[3], cMinHeight, screenHeight);
   placement.splitter = CorrectedSplitter(Value(cSplitterKey, ""), placement.height);
   return placement;
+}
+
+Placement IdeSession::FirstPlacement(int left, int top, int width, int height) const {
+  Placement first;
+  const int percent = ParseInt(Value(cFirstSizeKey, ""));
+  if (percent >= cLeastShare && percent <= 100) {
+    first.width = ShareOf(width, percent, cMinWidth);
+    first.height = ShareOf(height, percent, cMinHeight);
+    first.left = left + (width - first.width) / 2;
+    first.top = top + (height - first.height) / 2;
+  }
+  first.splitter = CorrectedSplitter("", first.height);
+  return first;
 }
 
 void IdeSession::AddRecent(RecentList& list, std::string path) {
