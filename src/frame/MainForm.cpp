@@ -1,5 +1,7 @@
 #include "frame/MainForm.h"
 
+#include <algorithm>
+
 #include "base/Paths.h"
 #include "browser/BrowserActs.h"
 #include "build/BuildActs.h"
@@ -38,11 +40,11 @@ constexpr int cTabsAndBarWidth = 640;
 
 }  // namespace
 
-MainForm::MainForm(const StartupFile& newStartup)
-    : sources(theProject, *this, *this),
+MainForm::MainForm(std::vector<StartupFile> newStartup)
+    : sources(theProject, *this),
       completion(sources),
       toolPanel(leftTabs),
-      startup(newStartup) {
+      startup(std::move(newStartup)) {
   theMainForm = this;
   theProject.SetShell(this);
   theBuilder.Bind(theProject, *this);
@@ -177,7 +179,7 @@ void MainForm::SetPlacement(const Placement& wanted) {
 void MainForm::OnCreated(mavro::NotifyArgs&) {
   theProject.SetMode(buildMode.selectedIndex);
   SetRunState(-1);
-  OpenStartupFile();
+  OpenStartupFiles();
   for (WatchList& watch : watches) watch.Prepare();
   SayWhatIsNotKept();
 }
@@ -187,18 +189,26 @@ void MainForm::OnShown(mavro::NotifyArgs&) {
   if (const EditTab* tab = editTabs.Active()) focusControl = tab->editor.get();
 }
 
-// What an earlier run could not save comes first, so that it is what is opened.
-void MainForm::OpenStartupFile() {
+// What an earlier run could not save comes first, so that it is what is opened. A project opens
+// before the sources, which may be its own; named last, it has what its session has in front.
+void MainForm::OpenStartupFiles() {
   const std::string rescued = OfferRescuedProjects();
-  const StartupFile file = std::exchange(startup, {});
-  const bool isProject = file.path.empty() || file.kind == cProjectFile;
-  const std::string path = file.path.empty() ? rescued : AbsolutePath(file.path);
-  if (!path.empty() && startFiles.MayOpen(path, 0)) {
-    if (isProject)
+  std::vector<StartupFile> files = std::exchange(startup, {});
+  if (files.empty() && !rescued.empty()) files.push_back({rescued, cProjectFile});
+  const bool isProjectLast = !files.empty() && files.back().kind == cProjectFile;
+  std::stable_partition(files.begin(), files.end(),
+                        [](const StartupFile& file) { return file.kind == cProjectFile; });
+  std::string front;
+  for (const StartupFile& file : files) {
+    const std::string path = AbsolutePath(file.path);
+    if (!startFiles.MayOpen(path, 0)) continue;
+    if (file.kind == cProjectFile)
       theFileActs.LoadProject(path);
     else
       editTabs.OpenFile(path);
+    if (file.kind == cProjectFile && isProjectLast) front = ActiveFile();
   }
+  if (!front.empty()) editTabs.Activate(front, true);
   startFiles.AllLoaded();
   editTabs.OfferRescuedTexts();
   startFiles.WatchShown();
@@ -252,6 +262,7 @@ void MainForm::ShowPart(mavro::Control& part, bool on) {
   part.visible = on;
   layoutPending = true;
   mavro::RunPendingLayout(this);
+  mavro::RunPendingLayout(part.parent);  // where it stands deeper in the window
 }
 
 void MainForm::OnCloseBottom(mavro::NotifyArgs&) {

@@ -46,8 +46,8 @@ enum ViewCommand {
 // the core tells. What the panels do is theirs.
 class MainForm : public mavro::Form, public Shell, private EditorHost {
  public:
-  // `newStartup` is opened once the windows exist.
-  explicit MainForm(const StartupFile& newStartup = {});
+  // `newStartup` is opened once the windows exist, the last of them in front.
+  explicit MainForm(std::vector<StartupFile> newStartup = {});
   ~MainForm() override;
 
   // Places the window and its horizontal splitter.
@@ -173,10 +173,10 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void OnToolButton(mavro::NotifyArgs& args);
   void OnBuildMode(mavro::ItemArgs& args);
 
-  void OpenStartupFile();
+  void OpenStartupFiles();
   void ShowPart(mavro::Control& part, bool on);
 
-  StartupFile startup;
+  std::vector<StartupFile> startup;
   Placement placement;
   int splitHeight = 0;         // of hSplit as it was seen last
   int bottomHeight = 0;        // that the bottom pane is to have

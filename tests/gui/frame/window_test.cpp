@@ -70,13 +70,52 @@ TEST(IdeWindow, Start_NothingStored_Is800By560AtTheOrigin) {
   });
 }
 
-TEST(IdeWindow, Start_TwoKnownArguments_OpensTheLastOne) {
+TEST(IdeWindow, Start_SeveralSources_TheLastIsInFrontTheOthersBeforeIt) {
+  IdeDriver ide;
+  std::vector<std::string> paths;
+  for (const char* name : {"c.cpp", "a.c", "b.h"}) paths.push_back(ide.files.Write(name, ""));
+  ide.Run(paths, [&] {
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("c.cpp", "a.c", "b.h"));
+    EXPECT_EQ(theMainForm->ActiveFile(), paths.back());
+  });
+}
+
+TEST(IdeWindow, Start_ProjectAndItsSource_HasTheSourceInFront) {
+  IdeDriver ide;
+  const std::string project = ide.Project(cTwoFiles);
+  ide.Run({project, ide.files.Path("a.cpp")}, [&] {
+    EXPECT_TRUE(theProject.isOpen);
+    EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("a.cpp"));
+    EXPECT_EQ(theMainForm->text.Get(), "p - " + ide.files.Path("a.cpp"));
+  });
+}
+
+TEST(IdeWindow, Start_ProjectLast_HasInFrontWhatItsSessionHas) {
+  IdeDriver ide;
+  const std::string project = ide.Project(cTwoFiles);
+  ide.Run({project, ide.files.Path("a.cpp")}, [] {});
+  ide.Run({ide.files.Path("src/b.h"), project}, [&] {
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp", "b.h"));
+    EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("a.cpp"));
+  });
+}
+
+TEST(IdeWindow, Start_MissingSourceAmongOthers_IsSaidAndTheOthersOpen) {
+  IdeDriver ide;
+  const std::string gone = ide.files.Path("gone.cpp");
+  ide.Run({ide.files.Write("a.cpp", ""), gone, ide.files.Write("b.cpp", "")}, [&] {
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp", "b.cpp"));
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre(HasSubstr(gone)));
+  });
+}
+
+TEST(IdeWindow, Start_SourceThenProject_OpensBoth) {
   IdeDriver ide;
   const std::string project = ide.Project(cTwoFiles);
   ide.Run({ide.files.Path("a.cpp"), project}, [&] {
     EXPECT_TRUE(theProject.isOpen);
     EXPECT_EQ(IdeDriver::Tree(), "(Source Files(a.cpp) Header Files(src(b.h)))");
-    EXPECT_EQ(theMainForm->editTabs.TabCount(), 0);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
   });
 }
 
@@ -227,7 +266,7 @@ TEST(IdeWindow, SetMacroRecording_IsSaidAndHoldsBackPlaying) {
 
 // Group: panes.
 
-TEST(IdeWindow, LeftPanel_Closed_LeavesTheBarInPlaceAndLaysOutAtOnce) {
+TEST(IdeWindow, LeftPanel_Closed_GivesItsRoomToTheEditorAtOnce) {
   IdeDriver ide;
   ide.Run({}, [&] {
     MainForm& form = *theMainForm;
@@ -237,9 +276,10 @@ TEST(IdeWindow, LeftPanel_Closed_LeavesTheBarInPlaceAndLaysOutAtOnce) {
     EXPECT_FALSE(test::WidgetOf(form.leftPanel)->isVisible());
     EXPECT_FALSE(form.layoutPending);
     EXPECT_EQ(form.vSplit.Position(), 200);
-    EXPECT_EQ(form.rightPanel.Bounds(), before);
+    EXPECT_EQ(form.rightPanel.Bounds(), form.topPanel.Bounds());
     ClickRow(form.toolBar, cLeftPanelRow);
     EXPECT_TRUE(test::WidgetOf(form.leftPanel)->isVisible());
+    EXPECT_EQ(form.rightPanel.Bounds(), before);
   });
 }
 
@@ -247,10 +287,13 @@ TEST(IdeWindow, BottomPane_ClosedByButton_ComesBackByTheMenu) {
   IdeDriver ide;
   ide.Run({}, [&] {
     MainForm& form = *theMainForm;
+    const mavro::Rect upper = form.topPanel.Bounds();
     test::Click(form.closeBottom);
     EXPECT_FALSE(test::WidgetOf(form.bottomPanel)->isVisible());
+    EXPECT_EQ(form.topPanel.height, form.hSplit.height);
     form.viewActs.Find(cShowBottomCommand)->Execute();
     EXPECT_TRUE(test::WidgetOf(form.bottomPanel)->isVisible());
+    EXPECT_EQ(form.topPanel.Bounds(), upper);
     ClickRow(form.paneBar, 0);
     EXPECT_FALSE(test::WidgetOf(form.bottomPanel)->isVisible());
   });

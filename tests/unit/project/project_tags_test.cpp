@@ -139,7 +139,7 @@ TEST_F(ProjectTagsTest, Includes_AreTheSameWithAndWithoutTags) {
 }
 
 TEST_F(ProjectTagsTest, TextOf_IsTheEditorsElseTheFiles) {
-  ProjectSources sources(project, shell, shell);
+  ProjectSources sources(project, shell);
   const ProjectFile& file = Add("a.cpp", "int disk;\n");
   EXPECT_EQ(sources.TextOf(file.tags), "int disk;\n");
   folder.Write("a.cpp", "int disk, later;\n");
@@ -150,7 +150,7 @@ TEST_F(ProjectTagsTest, TextOf_IsTheEditorsElseTheFiles) {
 }
 
 TEST_F(ProjectTagsTest, TextOf_WhatIsNoReadableFileOrTooLarge_IsEmpty) {
-  ProjectSources sources(project, shell, shell);
+  ProjectSources sources(project, shell);
   TagData module;
   const auto text = [&](const std::string& path) {
     module.fileName = path;
@@ -169,7 +169,7 @@ TEST_F(ProjectTagsTest, TextOf_WhatIsNoReadableFileOrTooLarge_IsEmpty) {
 }
 
 TEST_F(ProjectTagsTest, TextOf_ManyFiles_GivesEachItsOwn) {
-  ProjectSources sources(project, shell, shell);
+  ProjectSources sources(project, shell);
   for (int round = 0; round < 2; ++round)
     for (int i = 0; i < 40; ++i) {
       TagData module;
