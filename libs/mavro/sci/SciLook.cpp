@@ -197,6 +197,8 @@ void SciEditor::Impl::ApplyStyles() {
   Send(SCI_STYLERESETDEFAULT);
   SendText(SCI_STYLESETFONT, STYLE_DEFAULT, face.c_str());
   Send(SCI_STYLESETSIZE, STYLE_DEFAULT, options.fontSize);
+  Send(SCI_STYLESETBOLD, STYLE_DEFAULT, (options.fontStyle & Font::cBold) != 0);
+  Send(SCI_STYLESETITALIC, STYLE_DEFAULT, (options.fontStyle & Font::cItalic) != 0);
   Send(SCI_STYLESETFORE, STYLE_DEFAULT, palette.text);
   Send(SCI_STYLESETBACK, STYLE_DEFAULT, palette.ground);
   Send(SCI_STYLECLEARALL);
@@ -223,8 +225,9 @@ void SciEditor::Impl::SendStyle(const StyleRow& row) {
   const SciPalette palette = Window()->Palette();
   const bool dark = palette.IsDark();
   int ground = palette.ground;
-  Send(SCI_STYLESETITALIC, row.style, (row.flags & StyleRow::cItalic) != 0);
-  Send(SCI_STYLESETBOLD, row.style, (row.flags & StyleRow::cBold) != 0);
+  const int style = Editor().options->fontStyle;
+  Send(SCI_STYLESETITALIC, row.style, (row.flags & StyleRow::cItalic) || (style & Font::cItalic));
+  Send(SCI_STYLESETBOLD, row.style, (row.flags & StyleRow::cBold) || (style & Font::cBold));
   if (row.background != 0) {
     if (dark)
       ground = row.background == 0xFFFFFF ? palette.ground
