@@ -133,21 +133,21 @@ std::string IdeSession::TakeError() {
 
 bool IdeSession::EnsureFolder() {
   if (folder.empty()) {
-    NoteError("There is no profile folder: settings are not kept.");
+    NoteError("Settings are not kept: there is no profile folder");
     return false;
   }
   if (mkdir(folder.c_str(), 0700) == 0) return true;
   const int error = errno;
   if (mavro::FolderExists(folder)) return true;
   const char* reason = error == EEXIST ? "it is not a folder" : std::strerror(error);
-  NoteError(folder + ": " + reason + ". Settings are not kept.");
+  NoteError(folder + ": Settings are not kept, " + reason);
   return false;
 }
 
 void IdeSession::ReadText(const std::string& text) {
   if (ReadIniText(text, values)) return;
   damagedText = text;
-  NoteError(iniPath + ": holds lines that are no settings. They are passed over.");
+  NoteError(iniPath + ": holds lines that are no settings, which are passed over");
 }
 
 std::string IdeSession::Value(const std::string& key, std::string_view otherwise) const {
@@ -176,7 +176,7 @@ void IdeSession::Load(const std::string& firstStart) {
     ReadText(*text);
   } else if (Exists(iniPath)) {
     mayReplace = false;
-    NoteError(iniPath + ": can't be read. Settings are not kept.");
+    NoteError(iniPath + ": Settings are not kept, since they can't be read");
   }
   for (RecentList* list : {&recentFiles, &recentProjects}) {
     list->items.clear();
