@@ -12,6 +12,7 @@
 #include "base/ErrorBox.h"
 #include "base/FileCommands.h"
 #include "base/Paths.h"
+#include "base/ReasonFirst.h"
 #include "config/IdeSession.h"
 #include "editor/EditorHost.h"
 #include "project/Counterpart.h"
@@ -207,14 +208,19 @@ bool EditTabs::Save(EditTab& tab, SaveName name) {
     if (chosen.empty()) return false;
     editor.TakeName(chosen.front());
     tab.ShowName();
+    host->FrontChanged();
   }
   if (!MayOverwrite(editor)) return false;
   if (!editor.Save()) {
-    host->Say(editor.saveError);
+    host->Say(ReasonFirst(editor.saveError));
     ShowError("Error on save file:" + editor.fileName);
     return false;
   }
   return true;
+}
+
+void EditTabs::ApplySettings() {
+  for (const auto& tab : tabs) tab->editor->ApplySettings();
 }
 
 void EditTabs::SaveChanged() {
@@ -308,7 +314,7 @@ void EditTabs::CheckDisk() {
 void EditTabs::CheckDisk(EditTab& tab) {
   CppEditor& editor = *tab.editor;
   if (!mavro::FileExists(editor.fileName)) {
-    host->Say(editor.fileName + " is no longer there: its text is here only");
+    host->Say("No longer there, its text is here only: " + editor.fileName);
     return;
   }
   const std::string loss = editor.dirty ? "Load it again and lose your changes?" : "Load it again?";

@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "base/Paths.h"
+#include "base/ReasonFirst.h"
 #include "browser/BrowserActs.h"
 #include "build/BuildActs.h"
+#include "config/EditorSettings.h"
 #include "debug/Debugger.h"
 #include "editor/EditorActs.h"
 #include "frame/FileActs.h"
@@ -62,6 +64,10 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
   InitBars();
   InitPanels();
   SetEditorCommandsEnabled(false);
+  for (mavro::Menu* menu : menus.menus) UpdateMenu(*menu);
+  UpdateMenu(barMenu.root);
+  UpdateBars();
+  UpdateViewMarks();
 }
 
 MainForm::~MainForm() {
@@ -115,6 +121,7 @@ void MainForm::InitPanels() {
   onCreate.Add_H(this, &MainForm::OnCreated);
   onShow.Add_H(this, &MainForm::OnShown);
   onActivate.Add_H(this, &MainForm::OnActivated);
+  onKeyPreview.Add_H(this, &MainForm::OnKeyPreview);
   onClose.Add_H(this, &MainForm::OnCloseRequest);
   onDropFiles.Add_H(this, &MainForm::OnDropFiles);
 }
@@ -126,6 +133,8 @@ void MainForm::InitBottomPanel() {
   bottomPanel.Add(&closeBottom);
   output.readOnly = true;
   output.monospaced = true;
+  const FontRec& font = theEditorSettings.fonts[cOutputFont];
+  output.font = mavro::Font(font.size, font.style, font.name);
   outputPage.text = "Output";
   outputPage.Add(&output);
   bottomTabs.Add(&outputPage);
@@ -224,7 +233,7 @@ void MainForm::OnActivated(mavro::NotifyArgs&) {
 
 void MainForm::SayWhatIsNotKept() {
   const std::string error = theIdeSession.TakeError();
-  if (!error.empty()) SetStatus(error, "");
+  if (!error.empty()) SetStatus(ReasonFirst(error), "");
 }
 
 // A build has the project in hand: it is told to stop, and the window stays until it has.
@@ -263,6 +272,8 @@ void MainForm::ShowPart(mavro::Control& part, bool on) {
   layoutPending = true;
   mavro::RunPendingLayout(this);
   mavro::RunPendingLayout(part.parent);  // where it stands deeper in the window
+  UpdateCommands();
+  UpdateViewMarks();
 }
 
 void MainForm::OnCloseBottom(mavro::NotifyArgs&) {
@@ -282,6 +293,7 @@ void MainForm::ClearPane(int index) {
     watches[index - cFirstWatchPage].Clear();
   else if (index == cResultPage)
     resultList.Clear();
+  UpdateCommands();
 }
 
 void MainForm::ShowPage(int index) {
