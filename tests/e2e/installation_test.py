@@ -4,7 +4,7 @@ import os
 import unittest
 
 from desktop import wait_until
-from fixture import STAGE, ZENDRY_MAKE, ZendryTest, run, write, write_project
+from fixture import STAGE, ZENDRY, ZENDRY_MAKE, ZendryTest, run, write, write_project
 
 BUILD = os.environ.get('ZENDRY_BUILD', '')
 IN_ROOT = ['bin/zendry', 'bin/zendry-make', 'bin/zendry-tags', 'bin/Zendry.cfg', 'bin/first-start.ini', 'bin/Defs/stlref.tgd',
