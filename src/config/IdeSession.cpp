@@ -19,10 +19,13 @@ namespace {
 
 constexpr char cBoundsKey[] = "Bounds";
 constexpr char cSplitterKey[] = "split-h";
-constexpr int cFarthest = 800;         // a window further right or down goes to the edge
-constexpr int cFarthestBack = -32767;  // no desktop reaches further left or up
+constexpr char cLineNumbersKey[] = "ed-linenum";
+constexpr char cFirstSizeKey[] = "first-size";  // percent of the screen
+constexpr int cFarthest = 800;                  // a window further right or down goes to the edge
+constexpr int cFarthestBack = -32767;           // no desktop reaches further left or up
 constexpr int cMinWidth = 801;
 constexpr int cMinHeight = 401;
+constexpr int cLeastShare = 30;
 constexpr int cBelowSplitter = 79;  // room for the bottom pane
 constexpr int cDefaultTabSize = 4;
 constexpr int cMaxTabSize = 256;
@@ -56,6 +59,22 @@ std::string IniText(const std::map<std::string, std::string>& values) {
   return text;
 }
 
+// Reads "KEY=VALUE" lines. False when there is text that is none.
+bool ReadIniText(std::string_view text, std::map<std::string, std::string>& values) {
+  bool isWhole = text.find('\0') == std::string::npos;
+  for (std::string_view rest = text; !rest.empty();) {
+    std::string_view line = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    const size_t equals = line.find('=');
+    if (equals != std::string_view::npos)
+      values[std::string(line.substr(0, equals))] = line.substr(equals + 1);
+    else if (line.find_first_not_of(" \t") != std::string_view::npos)
+      isWhole = false;
+  }
+  return isWhole;
+}
+
 // The four numbers of "LEFT;TOP;WIDTH;HEIGHT;".
 std::optional<std::array<int, 4>> ParseBounds(std::string_view text) {
   std::array<int, 4> numbers;
@@ -74,6 +93,11 @@ int CorrectedPlace(int place) {
 
 int CorrectedSize(int size, int smallest, int screen) {
   return size < smallest || size > screen ? screen : size;
+}
+
+// A share of the screen that the next start won't take for damage, as far as the screen has it.
+int ShareOf(int screen, int percent, int smallest) {
+  return std::min(std::max(screen * percent / 100, smallest), screen);
 }
 
 int CorrectedSplitter(const std::string& stored, int height) {
@@ -109,37 +133,27 @@ std::string IdeSession::TakeError() {
 
 bool IdeSession::EnsureFolder() {
   if (folder.empty()) {
-    NoteError("There is no profile folder: settings are not kept.");
+    NoteError("Settings are not kept: there is no profile folder");
     return false;
   }
   if (mkdir(folder.c_str(), 0700) == 0) return true;
   const int error = errno;
   if (mavro::FolderExists(folder)) return true;
   const char* reason = error == EEXIST ? "it is not a folder" : std::strerror(error);
-  NoteError(folder + ": " + reason + ". Settings are not kept.");
+  NoteError(folder + ": Settings are not kept, " + reason);
   return false;
 }
 
 void IdeSession::ReadText(const std::string& text) {
-  bool damaged = text.find('\0') != std::string::npos;
-  for (std::string_view rest = text; !rest.empty();) {
-    std::string_view line = rest.substr(0, rest.find('\n'));
-    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    const size_t equals = line.find('=');
-    if (equals != std::string_view::npos)
-      values[std::string(line.substr(0, equals))] = line.substr(equals + 1);
-    else if (line.find_first_not_of(" \t") != std::string_view::npos)
-      damaged = true;
-  }
-  if (!damaged) return;
+  if (ReadIniText(text, values)) return;
   damagedText = text;
-  NoteError(iniPath + ": holds lines that are no settings. They are passed over.");
+  NoteError(iniPath + ": holds lines that are no settings, which are passed over");
 }
 
 std::string IdeSession::Value(const std::string& key, std::string_view otherwise) const {
-  const auto found = values.find(key);
-  return found == values.end() ? std::string(otherwise) : found->second;
+  for (const auto* map : {&values, &firstValues})
+    if (const auto found = map->find(key); found != map->end()) return found->second;
+  return std::string(otherwise);
 }
 
 // Tab and indent sizes that no editor could work with are taken for damage.
@@ -152,15 +166,18 @@ void IdeSession::TakeEditorSettings() const {
   editor.indentSize = ParseInt(Value("ed-indsize", "4"));
   if (editor.indentSize < 0 || editor.indentSize > cMaxTabSize) editor.indentSize = cDefaultTabSize;
   editor.useMonoFont = Value("ed-usemono", "0") == "1";
+  editor.lineNumbers = Value(cLineNumbersKey, "0") == "1";
 }
 
-void IdeSession::Load() {
+void IdeSession::Load(const std::string& firstStart) {
   EnsureFolder();
+  firstValues.clear();
+  if (const auto text = mavro::ReadFileText(firstStart)) ReadIniText(*text, firstValues);
   if (const std::optional<std::string> text = mavro::ReadFileText(iniPath)) {
     ReadText(*text);
   } else if (Exists(iniPath)) {
     mayReplace = false;
-    NoteError(iniPath + ": can't be read. Settings are not kept.");
+    NoteError(iniPath + ": Settings are not kept, since they can't be read");
   }
   for (RecentList* list : {&recentFiles, &recentProjects}) {
     list->items.clear();
@@ -194,6 +211,8 @@ void IdeSession::StoreSettings(const Placement& placement) {
   values["ed-tabsize"] = Number(theEditorSettings.tabSize);
   values["ed-indsize"] = Number(theEditorSettings.indentSize);
   values["ed-usemono"] = Flag(theEditorSettings.useMonoFont);
+  const std::string lineNumbers = Flag(theEditorSettings.lineNumbers);
+  if (lineNumbers != Value(cLineNumbersKey, "0")) values[cLineNumbersKey] = lineNumbers;
 }
 
 bool IdeSession::KeepDamagedText() {
@@ -223,6 +242,19 @@ std::optional<Placement> IdeSession::RestoreBounds(int screenWidth, int screenHe
   placement.height = CorrectedSize((*bounds)[3], cMinHeight, screenHeight);
   placement.splitter = CorrectedSplitter(Value(cSplitterKey, ""), placement.height);
   return placement;
+}
+
+Placement IdeSession::FirstPlacement(int left, int top, int width, int height) const {
+  Placement first;
+  const int percent = ParseInt(Value(cFirstSizeKey, ""));
+  if (percent >= cLeastShare && percent <= 100) {
+    first.width = ShareOf(width, percent, cMinWidth);
+    first.height = ShareOf(height, percent, cMinHeight);
+    first.left = left + (width - first.width) / 2;
+    first.top = top + (height - first.height) / 2;
+  }
+  first.splitter = CorrectedSplitter("", first.height);
+  return first;
 }
 
 void IdeSession::AddRecent(RecentList& list, std::string path) {

@@ -57,9 +57,12 @@ void CppEditor::ApplySettings() {
   options->tabWidth = settings.tabSize;
   options->indentSize = settings.indentSize;
   options->monospaced = settings.useMonoFont != 0;
-  options->monoFace = settings.fonts[1].name;
-  options->fontFace = settings.fonts[2].name;
-  options->fontSize = settings.fonts[options->monospaced ? 1 : 2].size;
+  options->lineNumbers = settings.lineNumbers != 0;
+  const FontRec& font = settings.fonts[options->monospaced ? cFixedFont : cVariableFont];
+  options->monoFace = settings.fonts[cFixedFont].name;
+  options->fontFace = settings.fonts[cVariableFont].name;
+  options->fontSize = font.size;
+  options->fontStyle = font.style;
   options->foldMargin = true;
   options->lineAboveOpenFolds = settings.lineAboveOpenFolds != 0;
   options->keywordStyle = cKeywordStyle;

@@ -12,6 +12,7 @@
 #include "base/ErrorBox.h"
 #include "base/FileCommands.h"
 #include "base/Paths.h"
+#include "base/ReasonFirst.h"
 #include "base/ScopedFlag.h"
 #include "config/IdeSession.h"
 #include "editor/EditorHost.h"
@@ -219,14 +220,19 @@ bool EditTabs::Save(EditTab& tab, SaveName name) {
     if (chosen.empty()) return false;
     editor.TakeName(chosen.front());
     tab.ShowName();
+    host->FrontChanged();
   }
   if (!MayOverwrite(editor)) return false;
   if (!editor.Save()) {
-    host->Say(editor.saveError);
+    host->Say(ReasonFirst(editor.saveError));
     ShowError("Error on save file:" + editor.fileName);
     return false;
   }
   return true;
+}
+
+void EditTabs::ApplySettings() {
+  for (const auto& tab : tabs) tab->editor->ApplySettings();
 }
 
 void EditTabs::SaveChanged() {
@@ -324,14 +330,14 @@ void EditTabs::CheckDisk() {
 void EditTabs::CheckDisk(CppEditor& editor) {
   editor.NoteAskedAboutDisk();
   if (!mavro::FileExists(editor.fileName)) {
-    host->Say(editor.fileName + " is no longer there: its text is here only");
+    host->Say("No longer there, its text is here only: " + editor.fileName);
     return;
   }
   const std::string change = "File:   " + editor.fileName + "\n\nwas changed by another program!\t";
   const bool wanted = editor.dirty
                           ? mavro::ConfirmLoss(change + "Load it again and lose your changes?")
                           : mavro::Confirm(change + "Load it again?");
-  if (wanted && !editor.Reload()) host->Say(editor.fileName + " can't be loaded again");
+  if (wanted && !editor.Reload()) host->Say("It can't be loaded again: " + editor.fileName);
 }
 
 void EditTabs::OfferRescuedTexts() {

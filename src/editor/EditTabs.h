@@ -81,6 +81,9 @@ class EditTabs : public mavro::TabCtrl {
   // Saves the tabs with changes and nothing else.
   void SaveChanged();
 
+  // Makes all editors look as the settings say.
+  void ApplySettings();
+
   // Carries out a file command. Those above 1302 need a tab, "Save all" excepted.
   void OnCommand(int id);
 

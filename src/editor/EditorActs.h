@@ -15,6 +15,8 @@ enum EditorCommand {
   cPasteCommand = 816,
   cUndoCommand = 817,
   cLowerCaseCommand = 822,
+  cLineNumbersCommand = 826,
+  cFontTypeCommand = 827,
   cShowLongLineCommand = 835,
   cGoToMatchCommand = 842,
   cPlayMacroCommand = 844,

@@ -4,6 +4,7 @@
 
 #include "SystemDialogs.h"
 #include "base/Paths.h"
+#include "base/ReasonFirst.h"
 #include "config/IdeSession.h"
 #include "frame/MainForm.h"
 #include "frame/RecentDialog.h"
@@ -113,7 +114,7 @@ void FileActs::LoadProject(const std::string& path) {
   const LoadResult result = theProject.Load(path);
   theMainForm->ShowActiveFile();
   if (!result.Ok() || !result.doubt.empty())
-    theMainForm->SetStatus(result.Ok() ? result.doubt : result.error, "");
+    theMainForm->SetStatus(ReasonFirst(result.Ok() ? result.doubt : result.error), "");
   theMainForm->startFiles.AllLoaded();
 }
 
@@ -140,7 +141,7 @@ void FileActs::SaveSession() {
   if (!theProject.isOpen || theProject.implicit) return;
   const mavro::SaveResult result =
       zendry::SaveSession(theProject.SessionPath(), theProject, *theMainForm);
-  if (!result.Ok()) theMainForm->SetStatus(result.error, "");
+  if (!result.Ok()) theMainForm->SetStatus(ReasonFirst(result.error), "");
 }
 
 bool FileActs::CloseProject() {

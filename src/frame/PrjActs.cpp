@@ -4,6 +4,7 @@
 
 #include "SystemDialogs.h"
 #include "base/Paths.h"
+#include "base/ReasonFirst.h"
 #include "editor/EditTabs.h"
 #include "frame/FileActs.h"
 #include "frame/MainForm.h"
@@ -53,6 +54,7 @@ void PrjActs::AddFiles() {
     theProject.modified = true;
   }
   KeepRescueCopy(theProject);
+  theMainForm->UpdateCommands();
 }
 
 void PrjActs::RemoveSelected() {
@@ -60,6 +62,7 @@ void PrjActs::RemoveSelected() {
   theProject.modified = true;
   theProject.RemoveFile(theMainForm->projectTree.SelectedId());
   KeepRescueCopy(theProject);
+  theMainForm->UpdateCommands();
 }
 
 void PrjActs::CreateMakefile() {
@@ -67,7 +70,8 @@ void PrjActs::CreateMakefile() {
   const mavro::SaveResult result = theProject.ExportMakefile("");
   std::error_code ignored;
   const std::string folder = std::filesystem::current_path(ignored).string();
-  theMainForm->SetStatus(result.Ok() ? "Makefile written to " + folder : result.error, "");
+  theMainForm->SetStatus(result.Ok() ? "Makefile written to " + folder : ReasonFirst(result.error),
+                         "");
 }
 
 }  // namespace zendry

@@ -2,6 +2,7 @@
 
 #include "base/CommandTable.h"
 #include "browser/BrowserActs.h"
+#include "frame/MainForm.h"
 #include "frame/PictureStrips.h"
 #include "frame/PrjActs.h"
 
@@ -39,8 +40,13 @@ mavro::Action* ToolPanel::ActionOf(int row) const {
                                             : thePrjActs.Find(cProjectIds[row]);
 }
 
+// The window tells what can act, once it exists.
+bool ToolPanel::IsOffered(const mavro::Action* action) const {
+  return theMainForm ? theMainForm->CanAct(action) : IsHandled(action);
+}
+
 void ToolPanel::UpdateButtons() {
-  for (int row = cMainRow; row < cCloseRow; ++row) bar.Enable(row, IsHandled(ActionOf(row)));
+  for (int row = cMainRow; row < cCloseRow; ++row) bar.Enable(row, IsOffered(ActionOf(row)));
 }
 
 void ToolPanel::OnButton(mavro::NotifyArgs& args) {

@@ -10,6 +10,7 @@
 
 #include "SystemDialogs.h"
 #include "base/Paths.h"
+#include "base/ReasonFirst.h"
 #include "base/Shell.h"
 #include "config/IdeSession.h"
 #include "project/Project.h"
@@ -103,7 +104,7 @@ bool Project::Write(const std::string& path) {
   }
   const mavro::SaveResult result = mavro::SaveFileText(path, content.text);
   if (!result.Ok()) {
-    shell->SetStatus(result.error, path);
+    shell->SetStatus(ReasonFirst(result.error), "");
     return false;
   }
   knownText = std::move(content.text);

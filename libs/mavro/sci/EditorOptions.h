@@ -12,6 +12,7 @@ struct EditorOptions {
   int indentSize = 3;
   bool useTabs = true;
   int fontSize = 14;
+  int fontStyle = 0;     // of the whole text: bits of Font::Style
   std::string fontFace;  // of proportional text; empty: the desktop's
   std::string monoFace;  // of monospaced text; empty: the desktop's
   // What word completion takes for a word.

@@ -200,6 +200,8 @@ void SciEditor::Impl::ApplyStyles() {
   Send(SCI_STYLERESETDEFAULT);
   SendText(SCI_STYLESETFONT, STYLE_DEFAULT, face.c_str());
   Send(SCI_STYLESETSIZE, STYLE_DEFAULT, options.fontSize);
+  Send(SCI_STYLESETBOLD, STYLE_DEFAULT, (options.fontStyle & Font::cBold) != 0);
+  Send(SCI_STYLESETITALIC, STYLE_DEFAULT, (options.fontStyle & Font::cItalic) != 0);
   SendStyle({STYLE_DEFAULT, ColourOf(cTextInk), 0, ColourOf(cTextGround)});
   Send(SCI_STYLECLEARALL);
   ApplyTextStyles();
@@ -238,8 +240,9 @@ void SciEditor::Impl::ApplyTextStyles() {
 
 void SciEditor::Impl::SendStyle(const StyleRow& row) {
   int ground = Colour(cTextGround);
-  Send(SCI_STYLESETITALIC, row.style, (row.flags & StyleRow::cItalic) != 0);
-  Send(SCI_STYLESETBOLD, row.style, (row.flags & StyleRow::cBold) != 0);
+  const int style = Editor().options->fontStyle;
+  Send(SCI_STYLESETITALIC, row.style, (row.flags & StyleRow::cItalic) || (style & Font::cItalic));
+  Send(SCI_STYLESETBOLD, row.style, (row.flags & StyleRow::cBold) || (style & Font::cBold));
   if (row.background.light != 0) {
     ground = GroundOf(row.background, ItsDesktop());
     Send(SCI_STYLESETBACK, row.style, ground);

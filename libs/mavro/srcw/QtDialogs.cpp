@@ -73,6 +73,12 @@ Answer ShowMessage(const std::string& text, const std::string& title, int flags)
   }
 }
 
+// A filter's name without the patterns that it may end with: the toolkit writes them itself.
+QString NameAlone(const QString& name) {
+  const qsizetype open = name.lastIndexOf(" (*");
+  return open > 0 && name.endsWith(')') ? name.left(open) : name;
+}
+
 // "C files|*.c;*.h|All|*.*" as the toolkit writes it. Here "*.*" means every file, with or without
 // a dot.
 QStringList ToolkitFilters(const std::string& filter) {
@@ -81,7 +87,7 @@ QStringList ToolkitFilters(const std::string& filter) {
   for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
     QString patterns = parts[i + 1];
     patterns.replace("*.*", "*").replace(';', ' ');
-    filters += parts[i] + " (" + patterns + ")";
+    filters += NameAlone(parts[i]) + " (" + patterns + ")";
   }
   return filters;
 }

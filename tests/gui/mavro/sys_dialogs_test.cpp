@@ -156,6 +156,21 @@ TEST(FileDialog, Toolkit_ShowsTheFilters) {
   });
 }
 
+TEST(FileDialog, Toolkit_FilterNamedWithItsPatterns_SaysThemOnce) {
+  Form form;
+  form.SetBounds(0, 0, 300, 200);
+  test::RunForm(form, false, [&] {
+    CloseWhenUp<QFileDialog>([](QFileDialog& shown) {
+      EXPECT_EQ(shown.nameFilters(), (QStringList{"Project Files (*.zpj)", "Old (1990) (*.o)",
+                                                  "Odd (* (*.x)", "(*.y) (*.y)"}));
+      shown.reject();
+    });
+    FileDialog dialog("Project Files (*.zpj)|*.zpj|Old (1990)|*.o|Odd (*|*.x|(*.y)|*.y",
+                      FileDialog::cOpen);
+    EXPECT_FALSE(dialog.Run());
+  });
+}
+
 // Group: message boxes as they are shown.
 
 // What a box that is open answers to a key, or -1 when the key left it open.
