@@ -245,6 +245,9 @@ def guarded(here, text):
             value = int(change.text)
             head, _, tail = text.removeprefix('constexpr').rpartition(change.text)
             text = f'const{head}({question} ? {value + 1} : {value}){tail}'
+        elif change.kind in ('condition', 'half'):
+            # What is asked may be no bool, but a pointer or what converts to one.
+            text = f'({question} ? !!({change.text}) : !!({text}))'
         else:
             text = f'({question} ? ({change.text}) : ({text}))'
     return text
