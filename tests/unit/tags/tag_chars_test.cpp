@@ -1,6 +1,8 @@
 #include "tags/TagChars.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -360,6 +362,22 @@ TEST(TagChars, UnknownExtension_IsSilentlyNothing) {
   theTagParser.Bind(store);
   EXPECT_FALSE(theTagParser.parseFile("/nowhere/a.txt", 3));
   EXPECT_EQ(log.text, "");
+}
+
+TEST(FileReader, Destruction_ClosesItsFile) {
+  test::TempFolder folder;
+  std::ofstream(folder.Path("x")) << "a";
+  const auto nextDescriptor = [] {
+    const int file = open("/dev/null", O_RDONLY);
+    close(file);
+    return file;
+  };
+  const int before = nextDescriptor();
+  {
+    FileReader reader;
+    ASSERT_TRUE(reader.open(folder.Path("x").c_str()));
+  }
+  EXPECT_EQ(nextDescriptor(), before);
 }
 
 TEST(FileReader, Bytes_AreReadAndTakenBack) {
