@@ -292,6 +292,54 @@ TEST_F(SaveFileTextTest, FolderThatTakesItsPlaceMeanwhile_IsLeftAlone) {
   EXPECT_THAT(folder.Names(), ElementsAre("file.cpp"));
 }
 
+// The name of the temporary file in a folder; empty without one.
+std::string TemporaryIn(const std::string& folder) {
+  for (const auto& entry : fs::directory_iterator(folder))
+    if (entry.path().filename().string().starts_with(".zendry-save-")) return entry.path();
+  return "";
+}
+
+TEST_F(SaveFileTextTest, TemporaryFileTakenAwayWhileItIsWritten_KeepsTheOldText) {
+  static std::string place;
+  static FileCalls saved;
+  place = folder.Path();
+  saved = TheFileCalls();
+  TheFileCalls().fsync = [](int file) {
+    TheFileCalls() = saved;
+    fs::remove(TemporaryIn(place));
+    return saved.fsync(file);
+  };
+  ExpectRefused(path, "No such file or directory");
+  EXPECT_EQ(folder.Read("file.cpp"), "old\n");
+  EXPECT_THAT(folder.Names(), ElementsAre("file.cpp"));
+}
+
+// Another save may take a temporary file for left over before it is locked.
+TEST_F(SaveFileTextTest, TemporaryFileTakenAwayBeforeItIsLocked_IsMadeAgain) {
+  static std::string place;
+  static FileCalls saved;
+  place = folder.Path();
+  saved = TheFileCalls();
+  TheFileCalls().flock = [](int file, int operation) {
+    TheFileCalls() = saved;
+    fs::remove(TemporaryIn(place));
+    return saved.flock(file, operation);
+  };
+  ExpectSaved();
+  EXPECT_THAT(folder.Names(), ElementsAre("file.cpp"));
+}
+
+TEST_F(SaveFileTextTest, TemporaryFileLockedByAnotherSave_IsLeftToIt) {
+  static FileCalls saved;
+  saved = TheFileCalls();
+  TheFileCalls().flock = [](int, int) {
+    TheFileCalls() = saved;
+    errno = EWOULDBLOCK;
+    return -1;
+  };
+  ExpectSaved();
+}
+
 TEST_F(SaveFileTextTest, LeftOversOfKilledSaves_AreRemoved) {
   folder.Write(".zendry-save-0123456789abcdef", "half");
   ExpectSaved();
