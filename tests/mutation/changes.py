@@ -15,6 +15,7 @@ UNTOUCHED = {'ConstantExpr', 'StaticAssertDecl', 'UnaryExprOrTypeTraitExpr', 'CX
              'TemplateArgument', 'CXXDefaultArgExpr'}
 STATEMENTS = {'CallExpr', 'CXXMemberCallExpr', 'CXXOperatorCallExpr', 'BinaryOperator', 'CompoundAssignOperator',
               'UnaryOperator', 'ExprWithCleanups', 'BreakStmt', 'ContinueStmt', 'CXXDeleteExpr'}
+NUMBER = re.compile(r'0|[1-9]\d*')  # what begins with 0 is octal, mostly a file's mode
 ARITHMETIC = re.compile(r'(const )?((unsigned |signed )?(int|long|short|char|long long)|unsigned|double|float|'
                         r'std::\w+|u?int\d+_t|size_t|ssize_t|off_t|size_type|difference_type|pid_t)$')
 
@@ -73,7 +74,7 @@ class Finder:
 
     def declared_limit(self, node):
         values = [n for n in node.get('inner', []) if n.get('kind') in ('IntegerLiteral', 'ImplicitCastExpr')]
-        if values and re.fullmatch(r'\d+', self.text(values[0])) and self.text(node).startswith('constexpr'):
+        if values and NUMBER.fullmatch(self.text(values[0])) and self.text(node).startswith('constexpr'):
             self.add('limit declared', node, self.text(values[0]))
 
     # Kinds of nodes, named as clang names them.
@@ -124,7 +125,7 @@ class Finder:
 
     def IntegerLiteral(self, node, inner):
         text = self.text(node)
-        if re.fullmatch(r'\d+', text):
+        if NUMBER.fullmatch(text):
             self.add('number', node, str(int(text) + 1))
             if int(text) > 0:
                 self.add('number', node, str(int(text) - 1))
