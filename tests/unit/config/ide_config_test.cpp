@@ -153,6 +153,7 @@ TEST(InstallRoot, IsTheParentOfTheProgramsFolder) {
   EXPECT_EQ(InstallRoot("/opt/z/bin/"), "/opt/z/");
   EXPECT_EQ(InstallRoot("/bin/"), "/");
   EXPECT_EQ(InstallRoot("/"), "/");
+  EXPECT_EQ(InstallRoot("a/"), "");
   EXPECT_EQ(InstallRoot("zendry"), "");
   EXPECT_EQ(InstallRoot(""), "");
 }
@@ -174,6 +175,8 @@ TEST_F(ResolveToolPathTest, Folder_IsJoined) {
 
 TEST_F(ResolveToolPathTest, At_StandsForTheInstallRoot) {
   EXPECT_EQ(ResolveToolPath("@/tools", "gcc"), "/opt/z/tools/gcc");
+  EXPECT_EQ(ResolveToolPath("@/t", "gcc"), "/opt/z/t/gcc");
+  EXPECT_EQ(ResolveToolPath("t@/t", "gcc"), "t@/t/gcc");
 }
 
 TEST_F(ResolveToolPathTest, AtOfTwoCharacters_IsAFolder) {

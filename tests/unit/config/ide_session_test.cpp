@@ -299,6 +299,11 @@ TEST_F(IdeSessionTest, Load_DamagedLines_AreSaidAndKeptBesideTheFile) {
   EXPECT_EQ(folder.Read(".zendry/zendry.ini.bad"), damaged);
 }
 
+TEST_F(IdeSessionTest, Load_EmptyLines_AreNoDamage) {
+  EXPECT_EQ(Loaded("a=1\n\n \t\r\n\nb=2\n").TakeError(), "");
+  EXPECT_NE(Loaded("a=1\n x\nb=2\n").TakeError(), "");
+}
+
 TEST_F(IdeSessionTest, Save_SoundFile_LeavesNoCopy) {
   EXPECT_EQ(Loaded("a=1\n").TakeError(), "");
   SavedBy(Loaded("a=1\n"));

@@ -70,6 +70,12 @@ TEST(ValueOfAngle, IsTheInverse) {
   }
 }
 
+TEST(ValueOfAngle, ScaleThatBeginsElsewhere) {
+  EXPECT_NEAR(ValueOfAngle({10, 20, 1}, 3 * cPi / 2), 15, 1e-6);
+  EXPECT_NEAR(ValueOfAngle({-30, -10, 1}, 3 * cPi / 2), -20, 1e-6);
+  EXPECT_NEAR(AngleOfValue({10, 20, 1}, 15), 3 * cPi / 2, 1e-6);
+}
+
 TEST(ValueOfAngle, InTheGap_IsTheNearerEnd) {
   EXPECT_EQ(ValueOfAngle({}, cPi / 2 + 0.1), 0);
   EXPECT_EQ(ValueOfAngle({}, cPi / 2 - 0.1), 60);

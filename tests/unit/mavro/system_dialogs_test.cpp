@@ -29,6 +29,8 @@ TEST(Dialogs, Message_WithoutWindows_IsAnsweredHarmlessly) {
 TEST(Dialogs, Choosing_WithoutWindows_IsCancelled) {
   EXPECT_THAT(Dialogs().chooseFiles(FileQuestion{}), IsEmpty());
   EXPECT_EQ(Dialogs().chooseFolder("Folder", "/tmp"), "");
+  Color color;
+  EXPECT_FALSE(Dialogs().chooseColor("Colour", color));
   Dialogs().beep();
 }
 

@@ -168,6 +168,16 @@ TEST_F(ProjectTagsTest, TextOf_WhatIsNoReadableFileOrTooLarge_IsEmpty) {
   EXPECT_EQ(editor.copies, 0);
 }
 
+TEST_F(ProjectTagsTest, TextOf_OneMegabyte_IsTheLargest) {
+  ProjectSources sources(project, shell, shell);
+  TagData module;
+  module.fileName = folder.Write("a.h", std::string(1 << 20, 'x'));
+  EXPECT_EQ(sources.TextOf(module).size(), 1u << 20);
+  test::TextInMemory editor(std::string(1 << 20, 'y'), module.fileName);
+  shell.open = {&editor};
+  EXPECT_EQ(sources.TextOf(module).size(), 1u << 20);
+}
+
 TEST_F(ProjectTagsTest, TextOf_ManyFiles_GivesEachItsOwn) {
   ProjectSources sources(project, shell);
   for (int round = 0; round < 2; ++round)
