@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "AsciiCase.h"
 #include "Assert.h"
 #include "FileText.h"
 #include "SystemDialogs.h"
@@ -26,15 +27,6 @@ namespace {
 constexpr int cRescueTick = 1000;  // milliseconds
 const std::string cNoName = "Noname";
 
-char Upper(char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-bool EqualButForCase(const std::string& a, const std::string& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return Upper(x) == Upper(y); });
-}
-
 // Whether both names exist and stand for two different files.
 bool AreTwoFiles(const std::string& a, const std::string& b) {
   struct stat first, second;
@@ -43,7 +35,7 @@ bool AreTwoFiles(const std::string& a, const std::string& b) {
 }
 
 bool NamesSameFile(const std::string& a, const std::string& b) {
-  return a == b || (EqualButForCase(a, b) && !AreTwoFiles(a, b));
+  return a == b || (mavro::EqualNoCase(a, b) && !AreTwoFiles(a, b));
 }
 
 }  // namespace
