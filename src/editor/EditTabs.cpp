@@ -70,6 +70,7 @@ void EditTab::SetModified(bool on) {
 
 void EditTab::ShowName() {
   caption = BaseName(editor->fileName);
+  editor->accessibleName = caption;
   text = modified ? caption + "*" : caption;
 }
 
