@@ -226,7 +226,7 @@ void Form::Impl::FirstShow() {
   Control* focused = form.focusControl;
   if (focused == &form)
     if (Control* first = FirstFocusable(&form)) focused = first;
-  focused->Focus();
+  if (focused->impl->hwnd) focused->impl->hwnd->Focus(FocusBy::cFirst);
 }
 
 Form* Control::GetForm() {

@@ -1,4 +1,3 @@
-#include <QApplication>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
@@ -9,6 +8,7 @@
 #include "Failures.h"
 #include "Form.h"
 #include "QtDialogs.h"
+#include "QtInput.h"
 #include "QtLoop.h"
 #include "QtScreen.h"
 #include "SysImpl.h"
@@ -36,7 +36,7 @@ int RunApplication(int argc, char** argv) {
   theApplication.appDir = AppDirOf(argv[0], std::filesystem::current_path(ignored).string());
   ArgumentList arguments(argv + 1, argv + argc);
   int toolkitArgc = 1;
-  QApplication toolkit(toolkitArgc, argv);
+  ToolkitApplication toolkit(toolkitArgc, argv);
   toolkit.setQuitOnLastWindowClosed(false);
   InstallQtLoop(&toolkit);
   InstallQtDialogs();

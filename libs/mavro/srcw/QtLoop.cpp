@@ -2,6 +2,7 @@
 
 #include <poll.h>
 
+#include <QAbstractButton>
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QElapsedTimer>
@@ -17,6 +18,7 @@
 #include "FormImpl.h"
 #include "IdleHook.h"
 #include "MessageLoop.h"
+#include "QtInput.h"
 #include "Virtual.h"
 
 namespace mavro {
@@ -78,12 +80,26 @@ bool BelongsToActiveForm(const QWindow* window) {
   return activeForm->impl->hwnd->widget->windowHandle() == window;
 }
 
+// From now on it is to be seen where the keyboard is. A button has it before its click is told, so
+// that what was typed elsewhere is committed by then.
+void FocusByMnemonic(QWidget& widget) {
+  widget.window()->setAttribute(Qt::WA_KeyboardFocusChange);
+  if (qobject_cast<QAbstractButton*>(&widget) && widget.focusPolicy() & Qt::TabFocus)
+    widget.setFocus(Qt::ShortcutFocusReason);
+}
+
 class LoopFilter final : public QObject {
  public:
   using QObject::QObject;
 
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (!IsQuiet(event->type())) activity = true;
+    if (watched->isWidgetType()) {
+      auto* widget = static_cast<QWidget*>(watched);
+      if (event->type() == QEvent::Shortcut) FocusByMnemonic(*widget);
+      if (event->type() == QEvent::FocusIn) FocusComes(*static_cast<QFocusEvent*>(event));
+      return OfferInput(widget, event);
+    }
     if (!IsInput(event->type()) || !watched->isWindowType()) return false;
     auto* window = static_cast<QWindow*>(watched);
     if (window->property(cBlockedProperty).toBool()) {
@@ -151,6 +167,8 @@ bool WaitWhilePainting(int descriptor, int milliseconds) {
 
 void InstallQtLoop(QObject* application) {
   application->installEventFilter(new LoopFilter(application));
+  QObject::connect(qApp, &QApplication::focusChanged, application,
+                   [](QWidget*, QWidget* now) { FocusMoved(now); });
   TheIdleSlot().changed = IdleSlotChanged;
   IdleSlotChanged();
   SetBlockingWait(WaitWhilePainting);
