@@ -104,6 +104,7 @@ class LoopFilter final : public QObject {
     auto* window = static_cast<QWindow*>(watched);
     if (window->property(cBlockedProperty).toBool()) {
       event->ignore();
+      if (event->type() == QEvent::MouseButtonPress) RaiseModalForm();
       return true;
     }
     if (event->type() != QEvent::KeyPress || QApplication::activePopupWidget()) return false;
@@ -176,6 +177,14 @@ void InstallQtLoop(QObject* application) {
     wakeNotifier.reset();
     TheIdleSlot().changed = nullptr;
     SetBlockingWait(nullptr);
+  });
+}
+
+// A box of the toolkit's own stands above the modal form, and keeps the keyboard itself.
+void RaiseModalForm() {
+  RunLater([] {
+    NativeWindow* top = TopModalWindow();
+    if (top && !QApplication::activeModalWidget()) top->Raise();
   });
 }
 
