@@ -1,4 +1,3 @@
-#include <QApplication>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
@@ -9,6 +8,7 @@
 #include "Failures.h"
 #include "Form.h"
 #include "QtDialogs.h"
+#include "QtInput.h"
 #include "QtLoop.h"
 #include "QtScreen.h"
 #include "SysImpl.h"
@@ -37,7 +37,7 @@ int RunApplication(int argc, char** argv) {
   ArgumentList arguments(argv + 1, argv + argc);
   if (Application::AnswerOnTerminal(arguments)) return 0;
   int toolkitArgc = 1;
-  QApplication toolkit(toolkitArgc, argv);
+  ToolkitApplication toolkit(toolkitArgc, argv);
   toolkit.setQuitOnLastWindowClosed(false);
   InstallQtLoop(&toolkit);
   InstallQtDialogs();
