@@ -1,7 +1,5 @@
 #!/usr/bin/env python3
-"""mutate.py FILE... [--seed N] [--most N] [--build FOLDER] [--again]
-
-Would the unit tests notice? Makes small changes to copies of the sources FILE (a condition turned, a limit
+"""Would the unit tests notice? Makes small changes to copies of the sources FILE (a condition turned, a limit
 off by one, a statement dropped, a sign, "and" for "or", a returned truth ...), builds core_tests with them
 and says which changes no test notices. See docs/tests.md."""
 import argparse
@@ -45,6 +43,7 @@ def options():
     parser.add_argument('--seed', type=int, default=1, help='chooses the changes (1)')
     parser.add_argument('--most', type=int, default=12, help='changes for each file (12)')
     parser.add_argument('--build', default=os.path.join(TOP, 'build/dev'), help='a configured build folder')
+    parser.add_argument('--built', action='store_true', help='the build folder is up to date')
     parser.add_argument('--again', action='store_true', help='only those that survived the last time')
     return parser.parse_args()
 
@@ -218,8 +217,10 @@ def main():
 
 def mutate(given, build, folder, survivors):
     os.nice(10)
-    if subprocess.run(['cmake', '--build', build, '--target', TEST], stdout=subprocess.DEVNULL).returncode:
-        sys.exit(f'{TEST} does not build')
+    if not given.built:
+        done = run(['cmake', '--build', build, '--target', TEST], build)
+        if done.returncode:
+            sys.exit(f'{TEST} does not build\n{done.stdout[-2000:]}')
     commands = compile_commands(build)
     sources, number = [], 0
     for path in map(os.path.abspath, given.files):
@@ -242,8 +243,8 @@ def mutate(given, build, folder, survivors):
     for source in sources:
         del source.numbered[given.most:]
     watch = os.path.join(folder, 'MutantWatch.o')
-    done = run([commands_compiler(commands), '-std=c++20', '-c', os.path.join(MUTATION, 'MutantWatch.cpp'), '-o', watch],
-               folder)
+    watcher = os.path.join(MUTATION, 'MutantWatch.cpp')
+    done = run([compiler_of(commands), '-std=c++20', '-c', watcher, '-o', watch], folder)
     if done.returncode:
         sys.exit(done.stderr)
     runner = Runner(link(build, folder, [*objects, watch]), folder)
@@ -253,7 +254,7 @@ def mutate(given, build, folder, survivors):
     report(sources, reach, runner, survivors)
 
 
-def commands_compiler(commands):
+def compiler_of(commands):
     command = next(iter(commands.values()))
     return command[1] if 'ccache' in command[0] else command[0]
 
@@ -267,9 +268,11 @@ def report(sources, reach, runner, survivors):
         for number, change in source.numbered:
             if not reach.is_noticed(number, source, runner):
                 alive.append(changes.shown(source.text, change))
-                print(f'  survives: {source.name}:{alive[-1]}  [{len(reach.tests(number, source))} tests]', flush=True)
+                tests = len(reach.tests(number, source))
+                print(f'  survives: {source.name}:{alive[-1]}  [{tests} tests]', flush=True)
         count = len(source.numbered)
-        print(f'{source.name}: {count - len(alive)} of {count} noticed ({time.monotonic() - started:.0f} s)', flush=True)
+        seconds = time.monotonic() - started
+        print(f'{source.name}: {count - len(alive)} of {count} noticed ({seconds:.0f} s)', flush=True)
         survivors.keep(source, alive)
         total += count
         noticed += count - len(alive)
