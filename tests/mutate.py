@@ -251,6 +251,8 @@ def mutate(given, build, folder, survivors):
     reached = os.path.join(folder, 'reached')
     runner.run(0, reached=reached)
     reach = Reach(reached)
+    if not reach.by:
+        sys.exit(f'{TEST} does not run with the changes built in; is the build folder up to date?')
     report(sources, reach, runner, survivors)
 
 

@@ -169,7 +169,7 @@ TEST_F(ProjectTagsTest, TextOf_WhatIsNoReadableFileOrTooLarge_IsEmpty) {
 }
 
 TEST_F(ProjectTagsTest, TextOf_OneMegabyte_IsTheLargest) {
-  ProjectSources sources(project, shell, shell);
+  ProjectSources sources(project, shell);
   TagData module;
   module.fileName = folder.Write("a.h", std::string(1 << 20, 'x'));
   EXPECT_EQ(sources.TextOf(module).size(), 1u << 20);
