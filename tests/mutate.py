@@ -187,14 +187,12 @@ class Reach:
                 for number in numbers:
                     self.by[number].append(words[0])
 
-    def tests(self, number, source):
-        """A limit that is asked for before all tests concerns each that comes by anything of its file."""
-        if number not in self.at_start:
-            return self.by[number]
-        return sorted({test for n, _ in source.numbered for test in self.by[n]})
+    def tests(self, number):
+        """What is asked for before all tests, as the value of a constant, concerns each of them."""
+        return sorted(self.time) if number in self.at_start else self.by[number]
 
-    def is_noticed(self, number, source, runner):
-        tests = self.tests(number, source)
+    def is_noticed(self, number, runner):
+        tests = self.tests(number)
         quick = [test for test in tests if self.time[test] <= QUICK_MS]
         for group in (quick, [test for test in tests if self.time[test] > QUICK_MS]):
             seconds = LEAST_SECONDS + 5 * sum(self.time[test] for test in group) / 1000
@@ -268,9 +266,9 @@ def report(sources, reach, runner, survivors):
         alive = []
         started = time.monotonic()
         for number, change in source.numbered:
-            if not reach.is_noticed(number, source, runner):
+            if not reach.is_noticed(number, runner):
                 alive.append(changes.shown(source.text, change))
-                tests = len(reach.tests(number, source))
+                tests = len(reach.tests(number))
                 print(f'  survives: {source.name}:{alive[-1]}  [{tests} tests]', flush=True)
         count = len(source.numbered)
         seconds = time.monotonic() - started

@@ -243,6 +243,8 @@ TEST(WordRules, FindBrace_BeforeTheCaretThenAfter) {
     const test::MarkedText text(row.text);
     EXPECT_EQ(FindBrace(text, text.caret, options, nullptr).position, row.position) << row.text;
   }
+  EXPECT_FALSE(FindBrace(test::MarkedText("()"), 1, options, nullptr).behind);
+  EXPECT_TRUE(FindBrace(test::MarkedText("()"), 0, options, nullptr).behind);
   options.braceMatch = false;
   EXPECT_EQ(FindBrace(test::MarkedText("()"), 1, options, nullptr).position, -1);
 }
