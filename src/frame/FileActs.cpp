@@ -112,8 +112,10 @@ void FileActs::ReplaceProject(const std::string& path) {
 void FileActs::LoadProject(const std::string& path) {
   const LoadResult result = theProject.Load(path);
   theMainForm->ShowActiveFile();
-  if (!result.Ok() || !result.doubt.empty())
-    theMainForm->SetStatus(result.Ok() ? result.doubt : result.error, "");
+  if (result.Words().empty())
+    theMainForm->SayWhatIsNotKept();
+  else
+    theMainForm->SetStatus(result.Words(), "");
   theMainForm->startFiles.AllLoaded();
 }
 

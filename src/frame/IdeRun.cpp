@@ -35,7 +35,7 @@ Placement FirstPlacement() {
 int RunIde(const mavro::ArgumentList& arguments) {
   theIdeFonts.largeToolBar = false;
   theIdeConfig.appDir = mavro::theApplication.appDir;
-  ReadConfig(theIdeConfig, theIdeFonts);
+  theIdeSession.NoteError(ReadConfig(theIdeConfig, theIdeFonts).Words());
   theProject.SetInstallFolder(theIdeConfig.appDir);
   theIdeSession.Load();
   ClearCompilerEnvironment();

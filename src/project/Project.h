@@ -10,6 +10,7 @@
 
 #include "FileText.h"
 #include "Object.h"
+#include "base/LoadResult.h"
 #include "tags/TagData.h"
 
 namespace zendry {
@@ -42,13 +43,6 @@ struct ProjectFile {
   TagData tags;            // what it declares and includes
 };
 
-// What came of reading a project file. The window stays silent about it; tools say it.
-struct LoadResult {
-  std::string error;  // why nothing could be read; empty on success
-  std::string doubt;  // what looks wrong with a file that could be read; empty when nothing does
-  bool Ok() const { return error.empty(); }
-};
-
 // The one project of the running program: its file, files, options and output names, and the
 // project file format with extension "zpj". Reports to a Shell, which must outlive it; without one
 // it is mute.
@@ -66,8 +60,9 @@ class Project : public mavro::object {
 
   // Life of a project. Nothing may be unsaved when it is loaded.
   void Init(const std::string& path, int newType);
-  // Opens a project. A relative path is taken from the current folder. A file that can't be read
-  // leaves an empty project under its name.
+  // Opens a project. A relative path is taken from the current folder. A file that can't be read,
+  // or that holds a value too long to be read, leaves an empty project under its name. What is
+  // wrong with its session is noted in theIdeSession.
   LoadResult Load(const std::string& path);
   // Writes the project file. Shows a dialog when the project has no name or `saveAs`. False when
   // that is cancelled, when the format can't hold a value (which a message names) or when writing
