@@ -11,6 +11,7 @@
 #include "QtDialogs.h"
 #include "QtLoop.h"
 #include "QtScreen.h"
+#include "SessionBus.h"
 #include "SysImpl.h"
 
 namespace mavro {
@@ -35,6 +36,7 @@ int RunApplication(int argc, char** argv) {
   std::error_code ignored;
   theApplication.appDir = AppDirOf(argv[0], std::filesystem::current_path(ignored).string());
   ArgumentList arguments(argv + 1, argv + argc);
+  KeepBusFromStarting();
   int toolkitArgc = 1;
   QApplication toolkit(toolkitArgc, argv);
   toolkit.setQuitOnLastWindowClosed(false);
