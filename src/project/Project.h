@@ -26,6 +26,10 @@ enum BuildMode { cRelease = 0, cDebug = 1 };
 // Id of the resource file's tree node. No ProjectFile has it.
 constexpr int32_t cResourceFileId = 0x1000;
 
+// What every project is compiled and linked with, behind its own switches.
+constexpr char cBasicIncludes[] = "-I@/libs/basic";
+constexpr char cBasicLibs[] = "-L@/libs";
+
 // The switches of one build mode.
 struct BuildOptions {
   int32_t gcc = 0;   // compiler set; the build clamps it
@@ -77,8 +81,8 @@ class Project : public mavro::object {
   void Clear();
   // Makes an implicit project of one C or C++ source; other files are passed over.
   void OpenSingleFile(const std::string& path);
-  // Writes a Makefile, "Makefile" in the current folder when `path` is empty. The window is silent
-  // about a failure.
+  // Writes a Makefile, "Makefile" beside the project file when `path` is empty. Asks before it
+  // replaces one that was not made here, or that somebody has changed since.
   mavro::SaveResult ExportMakefile(const std::string& path) const;
 
   // Files. Neither of the first two touches `modified`: their callers do.
