@@ -1,13 +1,18 @@
 #include "config/IdeSession.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "FileText.h"
+#include "base/LoadResult.h"
 #include "base/ParseInt.h"
 #include "config/EditorSettings.h"
 
@@ -19,6 +24,7 @@ namespace {
 
 constexpr char cBoundsKey[] = "Bounds";
 constexpr char cSplitterKey[] = "split-h";
+constexpr char cMaximizedKey[] = "win-max";
 constexpr int cFarthest = 800;         // a window further right or down goes to the edge
 constexpr int cFarthestBack = -32767;  // no desktop reaches further left or up
 constexpr int cMinWidth = 801;
@@ -56,6 +62,49 @@ std::string IniText(const std::map<std::string, std::string>& values) {
   return text;
 }
 
+// The settings that a text holds; `damaged` becomes true when there is more than that in it.
+std::map<std::string, std::string> ValuesIn(const std::string& text, bool& damaged) {
+  std::map<std::string, std::string> values;
+  damaged |= text.find('\0') != std::string::npos;
+  for (std::string_view rest = text; !rest.empty();) {
+    std::string_view line = rest.substr(0, rest.find('\n'));
+    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    const size_t equals = line.find('=');
+    if (equals != std::string_view::npos)
+      values[std::string(line.substr(0, equals))] = line.substr(equals + 1);
+    else if (line.find_first_not_of(" \t") != std::string_view::npos)
+      damaged = true;
+  }
+  return values;
+}
+
+void PutInFront(RecentList& list, std::string path) {
+  std::erase(list.items, path);
+  if (!list.items.empty() && list.items.size() >= list.capacity) list.items.pop_back();
+  list.items.insert(list.items.begin(), std::move(path));
+}
+
+// Keeps other programs of ours from writing the settings, as long as it lives. Where that can't be
+// the settings are written all the same.
+class FolderLock {
+ public:
+  explicit FolderLock(const std::string& folder)
+      : file(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    if (file >= 0) isFree = flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+  }
+  ~FolderLock() {
+    if (file >= 0) close(file);
+  }
+  FolderLock(const FolderLock&) = delete;
+  FolderLock& operator=(const FolderLock&) = delete;
+
+  bool isFree = true;  // false when another one is writing just now
+
+ private:
+  const int file;
+};
+
 // The four numbers of "LEFT;TOP;WIDTH;HEIGHT;".
 std::optional<std::array<int, 4>> ParseBounds(std::string_view text) {
   std::array<int, 4> numbers;
@@ -83,11 +132,6 @@ int CorrectedSplitter(const std::string& stored, int height) {
   return position < base * 11 / 15 || position >= height - cBelowSplitter ? base : position;
 }
 
-bool Exists(const std::string& path) {
-  struct stat status;
-  return stat(path.c_str(), &status) == 0;
-}
-
 }  // namespace
 
 IdeSession::IdeSession() {
@@ -98,12 +142,13 @@ IdeSession::IdeSession() {
 }
 
 void IdeSession::NoteError(const std::string& error) {
-  if (noted.empty()) noted = error;
+  if (noted.empty() && !said.contains(error)) noted = error;
 }
 
 std::string IdeSession::TakeError() {
   std::string error;
   error.swap(noted);
+  if (!error.empty()) said.insert(error);
   return error;
 }
 
@@ -121,17 +166,8 @@ bool IdeSession::EnsureFolder() {
 }
 
 void IdeSession::ReadText(const std::string& text) {
-  bool damaged = text.find('\0') != std::string::npos;
-  for (std::string_view rest = text; !rest.empty();) {
-    std::string_view line = rest.substr(0, rest.find('\n'));
-    rest.remove_prefix(std::min(line.size() + 1, rest.size()));
-    if (line.ends_with('\r')) line.remove_suffix(1);
-    const size_t equals = line.find('=');
-    if (equals != std::string_view::npos)
-      values[std::string(line.substr(0, equals))] = line.substr(equals + 1);
-    else if (line.find_first_not_of(" \t") != std::string_view::npos)
-      damaged = true;
-  }
+  bool damaged = false;
+  values = ValuesIn(text, damaged);
   if (!damaged) return;
   damagedText = text;
   NoteError(iniPath + ": holds lines that are no settings. They are passed over.");
@@ -157,19 +193,56 @@ void IdeSession::Load() {
   EnsureFolder();
   if (const std::optional<std::string> text = mavro::ReadFileText(iniPath)) {
     ReadText(*text);
-  } else if (Exists(iniPath)) {
+  } else if (IsTaken(iniPath)) {
     mayReplace = false;
     NoteError(iniPath + ": can't be read. Settings are not kept.");
   }
+  known = values;
+  isLoaded = true;
+  TakeLists();
+  TakeEditorSettings();
+  fonts = theIdeFonts.fonts;
+  debuggerTips = true;
+}
+
+bool IdeSession::IsListKey(const std::string& key) const {
+  for (const RecentList* list : {&recentFiles, &recentProjects})
+    for (size_t i = 0; i < list->capacity; ++i)
+      if (key == KeyOf(*list, i)) return true;
+  return false;
+}
+
+void IdeSession::TakeLists() {
   for (RecentList* list : {&recentFiles, &recentProjects}) {
     list->items.clear();
     for (size_t i = 0; i < list->capacity; ++i)
       if (const auto found = values.find(KeyOf(*list, i)); found != values.end())
         list->items.push_back(found->second);
+    for (const std::string& path : list->added) PutInFront(*list, path);
   }
-  TakeEditorSettings();
-  fonts = theIdeFonts.fonts;
-  debuggerTips = true;
+}
+
+// Takes over what other programs have written since the file was last seen. A file that is gone, or
+// holds more than settings, tells nothing about them.
+void IdeSession::TakeOver() {
+  const std::optional<std::string> text = mavro::ReadFileText(iniPath);
+  if (!text) {
+    mayReplace = mayReplace && !IsTaken(iniPath);
+    if (!mayReplace) NoteError(iniPath + ": can't be read. Settings are not kept.");
+    return;
+  }
+  bool damaged = false;
+  Values theirs = ValuesIn(*text, damaged);
+  if (damaged && *text != damagedText) damagedText = *text;
+  if (damaged || theirs.empty() || theirs == known) return;
+  const Values before = std::exchange(known, theirs);
+  for (const auto& [key, value] : values) {
+    const auto found = before.find(key);
+    const bool isChangedHere = found == before.end() || found->second != value;
+    if (isChangedHere && !IsListKey(key)) theirs[key] = value;
+  }
+  values = std::move(theirs);
+  TakeLists();
 }
 
 // A path that no line can hold is left out, and the others move up.
@@ -185,6 +258,10 @@ void IdeSession::StoreSettings(const Placement& placement) {
   std::snprintf(bounds, sizeof bounds, "%d;%d;%d;%d;", placement.left, placement.top,
                 placement.width, placement.height);
   values[cBoundsKey] = bounds;
+  if (placement.isMaximized)
+    values[cMaximizedKey] = "1";
+  else
+    values.erase(cMaximizedKey);
   StoreList(recentFiles);
   StoreList(recentProjects);
   values["dbg-tip"] = Flag(debuggerTips);
@@ -205,11 +282,36 @@ bool IdeSession::KeepDamagedText() {
   return kept.Ok();
 }
 
+bool IdeSession::Write() {
+  if (!EnsureFolder() || !mayReplace || !KeepDamagedText()) return false;
+  const std::string text = IniText(values);
+  if (mavro::ReadFileText(iniPath) != text) {
+    const mavro::SaveResult result = mavro::SaveFileText(iniPath, text);
+    if (!result.Ok()) NoteError(result.error);
+    if (!result.Ok()) return false;
+  }
+  bool ignored = false;
+  known = ValuesIn(text, ignored);
+  for (RecentList* list : {&recentFiles, &recentProjects}) list->added.clear();
+  tried = 0;
+  return true;
+}
+
 void IdeSession::Save(const Placement& placement) {
+  const FolderLock lock(folder);
+  if (isLoaded) TakeOver();
   StoreSettings(placement);
-  if (!EnsureFolder() || !mayReplace || !KeepDamagedText()) return;
-  const mavro::SaveResult result = mavro::SaveFileText(iniPath, IniText(values));
-  if (!result.Ok()) NoteError(result.error);
+  Write();
+}
+
+void IdeSession::KeepRecent() {
+  if (!isLoaded || AddedCount() == tried) return;
+  const FolderLock lock(folder);
+  if (!lock.isFree) return;
+  TakeOver();
+  StoreList(recentFiles);
+  StoreList(recentProjects);
+  if (!Write()) tried = AddedCount();
 }
 
 std::optional<Placement> IdeSession::RestoreBounds(int screenWidth, int screenHeight) const {
@@ -221,13 +323,13 @@ std::optional<Placement> IdeSession::RestoreBounds(int screenWidth, int screenHe
   placement.width = CorrectedSize((*bounds)[2], cMinWidth, screenWidth);
   placement.height = CorrectedSize((*bounds)[3], cMinHeight, screenHeight);
   placement.splitter = CorrectedSplitter(Value(cSplitterKey, ""), placement.height);
+  placement.isMaximized = Value(cMaximizedKey, "0") == "1";
   return placement;
 }
 
 void IdeSession::AddRecent(RecentList& list, std::string path) {
-  std::erase(list.items, path);
-  if (!list.items.empty() && list.items.size() >= list.capacity) list.items.pop_back();
-  list.items.insert(list.items.begin(), std::move(path));
+  list.added.push_back(path);
+  PutInFront(list, std::move(path));
 }
 
 }  // namespace zendry

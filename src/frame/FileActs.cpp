@@ -145,10 +145,15 @@ void FileActs::SaveSession() {
   if (!result.Ok()) theMainForm->SetStatus(result.error, "");
 }
 
-bool FileActs::CloseProject() {
+bool FileActs::CloseProjectForEnd() {
   if (!theProject.Close()) return false;
   DropRescueCopy();
   theMainForm->ShowActiveFile();
+  return true;
+}
+
+bool FileActs::CloseProject() {
+  if (!CloseProjectForEnd()) return false;
   theMainForm->SayWhatIsNotKept();
   return true;
 }

@@ -30,6 +30,10 @@ Placement FirstPlacement() {
   return first;
 }
 
+void KeepUnasked() {
+  if (theMainForm) theMainForm->KeepUnasked();
+}
+
 }  // namespace
 
 int RunIde(const mavro::ArgumentList& arguments) {
@@ -46,6 +50,7 @@ int RunIde(const mavro::ArgumentList& arguments) {
   const mavro::Rect screen = mavro::ScreenArea(nullptr);
   form.SetPlacement(
       theIdeSession.RestoreBounds(screen.width, screen.height).value_or(FirstPlacement()));
+  mavro::theApplication.KeepOnEnd(KeepUnasked);
   form.Run(false);
   theIdeSession.Save(form.LastPlacement());
   // No window is left to say it.

@@ -188,7 +188,13 @@ void MainForm::SetEditorCommandsEnabled(bool on) {
 // What is being recorded can't be played.
 void MainForm::SetMacroRecording(bool on) {
   toolBar.Enable(cPlayRow, !on && IsHandled(toolBar.GetRow(cPlayRow).action));
-  statusBar.SetPane(cNotePane, on ? "Macro recording" : "");
+  isMacroRecording = on;
+  ShowNote();
+}
+
+void MainForm::ShowNote() {
+  const char* note = isMacroRecording ? "Macro recording" : "";
+  statusBar.SetPane(cNotePane, whyNoCopy.empty() ? note : "No rescue copy");
 }
 
 void MainForm::SetCaretInfo(int line, int column) {

@@ -76,6 +76,9 @@ class Project : public mavro::object {
   // Writes the session, closes the tabs, offers to save; false when the user refuses or when what
   // was to be saved couldn't be. No session is written for a project that couldn't be read.
   bool Close();
+  // Writes the session, unless the project has none or is just being loaded; a failure is noted in
+  // theIdeSession.
+  void KeepSession();
   // Empties the project. `modified`, `implicit`, `libSet`, `outName`, the options of both modes
   // and the program parameters stay.
   void Clear();
@@ -94,8 +97,11 @@ class Project : public mavro::object {
   bool RemoveFile(int32_t id);
   // The source and header files in the order added.
   const std::vector<std::unique_ptr<ProjectFile>>& Files() const { return files; }
-  // The first file of this name; null when there is none. It is valid until the file is removed.
+  // The first file of this name, else the first that the name leads to by links or as another name
+  // of it; null when there is none. It is valid until the file is removed.
   ProjectFile* FindFile(std::string_view fullName) const;
+  // Whether a path names the file that a module was read from.
+  bool IsFileOf(const std::string& path, const TagData& module) const;
   // Position in Files(), -1 when absent.
   int IndexOfFile(int32_t id) const;
   // Full path of the project file that an include names; empty when it is none of the project's.
@@ -166,6 +172,9 @@ class Project : public mavro::object {
   void ReadTags(ProjectFile& file);
   void EnsureIndex() const;
   void AddToIndex(ProjectFile* file) const;
+  EditorText* FindEditor(const TagData& module) const;
+  ProjectFile* FindByName(std::string_view fullName) const;
+  ProjectFile* FindByWhatItNames(const std::string& path) const;
   void DropIndex();
   std::string ChooseSavePath() const;
   bool MayReplace(const std::string& path) const;
@@ -177,9 +186,12 @@ class Project : public mavro::object {
   std::vector<std::unique_ptr<ProjectFile>> files;
   std::string knownText;    // content of the project file as last read whole or written
   bool couldBeRead = true;  // false after a Load without a file
+  bool isLoading = false;   // the session has not been restored yet
   mutable bool indexed = true;
   mutable NameIndex byName;
   mutable NameIndex byBaseName;
+  // By their names without links; filled when a name is asked for that is none of the files'.
+  mutable std::unordered_map<std::string, ProjectFile*> byRealName;
 };
 
 extern Project theProject;

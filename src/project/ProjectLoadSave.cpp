@@ -55,7 +55,9 @@ LoadResult Project::Load(const std::string& path) {
   SetFileName(fullPath);  // again: the name of the target follows the type just read
   shell->TagsChanged();
   LoadReferences();
+  isLoading = true;
   if (couldBeRead) theIdeSession.NoteError(LoadSession(SessionPath(), *this, *shell).Words());
+  isLoading = false;
   return Judge(fullPath, reading);
 }
 
@@ -123,9 +125,13 @@ bool Project::Save(bool saveAs) {
   return MayReplace(path) && Write(path);
 }
 
+void Project::KeepSession() {
+  const bool hasSession = isOpen && !name.empty() && !implicit && couldBeRead && !isLoading;
+  if (hasSession) theIdeSession.NoteError(SaveSession(SessionPath(), *this, *shell).error);
+}
+
 bool Project::Close() {
-  if (isOpen && !name.empty() && !implicit && couldBeRead)
-    theIdeSession.NoteError(SaveSession(SessionPath(), *this, *shell).error);
+  KeepSession();
   if (!shell->CloseAllFiles()) return false;
   if (modified && isOpen) {
     bool cancelled = false;

@@ -122,6 +122,7 @@ bool TextRescue::KeepNow() {
   if (bytesBehind == 0) return true;
   const bool isKept = KeepStep() || KeepCopy();
   bytesBehind = isKept ? 0 : 1;
+  if (isKept) whyNone.clear();
   return isKept;
 }
 
@@ -135,7 +136,7 @@ bool TextRescue::KeepStep() {
     return false;
   if (taken.empty()) return true;
   const std::string step = MakeStep(copyName, steps + 1, length, taken);
-  if (!cCopies.AddStep(number, stepBytes, step)) return false;
+  if (!cCopies.AddStep(number, stepBytes, step).Ok()) return false;
   ++steps;
   stepBytes += step.size();
   changes.Forget();
@@ -143,7 +144,7 @@ bool TextRescue::KeepStep() {
 }
 
 // The old copy and its steps are good until the new one has taken its place.
-bool TextRescue::WriteCopy(uint64_t name) const {
+mavro::SaveResult TextRescue::WriteCopy(uint64_t name) const {
   const size_t length = source.PieceLength();
   std::string content = FormatFacts(name, source.RescueFacts());
   content.reserve(content.size() + 1 + length);
@@ -154,7 +155,9 @@ bool TextRescue::WriteCopy(uint64_t name) const {
 
 bool TextRescue::KeepCopy() {
   const uint64_t name = RandomName();
-  if (!WriteCopy(name)) return false;
+  const mavro::SaveResult written = WriteCopy(name);
+  if (!written.Ok()) whyNone = written.error;
+  if (!written.Ok()) return false;
   copyName = name;
   copyPath = source.RescuePath();
   copyFacts = source.RescueFacts();
@@ -168,13 +171,14 @@ bool TextRescue::KeepCopy() {
 
 void TextRescue::Drop() {
   bytesBehind = 0;
+  whyNone.clear();
   changes.Stop();
   cCopies.Drop(number);
 }
 
 void TextRescue::KeepAll() {
   for (TextRescue* text : OpenTexts()) {
-    if (text->bytesBehind == 0 || !text->WriteCopy(RandomName())) continue;
+    if (text->bytesBehind == 0 || !text->WriteCopy(RandomName()).Ok()) continue;
     text->bytesBehind = 0;
     text->copyStamp = {};
   }

@@ -49,6 +49,8 @@ class TextRescue {
   void Changed(int bytes, Clock::time_point now);
   // Writes what has waited long enough; called now and then.
   void Tick(Clock::time_point now);
+  // Why there is no copy of what is unsaved, although one was due; empty as long as all is well.
+  const std::string& WhyNone() const { return whyNone; }
   // Writes what is not in the copy yet; false when that fails, and then it is tried again later.
   bool KeepNow();
   // The file on disk holds the text, or the user does not want it.
@@ -61,7 +63,7 @@ class TextRescue {
  private:
   bool KeepStep();
   bool KeepCopy();
-  bool WriteCopy(uint64_t name) const;
+  mavro::SaveResult WriteCopy(uint64_t name) const;
   void KeepDue(Clock::time_point now);
 
   const RescueSource& source;
@@ -76,6 +78,7 @@ class TextRescue {
   TextChanges changes;
   uint64_t steps = 0;
   size_t stepBytes = 0;
+  std::string whyNone;
 };
 
 // A text that was left behind, whole.

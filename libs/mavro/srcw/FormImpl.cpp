@@ -266,6 +266,7 @@ int Form::Run(bool isModal) {
     CreateControl();
   }
   SetStateTree(this, cAboutToShow);
+  if (beginsMaximized) Maximize(true);
   form->Show(true);
   if (modal) form->DisableOthers();
   if (modal || formCount == 1) RunMessageLoop(this);
@@ -274,6 +275,19 @@ int Form::Run(bool isModal) {
 
 bool Form::IsOnScreen() const {
   return impl->hwnd && static_cast<const NativeForm*>(impl->hwnd)->IsOnScreen();
+}
+
+void Form::Maximize(bool on) {
+  beginsMaximized = on;
+  if (impl->hwnd) static_cast<NativeForm*>(impl->hwnd)->Maximize(on);
+}
+
+bool Form::IsMaximized() const {
+  return impl->hwnd ? static_cast<const NativeForm*>(impl->hwnd)->IsMaximized() : beginsMaximized;
+}
+
+Rect Form::NormalBounds() const {
+  return impl->hwnd ? static_cast<const NativeForm*>(impl->hwnd)->NormalBounds() : Bounds();
 }
 
 void Form::Close() {

@@ -9,6 +9,7 @@
 #include "Failures.h"
 #include "Form.h"
 #include "QtDialogs.h"
+#include "QtEnding.h"
 #include "QtLoop.h"
 #include "QtScreen.h"
 #include "SessionBus.h"
@@ -42,6 +43,7 @@ int RunApplication(int argc, char** argv) {
   toolkit.setQuitOnLastWindowClosed(false);
   InstallQtLoop(&toolkit);
   InstallQtDialogs();
+  InstallEnding();
   const int code = RunMain(arguments);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   return code;

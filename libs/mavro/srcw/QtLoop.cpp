@@ -17,6 +17,7 @@
 #include "FormImpl.h"
 #include "IdleHook.h"
 #include "MessageLoop.h"
+#include "QtEnding.h"
 #include "Virtual.h"
 
 namespace mavro {
@@ -84,6 +85,7 @@ class LoopFilter final : public QObject {
 
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (!IsQuiet(event->type())) activity = true;
+    if (event->type() == QEvent::Quit && watched == qApp) return EndWithSession();
     if (!IsInput(event->type()) || !watched->isWindowType()) return false;
     auto* window = static_cast<QWindow*>(watched);
     if (window->property(cBlockedProperty).toBool()) {
