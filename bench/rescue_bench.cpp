@@ -65,11 +65,11 @@ class KeptEditor : public mavro::SciEditor, public zendry::RescueSource {
  public:
   std::string RescuePath() const override { return fileName; }
   zendry::TextFacts RescueFacts() const override { return {}; }
-  size_t PieceLength() const override { return static_cast<size_t>(Length()); }
+  size_t PieceLength() const override { return WholeLength(); }
   void AppendPiece(size_t start, size_t end, std::string& to) const override {
-    AppendRange(static_cast<int>(start), static_cast<int>(end), to);
+    AppendWhole(start, end, to);
   }
-  void onTextWillChange(int position, int removed, int added) override {
+  void onTextWillChange(long position, long removed, long added) override {
     rescue.WillChange(position, removed, added);
   }
 

@@ -5,6 +5,9 @@ readonly packageList=cmake/packages.list
 # Says what is being done, on a line of its own.
 say() { printf '\n== %s\n' "$*"; }
 
+# What long steps print goes to logs of this folder.
+readonly logs=build/logs
+
 die() {
   printf '%s\n' "$*" >&2
   exit 1
@@ -26,24 +29,43 @@ missing_packages() {
       END { n = split(wanted, name, "\n"); for (i = 1; i <= n; i++) if (!there[name[i]]) print name[i] }'
 }
 
-# Installs what is missing of the list, through sudo when not root. Ends with the names of what it
-# could not install.
+# Runs apt-get as root. What it prints goes to the log of the packages, as well as to its caller.
+apt() {
+  "${asRoot[@]}" env LC_ALL=C DEBIAN_FRONTEND=noninteractive apt-get "$@" </dev/null 2>&1 | tee -a "$logs/packages.log"
+}
+
+# Installs what is missing of the list, through sudo when not root: says what and how much it is, and keeps
+# what the installer prints in a log. Ends with the names of what it could not install.
 prepare_packages() {
-  local missing root=()
+  local missing
   missing=$(missing_packages "${1:-}")
   [ -n "$missing" ] || return 0
-  say "Installing $(wc -w <<<"$missing") packages: $(tr '\n' ' ' <<<"$missing")"
+  say "Installing $(wc -w <<<"$missing") packages (log: $logs/packages.log): $(tr '\n' ' ' <<<"$missing")"
+  asRoot=()
   if [ "$(id -u)" -ne 0 ]; then
     command -v sudo >/dev/null ||
       die "Not root, and there is no sudo. Please install: $(tr '\n' ' ' <<<"$missing")"
-    root=(sudo)
+    asRoot=(sudo)
   fi
-  root+=(env DEBIAN_FRONTEND=noninteractive)
-  "${root[@]}" apt-get -qq update || say "The package lists could not be renewed; trying with the old ones"
+  mkdir -p "$logs"
+  : >"$logs/packages.log"
+  apt -qq update >/dev/null || say "The package lists could not be renewed; trying with the old ones"
   # shellcheck disable=SC2086
-  "${root[@]}" apt-get -y -qq -o Dpkg::Use-Pty=0 --no-install-recommends install $missing || true
+  apt --assume-no --no-install-recommends install $missing | grep -E '^(Need to get|After this)' || true
+  # shellcheck disable=SC2086
+  apt -y -qq -o Dpkg::Use-Pty=0 --no-install-recommends install $missing >/dev/null || true
   missing=$(missing_packages "${1:-}")
-  [ -z "$missing" ] || die "Could not be installed: $(tr '\n' ' ' <<<"$missing")"
+  [ -z "$missing" ] || {
+    tail -n 20 "$logs/packages.log" >&2
+    die "Could not be installed: $(tr '\n' ' ' <<<"$missing")"
+  }
+}
+
+# Of a build's output what somebody wants to watch: all files that are built, or, where nobody sits before a
+# terminal, one now and then.
+progress() {
+  if [ -t 1 ]; then grep --line-buffered -aE '^\[[0-9]+/' || true
+  else grep --line-buffered -aE '^\[[0-9]*[05]0/|^== ' || true; fi
 }
 
 # Configures and builds targets of a preset; without targets all of them. CMake runs only when the

@@ -4,6 +4,8 @@
     cmake/reference.py OUTPUT    writes it as Markdown
     cmake/reference.py --check   names what has no comment, and fails if anything hasn't
 
+It lists all that programs can call, commented or not; destructors and what is deleted are left out.
+
 A comment stands above a declaration or behind it. One above the first of several lines that no blank line
 separates speaks for all of them. Constructors, destructors, operators, what overrides something and questions
 without parameters, which are called what they answer, need none."""
@@ -17,6 +19,7 @@ CLASS = re.compile(r'(?:template <.*?>\s*)?(class|struct)\s+(\w+)\s*(?:final\s*)
 ACCESS = re.compile(r'(public|protected|private):$')
 NEEDS_NONE = re.compile(r'\boverride\b|\boperator\b|= delete|= default|^~|^virtual ~|^friend\b|^explicit \w+\(\)|^using\b'
                         r'|^static_assert|^typedef\b|^extern template|\w+\(\) const$')
+NOT_LISTED = re.compile(r'= delete|^~|^virtual ~|^friend \w+|^using\b|^static_assert|^typedef\b|^extern template')
 
 
 class Entry:
@@ -57,6 +60,8 @@ class Header:
                 return
             if not line or line.startswith('#'):
                 comment, shared = [], []
+                while self.lines[self.index].endswith('\\'):  # a macro of several lines
+                    self.index += 1
                 self.index += 1
             elif line.startswith('//'):
                 comment.append(line[2:].strip())
@@ -103,15 +108,11 @@ class Header:
             text = text[:-1].strip()
         entry.text = self.plain(text)
         is_forward = re.match(r'(class|struct|enum class) \w+(::\w+)?( : \w+)?;$', text)
-        return None if is_forward or self.is_hidden_constructor(entry.text, owner) else entry
+        return None if is_forward else entry
 
     @staticmethod
     def balanced_body(text):
         return text.endswith('}') and text.count('{') == text.count('}')
-
-    @staticmethod
-    def is_hidden_constructor(text, owner):
-        return owner and re.match(rf'(explicit )?~?{owner}\(\)', text)
 
     def skip_body(self):
         """The text of a body up to its closing brace."""
@@ -160,7 +161,7 @@ def write_class(out, entry, header, level):
     out += ['', '#' * level + ' ' + entry.text.split(' : ')[0].split()[1], '', entry.comment, '',
             f'`{entry.text}`' + (f', in `{header}`' if header else ''), '']
     for member in entry.members:
-        if member.members is None and not NEEDS_NONE.search(member.text):
+        if member.members is None and not NOT_LISTED.search(member.text):
             write_entry(out, member)
     for member in entry.members:
         if member.members is not None:
@@ -173,7 +174,7 @@ def reference():
         for entry in entries:
             if entry.members is not None:
                 classes.append((entry, name))
-            elif not NEEDS_NONE.search(entry.text):
+            elif not NOT_LISTED.search(entry.text):
                 others.append(entry)
     out = ['# Reference of mavro', '', 'Made from the comments of the headers. All names stand in the namespace `mavro`; '
            '`#include <mavro>` takes them all.', '', '## Classes']

@@ -1,4 +1,6 @@
 #!/bin/sh
-# Starts the program of this name by its real path, from which it finds what is installed with it.
-here=$(dirname -- "$(readlink -f -- "$0")")
-exec "${here%/*}/lib/zendry/bin/${0##*/}" "$@"
+# Starts the program that this file is installed as by its real path, from which it finds what is installed
+# with it. A link to this file may have any name.
+real=$(readlink -f -- "$0")
+here=${real%/*}
+exec "${here%/*}/lib/zendry/bin/${real##*/}" "$@"

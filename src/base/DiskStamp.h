@@ -14,6 +14,8 @@ struct DiskStamp {
   uint64_t inode = 0;
   int64_t size = 0;     // bytes
   int64_t changed = 0;  // nanoseconds since the epoch
+  // The same of the last change of the file or its attributes, which nobody can put back.
+  int64_t touched = 0;
   friend bool operator==(const DiskStamp&, const DiskStamp&) = default;
 };
 

@@ -39,7 +39,8 @@ class QuietShell : public Shell {
   void OpenFileAt(const std::string&, int) override {}
   void ActivateFile(const std::string&) override {}
   bool MayReopen(const std::string&, int) override { return true; }
-  bool CloseAllFiles() override { return true; }
+  bool MayCloseAllFiles() override { return true; }
+  void CloseAllFiles() override {}
   void SaveChangedFiles() override {}
   std::vector<EditorText*> OpenTexts() override { return {}; }
   void TagsChanged() override {}

@@ -86,7 +86,10 @@ class FilesShell {
   virtual void ActivateFile(const std::string& path) = 0;
   // Asked before the session touches a file that was open the last time; false leaves it closed.
   virtual bool MayReopen(const std::string& path, int line) = 0;
-  virtual bool CloseAllFiles() = 0;  // false when the user refuses
+  // Closing all files is two steps, so that nothing is closed before all questions are answered:
+  // asking about unsaved changes, false when the user wants to go on; and closing without asking.
+  virtual bool MayCloseAllFiles() = 0;
+  virtual void CloseAllFiles() = 0;
   virtual void SaveChangedFiles() = 0;
   // The open editors of C and C++ text. Valid until the message queue runs.
   virtual std::vector<EditorText*> OpenTexts() = 0;

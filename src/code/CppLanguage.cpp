@@ -1,26 +1,30 @@
 #include "code/CppLanguage.h"
 
+#include "EditorColours.h"
+
 namespace zendry {
 
 namespace {
 
+using mavro::ColourOf;
 using mavro::StyleRow;
 
 constexpr StyleRow cStyles[] = {
-    {0, 0x101010, 0, 0},                      // default
-    {1, 0x808080, 9, 0},                      // comment
-    {2, 0x808080, 9, 0},                      // line comment
-    {3, 0x3F703F, 9, 0},                      // documentation comment
-    {4, 0x7F7F00, 0, 0},                      // number
-    {5, 0xEF0000, StyleRow::cBold, 0},        // keyword
-    {6, 0x7F00, 0, 0},                        // string
-    {7, 0x9F00, 0, 0},                        // character
-    {8, 0x804080, 0, 0},                      // identifier of an interface
-    {9, 0x700F7F, 0, 0},                      // preprocessor
-    {10, 0, StyleRow::cBold, 0},              // operator
-    {11, 0, 0, 0},                            // identifier
-    {12, 0, StyleRow::cEolFilled, 0xE0C0E0},  // string without an end
-    {15, 0x3F703F, 8, 0},                     // documentation comment of a line
+    {0, ColourOf(mavro::cTextInk), 0, 0},                    // default
+    {1, ColourOf(mavro::cCommentInk), 9, 0},                 // comment
+    {2, ColourOf(mavro::cCommentInk), 9, 0},                 // line comment
+    {3, ColourOf(mavro::cDocumentationInk), 9, 0},           // documentation comment
+    {4, ColourOf(mavro::cNumberInk), 0, 0},                  // number
+    {5, ColourOf(mavro::cKeywordInk), StyleRow::cBold, 0},   // keyword
+    {6, ColourOf(mavro::cStringInk), 0, 0},                  // string
+    {7, ColourOf(mavro::cCharacterInk), 0, 0},               // character
+    {8, ColourOf(mavro::cPreprocessorInk), 0, 0},            // identifier of an interface
+    {9, ColourOf(mavro::cPreprocessorInk), 0, 0},            // preprocessor
+    {10, ColourOf(mavro::cTextInk), StyleRow::cBold, 0},     // operator
+    {11, ColourOf(mavro::cTextInk), 0, 0},                   // identifier
+    {12, ColourOf(mavro::cStringInk), StyleRow::cEolFilled,  // string without an end
+     ColourOf(mavro::cUnfinishedGround)},
+    {15, ColourOf(mavro::cDocumentationInk), 8, 0},  // documentation comment of a line
     {StyleRow::cEnd, 0, 0, 0},
 };
 
@@ -46,6 +50,7 @@ constexpr mavro::EditorLanguage MakeLanguage() {
   language.tipEnd = ")";
   language.tipSeparators = ",;";
   language.memberChars = ".->:";
+  language.leftOutStyles = 64;
   language.fileFilter =
       "C/C++ (c cc cpp cxx h hh hxx hpp)|*.c;*.cc;*.cpp;*.cxx;*.h;*.hh;*.hpp;*.hxx";
   return language;

@@ -278,18 +278,9 @@ std::optional<TextDecl> findTextDecl(TextScanner& scanner, std::string_view name
   scanner.position = from;
   size_t open = name.size();  // how many letters of the name are still to be met
   int wordEnd = 0;
-  int depth = 0;
   while (scanner.position > lowerBound && budget.reads > 0) {
     const int c = scanner.readBack();
     --budget.reads;
-    if (c == '}') {
-      ++depth;
-      continue;
-    }
-    if (c == '{' && depth > 0) {
-      --depth;
-      continue;
-    }
     if (c != static_cast<unsigned char>(name[open - 1])) {
       open = name.size();
       continue;

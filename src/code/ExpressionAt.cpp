@@ -19,7 +19,6 @@ std::string ExpressionAt(std::string_view line, int pos) {
   const int len = static_cast<int>(line.size());
   MAVRO_ASSERT_AS(pos < len && pos >= 0, "pos<len && pos>=0");
   int begin = pos;
-  if (pos > 0 && !IsWordChar(line[pos]) && IsWordChar(line[pos - 1])) --begin;
   while (const int step = StepLeft(line, begin)) begin -= step;
   int end = pos;
   while (end < len && (line[end] == '[' || IsWordChar(line[end]))) ++end;

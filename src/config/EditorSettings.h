@@ -12,7 +12,10 @@ struct EditorSettings {
   int tabSize = 4;
   int indentSize = 4;
   int useMonoFont = 0;
-  std::array<FontRec, 3> fonts = IdeFonts().fonts;  // what controls read
+  int lineAboveOpenFolds = 0;  // otherwise one is below each closed fold
+  int lineNumbers = 0;
+  // What controls read, by FontUse; each can be shown.
+  std::array<FontRec, 3> fonts = IdeFonts().fonts;
 };
 
 extern EditorSettings theEditorSettings;

@@ -30,7 +30,7 @@ void ReadFont(const XmlTag& tag, IdeFonts& fonts) {
   font.name = tag.n;
   font.style = ParseInt(tag.o);
   font.size = ParseInt(tag.v);
-  theEditorSettings.fonts[index] = font;
+  theEditorSettings.fonts[index] = ShowableFont(font);
 }
 
 // Only the first letter of an element's name counts.
@@ -58,6 +58,13 @@ void ReadElement(const XmlTag& tag, IdeConfig& config, IdeFonts& fonts) {
 }
 
 }  // namespace
+
+FontRec ShowableFont(FontRec font) {
+  constexpr int cLeastSize = 4, cMostSize = 72, cStyleBits = 3;
+  if (font.size < cLeastSize || font.size > cMostSize) font.size = FontRec().size;
+  font.style &= cStyleBits;
+  return font;
+}
 
 LoadResult ReadConfig(IdeConfig& config, IdeFonts& fonts) {
   const std::string path = config.appDir + "Zendry.cfg";

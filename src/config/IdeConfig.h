@@ -22,7 +22,11 @@ struct ToolSet {
   std::string flags;
 };
 
-// One configurable font: kind 0 forms, 1 editor (monospace), 2 other.
+// Whose font a record of "Zendry.cfg" is: the editor's with letters of different and of one width,
+// and the Output panel's.
+enum FontUse { cVariableFont, cFixedFont, cOutputFont };
+
+// One configurable font. `style` has the bits of mavro::Font.
 struct FontRec {
   int kind = 0;
   int style = 0;
@@ -46,6 +50,10 @@ struct IdeConfig {
   std::map<std::string, LibSet> addOns;
   std::array<ToolSet, 3> toolSets;
 };
+
+// The font as it can be shown: a size that nobody could read is the usual one, style bits that mean
+// nothing are dropped.
+FontRec ShowableFont(FontRec font);
 
 struct IdeFonts {
   bool largeToolBar = false;

@@ -25,10 +25,13 @@ namespace {
 constexpr char cBoundsKey[] = "Bounds";
 constexpr char cSplitterKey[] = "split-h";
 constexpr char cMaximizedKey[] = "win-max";
-constexpr int cFarthest = 800;         // a window further right or down goes to the edge
-constexpr int cFarthestBack = -32767;  // no desktop reaches further left or up
+constexpr char cLineNumbersKey[] = "ed-linenum";
+constexpr char cFirstSizeKey[] = "first-size";  // percent of the screen
+constexpr int cFarthest = 800;                  // a window further right or down goes to the edge
+constexpr int cFarthestBack = -32767;           // no desktop reaches further left or up
 constexpr int cMinWidth = 801;
 constexpr int cMinHeight = 401;
+constexpr int cLeastShare = 30;
 constexpr int cBelowSplitter = 79;  // room for the bottom pane
 constexpr int cDefaultTabSize = 4;
 constexpr int cMaxTabSize = 256;
@@ -62,10 +65,9 @@ std::string IniText(const std::map<std::string, std::string>& values) {
   return text;
 }
 
-// The settings that a text holds; `damaged` becomes true when there is more than that in it.
-std::map<std::string, std::string> ValuesIn(const std::string& text, bool& damaged) {
-  std::map<std::string, std::string> values;
-  damaged |= text.find('\0') != std::string::npos;
+// Reads "KEY=VALUE" lines. False when there is text that is none.
+bool ReadIniText(std::string_view text, std::map<std::string, std::string>& values) {
+  bool isWhole = text.find('\0') == std::string::npos;
   for (std::string_view rest = text; !rest.empty();) {
     std::string_view line = rest.substr(0, rest.find('\n'));
     rest.remove_prefix(std::min(line.size() + 1, rest.size()));
@@ -74,9 +76,9 @@ std::map<std::string, std::string> ValuesIn(const std::string& text, bool& damag
     if (equals != std::string_view::npos)
       values[std::string(line.substr(0, equals))] = line.substr(equals + 1);
     else if (line.find_first_not_of(" \t") != std::string_view::npos)
-      damaged = true;
+      isWhole = false;
   }
-  return values;
+  return isWhole;
 }
 
 void PutInFront(RecentList& list, std::string path) {
@@ -125,6 +127,11 @@ int CorrectedSize(int size, int smallest, int screen) {
   return size < smallest || size > screen ? screen : size;
 }
 
+// A share of the screen that the next start won't take for damage, as far as the screen has it.
+int ShareOf(int screen, int percent, int smallest) {
+  return std::min(std::max(screen * percent / 100, smallest), screen);
+}
+
 int CorrectedSplitter(const std::string& stored, int height) {
   const int base = height * 11 / 16;
   if (stored.empty()) return base;
@@ -154,48 +161,51 @@ std::string IdeSession::TakeError() {
 
 bool IdeSession::EnsureFolder() {
   if (folder.empty()) {
-    NoteError("There is no profile folder: settings are not kept.");
+    NoteError("Settings are not kept: there is no profile folder");
     return false;
   }
   if (mkdir(folder.c_str(), 0700) == 0) return true;
   const int error = errno;
   if (mavro::FolderExists(folder)) return true;
   const char* reason = error == EEXIST ? "it is not a folder" : std::strerror(error);
-  NoteError(folder + ": " + reason + ". Settings are not kept.");
+  NoteError(folder + ": Settings are not kept, " + reason);
   return false;
 }
 
 void IdeSession::ReadText(const std::string& text) {
-  bool damaged = false;
-  values = ValuesIn(text, damaged);
-  if (!damaged) return;
+  if (ReadIniText(text, values)) return;
   damagedText = text;
-  NoteError(iniPath + ": holds lines that are no settings. They are passed over.");
+  NoteError(iniPath + ": holds lines that are no settings, which are passed over");
 }
 
 std::string IdeSession::Value(const std::string& key, std::string_view otherwise) const {
-  const auto found = values.find(key);
-  return found == values.end() ? std::string(otherwise) : found->second;
+  for (const auto* map : {&values, &firstValues})
+    if (const auto found = map->find(key); found != map->end()) return found->second;
+  return std::string(otherwise);
 }
 
 // Tab and indent sizes that no editor could work with are taken for damage.
 void IdeSession::TakeEditorSettings() const {
   EditorSettings& editor = theEditorSettings;
   editor.useTabs = Value("ed-usetab", "1") != "0";
+  editor.lineAboveOpenFolds = Value("ed-linefolds", "0") == "1";
   editor.tabSize = ParseInt(Value("ed-tabsize", "4"));
   if (editor.tabSize < 1 || editor.tabSize > cMaxTabSize) editor.tabSize = cDefaultTabSize;
   editor.indentSize = ParseInt(Value("ed-indsize", "4"));
   if (editor.indentSize < 0 || editor.indentSize > cMaxTabSize) editor.indentSize = cDefaultTabSize;
   editor.useMonoFont = Value("ed-usemono", "0") == "1";
+  editor.lineNumbers = Value(cLineNumbersKey, "0") == "1";
 }
 
-void IdeSession::Load() {
+void IdeSession::Load(const std::string& firstStart) {
   EnsureFolder();
+  firstValues.clear();
+  if (const auto text = mavro::ReadFileText(firstStart)) ReadIniText(*text, firstValues);
   if (const std::optional<std::string> text = mavro::ReadFileText(iniPath)) {
     ReadText(*text);
   } else if (IsTaken(iniPath)) {
     mayReplace = false;
-    NoteError(iniPath + ": can't be read. Settings are not kept.");
+    NoteError(iniPath + ": Settings are not kept, since they can't be read");
   }
   known = values;
   isLoaded = true;
@@ -228,11 +238,11 @@ void IdeSession::TakeOver() {
   const std::optional<std::string> text = mavro::ReadFileText(iniPath);
   if (!text) {
     mayReplace = mayReplace && !IsTaken(iniPath);
-    if (!mayReplace) NoteError(iniPath + ": can't be read. Settings are not kept.");
+    if (!mayReplace) NoteError(iniPath + ": Settings are not kept, since they can't be read");
     return;
   }
-  bool damaged = false;
-  Values theirs = ValuesIn(*text, damaged);
+  Values theirs;
+  const bool damaged = !ReadIniText(*text, theirs);
   if (damaged && *text != damagedText) damagedText = *text;
   if (damaged || theirs.empty() || theirs == known) return;
   const Values before = std::exchange(known, theirs);
@@ -270,6 +280,8 @@ void IdeSession::StoreSettings(const Placement& placement) {
   values["ed-tabsize"] = Number(theEditorSettings.tabSize);
   values["ed-indsize"] = Number(theEditorSettings.indentSize);
   values["ed-usemono"] = Flag(theEditorSettings.useMonoFont);
+  const std::string lineNumbers = Flag(theEditorSettings.lineNumbers);
+  if (lineNumbers != Value(cLineNumbersKey, "0")) values[cLineNumbersKey] = lineNumbers;
 }
 
 bool IdeSession::KeepDamagedText() {
@@ -290,8 +302,8 @@ bool IdeSession::Write() {
     if (!result.Ok()) NoteError(result.error);
     if (!result.Ok()) return false;
   }
-  bool ignored = false;
-  known = ValuesIn(text, ignored);
+  known.clear();
+  ReadIniText(text, known);
   for (RecentList* list : {&recentFiles, &recentProjects}) list->added.clear();
   tried = 0;
   return true;
@@ -325,6 +337,19 @@ std::optional<Placement> IdeSession::RestoreBounds(int screenWidth, int screenHe
   placement.splitter = CorrectedSplitter(Value(cSplitterKey, ""), placement.height);
   placement.isMaximized = Value(cMaximizedKey, "0") == "1";
   return placement;
+}
+
+Placement IdeSession::FirstPlacement(int left, int top, int width, int height) const {
+  Placement first;
+  const int percent = ParseInt(Value(cFirstSizeKey, ""));
+  if (percent >= cLeastShare && percent <= 100) {
+    first.width = ShareOf(width, percent, cMinWidth);
+    first.height = ShareOf(height, percent, cMinHeight);
+    first.left = left + (width - first.width) / 2;
+    first.top = top + (height - first.height) / 2;
+  }
+  first.splitter = CorrectedSplitter("", first.height);
+  return first;
 }
 
 void IdeSession::AddRecent(RecentList& list, std::string path) {

@@ -41,7 +41,9 @@ class IdeSession {
 
   // Reads the ini file, of which nothing need be there or make sense, and applies the editor's
   // settings to theEditorSettings. Makes the folder, for the user alone, when it is missing.
-  void Load();
+  // `firstStart` is the installation's file of the same format: it says what holds for each key
+  // that the user's file doesn't have. It may be missing.
+  void Load(const std::string& firstStart = "");
   // Writes the ini file. One that was there and couldn't be read is left as it is; one that held
   // lines without meaning is kept beside the new one with ".bad" appended to its name. What other
   // running programs have written since is taken over first: their recent paths stay in the lists,
@@ -55,6 +57,11 @@ class IdeSession {
   // stored. A place above 800 and sizes that are too small or exceed the screen are corrected.
   std::optional<Placement> RestoreBounds(int screenWidth, int screenHeight) const;
 
+  // Where the window goes when no place is stored, on a screen with this usable area: in its
+  // middle, with the share of it that the installation says; without such a word the place that a
+  // Placement starts with.
+  Placement FirstPlacement(int left, int top, int width, int height) const;
+
   // Puts a path at the head of a list, in which it stands once.
   static void AddRecent(RecentList& list, std::string path);
 
@@ -64,8 +71,9 @@ class IdeSession {
   // The reason noted, which is then forgotten; empty when there is none.
   std::string TakeError();
 
-  std::map<std::string, std::string> values;  // every key of the file, also unknown ones
-  std::string folder;                         // empty when there is no profile folder
+  std::map<std::string, std::string> values;       // every key of the file, also unknown ones
+  std::map<std::string, std::string> firstValues;  // of the installation; never saved
+  std::string folder;                              // empty when there is no profile folder
   std::string iniPath;
   bool debuggerTips = true;  // stored, but true again at each start
   RecentList recentFiles = {8, "file0", {}};

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <utility>
 
+#include "EditorColours.h"
 #include "TipRules.h"
 #include "base/Paths.h"
 #include "code/Completion.h"
@@ -18,12 +19,12 @@ namespace zendry {
 
 namespace {
 
-// By EditorMark. Colours are blue-green-red.
+// By EditorMark.
 constexpr std::array<mavro::MarkType, 4> cMarks = {{
-    {0, 127, 0xFF0000},
-    {1, 127, 0x0000FF},
-    {4, 127, 0xFF0000},
-    {2, 127, 0x00FF00},
+    {0, mavro::ColourOf(mavro::cPlaceGround)},
+    {1, mavro::ColourOf(mavro::cPlaceGround)},
+    {4, mavro::ColourOf(mavro::cErrorGround), mavro::MarkSign::cError},
+    {2, mavro::ColourOf(mavro::cExecutionGround), mavro::MarkSign::cArrow},
 }};
 
 constexpr int cKeywordStyle = 5;  // of the lexer: "if" and "for" decide about indentation
@@ -33,6 +34,12 @@ const mavro::EditorLanguage* LanguageOf(const std::string& path) {
   const int kind = FileKind(path);
   const bool isSource = kind == cCppSource || kind == cCSource || kind == cHeader;
   return path.empty() || isSource ? &cCppLanguage : nullptr;
+}
+
+// Whether nothing but the time of the last change of any kind tells two states apart.
+bool OnlyTouched(const DiskStamp& before, DiskStamp now) {
+  now.touched = before.touched;
+  return before == now;
 }
 
 }  // namespace
@@ -50,10 +57,14 @@ void CppEditor::ApplySettings() {
   options->tabWidth = settings.tabSize;
   options->indentSize = settings.indentSize;
   options->monospaced = settings.useMonoFont != 0;
-  options->monoFace = settings.fonts[1].name;
-  options->fontFace = settings.fonts[2].name;
-  options->fontSize = settings.fonts[options->monospaced ? 1 : 2].size;
+  options->lineNumbers = settings.lineNumbers != 0;
+  const FontRec& font = settings.fonts[options->monospaced ? cFixedFont : cVariableFont];
+  options->monoFace = settings.fonts[cFixedFont].name;
+  options->fontFace = settings.fonts[cVariableFont].name;
+  options->fontSize = font.size;
+  options->fontStyle = font.style;
   options->foldMargin = true;
+  options->lineAboveOpenFolds = settings.lineAboveOpenFolds != 0;
   options->keywordStyle = cKeywordStyle;
   language = LanguageOf(fileName);
   applyOptions();
@@ -68,10 +79,21 @@ bool CppEditor::Load(const std::string& path) {
     return false;
   }
   stamp = before;
+  storedDigest = TextDigest();
   liveText.parsed = false;
   seenChanges = ChangeCount();
   bytesChanged = 0;
   rescue.Drop();
+  return true;
+}
+
+bool CppEditor::Reload() {
+  const DiskStamp before = ReadDiskStamp(fileName);
+  if (dirty && !rescue.LeaveReplaced()) return false;
+  if (!reload(fileName)) return false;
+  stamp = before;
+  storedDigest = TextDigest();
+  liveText.parsed = false;
   return true;
 }
 
@@ -81,6 +103,7 @@ bool CppEditor::TakeRescued(const RescuedText& rescued) {
   fileName = rescued.path;
   TakeText(rescued.content, rescued.facts.encoding, rescued.facts.oddByte);
   if (rescued.facts.disk.exists) stamp = rescued.facts.disk;
+  storedDigest.reset();
   rescue.Changed(1, TextRescue::Clock::now());
   return rescue.KeepNow();
 }
@@ -103,6 +126,8 @@ bool CppEditor::Save() {
   }
   if (language != LanguageOf(fileName)) SetLanguage(LanguageOf(fileName));
   stamp = ReadDiskStamp(fileName);
+  storedDigest = TextDigest();
+  rescue.DropReplaced();
   liveText.parsed = false;
   theProject.parseOpenEditors(&liveText);
   return true;
@@ -118,10 +143,12 @@ void CppEditor::SetMark(EditorMark mark, int line) {
 }
 
 void CppEditor::RemoveMark(EditorMark mark) {
-  Send(mavro::SCI_MARKERDELETEALL,
-       static_cast<std::uintptr_t>(marks[static_cast<size_t>(mark)].number));
+  RemoveLineMarks(marks[static_cast<size_t>(mark)].number);
 }
 
+// A file of the same size with its time put back may hold another text; so may one of which only
+// the mode was changed. What it holds tells.
+//
 // Who can't say what a file is doesn't say that it has changed. A state that nobody could tell when
 // the text was read or written is the first one that somebody can; under a name that the text was
 // only given, it is a file that nobody has agreed to replace.
@@ -130,13 +157,25 @@ bool CppEditor::DiskHasChanged() {
   const DiskStamp now = ReadDiskStamp(fileName);
   if (!now.isKnown) return false;
   if (!stamp.isKnown && storedName == fileName) stamp = now;
+  if (OnlyTouched(stamp, now) && storedDigest && DigestOfFile(fileName) == storedDigest)
+    stamp = now;
   return now != stamp;
+}
+
+bool CppEditor::WasAskedAboutDisk() const {
+  return ReadDiskStamp(fileName) == askedAbout;
+}
+
+void CppEditor::NoteAskedAboutDisk() {
+  askedAbout = ReadDiskStamp(fileName);
 }
 
 // Of a state that nobody can tell nothing is accepted: what it turns out to be is asked about.
 void CppEditor::AcceptDisk() {
   const DiskStamp now = ReadDiskStamp(fileName);
-  if (now.isKnown) stamp = now;
+  if (!now.isKnown) return;
+  stamp = now;
+  storedDigest = DigestOfFile(fileName);
 }
 
 int CppEditor::MarginWidth() const {
@@ -150,6 +189,9 @@ std::string CppEditor::TextNote() const {
   std::string note = EncodingName() + "   " + LineEndName();
   if (Send(mavro::SCI_GETOVERTYPE)) note = "OVR   " + note;
   if (IsHuge()) note += "   large file: plain";
+  if (const int lines = LinesNotShown(); lines > 0)
+    note += lines == 1 ? "   1 long line not shown"
+                       : "   " + std::to_string(lines) + " long lines not shown";
   return note;
 }
 
@@ -163,17 +205,18 @@ int CppEditor::LiveTextOf::PositionFromLine(int line) const {
   return line < editor.LineCount() ? editor.LineStart(line) : editor.Length();
 }
 
-void CppEditor::AppendPiece(size_t start, size_t end, std::string& to) const {
-  AppendRange(static_cast<int>(start), static_cast<int>(end), to);
-}
-
 void CppEditor::onTextChanged() {
   liveText.parsed = false;
 }
 
-void CppEditor::onTextWillChange(int position, int removed, int added) {
-  bytesChanged += std::max(removed, added);
-  rescue.WillChange(position, removed, added);
+// Steps of the rescue copy have places of 32 bits.
+void CppEditor::onTextWillChange(long position, long removed, long added) {
+  const bool isTold = added != cUnknownLength && WholeLength() <= UINT32_MAX;
+  bytesChanged += isTold ? std::max(removed, added) : TextRescue::cMostBytesBehind;
+  if (isTold)
+    rescue.WillChange(position, removed, added);
+  else
+    rescue.LoseTrack();
 }
 
 void CppEditor::onSavePointChanged() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 
 #include "SciEditor.h"
@@ -25,6 +26,10 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
 
   // Reads a file and takes its name; false, with nothing changed, when it can't be read.
   bool Load(const std::string& path);
+  // Puts what the file holds now in place of the text, as one undo step. What was unsaved stays in
+  // a copy beside as long as undoing can bring it back. False, with nothing changed, when the file
+  // can't be read or there is no such copy.
+  bool Reload();
   // Takes over a text that another run of the program has left behind: it is unsaved. Answers
   // whether a copy of its own is kept now, so that the old one may go.
   bool TakeRescued(const RescuedText& rescued);
@@ -47,6 +52,10 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   // its present state for the known one.
   bool DiskHasChanged();
   void AcceptDisk();
+  // Whether the user has been asked about the file's present state, and that they have been now: it
+  // is asked about once when it is seen, and again whenever a save would replace it.
+  bool WasAskedAboutDisk() const;
+  void NoteAskedAboutDisk();
   // Writes the rescue copy that has become due.
   void TickRescue(TextRescue::Clock::time_point now) { rescue.Tick(now); }
   // Why the unsaved text has no rescue copy, although one was due; empty as long as all is well.
@@ -60,7 +69,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   CaretText& LiveText() { return liveText; }
 
   void onTextChanged() override;
-  void onTextWillChange(int position, int removed, int added) override;
+  void onTextWillChange(long position, long removed, long added) override;
   void onSavePointChanged() override;
   void onDwell(int position) override;
   bool getCompletion(std::string& text, std::string& list) override;
@@ -68,6 +77,10 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   void onUpdateUI() override;
 
  private:
+  // They leave the state of the file, the tags and the rescue copy as they are.
+  using SciEditor::load;
+  using SciEditor::save;
+
   class LiveTextOf final : public CaretText {
    public:
     explicit LiveTextOf(const CppEditor& itsEditor) : editor(itsEditor) {}
@@ -84,14 +97,18 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
 
   std::string RescuePath() const override { return fileName; }
   TextFacts RescueFacts() const override { return {encoding, OddByte(), stamp}; }
-  size_t PieceLength() const override { return static_cast<size_t>(Length()); }
-  void AppendPiece(size_t start, size_t end, std::string& to) const override;
+  size_t PieceLength() const override { return WholeLength(); }
+  void AppendPiece(size_t start, size_t end, std::string& to) const override {
+    AppendWhole(start, end, to);
+  }
   void FollowChanges();
 
   EditTab& tab;
   LiveTextOf liveText{*this};
   TextRescue rescue{*this};
-  DiskStamp stamp;
+  DiskStamp stamp;                     // of the file that the text was read from or written to
+  std::optional<size_t> storedDigest;  // of what that file holds, if known
+  DiskStamp askedAbout;                // of another one that the user has been asked about
   std::array<mavro::MarkType, 4> marks;
   std::string storedName;         // under which the text was last read or written
   unsigned long seenChanges = 0;  // up to which `parsed` has been taken back

@@ -13,6 +13,8 @@
 #include "base/ErrorBox.h"
 #include "base/FileCommands.h"
 #include "base/Paths.h"
+#include "base/ReasonFirst.h"
+#include "base/ScopedFlag.h"
 #include "config/IdeSession.h"
 #include "editor/EditorHost.h"
 #include "project/Counterpart.h"
@@ -23,6 +25,7 @@ namespace zendry {
 namespace {
 
 constexpr int cRescueTick = 1000;  // milliseconds
+const std::string cNoName = "Noname";
 
 // What a path names on the disk; nothing when it names nothing, or nobody can tell.
 struct FileIdentity {
@@ -193,9 +196,10 @@ CppEditor* EditTabs::GoTo(const std::string& path, int line) {
 bool EditTabs::CanClose(EditTab& tab) {
   if (!tab.editor->dirty) return true;
   const std::string& name = tab.editor->fileName;
-  const std::string question =
-      "File:   " + (name.empty() ? BaseName(name) : name) + "\n\nwas modified!\tSave?";
-  return !mavro::Confirm(question) || Save(tab, SaveName::cOwn);
+  bool cancelled = false;
+  const bool wantsSave = mavro::Confirm(
+      "File:   " + (name.empty() ? cNoName : name) + "\n\nwas modified!\tSave?", &cancelled);
+  return !cancelled && (!wantsSave || Save(tab, SaveName::cOwn));
 }
 
 bool EditTabs::CloseTab(int n, Unsaved unsaved) {
@@ -210,10 +214,17 @@ bool EditTabs::CloseTab(int n, Unsaved unsaved) {
 }
 
 bool EditTabs::CloseAll() {
-  for (const auto& tab : tabs)
-    if (!CanClose(*tab)) return false;
-  for (int i = TabCount() - 1; i >= 0; --i) CloseTab(i, Unsaved::cDrop);
+  if (!MayCloseAll()) return false;
+  DropAll();
   return true;
+}
+
+bool EditTabs::MayCloseAll() {
+  return std::all_of(tabs.begin(), tabs.end(), [this](const auto& tab) { return CanClose(*tab); });
+}
+
+void EditTabs::DropAll() {
+  for (int i = TabCount() - 1; i >= 0; --i) CloseTab(i, Unsaved::cDrop);
 }
 
 bool EditTabs::SaveActive(SaveName name) {
@@ -234,10 +245,11 @@ bool EditTabs::Save(EditTab& tab, SaveName name) {
     if (chosen.empty() || !MayTakeName(tab, chosen.front())) return false;
     editor.TakeName(chosen.front());
     tab.ShowName();
+    host->FrontChanged();
   }
   if (!MayOverwrite(editor)) return false;
   if (!editor.Save()) {
-    host->Say(editor.saveError);
+    host->Say(ReasonFirst(editor.saveError));
     ShowError("Error on save file:" + editor.fileName);
     return false;
   }
@@ -254,6 +266,10 @@ bool EditTabs::MayTakeName(EditTab& tab, const std::string& path) {
   }
   CloseTab(index, Unsaved::cDrop);
   return true;
+}
+
+void EditTabs::ApplySettings() {
+  for (const auto& tab : tabs) tab->editor->ApplySettings();
 }
 
 void EditTabs::SaveChanged() {
@@ -338,32 +354,33 @@ void EditTabs::OnRescueTimer(mavro::NotifyArgs&) {
 // What another program has written since is not replaced without a word.
 bool EditTabs::MayOverwrite(CppEditor& editor) {
   if (!editor.DiskHasChanged() || !mavro::FileExists(editor.fileName)) return true;
-  return mavro::Confirm("File:   " + editor.fileName +
-                        "\n\nwas changed by another program!\tReplace its changes?");
+  editor.NoteAskedAboutDisk();
+  const ScopedFlag guard(asking);
+  return mavro::ConfirmLoss("File:   " + editor.fileName +
+                            "\n\nwas changed by another program!\tReplace its changes?");
 }
 
+// A question takes the window its activity, and gives it back.
 void EditTabs::CheckDisk() {
-  if (checkingDisk) return;
-  checkingDisk = true;  // the question takes the window its activity, and gives it back
-  for (size_t i = 0; i < tabs.size(); ++i)
-    if (tabs[i]->editor->DiskHasChanged()) CheckDisk(*tabs[i]);
-  checkingDisk = false;
+  if (asking) return;
+  const ScopedFlag guard(asking);
+  for (size_t i = 0; i < tabs.size(); ++i) {
+    CppEditor& editor = *tabs[i]->editor;
+    if (editor.DiskHasChanged() && !editor.WasAskedAboutDisk()) CheckDisk(editor);
+  }
 }
 
-void EditTabs::CheckDisk(EditTab& tab) {
-  CppEditor& editor = *tab.editor;
+void EditTabs::CheckDisk(CppEditor& editor) {
+  editor.NoteAskedAboutDisk();
   if (!mavro::FileExists(editor.fileName)) {
-    host->Say(editor.fileName + " is no longer there: its text is here only");
+    host->Say("No longer there, its text is here only: " + editor.fileName);
     return;
   }
-  const std::string loss = editor.dirty ? "Load it again and lose your changes?" : "Load it again?";
-  const bool wanted =
-      mavro::Confirm("File:   " + editor.fileName + "\n\nwas changed by another program!\t" + loss);
-  const int line = editor.ShownLine();
-  if (wanted && editor.Load(editor.fileName))
-    editor.ShowLine(line);
-  else
-    editor.AcceptDisk();
+  const std::string change = "File:   " + editor.fileName + "\n\nwas changed by another program!\t";
+  const bool wanted = editor.dirty
+                          ? mavro::ConfirmLoss(change + "Load it again and lose your changes?")
+                          : mavro::Confirm(change + "Load it again?");
+  if (wanted && !editor.Reload()) host->Say("It can't be loaded again: " + editor.fileName);
 }
 
 void EditTabs::OfferRescuedTexts() {

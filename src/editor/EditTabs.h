@@ -72,6 +72,10 @@ class EditTabs : public mavro::TabCtrl {
   bool CloseTab(int n, Unsaved unsaved);
   // Closes all tabs or, when one must stay, none.
   bool CloseAll();
+  // The two halves of it: asks about all unsaved changes, false when the user wants to go on; and
+  // closes all tabs without asking.
+  bool MayCloseAll();
+  void DropAll();
   // Under which name a text is saved: its own if it has one, or one that is asked for.
   enum class SaveName { cOwn, cAsked };
   // Saves the tab in front; false when it wasn't written.
@@ -80,6 +84,9 @@ class EditTabs : public mavro::TabCtrl {
   void SaveAll();
   // Saves the tabs with changes and nothing else.
   void SaveChanged();
+
+  // Makes all editors look as the settings say.
+  void ApplySettings();
 
   // Carries out a file command. Those above 1302 need a tab, "Save all" excepted.
   void OnCommand(int id);
@@ -104,7 +111,7 @@ class EditTabs : public mavro::TabCtrl {
   void AskAndOpen();
   void OnRescueTimer(mavro::NotifyArgs& args);
   int FindTab(const std::string& path) const;
-  void CheckDisk(EditTab& tab);
+  void CheckDisk(CppEditor& editor);
   bool MayTakeName(EditTab& tab, const std::string& path);
   bool MayOverwrite(CppEditor& editor);
   bool CanClose(EditTab& tab);
@@ -114,7 +121,7 @@ class EditTabs : public mavro::TabCtrl {
   EditorHost* host;
   std::vector<std::unique_ptr<EditTab>> tabs;  // in the order of the pages
   mavro::Timer rescueTimer{this};
-  bool checkingDisk = false;
+  bool asking = false;  // about files on the disk: one question at a time
 };
 
 // The filter of source and header files for file dialogs; further pairs may follow it.

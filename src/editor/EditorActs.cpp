@@ -1,5 +1,6 @@
 #include "editor/EditorActs.h"
 
+#include "config/EditorSettings.h"
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
 
@@ -47,9 +48,16 @@ constexpr CommandRow cRows[] = {
     {cRecordMacroCommand, "Record macro", cControlKey | cShiftKey | 'M'},
     {cPlayMacroCommand, "Play macro", cControlKey | 'M'},
     {mavro::cSeparatorRow},
-    {826, "Show line numbers", cControlKey | cShiftKey | 'N'},
-    {827, "Switch font type", cControlKey | 'Q'},
+    {cLineNumbersCommand, "Show line numbers", cControlKey | cShiftKey | 'N'},
+    {cFontTypeCommand, "Switch font type", cControlKey | 'Q'},
+    {cShowLongLineCommand, "Show long line"},
 };
+
+// The setting that a command switches, for all tabs and the next start.
+int* SettingOf(int id) {
+  if (id == cLineNumbersCommand) return &theEditorSettings.lineNumbers;
+  return id == cFontTypeCommand ? &theEditorSettings.useMonoFont : nullptr;
+}
 
 }  // namespace
 
@@ -60,6 +68,12 @@ EditorActs::EditorActs() : CommandList(cRows) {}
 void EditorActs::CarryOut(int id) {
   EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (!tab) return;
+  if (int* setting = SettingOf(id)) {
+    *setting = !*setting;
+    return tabs->ApplySettings();
+  }
+  if (id == cShowLongLineCommand && tab->editor->LinesNotShown() == 0)
+    return tabs->Host()->Say("All lines of this file are shown");
   tab->editor->OnCommand(id);
   if (id == cRecordMacroCommand) tabs->Host()->SetMacroRecording(tab->editor->inMacroRecord);
 }

@@ -4,6 +4,7 @@
 
 #include "SystemDialogs.h"
 #include "base/Paths.h"
+#include "base/ReasonFirst.h"
 #include "config/IdeSession.h"
 #include "frame/MainForm.h"
 #include "frame/RecentDialog.h"
@@ -115,7 +116,7 @@ void FileActs::LoadProject(const std::string& path) {
   if (result.Words().empty())
     theMainForm->SayWhatIsNotKept();
   else
-    theMainForm->SetStatus(result.Words(), "");
+    theMainForm->SetStatus(ReasonFirst(result.Words()), "");
   theMainForm->startFiles.AllLoaded();
 }
 
@@ -142,7 +143,7 @@ void FileActs::SaveSession() {
   if (!theProject.isOpen || theProject.implicit) return;
   const mavro::SaveResult result =
       zendry::SaveSession(theProject.SessionPath(), theProject, *theMainForm);
-  if (!result.Ok()) theMainForm->SetStatus(result.error, "");
+  if (!result.Ok()) theMainForm->SetStatus(ReasonFirst(result.error), "");
 }
 
 bool FileActs::CloseProjectForEnd() {

@@ -23,11 +23,12 @@ void RegisterImageLists() {
   mavro::theApplication.RegisterImageList(cTreeStrip, 16, 16, 8);
 }
 
-// Where the window goes when nothing is stored.
-Placement FirstPlacement() {
-  Placement first{0, 0, 800, 560, 0};
-  first.splitter = first.height * 11 / 16;
-  return first;
+Placement WindowPlacement() {
+  const mavro::Rect screen = mavro::ScreenArea(nullptr);
+  const auto stored = theIdeSession.RestoreBounds(screen.width, screen.height);
+  return stored
+             ? *stored
+             : theIdeSession.FirstPlacement(screen.left, screen.top, screen.width, screen.height);
 }
 
 void KeepUnasked() {
@@ -41,15 +42,13 @@ int RunIde(const mavro::ArgumentList& arguments) {
   theIdeConfig.appDir = mavro::theApplication.appDir;
   theIdeSession.NoteError(ReadConfig(theIdeConfig, theIdeFonts).Words());
   theProject.SetInstallFolder(theIdeConfig.appDir);
-  theIdeSession.Load();
+  theIdeSession.Load(theIdeConfig.appDir + "first-start.ini");
   ClearCompilerEnvironment();
-  const StartupFile startup = FindStartupFile(arguments);
+  std::vector<StartupFile> startup = FindStartupFiles(arguments);
   RegisterImageLists();
   RescueOnLastWords();
-  MainForm form(startup);
-  const mavro::Rect screen = mavro::ScreenArea(nullptr);
-  form.SetPlacement(
-      theIdeSession.RestoreBounds(screen.width, screen.height).value_or(FirstPlacement()));
+  MainForm form(std::move(startup));
+  form.SetPlacement(WindowPlacement());
   mavro::theApplication.KeepOnEnd(KeepUnasked);
   form.Run(false);
   theIdeSession.Save(form.LastPlacement());

@@ -1,9 +1,13 @@
 #include "frame/MainForm.h"
 
+#include <algorithm>
+
 #include "SystemDialogs.h"
 #include "base/Paths.h"
+#include "base/ReasonFirst.h"
 #include "browser/BrowserActs.h"
 #include "build/BuildActs.h"
+#include "config/EditorSettings.h"
 #include "debug/Debugger.h"
 #include "editor/EditorActs.h"
 #include "frame/FileActs.h"
@@ -40,11 +44,11 @@ constexpr int cTabsAndBarWidth = 640;
 
 }  // namespace
 
-MainForm::MainForm(const StartupFile& newStartup)
-    : sources(theProject, *this, *this),
+MainForm::MainForm(std::vector<StartupFile> newStartup)
+    : sources(theProject, *this),
       completion(sources),
       toolPanel(leftTabs),
-      startup(newStartup) {
+      startup(std::move(newStartup)) {
   theMainForm = this;
   theProject.SetShell(this);
   theBuilder.Bind(theProject, *this);
@@ -62,6 +66,10 @@ MainForm::MainForm(const StartupFile& newStartup)
   InitBars();
   InitPanels();
   SetEditorCommandsEnabled(false);
+  for (mavro::Menu* menu : menus.menus) UpdateMenu(*menu);
+  UpdateMenu(barMenu.root);
+  UpdateBars();
+  UpdateViewMarks();
 }
 
 MainForm::~MainForm() {
@@ -115,6 +123,7 @@ void MainForm::InitPanels() {
   onCreate.Add_H(this, &MainForm::OnCreated);
   onShow.Add_H(this, &MainForm::OnShown);
   onActivate.Add_H(this, &MainForm::OnActivated);
+  onKeyPreview.Add_H(this, &MainForm::OnKeyPreview);
   onClose.Add_H(this, &MainForm::OnCloseRequest);
   onDropFiles.Add_H(this, &MainForm::OnDropFiles);
 }
@@ -126,6 +135,8 @@ void MainForm::InitBottomPanel() {
   bottomPanel.Add(&closeBottom);
   output.readOnly = true;
   output.monospaced = true;
+  const FontRec& font = theEditorSettings.fonts[cOutputFont];
+  output.font = mavro::Font(font.size, font.style, font.name);
   outputPage.text = "Output";
   outputPage.Add(&output);
   bottomTabs.Add(&outputPage);
@@ -180,7 +191,7 @@ void MainForm::SetPlacement(const Placement& wanted) {
 void MainForm::OnCreated(mavro::NotifyArgs&) {
   theProject.SetMode(buildMode.selectedIndex);
   SetRunState(-1);
-  OpenStartupFile();
+  OpenStartupFiles();
   for (WatchList& watch : watches) watch.Prepare();
   SayWhatIsNotKept();
 }
@@ -190,18 +201,26 @@ void MainForm::OnShown(mavro::NotifyArgs&) {
   if (const EditTab* tab = editTabs.Active()) focusControl = tab->editor.get();
 }
 
-// What an earlier run could not save comes first, so that it is what is opened.
-void MainForm::OpenStartupFile() {
+// What an earlier run could not save comes first, so that it is what is opened. A project opens
+// before the sources, which may be its own; named last, it has what its session has in front.
+void MainForm::OpenStartupFiles() {
   const std::string rescued = OfferRescuedProjects();
-  const StartupFile file = std::exchange(startup, {});
-  const bool isProject = file.path.empty() || file.kind == cProjectFile;
-  const std::string path = file.path.empty() ? rescued : AbsolutePath(file.path);
-  if (!path.empty() && startFiles.MayOpen(path, 0)) {
-    if (isProject)
+  std::vector<StartupFile> files = std::exchange(startup, {});
+  if (files.empty() && !rescued.empty()) files.push_back({rescued, cProjectFile});
+  const bool isProjectLast = !files.empty() && files.back().kind == cProjectFile;
+  std::stable_partition(files.begin(), files.end(),
+                        [](const StartupFile& file) { return file.kind == cProjectFile; });
+  std::string front;
+  for (const StartupFile& file : files) {
+    const std::string path = AbsolutePath(file.path);
+    if (!startFiles.MayOpen(path, 0)) continue;
+    if (file.kind == cProjectFile)
       theFileActs.LoadProject(path);
     else
       editTabs.OpenFile(path);
+    if (file.kind == cProjectFile && isProjectLast) front = ActiveFile();
   }
+  if (!front.empty()) editTabs.Activate(front, true);
   startFiles.AllLoaded();
   editTabs.OfferRescuedTexts();
   startFiles.WatchShown();
@@ -211,13 +230,15 @@ void MainForm::OnDropFiles(mavro::FilesArgs& args) {
   theFileActs.OpenFiles(args.paths);
 }
 
-void MainForm::OnActivated(mavro::NotifyArgs&) {
+// Losing the activity tells nothing: it may go to a question that is just being asked.
+void MainForm::OnActivated(mavro::NotifyArgs& args) {
+  if (args.value == 0) return;
   if (state == mavro::cShown && mavro::activeForm == this) editTabs.CheckDisk();
 }
 
 void MainForm::SayWhatIsNotKept() {
   const std::string error = theIdeSession.TakeError();
-  if (!error.empty()) SetStatus(error, "");
+  if (!error.empty()) SetStatus(ReasonFirst(error), "");
 }
 
 // A build has the project in hand: it is told to stop, and the window stays until it has.
@@ -273,6 +294,9 @@ void MainForm::ShowPart(mavro::Control& part, bool on) {
   part.visible = on;
   layoutPending = true;
   mavro::RunPendingLayout(this);
+  mavro::RunPendingLayout(part.parent);  // where it stands deeper in the window
+  UpdateCommands();
+  UpdateViewMarks();
 }
 
 void MainForm::OnCloseBottom(mavro::NotifyArgs&) {
@@ -292,6 +316,7 @@ void MainForm::ClearPane(int index) {
     watches[index - cFirstWatchPage].Clear();
   else if (index == cResultPage)
     resultList.Clear();
+  UpdateCommands();
 }
 
 void MainForm::ShowPage(int index) {

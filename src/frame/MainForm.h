@@ -10,10 +10,12 @@
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
 #include "editor/ReferenceList.h"
+#include "frame/CommandNeeds.h"
 #include "frame/ProjectTree.h"
 #include "frame/StartFiles.h"
 #include "frame/StartupFile.h"
 #include "frame/ToolPanel.h"
+#include "frame/ViewCommands.h"
 #include "project/ProjectSources.h"
 
 namespace zendry {
@@ -32,22 +34,14 @@ enum StatusPane { cTextPane, cCaretPane, cNotePane, cEncodingPane };
 
 // Rows of the main tool bar that are spoken of by number. The first three of them show commands of
 // the build or, during a debug session, of the debugger.
-enum ToolRow { cPlayRow = 12, cModeRow = 14, cFirstRunRow = 15, cStopRow = 23, cLeftPanelRow = 26 };
-
-// Commands on the window's own parts.
-enum ViewCommand {
-  cShowLeftCommand = 1500,
-  cShowBottomCommand = 1501,
-  cToggleToolBarCommand = 1502,
-  cToggleStatusBarCommand = 1503
-};
+enum ToolRow { cModeRow = 14, cFirstRunRow = 15, cStopRow = 23, cLeftPanelRow = 30 };
 
 // The main window: holds every panel as a member, wires them to the command tables, and shows what
 // the core tells. What the panels do is theirs.
 class MainForm : public mavro::Form, public Shell, private EditorHost {
  public:
-  // `newStartup` is opened once the windows exist.
-  explicit MainForm(const StartupFile& newStartup = {});
+  // `newStartup` is opened once the windows exist, the last of them in front.
+  explicit MainForm(std::vector<StartupFile> newStartup = {});
   ~MainForm() override;
 
   // Places the window and its horizontal splitter.
@@ -68,6 +62,12 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void SetEditorCommandsEnabled(bool on) override;
   // Names the file in front in the caption and shows its caret.
   void ShowActiveFile();
+  // Whether somebody handles the command and it has what it needs now.
+  bool CanAct(const mavro::Action* action) const;
+  // Grays the commands that can't act now, in menus and tool bars, and offers the others.
+  void UpdateCommands();
+  // The same in a menu that is about to be shown.
+  void UpdateMenu(mavro::Menu& menu) const;
   // Says in the status bar, once, which setting or session could not be read or written.
   void SayWhatIsNotKept();
   // Stores what a normal end stores, and copies of what is unsaved; asks nothing.
@@ -101,7 +101,8 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void OpenFileAt(const std::string& path, int line) override;
   void ActivateFile(const std::string& path) override;
   bool MayReopen(const std::string& path, int line) override;
-  bool CloseAllFiles() override;
+  bool MayCloseAllFiles() override;
+  void CloseAllFiles() override;
   void SaveChangedFiles() override;
   void RemoveErrorMark() override;
   std::vector<EditorText*> OpenTexts() override;
@@ -176,12 +177,16 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void OnToolButton(mavro::NotifyArgs& args);
   void OnBuildMode(mavro::ItemArgs& args);
 
-  void OpenStartupFile();
+  void OnKeyPreview(mavro::NotifyArgs& args);
+  MetNeeds NeedsMetNow();
+  void UpdateBars();
+  void UpdateViewMarks();
+  void OpenStartupFiles();
   void TakePlacement();
   void ShowNote();
   void ShowPart(mavro::Control& part, bool on);
 
-  StartupFile startup;
+  std::vector<StartupFile> startup;
   Placement placement;
   std::string whyNoCopy;  // the sentence in the status line; empty when there are copies
   bool isMacroRecording = false;
@@ -190,6 +195,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   bool followsWindow = false;  // the bar is being moved because the window's height has changed
   mavro::Action stopAction{"Stop", 0, 0, -2, 0, nullptr, nullptr};
   bool editorCommands = true;
+  MetNeeds met;
 };
 
 // The one main window; null until it is made and after it is gone.

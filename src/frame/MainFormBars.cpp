@@ -40,11 +40,6 @@ struct BarRow {
   int picture = -1;
 };
 
-void EnableMenu(mavro::Menu& menu, bool on) {
-  menu.Enable(on);
-  GrayUnhandled(menu);
-}
-
 void AddBarRows(mavro::ToolBar& bar, std::initializer_list<BarRow> rows) {
   for (const BarRow& row : rows) {
     if (row.picture < 0)
@@ -59,7 +54,6 @@ void AddBarRows(mavro::ToolBar& bar, std::initializer_list<BarRow> rows) {
 void MainForm::AddMenu(mavro::Menu& menu, const char* title, mavro::ActionList& list) {
   menu.SetTitle(title);
   menu.Fill(list);
-  GrayUnhandled(menu);
   menus.Add(&menu);
 }
 
@@ -93,8 +87,8 @@ void MainForm::InitBars() {
   paneBar.images = cSmallStrip;
   paneBar.height = cPaneBarHeight;
   paneBar.dock = mavro::Dock::cTop;
-  paneBar.AddButton(cHidePicture, "Hide the pane");
-  paneBar.AddButton(cClearPicture, "Clear the page");
+  paneBar.AddButton(cHidePicture, "Hide the pane", cHideRow);
+  paneBar.AddButton(cClearPicture, "Clear the page", cClearRow);
   paneBar.onClick.Add_H(this, &MainForm::OnPaneButton);
   statusBar.dock = mavro::Dock::cBootom;
   statusBar.AddPane(0, "Ready");
@@ -139,17 +133,17 @@ void MainForm::InitToolBar() {
                        {theDebugger.Find(cAddWatchCommand), cWatchPicture},
                        {&stopAction, cStopPicture},
                        {theFileActs.actCloseAll, cCloseAllPicture},
+                       {},
+                       {theEditorActs.Find(cUndoCommand), cUndoPicture},
+                       {theEditorActs.Find(cRedoCommand), cRedoPicture},
+                       {theEditorActs.Find(cFindCommand), cFindPicture},
                        {}});
-  toolBar.AddButton(cSidePanePicture, "Show the left pane");
+  toolBar.AddButton(cSidePanePicture, "Show the left pane", cShowLeftCommand);
   toolBar.onClick.Add_H(this, &MainForm::OnToolButton);
-  for (int row = 0; row < toolBar.RowCount(); ++row) {
-    const mavro::Action* action = toolBar.GetRow(row).action;
-    if (action && !IsHandled(action)) toolBar.Enable(row, false);
-  }
 }
 
 void MainForm::OnToolButton(mavro::NotifyArgs& args) {
-  if (args.value == cLeftPanelRow) OnView(cShowLeftCommand);
+  if (args.value == cShowLeftCommand) OnView(cShowLeftCommand);
 }
 
 void MainForm::OnPaneButton(mavro::NotifyArgs& args) {
@@ -175,20 +169,19 @@ void MainForm::SetRunState(int id) {
         debugging ? theDebugger.Find(cDebugIds[i]) : theBuildActs.Find(cBuildIds[i]);
     toolBar.SetAction(cFirstRunRow + i, action, debugging ? cDebugPictures[i] : cBuildPictures[i]);
   }
+  UpdateBars();
 }
 
 void MainForm::SetEditorCommandsEnabled(bool on) {
   if (editorCommands == on) return;
   editorCommands = on;
-  EnableMenu(editMenu, on);
-  EnableMenu(browserMenu, on);
   buildMode.enabled = on;
+  UpdateCommands();
 }
 
-// What is being recorded can't be played.
 void MainForm::SetMacroRecording(bool on) {
-  toolBar.Enable(cPlayRow, !on && IsHandled(toolBar.GetRow(cPlayRow).action));
   isMacroRecording = on;
+  UpdateCommands();
   ShowNote();
 }
 
@@ -206,11 +199,13 @@ void MainForm::ShowCaretOf(const CppEditor& editor) {
   if (!tab || tab->editor.get() != &editor) return;
   SetCaretInfo(editor.ShownLine(), editor.CaretColumn() + 1);
   statusBar.SetPane(cEncodingPane, editor.TextNote());
+  UpdateCommands();
 }
 
 void MainForm::ShowActiveFile() {
   const EditTab* tab = editTabs.Active();
-  const std::string shown = tab ? tab->editor->fileName : "Zendry";
+  const bool isNameless = tab && tab->editor->fileName.empty();
+  const std::string shown = !tab ? "Zendry" : isNameless ? tab->caption : tab->editor->fileName;
   if (theProject.isOpen && !theProject.name.empty())
     theProject.SetCaption(shown);
   else
@@ -220,6 +215,7 @@ void MainForm::ShowActiveFile() {
   else
     SetCaretInfo(0, 0);
   if (!tab) statusBar.SetPane(cEncodingPane, "");
+  UpdateCommands();
 }
 
 }  // namespace zendry

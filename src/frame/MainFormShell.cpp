@@ -22,6 +22,7 @@ void MainForm::ClearOutput() {
 
 void MainForm::AddErrorRow(const ErrorRow& row) {
   errorList.AddRow(row.file, row.line, row.text);
+  if (!IsMet(met, Needs::cErrors)) UpdateCommands();
 }
 
 void MainForm::AppendToLastErrorRow(std::string_view added) {
@@ -30,6 +31,7 @@ void MainForm::AppendToLastErrorRow(std::string_view added) {
 
 void MainForm::ClearErrorRows() {
   errorList.Clear();
+  UpdateCommands();
 }
 
 int MainForm::ErrorRowCount() {
@@ -129,10 +131,13 @@ bool MainForm::MayReopen(const std::string& path, int line) {
   return startFiles.MayOpen(path, line);
 }
 
-bool MainForm::CloseAllFiles() {
-  if (!editTabs.CloseAll()) return false;
+bool MainForm::MayCloseAllFiles() {
+  return editTabs.MayCloseAll();
+}
+
+void MainForm::CloseAllFiles() {
+  editTabs.DropAll();
   startFiles.ForgetAll();
-  return true;
 }
 
 void MainForm::SaveChangedFiles() {
@@ -191,11 +196,15 @@ void MainForm::AskForNewFile() {
 }
 
 mavro::ContextMenu& MainForm::TextMenu() {
-  return EditorTextMenu();
+  mavro::ContextMenu& menu = EditorTextMenu();
+  UpdateMenu(menu.root);
+  return menu;
 }
 
 mavro::ContextMenu& MainForm::MarginMenu() {
-  return EditorMarginMenu();
+  mavro::ContextMenu& menu = EditorMarginMenu();
+  UpdateMenu(menu.root);
+  return menu;
 }
 
 bool MainForm::WantsValueTips() {

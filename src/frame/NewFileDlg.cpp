@@ -6,6 +6,7 @@
 #include "SystemDialogs.h"
 #include "base/ErrorBox.h"
 #include "base/Paths.h"
+#include "base/ReasonFirst.h"
 #include "frame/FileActs.h"
 #include "frame/MainForm.h"
 #include "project/Project.h"
@@ -20,7 +21,7 @@ bool MakeAndOpen(const std::string& path, const std::string& content, bool appen
   if (mavro::FileExists(path)) {
     if (!mavro::Confirm("File:   " + path + "\n\nis there already!\tOpen it?")) return false;
   } else if (const mavro::SaveResult result = mavro::SaveFileText(path, content); !result.Ok()) {
-    theMainForm->SetStatus(result.error, "");
+    theMainForm->SetStatus(ReasonFirst(result.error), "");
     ShowError("Error on save file:" + path);
     return false;
   }
@@ -29,6 +30,7 @@ bool MakeAndOpen(const std::string& path, const std::string& content, bool appen
     theProject.AddFile(theProject.RelativeIfSame(path));
     theProject.modified = true;
     KeepRescueCopy(theProject);
+    theMainForm->UpdateCommands();
   }
   return true;
 }

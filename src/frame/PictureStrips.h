@@ -38,8 +38,11 @@ enum ToolPicture {
   cMakePicture = 0x17,
   cWatchPicture = 0x1A,
   cStepOverPicture = 0x23,
+  cRedoPicture = 0x26,
+  cUndoPicture = 0x27,
   cStepOutPicture = 0x2A,
   cStepIntoPicture = 0x2B,
+  cFindPicture = 0x2D,
   cSidePanePicture = 0x2E
 };
 

@@ -2,6 +2,7 @@
 
 #include "SystemDialogs.h"
 #include "base/Paths.h"
+#include "base/ReasonFirst.h"
 #include "editor/EditTabs.h"
 #include "frame/FileActs.h"
 #include "frame/MainForm.h"
@@ -51,6 +52,7 @@ void PrjActs::AddFiles() {
     theProject.modified = true;
   }
   KeepRescueCopy(theProject);
+  theMainForm->UpdateCommands();
 }
 
 void PrjActs::RemoveSelected() {
@@ -58,13 +60,14 @@ void PrjActs::RemoveSelected() {
   theProject.modified = true;
   theProject.RemoveFile(theMainForm->projectTree.SelectedId());
   KeepRescueCopy(theProject);
+  theMainForm->UpdateCommands();
 }
 
 void PrjActs::CreateMakefile() {
   if (!theProject.isOpen) return;
   const mavro::SaveResult result = theProject.ExportMakefile("");
-  theMainForm->SetStatus(result.Ok() ? "Makefile written to " + theProject.folder : result.error,
-                         "");
+  theMainForm->SetStatus(
+      result.Ok() ? "Makefile written to " + theProject.folder : ReasonFirst(result.error), "");
 }
 
 }  // namespace zendry

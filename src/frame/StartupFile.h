@@ -5,14 +5,20 @@
 
 namespace zendry {
 
-// The file that the command line asks to open.
+// A file that the command line asks to open.
 struct StartupFile {
-  std::string path;  // empty when no argument names a known file
-  int kind = 0;      // its FileKind
+  std::string path;
+  int kind = 0;  // its FileKind
+  friend bool operator==(const StartupFile&, const StartupFile&) = default;
 };
 
-// The last argument with a known extension, normalised where that can be; all others are passed
-// over without a word, options included.
-StartupFile FindStartupFile(const std::vector<std::string>& arguments);
+// The arguments with a known extension, in their order, normalised where that can be. All others
+// are passed over without a word, options included; so are projects that another one follows, since
+// one can be open.
+std::vector<StartupFile> FindStartupFiles(const std::vector<std::string>& arguments);
+
+// What the program answers on the terminal instead of opening a window: to "--help" or "--version"
+// as the only argument. Empty for all else.
+std::string TerminalAnswer(const std::vector<std::string>& arguments);
 
 }  // namespace zendry

@@ -2,6 +2,7 @@
 
 #include "base/CommandTable.h"
 #include "browser/BrowserActs.h"
+#include "frame/MainForm.h"
 #include "frame/PictureStrips.h"
 #include "frame/PrjActs.h"
 
@@ -23,10 +24,10 @@ ToolPanel::ToolPanel(mavro::TabCtrl& newTabs) : tabs(newTabs) {
   bar.height = cBarHeight;
   bar.dock = mavro::Dock::cFill;
   bar.images = cSmallStrip;
-  bar.AddButton(cPropertiesPicture, "Options");
-  bar.AddButton(cAddPicture, "Add");
-  bar.AddButton(cRemovePicture, "Remove");
-  bar.AddButton(cClosePicture, "Close");
+  bar.AddButton(cPropertiesPicture, "Options", cMainRow);
+  bar.AddButton(cAddPicture, "Add", cAddRow);
+  bar.AddButton(cRemovePicture, "Remove", cRemoveRow);
+  bar.AddButton(cClosePicture, "Close", cCloseRow);
   bar.onClick.Add_H(this, &ToolPanel::OnButton);
   Add(&bar);
   tabs.onChange.Add_H(this, &ToolPanel::OnPage);
@@ -39,8 +40,13 @@ mavro::Action* ToolPanel::ActionOf(int row) const {
                                             : thePrjActs.Find(cProjectIds[row]);
 }
 
+// The window tells what can act, once it exists.
+bool ToolPanel::IsOffered(const mavro::Action* action) const {
+  return theMainForm ? theMainForm->CanAct(action) : IsHandled(action);
+}
+
 void ToolPanel::UpdateButtons() {
-  for (int row = cMainRow; row < cCloseRow; ++row) bar.Enable(row, IsHandled(ActionOf(row)));
+  for (int row = cMainRow; row < cCloseRow; ++row) bar.Enable(row, IsOffered(ActionOf(row)));
 }
 
 void ToolPanel::OnButton(mavro::NotifyArgs& args) {

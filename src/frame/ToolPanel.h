@@ -26,6 +26,7 @@ class ToolPanel : public mavro::Panel {
   void OnButton(mavro::NotifyArgs& args);
   void OnPage(mavro::NotifyArgs& args);
   mavro::Action* ActionOf(int row) const;
+  bool IsOffered(const mavro::Action* action) const;
 
   mavro::TabCtrl& tabs;
 };

@@ -4,6 +4,7 @@
 
 #include "SystemDialogs.h"
 #include "base/Paths.h"
+#include "base/ReasonFirst.h"
 #include "base/Shell.h"
 #include "config/IdeSession.h"
 #include "project/Project.h"
@@ -79,7 +80,7 @@ bool Project::MayReplace(const std::string& path) const {
   const std::optional<std::string> text = mavro::ReadFileText(path);
   const bool nothingLost = text ? text->empty() || *text == knownText : !mavro::FileExists(path);
   return nothingLost ||
-         mavro::Confirm(path + "\nholds what was not read into this project!\nOverwrite?");
+         mavro::ConfirmLoss(path + "\nholds what was not read into this project!\nOverwrite?");
 }
 
 bool Project::Write(const std::string& path) {
@@ -91,7 +92,7 @@ bool Project::Write(const std::string& path) {
   }
   const mavro::SaveResult result = mavro::SaveFileText(path, content.text);
   if (!result.Ok()) {
-    shell->SetStatus(result.error, path);
+    shell->SetStatus(ReasonFirst(result.error), "");
     return false;
   }
   knownText = std::move(content.text);
@@ -132,12 +133,13 @@ void Project::KeepSession() {
 
 bool Project::Close() {
   KeepSession();
-  if (!shell->CloseAllFiles()) return false;
+  if (!shell->MayCloseAllFiles()) return false;
   if (modified && isOpen) {
     bool cancelled = false;
     const bool save = mavro::Confirm("Project file was not saved!\nSave?", &cancelled);
     if (cancelled || (save && !Save(false))) return false;
   }
+  shell->CloseAllFiles();
   Clear();
   return true;
 }

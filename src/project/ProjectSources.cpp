@@ -2,6 +2,7 @@
 
 #include "base/EditorText.h"
 #include "base/Shell.h"
+#include "base/TraceLog.h"
 #include "project/Project.h"
 
 namespace zendry {
@@ -49,7 +50,7 @@ std::string ProjectSources::TextOf(const TagData& module) {
 }
 
 void ProjectSources::Log(std::string_view text, std::string_view detail) {
-  LogMessage(log, text, detail);
+  TraceMessage(text, detail);
 }
 
 }  // namespace zendry

@@ -9,14 +9,13 @@ namespace zendry {
 
 class Project;
 class FilesShell;
-class OutputShell;
 
 // The tags of a project and of the open editors, as completion and lookups walk them.
 class ProjectSources : public CodeSources {
  public:
-  // All must outlive it. `itsLog` takes the traces of lookups.
-  ProjectSources(Project& itsProject, FilesShell& itsFiles, OutputShell& itsLog)
-      : project(itsProject), files(itsFiles), log(itsLog) {}
+  // Both must outlive it.
+  ProjectSources(Project& itsProject, FilesShell& itsFiles)
+      : project(itsProject), files(itsFiles) {}
 
   const std::vector<TagData*>& Modules() const override;
   TagData* Library() const override;
@@ -33,7 +32,6 @@ class ProjectSources : public CodeSources {
 
   Project& project;
   FilesShell& files;
-  OutputShell& log;
   mutable std::vector<TagData*> modules;      // what Modules() answered last
   std::map<std::string, ReadFile> readFiles;  // a few that TextOf() has read, by their paths
 };

@@ -3,6 +3,7 @@
 
 #include "base/EditorText.h"
 #include "base/Shell.h"
+#include "base/TraceLog.h"
 #include "project/Project.h"
 #include "tags/EditorReader.h"
 #include "tags/TagParser.h"
@@ -105,7 +106,7 @@ void Project::parseOpenEditors(EditorText* editor) {
     // Who builds the project asks for its files' includes.
     const bool isSavedWhole = editor && IsLarge(*open) && FindFile(open->Path());
     if (open->parsed && !isSavedWhole) continue;
-    LogMessage(*shell, "Parse", open->Path());
+    TraceMessage("Parse", open->Path());
     TagData& module = ModuleOf(open->Path());
     parseModule(module, open);
     if (isSavedWhole && theTagParser.gaveUp) CompleteIncludes(module, open);

@@ -45,6 +45,7 @@ std::string FormatFacts(uint64_t name, const TextFacts& facts) {
   add(facts.disk.inode);
   add(facts.disk.size);
   add(facts.disk.changed);
+  add(facts.disk.touched);
   return line;
 }
 
@@ -64,7 +65,8 @@ bool ReadFacts(std::string_view line, uint64_t& name, TextFacts& facts) {
   const bool sound = TakeField(line, name) && TakeField(line, facts.encoding) &&
                      TakeField(line, odd) && TakeField(line, exists) &&
                      TakeField(line, facts.disk.device) && TakeField(line, facts.disk.inode) &&
-                     TakeField(line, facts.disk.size) && TakeField(line, facts.disk.changed);
+                     TakeField(line, facts.disk.size) && TakeField(line, facts.disk.changed) &&
+                     (line.empty() || TakeField(line, facts.disk.touched));
   if (!sound || !line.empty()) return false;
   if (odd >= 0) facts.oddByte = static_cast<char>(odd);
   facts.disk.exists = exists != 0;
@@ -95,10 +97,11 @@ TextRescue::TextRescue(const RescueSource& newSource) : source(newSource), numbe
 
 TextRescue::~TextRescue() {
   Drop();
+  DropReplaced();
   std::erase(OpenTexts(), this);
 }
 
-void TextRescue::WillChange(int start, int removed, int added) {
+void TextRescue::WillChange(long start, long removed, long added) {
   changes.Add(static_cast<size_t>(start), static_cast<size_t>(removed), static_cast<size_t>(added),
               source);
 }
@@ -144,18 +147,18 @@ bool TextRescue::KeepStep() {
 }
 
 // The old copy and its steps are good until the new one has taken its place.
-mavro::SaveResult TextRescue::WriteCopy(uint64_t name) const {
+mavro::SaveResult TextRescue::WriteCopy(int asNumber, uint64_t name) const {
   const size_t length = source.PieceLength();
   std::string content = FormatFacts(name, source.RescueFacts());
   content.reserve(content.size() + 1 + length);
   content += '\0';
   source.AppendPiece(0, length, content);
-  return cCopies.Keep(number, source.RescuePath(), content);
+  return cCopies.Keep(asNumber, source.RescuePath(), content);
 }
 
 bool TextRescue::KeepCopy() {
   const uint64_t name = RandomName();
-  const mavro::SaveResult written = WriteCopy(name);
+  const mavro::SaveResult written = WriteCopy(number, name);
   if (!written.Ok()) whyNone = written.error;
   if (!written.Ok()) return false;
   copyName = name;
@@ -176,9 +179,21 @@ void TextRescue::Drop() {
   cCopies.Drop(number);
 }
 
+bool TextRescue::LeaveReplaced() {
+  const int beside = ++lastNumber;
+  if (!WriteCopy(beside, RandomName()).Ok()) return false;
+  replaced.push_back(beside);
+  return true;
+}
+
+void TextRescue::DropReplaced() {
+  for (const int beside : replaced) cCopies.Drop(beside);
+  replaced.clear();
+}
+
 void TextRescue::KeepAll() {
   for (TextRescue* text : OpenTexts()) {
-    if (text->bytesBehind == 0 || !text->WriteCopy(RandomName()).Ok()) continue;
+    if (text->bytesBehind == 0 || !text->WriteCopy(text->number, RandomName()).Ok()) continue;
     text->bytesBehind = 0;
     text->copyStamp = {};
   }

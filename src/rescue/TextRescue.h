@@ -44,7 +44,9 @@ class TextRescue {
 
   // At `start`, `removed` bytes are about to give way to `added` others. Must be told of each
   // change of the text but those that Drop follows.
-  void WillChange(int start, int removed, int added);
+  void WillChange(long start, long removed, long added);
+  // The text is about to change, nobody knows how: the next copy is a whole one.
+  void LoseTrack() { changes.Stop(); }
   // That many bytes were put in or taken out just now.
   void Changed(int bytes, Clock::time_point now);
   // Writes what has waited long enough; called now and then.
@@ -55,6 +57,11 @@ class TextRescue {
   bool KeepNow();
   // The file on disk holds the text, or the user does not want it.
   void Drop();
+  // Leaves a copy of the text beside, which is about to be replaced by what the file holds now: it
+  // stays as long as undoing can bring the text back. False when there is no such copy.
+  bool LeaveReplaced();
+  // What was left so is wanted no longer.
+  void DropReplaced();
 
   // Writes all open files that are behind, when the program is about to end against its will: whole
   // texts, because what has been collected may be half done; where there is no room, a step.
@@ -63,7 +70,7 @@ class TextRescue {
  private:
   bool KeepStep();
   bool KeepCopy();
-  mavro::SaveResult WriteCopy(uint64_t name) const;
+  mavro::SaveResult WriteCopy(int asNumber, uint64_t name) const;
   void KeepDue(Clock::time_point now);
 
   const RescueSource& source;
@@ -79,6 +86,7 @@ class TextRescue {
   uint64_t steps = 0;
   size_t stepBytes = 0;
   std::string whyNone;
+  std::vector<int> replaced;  // numbers of the copies left beside
 };
 
 // A text that was left behind, whole.

@@ -4,10 +4,10 @@ import os
 import unittest
 
 from desktop import wait_until
-from fixture import STAGE, ZENDRY_MAKE, ZendryTest, run, write, write_project
+from fixture import STAGE, ZENDRY, ZENDRY_MAKE, ZendryTest, run, write, write_project
 
 BUILD = os.environ.get('ZENDRY_BUILD', '')
-IN_ROOT = ['bin/zendry', 'bin/zendry-make', 'bin/zendry-tags', 'bin/Zendry.cfg', 'bin/Defs/stlref.tgd',
+IN_ROOT = ['bin/zendry', 'bin/zendry-make', 'bin/zendry-tags', 'bin/Zendry.cfg', 'bin/first-start.ini', 'bin/Defs/stlref.tgd',
            'bin/Defs/stlref.tgx', 'bin/Defs/mavroref.tgd', 'bin/Defs/mavroref.tgx', 'bin/Help', 'bin/Repos/demos/console/console.zpj',
            'libs/mavro/include/mavro', 'libs/mavro/libmavro.a', 'libs/mavro/mavro.rc', 'libs/basic', 'mylib',
            'libs/mavro/mavro-reference.md', 'tools/gcc', 'tools/g++', 'tools/ar', 'tools/gdb', 'tools/windres']
@@ -63,6 +63,28 @@ class Installation(ZendryTest):
         made = run('zendry-make', '--rebuild', project, env={**os.environ, 'PATH': path})
         self.assertEqual(made.returncode, 0, made.stderr)
         self.assertIn('lib/zendry/tools', made.stdout)
+
+    @unittest.skipUnless(BUILD, 'no build folder is named')
+    def test_link_of_any_name_starts_its_program(self):
+        prefix = self.installed('linked')
+        own = os.path.join(self.folder, 'own')
+        os.mkdir(own)
+        os.symlink(os.path.join(prefix, 'bin', 'zendry'), os.path.join(own, 'ide'))
+        os.symlink('ide', os.path.join(own, 'z'))
+        os.symlink(os.path.join(prefix, 'bin', 'zendry-make'), os.path.join(own, 'mk'))
+        path = own + ':' + os.environ['PATH']
+        for name in ['ide', 'z', os.path.join(own, 'z')]:
+            self.assertRegex(run(name, '--version', env={**os.environ, 'PATH': path}).stdout, r'^zendry \d')
+        self.assertRegex(run('mk', '--version', env={**os.environ, 'PATH': path}).stdout, r'^zendry-make \d')
+
+    def test_help_and_version_need_no_display(self):
+        bare = {key: value for key, value in os.environ.items()
+                if key not in ('DISPLAY', 'WAYLAND_DISPLAY', 'QT_QPA_PLATFORM')}
+        for option, answer in [('--help', 'Usage: zendry [FILE...]'), ('--version', 'zendry ')]:
+            told = run(ZENDRY, option, env={**bare, 'HOME': os.path.join(self.folder, 'none')})
+            self.assertEqual((told.returncode, told.stderr), (0, ''))
+            self.assertTrue(told.stdout.startswith(answer), told.stdout)
+        self.assertFalse(os.path.exists(os.path.join(self.folder, 'none')))
 
     def test_user_program_with_a_window_links_the_framework(self):
         folder = os.path.join(self.folder, 'windows')

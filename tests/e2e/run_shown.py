@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """run_shown.py ZENDRY PICTURE FILE...
 
-Shows Zendry on a virtual screen with the files of its command line. If the last of them is a project,
+Shows Zendry on a virtual screen with the files of its command line. If there is a project among them,
 builds it by the key of "&Make" and starts what was built. Says what it does; succeeds if all of it did."""
 import os
 import subprocess
@@ -52,9 +52,10 @@ def main(zendry, picture, *files):
         window.wait_for_main()
         say('Zendry shows its window')
         program = None
+        projects = [file for file in files if file.endswith('.zpj')]
         try:
-            if files[-1].endswith('.zpj'):
-                program = build(window, files[-1])
+            if projects:
+                program = build(window, projects[-1])
         finally:
             window.picture(picture)
             say(f'Picture of the window: {picture}')

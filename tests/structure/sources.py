@@ -6,6 +6,7 @@ import os
 import re
 import subprocess
 import sys
+import tempfile
 
 import tree
 
@@ -64,6 +65,24 @@ def public_headers_compile_alone(compiler):
         result = subprocess.run(command, input=f'#include "{name}"\n', text=True, stderr=subprocess.PIPE)
         if result.returncode:
             yield f'libs/mavro/include/{name}: doesn\'t compile alone\n{result.stderr}'
+
+
+def handlers_elsewhere_are_refused_by_a_sentence(compiler):
+    """A class that is no object can't have handlers: the compiler says so in words, and nothing else."""
+    code = ('#include <mavro>\nstruct Plain%s {\n  Button button;\n  ActionList acts;\n  void On(NotifyArgs&) {}\n'
+            '  void Over(MouseArgs&) {}\n  void Do(int) {}\n  void Tie() { %s; }\n};\n')
+    ties = ('button.onClick.Add_H(this, &Plain::On)', 'button.onMouseEnter.Add_H(this, &Plain::On)',
+            'button.onMouseLeave.Add_H(this, &Plain::Over)', 'acts.SetTarget(this, &Plain::Do)')
+    command = [compiler, '-std=c++20', '-fsyntax-only', '-I', os.path.join(tree.TOP, 'libs/mavro/include'),
+               '-x', 'c++', '-']
+    for tie in ties:
+        for base in ('', ' : object'):
+            said = subprocess.run(command, input=code % (base, tie), text=True, stderr=subprocess.PIPE).stderr
+            errors = [line for line in said.splitlines() if ' error: ' in line]
+            if bool(errors) == bool(base):
+                yield f'{tie}{base}: {"refused" if errors else "taken"}'
+            elif errors and (len(errors) > 1 or 'derives from mavro::object' not in errors[0]):
+                yield f'{tie}: ' + ' / '.join(errors)
 
 
 def no_stem_stands_twice():
@@ -159,6 +178,35 @@ def public_interfaces_have_comments():
     return says_nothing('cmake/reference.py', '--check')
 
 
+def public_functions():
+    """Class and name of each, as a look at our way of writing headers tells."""
+    named = re.compile(r'  (?!friend|using|static_assert|~|virtual ~)\S.*?(operator\W+|\w+)\(')
+    for path in tree.files('libs/mavro/include', endings=('.h',)):
+        owner, is_open = '', False
+        for line in (line.split('//')[0] for line in tree.lines(path)):
+            if match := re.match(r'(class|struct) (\w+).*\{$', line):
+                owner, is_open = match.group(2), match.group(1) == 'struct'
+            elif match := re.match(r' (public|protected|private):', line):
+                is_open = match.group(1) == 'public'
+            elif line.startswith('};'):
+                owner = ''
+            elif owner and is_open and '= delete' not in line and (match := named.match(line)):
+                yield owner, match.group(1).strip()
+
+
+def reference_lists_every_public_function():
+    with tempfile.TemporaryDirectory() as folder:
+        made = os.path.join(folder, 'reference.md')
+        subprocess.run([sys.executable, '-B', 'cmake/reference.py', made], cwd=tree.TOP, check=True)
+        with open(made) as file:
+            sections = dict(section.split('\n', 1) for section in file.read().split('\n### ')[1:])
+    for owner, name in public_functions():
+        if owner in sections and f'{name}(' not in sections[owner]:
+            yield f'{owner}: {name} is not listed'
+    if not {'Button', 'Event', 'Key'} <= sections.keys():
+        yield 'classes are not listed'
+
+
 def scripts_parse():
     for path, content in text_files():
         if content.startswith(b'#!') and b'sh' in content.split(b'\n', 1)[0].rsplit(b'/', 1)[1] or path.endswith('.sh'):
@@ -168,7 +216,8 @@ def scripts_parse():
 
 tree.run_named({check.__name__: check for check in (
     toolkit_stays_behind_the_seam, public_headers_name_no_toolkit_type, layers_include_downward_only,
-    public_headers_compile_alone, no_stem_stands_twice, every_source_is_built, formatted, lines_end_well,
+    public_headers_compile_alone, handlers_elsewhere_are_refused_by_a_sentence,
+    no_stem_stands_twice, every_source_is_built, formatted, lines_end_well,
     editor_messages_are_the_components, no_path_of_this_machine, files_have_one_screenful_of_purpose,
     root_folder_is_short, projects_list_every_source,
-    public_interfaces_have_comments, scripts_parse)})
+    public_interfaces_have_comments, reference_lists_every_public_function, scripts_parse)})

@@ -80,7 +80,8 @@ class IdeDriver {
   }
 
   // Runs the program from its settings to its settings; `script` is called once its window is up.
-  // Afterwards the window is closed if it is still there.
+  // Afterwards the window is closed if it is still there, with a No to whatever it asks then and no
+  // answer is left for.
   void Run(const mavro::ArgumentList& arguments, const std::function<void()>& script) {
     zendry::theIdeSession = zendry::IdeSession();
     bool ran = false;
@@ -92,7 +93,9 @@ class IdeDriver {
       poll.stop();
       ran = true;
       script();
+      dialogs.otherwise = mavro::Answer::cNo;
       if (form == zendry::theMainForm && form->impl->hwnd) form->impl->OnMenuCommand(2, 0);
+      dialogs.otherwise = mavro::Answer::cCancel;
     });
     poll.start(2);
     EXPECT_EQ(zendry::RunIde(arguments), 0);

@@ -24,7 +24,7 @@ class ProjectShell : public zendry::QuietShell {
 
   std::vector<zendry::OpenFile> openFiles;
   std::string activeFile;
-  bool closes = true;  // answer of CloseAllFiles
+  bool closes = true;  // answer of MayCloseAllFiles
 
   void AddTreeNode(const std::string& path, int id, int type) override {
     Note("add " + path + " " + std::to_string(id) + " " + std::to_string(type));
@@ -43,10 +43,11 @@ class ProjectShell : public zendry::QuietShell {
     Note("open " + path + " " + std::to_string(line));
   }
   void ActivateFile(const std::string& path) override { Note("activate " + path); }
-  bool CloseAllFiles() override {
-    Note("close files");
+  bool MayCloseAllFiles() override {
+    Note("may close files");
     return closes;
   }
+  void CloseAllFiles() override { Note("close files"); }
 
  private:
   void Note(const std::string& line) { events += line + "\n"; }

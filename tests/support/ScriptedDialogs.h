@@ -1,6 +1,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -9,8 +10,8 @@
 namespace test {
 
 // Stands in for message boxes and standard dialogs as long as it lives: records what was asked and
-// answers from lists. An empty list answers as nobody would: Ok, else No, else Cancel; no file.
-// One at a time.
+// answers from lists. An empty list answers as nobody would: Ok, else No, else `otherwise`; no
+// file. One at a time.
 //
 //   test::ScriptedDialogs dialogs;
 //   dialogs.answers = {mavro::Answer::cYes};
@@ -30,6 +31,7 @@ struct ScriptedDialogs {
 
   // What will be answered, first entry first; each is used once.
   std::deque<mavro::Answer> answers;
+  mavro::Answer otherwise = mavro::Answer::cCancel;  // of a question that can be cancelled
   std::deque<std::vector<std::string>> files;
   std::deque<std::string> folders;
   std::deque<mavro::Color> colors;  // empty: cancelled
@@ -43,14 +45,18 @@ struct ScriptedDialogs {
   int beeps = 0;
   std::vector<mavro::Color> colorStarts;  // where colour dialogs started
 
+  // Called while a message box is open.
+  std::function<void()> onMessage;
+
  private:
   static mavro::Answer Message(const std::string& text, const std::string& title, int flags) {
     current->texts.push_back(title + ": " + text);
     current->flags.push_back(flags);
+    if (current->onMessage) current->onMessage();
     const int buttons = flags & 0xF;
     if (buttons == mavro::cOkOnly) return Take(current->answers, mavro::Answer::cOk);
     const bool yesNo = buttons == mavro::cYesNo;
-    return Take(current->answers, yesNo ? mavro::Answer::cNo : mavro::Answer::cCancel);
+    return Take(current->answers, yesNo ? mavro::Answer::cNo : current->otherwise);
   }
   static std::vector<std::string> ChooseFiles(const mavro::FileQuestion& question) {
     current->questions.push_back(question);

@@ -4,11 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "Object.h"
+#include "Handlers.h"
+#include "Keys.h"
 
 namespace mavro {
 
-// Accelerator flags in the high bits of a hotkey; its low 16 bits are the virtual key code.
+// Accelerator flags in the high bits of a hotkey; its low 16 bits are one of Key's codes.
 enum HotKeyFlag { cShiftKey = 0x40000, cControlKey = 0x80000, cAltKey = 0x100000 };
 
 using ActionHandler = void (object::*)(int id);
@@ -17,7 +18,7 @@ using ActionHandler = void (object::*)(int id);
 // it.
 struct Action {
   std::string text;  // menu text with its "&" mnemonic
-  int hotkey = 0;    // HotKeyFlags and a virtual key code; 0 for none
+  int hotkey = 0;    // HotKeyFlags and a key: cControlKey | 'N', or Key::cF5; 0 for none
   int id = 0;        // command id, above 2 and below 0x1000
   int image = -2;    // index in the tool bar's strip; -2 when none was given
   int data = 0;
@@ -40,8 +41,11 @@ class ActionList : public object {
   // Makes `handler` of `newTarget` the handler of the actions added from now on.
   template <class Target, class Class>
   void SetTarget(Target* newTarget, void (Class::*newHandler)(int)) {
-    target = static_cast<Class*>(newTarget);
-    handler = static_cast<ActionHandler>(newHandler);
+    detail::CheckMayHandle<Class>();
+    if constexpr (detail::cMayHandle<Class>) {
+      target = static_cast<Class*>(newTarget);
+      handler = static_cast<ActionHandler>(newHandler);
+    }
   }
 
   // Adds a command. An id of 0 takes the next number of a counter shared by all lists, 101 first.

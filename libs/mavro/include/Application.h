@@ -27,6 +27,10 @@ class Application {
   // One of these two is supplied by the program; its answer is the exit code.
   static int Main(ArgumentList& arguments);
   static int Main(const ArgumentList& arguments);
+  // Asked before anything of the screen is touched: a program that can answer its arguments on
+  // standard output ("--help") writes the answer and returns true, which ends it with 0. Supplied
+  // by the program if it wants to; by default nothing is answered.
+  static bool AnswerOnTerminal(const ArgumentList& arguments);
 
   Application();
   Application(const Application&) = delete;

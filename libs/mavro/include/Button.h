@@ -28,6 +28,8 @@ class Button : public AnyButton {
   WriteProperty<int> kind;
   WriteProperty<int> icon;  // number of a stock icon, -1 for none
   WriteProperty<bool> hot;  // drawn flat until the mouse is over it
+  // Command that a click sends to the form after onClick, as an item of its menu does: to the
+  // action of the form's menuBar or menu with this id. Actions have ids above 2; 0 for none.
   int cmd = 0;
 };
 

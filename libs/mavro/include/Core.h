@@ -123,14 +123,17 @@ class Control : public object {
   WriteProperty<BorderStyle> borderStyle;
   WriteProperty<std::string> hint;
   WriteProperty<std::string> toolTip;  // the hint, by the name that designed forms use
+  // What screen readers call the control; where it is empty, its text, else the label before it,
+  // else its hint.
+  WriteProperty<std::string> accessibleName;
 
   DataLinkProperty dataLink;
 
   NotifyEvent onCreate;
   KeyEvent onKeyDown, onKeyUp, onChar;
   MouseEvent onMouseDown, onMouseUp, onMouseMove, onMouseWeel, onContextMenu;
-  NotifyEvent onMouseEnter, onMouseLeave, onDblClick, onMove, onResize, onGotFocus, onLostFocus,
-      onVisible;
+  CrossingEvent onMouseEnter, onMouseLeave;
+  NotifyEvent onDblClick, onMove, onResize, onGotFocus, onLostFocus, onVisible;
 
   ActionMenu* menu = nullptr;  // popup shown on a context menu request; not owned
   int contextId = 0;           // what context help is asked for

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Handlers.h"
+#include "Keys.h"
 
 namespace mavro {
 
@@ -20,12 +21,12 @@ struct KeyArgs {
   int kind = cDown;
   bool handled = false;  // a handler sets it to keep the key from the control
   int modifiers = 0;
-  int key = 0;  // virtual key code; the character for cChar
+  int key = 0;  // one of Key's codes; the character for cChar
 };
 
 // The mouse did something inside a control.
 struct MouseArgs {
-  enum Kind { cDown = 1, cUp = 2, cMove = 4, cContext = 8, cWheel = 16 };
+  enum Kind { cDown = 1, cUp = 2, cMove = 4, cContext = 8, cWheel = 16, cEnter = 32, cLeave = 64 };
   enum Button { cNone = 0, cLeft = 1, cRight = 2, cMiddle = 4 };
   Control* sender = nullptr;
   int kind = cDown;
@@ -56,6 +57,47 @@ struct TreeArgs {
 struct FilesArgs {
   Control* sender = nullptr;
   std::vector<std::string> paths;  // absolute, in the order told; at least one
+};
+
+// The mouse has come over a control or has left it. Takes handlers of either kind, which are called
+// in the order they were added.
+class CrossingEvent {
+ public:
+  // Appends a handler as Event::Add_H does.
+  template <class Target, class Class>
+  void Add_H(Target* target, void (Class::*method)(MouseArgs&)) {
+    detail::CheckMayHandle<Class>();
+    if constexpr (detail::cMayHandle<Class>)
+      handlers.Append(static_cast<Class*>(target),
+                      {static_cast<void (object::*)(MouseArgs&)>(method), nullptr});
+  }
+  template <class Target, class Class>
+  void Add_H(Target* target, void (Class::*method)(NotifyArgs&)) {
+    detail::CheckMayHandle<Class>();
+    if constexpr (detail::cMayHandle<Class>)
+      handlers.Append(static_cast<Class*>(target),
+                      {nullptr, static_cast<void (object::*)(NotifyArgs&)>(method)});
+  }
+
+  bool HasHandlers() const { return !handlers.IsEmpty(); }
+
+  // Calls every handler with the arguments that it takes. Returns false if the event was destroyed
+  // meanwhile.
+  bool Fire(MouseArgs& mouse, NotifyArgs& notify) {
+    return handlers.ForEach([&](object& target, const Method& method) {
+      if (method.mouse)
+        (target.*method.mouse)(mouse);
+      else
+        (target.*method.notify)(notify);
+    });
+  }
+
+ private:
+  struct Method {
+    void (object::*mouse)(MouseArgs&);
+    void (object::*notify)(NotifyArgs&);
+  };
+  detail::HandlerList<Method> handlers;
 };
 
 using KeyEvent = Event<KeyArgs>;

@@ -4,7 +4,8 @@
 
 namespace mavro {
 
-// A font by size in points, style flags and face. A size of 0 is the platform's font.
+// A font by size in points, style flags and face, the face first or last. A size of 0 is the
+// platform's font.
 class Font {
  public:
   enum Style { cNormal = 0, cBold = 1, cItalic = 2 };
@@ -12,6 +13,8 @@ class Font {
   Font() = default;
   Font(int pointSize, int styleFlags = cNormal, std::string faceName = "")
       : size(pointSize), style(styleFlags), face(std::move(faceName)) {}
+  Font(std::string faceName, int pointSize, int styleFlags = cNormal)
+      : Font(pointSize, styleFlags, std::move(faceName)) {}
 
   bool IsDefault() const { return size == 0 && style == cNormal && face.empty(); }
   friend bool operator==(const Font&, const Font&) = default;

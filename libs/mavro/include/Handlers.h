@@ -1,5 +1,7 @@
 #pragma once
 
+#include <type_traits>
+
 #include "Object.h"
 
 namespace mavro {
@@ -31,6 +33,64 @@ class Firing {
   Firing* outer;
 };
 
+// The handlers of one event: targets, and which member of each is to be called.
+template <class Method>
+class HandlerList {
+ public:
+  HandlerList() = default;
+  HandlerList(const HandlerList&) = delete;
+  HandlerList& operator=(const HandlerList&) = delete;
+  ~HandlerList() {
+    if (head) Firing::EventDestroyed(this);
+    while (head) {
+      Node* next = head->next;
+      delete head;
+      head = next;
+    }
+  }
+
+  bool IsEmpty() const { return head == nullptr; }
+
+  void Append(object* target, const Method& method) {
+    Node** tail = &head;
+    while (*tail) tail = &(*tail)->next;
+    *tail = new Node{target, method, nullptr};
+  }
+
+  // Calls `call` with each target and its method. Returns false if the list was destroyed by one of
+  // them.
+  template <class Call>
+  bool ForEach(const Call& call) const {
+    if (!head) return true;
+    Firing firing(this);
+    for (Node* node = head; node; node = node->next) {
+      call(*node->target, node->method);
+      if (firing.EventIsGone()) return false;
+    }
+    return true;
+  }
+
+ private:
+  struct Node {
+    object* target;
+    Method method;
+    Node* next;
+  };
+
+  Node* head = nullptr;
+};
+
+template <class Class>
+constexpr bool cMayHandle = std::is_base_of_v<object, Class>;
+
+// What a compiler says to a handler in any other class, and nothing else.
+template <class Class>
+constexpr void CheckMayHandle() {
+  static_assert(cMayHandle<Class>,
+                "A class that has handlers derives from mavro::object, as every form and control "
+                "does: class MyClass : public object");
+}
+
 }  // namespace detail
 
 // A list of handlers, each a target and one of its members, called in the order they were added.
@@ -42,49 +102,25 @@ class Firing {
 template <class Args>
 class Event {
  public:
-  Event() = default;
-  Event(const Event&) = delete;
-  Event& operator=(const Event&) = delete;
-  ~Event() {
-    if (head) detail::Firing::EventDestroyed(this);
-    while (head) {
-      Node* next = head->next;
-      delete head;
-      head = next;
-    }
-  }
-
   // Appends a handler. `target` is not owned and must outlive the event.
   template <class Target, class Class>
   void Add_H(Target* target, void (Class::*method)(Args&)) {
-    Node** tail = &head;
-    while (*tail) tail = &(*tail)->next;
-    *tail = new Node{static_cast<Class*>(target), static_cast<void (object::*)(Args&)>(method),
-                     nullptr};
+    detail::CheckMayHandle<Class>();
+    if constexpr (detail::cMayHandle<Class>)
+      handlers.Append(static_cast<Class*>(target), static_cast<Method>(method));
   }
 
-  bool HasHandlers() const { return head != nullptr; }
+  bool HasHandlers() const { return !handlers.IsEmpty(); }
 
   // Calls every handler with `args`. Returns false if the event was destroyed meanwhile; the caller
   // must then touch neither the event nor its owner.
   bool Fire(Args& args) {
-    if (!head) return true;
-    detail::Firing firing(this);
-    for (Node* node = head; node; node = node->next) {
-      (node->target->*node->method)(args);
-      if (firing.EventIsGone()) return false;
-    }
-    return true;
+    return handlers.ForEach([&](object& target, Method method) { (target.*method)(args); });
   }
 
  private:
-  struct Node {
-    object* target;
-    void (object::*method)(Args&);
-    Node* next;
-  };
-
-  Node* head = nullptr;
+  using Method = void (object::*)(Args&);
+  detail::HandlerList<Method> handlers;
 };
 
 using NotifyEvent = Event<NotifyArgs>;

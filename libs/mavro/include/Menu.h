@@ -39,6 +39,8 @@ class MenuItem : public object {
   virtual void Enable(bool on);
   virtual void Insert(ActionMenu* into);
   virtual void Detach();
+  // Shows a mark before the row, or takes it away.
+  void Check(bool on);
   // Changes the action's text and what the menu shows.
   void SetText(const std::string& newText);
   bool IsSeparator() const;
@@ -46,6 +48,7 @@ class MenuItem : public object {
   bool isSubmenu = false;
   Action* action = nullptr;
   bool enabled = true;
+  bool checked = false;
   bool inserted = false;
   Menu* menu;  // the menu it stands in; null for a top-level one
 };

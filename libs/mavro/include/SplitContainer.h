@@ -14,7 +14,8 @@ class SplitBar : public Control {
   SplitBar();
 };
 
-// Two panes with a bar between them. `pan1` keeps its size when the container's changes.
+// Two panes with a bar between them. `pan1` keeps its size when the container's changes. A hidden
+// pane gives its room and the bar's to the other one; the position is kept for when it comes back.
 class SplitContainer : public Control {
  public:
   class Impl;
@@ -26,6 +27,8 @@ class SplitContainer : public Control {
   int Position() const;
   // Moves the bar, kept `minSize1` and `minSize2` from the edges once it has been placed.
   void SetPosition(int newPosition);
+  // Places panes and bar.
+  void Layout() override;
 
   int orientation = 1;      // 1: side by side with an upright bar; else top and bottom
   Control* pan1 = nullptr;  // both required, not owned

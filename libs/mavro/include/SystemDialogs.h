@@ -7,8 +7,15 @@
 
 namespace mavro {
 
-// Which buttons a message box has; the numbers are those of the box's flags.
-enum MessageFlags { cOkOnly = 0, cYesNoCancel = 3, cYesNo = 4, cErrorIcon = 0x10 };
+// Which buttons a message box has, its picture, and that Enter means No instead of Yes; the numbers
+// are those of the box's flags.
+enum MessageFlags {
+  cOkOnly = 0,
+  cYesNoCancel = 3,
+  cYesNo = 4,
+  cErrorIcon = 0x10,
+  cDefaultNo = 0x100
+};
 // What the user pressed.
 enum class Answer { cOk, cYes, cNo, cCancel };
 
@@ -29,7 +36,8 @@ struct FileQuestion {
 // scripted answers; without windows, messages go to standard error, questions are answered with the
 // harmless choice (Cancel, else No) and file dialogs are cancelled.
 struct DialogTable {
-  // Shows a message box with the buttons and the picture that `flags` tell.
+  // Shows a message box with the buttons and the picture that `flags` tell. Escape and the close
+  // button mean Cancel, or Ok where that is all; a box with Yes and No has no answer by them.
   Answer (*message)(const std::string& text, const std::string& title, int flags);
   // The chosen absolute paths, forward slashes; empty when cancelled.
   std::vector<std::string> (*chooseFiles)(const FileQuestion& question);
@@ -48,6 +56,8 @@ void Information(const std::string& text);
 // Asks under the title "Confirmation": Yes and No, with Cancel too when `cancelled` is given, which
 // then tells whether that was the answer. Returns whether it was Yes.
 bool Confirm(const std::string& text, bool* cancelled = nullptr);
+// Asks whether to do what loses something: Yes and No, of which Enter means No.
+bool ConfirmLoss(const std::string& text);
 void Beep();
 
 }  // namespace mavro

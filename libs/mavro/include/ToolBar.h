@@ -21,7 +21,7 @@ class ToolBarItems {
   ToolBarItems(const ToolBarItems&) = delete;
   ToolBarItems& operator=(const ToolBarItems&) = delete;
 
-  // Appends a button without an action, or a separator.
+  // Appends a button whose picture's number is its command too, or a separator.
   void Add(int image, const std::string& toolTip);
   void Add(ToolBarSeparator);
   int GetCount() const;
@@ -43,6 +43,7 @@ class ToolBar : public Control {
     int id = 0;                // the row's index
     Action* action = nullptr;  // not owned; null for separators, controls and plain buttons
     int image = -1;
+    int command = -1;            // of a plain button; -1 for that of its picture
     std::string text;            // tool tip of a plain button
     Control* control = nullptr;  // not owned
     bool separator = false;
@@ -52,8 +53,8 @@ class ToolBar : public Control {
   // Appends a button for an action. An image that is not negative is stored into the action;
   // otherwise the one stored there is shown.
   void Add(Action* action, int image);
-  // Appends a button without an action; onClick tells its row.
-  void AddButton(int image, const std::string& text);
+  // Appends a button without an action, for `command`; -1 makes the picture's number its command.
+  void AddButton(int image, const std::string& text, int command = -1);
   void AddSeparator();
   // Appends a control, which keeps its own width and becomes a child of the bar.
   void AddControl(Control* control);
@@ -75,7 +76,9 @@ class ToolBar : public Control {
   // Strip that the buttons' pictures are taken from, by resource id. A bar whose height nobody has
   // set becomes as high as the pictures ask for.
   WriteProperty<int> images;
-  NotifyEvent onClick;  // value: the row; fired for rows whose action has no handler
+  // A button was clicked that no action's handler answers for; value: its command, an action's id
+  // or what the button was added with.
+  NotifyEvent onClick;
 
  private:
   Impl& TheImpl() const;

@@ -2,7 +2,20 @@
 
 namespace mavro {
 
-// How one lexer style looks. Colours are blue-green-red integers.
+// A colour on a light desktop and on a dark one, both blue-green-red. Where only the light one is
+// given, the other is made of it.
+struct ColourPair {
+  static constexpr int cMade = -1;
+
+  constexpr ColourPair() = default;
+  constexpr ColourPair(int newLight, int newDark = cMade) : light(newLight), dark(newDark) {}
+  friend constexpr bool operator==(const ColourPair&, const ColourPair&) = default;
+
+  int light = 0;
+  int dark = cMade;
+};
+
+// How one lexer style looks.
 struct StyleRow {
   // Flags: the low byte is a size in points, 0 for the editor's.
   enum Flags { cBold = 0x1000, cItalic = 0x2000, cEolFilled = 0x8000 };
@@ -10,9 +23,9 @@ struct StyleRow {
   static constexpr int cEnd = 256;
 
   int style = cEnd;
-  int foreground = 0;
+  ColourPair foreground = {};
   int flags = 0;
-  int background = 0;  // 0: none of its own
+  ColourPair background = {};  // light 0: none of its own
 };
 
 // What an editor knows of the language of its text. All texts are C strings that outlive every
@@ -39,6 +52,9 @@ struct EditorLanguage {
   const char* fillUps = nullptr;        // accept the list's row and are typed behind it
   const char* memberChars = nullptr;    // start a completion of members
   const char* lineComment = nullptr;
+  // Text that the preprocessor leaves out has the style of other text plus so much; 0: there is
+  // none such.
+  int leftOutStyles = 0;
   int operatorStyle = 0;   // braces count in this style only; 0: in any
   int cancelAtStart = 0;   // the list goes when the caret is back where it was opened
   int dropRestOfWord = 0;  // accepting a row replaces the rest of the word

@@ -12,6 +12,7 @@ struct EditorOptions {
   int indentSize = 3;
   bool useTabs = true;
   int fontSize = 14;
+  int fontStyle = 0;     // of the whole text: bits of Font::Style
   std::string fontFace;  // of proportional text; empty: the desktop's
   std::string monoFace;  // of monospaced text; empty: the desktop's
   // What word completion takes for a word.
@@ -26,6 +27,7 @@ struct EditorOptions {
   bool foldMargin = false;
   int foldStyle = 3;  // 0 arrows, 1 plus and minus, 2 circles, 3 boxes
   bool foldComment = false;
+  bool lineAboveOpenFolds = false;  // a line is drawn above each, and none below closed ones
   bool foldPreprocessor = false;
   bool bookmarkMargin = true;
   bool monospaced = false;

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <functional>
 #include <string>
+#include <string_view>
 
 #include "NativeWindow.h"
 
@@ -11,6 +13,7 @@ enum SciCode {
   SCN_CHARADDED = 2001,
   SCN_SAVEPOINTREACHED = 2002,
   SCN_SAVEPOINTLEFT = 2003,
+  SCN_DOUBLECLICK = 2006,
   SCN_UPDATEUI = 2007,
   SCN_MODIFIED = 2008,  // before text comes or goes: nothing has changed yet
   SCN_MACRORECORD = 2009,
@@ -18,8 +21,10 @@ enum SciCode {
   SCN_DWELLSTART = 2016,
   SCN_DWELLEND = 2017,
   SCN_ZOOM = 2018,
-  cSciForeignText = 1,    // a text with letters beyond ASCII is about to be typed or pasted
-  cSciPaletteChanged = 2  // the desktop's colours are others now
+  cSciForeignText = 1,     // a text with letters beyond ASCII is about to be typed or pasted
+  cSciPaletteChanged = 2,  // the desktop's colours are others now
+  cSciWillType = 3,        // a letter is about to be typed
+  cSciTyped = 4            // it was
 };
 
 // A notification with what the codes say; the rest is 0.
@@ -33,32 +38,33 @@ struct SciNotification : NotifyHeader {
   int x = 0, y = 0;      // SCN_DWELLSTART
   unsigned message = 0;  // SCN_MACRORECORD
   unsigned long wParam = 0;
-  const char* text = nullptr;  // SCN_MACRORECORD, SCN_MODIFIED
+  const char* text = nullptr;  // SCN_MACRORECORD
 };
 
-// Colours of the desktop's palette, blue-green-red as the component has them.
-struct SciPalette {
-  int ground = 0xFFFFFF;
-  int text = 0;
-  int selection = 0;
-  int selectedText = 0xFFFFFF;
-  int panel = 0xF0F0F0;  // what stands around a text, as margins
-  bool IsDark() const;
-};
+enum class FaceKind { cProportional, cFixed };
 
 // The window of the editing component.
 class NativeSci : public NativeWindow {
  public:
   using NativeWindow::NativeWindow;
+
+  // Group: what the editor makes of text on its way in and out; set once the window exists.
+  // The text to put in for one that comes from elsewhere.
+  std::function<std::string(std::string_view)> fold;
+  // Whether text of the window is another one elsewhere; then that can be asked for, also when the
+  // editor is no longer there.
+  std::function<std::function<std::string()>(const std::string&)> wholeOf;
+
   virtual Param Send(unsigned message, Param wParam, Param lParam) const = 0;
   // A message whose lParam is a picture, given as XPM text.
   virtual void SendImage(unsigned message, int number, const char* xpm) const = 0;
   // Whether a list can open at a byte: the component breaks down over one whose place is on no
   // screen, as in a long line that is scrolled.
   virtual bool IsOnScreen(int position) const = 0;
-  virtual SciPalette Palette() const = 0;
+  // Whether the desktop's colours are dark ones now.
+  virtual bool IsDark() const = 0;
   // The face of the desktop's fixed or proportional font.
-  virtual std::string DefaultFace(bool fixed) const = 0;
+  virtual std::string DefaultFace(FaceKind kind) const = 0;
 };
 
 // Makes the native class of editors known; called before the first editor's window is made.

@@ -24,13 +24,29 @@ namespace {
 constexpr int cWheelStep = 120;
 constexpr int cDarkBelow = 128;
 
-int ToBgr(const QColor& color) {
-  return color.red() | color.green() << 8 | color.blue() << 16;
-}
-
 bool IsForeign(const QString& text) {
   return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= 0x80; });
 }
+
+// Text for the clipboard that is made when somebody wants it: a selection may be a large part of a
+// large file, and is announced again at each step of the mouse.
+class LateText final : public QMimeData {
+ public:
+  explicit LateText(std::function<std::string()> newMake) : make(std::move(newMake)) {}
+
+  bool hasFormat(const QString& type) const override { return type == Format(); }
+  QStringList formats() const override { return {Format()}; }
+
+ protected:
+  QVariant retrieveData(const QString& type, QMetaType) const override {
+    return type == Format() ? QVariant(QString::fromStdString(make())) : QVariant();
+  }
+
+ private:
+  static QString Format() { return QStringLiteral("text/plain"); }
+
+  const std::function<std::string()> make;
+};
 
 // The component with what an editor of ours adds: zooming by the wheel, and no interest in dropped
 // files, which are the window's.
@@ -38,23 +54,39 @@ class SciWidget final : public QsciScintillaBase {
  public:
   explicit SciWidget(QWidget* parent) : QsciScintillaBase(parent) { InstallSciAccess(); }
 
+  NativeSci* window = nullptr;
   std::function<void()> onForeignText;
   std::function<void()> onPalette;
+  std::function<void(int code)> onTyping;  // cSciWillType, cSciTyped
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
     AnnounceText(event->text());
+    const bool types = !event->text().isEmpty() && event->text().at(0).isPrint();
+    if (types && onTyping) onTyping(cSciWillType);
     QsciScintillaBase::keyPressEvent(event);
+    if (types && onTyping) onTyping(cSciTyped);
   }
 
   void inputMethodEvent(QInputMethodEvent* event) override {
     AnnounceText(event->commitString() + event->preeditString());
+    if (onTyping) onTyping(cSciWillType);
     QsciScintillaBase::inputMethodEvent(event);
+    if (onTyping) onTyping(cSciTyped);
   }
 
   QByteArray fromMimeData(const QMimeData* source, bool& rectangular) const override {
     AnnounceText(source->text());
-    return QsciScintillaBase::fromMimeData(source, rectangular);
+    const QByteArray text = QsciScintillaBase::fromMimeData(source, rectangular);
+    if (!window || !window->fold) return text;
+    return QByteArray::fromStdString(window->fold({text.data(), static_cast<size_t>(text.size())}));
+  }
+
+  QMimeData* toMimeData(const QByteArray& text, bool rectangular) const override {
+    const auto whole = window && window->wholeOf ? window->wholeOf(text.toStdString()) : nullptr;
+    if (!whole) return QsciScintillaBase::toMimeData(text, rectangular);
+    if (!rectangular) return new LateText(whole);
+    return QsciScintillaBase::toMimeData(QByteArray::fromStdString(whole()), rectangular);
   }
 
   void wheelEvent(QWheelEvent* event) override {
@@ -106,11 +138,15 @@ class SciWidget final : public QsciScintillaBase {
 class SciWindow final : public NativeSci {
  public:
   SciWindow(const CreateInfo& info, SciWidget* itsSci) : NativeSci(info, itsSci), sci(itsSci) {
+    sci->window = this;
+    sci->onTyping = [this](int code) { TellCode(code); };
     sci->onForeignText = [this] { TellCode(cSciForeignText); };
     sci->onPalette = [this] { TellCode(cSciPaletteChanged); };
     Connect();
   }
   ~SciWindow() override {
+    sci->window = nullptr;
+    sci->onTyping = nullptr;
     sci->onForeignText = nullptr;
     sci->onPalette = nullptr;
   }
@@ -136,12 +172,15 @@ class SciWindow final : public NativeSci {
 
   std::string Text() const override {
     const auto* bytes = reinterpret_cast<const char*>(Send(SCI_GETCHARACTERPOINTER, 0, 0));
-    return std::string(bytes, static_cast<size_t>(Send(SCI_GETLENGTH, 0, 0)));
+    std::string shown(bytes, static_cast<size_t>(Send(SCI_GETLENGTH, 0, 0)));
+    const auto whole = wholeOf ? wholeOf(shown) : nullptr;
+    return whole ? whole() : shown;
   }
 
   void SetText(const std::string& newText) override {
+    const std::string shown = fold ? fold(newText) : newText;
     Send(SCI_CLEARALL, 0, 0);
-    Send(SCI_ADDTEXT, static_cast<Param>(newText.size()), reinterpret_cast<Param>(newText.data()));
+    Send(SCI_ADDTEXT, static_cast<Param>(shown.size()), reinterpret_cast<Param>(shown.data()));
     Send(SCI_GOTOPOS, 0, 0);
   }
 
@@ -153,17 +192,13 @@ class SciWindow final : public NativeSci {
     return virtualKey == VK_TAB || virtualKey == VK_RETURN || virtualKey == VK_ESCAPE;
   }
 
-  SciPalette Palette() const override {
-    const QPalette palette = sci->palette();
-    return {ToBgr(palette.color(QPalette::Base)), ToBgr(palette.color(QPalette::Text)),
-            ToBgr(palette.color(QPalette::Highlight)),
-            ToBgr(palette.color(QPalette::HighlightedText)),
-            ToBgr(palette.color(QPalette::Window))};
+  bool IsDark() const override {
+    return sci->palette().color(QPalette::Base).lightness() < cDarkBelow;
   }
 
-  std::string DefaultFace(bool fixed) const override {
-    const auto font =
-        QFontDatabase::systemFont(fixed ? QFontDatabase::FixedFont : QFontDatabase::GeneralFont);
+  std::string DefaultFace(FaceKind kind) const override {
+    const auto font = QFontDatabase::systemFont(
+        kind == FaceKind::cFixed ? QFontDatabase::FixedFont : QFontDatabase::GeneralFont);
     return font.family().toStdString();
   }
 
@@ -199,6 +234,11 @@ class SciWindow final : public NativeSci {
       n.margin = margin;
       Tell(SCN_MARGINCLICK, n);
     });
+    QObject::connect(sci, &Sci::SCN_DOUBLECLICK, &life, [this](int position, int, int) {
+      SciNotification n;
+      n.position = position;
+      Tell(SCN_DOUBLECLICK, n);
+    });
     QObject::connect(sci, &Sci::SCN_DWELLSTART, &life,
                      [this](int position, int x, int y) { Dwell(SCN_DWELLSTART, position, x, y); });
     QObject::connect(sci, &Sci::SCN_DWELLEND, &life,
@@ -209,7 +249,6 @@ class SciWindow final : public NativeSci {
                        SciNotification n;
                        n.position = position;
                        n.modification = kind;
-                       n.text = text;
                        n.length = length;
                        Tell(SCN_MODIFIED, n);
                      });
@@ -244,10 +283,6 @@ NativeWindow* MakeSci(const CreateInfo& info) {
 }
 
 }  // namespace
-
-bool SciPalette::IsDark() const {
-  return QColor(ground & 0xFF, ground >> 8 & 0xFF, ground >> 16 & 0xFF).lightness() < cDarkBelow;
-}
 
 void RegisterSciClass() {
   RegisterNativeClass(cSciClass, MakeSci);

@@ -7,6 +7,8 @@ namespace mavro {
 namespace {
 
 using Editor = SciEditor::Impl;
+using Way = Editor::Way;
+using Selecting = Editor::Selecting;
 
 // Commands that are one message without parameters.
 struct MessageRow {
@@ -56,14 +58,22 @@ constexpr ActionRow cActions[] = {
     {cSciGoToLine, [](Editor&, SciEditor& control) { AskGoToLine(control); }},
     {cSciToggleBookmark,
      [](Editor&, SciEditor& control) { control.ToggleBookmark(control.CaretLine()); }},
-    {cSciNextBookmark, [](Editor& editor, SciEditor&) { editor.GoToBookmark(1, false); }},
-    {cSciPrevBookmark, [](Editor& editor, SciEditor&) { editor.GoToBookmark(-1, false); }},
-    {cSciSelectToNextBookmark, [](Editor& editor, SciEditor&) { editor.GoToBookmark(1, true); }},
-    {cSciSelectToPrevBookmark, [](Editor& editor, SciEditor&) { editor.GoToBookmark(-1, true); }},
+    {cSciNextBookmark,
+     [](Editor& editor, SciEditor&) { editor.GoToBookmark(Way::cNext, Selecting::cNothing); }},
+    {cSciPrevBookmark,
+     [](Editor& editor, SciEditor&) { editor.GoToBookmark(Way::cPrevious, Selecting::cNothing); }},
+    {cSciSelectToNextBookmark,
+     [](Editor& editor, SciEditor&) { editor.GoToBookmark(Way::cNext, Selecting::cUpToThere); }},
+    {cSciSelectToPrevBookmark,
+     [](Editor& editor, SciEditor&) {
+       editor.GoToBookmark(Way::cPrevious, Selecting::cUpToThere);
+     }},
     {cSciClearBookmarks, [](Editor& editor, SciEditor&) { editor.Send(SCI_MARKERDELETEALL, 1); }},
-    {cSciGoToMatch, [](Editor& editor, SciEditor&) { editor.GoToMatch(false); }},
-    {cSciSelectToMatch, [](Editor& editor, SciEditor&) { editor.GoToMatch(true); }},
+    {cSciGoToMatch, [](Editor& editor, SciEditor&) { editor.GoToMatch(Selecting::cNothing); }},
+    {cSciSelectToMatch,
+     [](Editor& editor, SciEditor&) { editor.GoToMatch(Selecting::cUpToThere); }},
     {cSciFoldAll, [](Editor& editor, SciEditor&) { editor.FoldAll(); }},
+    {cSciShowLongLine, [](Editor&, SciEditor& control) { control.ShowLongLine(); }},
     {cSciPlayMacro, [](Editor& editor, SciEditor&) { editor.PlayMacro(); }},
     {cSciRecordMacro,
      [](Editor& editor, SciEditor& control) { editor.SetRecording(!control.inMacroRecord); }},

@@ -28,6 +28,7 @@ enum SciCommand {
   cSciWrapLines = 832,
   cSciReadOnly = 833,
   cSciFoldAll = 834,
+  cSciShowLongLine = 835,
   cSciGoToMatch = 842,
   cSciPlayMacro = 844,
   cSciRecordMacro = 845,

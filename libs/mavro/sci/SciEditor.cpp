@@ -17,7 +17,7 @@ SciEditor::Impl& SciEditor::ItsImpl() const {
   return *static_cast<Impl*>(impl);
 }
 
-void SciEditor::onTextWillChange(int, int, int) {}
+void SciEditor::onTextWillChange(long, long, long) {}
 
 void SciEditor::onDwell(int) {}
 
@@ -46,12 +46,16 @@ void SciEditor::SetLanguage(const EditorLanguage* newLanguage) {
   applyOptions();
 }
 
+bool SciEditor::reload(const std::string& path) {
+  return ItsImpl().Reload(path);
+}
+
 bool SciEditor::load(const std::string& path) {
   return ItsImpl().Load(path);
 }
 
-bool SciEditor::save(const std::string& path, bool stripTrailing, bool ensureLastLine) {
-  return ItsImpl().Save(path, stripTrailing, ensureLastLine);
+bool SciEditor::save(const std::string& path, SaveTidying tidying) {
+  return ItsImpl().Save(path, tidying);
 }
 
 void SciEditor::TakeText(std::string_view newText, int newEncoding, std::string_view oddByte) {
@@ -79,6 +83,8 @@ std::string SciEditor::EncodingName() const {
       return "UTF-16 LE";
     case cUtf8Mark:
       return "UTF-8 BOM";
+    case cByteLetters:
+      return "8 bit";
     default:
       return codePage == SC_CP_UTF8 || ItsImpl().bytes == TextBytes::cAscii ? "UTF-8" : "8 bit";
   }
@@ -95,6 +101,28 @@ void SciEditor::AppendRange(int start, int end, std::string& to) const {
 std::string SciEditor::LineText(int line) const {
   const int next = line + 1 < LineCount() ? LineStart(line + 1) : Length();
   return GetRange(LineStart(line), next);
+}
+
+std::string SciEditor::GetText() const {
+  std::string text;
+  AppendWhole(0, WholeLength(), text);
+  return text;
+}
+
+size_t SciEditor::WholeLength() const {
+  return ItsImpl().standIns.WholeLength();
+}
+
+void SciEditor::AppendWhole(size_t start, size_t end, std::string& to) const {
+  ItsImpl().standIns.AppendWhole(start, end, to);
+}
+
+int SciEditor::LinesNotShown() const {
+  return ItsImpl().standIns.Count();
+}
+
+bool SciEditor::ShowLongLine() {
+  return ItsImpl().ShowLongLineAt(CaretPosition());
 }
 
 int SciEditor::LineOf(int position) const {
@@ -120,19 +148,15 @@ std::pair<int, int> SciEditor::Selection() const {
 
 std::string SciEditor::SelectedText() const {
   const auto [start, end] = Selection();
-  return GetRange(start, end);
+  return ItsImpl().longLines.Unfold(GetRange(start, end));
 }
 
 void SciEditor::Select(int anchor, int caret) {
   Send(SCI_SETSEL, static_cast<std::uintptr_t>(anchor), caret);
 }
 
-// By a target, so that NUL bytes go in as well.
 void SciEditor::ReplaceSelection(std::string_view replacement) {
-  Send(SCI_TARGETFROMSELECTION);
-  Send(SCI_REPLACETARGET, replacement.size(), reinterpret_cast<std::intptr_t>(replacement.data()));
-  const auto end = Send(SCI_GETTARGETEND);
-  Select(static_cast<int>(end), static_cast<int>(end));
+  ItsImpl().PutText(ItsImpl().FoldNew(replacement));
 }
 
 unsigned long SciEditor::ChangeCount() const {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,14 +20,27 @@ namespace mavro {
 class SciText;
 struct SciNotification;
 
-// How the lines that carry a marker look: a ground of this colour under the text.
+// What is drawn in the margin beside a marked line.
+enum class MarkSign { cNone, cError, cArrow };
+
+// How the lines that carry a marker look: a ground of this colour under the text, and a sign beside
+// it.
 struct MarkType {
-  int number = 0;
-  int size = 127;  // how much of the colour is seen, 255 is all of it
-  int colour = 0;  // blue-green-red
+  int number = 0;  // up to 7
+  ColourPair ground = {};
+  MarkSign sign = MarkSign::cNone;
   bool enabled = true;
   bool exclusive = true;  // one line of the text at most carries it
 };
+
+// What a save does to the text before it is written.
+struct SaveTidying {
+  bool stripTrailing = false;   // blanks and tabs at the ends of lines go
+  bool ensureLastLine = false;  // the last line gets a line end
+};
+
+// When words are offered: whenever there are any, or only if there is no choice.
+enum class WordOffer { cAny, cSingle };
 
 // An editor of source text: the editing component as a control. It is configured from its options
 // and its language, loads and saves files byte for byte, and asks its son what to complete. Lines
@@ -40,9 +54,10 @@ class SciEditor : public Control {
 
   // Group: what a son fills in. By default nothing happens and nothing is offered.
   virtual void onTextChanged() {}
-  // Comes before each change of the text but those of `load`: at `position`, `removed` bytes will
-  // give way to `added` others. The text may be read, not changed.
-  virtual void onTextWillChange(int position, int removed, int added);
+  // Comes before each change of the whole text but those of `load`: at `position`, `removed` bytes
+  // will give way to `added` others, or to cUnknownLength. The text may be read, not changed.
+  static constexpr long cUnknownLength = -1;
+  virtual void onTextWillChange(long position, long removed, long added);
   virtual void onSavePointChanged() {}
   virtual void onDwell(int position);
   // What fits behind `text`, which stands left of the caret: names between blanks, each with "?1"
@@ -63,9 +78,16 @@ class SciEditor : public Control {
   // Reads a file and takes its name. False, with nothing changed, when it can't be read; with
   // `reportMissing` a message says so.
   bool load(const std::string& path);
+  // Puts what the file holds now in place of the text, as one undo step. False, with nothing
+  // changed, when it can't be read.
+  bool reload(const std::string& path);
   // Writes the text. False, with the text as it is and still dirty, when that fails; `saveError`
   // then says why.
-  bool save(const std::string& path, bool stripTrailing = false, bool ensureLastLine = false);
+  bool save(const std::string& path, SaveTidying tidying = {});
+  // A number that tells what saving the text would write from what other files hold, and the one of
+  // a file; nothing where there are no such bytes.
+  std::optional<size_t> TextDigest() const;
+  static std::optional<size_t> DigestOfFile(const std::string& path);
   // Replaces the text by one that no file holds: it is unsaved, and undoing brings the old one
   // back. Encoding and odd byte are those that its file is to be written with.
   void TakeText(std::string_view newText, int newEncoding, std::string_view oddByte);
@@ -78,7 +100,8 @@ class SciEditor : public Control {
   // "UTF-8", "UTF-16 LE", ...; "8 bit" for bytes that are no UTF-8.
   std::string EncodingName() const;
 
-  // Group: text.
+  // Group: text. Lines that take long to measure are not shown: a stand-in, one character with a
+  // note, is in the text in such a line's place. Lengths and positions are those of the shown text.
   int Length() const { return static_cast<int>(Send(SCI_GETLENGTH)); }
   int LineCount() const { return static_cast<int>(Send(SCI_GETLINECOUNT)); }
   std::string GetRange(int start, int end) const;
@@ -86,7 +109,15 @@ class SciEditor : public Control {
   void AppendRange(int start, int end, std::string& to) const;
   // A line with its line end.
   std::string LineText(int line) const;
-  std::string GetText() const { return GetRange(0, Length()); }
+  // The whole text, as it is saved; its length; its bytes from `start` up to `end`, put behind
+  // `to`.
+  std::string GetText() const;
+  size_t WholeLength() const;
+  void AppendWhole(size_t start, size_t end, std::string& to) const;
+  // How many lines are not shown, and one shown for its stand-in beside the caret or in its line:
+  // the user has been asked where that takes long. False when there is none or it isn't wanted.
+  int LinesNotShown() const;
+  bool ShowLongLine();
   int CaretPosition() const { return static_cast<int>(Send(SCI_GETCURRENTPOS)); }
   int LineOf(int position) const;
   int LineStart(int line) const;
@@ -94,7 +125,7 @@ class SciEditor : public Control {
   int CaretLine() const { return LineOf(CaretPosition()); }
   int CaretColumn() const;  // in columns of the screen, from 0
   std::pair<int, int> Selection() const;
-  std::string SelectedText() const;
+  std::string SelectedText() const;  // whole
   void Select(int anchor, int caret);
   void ReplaceSelection(std::string_view replacement);
   // Counts every change of the text, as it happens.
@@ -108,6 +139,7 @@ class SciEditor : public Control {
   void ToggleBookmark(int line);
   // Puts a marker of the table on a line; an exclusive one leaves the line it was on.
   void SetLineMark(int number, int line);
+  void RemoveLineMarks(int number);
 
   // Group: commands. Carries out one by its id; false for those that are not the editor's.
   bool OnCommand(int id);
@@ -116,10 +148,9 @@ class SciEditor : public Control {
   void startCompletion();
   void startCallTip();
   void updateCallTip();
-  // Offers the words of the text that begin as the one left of the caret does. With
-  // `onlyOneAllowed` nothing is completed unasked, even when one word only is found. True when a
-  // list stands open.
-  bool startWordCompletion(bool onlyOneAllowed);
+  // Offers the words of the text that begin as the one left of the caret does; true when a list is
+  // open.
+  bool startWordCompletion(WordOffer offer);
   void maintainIndent(char typed);
   void autoIndent(char typed);
   int expectedIndent(int line) const;

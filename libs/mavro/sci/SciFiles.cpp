@@ -1,6 +1,8 @@
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +21,8 @@ namespace {
 
 constexpr size_t cChunk = 128 * 1024;
 constexpr long cRoomToType = 1000;
+constexpr long cFirstRoom = 1024 * 1024;
+constexpr long cMoreRoom = 8;  // times what was there
 // Larger texts are shown without styles and folds.
 constexpr long cHugeBytes = 64L * 1024 * 1024;
 
@@ -37,6 +41,44 @@ ssize_t ReadChunk(int file, std::vector<char>& buffer) {
   return static_cast<ssize_t>(filled);
 }
 
+// A file read at once: its text, and what its bytes are made of it by.
+struct WholeText {
+  std::string text;
+  TextEncoding encoding;
+  std::string oddByte;
+};
+
+std::optional<WholeText> ReadWhole(const std::string& path) {
+  const std::optional<std::string> content = ReadFileText(path);
+  if (!content) return {};
+  const TextEncoding encoding = DetectEncoding(std::string_view(*content).substr(0, cChunk));
+  TextDecoder decoder(encoding);
+  std::string text(decoder.Decode(*content));
+  text += decoder.Finish();
+  return WholeText{std::move(text), encoding, decoder.oddByte};
+}
+
+// Not the first byte of a character of UTF-8.
+bool IsTrailByte(char c) {
+  return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+// What of `before` gives way when it becomes `after`: what both begin and end with stays, by whole
+// characters.
+ByteRange DifferingRange(std::string_view before, std::string_view after) {
+  const auto front = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
+  auto start = static_cast<size_t>(front.first - before.begin());
+  const bool splits = (start < before.size() && IsTrailByte(before[start])) ||
+                      (start < after.size() && IsTrailByte(after[start]));
+  while (splits && start > 0 && IsTrailByte(before[start - 1])) --start;
+  if (splits && start > 0) --start;
+  const auto back = std::mismatch(before.rbegin(), before.rend() - static_cast<ptrdiff_t>(start),
+                                  after.rbegin(), after.rend() - static_cast<ptrdiff_t>(start));
+  size_t end = before.size() - static_cast<size_t>(back.first - before.rbegin());
+  while (end < before.size() && IsTrailByte(before[end])) ++end;
+  return {start, end};
+}
+
 }  // namespace
 
 // Reads the file into the empty text. False when reading breaks off.
@@ -47,20 +89,33 @@ bool SciEditor::Impl::FillFrom(int file, long size) {
   if (count < 0) return false;
   Editor().encoding = DetectEncoding(chunk());
   TextDecoder decoder(static_cast<TextEncoding>(Editor().encoding));
-  const auto add = [this](std::string_view text) {
-    Send(SCI_ADDTEXT, static_cast<Param>(text.size()), reinterpret_cast<Param>(text.data()));
+  // What is not shown needs no room: the component is told of more when it comes.
+  long room = std::min(size, cFirstRoom);
+  Send(SCI_ALLOCATE, room + cRoomToType);
+  long taken = 0, shown = 0;
+  LongLineFolder folder(longLines, [&](std::string_view text) {
+    shown += static_cast<long>(text.size());
+    if (shown > room && room < size) {
+      room = std::min(size, std::max(room * cMoreRoom, shown));
+      Send(SCI_ALLOCATE, room + cRoomToType);
+    }
+    AddShown(text);
+  });
+  const auto take = [&](std::string_view text) {
+    taken += static_cast<long>(text.size());
+    folder.Take(text);
   };
-  Send(SCI_ALLOCATE, size + cRoomToType);
   const std::string_view first = decoder.Decode(chunk());
   Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(first))]);
-  add(first);
+  take(first);
   while (static_cast<size_t>(count) == cChunk) {
     count = ReadChunk(file, buffer);
     if (count < 0) return false;
-    if (Length() > INT32_MAX - 4 * static_cast<int>(cChunk)) return false;
-    add(decoder.Decode(chunk()));
+    if (taken > INT32_MAX - 4 * static_cast<long>(cChunk)) return false;
+    take(decoder.Decode(chunk()));
   }
-  add(decoder.Finish());
+  take(decoder.Finish());
+  folder.Finish();
   oddByte = decoder.oddByte;
   return true;
 }
@@ -73,6 +128,7 @@ bool SciEditor::Impl::Load(const std::string& path) {
     return false;
   }
   const std::string before(Bytes());
+  const LongLines linesBefore = longLines;
   const int encodingBefore = editor.encoding;
   const Param told = Send(SCI_GETMODEVENTMASK);
   Send(SCI_SETMODEVENTMASK, 0);
@@ -81,11 +137,17 @@ bool SciEditor::Impl::Load(const std::string& path) {
   DropLineIndex();
   Send(SCI_CLEARALL);
   Send(SCI_MARKERDELETEALL, -1);
+  ForgetLongLines();
   const bool read = FillFrom(opened.file.Number(), opened.size);
   if (!read) {
     editor.encoding = encodingBefore;
-    Window()->SetText(before);
+    Send(SCI_CLEARALL);
+    longLines = linesBefore;
+    AddShown(before);
+  } else {
+    SpellBytesAsLetters();
   }
+  standIns.Reset();
   ClassifyText();
   Send(SCI_SETUNDOCOLLECTION, 1);
   Send(SCI_SETMODEVENTMASK, told);
@@ -100,21 +162,101 @@ bool SciEditor::Impl::Load(const std::string& path) {
   return read;
 }
 
+// Only what differs is replaced, so that the caret, marks and folds of the rest stay.
+bool SciEditor::Impl::Reload(const std::string& path) {
+  SciEditor& editor = Editor();
+  const std::optional<WholeText> read = ReadWhole(path);
+  if (!hwnd || !read || read->text.size() > static_cast<size_t>(INT32_MAX) / 2) return false;
+  int encoding = read->encoding;
+  const std::string shown = ShownForm(read->text, encoding);
+  const ByteRange changed = DifferingRange(Bytes(), shown);
+  const size_t behind = Bytes().size() - changed.end;
+  const std::string_view replacement =
+      std::string_view(shown).substr(changed.start, shown.size() - behind - changed.start);
+  Send(SCI_SETREADONLY, 0);
+  Send(SCI_SETTARGETRANGE, static_cast<Param>(changed.start), static_cast<Param>(changed.end));
+  Send(SCI_REPLACETARGET, static_cast<Param>(replacement.size()),
+       reinterpret_cast<Param>(replacement.data()));
+  Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(read->text))]);
+  editor.encoding = encoding;
+  oddByte = read->oddByte;
+  ClassifyText();
+  editor.fileName = path;
+  Send(SCI_SETSAVEPOINT);
+  return true;
+}
+
+// Nothing when the text holds what its encoding has no place for.
+std::optional<std::string> SciEditor::Impl::FileBytes() const {
+  const auto encoding = static_cast<TextEncoding>(Editor().encoding);
+  std::string whole = Editor().GetText();
+  if (encoding == cPlainText || encoding == cUtf8Cookie) return whole;
+  return EncodeText(whole, encoding, oddByte);
+}
+
+std::optional<size_t> SciEditor::TextDigest() const {
+  const std::optional<std::string> bytes = ItsImpl().FileBytes();
+  if (!bytes) return {};
+  return std::hash<std::string>{}(*bytes);
+}
+
+std::optional<size_t> SciEditor::DigestOfFile(const std::string& path) {
+  const std::optional<std::string> bytes = ReadFileText(path);
+  if (!bytes) return {};
+  return std::hash<std::string>{}(*bytes);
+}
+
+void SciEditor::Impl::AddShown(std::string_view text) {
+  Send(SCI_ADDTEXT, static_cast<Param>(text.size()), reinterpret_cast<Param>(text.data()));
+}
+
+// Only a text in UTF-8 has characters that are stand-ins: of bytes that are none, letters are made.
+void SciEditor::Impl::SpellBytesAsLetters() {
+  SciEditor& editor = Editor();
+  if (longLines.IsEmpty() || editor.encoding != cPlainText || KindOfBytes() != TextBytes::cOther)
+    return;
+  const std::string text = TextOfByteLetters(longLines.Unfold(Bytes()));
+  editor.encoding = cByteLetters;
+  longLines = {};
+  Send(SCI_CLEARALL);
+  AddShown(longLines.Fold(text));
+}
+
+// What kind of bytes the text has, with the lines that are not shown.
+TextBytes SciEditor::Impl::KindOfBytes() const {
+  TextBytes kind = ClassifyBytes(Bytes());
+  for (int number = 0; number < longLines.End() && kind != TextBytes::cOther; ++number)
+    if (const std::string* line = longLines.Kept(number))
+      kind = std::max(kind, ClassifyBytes(*line));
+  return kind;
+}
+
 // How a text that has come whole is shown follows from its bytes.
 void SciEditor::Impl::ClassifyText() {
   SciEditor& editor = Editor();
-  bytes = ClassifyBytes(Bytes());
+  bytes = standIns.Count() == 0 ? ClassifyBytes(Bytes()) : TextBytes::cUtf8;
   huge = Length() > cHugeBytes;
   const bool unicode = editor.encoding != cPlainText || bytes == TextBytes::cUtf8;
   editor.codePage = unicode ? SC_CP_UTF8 : 0;
   ApplyOptions();
 }
 
+// What is shown of a whole text, and the encoding by which that is written back.
+std::string SciEditor::Impl::ShownForm(std::string_view whole, int& textEncoding) {
+  std::string shown = longLines.Fold(whole);
+  if (textEncoding != cPlainText || !longLines.AreIn(shown) ||
+      ClassifyBytes(whole) != TextBytes::cOther)
+    return shown;
+  textEncoding = cByteLetters;
+  return longLines.Fold(TextOfByteLetters(whole));
+}
+
 void SciEditor::Impl::TakeText(std::string_view newText, int newEncoding,
                                std::string_view newOddByte) {
   SciEditor& editor = Editor();
+  const std::string shown = ShownForm(newText, newEncoding);
   Send(SCI_SELECTALL);
-  editor.ReplaceSelection(newText);
+  PutText(shown);
   Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(newText))]);
   editor.encoding = newEncoding;
   oddByte = newOddByte;
@@ -122,17 +264,21 @@ void SciEditor::Impl::TakeText(std::string_view newText, int newEncoding,
   Send(SCI_GOTOPOS, 0);
 }
 
-bool SciEditor::Impl::Save(const std::string& path, bool stripTrailing, bool ensureLastLine) {
+bool SciEditor::Impl::Save(const std::string& path, SaveTidying tidying) {
   SciEditor& editor = Editor();
   editor.saveError.clear();
   if (!hwnd) return false;
-  if (stripTrailing) StripTrailing();
-  if (ensureLastLine) EnsureLastLine();
+  if (tidying.stripTrailing) StripTrailing();
+  if (tidying.ensureLastLine) EnsureLastLine();
   const auto encoding = static_cast<TextEncoding>(editor.encoding);
+  const std::string whole = standIns.Count() > 0 ? editor.GetText() : std::string();
+  const std::string_view text = standIns.Count() > 0 ? std::string_view(whole) : Bytes();
   if (encoding == cPlainText || encoding == cUtf8Cookie) {
-    editor.saveError = SaveFileText(path, Bytes()).error;
-  } else if (const auto encoded = EncodeText(Bytes(), encoding, oddByte)) {
+    editor.saveError = SaveFileText(path, text).error;
+  } else if (const auto encoded = EncodeText(text, encoding, oddByte)) {
     editor.saveError = SaveFileText(path, *encoded).error;
+  } else if (encoding == cByteLetters) {
+    editor.saveError = "can't write " + path + ": it holds letters that are no byte";
   } else {
     editor.saveError = "can't write " + path + ": it holds bytes that " + editor.EncodingName() +
                        " has no letter for";

@@ -26,6 +26,51 @@ static const char *image[] = {
 };
 )xpm";
 
+const char* const cErrorImage = R"xpm(/* XPM */
+static const char *image[] = {
+"13 13 4 1",
+"  c None",
+". c #A40000",
+"+ c #CC2222",
+"o c #FFFFFF",
+"    .....    ",
+"   .+++++.   ",
+"  .+++++++.  ",
+" .+oo+++oo+. ",
+".++ooo+ooo++.",
+".+++ooooo+++.",
+".++++ooo++++.",
+".+++ooooo+++.",
+".++ooo+ooo++.",
+" .+oo+++oo+. ",
+"  .+++++++.  ",
+"   .+++++.   ",
+"    .....    "
+};
+)xpm";
+
+const char* const cArrowImage = R"xpm(/* XPM */
+static const char *image[] = {
+"13 13 3 1",
+"  c None",
+". c #3A6B0A",
+"+ c #73B81E",
+"      .      ",
+"      ..     ",
+"      .+.    ",
+"      .++.   ",
+" .....++++.  ",
+" .+++++++++. ",
+" .++++++++++.",
+" .+++++++++. ",
+" .....++++.  ",
+"      .++.   ",
+"      .+.    ",
+"      ..     ",
+"      .      "
+};
+)xpm";
+
 const char* const cMemberImage = R"xpm(/* XPM */
 static const char *image[] = {
 "14 14 4 1",

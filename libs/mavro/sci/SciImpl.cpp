@@ -41,6 +41,7 @@ void SciEditor::Impl::Create() {
   Send(SCI_SETMODEVENTMASK, cToldChanges);
   Send(SCI_USEPOPUP, 0);
   Send(SCI_SETEOLMODE, SC_EOL_LF);
+  SetHooks();
   ApplyOptions();
 }
 
@@ -120,6 +121,9 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
     case SCN_MARGINCLICK:
       if (n.margin == cFoldMargin) ToggleFold(LineOf(n.position));
       break;
+    case SCN_DOUBLECLICK:
+      if (standIns.At(n.position) >= 0) ShowLongLineAt(n.position);
+      break;
     case SCN_DWELLSTART:
       mouseX = n.x;
       mouseY = n.y;
@@ -135,6 +139,10 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
     case cSciForeignText:
       if (editor.codePage == 0 && bytes == TextBytes::cAscii) SetCodePage(SC_CP_UTF8);
       break;
+    case cSciWillType:
+    case cSciTyped:
+      WatchTyping(n.code);
+      break;
     case cSciPaletteChanged:
       ApplyStyles();
       break;
@@ -144,20 +152,30 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
   return 0;
 }
 
-// A text of ASCII is shown as UTF-8 from the first letter on that needs it.
+// Of an insertion only the length is told: a longer one may bring lines that are not shown.
 void SciEditor::Impl::BeforeChange(const SciNotification& n) {
   if (!(n.modification & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE))) return;
   ++changeCount;
-  const bool inserts = n.modification & SC_MOD_BEFOREINSERT;
-  Editor().onTextWillChange(n.position, inserts ? 0 : n.length, inserts ? n.length : 0);
-  if (inserts && n.text && bytes == TextBytes::cAscii)
-    bytes = ClassifyBytes({n.text, static_cast<size_t>(n.length)});
+  const auto start = static_cast<long>(standIns.WholePosition(n.position));
+  if (n.modification & SC_MOD_BEFOREINSERT) {
+    const bool isKnown = longLines.IsEmpty() || n.length < LongLines::cStandInBytes;
+    Editor().onTextWillChange(start, 0, isKnown ? n.length : cUnknownLength);
+    standIns.WillInsert(n.position, n.length);
+  } else {
+    const auto end = static_cast<long>(standIns.WholePosition(n.position + n.length));
+    Editor().onTextWillChange(start, end - start, 0);
+    standIns.WillDelete(n.position, n.length);
+  }
 }
 
+// A text of ASCII is shown as UTF-8 from the first letter on that needs it.
 void SciEditor::Impl::UpdateUi(const SciNotification& n) {
   if (Editor().codePage == 0 && bytes == TextBytes::cUtf8) SetCodePage(SC_CP_UTF8);
   if (n.updated & SC_UPDATE_CONTENT) ApplyLineNumbers();
-  if (n.updated & (SC_UPDATE_CONTENT | SC_UPDATE_SELECTION)) MarkBraces();
+  if (n.updated & (SC_UPDATE_CONTENT | SC_UPDATE_SELECTION)) {
+    MarkBraces();
+    ShowCaretLine();
+  }
   Editor().onUpdateUI();
 }
 

@@ -2,10 +2,13 @@
 
 #include <string>
 
+#include "EditorColours.h"
 #include "IndentRules.h"
+#include "LongLines.h"
 #include "NativeSci.h"
 #include "SciEditor.h"
 #include "SciText.h"
+#include "StylePalette.h"
 #include "SysImpl.h"
 #include "TypingRules.h"
 
@@ -33,7 +36,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   std::string Range(int start, int end) const override;
   int StyleAt(int position) const override;
   int Indentation(int line) const override;
-  void AppendRange(int start, int end, std::string& to) const;
+  void AppendRange(int start, int end, std::string& to) const override;
   // All of it, until the next change.
   std::string_view Bytes() const;
   std::string LineToCaret() const;
@@ -44,11 +47,27 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void SetCodePage(int codePage);
   void DropLineIndex();
   void ApplyLineNumbers();
+  // The caret's line has a ground of its own, unless a mark gives it one.
+  void ShowCaretLine();
+  // The marker that draws the sign of a mark.
+  static constexpr int SignOf(int mark) { return mark + 8; }
 
   // Group: files (SciFiles.cpp).
   bool Load(const std::string& path);
-  bool Save(const std::string& path, bool stripTrailing, bool ensureLastLine);
+  bool Reload(const std::string& path);
+  std::optional<std::string> FileBytes() const;
+  std::string ShownForm(std::string_view whole, int& textEncoding);
+  bool Save(const std::string& path, SaveTidying tidying);
   void TakeText(std::string_view newText, int newEncoding, std::string_view newOddByte);
+
+  // Group: lines that are not shown (SciLongLines.cpp).
+  // The shown form of a text that is about to be put in.
+  std::string FoldNew(std::string_view text);
+  // Puts shown text in the selection's place.
+  void PutText(std::string_view shown);
+  bool ShowLongLineAt(int position);
+  LongLines longLines;
+  StandIns standIns{*this, longLines};
 
   // Group: typing (SciTyping.cpp).
   void CharacterAdded(char typed);
@@ -59,8 +78,10 @@ class SciEditor::Impl : public SysImpl, public SciText {
 
   // Group: places and commands (SciPlaces.cpp, SciCommandTable.cpp).
   void GoToLine(int line);
-  void GoToBookmark(int direction, bool extend);
-  void GoToMatch(bool select);
+  enum class Way { cNext, cPrevious };
+  enum class Selecting { cNothing, cUpToThere };
+  void GoToBookmark(Way way, Selecting selecting);
+  void GoToMatch(Selecting selecting);
   void SetRecording(bool on);
   void PlayMacro();
   void FoldAll();
@@ -74,6 +95,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   SciEditor& Editor() const { return *static_cast<SciEditor*>(owner); }
 
   void BeforeChange(const SciNotification& n);
+  void WatchTyping(int code);
   void UpdateUi(const SciNotification& n);
   void MarkBraces();
   void RecordStep(const SciNotification& n);
@@ -86,17 +108,29 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void ApplyFoldSymbols();
   void ApplyMarkers();
   void ApplyProperties();
-  void ApplyDesktopColors();
+  void ApplyColours();
+  void ApplyTextStyles();
+  Desktop ItsDesktop() const;
+  int Colour(EditorColour colour) const { return GroundOf(ColourOf(colour), ItsDesktop()); }
   void SendStyle(const StyleRow& row);
   void ApplyRepresentations();
 
+  void SetHooks();
+  void SendNotes();
+  void ForgetLongLines();
+  int StandInNear(int position);
+
   bool FillFrom(int file, long size);
+  void AddShown(std::string_view text);
+  void SpellBytesAsLetters();
+  TextBytes KindOfBytes() const;
   void ClassifyText();
   void StripTrailing();
   void EnsureLastLine();
 
   int foldFlags = 0;
-  int numberDigits = 0;
+  int notesSent = 0;
+  bool pausesOvertype = false;
 };
 
 }  // namespace mavro

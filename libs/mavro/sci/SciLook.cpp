@@ -19,25 +19,20 @@ constexpr int cBookmarkMarker = 1;
 constexpr int cBookmarkWidth = 16;
 constexpr int cFoldWidth = 20;
 constexpr Param cFolderMask = static_cast<Param>(0xFE000000);
-constexpr int cFoldFlags = 0x103;
+constexpr int cLineBelowClosed = 0x10;
+constexpr int cLineAboveOpen = 0x103;
 constexpr int cLinesAboveCaret = 2;
-constexpr int cSelectionShare = 96;
-constexpr int cCaretLineShare = 24;
 constexpr int cEdgeLine = 1;
 constexpr int cPageCache = 2;
 enum Margin { cNumberMargin, cBookmarkMargin, cFoldMargin };
 
 // Symbols of the fold markers, in the order of cFoldMarkers.
 constexpr int cFoldMarkers[] = {31, 30, 29, 28, 25, 26, 27};
-struct FoldSet {
-  int symbols[std::size(cFoldMarkers)];
-  int colour;
-};
-constexpr FoldSet cFoldSets[] = {
-    {{7, 8, 5, 5, 5, 5, 5}, 0},
-    {{6, 2, 5, 5, 5, 5, 5}, 0},
-    {{20, 18, 9, 16, 19, 21, 17}, 0x404040},
-    {{14, 12, 9, 10, 13, 15, 11}, 0x808080},
+constexpr int cFoldSymbols[][std::size(cFoldMarkers)] = {
+    {7, 8, 5, 5, 5, 5, 5},
+    {6, 2, 5, 5, 5, 5, 5},
+    {20, 18, 9, 16, 19, 21, 17},
+    {14, 12, 9, 10, 13, 15, 11},
 };
 
 // Characters that nobody sees, or that change the direction of what follows: drawn as boxes.
@@ -149,18 +144,19 @@ void SciEditor::Impl::ApplyLineNumbers() {
 }
 
 void SciEditor::Impl::ApplyFoldSymbols() {
-  foldFlags |= cFoldFlags;
+  const bool isAbove = Editor().options->lineAboveOpenFolds;
+  foldFlags = isAbove ? cLineAboveOpen : cLineBelowClosed;
   Send(SCI_SETFOLDFLAGS, foldFlags);
   const int style = std::clamp(Editor().options->foldStyle, 0, 3);
   for (size_t i = 0; i < std::size(cFoldMarkers); ++i)
-    Send(SCI_MARKERDEFINE, cFoldMarkers[i], cFoldSets[style].symbols[i]);
+    Send(SCI_MARKERDEFINE, cFoldMarkers[i], cFoldSymbols[style][i]);
 }
 
 void SciEditor::Impl::ApplyMarkers() {
-  const bool dark = Window()->Palette().IsDark();
+  const bool hasMargin = Editor().options->bookmarkMargin;
   Send(SCI_MARKERSETFORE, cBookmarkMarker, 0x7F0000);
-  Send(SCI_MARKERSETBACK, cBookmarkMarker, 0xFFFF80);
-  if (Editor().options->bookmarkMargin)
+  Send(SCI_MARKERSETBACK, cBookmarkMarker, Colour(cPlaceGround));
+  if (hasMargin)
     Window()->SendImage(SCI_MARKERDEFINEPIXMAP, cBookmarkMarker, cBookmarkImage);
   else
     Send(SCI_MARKERDEFINE, cBookmarkMarker, SC_MARK_BACKGROUND);
@@ -168,9 +164,13 @@ void SciEditor::Impl::ApplyMarkers() {
     const MarkType& type = Editor().markTypes[i];
     if (!type.enabled) continue;
     Send(SCI_MARKERDEFINE, type.number, SC_MARK_BACKGROUND);
-    Send(SCI_MARKERSETBACK, type.number, type.colour);
-    // Light text is read on half of it only.
-    Send(SCI_MARKERSETALPHA, type.number, dark ? type.size / 2 : type.size);
+    Send(SCI_MARKERSETBACK, type.number, GroundOf(type.ground, ItsDesktop()));
+    // A marker that no margin shows would be a ground of its own.
+    const char* image = type.sign == MarkSign::cError ? cErrorImage : cArrowImage;
+    if (hasMargin && type.sign != MarkSign::cNone)
+      Window()->SendImage(SCI_MARKERDEFINEPIXMAP, SignOf(type.number), image);
+    else
+      Send(SCI_MARKERDEFINE, SignOf(type.number), SC_MARK_EMPTY);
   }
 }
 
@@ -187,77 +187,96 @@ void SciEditor::Impl::ApplyProperties() {
   send("fold.preprocessor", options.foldPreprocessor ? "1" : "0");
 }
 
+Desktop SciEditor::Impl::ItsDesktop() const {
+  return Window()->IsDark() ? Desktop::cDark : Desktop::cLight;
+}
+
 void SciEditor::Impl::ApplyStyles() {
   if (!hwnd) return;
   ApplyMarkers();
   const EditorOptions& options = *Editor().options;
-  const SciPalette palette = Window()->Palette();
   const std::string face =
-      options.fontFace.empty() ? Window()->DefaultFace(false) : options.fontFace;
+      options.fontFace.empty() ? Window()->DefaultFace(FaceKind::cProportional) : options.fontFace;
   Send(SCI_STYLERESETDEFAULT);
   SendText(SCI_STYLESETFONT, STYLE_DEFAULT, face.c_str());
   Send(SCI_STYLESETSIZE, STYLE_DEFAULT, options.fontSize);
-  Send(SCI_STYLESETFORE, STYLE_DEFAULT, palette.text);
-  Send(SCI_STYLESETBACK, STYLE_DEFAULT, palette.ground);
+  Send(SCI_STYLESETBOLD, STYLE_DEFAULT, (options.fontStyle & Font::cBold) != 0);
+  Send(SCI_STYLESETITALIC, STYLE_DEFAULT, (options.fontStyle & Font::cItalic) != 0);
+  SendStyle({STYLE_DEFAULT, ColourOf(cTextInk), 0, ColourOf(cTextGround)});
   Send(SCI_STYLECLEARALL);
-  if (Editor().language && Editor().language->styles)
-    for (const StyleRow* row = Editor().language->styles; row->style < StyleRow::cEnd; ++row)
-      SendStyle(*row);
+  ApplyTextStyles();
   for (const StyleRow* row = cCommonStyles; row->style < StyleRow::cEnd; ++row) SendStyle(*row);
   if (options.monospaced) {
     const std::string fixed =
-        options.monoFace.empty() ? Window()->DefaultFace(true) : options.monoFace;
+        options.monoFace.empty() ? Window()->DefaultFace(FaceKind::cFixed) : options.monoFace;
     for (int style = 0; style <= STYLE_MAX; ++style) {
       if (style == STYLE_LINENUMBER) continue;
       SendText(SCI_STYLESETFONT, style, fixed.c_str());
       Send(SCI_STYLESETSIZE, style, options.fontSize);
     }
   }
-  ApplyDesktopColors();
+  ApplyColours();
   ApplyLineNumbers();
 }
 
-// The rows are made for a light ground; on a dark one their colours are turned into readable ones
-// of the same hue.
+// What the preprocessor leaves out looks as other text does, on a ground of its own: the component
+// knows the macros of this one file only, and is often wrong.
+void SciEditor::Impl::ApplyTextStyles() {
+  const EditorLanguage* language = Editor().language;
+  if (!language || !language->styles) return;
+  const auto sendLeftOut = [&](StyleRow row) {
+    row.style += language->leftOutStyles;
+    row.flags |= StyleRow::cEolFilled;
+    row.background = ColourOf(cLeftOutGround);
+    SendStyle(row);
+  };
+  for (int style = 0; style < language->leftOutStyles; ++style)
+    sendLeftOut({style, ColourOf(cTextInk)});
+  for (const StyleRow* row = language->styles; row->style < StyleRow::cEnd; ++row) {
+    SendStyle(*row);
+    if (language->leftOutStyles > 0) sendLeftOut(*row);
+  }
+}
+
 void SciEditor::Impl::SendStyle(const StyleRow& row) {
-  const SciPalette palette = Window()->Palette();
-  const bool dark = palette.IsDark();
-  int ground = palette.ground;
-  Send(SCI_STYLESETITALIC, row.style, (row.flags & StyleRow::cItalic) != 0);
-  Send(SCI_STYLESETBOLD, row.style, (row.flags & StyleRow::cBold) != 0);
-  if (row.background != 0) {
-    if (dark)
-      ground = row.background == 0xFFFFFF ? palette.ground
-                                          : GroundOnDark(row.background, palette.ground);
-    else
-      ground = row.background;
+  int ground = Colour(cTextGround);
+  const int style = Editor().options->fontStyle;
+  Send(SCI_STYLESETITALIC, row.style, (row.flags & StyleRow::cItalic) || (style & Font::cItalic));
+  Send(SCI_STYLESETBOLD, row.style, (row.flags & StyleRow::cBold) || (style & Font::cBold));
+  if (row.background.light != 0) {
+    ground = GroundOf(row.background, ItsDesktop());
     Send(SCI_STYLESETBACK, row.style, ground);
     Send(SCI_STYLESETEOLFILLED, row.style, (row.flags & StyleRow::cEolFilled) != 0);
   }
-  Send(SCI_STYLESETFORE, row.style, dark ? TextOnDark(row.foreground, ground) : row.foreground);
+  Send(SCI_STYLESETFORE, row.style, InkOf(row.foreground, ItsDesktop(), ground));
   if (row.flags & 0xFF) Send(SCI_STYLESETSIZE, row.style, row.flags & 0xFF);
 }
 
-void SciEditor::Impl::ApplyDesktopColors() {
-  const EditorOptions& options = *Editor().options;
-  const SciPalette palette = Window()->Palette();
-  const bool dark = palette.IsDark();
-  Send(SCI_SETCARETFORE, palette.text);
-  Send(SCI_SETCARETLINEVISIBLE, options.caretLine);
-  Send(SCI_SETCARETLINEBACK, Blend(palette.ground, palette.selection, cCaretLineShare));
-  Send(SCI_SETSELBACK, 1, Blend(palette.ground, palette.selection, cSelectionShare));
-  Send(SCI_SETFOLDMARGINCOLOUR, 1, palette.panel);
-  Send(SCI_SETFOLDMARGINHICOLOUR, 1, palette.panel);
-  const int foldColour = cFoldSets[std::clamp(options.foldStyle, 0, 3)].colour;
+void SciEditor::Impl::ApplyColours() {
+  Send(SCI_SETCARETFORE, Colour(cTextInk));
+  Send(SCI_SETCARETLINEBACK, Colour(cCaretLineGround));
+  ShowCaretLine();
+  Send(SCI_SETSELBACK, 1, Colour(cSelectionGround));
+  Send(SCI_SETFOLDMARGINCOLOUR, 1, Colour(cMarginGround));
+  Send(SCI_SETFOLDMARGINHICOLOUR, 1, Colour(cMarginGround));
   for (const int marker : cFoldMarkers) {
-    Send(SCI_MARKERSETFORE, marker, palette.ground);
-    Send(SCI_MARKERSETBACK, marker, dark ? TextOnDark(foldColour, palette.panel) : foldColour);
+    Send(SCI_MARKERSETFORE, marker, Colour(cMarginGround));
+    Send(SCI_MARKERSETBACK, marker, Colour(cFoldLine));
   }
-  Send(SCI_CALLTIPSETBACK, dark ? palette.panel : palette.ground);
-  Send(SCI_CALLTIPSETFORE, palette.text);
-  Send(SCI_CALLTIPSETFOREHLT, dark ? TextOnDark(0xC04000, palette.panel) : 0xC04000);
-  Send(SCI_SETEDGECOLOUR, Blend(palette.ground, palette.text, cSelectionShare / 2));
-  Send(SCI_SETWHITESPACEFORE, 1, Blend(palette.ground, palette.text, cSelectionShare));
+  Send(SCI_CALLTIPSETBACK, Colour(cTipGround));
+  Send(SCI_CALLTIPSETFORE, Colour(cTipInk));
+  Send(SCI_CALLTIPSETFOREHLT, Colour(cTipArgumentInk));
+  Send(SCI_SETEDGECOLOUR, Colour(cGuideLine));
+  Send(SCI_SETWHITESPACEFORE, 1, Colour(cGuideLine));
+}
+
+void SciEditor::Impl::ShowCaretLine() {
+  unsigned marks = 0;
+  for (int i = 0; i < Editor().markTypeCount; ++i)
+    if (Editor().markTypes[i].enabled) marks |= 1u << Editor().markTypes[i].number;
+  const auto here = static_cast<unsigned>(Send(SCI_MARKERGET, Editor().CaretLine()));
+  const bool isShown = Editor().options->caretLine && (here & marks) == 0;
+  if (Send(SCI_GETCARETLINEVISIBLE) != isShown) Send(SCI_SETCARETLINEVISIBLE, isShown);
 }
 
 // The index that screen readers ask for: it fits one code page only.
@@ -283,6 +302,8 @@ void SciEditor::Impl::ApplyRepresentations() {
     std::for_each(std::begin(cHiddenUtf8), std::end(cHiddenUtf8), send);
   else
     std::for_each(std::begin(cHiddenBytes), std::end(cHiddenBytes), send);
+  notesSent = 0;
+  SendNotes();
 }
 
 }  // namespace mavro

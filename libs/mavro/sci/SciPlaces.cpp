@@ -36,28 +36,37 @@ void SciEditor::ToggleBookmark(int line) {
 
 void SciEditor::SetLineMark(int number, int line) {
   for (int i = 0; i < markTypeCount; ++i)
-    if (markTypes[i].number == number && markTypes[i].exclusive)
-      Send(SCI_MARKERDELETEALL, static_cast<std::uintptr_t>(number));
-  Send(SCI_MARKERADD, static_cast<std::uintptr_t>(line), static_cast<std::intptr_t>(number));
+    if (markTypes[i].number == number && markTypes[i].exclusive) RemoveLineMarks(number);
+  for (const int marker : {number, Impl::SignOf(number)})
+    Send(SCI_MARKERADD, static_cast<std::uintptr_t>(line), static_cast<std::intptr_t>(marker));
+  ItsImpl().ShowCaretLine();
 }
 
-// Direction 1 goes on, -1 goes back; past the end it begins at the other one.
-void SciEditor::Impl::GoToBookmark(int direction, bool extend) {
-  const unsigned search = direction > 0 ? SCI_MARKERNEXT : SCI_MARKERPREVIOUS;
+void SciEditor::RemoveLineMarks(int number) {
+  for (const int marker : {number, Impl::SignOf(number)})
+    Send(SCI_MARKERDELETEALL, static_cast<std::uintptr_t>(marker));
+  ItsImpl().ShowCaretLine();
+}
+
+// Past the end it begins at the other one.
+void SciEditor::Impl::GoToBookmark(Way way, Selecting selecting) {
+  const bool goesOn = way == Way::cNext;
+  const unsigned search = goesOn ? SCI_MARKERNEXT : SCI_MARKERPREVIOUS;
   const Param lastLine = Send(SCI_GETLINECOUNT) - 1;
   const Param line = Editor().CaretLine();
   Param found = -1;
-  const bool inside = direction > 0 ? line < lastLine : line > 0;
-  if (inside) found = Send(search, line + direction, cBookmarkMask);
-  if (found < 0) found = Send(search, direction > 0 ? 0 : lastLine, cBookmarkMask);
+  const bool inside = goesOn ? line < lastLine : line > 0;
+  if (inside) found = Send(search, goesOn ? line + 1 : line - 1, cBookmarkMask);
+  if (found < 0) found = Send(search, goesOn ? 0 : lastLine, cBookmarkMask);
   if (found < 0) return;
   const Param anchor = Send(SCI_GETANCHOR);
   GoToLine(static_cast<int>(found));
-  if (extend) Send(SCI_SETSEL, anchor, LineStart(static_cast<int>(found)));
+  if (selecting == Selecting::cUpToThere)
+    Send(SCI_SETSEL, anchor, LineStart(static_cast<int>(found)));
 }
 
 // The caret ends behind the brace: of the two the one it goes to, and when selecting the later one.
-void SciEditor::Impl::GoToMatch(bool select) {
+void SciEditor::Impl::GoToMatch(Selecting selecting) {
   EditorOptions both = *Editor().options;
   both.braceMatch = both.braceMatchAfter = true;
   const BraceAtCaret brace = FindBrace(*this, Editor().CaretPosition(), both, Editor().language);
@@ -65,7 +74,7 @@ void SciEditor::Impl::GoToMatch(bool select) {
   const Param partner = Send(SCI_BRACEMATCH, brace.position, 0);
   if (partner < 0) return;
   Send(SCI_ENSUREVISIBLE, Send(SCI_LINEFROMPOSITION, partner));
-  if (select)
+  if (selecting == Selecting::cUpToThere)
     Send(SCI_SETSEL, std::min<Param>(brace.position, partner),
          std::max<Param>(brace.position, partner) + 1);
   else

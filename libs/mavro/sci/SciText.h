@@ -15,6 +15,8 @@ class SciText {
   virtual int LineEnd(int line) const = 0;  // before the line end
   // Bytes from `start` up to `end`, both clipped to the text.
   virtual std::string Range(int start, int end) const = 0;
+  // Puts the same bytes behind `to`.
+  virtual void AppendRange(int start, int end, std::string& to) const { to += Range(start, end); }
   // The style that the lexer has given a byte.
   virtual int StyleAt(int position) const = 0;
   // Columns of blank before the first letter of a line.

@@ -45,10 +45,10 @@ void SciEditor::Impl::CharacterAdded(char typed) {
         editor.startCompletion();
         break;
       case TypingStep::cStartWords:
-        editor.startWordCompletion(true);
+        editor.startWordCompletion(WordOffer::cSingle);
         break;
       case TypingStep::cOfferWords:
-        editor.wordCompleting = editor.startWordCompletion(true);
+        editor.wordCompleting = editor.startWordCompletion(WordOffer::cSingle);
         break;
       case TypingStep::cForgetWords:
         editor.wordCompleting = false;
@@ -111,14 +111,15 @@ void SciEditor::updateCallTip() {
   Send(SCI_CALLTIPSETHLT, static_cast<std::uintptr_t>(range.start), range.end);
 }
 
-bool SciEditor::startWordCompletion(bool onlyOneAllowed) {
+bool SciEditor::startWordCompletion(WordOffer offer) {
   const std::string word = WordToComplete(ItsImpl().LineToCaret(), options->wordChars.c_str());
   if (word.empty()) return false;
   const int caret = CaretPosition();
   const std::string around = GetRange(caret - cWordReach, caret + cWordReach);
   const FoundWords found =
-      CollectWords(around, word, options->wordChars.c_str(), language && language->ignoreCase);
-  if (found.count == 0 || (onlyOneAllowed && found.count > 1)) return false;
+      CollectWords(around, word, options->wordChars.c_str(),
+                   language && language->ignoreCase ? LetterCase::cIgnored : LetterCase::cCounts);
+  if (found.count == 0 || (offer == WordOffer::cSingle && found.count > 1)) return false;
   ItsImpl().ShowList(word.size(), found.list);
   return Send(SCI_AUTOCACTIVE) != 0;
 }

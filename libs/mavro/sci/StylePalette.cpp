@@ -1,5 +1,7 @@
 #include "StylePalette.h"
 
+#include "EditorColours.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -35,10 +37,10 @@ double Luminance(int colour) {
 }  // namespace
 
 const StyleRow cCommonStyles[] = {
-    {33, 0x404040, 0, 0xC0C0C0},  // line numbers
-    {34, 0xC00000, StyleRow::cBold, 0xF0E0C0},
-    {35, 0x0000C0, StyleRow::cBold, 0},
-    {37, 0xC0C0C0, 0, 0xFFFFFF},  // guides
+    {33, ColourOf(cMarginInk), 0, ColourOf(cMarginGround)},  // line numbers
+    {34, ColourOf(cBraceInk), StyleRow::cBold, ColourOf(cBraceGround)},
+    {35, ColourOf(cLonelyBraceInk), StyleRow::cBold, 0},
+    {37, ColourOf(cGuideLine), 0, ColourOf(cTextGround)},
     {StyleRow::cEnd},
 };
 
@@ -64,6 +66,17 @@ int TextOnDark(int colour, int ground) {
     if (Contrast(lighter, ground) >= wanted) return lighter;
   }
   return 0xFFFFFF;
+}
+
+int InkOf(const ColourPair& pair, Desktop desktop, int ground) {
+  if (desktop == Desktop::cLight) return pair.light;
+  return pair.dark == ColourPair::cMade ? TextOnDark(pair.light, ground) : pair.dark;
+}
+
+int GroundOf(const ColourPair& pair, Desktop desktop) {
+  if (desktop == Desktop::cLight) return pair.light;
+  return pair.dark == ColourPair::cMade ? GroundOnDark(pair.light, ColourOf(cTextGround).dark)
+                                        : pair.dark;
 }
 
 int GroundOnDark(int colour, int ground) {

@@ -19,6 +19,12 @@ int TextOnDark(int colour, int ground);
 // A ground made for a light desktop, for a dark one: a touch of it over `ground`.
 int GroundOnDark(int colour, int ground);
 
+enum class Desktop { cLight, cDark };
+
+// The colour of a pair for text on `ground`, and the one for a ground of text.
+int InkOf(const ColourPair& pair, Desktop desktop, int ground);
+int GroundOf(const ColourPair& pair, Desktop desktop);
+
 // `share` of 255 of a colour over another.
 int Blend(int under, int over, int share);
 

@@ -7,7 +7,7 @@ namespace mavro {
 
 namespace {
 
-constexpr std::string_view cMarks[] = {"", "\xFE\xFF", "\xFF\xFE", "\xEF\xBB\xBF", ""};
+constexpr std::string_view cMarks[] = {"", "\xFE\xFF", "\xFF\xFE", "\xEF\xBB\xBF", "", ""};
 constexpr int cCookieLines = 2;
 
 bool IsCodingChar(char c) {
@@ -79,23 +79,34 @@ Utf8Char ReadUtf8(std::string_view text) {
   return {};
 }
 
-void AppendUnit(std::string& out, unsigned unit, bool big) {
+void AppendUnit(std::string& out, unsigned unit, TextEncoding encoding) {
   const char bytes[] = {static_cast<char>(unit >> 8), static_cast<char>(unit)};
-  out += bytes[big ? 0 : 1];
-  out += bytes[big ? 1 : 0];
+  const int first = encoding == cUtf16Big ? 0 : 1;
+  out += bytes[first];
+  out += bytes[1 - first];
 }
 
-bool AppendUtf16(std::string& out, std::string_view text, bool big) {
+bool AppendUtf16(std::string& out, std::string_view text, TextEncoding encoding) {
   while (!text.empty()) {
     const Utf8Char one = ReadUtf8(text);
     if (one.length == 0) return false;
     text.remove_prefix(one.length);
     if (one.point < 0x10000) {
-      AppendUnit(out, one.point, big);
+      AppendUnit(out, one.point, encoding);
     } else {
-      AppendUnit(out, 0xD800 + ((one.point - 0x10000) >> 10), big);
-      AppendUnit(out, 0xDC00 + ((one.point - 0x10000) & 0x3FF), big);
+      AppendUnit(out, 0xD800 + ((one.point - 0x10000) >> 10), encoding);
+      AppendUnit(out, 0xDC00 + ((one.point - 0x10000) & 0x3FF), encoding);
     }
+  }
+  return true;
+}
+
+bool AppendByteLetters(std::string& out, std::string_view text) {
+  while (!text.empty()) {
+    const Utf8Char one = ReadUtf8(text);
+    if (one.length == 0 || one.point > 0xFF) return false;
+    text.remove_prefix(one.length);
+    out += static_cast<char>(one.point);
   }
   return true;
 }
@@ -192,12 +203,22 @@ std::optional<std::string> EncodeText(std::string_view text, TextEncoding encodi
   std::string bytes(ByteOrderMark(encoding));
   if (IsUtf16(encoding)) {
     bytes.reserve(text.size() * 2 + 4);
-    if (!AppendUtf16(bytes, text, encoding == cUtf16Big)) return std::nullopt;
+    if (!AppendUtf16(bytes, text, encoding)) return std::nullopt;
+  } else if (encoding == cByteLetters) {
+    bytes.reserve(text.size());
+    if (!AppendByteLetters(bytes, text)) return std::nullopt;
   } else {
     bytes += text;
   }
   bytes += oddByte;
   return bytes;
+}
+
+std::string TextOfByteLetters(std::string_view bytes) {
+  std::string text;
+  text.reserve(bytes.size() + bytes.size() / 8);
+  for (const char c : bytes) AppendUtf8(text, static_cast<unsigned char>(c));
+  return text;
 }
 
 TextBytes ClassifyBytes(std::string_view text) {

@@ -12,8 +12,9 @@ enum TextEncoding {
   cPlainText = 0,  // as they are
   cUtf16Big = 1,
   cUtf16Little = 2,
-  cUtf8Mark = 3,   // UTF-8 behind a byte order mark
-  cUtf8Cookie = 4  // "coding: utf-8" stands in one of the first two lines
+  cUtf8Mark = 3,    // UTF-8 behind a byte order mark
+  cUtf8Cookie = 4,  // "coding: utf-8" stands in one of the first two lines
+  cByteLetters = 5  // each byte is the letter with its number; never detected
 };
 
 // What the head of a file says: its encoding by a byte order mark, else by a cookie.
@@ -52,6 +53,9 @@ class TextDecoder {
 // the encoding has no place for. `oddByte` is what the decoder kept.
 std::optional<std::string> EncodeText(std::string_view text, TextEncoding encoding,
                                       std::string_view oddByte = {});
+
+// The text of a file in which each byte is the letter with its number (cByteLetters).
+std::string TextOfByteLetters(std::string_view bytes);
 
 // What kind of bytes a text has.
 enum class TextBytes { cAscii, cUtf8, cOther };

@@ -27,8 +27,8 @@ char Small(char c) {
   return static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
 }
 
-bool BeginsWith(std::string_view word, std::string_view start, bool ignoreCase) {
-  if (!ignoreCase) return word.starts_with(start);
+bool BeginsWith(std::string_view word, std::string_view start, LetterCase letterCase) {
+  if (letterCase == LetterCase::cCounts) return word.starts_with(start);
   return word.size() >= start.size() &&
          std::equal(start.begin(), start.end(), word.begin(),
                     [](char a, char b) { return Small(a) == Small(b); });
@@ -58,7 +58,7 @@ std::string WordToComplete(std::string_view lineToCaret, const char* wordChars) 
 }
 
 FoundWords CollectWords(std::string_view text, std::string_view start, const char* wordChars,
-                        bool ignoreCase) {
+                        LetterCase letterCase) {
   const CharSet set = SetOf(wordChars);
   const auto isWord = [&set](char c) { return set[static_cast<unsigned char>(c)]; };
   std::vector<std::string_view> words;
@@ -70,7 +70,7 @@ FoundWords CollectWords(std::string_view text, std::string_view start, const cha
     const size_t first = at;
     while (at < text.size() && isWord(text[at])) ++at;
     const std::string_view word = text.substr(first, at - first);
-    if (word.size() > start.size() && BeginsWith(word, start, ignoreCase)) words.push_back(word);
+    if (word.size() > start.size() && BeginsWith(word, start, letterCase)) words.push_back(word);
   }
   std::sort(words.begin(), words.end());
   words.erase(std::unique(words.begin(), words.end()), words.end());

@@ -16,6 +16,8 @@ std::string WordToComplete(std::string_view lineToCaret, const char* wordChars);
 // How far around the caret words are looked for, so that typing costs the same in any text.
 constexpr int cWordReach = 64 * 1024;
 
+enum class LetterCase { cCounts, cIgnored };
+
 // The words of a text that begin with `start` and are longer, each once, sorted, with blanks
 // between.
 struct FoundWords {
@@ -23,7 +25,7 @@ struct FoundWords {
   int count = 0;
 };
 FoundWords CollectWords(std::string_view text, std::string_view start, const char* wordChars,
-                        bool ignoreCase);
+                        LetterCase letterCase);
 
 // The brace that the caret stands at, and what is marked with it.
 struct BraceAtCaret {

@@ -41,6 +41,7 @@ Control::Control(SysImpl* newImpl)
       borderStyle(impl, &SysImpl::BorderChanged, &impl->borderStyle),
       hint(impl, &SysImpl::HintChanged, &impl->hint),
       toolTip(impl, &SysImpl::HintChanged, &impl->hint),
+      accessibleName(impl, &SysImpl::AccessibleNameChanged, &impl->accessibleName),
       dataLink(*this) {
   impl->owner = this;
 }
@@ -65,7 +66,8 @@ void Control::CreateControl() {
   impl->Create();
   for (size_t i = 0; i < children.size(); ++i) children[i]->CreateControl();
   impl->AfterCreate();
-  if (!hint.Get().empty()) impl->HintChanged();
+  if (!hint.empty()) impl->HintChanged();
+  if (!accessibleName.empty()) impl->AccessibleNameChanged();
   NotifyArgs args{this, 0};
   onCreate.Fire(args);
 }

@@ -72,7 +72,7 @@ void DrawRing(Graphics& graphics, int cx, int cy, int r, Color a, Color b) {
 
 DialCtrl::DialCtrl()
     : CustomCtrl(new Impl),
-      pos(impl, static_cast<PropertySetter>(&Impl::PosChanged), &TheImpl().wantedPos),
+      pos(impl, static_cast<PropertySetter>(&Impl::PosChanged), &TheImpl().shownPos),
       min(impl, static_cast<PropertySetter>(&Impl::ScaleChanged), &TheImpl().scale.min),
       max(impl, static_cast<PropertySetter>(&Impl::ScaleChanged), &TheImpl().scale.max),
       steps(impl, static_cast<PropertySetter>(&Impl::ScaleChanged), &TheImpl().scale.steps),
@@ -94,7 +94,7 @@ bool DialCtrl::SetValue(double value) {
 
 void DialCtrl::CreateControl() {
   TheImpl().ComputeColors();
-  TheImpl().ClampPosition();
+  TheImpl().AdjustPosition();
   CustomCtrl::CreateControl();
 }
 
@@ -102,10 +102,8 @@ void DialCtrl::OnDraw(NotifyArgs&) {
   DrawDial(BackBuffer(), TheImpl().Look(), TheImpl().knob);
 }
 
-void DialCtrl::Impl::ClampPosition() {
-  const double low = std::min(scale.min, scale.max);
-  const double high = std::max(scale.min, scale.max);
-  position = wantedPos = std::isnan(position) ? low : std::clamp(position, low, high);
+void DialCtrl::Impl::AdjustPosition() {
+  position = shownPos = Quantise(Drawable(scale), asked);
 }
 
 void DialCtrl::Impl::Create() {
@@ -114,15 +112,17 @@ void DialCtrl::Impl::Create() {
 }
 
 void DialCtrl::Impl::ShowAccessibleValue() {
-  const double step = scale.steps > 0 ? (scale.max - scale.min) / scale.steps : 0;
-  Canvas()->SetAccessibleValue({position, scale.min, scale.max, step});
+  const DialScale range = Drawable(scale);
+  const double step = range.steps > 0 ? (range.max - range.min) / range.steps : 0;
+  Canvas()->SetAccessibleValue({position, range.min, range.max, step});
 }
 
 bool DialCtrl::Impl::SetValue(double value) {
-  const double v = Quantise(scale, value);
-  wantedPos = position;
+  const double v = Quantise(Drawable(scale), value);
+  asked = value;
+  shownPos = position;
   if (v == position) return false;
-  position = wantedPos = v;
+  position = shownPos = v;
   LookChanged();
   FireNotify(static_cast<DialCtrl*>(owner)->onChange);
   return true;
@@ -130,11 +130,12 @@ bool DialCtrl::Impl::SetValue(double value) {
 
 // The property has stored what was assigned; the position is what the grid makes of it.
 void DialCtrl::Impl::PosChanged() {
-  SetValue(wantedPos);
+  SetValue(shownPos);
 }
 
+// Generated code sets the position before the scale that it lies on.
 void DialCtrl::Impl::ScaleChanged() {
-  if (hwnd) ClampPosition();
+  AdjustPosition();
   LookChanged();
 }
 
@@ -146,13 +147,14 @@ void DialCtrl::Impl::LookChanged() {
 
 // End and Home go to the ends of the scale, Right and Left one step along it.
 bool DialCtrl::Impl::OnOwnKey(int virtualKey) {
-  const double step = scale.steps > 0 ? (scale.max - scale.min) / scale.steps : 0;
+  const DialScale range = Drawable(scale);
+  const double step = range.steps > 0 ? (range.max - range.min) / range.steps : 0;
   switch (virtualKey) {
     case VK_END:
-      SetValue(scale.max);
+      SetValue(range.max);
       return true;
     case VK_HOME:
-      SetValue(scale.min);
+      SetValue(range.min);
       return true;
     case VK_LEFT:
       SetValue(position - step);
@@ -167,7 +169,7 @@ bool DialCtrl::Impl::OnOwnKey(int virtualKey) {
 
 void DialCtrl::Impl::TurnTo(int x, int y) {
   const DialLook look = Look();
-  SetValue(ValueOfAngle(scale, std::atan2(y - look.centerY, x - look.centerX)));
+  SetValue(ValueOfAngle(look.scale, std::atan2(y - look.centerY, x - look.centerX)));
 }
 
 bool DialCtrl::Impl::IsOnKnob(int x, int y) const {

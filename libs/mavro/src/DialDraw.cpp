@@ -10,7 +10,8 @@ namespace {
 
 constexpr double cDarker = 0.7;
 constexpr int cTickLength = 5;
-constexpr int cTickGap = 3;  // between the knob and its ticks
+constexpr int cTickGap = 3;       // between the knob and its ticks
+constexpr int cLeastRadius = 10;  // of a knob beside which there is room for more
 constexpr int cMostTicks = 30;
 constexpr int cMostLabels = 10;
 constexpr int cLabelGap = 3;
@@ -101,24 +102,24 @@ double TickOuter(const DialLook& look) {
 void DrawTicks(const Canvas& canvas) {
   const DialLook& look = canvas.look;
   const int steps = std::max(look.scale.steps, 1);
-  const int per = StepsPerTick(steps, cMostTicks);
-  const int perLong = StepsPerTick(steps, cMostLabels);
-  for (int step = 0; step <= steps; step += per) {
-    const double angle = cDialStart + cDialSweep * step / steps;
-    const bool isLong = step % perLong == 0;
-    const int width = canvas.Pixels(1);
-    canvas.graphics.SetPen(Pen(isLong ? look.ink : Blend(look.ink, look.background, 0.55), width));
-    const double inner = look.radius + cTickGap + (isLong ? 0 : 2);
-    const Point ends[] = {canvas.At(angle, inner), canvas.At(angle, TickOuter(look))};
-    canvas.graphics.Polyline(ends, 2);
-    if (step > steps - per) break;
-  }
+  const int width = canvas.Pixels(1);
+  const auto draw = [&](int most, double gap, Color ink) {
+    canvas.graphics.SetPen(Pen(ink, width));
+    for (const int step : DialMarks(steps, most)) {
+      const double angle = cDialStart + cDialSweep * step / steps;
+      const Point ends[] = {canvas.At(angle, look.radius + cTickGap + gap),
+                            canvas.At(angle, TickOuter(look))};
+      canvas.graphics.Polyline(ends, 2);
+    }
+  };
+  draw(cMostTicks, 2, Blend(look.ink, look.background, 0.55));
+  draw(cMostLabels, 0, look.ink);
 }
 
 void DrawPointer(const Canvas& canvas) {
   const DialLook& look = canvas.look;
   const double angle = AngleOfValue(look.scale, look.position);
-  const double tip = look.radius - 7;
+  const double tip = std::max(look.radius - 7, look.radius / 2);  // within the rim
   const double tail = tip * 0.55;
   const double spread = 3.2 / std::max(tail, 1.0);
   const Point shape[] = {canvas.At(angle, tip), canvas.At(angle + spread, tail),
@@ -139,12 +140,11 @@ void DrawCentered(const Canvas& canvas, Point middle, const std::string& text) {
 void ForEachLabel(const DialLook& look, const std::function<void(double, double)>& visit) {
   if (look.labels == DialCtrl::cNone) return;
   const int steps = std::max(look.scale.steps, 1);
-  const int per = look.labels == DialCtrl::cMinMax ? steps : StepsPerTick(steps, cMostLabels);
-  for (int step = 0; step <= steps; step += per) {
+  const int most = look.labels == DialCtrl::cMinMax ? 1 : cMostLabels;
+  for (const int step : DialMarks(steps, most)) {
     const double share = static_cast<double>(step) / steps;
     visit(cDialStart + cDialSweep * share,
           look.scale.min + (look.scale.max - look.scale.min) * share);
-    if (step > steps - per) break;
   }
 }
 
@@ -167,7 +167,9 @@ void DrawLabels(const Canvas& canvas) {
 void DrawTexts(const Canvas& canvas) {
   const DialLook& look = canvas.look;
   canvas.graphics.SetTextColor(look.ink);
-  if (look.showPos) DrawCentered(canvas, canvas.At(0, 0), DialText(look.position));
+  const std::string position = DialText(look.position);
+  if (look.showPos && canvas.graphics.TextWidth(position) <= 2 * look.radius)
+    DrawCentered(canvas, canvas.At(0, 0), position);
   if (look.text.empty()) return;
   const int y = look.height - canvas.graphics.TextHeight() / 2 - 1;
   DrawCentered(canvas, {canvas.Pixels(look.centerX), canvas.Pixels(y)}, look.text);
@@ -183,8 +185,8 @@ void DrawFocus(const Canvas& canvas) {
 }
 
 // The largest knob whose ticks and labels stay inside a box of these half sizes around its centre.
-int FittingRadius(const DialLook& look, const Graphics& graphics, double halfWidth,
-                  double halfHeight) {
+int LabelledRadius(const DialLook& look, const Graphics& graphics, double halfWidth,
+                   double halfHeight) {
   const int ticks = cTickGap + cTickLength;
   double radius = std::min(halfWidth, halfHeight) - ticks - 1;
   const double textHalf = graphics.TextHeight() / 2.0;
@@ -199,15 +201,26 @@ int FittingRadius(const DialLook& look, const Graphics& graphics, double halfWid
   return static_cast<int>(radius);
 }
 
+// Where there is no room for all, the knob matters most: the labels go first, then the ticks.
+void FitInto(DialLook& look, const Graphics& graphics, double halfWidth, double halfHeight) {
+  look.radius = LabelledRadius(look, graphics, halfWidth, halfHeight);
+  if (look.radius >= cLeastRadius) return;
+  look.labels = DialCtrl::cNone;
+  look.radius = LabelledRadius(look, graphics, halfWidth, halfHeight);
+  if (look.radius >= cLeastRadius) return;
+  look.ticks = false;
+  look.radius = static_cast<int>(std::min(halfWidth, halfHeight)) - 1;
+}
+
 }  // namespace
 
 void DrawDial(Graphics& graphics, const DialLook& look, KnobPicture& knob) {
   graphics.FillRect({0, 0, look.width, look.height}, look.background);
-  if (look.radius < 8) return;
+  if (look.radius < 2) return;
   ShowKnob(graphics, look, knob);
   graphics.UseDevicePixels(true);
   const Canvas canvas{graphics, look, graphics.PixelRatio()};
-  DrawTicks(canvas);
+  if (look.ticks) DrawTicks(canvas);
   graphics.SetTextColor(look.ink);
   DrawLabels(canvas);
   DrawPointer(canvas);
@@ -226,7 +239,7 @@ void DialCtrl::Impl::ComputeColors() {
 
 DialLook DialCtrl::Impl::Look() const {
   DialLook look;
-  look.scale = scale;
+  look.scale = Drawable(scale);
   look.position = position;
   look.labels = labels;
   look.showPos = showPos;
@@ -245,7 +258,7 @@ DialLook DialCtrl::Impl::Look() const {
   const int below = look.text.empty() ? 0 : backBuffer.TextHeight() / 2;
   look.centerX = look.width / 2;
   look.centerY = (look.height - below) / 2;
-  look.radius = FittingRadius(look, backBuffer, look.centerX, look.centerY);
+  FitInto(look, backBuffer, look.centerX, look.centerY);
   return look;
 }
 

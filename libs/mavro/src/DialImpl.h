@@ -15,6 +15,7 @@ struct DialLook {
   DialScale scale;
   double position = 0;
   int labels = DialCtrl::cMinMax;
+  bool ticks = true;
   bool showPos = true;
   bool focused = false;
   bool enabled = true;
@@ -37,7 +38,8 @@ class DialCtrl::Impl : public CustomCtrl::Impl {
 
   bool SetValue(double value);
   void ComputeColors();
-  void ClampPosition();
+  // Puts the position that was asked for last on the grid.
+  void AdjustPosition();
   // Where the knob is and what it looks like now.
   DialLook Look() const;
 
@@ -47,7 +49,7 @@ class DialCtrl::Impl : public CustomCtrl::Impl {
 
   KnobPicture knob;
   DialScale scale;
-  double wantedPos = 0;  // what the property shows; between two assignments the position
+  double shownPos = 0;  // what the property shows; between two assignments the position
   bool showPos = true;
   int labels = cMinMax;
 
@@ -60,6 +62,7 @@ class DialCtrl::Impl : public CustomCtrl::Impl {
   void ShowAccessibleValue();
 
   double position = 0;
+  double asked = 0;  // by the last assignment or turn: another scale may have room for it
   bool turning = false;
   Color light, mid, dark;
 };

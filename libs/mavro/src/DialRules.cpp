@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 
 namespace mavro {
@@ -9,11 +10,26 @@ namespace mavro {
 namespace {
 
 constexpr double cFullCircle = 6.283185307;
+constexpr double cFarthest = 8e307;  // so that the range is a number too
 
 // 0 at the scale's minimum, 1 at its maximum.
 double Share(const DialScale& scale, double value) {
   const double share = (value - scale.min) / (scale.max - scale.min);
   return std::isfinite(share) ? std::clamp(share, 0.0, 1.0) : 0;
+}
+
+// 1, 2, 5, 10, 20, ...: the first that makes at most `most` distances of the steps.
+int RoundDistance(int steps, int most) {
+  int64_t per = 1;
+  for (int i = 0; (steps + per - 1) / per > most; ++i) per = i % 3 == 1 ? per / 2 * 5 : per * 2;
+  return static_cast<int>(per);
+}
+
+// Steps between two marks: all equal if that gives at least a third of the marks there may be.
+int StepsPerMark(int steps, int most) {
+  for (int count = std::min(most, steps); count >= std::max(1, std::min(most, steps) / 3); --count)
+    if (steps % count == 0) return steps / count;
+  return RoundDistance(steps, most);
 }
 
 }  // namespace
@@ -41,10 +57,25 @@ double ValueOfAngle(const DialScale& scale, double angle) {
   return scale.min + (scale.max - scale.min) * std::min(behindStart / cDialSweep, 1.0);
 }
 
-int StepsPerTick(int steps, int most) {
-  for (int per = 1; per < steps; ++per)
-    if (steps % per == 0 && steps / per <= most) return per;
-  return std::max(steps, 1);
+DialScale Drawable(const DialScale& scale) {
+  DialScale drawable = scale;
+  if (std::isnan(drawable.min)) drawable.min = scale.max;
+  if (std::isnan(drawable.max)) drawable.max = drawable.min;
+  if (std::isnan(drawable.min)) drawable.min = drawable.max = 0;
+  drawable.min = std::clamp(drawable.min, -cFarthest, cFarthest);
+  drawable.max = std::clamp(drawable.max, -cFarthest, cFarthest);
+  return drawable;
+}
+
+std::vector<int> DialMarks(int steps, int most) {
+  if (steps < 1) steps = 1;
+  const int per = StepsPerMark(steps, most);
+  std::vector<int> marks{0};
+  // A round number too near the end would run into it.
+  for (int left = steps - per; left >= (per + 1) / 2 && left > 0; left -= per)
+    marks.push_back(marks.back() + per);
+  marks.push_back(steps);
+  return marks;
 }
 
 std::string DialText(double value) {

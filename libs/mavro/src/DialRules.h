@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace mavro {
 
@@ -23,9 +24,13 @@ double Quantise(const DialScale& scale, double value);
 double AngleOfValue(const DialScale& scale, double value);
 // The value that an angle of -pi to pi points to; in the gap below the dial the nearer end.
 double ValueOfAngle(const DialScale& scale, double angle);
-// How many steps lie between two ticks, so that at most `most` of them stand along the scale and
-// the ends have one each.
-int StepsPerTick(int steps, int most);
+// A range that can be drawn: an end that is no number is where the other one is, endless ones are
+// far away.
+DialScale Drawable(const DialScale& scale);
+// The steps that get a tick: both ends, and between them at equal distances as many as there may be
+// when `most` such distances fill the scale. A number of steps that has no divisor near `most` gets
+// round numbers, and a last distance of its own. The time does not grow with the steps.
+std::vector<int> DialMarks(int steps, int most);
 // A value as a label shows it: at most six digits and no zeros behind the point.
 std::string DialText(double value);
 

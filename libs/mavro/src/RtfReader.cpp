@@ -156,7 +156,7 @@ class Reader {
       plain.remove_prefix(CharacterBytes(plain));
       --pendingSkip;
     }
-    Add(plain);
+    if (!plain.empty()) Add(plain);  // else half of a character may still wait for the other
   }
 
   void Open() {

@@ -52,6 +52,10 @@ bool Confirm(const std::string& text, bool* cancelled) {
   return answer == Answer::cYes;
 }
 
+bool ConfirmLoss(const std::string& text) {
+  return Dialogs().message(text, "Confirmation", cYesNo | cDefaultNo) == Answer::cYes;
+}
+
 void Beep() {
   Dialogs().beep();
 }

@@ -3,12 +3,14 @@
 #include "Assert.h"
 #include "ButtonImpl.h"
 #include "Form.h"
+#include "Menu.h"
 
 namespace mavro {
 
 namespace {
 
-constexpr int cStockStrip = 1;  // the framework's own icons; number 0 stands for none
+constexpr int cFirstCommand = 3;  // lower ones are the answers of dialogs
+constexpr int cStockStrip = 1;    // the framework's own icons; number 0 stands for none
 
 struct KindRow {
   const char* caption;
@@ -22,6 +24,16 @@ constexpr KindRow cKinds[] = {
     {"&Print", 0}, {"&Run", 0},       {"&Go", 0},
     {"&Edit", 0},  {"Se&tup", 0},     {"&Close", 0},
 };
+
+// Sends a command to a form as its menu does, where a disabled one does nothing. False if the form
+// has gone by it.
+bool SendCommand(Form* form, int id) {
+  if (!form || id < cFirstCommand) return true;
+  if (form->menuBar && !form->menuBar->IsEnabled(id)) return true;
+  NativeWindow* window = form->impl->hwnd;
+  if (window) SendMessage(window, WM_COMMAND, id, 0);
+  return IsWindow(window);
+}
 
 // Closes a form with a result, as far as it is there: what the first call fires may take it along.
 void CloseWith(Form* form, int result) {
@@ -100,9 +112,10 @@ void Button::Impl::ShowPicture() {
 void Button::Impl::OnClick() {
   const int result = modalResult;
   Form* form = owner->GetForm();
+  const int command = static_cast<Button*>(owner)->cmd;
   NotifyArgs args{owner, 0};
   if (!static_cast<AnyButton*>(owner)->onClick.Fire(args)) return;
-  if (result != 0) CloseWith(form, result);
+  if (SendCommand(form, command) && result != 0) CloseWith(form, result);
 }
 
 void CheckBox::Impl::PrepareStyle() {

@@ -153,6 +153,21 @@ Param SysImpl::OnMouse(unsigned message, Param wParam, Param lParam) {
   return DefaultProc(hwnd, message, wParam, lParam);
 }
 
+Param SysImpl::OnCrossing(unsigned message, Param wParam, Param lParam) {
+  const bool enters = message == WM_MOUSEENTER;
+  MouseArgs mouse;
+  mouse.sender = owner;
+  mouse.kind = enters ? MouseArgs::cEnter : MouseArgs::cLeave;
+  mouse.modifiers = LiveModifiers();
+  mouse.button = HeldButton(wParam);
+  mouse.x = PointX(lParam);
+  mouse.y = PointY(lParam);
+  NotifyArgs notify{owner, 0};
+  CrossingEvent& event = enters ? owner->onMouseEnter : owner->onMouseLeave;
+  if (!event.Fire(mouse, notify) || mouse.handled || notify.value > 0) return 0;
+  return DefaultProc(hwnd, message, wParam, lParam);
+}
+
 Param SysImpl::OnContextMenu(Param wParam, Param lParam) {
   MouseArgs args;
   args.sender = owner;
@@ -193,13 +208,8 @@ Param SysImpl::WndProc(unsigned message, Param wParam, Param lParam) {
       if (!FireNotify(owner->onDblClick)) return 0;
       break;
     case WM_MOUSEENTER:
-      if (!FireNotify(owner->onMouseEnter)) return 0;
-      break;
-    case WM_MOUSELEAVE: {
-      NotifyArgs args{owner, 0};
-      if (!owner->onMouseLeave.Fire(args) || args.value > 0) return 0;
-      break;
-    }
+    case WM_MOUSELEAVE:
+      return OnCrossing(message, wParam, lParam);
     case WM_CREATED:
       TimerList::WindowMade(owner);
       break;

@@ -27,6 +27,11 @@ void MenuItem::Enable(bool on) {
   if (inserted && !IsSeparator() && !isSubmenu) menu->hmenu->EnableItem(action->id, on);
 }
 
+void MenuItem::Check(bool on) {
+  checked = on;
+  if (inserted && !IsSeparator() && !isSubmenu) menu->hmenu->CheckItem(action->id, on);
+}
+
 void MenuItem::Insert(ActionMenu* into) {
   if (inserted) return;
   inserted = true;
@@ -37,6 +42,7 @@ void MenuItem::Insert(ActionMenu* into) {
   menu->hmenu->AddItem(action->id, action->text + HotKeyText(action->hotkey));
   into->actions.push_back(action);
   if (!enabled) menu->hmenu->EnableItem(action->id, false);
+  if (checked) menu->hmenu->CheckItem(action->id, true);
 }
 
 void MenuItem::Detach() {

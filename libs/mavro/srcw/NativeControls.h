@@ -18,6 +18,7 @@ class NativeMenu {
   // `submenu` is not owned and must outlive this menu.
   virtual void AddSubmenu(NativeMenu& submenu, const std::string& title) = 0;
   virtual void EnableItem(int id, bool on) = 0;
+  virtual void CheckItem(int id, bool on) = 0;
   virtual void SetItemText(int id, const std::string& text) = 0;
   virtual void RemoveAt(int position) = 0;
   virtual void SetTitle(const std::string& title) = 0;

@@ -174,6 +174,7 @@ class NativeWindow {
   bool TakesFocus() const;
   // Shown as a tool tip; names the control for screen readers unless a text or a label does.
   void SetHint(const std::string& hint);
+  // Names the control for screen readers, unless the program has named it.
   void SetAccessibleName(const std::string& name);
   void CaptureMouse(bool on);
   void Raise();

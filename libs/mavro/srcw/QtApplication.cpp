@@ -37,6 +37,7 @@ int RunApplication(int argc, char** argv) {
   std::error_code ignored;
   theApplication.appDir = AppDirOf(argv[0], std::filesystem::current_path(ignored).string());
   ArgumentList arguments(argv + 1, argv + argc);
+  if (Application::AnswerOnTerminal(arguments)) return 0;
   KeepBusFromStarting();
   int toolkitArgc = 1;
   QApplication toolkit(toolkitArgc, argv);

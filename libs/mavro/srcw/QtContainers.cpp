@@ -14,6 +14,7 @@
 #include "QtFileDrops.h"
 #include "QtForm.h"
 #include "QtPainted.h"
+#include "QtRoles.h"
 #include "QtStrips.h"
 #include "QtText.h"
 
@@ -57,6 +58,8 @@ class FormWindow final : public NativeForm {
     if (windowType == Form::cToolWindow) flags = Qt::Tool;
     if (windowType == Form::cNoTitleBar) flags |= Qt::FramelessWindowHint;
     frame->setWindowFlags(flags);
+    const bool answers = above || static_cast<const Form*>(creationData)->modal;
+    SetAccessibleRole(*frame, answers ? QAccessible::Dialog : QAccessible::Window);
     if (fixedSize) frame->setFixedSize(frame->size());
     if (!above) return;
     frame->winId();

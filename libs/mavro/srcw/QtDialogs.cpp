@@ -1,9 +1,11 @@
 #include "QtDialogs.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QColorDialog>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QMessageBox>
 
 #include "Form.h"
@@ -21,8 +23,26 @@ QWidget* DialogParent() {
   return activeForm->impl->hwnd->widget;
 }
 
+// A message box that can insist on one of its buttons: whoever wants it away by Escape or by the
+// window manager has not said Yes or No.
+class MessageBox : public QMessageBox {
+ public:
+  using QMessageBox::QMessageBox;
+  bool needsAnswer = false;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (needsAnswer && event->matches(QKeySequence::Cancel)) return event->accept();
+    QMessageBox::keyPressEvent(event);
+  }
+  void closeEvent(QCloseEvent* event) override {
+    if (needsAnswer) return event->ignore();
+    QMessageBox::closeEvent(event);
+  }
+};
+
 Answer ShowMessage(const std::string& text, const std::string& title, int flags) {
-  QMessageBox box(DialogParent());
+  MessageBox box(DialogParent());
   box.setWindowTitle(ToScreen(title));
   box.setTextFormat(Qt::PlainText);
   box.setText(ToScreen(text));
@@ -37,8 +57,9 @@ Answer ShowMessage(const std::string& text, const std::string& title, int flags)
     QMessageBox::StandardButtons standard = QMessageBox::Yes | QMessageBox::No;
     if (buttons == cYesNoCancel) standard |= QMessageBox::Cancel;
     box.setStandardButtons(standard);
-    box.setDefaultButton(QMessageBox::Yes);
-    box.setEscapeButton(buttons == cYesNoCancel ? QMessageBox::Cancel : QMessageBox::No);
+    box.setDefaultButton(flags & cDefaultNo ? QMessageBox::No : QMessageBox::Yes);
+    box.needsAnswer = buttons == cYesNo;
+    box.setWindowFlag(Qt::WindowCloseButtonHint, !box.needsAnswer);
   }
   switch (box.exec()) {
     case QMessageBox::Yes:
@@ -52,6 +73,12 @@ Answer ShowMessage(const std::string& text, const std::string& title, int flags)
   }
 }
 
+// A filter's name without the patterns that it may end with: the toolkit writes them itself.
+QString NameAlone(const QString& name) {
+  const qsizetype open = name.lastIndexOf(" (*");
+  return open > 0 && name.endsWith(')') ? name.left(open) : name;
+}
+
 // "C files|*.c;*.h|All|*.*" as the toolkit writes it. Here "*.*" means every file, with or without
 // a dot.
 QStringList ToolkitFilters(const std::string& filter) {
@@ -60,7 +87,7 @@ QStringList ToolkitFilters(const std::string& filter) {
   for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
     QString patterns = parts[i + 1];
     patterns.replace("*.*", "*").replace(';', ' ');
-    filters += parts[i] + " (" + patterns + ")";
+    filters += NameAlone(parts[i]) + " (" + patterns + ")";
   }
   return filters;
 }

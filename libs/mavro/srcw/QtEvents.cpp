@@ -2,6 +2,7 @@
 
 #include <QAbstractScrollArea>
 #include <QContextMenuEvent>
+#include <QCursor>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QWheelEvent>
@@ -126,6 +127,13 @@ bool QtEvents::OnMouse(QObject* watched, QEvent* event) {
   return message != 0 && Send(message, HeldButtons(mouse->buttons()), place);
 }
 
+// Where the mouse is now, and which buttons are held.
+void QtEvents::SendCrossing(unsigned message) {
+  const QPoint at = window->ClientWidget()->mapFromGlobal(QCursor::pos()) -
+                    QPoint(window->ClientArea().left, window->ClientArea().top);
+  Send(message, HeldButtons(QGuiApplication::mouseButtons()), PackPoint(at.x(), at.y()));
+}
+
 // Events that tell what has happened to the window: Qt has them in any case.
 bool QtEvents::OnWindow(QObject* watched, QEvent* event) {
   const bool isForm = window->widget->isWindow();
@@ -145,10 +153,10 @@ bool QtEvents::OnWindow(QObject* watched, QEvent* event) {
       Send(WM_KILLFOCUS, 0, 0);
       break;
     case QEvent::Enter:
-      if (watched == window->widget) Send(WM_MOUSEENTER, 0, 0);
+      if (watched == window->widget) SendCrossing(WM_MOUSEENTER);
       break;
     case QEvent::Leave:
-      if (watched == window->widget) Send(WM_MOUSELEAVE, 0, 0);
+      if (watched == window->widget) SendCrossing(WM_MOUSELEAVE);
       break;
     case QEvent::WindowActivate:
       if (isForm && watched == window->widget) Send(WM_ACTIVATE, 1, 0);

@@ -18,6 +18,7 @@ class QtEvents final : public QObject {
 
  private:
   bool Send(unsigned message, Param wParam, Param lParam);
+  void SendCrossing(unsigned message);
   bool OnKey(QEvent* event);
   bool OnMouse(QObject* watched, QEvent* event);
   bool OnWindow(QObject* watched, QEvent* event);

@@ -31,13 +31,14 @@ QColor GridColor(const QPalette& palette) {
                 mix(text.blue(), base.blue()));
 }
 
-// Rows of one height; the selection shows without the focus only where that is wanted.
+// Rows of one height, that of the font or of the pictures; the selection shows without the focus
+// only where that is wanted.
 class RowDelegate final : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
 
   QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
-    return QSize(0, option.fontMetrics.height() + cRowPadding);
+    return QSize(0, std::max(option.fontMetrics.height(), pictureHeight) + cRowPadding);
   }
 
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
@@ -48,6 +49,7 @@ class RowDelegate final : public QStyledItemDelegate {
   }
 
   bool showSelection = false;
+  int pictureHeight = 0;  // 0: the rows have no pictures
 };
 
 class RowView final : public QTreeView {
@@ -67,6 +69,13 @@ class RowView final : public QTreeView {
     setItemDelegate(&delegate);
   }
 
+  void SetPictures(QSize size) {
+    if (!size.isEmpty()) setIconSize(size);
+    if (delegate.pictureHeight == size.height()) return;
+    delegate.pictureHeight = size.height();
+    doItemsLayout();
+  }
+
   void SetGridLines(bool on) {
     gridLines = on;
     viewport()->update();
@@ -79,10 +88,9 @@ class RowView final : public QTreeView {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-      onEnter();
-    else
-      QTreeView::keyPressEvent(event);
+    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!isEnter) return QTreeView::keyPressEvent(event);
+    if (!IsEditing()) onEnter();  // else it is the one that ends the edit
   }
 
   void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
@@ -147,8 +155,7 @@ class ListViewWindow final : public NativeListView {
     view->delegate.showSelection = look.showSelection;
     view->setEditTriggers(look.editLabels ? QTreeView::EditKeyPressed | QTreeView::SelectedClicked
                                           : QTreeView::NoEditTriggers);
-    const QSize picture = StripPictureSize(look.imageList);
-    if (!picture.isEmpty()) view->setIconSize(picture);
+    view->SetPictures(look.imageList == 0 ? QSize(0, 0) : StripPictureSize(look.imageList));
     model->SetStrip(look.imageList);
     view->header()->setVisible(look.headerVisible);
     view->SetGridLines(look.gridLines);

@@ -190,8 +190,9 @@ class MemoWindow final : public NativeMemo {
   }
 
   void SetFont(const Font& font) override {
-    const QFont base =
+    QFont base =
         monospaced ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QApplication::font(edit);
+    if (monospaced) base.setStyleHint(QFont::Monospace);  // holds for a face that isn't there
     itsFont = font;
     edit->setFont(ToScreenFont(font, base));
   }

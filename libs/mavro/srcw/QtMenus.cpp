@@ -11,6 +11,8 @@ namespace mavro {
 
 namespace {
 
+constexpr char cMarked[] = "marked";
+
 // A popup. Its commands go to the window it was shown for, or to the form whose bar it stands in.
 class QtMenu final : public NativeMenu {
  public:
@@ -34,6 +36,18 @@ class QtMenu final : public NativeMenu {
 
   void EnableItem(int id, bool on) override {
     if (QAction* item = Find(id)) item->setEnabled(on);
+  }
+
+  // What can have a mark keeps room for it. A click must not turn it: the program says what is so.
+  void CheckItem(int id, bool on) override {
+    QAction* item = Find(id);
+    if (!item) return;
+    item->setProperty(cMarked, on);
+    if (!item->isCheckable()) {
+      item->setCheckable(true);
+      QObject::connect(item, &QAction::triggered, &menu, [item] { ShowMark(item); });
+    }
+    ShowMark(item);
   }
 
   void SetItemText(int id, const std::string& text) override {
@@ -65,6 +79,8 @@ class QtMenu final : public NativeMenu {
       if (!item->isSeparator() && !item->menu() && item->data().toInt() == id) return item;
     return nullptr;
   }
+
+  static void ShowMark(QAction* item) { item->setChecked(item->property(cMarked).toBool()); }
 
   NativeWindow* receiver = nullptr;
   std::vector<QtMenu*> children;

@@ -1,3 +1,5 @@
+#include <QMimeData>
+#include <QTextBlock>
 #include <QTextBlockFormat>
 #include <QTextBrowser>
 #include <QTextCursor>
@@ -54,9 +56,94 @@ QTextCharFormat FormatOf(const RtfStyle& style, const RtfText& text, const QPale
   return format;
 }
 
+// Longest word that is laid out in one go: each line that it fills costs all the rest of it. What
+// is longer stands in several blocks, its parts, which are one word where the text is asked for.
+constexpr int cLongestWord = 512;
+constexpr int cLaterPart = 1;  // state of a block whose word began in an earlier one
+
+bool HasLongWord(const QString& text) {
+  int length = 0;
+  for (const QChar c : text) {
+    length = c.isSpace() ? 0 : length + 1;
+    if (length > cLongestWord) return true;
+  }
+  return false;
+}
+
+class RichBrowser final : public QTextBrowser {
+ public:
+  using QTextBrowser::QTextBrowser;
+
+  void Begin() {
+    clear();
+    word = 0;
+    hasParts = false;
+  }
+
+  void BeginParagraph() { word = 0; }
+
+  // Text at the cursor; a word may go on from the text before.
+  void Insert(QTextCursor& cursor, const QString& text, const QTextCharFormat& format) {
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+      word = text[i].isSpace() ? 0 : word + 1;
+      if (word <= cLongestWord || text[i].isLowSurrogate()) continue;
+      cursor.insertText(text.mid(start, i - start), format);
+      BeginPart(cursor);
+      start = i;
+      word = 1;
+    }
+    cursor.insertText(text.mid(start), format);
+  }
+
+  QString Selected(const QTextCursor& cursor) const {
+    if (!hasParts) return cursor.selection().toPlainText();
+    QString selected;
+    const int end = cursor.selectionEnd();
+    for (QTextBlock block = document()->findBlock(cursor.selectionStart());
+         block.isValid() && block.position() <= end; block = block.next()) {
+      if (block.position() > cursor.selectionStart() && block.userState() != cLaterPart)
+        selected += '\n';
+      const int from = std::max(cursor.selectionStart() - block.position(), 0);
+      selected += block.text().mid(from, end - block.position() - from);
+    }
+    return selected.replace(QChar::LineSeparator, '\n');
+  }
+
+  QString All() const {
+    QTextCursor cursor(document());
+    cursor.select(QTextCursor::Document);
+    return Selected(cursor);
+  }
+
+ protected:
+  QMimeData* createMimeDataFromSelection() const override {
+    if (!hasParts) return QTextBrowser::createMimeDataFromSelection();
+    auto* data = new QMimeData;
+    data->setText(Selected(textCursor()));
+    return data;
+  }
+
+ private:
+  void BeginPart(QTextCursor& cursor) {
+    QTextBlockFormat upper = cursor.blockFormat();
+    QTextBlockFormat lower = upper;
+    upper.setBottomMargin(0);
+    lower.setTopMargin(0);
+    lower.setTextIndent(0);
+    cursor.setBlockFormat(upper);
+    cursor.insertBlock(lower);
+    cursor.block().setUserState(cLaterPart);
+    hasParts = true;
+  }
+
+  int word = 0;  // letters since the last place to break a line
+  bool hasParts = false;
+};
+
 class RichWindow final : public NativeRichView {
  public:
-  RichWindow(const CreateInfo& info, QTextBrowser* itsView)
+  RichWindow(const CreateInfo& info, RichBrowser* itsView)
       : NativeRichView(info, itsView), view(itsView) {
     view->setOpenLinks(false);
     view->setTabStopDistance(Pixels(cTabTwips));
@@ -76,14 +163,14 @@ class RichWindow final : public NativeRichView {
     if (IsRtf(newText))
       ShowRich(ReadRtf(newText));
     else
-      view->setPlainText(ToScreen(newText));
+      ShowPlain(ToScreen(newText));
   }
 
   void SelectAll() override { view->selectAll(); }
   std::string SelectedText() const override {
-    return FromScreen(view->textCursor().selection().toPlainText());
+    return FromScreen(view->Selected(view->textCursor()));
   }
-  std::string PlainText() const override { return FromScreen(view->toPlainText()); }
+  std::string PlainText() const override { return FromScreen(view->All()); }
 
   // Enter follows the link that the keyboard stands on.
   bool WantsKey(int virtualKey) const override {
@@ -92,8 +179,18 @@ class RichWindow final : public NativeRichView {
   }
 
  private:
+  void ShowPlain(const QString& text) {
+    view->Begin();
+    if (!HasLongWord(text)) return view->setPlainText(text);
+    QTextCursor cursor(view->document());
+    cursor.beginEditBlock();
+    view->Insert(cursor, text, QTextCharFormat());
+    cursor.endEditBlock();
+    view->moveCursor(QTextCursor::Start);
+  }
+
   void ShowRich(const RtfText& text) {
-    view->clear();
+    view->Begin();
     QTextCursor cursor(view->document());
     cursor.beginEditBlock();
     bool first = true;
@@ -101,24 +198,25 @@ class RichWindow final : public NativeRichView {
       if (!first) cursor.insertBlock();
       first = false;
       cursor.setBlockFormat(FormatOf(paragraph));
+      view->BeginParagraph();
       for (const RtfRun& run : paragraph.runs) {
         QString shown = ToScreen(run.text);
         shown.replace('\n', QChar::LineSeparator);
-        cursor.insertText(shown, FormatOf(run.style, text, view->palette()));
+        view->Insert(cursor, shown, FormatOf(run.style, text, view->palette()));
       }
     }
     cursor.endEditBlock();
     view->moveCursor(QTextCursor::Start);
   }
 
-  QTextBrowser* const view;
+  RichBrowser* const view;
   QObject context;  // ends the connections with this window
 };
 
 }  // namespace
 
 NativeWindow* MakeRichView(const CreateInfo& info) {
-  return new RichWindow(info, new QTextBrowser(ParentWidget(info)));
+  return new RichWindow(info, new RichBrowser(ParentWidget(info)));
 }
 
 }  // namespace mavro

@@ -2,10 +2,13 @@
 
 #include <QBuffer>
 #include <QHash>
+#include <QIconEngine>
 #include <QImage>
 #include <QImageReader>
+#include <QPainter>
 #include <QPixmap>
 #include <cmath>
+#include <map>
 
 #include "Application.h"
 #include "Resource.h"
@@ -68,19 +71,100 @@ QImage Disabled(const QImage& picture) {
   return result;
 }
 
-void AddPicture(QIcon& icon, QImage picture, double scale) {
-  picture.setDevicePixelRatio(scale);
-  QImage disabled = Disabled(picture);
-  disabled.setDevicePixelRatio(scale);
-  icon.addPixmap(QPixmap::fromImage(picture), QIcon::Normal);
-  icon.addPixmap(QPixmap::fromImage(disabled), QIcon::Disabled);
+// The size of a picture, which its first bytes say; empty when there is none.
+QSize ResourcePictureSize(uint64_t id) {
+  static QHash<quint64, QSize> sizes;
+  const auto found = sizes.constFind(id);
+  if (found != sizes.constEnd()) return *found;
+  QSize size(0, 0);
+  for (const char* type : {"PNG", "BITMAP"}) {
+    QByteArray bytes = ResourceBytes(type, id);
+    if (bytes.isEmpty() || !size.isEmpty()) continue;
+    QBuffer buffer(&bytes);
+    const QSize read = QImageReader(&buffer).size();
+    size = read.isValid() ? read : ResourcePicture(id).size();
+  }
+  return *sizes.insert(id, size);
 }
 
-// The cell of one index; null when the strip ends before it.
-QImage Cell(const QImage& strip, int cellWidth, int index) {
-  if (index < 0 || (index + 1) * cellWidth > strip.width()) return QImage();
-  return strip.copy(index * cellWidth, 0, cellWidth, strip.height());
-}
+// A picture of a strip. Of the sizes that the strip was drawn in only those are decoded that the
+// screen asks for.
+class StripEngine final : public QIconEngine {
+ public:
+  StripEngine(const ImageStrip& strip, int index) : strip(strip), index(index) {}
+
+  static bool Has(const ImageStrip& strip, int index) {
+    for (const double scale : cStripScales)
+      if (HasCell(strip, scale, index)) return true;
+    return false;
+  }
+
+  // `size` is in device pixels.
+  QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+    return Drawn(ScaleFor(size)).pixmap(size, 1, mode, state);
+  }
+
+  void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+    const double ratio = painter->device()->devicePixelRatio();
+    painter->drawPixmap(rect, pixmap((QSizeF(rect.size()) * ratio).toSize(), mode, state));
+  }
+
+  QSize actualSize(const QSize& size, QIcon::Mode, QIcon::State) override {
+    const double scale = ScaleFor(size);
+    const QSize own(WidthAt(strip, scale), ResourcePictureSize(VariantId(strip, scale)).height());
+    const bool fits = own.width() <= size.width() && own.height() <= size.height();
+    return fits ? own : own.scaled(size, Qt::KeepAspectRatio);
+  }
+
+  QList<QSize> availableSizes(QIcon::Mode, QIcon::State) override {
+    return {QSize(strip.width, strip.height)};
+  }
+
+  QIconEngine* clone() const override { return new StripEngine(*this); }
+  QString key() const override { return "mavro-strip"; }
+  bool isNull() override { return false; }
+
+ private:
+  static int WidthAt(const ImageStrip& strip, double scale) {
+    return static_cast<int>(strip.width * scale);
+  }
+
+  static uint64_t VariantId(const ImageStrip& strip, double scale) {
+    const auto id = static_cast<uint64_t>(strip.resourceId);
+    return scale == 1 ? id : id + cVariant * static_cast<uint64_t>(WidthAt(strip, scale));
+  }
+
+  static bool HasCell(const ImageStrip& strip, double scale, int index) {
+    const int strips = ResourcePictureSize(VariantId(strip, scale)).width();
+    return index >= 0 && index < strips / std::max(WidthAt(strip, scale), 1);
+  }
+
+  // The smallest picture that needs not be enlarged, else the largest one.
+  double ScaleFor(const QSize& size) const {
+    double best = 0;
+    for (const double scale : cStripScales) {
+      if (!HasCell(strip, scale, index)) continue;
+      best = scale;
+      if (WidthAt(strip, scale) >= size.width()) break;
+    }
+    return best;
+  }
+
+  const QIcon& Drawn(double scale) {
+    QIcon& icon = drawn[scale];
+    if (!icon.isNull()) return icon;
+    const QImage& all = ResourcePicture(VariantId(strip, scale));
+    const int width = WidthAt(strip, scale);
+    const QImage cell = all.copy(index * width, 0, width, all.height());
+    icon.addPixmap(QPixmap::fromImage(cell), QIcon::Normal);
+    icon.addPixmap(QPixmap::fromImage(Disabled(cell)), QIcon::Disabled);
+    return icon;
+  }
+
+  const ImageStrip strip;
+  const int index;
+  std::map<double, QIcon> drawn;  // by scale
+};
 
 // All pictures of an icon file.
 QIcon FileIcon(uint64_t id) {
@@ -99,17 +183,9 @@ QIcon FileIcon(uint64_t id) {
 }  // namespace
 
 QIcon StripIcon(int stripId, int index) {
-  QIcon icon;
   const ImageStrip* strip = theApplication.FindImageList(stripId);
-  if (!strip) return icon;
-  for (const double scale : cStripScales) {
-    const int width = static_cast<int>(strip->width * scale);
-    const auto id = static_cast<uint64_t>(stripId);
-    const uint64_t variant = scale == 1 ? id : id + cVariant * static_cast<uint64_t>(width);
-    const QImage cell = Cell(ResourcePicture(variant), width, index);
-    if (!cell.isNull()) AddPicture(icon, cell, scale);
-  }
-  return icon;
+  if (!strip || !StripEngine::Has(*strip, index)) return QIcon();
+  return QIcon(new StripEngine(*strip, index));
 }
 
 QSize StripPictureSize(int stripId) {

@@ -6,6 +6,7 @@
 
 #include "NativeToolBar.h"
 #include "QtFactories.h"
+#include "QtRoles.h"
 #include "QtStrips.h"
 #include "QtText.h"
 #include "QtToolTip.h"
@@ -38,6 +39,7 @@ class ToolBarWindow final : public NativeToolBar {
  public:
   ToolBarWindow(const CreateInfo& info, ToolBarWidget* its)
       : NativeToolBar(info, its), bar(its), more(new QToolButton(bar)), rest(new QMenu(more)) {
+    SetAccessibleRole(*bar, QAccessible::ToolBar);
     Flatten(more);
     more->setText(QString::fromUtf8("»"));
     more->setToolTip("More commands");

@@ -248,7 +248,8 @@ void NativeWindow::SetHint(const std::string& hint) {
 }
 
 void NativeWindow::SetAccessibleName(const std::string& name) {
-  StyledWidget()->setAccessibleName(ToScreen(name));
+  const std::string& own = creationData->impl->accessibleName;
+  StyledWidget()->setAccessibleName(ToScreen(own.empty() ? name : own));
 }
 
 void NativeWindow::CaptureMouse(bool on) {

@@ -53,9 +53,23 @@ void SplitContainer::Impl::SetPosition(int wanted) {
   const int p = Clamp(wanted);
   if (p == position) return;
   position = p;
+  PlaceAndLayOut();
+}
+
+void SplitContainer::Impl::PlaceAndLayOut() {
+  if (Split().children.size() != 3 || !bar.impl->hwnd) return;
   Place();
   RelayPane(Split().pan1);
   RelayPane(Split().pan2);
+}
+
+// A single pane is all there is to see; a bar beside it could move nothing.
+bool SplitContainer::Impl::PlaceSingle(int w, int h) {
+  const SplitContainer& split = Split();
+  const bool isSingle = split.pan1->visible != split.pan2->visible;
+  if (bar.visible == isSingle) bar.visible = !isSingle;
+  if (isSingle) (split.pan1->visible ? split.pan1 : split.pan2)->SetBounds(0, 0, w, h);
+  return isSingle;
 }
 
 void SplitContainer::Impl::Place() {
@@ -63,6 +77,7 @@ void SplitContainer::Impl::Place() {
   const int w = hwnd->ClientWidth();
   const int h = hwnd->ClientHeight();
   const int p = position;
+  if (PlaceSingle(w, h)) return;
   constexpr int cBar = SplitBar::cThickness;
   if (split.orientation == 1) {
     split.pan1->SetBounds(0, 0, p, h);
@@ -77,11 +92,7 @@ void SplitContainer::Impl::Place() {
 
 // The first pane keeps its size, the second gets the rest.
 Param SplitContainer::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
-  if (message == WM_SIZE && Split().children.size() == 3 && bar.impl->hwnd) {
-    Place();
-    RelayPane(Split().pan1);
-    RelayPane(Split().pan2);
-  }
+  if (message == WM_SIZE) PlaceAndLayOut();
   return Container::Impl::WndProc(message, wParam, lParam);
 }
 
@@ -136,6 +147,10 @@ SplitContainer::SplitContainer() : Control(new Impl) {
 
 SplitContainer::~SplitContainer() {
   if (impl->hwnd) impl->Destroy();
+}
+
+void SplitContainer::Layout() {
+  static_cast<Impl*>(impl)->PlaceAndLayOut();
 }
 
 int SplitContainer::Position() const {

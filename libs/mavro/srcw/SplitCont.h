@@ -31,6 +31,8 @@ class SplitContainer::Impl : public Container::Impl {
 
   // Moves the bar to `wanted`, clamped once it has been placed; nothing when it stands there.
   void SetPosition(int wanted);
+  // Places panes and bar, and what the panes hold.
+  void PlaceAndLayOut();
 
   int position = -1;  // before the window exists the wanted one
 
@@ -38,6 +40,7 @@ class SplitContainer::Impl : public Container::Impl {
   SplitContainer& Split() const;
   int Clamp(int p) const;
   void Place();
+  bool PlaceSingle(int w, int h);
 
   SplitBar bar;
 };

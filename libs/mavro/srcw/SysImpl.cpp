@@ -36,12 +36,22 @@ void CallSetter(SysImpl* target, PropertySetter setter) {
 }
 
 TextProperty& TextProperty::operator=(const std::string& wanted) {
-  target->SetText(wanted);
+  if (target)
+    target->SetText(wanted);
+  else
+    shown = wanted;
   return *this;
 }
 
 std::string TextProperty::Get() const {
-  return target->GetText();
+  return target ? target->GetText() : shown;
+}
+
+// Nothing moves in memory while the text stays the same.
+const std::string& TextProperty::Read() const {
+  const std::string now = Get();
+  if (shown != now) shown = now;
+  return shown;
 }
 
 SysImpl::SysImpl(Type itsType)
@@ -187,6 +197,13 @@ void SysImpl::BorderChanged() {
 
 void SysImpl::HintChanged() {
   if (hwnd) hwnd->SetHint(hint);
+}
+
+// Without a name of its own the control is called by its hint again.
+void SysImpl::AccessibleNameChanged() {
+  if (!hwnd) return;
+  hwnd->SetAccessibleName(accessibleName);
+  if (accessibleName.empty() && !hint.empty()) hwnd->SetHint(hint);
 }
 
 Rect SysImpl::ClientRect() const {

@@ -60,6 +60,7 @@ class SysImpl : public object {
   void CursorChanged();
   void BorderChanged();
   void HintChanged();
+  void AccessibleNameChanged();
 
   // The area that children are laid out in: the client area, without a window the control's bounds.
   Rect ClientRect() const;
@@ -80,6 +81,7 @@ class SysImpl : public object {
   int mouseY = 0;
   BorderStyle borderStyle = BorderStyle::cNone;
   std::string hint;
+  std::string accessibleName;
   Cursor cursor = Cursor::cDefault;
   bool visible = true;
   bool enabled = true;
@@ -98,6 +100,8 @@ class SysImpl : public object {
   Param OnContextMenu(Param wParam, Param lParam);
   Param OnKey(unsigned message, Param wParam, Param lParam);
   Param OnMouse(unsigned message, Param wParam, Param lParam);
+  // The mouse has come or gone.
+  Param OnCrossing(unsigned message, Param wParam, Param lParam);
 };
 
 // The platform half of containers: routes commands and notifications of children.

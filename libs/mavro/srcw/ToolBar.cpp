@@ -51,6 +51,7 @@ class ToolBar::Impl : public Container::Impl {
   // The framework's own icons where no strip is named.
   int StripOf() const { return images == 0 ? Icons::cStrip : images; }
   Rect PictureSize() const;
+  static int CommandOf(const Row& row);
 
   int ownHeight = ToolBarHeight(cDefaultPicture);  // what the pictures asked for
 };
@@ -77,7 +78,12 @@ Param ToolBar::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
 void ToolBar::Impl::OnCommand(int cmd, Param) {
   const Row& row = Bar().GetRow(cmd);
   if (row.action && row.action->Execute()) return;
-  FireNotify(Bar().onClick, cmd);
+  FireNotify(Bar().onClick, CommandOf(row));
+}
+
+int ToolBar::Impl::CommandOf(const Row& row) {
+  if (row.action) return row.action->id;
+  return row.command == -1 ? row.image : row.command;
 }
 
 Rect ToolBar::Impl::PictureSize() const {
@@ -189,9 +195,10 @@ void ToolBar::Add(Action* action, int image) {
   Append(std::move(row));
 }
 
-void ToolBar::AddButton(int image, const std::string& label) {
+void ToolBar::AddButton(int image, const std::string& label, int command) {
   Row row;
   row.image = image;
+  row.command = command;
   row.text = label;
   Append(std::move(row));
 }

@@ -1,25 +1,27 @@
 #pragma once
 
+#include "Keys.h"
+
 namespace mavro {
 
-// Virtual key codes that the framework itself looks at. Letters and digits are their ASCII codes.
+// Virtual key codes by the names of the window system that the framework's rules are told in.
 enum VirtualKey {
-  VK_BACK = 0x08,
-  VK_TAB = 0x09,
-  VK_RETURN = 0x0D,
-  VK_ESCAPE = 0x1B,
-  VK_SPACE = 0x20,
-  VK_PRIOR = 0x21,
-  VK_NEXT = 0x22,
-  VK_END = 0x23,
-  VK_HOME = 0x24,
-  VK_LEFT = 0x25,
-  VK_UP = 0x26,
-  VK_RIGHT = 0x27,
-  VK_DOWN = 0x28,
-  VK_INSERT = 0x2D,
-  VK_DELETE = 0x2E,
-  VK_F1 = 0x70
+  VK_BACK = Key::cBackspace,
+  VK_TAB = Key::cTab,
+  VK_RETURN = Key::cEnter,
+  VK_ESCAPE = Key::cEscape,
+  VK_SPACE = Key::cSpace,
+  VK_PRIOR = Key::cPageUp,
+  VK_NEXT = Key::cPageDown,
+  VK_END = Key::cEnd,
+  VK_HOME = Key::cHome,
+  VK_LEFT = Key::cLeft,
+  VK_UP = Key::cUp,
+  VK_RIGHT = Key::cRight,
+  VK_DOWN = Key::cDown,
+  VK_INSERT = Key::cInsert,
+  VK_DELETE = Key::cDelete,
+  VK_F1 = Key::cF1
 };
 
 // The virtual key code of a toolkit key; 0 for keys that have none.

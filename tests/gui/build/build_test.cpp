@@ -149,6 +149,7 @@ TEST_F(IdeBuild, Mode_ChosenInTheBar_BuildsIntoItsFolder) {
 TEST_F(IdeBuild, Commands_WhileDebugging_AreRefused) {
   ide.Run({ide.Project(cGoodFiles)}, [&] {
     theDebugger.running = true;
+    theMainForm->AddErrorRow({"main.cpp", 1, "error"});
     IdeDriver::Press(Qt::Key_F7);
     IdeDriver::Press(Qt::Key_F4);
     EXPECT_THAT(ide.dialogs.texts, ElementsAre("Information: Stop debugger first!",
@@ -188,8 +189,8 @@ TEST_F(IdeBuild, ProjectCommands_DuringABuild_AreRefused) {
   const std::string project = ide.Project(cGoodFiles);
   ide.Run({project}, [&] {
     WhileBuilding([&] {
-      for (const int id : {cCloseProjectCommand, cOpenProjectCommand, cSaveProjectCommand,
-                           cRecentProjectsCommand})
+      for (const int id :
+           {cCloseProjectCommand, cOpenProjectCommand, cSaveProjectCommand, cRecentProjectsCommand})
         theFileActs.OnCommand(id);
       for (const int id : {cAddFileCommand, cRemoveFileCommand}) thePrjActs.OnCommand(id);
       theMainForm->projectTree.Focus();

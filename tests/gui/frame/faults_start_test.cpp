@@ -66,7 +66,7 @@ TEST_F(StartFaults, WhatIsNoFile_IsRefusedInWordsAndTheWindowComes) {
 
 TEST_F(StartFaults, ProjectFileThatIsAPipe_IsSaidAndNotWaitedFor) {
   const std::string path = Pipe("p.zpj");
-  ide.Run({path}, [&] { EXPECT_EQ(IdeDriver::Status(), path + ": is not a regular file"); });
+  ide.Run({path}, [&] { EXPECT_EQ(IdeDriver::Status(), "Is not a regular file: " + path); });
 }
 
 TEST_F(StartFaults, SessionThatNamesAPipeOrADevice_PassesItOver) {

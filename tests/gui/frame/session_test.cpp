@@ -22,6 +22,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::StartsWith;
 
 const std::vector<IdeDriver::File> cFiles = {{"a.cpp", "1\n2\n3\n4\n"}, {"src/b.cpp", "1\n2\n3\n"}};
 
@@ -77,24 +78,25 @@ TEST_F(IdeMemory, NextStart_FindsTheWindowWhereItWas) {
   });
 }
 
+// The screen here is lower than wide windows are kept for: they come back as wide as it is.
 TEST_F(IdeMemory, NextStart_MaximisedWindow_IsMaximisedAndKnowsItsPlace) {
   ide.Run({}, [&] {
     theMainForm->SetBounds(20, 30, 801, 500);
     theMainForm->hSplit.SetPosition(320);
     theMainForm->Maximize(true);
-    EXPECT_TRUE(test::WaitFor([] { return theMainForm->Bounds().width > 801; }));
+    EXPECT_TRUE(test::WaitFor([] { return theMainForm->Bounds().height > 500; }));
   });
   EXPECT_THAT(ide.Ini(), HasSubstr("Bounds=20;30;801;500;\n"));
   EXPECT_THAT(ide.Ini(), HasSubstr("split-h=320\n"));
   EXPECT_THAT(ide.Ini(), HasSubstr("win-max=1\n"));
   ide.Run({}, [&] {
     EXPECT_TRUE(theMainForm->IsMaximized());
-    EXPECT_GT(theMainForm->Bounds().width, 801);
+    EXPECT_GT(theMainForm->Bounds().height, 500);
     theMainForm->Maximize(false);
-    EXPECT_TRUE(test::WaitFor([] { return theMainForm->Bounds().width == 801; }));
+    EXPECT_TRUE(test::WaitFor([] { return theMainForm->Bounds().height == 500; }));
     EXPECT_EQ(theMainForm->hSplit.Position(), 320);
   });
-  EXPECT_THAT(ide.Ini(), HasSubstr("Bounds=20;30;801;500;\n"));
+  EXPECT_THAT(ide.Ini(), HasSubstr("Bounds=20;30;800;500;\n"));
   EXPECT_THAT(ide.Ini(), Not(HasSubstr("win-max")));
 }
 
@@ -265,7 +267,7 @@ TEST_F(IdeMemory, Session_CantBeWritten_IsSaidWhenTheProjectCloses) {
 TEST_F(IdeMemory, SettingsFolder_CantBeHad_IsSaidOnceAndEverythingWorks) {
   ide.home.Write(".zendry", "a file in the folder's place");
   ide.Run({ide.Project(cFiles)}, [&] {
-    EXPECT_THAT(IdeDriver::Status(), HasSubstr("Settings are not kept"));
+    EXPECT_THAT(IdeDriver::Status(), StartsWith("Settings are not kept"));
     EXPECT_THAT(ide.dialogs.texts, IsEmpty());
     theMainForm->editTabs.OpenFile(ide.files.Path("a.cpp"));
   });

@@ -50,6 +50,34 @@ bool HasEnabledItem(const mavro::Menu& menu) {
   return false;
 }
 
+std::vector<int> EnabledIds(const mavro::Menu& menu) {
+  std::vector<int> ids;
+  for (const auto& item : menu.items)
+    if (item->action && item->enabled) ids.push_back(item->action->id);
+  return ids;
+}
+
+// The row of the main tool bar with a picture.
+int RowOf(int picture) {
+  const mavro::ToolBar& bar = theMainForm->toolBar;
+  for (int row = 0; row < bar.RowCount(); ++row)
+    if (bar.GetRow(row).image == picture) return row;
+  return -1;
+}
+
+bool CanClick(int picture) {
+  return theMainForm->toolBar.GetRow(RowOf(picture)).enabled;
+}
+
+std::vector<int> ClickablePictures() {
+  std::vector<int> pictures;
+  for (int row = 0; row < theMainForm->toolBar.RowCount(); ++row) {
+    const mavro::ToolBar::Row& shown = theMainForm->toolBar.GetRow(row);
+    if (shown.image >= 0 && shown.enabled) pictures.push_back(shown.image);
+  }
+  return pictures;
+}
+
 // Clicks the button of a tool bar's row.
 void ClickRow(mavro::ToolBar& bar, int row) {
   test::ClickToolRow(bar, row);
@@ -70,13 +98,52 @@ TEST(IdeWindow, Start_NothingStored_Is800By560AtTheOrigin) {
   });
 }
 
-TEST(IdeWindow, Start_TwoKnownArguments_OpensTheLastOne) {
+TEST(IdeWindow, Start_SeveralSources_TheLastIsInFrontTheOthersBeforeIt) {
+  IdeDriver ide;
+  std::vector<std::string> paths;
+  for (const char* name : {"c.cpp", "a.c", "b.h"}) paths.push_back(ide.files.Write(name, ""));
+  ide.Run(paths, [&] {
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("c.cpp", "a.c", "b.h"));
+    EXPECT_EQ(theMainForm->ActiveFile(), paths.back());
+  });
+}
+
+TEST(IdeWindow, Start_ProjectAndItsSource_HasTheSourceInFront) {
+  IdeDriver ide;
+  const std::string project = ide.Project(cTwoFiles);
+  ide.Run({project, ide.files.Path("a.cpp")}, [&] {
+    EXPECT_TRUE(theProject.isOpen);
+    EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("a.cpp"));
+    EXPECT_EQ(theMainForm->text.Get(), "p - " + ide.files.Path("a.cpp"));
+  });
+}
+
+TEST(IdeWindow, Start_ProjectLast_HasInFrontWhatItsSessionHas) {
+  IdeDriver ide;
+  const std::string project = ide.Project(cTwoFiles);
+  ide.Run({project, ide.files.Path("a.cpp")}, [] {});
+  ide.Run({ide.files.Path("src/b.h"), project}, [&] {
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp", "b.h"));
+    EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("a.cpp"));
+  });
+}
+
+TEST(IdeWindow, Start_MissingSourceAmongOthers_IsSaidAndTheOthersOpen) {
+  IdeDriver ide;
+  const std::string gone = ide.files.Path("gone.cpp");
+  ide.Run({ide.files.Write("a.cpp", ""), gone, ide.files.Write("b.cpp", "")}, [&] {
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp", "b.cpp"));
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre(HasSubstr(gone)));
+  });
+}
+
+TEST(IdeWindow, Start_SourceThenProject_OpensBoth) {
   IdeDriver ide;
   const std::string project = ide.Project(cTwoFiles);
   ide.Run({ide.files.Path("a.cpp"), project}, [&] {
     EXPECT_TRUE(theProject.isOpen);
     EXPECT_EQ(IdeDriver::Tree(), "(Source Files(a.cpp) Header Files(src(b.h)))");
-    EXPECT_EQ(theMainForm->editTabs.TabCount(), 0);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
   });
 }
 
@@ -137,12 +204,130 @@ TEST(IdeWindow, Commands_WithoutSubsystem_AreGrayedInMenusAndBars) {
     EXPECT_FALSE(ItemOf(form.fileMenu, cPrintCommand)->enabled);
     EXPECT_TRUE(ItemOf(form.fileMenu, cOpenCommand)->enabled);
     EXPECT_FALSE(HasEnabledItem(form.helpMenu));
-    for (int row = 0; row < form.toolBar.RowCount(); ++row) {
-      const mavro::ToolBar::Row& shown = form.toolBar.GetRow(row);
-      if (shown.action && row != cStopRow) {
-        EXPECT_EQ(shown.enabled, shown.action->target != nullptr) << shown.action->text;
-      }
+    EXPECT_FALSE(CanClick(cDesignerPicture));
+    EXPECT_TRUE(CanClick(cNewPicture));
+  });
+}
+
+// Group: what can't act now is gray.
+
+TEST(IdeWindow, NothingOpen_OnlyWhatCanActIsOffered) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    EXPECT_THAT(EnabledIds(form.fileMenu),
+                ElementsAre(cNewCommand, cOpenCommand, cOpenProjectCommand, cExitCommand));
+    EXPECT_THAT(EnabledIds(form.buildMenu), IsEmpty());
+    EXPECT_THAT(EnabledIds(form.projectMenu), IsEmpty());
+    EXPECT_THAT(ClickablePictures(), ElementsAre(cNewPicture, cOpenProjectPicture, cOpenPicture));
+    EXPECT_FALSE(form.toolPanel.bar.GetRow(ToolPanel::cAddRow).enabled);
+  });
+}
+
+TEST(IdeWindow, SourceAlone_CanBeSavedAndClosedButNotBuilt) {
+  IdeDriver ide;
+  ide.Run({ide.files.Write("a.cpp", "")}, [&] {
+    MainForm& form = *theMainForm;
+    EXPECT_THAT(EnabledIds(form.fileMenu),
+                ElementsAre(cNewCommand, cOpenCommand, cCloseCommand, cCloseAllCommand,
+                            cSaveCommand, cSaveAsCommand, cOpenProjectCommand, cSaveAllCommand,
+                            cRecentFilesCommand, cExitCommand));
+    EXPECT_THAT(EnabledIds(form.buildMenu), IsEmpty());
+    IdeDriver::Press(Qt::Key_F7);
+    EXPECT_EQ(IdeDriver::Status(), "No project is open: there is nothing to build");
+    form.SetStatus("", "");
+    IdeDriver::Press(Qt::Key_F7, Qt::ControlModifier);
+    EXPECT_EQ(IdeDriver::Status(), "No project is open: there is nothing to build");
+  });
+}
+
+TEST(IdeWindow, ProjectOpen_IsBuilt_AndASourceOfItCompiled) {
+  IdeDriver ide;
+  const std::string project = ide.Project(cTwoFiles);
+  ide.Run({project}, [&] {
+    MainForm& form = *theMainForm;
+    const std::vector<int> wholeBuild = {cMakeCommand, cRebuildCommand, cSwitchModeCommand,
+                                         cClearOutputCommand};
+    EXPECT_EQ(EnabledIds(form.buildMenu), wholeBuild);
+    EXPECT_THAT(EnabledIds(form.projectMenu),
+                ElementsAre(cAddFileCommand, cRemoveFileCommand, cCreateMakefileCommand));
+    EXPECT_TRUE(form.toolPanel.bar.GetRow(ToolPanel::cAddRow).enabled);
+    form.editTabs.OpenFile(ide.files.Path("src/b.h"));
+    EXPECT_EQ(EnabledIds(form.buildMenu), wholeBuild) << "a header is not compiled";
+    IdeDriver::Press(Qt::Key_F7, Qt::ControlModifier);
+    EXPECT_EQ(IdeDriver::Status(),
+              "The file in front is no source of the project: it is not compiled");
+    form.editTabs.OpenFile(ide.files.Path("a.cpp"));
+    EXPECT_TRUE(ItemOf(form.buildMenu, cCompileFileCommand)->enabled);
+    form.editTabs.OpenFile(ide.files.Write("other.cpp", ""));
+    EXPECT_FALSE(ItemOf(form.buildMenu, cCompileFileCommand)->enabled);
+    theFileActs.OnCommand(cCloseProjectCommand);
+    EXPECT_THAT(EnabledIds(form.buildMenu), IsEmpty());
+    EXPECT_TRUE(ItemOf(form.fileMenu, cRecentProjectsCommand)->enabled);
+  });
+}
+
+TEST(IdeWindow, Errors_AreWalkedWhileThereAreSome) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    const auto canWalk = [&form] { return ItemOf(form.buildMenu, cNextErrorCommand)->enabled; };
+    form.AddErrorRow({"a.cpp", 1, "error"});
+    EXPECT_TRUE(canWalk());
+    form.ClearPane(cErrorPage);
+    EXPECT_FALSE(canWalk());
+    form.AddErrorRow({"a.cpp", 1, "error"});
+    form.ClearErrorRows();
+    EXPECT_FALSE(canWalk());
+  });
+}
+
+TEST(IdeWindow, EditorCommands_FollowTextAndSelection) {
+  IdeDriver ide;
+  ide.Run({ide.files.Write("a.cpp", "word\n")}, [&] {
+    CppEditor& editor = *theMainForm->editTabs.GetTab(0)->editor;
+    EXPECT_FALSE(CanClick(cUndoPicture));
+    EXPECT_FALSE(CanClick(cRedoPicture));
+    EXPECT_FALSE(CanClick(cCutPicture));
+    EXPECT_TRUE(CanClick(cPastePicture));
+    IdeDriver::Press(Qt::Key_X);
+    EXPECT_TRUE(test::WaitFor([] { return CanClick(cUndoPicture); }));
+    ClickRow(theMainForm->toolBar, RowOf(cUndoPicture));
+    EXPECT_EQ(editor.GetText(), "word\n");
+    EXPECT_TRUE(test::WaitFor([] { return CanClick(cRedoPicture); }));
+    EXPECT_FALSE(CanClick(cUndoPicture));
+    editor.Select(0, 4);
+    EXPECT_TRUE(test::WaitFor([] { return CanClick(cCutPicture); }));
+    EXPECT_TRUE(ItemOf(theMainForm->editTabs.Host()->TextMenu().root, cCutCommand)->enabled);
+    editor.Select(4, 4);
+    EXPECT_TRUE(test::WaitFor([] { return !CanClick(cCopyPicture); }));
+    EXPECT_FALSE(ItemOf(theMainForm->editTabs.Host()->TextMenu().root, cCutCommand)->enabled);
+    EXPECT_FALSE(CanClick(cFindPicture)) << "comes later";
+  });
+}
+
+TEST(IdeWindow, ViewMenu_MarksWhatIsShown) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    for (mavro::Menu* menu : {&form.viewMenu, &form.barMenu.root}) {
+      const auto* bar = ItemOf(*menu, cToggleStatusBarCommand);
+      const auto* pane = ItemOf(*menu, cShowBottomCommand);
+      EXPECT_TRUE(bar->checked && bar->enabled);
+      EXPECT_TRUE(pane->checked);
+      EXPECT_FALSE(pane->enabled) << "it is shown already";
+      bar->action->Execute();
+      test::Click(form.closeBottom);
+      EXPECT_FALSE(bar->checked || pane->checked);
+      EXPECT_TRUE(pane->enabled);
+      bar->action->Execute();
+      pane->action->Execute();
+      EXPECT_TRUE(bar->checked && pane->checked);
     }
+    EXPECT_FALSE(form.toolBar.GetRow(cLeftPanelRow).enabled);
+    ClickRow(form.toolPanel.bar, ToolPanel::cCloseRow);
+    EXPECT_TRUE(form.toolBar.GetRow(cLeftPanelRow).enabled);
+    EXPECT_FALSE(ItemOf(form.barMenu.root, cShowLeftCommand)->checked);
   });
 }
 
@@ -173,6 +358,10 @@ TEST(IdeWindow, ToolBar_RowsStandWhereTheyAreSpokenOf) {
     EXPECT_EQ(bar.GetRow(17).action->id, cRebuildCommand);
     EXPECT_EQ(bar.GetRow(cStopRow).action->text, "Stop");
     EXPECT_EQ(bar.GetRow(24).action->id, cCloseAllCommand);
+    EXPECT_EQ(bar.GetRow(26).action->id, cUndoCommand);
+    EXPECT_EQ(bar.GetRow(27).action->id, cRedoCommand);
+    EXPECT_EQ(bar.GetRow(28).action->id, cFindCommand);
+    EXPECT_EQ(bar.GetRow(cLeftPanelRow).image, cSidePanePicture);
   });
 }
 
@@ -210,24 +399,23 @@ TEST(IdeWindow, SetRunState_DebugSession_ShowsItsCommandsAndBack) {
   });
 }
 
-TEST(IdeWindow, SetMacroRecording_IsSaidAndHoldsBackPlaying) {
+TEST(IdeWindow, Macro_IsPlayedOnceThereIsOneThatIsNotBeingRecorded) {
   IdeDriver ide;
-  const CommandRecorder play(theEditorActs.Find(cPlayMacroCommand));
-  ide.Run({}, [&] {
-    const auto canPlay = [] { return theMainForm->toolBar.GetRow(cPlayRow).enabled; };
-    EXPECT_TRUE(canPlay());
-    theMainForm->SetMacroRecording(true);
-    EXPECT_FALSE(canPlay());
+  ide.Run({ide.files.Write("a.cpp", "")}, [&] {
+    EXPECT_FALSE(CanClick(cPlayPicture));
+    theEditorActs.OnCommand(cRecordMacroCommand);
     EXPECT_EQ(IdeDriver::Status(cNotePane), "Macro recording");
-    theMainForm->SetMacroRecording(false);
-    EXPECT_TRUE(canPlay());
+    IdeDriver::Press(Qt::Key_X);
+    EXPECT_FALSE(CanClick(cPlayPicture));
+    theEditorActs.OnCommand(cRecordMacroCommand);
+    EXPECT_TRUE(CanClick(cPlayPicture));
     EXPECT_EQ(IdeDriver::Status(cNotePane), "");
   });
 }
 
 // Group: panes.
 
-TEST(IdeWindow, LeftPanel_Closed_LeavesTheBarInPlaceAndLaysOutAtOnce) {
+TEST(IdeWindow, LeftPanel_Closed_GivesItsRoomToTheEditorAtOnce) {
   IdeDriver ide;
   ide.Run({}, [&] {
     MainForm& form = *theMainForm;
@@ -237,9 +425,10 @@ TEST(IdeWindow, LeftPanel_Closed_LeavesTheBarInPlaceAndLaysOutAtOnce) {
     EXPECT_FALSE(test::WidgetOf(form.leftPanel)->isVisible());
     EXPECT_FALSE(form.layoutPending);
     EXPECT_EQ(form.vSplit.Position(), 200);
-    EXPECT_EQ(form.rightPanel.Bounds(), before);
+    EXPECT_EQ(form.rightPanel.Bounds(), form.topPanel.Bounds());
     ClickRow(form.toolBar, cLeftPanelRow);
     EXPECT_TRUE(test::WidgetOf(form.leftPanel)->isVisible());
+    EXPECT_EQ(form.rightPanel.Bounds(), before);
   });
 }
 
@@ -247,10 +436,13 @@ TEST(IdeWindow, BottomPane_ClosedByButton_ComesBackByTheMenu) {
   IdeDriver ide;
   ide.Run({}, [&] {
     MainForm& form = *theMainForm;
+    const mavro::Rect upper = form.topPanel.Bounds();
     test::Click(form.closeBottom);
     EXPECT_FALSE(test::WidgetOf(form.bottomPanel)->isVisible());
+    EXPECT_EQ(form.topPanel.height, form.hSplit.height);
     form.viewActs.Find(cShowBottomCommand)->Execute();
     EXPECT_TRUE(test::WidgetOf(form.bottomPanel)->isVisible());
+    EXPECT_EQ(form.topPanel.Bounds(), upper);
     ClickRow(form.paneBar, 0);
     EXPECT_FALSE(test::WidgetOf(form.bottomPanel)->isVisible());
   });
@@ -365,7 +557,7 @@ TEST(IdeWindow, ToolPanel_ActsOnTheProjectOrTheClassesByPage) {
   IdeDriver ide;
   CommandRecorder options(thePrjActs.Find(cProjectOptionsCommand));
   CommandRecorder browser(theBrowserActs.Find(1111));
-  ide.Run({}, [&] {
+  ide.Run({ide.Project(cTwoFiles)}, [&] {
     MainForm& form = *theMainForm;
     ClickRow(form.toolPanel.bar, ToolPanel::cMainRow);
     EXPECT_EQ(options.calls, 1);
@@ -383,7 +575,6 @@ TEST(IdeWindow, ToolPanel_ButtonsWithoutCommand_AreGrayed) {
     MainForm& form = *theMainForm;
     const auto enabled = [&form](int row) { return form.toolPanel.bar.GetRow(row).enabled; };
     EXPECT_FALSE(enabled(ToolPanel::cMainRow));
-    EXPECT_TRUE(enabled(ToolPanel::cAddRow));
     form.leftTabs.selectedIndex = 1;
     EXPECT_FALSE(enabled(ToolPanel::cAddRow));
     EXPECT_TRUE(enabled(ToolPanel::cCloseRow));
@@ -446,6 +637,21 @@ TEST(IdeWindow, Caption_NamesProjectAndFile) {
     EXPECT_EQ(form.text.Get(), "p - Zendry");
     theFileActs.OnCommand(cCloseProjectCommand);
     EXPECT_EQ(form.text.Get(), "Zendry");
+  });
+}
+
+TEST(IdeWindow, Caption_OfATextWithoutName_IsThatOfItsTab) {
+  IdeDriver ide;
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    form.editTabs.NewTab("");
+    EXPECT_EQ(form.text.Get(), "Noname - Zendry");
+    ide.dialogs.files = {{ide.files.Path("new.cpp")}};
+    theFileActs.OnCommand(cSaveCommand);
+    EXPECT_EQ(form.text.Get(), ide.files.Path("new.cpp") + " - Zendry");
+    ide.dialogs.files = {{ide.files.Path("other.h")}};
+    theFileActs.OnCommand(cSaveAsCommand);
+    EXPECT_EQ(form.text.Get(), ide.files.Path("other.h") + " - Zendry");
   });
 }
 

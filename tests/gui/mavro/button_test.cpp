@@ -4,12 +4,14 @@
 
 #include <QCheckBox>
 #include <QPushButton>
+#include <functional>
 #include <memory>
 
 #include "EventLog.h"
 #include "Form.h"
 #include "GuiDriver.h"
 #include "Label.h"
+#include "Menu.h"
 #include "Strips.h"
 
 namespace mavro {
@@ -169,6 +171,72 @@ TEST(Button, Command_WithoutWindow_ClicksAllTheSame) {
   ButtonForm form;
   form.plain.impl->OnCommand(0, 0);
   EXPECT_EQ(form.log.Take(), "plain:0 ");
+}
+
+// A form whose menu has the commands 77 and, gray, 78, and a button that sends one.
+struct CommandForm : ButtonForm {
+  ActionList acts;
+  Menu rows;
+  MenuBar bar;
+  std::string commands;
+  std::function<void()> also;
+
+  CommandForm() {
+    acts.SetTarget(this, &CommandForm::OnCommand);
+    acts.Add(77, "&Seven");
+    acts.Add(78, "&Gray");
+    rows.Fill(acts);
+    rows.items[1]->Enable(false);
+    bar.Add(&rows);
+    menuBar = &bar;
+  }
+  void OnCommand(int id) {
+    commands += std::to_string(id) + " after " + log.Take();
+    if (also) also();
+  }
+  std::string Send(Button& button, int cmd) {
+    button.cmd = cmd;
+    test::RunForm(*this, true, [&] { test::Click(button); });
+    return commands;
+  }
+};
+
+TEST(Button, Cmd_IsSentToTheForm_AfterOnClick) {
+  CommandForm form;
+  EXPECT_EQ(form.Send(form.plain, 77), "77 after plain:0 ");
+}
+
+TEST(Button, Cmd_OfAnAnsweringButton_IsSentBeforeTheFormCloses) {
+  CommandForm form;
+  EXPECT_EQ(form.Send(form.ok, 77), "77 after ok:0 ");
+  EXPECT_EQ(form.log.Take(), "close:1 ");
+  EXPECT_EQ(form.result, Form::cOk);
+}
+
+TEST(Button, Cmd_OfContextMenu_WithoutAMenuBar) {
+  CommandForm form;
+  ContextMenu popup;
+  popup.root.Fill(form.acts);
+  popup.Attach(nullptr);
+  form.menuBar = nullptr;
+  form.menu = &popup;
+  popup.actions.push_back(form.acts.Find(77));
+  EXPECT_EQ(form.Send(form.plain, 77), "77 after plain:0 ");
+}
+
+TEST(Button, Cmd_NoneUnknownOrGray_DoesNothing) {
+  for (const int cmd : {0, 1, 2, 78, 79}) {
+    CommandForm form;
+    EXPECT_EQ(form.Send(form.plain, cmd), "") << cmd;
+  }
+}
+
+TEST(Button, Cmd_ThatClosesTheForm_IsTheEndOfTheClick) {
+  CommandForm form;
+  form.also = [&] { form.Close(); };
+  EXPECT_EQ(form.Send(form.ok, 77), "77 after ok:0 ");
+  EXPECT_EQ(form.log.Take(), "close:1 ");
+  EXPECT_EQ(form.result, Form::cNone);
 }
 
 TEST(Button, Look_DefaultIsOkOnly) {

@@ -189,6 +189,41 @@ TEST(DialCtrl, Creation_ClampsThePosition) {
   test::RunForm(form, false, [&] { EXPECT_EQ(form.dial.pos.Get(), 40); });
 }
 
+// Designed forms set the properties in this order.
+TEST(DialCtrl, PosBeforeMaxAndSteps_IsKept) {
+  DialForm form;
+  form.dial.pos = 72.5;
+  form.dial.min = 10;
+  form.dial.max = 100;
+  form.dial.steps = 180;
+  EXPECT_EQ(form.dial.pos, 72.5);
+  test::RunForm(form, false, [&] { EXPECT_EQ(form.dial.pos, 72.5); });
+}
+
+TEST(DialCtrl, PosBeforeMaxAndSteps_IsKeptWithAWindowToo) {
+  DialForm form;
+  test::RunForm(form, false, [&] {
+    form.dial.pos = 72.5;
+    EXPECT_EQ(form.dial.pos, 60);
+    form.dial.max = 100;
+    EXPECT_NEAR(form.dial.pos, 73.33, 0.01) << "on the grid of 60 steps";
+    form.dial.steps = 200;
+    EXPECT_EQ(form.dial.pos, 72.5);
+  });
+}
+
+TEST(DialCtrl, Scale_ChangedAfterATurn_KeepsWhatTheTurnGave) {
+  DialForm form;
+  form.dial.pos = 72.5;
+  test::RunForm(form, false, [&] {
+    form.dial.Focus();
+    test::Key(form, Qt::Key_Left);
+    form.dial.max = 100;
+    form.dial.steps = 100;
+    EXPECT_EQ(form.dial.pos, 59);
+  });
+}
+
 TEST(DialCtrl, Keys_GoToTheEndsAndByOneStep) {
   test::EventLog log;
   DialForm form;
@@ -390,6 +425,52 @@ TEST(DialCtrl, ScalesWithoutSense_AreShownAndTurned) {
       EXPECT_FALSE(Grab(form.dial).isNull()) << scale.min << ".." << scale.max;
     });
   }
+}
+
+TEST(DialCtrl, EndThatIsNoNumber_IsWhereTheOtherOneIs) {
+  DialForm form;
+  form.dial.min = std::nan("");
+  form.dial.max = 7;
+  test::RunForm(form, false, [&] {
+    EXPECT_EQ(form.dial.pos, 7);
+    form.dial.max = std::nan("");
+    EXPECT_EQ(form.dial.pos, 0);
+    EXPECT_FALSE(Grab(form.dial).isNull());
+  });
+}
+
+// A loop over the steps would take minutes here.
+TEST(DialCtrl, HugePrimeSteps_AreDrawnAtOnce_WithTicks) {
+  DialForm form, few;
+  for (DialForm* each : {&form, &few}) each->dial.labels = DialCtrl::cView;
+  few.dial.steps = 1;
+  form.dial.steps = 2147483647;
+  form.dial.max = 2147483647.0;
+  test::RunForm(form, false, [&] {
+    const QImage shown = Grab(form.dial);
+    for (int i = 0; i < 10; ++i) form.dial.pos += 1e8;
+    EXPECT_GT(Differences(shown, Grab(form.dial)), 50);
+    form.dial.steps = 1;
+    EXPECT_GT(Differences(shown, Grab(form.dial)), 100) << "there were ticks between the ends";
+  });
+}
+
+TEST(DialCtrl, NoRoomForLabels_ShowsTheKnob) {
+  DialForm form;
+  form.dial.max = 1e15;
+  form.dial.labels = DialCtrl::cView;
+  test::RunForm(form, false, [&] {
+    for (const int side : {12, 30, 60}) {
+      form.dial.SetSize(side, side);
+      QApplication::processEvents();
+      const QImage shown = Grab(form.dial);
+      const double ratio = shown.devicePixelRatio();
+      const int middle = static_cast<int>(side * ratio / 2);
+      const QRgb ground = shown.pixel(0, 0);
+      const int x = static_cast<int>((side / 2 + side / 5) * ratio);
+      EXPECT_NE(shown.pixel(x, middle), ground) << side;
+    }
+  });
 }
 
 TEST(DialCtrl, SizesWithoutRoom_DoNotCrash) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QMenu>
+#include <QMenuBar>
 #include <stdexcept>
 
 #include "Application.h"
@@ -207,6 +209,34 @@ TEST(Menu, MenuClick_ReachesTheHandler) {
   MenuForm form;
   test::RunForm(form, false, [&] { SendMessage(form.impl->hwnd, WM_COMMAND, 1300, 0); });
   EXPECT_EQ(form.acts.log, "1300 ");
+}
+
+// What the native menu bar shows.
+QAction* ShownItem(const MenuForm& form, int row) {
+  const auto* bar = test::WidgetOf(form)->findChild<QMenuBar*>();
+  return bar->actions().at(0)->menu()->actions().at(row);
+}
+
+TEST(Menu, CheckedItem_ShowsItsMark) {
+  MenuForm form;
+  form.fileMenu.GetMenu(1)->Check(true);
+  test::RunForm(form, false, [&] {
+    EXPECT_FALSE(ShownItem(form, 0)->isCheckable());
+    EXPECT_TRUE(ShownItem(form, 1)->isChecked());
+    form.fileMenu.GetMenu(1)->Check(false);
+    EXPECT_FALSE(ShownItem(form, 1)->isChecked());
+    EXPECT_FALSE(form.fileMenu.GetMenu(1)->checked);
+  });
+}
+
+TEST(Menu, CheckedItem_Clicked_KeepsTheMarkThatTheProgramGaveIt) {
+  MenuForm form;
+  form.fileMenu.GetMenu(1)->Check(true);
+  test::RunForm(form, false, [&] {
+    ShownItem(form, 1)->trigger();
+    EXPECT_TRUE(ShownItem(form, 1)->isChecked());
+  });
+  EXPECT_EQ(form.acts.log, "1301 ");
 }
 
 TEST(Menu, UnknownCommand_IsDropped) {

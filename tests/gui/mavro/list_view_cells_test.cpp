@@ -306,5 +306,44 @@ TEST(ListView, ImageList_ShowsTheRowsPictures) {
   });
 }
 
+// How high the rows are shown.
+int RowHeight(CellForm& form) {
+  return form.View()->visualRect(form.View()->model()->index(0, 0)).height();
+}
+
+TEST(ListView, Rows_GrowWithTheirPictures) {
+  CellForm form;
+  test::RunForm(form, false, [&] {
+    const int plain = RowHeight(form);
+    form.list.font = Font(8);
+    const int small = RowHeight(form);
+    EXPECT_LT(small, 24);
+    form.list.imageList = Icons::cStrip;
+    EXPECT_GE(RowHeight(form), 24) << "the stock icons are 24 pixels high";
+    form.list.font = Font(40);
+    EXPECT_GT(RowHeight(form), 48) << "a large font needs more than the pictures";
+    form.list.font = Font(8);
+    form.list.imageList = 0;
+    EXPECT_EQ(RowHeight(form), small);
+    EXPECT_GE(plain, small);
+  });
+}
+
+TEST(ListView, ReturnThatEndsAnEdit_ChoosesNothing) {
+  CellForm form;
+  form.log.Listen("choose", form.list.onChoose);
+  form.list.Select(0);
+  test::RunForm(form, true, [&] {
+    form.list.Focus();
+    for (const Qt::Key end : {Qt::Key_Return, Qt::Key_Enter}) {
+      form.Edit(end == Qt::Key_Return ? "one" : "two", end);
+      ASSERT_TRUE(test::WaitFor([&] { return form.Editor() == nullptr; }));
+      EXPECT_EQ(form.log.Take(), "text:0 ");
+    }
+    test::Key(form, Qt::Key_Return);
+    EXPECT_EQ(form.log.Take(), "choose:0 ") << "the next one does";
+  });
+}
+
 }  // namespace
 }  // namespace mavro

@@ -2,9 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <ctime>
 #include <memory>
 
 #include "EventLog.h"
@@ -96,6 +99,79 @@ TEST(RichView, NewText_IsShownFromItsStart) {
     form.view.text = many + "}";
     EXPECT_EQ(form.Widget()->verticalScrollBar()->value(), 0);
   });
+}
+
+// A pair of numbers is one character, in rich text and in plain text.
+TEST(RichView, SurrogatePairs_AreOneCharacter) {
+  RichForm form;
+  test::RunForm(form, false, [&] {
+    form.view.text = "{\\rtf1 a\\u-10179?\\u-8704?b}";
+    EXPECT_EQ(form.view.PlainText(),
+              "a\xF0\x9F\x98\x80"
+              "b");
+    form.view.text = "a\xF0\x9F\x98\x80";
+    EXPECT_EQ(form.view.PlainText(), "a\xF0\x9F\x98\x80");
+    form.view.SelectAll();
+    EXPECT_EQ(form.view.SelectedText(), "a\xF0\x9F\x98\x80");
+  });
+}
+
+// A word that is shown in parts is one word for whoever asks.
+TEST(RichView, LongWord_IsReadSelectedAndCopiedWhole) {
+  for (const size_t length : {511U, 512U, 513U, 5000U}) {
+    const std::string word(length, 'w');
+    const std::string plain = "first\n" + word + " next\nlast";
+    const std::string rich = "{\\rtf1 first\\par{\\b ww}" + word.substr(2) + " next\\par last}";
+    for (const std::string& text : {plain, rich}) {
+      RichForm form;
+      test::RunForm(form, false, [&] {
+        form.view.text = text;
+        EXPECT_EQ(form.Widget()->document()->blockCount(), 3 + int(length - 1) / 512);
+        EXPECT_EQ(form.view.PlainText(), plain);
+        form.view.SelectAll();
+        EXPECT_EQ(form.view.SelectedText(), plain);
+        form.Widget()->copy();
+        EXPECT_EQ(QGuiApplication::clipboard()->text().toStdString(), plain);
+        QTextCursor part(form.Widget()->document());
+        part.setPosition(3);
+        part.setPosition(static_cast<int>(6 + length), QTextCursor::KeepAnchor);
+        form.Widget()->setTextCursor(part);
+        EXPECT_EQ(form.view.SelectedText().substr(0, 5), "st\nww");
+        form.view.text = "short";
+        EXPECT_EQ(form.view.PlainText(), "short");
+      });
+    }
+  }
+}
+
+// The parts of a word never cut a character.
+TEST(RichView, LongWordOfPairs_StaysWhole) {
+  std::string word = "a";
+  for (int i = 0; i < 3000; ++i) word += "\xF0\x9F\x98\x80";
+  RichForm form;
+  test::RunForm(form, false, [&] {
+    form.view.text = word;
+    for (QTextBlock block = form.Widget()->document()->begin(); block.isValid();
+         block = block.next())
+      EXPECT_FALSE(block.text().front().isLowSurrogate());
+    EXPECT_EQ(form.view.PlainText(), word);
+  });
+}
+
+// A word without a place to break it costs no more than a text of its length.
+TEST(RichView, WordOfAMegabyte_IsShownWithinASecond) {
+  const std::string word(1 << 20, 'w');
+  for (const std::string& text :
+       {word, "{\\rtf1 " + word + "}", "{\\rtf1 \\b a\\b0 " + word + "}"}) {
+    RichForm form;
+    test::RunForm(form, false, [&] {
+      const std::clock_t start = std::clock();  // of this process: others may be busy
+      form.view.text = text;
+      form.Widget()->grab();
+      EXPECT_LT(std::clock() - start, CLOCKS_PER_SEC);
+      EXPECT_EQ(form.view.PlainText().size(), word.size() + (text.find("\\b") != text.npos));
+    });
+  }
 }
 
 TEST(RichView, Destroyed_InOnLink) {

@@ -73,6 +73,64 @@ TEST(SplitContainer, Shrinking_KeepsTheBar) {
   });
 }
 
+// As an application hides a pane: layout runs when it asks for it.
+void Show(SplitForm& form, Control& pane, bool on) {
+  pane.visible = on;
+  form.split.layoutPending = true;
+  RunPendingLayout(&form.split);
+}
+
+TEST(SplitContainer, HiddenPane_GivesItsRoomAndTheBarsToTheOther) {
+  for (const int orientation : {0, 1}) {
+    SplitForm form(orientation);
+    test::RunForm(form, false, [&] {
+      const Rect first = form.first.Bounds(), second = form.second.Bounds();
+      Show(form, form.first, false);
+      EXPECT_EQ(form.second.Bounds(), (Rect{0, 0, 600, 400}));
+      EXPECT_EQ(form.inner.Bounds(), (Rect{0, 0, 600, 400}));
+      EXPECT_FALSE(test::WidgetOf(form.Bar())->isVisible());
+      EXPECT_EQ(form.split.Position(), 200);
+      Show(form, form.first, true);
+      EXPECT_EQ(form.first.Bounds(), first);
+      EXPECT_EQ(form.second.Bounds(), second);
+      EXPECT_TRUE(test::WidgetOf(form.Bar())->isVisible());
+      Show(form, form.second, false);
+      EXPECT_EQ(form.first.Bounds(), (Rect{0, 0, 600, 400}));
+    });
+  }
+}
+
+TEST(SplitContainer, HiddenPane_ResizedAndMoved_ComesBackAtTheNewPosition) {
+  SplitForm form;
+  test::RunForm(form, false, [&] {
+    Show(form, form.first, false);
+    form.SetSize(700, 300);
+    EXPECT_TRUE(test::WaitFor([&] { return form.second.Bounds() == Rect{0, 0, 700, 300}; }));
+    form.split.SetPosition(150);
+    EXPECT_EQ(form.second.Bounds(), (Rect{0, 0, 700, 300}));
+    Show(form, form.first, true);
+    EXPECT_EQ(form.first.Bounds(), (Rect{0, 0, 150, 300}));
+  });
+}
+
+TEST(SplitContainer, BothPanesHidden_LeaveTheirPlaces) {
+  SplitForm form;
+  test::RunForm(form, false, [&] {
+    Show(form, form.first, false);
+    Show(form, form.second, false);
+    Show(form, form.first, true);
+    EXPECT_EQ(form.first.Bounds(), (Rect{0, 0, 600, 400}));
+    Show(form, form.second, true);
+    EXPECT_EQ(form.first.Bounds(), (Rect{0, 0, 200, 400}));
+  });
+}
+
+TEST(SplitContainer, PaneHiddenFromTheStart_TakesNoRoom) {
+  SplitForm form;
+  form.first.visible = false;
+  test::RunForm(form, false, [&] { EXPECT_EQ(form.second.Bounds(), (Rect{0, 0, 600, 400})); });
+}
+
 TEST(SplitContainer, Drag_MovesTheBarWithTheMouse) {
   SplitForm form;
   test::RunForm(form, false, [&] {

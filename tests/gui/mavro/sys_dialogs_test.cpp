@@ -5,6 +5,9 @@
 #include <QColorDialog>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
 
 #include "Form.h"
 #include "GuiDriver.h"
@@ -151,6 +154,58 @@ TEST(FileDialog, Toolkit_ShowsTheFilters) {
     FileDialog dialog("C files|*.c;*.h|All|*.*", FileDialog::cOpen);
     EXPECT_FALSE(dialog.Run());
   });
+}
+
+TEST(FileDialog, Toolkit_FilterNamedWithItsPatterns_SaysThemOnce) {
+  Form form;
+  form.SetBounds(0, 0, 300, 200);
+  test::RunForm(form, false, [&] {
+    CloseWhenUp<QFileDialog>([](QFileDialog& shown) {
+      EXPECT_EQ(shown.nameFilters(), (QStringList{"Project Files (*.zpj)", "Old (1990) (*.o)",
+                                                  "Odd (* (*.x)", "(*.y) (*.y)"}));
+      shown.reject();
+    });
+    FileDialog dialog("Project Files (*.zpj)|*.zpj|Old (1990)|*.o|Odd (*|*.x|(*.y)|*.y",
+                      FileDialog::cOpen);
+    EXPECT_FALSE(dialog.Run());
+  });
+}
+
+// Group: message boxes as they are shown.
+
+// What a box that is open answers to a key, or -1 when the key left it open.
+int AnswerToKey(int flags, Qt::Key key) {
+  bool stayed = false;
+  QTimer::singleShot(0, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    ASSERT_NE(box, nullptr);
+    QTest::keyClick(box, key);
+    stayed = box->isVisible();
+    if (stayed) box->close();
+    stayed = stayed && box->isVisible();
+    if (stayed) box->button(QMessageBox::No)->click();
+  });
+  const Answer answer = Dialogs().message("Sure?", "Confirmation", flags);
+  return stayed ? -1 : static_cast<int>(answer);
+}
+
+TEST(MessageBox, YesAndNo_HaveNoAnswerByEscapeOrByClosing) {
+  EXPECT_EQ(AnswerToKey(cYesNo, Qt::Key_Escape), -1);
+  EXPECT_EQ(AnswerToKey(cYesNo | cDefaultNo, Qt::Key_Escape), -1);
+}
+
+TEST(MessageBox, WithCancel_EscapeIsCancel) {
+  EXPECT_EQ(AnswerToKey(cYesNoCancel, Qt::Key_Escape), static_cast<int>(Answer::cCancel));
+}
+
+TEST(MessageBox, Ok_EscapeIsOk) {
+  EXPECT_EQ(AnswerToKey(cOkOnly, Qt::Key_Escape), static_cast<int>(Answer::cOk));
+}
+
+TEST(MessageBox, Enter_IsYesOrWhatLosesNothing) {
+  EXPECT_EQ(AnswerToKey(cYesNo, Qt::Key_Return), static_cast<int>(Answer::cYes));
+  EXPECT_EQ(AnswerToKey(cYesNoCancel, Qt::Key_Return), static_cast<int>(Answer::cYes));
+  EXPECT_EQ(AnswerToKey(cYesNo | cDefaultNo, Qt::Key_Return), static_cast<int>(Answer::cNo));
 }
 
 }  // namespace

@@ -51,7 +51,7 @@ struct BarForm : Form {
     bar->AddButton(5, "Plain");
     bar->onClick.Add_H(this, &BarForm::Clicked);
   }
-  void Clicked(NotifyArgs& args) { log += "row " + std::to_string(args.value) + "; "; }
+  void Clicked(NotifyArgs& args) { log += "command " + std::to_string(args.value) + "; "; }
 
   // The button of a row by its tool tip; null when there is none.
   QToolButton* Button(const QString& tip) {
@@ -76,18 +76,30 @@ TEST(ToolBar, Click_CallsTheActionOfTheRow) {
   EXPECT_EQ(form.log, "");
 }
 
-TEST(ToolBar, Click_WithoutAction_TellsTheRow) {
+TEST(ToolBar, Click_WithoutAction_TellsTheNumberOfThePicture) {
   BarForm form;
   test::RunForm(form, false, [&] { form.ClickButton("Plain"); });
-  EXPECT_EQ(form.log, "row 4; ");
+  EXPECT_EQ(form.log, "command 5; ");
 }
 
-TEST(ToolBar, Click_ActionWithoutHandler_TellsTheRow) {
+TEST(ToolBar, Click_WithoutAction_TellsTheCommandThatWasGiven) {
+  BarForm form;
+  form.bar->AddButton(5, "Own", 77);
+  form.bar->AddButton(5, "Zero", 0);
+  form.bar->items.Add(_separator_);
+  form.bar->items.Add(9, "Item");
+  test::RunForm(form, false, [&] {
+    for (const char* tip : {"Own", "Zero", "Item"}) form.ClickButton(tip);
+  });
+  EXPECT_EQ(form.log, "command 77; command 0; command 9; ");
+}
+
+TEST(ToolBar, Click_ActionWithoutHandler_TellsItsId) {
   BarForm form;
   ActionList list;
   form.bar->Add(list.Add(1000, "Nobody"), 6);
   test::RunForm(form, false, [&] { form.ClickButton("Nobody"); });
-  EXPECT_EQ(form.log, "row 5; ");
+  EXPECT_EQ(form.log, "command 1000; ");
 }
 
 TEST(ToolBar, Click_DoesNotTakeTheFocus) {
@@ -215,7 +227,7 @@ TEST(ToolBar, Narrow_MenuAtTheEndOffersTheRest) {
     EXPECT_GT(form.mode.left, 0);
     EXPECT_EQ(form.Button("More commands"), nullptr);
   });
-  EXPECT_EQ(form.log, "row 4; ");
+  EXPECT_EQ(form.log, "command 5; ");
 }
 
 TEST(ToolBar, Images_SetTheHeightUnlessSomebodyHas) {
@@ -236,7 +248,7 @@ TEST(ToolBar, Rows_AddedToARunningBar) {
     form.bar->AddButton(7, "Late");
     form.ClickButton("Late");
   });
-  EXPECT_EQ(form.log, "row 5; ");
+  EXPECT_EQ(form.log, "command 7; ");
 }
 
 TEST(ToolBar, Clear_RemovesButtonsAndControls) {
@@ -249,7 +261,7 @@ TEST(ToolBar, Clear_RemovesButtonsAndControls) {
     form.bar->AddButton(7, "First");
     form.ClickButton("First");
   });
-  EXPECT_EQ(form.log, "row 0; ");
+  EXPECT_EQ(form.log, "command 7; ");
 }
 
 TEST(ToolBar, Rebuild_ShowsANewTextOfAnAction) {

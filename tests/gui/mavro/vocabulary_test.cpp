@@ -85,8 +85,8 @@ class VocabularyForm : public Form {
     this->onMouseDown.Add_H(this, &This::OnMouse);
     this->onMouseUp.Add_H(this, &This::OnMouse);
     this->onMouseMove.Add_H(this, &This::OnMouse);
-    this->onMouseLeave.Add_H(this, &This::OnNotify);
-    this->onMouseEnter.Add_H(this, &This::OnNotify);
+    this->onMouseLeave.Add_H(this, &This::OnMouse);
+    this->onMouseEnter.Add_H(this, &This::OnMouse);
     this->onMouseWeel.Add_H(this, &This::OnMouse);
     this->onKeyDown.Add_H(this, &This::OnKey);
     this->onKeyUp.Add_H(this, &This::OnKey);
@@ -194,6 +194,8 @@ class VocabularyForm : public Form {
     panel1.backColor = Color::cLightGray;
     panel1.borderStyle = BorderStyle::cFrame;
     panel1.onMouseDown.Add_H(this, &This::OnMouse);
+    panel1.onMouseLeave.Add_H(this, &This::OnNotify);
+    panel1.onMouseEnter.Add_H(this, &This::OnNotify);
     this->Add(&panel1);
     listBox1.SetBounds(230, 130, 100, 60);
     listBox1.items.Add("x");
@@ -277,10 +279,10 @@ class VocabularyForm : public Form {
     this->Add(&image1);
     //!< DialCtrl>
     dialCtrl1.SetBounds(460, 270, 120, 120);
+    dialCtrl1.pos = 72.5;
     dialCtrl1.min = 10;
-    dialCtrl1.max = 20;
-    dialCtrl1.steps = 10;
-    dialCtrl1.pos = 12;
+    dialCtrl1.max = 100;
+    dialCtrl1.steps = 180;
     dialCtrl1.showPos = false;
     dialCtrl1.labels = DialCtrl::cView;
     dialCtrl1.text = "Dial";
@@ -423,9 +425,9 @@ TEST_F(Vocabulary, PicturesAndDials) {
   Run([&] {
     EXPECT_TRUE(form.image1.stretch && form.image1.autosize && form.image1.proportional);
     EXPECT_EQ(form.dialCtrl1.min, 10);
-    EXPECT_EQ(form.dialCtrl1.max, 20);
-    EXPECT_EQ(form.dialCtrl1.steps, 10);
-    EXPECT_EQ(form.dialCtrl1.pos, 12);
+    EXPECT_EQ(form.dialCtrl1.max, 100);
+    EXPECT_EQ(form.dialCtrl1.steps, 180);
+    EXPECT_EQ(form.dialCtrl1.pos, 72.5) << "set before the scale it lies on";
     EXPECT_FALSE(form.dialCtrl1.showPos);
     EXPECT_EQ(form.dialCtrl1.labels, DialCtrl::cView);
     EXPECT_EQ(form.dialCtrl1.text.Get(), "Dial");

@@ -7,6 +7,7 @@
 #include <QWheelEvent>
 #include "DarkPalette.h"
 
+#include "EditorColours.h"
 #include "EditorForm.h"
 #include "StylePalette.h"
 
@@ -176,7 +177,7 @@ TEST(SciEditor, LexerProperties_FollowTheOptions) {
     EXPECT_EQ(Property(form.editor, "fold.compact"), "0");
     EXPECT_EQ(Property(form.editor, "fold.comment"), "1");
     EXPECT_EQ(Property(form.editor, "fold.preprocessor"), "0");
-    EXPECT_EQ(Property(form.editor, "fold.flags"), std::to_string(0x103));
+    EXPECT_EQ(Property(form.editor, "fold.flags"), std::to_string(0x10));
     EXPECT_EQ(Property(form.editor, "fold.symbols"), "3");
   });
 }
@@ -187,15 +188,15 @@ TEST(SciEditor, Styles_RowsOfTheLanguage_AreSentAsTold) {
     const SciEditor& editor = form.editor;
     for (const StyleRow* row = test::cSmallStyles; row->style < StyleRow::cEnd; ++row) {
       const auto style = static_cast<std::uintptr_t>(row->style);
-      EXPECT_EQ(editor.Send(SCI_STYLEGETFORE, style), row->foreground) << style;
+      EXPECT_EQ(editor.Send(SCI_STYLEGETFORE, style), row->foreground.light) << style;
       EXPECT_EQ(editor.Send(SCI_STYLEGETBOLD, style), (row->flags & 0x1000) != 0) << style;
       EXPECT_EQ(editor.Send(SCI_STYLEGETITALIC, style), (row->flags & 0x2000) != 0) << style;
       EXPECT_EQ(editor.Send(SCI_STYLEGETEOLFILLED, style), (row->flags & 0x8000) != 0) << style;
       EXPECT_EQ(editor.Send(SCI_STYLEGETSIZE, style), row->flags & 0xFF ? row->flags & 0xFF : 14);
-      const int ground = row->background ? row->background : 0xFFFFFF;
+      const int ground = row->background.light ? row->background.light : 0xFFFFFF;
       EXPECT_EQ(editor.Send(SCI_STYLEGETBACK, style), ground) << style;
     }
-    EXPECT_EQ(editor.Send(SCI_STYLEGETBACK, 33), 0xC0C0C0);
+    EXPECT_EQ(editor.Send(SCI_STYLEGETBACK, 33), ColourOf(cMarginGround).light);
     EXPECT_EQ(editor.Send(SCI_STYLEGETBACK, 37), 0xFFFFFF);
   });
 }
@@ -238,7 +239,7 @@ TEST(SciEditor, ShowLineNumbers_ManyLines_FitTheirMargin) {
 
 TEST(SciEditor, MarkTypes_Enabled_ColourTheGroundOfTheirLine) {
   static constexpr MarkType cTypes[] = {
-      {0, 127, 0xFF0000}, {1, 127, 0xFF, false}, {2, 127, 0xFF00}};
+      {0, 0xFF0000}, {1, 0xFF, MarkSign::cNone, false}, {2, 0xFF00, MarkSign::cError}};
   EditorForm form;
   form.editor.markTypes = cTypes;
   form.editor.markTypeCount = 3;
@@ -249,7 +250,93 @@ TEST(SciEditor, MarkTypes_Enabled_ColourTheGroundOfTheirLine) {
     form.editor.SetLineMark(2, 0);
     form.editor.SetLineMark(2, 2);
     EXPECT_EQ(form.editor.Send(SCI_MARKERGET, 0), 0) << "an exclusive mark stands once";
-    EXPECT_EQ(form.editor.Send(SCI_MARKERGET, 2), 1 << 2);
+    EXPECT_EQ(form.editor.Send(SCI_MARKERGET, 2), 1 << 2 | 1 << 10) << "ground and sign";
+    form.editor.RemoveLineMarks(2);
+    EXPECT_EQ(form.editor.Send(SCI_MARKERGET, 2), 0);
+  });
+}
+
+// The colour of a line where no text is.
+QRgb GroundBehind(EditorForm& form, int line) {
+  const QImage image = test::WidgetOf(form.editor)->grab().toImage();
+  const auto y = form.editor.Send(SCI_POINTYFROMPOSITION, 0,
+                                  static_cast<std::intptr_t>(form.editor.LineStart(line)));
+  return image.pixel(image.width() / 2, static_cast<int>(y) + 4);
+}
+
+QRgb AsPixel(EditorColour colour) {
+  const ColourPair pair = ColourOf(colour);
+  return qRgb(pair.light & 0xFF, pair.light >> 8 & 0xFF, pair.light >> 16 & 0xFF);
+}
+
+TEST(SciEditor, MarkedLine_HasItsGroundAndSign_AlsoUnderTheCaret) {
+  static constexpr MarkType cTypes[] = {{4, ColourOf(cErrorGround), MarkSign::cError}};
+  EditorForm form;
+  form.editor.markTypes = cTypes;
+  form.editor.markTypeCount = 1;
+  RunEditor(form, [&] {
+    form.Fill("a\nb\nc\n");
+    form.Settle();
+    const auto signs = [&] {
+      const QImage image = test::WidgetOf(form.editor)->grab().toImage();
+      int reds = 0;
+      for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < 16; ++x) reds += image.pixelColor(x, y) == QColor(0xCC, 0x22, 0x22);
+      return reds;
+    };
+    EXPECT_EQ(signs(), 0);
+    form.editor.SetLineMark(4, 1);
+    form.Settle();
+    EXPECT_GT(signs(), 30);
+    EXPECT_EQ(GroundBehind(form, 0), AsPixel(cCaretLineGround));
+    EXPECT_EQ(GroundBehind(form, 1), AsPixel(cErrorGround));
+    EXPECT_EQ(GroundBehind(form, 2), AsPixel(cTextGround));
+    form.editor.goToLine(1);
+    form.Settle();
+    EXPECT_EQ(GroundBehind(form, 0), AsPixel(cTextGround));
+    EXPECT_EQ(GroundBehind(form, 1), AsPixel(cErrorGround)) << "the mark is not hidden";
+    form.editor.RemoveLineMarks(4);
+    form.Settle();
+    EXPECT_EQ(GroundBehind(form, 1), AsPixel(cCaretLineGround));
+  });
+}
+
+TEST(SciEditor, Folds_ALineIsDrawnBelowClosedOnes_AboveOpenOnesWhenWanted) {
+  EditorForm form;
+  form.editor.options->foldMargin = true;
+  RunEditor(form, [&] {
+    form.Fill("int a;\nvoid f() {\n\tx;\n}\nint b;\n");
+    form.Settle();
+    // Rows of pixels, right of all text, that are dark.
+    const auto lines = [&] {
+      form.Settle();
+      const QImage image = test::WidgetOf(form.editor)->grab().toImage();
+      int rows = 0;
+      for (int y = 2; y < image.height() - 20; ++y)
+        rows += qGray(image.pixel(image.width() - 40, y)) < 100;
+      return rows;
+    };
+    EXPECT_EQ(lines(), 0);
+    form.editor.Send(SCI_TOGGLEFOLD, 1);
+    EXPECT_EQ(lines(), 1);
+    form.editor.Send(SCI_TOGGLEFOLD, 1);
+    form.editor.options->lineAboveOpenFolds = true;
+    form.editor.applyOptions();
+    EXPECT_EQ(lines(), 1);
+    form.editor.Send(SCI_TOGGLEFOLD, 1);
+    EXPECT_EQ(lines(), 0);
+  });
+}
+
+TEST(SciEditor, LeftOutBranch_HasAGroundOfItsOwnAndTheSameInks) {
+  EditorForm form;
+  form.editor.small.leftOutStyles = 64;
+  RunEditor(form, [&] {
+    form.Fill("int a;\n#if 0\nint b;\n#endif\n");
+    form.Settle();
+    EXPECT_EQ(GroundBehind(form, 2), AsPixel(cLeftOutGround));
+    EXPECT_EQ(GroundBehind(form, 3), AsPixel(cTextGround));
+    EXPECT_EQ(form.editor.Send(SCI_STYLEGETFORE, 64 + 5), form.editor.Send(SCI_STYLEGETFORE, 5));
   });
 }
 

@@ -8,6 +8,7 @@
 
 #include "EditorForm.h"
 #include "Privileges.h"
+#include "ScriptedDialogs.h"
 #include "TempFolder.h"
 
 // Files that other editors stumble over: targets without right to write, lines without end, sizes
@@ -43,14 +44,14 @@ TEST(SciFaults, Save_TargetWithoutWriteRight_EachOption_KeepsTheTextAndDirty) {
       form.Type("Q");
       {
         const test::WithoutRights user;
-        EXPECT_FALSE(form.editor.save(path, row.strip, row.ensure)) << row.text;
+        EXPECT_FALSE(form.editor.save(path, {row.strip, row.ensure})) << row.text;
       }
       EXPECT_EQ(form.editor.saveError, "can't write " + path + ": Permission denied");
       EXPECT_EQ(form.editor.GetText(), row.text);
       EXPECT_TRUE(form.editor.dirty);
       EXPECT_EQ(folder.Read("a.txt"), "a \t\nb ");
       ASSERT_EQ(chmod(path.c_str(), 0644), 0);
-      EXPECT_TRUE(form.editor.save(path, row.strip, row.ensure));
+      EXPECT_TRUE(form.editor.save(path, {row.strip, row.ensure}));
       EXPECT_EQ(folder.Read("a.txt"), row.text);
       EXPECT_FALSE(form.editor.dirty);
       EXPECT_EQ(folder.Names(), std::vector<std::string>{"a.txt"});
@@ -86,18 +87,21 @@ std::string LongLine(const LongLineCase& row) {
 
 // A step measures the line once, which is a second or two for ten megabytes. What would start again
 // with each letter of it needed hours.
-TEST(SciFaults, LineOfMegabytes_IsShownWalkedTypedIntoAndSaved) {
+TEST(SciFaults, LineOfMegabytes_AskedFor_IsShownWalkedTypedIntoAndSaved) {
   const LongLineCase cases[] = {{"a.cpp", 10u << 20, "int a(b); ", ""},
                                 {"a.txt", 1u << 20, "\xC3\xA4\xE4\xB8\x96 ", "\r\n"},
                                 {"b.cpp", 1u << 20, "\"string without end ", "\n"},
                                 {"c.txt", 1u << 20, "word", ""}};
   const test::TempFolder folder;
+  test::ScriptedDialogs dialogs;
   EditorForm form;
   RunEditor(form, [&] {
     for (const LongLineCase& row : cases) {
       const std::string before = LongLine(row);
       const std::string path = folder.Write(row.name, before + row.lineEnd);
       ASSERT_TRUE(form.editor.load(path));
+      dialogs.answers = {Answer::cYes};
+      ASSERT_TRUE(form.editor.ShowLongLine());
       form.Settle();
       test::Key(form, Qt::Key_End);
       form.Settle();

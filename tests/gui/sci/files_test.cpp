@@ -176,9 +176,11 @@ TEST(SciFiles, OneLetterTyped_ChangesThatLetterAndNothingElse_In1000Files) {
       const std::string path = folder.Write("a.txt", before);
       ASSERT_TRUE(form.editor.load(path)) << seed;
       const std::string text = form.editor.GetText();
-      const int place = seed % 4 ? PlaceToType(text, random) : 0;
+      const std::string shown = form.editor.GetRange(0, form.editor.Length());
+      const int place = seed % 4 ? PlaceToType(shown, random) : 0;
+      form.editor.Select(0, place);
+      const size_t caret = form.editor.SelectedText().size();
       form.editor.Select(place, place);
-      const auto caret = static_cast<size_t>(form.editor.CaretPosition());
       form.Type("Q");
       ASSERT_TRUE(form.editor.dirty) << seed;
       ASSERT_TRUE(form.editor.save(path)) << seed;
@@ -289,7 +291,7 @@ TEST(SciFiles, Save_StripAndLastLine_EachOption) {
     for (const SaveCase& row : cases) {
       const std::string path = folder.Write("a", row.before);
       ASSERT_TRUE(form.editor.load(path));
-      ASSERT_TRUE(form.editor.save(path, row.strip, row.ensure));
+      ASSERT_TRUE(form.editor.save(path, {row.strip, row.ensure}));
       EXPECT_EQ(folder.Read("a"), row.after);
       EXPECT_FALSE(form.editor.dirty);
     }
@@ -302,7 +304,7 @@ TEST(SciFiles, Save_Stripping_IsOneStepBack) {
   RunEditor(form, [&] {
     const std::string path = folder.Write("a", "a \nb \nc \n");
     ASSERT_TRUE(form.editor.load(path));
-    ASSERT_TRUE(form.editor.save(path, true));
+    ASSERT_TRUE(form.editor.save(path, {.stripTrailing = true}));
     form.editor.OnCommand(cSciUndo);
     EXPECT_EQ(form.editor.GetText(), "a \nb \nc \n");
     EXPECT_TRUE(form.editor.dirty);
@@ -320,7 +322,7 @@ TEST(SciFiles, Save_EverySystemCallFailing_OldOrNewContentAndStillDirty) {
       ASSERT_TRUE(form.editor.load(path));
       form.editor.ReplaceSelection("new ");
       test::FileFaults faults(call, ENOSPC);
-      const bool saved = form.editor.save(path, true);
+      const bool saved = form.editor.save(path, {.stripTrailing = true});
       hit = faults.hit;
       EXPECT_EQ(form.editor.GetText(), "new old\n") << "the stripped text stays";
       EXPECT_EQ(form.editor.dirty, !saved) << call;
@@ -338,7 +340,7 @@ TEST(SciFiles, Save_FolderAsTarget_IsRefused) {
   RunEditor(form, [&] {
     form.Fill("a ");
     form.editor.ReplaceSelection("x");
-    EXPECT_FALSE(form.editor.save(folder.Path(), true));
+    EXPECT_FALSE(form.editor.save(folder.Path(), {.stripTrailing = true}));
     EXPECT_EQ(form.editor.GetText(), "xa") << "stripped all the same";
     EXPECT_TRUE(form.editor.dirty);
   });

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "DarkPalette.h"
+#include "EditorColours.h"
 #include "EditorForm.h"
 
 namespace mavro {
@@ -32,7 +33,32 @@ int Sum(const Circle* first, const Circle* last) {
 	}
 	return sum;
 }
+
+/** What is documented. */
+#ifdef NOBODY_KNOWS
+int leftOut = 42;  // by the preprocessor
+const char* name = "left out";
+#endif
+const char letter = 'x', *open = "without end
+int closed() {
+	return 1;
+}
+}
 )";
+
+constexpr StyleRow cStyles[] = {
+    {0, ColourOf(cTextInk)},
+    {1, ColourOf(cCommentInk)},
+    {2, ColourOf(cCommentInk)},
+    {3, ColourOf(cDocumentationInk)},
+    {4, ColourOf(cNumberInk)},
+    {5, ColourOf(cKeywordInk), StyleRow::cBold},
+    {6, ColourOf(cStringInk)},
+    {7, ColourOf(cCharacterInk)},
+    {9, ColourOf(cPreprocessorInk)},
+    {10, ColourOf(cTextInk), StyleRow::cBold},
+    {12, ColourOf(cStringInk), StyleRow::cEolFilled, ColourOf(cUnfinishedGround)},
+    {StyleRow::cEnd}};
 
 // Rows of pixels whose colour isn't the ground's: something is drawn.
 int DrawnRows(const QImage& image) {
@@ -59,15 +85,22 @@ void ShowEditor(const std::string& name) {
   options.edgeColumn = 70;
   form.editor.offered = "Area?2 Name?2 radius?1";
   form.editor.offeredTip = "int foo(const Circle* first, const Circle* last)";
-  static constexpr MarkType cMarks[] = {{2, 127, 0xFF00}, {3, 127, 0xFF}};
+  static constexpr MarkType cMarks[] = {{2, ColourOf(cExecutionGround), MarkSign::cArrow},
+                                        {4, ColourOf(cErrorGround), MarkSign::cError}};
   form.editor.markTypes = cMarks;
   form.editor.markTypeCount = 2;
+  form.editor.small.styles = cStyles;
+  form.editor.small.leftOutStyles = 64;
+  form.SetBounds(0, 0, 700, 700);
   RunEditor(form, [&] {
     form.Fill(cSample);
     form.editor.Send(SCI_INSERTTEXT, 0, "");
     form.editor.ToggleBookmark(4);
     form.editor.ToggleBookmark(16);
     form.editor.SetLineMark(2, 7);
+    form.editor.SetLineMark(4, 20);
+    form.editor.Send(SCI_COLOURISE, 0, static_cast<std::intptr_t>(-1));
+    form.editor.Send(SCI_TOGGLEFOLD, 30);
     form.editor.Select(form.editor.LineStart(17) + 5, form.editor.LineStart(17) + 8);
     form.Settle();
     test::Shot(form, name);

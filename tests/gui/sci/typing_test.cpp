@@ -174,7 +174,7 @@ TEST(SciTyping, Words_Asked_AllAreShown) {
   EditorForm form;
   RunEditor(form, [&] {
     form.Fill("elephant element\nele@");
-    EXPECT_TRUE(form.editor.startWordCompletion(false));
+    EXPECT_TRUE(form.editor.startWordCompletion(WordOffer::cAny));
     EXPECT_EQ(OpenList(form.editor), "element");
   });
 }

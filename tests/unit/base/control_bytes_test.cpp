@@ -45,6 +45,33 @@ TEST(MarkControlBytes, SequenceCutByAControlByte_ControlByteIsMarked) {
   EXPECT_EQ(MarkControlBytes("\xe2\x1b[m"), "\xe2<1b>[m");
 }
 
+TEST(MarkControlBytes, BytesThatBeginNoSequence_TakeNothingWithThem) {
+  EXPECT_EQ(MarkControlBytes("a\x9b"), "a<9b>");
+  EXPECT_EQ(MarkControlBytes("\xc1\x9b"), "\xc1<9b>");
+  EXPECT_EQ(MarkControlBytes("\xf8\x9b\x9c\x9d"), "\xf8<9b><9c><9d>");
+  EXPECT_EQ(MarkControlBytes("\xdf\x9b\xef\x9b\x9c\xf7\x9b\x9c\x9d"),
+            "\xdf\x9b\xef\x9b\x9c\xf7\x9b\x9c\x9d");
+}
+
+TEST(MarkControlBytes, FirstAndLastOfTheControls) {
+  EXPECT_EQ(MarkControlBytes("\x1f\x20\x7e\x7f"), "<1f> ~<7f>");
+  EXPECT_EQ(MarkControlBytes("\xc2\x80\xc2\x9f\xc2\xa0"), "<80><9f>\xc2\xa0");
+  EXPECT_EQ(MarkControlBytes("\xa0"), "\xa0");
+}
+
+TEST(MarkControlBytes, BytesBehindTheText_AreNotRead) {
+  const std::string_view text = "\r\n\xc2\x9b";
+  EXPECT_EQ(MarkControlBytes(text.substr(0, 1)), "<0d>");
+  EXPECT_EQ(MarkControlBytes(text.substr(2, 1)), "\xc2");
+}
+
+TEST(MarkControlBytes, NeighboursOfTheTurners_Stay) {
+  EXPECT_EQ(MarkControlBytes("\xe2\x80\xa9\xe2\x80\xaa"), "\xe2\x80\xa9<U+202A>");
+  EXPECT_EQ(MarkControlBytes("\xe2\x80\xae\xe2\x80\xaf"), "<U+202E>\xe2\x80\xaf");
+  EXPECT_EQ(MarkControlBytes("\xe2\x81\xa5\xe2\x81\xa6"), "\xe2\x81\xa5<U+2066>");
+  EXPECT_EQ(MarkControlBytes("\xe2\x81\xa9\xe2\x81\xaa"), "<U+2069>\xe2\x81\xaa");
+}
+
 TEST(MarkControlBytes, TurnersOfDirection_AreMarked) {
   EXPECT_EQ(MarkControlBytes("a\xe2\x80\xae"
                              "b\xe2\x81\xa6"),

@@ -15,6 +15,7 @@ TEST(DiskStamp, UntouchedFile_KeepsItsStamp) {
   const std::string path = folder.Write("a", "1");
   const DiskStamp stamp = ReadDiskStamp(path);
   EXPECT_TRUE(stamp.exists);
+  EXPECT_TRUE(stamp.isKnown);
   EXPECT_EQ(stamp.size, 1);
   EXPECT_EQ(ReadDiskStamp(path), stamp);
 }

@@ -196,6 +196,15 @@ TEST_F(BuildTest, OutputFolderWithoutWriteRight_IsRefusedOnlyWhenSomethingMustBe
   EXPECT_THAT(build.tools.Take(), IsEmpty());
 }
 
+TEST_F(BuildTest, FileInPlaceOfTheOutputFolder_OneFileIsNotCompiledEither) {
+  build.Add("a.cpp", cMain);
+  build.files.Write("out-rel", "mine");
+  build.shell.activeFile = build.Path("a.cpp");
+  build.builder.CompileCurrent();
+  EXPECT_THAT(build.shell.rows, ElementsAre("out-rel:0:  -> it can't be made: File exists"));
+  EXPECT_THAT(build.tools.Take(), IsEmpty());
+}
+
 TEST_F(BuildTest, MissingProjectFolder_IsRefused) {
   build.project.SetFileName(build.Path("gone/p.zpj"));
   EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));

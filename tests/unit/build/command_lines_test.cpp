@@ -48,6 +48,25 @@ TEST(ExpandMacros, Hook_GetsTheTextAndGivesTheResult) {
   EXPECT_EQ(ExpandMacros("a`b c`d", "/r", hook), "a<b c> d");
 }
 
+TEST(ExpandMacros, QuotedParts_FollowEachOther) {
+  const MacroHook hook = [](std::string_view text) { return "<" + std::string(text) + ">"; };
+  EXPECT_EQ(ExpandMacros("`a`b`c`", "/r", hook), "<a>b<c>");
+}
+
+TEST(ExpandMacros, RootWithBlanks_KnowsWhetherItStandsInQuotes) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"@", "\"/a b\""},
+      {"x@/y", "x\"/a b\"/y"},
+      {"xy@", "xy\"/a b\""},
+      {"\"@\"", "\"/a b\""},
+      {"\"x@\"y@", "\"x/a b\"y\"/a b\""},
+      {"\\\"@", "\\\"\"/a b\""},
+      {"\\\\\"@\"", "\\\\\"/a b\""},
+      {"\\x\"@\"", "\\x\"/a b\""},
+  };
+  for (const auto& [text, expanded] : rows) EXPECT_EQ(ExpandMacros(text, "/a b"), expanded) << text;
+}
+
 TEST(ExpandMacros, RootWithBlanks_StaysOneArgument) {
   EXPECT_EQ(mavro::SplitCommandLine(ExpandMacros("-I@/libs -x", "/my dir")),
             (std::vector<std::string>{"-I/my dir/libs", "-x"}));

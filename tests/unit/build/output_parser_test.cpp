@@ -84,6 +84,10 @@ TEST(CompilerOutput, indented_by_one_blank_is_a_line_like_others) {
   EXPECT_EQ(Compile({" a.cpp:3: error: x"}).rows, Rows{" a.cpp|3|error: x"});
 }
 
+TEST(CompilerOutput, blank_behind_the_first_letter_is_part_of_the_path) {
+  EXPECT_EQ(Compile({"a b.cpp:3: error: x"}).rows, Rows{"a b.cpp|3|error: x"});
+}
+
 TEST(CompilerOutput, column_is_passed_over) {
   const Reading reading = Compile({"a.cpp:12:5: error: x", "a.cpp:13:123456: warning: y"});
   EXPECT_EQ(reading.rows, (Rows{"a.cpp|12|error: x", "a.cpp|13|warning: y"}));

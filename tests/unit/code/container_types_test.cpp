@@ -22,6 +22,13 @@ struct Row {
   const char* indexed;
 };
 
+TEST(ContainerTypes, Iterators_AreThoseOfAClassAndNoPointers) {
+  EXPECT_EQ(Told(PointeeOf(Type("std::vector<A>::iterator"))), "A");
+  EXPECT_EQ(Told(PointeeOf(Type("std::vector<A>::iterator*"))), "none");
+  EXPECT_EQ(Told(PointeeOf(Type("iterator"))), "none");
+  EXPECT_EQ(Told(PointeeOf(Type("std::vector<A>::iterators"))), "none");
+}
+
 TEST(ContainerTypes, ElementPointeeAndIndex) {
   const Row rows[] = {
       {"std::vector<A>", "A", "none", "A"},

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "EditorColours.h"
+
 #include <cctype>
 #include <string>
 #include <vector>
@@ -53,19 +55,32 @@ TEST(CppLanguage, FieldsWithoutValue_AreEmpty) {
   EXPECT_EQ(language.dropRestOfWord, 0);
 }
 
-TEST(CppLanguage, StyleRows_AreThoseOfTheTable) {
+TEST(CppLanguage, StyleRows_NumbersSizesAndLetters_AreThoseOfTheTable) {
   const std::vector<std::vector<int>> expected = {
-      {0, 0x101010, 0, 0},       {1, 0x808080, 9, 0},      {2, 0x808080, 9, 0}, {3, 0x3F703F, 9, 0},
-      {4, 0x7F7F00, 0, 0},       {5, 0xEF0000, 0x1000, 0}, {6, 0x7F00, 0, 0},   {7, 0x9F00, 0, 0},
-      {8, 0x804080, 0, 0},       {9, 0x700F7F, 0, 0},      {10, 0, 0x1000, 0},  {11, 0, 0, 0},
-      {12, 0, 0x8000, 0xE0C0E0}, {15, 0x3F703F, 8, 0}};
+      {0, 0}, {1, 9}, {2, 9}, {3, 9},       {4, 0},  {5, 0x1000},  {6, 0},
+      {7, 0}, {8, 0}, {9, 0}, {10, 0x1000}, {11, 0}, {12, 0x8000}, {15, 8}};
   const mavro::StyleRow* row = cCppLanguage.styles;
   for (const std::vector<int>& values : expected) {
     ASSERT_LT(row->style, 256);
-    EXPECT_EQ(values, (std::vector{row->style, row->foreground, row->flags, row->background}));
+    EXPECT_EQ(values, (std::vector{row->style, row->flags}));
     ++row;
   }
   EXPECT_GE(row->style, 256);
+}
+
+// Where an ink ends up is known to the table of colours, which is tested.
+TEST(CppLanguage, StyleRows_HaveInksAndGroundsOfTheEditorsColours) {
+  const auto isOneOf = [](const mavro::ColourPair& pair, int start, int end) {
+    for (int i = start; i < end; ++i)
+      if (mavro::ColourOf(static_cast<mavro::EditorColour>(i)) == pair) return true;
+    return false;
+  };
+  for (const mavro::StyleRow* row = cCppLanguage.styles; row->style < 256; ++row) {
+    EXPECT_TRUE(isOneOf(row->foreground, 0, mavro::cEndOfInks)) << row->style;
+    EXPECT_TRUE(row->background.light == 0 ||
+                isOneOf(row->background, mavro::cEndOfInks, mavro::cEndOfGrounds))
+        << row->style;
+  }
 }
 
 }  // namespace

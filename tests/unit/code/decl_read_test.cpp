@@ -120,6 +120,21 @@ TEST(FindDeclaration, NearestOfTheOpenBlocks) {
   EXPECT_EQ(Decl("A x{1};"), "A = 1");
 }
 
+TEST(FindDeclaration, StatementOf512Tokens_IsReadToItsStart) {
+  const auto names = [](int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) text += ", a";
+    return text + ", x;";
+  };
+  EXPECT_EQ(Decl("typedef A a" + names(254)), "alias A");
+  EXPECT_EQ(Decl("typedef A* a" + names(254)), "A");
+}
+
+TEST(FindDeclaration, ParenthesisWithoutPartner_BeforeABlock) {
+  EXPECT_EQ(Decl("A x; ) { B x; }"), "A");
+  EXPECT_EQ(Decl("A x; ) const { B x; }"), "A");
+}
+
 TEST(FindDeclaration, Budget_EndsTheSearch) {
   const CodeTokens tokens("A x; " + std::string(1000, ';'));
   StepBudget budget{100};

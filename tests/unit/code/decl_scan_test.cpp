@@ -233,6 +233,11 @@ TEST(FindTextDecl, NearestDeclarationGoingBackward_Wins) {
   EXPECT_EQ(TypeOf("f", "{ Foo f; { Bar g; } f"), "Foo");
 }
 
+TEST(FindTextDecl, BracesWithinAName_AreNoPartOfIt) {
+  EXPECT_EQ(TypeOf("xy", "Foo xy; Bar x}y; xy"), "Foo");
+  EXPECT_EQ(TypeOf("xy", "Foo xy; } Bar x{y; xy"), "Foo");
+}
+
 TEST(FindTextDecl, Position_IsThatOfTheName) {
   EXPECT_EQ(DeclOf("f", "x; Foo f; f"), "Foo at 7");
   EXPECT_EQ(DeclOf("f", "x; Foo\nf; f"), "Foo at 7");

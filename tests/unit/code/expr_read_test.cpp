@@ -127,8 +127,26 @@ TEST(ReadExpr, OtherForms_AreNone) {
                            "static_cast<A>",
                            "static_cast<>(a)",
                            "return a",
-                           "a ? : b"})
+                           "a ? : b",
+                           "a.get<B>",
+                           "a.get<B> c",
+                           "a.get<B"})
     EXPECT_EQ(Read(text), "none") << text;
+}
+
+TEST(ReadExpr, GroupThatEndsBehindTheExpression_IsNone) {
+  const CodeTokens tokens("(a).b(c)[d]");
+  StepBudget budget;
+  EXPECT_FALSE(ReadExpr(tokens, 0, 2, budget));
+  EXPECT_TRUE(ReadExpr(tokens, 0, 3, budget));
+  EXPECT_FALSE(ReadExpr(tokens, 0, 7, budget));
+  EXPECT_TRUE(ReadExpr(tokens, 0, 8, budget));
+  EXPECT_FALSE(ReadExpr(tokens, 0, 10, budget));
+}
+
+TEST(ReadExpr, Parentheses_AreReadTo11Deep) {
+  EXPECT_EQ(Read(std::string(11, '(') + "a" + std::string(11, ')')), "a");
+  EXPECT_EQ(Read(std::string(12, '(') + "a" + std::string(12, ')')), "none");
 }
 
 TEST(ReadExpr, DeepOrOutside_IsNone) {

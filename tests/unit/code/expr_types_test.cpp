@@ -301,6 +301,84 @@ TEST_F(ExprTypesTest, Aliases) {
   });
 }
 
+TEST_F(ExprTypesTest, AliasesOfAliases_AreFollowedEightTimes) {
+  std::string chain = "using A1 = Point;\n";
+  for (int i = 2; i <= 9; ++i)
+    chain += "using A" + std::to_string(i) + " = A" + std::to_string(i - 1) + ";\n";
+  Expect({{(chain + "A2 a;\n  a.@").c_str(), cPoint},
+          {(chain + "A8 a;\n  a.@").c_str(), cPoint},
+          {(chain + "A9 a;\n  a.@").c_str(), ""}});
+}
+
+TEST_F(ExprTypesTest, PointersToAliases_CountBoth) {
+  Expect({{"PointPointer* p;\n  (*p)->@", cPoint},
+          {"PointPointer* p;\n  (**p).@", cPoint},
+          {"using Q = PointPointer*;\n  Q* p;\n  (***p).@", cPoint}});
+}
+
+TEST_F(ExprTypesTest, TypedefOf64Tokens_IsRead) {
+  const auto text = [](const std::string& first) {
+    std::string body = "typedef " + first + "std::vector<Point";
+    for (int i = 0; i < 28; ++i) body += ", a";
+    return body + "> Own;\n  Own v;\n  v.front().@";
+  };
+  Expect({{text("").c_str(), cPoint}, {text("const ").c_str(), ""}});
+}
+
+TEST_F(ExprTypesTest, FunctionsOfOtherNamespaces_AreNotTheLibrarys) {
+  Expect({{"auto p = move(theShape.pos);\n  p.@", cPoint},
+          {"auto p = any::move(theShape.pos);\n  p.@", ""},
+          {"auto p = std::any::move(theShape.pos);\n  p.@", ""},
+          {"auto p = any::make_unique<Point>();\n  p->@", ""},
+          {"auto s = any::to_string(1);\n  s.@", ""}});
+}
+
+TEST_F(ExprTypesTest, BoundNames_CountDataMembersOnly) {
+  const std::string text =
+      "struct Sized {\n  int count();\n  Point at;\n  Shape* next();\n  Shape of;\n};\n"
+      "void f(Sized s) {\n  auto& [a, b] = s;\n  ";
+  EXPECT_EQ(Complete(text + "a.@"), cPoint);
+  EXPECT_EQ(Complete(text + "b.pos.@"), cPoint);
+  EXPECT_EQ(Complete(text + "a.pos.@"), "");
+  EXPECT_EQ(Complete("struct One {\n  Point at;\n};\nvoid f(One s) {\n  auto [a, b] = s;\n  b.@"),
+            "");
+}
+
+TEST_F(ExprTypesTest, ProjectsClassOfALibrarysName_HasItsOwnMembers) {
+  const std::string text =
+      "template <class T>\nstruct vector {\n  Brush front();\n};\nvoid f() {\n  ";
+  EXPECT_EQ(Complete(text + "vector<Point> v;\n  v.front().wi@"), "width?1");
+  EXPECT_EQ(Complete(text + "vector<Point> v;\n  v.fr@"), "front?2");
+}
+
+TEST_F(ExprTypesTest, InitialValue_SeesWhatStandsBeforeItOnly) {
+  Expect({{"Shape s;\n  auto p = s.pos;\n  {\n    std::vector<int> s;\n    p.@", cPoint},
+          {"auto p = s.pos;\n  Shape s;\n  p.@", ""}});
+}
+
+TEST_F(ExprTypesTest, ValuesOfValues_AreFollowedToADepth) {
+  const auto text = [](int count) {
+    std::string body = "auto a0 = theShape.pos;\n";
+    for (int i = 1; i <= count; ++i)
+      body += "auto a" + std::to_string(i) + " = a" + std::to_string(i - 1) + ";\n";
+    return body + "a" + std::to_string(count) + ".@";
+  };
+  EXPECT_EQ(InFunction(text(1)), cPoint);
+  EXPECT_EQ(InFunction(text(21)), cPoint);
+  EXPECT_EQ(InFunction(text(22)), "");
+}
+
+TEST_F(ExprTypesTest, ExpressionsOfTypes_AreNoMembersOrClasses) {
+  const std::string text = "void f() {\n  theShape.next()->me@thod(1);";
+  const test::CodeText editor(text);
+  edited = &editor;
+  for (const int kind : {cClassRequest, cMemberRequest, cPrefixRequest}) {
+    ResolveInfo info;
+    info.kind = kind;
+    EXPECT_FALSE(completion.wizard.resolveAt(editor, info, 0)) << kind;
+  }
+}
+
 TEST_F(ExprTypesTest, NestedClassesAndScopes) {
   Expect({
       {"Outer::Inner x;\n  x.@", "deep?1"},

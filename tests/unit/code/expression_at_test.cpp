@@ -73,6 +73,12 @@ TEST(ExpressionAt, OddBytes_AreNoWords) {
   EXPECT_EQ(ExpressionAt("->x", 2), "->x");
 }
 
+TEST(ExpressionAt, TextBehindTheLine_IsNotRead) {
+  const std::string_view text = "ab[c]d";
+  EXPECT_EQ(ExpressionAt(text.substr(0, 1), 0), "a");
+  EXPECT_EQ(ExpressionAt(text.substr(0, 4), 1), "ab[c");
+}
+
 TEST(ExpressionAt, AnyColumnOfAnyText_GivesAPartOfIt) {
   const std::string line = "a->b[c].d-> ]>.-[e";
   for (size_t column = 0; column < line.size(); ++column)

@@ -81,6 +81,24 @@ TEST(TextScanner, BlockComment_IsPassed) {
   EXPECT_EQ(Forward("a/**/b/***/c"), "abc");
 }
 
+TEST(TextScanner, StarBeforeAnotherSign_EndsNoComment) {
+  EXPECT_EQ(Backward("/*x*/a *b"), "a *b");
+  EXPECT_EQ(Backward("/*x*/a /b"), "a /b");
+}
+
+TEST(TextScanner, CommentAtTheStartOfTheText_IsPassed) {
+  EXPECT_EQ(Backward("// x\nb"), "b");
+  EXPECT_EQ(Backward("/* x */b"), "b");
+}
+
+TEST(TextScanner, SlashDirectlyBeforeTheLimit_IsASign) {
+  const test::CodeText editor("@" + std::string(63, 'a') + "//b");
+  TextScanner scanner(editor, TextScanner::Reach::cNearCaret);
+  for (int i = 0; i < 63; ++i) EXPECT_EQ(scanner.readForward(), 'a');
+  EXPECT_EQ(scanner.readForward(), '/');
+  EXPECT_EQ(scanner.readForward(), 0);
+}
+
 TEST(TextScanner, CommentEndWithoutStart_IsText) {
   EXPECT_EQ(Backward("a */ b"), "a */ b");
   EXPECT_EQ(Backward("/*/ b"), "/*/ b");

@@ -54,6 +54,36 @@ TEST(ReadTypeText, DeepOrLong_IsNone) {
   EXPECT_EQ(Round(path), "none");
 }
 
+std::string Repeat(const std::string& piece, int times) {
+  std::string text;
+  for (int i = 0; i < times; ++i) text += piece;
+  return text;
+}
+
+TEST(ReadTypeText, Limits_PartsArgumentsAndDepth) {
+  EXPECT_EQ(Round("a" + Repeat("::a", 15)), "a" + Repeat("::a", 15));
+  EXPECT_EQ(Round("a" + Repeat("::a", 16)), "none");
+  EXPECT_EQ(Round("A<a" + Repeat(",a", 15) + ">"), "A<a" + Repeat(",a", 15) + ">");
+  EXPECT_EQ(Round("A<a" + Repeat(",a", 16) + ">"), "A<a" + Repeat(",a", 15) + ">");
+  EXPECT_EQ(Round(Repeat("A<", 12) + "B" + Repeat(">", 12)),
+            Repeat("A<", 12) + "B" + Repeat(">", 12));
+  EXPECT_EQ(Round(Repeat("A<", 13) + "B" + Repeat(">", 13)), Repeat("A<", 12) + Repeat(">", 12));
+}
+
+TEST(ReadType, ArgumentsWithoutEnd_AreNone) {
+  const CodeTokens tokens("A < b");
+  int at = 0;
+  EXPECT_FALSE(ReadType(tokens, at));
+}
+
+TEST(IsBuiltIn, OneWordOfTheLanguage) {
+  for (const char* text : {"int", "bool", "unsigned char", "const void*"})
+    EXPECT_TRUE(IsBuiltIn(*ReadTypeText(text))) << text;
+  for (const char* text : {"Int", "A", "A::integer"})
+    EXPECT_FALSE(IsBuiltIn(*ReadTypeText(text))) << text;
+  EXPECT_FALSE(IsBuiltIn(TypeText()));
+}
+
 TEST(TypeText, Parts) {
   const TypeText type = *ReadTypeText("std::map<int, ns::Foo*>::iterator");
   EXPECT_EQ(type.Name(), "iterator");
@@ -91,6 +121,22 @@ TEST(CodeTokens, PassOverCommentsAndDirectives) {
       {"\xc3\xa4x", "\xc3\xa4x"},
   };
   for (const auto& [text, expected] : rows) EXPECT_EQ(Tokens(text), expected) << text;
+}
+
+TEST(CodeTokens, RawTextsMark_HasUpTo16Characters) {
+  const std::string mark = "0123456789abcdef";
+  const std::string raw = "R\"" + mark + "(a\" b)" + mark + "\"";
+  EXPECT_EQ(CodeTokens(raw).Count(), 1);
+  const std::string longer = "R\"" + mark + "x(a\" b)" + mark + "x\"";
+  EXPECT_EQ(Tokens(longer), "R\"" + mark + "x(a\" b ) " + mark + "x \"");
+}
+
+TEST(CodeTokens, AnglesFarApart_AreNone) {
+  const auto angles = [](int between) { return CodeTokens("<" + Repeat(" a", between) + " >"); };
+  EXPECT_EQ(angles(254).AngleEnd(0), 255);
+  EXPECT_EQ(angles(255).AngleEnd(0), -1);
+  EXPECT_EQ(angles(254).AngleStart(255), 0);
+  EXPECT_EQ(angles(255).AngleStart(256), -1);
 }
 
 TEST(CodeTokens, BrokenText_HasTokensToo) {

@@ -14,6 +14,8 @@ namespace {
 
 class IdeConfigTest : public testing::Test {
  protected:
+  ~IdeConfigTest() override { theEditorSettings = EditorSettings(); }
+
   // Reads a configuration of this content into `config` and `fonts`.
   void Read(std::string_view text) {
     folder.Write("Zendry.cfg", text);
@@ -75,6 +77,24 @@ TEST_F(IdeConfigTest, Font_IsCopiedToTheEditor) {
   EXPECT_EQ(fonts.fonts[1].kind, 1);
   EXPECT_EQ(theEditorSettings.fonts[1].name, "Mono");
   EXPECT_EQ(fonts.fonts[0].name, "Verdana");
+}
+
+TEST_F(IdeConfigTest, Font_SizeThatNobodyCouldRead_IsTheUsualOneForTheEditor) {
+  for (const char* size : {"3", "0", "-12", "73", "99999999999", "x", ""}) {
+    Read(std::string("<font id=\"1\" n=\"Mono\" v=\"") + size + "\"/>");
+    EXPECT_EQ(theEditorSettings.fonts[cFixedFont].size, 10) << size;
+  }
+  Read("<font id=\"0\" n=\"M\" v=\"4\"/><font id=\"2\" n=\"M\" v=\"72\"/>");
+  EXPECT_EQ(theEditorSettings.fonts[cVariableFont].size, 4);
+  EXPECT_EQ(theEditorSettings.fonts[cOutputFont].size, 72);
+}
+
+TEST_F(IdeConfigTest, Font_StyleBitsThatMeanNothing_AreDroppedForTheEditor) {
+  Read("<font id=\"0\" n=\"M\" o=\"3\"/><font id=\"1\" n=\"M\" o=\"6\"/><font id=\"2\" o=\"-4\"/>");
+  EXPECT_EQ(fonts.fonts[cFixedFont].style, 6);
+  EXPECT_EQ(theEditorSettings.fonts[cVariableFont].style, 3);
+  EXPECT_EQ(theEditorSettings.fonts[cFixedFont].style, 2);
+  EXPECT_EQ(theEditorSettings.fonts[cOutputFont].style, 0);
 }
 
 TEST_F(IdeConfigTest, Defaults_AreSet) {
@@ -150,6 +170,7 @@ TEST(InstallRoot, IsTheParentOfTheProgramsFolder) {
   EXPECT_EQ(InstallRoot("/opt/z/bin/"), "/opt/z/");
   EXPECT_EQ(InstallRoot("/bin/"), "/");
   EXPECT_EQ(InstallRoot("/"), "/");
+  EXPECT_EQ(InstallRoot("a/"), "");
   EXPECT_EQ(InstallRoot("zendry"), "");
   EXPECT_EQ(InstallRoot(""), "");
 }
@@ -171,6 +192,8 @@ TEST_F(ResolveToolPathTest, Folder_IsJoined) {
 
 TEST_F(ResolveToolPathTest, At_StandsForTheInstallRoot) {
   EXPECT_EQ(ResolveToolPath("@/tools", "gcc"), "/opt/z/tools/gcc");
+  EXPECT_EQ(ResolveToolPath("@/t", "gcc"), "/opt/z/t/gcc");
+  EXPECT_EQ(ResolveToolPath("t@/t", "gcc"), "t@/t/gcc");
 }
 
 TEST_F(ResolveToolPathTest, AtOfTwoCharacters_IsAFolder) {

@@ -29,6 +29,13 @@ class IdeSessionTest : public testing::Test {
     session.Load();
     return session;
   }
+  // A session that has read this ini file in an installation that starts with `first`.
+  IdeSession LoadedWith(std::string_view first, std::string_view text) {
+    folder.Write(cIni, text);
+    IdeSession session;
+    session.Load(folder.Write("first-start.ini", first));
+    return session;
+  }
   std::string SavedBy(IdeSession session) {
     session.Save(place);
     return folder.Read(cIni);
@@ -93,11 +100,12 @@ TEST_F(IdeSessionTest, SaveAndLoad_GiveTheSameBytes) {
 }
 
 TEST_F(IdeSessionTest, Load_EditorSettings) {
-  Loaded("ed-usetab=0\ned-tabsize=8\ned-indsize=2\ned-usemono=1\n");
+  Loaded("ed-usetab=0\ned-tabsize=8\ned-indsize=2\ned-usemono=1\ned-linefolds=1\n");
   EXPECT_EQ(theEditorSettings.useTabs, 0);
   EXPECT_EQ(theEditorSettings.tabSize, 8);
   EXPECT_EQ(theEditorSettings.indentSize, 2);
   EXPECT_EQ(theEditorSettings.useMonoFont, 1);
+  EXPECT_EQ(theEditorSettings.lineAboveOpenFolds, 1);
 }
 
 TEST_F(IdeSessionTest, Load_FlagsOfOtherText_OnlyOneWordCounts) {
@@ -114,6 +122,70 @@ TEST_F(IdeSessionTest, Load_SizesNoEditorCanUse_AreTheDefaults) {
   }
   Loaded("ed-indsize=0\n");
   EXPECT_EQ(theEditorSettings.indentSize, 0);
+}
+
+// Group: what the installation starts with.
+
+TEST_F(IdeSessionTest, FirstStart_HoldsForEachKeyThatTheUserDoesNotHave) {
+  LoadedWith("# a remark\ned-usemono=1\ned-linenum=1\ned-tabsize=8\n", "ed-tabsize=2\n");
+  EXPECT_EQ(theEditorSettings.useMonoFont, 1);
+  EXPECT_EQ(theEditorSettings.lineNumbers, 1);
+  EXPECT_EQ(theEditorSettings.tabSize, 2);
+  LoadedWith("ed-usemono=1\ned-linenum=1\n", "ed-usemono=0\ned-linenum=\n");
+  EXPECT_EQ(theEditorSettings.useMonoFont, 0);
+  EXPECT_EQ(theEditorSettings.lineNumbers, 0);
+}
+
+TEST_F(IdeSessionTest, FirstStart_FileMissingOrDamaged_LeavesTheDefaultsWithoutAWord) {
+  IdeSession session;
+  session.Load(folder.Path("none.ini"));
+  EXPECT_EQ(theEditorSettings.useMonoFont, 0);
+  EXPECT_EQ(theEditorSettings.lineNumbers, 0);
+  EXPECT_EQ(session.TakeError(), "");
+  EXPECT_EQ(LoadedWith(std::string_view("x\0y\nno value", 12), "").TakeError(), "");
+}
+
+TEST_F(IdeSessionTest, FirstStart_IsNotWrittenToTheUsersFile) {
+  EXPECT_EQ(SavedBy(LoadedWith("zz=1\nfirst-size=70\ned-linenum=1\n", "")),
+            "Bounds=1;2;900;600;\ndbg-tip=1\ned-indsize=4\ned-tabsize=4\ned-usemono=0\n"
+            "ed-usetab=1\nsplit-h=400\n");
+}
+
+TEST_F(IdeSessionTest, LineNumbers_ChangedByTheUser_AreKept) {
+  IdeSession session = LoadedWith("ed-linenum=1\n", "");
+  theEditorSettings.lineNumbers = 0;
+  EXPECT_NE(SavedBy(session).find("\ned-linenum=0\n"), std::string::npos);
+  session = LoadedWith("ed-linenum=1\n", "ed-linenum=0\n");
+  EXPECT_EQ(theEditorSettings.lineNumbers, 0);
+  theEditorSettings.lineNumbers = 1;
+  EXPECT_TRUE(SavedBy(session).starts_with("Bounds"));
+  EXPECT_NE(folder.Read(cIni).find("\ned-linenum=1\n"), std::string::npos);
+}
+
+TEST_F(IdeSessionTest, FirstPlacement_NothingSaid_Is800By560AtTheOrigin) {
+  EXPECT_EQ(Loaded("").FirstPlacement(50, 20, 1920, 1080), (Placement{0, 0, 800, 560, 385}));
+  for (const char* share : {"0", "29", "101", "-70", "x", ""}) {
+    const IdeSession session = LoadedWith(std::string("first-size=") + share, "");
+    EXPECT_EQ(session.FirstPlacement(0, 0, 1920, 1080).width, 800) << share;
+  }
+}
+
+TEST_F(IdeSessionTest, FirstPlacement_ShareOfTheScreen_StandsInItsMiddle) {
+  const IdeSession session = LoadedWith("first-size=70\n", "");
+  EXPECT_EQ(session.FirstPlacement(0, 0, 1920, 1080), (Placement{288, 162, 1344, 756, 519}));
+  EXPECT_EQ(session.FirstPlacement(100, 30, 1280, 960).left, 100 + 192);
+  EXPECT_EQ(session.FirstPlacement(100, 30, 1280, 960).top, 30 + 144);
+  EXPECT_EQ(LoadedWith("first-size=30", "").FirstPlacement(0, 0, 4000, 2000).width, 1200);
+  EXPECT_EQ(LoadedWith("first-size=100", "").FirstPlacement(0, 0, 4000, 2000).width, 4000);
+}
+
+TEST_F(IdeSessionTest, FirstPlacement_SmallScreen_IsOneThatTheNextStartTakesBack) {
+  IdeSession session = LoadedWith("first-size=70\n", "");
+  const Placement first = session.FirstPlacement(0, 0, 1024, 560);
+  EXPECT_EQ(first, (Placement{111, 79, 801, 401, 275}));
+  session.Save(first);
+  EXPECT_EQ(session.RestoreBounds(1024, 560), first);
+  EXPECT_EQ(session.FirstPlacement(0, 0, 640, 300), (Placement{0, 0, 640, 300, 206}));
 }
 
 TEST_F(IdeSessionTest, DebuggerTips_AreWrittenAndNeverReadBack) {
@@ -337,6 +409,11 @@ TEST_F(IdeSessionTest, Load_DamagedLines_AreSaidAndKeptBesideTheFile) {
   EXPECT_NE(SavedBy(session).find("a=1\n"), std::string::npos);
   EXPECT_NE(folder.Read(cIni).find("b=2\n"), std::string::npos);
   EXPECT_EQ(folder.Read(".zendry/zendry.ini.bad"), damaged);
+}
+
+TEST_F(IdeSessionTest, Load_EmptyLines_AreNoDamage) {
+  EXPECT_EQ(Loaded("a=1\n\n \t\r\n\nb=2\n").TakeError(), "");
+  EXPECT_NE(Loaded("a=1\n x\nb=2\n").TakeError(), "");
 }
 
 TEST_F(IdeSessionTest, Save_SoundFile_LeavesNoCopy) {

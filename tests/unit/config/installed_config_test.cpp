@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
 #include "CommandLine.h"
-#include "config/IdeConfig.h"
+#include "ScopedHome.h"
+#include "TempFolder.h"
+#include "config/EditorSettings.h"
+#include "config/IdeSession.h"
 
 namespace zendry {
 namespace {
@@ -43,8 +46,19 @@ TEST_F(InstalledConfig, FrameworkSet_NamesHeadersLibraryAndWhatItNeeds) {
 TEST_F(InstalledConfig, Fonts_AreFacesOfThisSystem) {
   EXPECT_EQ(fonts.fonts[0].name, "DejaVu Sans");
   EXPECT_EQ(fonts.fonts[1].name, "DejaVu Sans Mono");
-  EXPECT_EQ(fonts.fonts[2].name, "DejaVu Sans");
+  EXPECT_EQ(fonts.fonts[2].name, "DejaVu Sans Mono");
   for (const FontRec& font : fonts.fonts) EXPECT_EQ(font.size, 10);
+}
+
+TEST_F(InstalledConfig, FirstStart_HasAFixedFontLineNumbersAndAMiddlingWindow) {
+  const test::TempFolder home;
+  const test::ScopedHome scoped(home.Path());
+  IdeSession session;
+  session.Load(config.appDir + "first-start.ini");
+  EXPECT_EQ(theEditorSettings.useMonoFont, 1);
+  EXPECT_EQ(theEditorSettings.lineNumbers, 1);
+  EXPECT_EQ(session.FirstPlacement(0, 0, 2000, 1000).width, 1400);
+  theEditorSettings = EditorSettings();
 }
 
 }  // namespace

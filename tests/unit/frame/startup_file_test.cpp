@@ -1,35 +1,68 @@
 #include "frame/StartupFile.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "base/Version.h"
+
 namespace zendry {
+
+void PrintTo(const StartupFile& file, std::ostream* stream) {
+  *stream << file.path << " of kind " << file.kind;
+}
+
 namespace {
 
-TEST(StartupFile, NoArguments_IsNone) {
-  EXPECT_EQ(FindStartupFile({}).path, "");
-  EXPECT_EQ(FindStartupFile({}).kind, 0);
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+TEST(StartupFiles, NoArguments_AreNone) {
+  EXPECT_THAT(FindStartupFiles({}), IsEmpty());
 }
 
-TEST(StartupFile, TwoRecognised_LastWins) {
-  const StartupFile found = FindStartupFile({"a.cpp", "b.zpj"});
-  EXPECT_EQ(found.path, "b.zpj");
-  EXPECT_EQ(found.kind, 5);
+TEST(StartupFiles, Recognised_KeepTheirOrder) {
+  EXPECT_THAT(FindStartupFiles({"b.cpp", "a.c", "p.zpj", "b.cpp"}),
+              ElementsAre(StartupFile{"b.cpp", 1}, StartupFile{"a.c", 2}, StartupFile{"p.zpj", 5},
+                          StartupFile{"b.cpp", 1}));
 }
 
-TEST(StartupFile, UnrecognisedBehind_IsPassedOver) {
-  EXPECT_EQ(FindStartupFile({"a.cpp", "x.txt", "--help", ""}).path, "a.cpp");
-  EXPECT_EQ(FindStartupFile({"x.txt"}).path, "");
+TEST(StartupFiles, SeveralProjects_TheLastOneCounts) {
+  EXPECT_THAT(FindStartupFiles({"p.zpj", "a.c", "q.zpj", "b.c"}),
+              ElementsAre(StartupFile{"a.c", 2}, StartupFile{"q.zpj", 5}, StartupFile{"b.c", 2}));
 }
 
-TEST(StartupFile, BackslashesAndUpSegment_AreNormalised) {
-  const StartupFile found = FindStartupFile({"C:\\p\\..\\q\\m.CPP"});
-  EXPECT_EQ(found.path, "C:/q/m.CPP");
-  EXPECT_EQ(found.kind, 1);
+TEST(StartupFiles, Unrecognised_ArePassedOver) {
+  EXPECT_THAT(FindStartupFiles({"a.cpp", "x.txt", "--help", ""}),
+              ElementsAre(StartupFile{"a.cpp", 1}));
+  EXPECT_THAT(FindStartupFiles({"x.txt"}), IsEmpty());
 }
 
-TEST(StartupFile, PathThatCantBeNormalised_IsKept) {
-  EXPECT_EQ(FindStartupFile({"p/../a.zpj"}).path, "p/../a.zpj");
-  EXPECT_EQ(FindStartupFile({"..\\..\\a.c"}).path, "../../a.c");
+TEST(StartupFiles, BackslashesAndUpSegment_AreNormalised) {
+  EXPECT_THAT(FindStartupFiles({"C:\\p\\..\\q\\m.CPP"}), ElementsAre(StartupFile{"C:/q/m.CPP", 1}));
+}
+
+TEST(StartupFiles, PathThatCantBeNormalised_IsKept) {
+  EXPECT_EQ(FindStartupFiles({"p/../a.zpj"}).at(0).path, "p/../a.zpj");
+  EXPECT_EQ(FindStartupFiles({"..\\..\\a.c"}).at(0).path, "../../a.c");
+}
+
+TEST(TerminalAnswer, HelpOrVersionAlone_AreAnswered) {
+  EXPECT_THAT(TerminalAnswer({"--help"}), HasSubstr("Usage: zendry [FILE...]\n"));
+  EXPECT_EQ(TerminalAnswer({"--version"}), std::string("zendry ") + cVersion + "\n");
+}
+
+TEST(TerminalAnswer, AnythingElse_OpensTheWindow) {
+  EXPECT_EQ(TerminalAnswer({}), "");
+  EXPECT_EQ(TerminalAnswer({"a.cpp"}), "");
+  EXPECT_EQ(TerminalAnswer({"--help", "a.cpp"}), "");
+  EXPECT_EQ(TerminalAnswer({"a.cpp", "--version"}), "");
+  EXPECT_EQ(TerminalAnswer({"--helps"}), "");
+  EXPECT_EQ(TerminalAnswer({"-h"}), "");
+}
+
+TEST(Version, IsThatOfTheBuild) {
+  EXPECT_STREQ(cVersion, ZENDRY_VERSION);
 }
 
 }  // namespace

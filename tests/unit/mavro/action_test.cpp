@@ -29,6 +29,28 @@ TEST(ActionList, Add_WithoutTarget_ExecuteAnswersFalse) {
   EXPECT_FALSE(list.Add(5, "x")->Execute());
 }
 
+TEST(Action, OfWhichHalfIsMissing_DoesNothing) {
+  Acts acts;
+  Action whole = *acts.Add(7, "x");
+  Action noTarget = whole, noHandler = whole;
+  noTarget.target = nullptr;
+  noHandler.handler = nullptr;
+  EXPECT_FALSE(noTarget.Execute());
+  EXPECT_FALSE(noHandler.Execute());
+  EXPECT_EQ(acts.lastId, 0);
+  EXPECT_TRUE(whole.Execute());
+}
+
+TEST(HotKeyText, FirstAndLastOfEachKind) {
+  const std::pair<int, const char*> rows[] = {
+      {'0', "0"},    {'9', "9"},    {'A', "A"},      {'Z', "Z"},    {0x70, "F1"},
+      {0x7B, "F12"}, {0x7C, ""},    {0x6F, ""},      {0xBA, ";"},   {0xC0, "`"},
+      {0xC1, ""},    {0xB9, ""},    {0x20, "Space"}, {0x28, "Dn"},  {0x29, ""},
+      {0x1F, ""},    {'0' - 1, ""}, {'9' + 1, ""},   {'A' - 1, ""}, {'Z' + 1, ""}};
+  for (const auto& [key, name] : rows)
+    EXPECT_EQ(HotKeyText(cControlKey | key), std::string("\tCtrl+") + name) << key;
+}
+
 TEST(ActionList, Add_NoImageGiven_IsMinusTwo) {
   Acts acts;
   EXPECT_EQ(acts.Add(5, "x")->image, -2);

@@ -26,6 +26,16 @@ TEST(CellOrder, Prefix_ComesFirst) {
   EXPECT_THAT(CellOrder({"abc", "ab", ""}, true), ElementsAre(2, 1, 0));
 }
 
+TEST(CellOrder, EachCharacterCountsBeforeCase) {
+  EXPECT_THAT(CellOrder({"Ab", "aA"}, true), ElementsAre(1, 0));
+  EXPECT_THAT(CellOrder({"xyZ", "XYa"}, true), ElementsAre(1, 0));
+}
+
+TEST(CellOrder, BytesBehindACell_AreNotRead) {
+  const std::string_view longer = "abz";
+  EXPECT_THAT(CellOrder({"abc", longer.substr(0, 2)}, true), ElementsAre(1, 0));
+}
+
 TEST(CellOrder, NoCells_NoOrder) {
   EXPECT_THAT(CellOrder({}, true), ElementsAre());
 }

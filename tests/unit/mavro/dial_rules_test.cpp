@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
 
 namespace mavro {
@@ -68,6 +70,12 @@ TEST(ValueOfAngle, IsTheInverse) {
   }
 }
 
+TEST(ValueOfAngle, ScaleThatBeginsElsewhere) {
+  EXPECT_NEAR(ValueOfAngle({10, 20, 1}, 3 * cPi / 2), 15, 1e-6);
+  EXPECT_NEAR(ValueOfAngle({-30, -10, 1}, 3 * cPi / 2), -20, 1e-6);
+  EXPECT_NEAR(AngleOfValue({10, 20, 1}, 15), 3 * cPi / 2, 1e-6);
+}
+
 TEST(ValueOfAngle, InTheGap_IsTheNearerEnd) {
   EXPECT_EQ(ValueOfAngle({}, cPi / 2 + 0.1), 0);
   EXPECT_EQ(ValueOfAngle({}, cPi / 2 - 0.1), 60);
@@ -81,15 +89,49 @@ TEST(ValueOfAngle, Ends_OfTheAngles) {
   EXPECT_NEAR(ValueOfAngle({}, 0), 50, 1e-6);
 }
 
-TEST(StepsPerTick, AtMostSoMany_AndBothEndsHaveOne) {
-  EXPECT_EQ(StepsPerTick(60, 30), 2);
-  EXPECT_EQ(StepsPerTick(60, 10), 6);
-  EXPECT_EQ(StepsPerTick(8, 10), 1);
-  EXPECT_EQ(StepsPerTick(7, 5), 7);
-  EXPECT_EQ(StepsPerTick(100, 10), 10);
-  EXPECT_EQ(StepsPerTick(1, 10), 1);
-  EXPECT_EQ(StepsPerTick(0, 10), 1);
-  EXPECT_EQ(StepsPerTick(-4, 10), 1);
+using Marks = std::vector<int>;
+
+TEST(DialMarks, AtEqualDistances_AtMostSoMany) {
+  EXPECT_EQ(DialMarks(60, 10), (Marks{0, 6, 12, 18, 24, 30, 36, 42, 48, 54, 60}));
+  EXPECT_EQ(DialMarks(60, 30).size(), 31U);
+  EXPECT_EQ(DialMarks(8, 10), (Marks{0, 1, 2, 3, 4, 5, 6, 7, 8}));
+  EXPECT_EQ(DialMarks(10, 10).size(), 11U);
+  EXPECT_EQ(DialMarks(100, 10).size(), 11U);
+  EXPECT_EQ(DialMarks(60, 1), (Marks{0, 60}));
+}
+
+TEST(DialMarks, NoSteps_AreOne) {
+  for (const int steps : {1, 0, -4}) EXPECT_EQ(DialMarks(steps, 10), (Marks{0, 1})) << steps;
+}
+
+TEST(DialMarks, Primes_GetRoundNumbersAndTheEnd) {
+  EXPECT_EQ(DialMarks(11, 10), (Marks{0, 2, 4, 6, 8, 10, 11}));
+  EXPECT_EQ(DialMarks(61, 10), (Marks{0, 10, 20, 30, 40, 50, 61})) << "60 is too near";
+  EXPECT_EQ(DialMarks(67, 10), (Marks{0, 10, 20, 30, 40, 50, 60, 67}));
+}
+
+TEST(DialMarks, AnyNumberOfSteps_HasRisingMarksFromEndToEnd) {
+  for (const int most : {1, 10, 30})
+    for (const int steps : {2, 31, 97, 997, 1000003, 2147483647, 2147483646}) {
+      const Marks marks = DialMarks(steps, most);
+      EXPECT_LE(marks.size(), static_cast<size_t>(most) + 1) << steps;
+      EXPECT_GE(marks.size(), static_cast<size_t>(std::min(steps, most)) / 3 + 1) << steps;
+      EXPECT_EQ(marks.front(), 0);
+      EXPECT_EQ(marks.back(), steps);
+      EXPECT_TRUE(std::is_sorted(marks.begin(), marks.end(), std::less_equal<>())) << steps;
+    }
+}
+
+TEST(Drawable, EndsThatAreNoNumbers_BecomeSome) {
+  const auto ends = [](double min, double max) {
+    const DialScale drawable = Drawable({min, max, 5});
+    return std::pair(drawable.min, drawable.max);
+  };
+  EXPECT_EQ(ends(1, 2), std::pair(1.0, 2.0));
+  EXPECT_EQ(ends(cNan, 2), std::pair(2.0, 2.0));
+  EXPECT_EQ(ends(1, cNan), std::pair(1.0, 1.0));
+  EXPECT_EQ(ends(cNan, cNan), std::pair(0.0, 0.0));
+  EXPECT_TRUE(std::isfinite(ends(-cInfinite, cInfinite).second * 2));
 }
 
 TEST(DialText, ShowsNoUselessDigits) {

@@ -195,7 +195,9 @@ TEST_F(SaveFileTextTest, ForeignOwner_StaysOwner) {
 TEST_F(SaveFileTextTest, OwnerAndGroup_AreKeptWhereAllowed) {
   if (!test::WithoutRights::CanGiveAway()) GTEST_SKIP() << "needs a file of another user";
   ASSERT_EQ(chown(path.c_str(), test::WithoutRights::cNobody, 12), 0);
+  const ino_t before = Status("file.cpp").st_ino;
   ExpectSaved();
+  EXPECT_NE(Status("file.cpp").st_ino, before) << "replaced";
   EXPECT_EQ(Status("file.cpp").st_uid, test::WithoutRights::cNobody);
   EXPECT_EQ(Status("file.cpp").st_gid, 12u);
 }
@@ -383,6 +385,96 @@ TEST_F(SaveFileTextTest, FolderThatTakesItsPlaceMeanwhile_IsLeftAlone) {
   };
   ExpectRefused(path, "Is a directory");
   EXPECT_THAT(folder.Names(), ElementsAre("file.cpp"));
+}
+
+// The name of the temporary file in a folder; empty without one.
+std::string TemporaryIn(const std::string& folder) {
+  for (const auto& entry : fs::directory_iterator(folder))
+    if (entry.path().filename().string().starts_with(".zendry-save-")) return entry.path();
+  return "";
+}
+
+TEST_F(SaveFileTextTest, TemporaryFileTakenAwayWhileItIsWritten_KeepsTheOldText) {
+  static std::string place;
+  static FileCalls saved;
+  place = folder.Path();
+  saved = TheFileCalls();
+  TheFileCalls().fsync = [](int file) {
+    TheFileCalls() = saved;
+    fs::remove(TemporaryIn(place));
+    return saved.fsync(file);
+  };
+  ExpectRefused(path, "No such file or directory");
+  EXPECT_EQ(folder.Read("file.cpp"), "old\n");
+  EXPECT_THAT(folder.Names(), ElementsAre("file.cpp"));
+}
+
+// Another save may take a temporary file for left over before it is locked.
+TEST_F(SaveFileTextTest, TemporaryFileTakenAwayBeforeItIsLocked_IsMadeAgain) {
+  static std::string place;
+  static FileCalls saved;
+  place = folder.Path();
+  saved = TheFileCalls();
+  TheFileCalls().flock = [](int file, int operation) {
+    TheFileCalls() = saved;
+    fs::remove(TemporaryIn(place));
+    return saved.flock(file, operation);
+  };
+  ExpectSaved();
+  EXPECT_THAT(folder.Names(), ElementsAre("file.cpp"));
+}
+
+TEST_F(SaveFileTextTest, AHundredTemporaryNamesAreTried) {
+  static FileCalls saved;
+  static int tries = 0;
+  saved = TheFileCalls();
+  tries = 0;
+  TheFileCalls().openat = [](int folder, const char* name, int flags, mode_t mode) {
+    if (!(flags & O_EXCL)) return saved.openat(folder, name, flags, mode);
+    ++tries;
+    errno = EEXIST;
+    return -1;
+  };
+  ExpectRefused(path, "File exists");
+  TheFileCalls() = saved;
+  EXPECT_EQ(tries, 100);
+  EXPECT_EQ(folder.Read("file.cpp"), "old\n");
+}
+
+TEST_F(SaveFileTextTest, Append_Impossible_IsRefusedInWords) {
+  const std::string missing = folder.Path("none/steps");
+  EXPECT_EQ(AppendFileText(missing, 0, "x").error,
+            "can't write " + missing + ": No such file or directory");
+  const std::string steps = folder.Path("steps");
+  EXPECT_EQ(AppendFileText(steps, 3, "x").error,
+            "can't write " + steps + ": No such file or directory");
+  EXPECT_EQ(AppendFileText(path, 5, "x").error, "can't write " + path + ": it has become shorter");
+  EXPECT_EQ(AppendFileText(path, 4, "x").error, "");
+  EXPECT_EQ(folder.Read("file.cpp"), "old\nx");
+}
+
+TEST_F(SaveFileTextTest, Append_ThatFails_LeavesTheFileAsLongAsItWas) {
+  static FileCalls saved;
+  saved = TheFileCalls();
+  TheFileCalls().fsync = [](int) {
+    errno = EIO;
+    return -1;
+  };
+  const std::string error = AppendFileText(path, 4, "more").error;
+  TheFileCalls() = saved;
+  EXPECT_EQ(error, "can't write " + path + ": Input/output error");
+  EXPECT_EQ(folder.Read("file.cpp"), "old\n");
+}
+
+TEST_F(SaveFileTextTest, TemporaryFileLockedByAnotherSave_IsLeftToIt) {
+  static FileCalls saved;
+  saved = TheFileCalls();
+  TheFileCalls().flock = [](int, int) {
+    TheFileCalls() = saved;
+    errno = EWOULDBLOCK;
+    return -1;
+  };
+  ExpectSaved();
 }
 
 TEST_F(SaveFileTextTest, LeftOversOfKilledSaves_AreRemoved) {

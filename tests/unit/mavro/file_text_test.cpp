@@ -135,6 +135,17 @@ TEST(RescueFolder, OpenToOthers_IsClosedToThem) {
   EXPECT_EQ(ModeOf(folder.Path(".zendry/rescue")), 0700u);
 }
 
+TEST(RescueFolder, OpenToSome_IsClosedToThem) {
+  const test::TempFolder folder;
+  const test::ScopedVariable home("HOME", folder.Path());
+  const std::string rescue = folder.Folder(".zendry/rescue");
+  for (const mode_t others : {01, 02, 04, 010, 020, 040}) {
+    ASSERT_EQ(chmod(rescue.c_str(), 0700 | others), 0);
+    EXPECT_EQ(RescueFolder(), rescue);
+    EXPECT_EQ(ModeOf(rescue), 0700u) << std::oct << others;
+  }
+}
+
 TEST(RescueFolder, FileInItsPlaceOrItsParents_CannotBeHad) {
   for (const char* name : {".zendry", ".zendry/rescue"}) {
     const test::TempFolder folder;

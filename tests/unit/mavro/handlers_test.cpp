@@ -5,6 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "Events.h"
+
 namespace mavro {
 namespace {
 
@@ -56,6 +58,45 @@ TEST(Event, Fire_HandlerWritesArguments_SenderReadsThem) {
   event.Fire(args);
   EXPECT_EQ(args.value, 0);
   EXPECT_EQ(recorder.calls, "first ");
+}
+
+struct CrossingRecorder : object {
+  std::string calls;
+  void Mouse(MouseArgs& args) { calls += "mouse " + std::to_string(args.x) + "; "; }
+  void Notify(NotifyArgs& args) { calls += "notify " + std::to_string(args.value) + "; "; }
+  void Handle(MouseArgs& args) { args.handled = true; }
+};
+
+TEST(CrossingEvent, HandlersOfBothKinds_RunFirstAddedFirst) {
+  CrossingEvent event;
+  CrossingRecorder recorder;
+  EXPECT_FALSE(event.HasHandlers());
+  event.Add_H(&recorder, &CrossingRecorder::Notify);
+  event.Add_H(&recorder, &CrossingRecorder::Mouse);
+  event.Add_H(&recorder, &CrossingRecorder::Handle);
+  event.Add_H(&recorder, &CrossingRecorder::Notify);
+  EXPECT_TRUE(event.HasHandlers());
+  MouseArgs mouse;
+  mouse.x = 5;
+  NotifyArgs notify{nullptr, 7};
+  EXPECT_TRUE(event.Fire(mouse, notify));
+  EXPECT_EQ(recorder.calls, "notify 7; mouse 5; notify 7; ");
+  EXPECT_TRUE(mouse.handled);
+}
+
+TEST(CrossingEvent, DestroyedByAHandler_StopsAndSaysSo) {
+  struct Owner : object {
+    std::unique_ptr<CrossingEvent> event = std::make_unique<CrossingEvent>();
+    bool reachedSecond = false;
+    void Destroy(MouseArgs&) { event.reset(); }
+    void Second(NotifyArgs&) { reachedSecond = true; }
+  } owner;
+  owner.event->Add_H(&owner, &Owner::Destroy);
+  owner.event->Add_H(&owner, &Owner::Second);
+  MouseArgs mouse;
+  NotifyArgs notify;
+  EXPECT_FALSE(owner.event->Fire(mouse, notify));
+  EXPECT_FALSE(owner.reachedSecond);
 }
 
 struct SelfDestroyer : object {

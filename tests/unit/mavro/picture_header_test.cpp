@@ -88,6 +88,17 @@ TEST(FitProportional, SizesWithoutExtent_AreEmpty) {
   EXPECT_EQ(FitProportional({5, 0}, {10, 10}), PictureSize{});
   EXPECT_EQ(FitProportional({5, 5}, {0, 10}), PictureSize{});
   EXPECT_EQ(FitProportional({5, 5}, {10, -10}), PictureSize{});
+  EXPECT_EQ(FitProportional({5, 5}, {-10, 10}), PictureSize{});
+  EXPECT_EQ(FitProportional({-5, 5}, {10, 10}), PictureSize{});
+  EXPECT_EQ(FitProportional({5, -5}, {10, 10}), PictureSize{});
+}
+
+TEST(FitProportional, SizesOfOne) {
+  EXPECT_EQ(FitProportional({1, 1}, {10, 10}), (PictureSize{10, 10}));
+  EXPECT_EQ(FitProportional({1, 5}, {10, 10}), (PictureSize{2, 10}));
+  EXPECT_EQ(FitProportional({5, 1}, {10, 10}), (PictureSize{10, 2}));
+  EXPECT_EQ(FitProportional({5, 5}, {1, 10}), (PictureSize{1, 1}));
+  EXPECT_EQ(FitProportional({5, 5}, {10, 1}), (PictureSize{1, 1}));
 }
 
 TEST(FitProportional, HugeSizes_DoNotOverflow) {

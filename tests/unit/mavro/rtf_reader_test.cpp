@@ -46,6 +46,10 @@ TEST_P(RtfRows, ReadAs) {
 constexpr Row cRows[] = {
     {"Text", "{\\rtf1\\ansi Hello}", "[Hello]"},
     {"Paragraphs", "{\\rtf1 a\\par b\\par}", "[a][b]"},
+    {"Page_EndsTheParagraph", "{\\rtf1 a\\page b\\row c}", "[a][b][c]"},
+    {"Byte_InLettersOfEitherCase", "{\\rtf1 \\'E4\\'e4\\'Fc}", "[\u00e4\u00e4\u00fc]"},
+    {"Number_OfNoCharacter_IsLost", "{\\rtf1 \\u0 ?\\u65536 ?\\u65 ?}", "[\ufffd\ufffdA]"},
+    {"Number_LastOfTheFirstPlane", "{\\rtf1 \\u65533 ?\\u-3 ?}", "[\ufffd\ufffd]"},
     {"EmptyParagraph", "{\\rtf1 a\\par\\par b}", "[a][][b]"},
     {"Bold_EndsByNumberZero", "{\\rtf1 a\\b b\\b0 c}", "[a<b>bc]"},
     {"Bold_EndsWithItsGroup", "{\\rtf1 a{\\b b}c}", "[a<b>bc]"},
@@ -72,6 +76,9 @@ constexpr Row cRows[] = {
     {"Unicode_FallbackOfTwo", "{\\rtf1\\uc2 \\u233abx}", "[\xC3\xA9x]"},
     {"Unicode_NoFallback", "{\\rtf1\\uc0 \\u233 x}", "[\xC3\xA9x]"},
     {"Unicode_Pair", "{\\rtf1\\uc0 \\u-10179 \\u-8704 x}", "[\xF0\x9F\x98\x80x]"},
+    {"Unicode_Pair_WithFallbacks", "{\\rtf1 \\u-10179?\\u-8704?x}", "[\xF0\x9F\x98\x80x]"},
+    {"Unicode_Pair_WithHexFallbacks", "{\\rtf1 \\u-10179\\'3f\\u-8704\\'3f}", "[\xF0\x9F\x98\x80]"},
+    {"Unicode_HalfAPair_WithFallback_IsLost", "{\\rtf1 \\u-10179?x}", "[\xEF\xBF\xBDx]"},
     {"Unicode_HalfAPair_IsLost", "{\\rtf1\\uc0 \\u-10179 x}", "[\xEF\xBF\xBDx]"},
     {"EscapedSigns", "{\\rtf1 \\{\\}\\\\}", "[{}\\]"},
     {"IgnorableDestination_IsSkipped", "{\\rtf1{\\*\\generator Writer {x};}a}", "[a]"},
@@ -115,6 +122,35 @@ TEST(RtfReader, ParagraphLook_LastsUntilPard) {
   EXPECT_EQ(text.paragraphs[1].before, 20);
   EXPECT_EQ(text.paragraphs[1].after, 30);
   EXPECT_EQ(text.paragraphs[2].align, RtfParagraph::cLeft);
+}
+
+TEST(RtfReader, Colors_AThousandAreKept) {
+  const auto told = [](size_t before) {
+    return Shown("{\\rtf1{\\colortbl" + std::string(before, ';') + "\\red255;}\\cf" +
+                 std::to_string(before) + " x}");
+  };
+  EXPECT_EQ(told(999), "[<#16711680>x]");
+  EXPECT_EQ(told(1000), "[x]");
+}
+
+TEST(RtfReader, Face_OfAHundredBytes_TakesNoMore) {
+  const std::string name(99, 'x');
+  const RtfText text = ReadRtf("{\\rtf1{\\fonttbl{\\f0 " + name + "\\'41\\'42;}}\\f0 a}");
+  ASSERT_EQ(text.faces.size(), 1u);
+  EXPECT_EQ(text.faces[0], name + "A");
+}
+
+TEST(RtfReader, StandIns_AreAtMostAHundred) {
+  const auto behind = [](size_t count) {
+    return Shown("{\\rtf1\\uc200\\u65 " + std::string(count, 'x') + "y}");
+  };
+  EXPECT_EQ(behind(99), "[A]");
+  EXPECT_EQ(behind(100), "[Ay]");
+}
+
+TEST(RtfReader, Binary_IsAMillionBytesAtMost) {
+  const std::string bytes(1'000'000, '{');
+  EXPECT_EQ(Shown("{\\rtf1\\bin2000000 " + bytes + "y}"), "[y]");
 }
 
 TEST(RtfReader, Complete_OneGroupThatIsClosed) {

@@ -29,6 +29,8 @@ TEST(Dialogs, Message_WithoutWindows_IsAnsweredHarmlessly) {
 TEST(Dialogs, Choosing_WithoutWindows_IsCancelled) {
   EXPECT_THAT(Dialogs().chooseFiles(FileQuestion{}), IsEmpty());
   EXPECT_EQ(Dialogs().chooseFolder("Folder", "/tmp"), "");
+  Color color;
+  EXPECT_FALSE(Dialogs().chooseColor("Colour", color));
   Dialogs().beep();
 }
 
@@ -46,6 +48,15 @@ TEST(Confirm, WithoutCancel_AsksYesOrNo) {
   EXPECT_FALSE(Confirm("Sure?"));
   EXPECT_THAT(dialogs.texts, ElementsAre("Confirmation: Save?", "Confirmation: Sure?"));
   EXPECT_THAT(dialogs.flags, ElementsAre(cYesNo, cYesNo));
+}
+
+TEST(ConfirmLoss, AsksWithNoForEnter) {
+  test::ScriptedDialogs dialogs;
+  dialogs.answers = {Answer::cYes, Answer::cNo};
+  EXPECT_TRUE(ConfirmLoss("Overwrite?"));
+  EXPECT_FALSE(ConfirmLoss("Overwrite?"));
+  EXPECT_EQ(dialogs.texts.at(0), "Confirmation: Overwrite?");
+  EXPECT_EQ(dialogs.flags.at(0), cYesNo | cDefaultNo);
 }
 
 TEST(Confirm, WithCancel_TellsItFromNo) {

@@ -17,6 +17,11 @@ TEST(UriList, LocalFiles_AreTheirPaths_InOrder) {
   EXPECT_THAT(Paths("file:///b.cpp\r\nfile:///a.cpp\r\n"), ElementsAre("/b.cpp", "/a.cpp"));
 }
 
+TEST(UriList, SchemeAndHost_AreFoundInAnyCase) {
+  EXPECT_THAT(LocalPathsOf("FILE://AMZ[/a\nfile://amz[/b\nfile://amz{/c", "amz["),
+              ElementsAre("/a", "/b"));
+}
+
 TEST(UriList, BareNewlinesAndNoneAtTheEnd_AreEnough) {
   EXPECT_THAT(Paths("file:///a\nfile:///b"), ElementsAre("/a", "/b"));
 }

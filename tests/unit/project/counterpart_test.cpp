@@ -32,6 +32,11 @@ TEST_F(Counterpart, Header_TakesTheSource_CppBeforeC) {
   EXPECT_EQ(Of("a.h"), files.Path("a.cpp"));
 }
 
+TEST_F(Counterpart, SourcesOfEachLanguage_HaveHeaders) {
+  files.Write("a.h", "");
+  for (const char* name : {"a.cpp", "a.cp", "a.c"}) EXPECT_EQ(Of(name), files.Path("a.h")) << name;
+}
+
 TEST_F(Counterpart, NotBesideIt_IsFoundInAFolderOfTheProject) {
   files.Write("src/a.cpp", "");
   files.Write("include/a.h", "");

@@ -277,6 +277,18 @@ TEST_F(ProjectLoadSaveTest, Save_ValueTheFormatCantHold_IsRefusedInWords) {
   EXPECT_EQ(folder.Read("p/app.zpj"), console);
 }
 
+TEST_F(ProjectLoadSaveTest, Save_ValueOf200Characters_IsShownWhole) {
+  Load();
+  for (const size_t length : {200, 201}) {
+    // A quotation mark makes it unwritable.
+    const std::string value = "\"" + std::string(length - 1, 'x');
+    project.debugOptions.comp = value;
+    EXPECT_FALSE(project.Save(false));
+    const std::string shown = length == 200 ? value : value.substr(0, 200) + "...";
+    EXPECT_TRUE(dialogs.texts.back().ends_with("\n" + shown)) << dialogs.texts.back();
+  }
+}
+
 TEST_F(ProjectLoadSaveTest, Save_OverlongValue_IsRefusedAndShownShortened) {
   Load();
   project.debugOptions.comp.assign(100000, 'x');
@@ -348,7 +360,7 @@ TEST_F(ProjectLoadSaveTest, Save_OverAnEmptyOrMissingFile_DoesNotAsk) {
 TEST_F(ProjectLoadSaveTest, Close_SavesTheSessionAndClears) {
   Load();
   EXPECT_TRUE(project.Close());
-  EXPECT_EQ(shell.Take(), "close files\nclear tree\n");
+  EXPECT_EQ(shell.Take(), "may close files\nclose files\nclear tree\n");
   EXPECT_FALSE(project.isOpen);
   EXPECT_TRUE(folder.Exists("p/app.zend"));
   EXPECT_TRUE(dialogs.texts.empty());

@@ -134,6 +134,23 @@ TEST_F(SessionFileTest, Load_FilesThatAreGoneOrFolders_ArePassedOver) {
       Loaded("<file n=\"gone.c\"/><file n=\"sub\"/><file n=\"pipe.c\"/><file/><file n=\"\"/>"), "");
 }
 
+TEST_F(SessionFileTest, Load_FileThatTheShellKeepsBack_IsNotOpened) {
+  class Keeping : public test::ProjectShell {
+   public:
+    bool MayReopen(const std::string& path, int line) override {
+      asked += path + " " + std::to_string(line) + ";";
+      return path.ends_with("b.c");
+    }
+    std::string asked;
+  };
+  const std::string a = folder.Write("p/a.c", ""), b = folder.Write("p/b.c", "");
+  folder.Write("p/p.zend", "<file n=\"a.c\" i=\"3\"/><file n=\"b.c\" i=\"4\"/>");
+  Keeping keeping;
+  LoadSession(path, project, keeping);
+  EXPECT_EQ(keeping.asked, a + " 3;" + b + " 4;");
+  EXPECT_EQ(keeping.Take(), "open " + b + " 4\n");
+}
+
 TEST_F(SessionFileTest, Load_NulInAName_OpensNothing) {
   folder.Write("p/a.c", "");
   EXPECT_EQ(Loaded(std::string("<file n=\"a.c\0b\"/>", 18)), "");

@@ -253,17 +253,77 @@ TEST_F(RescueSteps, ImpossibleChanges_EndTheSteps) {
   EXPECT_EQ(ApplySteps("text", 7, MakeStep(8, 1, 4, "")), "text");
 }
 
+// A step of copy 7 that puts a byte in front and promises a length.
+std::string StepThatPuts(char byte, uint64_t number, size_t length) {
+  const uint32_t head[3] = {0, 0, 1};
+  std::string changes(sizeof head, '\0');
+  std::memcpy(changes.data(), head, sizeof head);
+  return MakeStep(7, number, length, changes + byte);
+}
+
 TEST_F(RescueSteps, StepsInAWrongOrderOrTwice_EndAtTheFirst) {
-  const auto insert = [](uint64_t number, char byte, size_t length) {
-    const uint32_t head[3] = {0, 0, 1};
-    std::string changes(sizeof head, '\0');
-    std::memcpy(changes.data(), head, sizeof head);
-    return MakeStep(7, number, length, changes + byte);
-  };
-  EXPECT_EQ(ApplySteps("", 7, insert(1, 'a', 1) + insert(2, 'b', 2)), "ba");
-  EXPECT_EQ(ApplySteps("", 7, insert(1, 'a', 1) + insert(1, 'b', 2)), "a");
-  EXPECT_EQ(ApplySteps("", 7, insert(1, 'a', 1) + insert(3, 'b', 2)), "a");
-  EXPECT_EQ(ApplySteps("", 7, insert(2, 'b', 1)), "");
+  const std::string first = StepThatPuts('a', 1, 1);
+  EXPECT_EQ(ApplySteps("", 7, first + StepThatPuts('b', 2, 2)), "ba");
+  EXPECT_EQ(ApplySteps("", 7, first + StepThatPuts('b', 1, 2)), "a");
+  EXPECT_EQ(ApplySteps("", 7, first + StepThatPuts('b', 3, 2)), "a");
+  EXPECT_EQ(ApplySteps("", 7, StepThatPuts('b', 2, 1)), "");
+}
+
+TEST_F(RescueSteps, StepThatDoesNotKeepItsPromisedLength_EndsTheSteps) {
+  for (const size_t promised : {0, 1, 3})
+    EXPECT_EQ(ApplySteps("x", 7, StepThatPuts('a', 1, promised) + StepThatPuts('b', 2, 3)), "x");
+  EXPECT_EQ(ApplySteps("x", 7, StepThatPuts('a', 1, 2) + StepThatPuts('b', 2, 2)), "ax");
+  EXPECT_EQ(ApplySteps("x", 7, StepThatPuts('a', 1, 2) + StepThatPuts('b', 2, 3)), "bax");
+}
+
+// The bytes that two inserted bytes need: as one span with what lies between, or as two.
+size_t BytesOfTwo(size_t first, size_t second, size_t most = 1000, size_t mostCount = 10) {
+  ToldText text;
+  text.text = std::string(100, '.');
+  TextChanges changes;
+  changes.Begin(100, most, mostCount);
+  for (const size_t start : {first, second}) {
+    changes.Add(start, 0, 1, text);
+    text.text.insert(start, "x");
+  }
+  return changes.Take(text).size();
+}
+
+TEST_F(RescueSteps, ChangesUpTo16BytesApart_AreOneSpan) {
+  constexpr size_t cHead = TextChanges::cOverhead;
+  EXPECT_EQ(BytesOfTwo(40, 41 + 16), cHead + 18);
+  EXPECT_EQ(BytesOfTwo(40, 41 + 17), 2 * cHead + 2);
+  EXPECT_EQ(BytesOfTwo(40, 40 - 16), cHead + 18);
+  EXPECT_EQ(BytesOfTwo(40, 40 - 17), 2 * cHead + 2);
+}
+
+TEST_F(RescueSteps, MoreBytesOrChangesThanAllowed_AreGivenUp) {
+  constexpr size_t cTwo = 2 * (TextChanges::cOverhead + 1);
+  EXPECT_EQ(BytesOfTwo(0, 90, cTwo, 2), cTwo);
+  EXPECT_EQ(BytesOfTwo(0, 90, cTwo - 1, 2), 0u);
+  EXPECT_EQ(BytesOfTwo(0, 90, cTwo, 1), 0u);
+}
+
+// Whether so many added bytes were written as a step.
+bool IsStep(size_t length, size_t added) {
+  test::TempFolder home;
+  const test::ScopedHome scopedHome(home.Path());
+  ToldText text;
+  text.text.assign(length, '.');
+  EXPECT_TRUE(text.Keep());
+  text.Insert(0, std::string(added, 'x'));
+  EXPECT_TRUE(text.Keep());
+  for (const auto& entry : fs::directory_iterator(home.Path(".zendry/rescue")))
+    if (entry.path().string().ends_with("-steps")) return true;
+  return false;
+}
+
+TEST_F(RescueSteps, StepsHoldUpTo64KOrAQuarterOfTheText) {
+  constexpr size_t cHead = TextChanges::cOverhead;
+  EXPECT_TRUE(IsStep(1000, 65536 - cHead));
+  EXPECT_FALSE(IsStep(1000, 65536 - cHead + 1));
+  EXPECT_TRUE(IsStep(400'000, 100'000 - cHead));
+  EXPECT_FALSE(IsStep(400'000, 100'000 - cHead + 1));
 }
 
 TEST_F(RescueSteps, StepsWithoutACopy_AreNothing_AndGo) {
@@ -325,7 +385,7 @@ TEST_F(RescueSteps, CopyWithoutFactsOrWithDamagedOnes_IsTextAlone) {
   for (const std::string& content :
        {std::string("int a;\n"), std::string(), std::string("a\0b", 3),
         std::string("zendry-text-1 \0x", 16), std::string("zendry-text-1 1 2 3"),
-        std::string("zendry-text-1 1 0 -1 1 2 3 4 5 6 \0x", 36),
+        std::string("zendry-text-1 1 0 -1 1 2 3 4 5 6 7 \0x", 38),
         std::string("zendry-text-1 99999999999999999999 0 -1 1 2 3 4 5 \0x", 53)}) {
     home.Write(name, "/a.cpp" + std::string(1, '\0') + content);
     ASSERT_THAT(FindRescuedTexts(), SizeIs(1));

@@ -100,6 +100,13 @@ TEST_F(Rescue, Keep_ProjectWithoutAFile_KeepsNothing) {
   EXPECT_THAT(Copies(), IsEmpty());
 }
 
+TEST_F(Rescue, Keep_ProjectWithoutAName_TakesTheCopyAway) {
+  KeepRescueCopy(theProject);
+  theProject.name.clear();
+  KeepRescueCopy(theProject);
+  EXPECT_THAT(Copies(), IsEmpty());
+}
+
 TEST_F(Rescue, Find_CopyOfALivingProcess_IsLeftAlone) {
   KeepRescueCopy(theProject);
   EXPECT_THAT(FindRescuedProjects(), IsEmpty());
@@ -121,6 +128,9 @@ TEST_F(Rescue, Find_FilesThatAreNoCopies_ArePassedOver) {
   home.Write(".zendry/rescue/project-12-1x", good);
   home.Write(".zendry/rescue/text-12-1", good);
   home.Write(".zendry/rescue/main.cpp.12", good);
+  home.Write(".zendry/rescue/project-999999999x1", good);
+  home.Write(".zendry/rescue/project-999999999.5x1", good);
+  home.Write(".zendry/rescue/project-0-1", good);
   EXPECT_THAT(FindRescuedProjects(), IsEmpty());
 }
 

@@ -182,10 +182,30 @@ TEST(IndentRules, AutoIndent_BlocksOfWords) {
             (Changes{{2, 0}, {3, 0}}));
 }
 
+TEST(IndentRules, AutoIndent_EndInTheFirstLine_IsLeftAlone) {
+  EditorLanguage language;
+  language.blockStart = "begin";
+  language.blockEnd = "end";
+  EditorOptions options;
+  options.operatorStyle = 5;
+  const test::MarkedText text("\tend\n@");
+  EXPECT_EQ(AutoIndentChanges({text, options, language}, text.caret, '\n'), (Changes{{1, 3}}));
+}
+
+TEST(IndentRules, MaintainIndent_LooksBackAsFarAsTheOptionSays) {
+  const EditorLanguage language = Language();
+  EditorOptions options = Options();
+  options.statementLookback = 2;
+  const test::MarkedText near("\tx\n\n\n@"), far("\tx\n\n\n\n@");
+  EXPECT_EQ(MaintainIndentChanges({near, options, language}, near.caret, '\n'), (Changes{{3, 3}}));
+  EXPECT_EQ(MaintainIndentChanges({far, options, language}, far.caret, '\n'), Changes());
+}
+
 TEST(IndentRules, MaintainIndent_TheNearestLineAboveThatIsNotBlank) {
   const AutoCase cases[] = {
       {"\tx\n@", '\n', {{1, 3}}},
       {"\tx\n\n@", '\n', {{2, 3}}},
+      {"\t\tx\n\ty\n \n@", '\n', {{3, 3}}},
       {"x\n@", '\n', {}},
       {"\tx@", 'x', {}},
       {"@", '\n', {}},

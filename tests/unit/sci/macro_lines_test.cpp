@@ -60,6 +60,14 @@ TEST(MacroLines, MakeReplayable_LengthsAndPositions_StayInside) {
   EXPECT_EQ(go.wParam, 10);
 }
 
+TEST(MacroLines, MakeReplayable_PlainCommand_HasNoNumberAndNoText) {
+  MacroStep step{SCI_LINEDOWN, 5, true, "x"};
+  EXPECT_TRUE(MakeReplayable(step, 10));
+  EXPECT_EQ(step.wParam, 0);
+  EXPECT_FALSE(step.hasText);
+  EXPECT_EQ(step.text, "");
+}
+
 TEST(MacroLines, MakeReplayable_AMissingText_IsAnEmptyOne) {
   MacroStep step{SCI_REPLACESEL, 5, false, {}};
   EXPECT_TRUE(MakeReplayable(step, 0));

@@ -36,6 +36,19 @@ TEST(StylePalette, GroundOnDark_StaysDark) {
   EXPECT_NE(GroundOnDark(0xE0C0E0, cDark), cDark);
 }
 
+TEST(StylePalette, Lightness_WeighsTheChannels) {
+  EXPECT_EQ(Lightness(0x0000FF), 76);   // red
+  EXPECT_EQ(Lightness(0x00FF00), 149);  // green
+  EXPECT_EQ(Lightness(0xFF0000), 29);   // blue
+  EXPECT_EQ(Lightness(0xFFFFFF), 255);
+}
+
+TEST(StylePalette, Shares_OfTextAndGround) {
+  EXPECT_EQ(TextOnDark(0, 0), 0xD8D8D8) << "17 of 20 steps to white";
+  EXPECT_EQ(GroundOnDark(0xFFFFFF, 0), 0x303030) << "48 of 255";
+  EXPECT_EQ(TextOnDark(0xFFFFFF, 0xFFFFFF), 0xFFFFFF) << "nothing is readable on white";
+}
+
 TEST(StylePalette, Blend_EndsAndMiddle) {
   EXPECT_EQ(Blend(0x102030, 0xFFFFFF, 0), 0x102030);
   EXPECT_EQ(Blend(0x102030, 0xFFFFFF, 255), 0xFFFFFF);
@@ -46,6 +59,12 @@ TEST(StylePalette, CommonStyles_EndAndNameTheFour) {
   int rows = 0;
   for (const StyleRow* row = cCommonStyles; row->style < StyleRow::cEnd; ++row) ++rows;
   EXPECT_EQ(rows, 4);
+  const int numbers[] = {33, 34, 35, 37};
+  const int flags[] = {0, StyleRow::cBold, StyleRow::cBold, 0};
+  for (int i = 0; i < rows; ++i) {
+    EXPECT_EQ(cCommonStyles[i].style, numbers[i]);
+    EXPECT_EQ(cCommonStyles[i].flags, flags[i]);
+  }
 }
 
 }  // namespace

@@ -150,5 +150,19 @@ TEST(TextCodec, TrailingBlanks_BeforeLineEndsAndTheTextsEnd) {
   EXPECT_EQ(TrailingBlanks(""), std::vector<ByteRange>());
 }
 
+TEST(TextCodec, ByteLetters_EveryByte_ComesBack) {
+  std::string bytes;
+  for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
+  const std::string text = TextOfByteLetters(bytes);
+  EXPECT_EQ(ClassifyBytes(text), TextBytes::cUtf8);
+  EXPECT_EQ(EncodeText(text, cByteLetters), bytes);
+}
+
+TEST(TextCodec, ByteLetters_LettersOfNoByte_AreRefused) {
+  EXPECT_EQ(EncodeText("\u00FF", cByteLetters), "\xFF");
+  EXPECT_EQ(EncodeText("\u0100", cByteLetters), std::nullopt);
+  EXPECT_EQ(EncodeText("\xFF", cByteLetters), std::nullopt);
+}
+
 }  // namespace
 }  // namespace mavro

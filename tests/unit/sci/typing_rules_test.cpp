@@ -105,6 +105,10 @@ TEST(CharSets, Includes_WordsOrCharacters) {
   EXPECT_FALSE(Includes("if  for", ""));
   EXPECT_TRUE(Includes("{}", "}"));
   EXPECT_FALSE(Includes("{}", "{}"));
+  EXPECT_TRUE(Includes("BEGIN END", "END"));
+  EXPECT_TRUE(Includes("Zap", "Zap"));
+  EXPECT_TRUE(Includes("{a", "a")) << "the first character tells what it is";
+  EXPECT_FALSE(Includes("a{", "{"));
   EXPECT_FALSE(Includes(nullptr, "x"));
   EXPECT_FALSE(Includes("", "x"));
   EXPECT_FALSE(IsInSet("abc", '\0'));
@@ -194,6 +198,11 @@ TEST(TipRules, FindTipArgument_TheRunningOne) {
   }
 }
 
+TEST(TipRules, TextBehindTheTip_IsNotRead) {
+  const std::string_view tip = "f(ab";
+  EXPECT_EQ(FindTipArgument(tip.substr(0, 3), "f(", Language()).end, 3);
+}
+
 TEST(WordRules, WordToComplete_DigitsOnly_IsNone) {
   EXPECT_EQ(WordToComplete("x = abc", "abcdefx1"), "abc");
   EXPECT_EQ(WordToComplete("x = 111", "abc1"), "");
@@ -205,11 +214,16 @@ TEST(WordRules, WordToComplete_DigitsOnly_IsNone) {
 TEST(WordRules, CollectWords_LongerOnes_SortedAndOnce) {
   const EditorOptions options;
   const char* chars = options.wordChars.c_str();
-  const FoundWords found = CollectWords("bee bear be bear\nBeast (bell)", "be", chars, false);
+  const FoundWords found =
+      CollectWords("bee bear be bear\nBeast (bell)", "be", chars, LetterCase::cCounts);
   EXPECT_EQ(found.list, "bear bee bell");
   EXPECT_EQ(found.count, 3);
-  EXPECT_EQ(CollectWords("Beast bee", "be", chars, true).list, "Beast bee");
-  EXPECT_EQ(CollectWords("", "be", chars, false).count, 0);
+  EXPECT_EQ(CollectWords("Beast bee", "be", chars, LetterCase::cIgnored).list, "Beast bee");
+  EXPECT_EQ(CollectWords("", "be", chars, LetterCase::cCounts).count, 0);
+  EXPECT_EQ(CollectWords("bee", "be", nullptr, LetterCase::cCounts).count, 0);
+  EXPECT_EQ(
+      CollectWords(std::string_view("be bee").substr(0, 5), "b", chars, LetterCase::cCounts).list,
+      "be");
 }
 
 struct BraceCase {

@@ -1,6 +1,8 @@
 #include "tags/TagChars.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -140,6 +142,12 @@ TEST(TagChars, DigitSeparator_IsPartOfItsNumberInCppAlone) {
   EXPECT_EQ(Stream("0x' ';", Language::cCpp), "0xK;");
 }
 
+TEST(TagChars, RawStringsDelimiter_HasUpTo16Characters) {
+  const std::string mark = "0123456789abcdef";
+  EXPECT_EQ(Stream("R\"" + mark + "(a\" b)" + mark + "\" c", Language::cCpp), "RS c");
+  EXPECT_EQ(Stream("R\"" + mark + "g(a\" b)c\"\"d", Language::cCpp), "RS b)cSd");
+}
+
 TEST(TagChars, RawString_EndsAtItsDelimiterInCppAlone) {
   EXPECT_EQ(Stream("R\"(a\")\" b", Language::cCpp), "RS b");
   EXPECT_EQ(Stream("R\"x(\n)\"\n)x\" b", Language::cCpp), "RS b");
@@ -240,6 +248,17 @@ TEST(TagChars, IfZeroWithinAStatement_ShowsTheElseBranch) {
 
 TEST(TagChars, ElifBehindIfZero_IsShown) {
   EXPECT_EQ(TagsOf("#if 0\nint a;\n#elif X\nint b;\n#else\nint c;\n#endif\n"), "v b:int; v c:int;");
+}
+
+TEST(TagChars, ElifWithinAStatement_ShowsTheFirstBranchOnly) {
+  EXPECT_EQ(TagsOf("int\n#if X\na\n#elif Y\nb\n#else\nc\n#endif\n;"), "v a:int;");
+  EXPECT_EQ(TagsOf("int\n#if X\na\n#elif Y\nb\n#elif Z\nc\n#endif\n;"), "v a:int;");
+}
+
+// Only an "else" counts as the branch that was taken; an "elif" lets the next one be read too.
+TEST(TagChars, BranchesBehindIfZeroWithinAStatement) {
+  EXPECT_EQ(TagsOf("int\n#if 0\na,\n#elif Y\nb,\n#else\nc\n#endif\n;"), "v b:int; v c:int;");
+  EXPECT_EQ(TagsOf("int\n#if 0\na,\n#else\nb\n#else\n,c\n#endif\n;"), "v b:int;");
 }
 
 TEST(TagChars, BranchesWithinASkippedBranch_AreAllSkipped) {
@@ -343,6 +362,22 @@ TEST(TagChars, UnknownExtension_IsSilentlyNothing) {
   theTagParser.Bind(store);
   EXPECT_FALSE(theTagParser.parseFile("/nowhere/a.txt", 3));
   EXPECT_EQ(log.text, "");
+}
+
+TEST(FileReader, Destruction_ClosesItsFile) {
+  test::TempFolder folder;
+  std::ofstream(folder.Path("x")) << "a";
+  const auto nextDescriptor = [] {
+    const int file = open("/dev/null", O_RDONLY);
+    close(file);
+    return file;
+  };
+  const int before = nextDescriptor();
+  {
+    FileReader reader;
+    ASSERT_TRUE(reader.open(folder.Path("x").c_str()));
+  }
+  EXPECT_EQ(nextDescriptor(), before);
 }
 
 TEST(FileReader, Bytes_AreReadAndTakenBack) {

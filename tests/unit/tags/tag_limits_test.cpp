@@ -118,6 +118,18 @@ TEST(TagLimits, BlocksBeyondTheDeepest_AreSkippedByTheirBraces) {
   EXPECT_NE(tags.find("v after:int;"), std::string::npos);
 }
 
+// A declaration within so many blocks.
+std::string InBlocks(int count) {
+  return Repeat("namespace n {\n", count) + "int deep;\n" + Repeat("}\n", count) + "int after;";
+}
+
+TEST(TagLimits, Block500_IsReadAndBlock501IsNot) {
+  EXPECT_NE(TagsOf(InBlocks(500)).find("deep:int; v after:int;"), std::string::npos);
+  const std::string tags = TagsOf(InBlocks(501));
+  EXPECT_EQ(tags.find("deep"), std::string::npos);
+  EXPECT_NE(tags.find("v after:int;"), std::string::npos);
+}
+
 TEST(TagLimits, NineteenConditionals_AreFollowed) {
   EXPECT_EQ(TagsOf(Repeat("#if 1\n", 18) + "#if 0\nint no;\n#else\nint a;\n" +
                    Repeat("#endif\n", 19) + "int b;"),

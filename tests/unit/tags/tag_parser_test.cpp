@@ -45,6 +45,12 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"ReferenceInParens", "int (&r)(int);", "v r:int;"},
         Case{"ArrayOfPointers", "int (*t[3])(int);", "v t:int;"},
         Case{"NameInParens", "int (f)(int);", "p f:int;"},
+        Case{"VariableInParensWithValue", "int (a) = 1;", "v a:int;"},
+        Case{"VariableInParens", "int (a), (*b);", "v a:int; v b:int;"},
+        Case{"PointerToArray", "int (*a)[3];", "v a:int;"},
+        Case{"FunctionGivingAPointer", "int (*f(int));", "p f:int;"},
+        Case{"FunctionGivingAnArray", "int (*f(int))[3];", "p f:int;"},
+        Case{"FunctionGivingAFunction", "int (*f(int))(char);", "p f:int;"},
         Case{"Parameters", "int f(int a, char* b, ...);", "p f:int;"},
         Case{"QualifiedParameter", "void f(A::B c);", "p f:void;"},
         Case{"ArrayParameter", "void f(A b[3]);", "p f:void;"},
@@ -56,6 +62,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"MacroAlone", "(1) int a;", "v a:int;"},
         Case{"DoubleParens", "int f((a, b));", "p f:int;"},
         Case{"EqualsAtTheStart", "int f(= 3);\nint a;", "v f:int; v a:int;"},
+        Case{"OldStylePointer", "int f(a) A (*a); { }", "f f:int;", "a.c"},
         Case{"OldStyle", "int f(a, b) int a; char *b; { }", "f f:int;", "a.c"},
         Case{"OldStyleInCppIsNone", "int f(a) int a;", "v a:int;"},
         Case{"MacroBehindEmptyList", "X() int a;", "v a:int;"},
@@ -65,6 +72,10 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"BracketBehind", "int f()[3];", "p f:int;"},
         Case{"InitialisersBehind", "A::A(int) : a(1), b<int>(2) { }\nint c;", "f A::A; v c:int;"},
         Case{"BraceInitialisersBehind", "A::A() : a{1}, b{2} { }\nint c;", "f A::A; v c:int;"},
+        Case{"QualifiedInitialisersBehind", "A::A() : n::B(1), c{2} { int x; }\nint d;",
+             "f A::A; v d:int;"},
+        Case{"BodyBehindBraceInitialisers", "A::A() : a{1}, b<int>{2} { int x; }\nint c;",
+             "f A::A; v c:int;"},
         Case{"EqualsBehind", "int f(int) = x;", "p f:int;"},
         Case{"TypedefOfFunction", "typedef int f(int);", "t f:int;"},
         Case{"ThrowsInJava", "class A { void f() throws B.C, D { } int a; }",
@@ -104,6 +115,8 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"Volatile", "volatile int a;", "v a:int;"}, Case{"Void", "void f();", "p f:void;"},
         Case{"Catch", "catch (A b) { } int a;", "v a:int;"},
         Case{"Class", "class A { };", "c A:class;"},
+        Case{"ClassNamedFinal", "class final { };", "c final:class;"},
+        Case{"FinalClass", "class A final { };", "c A:class;"},
         Case{"Enum", "enum A { B };", "g A:enum; e A::B;"},
         Case{"Extern", "extern int a; extern int f();", "p f:int;"},
         Case{"For", "for (int i;;) ; int a;", "v a:int;"},
@@ -135,6 +148,11 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"MemberAccess", "int a.b;", ""}, Case{"Arrow", "int a->b;", ""},
                     Case{"Member", "class A { int b; };", "c A:class; m A::b:int;"},
                     Case{"StaticMember", "class A { static int b; };", "c A:class; m A::b:int;"},
+                    Case{"StaticMethod", "class A { static int f() { return 1; } int b; };",
+                         "c A:class; f A::f:int; m A::b:int;"},
+                    Case{"StaticMethodOfTheProject",
+                         "struct A { static A* f(int) { int x; } static int b; };",
+                         "s A:struct; f A::f:A; m A::b:int;"},
                     Case{"ExternMember", "class A { extern int b; };", "c A:class;"},
                     Case{"QualifiedMember", "int A::b;", "m A::b:int;"},
                     Case{"Extern", "extern int a;", ""},
@@ -161,6 +179,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"OperatorAlone", "operator", ""}, Case{"CommaAlone", ",", ""},
                     Case{"EqualsAlone", "=", ""}, Case{"MinusAtTheEnd", "int a -", ""},
                     Case{"LessAtTheEnd", "int a <", ""}, Case{"CutFunction", "int f(", ""},
+                    Case{"CutBitField", "struct A { int a : 3", "s A:struct;"},
                     Case{"CutInitialiser", "int a = {", ""}, Case{"CutTypedef", "typedef", ""},
                     Case{"CutEnum", "enum A { B =", "g A:enum; e A::B;"}),
     [](const auto& info) { return info.param.name; });
@@ -247,6 +266,23 @@ TEST(TagParser, UnbalancedBraceAtTheEnd_GivesOneLogLine) {
   const test::TagRun run = ParseTags("int a;\n}");
   EXPECT_EQ(test::ShortTags(run.lines), "v a:int;");
   EXPECT_EQ(run.log, "unexpected closing brace at line:2 --> \n");
+}
+
+TEST(TagParser, BracesOfBothBranches_AreReadAnewWithTheLineEnds) {
+  const std::string branches =
+      "void f() {\n#if A\n if (x) {\n#else\n if (y) {\n#endif\n }\n}\nint after;\n";
+  EXPECT_EQ(TagsOf(branches), "f f:void; v after:int;");
+  EXPECT_EQ(TagsOf(branches + "void g() {\n{\n}\nint inside;\n}\nint last;"),
+            "f f:void; v after:int; f g:void; v last:int;");
+}
+
+TEST(TagParser, Locals_BelongToTheirFunctionAndNoClass) {
+  test::TagRunOptions options;
+  options.locals = true;
+  EXPECT_EQ(TagsOf("class A { void f() { int x; } };", "a.cpp", options),
+            "c A:class; f A::f:void; l x:int;");
+  EXPECT_EQ(TagsOf("namespace n { void f() { int x; } }", "a.cpp", options),
+            "n n:namespace; f n::f:void; l x:int;");
 }
 
 TEST(TagParser, UnbalancedParenAtTheEnd_KeepsTheTagsBefore) {

@@ -1,10 +1,13 @@
 #include "WindresRun.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include "Privileges.h"
+#include "SmallDisk.h"
 #include "TempFolder.h"
 #include "WindresPreprocess.h"
 
@@ -158,6 +161,34 @@ TEST_F(WindresRun, FailedRun_LeavesNoObjectNotEvenAnOldOne) {
   EXPECT_TRUE(Compile("1 RCDATA {1}\n").ok);
   EXPECT_FALSE(Compile("1 RCDATA {\n").ok);
   EXPECT_EQ(folder.Names(), std::vector<std::string>{"a.rc"});
+}
+
+TEST_F(WindresRun, ObjectThatCantBeWrittenWhole_IsNoObject) {
+  EXPECT_TRUE(Compile("1 RCDATA {1}\n").ok);
+  folder.Write("large.bin", std::string(100'000, 'x'));
+  const int status = test::RunInChild([&] {
+    signal(SIGXFSZ, SIG_IGN);
+    const rlimit most = {50'000, 50'000};
+    setrlimit(RLIMIT_FSIZE, &most);
+    const WindresResult result = Compile("1 RCDATA \"large.bin\"\n");
+    return !result.ok && result.messages.ends_with("a.o: File too large\n") ? 0 : 1;
+  });
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(folder.Names(), (std::vector<std::string>{"a.rc", "large.bin"}));
+}
+
+TEST_F(WindresRun, ResourceThatCantBeRead_LeavesNoHalfWrittenObject) {
+  EXPECT_TRUE(Compile("1 RCDATA {1}\n").ok);
+  folder.Write("first.bin", std::string(100'000, 'x'));
+  const std::string second = folder.Write("second.bin", "content");
+  ASSERT_EQ(chmod(second.c_str(), 0), 0);
+  ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
+  ASSERT_EQ(chmod(folder.Path("a.rc").c_str(), 0666), 0);
+  {
+    const test::WithoutRights user;
+    EXPECT_FALSE(Compile("1 RCDATA \"first.bin\"\n2 RCDATA \"second.bin\"\n").ok);
+  }
+  EXPECT_EQ(folder.Names(), (std::vector<std::string>{"a.rc", "first.bin", "second.bin"}));
 }
 
 TEST_F(WindresRun, FolderThatCantBeWritten_IsNamed) {

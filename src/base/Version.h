@@ -1,0 +1,8 @@
+#pragma once
+
+namespace zendry {
+
+// Of all the programs; the build's configuration names the same one.
+constexpr char cVersion[] = "0.1.0";
+
+}  // namespace zendry

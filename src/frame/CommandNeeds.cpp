@@ -1,0 +1,62 @@
+#include "frame/CommandNeeds.h"
+
+#include "base/FileCommands.h"
+#include "build/BuildActs.h"
+#include "editor/EditorActs.h"
+#include "frame/PrjActs.h"
+#include "frame/ViewCommands.h"
+
+namespace zendry {
+
+namespace {
+
+struct NeedsRow {
+  int id;
+  Needs needs;
+};
+
+using enum Needs;
+
+constexpr NeedsRow cRows[] = {
+    {cSaveCommand, cTab},
+    {cSaveAsCommand, cTab},
+    {cCloseCommand, cTab},
+    {cCloseAllCommand, cTab},
+    {cPrintCommand, cTab},
+    {cSaveAllCommand, cTabOrProject},
+    {cSaveProjectCommand, cProject},
+    {cCloneProjectCommand, cProject},
+    {cCloseProjectCommand, cProject},
+    {cRecentFilesCommand, cRecentFiles},
+    {cRecentProjectsCommand, cRecentProjects},
+    {cCutCommand, cSelection},
+    {cCopyCommand, cSelection},
+    {cPasteCommand, cTab},
+    {cUndoCommand, cUndo},
+    {cRedoCommand, cRedo},
+    {cRecordMacroCommand, cTab},
+    {cPlayMacroCommand, cMacro},
+    {cCompileFileCommand, cProjectSource},
+    {cMakeCommand, cProject},
+    {cRebuildCommand, cProject},
+    {cSwitchModeCommand, cProject},
+    {cClearOutputCommand, cProject},
+    {cNextErrorCommand, cErrors},
+    {cPreviousErrorCommand, cErrors},
+    {cAddFileCommand, cProject},
+    {cRemoveFileCommand, cProject},
+    {cProjectOptionsCommand, cProject},
+    {cCreateMakefileCommand, cProject},
+    {cShowLeftCommand, cHiddenLeftPanel},
+    {cShowBottomCommand, cHiddenBottomPanel},
+};
+
+}  // namespace
+
+Needs NeedsOf(int commandId) {
+  for (const NeedsRow& row : cRows)
+    if (row.id == commandId) return row.needs;
+  return cNothing;
+}
+
+}  // namespace zendry

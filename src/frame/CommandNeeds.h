@@ -1,0 +1,36 @@
+#pragma once
+
+#include <bitset>
+
+namespace zendry {
+
+// What a command can't act without.
+enum class Needs {
+  cNothing,
+  cTab,
+  cSelection,
+  cUndo,
+  cRedo,
+  cMacro,  // that is not being recorded
+  cProject,
+  cProjectSource,  // in front
+  cTabOrProject,
+  cErrors,  // in their list
+  cRecentFiles,
+  cRecentProjects,
+  cHiddenLeftPanel,
+  cHiddenBottomPanel,
+  cCount
+};
+
+// Which of the needs are met.
+using MetNeeds = std::bitset<static_cast<size_t>(Needs::cCount)>;
+
+// The need of a command, by its id.
+Needs NeedsOf(int commandId);
+
+inline bool IsMet(const MetNeeds& met, Needs needs) {
+  return needs == Needs::cNothing || met[static_cast<size_t>(needs)];
+}
+
+}  // namespace zendry

@@ -1,0 +1,105 @@
+#include "base/Paths.h"
+#include "build/BuildActs.h"
+#include "config/IdeSession.h"
+#include "frame/MainForm.h"
+#include "project/Project.h"
+
+// The main window: which of its commands can act now.
+
+namespace zendry {
+
+namespace {
+
+bool IsProjectSource(const std::string& path) {
+  const int kind = FileKind(path);
+  return (kind == cCppSource || kind == cCSource) && theProject.FindFile(path);
+}
+
+}  // namespace
+
+MetNeeds MainForm::NeedsMetNow() {
+  MetNeeds now;
+  const auto set = [&now](Needs needs, bool on) { now[static_cast<size_t>(needs)] = on; };
+  set(Needs::cProject, theProject.isOpen);
+  set(Needs::cErrors, errorList.RowCount() > 0);
+  set(Needs::cRecentFiles, !theIdeSession.recentFiles.items.empty());
+  set(Needs::cRecentProjects, !theIdeSession.recentProjects.items.empty());
+  set(Needs::cHiddenLeftPanel, !leftPanel.visible);
+  set(Needs::cHiddenBottomPanel, !bottomPanel.visible);
+  const EditTab* tab = editTabs.Active();
+  set(Needs::cTabOrProject, tab || theProject.isOpen);
+  if (!tab) return now;
+  const CppEditor& editor = *tab->editor;
+  set(Needs::cTab, true);
+  set(Needs::cSelection, !editor.Send(mavro::SCI_GETSELECTIONEMPTY));
+  set(Needs::cUndo, editor.Send(mavro::SCI_CANUNDO));
+  set(Needs::cRedo, editor.Send(mavro::SCI_CANREDO));
+  set(Needs::cMacro, !editor.inMacroRecord && !editor.macro.empty());
+  set(Needs::cProjectSource, theProject.isOpen && IsProjectSource(editor.fileName));
+  return now;
+}
+
+bool MainForm::CanAct(const mavro::Action* action) const {
+  return IsHandled(action) && IsMet(met, NeedsOf(action->id));
+}
+
+// Comes with every key: most often there is nothing new.
+void MainForm::UpdateCommands() {
+  const MetNeeds now = NeedsMetNow();
+  const bool isNew = now != met;
+  met = now;
+  if (!isNew) return;
+  for (mavro::Menu* menu : menus.menus) UpdateMenu(*menu);
+  UpdateMenu(barMenu.root);
+  UpdateBars();
+  UpdateViewMarks();
+}
+
+// The editor's and the browser's commands all need a tab.
+void MainForm::UpdateMenu(mavro::Menu& menu) const {
+  const bool allowed = IsMet(met, Needs::cTab) || (&menu != &editMenu && &menu != &browserMenu);
+  for (const auto& item : menu.items) {
+    if (item->isSubmenu && allowed) {
+      UpdateMenu(static_cast<mavro::Menu&>(*item));
+    } else if (item->isSubmenu) {
+      item->Enable(false);
+    } else if (item->action) {
+      const bool on = allowed && CanAct(item->action);
+      if (item->enabled != on) item->Enable(on);
+    }
+  }
+}
+
+void MainForm::UpdateBars() {
+  for (int row = 0; row < toolBar.RowCount(); ++row) {
+    const mavro::ToolBar::Row& shown = toolBar.GetRow(row);
+    const bool isPanelRow = row == cLeftPanelRow;
+    if (row == cStopRow || (!shown.action && !isPanelRow)) continue;
+    const bool on = isPanelRow ? !leftPanel.visible : CanAct(shown.action);
+    if (shown.enabled != on) toolBar.Enable(row, on);
+  }
+  toolPanel.UpdateButtons();
+}
+
+void MainForm::UpdateViewMarks() {
+  const auto mark = [](mavro::Menu& menu, int commandId, const mavro::Control& part) {
+    for (const auto& item : menu.items)
+      if (item->action && item->action->id == commandId) item->Check(part.visible);
+  };
+  for (mavro::Menu* menu : {&viewMenu, &barMenu.root}) {
+    mark(*menu, cShowLeftCommand, leftPanel);
+    mark(*menu, cShowBottomCommand, bottomPanel);
+    mark(*menu, cToggleToolBarCommand, toolBar);
+    mark(*menu, cToggleStatusBarCommand, statusBar);
+  }
+}
+
+// The key of the build arrives here when none of the commands on it can act.
+void MainForm::OnKeyPreview(mavro::NotifyArgs& args) {
+  if (args.value != cKeyF7) return;
+  SetStatus(theProject.isOpen ? "The file in front is no source of the project: it is not compiled"
+                              : "No project is open: there is nothing to build",
+            "");
+}
+
+}  // namespace zendry
