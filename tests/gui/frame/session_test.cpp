@@ -157,7 +157,7 @@ TEST_F(IdeMemory, Session_Damaged_IsSaidAndKept) {
   const std::string project = ide.Project(cFiles);
   ide.files.Write("p.zend", "<state>\n<file name=\"a.cpp\"/>\n<fi");
   ide.Run({project}, [&] {
-    EXPECT_EQ(IdeDriver::Status(), ide.files.Path("p.zend") + ": the session is damaged");
+    EXPECT_EQ(IdeDriver::Status(), "The session is damaged: " + ide.files.Path("p.zend"));
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
   });
   EXPECT_EQ(ide.files.Read("p.zend.bad"), "<state>\n<file name=\"a.cpp\"/>\n<fi");
