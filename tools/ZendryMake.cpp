@@ -12,6 +12,7 @@
 #include "base/QuietShell.h"
 #include "build/Builder.h"
 #include "config/IdeConfig.h"
+#include "config/IdeSession.h"
 #include "project/Project.h"
 
 // zendry-make: builds a project without a window. Prints what the Output panel would show, then one
@@ -108,18 +109,20 @@ std::string ProgramFolder() {
   return program.parent_path().string() + "/";
 }
 
-// Empty when the project was read, else why not.
+// Empty when the project was read whole, else why not. What was built without a part of what its
+// file or "Zendry.cfg" say would be another program. A damaged session is said only.
 std::string OpenProject(const Options& options, Shell& shell) {
   theIdeConfig.appDir = ProgramFolder();
-  ReadConfig(theIdeConfig, theIdeFonts);
+  const LoadResult config = ReadConfig(theIdeConfig, theIdeFonts);
+  if (!config.Words().empty()) return config.Words();
   theProject.SetShell(&shell);
   theProject.SetInstallFolder(theIdeConfig.appDir);
   theProject.storesTags = false;
   if (FileKind(options.project) != cProjectFile)
     return options.project + " is no project file (.zpj)";
   const LoadResult loaded = theProject.Load(options.project);
-  if (!loaded.Ok()) return loaded.error;
-  if (!loaded.doubt.empty()) Say(loaded.doubt);
+  if (!loaded.Words().empty()) return loaded.Words();
+  if (const std::string noted = theIdeSession.TakeError(); !noted.empty()) Say(noted);
   if (!options.mode.empty()) theProject.SetMode(options.mode == "debug" ? cDebug : cRelease);
   return "";
 }

@@ -1,6 +1,7 @@
 #include "base/XmlTag.h"
 
 #include "Assert.h"
+#include "base/ControlBytes.h"
 #include "base/ParseInt.h"
 
 namespace zendry {
@@ -8,7 +9,8 @@ namespace zendry {
 namespace {
 
 constexpr char cElementKey = '<';  // the element's name is being read
-constexpr char cNoKey = '\0';      // a value would belong to no attribute
+constexpr size_t cShownOfElement = 40;
+constexpr char cNoKey = '\0';  // a value would belong to no attribute
 
 bool EndsToken(char c) {
   return std::string_view(" \t\n\v\f\r=>").find(c) != std::string_view::npos;
@@ -60,6 +62,13 @@ bool SkipToElement(TagSource& source) {
   const size_t start = source.text.find('<', source.position);
   source.position = start == std::string_view::npos ? source.text.size() : start + 1;
   return start != std::string_view::npos;
+}
+
+// Moves behind the element that begins here; false when one of its tokens is too long.
+bool ElementFits(TagSource& source) {
+  bool fits = true;
+  for (TokenCursor cursor(source); cursor.Next();) fits &= cursor.token.size() <= cMaxTagToken;
+  return fits;
 }
 
 // What stands between the first character, which is the opening quote, and the last quote.
@@ -181,9 +190,29 @@ bool XmlTag::ReadsBack() const {
 bool TokensFit(std::string_view text) {
   TagSource source{text};
   while (SkipToElement(source))
-    for (TokenCursor cursor(source); cursor.Next();)
-      if (cursor.token.size() > cMaxTagToken) return false;
+    if (!ElementFits(source)) return false;
   return true;
+}
+
+FittingTags PassOverTooLong(std::string_view text) {
+  FittingTags fitting;
+  TagSource source{text};
+  size_t kept = 0;
+  while (SkipToElement(source)) {
+    const size_t start = source.position - 1;
+    if (ElementFits(source)) continue;
+    if (fitting.passedOver.empty()) fitting.passedOver = text.substr(start, cShownOfElement);
+    fitting.text += text.substr(kept, start - kept);
+    kept = source.position;
+  }
+  fitting.text += text.substr(kept);
+  return fitting;
+}
+
+std::string TooLongWords(const FittingTags& tags) {
+  const std::string_view begins = tags.passedOver;
+  return "a value of more than some 500 characters: " +
+         MarkControlBytes(begins.substr(0, begins.find_first_of("\r\n"))) + "...";
 }
 
 }  // namespace zendry

@@ -73,4 +73,14 @@ class XmlTag {
 // Whether every element of a text can be read: no token is longer than cMaxTagToken.
 bool TokensFit(std::string_view text);
 
+// A text from outside, made fit for XmlTag::read.
+struct FittingTags {
+  std::string text;        // without the elements that hold a token that is too long
+  std::string passedOver;  // how the first of them begins; empty when there is none
+};
+FittingTags PassOverTooLong(std::string_view text);
+
+// What PassOverTooLong has passed over, in words: "a value of more than some 500 characters: ...".
+std::string TooLongWords(const FittingTags& tags);
+
 }  // namespace zendry

@@ -116,8 +116,8 @@ ProjectFlags ComposeFlags(const Project& project, IdeConfig& config) {
   const std::string root = MacroRoot(config.appDir);
   ProjectFlags flags;
   flags.include =
-      ExpandMacros(project.includePath, root) + " " + ExpandMacros("-I@/libs/basic", root) + " ";
-  flags.link = ExpandMacros(project.linkerPath, root) + " " + ExpandMacros("-L@/libs", root) + " " +
+      ExpandMacros(project.includePath, root) + " " + ExpandMacros(cBasicIncludes, root) + " ";
+  flags.link = ExpandMacros(project.linkerPath, root) + " " + ExpandMacros(cBasicLibs, root) + " " +
                project.linkLibs + " ";
   const bool takesFramework = project.libSet.empty() && project.type == cFormApplication;
   const std::string name = takesFramework ? "mavro" : project.libSet;

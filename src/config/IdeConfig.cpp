@@ -66,11 +66,15 @@ FontRec ShowableFont(FontRec font) {
   return font;
 }
 
-void ReadConfig(IdeConfig& config, IdeFonts& fonts) {
-  const std::optional<std::string> text = mavro::ReadFileText(config.appDir + "Zendry.cfg");
-  if (!text) return;
-  TagSource source{*text};
+LoadResult ReadConfig(IdeConfig& config, IdeFonts& fonts) {
+  const std::string path = config.appDir + "Zendry.cfg";
+  const std::optional<std::string> text = mavro::ReadFileText(path);
+  if (!text) return {IsTaken(path) ? WhyUnreadable(path) : "", ""};
+  const FittingTags tags = PassOverTooLong(*text);
+  TagSource source{tags.text};
   for (XmlTag tag; tag.read(&source);) ReadElement(tag, config, fonts);
+  if (tags.passedOver.empty()) return {};
+  return {"", path + ": left out is " + TooLongWords(tags)};
 }
 
 std::string InstallRoot(const std::string& appDir) {

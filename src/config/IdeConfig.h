@@ -4,6 +4,8 @@
 #include <map>
 #include <string>
 
+#include "base/LoadResult.h"
+
 namespace zendry {
 
 // A library set of "Zendry.cfg": switches that a project takes by naming the set.
@@ -61,9 +63,10 @@ struct IdeFonts {
 extern IdeConfig theIdeConfig;
 extern IdeFonts theIdeFonts;
 
-// Reads "Zendry.cfg" in `config.appDir`. A missing or unreadable file leaves everything as it is;
-// elements that mean nothing are passed over.
-void ReadConfig(IdeConfig& config, IdeFonts& fonts);
+// Reads "Zendry.cfg" in `config.appDir`. A missing file leaves everything as it is, as does one
+// that can't be read, which is an error. Elements that mean nothing are passed over; one with a
+// value that is too long to be read is a doubt.
+LoadResult ReadConfig(IdeConfig& config, IdeFonts& fonts);
 
 // The folder that "@" stands for: the parent of `appDir`, with its trailing slash.
 std::string InstallRoot(const std::string& appDir);

@@ -1,13 +1,18 @@
 #include "config/IdeSession.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "FileText.h"
+#include "base/LoadResult.h"
 #include "base/ParseInt.h"
 #include "config/EditorSettings.h"
 
@@ -19,6 +24,7 @@ namespace {
 
 constexpr char cBoundsKey[] = "Bounds";
 constexpr char cSplitterKey[] = "split-h";
+constexpr char cMaximizedKey[] = "win-max";
 constexpr char cLineNumbersKey[] = "ed-linenum";
 constexpr char cFirstSizeKey[] = "first-size";  // percent of the screen
 constexpr int cFarthest = 800;                  // a window further right or down goes to the edge
@@ -75,6 +81,32 @@ bool ReadIniText(std::string_view text, std::map<std::string, std::string>& valu
   return isWhole;
 }
 
+void PutInFront(RecentList& list, std::string path) {
+  std::erase(list.items, path);
+  if (!list.items.empty() && list.items.size() >= list.capacity) list.items.pop_back();
+  list.items.insert(list.items.begin(), std::move(path));
+}
+
+// Keeps other programs of ours from writing the settings, as long as it lives. Where that can't be
+// the settings are written all the same.
+class FolderLock {
+ public:
+  explicit FolderLock(const std::string& folder)
+      : file(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    if (file >= 0) isFree = flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+  }
+  ~FolderLock() {
+    if (file >= 0) close(file);
+  }
+  FolderLock(const FolderLock&) = delete;
+  FolderLock& operator=(const FolderLock&) = delete;
+
+  bool isFree = true;  // false when another one is writing just now
+
+ private:
+  const int file;
+};
+
 // The four numbers of "LEFT;TOP;WIDTH;HEIGHT;".
 std::optional<std::array<int, 4>> ParseBounds(std::string_view text) {
   std::array<int, 4> numbers;
@@ -107,11 +139,6 @@ int CorrectedSplitter(const std::string& stored, int height) {
   return position < base * 11 / 15 || position >= height - cBelowSplitter ? base : position;
 }
 
-bool Exists(const std::string& path) {
-  struct stat status;
-  return stat(path.c_str(), &status) == 0;
-}
-
 }  // namespace
 
 IdeSession::IdeSession() {
@@ -122,12 +149,13 @@ IdeSession::IdeSession() {
 }
 
 void IdeSession::NoteError(const std::string& error) {
-  if (noted.empty()) noted = error;
+  if (noted.empty() && !said.contains(error)) noted = error;
 }
 
 std::string IdeSession::TakeError() {
   std::string error;
   error.swap(noted);
+  if (!error.empty()) said.insert(error);
   return error;
 }
 
@@ -175,19 +203,56 @@ void IdeSession::Load(const std::string& firstStart) {
   if (const auto text = mavro::ReadFileText(firstStart)) ReadIniText(*text, firstValues);
   if (const std::optional<std::string> text = mavro::ReadFileText(iniPath)) {
     ReadText(*text);
-  } else if (Exists(iniPath)) {
+  } else if (IsTaken(iniPath)) {
     mayReplace = false;
     NoteError(iniPath + ": Settings are not kept, since they can't be read");
   }
+  known = values;
+  isLoaded = true;
+  TakeLists();
+  TakeEditorSettings();
+  fonts = theIdeFonts.fonts;
+  debuggerTips = true;
+}
+
+bool IdeSession::IsListKey(const std::string& key) const {
+  for (const RecentList* list : {&recentFiles, &recentProjects})
+    for (size_t i = 0; i < list->capacity; ++i)
+      if (key == KeyOf(*list, i)) return true;
+  return false;
+}
+
+void IdeSession::TakeLists() {
   for (RecentList* list : {&recentFiles, &recentProjects}) {
     list->items.clear();
     for (size_t i = 0; i < list->capacity; ++i)
       if (const auto found = values.find(KeyOf(*list, i)); found != values.end())
         list->items.push_back(found->second);
+    for (const std::string& path : list->added) PutInFront(*list, path);
   }
-  TakeEditorSettings();
-  fonts = theIdeFonts.fonts;
-  debuggerTips = true;
+}
+
+// Takes over what other programs have written since the file was last seen. A file that is gone, or
+// holds more than settings, tells nothing about them.
+void IdeSession::TakeOver() {
+  const std::optional<std::string> text = mavro::ReadFileText(iniPath);
+  if (!text) {
+    mayReplace = mayReplace && !IsTaken(iniPath);
+    if (!mayReplace) NoteError(iniPath + ": Settings are not kept, since they can't be read");
+    return;
+  }
+  Values theirs;
+  const bool damaged = !ReadIniText(*text, theirs);
+  if (damaged && *text != damagedText) damagedText = *text;
+  if (damaged || theirs.empty() || theirs == known) return;
+  const Values before = std::exchange(known, theirs);
+  for (const auto& [key, value] : values) {
+    const auto found = before.find(key);
+    const bool isChangedHere = found == before.end() || found->second != value;
+    if (isChangedHere && !IsListKey(key)) theirs[key] = value;
+  }
+  values = std::move(theirs);
+  TakeLists();
 }
 
 // A path that no line can hold is left out, and the others move up.
@@ -203,6 +268,10 @@ void IdeSession::StoreSettings(const Placement& placement) {
   std::snprintf(bounds, sizeof bounds, "%d;%d;%d;%d;", placement.left, placement.top,
                 placement.width, placement.height);
   values[cBoundsKey] = bounds;
+  if (placement.isMaximized)
+    values[cMaximizedKey] = "1";
+  else
+    values.erase(cMaximizedKey);
   StoreList(recentFiles);
   StoreList(recentProjects);
   values["dbg-tip"] = Flag(debuggerTips);
@@ -225,11 +294,36 @@ bool IdeSession::KeepDamagedText() {
   return kept.Ok();
 }
 
+bool IdeSession::Write() {
+  if (!EnsureFolder() || !mayReplace || !KeepDamagedText()) return false;
+  const std::string text = IniText(values);
+  if (mavro::ReadFileText(iniPath) != text) {
+    const mavro::SaveResult result = mavro::SaveFileText(iniPath, text);
+    if (!result.Ok()) NoteError(result.error);
+    if (!result.Ok()) return false;
+  }
+  known.clear();
+  ReadIniText(text, known);
+  for (RecentList* list : {&recentFiles, &recentProjects}) list->added.clear();
+  tried = 0;
+  return true;
+}
+
 void IdeSession::Save(const Placement& placement) {
+  const FolderLock lock(folder);
+  if (isLoaded) TakeOver();
   StoreSettings(placement);
-  if (!EnsureFolder() || !mayReplace || !KeepDamagedText()) return;
-  const mavro::SaveResult result = mavro::SaveFileText(iniPath, IniText(values));
-  if (!result.Ok()) NoteError(result.error);
+  Write();
+}
+
+void IdeSession::KeepRecent() {
+  if (!isLoaded || AddedCount() == tried) return;
+  const FolderLock lock(folder);
+  if (!lock.isFree) return;
+  TakeOver();
+  StoreList(recentFiles);
+  StoreList(recentProjects);
+  if (!Write()) tried = AddedCount();
 }
 
 std::optional<Placement> IdeSession::RestoreBounds(int screenWidth, int screenHeight) const {
@@ -241,6 +335,7 @@ std::optional<Placement> IdeSession::RestoreBounds(int screenWidth, int screenHe
   placement.width = CorrectedSize((*bounds)[2], cMinWidth, screenWidth);
   placement.height = CorrectedSize((*bounds)[3], cMinHeight, screenHeight);
   placement.splitter = CorrectedSplitter(Value(cSplitterKey, ""), placement.height);
+  placement.isMaximized = Value(cMaximizedKey, "0") == "1";
   return placement;
 }
 
@@ -258,9 +353,8 @@ Placement IdeSession::FirstPlacement(int left, int top, int width, int height) c
 }
 
 void IdeSession::AddRecent(RecentList& list, std::string path) {
-  std::erase(list.items, path);
-  if (!list.items.empty() && list.items.size() >= list.capacity) list.items.pop_back();
-  list.items.insert(list.items.begin(), std::move(path));
+  list.added.push_back(path);
+  PutInFront(list, std::move(path));
 }
 
 }  // namespace zendry

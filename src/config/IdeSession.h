@@ -3,6 +3,7 @@
 #include <array>
 #include <map>
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -17,6 +18,7 @@ struct RecentList {
   size_t capacity = 8;
   std::string keyTemplate;
   std::vector<std::string> items;
+  std::vector<std::string> added = {};  // since the file was read or written, oldest first
 };
 
 // Where the main window stands, and its horizontal splitter.
@@ -26,6 +28,7 @@ struct Placement {
   int width = 800;
   int height = 560;
   int splitter = 0;
+  bool isMaximized = false;  // the rest says where it stands when it no longer is
   friend bool operator==(const Placement&, const Placement&) = default;
 };
 
@@ -42,8 +45,13 @@ class IdeSession {
   // that the user's file doesn't have. It may be missing.
   void Load(const std::string& firstStart = "");
   // Writes the ini file. One that was there and couldn't be read is left as it is; one that held
-  // lines without meaning is kept beside the new one with ".bad" appended to its name.
+  // lines without meaning is kept beside the new one with ".bad" appended to its name. What other
+  // running programs have written since is taken over first: their recent paths stay in the lists,
+  // and so do their values for keys that haven't changed here.
   void Save(const Placement& placement);
+  // Writes the recent lists, if anything has been added to them; to be called now and then. What
+  // fails isn't tried again before something else is added. Nothing happens before Load.
+  void KeepRecent();
 
   // Where the window goes on a screen of this size; nothing when no place, or half a place, is
   // stored. A place above 800 and sizes that are too small or exceed the screen are corrected.
@@ -57,7 +65,8 @@ class IdeSession {
   // Puts a path at the head of a list, in which it stands once.
   static void AddRecent(RecentList& list, std::string path);
 
-  // Keeps a reason why something can't be kept, to be said once. The first one wins.
+  // Keeps a reason why something can't be kept, to be said once. The first one wins; one that has
+  // been said isn't said again.
   void NoteError(const std::string& error);
   // The reason noted, which is then forgotten; empty when there is none.
   std::string TakeError();
@@ -76,13 +85,24 @@ class IdeSession {
   void ReadText(const std::string& text);
   void TakeEditorSettings() const;
   std::string Value(const std::string& key, std::string_view otherwise) const;
+  bool IsListKey(const std::string& key) const;
+  void TakeLists();
+  void TakeOver();
   void StoreList(const RecentList& list);
   void StoreSettings(const Placement& placement);
   bool KeepDamagedText();
+  bool Write();
+  size_t AddedCount() const { return recentFiles.added.size() + recentProjects.added.size(); }
 
+  using Values = std::map<std::string, std::string>;
+
+  Values known;  // the values as the file had them when it was last read or written
+  bool isLoaded = false;
+  size_t tried = 0;         // AddedCount() when writing it failed
   bool mayReplace = true;   // false when the file is there and can't be read
   std::string damagedText;  // content of a file that held more than settings
   std::string noted;
+  std::set<std::string> said;
 };
 
 extern IdeSession theIdeSession;

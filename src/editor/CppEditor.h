@@ -58,6 +58,8 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   void NoteAskedAboutDisk();
   // Writes the rescue copy that has become due.
   void TickRescue(TextRescue::Clock::time_point now) { rescue.Tick(now); }
+  // Why the unsaved text has no rescue copy, although one was due; empty as long as all is well.
+  const std::string& WhyNoRescue() const { return rescue.WhyNone(); }
 
   // Of all margins together, in pixels.
   int MarginWidth() const;

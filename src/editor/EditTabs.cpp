@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <optional>
 
 #include "AsciiCase.h"
 #include "Assert.h"
@@ -27,15 +28,34 @@ namespace {
 constexpr int cRescueTick = 1000;  // milliseconds
 const std::string cNoName = "Noname";
 
-// Whether both names exist and stand for two different files.
-bool AreTwoFiles(const std::string& a, const std::string& b) {
-  struct stat first, second;
-  if (stat(a.c_str(), &first) != 0 || stat(b.c_str(), &second) != 0) return false;
-  return first.st_dev != second.st_dev || first.st_ino != second.st_ino;
+// What a path names on the disk; nothing when it names nothing, or nobody can tell.
+struct FileIdentity {
+  dev_t device = 0;
+  ino_t inode = 0;
+  friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
+};
+
+std::optional<FileIdentity> IdentityOf(const std::string& path) {
+  struct stat status;
+  if (path.empty() || stat(path.c_str(), &status) != 0) return std::nullopt;
+  return FileIdentity{status.st_dev, status.st_ino};
 }
 
-bool NamesSameFile(const std::string& a, const std::string& b) {
-  return a == b || (mavro::EqualNoCase(a, b) && !AreTwoFiles(a, b));
+// Whether an open file is what a path stands for. Names alone decide where one of them can't be
+// found on the disk.
+bool NamesSameFile(const std::string& open, const std::string& path,
+                   const std::optional<FileIdentity>& identity) {
+  if (open == path) return true;
+  if (open.empty()) return false;
+  const std::optional<FileIdentity> its = IdentityOf(open);
+  return its && identity ? its == identity : mavro::EqualNoCase(open, path);
+}
+
+// The text alone: the file has a tab already.
+RescuedText WithoutName(RescuedText text) {
+  text.path.clear();
+  text.facts.disk = {};
+  return text;
 }
 
 }  // namespace
@@ -95,18 +115,19 @@ EditTab* EditTabs::Active() const {
   return index >= 0 && index < static_cast<int>(tabs.size()) ? GetTab(index) : nullptr;
 }
 
-CppEditor* EditTabs::OpenFile(const std::string& givenPath) {
-  const std::string path = TidyPath(givenPath);
-  if (!IsAbsolutePath(path)) {
-    ShowError(path + "->path format");
+CppEditor* EditTabs::OpenFile(const std::string& givenPath, OnFailure onFailure) {
+  const auto fail = [&](const std::string& sentence) {
+    if (onFailure == OnFailure::cSay)
+      host->Say(MarkControlBytes(sentence));
+    else
+      ShowError(sentence);
     return nullptr;
-  }
+  };
+  const std::string path = TidyPath(givenPath);
+  if (!IsAbsolutePath(path)) return fail(path + "->path format");
   if (CppEditor* open = Activate(path, true)) return open;
   CppEditor* editor = NewTab(path);
-  if (!editor) {
-    ShowError("Could not open file \"" + path + "\"");
-    return nullptr;
-  }
+  if (!editor) return fail("Could not open file \"" + path + "\"");
   theIdeSession.AddRecent(theIdeSession.recentFiles, path);
   host->FileOpened(path);
   return editor;
@@ -125,10 +146,14 @@ CppEditor* EditTabs::Activate(const std::string& path, bool select) {
 // The tab in front is asked first.
 int EditTabs::FindTab(const std::string& path) const {
   const EditTab* front = Active();
-  if (front && NamesSameFile(front->editor->fileName, path)) return selectedIndex;
-  const auto found = std::find_if(tabs.begin(), tabs.end(), [&path](const auto& tab) {
-    return NamesSameFile(tab->editor->fileName, path);
-  });
+  const int frontIndex = selectedIndex;
+  if (front && front->editor->fileName == path) return frontIndex;
+  const std::optional<FileIdentity> identity = IdentityOf(path);
+  const auto isIt = [&](const std::unique_ptr<EditTab>& tab) {
+    return NamesSameFile(tab->editor->fileName, path, identity);
+  };
+  if (front && isIt(tabs[static_cast<size_t>(frontIndex)])) return frontIndex;
+  const auto found = std::find_if(tabs.begin(), tabs.end(), isIt);
   return found == tabs.end() ? -1 : static_cast<int>(found - tabs.begin());
 }
 
@@ -210,7 +235,7 @@ bool EditTabs::Save(EditTab& tab, SaveName name) {
     question.name = editor.fileName;
     question.defaultExtension = "cpp";
     const std::vector<std::string> chosen = mavro::Dialogs().chooseFiles(question);
-    if (chosen.empty()) return false;
+    if (chosen.empty() || !MayTakeName(tab, chosen.front())) return false;
     editor.TakeName(chosen.front());
     tab.ShowName();
     host->FrontChanged();
@@ -221,6 +246,18 @@ bool EditTabs::Save(EditTab& tab, SaveName name) {
     ShowError("Error on save file:" + editor.fileName);
     return false;
   }
+  return true;
+}
+
+// One file has one tab. The other one gives way if it holds nothing that would be lost.
+bool EditTabs::MayTakeName(EditTab& tab, const std::string& path) {
+  const int index = FindTab(path);
+  if (index < 0 || GetTab(index) == &tab) return true;
+  if (GetTab(index)->editor->dirty) {
+    ShowError("File:   " + path + "\n\nis open in another tab, with changes that are not saved!");
+    return false;
+  }
+  CloseTab(index, Unsaved::cDrop);
   return true;
 }
 
@@ -298,7 +335,13 @@ void EditTabs::RemoveMark(EditorMark mark) {
 
 void EditTabs::OnRescueTimer(mavro::NotifyArgs&) {
   const auto now = TextRescue::Clock::now();
-  for (const auto& tab : tabs) tab->editor->TickRescue(now);
+  std::string whyNoCopy;
+  for (const auto& tab : tabs) {
+    tab->editor->TickRescue(now);
+    if (whyNoCopy.empty()) whyNoCopy = tab->editor->WhyNoRescue();
+  }
+  host->ShowWhyNoCopy(whyNoCopy);
+  theIdeSession.KeepRecent();
 }
 
 // What another program has written since is not replaced without a word.
@@ -344,8 +387,9 @@ void EditTabs::OfferRescuedTexts() {
     if (cancelled) continue;
     CppEditor* editor = nullptr;
     if (wanted && mavro::FileExists(rescued.path)) editor = OpenFile(rescued.path);
-    if (wanted && (!editor || editor->dirty)) editor = NewTab("");  // one text is not lost for two
-    const bool isKept = editor && editor->TakeRescued(rescued);
+    const bool isSecond = editor && editor->dirty;  // two texts of one file: neither is lost
+    if (wanted && (!editor || isSecond)) editor = NewTab("");
+    const bool isKept = editor && editor->TakeRescued(isSecond ? WithoutName(rescued) : rescued);
     if (editor) GetTab(selectedIndex)->ShowName();
     if (isKept || !wanted) RescueCopies::Forget(rescued);
   }

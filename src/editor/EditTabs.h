@@ -50,11 +50,15 @@ class EditTabs : public mavro::TabCtrl {
   EditorHost* Host() const { return host; }
   void DetachHost() { host = nullptr; }
 
+  // How a failure is said: in a box, or in the status line where nobody has just asked for the
+  // file.
+  enum class OnFailure { cBox, cSay };
   // Shows a file, in its tab if it has one. The path must be absolute. Null when it can't be shown,
-  // which a message has said. The answer lives until its tab is closed.
-  CppEditor* OpenFile(const std::string& path);
-  // The editor of a path, the case of its letters ignored, and with `select` its tab brought to the
-  // front; null when the file isn't open. Two files that differ in case only are told apart.
+  // which has been said. The answer lives until its tab is closed.
+  CppEditor* OpenFile(const std::string& path, OnFailure onFailure = OnFailure::cBox);
+  // The editor of what a path names, under whatever name it is open, and with `select` its tab
+  // brought to the front; null when the file isn't open. The names of files that are not there are
+  // compared, the case of their letters ignored.
   CppEditor* Activate(const std::string& path, bool select);
   // Adds and shows a tab with the file, for an empty path with a text that has no name yet; null
   // when the file can't be read.
@@ -108,6 +112,7 @@ class EditTabs : public mavro::TabCtrl {
   void OnRescueTimer(mavro::NotifyArgs& args);
   int FindTab(const std::string& path) const;
   void CheckDisk(CppEditor& editor);
+  bool MayTakeName(EditTab& tab, const std::string& path);
   bool MayOverwrite(CppEditor& editor);
   bool CanClose(EditTab& tab);
   bool Save(EditTab& tab, SaveName name);

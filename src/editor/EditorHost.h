@@ -17,6 +17,8 @@ class EditorHost {
 
   // Says something in the status line.
   virtual void Say(const std::string& text) = 0;
+  // Unsaved text has no copy for a start after this one, and why; empty: all of it has.
+  virtual void ShowWhyNoCopy(const std::string& reason) = 0;
   // Another tab is in front, or the one in front has another name: it is in the window's title.
   virtual void FrontChanged() = 0;
   // Shows the caret's place, if its file is the one in front.

@@ -109,8 +109,10 @@ void FileActs::ReplaceProject(const std::string& path) {
 void FileActs::LoadProject(const std::string& path) {
   const LoadResult result = theProject.Load(path);
   theMainForm->ShowActiveFile();
-  if (!result.Ok() || !result.doubt.empty())
-    theMainForm->SetStatus(ReasonFirst(result.Ok() ? result.doubt : result.error), "");
+  if (result.Words().empty())
+    theMainForm->SayWhatIsNotKept();
+  else
+    theMainForm->SetStatus(ReasonFirst(result.Words()), "");
   theMainForm->startFiles.AllLoaded();
 }
 
@@ -140,10 +142,15 @@ void FileActs::SaveSession() {
   if (!result.Ok()) theMainForm->SetStatus(ReasonFirst(result.error), "");
 }
 
-bool FileActs::CloseProject() {
+bool FileActs::CloseProjectForEnd() {
   if (!theProject.Close()) return false;
   DropRescueCopy();
   theMainForm->ShowActiveFile();
+  return true;
+}
+
+bool FileActs::CloseProject() {
+  if (!CloseProjectForEnd()) return false;
   theMainForm->SayWhatIsNotKept();
   return true;
 }

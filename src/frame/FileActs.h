@@ -23,8 +23,10 @@ class FileActs : public CommandList {
   void SaveProject();
   // Writes what is open into the project's session file.
   void SaveSession();
-  // False when the user refuses.
+  // False when the user refuses. What could not be kept is said in the status line.
   bool CloseProject();
+  // The same when the window closes, which then says it.
+  bool CloseProjectForEnd();
 
   mavro::Action* actNew;
   mavro::Action* actOpen;

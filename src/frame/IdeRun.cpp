@@ -31,12 +31,16 @@ Placement WindowPlacement() {
              : theIdeSession.FirstPlacement(screen.left, screen.top, screen.width, screen.height);
 }
 
+void KeepUnasked() {
+  if (theMainForm) theMainForm->KeepUnasked();
+}
+
 }  // namespace
 
 int RunIde(const mavro::ArgumentList& arguments) {
   theIdeFonts.largeToolBar = false;
   theIdeConfig.appDir = mavro::theApplication.appDir;
-  ReadConfig(theIdeConfig, theIdeFonts);
+  theIdeSession.NoteError(ReadConfig(theIdeConfig, theIdeFonts).Words());
   theProject.SetInstallFolder(theIdeConfig.appDir);
   theIdeSession.Load(theIdeConfig.appDir + "first-start.ini");
   ClearCompilerEnvironment();
@@ -45,6 +49,7 @@ int RunIde(const mavro::ArgumentList& arguments) {
   RescueOnLastWords();
   MainForm form(std::move(startup));
   form.SetPlacement(WindowPlacement());
+  mavro::theApplication.KeepOnEnd(KeepUnasked);
   form.Run(false);
   theIdeSession.Save(form.LastPlacement());
   // No window is left to say it.

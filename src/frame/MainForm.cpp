@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "SystemDialogs.h"
 #include "base/Paths.h"
 #include "base/ReasonFirst.h"
 #include "browser/BrowserActs.h"
@@ -13,6 +14,7 @@
 #include "frame/PictureStrips.h"
 #include "project/Project.h"
 #include "rescue/Rescue.h"
+#include "rescue/TextRescue.h"
 
 // The main window: how it is put together and what its own controls do.
 
@@ -187,6 +189,7 @@ void MainForm::SetPlacement(const Placement& wanted) {
   placement = wanted;
   SetBounds(wanted.left, wanted.top, wanted.width, wanted.height);
   hSplit.SetPosition(wanted.splitter);
+  Maximize(wanted.isMaximized);
 }
 
 void MainForm::OnCreated(mavro::NotifyArgs&) {
@@ -250,12 +253,30 @@ void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
     args.value = 0;
     return;
   }
-  if (!theFileActs.CloseProject()) {
+  if (!theFileActs.CloseProjectForEnd()) {
     args.value = 0;
     return;
   }
-  const mavro::Rect at = Bounds();
-  placement = {at.left, at.top, at.width, at.height, hSplit.Position()};
+  TakePlacement();
+  theIdeSession.Save(placement);
+  const std::string error = theIdeSession.TakeError();
+  if (!error.empty()) mavro::Information(error);  // no status line is left to say it
+}
+
+// The bottom pane has the same height in a maximised window as in one of normal size.
+void MainForm::TakePlacement() {
+  const mavro::Rect at = NormalBounds();
+  const int grown = IsMaximized() ? Bounds().height - at.height : 0;
+  placement = {at.left, at.top, at.width, at.height, hSplit.Position() - grown, IsMaximized()};
+}
+
+void MainForm::KeepUnasked() {
+  theProject.KeepSession();
+  TakePlacement();
+  theIdeSession.Save(placement);
+  startFiles.EndsByItself();
+  TextRescue::KeepAll();
+  KeepRescueCopy(theProject);
 }
 
 void MainForm::OnView(int id) {

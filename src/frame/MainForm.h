@@ -70,6 +70,8 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void UpdateMenu(mavro::Menu& menu) const;
   // Says in the status bar, once, which setting or session could not be read or written.
   void SayWhatIsNotKept();
+  // Stores what a normal end stores, and copies of what is unsaved; asks nothing.
+  void KeepUnasked();
   // Shows a caret if its file is the one in front.
   void ShowCaretOf(const CppEditor& editor) override;
 
@@ -141,6 +143,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   // Group: what the editors ask of the window.
   void Say(const std::string& text) override;
   void FrontChanged() override;
+  void ShowWhyNoCopy(const std::string& reason) override;
   void FileOpened(const std::string& path) override;
   void SaveProject() override;
   void SaveSession() override;
@@ -179,10 +182,14 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void UpdateBars();
   void UpdateViewMarks();
   void OpenStartupFiles();
+  void TakePlacement();
+  void ShowNote();
   void ShowPart(mavro::Control& part, bool on);
 
   std::vector<StartupFile> startup;
   Placement placement;
+  std::string whyNoCopy;  // the sentence in the status line; empty when there are copies
+  bool isMacroRecording = false;
   int splitHeight = 0;         // of hSplit as it was seen last
   int bottomHeight = 0;        // that the bottom pane is to have
   bool followsWindow = false;  // the bar is being moved because the window's height has changed

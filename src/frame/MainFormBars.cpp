@@ -180,8 +180,14 @@ void MainForm::SetEditorCommandsEnabled(bool on) {
 }
 
 void MainForm::SetMacroRecording(bool on) {
+  isMacroRecording = on;
   UpdateCommands();
-  statusBar.SetPane(cNotePane, on ? "Macro recording" : "");
+  ShowNote();
+}
+
+void MainForm::ShowNote() {
+  const char* note = isMacroRecording ? "Macro recording" : "";
+  statusBar.SetPane(cNotePane, whyNoCopy.empty() ? note : "No rescue copy");
 }
 
 void MainForm::SetCaretInfo(int line, int column) {

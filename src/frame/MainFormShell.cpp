@@ -77,7 +77,7 @@ void MainForm::SetStatus(const std::string& status, const std::string& detail) {
   constexpr auto cPaintEvery = std::chrono::milliseconds(100);
   static Clock::time_point lastPaint = Clock::now();
   const std::string shown = detail.empty() ? status : status + " " + detail;
-  statusBar.SetPane(cTextPane, shown.empty() ? "Ready" : shown);
+  statusBar.SetPane(cTextPane, !shown.empty() ? shown : whyNoCopy.empty() ? "Ready" : whyNoCopy);
   if (shown.empty() || Clock::now() - lastPaint < cPaintEvery) return;
   statusBar.Update();
   lastPaint = Clock::now();
@@ -119,7 +119,8 @@ std::string MainForm::ActiveFile() {
 }
 
 void MainForm::OpenFileAt(const std::string& path, int line) {
-  editTabs.GoTo(path, line);
+  CppEditor* editor = editTabs.OpenFile(path, EditTabs::OnFailure::cSay);
+  if (editor && line > 0) editor->ShowLine(line);
 }
 
 void MainForm::ActivateFile(const std::string& path) {
@@ -163,6 +164,15 @@ bool MainForm::IsDebuggerRunning() {
 
 void MainForm::Say(const std::string& said) {
   SetStatus(said, "");
+}
+
+// The sentence may give way to others; the short note beside it stays.
+void MainForm::ShowWhyNoCopy(const std::string& reason) {
+  const std::string sentence = reason.empty() ? "" : "Unsaved text has no copy: " + reason;
+  if (sentence == whyNoCopy) return;
+  whyNoCopy = sentence;
+  ShowNote();
+  SetStatus("", "");
 }
 
 void MainForm::FrontChanged() {

@@ -1,7 +1,5 @@
 #include "frame/PrjActs.h"
 
-#include <filesystem>
-
 #include "SystemDialogs.h"
 #include "base/Paths.h"
 #include "base/ReasonFirst.h"
@@ -68,10 +66,8 @@ void PrjActs::RemoveSelected() {
 void PrjActs::CreateMakefile() {
   if (!theProject.isOpen) return;
   const mavro::SaveResult result = theProject.ExportMakefile("");
-  std::error_code ignored;
-  const std::string folder = std::filesystem::current_path(ignored).string();
-  theMainForm->SetStatus(result.Ok() ? "Makefile written to " + folder : ReasonFirst(result.error),
-                         "");
+  theMainForm->SetStatus(
+      result.Ok() ? "Makefile written to " + theProject.folder : ReasonFirst(result.error), "");
 }
 
 }  // namespace zendry

@@ -20,7 +20,7 @@ class PrjActs : public CommandList {
   void AddFiles();
   // Takes the file selected in the tree out of the project; the file itself and its tab stay.
   void RemoveSelected();
-  // Writes "Makefile" into the current folder.
+  // Writes "Makefile" beside the project file.
   void CreateMakefile();
 
  private:

@@ -30,6 +30,8 @@ class StartFiles : public mavro::object {
   // A file has been opened after all, or nothing of the session is wanted any longer.
   void Opened(const std::string& path);
   void ForgetAll() { leftClosed.clear(); }
+  // The program ends for another reason than a file that it doesn't get past.
+  void EndsByItself() { marks.Clear(); }
 
  private:
   struct LeftClosed {

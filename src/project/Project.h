@@ -10,6 +10,7 @@
 
 #include "FileText.h"
 #include "Object.h"
+#include "base/LoadResult.h"
 #include "tags/TagData.h"
 
 namespace zendry {
@@ -24,6 +25,10 @@ enum BuildMode { cRelease = 0, cDebug = 1 };
 
 // Id of the resource file's tree node. No ProjectFile has it.
 constexpr int32_t cResourceFileId = 0x1000;
+
+// What every project is compiled and linked with, behind its own switches.
+constexpr char cBasicIncludes[] = "-I@/libs/basic";
+constexpr char cBasicLibs[] = "-L@/libs";
 
 // The switches of one build mode.
 struct BuildOptions {
@@ -40,13 +45,6 @@ struct ProjectFile {
   const int32_t type;      // FileKind
   const std::string name;  // absolute path, forward slashes, normalised where that can be
   TagData tags;            // what it declares and includes
-};
-
-// What came of reading a project file. The window stays silent about it; tools say it.
-struct LoadResult {
-  std::string error;  // why nothing could be read; empty on success
-  std::string doubt;  // what looks wrong with a file that could be read; empty when nothing does
-  bool Ok() const { return error.empty(); }
 };
 
 // The one project of the running program: its file, files, options and output names, and the
@@ -66,8 +64,9 @@ class Project : public mavro::object {
 
   // Life of a project. Nothing may be unsaved when it is loaded.
   void Init(const std::string& path, int newType);
-  // Opens a project. A relative path is taken from the current folder. A file that can't be read
-  // leaves an empty project under its name.
+  // Opens a project. A relative path is taken from the current folder. A file that can't be read,
+  // or that holds a value too long to be read, leaves an empty project under its name. What is
+  // wrong with its session is noted in theIdeSession.
   LoadResult Load(const std::string& path);
   // Writes the project file. Shows a dialog when the project has no name or `saveAs`. False when
   // that is cancelled, when the format can't hold a value (which a message names) or when writing
@@ -77,13 +76,16 @@ class Project : public mavro::object {
   // Writes the session, closes the tabs, offers to save; false when the user refuses or when what
   // was to be saved couldn't be. No session is written for a project that couldn't be read.
   bool Close();
+  // Writes the session, unless the project has none or is just being loaded; a failure is noted in
+  // theIdeSession.
+  void KeepSession();
   // Empties the project. `modified`, `implicit`, `libSet`, `outName`, the options of both modes
   // and the program parameters stay.
   void Clear();
   // Makes an implicit project of one C or C++ source; other files are passed over.
   void OpenSingleFile(const std::string& path);
-  // Writes a Makefile, "Makefile" in the current folder when `path` is empty. The window is silent
-  // about a failure.
+  // Writes a Makefile, "Makefile" beside the project file when `path` is empty. Asks before it
+  // replaces one that was not made here, or that somebody has changed since.
   mavro::SaveResult ExportMakefile(const std::string& path) const;
 
   // Files. Neither of the first two touches `modified`: their callers do.
@@ -95,8 +97,11 @@ class Project : public mavro::object {
   bool RemoveFile(int32_t id);
   // The source and header files in the order added.
   const std::vector<std::unique_ptr<ProjectFile>>& Files() const { return files; }
-  // The first file of this name; null when there is none. It is valid until the file is removed.
+  // The first file of this name, else the first that the name leads to by links or as another name
+  // of it; null when there is none. It is valid until the file is removed.
   ProjectFile* FindFile(std::string_view fullName) const;
+  // Whether a path names the file that a module was read from.
+  bool IsFileOf(const std::string& path, const TagData& module) const;
   // Position in Files(), -1 when absent.
   int IndexOfFile(int32_t id) const;
   // Full path of the project file that an include names; empty when it is none of the project's.
@@ -167,6 +172,9 @@ class Project : public mavro::object {
   void ReadTags(ProjectFile& file);
   void EnsureIndex() const;
   void AddToIndex(ProjectFile* file) const;
+  EditorText* FindEditor(const TagData& module) const;
+  ProjectFile* FindByName(std::string_view fullName) const;
+  ProjectFile* FindByWhatItNames(const std::string& path) const;
   void DropIndex();
   std::string ChooseSavePath() const;
   bool MayReplace(const std::string& path) const;
@@ -178,9 +186,12 @@ class Project : public mavro::object {
   std::vector<std::unique_ptr<ProjectFile>> files;
   std::string knownText;    // content of the project file as last read whole or written
   bool couldBeRead = true;  // false after a Load without a file
+  bool isLoading = false;   // the session has not been restored yet
   mutable bool indexed = true;
   mutable NameIndex byName;
   mutable NameIndex byBaseName;
+  // By their names without links; filled when a name is asked for that is none of the files'.
+  mutable std::unordered_map<std::string, ProjectFile*> byRealName;
 };
 
 extern Project theProject;

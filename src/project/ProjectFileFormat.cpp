@@ -136,6 +136,11 @@ class ProjectReader {
 
 ProjectReading ProjectReader::Read(std::string_view text) {
   ProjectReading reading;
+  if (const FittingTags tags = PassOverTooLong(text); !tags.passedOver.empty()) {
+    reading.hasElements = true;
+    reading.tooLong = "holds " + TooLongWords(tags);
+    return reading;
+  }
   TagSource source{text};
   for (XmlTag tag; tag.read(&source);) {
     reading.hasElements = true;

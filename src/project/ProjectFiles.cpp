@@ -1,6 +1,10 @@
+#include <sys/stat.h>
+
 #include <algorithm>
+#include <cstdlib>
 
 #include "SystemDialogs.h"
+#include "base/DiskStamp.h"
 #include "base/Paths.h"
 #include "base/Shell.h"
 #include "project/Project.h"
@@ -14,6 +18,18 @@ namespace {
 std::string_view BaseOf(const ProjectFile& file) {
   const std::string_view name = file.name;
   return name.substr(name.size() - BaseName(name).size());
+}
+
+// Absolute and without links; empty for what isn't there.
+std::string RealName(const std::string& path) {
+  const std::unique_ptr<char, void (*)(void*)> real(realpath(path.c_str(), nullptr), std::free);
+  return real ? real.get() : "";
+}
+
+bool AreOneFile(const std::string& a, const std::string& b) {
+  const DiskStamp first = ReadDiskStamp(a), second = ReadDiskStamp(b);
+  return first.exists && second.exists && first.device == second.device &&
+         first.inode == second.inode;
 }
 
 }  // namespace
@@ -39,6 +55,7 @@ void Project::AddFile(const std::string& path) {
   files.push_back(std::make_unique<ProjectFile>(lastFileId, TidyPath(GetFullPath(path))));
   ProjectFile& file = *files.back();
   if (indexed) AddToIndex(&file);
+  if (!byRealName.empty()) byRealName.try_emplace(RealName(file.name), &file);
   if (parse) ReadTags(file);
   shell->SetStatus("", "");
   const bool shown = file.type >= cCppSource && file.type <= cResourceScript;
@@ -76,6 +93,7 @@ void Project::DropIndex() {
   indexed = false;
   byName.clear();
   byBaseName.clear();
+  byRealName.clear();
 }
 
 void Project::EnsureIndex() const {
@@ -84,14 +102,44 @@ void Project::EnsureIndex() const {
   indexed = true;
 }
 
-ProjectFile* Project::FindFile(std::string_view fullName) const {
+ProjectFile* Project::FindByName(std::string_view fullName) const {
   EnsureIndex();
   const auto found = byName.find(fullName);
   return found == byName.end() ? nullptr : found->second;
 }
 
+ProjectFile* Project::FindFile(std::string_view fullName) const {
+  ProjectFile* file = FindByName(fullName);
+  return file || !IsAbsolutePath(fullName) ? file : FindByWhatItNames(std::string(fullName));
+}
+
+// A name without links doesn't change when a file is saved, so it can be remembered; a second name
+// of the same file on the disk has to be looked for.
+ProjectFile* Project::FindByWhatItNames(const std::string& path) const {
+  const std::string real = RealName(path);
+  if (real.empty()) return nullptr;
+  if (byRealName.empty())
+    for (const auto& file : files)
+      if (std::string its = RealName(file->name); !its.empty())
+        byRealName.try_emplace(std::move(its), file.get());
+  const auto found = byRealName.find(real);
+  if (found != byRealName.end() && AreOneFile(found->second->name, path)) return found->second;
+  struct stat status;
+  if (stat(path.c_str(), &status) != 0 || status.st_nlink < 2) return nullptr;
+  const auto second = std::find_if(files.begin(), files.end(),
+                                   [&](const auto& file) { return AreOneFile(file->name, path); });
+  return second == files.end() ? nullptr : second->get();
+}
+
+bool Project::IsFileOf(const std::string& path, const TagData& module) const {
+  if (path == module.fileName) return true;
+  const ProjectFile* file = FindFile(path);
+  return file && &file->tags == &module;
+}
+
+// Of names that are no file's on the disk there may be thousands: they are not asked about there.
 std::string Project::ResolveInclude(const std::string& includeName) const {
-  if (const ProjectFile* file = FindFile(TidyPath(GetFullPath(includeName)))) return file->name;
+  if (const ProjectFile* file = FindByName(TidyPath(GetFullPath(includeName)))) return file->name;
   const auto found = byBaseName.find(includeName);
   return found == byBaseName.end() ? "" : found->second->name;
 }

@@ -1,9 +1,3 @@
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
 #include <optional>
 #include <system_error>
@@ -25,16 +19,6 @@ namespace {
 
 constexpr size_t cMaxShown = 200;
 
-std::string WhyUnreadable(const std::string& path) {
-  struct stat status;
-  if (stat(path.c_str(), &status) != 0) return path + ": " + std::strerror(errno);
-  if (S_ISDIR(status.st_mode)) return path + ": is a folder";
-  if (!S_ISREG(status.st_mode)) return path + ": is not a regular file";
-  if (faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0)
-    return path + ": " + std::strerror(errno);
-  return path + ": can't be read";
-}
-
 // A full path without "/../", unless a link on the way makes that another file.
 std::string FullProjectPath(const std::string& path) {
   std::string full = AbsolutePath(path);
@@ -46,6 +30,7 @@ std::string FullProjectPath(const std::string& path) {
 }
 
 LoadResult Judge(const std::string& path, const ProjectReading& reading) {
+  if (!reading.tooLong.empty()) return {path + ": " + reading.tooLong, ""};
   if (!reading.hasElements) return {path + ": is not a project file", ""};
   if (!reading.isComplete) return {"", path + ": the end is missing, it may have been cut"};
   return {};
@@ -65,12 +50,15 @@ LoadResult Project::Load(const std::string& path) {
   if (!text) return {WhyUnreadable(fullPath), ""};
   IdeSession::AddRecent(theIdeSession.recentProjects, fullPath);
   const ProjectReading reading = ReadProjectText(*text, *this);
+  couldBeRead = reading.tooLong.empty();
   if (reading.isComplete) knownText = *text;
   implicit = false;
   SetFileName(fullPath);  // again: the name of the target follows the type just read
   shell->TagsChanged();
   LoadReferences();
-  LoadSession(SessionPath(), *this, *shell);
+  isLoading = true;
+  if (couldBeRead) theIdeSession.NoteError(LoadSession(SessionPath(), *this, *shell).Words());
+  isLoading = false;
   return Judge(fullPath, reading);
 }
 
@@ -138,9 +126,13 @@ bool Project::Save(bool saveAs) {
   return MayReplace(path) && Write(path);
 }
 
+void Project::KeepSession() {
+  const bool hasSession = isOpen && !name.empty() && !implicit && couldBeRead && !isLoading;
+  if (hasSession) theIdeSession.NoteError(SaveSession(SessionPath(), *this, *shell).error);
+}
+
 bool Project::Close() {
-  if (isOpen && !name.empty() && !implicit && couldBeRead)
-    theIdeSession.NoteError(SaveSession(SessionPath(), *this, *shell).error);
+  KeepSession();
   if (!shell->MayCloseAllFiles()) return false;
   if (modified && isOpen) {
     bool cancelled = false;

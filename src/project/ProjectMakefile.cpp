@@ -1,9 +1,13 @@
+#include <cinttypes>
+#include <cstdio>
 #include <optional>
 
 #include "FileText.h"
 #include "SystemDialogs.h"
 #include "base/Paths.h"
+#include "config/IdeConfig.h"
 #include "project/Project.h"
+#include "tags/TagCache.h"
 
 // The Makefile that a project is exported to.
 
@@ -11,10 +15,61 @@ namespace zendry {
 
 namespace {
 
-constexpr std::string_view cHead =
-    "CC=gcc\n"
-    "CCFLAGS=-Ic:/Apps/Zendry/mpich/Include -c\n"
-    "LINKFLAGS=-Lc:/Apps/Zendry/mpich/lib -lmpich\n";
+constexpr char cMarkStart[] = "# Made by Zendry, which replaces it as long as nobody changes it: ";
+constexpr size_t cMarkDigits = 16;
+
+// A path as it may stand among the switches of a rule, which the shell reads.
+std::string ShellPath(std::string_view path) {
+  std::string quoted;
+  bool isPlain = true;
+  for (const char c : path) {
+    isPlain &= c != ' ' && c != '\'' && c != '"' && c != '$' && c != '`' && c != '\\' && c != '#';
+    if (c == '$') quoted += "\\$";  // the shell's escape, and make's
+    if (c == '#' || c == '"' || c == '`' || c == '\\') quoted += '\\';
+    quoted += c;
+  }
+  return isPlain ? quoted : '"' + quoted + '"';
+}
+
+// The switches with the installation's folder in the place of each "@".
+std::string Switches(std::string_view text) {
+  std::string root = InstallRoot(theIdeConfig.appDir);
+  if (root.ends_with('/')) root.pop_back();
+  std::string switches;
+  for (const char c : text) {
+    if (c == '@')
+      switches += ShellPath(root);
+    else
+      switches += c;
+  }
+  return switches;
+}
+
+std::string Line(std::string_view variable, std::initializer_list<std::string_view> switches) {
+  std::string line = std::string(variable) + "=";
+  for (const std::string_view each : switches)
+    if (!each.empty()) line.append(line.ends_with('=') ? "" : " ").append(each);
+  return line + "\n";
+}
+
+std::string Head(const Project& project) {
+  const std::string compile = Switches(project.includePath);
+  const std::string link = Switches(project.linkerPath);
+  return "CC=gcc\n" + Line("CCFLAGS", {compile, Switches(cBasicIncludes), "-c"}) +
+         Line("LINKFLAGS", {link, Switches(cBasicLibs), project.linkLibs});
+}
+
+// The last line of a Makefile of ours. It tells whether somebody has changed what stands before it.
+std::string MarkOf(std::string_view text) {
+  char digits[cMarkDigits + 1];
+  std::snprintf(digits, sizeof digits, "%016" PRIx64, TextMark(text));
+  return std::string(cMarkStart) + digits + "\n";
+}
+
+bool IsOurs(std::string_view text) {
+  const size_t start = text.rfind(cMarkStart);
+  return start != std::string_view::npos && text.substr(start) == MarkOf(text.substr(0, start));
+}
 
 std::string ObjectName(const Project& project, const ProjectFile& file) {
   return ChangeExtension(project.RelativeIfSame(file.name), "o");
@@ -37,23 +92,26 @@ std::string MakefileText(const Project& project) {
     rules += Rule(project, *file);
   }
   const std::string target = project.MakeRelative(project.target);
-  std::string text(cHead);
+  std::string text = Head(project);
   text += target + ":" + objects + "\n";
   text += "\t$(CC) -o " + target + " " + objects + " $(LINKFLAGS)\n";
-  return text + rules;
+  text += rules;
+  return text + MarkOf(text);
 }
 
-// A Makefile that somebody wrote by hand isn't replaced without a question.
+// A Makefile that somebody has written or changed by hand isn't replaced without a question, nor is
+// one that can't be looked at.
 bool MayReplaceMakefile(const std::string& path) {
   const std::optional<std::string> text = mavro::ReadFileText(path);
-  const bool isOurs = text ? text->empty() || text->starts_with(cHead) : !mavro::FileExists(path);
-  return isOurs || mavro::Confirm(path + " exists!\nOverwrite?");
+  const bool nothingLost = text ? text->empty() || IsOurs(*text) : !IsTaken(path);
+  return nothingLost || mavro::Confirm(path + " exists!\nOverwrite?");
 }
 
 }  // namespace
 
 mavro::SaveResult Project::ExportMakefile(const std::string& path) const {
-  const std::string file = path.empty() ? "Makefile" : path;
+  if (path.empty() && folder.empty()) return {"Makefile: the project has no folder yet"};
+  const std::string file = path.empty() ? GetFullPath("Makefile") : path;
   if (!MayReplaceMakefile(file)) return {file + ": was not replaced"};
   return mavro::SaveFileText(file, MakefileText(*this));
 }

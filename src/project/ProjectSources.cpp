@@ -34,7 +34,7 @@ void ProjectSources::RefreshTags() {
 
 std::string ProjectSources::TextOf(const TagData& module) {
   for (const EditorText* editor : files.OpenTexts()) {
-    if (editor->Path() != module.fileName) continue;
+    if (!project.IsFileOf(editor->Path(), module)) continue;
     const int length = editor->Length();
     if (length > cLargestText) return {};
     std::string text(static_cast<size_t>(length), '\0');

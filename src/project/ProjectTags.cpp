@@ -15,12 +15,6 @@ namespace zendry {
 
 namespace {
 
-EditorText* FindEditor(FilesShell& shell, const std::string& path) {
-  for (EditorText* editor : shell.OpenTexts())
-    if (editor->Path() == path) return editor;
-  return nullptr;
-}
-
 // How much of an editor's text is read for its includes while somebody types.
 constexpr int cMostTypedText = 1 << 20;
 
@@ -76,11 +70,17 @@ void Project::ReadTags(ProjectFile& file) {
     file.tags.includes = ScanIncludes(*text);
 }
 
+EditorText* Project::FindEditor(const TagData& module) const {
+  for (EditorText* editor : shell->OpenTexts())
+    if (IsFileOf(editor->Path(), module)) return editor;
+  return nullptr;
+}
+
 void Project::parseModule(TagData& module, EditorText* editor) {
   if (!parse) return;
   const ParserLog log(*shell);
   const bool isTyped = editor != nullptr;
-  if (!editor) editor = FindEditor(*shell, module.fileName);
+  if (!editor) editor = FindEditor(module);
   std::vector<IncludeRec> known = std::move(module.includes);
   module.clear();
   if (editor) {

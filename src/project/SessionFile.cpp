@@ -44,6 +44,29 @@ void OpenStored(const SessionStep& step, const Project& project, FilesShell& she
   if (shell.MayReopen(path, line) && mavro::FileExists(path)) shell.OpenFileAt(path, line);
 }
 
+// Only the first letter of an element's name counts.
+void ReadElement(const XmlTag& tag, std::vector<SessionStep>& steps) {
+  switch (tag.element.front()) {
+    case 'f':
+      steps.push_back({SessionStep::cOpenFile, tag.n, tag.id, 0});
+      break;
+    case 'm':
+      steps.push_back({SessionStep::cSetMode, "", 0, tag.o == "dbg" ? cDebug : cRelease});
+      break;
+    case 'a':
+      steps.push_back({SessionStep::cActivate, tag.n, 0, 0});
+      break;
+    default:
+      break;
+  }
+}
+
+mavro::SaveResult KeepDamaged(const std::string& path, const std::string& text) {
+  const std::string beside = path + ".bad";
+  if (IsLink(beside)) return {beside + ": is a link. The session is not kept."};
+  return mavro::SaveFileText(beside, text);
+}
+
 }  // namespace
 
 std::string SessionText(const SessionState& state) {
@@ -56,32 +79,28 @@ std::string SessionText(const SessionState& state) {
   return text;
 }
 
-// Only the first letter of an element's name counts.
-std::vector<SessionStep> ReadSessionText(std::string_view text) {
-  std::vector<SessionStep> steps;
-  TagSource source{text};
+// An empty file is what a full disk leaves where nobody looks; there is nothing to keep in it.
+SessionReading ReadSessionText(std::string_view text) {
+  SessionReading reading;
+  const FittingTags tags = PassOverTooLong(text);
+  bool isComplete = text.empty();
+  TagSource source{tags.text};
   for (XmlTag tag; tag.read(&source);) {
-    switch (tag.element.front()) {
-      case 'f':
-        steps.push_back({SessionStep::cOpenFile, tag.n, tag.id, 0});
-        break;
-      case 'm':
-        steps.push_back({SessionStep::cSetMode, "", 0, tag.o == "dbg" ? cDebug : cRelease});
-        break;
-      case 'a':
-        steps.push_back({SessionStep::cActivate, tag.n, 0, 0});
-        break;
-      default:
-        break;
-    }
+    isComplete |= tag.element == "/state";
+    ReadElement(tag, reading.steps);
   }
-  return steps;
+  if (!tags.passedOver.empty())
+    reading.damage = "left out is " + TooLongWords(tags);
+  else if (!isComplete || text.find('\0') != std::string_view::npos)
+    reading.damage = "the session is damaged";
+  return reading;
 }
 
-void LoadSession(const std::string& path, Project& project, FilesShell& shell) {
+LoadResult LoadSession(const std::string& path, Project& project, FilesShell& shell) {
   const std::optional<std::string> text = mavro::ReadFileText(path);
-  if (!text) return;
-  for (const SessionStep& step : ReadSessionText(*text)) {
+  if (!text) return {IsTaken(path) ? WhyUnreadable(path) : "", ""};
+  const SessionReading reading = ReadSessionText(*text);
+  for (const SessionStep& step : reading.steps) {
     if (step.kind == SessionStep::cOpenFile)
       OpenStored(step, project, shell);
     else if (step.kind == SessionStep::cSetMode)
@@ -89,13 +108,20 @@ void LoadSession(const std::string& path, Project& project, FilesShell& shell) {
     else
       shell.ActivateFile(step.path);
   }
+  return {"", reading.damage.empty() ? "" : path + ": " + reading.damage};
 }
 
 mavro::SaveResult SaveSession(const std::string& path, const Project& project, FilesShell& shell) {
   if (path.empty()) return {};
   if (IsLink(path)) return {path + ": is a link. The session is not kept."};
   const std::string text = SessionText(CurrentState(project, shell));
-  if (mavro::ReadFileText(path) == text) return {};
+  const std::optional<std::string> old = mavro::ReadFileText(path);
+  if (old == text) return {};
+  if (!old && IsTaken(path)) return {WhyUnreadable(path) + ". The session is not kept."};
+  if (old && !ReadSessionText(*old).damage.empty()) {
+    const mavro::SaveResult kept = KeepDamaged(path, *old);
+    if (!kept.Ok()) return kept;
+  }
   return mavro::SaveFileText(path, text);
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "FileText.h"
+#include "base/LoadResult.h"
 #include "base/Shell.h"
 
 namespace zendry {
@@ -32,15 +33,20 @@ struct SessionStep {
 std::string SessionText(const SessionState& state);
 
 // The steps that a session file stands for; what means nothing is passed over.
-std::vector<SessionStep> ReadSessionText(std::string_view text);
+struct SessionReading {
+  std::vector<SessionStep> steps;
+  std::string damage;  // what can't have been written here, in words; empty when all is sound
+};
+SessionReading ReadSessionText(std::string_view text);
 
 // Restores build mode, open files and active file. Files that are gone are passed over, as is a
-// missing session.
-void LoadSession(const std::string& path, Project& project, FilesShell& shell);
+// missing session. A damaged one is a doubt: what can be read of it is restored.
+LoadResult LoadSession(const std::string& path, Project& project, FilesShell& shell);
 
-// Writes the session, unless the file holds it already. A link in its place is not followed: a
-// project from elsewhere must not choose which file of the user's is overwritten. An empty path
-// writes nothing.
+// Writes the session, unless the file holds it already. A damaged one is kept beside it with ".bad"
+// appended to its name; one that can't be read stays as it is. A link in the place of either is not
+// followed: a project from elsewhere must not choose which file of the user's is overwritten. An
+// empty path writes nothing.
 mavro::SaveResult SaveSession(const std::string& path, const Project& project, FilesShell& shell);
 
 }  // namespace zendry

@@ -20,6 +20,7 @@ namespace zendry {
 namespace {
 
 constexpr std::string_view cSteps = "-steps";
+constexpr char cNoFolder[] = "the folder for copies can't be had";
 
 std::string StepsOf(const std::string& file) {
   return std::string(file).append(cSteps);
@@ -89,18 +90,20 @@ std::string RescueCopies::FileOf(int number) const {
   return folder + "/" + kind + "-" + OwnName() + "-" + std::to_string(number);
 }
 
-bool RescueCopies::Keep(int number, std::string_view path, std::string_view content) const {
+mavro::SaveResult RescueCopies::Keep(int number, std::string_view path,
+                                     std::string_view content) const {
   const std::string file = FileOf(number);
-  if (file.empty()) return false;
+  if (file.empty()) return {cNoFolder};
   std::string bytes;
   bytes.reserve(path.size() + 1 + content.size());
   bytes.append(path).append(1, '\0').append(content);
-  return mavro::SaveFileText(file, bytes).Ok();
+  return mavro::SaveFileText(file, bytes);
 }
 
-bool RescueCopies::AddStep(int number, size_t offset, std::string_view step) const {
+mavro::SaveResult RescueCopies::AddStep(int number, size_t offset, std::string_view step) const {
   const std::string file = FileOf(number);
-  return !file.empty() && mavro::AppendFileText(StepsOf(file), offset, step).Ok();
+  if (file.empty()) return {cNoFolder};
+  return mavro::AppendFileText(StepsOf(file), offset, step);
 }
 
 void RescueCopies::Drop(int number) const {

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "FileText.h"
 #include "base/DiskStamp.h"
 
 namespace zendry {
@@ -18,19 +19,18 @@ struct RescueCopy {
 
 // The copies of one kind that this program keeps in the rescue folder, one for each number. A copy
 // is named after kind, process, its start and number; it holds the path of the file, a NUL, which
-// no path has, and the content. Beside it stands a file of steps, when there are some. A folder
-// that can't be written keeps nothing, without a word.
+// no path has, and the content. Beside it stands a file of steps, when there are some.
 class RescueCopies {
  public:
   // `newKind` is the first part of the names; letters only.
   explicit RescueCopies(std::string_view newKind) : kind(newKind) {}
 
-  // Writes or replaces a copy; synced when it returns. False when there is no copy of that content.
-  bool Keep(int number, std::string_view path, std::string_view content) const;
-  // Puts a step behind the first `offset` bytes of a copy's steps; synced when it returns. False
-  // when it isn't there whole. A new copy leaves the steps of the old one behind it: a step must
+  // Writes or replaces a copy; synced when it returns. An error: there is no copy of that content.
+  mavro::SaveResult Keep(int number, std::string_view path, std::string_view content) const;
+  // Puts a step behind the first `offset` bytes of a copy's steps; synced when it returns. An
+  // error: it isn't there whole. A new copy leaves the steps of the old one behind it: a step must
   // say which copy it goes with.
-  bool AddStep(int number, size_t offset, std::string_view step) const;
+  mavro::SaveResult AddStep(int number, size_t offset, std::string_view step) const;
   void Drop(int number) const;
   // The path of a copy of this program's, there or not; empty when there is no folder.
   std::string FileOf(int number) const;

@@ -128,6 +128,7 @@ bool TextRescue::KeepNow() {
   if (bytesBehind == 0) return true;
   const bool isKept = KeepStep() || KeepCopy();
   bytesBehind = isKept ? 0 : 1;
+  if (isKept) whyNone.clear();
   return isKept;
 }
 
@@ -141,7 +142,7 @@ bool TextRescue::KeepStep() {
     return false;
   if (taken.empty()) return true;
   const std::string step = MakeStep(copyName, steps + 1, length, taken);
-  if (!cCopies.AddStep(number, stepBytes, step)) return false;
+  if (!cCopies.AddStep(number, stepBytes, step).Ok()) return false;
   ++steps;
   stepBytes += step.size();
   changes.Forget();
@@ -149,7 +150,7 @@ bool TextRescue::KeepStep() {
 }
 
 // The old copy and its steps are good until the new one has taken its place.
-bool TextRescue::WriteCopy(int asNumber, uint64_t name) const {
+mavro::SaveResult TextRescue::WriteCopy(int asNumber, uint64_t name) const {
   const size_t length = source.PieceLength();
   std::string content = FormatFacts(name, source.RescueFacts());
   content.reserve(content.size() + 1 + length);
@@ -160,7 +161,9 @@ bool TextRescue::WriteCopy(int asNumber, uint64_t name) const {
 
 bool TextRescue::KeepCopy() {
   const uint64_t name = RandomName();
-  if (!WriteCopy(number, name)) return false;
+  const mavro::SaveResult written = WriteCopy(number, name);
+  if (!written.Ok()) whyNone = written.error;
+  if (!written.Ok()) return false;
   copyName = name;
   copyPath = source.RescuePath();
   copyFacts = source.RescueFacts();
@@ -174,13 +177,14 @@ bool TextRescue::KeepCopy() {
 
 void TextRescue::Drop() {
   bytesBehind = 0;
+  whyNone.clear();
   changes.Stop();
   cCopies.Drop(number);
 }
 
 bool TextRescue::LeaveReplaced() {
   const int beside = ++lastNumber;
-  if (!WriteCopy(beside, RandomName())) return false;
+  if (!WriteCopy(beside, RandomName()).Ok()) return false;
   replaced.push_back(beside);
   return true;
 }
@@ -192,7 +196,7 @@ void TextRescue::DropReplaced() {
 
 void TextRescue::KeepAll() {
   for (TextRescue* text : OpenTexts()) {
-    if (text->bytesBehind == 0 || !text->WriteCopy(text->number, RandomName())) continue;
+    if (text->bytesBehind == 0 || !text->WriteCopy(text->number, RandomName()).Ok()) continue;
     text->bytesBehind = 0;
     text->copyStamp = {};
   }

@@ -51,6 +51,8 @@ class TextRescue {
   void Changed(int bytes, Clock::time_point now);
   // Writes what has waited long enough; called now and then.
   void Tick(Clock::time_point now);
+  // Why there is no copy of what is unsaved, although one was due; empty as long as all is well.
+  const std::string& WhyNone() const { return whyNone; }
   // Writes what is not in the copy yet; false when that fails, and then it is tried again later.
   bool KeepNow();
   // The file on disk holds the text, or the user does not want it.
@@ -68,7 +70,7 @@ class TextRescue {
  private:
   bool KeepStep();
   bool KeepCopy();
-  bool WriteCopy(int asNumber, uint64_t name) const;
+  mavro::SaveResult WriteCopy(int asNumber, uint64_t name) const;
   void KeepDue(Clock::time_point now);
 
   const RescueSource& source;
@@ -83,6 +85,7 @@ class TextRescue {
   TextChanges changes;
   uint64_t steps = 0;
   size_t stepBytes = 0;
+  std::string whyNone;
   std::vector<int> replaced;  // numbers of the copies left beside
 };
 

@@ -2,10 +2,11 @@
 """What is there again at the next start."""
 import os
 import re
+import signal
 import unittest
 
 from desktop import wait_until
-from fixture import ZendryTest, session, settings, write
+from fixture import ZendryTest, session, settings, write, write_project
 
 
 class Session(ZendryTest):
@@ -61,6 +62,29 @@ class Session(ZendryTest):
         self.assertEqual(window.close(), 0)
         self.assertEqual(settings(self.ini)['projA'], project)
         self.assertEqual(session(project.replace('.zpj', '.zend'))['files'], [('main.cpp', '1')])
+
+    def test_signals_keep_what_a_normal_end_keeps(self):
+        for number in (signal.SIGTERM, signal.SIGHUP):
+            with self.subTest(number):
+                folder = os.path.join(self.folder, str(number))
+                project = write_project(os.path.join(folder, 'p.zpj'), ['a.cpp'])
+                source = write(os.path.join(folder, 'a.cpp'), 'int a;\n')
+                write(os.path.join(folder, 'p.zend'), '<state>\n<file name="a.cpp" id="1"/>\n</state>\n')
+                window = self.start(project)
+                window.wait_for_title('a.cpp')
+                window.type('x')
+                window.wait_quiet()
+                window.process.send_signal(number)
+                self.assertEqual(window.process.wait(20), -number)
+                self.assertEqual(session(os.path.join(folder, 'p.zend'))['active'], source)
+                self.assertIn('Bounds', settings(self.ini))
+                self.assertIn(source, settings(self.ini).values())
+                self.assertIn(project, settings(self.ini).values())
+                rescue = os.path.join(self.desktop.home, '.zendry', 'rescue')
+                texts = [name for name in os.listdir(rescue) if name.startswith('text-')]
+                self.assertTrue(texts)
+                for name in os.listdir(rescue):
+                    os.remove(os.path.join(rescue, name))
 
 
 if __name__ == '__main__':

@@ -309,6 +309,37 @@ TEST_F(ZendryMake, ProjectThatCannotBeRead_EndsWithTwoAndSaysWhy) {
   }
 }
 
+TEST_F(ZendryMake, ProjectThatIsCut_IsRefusedAndNotBuilt) {
+  files.Write("a.c", "int main(void) { return 0; }\n");
+  const std::string text = ProjectText{{"a.c"}, zendry::cOther}.Text();
+  const Ended ended = install.Make({files.Write("p.zpj", text.substr(0, text.find("</opt>")))});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_EQ(ended.err,
+            "zendry-make: " + files.Path("p.zpj") + ": the end is missing, it may have been cut\n");
+  EXPECT_FALSE(files.Exists("out-rel"));
+}
+
+TEST_F(ZendryMake, ValueThatIsTooLong_IsRefusedInProjectAndConfiguration) {
+  const std::string project = WriteExample();
+  const std::string tooLong = ProjectText{.files = {}, .includePath = std::string(600, 'x')}.Text();
+  Ended ended = install.Make({files.Write("long.zpj", tooLong)});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, HasSubstr("long.zpj: holds a value of more than some 500 characters"));
+  install.root.Write("bin/Zendry.cfg", "<l n=\"x\" p=\"" + std::string(600, 'x') + "\"/>");
+  ended = install.Make({project});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, HasSubstr("Zendry.cfg: left out is a value"));
+}
+
+TEST_F(ZendryMake, SessionThatIsDamaged_IsSaidAndTheProjectBuilt) {
+  const std::string project = WriteExample();
+  files.Write("p.zend", "<state><mode opt=\"dbg\"/><file n=\"" + std::string(600, 'x') + "\"/>");
+  const Ended ended = install.Make({project});
+  EXPECT_EQ(ended.status, 0) << ended.out << ended.err;
+  EXPECT_THAT(ended.err, HasSubstr("p.zend: left out is a value"));
+  EXPECT_TRUE(files.Exists("out-dbg/p.exe"));
+}
+
 TEST_F(ZendryMake, ProjectCutAtEachByte_EndsByItself) {
   files.Write("a.c", "int main(void) { return 0; }\n");
   const std::string text = ProjectText{{"a.c"}, zendry::cOther}.Text();

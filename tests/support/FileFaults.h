@@ -40,6 +40,8 @@ class FileFaults {
     Install<&mavro::FileCalls::flistxattr>(saved.flistxattr);
     Install<&mavro::FileCalls::fgetxattr>(saved.fgetxattr);
     Install<&mavro::FileCalls::fsetxattr>(saved.fsetxattr);
+    Install<&mavro::FileCalls::fremovexattr>(saved.fremovexattr);
+    Install<&mavro::FileCalls::lgetxattr>(saved.lgetxattr);
     Install<&mavro::FileCalls::renameat>(saved.renameat);
     Install<&mavro::FileCalls::unlinkat>(saved.unlinkat);
   }

@@ -38,6 +38,12 @@ class Application {
 
   // Handles everything that waits in the queue, without blocking, and calls the idle hook.
   void ProcessMessages();
+  // Has `keep` called before the program ends without being asked: by SIGTERM or SIGHUP, or because
+  // the desktop's session ends. It stores what the program wants to keep, asks nothing and returns
+  // soon; it may be called while anything else that runs messages is under way. Then the program
+  // ends as it would have, without destructors. A session's end may also be called off, and the
+  // program goes on. Signals that are ignored stay so. Null: ends as before.
+  void KeepOnEnd(void (*keep)());
   // Registers a picture strip of the program's resources, for tool bars to name by resource id.
   void RegisterImageList(int resourceId, int width, int height, int count);
   const ImageStrip* FindImageList(int resourceId) const;

@@ -18,11 +18,11 @@ struct SaveResult {
 
 // Replaces a file's content so that a failure at any byte leaves the old or the new content whole:
 // a temporary file beside it (random name, O_EXCL, O_NOFOLLOW), synced and renamed over it, keeping
-// mode and owner and following symbolic links. Where that can't be (further hard links, no right to
-// make a file in the folder) it writes in place, after a synced copy of the old content went to the
-// rescue folder. The copy goes when the write has succeeded or the old content is back; else it
-// stays there as "old-DIGITS-NAME", and the error names it. What a killed process left beside a
-// file goes with the next save in that folder. A file without write right is refused.
+// mode, owner and access list and following symbolic links. Where that can't be (further hard
+// links, no right to make a file in the folder) it writes in place, after a synced copy of the old
+// content went to the rescue folder. The copy goes when the write has succeeded or the old content
+// is back; else it stays there as "old-DIGITS-NAME", and the error names it. What a killed process
+// left beside a file goes with the next save in that folder. A file without write right is refused.
 //
 // The one function through which the whole tree writes files the user owns.
 SaveResult SaveFileText(const std::string& path, std::string_view content);

@@ -54,6 +54,12 @@ class Form : public Container {
   void StayOpen();
   // Whether the form is where its user can see it, and has been painted there.
   bool IsOnScreen() const;
+  // Has the form fill its screen, or gives it its own place back; before it runs: has it begin so.
+  void Maximize(bool on);
+  // Whether the form fills its screen, also by its user's doing.
+  bool IsMaximized() const;
+  // Where the form is, or would be if it didn't fill its screen.
+  Rect NormalBounds() const;
   // Where a control is the one to have the focus when the form first shows; the form itself: the
   // first that takes keys.
   Control* focusControl;
@@ -80,6 +86,9 @@ class Form : public Container {
   std::vector<Form*> ownedForms;
   ActionMenu* menuBar = nullptr;  // not owned
   int icon = 100;                 // resource id of the window's icon
+
+ private:
+  bool beginsMaximized = false;
 };
 
 // The form that was last activated, or null; and how many forms have a window.

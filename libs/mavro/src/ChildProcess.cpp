@@ -14,6 +14,8 @@
 #include <string_view>
 #include <utility>
 
+#include "SessionBus.h"
+
 extern char** environ;
 
 namespace mavro {
@@ -39,6 +41,7 @@ constexpr Override cOverrides[] = {
 
 bool IsOverridden(std::string_view entry) {
   const std::string_view name = entry.substr(0, entry.find('='));
+  if (name == cBusVariable && BusEntryOfChildren()) return true;
   return std::any_of(std::begin(cOverrides), std::end(cOverrides),
                      [name](const Override& each) { return each.name == name; });
 }
@@ -50,6 +53,8 @@ std::vector<char*> ChildEnvironment() {
     if (!IsOverridden(*entry)) entries.push_back(*entry);
   for (const Override& each : cOverrides)
     if (each.entry) entries.push_back(const_cast<char*>(each.entry));
+  if (const auto& bus = BusEntryOfChildren(); bus && !bus->empty())
+    entries.push_back(const_cast<char*>(bus->c_str()));
   entries.push_back(nullptr);
   return entries;
 }

@@ -28,6 +28,8 @@ FileCalls& TheFileCalls() {
       .flistxattr = ::flistxattr,
       .fgetxattr = ::fgetxattr,
       .fsetxattr = ::fsetxattr,
+      .fremovexattr = ::fremovexattr,
+      .lgetxattr = ::lgetxattr,
       .renameat = ::renameat,
       .unlinkat = ::unlinkat,
   };

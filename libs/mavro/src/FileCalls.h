@@ -25,6 +25,8 @@ struct FileCalls {
   ssize_t (*flistxattr)(int file, char* names, size_t size);
   ssize_t (*fgetxattr)(int file, const char* name, void* value, size_t size);
   int (*fsetxattr)(int file, const char* name, const void* value, size_t size, int flags);
+  int (*fremovexattr)(int file, const char* name);
+  ssize_t (*lgetxattr)(const char* path, const char* name, void* value, size_t size);
   int (*renameat)(int fromFolder, const char* from, int toFolder, const char* to);
   int (*unlinkat)(int folder, const char* path, int flags);
 };

@@ -165,7 +165,9 @@ void RemoveIfLeftOver(int folder, const char* name) {
   const Descriptor file(openat(folder, name, flags));
   struct stat status;
   if (!file.IsOpen() || fstat(file.Number(), &status) != 0) return;
-  if (!S_ISREG(status.st_mode) || status.st_uid != geteuid()) return;
+  // A save by the superuser gives its file to the owner of the one that it replaces.
+  const bool isOurs = status.st_uid == geteuid() || geteuid() == 0;
+  if (!S_ISREG(status.st_mode) || !isOurs) return;
   if (flock(file.Number(), LOCK_EX | LOCK_NB) == 0) unlinkat(folder, name, 0);
 }
 
@@ -202,15 +204,18 @@ Descriptor MakeTemporary(int folder, mode_t mode, std::string& name) {
 
 // --- What the new file takes over from the old one.
 
-// Extended attributes of the user's and access lists; those of other kinds are the system's, which
-// gives every new file its own.
+constexpr char cAccessList[] = "system.posix_acl_access";
+constexpr size_t cMostValue = 65536;  // the kernel's limit for a value, and for a list of names
+
+// Extended attributes of the user's; those of other kinds are the system's, which gives every new
+// file its own.
 bool IsKeptAttribute(std::string_view name) {
-  return name.starts_with("user.") || name == "system.posix_acl_access";
+  return name.starts_with("user.");
 }
 
 Attempt CopyAttribute(const Target& target, int from, int to, const char* name) {
   const FileCalls& calls = TheFileCalls();
-  char value[65536];  // the kernel's limit for a value
+  char value[cMostValue];
   const ssize_t size = calls.fgetxattr(from, name, value, sizeof value);
   if (size < 0) return errno == ENODATA ? Attempt() : Failed(LastError());
   if (calls.fsetxattr(to, name, value, static_cast<size_t>(size), 0) == 0) return {};
@@ -223,7 +228,7 @@ Attempt CopyAttributes(const Target& target, int to) {
   const Descriptor from(calls.openat(target.folder.Number(), target.name.c_str(), flags, 0));
   // One may be allowed to write a file and not to read it; its attributes are hidden then too.
   if (!from.IsOpen()) return errno == EACCES ? Attempt() : Failed(LastError());
-  std::vector<char> names(65536);  // the kernel's limit for a list
+  std::vector<char> names(cMostValue);
   const ssize_t size = calls.flistxattr(from.Number(), names.data(), names.size());
   if (size < 0) return errno == ENOTSUP ? Attempt() : Failed(LastError());
   for (const char* name = names.data(); name < names.data() + size; name += std::strlen(name) + 1) {
@@ -234,7 +239,23 @@ Attempt CopyAttributes(const Target& target, int to) {
   return {};
 }
 
-// Gives the new file the old one's owner, group and attributes.
+// The new file must not keep the list that its folder gives to new files. The old file's list is
+// asked for by its path: it may be seen where the content may not.
+Attempt CopyAccessList(const Target& target, int to) {
+  const FileCalls& calls = TheFileCalls();
+  const std::string path =
+      "/proc/self/fd/" + std::to_string(target.folder.Number()) + "/" + target.name;
+  char value[cMostValue];
+  const ssize_t size = calls.lgetxattr(path.c_str(), cAccessList, value, sizeof value);
+  if (size < 0 && errno == ENOTSUP) return {};
+  if (size < 0 && errno != ENODATA) return FailedOrInPlace(target, {ENOENT});
+  const int done = size < 0 ? calls.fremovexattr(to, cAccessList)
+                            : calls.fsetxattr(to, cAccessList, value, static_cast<size_t>(size), 0);
+  if (done == 0 || (size < 0 && errno == ENODATA)) return {};
+  return FailedOrInPlace(target, {EPERM, EACCES, ENOTSUP});
+}
+
+// Gives the new file the old one's owner, group, access list and attributes.
 Attempt TakeOver(const Target& target, int file) {
   const FileCalls& calls = TheFileCalls();
   struct stat status;
@@ -242,7 +263,8 @@ Attempt TakeOver(const Target& target, int file) {
   const bool same = status.st_uid == target.old.st_uid && status.st_gid == target.old.st_gid;
   if (!same && calls.fchown(file, target.old.st_uid, target.old.st_gid) != 0)
     return FailedOrInPlace(target, {EPERM, EINVAL});
-  return CopyAttributes(target, file);
+  Attempt attempt = CopyAccessList(target, file);
+  return attempt.outcome == Attempt::cDone ? CopyAttributes(target, file) : attempt;
 }
 
 // --- Replacing.
@@ -344,6 +366,14 @@ Reason Overwrite(int file, std::string_view content) {
   return Sync(file);
 }
 
+// Writing takes the set-id bits away. Only the owner can put them back; for others they are gone,
+// as the system wants it.
+void RestoreMode(int file, mode_t mode) {
+  struct stat now;
+  if (TheFileCalls().fstat(file, &now) == 0 && now.st_mode != mode)
+    TheFileCalls().fchmod(file, mode & 07777);
+}
+
 Reason Restore(int file, const RescueCopy& copy, off_t size) {
   if (Reason reason = CopyContent(copy.file.Number(), file); !reason.empty()) return reason;
   if (TheFileCalls().ftruncate(file, size) != 0) return LastError();
@@ -372,6 +402,7 @@ Reason WriteInPlace(const Target& target, std::string_view content) {
     reason = Overwrite(file.Number(), content);
     if (!reason.empty() && !Restore(file.Number(), copy, old.st_size).empty())
       return reason + "; its old content is in " + copy.Path();
+    RestoreMode(file.Number(), old.st_mode);
   }
   copy.Remove();
   return reason;

@@ -315,6 +315,7 @@ int Form::Run(bool isModal) {
     CreateControl();
   }
   SetStateTree(this, cAboutToShow);
+  if (beginsMaximized) Maximize(true);
   form->Show(true);
   if (modal && impl->hwnd) {
     autoDialogKeys.SetDefault(true);
@@ -332,6 +333,19 @@ void Form::StayOpen() {
 
 bool Form::IsOnScreen() const {
   return impl->hwnd && static_cast<const NativeForm*>(impl->hwnd)->IsOnScreen();
+}
+
+void Form::Maximize(bool on) {
+  beginsMaximized = on;
+  if (impl->hwnd) static_cast<NativeForm*>(impl->hwnd)->Maximize(on);
+}
+
+bool Form::IsMaximized() const {
+  return impl->hwnd ? static_cast<const NativeForm*>(impl->hwnd)->IsMaximized() : beginsMaximized;
+}
+
+Rect Form::NormalBounds() const {
+  return impl->hwnd ? static_cast<const NativeForm*>(impl->hwnd)->NormalBounds() : Bounds();
 }
 
 void Form::Close() {

@@ -17,6 +17,10 @@ class NativeForm : public NativeWindow {
   virtual void AcceptFiles() = 0;
   // Whether the screen shows the form; it is painted as soon as it does.
   virtual bool IsOnScreen() const = 0;
+  virtual void Maximize(bool on) = 0;
+  virtual bool IsMaximized() const = 0;
+  // The bounds of the form while it doesn't fill its screen.
+  virtual Rect NormalBounds() const = 0;
   virtual bool IsModalBlocked() const { return inputBlocked; }
 };
 

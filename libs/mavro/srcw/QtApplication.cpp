@@ -8,9 +8,11 @@
 #include "Failures.h"
 #include "Form.h"
 #include "QtDialogs.h"
+#include "QtEnding.h"
 #include "QtInput.h"
 #include "QtLoop.h"
 #include "QtScreen.h"
+#include "SessionBus.h"
 #include "SysImpl.h"
 
 namespace mavro {
@@ -36,11 +38,13 @@ int RunApplication(int argc, char** argv) {
   theApplication.appDir = AppDirOf(argv[0], std::filesystem::current_path(ignored).string());
   ArgumentList arguments(argv + 1, argv + argc);
   if (Application::AnswerOnTerminal(arguments)) return 0;
+  KeepBusFromStarting();
   int toolkitArgc = 1;
   ToolkitApplication toolkit(toolkitArgc, argv);
   toolkit.setQuitOnLastWindowClosed(false);
   InstallQtLoop(&toolkit);
   InstallQtDialogs();
+  InstallEnding();
   const int code = RunMain(arguments);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   return code;

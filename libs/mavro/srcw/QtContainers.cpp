@@ -77,6 +77,18 @@ class FormWindow final : public NativeForm {
 
   void AcceptFiles() override { new QtFileDrops(*this); }
 
+  void Maximize(bool on) override {
+    const Qt::WindowStates others = frame->windowState() & ~Qt::WindowMaximized;
+    frame->setWindowState(on ? others | Qt::WindowMaximized : others);
+  }
+  bool IsMaximized() const override { return frame->isMaximized(); }
+  Rect NormalBounds() const override {
+    if (!frame->isMaximized()) return Bounds();
+    const QRect inside = frame->normalGeometry();
+    const QPoint at = inside.topLeft() - frame->border;
+    return {at.x(), at.y(), inside.width(), inside.height()};
+  }
+
   bool IsOnScreen() const override {
     const QWindow* window = frame->windowHandle();
     return window && window->isExposed();
@@ -128,6 +140,11 @@ void FormWidget::Arrange() {
     menuBar->setGeometry(0, 0, width(), top);
   }
   client->setGeometry(0, top, width(), std::max(0, height() - top));
+}
+
+// A maximized window may have a smaller border than it will have afterwards.
+void FormWidget::moveEvent(QMoveEvent*) {
+  if (!isMaximized()) border = geometry().topLeft() - frameGeometry().topLeft();
 }
 
 void FormWidget::resizeEvent(QResizeEvent*) {

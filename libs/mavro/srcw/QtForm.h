@@ -15,8 +15,10 @@ class FormWidget final : public QWidget {
   void SetMenuBar(QMenuBar* bar);
 
   QWidget* const client;
+  QPoint border;  // what the window manager adds left and above, while the form isn't maximized
 
  protected:
+  void moveEvent(QMoveEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   // Tab is a dialog key of ours; one that a program keeps from being that belongs to the control.
   bool focusNextPrevChild(bool) override { return false; }

@@ -18,6 +18,7 @@
 #include "FormImpl.h"
 #include "IdleHook.h"
 #include "MessageLoop.h"
+#include "QtEnding.h"
 #include "QtInput.h"
 #include "Virtual.h"
 
@@ -94,6 +95,7 @@ class LoopFilter final : public QObject {
 
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (!IsQuiet(event->type())) activity = true;
+    if (event->type() == QEvent::Quit && watched == qApp) return EndWithSession();
     if (watched->isWidgetType()) {
       auto* widget = static_cast<QWidget*>(watched);
       if (event->type() == QEvent::Shortcut) FocusByMnemonic(*widget);

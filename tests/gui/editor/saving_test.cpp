@@ -302,10 +302,8 @@ TEST_F(IdeSaving, TwoTextsOfOneFile_ComeBackInATabEach) {
     const std::vector<std::string> texts = {Tabs().GetTab(0)->editor->GetText(),
                                             Tabs().GetTab(1)->editor->GetText()};
     EXPECT_THAT(texts, testing::UnorderedElementsAre("first\n", "second\n"));
-    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp*", "a.cpp*"));
-    ide.dialogs.answers = {mavro::Answer::cYes};
-    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
-    EXPECT_TRUE(Tabs().GetTab(0)->editor->DiskHasChanged());
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp*", "Noname*"));
+    EXPECT_EQ(Tabs().GetTab(1)->editor->fileName, "") << "one file has one tab";
   });
 }
 
@@ -465,81 +463,128 @@ enum class LinkKind { cSymbolic, cHard };
 
 class IdeSavingLinks : public IdeSaving, public testing::WithParamInterface<LinkKind> {
  protected:
-  // Opens a file by its own name and by a link's.
-  void OpenBoth() {
-    own = &Open("own.cpp", "old\n");
+  IdeSavingLinks() {
+    ide.files.Write("own.cpp", "old\n");
     if (GetParam() == LinkKind::cSymbolic)
-      fs::create_symlink("own.cpp", ide.files.Path("link.cpp"));
+      fs::create_symlink("own.cpp", Link());
     else
-      fs::create_hard_link(ide.files.Path("own.cpp"), ide.files.Path("link.cpp"));
-    own->AcceptDisk();
-    link = Tabs().OpenFile(ide.files.Path("link.cpp"));
+      fs::create_hard_link(Own(), Link());
   }
+  std::string Own() const { return ide.files.Path("own.cpp"); }
+  std::string Link() const { return ide.files.Path("link.cpp"); }
   bool AreOneFile() const {
-    return fs::equivalent(ide.files.Path("own.cpp"), ide.files.Path("link.cpp")) &&
-           fs::is_symlink(ide.files.Path("link.cpp")) == (GetParam() == LinkKind::cSymbolic);
+    return fs::equivalent(Own(), Link()) &&
+           fs::is_symlink(Link()) == (GetParam() == LinkKind::cSymbolic);
   }
-
-  CppEditor *own = nullptr, *link = nullptr;
 };
 
 INSTANTIATE_TEST_SUITE_P(Kinds, IdeSavingLinks,
                          testing::Values(LinkKind::cSymbolic, LinkKind::cHard));
 
-TEST_P(IdeSavingLinks, SavedByOneName_TheOtherAsksBeforeItReplacesThat) {
+TEST_P(IdeSavingLinks, OpenedByBothNames_HasOneTab_AlsoAfterASave) {
   for (const bool byLink : {false, true}) {
     ide.Run({}, [&] {
-      fs::remove(ide.files.Path("link.cpp"));
-      OpenBoth();
-      CppEditor& first = byLink ? *link : *own;
-      CppEditor& second = byLink ? *own : *link;
-      ASSERT_NE(&first, &second);
-      first.Send(mavro::SCI_INSERTTEXT, 0, "first ");
-      second.Send(mavro::SCI_INSERTTEXT, 0, "the second ");
-      Tabs().Activate(first.fileName, true);
+      const std::string first = byLink ? Link() : Own(), second = byLink ? Own() : Link();
+      CppEditor* editor = Tabs().OpenFile(first);
+      Open("other.cpp", "");
+      EXPECT_EQ(Tabs().OpenFile(second), editor);
+      editor->Send(mavro::SCI_INSERTTEXT, 0, "x");
       EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
-      EXPECT_FALSE(first.DiskHasChanged());
-      ide.dialogs.texts.clear();
-      Tabs().Activate(second.fileName, true);
-      EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cOwn));  // answered No
-      EXPECT_THAT(ide.dialogs.texts, SizeIs(1));
-      EXPECT_EQ(ide.files.Read("own.cpp"), "first old\n");
-      EXPECT_EQ(second.GetText(), "the second old\n");
+      EXPECT_EQ(Tabs().OpenFile(second), editor);
+      EXPECT_THAT(IdeDriver::Captions(), SizeIs(2));
       EXPECT_TRUE(AreOneFile());
-      ide.dialogs.answers = {mavro::Answer::cYes};
-      EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
-      EXPECT_EQ(ide.files.Read("link.cpp"), "the second old\n");
-      EXPECT_EQ(ide.files.Read("own.cpp"), "the second old\n");
-      EXPECT_TRUE(AreOneFile());
-      EXPECT_TRUE(first.DiskHasChanged());
-      first.AcceptDisk();
     });
   }
+  EXPECT_EQ(ide.files.Read("own.cpp"), "xxold\n");
 }
 
-TEST_P(IdeSavingLinks, SavedByOneName_TheOtherIsOfferedAtTheReturnToTheWindow) {
+TEST_P(IdeSavingLinks, AnotherFileWithTheSameText_HasATabOfItsOwn) {
   ide.Run({}, [&] {
-    OpenBoth();
-    own->Send(mavro::SCI_INSERTTEXT, 0, "new ");
-    Tabs().Activate(own->fileName, true);
-    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
-    ide.dialogs.texts.clear();
-    ide.dialogs.answers = {mavro::Answer::cYes};
-    Tabs().CheckDisk();
-    EXPECT_THAT(ide.dialogs.texts, ElementsAre(HasSubstr("link.cpp")));
-    EXPECT_EQ(link->GetText(), "new old\n");
+    Tabs().OpenFile(Own());
+    Open("copy.cpp", "old\n");
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("own.cpp", "copy.cpp"));
+  });
+}
+
+TEST_P(IdeSavingLinks, SaveAsOntoTheOtherName_KeepsTheOneTab) {
+  ide.Run({}, [&] {
+    CppEditor* editor = Tabs().OpenFile(Own());
+    editor->Send(mavro::SCI_INSERTTEXT, 0, "new ");
+    ide.dialogs.files = {{Link()}};
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cAsked));
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("link.cpp"));
+    EXPECT_EQ(ide.files.Read("own.cpp"), "new old\n");
+    EXPECT_TRUE(AreOneFile());
   });
 }
 
 TEST_P(IdeSavingLinks, SaveLeavesNothingInTheRescueFolder) {
   ide.Run({}, [&] {
-    OpenBoth();
+    CppEditor* link = Tabs().OpenFile(Link());
     link->Send(mavro::SCI_INSERTTEXT, 0, "new ");
     Keep(*link);
     EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     EXPECT_EQ(RescueFiles(), 0u);
     EXPECT_EQ(ide.files.Read("own.cpp"), "new old\n");
-    own->AcceptDisk();
+  });
+}
+
+TEST_F(IdeSaving, OpenedThroughALinkedFolderOrADot_HasOneTab) {
+  ide.Run({}, [&] {
+    CppEditor* editor = &Open("p/a.cpp", "");
+    fs::create_directory_symlink("p", ide.files.Path("q"));
+    for (const char* name : {"q/a.cpp", "p/./a.cpp", "./p//a.cpp", "q/../p/a.cpp"})
+      EXPECT_EQ(Tabs().OpenFile(ide.files.Path(name)), editor) << name;
+    EXPECT_EQ(Tabs().TabCount(), 1);
+    EXPECT_NE(&Open("r/a.cpp", ""), editor);
+  });
+}
+
+TEST_F(IdeSaving, SaveAsOntoAFileOfAnotherTab_TakesItsPlaceUnlessItIsUnsaved) {
+  ide.Run({}, [&] {
+    CppEditor& other = Open("b.cpp", "b\n");
+    other.Send(mavro::SCI_INSERTTEXT, 0, "mine ");
+    Open("a.cpp", "a\n");
+    ide.dialogs.files = {{other.fileName}, {other.fileName}};
+    EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cAsked));
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre(HasSubstr("is open in another tab")));
+    EXPECT_EQ(ide.files.Read("b.cpp"), "b\n");
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("b.cpp*", "a.cpp"));
+    other.Send(mavro::SCI_UNDO);
+    EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cAsked));
+    EXPECT_EQ(ide.files.Read("b.cpp"), "a\n");
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("b.cpp"));
+  });
+}
+
+TEST_F(IdeSaving, TextWithoutAName_IsAskedAboutAsNoname) {
+  ide.Run({}, [&] {
+    Tabs().OnCommand(cNewCommand);
+    Type("x");
+    EXPECT_TRUE(Tabs().CloseTab(0, EditTabs::Unsaved::cAsk) || !ide.dialogs.texts.empty());
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre(HasSubstr("File:   Noname\n")));
+    ide.dialogs.answers = {mavro::Answer::cNo};
+  });
+}
+
+TEST_F(IdeSaving, NoRoomForACopy_IsSaidAsLongAsThereIsNone) {
+  ide.Run({}, [&] {
+    const std::string rescue = ide.home.Folder(".zendry/rescue");
+    fs::remove_all(rescue);
+    ide.home.Write(".zendry/rescue", "a file in the folder's place");
+    CppEditor& editor = Open("a.cpp", "");
+    Type("x");
+    Keep(editor);
+    const auto note = [] { return IdeDriver::Status(cNotePane); };
+    EXPECT_TRUE(test::WaitFor([&] { return note() == "No rescue copy"; }));
+    EXPECT_EQ(IdeDriver::Status(), "Unsaved text has no copy: the folder for copies can't be had");
+    theMainForm->SetStatus("something else", "");
+    theMainForm->SetStatus("", "");
+    EXPECT_THAT(IdeDriver::Status(), HasSubstr("has no copy"));
+    fs::remove(rescue);
+    editor.TickRescue(TextRescue::Clock::now() + 3 * TextRescue::cLongestBehind);
+    EXPECT_TRUE(test::WaitFor([&] { return note().empty(); }));
+    EXPECT_EQ(IdeDriver::Status(), "Ready");
   });
 }
 

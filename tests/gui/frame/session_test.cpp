@@ -5,8 +5,10 @@
 #include <unistd.h>
 
 #include <QAbstractScrollArea>
+#include <fstream>
 
 #include "IdeDriver.h"
+#include "IfKilled.h"
 #include "ListBox.h"
 #include "rescue/Rescue.h"
 
@@ -76,11 +78,97 @@ TEST_F(IdeMemory, NextStart_FindsTheWindowWhereItWas) {
   });
 }
 
+// The screen here is lower than wide windows are kept for: they come back as wide as it is.
+TEST_F(IdeMemory, NextStart_MaximisedWindow_IsMaximisedAndKnowsItsPlace) {
+  ide.Run({}, [&] {
+    theMainForm->SetBounds(20, 30, 801, 500);
+    theMainForm->hSplit.SetPosition(320);
+    theMainForm->Maximize(true);
+    EXPECT_TRUE(test::WaitFor([] { return theMainForm->Bounds().height > 500; }));
+  });
+  EXPECT_THAT(ide.Ini(), HasSubstr("Bounds=20;30;801;500;\n"));
+  EXPECT_THAT(ide.Ini(), HasSubstr("split-h=320\n"));
+  EXPECT_THAT(ide.Ini(), HasSubstr("win-max=1\n"));
+  ide.Run({}, [&] {
+    EXPECT_TRUE(theMainForm->IsMaximized());
+    EXPECT_GT(theMainForm->Bounds().height, 500);
+    theMainForm->Maximize(false);
+    EXPECT_TRUE(test::WaitFor([] { return theMainForm->Bounds().height == 500; }));
+    EXPECT_EQ(theMainForm->hSplit.Position(), 320);
+  });
+  EXPECT_THAT(ide.Ini(), HasSubstr("Bounds=20;30;800;500;\n"));
+  EXPECT_THAT(ide.Ini(), Not(HasSubstr("win-max")));
+}
+
+TEST_F(IdeMemory, OpenedFiles_AreInTheListsBeforeTheEnd) {
+  const std::string project = ide.Project(cFiles);
+  ide.Run({project}, [&] {
+    theMainForm->editTabs.OpenFile(ide.files.Path("a.cpp"));
+    EXPECT_TRUE(test::WaitFor([&] { return !ide.Ini().empty(); }));
+    EXPECT_EQ(ide.Ini(), "fileA=" + ide.files.Path("a.cpp") + "\nprojA=" + project + "\n");
+  });
+}
+
+TEST_F(IdeMemory, EndWithoutAQuestion_KeepsWhatANormalOneKeeps_AndTheText) {
+  const std::string project = ide.Project(cFiles);
+  ide.Run({project}, [&] {
+    theMainForm->SetBounds(20, 30, 801, 500);
+    CppEditor* editor = theMainForm->editTabs.GoTo(ide.files.Path("a.cpp"), 3);
+    editor->Send(mavro::SCI_INSERTTEXT, 0, "new ");
+    editor->onUpdateUI();
+    theProject.modified = true;
+    theMainForm->KeepUnasked();
+    EXPECT_THAT(ide.Ini(), HasSubstr("Bounds=20;30;801;500;\n"));
+    EXPECT_THAT(ide.Ini(), HasSubstr("fileA=" + ide.files.Path("a.cpp")));
+    EXPECT_THAT(ide.Ini(), HasSubstr("projA=" + project));
+    EXPECT_THAT(ide.files.Read("p.zend"), HasSubstr("<file name=\"a.cpp\" id=\"3\"/>"));
+    ASSERT_EQ(test::TextsIfKilled().size(), 1u);
+    EXPECT_EQ(test::TextsIfKilled()[0].content, "new 1\n2\n3\n4\n");
+    EXPECT_THAT(ide.dialogs.texts, IsEmpty());
+    EXPECT_TRUE(editor->dirty) << "a session's end may be called off";
+    theProject.modified = false;
+  });
+}
+
+TEST_F(IdeMemory, NextStart_FileThatCannotBeRead_IsSaidWithoutABox) {
+  const std::string project = ide.Project(cFiles);
+  std::ofstream(ide.files.Path("huge.cpp")).close();
+  std::filesystem::resize_file(ide.files.Path("huge.cpp"), 3'000'000'000);  // no blocks are taken
+  ide.files.Write(
+      "p.zend",
+      "<state>\n<open>\n<file name=\"a.cpp\"/>\n<file name=\"huge.cpp\"/>\n</open>\n</state>\n");
+  ide.Run({project}, [&] {
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
+    EXPECT_EQ(IdeDriver::Status(), "Could not open file \"" + ide.files.Path("huge.cpp") + "\"");
+    EXPECT_THAT(ide.dialogs.texts, IsEmpty());
+  });
+}
+
+TEST_F(IdeMemory, Session_CantBeWritten_IsSaidBeforeTheWindowGoes) {
+  const std::string project = ide.Project(cFiles);
+  std::filesystem::create_symlink("/nowhere", ide.files.Path("p.zend"));
+  ide.Run({project}, [&] {
+    theMainForm->Close();
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre(HasSubstr("p.zend: is a link")));
+  });
+}
+
+TEST_F(IdeMemory, Session_Damaged_IsSaidAndKept) {
+  const std::string project = ide.Project(cFiles);
+  ide.files.Write("p.zend", "<state>\n<file name=\"a.cpp\"/>\n<fi");
+  ide.Run({project}, [&] {
+    EXPECT_EQ(IdeDriver::Status(), "The session is damaged: " + ide.files.Path("p.zend"));
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
+  });
+  EXPECT_EQ(ide.files.Read("p.zend.bad"), "<state>\n<file name=\"a.cpp\"/>\n<fi");
+  EXPECT_THAT(ide.dialogs.texts, IsEmpty());
+}
+
 TEST_F(IdeMemory, Splitter_MovedByTheUser_IsStoredAtExitOnly) {
   ide.Run({ide.Project(cFiles)}, [&] {
     theMainForm->hSplit.SetPosition(300);
     theFileActs.OnCommand(cSaveAllCommand);
-    EXPECT_EQ(ide.Ini(), "");
+    EXPECT_THAT(ide.Ini(), Not(HasSubstr("split-h")));
   });
   EXPECT_THAT(ide.Ini(), HasSubstr("split-h=300\n"));
 }

@@ -182,9 +182,9 @@ TEST_F(IdeTree, Commands_WithoutAProject_DoNothing) {
   });
 }
 
-TEST_F(IdeTree, Makefile_IsWrittenToTheCurrentFolder) {
+TEST_F(IdeTree, Makefile_IsWrittenBesideTheProject) {
   ide.Run({ide.Project({{"a.cpp", ""}})}, [&] {
-    std::filesystem::current_path(ide.files.Path());
+    std::filesystem::current_path(ide.home.Path());
     thePrjActs.OnCommand(cCreateMakefileCommand);
     EXPECT_THAT(ide.files.Read("Makefile"), HasSubstr("a.o"));
     EXPECT_EQ(IdeDriver::Status(), "Makefile written to " + ide.files.Path());

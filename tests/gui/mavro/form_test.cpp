@@ -1,15 +1,19 @@
 #include "Form.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <QMenu>
 #include <QMenuBar>
+#include <cstdio>
 #include <stdexcept>
 
 #include "Application.h"
 #include "FormImpl.h"
 #include "GuiDriver.h"
 #include "Menu.h"
+#include "QtEnding.h"
 #include "ScriptedDialogs.h"
 
 namespace mavro {
@@ -35,6 +39,69 @@ struct RecordingForm : Form {
   }
   void Destroyed(NotifyArgs&) { log += "destroy "; }
 };
+
+TEST(Form, Maximize_FillsTheScreenAndKnowsTheWayBack) {
+  Form form;
+  form.SetBounds(10, 20, 300, 200);
+  form.Maximize(true);
+  EXPECT_TRUE(form.IsMaximized());
+  EXPECT_EQ(form.NormalBounds().width, 300) << "no window yet";
+  test::RunForm(form, false, [&] {
+    EXPECT_TRUE(test::WaitFor([&] { return form.Bounds().width > 300; }));
+    EXPECT_EQ(form.NormalBounds().left, 10);
+    EXPECT_EQ(form.NormalBounds().top, 20);
+    EXPECT_EQ(form.NormalBounds().height, 200);
+    form.Maximize(false);
+    EXPECT_TRUE(test::WaitFor([&] { return form.Bounds().width == 300; }));
+    EXPECT_FALSE(form.IsMaximized());
+  });
+}
+
+int keptForEnd = 0;
+
+TEST(Application, KeepOnEnd_IsCalledWhenTheSessionIsAboutToEnd) {
+  theApplication.KeepOnEnd([] { ++keptForEnd; });
+  KeepForEnd();
+  EXPECT_EQ(keptForEnd, 1);
+  theApplication.KeepOnEnd(nullptr);
+  KeepForEnd();
+  EXPECT_EQ(keptForEnd, 1);
+  EXPECT_FALSE(EndWithSession())
+      << "the toolkit closes the windows of a program that keeps nothing";
+}
+
+TEST(ApplicationDeathTest, KeepOnEnd_EndOfTheSession_EndsWithoutAQuestion) {
+  EXPECT_EXIT(
+      {
+        theApplication.KeepOnEnd([] { std::fputs("kept", stderr); });
+        EndWithSession();
+      },
+      testing::ExitedWithCode(0), "kept");
+}
+
+TEST(ApplicationDeathTest, KeepOnEnd_Signals_KeepAndEndTheProgram) {
+  for (const int number : {SIGTERM, SIGHUP})
+    EXPECT_EXIT(
+        {
+          signal(number, SIG_DFL);
+          theApplication.KeepOnEnd([] { std::fputs("kept", stderr); });
+          raise(number);
+          test::WaitFor([] { return false; });
+        },
+        testing::KilledBySignal(number), "kept")
+        << number;
+}
+
+TEST(ApplicationDeathTest, KeepOnEnd_LoopThatDoesNotComeRound_IsNotWaitedFor) {
+  EXPECT_EXIT(
+      {
+        signal(SIGTERM, SIG_DFL);
+        theApplication.KeepOnEnd([] { std::fputs("kept", stderr); });
+        raise(SIGTERM);
+        raise(SIGTERM);  // as the alarm does in the end
+      },
+      testing::KilledBySignal(SIGTERM), testing::Not(testing::HasSubstr("kept")));
+}
 
 TEST(Form, Run_FiresItsEventsInOrder) {
   RecordingForm form;

@@ -171,6 +171,28 @@ TEST(XmlTag, TokensFit_SeesEveryElement) {
   EXPECT_FALSE(TokensFit("<a><b n=\"" + longest + "\">"));
 }
 
+TEST(XmlTag, PassOverTooLong_LeavesOutTheElementsAndNothingElse) {
+  const std::string fits(509, 'x'), tooLong(510, 'x');
+  const std::string good = "text <a n=\"1\"> <b v=\"" + fits + "\">\n";
+  EXPECT_EQ(PassOverTooLong(good).text, good);
+  EXPECT_EQ(PassOverTooLong(good).passedOver, "");
+  const FittingTags tags =
+      PassOverTooLong(good + "<c n=\"y\" v=\"" + tooLong + "\"/>\n<d n=\"" + tooLong + "\"><e/>");
+  EXPECT_EQ(tags.text, good + "\n<e/>");
+  EXPECT_EQ(tags.passedOver, "<c n=\"y\" v=\"" + std::string(28, 'x'));
+  EXPECT_TRUE(TokensFit(tags.text));
+}
+
+TEST(XmlTag, PassOverTooLong_QuoteWithoutItsOther_TakesTheRest) {
+  const FittingTags tags = PassOverTooLong("<a><b v=\"" + std::string(600, '>') + "<c>");
+  EXPECT_EQ(tags.text, "<a>");
+}
+
+TEST(XmlTag, TooLongWords_AreOneLineWithoutControlBytes) {
+  const std::string words = TooLongWords(PassOverTooLong("<a\x1b \n" + std::string(512, 'x')));
+  EXPECT_EQ(words, "a value of more than some 500 characters: <a<1b> ...");
+}
+
 TEST(XmlTag, ReadsBack_OrdinaryValues_Do) {
   for (const char* value : {"", "a", "a b", "a=b>c</x>", "a\nb\r\n\t", "-DX=\"a\"", "\"a\"", "\\"})
     EXPECT_TRUE(Closed(value).ReadsBack()) << value;

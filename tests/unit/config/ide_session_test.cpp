@@ -209,6 +209,118 @@ TEST_F(IdeSessionTest, Save_PathWithALineEnd_IsLeftOut) {
   EXPECT_EQ(text.find("/b"), std::string::npos);
 }
 
+// Group: two programs with one file.
+
+using Paths = std::vector<std::string>;
+
+TEST_F(IdeSessionTest, KeepRecent_WritesWhatWasAddedAndNothingElse) {
+  IdeSession session = Loaded("fileA=/old.c\nx=1\n");
+  IdeSession::AddRecent(session.recentFiles, "/new.c");
+  session.KeepRecent();
+  EXPECT_EQ(folder.Read(cIni), "fileA=/new.c\nfileB=/old.c\nx=1\n");
+}
+
+TEST_F(IdeSessionTest, KeepRecent_NothingAdded_LeavesTheFileAlone) {
+  IdeSession session = Loaded("x=1\n");
+  folder.Write(cIni, "x=2\n");
+  session.KeepRecent();
+  EXPECT_EQ(folder.Read(cIni), "x=2\n");
+  EXPECT_EQ(session.values.at("x"), "1");
+}
+
+TEST_F(IdeSessionTest, KeepRecent_BeforeLoad_WritesNothing) {
+  IdeSession session;
+  IdeSession::AddRecent(session.recentProjects, "/p.zpj");
+  session.KeepRecent();
+  EXPECT_FALSE(folder.Exists(".zendry"));
+}
+
+TEST_F(IdeSessionTest, KeepRecent_TwoPrograms_HaveThePathsOfBoth) {
+  IdeSession first = Loaded("fileA=/old.c\nprojA=/p.zpj\n"), second = first;
+  IdeSession::AddRecent(first.recentFiles, "/first.c");
+  first.KeepRecent();
+  IdeSession::AddRecent(second.recentFiles, "/second.c");
+  IdeSession::AddRecent(second.recentProjects, "/q.zpj");
+  second.KeepRecent();
+  EXPECT_EQ(second.recentFiles.items, (Paths{"/second.c", "/first.c", "/old.c"}));
+  EXPECT_EQ(folder.Read(cIni),
+            "fileA=/second.c\nfileB=/first.c\nfileC=/old.c\nprojA=/q.zpj\nprojB=/p.zpj\n");
+  IdeSession::AddRecent(first.recentFiles, "/old.c");
+  first.KeepRecent();
+  EXPECT_EQ(first.recentFiles.items, (Paths{"/old.c", "/second.c", "/first.c"}));
+}
+
+TEST_F(IdeSessionTest, Save_TwoPrograms_TheLastKeepsTheOthersPathsAndKeys) {
+  IdeSession first = Loaded("fileA=/old.c\nx=1\ny=1\n"), second = first;
+  IdeSession::AddRecent(first.recentFiles, "/first.c");
+  first.values["x"] = "2";
+  first.values["new"] = "3";
+  first.Save(place);
+  second.values["y"] = "4";
+  const std::string text = SavedBy(second);
+  for (const char* line : {"fileA=/first.c\n", "fileB=/old.c\n", "x=2\n", "y=4\n", "new=3\n"})
+    EXPECT_NE(text.find(line), std::string::npos) << line << text;
+}
+
+TEST_F(IdeSessionTest, Save_TwoPrograms_TheLastPlacementWins) {
+  IdeSession first = Loaded("x=1\n"), second = first;
+  first.Save({5, 6, 900, 600, 400, true});
+  EXPECT_NE(folder.Read(cIni).find("win-max=1\n"), std::string::npos);
+  const std::string text = SavedBy(second);
+  EXPECT_NE(text.find("Bounds=1;2;900;600;\n"), std::string::npos);
+  EXPECT_EQ(text.find("win-max"), std::string::npos);
+}
+
+TEST_F(IdeSessionTest, Save_FileGoneMeanwhile_IsWrittenWhole) {
+  IdeSession session = Loaded("fileA=/old.c\nx=1\n");
+  unlink(folder.Path(cIni).c_str());
+  const std::string text = SavedBy(session);
+  EXPECT_NE(text.find("fileA=/old.c\n"), std::string::npos);
+  EXPECT_NE(text.find("x=1\n"), std::string::npos);
+}
+
+TEST_F(IdeSessionTest, Save_FileDamagedMeanwhile_IsKeptBesideIt) {
+  IdeSession session = Loaded("x=1\n");
+  folder.Write(cIni, "no setting\n");
+  EXPECT_NE(SavedBy(session).find("x=1\n"), std::string::npos);
+  EXPECT_EQ(folder.Read(".zendry/zendry.ini.bad"), "no setting\n");
+}
+
+TEST_F(IdeSessionTest, KeepRecent_Fails_IsSaidAndTriedAgainWithTheNextPath) {
+  IdeSession session = Loaded("x=1\n");
+  IdeSession::AddRecent(session.recentFiles, "/a.c");
+  {
+    const test::FileFaults faults(1, ENOSPC, test::FileFaults::Extent::cAllFrom);
+    session.KeepRecent();
+  }
+  EXPECT_NE(session.TakeError(), "");
+  session.KeepRecent();
+  EXPECT_EQ(folder.Read(cIni), "x=1\n");
+  IdeSession::AddRecent(session.recentFiles, "/b.c");
+  session.KeepRecent();
+  EXPECT_EQ(folder.Read(cIni), "fileA=/b.c\nfileB=/a.c\nx=1\n");
+}
+
+TEST_F(IdeSessionTest, Error_IsSaidOnce) {
+  IdeSession session;
+  session.NoteError("a");
+  EXPECT_EQ(session.TakeError(), "a");
+  session.NoteError("a");
+  session.NoteError("b");
+  EXPECT_EQ(session.TakeError(), "b");
+  EXPECT_EQ(session.TakeError(), "");
+}
+
+TEST_F(IdeSessionTest, MaximisedWindow_IsRestored) {
+  IdeSession session = Loaded("");
+  session.Save({1, 2, 900, 600, 400, true});
+  session.Load();
+  EXPECT_TRUE(session.RestoreBounds(1024, 768)->isMaximized);
+  session.Save(place);
+  session.Load();
+  EXPECT_FALSE(session.RestoreBounds(1024, 768)->isMaximized);
+}
+
 TEST_F(IdeSessionTest, AddRecent_Nine_OldestFallsOut) {
   RecentList list{8, "file0", {}};
   for (char c = '1'; c <= '9'; ++c) IdeSession::AddRecent(list, std::string(1, c));

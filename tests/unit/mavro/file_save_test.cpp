@@ -222,24 +222,117 @@ TEST_F(SaveFileTextTest, Attributes_AreKept) {
   EXPECT_NE(Status("file.cpp").st_ino, before);
 }
 
+constexpr char cAccessList[] = "system.posix_acl_access";
+constexpr char cDefaultList[] = "system.posix_acl_default";
+
 // An access list as the kernel stores it: owner rw, user 65534 rw, group r, mask rw, others none.
-TEST_F(SaveFileTextTest, AccessList_IsKept) {
+struct AccessList {
   struct Entry {
     uint16_t tag, rights;
     uint32_t id;
   };
-  struct {
-    uint32_t version = 2;
-    Entry entries[5] = {
-        {0x01, 6, ~0u}, {0x02, 6, 65534}, {0x04, 4, ~0u}, {0x10, 6, ~0u}, {0x20, 0, ~0u}};
-  } list;
-  constexpr char name[] = "system.posix_acl_access";
-  if (setxattr(path.c_str(), name, &list, sizeof list, 0) != 0)
+  uint32_t version = 2;
+  Entry entries[5] = {
+      {0x01, 6, ~0u}, {0x02, 6, 65534}, {0x04, 4, ~0u}, {0x10, 6, ~0u}, {0x20, 0, ~0u}};
+
+  // False where the file system has none.
+  bool GiveTo(const std::string& path, const char* name = cAccessList) const {
+    return setxattr(path.c_str(), name, this, sizeof *this, 0) == 0;
+  }
+  bool Has(const std::string& path) const {
+    char kept[sizeof *this] = {};
+    return getxattr(path.c_str(), cAccessList, kept, sizeof kept) == ssize_t(sizeof *this) &&
+           std::memcmp(kept, this, sizeof *this) == 0;
+  }
+};
+
+bool HasAnyAccessList(const std::string& path) {
+  return getxattr(path.c_str(), cAccessList, nullptr, 0) >= 0;
+}
+
+TEST_F(SaveFileTextTest, AccessList_IsKept) {
+  const AccessList list;
+  if (!list.GiveTo(path)) GTEST_SKIP() << "the file system has no access lists";
+  ExpectSaved();
+  EXPECT_TRUE(list.Has(path));
+}
+
+TEST_F(SaveFileTextTest, FoldersDefaultList_GivesASavedFileNoRights) {
+  if (!AccessList().GiveTo(folder.Path(), cDefaultList))
+    GTEST_SKIP() << "the file system has no access lists";
+  for (mode_t mode : {0600u, 0644u, 0664u, 04750u}) {
+    ASSERT_EQ(chmod(path.c_str(), mode), 0);
+    const ino_t before = Status("file.cpp").st_ino;
+    ExpectSaved();
+    EXPECT_NE(Status("file.cpp").st_ino, before);
+    EXPECT_EQ(Mode("file.cpp"), mode);
+    EXPECT_FALSE(HasAnyAccessList(path)) << mode;
+  }
+}
+
+TEST_F(SaveFileTextTest, FoldersDefaultList_ReplacesNoListOfTheFile) {
+  AccessList own;
+  own.entries[1].rights = 4;
+  if (!own.GiveTo(path) || !AccessList().GiveTo(folder.Path(), cDefaultList))
     GTEST_SKIP() << "the file system has no access lists";
   ExpectSaved();
-  char kept[sizeof list] = {};
-  ASSERT_EQ(getxattr(path.c_str(), name, kept, sizeof kept), ssize_t(sizeof list));
-  EXPECT_EQ(std::memcmp(kept, &list, sizeof list), 0);
+  EXPECT_TRUE(own.Has(path));
+}
+
+TEST_F(SaveFileTextTest, FoldersDefaultList_IsANewFilesUsualOne) {
+  if (!AccessList().GiveTo(folder.Path(), cDefaultList))
+    GTEST_SKIP() << "the file system has no access lists";
+  ExpectSaved("new.cpp");
+  EXPECT_TRUE(HasAnyAccessList(folder.Path("new.cpp")));
+}
+
+TEST_F(SaveFileTextTest, FileThatMayNotBeRead_KeepsItsAccessRights) {
+  if (!test::WithoutRights::CanGiveAway()) GTEST_SKIP() << "needs a file of another user";
+  AccessList list;
+  if (!list.GiveTo(folder.Path(), cDefaultList))
+    GTEST_SKIP() << "the file system has no access lists";
+  ASSERT_EQ(chown(path.c_str(), test::WithoutRights::cNobody, test::WithoutRights::cNobody), 0);
+  for (const bool hasList : {false, true}) {
+    list.entries[0].rights = 2;
+    if (hasList)
+      ASSERT_TRUE(list.GiveTo(path));
+    else
+      ASSERT_EQ(chmod(path.c_str(), 0200), 0);
+    {
+      const test::WithoutRights user;
+      EXPECT_EQ(SaveFileText(path, "new text\n").error, "");
+    }
+    EXPECT_EQ(folder.Read("file.cpp"), "new text\n");
+    EXPECT_EQ(hasList ? list.Has(path) : !HasAnyAccessList(path), true) << hasList;
+  }
+}
+
+TEST_F(SaveFileTextTest, AccessListThatCannotBeTakenAway_IsAvoidedByWritingInPlace) {
+  if (!AccessList().GiveTo(folder.Path(), cDefaultList))
+    GTEST_SKIP() << "the file system has no access lists";
+  const FileCalls saved = TheFileCalls();
+  TheFileCalls().fremovexattr = [](int, const char*) {
+    errno = EPERM;
+    return -1;
+  };
+  const ino_t before = Status("file.cpp").st_ino;
+  ExpectSaved();
+  TheFileCalls() = saved;
+  EXPECT_EQ(Status("file.cpp").st_ino, before);
+  EXPECT_FALSE(HasAnyAccessList(path));
+}
+
+// Writing takes the set-id bits of a file away from who isn't the superuser.
+TEST_F(SaveFileTextTest, ModeOfAFileWrittenInPlace_IsKept) {
+  if (!test::WithoutRights::CanGiveAway()) GTEST_SKIP() << "needs another user";
+  ASSERT_EQ(chown(path.c_str(), test::WithoutRights::cNobody, test::WithoutRights::cNobody), 0);
+  fs::create_hard_link(path, folder.Path("other.cpp"));
+  ASSERT_EQ(chmod(path.c_str(), 04755), 0);
+  {
+    const test::WithoutRights user;
+    ExpectSaved();
+  }
+  EXPECT_EQ(Mode("file.cpp"), 04755u);
 }
 
 TEST_F(SaveFileTextTest, AttributeThatCannotBeCarriedOver_IsKeptByWritingInPlace) {
@@ -388,6 +481,26 @@ TEST_F(SaveFileTextTest, LeftOversOfKilledSaves_AreRemoved) {
   folder.Write(".zendry-save-0123456789abcdef", "half");
   ExpectSaved();
   EXPECT_THAT(folder.Names(), ElementsAre("file.cpp"));
+}
+
+// Such a save has given its file to the owner of the one that it was to replace.
+TEST_F(SaveFileTextTest, LeftOverOfASaveByTheSuperuser_IsRemovedByTheNext) {
+  if (!test::WithoutRights::CanGiveAway()) GTEST_SKIP() << "needs a file of another user";
+  const std::string left = folder.Write(".zendry-save-0123456789abcdef", "half");
+  ASSERT_EQ(chown(left.c_str(), test::WithoutRights::cNobody, 12), 0);
+  ExpectSaved();
+  EXPECT_THAT(folder.Names(), ElementsAre("file.cpp"));
+}
+
+TEST_F(SaveFileTextTest, ForeignLeftOver_StaysForOtherUsers) {
+  if (!test::WithoutRights::CanGiveAway()) GTEST_SKIP() << "needs a file of another user";
+  folder.Write(".zendry-save-0123456789abcdef", "of the superuser");
+  fs::permissions(path, fs::perms::all);
+  {
+    const test::WithoutRights user;
+    ExpectSaved();
+  }
+  EXPECT_EQ(folder.Names().size(), 2u);
 }
 
 TEST_F(SaveFileTextTest, FilesThatOnlyLookLikeLeftOvers_Stay) {

@@ -148,6 +148,31 @@ TEST_F(ProjectLoadSaveTest, Load_CutFile_IsReadAndDoubted) {
   EXPECT_EQ(project.Files().size(), 5u);
 }
 
+TEST_F(ProjectLoadSaveTest, Load_ValueThatIsTooLong_IsRefusedAndTheFileStays) {
+  std::string text = console;
+  text.replace(text.find("-lm"), 3, std::string(600, 'l'));
+  folder.Write("p/app.zpj", text);
+  folder.Write("p/app.zend", "<state><mode opt=\"dbg\"/></state>");
+  EXPECT_EQ(project.Load(path).error, path +
+                                          ": holds a value of more than some 500 characters: <lib "
+                                          "value=\"" +
+                                          std::string(28, 'l') + "...");
+  EXPECT_TRUE(project.Files().empty());
+  EXPECT_TRUE(project.isOpen);
+  EXPECT_FALSE(project.Save(false)) << "it asks, and the answer is no";
+  ASSERT_EQ(dialogs.texts.size(), 1u);
+  EXPECT_TRUE(project.Close());
+  EXPECT_EQ(folder.Read("p/app.zpj"), text);
+  EXPECT_EQ(folder.Read("p/app.zend"), "<state><mode opt=\"dbg\"/></state>");
+}
+
+TEST_F(ProjectLoadSaveTest, Load_DamagedSession_IsNoted) {
+  folder.Write("p/app.zend", "<state><mode opt=\"dbg\"/>");
+  theIdeSession.TakeError();
+  EXPECT_EQ(project.Load(path).Words(), "");
+  EXPECT_EQ(theIdeSession.TakeError(), folder.Path("p/app.zend") + ": the session is damaged");
+}
+
 TEST_F(ProjectLoadSaveTest, Load_FilesThatAreMissingOrFolders_AreKept) {
   folder.Folder("p/src/list.cpp");
   Load();

@@ -5,6 +5,7 @@
 
 #include "ScriptedDialogs.h"
 #include "TempFolder.h"
+#include "config/IdeConfig.h"
 #include "project/Project.h"
 
 namespace zendry {
@@ -12,7 +13,11 @@ namespace {
 
 class ProjectMakefileTest : public testing::Test {
  protected:
-  ProjectMakefileTest() { project.Init(folder.Path("p/app.zpj"), cConsole); }
+  ProjectMakefileTest() {
+    theIdeConfig.appDir = "/opt/zendry/bin/";
+    project.Init(folder.Path("p/app.zpj"), cConsole);
+  }
+  ~ProjectMakefileTest() override { theIdeConfig.appDir.clear(); }
   std::string Exported() {
     EXPECT_TRUE(project.ExportMakefile(folder.Path("Makefile")).Ok());
     return folder.Read("Makefile");
@@ -26,10 +31,11 @@ class ProjectMakefileTest : public testing::Test {
 TEST_F(ProjectMakefileTest, Sources_HaveRulesWithTheirQuotedIncludes) {
   folder.Write("p/src/a.cpp", "#include \"a.h\"\n#include <vector>\n#include \"b.h\"\n");
   for (const char* name : {"src/a.cpp", "a.h", "../b.c", "notes.txt"}) project.AddFile(name);
-  EXPECT_EQ(Exported(),
+  const std::string text = Exported();
+  EXPECT_EQ(text.substr(0, text.find('#')),
             "CC=gcc\n"
-            "CCFLAGS=-Ic:/Apps/Zendry/mpich/Include -c\n"
-            "LINKFLAGS=-Lc:/Apps/Zendry/mpich/lib -lmpich\n"
+            "CCFLAGS=-I/opt/zendry/mylib -I/opt/zendry/libs/basic -c\n"
+            "LINKFLAGS=-L/opt/zendry/mylib -L/opt/zendry/libs\n"
             "app.exe: src/a.o ../b.o notes.o\n"
             "\t$(CC) -o app.exe  src/a.o ../b.o notes.o $(LINKFLAGS)\n"
             "src/a.o: src/a.cpp a.h b.h\n"
@@ -41,15 +47,35 @@ TEST_F(ProjectMakefileTest, Sources_HaveRulesWithTheirQuotedIncludes) {
 }
 
 TEST_F(ProjectMakefileTest, NoFiles_IsTheHeadAndTheTarget) {
-  EXPECT_TRUE(Exported().ends_with("\napp.exe:\n\t$(CC) -o app.exe  $(LINKFLAGS)\n"));
+  EXPECT_NE(Exported().find("\napp.exe:\n\t$(CC) -o app.exe  $(LINKFLAGS)\n#"), std::string::npos);
 }
 
-TEST_F(ProjectMakefileTest, EmptyPath_IsMakefileInTheCurrentFolder) {
+TEST_F(ProjectMakefileTest, Switches_AreTheProjectsWithPathsOfThisSystem) {
+  theIdeConfig.appDir = "/my $apps/zendry/bin/";
+  project.includePath = "-I@/mylib -Iinc";
+  project.linkerPath = "";
+  project.linkLibs = "-lm";
+  const std::string text = Exported();
+  EXPECT_EQ(
+      text.substr(0, text.find("app.exe")),
+      "CC=gcc\n"
+      "CCFLAGS=-I\"/my \\$$apps/zendry\"/mylib -Iinc -I\"/my \\$$apps/zendry\"/libs/basic -c\n"
+      "LINKFLAGS=-L\"/my \\$$apps/zendry\"/libs -lm\n");
+}
+
+TEST_F(ProjectMakefileTest, EmptyPath_IsMakefileBesideTheProject) {
+  folder.Folder("p");
   const std::string before = std::filesystem::current_path().string();
   std::filesystem::current_path(folder.Path());
-  EXPECT_TRUE(project.ExportMakefile("").Ok());
+  EXPECT_EQ(project.ExportMakefile("").error, "");
   std::filesystem::current_path(before);
-  EXPECT_TRUE(folder.Exists("Makefile"));
+  EXPECT_TRUE(folder.Exists("p/Makefile"));
+  EXPECT_FALSE(folder.Exists("Makefile"));
+}
+
+TEST_F(ProjectMakefileTest, ProjectWithoutAFolder_WritesNothing) {
+  project.SetFileName("");
+  EXPECT_EQ(project.ExportMakefile("").error, "Makefile: the project has no folder yet");
 }
 
 TEST_F(ProjectMakefileTest, OwnMakefile_IsReplacedWithoutAQuestion) {
@@ -66,6 +92,17 @@ TEST_F(ProjectMakefileTest, MakefileWrittenByHand_IsAskedAbout) {
   EXPECT_EQ(folder.Read("Makefile"), "all:\n\techo mine\n");
   EXPECT_TRUE(Exported().starts_with("CC=gcc\n"));
   EXPECT_EQ(dialogs.texts.size(), 2u);
+}
+
+TEST_F(ProjectMakefileTest, OwnMakefileChangedByHand_IsAskedAbout) {
+  const std::string own = Exported();
+  for (const std::string& changed :
+       {own + "clean:\n", "#\n" + own, own.substr(0, own.size() - 1)}) {
+    folder.Write("Makefile", changed);
+    EXPECT_FALSE(project.ExportMakefile(folder.Path("Makefile")).Ok());
+    EXPECT_EQ(folder.Read("Makefile"), changed);
+  }
+  EXPECT_EQ(dialogs.texts.size(), 3u);
 }
 
 TEST_F(ProjectMakefileTest, FolderThatIsMissing_FailsWithoutAMessage) {

@@ -383,11 +383,19 @@ TEST_F(ProjectTagsTest, ParseOpenEditors_FileOutsideTheProject_FillsTheScratchMo
   EXPECT_EQ(Globals(project.scratchModule), "x");
 }
 
-TEST_F(ProjectTagsTest, ModuleOf_ComparesByteForByte) {
+TEST_F(ProjectTagsTest, ParseModule_TextOpenByAnotherName_IsTheOneParsed) {
+  ProjectFile& a = Add("a.cpp", "int onDisk;\n");
+  test::TextInMemory editor("int typed;\n", folder.Path("./a.cpp"));
+  shell.open = {&editor};
+  project.parseModule(a.tags, nullptr);
+  EXPECT_EQ(Globals(a.tags), "typed");
+}
+
+TEST_F(ProjectTagsTest, ModuleOf_IsTheFilesUnderEachOfItsNames) {
   ProjectFile& a = Add("a.cpp", "int a;\n");
   EXPECT_EQ(&project.ModuleOf(a.name), &a.tags);
-  for (const std::string& other :
-       {folder.Path("A.cpp"), folder.Path("./a.cpp"), std::string("a.cpp")})
+  EXPECT_EQ(&project.ModuleOf(folder.Path("./a.cpp")), &a.tags);
+  for (const std::string& other : {folder.Path("A.cpp"), std::string("a.cpp")})
     EXPECT_EQ(&project.ModuleOf(other), &project.scratchModule) << other;
 }
 

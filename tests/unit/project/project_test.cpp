@@ -1,7 +1,9 @@
 #include "project/Project.h"
 
 #include <gtest/gtest.h>
+
 #include <sys/stat.h>
+#include <filesystem>
 
 #include <string>
 
@@ -236,6 +238,33 @@ TEST_F(ProjectTest, ResolveInclude_FullNameBeforeBaseName) {
   EXPECT_EQ(project.ResolveInclude("q/b.h"), "");
   EXPECT_EQ(project.ResolveInclude("none.h"), "");
   EXPECT_EQ(project.ResolveInclude(""), "");
+}
+
+TEST(ProjectFindFile, OtherNamesOfAFile_LeadToIt) {
+  namespace fs = std::filesystem;
+  const test::TempFolder folder;
+  folder.Write("p/a.h", "same");
+  folder.Write("p/b.h", "same");
+  folder.Write("other/a.h", "same");
+  fs::create_directory_symlink("p", folder.Path("linked"));
+  fs::create_symlink("a.h", folder.Path("p/link.h"));
+  fs::create_hard_link(folder.Path("p/a.h"), folder.Path("second.h"));
+  Project project;
+  project.Init(folder.Path("p/p.zpj"), cConsole);
+  for (const char* name : {"a.h", "b.h", "gone.h"}) project.AddFile(name);
+  for (const char* name : {"p/a.h", "p/./a.h", "linked/a.h", "p/link.h", "second.h", "p//a.h"})
+    EXPECT_EQ(project.FindFile(folder.Path(name)), project.Files()[0].get()) << name;
+  for (const char* name : {"other/a.h", "none.h", "p", "linked/gone.h"})
+    EXPECT_EQ(project.FindFile(folder.Path(name)), nullptr) << name;
+  EXPECT_EQ(project.FindFile(folder.Path("p/gone.h")), project.Files()[2].get());
+  // A link that leads elsewhere now.
+  fs::remove(folder.Path("p/link.h"));
+  fs::create_symlink("b.h", folder.Path("p/link.h"));
+  EXPECT_EQ(project.FindFile(folder.Path("p/link.h")), project.Files()[1].get());
+  fs::rename(folder.Path("other/a.h"), folder.Path("p/b.h"));
+  EXPECT_EQ(project.FindFile(folder.Path("linked/b.h")), project.Files()[1].get()) << "saved anew";
+  project.RemoveFile(project.Files()[0]->id);
+  EXPECT_EQ(project.FindFile(folder.Path("linked/a.h")), nullptr);
 }
 
 TEST_F(ProjectTest, Lookups_AfterRemovingTheFirstOfTwo_FindTheSecond) {

@@ -4,8 +4,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <filesystem>
 #include <string>
 
+#include "Privileges.h"
 #include "ProjectShell.h"
 #include "TempFolder.h"
 #include "project/Project.h"
@@ -14,6 +16,10 @@ namespace zendry {
 namespace {
 
 using Steps = std::vector<SessionStep>;
+
+Steps StepsOf(std::string_view text) {
+  return ReadSessionText(text).steps;
+}
 
 TEST(SessionText, FilesAndMode_Layout) {
   EXPECT_EQ(
@@ -32,7 +38,7 @@ TEST(SessionText, PathsTheFormatCantHold_AreLeftOut) {
 }
 
 TEST(ReadSessionText, GoesByFirstLetters) {
-  const Steps steps = ReadSessionText(
+  const Steps steps = StepsOf(
       "<state><mode obj=\"dbg\"/><open><f name=\"a.c\" i=\"3\"/><act "
       "n=\"/p/a.c\"/></open></state>");
   EXPECT_EQ(steps, (Steps{{SessionStep::cSetMode, "", 0, 1},
@@ -41,12 +47,12 @@ TEST(ReadSessionText, GoesByFirstLetters) {
 }
 
 TEST(ReadSessionText, OtherMode_IsRelease) {
-  EXPECT_EQ(ReadSessionText("<mode/>"), (Steps{{SessionStep::cSetMode, "", 0, 0}}));
+  EXPECT_EQ(StepsOf("<mode/>"), (Steps{{SessionStep::cSetMode, "", 0, 0}}));
 }
 
 TEST(ReadSessionText, WrittenText_GivesTheSame) {
   const std::string text = SessionText({1, {{"a b>.c", 7}, {"x\n.c", 1}}, "/p/ä.c"});
-  const Steps steps = ReadSessionText(text);
+  const Steps steps = StepsOf(text);
   ASSERT_EQ(steps.size(), 4u);
   EXPECT_EQ(SessionText({steps[0].mode,
                          {{steps[1].path, steps[1].line}, {steps[2].path, steps[2].line}},
@@ -55,17 +61,35 @@ TEST(ReadSessionText, WrittenText_GivesTheSame) {
 }
 
 TEST(ReadSessionText, BadText_IsHarmless) {
-  EXPECT_TRUE(ReadSessionText("").empty());
-  EXPECT_TRUE(ReadSessionText(std::string(100000, '\0')).empty());
-  EXPECT_TRUE(ReadSessionText(std::string(1000000, 'x')).empty());
-  EXPECT_TRUE(ReadSessionText("<x/><y n=\"1\"></z>\r\n").empty());
+  EXPECT_TRUE(StepsOf("").empty());
+  EXPECT_TRUE(StepsOf(std::string(100000, '\0')).empty());
+  EXPECT_TRUE(StepsOf(std::string(1000000, 'x')).empty());
+  EXPECT_TRUE(StepsOf("<x/><y n=\"1\"></z>\r\n").empty());
   const std::string text = SessionText({1, {{"a.c", 7}}, "/p/a.c"});
   for (size_t length = 0; length <= text.size(); ++length) ReadSessionText(text.substr(0, length));
 }
 
-TEST(ReadSessionTextDeathTest, TokenOf512Characters_EndsTheProcess) {
-  EXPECT_EQ(ReadSessionText("<f n=\"" + std::string(508, 'x') + "\"/>").size(), 1u);
-  EXPECT_DEATH(ReadSessionText("<f n=\"" + std::string(509, 'x') + "\"/>"), "idx<512");
+TEST(ReadSessionText, ValueThatIsTooLong_IsPassedOverAndSaid) {
+  const auto text = [](size_t length) {
+    return "<state><f n=\"" + std::string(length, 'x') + "\"/><f n=\"b.c\"/></state>";
+  };
+  EXPECT_EQ(ReadSessionText(text(508)).steps.size(), 2u);
+  EXPECT_EQ(ReadSessionText(text(508)).damage, "");
+  EXPECT_EQ(ReadSessionText(text(509)).steps, (Steps{{SessionStep::cOpenFile, "b.c", -1, 0}}));
+  EXPECT_EQ(ReadSessionText(text(509)).damage,
+            "left out is a value of more than some 500 characters: <f n=\"" + std::string(34, 'x') +
+                "...");
+}
+
+TEST(ReadSessionText, Damage_IsToldFromWhatIsWhole) {
+  const std::string text = SessionText({1, {{"a.c", 7}}, "/p/a.c"});
+  EXPECT_EQ(ReadSessionText(text).damage, "");
+  EXPECT_EQ(ReadSessionText("").damage, "");
+  const size_t last = text.rfind('>');
+  EXPECT_EQ(ReadSessionText(text.substr(0, last)).damage, "") << "all is there";
+  for (size_t length = 1; length < last; ++length)
+    EXPECT_EQ(ReadSessionText(text.substr(0, length)).damage, "the session is damaged") << length;
+  EXPECT_EQ(ReadSessionText(text + '\0').damage, "the session is damaged");
 }
 
 class SessionFileTest : public testing::Test {
@@ -166,6 +190,55 @@ TEST_F(SessionFileTest, Save_SameText_LeavesTheFileAlone) {
   ASSERT_TRUE(SaveSession(path, project, shell).Ok());
   ASSERT_EQ(stat(path.c_str(), &after), 0);
   EXPECT_EQ(before.st_ino, after.st_ino);
+}
+
+TEST_F(SessionFileTest, Load_Damaged_RestoresWhatIsThereAndSaysSo) {
+  const std::string a = folder.Write("p/a.c", "");
+  folder.Write("p/p.zend", "<state>\n<file n=\"a.c\"/>\n<fi");
+  EXPECT_EQ(LoadSession(path, project, shell).doubt, path + ": the session is damaged");
+  EXPECT_EQ(shell.Take(), "open " + a + " 0\n");
+}
+
+TEST_F(SessionFileTest, Load_NoRightToRead_SaysSo) {
+  folder.Write("p/p.zend", SessionText({}));
+  std::filesystem::permissions(folder.Path(), std::filesystem::perms::all);
+  std::filesystem::permissions(path, std::filesystem::perms::none);
+  const test::WithoutRights user;
+  EXPECT_EQ(LoadSession(path, project, shell).error, path + ": Permission denied");
+}
+
+TEST_F(SessionFileTest, Save_DamagedOne_IsKeptBesideTheNewOne) {
+  folder.Write("p/p.zend", "<state>\n<fi");
+  EXPECT_EQ(SaveSession(path, project, shell).error, "");
+  EXPECT_EQ(folder.Read("p/p.zend.bad"), "<state>\n<fi");
+  EXPECT_EQ(folder.Read("p/p.zend"), SessionText({}));
+  std::filesystem::remove(path + ".bad");
+  folder.Write("p/p.zend", SessionText({1, {}, ""}));
+  EXPECT_EQ(SaveSession(path, project, shell).error, "");
+  EXPECT_FALSE(folder.Exists("p/p.zend.bad")) << "a sound one is replaced";
+}
+
+TEST_F(SessionFileTest, Save_DamagedOneThatCannotBeKept_StaysAndIsSaid) {
+  const std::string victim = folder.Write("victim", "mine");
+  ASSERT_EQ(symlink(victim.c_str(), (path + ".bad").c_str()), 0);
+  folder.Write("p/p.zend", "<state>\n<fi");
+  EXPECT_EQ(SaveSession(path, project, shell).error,
+            path + ".bad: is a link. The session is not kept.");
+  EXPECT_EQ(folder.Read("victim"), "mine");
+  EXPECT_EQ(folder.Read("p/p.zend"), "<state>\n<fi");
+}
+
+TEST_F(SessionFileTest, Save_OneThatCannotBeRead_StaysAsItIs) {
+  folder.Write("p/p.zend", SessionText({1, {}, ""}));
+  std::filesystem::permissions(folder.Path(), std::filesystem::perms::all);
+  std::filesystem::permissions(folder.Path("p"), std::filesystem::perms::all);
+  std::filesystem::permissions(path, std::filesystem::perms(0222));
+  {
+    const test::WithoutRights user;
+    EXPECT_EQ(SaveSession(path, project, shell).error,
+              path + ": Permission denied. The session is not kept.");
+  }
+  EXPECT_EQ(folder.Read("p/p.zend"), SessionText({1, {}, ""}));
 }
 
 TEST_F(SessionFileTest, Save_NoFolder_FailsInWords) {

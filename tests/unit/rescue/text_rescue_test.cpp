@@ -9,6 +9,7 @@
 
 #include <cstring>
 
+#include "FileFaults.h"
 #include "IfKilled.h"
 #include "ScopedHome.h"
 #include "TempFolder.h"
@@ -218,6 +219,25 @@ TEST_F(TextRescueTest, Keep_Fails_IsTriedAgainUntilItCan) {
   rescue.Tick(start + seconds(5));
   EXPECT_THAT(Copies(), testing::ElementsAre("int a;\n"));
   EXPECT_TRUE(rescue.KeepNow());
+}
+
+TEST_F(TextRescueTest, WhyNone_IsTheReasonUntilThereIsACopyOrNothingToKeep) {
+  home.Write(".zendry", "a file in the folder's place");
+  TextRescue rescue(*this);
+  rescue.Changed(199, start);
+  EXPECT_EQ(rescue.WhyNone(), "") << "none is due";
+  rescue.Changed(1, start);
+  EXPECT_EQ(rescue.WhyNone(), "the folder for copies can't be had");
+  std::filesystem::remove(home.Path(".zendry"));
+  rescue.Tick(start + seconds(5));
+  EXPECT_EQ(rescue.WhyNone(), "");
+  test::FileFaults faults(1, ENOSPC, test::FileFaults::Extent::cAllFrom);
+  rescue.WillChange(0, 0, 1);
+  content.insert(0, "x");
+  rescue.Changed(200, start);
+  EXPECT_THAT(rescue.WhyNone(), testing::HasSubstr("No space left on device"));
+  rescue.Drop();
+  EXPECT_EQ(rescue.WhyNone(), "");
 }
 
 TEST_F(TextRescueTest, Changed_FolderCantBeHad_IsSilent) {
