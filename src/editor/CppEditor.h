@@ -79,6 +79,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
  private:
   // They leave the state of the file, the tags and the rescue copy as they are.
   using SciEditor::load;
+  using SciEditor::reload;
   using SciEditor::save;
 
   class LiveTextOf final : public CaretText {

@@ -1,6 +1,7 @@
 #include "LongLines.h"
 
 #include <algorithm>
+#include <functional>
 
 namespace mavro {
 
@@ -12,6 +13,7 @@ constexpr char cLead = '\xF4';
 constexpr int cCharacters = 0x10000;
 constexpr int cAscii = 0x80;
 constexpr size_t cShownBeginning = 60;
+constexpr size_t cDigested = 4096;  // of a line, from its beginning
 
 unsigned Byte(std::string_view text, size_t at) {
   return static_cast<unsigned char>(text[at]);
@@ -65,7 +67,13 @@ void LongLines::Avoid(int number) {
 
 // One half of the plane is for lines, so that a number is left for each character that collides.
 int LongLines::Keep(std::string_view line) {
-  return KeepBelow(cCharacters / 2, line);
+  const size_t digest = line.size() ^ std::hash<std::string_view>()(line.substr(0, cDigested));
+  const auto [first, last] = numbers.equal_range(digest);
+  for (auto known = first; known != last; ++known)
+    if (*Kept(known->second) == line) return known->second;
+  const int number = KeepBelow(cCharacters / 2, line);
+  if (number >= 0) numbers.emplace(digest, number);
+  return number;
 }
 
 int LongLines::KeepCharacter(int number) {

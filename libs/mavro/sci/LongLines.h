@@ -24,8 +24,8 @@ class LongLines {
   static constexpr int cStandInBytes = 4;
 
   bool IsEmpty() const { return kept == 0; }
-  // Keeps a line and answers the number of its stand-in; -1 when every character of the plane is
-  // in use.
+  // Keeps a line and answers the number of its stand-in, for the same line the same one; -1 when
+  // every character of the plane is in use.
   int Keep(std::string_view line);
   // Keeps a character of the plane that the text has for itself, although it is a stand-in by now:
   // answers the number of another one; -1 as above.
@@ -61,7 +61,8 @@ class LongLines {
 
   std::vector<std::shared_ptr<const std::string>> lines;  // by number; null: not a stand-in
   std::vector<bool> avoided;
-  std::map<int, int> characters;  // kept for themselves, and their stand-ins
+  std::map<int, int> characters;       // kept for themselves, and their stand-ins
+  std::multimap<size_t, int> numbers;  // of lines, by a digest
   int kept = 0;
 };
 

@@ -241,12 +241,16 @@ void SciEditor::Impl::ClassifyText() {
   ApplyOptions();
 }
 
-// What is shown of a whole text, and the encoding by which that is written back.
+// What is shown of a whole text, and the encoding by which that is written back. Where bytes are
+// letters now they stay so: undo brings the letters back.
 std::string SciEditor::Impl::ShownForm(std::string_view whole, int& textEncoding) {
   std::string shown = longLines.Fold(whole);
-  if (textEncoding != cPlainText || !longLines.AreIn(shown) ||
-      ClassifyBytes(whole) != TextBytes::cOther)
-    return shown;
+  if (textEncoding != cPlainText) return shown;
+  const TextBytes kind = ClassifyBytes(whole);
+  const bool isSpelt = Editor().encoding == cByteLetters
+                           ? kind != TextBytes::cUtf8
+                           : kind == TextBytes::cOther && longLines.AreIn(shown);
+  if (!isSpelt) return shown;
   textEncoding = cByteLetters;
   return longLines.Fold(TextOfByteLetters(whole));
 }

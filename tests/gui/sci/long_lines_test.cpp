@@ -349,6 +349,47 @@ TEST(SciLongLines, TakeText_HasTheWholeLineAndCanBeUndone) {
   });
 }
 
+TEST(SciLongLines, Reload_ReplacesOnlyWhatDiffers_AndCanBeUndone) {
+  test::TempFolder folder;
+  EditorForm form;
+  RunEditor(form, [&] {
+    const std::string first = "a\n" + LongLine() + "\nb\n" + LongLine() + "2\n";
+    const std::string second = "a\n" + LongLine() + "\nc\n" + LongLine() + "3\n";
+    ASSERT_TRUE(form.editor.load(folder.Write("a", first)));
+    EXPECT_EQ(form.editor.TextDigest(), SciEditor::DigestOfFile(folder.Path("a")));
+    form.editor.ToggleBookmark(1);
+    ASSERT_TRUE(form.editor.reload(folder.Write("a", second)));
+    EXPECT_EQ(form.editor.TextDigest(), SciEditor::DigestOfFile(folder.Path("a")));
+    EXPECT_TRUE(form.editor.GetText() == second);
+    EXPECT_EQ(form.editor.LinesNotShown(), 2);
+    EXPECT_EQ(form.editor.Send(SCI_MARKERGET, 1), 2) << "the first line was left alone";
+    form.editor.OnCommand(cSciUndo);
+    EXPECT_TRUE(form.editor.GetText() == first);
+    ASSERT_TRUE(form.editor.save(folder.Path("a")));
+    EXPECT_TRUE(folder.Read("a") == first);
+  });
+}
+
+TEST(SciLongLines, Reload_OfOtherBytes_WithAndWithoutALongLine_IsSavedTheSame) {
+  test::TempFolder folder;
+  EditorForm form;
+  RunEditor(form, [&] {
+    const std::string withLine = "\xE4\n" + LongLine(), without = "\xFC\n", ascii = "x\n";
+    for (const std::string& first : {withLine, without, ascii})
+      for (const std::string& second : {withLine, without, ascii}) {
+        ASSERT_TRUE(form.editor.load(folder.Write("a", first)));
+        EXPECT_EQ(form.editor.TextDigest(), SciEditor::DigestOfFile(folder.Path("a")));
+        ASSERT_TRUE(form.editor.reload(folder.Write("a", second)));
+        EXPECT_EQ(form.editor.TextDigest(), SciEditor::DigestOfFile(folder.Path("a")));
+        ASSERT_TRUE(form.editor.save(folder.Path("b")));
+        EXPECT_TRUE(folder.Read("b") == second);
+        form.editor.OnCommand(cSciUndo);
+        const bool isWritten = form.editor.save(folder.Path("b"));
+        EXPECT_TRUE(!isWritten || folder.Read("b") == first) << "or refused in words";
+      }
+  });
+}
+
 TEST(SciLongLines, Load_ThatFails_KeepsTextAndLines) {
   test::TempFolder folder;
   EditorForm form;

@@ -101,7 +101,7 @@ TEST(LongLines, Unfold_GivesTheSameBytes_HoweverTheTextCame) {
 TEST(LongLines, CharactersOfTheText_AreNoStandIns) {
   const std::string own = LongLines::CharacterOf(0) + LongLines::CharacterOf(2);
   const std::string longLine(cScreen + 1, 'x');
-  const std::string text = own + "\n" + longLine + "\n" + longLine + "\n" + longLine;
+  const std::string text = own + "\n" + longLine + "\n" + longLine + "2\n" + longLine + "3";
   LongLines lines;
   const std::string shown = lines.Fold(text);
   EXPECT_EQ(shown, own + "\n" + LongLines::CharacterOf(1) + "\n" + LongLines::CharacterOf(3) +
@@ -120,9 +120,18 @@ TEST(LongLines, CharacterThatIsAStandInByNow_GetsOneOfItsOwn) {
 
 TEST(LongLines, Keep_MoreThanThereAreCharacters_Refuses) {
   LongLines lines;
-  for (int i = 0; i < 0x8000; ++i) ASSERT_EQ(lines.Keep("x"), i);
+  for (int i = 0; i < 0x8000; ++i) ASSERT_EQ(lines.Keep(std::to_string(i)), i);
   EXPECT_EQ(lines.Keep("x"), -1);
   EXPECT_EQ(lines.KeepCharacter(7), 0x8000) << "what collides finds room all the same";
+}
+
+TEST(LongLines, Keep_TheSameLine_HasTheSameStandIn) {
+  LongLines lines;
+  const std::string line(cScreen + 1, 'x');
+  EXPECT_EQ(lines.Keep(line + "1"), 0);
+  EXPECT_EQ(lines.Keep(line + "2"), 1) << "they begin alike";
+  EXPECT_EQ(lines.Keep(line + "1"), 0);
+  EXPECT_EQ(lines.Keep(line + "2"), 1);
 }
 
 TEST(LongLines, Note_TellsLengthAndBeginning) {
