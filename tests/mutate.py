@@ -1,7 +1,5 @@
 #!/usr/bin/env python3
-"""mutate.py FILE... [--seed N] [--most N] [--build FOLDER] [--again]
-
-Would the unit tests notice? Makes small changes to copies of the sources FILE (a condition turned, a limit
+"""Would the unit tests notice? Makes small changes to copies of the sources FILE (a condition turned, a limit
 off by one, a statement dropped, a sign, "and" for "or", a returned truth ...), builds core_tests with them
 and says which changes no test notices. See docs/tests.md."""
 import argparse
@@ -45,6 +43,7 @@ def options():
     parser.add_argument('--seed', type=int, default=1, help='chooses the changes (1)')
     parser.add_argument('--most', type=int, default=12, help='changes for each file (12)')
     parser.add_argument('--build', default=os.path.join(TOP, 'build/dev'), help='a configured build folder')
+    parser.add_argument('--built', action='store_true', help='the build folder is up to date')
     parser.add_argument('--again', action='store_true', help='only those that survived the last time')
     return parser.parse_args()
 
@@ -188,14 +187,12 @@ class Reach:
                 for number in numbers:
                     self.by[number].append(words[0])
 
-    def tests(self, number, source):
-        """A limit that is asked for before all tests concerns each that comes by anything of its file."""
-        if number not in self.at_start:
-            return self.by[number]
-        return sorted({test for n, _ in source.numbered for test in self.by[n]})
+    def tests(self, number):
+        """What is asked for before all tests, as the value of a constant, concerns each of them."""
+        return sorted(self.time) if number in self.at_start else self.by[number]
 
-    def is_noticed(self, number, source, runner):
-        tests = self.tests(number, source)
+    def is_noticed(self, number, runner):
+        tests = self.tests(number)
         quick = [test for test in tests if self.time[test] <= QUICK_MS]
         for group in (quick, [test for test in tests if self.time[test] > QUICK_MS]):
             seconds = LEAST_SECONDS + 5 * sum(self.time[test] for test in group) / 1000
@@ -218,8 +215,10 @@ def main():
 
 def mutate(given, build, folder, survivors):
     os.nice(10)
-    if subprocess.run(['cmake', '--build', build, '--target', TEST], stdout=subprocess.DEVNULL).returncode:
-        sys.exit(f'{TEST} does not build')
+    if not given.built:
+        done = run(['cmake', '--build', build, '--target', TEST], build)
+        if done.returncode:
+            sys.exit(f'{TEST} does not build\n{done.stdout[-2000:]}')
     commands = compile_commands(build)
     sources, number = [], 0
     for path in map(os.path.abspath, given.files):
@@ -242,18 +241,20 @@ def mutate(given, build, folder, survivors):
     for source in sources:
         del source.numbered[given.most:]
     watch = os.path.join(folder, 'MutantWatch.o')
-    done = run([commands_compiler(commands), '-std=c++20', '-c', os.path.join(MUTATION, 'MutantWatch.cpp'), '-o', watch],
-               folder)
+    watcher = os.path.join(MUTATION, 'MutantWatch.cpp')
+    done = run([compiler_of(commands), '-std=c++20', '-c', watcher, '-o', watch], folder)
     if done.returncode:
         sys.exit(done.stderr)
     runner = Runner(link(build, folder, [*objects, watch]), folder)
     reached = os.path.join(folder, 'reached')
     runner.run(0, reached=reached)
     reach = Reach(reached)
+    if not reach.by:
+        sys.exit(f'{TEST} does not run with the changes built in; is the build folder up to date?')
     report(sources, reach, runner, survivors)
 
 
-def commands_compiler(commands):
+def compiler_of(commands):
     command = next(iter(commands.values()))
     return command[1] if 'ccache' in command[0] else command[0]
 
@@ -265,11 +266,13 @@ def report(sources, reach, runner, survivors):
         alive = []
         started = time.monotonic()
         for number, change in source.numbered:
-            if not reach.is_noticed(number, source, runner):
+            if not reach.is_noticed(number, runner):
                 alive.append(changes.shown(source.text, change))
-                print(f'  survives: {source.name}:{alive[-1]}  [{len(reach.tests(number, source))} tests]', flush=True)
+                tests = len(reach.tests(number))
+                print(f'  survives: {source.name}:{alive[-1]}  [{tests} tests]', flush=True)
         count = len(source.numbered)
-        print(f'{source.name}: {count - len(alive)} of {count} noticed ({time.monotonic() - started:.0f} s)', flush=True)
+        seconds = time.monotonic() - started
+        print(f'{source.name}: {count - len(alive)} of {count} noticed ({seconds:.0f} s)', flush=True)
         survivors.keep(source, alive)
         total += count
         noticed += count - len(alive)

@@ -1,61 +1,31 @@
 #include "CppTokens.h"
 
-#include <algorithm>
-#include <cctype>
-#include <iterator>
+#include <utility>
 
 namespace zendry {
 
 namespace {
-
-// Longest first. ">>" is left out on purpose.
-constexpr std::string_view cSigns[] = {"<=>", "<<=", ">>=", "->*", "...", "::", "->", "&&",
-                                       "||",  "==",  "!=",  "<=",  ">=",  "<<", "+=", "-=",
-                                       "*=",  "/=",  "%=",  "&=",  "|=",  "^=", "++", "--"};
 
 constexpr std::string_view cCompilerWords[] = {"__extension__", "__restrict", "__inline",
                                                "__inline__"};
 constexpr std::string_view cWordsWithBrackets[] = {"__attribute__", "__attribute", "alignas",
                                                    "__asm", "__asm__"};
 
-bool IsNameStart(char c) {
-  return std::isalpha(static_cast<unsigned char>(c)) || c == '_' || c == '$' || (c & 0x80);
-}
-
-bool IsNamePart(char c) {
-  return IsNameStart(c) || std::isdigit(static_cast<unsigned char>(c));
-}
-
 class Splitter {
  public:
-  explicit Splitter(std::string_view text) : rest(text) {}
+  explicit Splitter(std::string_view text) : lexer(text) {}
 
   ExpandedSource Split() {
-    while (SkipBlanks()) {
-      if (rest.front() == '#' && atLineStart)
-        ReadMarker(Take(std::min(rest.find('\n'), rest.size())));
+    for (CppPiece piece = lexer.Next(); piece.kind != CppPiece::Kind::cEnd; piece = lexer.Next()) {
+      if (piece.kind == CppPiece::Kind::cDirective)
+        ReadMarker(piece.text);
       else
-        ReadToken();
+        Add(piece);
     }
     return {std::move(tokens), std::move(headers)};
   }
 
  private:
-  bool SkipBlanks() {
-    atLineStart = tokens.empty();
-    while (!rest.empty() && std::isspace(static_cast<unsigned char>(rest.front()))) {
-      atLineStart |= rest.front() == '\n';
-      rest.remove_prefix(1);
-    }
-    return !rest.empty();
-  }
-
-  std::string_view Take(size_t length) {
-    const std::string_view taken = rest.substr(0, length);
-    rest.remove_prefix(taken.size());
-    return taken;
-  }
-
   // "# LINE "FILE" FLAGS": 1 enters a file, 2 comes back to one. What the source itself includes
   // lies at depth 1.
   void ReadMarker(std::string_view marker) {
@@ -68,72 +38,13 @@ class Splitter {
     if (leaves) --depth;
   }
 
-  void ReadToken() {
-    const char c = rest.front();
-    if (IsNameStart(c))
-      ReadWord();
-    else if (std::isdigit(static_cast<unsigned char>(c)))
-      Add(CppToken::cNumber, NumberLength());
-    else if (c == '"' || c == '\'')
-      Add(CppToken::cLiteral, LiteralLength(0));
-    else
-      Add(CppToken::cSign, SignLength());
-  }
-
-  void ReadWord() {
-    const size_t length = WordLength();
-    const bool isPrefix =
-        length < rest.size() && (rest[length] == '"' || rest[length] == '\'') && length <= 3;
-    if (!isPrefix) return Add(CppToken::cName, length);
-    const bool isRaw = rest[length - 1] == 'R' && rest[length] == '"';
-    Add(CppToken::cLiteral, isRaw ? RawLength(length) : LiteralLength(length));
-  }
-
-  size_t WordLength() const {
-    const auto end = std::find_if_not(rest.begin(), rest.end(), IsNamePart);
-    return static_cast<size_t>(end - rest.begin());
-  }
-
-  size_t NumberLength() const {
-    size_t length = 1;
-    for (; length < rest.size(); ++length) {
-      const char c = rest[length];
-      const bool isSign = (c == '+' || c == '-') &&
-                          std::string_view("eEpP").find(rest[length - 1]) != std::string_view::npos;
-      if (!IsNamePart(c) && c != '.' && c != '\'' && !isSign) break;
-    }
-    return length;
-  }
-
-  size_t LiteralLength(size_t start) const {
-    size_t i = start + 1;
-    while (i < rest.size() && rest[i] != rest[start]) i += rest[i] == '\\' ? 2 : 1;
-    return std::min(i + 1, rest.size());
-  }
-
-  size_t RawLength(size_t quote) const {
-    const size_t open = rest.find('(', quote);
-    if (open == std::string_view::npos) return rest.size();
-    std::string end = ")";
-    end.append(rest.substr(quote + 1, open - quote - 1)).append("\"");
-    const size_t found = rest.find(end, open);
-    return found == std::string_view::npos ? rest.size() : found + end.size();
-  }
-
-  size_t SignLength() const {
-    for (const std::string_view sign : cSigns)
-      if (rest.starts_with(sign)) return sign.size();
-    return 1;
-  }
-
-  void Add(CppToken::Kind kind, size_t length) {
+  void Add(const CppPiece& piece) {
     const int header = depth > 0 ? static_cast<int>(headers.size()) - 1 : -1;
-    tokens.push_back({kind, Take(length), header});
+    tokens.push_back({piece.kind, piece.text, header});
   }
 
-  std::string_view rest;
+  CppLexer lexer;
   std::vector<CppToken> tokens;
-  bool atLineStart = true;
   std::vector<std::string> headers;
   int depth = 0;
 };
@@ -225,7 +136,7 @@ void CppCursor::SkipRequires() {
       SkipBalanced();
       continue;
     }
-    while (Is("::") || Peek().kind == CppToken::cName) {
+    while (Is("::") || Peek().kind == CppToken::Kind::cWord) {
       Next();
       if (Is("<")) SkipAngles();
       if (!Accept("::")) break;

@@ -6,13 +6,15 @@
 #include <string_view>
 #include <vector>
 
+#include "code/CppLexer.h"
+
 namespace zendry {
 
 // A token of preprocessed C++.
 struct CppToken {
-  enum Kind { cName, cNumber, cLiteral, cSign };
+  using Kind = CppPiece::Kind;
 
-  Kind kind = cSign;
+  Kind kind = Kind::cSign;
   std::string_view text;  // lies in the text that was split
   int header = -1;        // index of the header that it came by; -1: the source itself
 
@@ -35,8 +37,7 @@ struct ExpandedSource {
   std::vector<std::string> headers;  // names without folders
 };
 
-// Splits the compiler's output. ">>" gives two tokens, so that template arguments can be matched;
-// every other sign is as long as it can be.
+// Splits the compiler's output; its line markers tell the header of each token.
 ExpandedSource SplitTokens(std::string_view expanded);
 
 // A place in a run of tokens. Behind its end stand empty tokens.

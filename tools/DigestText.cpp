@@ -37,12 +37,12 @@ size_t BehindMatch(const CppTokens& tokens, size_t open) {
 
 bool IsReadable(const CppToken& token) {
   constexpr std::string_view cReadable[] = {",", "<", ">", "::", "*", "&", "&&", "..."};
-  return token.kind == CppToken::cName || token.kind == CppToken::cNumber ||
+  return token.kind == CppToken::Kind::cWord || token.kind == CppToken::Kind::cNumber ||
          IsOneOf(token.text, cReadable);
 }
 
 bool IsWord(const CppToken& token) {
-  return token.kind == CppToken::cName || token.kind == CppToken::cNumber;
+  return token.kind == CppToken::Kind::cWord || token.kind == CppToken::Kind::cNumber;
 }
 
 // Whether a blank stands between two tokens.
@@ -61,7 +61,7 @@ std::vector<CppTokens> SplitParameters(const CppTokens& tokens) {
       ++i;
       continue;
     }
-    const bool isName = i > 0 && tokens[i - 1].kind == CppToken::cName;
+    const bool isName = i > 0 && tokens[i - 1].kind == CppToken::Kind::cWord;
     const bool isOpening = tokens[i].Is("(") || tokens[i].Is("[") || tokens[i].Is("{") ||
                            (tokens[i].Is("<") && isName);
     const size_t end = isOpening ? BehindMatch(tokens, i) : i + 1;
@@ -86,7 +86,7 @@ CppTokens DigestText::Simplified(const CppTokens& tokens) const {
   CppTokens simple;
   for (size_t i = 0; i < tokens.size();) {
     const CppToken& token = tokens[i];
-    if (IsOneOf(token.text, cDropped) || token.kind == CppToken::cLiteral) {
+    if (IsOneOf(token.text, cDropped) || token.kind == CppToken::Kind::cLiteral) {
       ++i;
     } else if (token.Is("std") && i + 1 < tokens.size() && tokens[i + 1].Is("::")) {
       i += 2;
@@ -94,11 +94,11 @@ CppTokens DigestText::Simplified(const CppTokens& tokens) const {
                (simple.empty() || !(IsWord(simple.back()) || simple.back().Is(">")))) {
       ++i;
     } else if (token.Is("decltype") || token.Is("__typeof__")) {
-      simple.push_back({CppToken::cName, "auto", -1});
+      simple.push_back({CppToken::Kind::cWord, "auto", -1});
       i = BehindMatch(tokens, i + 1);
     } else if (token.Is("[") && i + 1 < tokens.size() && tokens[i + 1].Is("[")) {
       i = BehindMatch(tokens, i);
-    } else if (token.Is("<") && !simple.empty() && simple.back().kind == CppToken::cName) {
+    } else if (token.Is("<") && !simple.empty() && simple.back().kind == CppToken::Kind::cWord) {
       const size_t end = BehindMatch(tokens, i);
       const bool isFamily = Name(simple.back().text) != simple.back().text &&
                             simple.back().text.starts_with(cFamilyPrefix);
@@ -123,7 +123,8 @@ std::string DigestText::Joined(const CppTokens& tokens) const {
   std::string text;
   for (size_t i = 0; i < tokens.size(); ++i) {
     if (i > 0 && IsApart(tokens[i - 1], tokens[i])) text += ' ';
-    text += tokens[i].kind == CppToken::cName ? Name(tokens[i].text) : std::string(tokens[i].text);
+    text += tokens[i].kind == CppToken::Kind::cWord ? Name(tokens[i].text)
+                                                    : std::string(tokens[i].text);
   }
   return text;
 }
@@ -143,7 +144,7 @@ std::string DigestText::Parameters(const CppTokens& tokens) const {
     const auto assign = std::find_if(parameter.begin(), parameter.end(), isAssign);
     const auto inDefault = static_cast<size_t>(parameter.end() - assign);
     const auto isHard = [](const CppToken& token) {
-      return token.kind == CppToken::cLiteral || token.Is("<") || token.Is("{");
+      return token.kind == CppToken::Kind::cLiteral || token.Is("<") || token.Is("{");
     };
     const bool keepsDefault =
         inDefault <= cMostInDefault && std::none_of(assign, parameter.end(), isHard);

@@ -169,7 +169,7 @@ class Digest {
     std::string base;
     for (const CppToken& token : alias.type) {
       if (token.Is("<")) break;
-      if (token.kind == CppToken::cName) base = words.Name(token.text);
+      if (token.kind == CppToken::Kind::cWord) base = words.Name(token.text);
     }
     if (IsHidden(alias.name) || !names.contains(base) || names.contains(alias.name)) return;
     Add(alias.header, writer.WriteDerived(alias.name, base), alias.name);

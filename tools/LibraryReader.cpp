@@ -55,7 +55,7 @@ class LibraryParser {
     cursor.SkipAttributes();
     if (cursor.Is("namespace") || (cursor.Is("inline") && cursor.Peek(1).Is("namespace")))
       return ReadNamespace(isInside);
-    if (cursor.Is("extern") && cursor.Peek(1).kind == CppToken::cLiteral &&
+    if (cursor.Is("extern") && cursor.Peek(1).kind == CppToken::Kind::cLiteral &&
         cursor.Peek(2).Is("{")) {
       cursor.position += 3;
       return ReadMembersUntilBrace(isInside);
@@ -78,7 +78,7 @@ class LibraryParser {
     cursor.SkipAttributes();
     std::string name;
     bool isOurs = isInside;
-    while (cursor.Peek().kind == CppToken::cName && !cursor.Is("__attribute__")) {
+    while (cursor.Peek().kind == CppToken::Kind::cWord && !cursor.Is("__attribute__")) {
       name = cursor.Next().text;
       isOurs = isOurs || name == space;
       cursor.Accept("::");
@@ -131,7 +131,7 @@ class LibraryParser {
     cursor.Next();
     LibraryAlias alias;
     alias.header = cursor.Peek().header;
-    if (cursor.Peek().kind == CppToken::cName) {
+    if (cursor.Peek().kind == CppToken::Kind::cWord) {
       alias.name = cursor.Next().text;
       cursor.SkipAttributes();
       if (!cursor.Accept("=")) alias.name.clear();
@@ -147,7 +147,7 @@ class LibraryParser {
     alias.header = cursor.Peek().header;
     alias.type = TakeStatement();
     const auto isBracket = [](const CppToken& token) { return token.Is("(") || token.Is("["); };
-    if (alias.type.size() < 2 || alias.type.back().kind != CppToken::cName ||
+    if (alias.type.size() < 2 || alias.type.back().kind != CppToken::Kind::cWord ||
         std::any_of(alias.type.begin(), alias.type.end(), isBracket))
       return alias;
     alias.name = alias.type.back().text;
@@ -223,7 +223,7 @@ class LibraryParser {
 
   void ReadClassName(LibraryClass& found) {
     bool isQualified = false;
-    while (cursor.Peek().kind == CppToken::cName && !cursor.Is("final")) {
+    while (cursor.Peek().kind == CppToken::Kind::cWord && !cursor.Is("final")) {
       found.name = cursor.Next().text;
       if (cursor.Is("<")) {
         cursor.SkipAngles();
@@ -237,7 +237,7 @@ class LibraryParser {
 
   void ReadEnumerators(LibraryClass& found, const CppToken& name) {
     const CppToken type =
-        found.name.empty() ? CppToken{CppToken::cName, "int", found.header} : name;
+        found.name.empty() ? CppToken{CppToken::Kind::cWord, "int", found.header} : name;
     while (!cursor.AtEnd() && !cursor.Is("{") && !cursor.Is(";")) cursor.Next();
     if (!cursor.Accept("{")) return;
     while (!cursor.AtEnd() && !cursor.Accept("}")) {
@@ -265,7 +265,7 @@ class LibraryParser {
           baseAccess = cPrivate;
         else if (cursor.Is("<"))
           cursor.SkipAngles();
-        else if (cursor.Peek().kind == CppToken::cName)
+        else if (cursor.Peek().kind == CppToken::Kind::cWord)
           base.name = cursor.Next().text;
         else
           cursor.Next();
@@ -326,12 +326,12 @@ class LibraryParser {
 
   // "using Base::name;" makes a member of the base public.
   static void AddUsed(LibraryClass& owner, const CppTokens& tokens) {
-    if (tokens.size() < 2 || tokens.back().kind != CppToken::cName) return;
+    if (tokens.size() < 2 || tokens.back().kind != CppToken::Kind::cWord) return;
     LibraryMember member;
     member.kind = LibraryMember::cFunction;
     member.name = tokens.back().text;
     if (!tokens[tokens.size() - 2].Is("::")) return;
-    member.type = {{CppToken::cName, "auto", -1}};
+    member.type = {{CppToken::Kind::cWord, "auto", -1}};
     owner.members.push_back(std::move(member));
   }
 
@@ -456,7 +456,7 @@ class LibraryParser {
     bool afterName = false;
     while (!cursor.AtEnd() && !cursor.Is("(") && !cursor.Is(";")) {
       const CppToken& token = cursor.Next();
-      const bool isName = token.kind == CppToken::cName;
+      const bool isName = token.kind == CppToken::Kind::cWord;
       if (isName && afterName) name += ' ';
       name += token.text;
       afterName = isName;
@@ -465,7 +465,7 @@ class LibraryParser {
   }
 
   static std::string TakeDataName(LibraryMember& member) {
-    if (member.type.empty() || member.type.back().kind != CppToken::cName) return "";
+    if (member.type.empty() || member.type.back().kind != CppToken::Kind::cWord) return "";
     std::string name(member.type.back().text);
     member.type.pop_back();
     return name;

@@ -52,7 +52,7 @@ class Definition {
   std::string LibraryName() const {
     std::string name;
     for (const CppToken& token : source.tokens)
-      if (token.header < 0 && token.kind == CppToken::cLiteral && token.text.size() > 2)
+      if (token.header < 0 && token.kind == CppToken::Kind::cLiteral && token.text.size() > 2)
         name += token.text.substr(1, token.text.size() - 2);
     return name;
   }
@@ -87,7 +87,7 @@ class Definition {
   void Line(const char* element, const std::string& name, const std::string& path, int id,
             const std::string& switches = "") {
     XmlTag tag;
-    tag.begin(element, 0, true);
+    tag.begin(element, 0, XmlTag::Ends::cAtOnce);
     tag.set(name, switches, path, "", id);
     tag.write(text);
   }

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string_view>
 
+#include "FilePath.h"
 #include "WindresObject.h"
 #include "WindresPreprocess.h"
 #include "WindresScript.h"
@@ -35,11 +36,6 @@ class Descriptor {
 
 std::string Reason() {
   return std::strerror(errno);
-}
-
-std::string FolderOf(const std::string& file) {
-  const size_t slash = file.rfind('/');
-  return slash == std::string::npos ? "" : file.substr(0, slash + 1);
 }
 
 class Compilation {
@@ -109,7 +105,7 @@ class Compilation {
   // A resource's file lies beside the script that names it, else in one of the search folders.
   std::string Locate(const Resource& resource) const {
     if (resource.file[0] == '/') return resource.file;
-    std::string path = FolderOf(resource.place.file) + resource.file;
+    std::string path = mavro::FolderOf(resource.place.file) + resource.file;
     for (size_t i = 0; access(path.c_str(), F_OK) != 0; ++i) {
       if (i == options.includeFolders.size()) return resource.file;
       path = options.includeFolders[i] + "/" + resource.file;

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "AsciiCase.h"
 #include "Assert.h"
 
 namespace zendry {
@@ -24,15 +25,6 @@ constexpr Extension cExtensions[] = {
     {"cpp", cCppSource}, {"cp", cCppSource},      {"c", cCSource},
     {"h", cHeader},      {"rc", cResourceScript}, {"zpj", cProjectFile},
 };
-
-char Upper(char c) {
-  return static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
-}
-
-bool EqualIgnoringCase(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return Upper(x) == Upper(y); });
-}
 
 // The "." that an extension begins with.
 size_t ExtensionDot(std::string_view path) {
@@ -70,7 +62,7 @@ int FileKind(std::string_view path) {
   const size_t dot = path.rfind('.');
   if (dot == std::string_view::npos) return cUnknownKind;
   for (const Extension& extension : cExtensions)
-    if (EqualIgnoringCase(path.substr(dot + 1), extension.text)) return extension.kind;
+    if (mavro::EqualNoCase(path.substr(dot + 1), extension.text)) return extension.kind;
   return cUnknownKind;
 }
 
@@ -126,7 +118,7 @@ std::string MakeRelativePath(std::string_view path, std::string_view folder) {
   // Pass 1: how far both agree.
   const size_t shorter = std::min(path.size(), folder.size());
   size_t k = 0;
-  while (k < shorter && Upper(path[k]) == Upper(folder[k])) ++k;
+  while (k < shorter && mavro::AsciiUpper(path[k]) == mavro::AsciiUpper(folder[k])) ++k;
   // Pass 2: back to the "/" that ends the last folder they share. "/a/bc" doesn't share "/a/b".
   const auto endsFolder = [&](size_t at) {
     return at < path.size() && path[at] == '/' && (at == folder.size() || folder[at] == '/');

@@ -97,11 +97,11 @@ void XmlTag::ClearValues() {
   id = -1;
 }
 
-void XmlTag::begin(std::string_view newElement, int indentCount, bool isClosed) {
+void XmlTag::begin(std::string_view newElement, int indentCount, Ends ends) {
   ClearValues();
   element = newElement;
   indent.assign(static_cast<size_t>(indentCount), '\t');
-  closed = isClosed;
+  closed = ends == Ends::cAtOnce;
 }
 
 void XmlTag::set(std::string_view newN, std::string_view newO, std::string_view newP,

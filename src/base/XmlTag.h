@@ -44,8 +44,10 @@ class XmlTag {
   int id = -1;  // -1 when absent
   TagLabels labels;
 
+  // Whether an element ends at once, by "/>".
+  enum class Ends { cLater, cAtOnce };
   // Starts an element without attributes.
-  void begin(std::string_view newElement, int indentCount, bool isClosed);
+  void begin(std::string_view newElement, int indentCount, Ends ends);
   void set(std::string_view newN, std::string_view newO, std::string_view newP,
            std::string_view newV, int newId);
 

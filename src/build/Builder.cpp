@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include "CommandLine.h"
+#include "FilePath.h"
 #include "SystemDialogs.h"
 #include "base/Paths.h"
 #include "base/Shell.h"
@@ -30,11 +31,6 @@ bool IsSource(const ProjectFile& file) {
 
 const std::string& CompilerOf(const ProjectFile& file) {
   return file.type == cCppSource ? theIdeConfig.gpp : theIdeConfig.gcc;
-}
-
-bool IsFolder(const std::string& path) {
-  struct stat info;
-  return stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
 }
 
 // What can't be done, and the reason that the system gave last.
@@ -109,7 +105,7 @@ bool Builder::PrepareBuild(ErrorMark mark) {
 bool Builder::EnsureOutputFolder() {
   const std::string& folder = project->outputFolder;
   constexpr mode_t cLessUserMask = 0777;
-  if (IsFolder(folder) || mkdir(folder.c_str(), cLessUserMask) == 0) return true;
+  if (mavro::IsFolder(folder) || mkdir(folder.c_str(), cLessUserMask) == 0) return true;
   Refuse(folder, Because("it can't be made"));
   return false;
 }
@@ -350,7 +346,7 @@ void Builder::DeleteOutputs(std::string_view extension) {
   fs::directory_iterator entry(project->outputFolder, error);
   for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
     const std::string& path = entry->path().native();
-    if (!path.ends_with(extension) || IsFolder(path)) continue;
+    if (!path.ends_with(extension) || mavro::IsFolder(path)) continue;
     if (unlink(path.c_str()) != 0) Refuse(path, Because("it can't be deleted"));
   }
   if (error) Refuse(project->outputFolder, "it can't be read: " + error.message());

@@ -5,13 +5,15 @@
 #include <string_view>
 #include <vector>
 
+#include "code/CppLexer.h"
+
 namespace zendry {
 
 class CaretText;
 
 // A piece of a source text: a word, a number, a literal or an operator.
 struct CodeToken {
-  enum class Kind : char { cWord, cNumber, cLiteral, cSign };
+  using Kind = CppPiece::Kind;
 
   Kind kind = Kind::cSign;
   int start = 0;  // in the text

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "AsciiCase.h"
 #include "Assert.h"
 #include "FileText.h"
 #include "SystemDialogs.h"
@@ -40,15 +41,6 @@ std::optional<FileIdentity> IdentityOf(const std::string& path) {
   return FileIdentity{status.st_dev, status.st_ino};
 }
 
-char Upper(char c) {
-  return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
-bool EqualButForCase(const std::string& a, const std::string& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](char x, char y) { return Upper(x) == Upper(y); });
-}
-
 // Whether an open file is what a path stands for. Names alone decide where one of them can't be
 // found on the disk.
 bool NamesSameFile(const std::string& open, const std::string& path,
@@ -56,7 +48,7 @@ bool NamesSameFile(const std::string& open, const std::string& path,
   if (open == path) return true;
   if (open.empty()) return false;
   const std::optional<FileIdentity> its = IdentityOf(open);
-  return its && identity ? its == identity : EqualButForCase(open, path);
+  return its && identity ? its == identity : mavro::EqualNoCase(open, path);
 }
 
 // The text alone: the file has a tab already.
@@ -98,6 +90,7 @@ void EditTab::SetModified(bool on) {
 
 void EditTab::ShowName() {
   caption = BaseName(editor->fileName);
+  editor->accessibleName = caption;
   text = modified ? caption + "*" : caption;
 }
 

@@ -22,6 +22,7 @@ constexpr size_t cMaxRowText = 0x4000;
 ReferenceList::ReferenceList(const std::string& caption, EditorMark newMark, EditTabs& itsTabs)
     : mark(newMark), tabs(itsTabs) {
   text = caption;
+  list.accessibleName = caption;
   list.AddColumn("file", cFileWidth);
   list.AddColumn("message", cLineWidth);
   list.AddColumn("text", cTextWidth);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "FilePath.h"
 #include "SystemDialogs.h"
 #include "base/Paths.h"
 #include "base/ReasonFirst.h"
@@ -43,14 +44,9 @@ constexpr CommandRow cRows[] = {
     {cExitCommand, "E&xit"},
 };
 
-std::string FolderOf(const std::string& path) {
-  const size_t slash = path.rfind('/');
-  return slash == std::string::npos ? "" : path.substr(0, slash);
-}
-
 std::string FolderOfLastProject() {
   const auto& items = theIdeSession.recentProjects.items;
-  return items.empty() ? "" : FolderOf(items.front());
+  return items.empty() ? "" : mavro::FolderOf(items.front());
 }
 
 }  // namespace

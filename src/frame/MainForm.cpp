@@ -111,8 +111,10 @@ void MainForm::InitPanels() {
   leftPanel.Add(&leftTabs);
   projectPage.text = "Project";
   projectPage.Add(&projectTree);
+  projectTree.accessibleName = projectPage.text;
   classesPage.text = "Classes";
   classesPage.Add(&classTree);
+  classTree.accessibleName = classesPage.text;
   leftTabs.Add(&projectPage);
   leftTabs.Add(&classesPage);
   rightPanel.Add(&editTabs);
@@ -139,10 +141,12 @@ void MainForm::InitBottomPanel() {
   output.font = mavro::Font(font.size, font.style, font.name);
   outputPage.text = "Output";
   outputPage.Add(&output);
+  output.accessibleName = outputPage.text;
   bottomTabs.Add(&outputPage);
   bottomTabs.Add(&errorList);
   for (int i = 0; i < 4; ++i) {
     watches[i].text = "Watch-" + std::to_string(i + 1);
+    watches[i].list.accessibleName = watches[i].text;
     bottomTabs.Add(&watches[i]);
   }
   bottomTabs.Add(&resultList);

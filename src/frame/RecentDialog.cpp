@@ -34,6 +34,7 @@ class SelectBox : public mavro::Form {
 
 SelectBox::SelectBox(const std::string& title, const std::vector<std::string>& texts) {
   text = title;
+  list.accessibleName = title;
   SetSize(cWidth, cHeight);
   for (const std::string& item : texts) list.items.Add(item);
   if (!texts.empty()) list.selectedIndex = 0;

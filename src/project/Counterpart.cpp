@@ -3,6 +3,7 @@
 #include <set>
 #include <vector>
 
+#include "FilePath.h"
 #include "FileText.h"
 #include "base/Paths.h"
 #include "project/Project.h"
@@ -18,18 +19,15 @@ const std::vector<std::string>& ExtensionsFor(int kind) {
 }
 
 // With its trailing slash.
-std::string FolderOf(const std::string& path) {
-  return path.substr(0, path.rfind('/') + 1);
-}
-
 }  // namespace
 
 std::string FindCounterpart(const std::string& path, const Project& project) {
-  const std::string name = path.substr(FolderOf(path).size());
-  std::vector<std::string> folders = {FolderOf(path)};
+  const std::string name = path.substr(mavro::FolderOf(path).size());
+  std::vector<std::string> folders = {mavro::FolderOf(path)};
   std::set<std::string> seen(folders.begin(), folders.end());
   for (const auto& file : project.Files())
-    if (seen.insert(FolderOf(file->name)).second) folders.push_back(FolderOf(file->name));
+    if (seen.insert(mavro::FolderOf(file->name)).second)
+      folders.push_back(mavro::FolderOf(file->name));
   for (const std::string& extension : ExtensionsFor(FileKind(path)))
     for (const std::string& folder : folders) {
       const std::string wanted = ChangeExtension(folder + name, extension);

@@ -43,7 +43,7 @@ void ProjectWriter::Line(int depth, std::string_view element) {
 
 void ProjectWriter::Tag(int depth, std::string_view element, const Attributes& attributes) {
   XmlTag tag(cLabels);
-  tag.begin(element, depth, true);
+  tag.begin(element, depth, XmlTag::Ends::cAtOnce);
   tag.set(attributes.name, attributes.opt, attributes.p, attributes.value, attributes.id);
   tag.write(out.text);
   if (!out.unwritable.empty() || tag.ReadsBack()) return;

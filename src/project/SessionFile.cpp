@@ -17,7 +17,7 @@ constexpr TagLabels cLabels = {"name", "opt", "p", "value"};
 void WriteTag(std::string& text, int depth, std::string_view element, std::string_view path,
               std::string_view option, int id) {
   XmlTag tag(cLabels);
-  tag.begin(element, depth, true);
+  tag.begin(element, depth, XmlTag::Ends::cAtOnce);
   tag.set(path, option, "", "", id);
   if (tag.ReadsBack()) tag.write(text);
 }

@@ -7,11 +7,12 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
 #include <optional>
+
+#include "base/ParseInt.h"
 
 namespace zendry {
 
@@ -43,9 +44,7 @@ uint64_t StartOf(pid_t process) {
   rest.remove_prefix(std::min(rest.rfind(')'), rest.size()));
   for (int i = 0; i < cFieldsBefore; ++i)
     rest.remove_prefix(std::min(rest.find(' ') + 1, rest.size()));
-  uint64_t start = 0;
-  std::from_chars(rest.data(), rest.data() + rest.size(), start);
-  return start;
+  return TakeNumber<uint64_t>(rest).value_or(0);
 }
 
 // A process can have the number of one that has ended: in a container they often have the same.
@@ -80,16 +79,6 @@ std::optional<RescueCopy> ReadCopy(const std::string& file) {
   if (end == std::string::npos) return std::nullopt;
   return RescueCopy{file, bytes->substr(0, end), bytes->substr(end + 1),
                     mavro::ReadFileText(StepsOf(file)).value_or("")};
-}
-
-// A whole number at the start of `text`, which is taken off; 0 for none.
-template <class T>
-T TakeNumber(std::string_view& text) {
-  T number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc()) return 0;
-  text.remove_prefix(static_cast<size_t>(end - text.data()));
-  return number;
 }
 
 }  // namespace
@@ -128,15 +117,15 @@ void RescueCopies::Forget(const RescueCopy& copy) {
 bool RescueCopies::IsOfTheDead(std::string_view fileName) const {
   if (!fileName.starts_with(kind + "-")) return false;
   fileName.remove_prefix(kind.size() + 1);
-  const auto maker = TakeNumber<pid_t>(fileName);
+  const auto maker = TakeNumber<pid_t>(fileName).value_or(0);
   uint64_t start = 0;
   if (fileName.starts_with(".")) {
     fileName.remove_prefix(1);
-    start = TakeNumber<uint64_t>(fileName);
+    start = TakeNumber<uint64_t>(fileName).value_or(0);
   }
   if (maker <= 0 || !fileName.starts_with("-")) return false;
   fileName.remove_prefix(1);
-  return TakeNumber<int>(fileName) > 0 && fileName.empty() && !IsAlive(maker, start);
+  return TakeNumber<int>(fileName).value_or(0) > 0 && fileName.empty() && !IsAlive(maker, start);
 }
 
 std::vector<RescueCopy> RescueCopies::OfTheDead() const {

@@ -1,9 +1,11 @@
 #include "rescue/TextRescue.h"
 
 #include <algorithm>
-#include <charconv>
+#include <optional>
 #include <random>
 #include <string_view>
+
+#include "base/ParseInt.h"
 
 namespace zendry {
 
@@ -53,10 +55,11 @@ std::string FormatFacts(uint64_t name, const TextFacts& facts) {
 // when there is none.
 template <class T>
 bool TakeField(std::string_view& line, T& value) {
-  const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), value);
-  const auto length = static_cast<size_t>(end - line.data());
-  if (error != std::errc() || length == line.size() || *end != ' ') return false;
-  line.remove_prefix(length + 1);
+  std::string_view rest = line;
+  const std::optional<T> number = TakeNumber<T>(rest);
+  if (!number || !rest.starts_with(' ')) return false;
+  value = *number;
+  line = rest.substr(1);
   return true;
 }
 

@@ -83,7 +83,7 @@ class CacheWriter {
   // Only what an element closes itself has a slash. False when it was left out.
   bool Line(std::string_view element, int depth, const Values& values) {
     XmlTag tag;
-    tag.begin(element, depth, depth > 0);
+    tag.begin(element, depth, depth > 0 ? XmlTag::Ends::cAtOnce : XmlTag::Ends::cLater);
     tag.set(values.n, values.o, values.p, values.v, values.id);
     for (std::string* leastNeeded : {&tag.p, &tag.v}) {
       if (IsGood(tag)) break;
@@ -102,7 +102,7 @@ class CacheWriter {
 
 std::string Stamp(std::string_view definitionMark, std::string_view text) {
   XmlTag tag;
-  tag.begin("stamp", 0, true);
+  tag.begin("stamp", 0, XmlTag::Ends::cAtOnce);
   tag.set(definitionMark, Hexadecimal(TextMark(text)), "", "", -1);
   std::string line;
   tag.write(line);

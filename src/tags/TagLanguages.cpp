@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "AsciiCase.h"
 #include "Assert.h"
 
 namespace zendry {
@@ -114,16 +115,7 @@ KindState& StateOf(Language language, TagType type) {
   return theKindStates[static_cast<int>(language)][static_cast<int>(type)];
 }
 
-char LowerCase(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 }  // namespace
-
-bool EqualNoCase(std::string_view one, std::string_view other) {
-  return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                    [](char a, char b) { return LowerCase(a) == LowerCase(b); });
-}
 
 std::span<const LanguageRecord> Languages() {
   return cLanguages;
@@ -135,7 +127,7 @@ const LanguageRecord& RecordOf(Language language) {
 
 std::optional<Language> LanguageNamed(std::string_view name) {
   for (const LanguageRecord& record : cLanguages)
-    if (EqualNoCase(record.name, name)) return record.language;
+    if (mavro::EqualNoCase(record.name, name)) return record.language;
   return {};
 }
 

@@ -60,9 +60,6 @@ const LanguageRecord& RecordOf(Language language);
 // "C++" and the like, upper or lower case.
 std::optional<Language> LanguageNamed(std::string_view name);
 
-// Letters A to Z compare as a to z.
-bool EqualNoCase(std::string_view one, std::string_view other);
-
 // The kind of a type of tag in a language; null when it has none.
 const TagKind* FindKind(Language language, TagType type);
 // The same where the language must have one: else an assertion of its own fails.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "AsciiCase.h"
 #include "Assert.h"
 #include "base/Shell.h"
 #include "tags/TagC.h"
@@ -70,7 +71,7 @@ std::optional<Language> TagParser::languageOf(std::string_view path, bool& isHea
   const std::string_view extension = path.substr(start, cLongestExtension);
   for (const LanguageRecord& record : Languages())
     for (const std::string_view each : record.extensions) {
-      if (!EqualNoCase(each, extension)) continue;
+      if (!mavro::EqualNoCase(each, extension)) continue;
       isHeader = record.language == Language::cCpp && (extension[0] == 'h' || extension[0] == 'H');
       return record.language;
     }

@@ -29,16 +29,20 @@ class Package(ZendryTest):
         self.assertEqual(result.returncode, 0, result.stderr)
 
     def shell(self, commands):
-        environment = {**self.desktop.environment, 'CMAKE_GENERATOR': 'Ninja'}
-        result = run('sh', '-ec', commands, cwd=self.work, env=environment)
+        result = run('sh', '-ec', commands, cwd=self.work, env=self.desktop.environment)
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
         return result.stdout
 
-    def do(self, block):
+    def do(self, block, program='hello'):
         """Runs a block but for its last line, which starts the program; answers the program's path."""
-        *commands, program = self.blocks[block].splitlines()
+        *commands, started = self.blocks[block].replace('hello', program).splitlines()
         self.shell('\n'.join(commands))
-        return os.path.join(self.work, program)
+        return os.path.join(self.work, started)
+
+    def start(self, name):
+        """Builds a program of the page and starts it."""
+        self.install(os.path.join(self.desktop.home, 'mavro'))
+        return self.desktop.start([self.do('pkg-config', name)])
 
     def greets(self, program):
         """The form works: what is typed stands in its title after the button is pressed."""
@@ -51,9 +55,11 @@ class Package(ZendryTest):
         form.key('alt+F4')
         self.assertEqual(form.process.wait(20), 0)
 
+    def title(self):
+        return self.desktop.ask('xdotool', 'getactivewindow', 'getwindowname').strip()
+
     def wait_for_title(self, title):
-        wait_until(lambda: self.desktop.ask('xdotool', 'getactivewindow', 'getwindowname').strip() == title,
-                   f'the title "{title}"', 20)
+        wait_until(lambda: self.title() == title, f'the title "{title}"', 20)
 
     def test_page_installs_where_it_then_looks(self):
         self.assertIn('--prefix "$HOME/mavro"', self.blocks['install'])
@@ -66,10 +72,65 @@ class Package(ZendryTest):
         self.install(os.path.join(self.desktop.home, 'mavro'))
         self.greets(self.do('cmake'))
 
+    def test_commands_by_hotkey_menu_and_button(self):
+        form = self.start('menu')
+        self.wait_for_title('Counter 0')
+        form.key('ctrl+u')
+        self.wait_for_title('Counter 1')
+        form.key('space')
+        self.wait_for_title('Counter 2')
+        form.key('F5')
+        self.wait_for_title('Counter 1')
+        form.key('alt+c', 'd')
+        self.wait_for_title('Counter 0')
+        self.picture('page-menu')
+        form.key('ctrl+q')
+        self.assertEqual(form.process.wait(20), 0)
+
+    def test_dialog_takes_values_by_ok_only(self):
+        form = self.start('dialog')
+        self.wait_for_title('Nobody')
+        form.key('alt+p')
+        self.wait_for_title('Person')
+        form.type('Ann')
+        form.key('Escape')
+        self.wait_for_title('Nobody')
+        form.key('alt+p')
+        self.wait_for_title('Person')
+        form.key('Return')
+        self.wait_for_title('Person: a name, please')
+        form.type('Bob')
+        form.key('Return')
+        self.wait_for_title('Person: an age, please')
+        form.type('4x2')
+        self.picture('page-dialog')
+        form.key('Return')
+        self.wait_for_title('Bob, 42')
+        form.key('alt+F4')
+        self.assertEqual(form.process.wait(20), 0)
+
+    def test_panes_and_timer(self):
+        form = self.start('notes')
+        self.wait_for_title('Notes')
+        form.key('Down')
+        wait_until(lambda: self.title().startswith('Notes: '), 'a topic', 20)
+        topic = self.title()
+        form.key('Tab')
+        form.type('plant')
+        self.wait_for_title(topic + '*')
+        self.wait_for_title(topic)
+        self.picture('page-notes')
+        form.key('alt+F4')
+        self.assertEqual(form.process.wait(20), 0)
+
+    def test_every_program_of_the_page_is_run(self):
+        self.assertEqual(sorted(name for name in self.blocks if name.endswith('.cpp')),
+                         ['dialog.cpp', 'hello.cpp', 'menu.cpp', 'notes.cpp'])
+
     def test_prefix_with_a_blank_is_found_by_cmake(self):
         prefix = os.path.join(self.folder, 'a place with blanks')
         self.install(prefix)
-        self.shell(f'cmake -B build -DCMAKE_PREFIX_PATH={shlex.quote(prefix)}\ncmake --build build\n')
+        self.shell(f'cmake -B build -G Ninja -DCMAKE_PREFIX_PATH={shlex.quote(prefix)}\ncmake --build build\n')
         self.greets(os.path.join(self.work, 'build', 'hello'))
 
     def test_program_needs_no_development_files_of_the_toolkit_and_no_editor(self):

@@ -39,7 +39,7 @@ class PrimarySelection(ZendryTest):
     def test_selected_by_the_mouse(self):
         window = self.open('a.cpp', 'one\n\nthree\n')
         window.before = read(window.path)
-        self.desktop.ask('xdotool', 'mousemove', '--window', window.main, '255', '88', 'click', '--repeat', '2', '1')
+        self.desktop.ask('xdotool', 'mousemove', '--window', window.main, '275', '88', 'click', '--repeat', '2', '1')
         self.click_middle(window, 1)
         self.expect_saved(window, 'one\none\nthree\n')
         self.assertEqual(window.close(), 0)

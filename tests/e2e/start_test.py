@@ -33,7 +33,7 @@ class Start(ZendryTest):
 
     def output_of(self, window):
         """What the Output panel says, put by way of the clipboard into the file in front."""
-        self.desktop.ask('xdotool', 'mousemove', '--window', window.main, '400', '470', 'click', '1')
+        self.desktop.ask('xdotool', 'mousemove', '--window', window.main, '400', '600', 'click', '1')
         window.key('ctrl+a', 'ctrl+c')
         self.desktop.ask('xdotool', 'mousemove', '--window', window.main, '500', '300', 'click', '1')
         before = read(self.main)

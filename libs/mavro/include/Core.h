@@ -133,7 +133,10 @@ class Control : public object {
   KeyEvent onKeyDown, onKeyUp, onChar;
   MouseEvent onMouseDown, onMouseUp, onMouseMove, onMouseWeel, onContextMenu;
   CrossingEvent onMouseEnter, onMouseLeave;
-  NotifyEvent onDblClick, onMove, onResize, onGotFocus, onLostFocus, onVisible;
+  NotifyEvent onDblClick, onMove, onResize, onGotFocus, onLostFocus;
+  // The control can be seen from now on, or no more, by its own `visible` or a container's; value:
+  // 1 or 0.
+  NotifyEvent onVisible;
 
   ActionMenu* menu = nullptr;  // popup shown on a context menu request; not owned
   int contextId = 0;           // what context help is asked for
@@ -163,10 +166,17 @@ class Container : public Control {
   // Appends `control`, which is not owned.
   void Add(Control* control) { Insert(control, -1); }
   // Puts `control` at `index`, -1 for the end. In a running container its window is made at once.
+  // The windows of the controls behind it lose their routes: see RenewRoutes.
   void Insert(Control* control, int index);
-  // Takes the control out and destroys its windows; the control itself stays.
+  // Takes the control out and destroys its windows; the control itself stays. The windows of the
+  // controls behind it lose their routes: see RenewRoutes.
   void Remove(int index);
   void Remove(Control* comp);
+  // Sets right what Insert and Remove leave behind. A control whose index they change while it has
+  // a window loses the tag of its native id: from then on what it tells its container (clicks,
+  // changes, selections) ends there, so that its events don't fire, and it gets no colours. This
+  // call gives all children their routes and colours back.
+  void RenewRoutes();
 
   // The dock layout: children take the edges in order, the last one with cFill gets what is left.
   void Layout() override;

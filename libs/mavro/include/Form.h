@@ -8,6 +8,26 @@ namespace mavro {
 
 class MenuBar;
 
+// A yes or no that has a default until the program decides.
+class Choice {
+ public:
+  explicit Choice(bool byDefault) : value(byDefault) {}
+  Choice& operator=(bool wanted) {
+    value = wanted;
+    isMade = true;
+    return *this;
+  }
+  operator bool() const { return value; }
+  // Another default; nothing once the program has decided.
+  void SetDefault(bool wanted) {
+    if (!isMade) value = wanted;
+  }
+
+ private:
+  bool value;
+  bool isMade = false;
+};
+
 // A top-level window. Made and configured like any control; Run makes the windows and shows them.
 class Form : public Container {
  public:
@@ -15,7 +35,8 @@ class Form : public Container {
   enum WindowType { cNormal, cToolWindow, cNoTitleBar };
   enum Result { cNone = -1, cOk = 1, cCancel = 2 };
 
-  // `newOwner` closes this form with itself; without one the application's main form does.
+  // `newOwner` closes this form with itself; without one the application's main form does. A modal
+  // form whose owner is not on the screen when it runs gets one that is.
   explicit Form(Form* newOwner = nullptr);
   ~Form() override;
 
@@ -27,6 +48,10 @@ class Form : public Container {
   void Show() { Run(false); }
   // The same as a close request from the window manager; onClose may refuse.
   void Close();
+  // Called by a handler of a button's onClick: the click does not close the form, and nothing is
+  // stored through data links. For answers that can't be taken yet; onClose could not refuse them,
+  // since it is only told of what a button closes.
+  void StayOpen();
   // Whether the form is where its user can see it, and has been painted there.
   bool IsOnScreen() const;
   // Has the form fill its screen, or gives it its own place back; before it runs: has it begin so.
@@ -43,7 +68,9 @@ class Form : public Container {
   bool center = true;
   bool resizable = true;
   bool noTitle = false;
-  bool autoDialogKeys;  // Enter and Escape press the buttons that stand for OK and Cancel
+  // Enter and Escape press the buttons that stand for OK and Cancel. By default in every form but
+  // the first, and in the first when it is modal.
+  Choice autoDialogKeys;
   // Files can be dropped anywhere on the form, its controls included, as it is when it runs; else
   // controls that take text take the files' names.
   bool acceptFiles = false;

@@ -25,8 +25,12 @@ class ActionMenu : public object {
   int Dispatch(int id);
   // Whether a hotkey of the command may act: false while its item is gray.
   virtual bool IsEnabled(int id) const;
+  // An item of an action has come into the menu or gone from it. The same action may stand in
+  // several places; it is reached as long as one is left.
+  virtual void ActionAdded(Action* action);
+  virtual void ActionRemoved(Action* action);
 
-  std::vector<Action*> actions;  // filled as items are created; not owned
+  std::vector<Action*> actions;  // one entry an item, filled as items are created; not owned
   Control* attached = nullptr;
 };
 
@@ -39,6 +43,8 @@ class MenuItem : public object {
   virtual void Enable(bool on);
   virtual void Insert(ActionMenu* into);
   virtual void Detach();
+  // Takes the row's commands out of the menu that it was inserted into.
+  virtual void Withdraw();
   // Shows a mark before the row, or takes it away.
   void Check(bool on);
   // Changes the action's text and what the menu shows.
@@ -75,6 +81,7 @@ class Menu : public MenuItem {
   void Enable(bool on) override;
   void Insert(ActionMenu* into) override;
   void Detach() override;
+  void Withdraw() override;
   // Grays or enables the items of one action wherever it stands below this menu.
   void EnableAction(const Action* which, bool on);
 
@@ -99,8 +106,13 @@ class AccelMenu : public ActionMenu {
  public:
   ~AccelMenu() override;
   void Attach(Control* control) override;
+  void ActionAdded(Action* action) override;
+  void ActionRemoved(Action* action) override;
 
   std::vector<Accelerator> accelerators;
+
+ private:
+  void FillTable();
 };
 
 // The menu bar of a form.
@@ -108,7 +120,7 @@ class MenuBar : public AccelMenu {
  public:
   MenuBar();
   ~MenuBar() override;
-  // Adds a top-level menu; not owned.
+  // Adds a top-level menu, also while the bar is attached; not owned.
   void Add(Menu* menu);
   // With a form makes the native bar and the accelerators; with null takes both down.
   void Attach(Control* control) override;
@@ -117,6 +129,7 @@ class MenuBar : public AccelMenu {
   std::vector<Menu*> menus;
 
  private:
+  void Show(Menu& menu);
   std::unique_ptr<NativeMenuBar> bar;
 };
 

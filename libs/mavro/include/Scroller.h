@@ -37,7 +37,9 @@ struct ScrollArgs {
 using ScrollEvent = Event<ScrollArgs>;
 
 // A container with scroll bars that move its children. The children's bounds stay what they are:
-// they count from the upper left corner of what is scrolled.
+// they count from the upper left corner of what is scrolled. A child that the keyboard goes to is
+// scrolled into view, and a notch of the wheel scrolls by three lines of text; onHScroll and
+// onVScroll are asked as when the thumb is moved there.
 class Scroller : public Container {
  public:
   class Impl;

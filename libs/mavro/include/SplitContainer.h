@@ -23,9 +23,11 @@ class SplitContainer : public Control {
   ~SplitContainer() override;
 
   // The bar's position: pixels from the left or top edge. Before the window exists it is the wanted
-  // one.
-  int Position() const;
-  // Moves the bar, kept `minSize1` and `minSize2` from the edges once it has been placed.
+  // one. Assigning moves the bar, kept `minSize1` and `minSize2` from the edges once it has been
+  // placed. Until somebody assigns one or drags the bar, both panes get the same room.
+  WriteProperty<int> position;
+  // The same, by functions.
+  int Position() const { return position; }
   void SetPosition(int newPosition);
   // Places panes and bar.
   void Layout() override;

@@ -127,6 +127,15 @@ void Container::Remove(Control* comp) {
   if (found != children.end()) Remove(static_cast<int>(found - children.begin()));
 }
 
+void Container::RenewRoutes() {
+  for (Control* child : children) {
+    SysImpl& its = *child->impl;
+    if (!its.hwnd || its.hwnd->id == child->id) continue;
+    its.hwnd->id = child->id;
+    if (!its.foreColor.IsDefault() || !its.backColor.IsDefault()) its.ShowColors();
+  }
+}
+
 void InsertChild(Control& parent, Control* ctrl, int index) {
   const auto GetControlCount = [&parent] { return static_cast<int>(parent.children.size()); };
   MAVRO_ASSERT_AS(ctrl->parent == nullptr, "ctrl->parent==NULL");

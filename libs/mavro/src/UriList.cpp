@@ -4,22 +4,13 @@
 #include <charconv>
 #include <optional>
 
+#include "AsciiCase.h"
+
 namespace mavro {
 
 namespace {
 
 constexpr std::string_view cScheme = "file:";
-
-char Lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool EqualButForCase(std::string_view a, std::string_view b) {
-  if (a.size() != b.size()) return false;
-  for (size_t i = 0; i < a.size(); ++i)
-    if (Lower(a[i]) != Lower(b[i])) return false;
-  return true;
-}
 
 // The byte that "%XX" at the start of `text` stands for.
 std::optional<char> EscapedByte(std::string_view text) {
@@ -43,13 +34,13 @@ std::string Unescaped(std::string_view text) {
 
 // Empty for what is no local file: "file:/PATH" and "file://HOST/PATH" are, HOST may be missing.
 std::string LocalPathOf(std::string_view uri, std::string_view host) {
-  if (!EqualButForCase(uri.substr(0, cScheme.size()), cScheme)) return "";
+  if (!EqualNoCase(uri.substr(0, cScheme.size()), cScheme)) return "";
   uri.remove_prefix(cScheme.size());
   if (uri.starts_with("//")) {
     uri.remove_prefix(2);
     const std::string_view named = uri.substr(0, uri.find('/'));
-    const bool isHere = named.empty() || EqualButForCase(named, "localhost") ||
-                        (!host.empty() && EqualButForCase(named, host));
+    const bool isHere = named.empty() || EqualNoCase(named, "localhost") ||
+                        (!host.empty() && EqualNoCase(named, host));
     if (!isHere) return "";
     uri.remove_prefix(named.size());
   }

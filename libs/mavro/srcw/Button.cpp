@@ -2,7 +2,7 @@
 
 #include "Assert.h"
 #include "ButtonImpl.h"
-#include "Form.h"
+#include "FormImpl.h"
 #include "Menu.h"
 
 namespace mavro {
@@ -36,10 +36,14 @@ bool SendCommand(Form* form, int id) {
 }
 
 // Closes a form with a result, as far as it is there: what the first call fires may take it along.
-void CloseWith(Form* form, int result) {
-  if (!form || !form->impl->hwnd) return;
-  form->impl->OnMenuCommand(1, result);
-  form->impl->OnMenuCommand(2, 0);
+void CloseWith(Form& form, int result) {
+  if (!form.impl->hwnd) return;
+  form.impl->OnMenuCommand(1, result);
+  form.impl->OnMenuCommand(2, 0);
+}
+
+Form::Impl& ImplOf(Form& form) {
+  return *static_cast<Form::Impl*>(form.impl);
 }
 
 }  // namespace
@@ -111,11 +115,13 @@ void Button::Impl::ShowPicture() {
 
 void Button::Impl::OnClick() {
   const int result = modalResult;
-  Form* form = owner->GetForm();
   const int command = static_cast<Button*>(owner)->cmd;
+  if (Form* form = owner->GetForm()) ImplOf(*form).staysOpen = false;
   NotifyArgs args{owner, 0};
   if (!static_cast<AnyButton*>(owner)->onClick.Fire(args)) return;
-  if (SendCommand(form, command) && result != 0) CloseWith(form, result);
+  Form* form = owner->GetForm();
+  if (!SendCommand(form, command) || result == 0) return;
+  if (form && !ImplOf(*form).staysOpen) CloseWith(*form, result);
 }
 
 void CheckBox::Impl::PrepareStyle() {

@@ -99,7 +99,7 @@ Param CustomCtrl::Impl::OnUnusedKey(int virtualKey, Param result) {
     offersKey = false;
   }
   if (!used) return result;
-  window->takeDefault = false;
+  window->asksDefault = false;
   return 1;
 }
 
@@ -129,9 +129,8 @@ Param CustomCtrl::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
       break;
     case WM_KEYDOWN: {
       NativeWindow* window = hwnd;
-      window->takeDefault = false;
       const Param result = SysImpl::WndProc(message, wParam, lParam);
-      if (!IsWindow(window) || !window->takeDefault) return result;
+      if (!IsWindow(window) || !window->asksDefault) return result;
       return OnUnusedKey(static_cast<int>(wParam), result);
     }
     default:

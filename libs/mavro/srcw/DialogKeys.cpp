@@ -31,6 +31,10 @@ Control* FocusedControl(Form& form) {
   return nullptr;
 }
 
+void FocusByKey(Control& control, int step) {
+  control.impl->hwnd->Focus(step > 0 ? FocusBy::cTab : FocusBy::cBacktab);
+}
+
 bool MoveFocus(Form& form, int step) {
   std::vector<Control*> controls;
   CollectFocusable(&form, controls);
@@ -39,7 +43,7 @@ bool MoveFocus(Form& form, int step) {
   int at = step > 0 ? -1 : count;
   for (int i = 0; i < count; ++i)
     if (controls[static_cast<size_t>(i)]->IsFocused()) at = i;
-  controls[static_cast<size_t>((at + step + count) % count)]->Focus();
+  FocusByKey(*controls[static_cast<size_t>((at + step + count) % count)], step);
   return true;
 }
 
@@ -66,7 +70,7 @@ bool MoveInGroup(Control* focused, int step) {
       group.push_back(sibling);
   const auto at = std::find(group.begin(), group.end(), focused) - group.begin();
   const auto count = static_cast<std::ptrdiff_t>(group.size());
-  group[static_cast<size_t>((at + step + count) % count)]->Focus();
+  FocusByKey(*group[static_cast<size_t>((at + step + count) % count)], step);
   return true;
 }
 
@@ -81,12 +85,18 @@ bool OnEnter(Form& form) {
 
 bool DialogKey(Form& form, int virtualKey, int hotkeyFlags) {
   Control* focused = FocusedControl(form);
-  if (focused && focused->impl->hwnd->WantsKey(virtualKey)) return false;
+  const int step = hotkeyFlags & cShiftKey ? -1 : 1;
+  const NativeWindow* window = focused ? focused->impl->hwnd : nullptr;
+  if (virtualKey == VK_TAB && window && window->LetsTabOut()) {
+    const bool leaves = (hotkeyFlags & (cShiftKey | cControlKey)) && !(hotkeyFlags & cAltKey);
+    return leaves && MoveFocus(form, step);
+  }
+  if (window && window->WantsKey(virtualKey)) return false;
   const bool plain = (hotkeyFlags & ~cShiftKey) == 0;
   if (!plain) return false;
   switch (virtualKey) {
     case VK_TAB:
-      return MoveFocus(form, hotkeyFlags & cShiftKey ? -1 : 1);
+      return MoveFocus(form, step);
     case VK_RETURN:
       return OnEnter(form);
     case VK_ESCAPE:

@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "Failures.h"
 #include "Menu.h"
 #include "SysImpl.h"
@@ -46,6 +48,19 @@ int ButtonModifiers(int button) {
   }
 }
 
+// Hands a message to the control of its window; null for one that has none.
+Param Dispatch(Control* control, NativeWindow* window, unsigned message, Param wParam,
+               Param lParam) {
+  if (!control) return DefaultProc(window, message, wParam, lParam);
+  if (!MayDispatch(*window, message)) return 0;
+  try {
+    return control->impl->WndProc(message, wParam, lParam);
+  } catch (...) {
+    ReportCurrentException(window, message);
+  }
+  return 0;
+}
+
 int HeldButton(Param buttons) {
   for (int button : {MouseArgs::cLeft, MouseArgs::cMiddle, MouseArgs::cRight})
     if (buttons & button) return button;
@@ -70,18 +85,14 @@ Param WindowProc(NativeWindow* window, unsigned message, Param wParam, Param lPa
     }
     return 0;
   }
-  if (!control) return DefaultProc(window, message, wParam, lParam);
-  if (!MayDispatch(*window, message)) return 0;
-  try {
-    return control->impl->WndProc(message, wParam, lParam);
-  } catch (...) {
-    ReportCurrentException(window, message);
-  }
-  return 0;
+  const bool outer = std::exchange(window->asksDefault, false);
+  const Param result = Dispatch(control, window, message, wParam, lParam);
+  if (IsWindow(window)) window->takeDefault = std::exchange(window->asksDefault, outer);
+  return result;
 }
 
 Param DefaultProc(NativeWindow* window, unsigned, Param, Param) {
-  if (window) window->takeDefault = true;
+  if (window) window->asksDefault = true;
   return 0;
 }
 
@@ -186,6 +197,12 @@ Param SysImpl::OnContextMenu(Param wParam, Param lParam) {
   return 1;
 }
 
+// What the mouse has pressed stays under it; what the keyboard went to comes into view.
+void SysImpl::RevealInContainers() {
+  for (NativeWindow* outer = hwnd->parent; IsWindow(outer); outer = outer->parent)
+    SendMessage(outer, WM_REVEAL, 0, reinterpret_cast<Param>(hwnd));
+}
+
 Param SysImpl::WndProc(unsigned message, Param wParam, Param lParam) {
   switch (message) {
     case WM_MOVE: {
@@ -199,6 +216,7 @@ Param SysImpl::WndProc(unsigned message, Param wParam, Param lParam) {
       if (!FireNotify(owner->onResize)) return 0;
       break;
     case WM_SETFOCUS:
+      if (wParam == 1) RevealInContainers();
       if (!FireNotify(owner->onGotFocus)) return 0;
       break;
     case WM_KILLFOCUS:

@@ -27,13 +27,38 @@ std::vector<NativeWindow*>& FormWindows() {
   return windows;
 }
 
-// Depth first, the control whose button closes a form with `result`, or null.
-Control* FindModalResult(Control* control, int result) {
+// The windows of the modal forms that are running, the innermost last.
+std::vector<NativeWindow*>& ModalWindows() {
+  static std::vector<NativeWindow*> windows;
+  return windows;
+}
+
+bool CanBePressed(const Control& control) {
+  const NativeWindow* window = control.impl->hwnd;
+  return window && window->IsShown() && window->IsEnabled();
+}
+
+// Depth first, the controls whose buttons close a form with `result`.
+void FindModalResults(Control* control, int result, std::vector<Control*>& found) {
   for (Control* child : control->children) {
-    if (child->impl->modalResult == result) return child;
-    if (Control* found = FindModalResult(child, result)) return found;
+    if (child->impl->modalResult == result) found.push_back(child);
+    FindModalResults(child, result, found);
   }
-  return nullptr;
+}
+
+bool TakesInput(const Form& form) {
+  return form.impl->hwnd && form.state == cShown && form.impl->hwnd->IsEnabled();
+}
+
+// Destroys the windows of the forms that a form owns, and of those that they own.
+void DestroyOwned(Form& form) {
+  const std::vector<Form*> owned = std::move(form.ownedForms);
+  form.ownedForms.clear();
+  for (Form* ownedForm : owned) {
+    DestroyOwned(*ownedForm);
+    ownedForm->impl->Destroy();
+    ownedForm->owner = nullptr;
+  }
 }
 
 }  // namespace
@@ -51,7 +76,7 @@ void Form::Impl::Create() {
   if (form.windowType == Form::cToolWindow) exStyle |= 0x80;
   CreateNative(fixed ? "#32770" : "mavForm", 0);
   auto* window = static_cast<NativeForm*>(hwnd);
-  NativeWindow* above = form.owner ? form.owner->impl->hwnd : nullptr;
+  NativeWindow* above = form.modal ? SettleOwner() : form.owner ? form.owner->impl->hwnd : nullptr;
   window->SetFrame(fixed, form.noTitle ? Form::cNoTitleBar : form.windowType, above);
   window->SetIcon(form.icon);
   if (form.acceptFiles) window->AcceptFiles();
@@ -78,6 +103,7 @@ void Form::Impl::Destroy() {
   if (activeForm == &form) activeForm = nullptr;
   --formCount;
   if (form.modal) {
+    std::erase(ModalWindows(), hwnd);
     EnableOthers();
     PostQuit();
   } else if (formCount == 0) {
@@ -116,7 +142,9 @@ Param Form::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
     case WM_SIZE:
       return OnSize(wParam);
     case WM_ACTIVATE: {
-      if ((wParam == 1 || wParam == 2) && hwnd->IsEnabled()) activeForm = &form;
+      const bool comes = wParam == 1 || wParam == 2;
+      if (comes && hwnd->IsEnabled()) activeForm = &form;
+      if (comes && !hwnd->IsEnabled()) RaiseModalForm();
       NotifyArgs args{&form, static_cast<int>(wParam)};
       if (!form.onActivate.Fire(args)) return 0;
       return DefaultProc(hwnd, message, wParam, lParam);
@@ -153,7 +181,9 @@ Param Form::Impl::OnSize(Param kind) {
   return SysImpl::WndProc(WM_SIZE, kind, 0);
 }
 
-// Enter and Escape. A focused direct child that answers zero has taken Enter for itself.
+// Enter and Escape. Where the button that stands for the key can't be pressed, neither can the key:
+// closing the form some other way must not store what it would have stored. A focused direct child
+// that answers zero has taken Enter for itself.
 void Form::Impl::OnDialogCommand(int id) {
   Form& form = TheForm();
   if (id == cIdOk)
@@ -163,9 +193,13 @@ void Form::Impl::OnDialogCommand(int id) {
         if (child->impl->OnNotify(&header) == 0) return;
         break;
       }
+  std::vector<Control*> buttons;
+  FindModalResults(&form, id, buttons);
+  const auto button = std::find_if(buttons.begin(), buttons.end(),
+                                   [](const Control* control) { return CanBePressed(*control); });
+  if (button == buttons.end() && !buttons.empty()) return;
   form.result = id;
-  if (!form.autoDialogKeys) return;
-  if (Control* button = FindModalResult(&form, id)) button->impl->OnCommand(0, 0);
+  if (form.autoDialogKeys && button != buttons.end()) (*button)->impl->OnCommand(0, 0);
 }
 
 void Form::Impl::RequestClose() {
@@ -180,12 +214,7 @@ void Form::Impl::CloseForGood() {
   Form& form = TheForm();
   if (!hwnd || form.state == cClosing) return;
   SetStateTree(&form, cClosing);
-  const std::vector<Form*> owned = std::move(form.ownedForms);
-  form.ownedForms.clear();
-  for (Form* ownedForm : owned) {
-    ownedForm->impl->Destroy();
-    ownedForm->owner = nullptr;
-  }
+  DestroyOwned(form);
   Destroy();
   NotifyArgs args{&form, 0};
   if (!form.onDestroy.Fire(args)) return;
@@ -198,6 +227,26 @@ void Form::Impl::DisableOthers() {
       window->Enable(false);
       disabledWindows.push_back(window);
     }
+}
+
+NativeWindow* Form::Impl::SettleOwner() {
+  Form& form = TheForm();
+  Form* above = form.owner;
+  if (!above || !TakesInput(*above)) above = activeForm;
+  for (size_t i = FormWindows().size(); i > 0 && !(above && TakesInput(*above)); --i)
+    above = static_cast<Form*>(FormWindows()[i - 1]->creationData);
+  if (!above || !TakesInput(*above)) above = form.owner;
+  if (!above || !above->impl->hwnd) return nullptr;
+  if (!form.owner || !form.owner->impl->hwnd) {
+    if (form.owner) std::erase(form.owner->ownedForms, &form);
+    form.owner = above;
+    above->ownedForms.push_back(&form);
+  }
+  return above->impl->hwnd;
+}
+
+NativeWindow* TopModalWindow() {
+  return ModalWindows().empty() ? nullptr : ModalWindows().back();
 }
 
 void Form::Impl::EnableOthers() {
@@ -226,7 +275,7 @@ void Form::Impl::FirstShow() {
   Control* focused = form.focusControl;
   if (focused == &form)
     if (Control* first = FirstFocusable(&form)) focused = first;
-  focused->Focus();
+  if (focused->impl->hwnd) focused->impl->hwnd->Focus(FocusBy::cFirst);
 }
 
 Form* Control::GetForm() {
@@ -268,9 +317,18 @@ int Form::Run(bool isModal) {
   SetStateTree(this, cAboutToShow);
   if (beginsMaximized) Maximize(true);
   form->Show(true);
-  if (modal) form->DisableOthers();
+  if (modal && impl->hwnd) {
+    autoDialogKeys.SetDefault(true);
+    ModalWindows().push_back(impl->hwnd);
+    form->DisableOthers();
+  }
   if (modal || formCount == 1) RunMessageLoop(this);
   return result;
+}
+
+void Form::StayOpen() {
+  result = cNone;
+  static_cast<Impl*>(impl)->staysOpen = true;
 }
 
 bool Form::IsOnScreen() const {

@@ -27,11 +27,15 @@ class Form::Impl : public Container::Impl {
   // Disables the program's other enabled windows, and enables those again that still exist.
   void DisableOthers();
   void EnableOthers();
+  // The form that a modal one stands above: its owner where that is on the screen and takes input,
+  // else one that does; null for none. Settles `owner` where it isn't.
+  NativeWindow* SettleOwner();
   // What happens once, when the form is first shown and active: onShow, then the focus.
   void FirstShow();
 
   bool firstShowDone = false;
   const std::vector<Accelerator>* accelerators = nullptr;  // the form's table; null for none
+  bool staysOpen = false;  // the click that is being handled is not to close the form
 
  private:
   Form& TheForm() const;
@@ -41,5 +45,8 @@ class Form::Impl : public Container::Impl {
 
   std::vector<NativeWindow*> disabledWindows;
 };
+
+// The window of the modal form that was run last and is still there, or null.
+NativeWindow* TopModalWindow();
 
 }  // namespace mavro

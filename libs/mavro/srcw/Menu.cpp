@@ -18,6 +18,15 @@ bool ActionMenu::IsEnabled(int) const {
   return true;
 }
 
+void ActionMenu::ActionAdded(Action* action) {
+  actions.push_back(action);
+}
+
+void ActionMenu::ActionRemoved(Action* action) {
+  const auto found = std::find(actions.begin(), actions.end(), action);
+  if (found != actions.end()) actions.erase(found);
+}
+
 bool MenuItem::IsSeparator() const {
   return !isSubmenu && (!action || action->text == "-");
 }
@@ -40,13 +49,17 @@ void MenuItem::Insert(ActionMenu* into) {
     return;
   }
   menu->hmenu->AddItem(action->id, action->text + HotKeyText(action->hotkey));
-  into->actions.push_back(action);
+  into->ActionAdded(action);
   if (!enabled) menu->hmenu->EnableItem(action->id, false);
   if (checked) menu->hmenu->CheckItem(action->id, true);
 }
 
 void MenuItem::Detach() {
   inserted = false;
+}
+
+void MenuItem::Withdraw() {
+  if (inserted && !IsSeparator()) menu->attachedMenu->ActionRemoved(action);
 }
 
 void MenuItem::SetText(const std::string& newText) {
@@ -116,7 +129,7 @@ void Menu::SetTitle(const std::string& newTitle) {
 
 void Menu::Remove(int i) {
   MenuItem* item = GetMenu(i);
-  if (attachedMenu && item->action) std::erase(attachedMenu->actions, item->action);
+  item->Withdraw();
   if (hmenu && item->inserted) hmenu->RemoveAt(i);
   items.erase(items.begin() + i);
 }
@@ -160,6 +173,10 @@ void Menu::Insert(ActionMenu* into) {
   if (menu && menu->hmenu) menu->hmenu->AddSubmenu(*hmenu, title);
 }
 
+void Menu::Withdraw() {
+  for (const auto& item : items) item->Withdraw();
+}
+
 void Menu::Detach() {
   for (const auto& item : items) item->Detach();
   hmenu.reset();
@@ -179,12 +196,27 @@ void AccelMenu::Attach(Control* ctrl) {
   }
   MAVRO_ASSERT_AS(ctrl->impl->type >= SysImpl::cForm, "ctrl->impl.type>=cForm");
   attached = ctrl;
+  FillTable();
+}
+
+void AccelMenu::FillTable() {
+  accelerators.clear();
   for (const Action* action : actions)
     if (action->hotkey != 0)
       accelerators.push_back(
           {action->hotkey & ~0xFFFF, action->hotkey & 0xFFFF, action->id & 0xFFFF});
-  static_cast<Form::Impl*>(ctrl->impl)->accelerators =
+  static_cast<Form::Impl*>(attached->impl)->accelerators =
       accelerators.empty() ? nullptr : &accelerators;
+}
+
+void AccelMenu::ActionAdded(Action* action) {
+  ActionMenu::ActionAdded(action);
+  if (attached) FillTable();
+}
+
+void AccelMenu::ActionRemoved(Action* action) {
+  ActionMenu::ActionRemoved(action);
+  if (attached) FillTable();
 }
 
 MenuBar::MenuBar() = default;
@@ -195,6 +227,12 @@ MenuBar::~MenuBar() {
 
 void MenuBar::Add(Menu* menu) {
   menus.push_back(menu);
+  if (attached) Show(*menu);
+}
+
+void MenuBar::Show(Menu& menu) {
+  menu.Insert(this);
+  bar->AddMenu(*menu.hmenu, menu.title);
 }
 
 void MenuBar::Attach(Control* ctrl) {
@@ -207,10 +245,7 @@ void MenuBar::Attach(Control* ctrl) {
   MAVRO_ASSERT_AS(ctrl->impl->hwnd, "ctrl->impl.hwnd");
   MAVRO_ASSERT_AS(ctrl->impl->type > SysImpl::cContainer, "ctrl->impl.type>cContainer");
   bar = MakeNativeMenuBar(ctrl->impl->hwnd);
-  for (Menu* menu : menus) {
-    menu->Insert(this);
-    bar->AddMenu(*menu->hmenu, menu->title);
-  }
+  for (Menu* menu : menus) Show(*menu);
   AccelMenu::Attach(ctrl);
 }
 

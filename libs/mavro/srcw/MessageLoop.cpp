@@ -1,5 +1,7 @@
 #include "MessageLoop.h"
 
+#include <utility>
+
 #include "Application.h"
 #include "Failures.h"
 #include "FormImpl.h"
@@ -42,7 +44,8 @@ bool TranslateAccelerator(Form& form, int virtualKey, int hotkeyFlags) {
   const auto* table = static_cast<Form::Impl*>(form.impl)->accelerators;
   if (!table) return false;
   for (const Accelerator& row : *table)
-    if (row.key == virtualKey && row.flags == hotkeyFlags && form.menuBar->IsEnabled(row.command)) {
+    if (row.key == virtualKey && row.flags == hotkeyFlags &&
+        (!form.menuBar || form.menuBar->IsEnabled(row.command))) {
       SendMessage(form.impl->hwnd, WM_COMMAND, row.command, 0);
       return true;
     }
@@ -61,6 +64,8 @@ void RunMessageLoop(Form* runner) {
   const NativeWindow* window = runner->impl->hwnd;
   const bool modal = runner->modal;
   bool idle = true;
+  // A form that is opened while messages are being drained is a dialog like any other.
+  const int outerDrains = std::exchange(drains, 0);
   ++runningLoops;
   while (!TakeQuit() && (modal ? IsWindow(window) : formCount > 0)) {
     if (TakeWake()) IdleStep();
@@ -77,6 +82,7 @@ void RunMessageLoop(Form* runner) {
     }
   }
   --runningLoops;
+  drains = outerDrains;
 }
 
 namespace {

@@ -18,6 +18,9 @@ bool PreTranslateKey(int virtualKey, int hotkeyFlags);
 // the buttons of a container, Enter, Escape.
 bool DialogKey(Form& form, int virtualKey, int hotkeyFlags);
 
+// A form that a modal one blocks was clicked or activated: the keyboard goes back to the modal one.
+void RaiseModalForm();
+
 // The toolkit's queue. Handles what waits and answers whether there was anything.
 bool DispatchWaiting();
 void WaitAndDispatch();

@@ -21,7 +21,7 @@ enum Message : unsigned {
   WM_MOVE = 0x03,
   WM_SIZE = 0x05,
   WM_ACTIVATE = 0x06,
-  WM_SETFOCUS = 0x07,
+  WM_SETFOCUS = 0x07,  // wParam: 1 when a key or the program has moved it here
   WM_KILLFOCUS = 0x08,
   WM_ENABLE = 0x0A,   // the enabled state has changed; told by painted windows only
   WM_SETTEXT = 0x0C,  // the text has changed; told by containers only
@@ -69,7 +69,8 @@ enum Message : unsigned {
   WM_MOUSEENTER = 0x2A0,
   WM_MOUSELEAVE = 0x2A3,
   WM_CREATED = 0x428,  // private: the window has been made
-  WM_REFLECT = 0x429   // private: a message sent back to the control it came from
+  WM_REFLECT = 0x429,  // private: a message sent back to the control it came from
+  WM_REVEAL = 0x42A    // private: the keyboard has come to a window inside this one, the lParam
 };
 
 // What wParam says for WM_SIZE of a form.
@@ -100,6 +101,10 @@ enum Style : uint32_t {
 enum Route { cOwnRoute = 0x0000, cRowRoute = 0x1000, cChildRoute = 0x2000, cReflectRoute = 0x3000 };
 constexpr int cRouteMask = 0xF000;
 constexpr int cIndexMask = 0x0FFF;
+
+// How the focus comes to a window. A key shows it there, and a line of text is selected; what the
+// form begins with is not scrolled into view.
+enum class FocusBy { cProgram, cTab, cBacktab, cFirst };
 
 // What a container sets for a control that asks for its colours.
 struct PaintColors {
@@ -157,6 +162,8 @@ class NativeWindow {
   virtual void SetCursor(Cursor cursor);
   // True for windows that want Enter, Tab or the arrow keys for themselves.
   virtual bool WantsKey(int virtualKey) const;
+  // True for windows that want a bare Tab only: with Shift or Ctrl it moves the focus.
+  virtual bool LetsTabOut() const { return false; }
 
   void Move(const Rect& bounds);
   Rect Bounds() const;
@@ -169,7 +176,7 @@ class NativeWindow {
   // A form is blocked for input without being grayed; a child is grayed.
   void Enable(bool on);
   bool IsEnabled() const;
-  void Focus();
+  void Focus(FocusBy by = FocusBy::cProgram);
   bool HasFocus() const;
   bool TakesFocus() const;
   // Shown as a tool tip; names the control for screen readers unless a text or a label does.
@@ -192,8 +199,10 @@ class NativeWindow {
   // Index of the control in the application's list of displayable components, from 1; 0 for a
   // window that has none.
   long userData = 0;
-  // Set while an event runs when its receiver asked for default handling: Qt then has the event.
+  // Whether the message handled last asked for default handling: Qt then has its event. And the
+  // same of the message that is being handled; others may come and go meanwhile.
   bool takeDefault = false;
+  bool asksDefault = false;
   bool inputBlocked = false;
   // Messages whose handling has thrown and that nobody asked for; told once.
   std::vector<unsigned> failedMessages;

@@ -1,4 +1,3 @@
-#include <QApplication>
 #include <QScreen>
 #include <QWidget>
 #include <QWindow>
@@ -10,6 +9,7 @@
 #include "Form.h"
 #include "QtDialogs.h"
 #include "QtEnding.h"
+#include "QtInput.h"
 #include "QtLoop.h"
 #include "QtScreen.h"
 #include "SessionBus.h"
@@ -40,7 +40,7 @@ int RunApplication(int argc, char** argv) {
   if (Application::AnswerOnTerminal(arguments)) return 0;
   KeepBusFromStarting();
   int toolkitArgc = 1;
-  QApplication toolkit(toolkitArgc, argv);
+  ToolkitApplication toolkit(toolkitArgc, argv);
   toolkit.setQuitOnLastWindowClosed(false);
   InstallQtLoop(&toolkit);
   InstallQtDialogs();

@@ -6,9 +6,9 @@
 
 namespace mavro {
 
-// Translates the Qt events of one window into messages, hands them to the window procedure, and
-// lets Qt have the events whose receiver asked for default handling. Also watches the viewport of a
-// scrolling widget, where its mouse events arrive. Owned by the window's widget.
+// Translates what has happened to one window (moved, sized, activated, asked to close) into
+// messages. Also watches the viewport of a scrolling widget, which is what children stand in. Input
+// and the focus are told by QtInput. Owned by the window's widget.
 class QtEvents final : public QObject {
  public:
   QtEvents(NativeWindow& its, QWidget* widget);
@@ -17,11 +17,9 @@ class QtEvents final : public QObject {
   void Detach() { window = nullptr; }
 
  private:
-  bool Send(unsigned message, Param wParam, Param lParam);
+  void Send(unsigned message, Param wParam, Param lParam);
   void SendCrossing(unsigned message);
-  bool OnKey(QEvent* event);
-  bool OnMouse(QObject* watched, QEvent* event);
-  bool OnWindow(QObject* watched, QEvent* event);
+  void OnWindow(QObject* watched, QEvent* event);
 
   NativeWindow* window;
 };

@@ -2,6 +2,7 @@
 
 #include <poll.h>
 
+#include <QAbstractButton>
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QElapsedTimer>
@@ -18,6 +19,7 @@
 #include "IdleHook.h"
 #include "MessageLoop.h"
 #include "QtEnding.h"
+#include "QtInput.h"
 #include "Virtual.h"
 
 namespace mavro {
@@ -79,6 +81,14 @@ bool BelongsToActiveForm(const QWindow* window) {
   return activeForm->impl->hwnd->widget->windowHandle() == window;
 }
 
+// From now on it is to be seen where the keyboard is. A button has it before its click is told, so
+// that what was typed elsewhere is committed by then.
+void FocusByMnemonic(QWidget& widget) {
+  widget.window()->setAttribute(Qt::WA_KeyboardFocusChange);
+  if (qobject_cast<QAbstractButton*>(&widget) && widget.focusPolicy() & Qt::TabFocus)
+    widget.setFocus(Qt::ShortcutFocusReason);
+}
+
 class LoopFilter final : public QObject {
  public:
   using QObject::QObject;
@@ -86,10 +96,17 @@ class LoopFilter final : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (!IsQuiet(event->type())) activity = true;
     if (event->type() == QEvent::Quit && watched == qApp) return EndWithSession();
+    if (watched->isWidgetType()) {
+      auto* widget = static_cast<QWidget*>(watched);
+      if (event->type() == QEvent::Shortcut) FocusByMnemonic(*widget);
+      if (event->type() == QEvent::FocusIn) FocusComes(*static_cast<QFocusEvent*>(event));
+      return OfferInput(widget, event);
+    }
     if (!IsInput(event->type()) || !watched->isWindowType()) return false;
     auto* window = static_cast<QWindow*>(watched);
     if (window->property(cBlockedProperty).toBool()) {
       event->ignore();
+      if (event->type() == QEvent::MouseButtonPress) RaiseModalForm();
       return true;
     }
     if (event->type() != QEvent::KeyPress || QApplication::activePopupWidget()) return false;
@@ -153,6 +170,8 @@ bool WaitWhilePainting(int descriptor, int milliseconds) {
 
 void InstallQtLoop(QObject* application) {
   application->installEventFilter(new LoopFilter(application));
+  QObject::connect(qApp, &QApplication::focusChanged, application,
+                   [](QWidget*, QWidget* now) { FocusMoved(now); });
   TheIdleSlot().changed = IdleSlotChanged;
   IdleSlotChanged();
   SetBlockingWait(WaitWhilePainting);
@@ -160,6 +179,14 @@ void InstallQtLoop(QObject* application) {
     wakeNotifier.reset();
     TheIdleSlot().changed = nullptr;
     SetBlockingWait(nullptr);
+  });
+}
+
+// A box of the toolkit's own stands above the modal form, and keeps the keyboard itself.
+void RaiseModalForm() {
+  RunLater([] {
+    NativeWindow* top = TopModalWindow();
+    if (top && !QApplication::activeModalWidget()) top->Raise();
   });
 }
 

@@ -205,6 +205,7 @@ class MemoWindow final : public NativeMemo {
   bool WantsKey(int virtualKey) const override {
     return !edit->isReadOnly() && (virtualKey == VK_RETURN || virtualKey == VK_TAB);
   }
+  bool LetsTabOut() const override { return !edit->isReadOnly(); }
 
   void SetReadOnly(bool on) override {
     edit->setReadOnly(on);

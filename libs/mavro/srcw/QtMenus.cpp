@@ -56,7 +56,11 @@ class QtMenu final : public NativeMenu {
 
   void RemoveAt(int position) override {
     const QList<QAction*> items = menu.actions();
-    if (position < items.size()) menu.removeAction(items[position]);
+    if (position >= items.size()) return;
+    std::erase_if(children, [gone = items[position]->menu()](const QtMenu* child) {
+      return &child->menu == gone;
+    });
+    menu.removeAction(items[position]);
   }
 
   void SetTitle(const std::string& title) override { menu.setTitle(ToScreen(title)); }

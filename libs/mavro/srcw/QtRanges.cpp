@@ -75,8 +75,6 @@ class SliderWidget final : public QSlider {
 class SpinWindow final : public NativeRange {
  public:
   SpinWindow(const CreateInfo& info, SpinWidget* itsBox) : NativeRange(info, itsBox), box(itsBox) {
-    box->Line()->installEventFilter(
-        box->findChild<QObject*>("mavroEvents", Qt::FindDirectChildrenOnly));
     QObject::connect(box, &QSpinBox::valueChanged, &context,
                      [this] { NotifyCommand(this, RN_CHANGE); });
   }

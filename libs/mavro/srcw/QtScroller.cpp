@@ -1,5 +1,6 @@
 #include <QAbstractScrollArea>
 #include <QScrollBar>
+#include <QWheelEvent>
 #include <algorithm>
 
 #include "NativeScroller.h"
@@ -20,6 +21,14 @@ class ScrollerWidget final : public QAbstractScrollArea {
     setFocusPolicy(Qt::NoFocus);
     viewport()->setBackgroundRole(QPalette::Window);
     viewport()->setAutoFillBackground(false);
+  }
+
+ protected:
+  // The toolkit turns a notch into three single steps. The bar's own buttons step by one unit.
+  void wheelEvent(QWheelEvent* event) override {
+    for (QScrollBar* bar : {horizontalScrollBar(), verticalScrollBar()})
+      bar->setSingleStep(fontMetrics().lineSpacing());
+    QAbstractScrollArea::wheelEvent(event);
   }
 };
 

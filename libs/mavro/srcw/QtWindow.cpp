@@ -13,6 +13,7 @@
 #include "NativeWindow.h"
 #include "QtEvents.h"
 #include "QtFactories.h"
+#include "QtInput.h"
 #include "QtLoop.h"
 #include "QtPalette.h"
 #include "QtText.h"
@@ -86,6 +87,7 @@ NativeWindow::NativeWindow(const CreateInfo& info, QWidget* newWidget)
       creationData(info.control),
       id(info.id) {
   LiveWindows().insert(this);
+  RegisterWidget(widget, this);
   if (!widget->isWindow()) {
     widget->hide();
     Move(info.bounds);
@@ -95,6 +97,7 @@ NativeWindow::NativeWindow(const CreateInfo& info, QWidget* newWidget)
 
 NativeWindow::~NativeWindow() {
   LiveWindows().erase(this);
+  UnregisterWidget(widget);
   if (QtEvents* events = EventsOf(widget)) events->Detach();
   widget->hide();
   widget->deleteLater();
@@ -205,7 +208,11 @@ int NativeWindow::ClientHeight() const {
   return ClientArea().height;
 }
 
+// What is hidden gives the keyboard away: the toolkit would go on sending it the keys.
 void NativeWindow::Show(bool on) {
+  QWidget* focused = widget->window()->focusWidget();
+  if (!on && !widget->isWindow() && focused && (focused == widget || widget->isAncestorOf(focused)))
+    focused->clearFocus();
   widget->setVisible(on);
 }
 bool NativeWindow::IsShown() const {
@@ -226,8 +233,14 @@ bool NativeWindow::IsEnabled() const {
   return widget->isWindow() ? !inputBlocked : widget->isEnabled();
 }
 
-void NativeWindow::Focus() {
-  FocusWidget()->setFocus(Qt::OtherFocusReason);
+void NativeWindow::Focus(FocusBy by) {
+  static constexpr Qt::FocusReason cReasons[] = {Qt::OtherFocusReason, Qt::TabFocusReason,
+                                                 Qt::BacktabFocusReason,
+                                                 Qt::ActiveWindowFocusReason};
+  QWidget* target = FocusWidget();
+  if (by == FocusBy::cTab || by == FocusBy::cBacktab)
+    target->window()->setAttribute(Qt::WA_KeyboardFocusChange);
+  target->setFocus(cReasons[static_cast<int>(by)]);
 }
 
 bool NativeWindow::HasFocus() const {

@@ -1,5 +1,7 @@
 #include "SplitCont.h"
 
+#include <algorithm>
+
 #include "Assert.h"
 
 namespace mavro {
@@ -35,29 +37,50 @@ void SplitContainer::Impl::Create() {
 }
 
 void SplitContainer::Impl::AfterCreate() {
-  const int wanted = position;
   position = -1;
-  SetPosition(wanted);
+  isSet = told >= 0;
+  MoveTo(isSet ? told : Middle());
+}
+
+int SplitContainer::Impl::Size() const {
+  return Split().orientation == 1 ? hwnd->ClientWidth() : hwnd->ClientHeight();
+}
+
+// Where both panes have the same room, as far as their smallest sizes let them.
+int SplitContainer::Impl::Middle() const {
+  const SplitContainer& split = Split();
+  const int most = std::max(Size() - split.minSize2 - SplitBar::cThickness, 0);
+  const int least = std::min(split.minSize1, most);
+  return std::clamp((Size() - SplitBar::cThickness) / 2, least, most);
 }
 
 int SplitContainer::Impl::Clamp(int p) const {
   const SplitContainer& split = Split();
   if (!bar.impl->hwnd || position < 0) return p;
-  const int size = split.orientation == 1 ? hwnd->ClientWidth() : hwnd->ClientHeight();
+  const int size = Size();
   if (p < split.minSize1) return split.minSize1;
   if (p >= size - split.minSize2) return size - split.minSize2;
   return p;
 }
 
 void SplitContainer::Impl::SetPosition(int wanted) {
-  const int p = Clamp(wanted);
+  isSet = true;
+  MoveTo(Clamp(wanted));
+}
+
+void SplitContainer::Impl::PositionChanged() {
+  if (hwnd) SetPosition(told);
+}
+
+void SplitContainer::Impl::MoveTo(int p) {
+  told = p;
   if (p == position) return;
   position = p;
   PlaceAndLayOut();
 }
 
 void SplitContainer::Impl::PlaceAndLayOut() {
-  if (Split().children.size() != 3 || !bar.impl->hwnd) return;
+  if (Split().children.size() != 3 || !bar.impl->hwnd || position < 0) return;
   Place();
   RelayPane(Split().pan1);
   RelayPane(Split().pan2);
@@ -90,9 +113,12 @@ void SplitContainer::Impl::Place() {
   }
 }
 
-// The first pane keeps its size, the second gets the rest.
+// The first pane keeps its size, the second gets the rest; before a position is set they share.
 Param SplitContainer::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
-  if (message == WM_SIZE) PlaceAndLayOut();
+  if (message == WM_SIZE && position >= 0) {
+    if (!isSet) told = position = Middle();
+    PlaceAndLayOut();
+  }
   return Container::Impl::WndProc(message, wParam, lParam);
 }
 
@@ -141,7 +167,10 @@ SplitBar::SplitBar() : Control(new Impl) {
   SetBounds(100, 100, cThickness, cThickness);
 }
 
-SplitContainer::SplitContainer() : Control(new Impl) {
+SplitContainer::SplitContainer()
+    : Control(new Impl),
+      position(impl, static_cast<PropertySetter>(&Impl::PositionChanged),
+               &static_cast<Impl*>(impl)->told) {
   SetBounds(0, 0, 200, 200);
 }
 
@@ -153,16 +182,10 @@ void SplitContainer::Layout() {
   static_cast<Impl*>(impl)->PlaceAndLayOut();
 }
 
-int SplitContainer::Position() const {
-  return static_cast<const Impl*>(impl)->position;
-}
-
 void SplitContainer::SetPosition(int newPosition) {
   auto* split = static_cast<Impl*>(impl);
-  if (split->hwnd)
-    split->SetPosition(newPosition);
-  else
-    split->position = newPosition;
+  split->told = newPosition;
+  split->PositionChanged();
 }
 
 }  // namespace mavro

@@ -33,16 +33,24 @@ class SplitContainer::Impl : public Container::Impl {
   void SetPosition(int wanted);
   // Places panes and bar, and what the panes hold.
   void PlaceAndLayOut();
+  // What the property says has been assigned.
+  void PositionChanged();
 
-  int position = -1;  // before the window exists the wanted one
+  int told =
+      -1;  // what the property says: where the bar is, or before the window where it shall be
 
  private:
   SplitContainer& Split() const;
+  int Size() const;
+  int Middle() const;
+  void MoveTo(int p);
   int Clamp(int p) const;
   void Place();
   bool PlaceSingle(int w, int h);
 
   SplitBar bar;
+  int position = -1;  // where the bar was placed; -1 before the first time
+  bool isSet = false;
 };
 
 }  // namespace mavro

@@ -113,21 +113,22 @@ void SysImpl::Destroy() {
   owner->state = cNoWindow;
 }
 
+// A window that is asked for inside a hidden container is seen once that is. Children come and go
+// with their container; a handler may have hidden it again, or destroyed it.
 void SysImpl::Show(bool on) {
   if (!hwnd) return;
+  hwnd->Show(on && visible);
   const bool parentShows = !owner->parent || owner->parent->state == cShown;
-  const int wanted = on && visible ? cShown : cHidden;
-  if (!parentShows || owner->state == wanted) return;
+  const int wanted = on && visible && parentShows ? cShown : cHidden;
+  if (owner->state == wanted) return;
+  const bool tells = wanted == cShown || owner->state == cShown;
   owner->state = wanted;
-  hwnd->Show(wanted == cShown);
-  if (!FireNotify(owner->onVisible, wanted == cShown)) return;
-  if (wanted != cShown) return;
-  for (size_t i = 0; i < owner->children.size(); ++i) {
+  const NativeWindow* window = hwnd;
+  if (tells && !FireNotify(owner->onVisible, wanted == cShown)) return;
+  for (size_t i = 0; IsWindow(window) && i < owner->children.size();) {
     Control* child = owner->children[i];
-    if (child->visible)
-      child->impl->Show(true);
-    else
-      SetStateTree(child, cHidden);
+    child->impl->Show(child->visible);
+    if (IsWindow(window) && i < owner->children.size() && owner->children[i] == child) ++i;
   }
 }
 

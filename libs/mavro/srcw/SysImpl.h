@@ -97,6 +97,7 @@ class SysImpl : public object {
   bool FireNotify(NotifyEvent& event, int value = 0);
 
  private:
+  void RevealInContainers();
   Param OnContextMenu(Param wParam, Param lParam);
   Param OnKey(unsigned message, Param wParam, Param lParam);
   Param OnMouse(unsigned message, Param wParam, Param lParam);

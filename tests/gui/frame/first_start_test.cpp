@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "Application.h"
+#include "DarkPalette.h"
 #include "IdeDriver.h"
 #include "config/EditorSettings.h"
 #include "editor/EditorActs.h"
@@ -42,6 +43,43 @@ class FirstStart : public testing::Test {
  private:
   std::string savedDir;
 };
+
+// The first window as it is installed, for people to look at too: build/shots/ide-first-*.png.
+class FirstWindow : public FirstStart, public testing::WithParamInterface<bool> {};
+
+TEST_P(FirstWindow, ShowsTheDemoReadableAtOnce) {
+  const bool isDark = GetParam();
+  for (const char* name : {"Zendry.cfg", "first-start.ini"})
+    std::filesystem::copy_file(std::string(TEST_DATA "/../../dist/") + name, installed.Path(name),
+                               std::filesystem::copy_options::overwrite_existing);
+  std::filesystem::copy(TEST_DATA "/../../dist/Repos/demos/console", ide.files.Path("console"),
+                        std::filesystem::copy_options::recursive);
+  const QPalette light = QApplication::palette();
+  if (isDark) QApplication::setPalette(test::DarkPalette());
+  const std::string source = ide.files.Path("console/main.cpp");
+  ide.Run({ide.files.Path("console/console.zpj"), source}, [&] {
+    MainForm& form = *theMainForm;
+    form.SetSize(896, 672);
+    ASSERT_TRUE(test::WaitFor([&] { return form.toolBar.width == 896; }));
+    EXPECT_EQ(form.ActiveFile(), source);
+    EXPECT_EQ(form.toolBar.left + form.toolBar.width, 896);
+    const CppEditor& editor = *form.editTabs.GetTab(0)->editor;
+    const auto width = [&editor](const char* text) {
+      return editor.Send(mavro::SCI_TEXTWIDTH, 32, text);
+    };
+    EXPECT_EQ(width("iiii"), width("MMMM")) << "a font of one width";
+    EXPECT_GE(editor.Send(mavro::SCI_GETMARGINWIDTHN, 0),
+              editor.Send(mavro::SCI_TEXTWIDTH, mavro::STYLE_LINENUMBER, "10"));
+    int passes = 0;  // of the event loop, in which the window is painted
+    test::WaitFor([&passes] { return ++passes > 5; });
+    test::Shot(form, isDark ? "ide-first-dark" : "ide-first-light");
+  });
+  QApplication::setPalette(light);
+}
+
+INSTANTIATE_TEST_SUITE_P(Looks, FirstWindow, testing::Bool(), [](const auto& info) {
+  return std::string(info.param ? "dark" : "light");
+});
 
 TEST_F(FirstStart, Editors_HaveAFixedFontAndLineNumbers) {
   installed.Write("Zendry.cfg",

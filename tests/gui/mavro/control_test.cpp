@@ -3,8 +3,11 @@
 #include <memory>
 #include <vector>
 
+#include "Button.h"
+#include "EventLog.h"
 #include "Form.h"
 #include "GuiDriver.h"
+#include "Label.h"
 #include "Virtual.h"
 
 namespace mavro {
@@ -100,6 +103,42 @@ TEST(Container, Renumbering_LiveChild_GetsTheBareIndexInItsWindow) {
     form.Insert(&b, 0);
     EXPECT_EQ(a.impl->hwnd->id, 1);
     EXPECT_EQ(a.id, 0x2001);
+  });
+}
+
+// What a live child loses by being renumbered, and gets back.
+TEST(Container, RenewRoutes_GivesClicksAndColorsBack) {
+  PlainForm form;
+  Panel first;
+  Button button;
+  Label label;
+  first.SetBounds(200, 0, 50, 50);
+  label.SetBounds(0, 100, 80, 18);
+  label.backColor = Color::cYellow;
+  form.Add(&first);
+  form.Add(&button);
+  form.Add(&label);
+  test::EventLog log;
+  log.Listen("click", button.onClick);
+  const auto ground = [&] {
+    return test::WidgetOf(label)->palette().color(QPalette::Window) == QColor(255, 255, 0);
+  };
+  test::RunForm(form, false, [&] {
+    EXPECT_TRUE(ground());
+    form.Remove(&first);
+    test::Click(button);
+    EXPECT_EQ(log.Take(), "");
+    EXPECT_FALSE(ground());
+    form.RenewRoutes();
+    EXPECT_EQ(button.impl->hwnd->id, 0x2000);
+    test::Click(button);
+    EXPECT_EQ(log.Take(), "click:0 ");
+    EXPECT_TRUE(ground());
+    form.Insert(&first, 0);
+    form.RenewRoutes();
+    test::Click(button);
+    EXPECT_EQ(log.Take(), "click:0 ");
+    EXPECT_EQ(label.impl->hwnd->id, 0x2002);
   });
 }
 

@@ -7,8 +7,11 @@
 #include <memory>
 
 #include "Button.h"
+#include "Edit.h"
 #include "Form.h"
 #include "GuiDriver.h"
+#include "Label.h"
+#include "Wheel.h"
 
 namespace mavro {
 namespace {
@@ -137,6 +140,87 @@ TEST(Scroller, ChildrensCommands_TravelAsInAnyContainer) {
   form.far.onClick.Add_H(&counter, &Counter::On);
   test::RunForm(form, false, [&] { test::Click(form.far); });
   EXPECT_EQ(clicks, 1);
+}
+
+TEST(Scroller, WheelNotch_MovesThreeLinesOfText) {
+  ScrollForm form;
+  Label label;
+  label.SetBounds(0, 0, 100, 50);
+  form.scroller.Add(&label);
+  test::RunForm(form, false, [&] {
+    const int line = form.Area()->fontMetrics().lineSpacing();
+    test::TurnWheel(label, QPoint(5, 5), -120);
+    EXPECT_EQ(form.Position(), 3 * line);
+    EXPECT_EQ(test::WidgetOf(label)->y(), -3 * line);
+    test::TurnWheel(form.scroller, QPoint(5, 5), 120);
+    EXPECT_EQ(form.Position(), 0);
+    form.Send(WM_VSCROLL, SB_LINEDOWN);
+    EXPECT_EQ(form.Position(), 1);
+    form.log.clear();
+    form.refuse = true;
+    test::TurnWheel(label, QPoint(5, 5), -120);
+    EXPECT_EQ(form.Position(), 1);
+    EXPECT_NE(form.log, "");
+  });
+}
+
+// Edits one below the other, more than are seen at once, the last in a panel.
+struct LongForm : ScrollForm {
+  Edit edits[5];
+  Panel panel;
+  LongForm() {
+    far.visible = false;
+    for (int i = 0; i < 4; ++i) {
+      edits[i].SetBounds(5, i * 100, 80, 24);
+      scroller.Add(&edits[i]);
+    }
+    panel.SetBounds(5, 400, 150, 90);
+    edits[4].SetBounds(5, 60, 80, 24);
+    panel.Add(&edits[4]);
+    scroller.Add(&panel);
+  }
+  bool IsSeen(const Control& control) {
+    const QWidget* view = Area()->viewport();
+    const QWidget* widget = test::WidgetOf(control);
+    return view->rect().contains(QRect(widget->mapTo(view, QPoint(0, 0)), widget->size()));
+  }
+};
+
+TEST(Scroller, FollowsTheFocus) {
+  LongForm form;
+  test::RunForm(form, false, [&] {
+    EXPECT_FALSE(form.IsSeen(form.edits[4]));
+    for (Edit& edit : form.edits) {
+      EXPECT_TRUE(edit.IsFocused());
+      EXPECT_TRUE(form.IsSeen(edit));
+      test::Key(form, Qt::Key_Tab);
+    }
+    EXPECT_TRUE(form.IsSeen(form.edits[0])) << "round again";
+    form.edits[4].Focus();
+    EXPECT_TRUE(form.IsSeen(form.edits[4]));
+    test::Key(form, Qt::Key_Backtab, Qt::ShiftModifier);
+    EXPECT_TRUE(form.IsSeen(form.edits[3]));
+  });
+}
+
+TEST(Scroller, FocusByTheMouse_MovesNothingUnderIt) {
+  LongForm form;
+  test::RunForm(form, false, [&] {
+    form.scroller.SetScrollPosition(cVertical, 210);
+    test::Click(form.edits[2], QPoint(30, 18));
+    EXPECT_TRUE(form.edits[2].IsFocused());
+    EXPECT_EQ(form.Position(), 210);
+  });
+}
+
+TEST(Scroller, FocusThatAHandlerRefusesToFollow_ScrollsNothing) {
+  LongForm form;
+  form.refuse = 1;
+  test::RunForm(form, false, [&] {
+    form.edits[4].Focus();
+    EXPECT_EQ(form.Position(), 0);
+    EXPECT_TRUE(form.edits[4].IsFocused());
+  });
 }
 
 TEST(Container, ScrollMessages_AnswerZero) {

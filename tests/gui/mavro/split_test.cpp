@@ -60,6 +60,62 @@ TEST(SplitContainer, FirstPosition_IsNotClamped) {
   test::RunForm(form, false, [&] { EXPECT_EQ(form.split.Position(), 30); });
 }
 
+struct FreeForm : Form {
+  Panel first, second;
+  SplitContainer split;
+  FreeForm() {
+    SetBounds(0, 0, 600, 400);
+    split.pan1 = &first;
+    split.pan2 = &second;
+    split.dock = Dock::cFill;
+    Add(&split);
+  }
+};
+
+TEST(SplitContainer, WithoutAPosition_BothPanesShareTheRoom) {
+  for (const int orientation : {1, 0}) {
+    FreeForm form;
+    form.split.orientation = orientation;
+    test::RunForm(form, false, [&] {
+      const int size = orientation == 1 ? 600 : 400;
+      EXPECT_EQ(form.split.position, (size - 4) / 2);
+      EXPECT_EQ(orientation == 1 ? form.first.width : form.first.height, (size - 4) / 2);
+      EXPECT_EQ(orientation == 1 ? form.second.width : form.second.height, (size - 4) / 2);
+      form.SetSize(800, 800);
+      QTest::qWait(1);
+      EXPECT_EQ(form.split.position, 398);
+      form.split.position = 250;
+      form.SetSize(600, 600);
+      QTest::qWait(1);
+      EXPECT_EQ(form.split.position, 250);
+    });
+  }
+}
+
+TEST(SplitContainer, WithoutAPositionAndHardlyAnyRoom_ShowsTheBar) {
+  FreeForm form;
+  form.SetBounds(0, 0, 60, 60);
+  test::RunForm(form, false, [&] { EXPECT_LE(form.split.position, 56); });
+}
+
+TEST(SplitContainer, Position_IsAProperty) {
+  FreeForm form;
+  form.split.position = 200;
+  EXPECT_EQ(form.split.position, 200);
+  test::RunForm(form, false, [&] {
+    EXPECT_EQ(form.first.width, 200);
+    form.split.position = 20;
+    EXPECT_EQ(form.split.position, 100) << "the smallest size";
+    form.split.SetPosition(300);
+    EXPECT_EQ(form.split.position, 300);
+    EXPECT_EQ(form.first.width, 300);
+    QWindow* window = test::WidgetOf(form)->windowHandle();
+    QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, QPoint(302, 100));
+    QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, QPoint(352, 100));
+    EXPECT_EQ(form.split.position, 350);
+  });
+}
+
 TEST(SplitContainer, Shrinking_KeepsTheBar) {
   SplitForm form;
   test::RunForm(form, false, [&] {

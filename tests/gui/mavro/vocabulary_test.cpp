@@ -1,4 +1,5 @@
-// Every word that designed forms are written in stands once in this program, as they write it.
+// Every word that designed forms are written in stands once in this program, as they write it: each
+// control's properties in the order of the designer's table, then its events.
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
@@ -134,8 +135,8 @@ class VocabularyForm : public Form {
     //!< Edit>
     edit1.SetLocation(10, 80);
     edit1.SetSize(100, 24);
-    edit1.text = "1.5";
     edit1.borderStyle = BorderStyle::cNone;
+    edit1.text = "1.5";
     edit1.dataType = Edit::cFloat;
     edit1.readOnly = true;
     edit1.onChange.Add_H(this, &This::OnNotify);
@@ -191,8 +192,8 @@ class VocabularyForm : public Form {
     radioGroup1.onChange.Add_H(this, &This::OnNotify);
     this->Add(&radioGroup1);
     panel1.SetBounds(360, 40, 120, 120);
-    panel1.backColor = Color::cLightGray;
     panel1.borderStyle = BorderStyle::cFrame;
+    panel1.backColor = Color::cLightGray;
     panel1.onMouseDown.Add_H(this, &This::OnMouse);
     panel1.onMouseLeave.Add_H(this, &This::OnNotify);
     panel1.onMouseEnter.Add_H(this, &This::OnNotify);
@@ -205,14 +206,15 @@ class VocabularyForm : public Form {
     this->Add(&listBox1);
     //!< TabCtrl>
     tabCtrl1.SetBounds(230, 200, 150, 60);
+    tabCtrl1.selectedIndex = 1;
+    tabCtrl1.onChange.Add_H(this, &This::OnNotify);
+    this->Add(&tabCtrl1);
+    //!< TabPage>
     tabPage1.text = "Page1";
     tabCtrl1.Add(&tabPage1);
     tabPage2.text = "Page2";
     tabPage2.tag = 3;
     tabCtrl1.Add(&tabPage2);
-    tabCtrl1.selectedIndex = 1;
-    tabCtrl1.onChange.Add_H(this, &This::OnNotify);
-    this->Add(&tabCtrl1);
     //!< ListView>
     listView1.SetBounds(10, 260, 200, 100);
     listView1.colCount = 3;

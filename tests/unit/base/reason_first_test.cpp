@@ -12,6 +12,13 @@ TEST(ReasonFirst, ReasonOfAFile_StandsBeforeIt) {
             "It can't be put aside: No space left on device: /p.zpj");
 }
 
+TEST(ReasonFirst, SmallLetters_BecomeLarge_AndNothingElseDoes) {
+  EXPECT_EQ(ReasonFirst("f: a"), "A: f");
+  EXPECT_EQ(ReasonFirst("f: z"), "Z: f");
+  EXPECT_EQ(ReasonFirst("f: `"), "`: f");
+  EXPECT_EQ(ReasonFirst("f: {"), "{: f");
+}
+
 TEST(ReasonFirst, WithoutAReason_StaysAsItIs) {
   EXPECT_EQ(ReasonFirst("no reason"), "no reason");
   EXPECT_EQ(ReasonFirst("a:b"), "a:b");

@@ -32,7 +32,7 @@ std::string Written(const XmlTag& tag) {
 
 XmlTag Closed(std::string_view value) {
   XmlTag tag;
-  tag.begin("x", 1, true);
+  tag.begin("x", 1, XmlTag::Ends::cAtOnce);
   tag.set(value, "", "", "", -1);
   return tag;
 }
@@ -41,14 +41,14 @@ using Names = std::vector<std::string>;
 
 TEST(XmlTag, Write_AllValues_StandInFixedOrder) {
   XmlTag tag;
-  tag.begin("e", 2, true);
+  tag.begin("e", 2, XmlTag::Ends::cAtOnce);
   tag.set("1", "2", "3", "4", 5);
   EXPECT_EQ(Written(tag), "\t\t<e n=\"1\" id=\"5\" o=\"2\" p=\"3\" v=\"4\"/>\n");
 }
 
 TEST(XmlTag, Write_EmptyValuesAndNoId_AreLeftOut) {
   XmlTag tag;
-  tag.begin("inc", 0, true);
+  tag.begin("inc", 0, XmlTag::Ends::cAtOnce);
   EXPECT_EQ(Written(tag), "<inc/>\n");
   tag.closed = false;
   EXPECT_EQ(Written(tag), "<inc>\n");
@@ -56,16 +56,16 @@ TEST(XmlTag, Write_EmptyValuesAndNoId_AreLeftOut) {
 
 TEST(XmlTag, Write_OtherLabels_AreUsed) {
   XmlTag tag(TagLabels{"name", "opt", "p", "value"});
-  tag.begin("e", 0, false);
+  tag.begin("e", 0, XmlTag::Ends::cLater);
   tag.set("1", "2", "3", "4", 0);
   EXPECT_EQ(Written(tag), "<e name=\"1\" id=\"0\" opt=\"2\" p=\"3\" value=\"4\">\n");
 }
 
 TEST(XmlTag, Begin_AfterUse_ClearsValues) {
   XmlTag tag;
-  tag.begin("a", 1, true);
+  tag.begin("a", 1, XmlTag::Ends::cAtOnce);
   tag.set("1", "2", "3", "4", 5);
-  tag.begin("b", 0, true);
+  tag.begin("b", 0, XmlTag::Ends::cAtOnce);
   EXPECT_EQ(Written(tag), "<b/>\n");
 }
 

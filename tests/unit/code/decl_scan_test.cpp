@@ -238,6 +238,27 @@ TEST(FindTextDecl, BracesWithinAName_AreNoPartOfIt) {
   EXPECT_EQ(TypeOf("xy", "Foo xy; } Bar x{y; xy"), "Foo");
 }
 
+TEST(FindTextDecl, NameBeforeAMemberOperator_IsAUse) {
+  EXPECT_EQ(TypeOf("x", "Foo x; Bar x.a; Bar x->a;"), "Foo");
+}
+
+TEST(OperandEnd, IsBeforeEachOperator) {
+  for (const char* sign : {".", "->", "::", " .", " -> "}) {
+    const std::string text = std::string("ab") + sign;
+    const test::CodeText editor(text);
+    TextScanner scanner(editor);
+    EXPECT_EQ(operandEnd(scanner, static_cast<int>(text.size()) - 1), 1) << sign;
+  }
+}
+
+TEST(FindTextDecl, Search_BeginsWhereItIsTold) {
+  const test::CodeText editor("Foo x; Bar x; Baz");
+  TextScanner scanner(editor);
+  const auto decl = findTextDecl(scanner, "x", 8, 0);
+  ASSERT_TRUE(decl);
+  EXPECT_EQ(decl->type, "Foo");
+}
+
 TEST(FindTextDecl, Position_IsThatOfTheName) {
   EXPECT_EQ(DeclOf("f", "x; Foo f; f"), "Foo at 7");
   EXPECT_EQ(DeclOf("f", "x; Foo\nf; f"), "Foo at 7");

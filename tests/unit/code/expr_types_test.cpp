@@ -348,6 +348,7 @@ TEST_F(ExprTypesTest, ProjectsClassOfALibrarysName_HasItsOwnMembers) {
   const std::string text =
       "template <class T>\nstruct vector {\n  Brush front();\n};\nvoid f() {\n  ";
   EXPECT_EQ(Complete(text + "vector<Point> v;\n  v.front().wi@"), "width?1");
+  EXPECT_EQ(Complete(text + "vector<Point> v;\n  (v).front().wi@"), "width?1");
   EXPECT_EQ(Complete(text + "vector<Point> v;\n  v.fr@"), "front?2");
 }
 

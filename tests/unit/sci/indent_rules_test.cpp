@@ -182,6 +182,13 @@ TEST(IndentRules, AutoIndent_BlocksOfWords) {
             (Changes{{2, 0}, {3, 0}}));
 }
 
+TEST(IndentRules, AutoIndent_BraceBehindAStatement_GoesByTheLineAbove) {
+  const EditorLanguage language = Language();
+  const EditorOptions options = Options();
+  const test::MarkedText text("int a;\n\tif (a)\n\t\t{@");
+  EXPECT_EQ(AutoIndentChanges({text, options, language}, text.caret, '{'), (Changes{{2, 3}}));
+}
+
 TEST(IndentRules, AutoIndent_EndInTheFirstLine_IsLeftAlone) {
   EditorLanguage language;
   language.blockStart = "begin";

@@ -49,6 +49,16 @@ TEST(StylePalette, Shares_OfTextAndGround) {
   EXPECT_EQ(TextOnDark(0xFFFFFF, 0xFFFFFF), 0xFFFFFF) << "nothing is readable on white";
 }
 
+TEST(StylePalette, PairOfColours_IsForTheDesktop) {
+  const ColourPair both{0x102030, 0xA0B0C0};
+  EXPECT_EQ(InkOf(both, Desktop::cLight, 0), 0x102030);
+  EXPECT_EQ(InkOf(both, Desktop::cDark, 0), 0xA0B0C0);
+  EXPECT_EQ(GroundOf(both, Desktop::cLight), 0x102030);
+  EXPECT_EQ(GroundOf(both, Desktop::cDark), 0xA0B0C0);
+  const ColourPair made{0, ColourPair::cMade};
+  EXPECT_EQ(InkOf(made, Desktop::cDark, 0), TextOnDark(0, 0));
+}
+
 TEST(StylePalette, Blend_EndsAndMiddle) {
   EXPECT_EQ(Blend(0x102030, 0xFFFFFF, 0), 0x102030);
   EXPECT_EQ(Blend(0x102030, 0xFFFFFF, 255), 0xFFFFFF);

@@ -19,6 +19,7 @@ TEST(TextCodec, CodingCookie_EachShape_IsRead) {
       {"coding:\"latin-1\"", "latin-1"},
       {"coding=' koi8_r.x", "koi8_r.x"},
       {"coding:\t utf-8;", "utf-8"},
+      {"coding: AZaz09@", "azaz09"},
       {"coding utf-8", ""},
       {"coding", ""},
       {"coding:", ""},

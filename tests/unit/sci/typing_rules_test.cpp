@@ -221,9 +221,8 @@ TEST(WordRules, CollectWords_LongerOnes_SortedAndOnce) {
   EXPECT_EQ(CollectWords("Beast bee", "be", chars, LetterCase::cIgnored).list, "Beast bee");
   EXPECT_EQ(CollectWords("", "be", chars, LetterCase::cCounts).count, 0);
   EXPECT_EQ(CollectWords("bee", "be", nullptr, LetterCase::cCounts).count, 0);
-  EXPECT_EQ(
-      CollectWords(std::string_view("be bee").substr(0, 5), "b", chars, LetterCase::cCounts).list,
-      "be");
+  const std::string_view cut = std::string_view("be bee").substr(0, 5);
+  EXPECT_EQ(CollectWords(cut, "b", chars, LetterCase::cCounts).list, "be");
 }
 
 struct BraceCase {
@@ -244,6 +243,8 @@ TEST(WordRules, FindBrace_BeforeTheCaretThenAfter) {
     const test::MarkedText text(row.text);
     EXPECT_EQ(FindBrace(text, text.caret, options, nullptr).position, row.position) << row.text;
   }
+  EXPECT_FALSE(FindBrace(test::MarkedText("()"), 1, options, nullptr).behind);
+  EXPECT_TRUE(FindBrace(test::MarkedText("()"), 0, options, nullptr).behind);
   options.braceMatch = false;
   EXPECT_EQ(FindBrace(test::MarkedText("()"), 1, options, nullptr).position, -1);
 }

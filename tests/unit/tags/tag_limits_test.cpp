@@ -76,6 +76,15 @@ TEST(TagLimits, ExactlyTheMostTags_AreNoReasonToLog) {
   EXPECT_EQ(run.log, "");
 }
 
+TEST(TagLimits, GivingUp_IsToldUntilTheNextSource) {
+  for (const std::string& text : {BehindLine(1024), Repeat("int a;\n", 1025)}) {
+    ParseTags(text);
+    EXPECT_TRUE(theTagParser.gaveUp);
+    ParseTags("int a;");
+    EXPECT_FALSE(theTagParser.gaveUp);
+  }
+}
+
 TEST(TagLimits, NamesBeginningWithUnderscore_DontCount) {
   EXPECT_EQ(TagsOf(Repeat("int _a;\n", 3000) + "int b;"), "v b:int;");
 }

@@ -76,6 +76,10 @@ INSTANTIATE_TEST_SUITE_P(
              "f A::A; v d:int;"},
         Case{"BodyBehindBraceInitialisers", "A::A() : a{1}, b<int>{2} { int x; }\nint c;",
              "f A::A; v c:int;"},
+        Case{"BodyBehindOneBraceInitialiser", "A::A() : a{1} { int x; }\nint c;",
+             "f A::A; v c:int;"},
+        Case{"BodyBehindBraceInitialiserInAClass", "struct A { A() : a{1} { int x; } int b; };",
+             "s A:struct; f A::A; m A::b:int;"},
         Case{"EqualsBehind", "int f(int) = x;", "p f:int;"},
         Case{"TypedefOfFunction", "typedef int f(int);", "t f:int;"},
         Case{"ThrowsInJava", "class A { void f() throws B.C, D { } int a; }",
@@ -283,6 +287,8 @@ TEST(TagParser, Locals_BelongToTheirFunctionAndNoClass) {
             "c A:class; f A::f:void; l x:int;");
   EXPECT_EQ(TagsOf("namespace n { void f() { int x; } }", "a.cpp", options),
             "n n:namespace; f n::f:void; l x:int;");
+  const std::string lines = ParseTags("class A { void f() { int x; } };", "a.cpp", options).lines;
+  EXPECT_EQ(lines.substr(lines.find("x\t")).find("A"), std::string::npos) << lines;
 }
 
 TEST(TagParser, UnbalancedParenAtTheEnd_KeepsTheTagsBefore) {
