@@ -1,8 +1,8 @@
 #include "frame/FileActs.h"
 
 #include <algorithm>
+#include <filesystem>
 
-#include "FilePath.h"
 #include "SystemDialogs.h"
 #include "base/Paths.h"
 #include "base/ReasonFirst.h"
@@ -46,7 +46,7 @@ constexpr CommandRow cRows[] = {
 
 std::string FolderOfLastProject() {
   const auto& items = theIdeSession.recentProjects.items;
-  return items.empty() ? "" : mavro::FolderOf(items.front());
+  return items.empty() ? "" : std::filesystem::path(items.front()).parent_path().string();
 }
 
 }  // namespace
