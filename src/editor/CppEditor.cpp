@@ -190,8 +190,7 @@ std::string CppEditor::TextNote() const {
   if (Send(mavro::SCI_GETOVERTYPE)) note = "OVR   " + note;
   if (IsHuge()) note += "   large file: plain";
   if (const int lines = LinesNotShown(); lines > 0)
-    note += lines == 1 ? "   1 long line not shown"
-                       : "   " + std::to_string(lines) + " long lines not shown";
+    note += "   " + std::to_string(lines) + (lines == 1 ? " line not shown" : " lines not shown");
   return note;
 }
 

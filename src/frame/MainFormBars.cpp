@@ -23,7 +23,7 @@ constexpr int cModeHeight = 30;
 constexpr int cPaneBarHeight = 22;
 constexpr int cCaretPaneWidth = 140;
 constexpr int cNotePaneWidth = 140;
-constexpr int cEncodingPaneWidth = 160;
+constexpr int cEncodingPaneWidth = 210;
 
 // Rows of the bottom pane's bar.
 enum PaneRow { cHideRow, cClearRow };

@@ -49,8 +49,8 @@ TEST_F(IdeLongLines, StatusBar_SaysHowManyAreNotShown) {
   ide.Run({}, [&] {
     const size_t limit = mavro::LongLineFolder::cMostOnScreen;
     EXPECT_THAT(Open("a.cpp", Text(limit)).TextNote(), Not(HasSubstr("not shown")));
-    EXPECT_THAT(Open("b.cpp", Text(limit + 1)).TextNote(), HasSubstr("   1 long line not shown"));
-    EXPECT_THAT(Open("c.cpp", Text() + Text()).TextNote(), HasSubstr("   2 long lines not shown"));
+    EXPECT_THAT(Open("b.cpp", Text(limit + 1)).TextNote(), HasSubstr("   1 line not shown"));
+    EXPECT_THAT(Open("c.cpp", Text() + Text()).TextNote(), HasSubstr("   2 lines not shown"));
   });
 }
 
