@@ -57,8 +57,10 @@ class IdeDriver {
   IdeDriver() : savedFolder(std::filesystem::current_path()) {
     zendry::theProject.modified = false;
     zendry::theProject.mode = zendry::cRelease;
+    zendry::theIdeConfig = {};
   }
   ~IdeDriver() {
+    zendry::theIdeConfig = {};
     std::error_code ignored;
     std::filesystem::current_path(savedFolder, ignored);
     zendry::theDebugger.running = false;

@@ -41,6 +41,11 @@ TEST_P(IdeShots, Window_AfterAFailedBuild_ShowsAllItsParts) {
     theProject.releaseOptions.comp = "-O2 -Wall";
     IdeDriver::Press(Qt::Key_F7);
     test::WaitFor([&] { return form.toolBar.width == look.width; });
+    EXPECT_EQ(IdeDriver::Tree(),
+              "(Source Files(main.cpp src(shape.cpp) src/deep(list.c)) Header Files(src(shape.h)) "
+              "Resource File(app.rc))");
+    EXPECT_GT(form.errorList.RowCount(), 0);
+    EXPECT_EQ(form.bottomTabs.selectedIndex, cErrorPage);
     test::Shot(form, std::string("ide-errors-") + look.name);
     form.ShowPage(cOutputPage);
     int passes = 0;  // of the event loop, in which the page is painted
