@@ -107,9 +107,9 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   EditTab& tab;
   LiveTextOf liveText{*this};
   TextRescue rescue{*this};
-  DiskStamp stamp;                     // of the file that the text was read from or written to
-  std::optional<size_t> storedDigest;  // of what that file holds, if known
-  DiskStamp askedAbout;                // of another one that the user has been asked about
+  DiskStamp stamp;                      // of the file that the text was read from or written to
+  std::optional<size_t> storedDigest;   // of what that file holds, if known
+  std::optional<DiskStamp> askedAbout;  // of another one that the user has been asked about
   std::array<mavro::MarkType, 4> marks;
   std::string storedName;         // under which the text was last read or written
   unsigned long seenChanges = 0;  // up to which `parsed` has been taken back

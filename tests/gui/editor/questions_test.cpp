@@ -158,6 +158,19 @@ TEST_F(IdeQuestions, AfterANoToLoading_EachSaveAsksBeforeItReplaces) {
   });
 }
 
+TEST_F(IdeQuestions, AFileThatIsGone_IsSaidOnce) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("a.cpp", "old\n");
+    std::filesystem::remove(editor.fileName);
+    Tabs().CheckDisk();
+    EXPECT_EQ(IdeDriver::Status(), "No longer there, its text is here only: " + editor.fileName);
+    theMainForm->SetStatus("", "");
+    Tabs().CheckDisk();
+    EXPECT_EQ(IdeDriver::Status(), "Ready");
+    EXPECT_THAT(ide.dialogs.texts, IsEmpty());
+  });
+}
+
 TEST_F(IdeQuestions, AnotherChangeAfterANo_IsAskedAbout) {
   ide.Run({}, [&] {
     Open("a.cpp", "old\n");
