@@ -186,24 +186,27 @@ bool SciEditor::Impl::Reload(const std::string& path) {
   return true;
 }
 
-// Nothing when the text holds what its encoding has no place for.
-std::optional<std::string> SciEditor::Impl::FileBytes() const {
+// Nothing when the text holds what its encoding has no place for. A text that is its file's bytes
+// is not copied.
+std::optional<size_t> SciEditor::Impl::FileDigest() {
+  const std::hash<std::string_view> hash;
   const auto encoding = static_cast<TextEncoding>(Editor().encoding);
-  std::string whole = Editor().GetText();
-  if (encoding == cPlainText || encoding == cUtf8Cookie) return whole;
-  return EncodeText(whole, encoding, oddByte);
+  const bool isAsInFile = encoding == cPlainText || encoding == cUtf8Cookie;
+  if (isAsInFile && standIns.Count() == 0) return hash(Bytes());
+  const std::string whole = Editor().GetText();
+  if (isAsInFile) return hash(whole);
+  const std::optional<std::string> encoded = EncodeText(whole, encoding, oddByte);
+  return encoded ? std::optional<size_t>(hash(*encoded)) : std::nullopt;
 }
 
 std::optional<size_t> SciEditor::TextDigest() const {
-  const std::optional<std::string> bytes = ItsImpl().FileBytes();
-  if (!bytes) return {};
-  return std::hash<std::string>{}(*bytes);
+  return ItsImpl().FileDigest();
 }
 
 std::optional<size_t> SciEditor::DigestOfFile(const std::string& path) {
   const std::optional<std::string> bytes = ReadFileText(path);
   if (!bytes) return {};
-  return std::hash<std::string>{}(*bytes);
+  return std::hash<std::string_view>{}(*bytes);
 }
 
 void SciEditor::Impl::AddShown(std::string_view text) {

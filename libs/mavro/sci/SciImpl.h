@@ -55,7 +55,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   // Group: files (SciFiles.cpp).
   bool Load(const std::string& path);
   bool Reload(const std::string& path);
-  std::optional<std::string> FileBytes() const;
+  std::optional<size_t> FileDigest();
   std::string ShownForm(std::string_view whole, int& textEncoding);
   bool Save(const std::string& path, SaveTidying tidying);
   void TakeText(std::string_view newText, int newEncoding, std::string_view newOddByte);
