@@ -72,7 +72,7 @@ std::vector<int> DialMarks(int steps, int most) {
   const int per = StepsPerMark(steps, most);
   std::vector<int> marks{0};
   // A round number too near the end would run into it.
-  for (int left = steps - per; left >= (per + 1) / 2 && left > 0; left -= per)
+  for (int left = steps - per; left >= per / 2 + per % 2 && left > 0; left -= per)
     marks.push_back(marks.back() + per);
   marks.push_back(steps);
   return marks;

@@ -8,11 +8,13 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 #include <QWidget>
+#include <typeinfo>
 #include <unordered_map>
 #include <utility>
 
 #include "Events.h"
 #include "NativeWindow.h"
+#include "SysImpl.h"
 #include "Virtual.h"
 
 namespace mavro {
@@ -184,6 +186,13 @@ bool SendInput(InputKind kind, NativeWindow* window, const QWidget* part, QEvent
   return false;
 }
 
+// In the destructor of its base a control is of its own class no more: its window may hide, but
+// nothing of the class may be called.
+bool IsBeingDestroyed(NativeWindow* window) {
+  const Control* control = ControlOf(window);
+  return control && typeid(*control) == typeid(Control);
+}
+
 }  // namespace
 
 int HeldButtons(Qt::MouseButtons buttons) {
@@ -269,7 +278,7 @@ void FocusMoved(const QWidget* now) {
   NativeWindow* window = WindowOf(now);
   if (window == theFocused) return;
   NativeWindow* before = std::exchange(theFocused, nullptr);
-  if (IsWindow(before)) SendMessage(before, WM_KILLFOCUS, 0, 0);
+  if (IsWindow(before) && !IsBeingDestroyed(before)) SendMessage(before, WM_KILLFOCUS, 0, 0);
   // A handler may have sent the focus elsewhere, or destroyed its window.
   if (theFocused || !IsWindow(window) || WindowOf(QApplication::focusWidget()) != window) return;
   theFocused = window;
