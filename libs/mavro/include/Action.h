@@ -49,7 +49,7 @@ class ActionList : public object {
   }
 
   // Adds a command. An id of 0 takes the next number of a counter shared by all lists, 101 first.
-  // The answer belongs to the list.
+  // The returned action is owned by the list.
   Action* Add(int id, const std::string& text, int hotkey = 0, int image = -2);
   void AddSeparator();
   // Begins and ends a submenu. Nesting is resolved by Menu::Fill.

@@ -38,11 +38,11 @@ class Application {
 
   // Handles all messages in the queue without blocking, and calls the idle hook.
   void ProcessMessages();
-  // Sets a callback for an end that the user did not ask the program for: SIGTERM, SIGHUP or the
-  // end of the desktop's session. `keep` stores the data that the program wants to keep, asks
-  // nothing and returns soon. It may be called during any other code that runs messages. After it
-  // the program ends as it would have, without destructors. If the end of the session is called
-  // off, the program goes on. Ignored signals stay ignored. Null removes the callback.
+  // Sets a callback that runs before the program ends by SIGTERM or SIGHUP, or because the
+  // desktop's session ends. `keep` stores the data that the program wants to keep, asks nothing and
+  // returns soon. It may be called during any other code that runs messages. After it the program
+  // ends as it would have, without destructors. If the end of the session is called off, the
+  // program goes on. Ignored signals stay ignored. Null removes the callback.
   void KeepOnEnd(void (*keep)());
   // Registers a picture strip of the program's resources. Tool bars refer to it by its resource id.
   void RegisterImageList(int resourceId, int width, int height, int count);

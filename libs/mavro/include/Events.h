@@ -41,7 +41,7 @@ struct MouseArgs {
 // An event of one item of a control: a row, a cell, or the only text.
 struct ItemArgs {
   Control* sender = nullptr;
-  int value = 0;     // meaning depends on the event; a handler may change it for the sender to read
+  int value = 0;     // set by the event; a handler may change it for the sender to read
   int row = -1;      // which item; -1 for none
   int col = -1;      // its column, if there are columns
   std::string text;  // the item's text
