@@ -13,7 +13,7 @@ class Image : public Control {
 
   Picture& picture;
   WriteProperty<bool> stretch;       // fills the control
-  WriteProperty<bool> autosize;      // the control takes the picture's size, whatever `stretch` is
+  WriteProperty<bool> autosize;      // the picture keeps its own size, whatever `stretch` is
   WriteProperty<bool> proportional;  // a stretched picture keeps its ratio
 };
 

@@ -40,7 +40,7 @@ class MenuItem : public object {
   explicit MenuItem(Menu* owner, Action* itsAction = nullptr) : action(itsAction), menu(owner) {}
 
   // Called by the menu. Enable enables or grays the row, Insert makes it in the native menu, and
-  // Detach clears the reference to it there.
+  // Detach marks it as not inserted.
   virtual void Enable(bool on);
   virtual void Insert(ActionMenu* into);
   virtual void Detach();

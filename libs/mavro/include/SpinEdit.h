@@ -12,7 +12,7 @@ class SpinEdit : public Control {
   class Impl;
   SpinEdit();
 
-  // If min is above max, the two are swapped.
+  // A min above max means the same range as the two exchanged.
   WriteProperty<int> min, max;
   WriteProperty<int> value;
   NotifyEvent onChange;  // by the user only, not by assignment; value: the number

@@ -6,7 +6,7 @@ namespace mavro {
 
 // Fires an event at regular intervals. It is not part of the tree of controls; its ticks come
 // through the window of its owner and end with that window. Timers don't tick while a tool run
-// blocks the program. The idle step does not run after a tick.
+// blocks the program. A tick doesn't count as activity that an idle step follows.
 class Timer : public object {
  public:
   // `itsOwner` is not owned and outlives the timer.

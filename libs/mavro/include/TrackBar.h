@@ -10,8 +10,8 @@ class TrackBar : public Control {
   class Impl;
   TrackBar();
 
-  // If min is above max, the two are swapped. Once the window exists, a value outside the range
-  // becomes the nearest number inside.
+  // A min above max means the same range as the two exchanged. Once the window exists, a value
+  // outside the range becomes the nearest number inside.
   WriteProperty<int> min, max;
   WriteProperty<int> value;
   WriteProperty<Orientation> orientation;

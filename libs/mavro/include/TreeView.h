@@ -57,7 +57,7 @@ class TreeView : public Control {
 
   WriteProperty<int> imageList;  // strip of the nodes' pictures, by resource id; 0 for none
 
-  // All three are fired for actions of the user only, not of the program.
+  // These three are fired for actions of the user only, not of the program.
   TreeEvent onChoose;       // double click or Enter on a node
   TreeEvent onExpand;       // its children are about to be shown
   NotifyEvent onChangeSel;  // another node is selected
