@@ -17,10 +17,10 @@ struct DialScale {
 constexpr double cDialStart = 2.356194490;  // three quarters of pi
 constexpr double cDialSweep = 4.712388980;  // one and a half pi
 
-// The nearest value on the grid, within the range. An empty range has one value, its minimum; a
-// scale without steps has no grid. NaN gives the minimum.
+// The nearest value on the grid, within the range. A range of no length has one value, its minimum;
+// a scale without steps has no grid. NaN gives the minimum.
 double Quantise(const DialScale& scale, double value);
-// The angle of a value; the start if the range is empty.
+// The angle of a value; the start if the range has no length.
 double AngleOfValue(const DialScale& scale, double value);
 // The value at an angle of -pi to pi; in the gap below the dial it is the nearer end.
 double ValueOfAngle(const DialScale& scale, double angle);

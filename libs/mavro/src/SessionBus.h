@@ -8,7 +8,7 @@ namespace mavro {
 
 // The toolkit uses the desktop's session bus. If the environment names none, it starts a program
 // that makes one: "dbus-launch", from any folder in PATH, even a project's folder. Our start must
-// not run any program, so the environment always names a bus for the toolkit.
+// not run any program, so the toolkit always has a bus to use or an address that starts none.
 
 constexpr char cBusVariable[] = "DBUS_SESSION_BUS_ADDRESS";
 
