@@ -29,7 +29,7 @@ struct Action {
   bool Execute() const;
 };
 
-// The ids of rows that are no commands.
+// The ids of rows that are not commands.
 enum RowId { cSubmenuRow = -2, cSeparatorRow = -1, cEndSubmenuRow = 0 };
 
 // A table of commands with one target and one handler, and the layout in which menus show them.
@@ -38,7 +38,7 @@ class ActionList : public object {
  public:
   ActionList() = default;
 
-  // Makes `handler` of `newTarget` the handler of the actions added from now on.
+  // Sets target and handler for the actions that are added from now on.
   template <class Target, class Class>
   void SetTarget(Target* newTarget, void (Class::*newHandler)(int)) {
     detail::CheckMayHandle<Class>();
@@ -49,7 +49,7 @@ class ActionList : public object {
   }
 
   // Adds a command. An id of 0 takes the next number of a counter shared by all lists, 101 first.
-  // The answer belongs to the list.
+  // The returned action is owned by the list.
   Action* Add(int id, const std::string& text, int hotkey = 0, int image = -2);
   void AddSeparator();
   // Begins and ends a submenu. Nesting is resolved by Menu::Fill.
@@ -60,7 +60,7 @@ class ActionList : public object {
 
   // The commands of this list, in the order added; owned.
   const std::vector<std::unique_ptr<Action>>& Actions() const { return actions; }
-  // The menu layout: own and foreign commands and marker rows; not owned.
+  // The menu layout: commands of this and of other lists, and marker rows; not owned.
   const std::vector<Action*>& Rows() const { return rows; }
   // The command with this id, or null.
   Action* Find(int id) const;

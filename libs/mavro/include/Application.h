@@ -18,40 +18,40 @@ struct ImageStrip {
   int resourceId = 0;
   int width = 0;
   int height = 0;
-  int count = 0;  // passed on; 0 when the strip's width tells it
+  int count = 0;  // passed on; 0 when it follows from the strip's width
 };
 
 // The process-wide object. The framework holds the process entry and calls Application::Main.
 class Application {
  public:
-  // One of these two is supplied by the program; its answer is the exit code.
+  // The program defines one of these two; the result is the exit code.
   static int Main(ArgumentList& arguments);
   static int Main(const ArgumentList& arguments);
-  // Asked before anything of the screen is touched: a program that can answer its arguments on
-  // standard output ("--help") writes the answer and returns true, which ends it with 0. Supplied
-  // by the program if it wants to; by default nothing is answered.
+  // Called before the program connects to the screen. A program that can answer its arguments on
+  // standard output ("--help") writes the answer and returns true; it then ends with exit code 0.
+  // The program may define this function; the default answers nothing.
   static bool AnswerOnTerminal(const ArgumentList& arguments);
 
   Application();
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
-  // Handles everything that waits in the queue, without blocking, and calls the idle hook.
+  // Handles all messages in the queue without blocking, and calls the idle hook.
   void ProcessMessages();
-  // Has `keep` called before the program ends without being asked: by SIGTERM or SIGHUP, or because
-  // the desktop's session ends. It stores what the program wants to keep, asks nothing and returns
-  // soon; it may be called while anything else that runs messages is under way. Then the program
-  // ends as it would have, without destructors. A session's end may also be called off, and the
-  // program goes on. Signals that are ignored stay so. Null: ends as before.
+  // Sets a callback that runs before the program ends by SIGTERM or SIGHUP, or because the
+  // desktop's session ends. `keep` stores the data that the program wants to keep, asks nothing and
+  // returns soon. It may be called during any other code that runs messages. After it the program
+  // ends as it would have, without destructors. If the end of the session is called off, the
+  // program goes on. Ignored signals stay ignored. Null removes the callback.
   void KeepOnEnd(void (*keep)());
-  // Registers a picture strip of the program's resources, for tool bars to name by resource id.
+  // Registers a picture strip of the program's resources. Tool bars refer to it by its resource id.
   void RegisterImageList(int resourceId, int width, int height, int count);
   const ImageStrip* FindImageList(int resourceId) const;
 
   Form* mainForm = nullptr;  // the form that owns forms made without an owner
   void (*&idleHook)();       // called when the queue runs dry; empty by default
-  // Folder of the program file with forward slashes and its trailing slash; a program started by
-  // its bare name has that name instead.
+  // The folder of the program file, with forward slashes and a trailing slash. If the program was
+  // started by its bare name, this is that name instead.
   std::string appDir;
 
  private:

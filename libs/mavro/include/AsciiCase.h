@@ -5,7 +5,7 @@
 
 namespace mavro {
 
-// Letters of ASCII by the other case; every other byte stays.
+// Convert an ASCII letter to lower or upper case; every other byte is unchanged.
 constexpr char AsciiLower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
@@ -13,7 +13,7 @@ constexpr char AsciiUpper(char c) {
   return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
-// Whether two texts are the same but for the case of their ASCII letters.
+// True if two texts are equal when the case of ASCII letters is ignored.
 constexpr bool EqualNoCase(std::string_view one, std::string_view other) {
   return std::equal(one.begin(), one.end(), other.begin(), other.end(),
                     [](char a, char b) { return AsciiLower(a) == AsciiLower(b); });

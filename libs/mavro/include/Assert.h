@@ -3,7 +3,7 @@
 namespace mavro {
 
 // Called with the message of a broken precondition before the process ends, so that unsaved text
-// can be written to the rescue folder. It must not allocate more than it has to and must not throw.
+// can be written to the rescue folder. It must not throw and should allocate as little as possible.
 using LastWords = void (*)();
 
 // Registers a function to run once when a precondition breaks. At most eight are kept; they run in
@@ -20,6 +20,6 @@ void AddLastWords(LastWords hook);
 #define MAVRO_ASSERT(expression) \
   ((expression) ? static_cast<void>(0) : ::mavro::AssertionFailed(#expression, __FILE__, __LINE__))
 
-// The same with a fixed text, for messages that other programs or tests know by their spelling.
+// The same with a fixed text, for messages that other programs or tests compare with.
 #define MAVRO_ASSERT_AS(expression, message) \
   ((expression) ? static_cast<void>(0) : ::mavro::AssertionFailed(message, __FILE__, __LINE__))

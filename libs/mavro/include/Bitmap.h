@@ -7,10 +7,10 @@
 namespace mavro {
 
 // Pixels to draw on or to show: 0xAARRGGBB, the colours multiplied by the alpha, rows from the top.
-// A handle: copies share the pixels. One made without a size is empty.
+// This is a handle: copies share the pixels. A bitmap without a size is empty.
 class Bitmap {
  public:
-  // The most pixels of one bitmap; what asks for more gets an empty one.
+  // The maximum number of pixels of one bitmap; a bitmap that would need more is empty.
   static constexpr int64_t cMaxPixels = int64_t{64} << 20;
   // True for a size that a bitmap can have.
   static constexpr bool IsPossible(int64_t width, int64_t height) {
@@ -18,8 +18,8 @@ class Bitmap {
   }
 
   Bitmap() = default;
-  // `pixelRatio` pixels stand for one unit of length; the size counts pixels. All pixels are
-  // transparent.
+  // The size is in pixels; `pixelRatio` is the number of pixels in one unit of length. All pixels
+  // are transparent at first.
   Bitmap(int width, int height, double pixelRatio = 1);
 
   bool IsEmpty() const { return bits == nullptr; }

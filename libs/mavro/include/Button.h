@@ -4,7 +4,7 @@
 
 namespace mavro {
 
-// What buttons of every look share.
+// The base class of all buttons.
 class AnyButton : public Control {
  public:
   class Impl;
@@ -14,7 +14,7 @@ class AnyButton : public Control {
   explicit AnyButton(SysImpl* newImpl) : Control(newImpl) {}
 };
 
-// A push button. A kind gives it the standard caption; cOk and cCancel close the form with that
+// A push button. Its `kind` sets the standard caption; cOk and cCancel close the form with that
 // result.
 class Button : public AnyButton {
  public:
@@ -22,14 +22,14 @@ class Button : public AnyButton {
   enum Kind { cNone, cOk, cCancel, cNo, cOpen, cSave, cPrint, cRun, cGo, cEdit, cSetup, cClose };
 
   Button();
-  // Draws the button flat with the picture of this strip and index instead of a caption.
+  // Draws the button flat, with the picture at `index` of the strip instead of a caption.
   void SetImage(int stripId, int index);
 
   WriteProperty<int> kind;
   WriteProperty<int> icon;  // number of a stock icon, -1 for none
   WriteProperty<bool> hot;  // drawn flat until the mouse is over it
-  // Command that a click sends to the form after onClick, as an item of its menu does: to the
-  // action of the form's menuBar or menu with this id. Actions have ids above 2; 0 for none.
+  // The command that a click sends to the form after onClick, as a menu item does. It goes to the
+  // action with this id in the form's menuBar or menu. Actions have ids above 2; 0 for none.
   int cmd = 0;
 };
 

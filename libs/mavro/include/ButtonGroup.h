@@ -10,12 +10,12 @@ class ButtonGroup : public Container {
  public:
   class Impl;
 
-  // What is selected, as one number: see the sons.
+  // The selection as one number; see itemIndex and itemFlags of the derived classes.
   const int& Selected() const;
   void Select(int selected);
 
   ItemList items;
-  NotifyEvent onChange;  // by the user only, not by assignment; value: what is selected now
+  NotifyEvent onChange;  // by the user only, not by assignment; value: the selection
 
  protected:
   explicit ButtonGroup(Impl* newImpl);
@@ -25,14 +25,14 @@ class ButtonGroup : public Container {
 class RadioGroup : public ButtonGroup {
  public:
   RadioGroup();
-  WriteProperty<int> itemIndex;  // -1 for none, as any other index that no item has
+  WriteProperty<int> itemIndex;  // -1, or any index without an item, for none
 };
 
 // Each item is checked or not.
 class CheckGroup : public ButtonGroup {
  public:
   CheckGroup();
-  WriteProperty<int> itemFlags;  // bit 0 stands for the first item; there are at most 32
+  WriteProperty<int> itemFlags;  // bit 0 is for the first item; at most 32 items
 };
 
 }  // namespace mavro

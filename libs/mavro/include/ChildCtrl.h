@@ -11,16 +11,16 @@ class ChildCtrl : public Control {
   class Impl;
   using Painter = void (*)(ChildCtrl& control, Graphics& graphics);
 
-  // Without a painter the window shows its ground.
+  // Without a painter the window shows its background only.
   explicit ChildCtrl(Painter itsPainter = nullptr);
 
   Painter painter;
   bool flag = false;  // the owner's own
 };
 
-// Painters of stand-ins for controls that would misbehave while a form is designed: the text on the
-// ground of an edit; the same with an arrow button down; the text in the middle beside two arrow
-// buttons.
+// Painters of placeholders for controls that would misbehave while a form is designed. They paint
+// the text on the background of an edit; the same with a down arrow button; the text in the middle
+// beside two arrow buttons.
 void PaintPlaceholder(ChildCtrl& control, Graphics& graphics);
 void PaintComboPlaceholder(ChildCtrl& control, Graphics& graphics);
 void PaintSpinPlaceholder(ChildCtrl& control, Graphics& graphics);

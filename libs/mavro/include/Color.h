@@ -4,7 +4,7 @@
 
 namespace mavro {
 
-// A colour: 0xRRGGBB, a system colour that follows the palette in force, or "the parent's colour".
+// A colour: 0xRRGGBB, a system colour that follows the current palette, or "the parent's colour".
 class Color {
  public:
   // System colours, numbered so that no plain colour equals one.
@@ -37,7 +37,7 @@ class Color {
   constexpr Color(System system) : value(system) {}
   constexpr explicit Color(int32_t rgb) : value(rgb) {}
 
-  // True for the value that stands for the parent's colour.
+  // True for the value that means the parent's colour.
   constexpr bool IsDefault() const { return value == -1; }
   constexpr bool IsSystem() const { return value < -1; }
   constexpr int32_t Value() const { return value; }

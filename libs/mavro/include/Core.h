@@ -20,10 +20,10 @@ class DataSource;
 class Form;
 class SysImpl;
 
-// Edge of its container that a control is laid along.
+// The edge of its container that a control is docked to.
 enum class Dock : int { cNone, cTop, cBootom, cLeft, cRight, cFill };
 
-// Which way a control lies. Designed forms write these names without a prefix.
+// The direction of a control. Designed forms write these names without a prefix.
 enum Orientation : int { cHorizontal, cVertical };
 
 // The line around a control.
@@ -44,12 +44,12 @@ enum class Cursor : int {
   cSizeAll
 };
 
-// Life of a control's window.
+// The states in the life of a control's window.
 enum ControlState {
   cNoWindow = 0,
   cClosing = 1,
   cHidden = 2,
-  cMarkLayout = 3,  // a request only: marks the tree's layout, leaves its states
+  cMarkLayout = 3,  // a request only: marks the tree's layout, keeps its states
   cAboutToShow = 4,
   cShown = 5
 };
@@ -60,14 +60,14 @@ struct Rect {
   friend bool operator==(const Rect&, const Rect&) = default;
 };
 
-// Ties a control to a value of the program by the link that suits its kind; the link is the
-// control's own.
+// Links a control to a value of the program. The kind of link depends on the kind of control; the
+// control owns the link.
 class DataLinkProperty {
  public:
   explicit DataLinkProperty(Control& its) : control(its) {}
   DataLinkProperty(const DataLinkProperty&) = delete;
 
-  // `source` is not owned; null ends the tie.
+  // `source` is not owned; null removes the link.
   DataLinkProperty& operator=(DataSource* source);
   DataSource* Get() const;
 
@@ -76,14 +76,14 @@ class DataLinkProperty {
   std::shared_ptr<DataLink> link;
 };
 
-// A visible thing: plain properties and events, paired with a SysImpl that holds the native window.
-// It exists and can be set up in full before it has a window; windows are made in one pass when the
-// form runs. Children are members of their form and never owned by the tree.
+// A visible element: plain properties and events, paired with a SysImpl that holds the native
+// window. It can be set up completely before it has a window; all windows are made in one pass when
+// the form runs. Children are members of their form; the tree never owns them.
 class Control : public object {
  public:
   ~Control() override;
 
-  // The size that the control would like to have, and its laying out of what it holds.
+  // The preferred size of the control; and the layout of its content.
   virtual std::pair<int, int> GetSizeHint() const;
   virtual void Layout();
   // Makes the window, then those of the children in order, then fires onCreate.
@@ -91,7 +91,7 @@ class Control : public object {
   virtual Color InheritedForeColor() const;
   virtual Color InheritedBackColor() const;
 
-  // A height of -1 keeps the current one. Moves the window; a change of size marks the layout
+  // Moves the window. A height of -1 keeps the current height. A change of size marks the layout as
   // pending.
   void SetBounds(int newLeft, int newTop, int newWidth, int newHeight = -1);
   void SetLocation(int newLeft, int newTop);
@@ -99,11 +99,11 @@ class Control : public object {
   Rect Bounds() const { return bounds; }
   void Focus();
   bool IsFocused() const;
-  // Paints what is invalid now.
+  // Paints the invalid area now.
   void Update();
-  // Marks the whole area as to be painted.
+  // Marks the whole area as invalid, so that it is painted later.
   void Invalidate();
-  // The form that this control stands in, or null.
+  // The form that contains this control, or null.
   Form* GetForm();
 
   SysImpl* const impl;  // owned
@@ -123,8 +123,8 @@ class Control : public object {
   WriteProperty<BorderStyle> borderStyle;
   WriteProperty<std::string> hint;
   WriteProperty<std::string> toolTip;  // the hint, by the name that designed forms use
-  // What screen readers call the control; where it is empty, its text, else the label before it,
-  // else its hint.
+  // The name of the control for screen readers. If it is empty, they use the control's text, else
+  // the label before it, else its hint.
   WriteProperty<std::string> accessibleName;
 
   DataLinkProperty dataLink;
@@ -134,15 +134,15 @@ class Control : public object {
   MouseEvent onMouseDown, onMouseUp, onMouseMove, onMouseWeel, onContextMenu;
   CrossingEvent onMouseEnter, onMouseLeave;
   NotifyEvent onDblClick, onMove, onResize, onGotFocus, onLostFocus;
-  // The control can be seen from now on, or no more, by its own `visible` or a container's; value:
-  // 1 or 0.
+  // The control has become visible (value 1) or hidden (value 0), by its own `visible` or that of a
+  // container.
   NotifyEvent onVisible;
 
   ActionMenu* menu = nullptr;  // popup shown on a context menu request; not owned
-  int contextId = 0;           // what context help is asked for
-  int tag = 0;                 // the program's own
-  bool layoutPending = true;   // the children's places may be stale
-  Control* parent = nullptr;   // a container, or a control that keeps pages or panes; not owned
+  int contextId = 0;           // the topic of its context help
+  int tag = 0;                 // free for the program
+  bool layoutPending = true;   // the children's bounds may be out of date
+  Control* parent = nullptr;   // a container, or a control with pages or panes; not owned
   int state = cNoWindow;
   int id = -1;                     // index among the parent's children, with the tag 0x2000
   std::vector<Control*> children;  // tab order and z order; filled by containers only, not owned
@@ -166,35 +166,37 @@ class Container : public Control {
   // Appends `control`, which is not owned.
   void Add(Control* control) { Insert(control, -1); }
   // Puts `control` at `index`, -1 for the end. In a running container its window is made at once.
-  // The windows of the controls behind it lose their routes: see RenewRoutes.
+  // The windows of the controls after it lose their routes: see RenewRoutes.
   void Insert(Control* control, int index);
-  // Takes the control out and destroys its windows; the control itself stays. The windows of the
-  // controls behind it lose their routes: see RenewRoutes.
+  // Takes the control out and destroys its windows; the control itself is kept. The windows of the
+  // controls after it lose their routes: see RenewRoutes.
   void Remove(int index);
   void Remove(Control* comp);
-  // Sets right what Insert and Remove leave behind. A control whose index they change while it has
-  // a window loses the tag of its native id: from then on what it tells its container (clicks,
-  // changes, selections) ends there, so that its events don't fire, and it gets no colours. This
-  // call gives all children their routes and colours back.
+  // Repairs the routes of the children after Insert and Remove. These change the index of other
+  // controls, and a control with a window then loses the tag of its native id. From then on its
+  // messages (clicks, changes, selections) end at the container: its events don't fire and it gets
+  // no colours. This call gives all children their routes and colours back.
   void RenewRoutes();
 
-  // The dock layout: children take the edges in order, the last one with cFill gets what is left.
+  // The dock layout: children take the edges in order, the last one with cFill gets the remaining
+  // area.
   void Layout() override;
 
  protected:
   explicit Container(SysImpl* newImpl) : Control(newImpl) {}
 };
 
-// What Container::Insert and Remove do, for controls that keep pages, panes or tool controls
-// without being containers for programs to fill. Ownership stays where it is.
+// The same as Container::Insert and Remove, for controls that hold pages, panes or tool controls
+// but are not containers that a program can fill. The ownership does not change.
 void InsertChild(Control& parent, Control* child, int index);
 void RemoveChild(Control& parent, int index);
-// Gives the child at `from` the place `to` in the order; the others close up.
+// Moves the child at `from` to the index `to`; the children between them shift by one.
 void MoveChild(Control& parent, int from, int to);
 
-// Runs the layout of `control` if it is pending, and then that of every child where it is.
+// Runs the layout of `control` if it is pending, then the same for every child.
 void RunPendingLayout(Control* control);
-// Passes a state down the tree; 3 and 4 also mark the layout pending, 3 leaves the states alone.
+// Passes a state down the tree. 3 and 4 also mark the layout as pending; 3 doesn't change the
+// states.
 void SetStateTree(Control* control, int state);
 
 // A plain container.

@@ -11,7 +11,7 @@ class Control;
 // A value of the program that a control shows and changes, as text.
 class DataSource {
  public:
-  // Reads the value into `out`, and takes what the control holds.
+  // Get copies the value into `out`; Set stores the content of the control.
   virtual void Get(std::string& out) = 0;
   virtual void Set(const std::string& value) = 0;
 
@@ -19,8 +19,9 @@ class DataSource {
   ~DataSource() = default;
 };
 
-// Ties one control to one value: copied into the control just before its window is made, and back
-// when the form closes with OK. A control has one link at most; a later one replaces it.
+// Links one control to one value. The value is copied into the control just before its window is
+// made, and back when the form closes with OK. A control has at most one link; a later one replaces
+// it.
 class DataLink {
  public:
   explicit DataLink(Control* linked);
@@ -35,7 +36,8 @@ class DataLink {
   Control* control;
 };
 
-// The link of a check box: checked is "1", anything else is not; saved as "1" or "0".
+// The link of a check box: "1" means checked, any other text means not checked; saved as "1" or
+// "0".
 class CheckDataLink : public DataLink {
  public:
   explicit CheckDataLink(CheckBox* box);
@@ -43,7 +45,7 @@ class CheckDataLink : public DataLink {
   void Save() override;
 };
 
-// The link of a radio or check group: what is selected, as a decimal number.
+// The link of a radio or check group: the selection as a decimal number.
 class GroupDataLink : public DataLink {
  public:
   explicit GroupDataLink(ButtonGroup* group);

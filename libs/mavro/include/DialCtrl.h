@@ -4,8 +4,8 @@
 
 namespace mavro {
 
-// A round knob over a scale of three quarters of a circle. Turned with the mouse and by Home, End,
-// Left and Right.
+// A round knob on a scale of three quarters of a circle. The user turns it with the mouse or with
+// Home, End, Left and Right.
 class DialCtrl : public CustomCtrl {
  public:
   class Impl;
@@ -13,7 +13,7 @@ class DialCtrl : public CustomCtrl {
 
   DialCtrl();
 
-  // Puts the value on the grid of steps between min and max. True if that changed the position;
+  // Rounds the value to the grid of steps between min and max. True if the position has changed;
   // onChange has then been fired.
   bool SetValue(double value);
   void CreateControl() override;
@@ -32,11 +32,11 @@ class DialCtrl : public CustomCtrl {
   void OnDraw(NotifyArgs& args);
 };
 
-// A colour with each channel times `factor`, rounded; system colours become plain ones.
+// Multiplies each channel of a colour by `factor`, rounded; a system colour becomes a plain one.
 Color Scaled(Color color, double factor);
 
-// A colour of a ring lit from the upper left: `a` where the light falls, `b` opposite. The angle is
-// in radians, clockwise from the right.
+// The colour of a ring lit from the upper left, at an angle: `a` on the lit side, `b` on the
+// opposite side. The angle is in radians, clockwise from the right.
 Color Shade(double dAngle, Color a, Color b);
 // A circle of pixels, each in the shade of its own angle.
 void DrawRing(Graphics& graphics, int cx, int cy, int r, Color a, Color b);

@@ -11,10 +11,10 @@ namespace mavro {
 class Control;
 struct TreeNode;
 
-// Keys and buttons held down while an input event is handled, as bits.
+// Keys and buttons that are held down during an input event, as bits.
 enum Modifiers { cShift = 1, cControl = 2, cPrimary = 4, cAltOrMiddle = 8, cLeftEvent = 0x10 };
 
-// A key was pressed, released or gave a character.
+// A key was pressed or released, or produced a character.
 struct KeyArgs {
   enum Kind { cDown = 1, cUp = 2, cChar = 4 };
   Control* sender = nullptr;
@@ -33,17 +33,17 @@ struct MouseArgs {
   bool handled = false;
   int modifiers = 0;
   int button = cNone;
-  int x = 0;  // client coordinates; screen coordinates for a context menu, -1 from the keyboard
+  int x = 0;  // client coordinates; for a context menu screen coordinates, or -1 from the keyboard
   int y = 0;
-  int wheel = 0;  // degrees turned, away from the user positive; cWheel only
+  int wheel = 0;  // degrees turned, positive away from the user; cWheel only
 };
 
-// Something about one item of a control: a row, a cell, or the one text there is.
+// An event of one item of a control: a row, a cell, or the only text.
 struct ItemArgs {
   Control* sender = nullptr;
-  int value = 0;     // what the event tells; a handler may change it for the sender to read
+  int value = 0;     // set by the event; a handler may change it for the sender to read
   int row = -1;      // which item; -1 for none
-  int col = -1;      // its column, where there are columns
+  int col = -1;      // its column, if there are columns
   std::string text;  // the item's text
 };
 
@@ -56,11 +56,11 @@ struct TreeArgs {
 // Files were dropped on a form.
 struct FilesArgs {
   Control* sender = nullptr;
-  std::vector<std::string> paths;  // absolute, in the order told; at least one
+  std::vector<std::string> paths;  // absolute, in the order of the drop; at least one
 };
 
-// The mouse has come over a control or has left it. Takes handlers of either kind, which are called
-// in the order they were added.
+// The mouse has entered or left a control. Handlers may take MouseArgs or NotifyArgs; they are
+// called in the order in which they were added.
 class CrossingEvent {
  public:
   // Appends a handler as Event::Add_H does.
@@ -81,8 +81,8 @@ class CrossingEvent {
 
   bool HasHandlers() const { return !handlers.IsEmpty(); }
 
-  // Calls every handler with the arguments that it takes. Returns false if the event was destroyed
-  // meanwhile.
+  // Calls every handler with the arguments of its kind. Returns false if a handler destroyed the
+  // event.
   bool Fire(MouseArgs& mouse, NotifyArgs& notify) {
     return handlers.ForEach([&](object& target, const Method& method) {
       if (method.mouse)

@@ -5,11 +5,11 @@
 
 namespace mavro {
 
-// A path's folder with its "/" at the end: what precedes the last component. Empty for a name
-// alone.
+// The folder of a path: the part before the last component, with the "/" at its end. Empty for a
+// name alone.
 std::string FolderOf(std::string_view path);
 
-// Whether a path names a folder, links followed.
+// True if the path names a folder; links are followed.
 bool IsFolder(const std::string& path);
 
 }  // namespace mavro

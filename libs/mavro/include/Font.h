@@ -4,8 +4,8 @@
 
 namespace mavro {
 
-// A font by size in points, style flags and face, the face first or last. A size of 0 is the
-// platform's font.
+// A font: size in points, style flags and face name. The constructors take the face first or last.
+// A size of 0 means the platform's font.
 class Font {
  public:
   enum Style { cNormal = 0, cBold = 1, cItalic = 2 };
@@ -21,7 +21,7 @@ class Font {
 
   int size = 0;
   int style = cNormal;
-  std::string face;  // empty: the platform's face; an unknown face falls back to it too
+  std::string face;  // empty for the platform's face, which also replaces an unknown one
 };
 
 }  // namespace mavro

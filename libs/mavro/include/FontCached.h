@@ -15,7 +15,7 @@ class FontCached : public Font {
   FontCached() = default;
   FontCached(const Font& font) : Font(font) {}
 
-  // Null for a font that can't be made: one of negative size.
+  // Null for a font that can't be made, which is one of negative size.
   const std::shared_ptr<FontHandle>& Handle() const;
   bool IsMade() const { return handle != nullptr; }
 

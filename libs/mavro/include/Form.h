@@ -8,7 +8,7 @@ namespace mavro {
 
 class MenuBar;
 
-// A yes or no that has a default until the program decides.
+// A bool with a default that holds until the program sets a value.
 class Choice {
  public:
   explicit Choice(bool byDefault) : value(byDefault) {}
@@ -18,7 +18,7 @@ class Choice {
     return *this;
   }
   operator bool() const { return value; }
-  // Another default; nothing once the program has decided.
+  // Changes the default; no effect after the program has set a value.
   void SetDefault(bool wanted) {
     if (!isMade) value = wanted;
   }
@@ -28,57 +28,59 @@ class Choice {
   bool isMade = false;
 };
 
-// A top-level window. Made and configured like any control; Run makes the windows and shows them.
+// A top-level window. It is made and configured like any control; Run makes the windows and shows
+// them.
 class Form : public Container {
  public:
   class Impl;
   enum WindowType { cNormal, cToolWindow, cNoTitleBar };
   enum Result { cNone = -1, cOk = 1, cCancel = 2 };
 
-  // `newOwner` closes this form with itself; without one the application's main form does. A modal
-  // form whose owner is not on the screen when it runs gets one that is.
+  // This form is closed when `newOwner` closes, or when the main form does if that is null. If the
+  // owner of a modal form is not on the screen when the form runs, the form gets an owner that is.
   explicit Form(Form* newOwner = nullptr);
   ~Form() override;
 
-  // Shows the form. A modal one disables the program's other windows and returns when it is closed;
-  // the first form runs the message loop until the last form has gone; any other returns at once.
-  // A form that is shown already comes to the front. Answers `result`.
+  // Shows the form. For a modal form, disables the program's other windows and returns when the
+  // form is closed. For the first form, runs the message loop until the last form is gone. For any
+  // other form, returns at once. A form that is already shown comes to the front. Returns `result`.
   int Run(bool isModal);
   // Shows the form beside the program's others: Run(false).
   void Show() { Run(false); }
   // The same as a close request from the window manager; onClose may refuse.
   void Close();
-  // Called by a handler of a button's onClick: the click does not close the form, and nothing is
-  // stored through data links. For answers that can't be taken yet; onClose could not refuse them,
-  // since it is only told of what a button closes.
+  // For a handler of a button's onClick: the click then does not close the form, and nothing is
+  // stored through data links. Use it for input that can't be accepted yet; onClose can't refuse
+  // the close that a button starts, it is only notified.
   void StayOpen();
-  // Whether the form is where its user can see it, and has been painted there.
+  // True if the user can see the form and it has been painted.
   bool IsOnScreen() const;
-  // Has the form fill its screen, or gives it its own place back; before it runs: has it begin so.
+  // Makes the form fill its screen, or restores its own bounds. Before the form runs: sets how it
+  // is first shown.
   void Maximize(bool on);
-  // Whether the form fills its screen, also by its user's doing.
+  // True if the form fills its screen, no matter whether the program or the user did it.
   bool IsMaximized() const;
-  // Where the form is, or would be if it didn't fill its screen.
+  // The bounds of the form, or those it would have if it didn't fill its screen.
   Rect NormalBounds() const;
-  // Where a control is the one to have the focus when the form first shows; the form itself: the
-  // first that takes keys.
+  // The control that has the focus when the form is first shown; if it is the form itself, the
+  // first control that takes keys.
   Control* focusControl;
 
   int windowType = cNormal;
   bool center = true;
   bool resizable = true;
   bool noTitle = false;
-  // Enter and Escape press the buttons that stand for OK and Cancel. By default in every form but
-  // the first, and in the first when it is modal.
+  // Enter and Escape press the OK and Cancel buttons. By default true in every form except the
+  // first, and in the first if it is modal.
   Choice autoDialogKeys;
-  // Files can be dropped anywhere on the form, its controls included, as it is when it runs; else
-  // controls that take text take the files' names.
+  // True if files can be dropped anywhere on the form, also on its controls; read when the form
+  // runs. If false, controls that take text insert the names of the files.
   bool acceptFiles = false;
   int result = cNone;
 
   NotifyEvent onClose, onDestroy, onShow, onChangeState, onActivate, onKeyPreview;
-  // Files of this machine were dropped on a form that accepts them; told by the message loop after
-  // the drop, unless another form is modal by then.
+  // Files of this machine were dropped on a form that accepts them. Fired by the message loop after
+  // the drop, but not if another form is modal by then.
   FilesEvent onDropFiles;
 
   bool modal = false;

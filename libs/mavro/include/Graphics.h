@@ -11,13 +11,13 @@ namespace mavro {
 class DrawSurface;
 class Picture;
 
-// A point in the coordinates of what it lies in.
+// A point, in the coordinates of the surface or area that contains it.
 struct Point {
   int x = 0, y = 0;
   friend bool operator==(const Point&, const Point&) = default;
 };
 
-// What outlines are drawn with. One made without a colour is no pen.
+// The pen for outlines. A pen without a colour is not made: see IsMade.
 class Pen {
  public:
   enum Style { cSolid, cDash, cDot, cNone };
@@ -36,14 +36,14 @@ class Pen {
   bool made = false;
 };
 
-// What shapes are filled with. One made without a colour is no brush.
+// The brush that fills shapes. A brush without a colour is not made: see IsMade.
 class Brush {
  public:
   enum Style { cSolid, cNone };
 
   Brush() = default;
   Brush(Color itsColor, Style itsStyle = cSolid) : color(itsColor), style(itsStyle), made(true) {}
-  // Leaves the inside of shapes as it is.
+  // A brush that doesn't paint the inside of shapes.
   static Brush Clear() { return Brush(Color(), cNone); }
   bool IsMade() const { return made; }
   friend bool operator==(const Brush&, const Brush&) = default;
@@ -56,17 +56,18 @@ class Brush {
 };
 
 // A surface to draw on: a control's window or a bitmap. Coordinates count logical pixels; the point
-// (x, y) is the square pixel behind it, and rectangles leave their right and bottom edge out.
-// Upright and level lines and the edges of rectangles are sharp at any scale of the screen. Starts
-// with a black pen of width 1, a white brush and the control's font and text colour.
+// (x, y) is the pixel to the right of and below these coordinates, and rectangles exclude their
+// right and bottom edge. Vertical and horizontal lines and the edges of rectangles are sharp at any
+// scale of the screen. The initial state is a black pen of width 1, a white brush and the control's
+// font and text colour.
 class Graphics {
  public:
   enum Begin {
-    cDrawing,  // at any time; what is drawn stands until the window next paints itself
+    cDrawing,  // at any time; the drawing is lost when the window next paints itself
     cPainting  // while the control's window paints
   };
 
-  // Closed: every drawing operation stops at an assertion.
+  // A closed surface: every drawing operation fails with an assertion.
   Graphics();
   // On a control that has a window.
   explicit Graphics(Control* ctrl, Begin begin = cDrawing);
@@ -77,23 +78,23 @@ class Graphics {
   Graphics& operator=(const Graphics&) = delete;
 
   bool IsOpen() const { return dcimpl != nullptr; }
-  // Ends the drawing and shows what was drawn. Nothing for a closed one.
+  // Ends the drawing and shows the result. No effect on a closed surface.
   void Close();
-  // Opens a closed one on a bitmap, which must not be empty; with the colours of `like`.
+  // Opens a closed surface on a bitmap, which must not be empty, with the colours of `like`.
   void SetBitmap(const Bitmap& newBitmap, Control* like = nullptr);
 
-  // What the operations below draw with.
+  // Set the tools of the operations below.
   void SetPen(const Pen& newPen);
   void SetBrush(const Brush& newBrush);
   void SetFont(const Font& newFont);
   void SetTextColor(Color color);
 
-  // The top left corner of the text at (x, y). Line breaks are not obeyed.
+  // Draws a text with its top left corner at (x, y). Line breaks have no effect.
   void TextOut(int x, int y, const std::string& text);
   int TextWidth(const std::string& text) const;
   int TextHeight() const;
 
-  // Outside the surface: the default colour, and nothing.
+  // Outside the surface, GetPixel returns the default colour and SetPixel does nothing.
   Color GetPixel(int x, int y) const;
   void SetPixel(int x, int y, Color color);
 
@@ -104,7 +105,7 @@ class Graphics {
   void RoundRect(int left, int top, int right, int bottom, int width, int height);
   void Polygon(const Point* points, int n);
 
-  // The last point of a line is left out, so that lines can be drawn one behind the other.
+  // The last point of a line is not drawn, so that lines can be joined end to end.
   void Polyline(const Point* points, int n);
   void MoveTo(int x, int y);
   void LineTo(int x, int y);
@@ -114,11 +115,11 @@ class Graphics {
   // The whole bitmap or picture, drawn into `target`.
   void DrawBitmap(const Bitmap& bitmap, const Rect& target);
   void DrawPicture(const Picture& picture, const Rect& target);
-  // A stock icon of `Icons`, 24 by 24; nothing for a number without one.
+  // A stock icon of `Icons`, 24 by 24; draws nothing for a number without an icon.
   void DrawIcon(int icon, int x, int y);
 
-  // Device pixels in one logical pixel; and whether coordinates count device pixels from now on,
-  // for what is drawn pixel by pixel.
+  // PixelRatio is the number of device pixels in one logical pixel. UseDevicePixels(true) makes
+  // coordinates count device pixels from now on, for drawing pixel by pixel.
   double PixelRatio() const;
   void UseDevicePixels(bool on);
 
@@ -134,13 +135,13 @@ class Graphics {
   Point position;  // where the next line starts
 };
 
-// A control paints itself.
+// The argument of onPaint: a control paints itself.
 struct PaintArgs {
   Control* sender = nullptr;
-  Graphics* graphics = nullptr;  // not null; gone when the event is over
+  Graphics* graphics = nullptr;  // not null; valid during the event only
 };
 
-// The plain colour that a system colour stands for in the palette in force; others as they are.
+// Converts a system colour to its plain colour in the current palette; other colours are unchanged.
 Color ToPlain(Color color);
 
 using PaintEvent = Event<PaintArgs>;

@@ -6,16 +6,16 @@
 
 namespace mavro {
 
-// Argument record of most events. Lives on the sender's stack while the event fires.
+// The argument of most events. It is on the sender's stack while the event fires.
 struct NotifyArgs {
   object* sender = nullptr;  // the control or object that fires; not owned
-  int value = 0;             // what the event tells; a handler may change it for the sender to read
+  int value = 0;             // set by the event; a handler may change it for the sender to read
 };
 
 namespace detail {
 
-// One event being fired. The chain of them lets an event that is destroyed by one of its own
-// handlers tell the loop that fires it, without a byte in the event itself.
+// One event that is being fired. These objects form a chain. Through it, an event that one of its
+// own handlers destroys notifies the loop that fires it; the event itself needs no data for this.
 class Firing {
  public:
   explicit Firing(const void* event);
@@ -25,7 +25,7 @@ class Firing {
 
   bool EventIsGone() const { return event == nullptr; }
 
-  // Tells every loop firing `event` that the event and its nodes no longer exist.
+  // Notifies every loop that fires `event` that the event and its nodes no longer exist.
   static void EventDestroyed(const void* event);
 
  private:
@@ -33,7 +33,7 @@ class Firing {
   Firing* outer;
 };
 
-// The handlers of one event: targets, and which member of each is to be called.
+// The handlers of one event: each is a target and the member function to call.
 template <class Method>
 class HandlerList {
  public:
@@ -57,8 +57,7 @@ class HandlerList {
     *tail = new Node{target, method, nullptr};
   }
 
-  // Calls `call` with each target and its method. Returns false if the list was destroyed by one of
-  // them.
+  // Calls `call` with each target and its method. Returns false if one of them destroyed the list.
   template <class Call>
   bool ForEach(const Call& call) const {
     if (!head) return true;
@@ -83,7 +82,7 @@ class HandlerList {
 template <class Class>
 constexpr bool cMayHandle = std::is_base_of_v<object, Class>;
 
-// What a compiler says to a handler in any other class, and nothing else.
+// Gives a handler in any other class this one compiler error and no others.
 template <class Class>
 constexpr void CheckMayHandle() {
   static_assert(cMayHandle<Class>,
@@ -93,11 +92,11 @@ constexpr void CheckMayHandle() {
 
 }  // namespace detail
 
-// A list of handlers, each a target and one of its members, called in the order they were added.
-// There is no removal: handlers are added in constructors and go with the event. An event without
-// handlers is one null pointer, and firing it costs one comparison.
+// A list of handlers, each a target and one of its member functions, called in the order in which
+// they were added. Handlers can't be removed: they are added in constructors and destroyed with the
+// event. An event without handlers is one null pointer, and firing it costs one comparison.
 //
-// A handler may destroy the event it was called from (close its form, delete its control): the
+// A handler may destroy the event that called it (close its form, delete its control); the
 // remaining handlers are then not called.
 template <class Args>
 class Event {
@@ -112,8 +111,8 @@ class Event {
 
   bool HasHandlers() const { return !handlers.IsEmpty(); }
 
-  // Calls every handler with `args`. Returns false if the event was destroyed meanwhile; the caller
-  // must then touch neither the event nor its owner.
+  // Calls every handler with `args`. Returns false if a handler destroyed the event; the caller
+  // must then not touch the event or its owner.
   bool Fire(Args& args) {
     return handlers.ForEach([&](object& target, Method method) { (target.*method)(args); });
   }

@@ -7,7 +7,7 @@
 
 namespace mavro {
 
-// Pictures with a text below each, of which one is selected.
+// A view of pictures with a text below each; one of them is selected.
 class IconView : public Control {
  public:
   class Impl;
@@ -18,7 +18,7 @@ class IconView : public Control {
   };
   IconView();
 
-  // Appends an item and answers its index.
+  // Appends an item and returns its index.
   int Add(const std::string& itemText, int image);
   void Remove(int index);
   void Clear();
@@ -26,7 +26,7 @@ class IconView : public Control {
   const Item& GetItem(int index) const;
 
   WriteProperty<int> imageList;      // strip of the pictures, by resource id; 0 for none
-  WriteProperty<int> selectedIndex;  // -1 for none, as any other index that no item has
+  WriteProperty<int> selectedIndex;  // -1, or any index without an item, for none
   NotifyEvent onChangeSel;           // by the user only, not by assignment; value: the index
   NotifyEvent onChoose;              // double click or Enter on an item; value: the index
 

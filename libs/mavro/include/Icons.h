@@ -2,8 +2,8 @@
 
 namespace mavro {
 
-// The stock icons, by their places in the framework's strip. For `icon` of buttons and the pictures
-// of tool bars.
+// The stock icons, by their index in the framework's strip. For `icon` of buttons and for the
+// pictures of tool bars.
 struct Icons {
   enum Number : int {
     cNone,
@@ -51,7 +51,7 @@ struct Icons {
     icoUp,
     icoDown
   };
-  // Resource id of the strip they stand in.
+  // The resource id of the strip that contains them.
   static constexpr int cStrip = 1;
 };
 

@@ -5,7 +5,7 @@
 
 namespace mavro {
 
-// Shows a picture at its top left corner; without one only its ground.
+// Shows a picture at its top left corner; without a picture only its background.
 class Image : public Control {
  public:
   class Impl;
@@ -13,8 +13,8 @@ class Image : public Control {
 
   Picture& picture;
   WriteProperty<bool> stretch;       // fills the control
-  WriteProperty<bool> autosize;      // the picture's own size, whatever `stretch` says
-  WriteProperty<bool> proportional;  // what fills the control keeps its ratio
+  WriteProperty<bool> autosize;      // the picture keeps its own size, whatever `stretch` is
+  WriteProperty<bool> proportional;  // a stretched picture keeps its ratio
 };
 
 }  // namespace mavro

@@ -7,14 +7,15 @@ namespace mavro {
 
 class SysImpl;
 
-// The texts of a list or combo box. Kept here before the window exists and mirrored to it after.
+// The texts of a list or combo box. They are kept here before the window exists and mirrored to it
+// afterwards.
 class ItemList {
  public:
   explicit ItemList(SysImpl* impl) : target(impl) {}
   ItemList(const ItemList&) = delete;
   ItemList& operator=(const ItemList&) = delete;
 
-  // An index must be that of an item.
+  // An index must be that of an existing item.
   void Add(const std::string& item) { Insert(item, -1); }
   void Insert(const std::string& item, int index);  // -1: at the end
   void Remove(int index);

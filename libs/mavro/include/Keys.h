@@ -2,9 +2,9 @@
 
 namespace mavro {
 
-// Names of keys, for KeyArgs::key, onKeyPreview and hotkeys. A letter or digit is its character in
-// ASCII, the letter a capital one: 'A', '7'. cEnter is the number pad's too; cMenu asks for the
-// context menu.
+// Names of keys, for KeyArgs::key, onKeyPreview and hotkeys. A letter or digit has its ASCII code,
+// a letter that of the capital: 'A', '7'. cEnter is also the Enter key of the number pad; cMenu is
+// the key for the context menu.
 struct Key {
   static constexpr int cBackspace = 0x08, cTab = 0x09, cEnter = 0x0D, cEscape = 0x1B, cSpace = 0x20;
   static constexpr int cShift = 0x10, cControl = 0x11, cAlt = 0x12, cMenu = 0x5D;

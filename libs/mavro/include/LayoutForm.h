@@ -5,8 +5,8 @@
 namespace mavro {
 
 // A canvas to lay out controls on: a grid of dots every 8 pixels, and a transparent layer above the
-// children that takes all mouse input. That input reaches the canvas' own events, in its client
-// coordinates; the children never see it.
+// children that takes all mouse input. This input fires the canvas' own events, in its client
+// coordinates; the children never get it.
 class LayoutForm : public Container {
  public:
   class Impl;
@@ -16,7 +16,7 @@ class LayoutForm : public Container {
   static constexpr int cGrid = 8;
 };
 
-// The canvas that was made last and still has its window, or null.
+// The last canvas that was made and still has its window, or null.
 extern LayoutForm* theLayoutForm;
 
 }  // namespace mavro

@@ -5,19 +5,19 @@
 
 namespace mavro {
 
-// A list of texts of which one is selected.
+// A list of texts; one of them is selected.
 class ListBox : public Control {
  public:
   class Impl;
   ListBox();
 
   ItemList items;
-  // -1 for none, as any other index that no item has.
+  // -1, or any index without an item, for none.
   WriteProperty<int> selectedIndex;
   NotifyEvent onSelChanged;  // by the user only, not by assignment; value: the selected index
 };
 
-// A closed list of texts that opens on demand.
+// A drop-down list of texts.
 class ComboBox : public Control {
  public:
   class Impl;
@@ -25,7 +25,7 @@ class ComboBox : public Control {
 
   ItemList items;
   WriteProperty<int> selectedIndex;
-  WriteProperty<bool> chooseOnly;  // the user may not type a text of his own
+  WriteProperty<bool> chooseOnly;  // the user can't type any other text
   // By the user only, not by assignment; row and value: the selected index.
   ItemEvent onSelChanged;
 };

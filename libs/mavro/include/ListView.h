@@ -9,30 +9,30 @@ namespace mavro {
 
 class ListView;
 
-// The columns of a list view, from left to right. The last one takes the room that is left.
+// The columns of a list view, from left to right. The last one takes the remaining width.
 class ListColumns {
  public:
   explicit ListColumns(ListView& list) : owner(list) {}
   ListColumns(const ListColumns&) = delete;
   ListColumns& operator=(const ListColumns&) = delete;
 
-  // Appends a column on the right. A column is named by its index, which must exist.
+  // Appends a column on the right. Columns are identified by their index, which must exist.
   void Add(const std::string& title, int width = cWidth);
   int GetCount() const;
   const std::string& Title(int col) const;
   void SetTitle(int col, const std::string& title);
-  // Whether the user may edit the cells below, where the list's editLabels allows it; true at
-  // first.
+  // Sets if the user may edit the cells of this column, provided that the list's editLabels allows
+  // it; true at first.
   void SetEditable(int col, bool on);
 
-  static constexpr int cWidth = 100;  // of a column whose width nobody has told
+  static constexpr int cWidth = 100;  // the default width
 
  private:
   ListView& owner;
 };
 
 // A table of rows with a header. Rows are kept here before the window exists and shared with it
-// after; adding a row costs the same however many there are.
+// afterwards. The cost of adding a row does not depend on their number.
 class ListView : public Control {
  public:
   class Impl;
@@ -40,11 +40,11 @@ class ListView : public Control {
 
   // The same as `columns.Add`.
   void AddColumn(const std::string& title, int width) { columns.Add(title, width); }
-  // Appends a row and answers its index.
+  // Appends a row and returns its index.
   int AddRow(const std::string& firstCell);
   void RemoveRow(int row);
-  // Row and column must exist. Row -1 stands for none, as selectedIndex does: it has no cells and
-  // no data, and setting them does nothing.
+  // Row and column must exist. Row -1 means none, as in selectedIndex: it has no cells and no data,
+  // and setting them has no effect.
   void SetCell(int row, int col, const std::string& cell);
   std::string GetCell(int row, int col) const;
   void SetItemData(int row, int data);
@@ -53,16 +53,17 @@ class ListView : public Control {
   void SetItemImage(int row, int image);
   int GetItemImage(int row) const;
   void Clear();  // all rows
-  // Selects a row and brings it into view; -1 selects none.
+  // Selects a row and scrolls it into view; -1 selects none.
   void Select(int row);
   // Lets the user edit a cell, as F2 does.
   void EditCell(int row, int col);
-  // Puts the rows in the order of a column, numbers before other texts and equal ones as they were,
-  // and marks the column's title. The selected row stays selected.
+  // Sorts the rows by a column and marks the column's title. Numbers come before other texts, and
+  // equal rows keep their order. The selected row stays selected.
   void SortBy(int col, bool ascending = true);
 
   ListColumns columns;
-  // More are added without title or cells, fewer are removed from the end.
+  // A larger number adds columns or rows without title or cells, a smaller one removes them from
+  // the end.
   WriteProperty<int> colCount, rowCount;
   WriteProperty<int> selectedIndex;  // -1 for none
   WriteProperty<int> imageList;      // strip of the rows' pictures, by resource id; 0 for none
@@ -70,7 +71,7 @@ class ListView : public Control {
   WriteProperty<bool> editLabels;  // F2, or a click on a row that is selected, edits a cell
   WriteProperty<bool> gridLines;
   WriteProperty<bool> headerVisible;
-  WriteProperty<bool> showSelection;  // without the focus too
+  WriteProperty<bool> showSelection;  // also without the focus
 
   NotifyEvent onChoose;       // double click or Enter on a row; value: the row
   NotifyEvent onClickRow;     // click on a row; value: the row
@@ -78,7 +79,7 @@ class ListView : public Control {
   NotifyEvent onColumnClick;  // click on a column's title; value: the column
   // The user has edited a cell. The handler may change the text, and refuses it with value 0.
   ItemEvent onPostEdit;
-  NotifyEvent onChangeText;  // an edited text has been taken; value: the row
+  NotifyEvent onChangeText;  // an edited text has been accepted; value: the row
 
  private:
   Impl& TheImpl() const;

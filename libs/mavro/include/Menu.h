@@ -14,23 +14,23 @@ class Menu;
 class NativeMenu;
 class NativeMenuBar;
 
-// The commands that can be reached through one menu of a control, and their dispatch by id.
+// The commands in one menu of a control, and their dispatch by id.
 class ActionMenu : public object {
  public:
-  // Ties the menu to a control, or unties it with null.
+  // Attaches the menu to a control, or detaches it if the control is null.
   virtual void Attach(Control* control) = 0;
 
-  // Calls the first action with this id: 1 when it was handled, 0 when nothing handles it, the
-  // number of actions when there is none with the id.
+  // Calls the first action with this id. Returns 1 if it was handled, 0 if nothing handles it, and
+  // the number of actions if none has the id.
   int Dispatch(int id);
-  // Whether a hotkey of the command may act: false while its item is gray.
+  // True if a hotkey of the command may act; false while its item is gray.
   virtual bool IsEnabled(int id) const;
-  // An item of an action has come into the menu or gone from it. The same action may stand in
-  // several places; it is reached as long as one is left.
+  // An item of an action has been added to the menu or removed from it. The same action may have
+  // several items; it can be called as long as one of them remains.
   virtual void ActionAdded(Action* action);
   virtual void ActionRemoved(Action* action);
 
-  std::vector<Action*> actions;  // one entry an item, filled as items are created; not owned
+  std::vector<Action*> actions;  // one entry per item, added when the item is created; not owned
   Control* attached = nullptr;
 };
 
@@ -39,15 +39,16 @@ class MenuItem : public object {
  public:
   explicit MenuItem(Menu* owner, Action* itsAction = nullptr) : action(itsAction), menu(owner) {}
 
-  // Called by the menu: grays the row, makes it in the native menu, forgets it there.
+  // Called by the menu. Enable enables or grays the row, Insert makes it in the native menu, and
+  // Detach marks it as not inserted.
   virtual void Enable(bool on);
   virtual void Insert(ActionMenu* into);
   virtual void Detach();
-  // Takes the row's commands out of the menu that it was inserted into.
+  // Removes the row's commands from the menu that it was inserted into.
   virtual void Withdraw();
-  // Shows a mark before the row, or takes it away.
+  // Shows or hides a check mark before the row.
   void Check(bool on);
-  // Changes the action's text and what the menu shows.
+  // Changes the text of the action and of the row.
   void SetText(const std::string& newText);
   bool IsSeparator() const;
 
@@ -56,7 +57,7 @@ class MenuItem : public object {
   bool enabled = true;
   bool checked = false;
   bool inserted = false;
-  Menu* menu;  // the menu it stands in; null for a top-level one
+  Menu* menu;  // the menu that contains it; null for a top-level one
 };
 
 // A menu with its items, shown as one entry of a menu bar, as a submenu or as a popup.
@@ -66,7 +67,7 @@ class Menu : public MenuItem {
   explicit Menu(Menu* owner);
   ~Menu() override;
 
-  // Adds the rows of a command table; submenus nest through its marker rows.
+  // Adds the rows of a command table; its marker rows begin and end submenus.
   void Fill(ActionList& list);
   MenuItem* AddItem(Action* action);
   MenuItem* AddSeparator();
@@ -82,10 +83,10 @@ class Menu : public MenuItem {
   void Insert(ActionMenu* into) override;
   void Detach() override;
   void Withdraw() override;
-  // Grays or enables the items of one action wherever it stands below this menu.
+  // Grays or enables all items of one action in this menu and its submenus.
   void EnableAction(const Action* which, bool on);
 
-  // The item of a command in this menu or below, or null.
+  // The item of a command in this menu or its submenus, or null.
   const MenuItem* FindItem(int id) const;
 
   std::string title;
@@ -101,7 +102,7 @@ struct Accelerator {
   int command = 0;
 };
 
-// A menu whose commands are reached by hotkeys of a form as well.
+// A menu whose commands can also be called by hotkeys of a form.
 class AccelMenu : public ActionMenu {
  public:
   ~AccelMenu() override;
@@ -122,7 +123,7 @@ class MenuBar : public AccelMenu {
   ~MenuBar() override;
   // Adds a top-level menu, also while the bar is attached; not owned.
   void Add(Menu* menu);
-  // With a form makes the native bar and the accelerators; with null takes both down.
+  // Makes the native bar and the accelerators for a form; null destroys both.
   void Attach(Control* control) override;
   bool IsEnabled(int id) const override;
 
@@ -133,12 +134,13 @@ class MenuBar : public AccelMenu {
   std::unique_ptr<NativeMenuBar> bar;
 };
 
-// A popup menu. Built on first use, kept for the next.
+// A popup menu. It is built on first use and kept.
 class ContextMenu : public ActionMenu {
  public:
   ContextMenu();
   ~ContextMenu() override;
-  // Shows the popup where the control was last clicked; the command arrives at that control.
+  // Shows the popup at the point where the control was last clicked; the command is sent to that
+  // control.
   void Attach(Control* control) override;
 
   Menu root;

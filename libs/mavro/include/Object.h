@@ -2,8 +2,8 @@
 
 namespace mavro {
 
-// Root of the framework's classes: whatever has events handled or commands sent to it derives from
-// it.
+// Root of the framework's classes. Every class that handles events or receives commands derives
+// from it.
 class object {
  public:
   object() = default;

@@ -8,21 +8,22 @@
 
 namespace mavro {
 
-// What became of the wish to load a picture.
+// The result of loading a picture.
 enum class PictureResult {
   cLoaded,
   cUnreadable,   // no such file or resource, or no right to read it
-  cNotAPicture,  // empty, cut off, or nothing that can be decoded
-  cTooLarge      // more pixels than a bitmap may have; refused before room for them is made
+  cNotAPicture,  // empty, cut off, or in no known format
+  cTooLarge      // more pixels than a bitmap may have; refused before memory is allocated
 };
 
-// The sentence to tell a person about a result; empty for cLoaded.
+// A sentence for the user that explains the result; empty for cLoaded.
 std::string_view Explain(PictureResult result);
 
-// A decoded image: bitmap, JPEG, PNG, XPM, GIF and icon files. Empty until one has been loaded.
+// A decoded image: bitmap, JPEG, PNG, XPM, GIF and icon files. Empty until an image has been
+// loaded.
 class Picture : public object {
  public:
-  // Each replaces what was there; when it fails the picture is empty.
+  // Each replaces the present image; if it fails, the picture is empty.
   PictureResult Load(const std::string& path);
   PictureResult LoadData(std::string_view bytes);
   // From the program's resources.
@@ -37,14 +38,14 @@ class Picture : public object {
   int Height() const { return bitmap.Height(); }
   const Bitmap& Pixels() const { return bitmap; }
 
-  NotifyEvent onChange;  // other pixels are shown
+  NotifyEvent onChange;  // the pixels have been replaced
 
  private:
   Bitmap bitmap;
 };
 
-// The size in which a picture fills a box and keeps its ratio, rounded towards zero; it stands at
-// the box's top left. Zero sizes of either give an empty size.
+// The size of a picture that fills a box and keeps its ratio, rounded towards zero; the picture is
+// at the box's top left. If either size is zero, the result is empty.
 struct PictureSize {
   int width = 0, height = 0;
   friend bool operator==(const PictureSize&, const PictureSize&) = default;

@@ -4,14 +4,14 @@
 
 namespace mavro {
 
-// How far something has got. A bar whose range is empty shows that something is going on, without
-// an end in sight.
+// Shows the progress of an operation. A bar with an empty range shows an operation of unknown
+// length.
 class ProgressBar : public Control {
  public:
   class Impl;
   ProgressBar();
 
-  // As those of TrackBar.
+  // The same as in TrackBar.
   WriteProperty<int> min, max;
   WriteProperty<int> value;
 };

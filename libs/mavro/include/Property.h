@@ -20,7 +20,7 @@ class TextProperty;
 template <class T>
 class WriteProperty;
 
-// A property whose value is a text, and what can be compared with it or joined to it.
+// A property whose value is a text; and the types that can be compared with it or joined to it.
 template <class T>
 concept IsTextProperty =
     std::same_as<T, TextProperty> || std::same_as<T, WriteProperty<std::string>>;
@@ -29,11 +29,12 @@ concept IsText = IsTextProperty<T> || std::convertible_to<const T&, std::string_
 template <class A, class B>
 concept AreTexts = (IsTextProperty<A> && IsText<B>) || (IsText<A> && IsTextProperty<B>);
 
-// Lets a property whose value is a text be read and changed as a std::string is.
+// Gives a property whose value is a text the reading and changing functions of std::string.
 template <class Property>
 class TextReading {
  public:
-  // As the functions of std::string do. What isn't a copy holds until the text changes.
+  // The same as the functions of std::string. References and views are valid until the text
+  // changes.
   bool empty() const { return Now().empty(); }
   size_t size() const { return Now().size(); }
   size_t length() const { return Now().size(); }
@@ -105,9 +106,10 @@ template <class Property, class T>
 using ReadingOf = std::conditional_t<std::same_as<T, std::string>, TextReading<Property>, NoText>;
 }  // namespace detail
 
-// A member that looks like a value and tells the platform half when it changes. The value lives in
-// the control or its implementation, so that a control can be set up in full before its window
-// exists. Assigning an equal value does nothing. A copy is a value of its own, of no control.
+// A member that looks like a value and notifies the platform half when it changes. The value is
+// stored in the control or its implementation, so that a control can be set up completely before
+// its window exists. Assigning an equal value does nothing. A copy is independent and belongs to no
+// control.
 template <class T>
 class WriteProperty : public detail::ReadingOf<WriteProperty<T>, T> {
  public:
@@ -203,8 +205,8 @@ class WriteProperty : public detail::ReadingOf<WriteProperty<T>, T> {
   T* value;
 };
 
-// The text of a control. Reading asks the window while one exists and its text is live. A copy is a
-// text of its own, of no control.
+// The text of a control. Reading asks the window while it exists and its text is live. A copy is
+// independent and belongs to no control.
 class TextProperty : public TextReading<TextProperty> {
  public:
   explicit TextProperty(SysImpl* impl) : target(impl) {}
@@ -221,7 +223,7 @@ class TextProperty : public TextReading<TextProperty> {
   const std::string& Read() const;
 
   SysImpl* target = nullptr;
-  mutable std::string shown;  // as it was read last; the text itself where there is no control
+  mutable std::string shown;  // the last text read; the text itself if there is no control
 };
 
 }  // namespace mavro

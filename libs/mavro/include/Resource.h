@@ -6,9 +6,9 @@
 
 namespace mavro {
 
-// One entry of the program's resources. Entries stand in the ELF section "mavro_resources", put
-// there by the resource compiler, and are found in constant time. Layout is fixed: both halves of
-// it are ours.
+// One entry of the program's resources. The resource compiler puts the entries into the ELF section
+// "mavro_resources"; they are found in constant time. The layout is fixed, since both the compiler
+// and this reader are ours.
 struct ResourceEntry {
   const char* type;  // "PNG", "RCDATA", ...
   uint64_t id;       // 0 for an entry that has a name
@@ -17,7 +17,7 @@ struct ResourceEntry {
   uint64_t size;  // bytes
 };
 
-// The bytes of a resource; empty when the program has none of that type and id.
+// The bytes of a resource; empty if the program has none of that type and id or name.
 std::string_view FindResource(std::string_view type, uint64_t id);
 std::string_view FindResource(std::string_view type, std::string_view name);
 

@@ -4,21 +4,21 @@
 
 namespace mavro {
 
-// Shows rich text: letters of several looks, paragraphs and links, to read, to select and to copy.
-// Its text is RTF as a program stores it; one that doesn't begin as RTF does is shown as it is.
+// Shows rich text, that is fonts, paragraphs and links, to read, to select and to copy. Its text is
+// RTF; a text that doesn't begin like RTF is shown as plain text.
 class RichView : public Control {
  public:
   class Impl;
   RichView();
 
-  // Selects all that is shown.
+  // Selects the whole text.
   void SelectAll();
-  // What is selected, without its looks.
+  // The selected text, without its formatting.
   std::string SelectedText() const;
-  // All that is shown, without its looks; empty before the window exists.
+  // The whole text, without its formatting; empty before the window exists.
   std::string PlainText() const;
 
-  ItemEvent onLink;  // a link was clicked or chosen by Enter; text: where it leads
+  ItemEvent onLink;  // a link was clicked or chosen with Enter; text: the link's target
 };
 
 }  // namespace mavro

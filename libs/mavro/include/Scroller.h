@@ -4,17 +4,17 @@
 
 namespace mavro {
 
-// What a scroll bar stands at. `page` of the numbers from `min` to `max` are in view; the bar is
-// hidden when all of them are.
+// The state of a scroll bar. `page` of the numbers from `min` to `max` are in view; the bar is
+// hidden if all of them are.
 struct ScrollInfo {
   int min = 0;
   int max = 0;
   int page = 0;
   int position = 0;
-  int track = 0;  // where the thumb is while it is dragged
+  int track = 0;  // position of the thumb while it is dragged
 };
 
-// What the user did with a scroll bar: the low four bits of a scroll message's first parameter.
+// The user's action on a scroll bar: the low four bits of a scroll message's first parameter.
 enum ScrollCode {
   SB_LINEUP,
   SB_LINEDOWN,
@@ -31,24 +31,24 @@ enum ScrollCode {
 struct ScrollArgs {
   Control* sender = nullptr;
   int code = 0;      // a ScrollCode
-  int position = 0;  // what the step starts from, or where the thumb is; -1 refuses the move
+  int position = 0;  // where the step begins, or where the thumb is; -1 refuses the move
 };
 
 using ScrollEvent = Event<ScrollArgs>;
 
-// A container with scroll bars that move its children. The children's bounds stay what they are:
-// they count from the upper left corner of what is scrolled. A child that the keyboard goes to is
-// scrolled into view, and a notch of the wheel scrolls by three lines of text; onHScroll and
-// onVScroll are asked as when the thumb is moved there.
+// A container with scroll bars that move its children. The children's bounds don't change: they
+// count from the upper left corner of the scrolled area. A child that gets the keyboard focus is
+// scrolled into view, and a notch of the wheel scrolls by three lines of text; both fire onHScroll
+// and onVScroll as if the thumb were moved there.
 class Scroller : public Container {
  public:
   class Impl;
   Scroller();
 
-  // Of one bar: what it counts, how much of that is seen at once, and where it stands.
+  // Set the range of one bar, the size of its visible part, and its position.
   void SetScrollRange(Orientation direction, int max, int page, int min = 0);
   void SetScrollPosition(Orientation direction, int position);
-  // As last read from the bar.
+  // The state when it was last read from the bar.
   const ScrollInfo& GetScrollInfo(Orientation direction) const;
 
   ScrollEvent onHScroll, onVScroll;

@@ -14,22 +14,24 @@ class SplitBar : public Control {
   SplitBar();
 };
 
-// Two panes with a bar between them. `pan1` keeps its size when the container's changes. A hidden
-// pane gives its room and the bar's to the other one; the position is kept for when it comes back.
+// Two panes with a bar between them. `pan1` keeps its size when the container's size changes. If
+// one pane is hidden, the other one also takes its area and that of the bar; the position is kept
+// until the pane is shown again.
 class SplitContainer : public Control {
  public:
   class Impl;
   SplitContainer();
   ~SplitContainer() override;
 
-  // The bar's position: pixels from the left or top edge. Before the window exists it is the wanted
-  // one. Assigning moves the bar, kept `minSize1` and `minSize2` from the edges once it has been
-  // placed. Until somebody assigns one or drags the bar, both panes get the same room.
+  // The bar's position: pixels from the left or top edge. Before the window exists, it is the
+  // requested position. Assigning moves the bar; once the bar has been placed, it stays `minSize1`
+  // and `minSize2` away from the edges. Until a position is assigned or the bar is dragged, both
+  // panes have the same size.
   WriteProperty<int> position;
   // The same, by functions.
   int Position() const { return position; }
   void SetPosition(int newPosition);
-  // Places panes and bar.
+  // Places the panes and the bar.
   void Layout() override;
 
   int orientation = 1;      // 1: side by side with an upright bar; else top and bottom

@@ -7,7 +7,7 @@
 
 namespace mavro {
 
-// A bar of text panes at the bottom of a form. A pane of width 0 takes the room that is left.
+// A bar of text panes at the bottom of a form. A pane of width 0 takes the remaining width.
 class StatusBar : public Control {
  public:
   class Impl;
@@ -19,7 +19,7 @@ class StatusBar : public Control {
   };
 
   StatusBar();
-  // Panes stand from left to right and are named by their index, which must exist.
+  // Panes are placed from left to right and identified by their index, which must exist.
   void AddPane(int width, const std::string& text);
   void SetPane(int index, const std::string& text, int style = 0);
   const std::string& PaneText(int index) const;

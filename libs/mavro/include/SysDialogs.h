@@ -7,7 +7,8 @@
 
 namespace mavro {
 
-// The standard dialogs as objects: set up, run, read. Each goes through the table of dialogs.
+// The standard dialogs as objects: set the members, call Run, read the members. All of them use the
+// table of dialogs.
 
 // Asks for files to open or for a name to save under.
 class FileDialog {
@@ -16,15 +17,15 @@ class FileDialog {
   // A filter is pairs separated by "|": description, then patterns with ";".
   explicit FileDialog(std::string itsFilter = "All Files|*.*", int itsMode = cOpen);
 
-  // True if something was chosen; `fileName` and `files` then hold it, else they are as before.
+  // True if something was chosen; `fileName` and `files` then contain it, else they are unchanged.
   bool Run();
 
   int mode;
-  bool multiple = false;         // more than one file can be chosen for opening
-  std::string folder;            // where it starts; empty for the current folder
+  bool multiple = false;         // several files can be chosen for opening
+  std::string folder;            // the first folder; empty for the current one
   std::string fileName;          // suggested, then chosen: the first one's absolute path
   std::string title;             // empty for the dialog's own
-  std::string filter;            // of what is shown
+  std::string filter;            // of the files shown
   std::string defaultExtension;  // appended to a name without one when saving; no dot
   std::vector<std::string> files;
 };
@@ -34,11 +35,11 @@ class DirectoryDialog {
  public:
   explicit DirectoryDialog(std::string itsTitle = "", std::string itsFolder = "");
 
-  // True if one was chosen; `folder` then holds it, without a trailing slash.
+  // True if one was chosen; `folder` then contains it, without a trailing slash.
   bool Run();
 
   std::string title;
-  std::string folder;  // where it starts, then the one chosen
+  std::string folder;  // the first folder, then the chosen one
 };
 
 // Asks for a colour.
@@ -46,11 +47,11 @@ class ColorDialog {
  public:
   explicit ColorDialog(Color itsColor = Color::cBlack);
 
-  // True if one was chosen; `color` then holds it.
+  // True if one was chosen; `color` then contains it.
   bool Run();
 
   std::string title;
-  Color color;  // the one to start from, then the one chosen
+  Color color;  // the first colour, then the chosen one
 };
 
 }  // namespace mavro

@@ -4,9 +4,9 @@
 
 namespace mavro {
 
-// Fires an event again and again. Stands outside the tree of controls; ticks come through the
-// window of its owner and end with that window. While a tool run blocks the program no timer ticks,
-// and a timer is no activity that the idle step would follow.
+// Fires an event at regular intervals. It is not part of the tree of controls; its ticks come
+// through the window of its owner and end with that window. Timers don't tick while a tool run
+// blocks the program. A tick doesn't count as activity that an idle step follows.
 class Timer : public object {
  public:
   // `itsOwner` is not owned and outlives the timer.
@@ -14,13 +14,13 @@ class Timer : public object {
   ~Timer() override;
 
   // Ticks every `milliseconds` from now on, or from the moment the owner's window is made. A
-  // running timer starts over.
+  // running timer is restarted.
   void Start(int milliseconds);
   void Stop();
   bool IsRunning() const { return id != -1; }
 
   int id = -1;      // the native timer's id while it runs
-  const int index;  // place in the list of timers
+  const int index;  // index in the list of timers
   Control* const owner;
   int interval = 0;  // in milliseconds
 

@@ -10,7 +10,7 @@ namespace mavro {
 
 class ToolBar;
 
-// What a tool bar's list of items takes for a separator.
+// The type that means a separator in a tool bar's list of items.
 struct ToolBarSeparator {};
 inline constexpr ToolBarSeparator _separator_{};
 
@@ -21,7 +21,7 @@ class ToolBarItems {
   ToolBarItems(const ToolBarItems&) = delete;
   ToolBarItems& operator=(const ToolBarItems&) = delete;
 
-  // Appends a button whose picture's number is its command too, or a separator.
+  // Appends a button whose command is the number of its picture, or a separator.
   void Add(int image, const std::string& toolTip);
   void Add(ToolBarSeparator);
   int GetCount() const;
@@ -31,14 +31,14 @@ class ToolBarItems {
 };
 
 // A row of picture buttons, separators and controls. A button shows one action of a command table.
-// Buttons that don't fit are offered by a menu at the end of the row.
+// A menu at the end of the row contains the buttons that don't fit.
 class ToolBar : public Control {
  public:
   class Impl;
   ToolBar();
   ~ToolBar() override;
 
-  // One place of the bar: a button, a separator or a control.
+  // One element of the bar: a button, a separator or a control.
   struct Row {
     int id = 0;                // the row's index
     Action* action = nullptr;  // not owned; null for separators, controls and plain buttons
@@ -50,34 +50,34 @@ class ToolBar : public Control {
     bool enabled = true;
   };
 
-  // Appends a button for an action. An image that is not negative is stored into the action;
-  // otherwise the one stored there is shown.
+  // Appends a button for an action. If `image` is 0 or more, it is stored in the action; otherwise
+  // the button shows the action's stored image.
   void Add(Action* action, int image);
   // Appends a button without an action, for `command`; -1 makes the picture's number its command.
   void AddButton(int image, const std::string& text, int command = -1);
   void AddSeparator();
   // Appends a control, which keeps its own width and becomes a child of the bar.
   void AddControl(Control* control);
-  // Replaces the action of a row, its picture (-1 keeps the old one) and tool tip.
+  // Replaces the action of a row, its picture (-1 keeps the old one) and its tool tip.
   void SetAction(int row, Action* action, int image);
   // +1 enables the button of a row, -1 disables it.
   void Command(int row, int message);
   void Enable(int row, bool on) { Command(row, on ? 1 : -1); }
   // Removes all rows; controls among them lose their windows.
   void Clear();
-  // Shows again what the rows hold, after actions have changed their texts or hotkeys.
+  // Updates the buttons after actions have changed their texts or hotkeys.
   void Rebuild();
   int RowCount() const { return static_cast<int>(rows.size()); }
   const Row& GetRow(int cmd) const;
-  // Places buttons and controls.
+  // Places the buttons and controls.
   void Layout() override;
 
   ToolBarItems items;
-  // Strip that the buttons' pictures are taken from, by resource id. A bar whose height nobody has
-  // set becomes as high as the pictures ask for.
+  // The strip with the buttons' pictures, by resource id. If the height of the bar was never set,
+  // it follows from the pictures.
   WriteProperty<int> images;
-  // A button was clicked that no action's handler answers for; value: its command, an action's id
-  // or what the button was added with.
+  // A button was clicked and no action's handler handles it; value: its command, which is an
+  // action's id or the command that the button was added with.
   NotifyEvent onClick;
 
  private:

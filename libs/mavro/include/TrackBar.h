@@ -10,8 +10,8 @@ class TrackBar : public Control {
   class Impl;
   TrackBar();
 
-  // A range whose ends are the wrong way round is the same range; a value outside it becomes the
-  // nearest number inside once the window exists.
+  // A min above max means the same range as the two exchanged. Once the window exists, a value
+  // outside the range becomes the nearest number inside.
   WriteProperty<int> min, max;
   WriteProperty<int> value;
   WriteProperty<Orientation> orientation;

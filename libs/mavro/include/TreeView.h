@@ -8,8 +8,8 @@
 
 namespace mavro {
 
-// A node of a tree; owned by its parent node, the top ones by the tree. Programs read it and change
-// it through the tree.
+// A node of a tree. It is owned by its parent node, a top node by the tree. Programs read it
+// directly and change it through the tree.
 struct TreeNode {
   std::string text;
   int data = 0;
@@ -21,44 +21,45 @@ struct TreeNode {
   std::vector<std::unique_ptr<TreeNode>> children;
 };
 
-// A tree of texts. Nodes are kept here before the window exists and shown from here after. Adding a
-// node or finding one costs the same however many there are.
+// A tree of texts. Nodes are kept here before the window exists and shown from here afterwards. The
+// cost of adding or finding a node does not depend on their number.
 class TreeView : public Control {
  public:
   class Impl;
   TreeView();
   ~TreeView() override;
 
-  // Appends a node below `parentNode`, or at the top for null. The answer belongs to the tree.
+  // Appends a node below `parentNode`, or at the top for null. The returned node is owned by the
+  // tree.
   TreeNode* AddNode(TreeNode* parentNode, const std::string& label, int data, int image = -1);
-  // The same at a place among the children; -1 is the end.
+  // Inserts a node at an index among the children; -1 for the end.
   TreeNode* InsertNode(TreeNode* parentNode, int index, const std::string& label, int data,
                        int image = -1);
   void SetNodeText(TreeNode* node, const std::string& label);
   void SetNodeData(TreeNode* node, int data);
   // The first child with this text, or null.
   TreeNode* FindChild(TreeNode* parentNode, const std::string& label) const;
-  // The node with this data, the one added first if there are several, or null.
+  // The node with this data, or null; if there are several, the one that was added first.
   TreeNode* FindData(int data) const;
-  // Removes a node with all below it.
+  // Removes a node and all nodes below it.
   void RemoveNode(TreeNode* node);
   void Clear();
-  // Shows the children of a node, also of one that has none yet.
+  // Shows the children of a node; also possible for a node that has none yet.
   void Expand(TreeNode* node);
   void Collapse(TreeNode* node);
   TreeNode* Selected() const;  // null for none
-  // Selects a node and brings it into view; null selects none.
+  // Selects a node and scrolls it into view; null selects none.
   void Select(TreeNode* node);
   const TreeNode& Root() const;  // not shown; holds the top nodes
-  // Lets a node without children be expanded: onExpand may then add them. A node that got none
-  // shows no longer that it has any.
+  // Makes a node without children expandable, so that onExpand can add them. If it adds none, the
+  // node is no longer shown as expandable.
   void SetFillsOnExpand(TreeNode* node, bool on = true);
 
   WriteProperty<int> imageList;  // strip of the nodes' pictures, by resource id; 0 for none
 
-  // All of them tell what the user does, not what the program does.
+  // These three are fired for actions of the user only, not of the program.
   TreeEvent onChoose;       // double click or Enter on a node
-  TreeEvent onExpand;       // its children are to be seen
+  TreeEvent onExpand;       // its children are about to be shown
   NotifyEvent onChangeSel;  // another node is selected
 
  private:

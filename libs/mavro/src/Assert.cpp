@@ -13,7 +13,7 @@ constexpr int cMaxHooks = 8;
 std::array<LastWords, cMaxHooks> hooks;
 int hookCount = 0;
 
-// The path as a reader of the tree knows it, without the folder it was built in.
+// The path within the source tree, without the folder of the build.
 const char* ShortPath(const char* file) {
   for (const char* root : {"/libs/mavro/", "/src/", "/tools/", "/tests/"})
     if (const char* found = std::strstr(file, root)) return found + 1;

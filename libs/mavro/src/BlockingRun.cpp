@@ -16,13 +16,13 @@ constexpr char cOutputIsHeld[] =
 constexpr char cOutputWasClosed[] =
     "The tool has closed its output and does not end; it is being stopped.";
 
-// Used by a signal handler, hence atomic: the group of the innermost run, 0 for none, and whether
-// it has been asked to end.
+// Atomic, since a signal handler uses them: the process group of the innermost run, 0 for none, and
+// the flag that it has been asked to end.
 std::atomic<pid_t> theBlockingGroup = 0;
 std::atomic<bool> theStopWasAsked = false;
 static_assert(std::atomic<pid_t>::is_always_lock_free && std::atomic<bool>::is_always_lock_free);
 
-// Makes a child the one that is stopped, as long as this lives.
+// Makes a child the one that StopInnermostRun stops, during the lifetime of this object.
 class InnermostGroup {
  public:
   explicit InnermostGroup(pid_t group) : outer(theBlockingGroup) {
@@ -55,7 +55,7 @@ ChildEnd BlockingRun::ToEnd() {
     if (isHeld) Hand(cOutputIsHeld);
     AwaitEnd();
   }
-  // The child's number is still taken, so that its group can only be its own.
+  // The child's process id is still reserved, so no other process can have its group.
   if (isStopping || ended) child.Kill();
   return child.Collect();
 }
@@ -67,7 +67,7 @@ void BlockingRun::ReadOutput() {
   } while (!ended && FetchMore());
 }
 
-// Waits for output; false when no more is to come.
+// Waits for output; false if there will be no more.
 bool BlockingRun::FetchMore() {
   if (!WaitReadable(child.Output(), TheSpawnLimits().quiet)) return !IsQuietForGood();
   switch (reader.FetchAhead(child.Output())) {
@@ -83,8 +83,8 @@ bool BlockingRun::FetchMore() {
   return false;
 }
 
-// Asked after each quiet time. Only one that began after the child's end counts, since the child's
-// last words may come late in any other.
+// Called after each quiet time. Only a quiet time that began after the child's end counts, since in
+// an earlier one the child's last output may still be on its way.
 bool BlockingRun::IsQuietForGood() {
   isHeld = childHasEnded;
   childHasEnded = child.HasEnded();
@@ -102,7 +102,7 @@ void BlockingRun::FollowStop() {
   }
 }
 
-// Whether the child outlives its output for too long.
+// True if the child has been running for too long after the end of its output.
 bool BlockingRun::LivesOn() {
   const SpawnLimits& limits = TheSpawnLimits();
   const auto until = Clock::now() + std::chrono::milliseconds(limits.closedOutput);

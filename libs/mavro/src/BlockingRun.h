@@ -7,15 +7,15 @@
 
 namespace mavro {
 
-// A run on the caller's stack: reads a started child to its end.
+// A run on the caller's stack that reads the output of a started child to its end.
 class BlockingRun : public ChildRun {
  public:
-  // `outer` is the run from whose handler this one is started, or null; not owned.
+  // `outer` is the run whose handler started this one, or null; not owned.
   BlockingRun(Handler handler, BlockingRun* outer)
       : ChildRun(LineBuffer::Rule::cBlocking, std::move(handler)), outer(outer) {}
 
-  // Delivers all lines and answers how the child ended. A run that was ended by its handler kills
-  // its child.
+  // Delivers all lines and returns how the child ended. If its handler ends the run, the child is
+  // killed.
   ChildEnd ToEnd();
 
   BlockingRun* const outer;
@@ -31,7 +31,7 @@ class BlockingRun : public ChildRun {
   bool LivesOn();
 
   bool childHasEnded = false;  // seen at the end of a quiet time
-  bool isHeld = false;         // the child has ended, its output hasn't
+  bool isHeld = false;         // the child has ended, but not its output
   bool isStopping = false;
   Clock::time_point killTime;
 };

@@ -8,7 +8,7 @@ namespace mavro {
 
 namespace {
 
-// What a cell is compared by, worked out once.
+// The sort key of a cell, computed once.
 struct Key {
   std::string_view text;
   double number = 0;
@@ -29,7 +29,8 @@ int Folded(char c) {
   return byte >= 'A' && byte <= 'Z' ? byte + ('a' - 'A') : byte;
 }
 
-// Negative, zero or positive, as the first comes before, with or after the second.
+// Negative if the first comes before the second, zero if they are equal, positive if it comes
+// after.
 int CompareTexts(std::string_view first, std::string_view second) {
   const size_t shared = std::min(first.size(), second.size());
   for (size_t i = 0; i < shared; ++i)

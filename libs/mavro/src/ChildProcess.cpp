@@ -22,12 +22,12 @@ namespace mavro {
 
 namespace {
 
-constexpr int cFirstOwnDescriptor = 3;  // those of a child behind its standard streams
-constexpr int cKilledMs = 1000;         // for a killed child to be gone
-constexpr int cSliceMs = 10;            // between questions where the system can't tell the end
+constexpr int cFirstOwnDescriptor = 3;  // the first one after the standard streams
+constexpr int cKilledMs = 1000;         // time for a killed child to end
+constexpr int cSliceMs = 10;            // between polls if the system can't report the end
 
-// What a tool's environment holds instead of ours; null takes the entry away. A tool that takes the
-// pipe for a terminal would colour its lines, and gdb would ask whether it may download.
+// An entry of a tool's environment that replaces ours; null removes the entry. A tool that takes
+// the pipe for a terminal would colour its lines, and gdb would ask whether it may download.
 struct Override {
   std::string_view name;
   const char* entry;
@@ -46,7 +46,7 @@ bool IsOverridden(std::string_view entry) {
                      [name](const Override& each) { return each.name == name; });
 }
 
-// Points into our own environment, and is thus good only for the start at hand.
+// The result points into our own environment, so it is valid for the current start only.
 std::vector<char*> ChildEnvironment() {
   std::vector<char*> entries;
   for (char** entry = environ; entry && *entry; ++entry)
@@ -74,9 +74,9 @@ void SetNonBlocking(int descriptor) {
   fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) | O_NONBLOCK);
 }
 
-// What happens in the child between its birth and its becoming the program. The input's pipe is
-// made after the output's and taken first: so none of them is overwritten before it is used, even
-// when this process has no standard streams and the pipes stand in their places.
+// The steps in the child before it executes the program. The input's pipe is made after the
+// output's and is duplicated first. So neither is overwritten before it is used, even if this
+// process has no standard streams and the pipes have those numbers.
 class SpawnPlan {
  public:
   SpawnPlan(int standardInput, int standardOutput, const std::string& folder) {
@@ -87,7 +87,7 @@ class SpawnPlan {
     posix_spawn_file_actions_addclosefrom_np(&actions, cFirstOwnDescriptor);
     if (!folder.empty()) posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
     posix_spawnattr_init(&attributes);
-    // A session of its own is also a group of its own, and leaves no terminal to ask on.
+    // A new session is also a new process group, and has no terminal to ask on.
     posix_spawnattr_setflags(&attributes,
                              POSIX_SPAWN_SETSID | POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
     sigset_t signals;
@@ -103,7 +103,7 @@ class SpawnPlan {
     posix_spawnattr_destroy(&attributes);
   }
 
-  // The child's number, or 0.
+  // The child's process id, or 0.
   pid_t Spawn(const std::vector<std::string>& arguments) const {
     std::vector<char*> pointers;
     for (const std::string& argument : arguments)
@@ -135,7 +135,7 @@ void EnsureChildrenCanBeWaitedFor() {
   sigaction(SIGCHLD, &action, nullptr);
 }
 
-// Children that were killed and didn't go in time.
+// Children that were killed and didn't end in time.
 std::vector<pid_t> leftBehind;
 
 void CollectLeftBehind() {

@@ -16,17 +16,17 @@ struct ChildEnd {
   int code = -1;
   int signal = 0;  // 0 for none
 
-  // One number for both, as shells have it.
+  // One number for both, as in shells.
   int Status() const { return signal ? 128 + signal : code; }
 };
 
-// A console program without a terminal: a session and process group of its own, standard streams on
-// pipes, no other descriptor of ours, all signals as a new program expects them, colours and
-// questions switched off in its environment.
+// A console program without a terminal. It has its own session and process group, its standard
+// streams on pipes, no other descriptor of ours, the default signal handling, and an environment
+// that switches off colours and questions.
 //
-// The first argument names the program. Without a slash it is looked for along PATH; a relative
-// name with one is taken from the child's folder, where the child stands already when it becomes
-// the program.
+// The first argument names the program. A name without a slash is searched along PATH; a relative
+// name with a slash is relative to the child's folder, since the child is in that folder before it
+// executes the program.
 class ChildProcess {
  public:
   enum class Start { cStarted, cNoPipe, cNotStarted };
@@ -34,31 +34,31 @@ class ChildProcess {
   ChildProcess() = default;
   ChildProcess(const ChildProcess&) = delete;
   ChildProcess& operator=(const ChildProcess&) = delete;
-  // Kills the group of a child that wasn't collected.
+  // Kills the process group if the child was not collected.
   ~ChildProcess();
 
-  // Starts the program; to be called once. An empty folder is this process's own.
+  // Starts the program; to be called once. An empty folder means this process's own.
   Start Run(const std::vector<std::string>& arguments, const std::string& folder);
 
-  // Our ends of the pipes: what the child prints, and what it reads. Neither blocks.
+  // Our ends of the pipes: the child's output and its input. Neither blocks.
   int Output() const { return output.Number(); }
   int Input() const { return input.Number(); }
   void CloseInput() { input.Close(); }
-  // Becomes readable when the child ends; -1 where the system can't tell.
+  // Becomes readable when the child ends; -1 if the system doesn't support this.
   int EndDescriptor() const { return endDescriptor.Number(); }
   pid_t Group() const { return process; }
 
-  // Whether the child has ended. Its number stays taken, and its group can be signalled, until
-  // Collect.
+  // True if the child has ended. Until Collect, its process id stays reserved and its group can be
+  // signalled.
   bool HasEnded();
-  // Waits for the end with the given way to wait; answers whether it has come.
+  // Waits for the end by the function `wait`; true if the child has ended.
   bool WaitForEnd(int milliseconds, BlockingWait wait);
-  // Sends a signal to the whole group; false when nobody is there any more.
+  // Sends a signal to the whole group; false if the group is empty.
   bool Signal(int number);
   // Kills the group and waits a little for the child.
   void Kill();
-  // Takes the ended child off the process table and tells how it ended. One that hasn't ended is
-  // put aside, to be taken off whenever another one starts.
+  // Removes the ended child from the process table and returns how it ended. A child that is still
+  // running is kept in a list and removed when a later child starts.
   ChildEnd Collect();
 
  private:
@@ -67,7 +67,7 @@ class ChildProcess {
   std::optional<ChildEnd> end;
 };
 
-// Waits without showing anything; for short waits, and where windows may be gone.
+// Waits without handling windows; for short waits, and for times when the windows may be gone.
 bool WaitPlainly(int descriptor, int milliseconds);
 
 }  // namespace mavro

@@ -15,10 +15,10 @@ namespace mavro {
 
 namespace {
 
-constexpr size_t cMostAhead = 16 << 20;  // fetched from a child that prints and doesn't read
+constexpr size_t cMostAhead = 16 << 20;  // bytes fetched from a child that prints and doesn't read
 
-// Keeps a write to a pipe that nobody reads from ending this process, whatever it has decided about
-// the signal; the write tells by its result.
+// Prevents SIGPIPE from ending this process when it writes to a pipe without a reader, whatever the
+// setting of the signal is; the write reports the failure in its result.
 class PipeSignalGuard {
  public:
   PipeSignalGuard() {
@@ -82,7 +82,7 @@ bool ChildRun::WaitUntilWritable() {
     reading = reading && reader.BytesAhead() < cMostAhead;
     pollfd entries[] = {{child.Input(), POLLOUT, 0}, {reading ? child.Output() : -1, POLLIN, 0}};
     if (poll(entries, 2, static_cast<int>(left)) <= 0) continue;
-    if (entries[0].revents) return true;  // or an error, which the next write tells
+    if (entries[0].revents) return true;  // or an error, which the next write reports
     if (entries[1].revents)
       reading = reader.FetchAhead(child.Output()) == PipeReader::Fetch::cBytes;
   }

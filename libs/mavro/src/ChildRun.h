@@ -12,31 +12,32 @@
 
 namespace mavro {
 
-// One child with what it has printed. Whoever calls its handler keeps the run alive meanwhile,
-// since the handler may end the run, start the next one or destroy the console.
+// One child with its output. The caller of its handler keeps the run alive during the call, since
+// the handler may end the run, start the next one or destroy the console.
 class ChildRun {
  public:
   using Handler = std::shared_ptr<const SpawnConsole::LineHandler>;
-  // What became of a write: all is written; the child has died; it doesn't read.
+  // The result of a write: all is written; the child has died; it doesn't read.
   enum class Written { cAll, cDropped, cFailed };
 
   ChildRun(LineBuffer::Rule rule, Handler handler) : lines(rule), handler(std::move(handler)) {}
 
-  // Hands a line to the handler, unless the run was ended.
+  // Passes a line to the handler, unless the run was ended.
   void Hand(const std::string& line) const;
-  // One round of delivery: a read, then the lines that are whole with it.
+  // One round of delivery: a read, then the lines that are complete after it.
   void DeliverRound();
-  // The lines that are whole already: those that a handler calling back from within a round finds.
+  // Delivers the lines that are already complete; also for a handler that calls back during a
+  // round.
   void DeliverLines();
-  // What is left at the end of the output.
+  // Delivers the rest at the end of the output.
   void DeliverRest();
-  // Writes to the child. While it is in the way of the write, its output is fetched, which may be
-  // what it waits for.
+  // Writes to the child. While the child doesn't read, its output is fetched: the child may be
+  // waiting for that.
   Written Write(std::string_view bytes);
 
   ChildProcess child;
   PipeReader reader;
-  bool ended = false;  // nothing may be delivered any more, and the console may be gone
+  bool ended = false;  // nothing more may be delivered, and the console may be gone
 
  private:
   bool WaitUntilWritable();

@@ -10,7 +10,7 @@ bool IsSeparator(char c) {
   return c == ' ' || c == '\t';
 }
 
-// Reads one argument from a cursor that stands on its first character.
+// Reads one argument from a cursor at its first character.
 class ArgumentReader {
  public:
   ArgumentReader(std::string_view line, size_t& at) : line(line), at(at) {}
@@ -30,8 +30,8 @@ class ArgumentReader {
   }
 
  private:
-  // Backslashes stand for themselves unless a quote follows: then each pair stands for one, and an
-  // odd one makes the quote a character like others.
+  // Backslashes mean themselves unless a quote follows. Before a quote, each pair means one
+  // backslash, and an odd one makes the quote an ordinary character.
   void ReadBackslashes() {
     size_t end = at;
     while (end < line.size() && line[end] == '\\') ++end;

@@ -10,8 +10,8 @@ namespace mavro {
 
 namespace {
 
-// Gives the children from `from` on their ids. A live window gets the bare index, without the route
-// tag: its commands then reach the parent itself, and it loses its colours.
+// Sets the ids of the children from index `from` on. A child with a window gets the bare index,
+// without the route tag: its commands then reach the parent itself, and it loses its colours.
 void Renumber(Control& parent, int from) {
   for (int i = from; i < static_cast<int>(parent.children.size()); ++i) {
     Control* child = parent.children[static_cast<size_t>(i)];
@@ -162,7 +162,8 @@ void RemoveChild(Control& parent, int index) {
   parent.layoutPending = true;
 }
 
-// Unlike one renumbered by another's coming or going, a child keeps its route and so its colours.
+// Unlike the renumbering after an insert or a remove, a move lets each child keep its route and so
+// its colours.
 void MoveChild(Control& parent, int from, int to) {
   const int count = static_cast<int>(parent.children.size());
   MAVRO_ASSERT_AS(from >= 0 && from < count && to >= 0 && to < count,

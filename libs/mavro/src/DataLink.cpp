@@ -66,7 +66,7 @@ void CheckDataLink::Save() {
 
 GroupDataLink::GroupDataLink(ButtonGroup* group) : DataLink(group), selected(&group->Selected()) {}
 
-// A text that is no number counts as zero, one too large as the largest.
+// A text that is not a number counts as zero, a number that is too large as the largest.
 void GroupDataLink::Load() {
   if (!source) return;
   std::string value;

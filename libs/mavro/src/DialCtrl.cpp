@@ -14,7 +14,7 @@ namespace {
 constexpr double cHalfPi = 1.570796327;
 constexpr double cPi = 3.141592654;
 constexpr int cDefaultSide = 140;
-constexpr int cGrabMargin = 12;  // around the knob a press still counts
+constexpr int cGrabMargin = 12;  // a press this close to the knob still counts
 
 int Mixed(int a, int b, double t) {
   return static_cast<int>(std::lround((1 - t) * b + t * a));
@@ -22,7 +22,7 @@ int Mixed(int a, int b, double t) {
 
 }  // namespace
 
-// The constant 6.293 is not two pi: with it the shading shows no seam.
+// The constant 6.293 is not exactly two pi: this value gives a shading without a visible seam.
 Color Shade(double dAngle, Color colorA, Color colorB) {
   MAVRO_ASSERT(dAngle > -3.1416 && dAngle < 3.1416);
   double a = -2.356 - dAngle;
@@ -48,7 +48,7 @@ Color Scaled(Color color, double factor) {
   return Color(scaled(16) | scaled(8) | scaled(0));
 }
 
-// One octant as a midpoint circle has it, and its seven mirror images.
+// One octant by the midpoint circle algorithm, and its seven mirror images.
 void DrawRing(Graphics& graphics, int cx, int cy, int r, Color a, Color b) {
   int error = 1 - r;
   for (int x = r, y = 0; y <= x; ++y) {
@@ -128,12 +128,12 @@ bool DialCtrl::Impl::SetValue(double value) {
   return true;
 }
 
-// The property has stored what was assigned; the position is what the grid makes of it.
+// The property has stored the assigned value; the position is this value rounded to the grid.
 void DialCtrl::Impl::PosChanged() {
   SetValue(shownPos);
 }
 
-// Generated code sets the position before the scale that it lies on.
+// Generated code sets the position before the scale.
 void DialCtrl::Impl::ScaleChanged() {
   AdjustPosition();
   LookChanged();
@@ -177,7 +177,7 @@ bool DialCtrl::Impl::IsOnKnob(int x, int y) const {
   return std::hypot(x - look.centerX, y - look.centerY) <= look.radius + cGrabMargin;
 }
 
-// What a handler of onChange does may take the control along.
+// A handler of onChange may destroy the control.
 Param DialCtrl::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
   const NativeWindow* window = hwnd;
   const int x = PointX(lParam);

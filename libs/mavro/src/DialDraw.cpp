@@ -11,12 +11,13 @@ namespace {
 constexpr double cDarker = 0.7;
 constexpr int cTickLength = 5;
 constexpr int cTickGap = 3;       // between the knob and its ticks
-constexpr int cLeastRadius = 10;  // of a knob beside which there is room for more
+constexpr int cLeastRadius = 10;  // the smallest knob that may have ticks and labels
 constexpr int cMostTicks = 30;
 constexpr int cMostLabels = 10;
 constexpr int cLabelGap = 3;
 
-// Whole device pixels, in which the dial is drawn, and what places need of its look.
+// The surface of the dial, drawn in whole device pixels, and the coordinates that follow from its
+// look.
 struct Canvas {
   Graphics& graphics;
   const DialLook& look;
@@ -40,8 +41,8 @@ Color Blend(Color over, Color under, double share) {
   return Color(channel(16) | channel(8) | channel(0));
 }
 
-// A disc lit from the upper left: at its rim `a` meets the light, and towards the centre the two
-// colours come closer. Pixels that the rim cuts are mixed with the ground.
+// A disc lit from the upper left: at the rim `a` is the colour of the lit side, and towards the
+// centre the two colours become more alike. Pixels on the rim are mixed with the background.
 void DrawLitDisc(const Canvas& canvas, double radius, Color a, Color b, double flatness) {
   const double r = radius * canvas.ratio;
   const double cx = canvas.CenterX();
@@ -60,7 +61,7 @@ void DrawLitDisc(const Canvas& canvas, double radius, Color a, Color b, double f
     }
 }
 
-// The knob in the middle of a bitmap of the dial's ground.
+// Draws the knob in the middle of a bitmap with the dial's background.
 void DrawKnob(const Canvas& canvas) {
   const DialLook& look = canvas.look;
   DrawLitDisc(canvas, look.radius, look.dark, look.dark, 1);
@@ -73,7 +74,7 @@ void DrawKnob(const Canvas& canvas) {
            Blend(look.mid, look.light, 0.5));
 }
 
-// The knob is drawn pixel by pixel, which is too slow to do again at each turn.
+// The knob is drawn pixel by pixel, which is too slow to repeat at each turn, so it is cached.
 void ShowKnob(Graphics& graphics, const DialLook& look, KnobPicture& kept) {
   const double ratio = graphics.PixelRatio();
   const int half = look.radius + 2;
@@ -148,7 +149,7 @@ void ForEachLabel(const DialLook& look, const std::function<void(double, double)
   }
 }
 
-// Each label stands outside its tick: as far as half its size reaches in that direction.
+// Each label is outside its tick, at a distance of half the label's size in that direction.
 void DrawLabel(const Canvas& canvas, double angle, double value) {
   const std::string text = DialText(value);
   const double halfWidth = canvas.graphics.TextWidth(text) / 2.0;
@@ -201,7 +202,8 @@ int LabelledRadius(const DialLook& look, const Graphics& graphics, double halfWi
   return static_cast<int>(radius);
 }
 
-// Where there is no room for all, the knob matters most: the labels go first, then the ticks.
+// If there is not enough room, the knob is the most important: the labels are omitted first, then
+// the ticks.
 void FitInto(DialLook& look, const Graphics& graphics, double halfWidth, double halfHeight) {
   look.radius = LabelledRadius(look, graphics, halfWidth, halfHeight);
   if (look.radius >= cLeastRadius) return;

@@ -6,7 +6,7 @@
 
 namespace mavro {
 
-// All that a dial's drawing depends on.
+// All the values that a dial's picture depends on.
 struct DialLook {
   int width = 0, height = 0;  // of the client area
   int centerX = 0, centerY = 0;
@@ -22,7 +22,7 @@ struct DialLook {
   std::string text;
 };
 
-// The last knob drawn, and what it depended on.
+// The last knob drawn, and the values that it depended on.
 struct KnobPicture {
   std::vector<double> key;
   Bitmap bitmap;
@@ -38,9 +38,9 @@ class DialCtrl::Impl : public CustomCtrl::Impl {
 
   bool SetValue(double value);
   void ComputeColors();
-  // Puts the position that was asked for last on the grid.
+  // Rounds the last requested position to the grid.
   void AdjustPosition();
-  // Where the knob is and what it looks like now.
+  // The current place and appearance of the knob.
   DialLook Look() const;
 
   void PosChanged();
@@ -49,7 +49,7 @@ class DialCtrl::Impl : public CustomCtrl::Impl {
 
   KnobPicture knob;
   DialScale scale;
-  double shownPos = 0;  // what the property shows; between two assignments the position
+  double shownPos = 0;  // the value of the property; between two assignments the position
   bool showPos = true;
   int labels = cMinMax;
 
@@ -62,7 +62,7 @@ class DialCtrl::Impl : public CustomCtrl::Impl {
   void ShowAccessibleValue();
 
   double position = 0;
-  double asked = 0;  // by the last assignment or turn: another scale may have room for it
+  double asked = 0;  // the last assigned or turned value, kept since another scale may contain it
   bool turning = false;
   Color light, mid, dark;
 };

@@ -10,7 +10,7 @@ namespace mavro {
 namespace {
 
 constexpr double cFullCircle = 6.283185307;
-constexpr double cFarthest = 8e307;  // so that the range is a number too
+constexpr double cFarthest = 8e307;  // so that the range (max - min) is finite too
 
 // 0 at the scale's minimum, 1 at its maximum.
 double Share(const DialScale& scale, double value) {
@@ -18,14 +18,15 @@ double Share(const DialScale& scale, double value) {
   return std::isfinite(share) ? std::clamp(share, 0.0, 1.0) : 0;
 }
 
-// 1, 2, 5, 10, 20, ...: the first that makes at most `most` distances of the steps.
+// The first of 1, 2, 5, 10, 20, ... that divides the steps into at most `most` distances.
 int RoundDistance(int steps, int most) {
   int64_t per = 1;
   for (int i = 0; (steps + per - 1) / per > most; ++i) per = i % 3 == 1 ? per / 2 * 5 : per * 2;
   return static_cast<int>(per);
 }
 
-// Steps between two marks: all equal if that gives at least a third of the marks there may be.
+// The number of steps between two marks: all equal if this gives at least a third of the allowed
+// marks.
 int StepsPerMark(int steps, int most) {
   for (int count = std::min(most, steps); count >= std::max(1, std::min(most, steps) / 3); --count)
     if (steps % count == 0) return steps / count;
@@ -71,7 +72,7 @@ std::vector<int> DialMarks(int steps, int most) {
   if (steps < 1) steps = 1;
   const int per = StepsPerMark(steps, most);
   std::vector<int> marks{0};
-  // A round number too near the end would run into it.
+  // A mark too close to the end would overlap the last one.
   for (int left = steps - per; left >= per / 2 + per % 2 && left > 0; left -= per)
     marks.push_back(marks.back() + per);
   marks.push_back(steps);

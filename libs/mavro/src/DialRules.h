@@ -13,25 +13,25 @@ struct DialScale {
 };
 
 // The scale goes clockwise from the lower left to the lower right; angles are in radians, clockwise
-// from the right, as the y axis of windows has them.
+// from the right, since the y axis of windows points down.
 constexpr double cDialStart = 2.356194490;  // three quarters of pi
 constexpr double cDialSweep = 4.712388980;  // one and a half pi
 
-// The value on the grid that is nearest, within the range. A range without extent has one value,
-// its minimum; a scale without steps has no grid. A value that is no number gives the minimum.
+// The nearest value on the grid, within the range. A range of no length has one value, its minimum;
+// a scale without steps has no grid. NaN gives the minimum.
 double Quantise(const DialScale& scale, double value);
-// Where a value points; the start for a range without extent.
+// The angle of a value; the start if the range has no length.
 double AngleOfValue(const DialScale& scale, double value);
-// The value that an angle of -pi to pi points to; in the gap below the dial the nearer end.
+// The value at an angle of -pi to pi; in the gap below the dial it is the nearer end.
 double ValueOfAngle(const DialScale& scale, double angle);
-// A range that can be drawn: an end that is no number is where the other one is, endless ones are
-// far away.
+// A range that can be drawn: an end that is NaN becomes equal to the other end, an infinite end
+// becomes a very large number.
 DialScale Drawable(const DialScale& scale);
-// The steps that get a tick: both ends, and between them at equal distances as many as there may be
-// when `most` such distances fill the scale. A number of steps that has no divisor near `most` gets
-// round numbers, and a last distance of its own. The time does not grow with the steps.
+// The steps that get a tick: both ends, and ticks at equal distances between them, with at most
+// `most` distances on the scale. If the number of steps has no divisor near `most`, the ticks are
+// at round numbers, and the last distance differs. The time does not depend on the number of steps.
 std::vector<int> DialMarks(int steps, int most);
-// A value as a label shows it: at most six digits and no zeros behind the point.
+// A value as a label shows it: at most six digits and no trailing zeros after the point.
 std::string DialText(double value);
 
 }  // namespace mavro

@@ -6,7 +6,7 @@
 namespace mavro {
 
 // The system calls that a save makes, in a table, so that tests can let any of them fail. Each has
-// the meaning and the result of its namesake.
+// the meaning and the result of the system call of the same name.
 struct FileCalls {
   ssize_t (*readlink)(const char* path, char* buffer, size_t size);
   int (*openat)(int folder, const char* path, int flags, mode_t mode);

@@ -18,28 +18,28 @@
 #include "Descriptor.h"
 #include "FileCalls.h"
 
-// Saving a file: a new file is written beside the old one and renamed over it. What a new file
-// can't take over (further links, a foreign owner, a folder without write right) is kept by writing
-// in place, with a copy of the old content put aside first.
+// Saving a file: a new file is written beside the old one and renamed over it. If a new file can't
+// replace the old one (further links, a foreign owner, a folder without write permission), the old
+// file is written in place, after a copy of the old content has been made.
 
 namespace mavro {
 
 namespace {
 
-constexpr int cMaxLinks = 40;  // as many as the kernel follows
+constexpr int cMaxLinks = 40;  // the same limit as the kernel's
 constexpr int cMaxNames = 100;
 constexpr char cTemporaryPrefix[] = ".zendry-save-";
 constexpr size_t cRandomDigits = 16;
 constexpr size_t cMaxNameInCopy = 200;
 
-// Why a step failed, in words; empty when it didn't.
+// The reason why a step failed, in words; empty on success.
 using Reason = std::string;
 
 Reason LastError() {
   return std::strerror(errno);
 }
 
-// The file to write, links followed.
+// The file to write, after links have been followed.
 struct Target {
   Descriptor folder;
   std::string name;
@@ -47,7 +47,7 @@ struct Target {
   struct stat old = {};
 };
 
-// Result of writing a new file beside the old one.
+// The result of writing a new file in the folder of the old one.
 struct Attempt {
   enum Outcome { cDone, cFailed, cNeedsInPlace };
   Outcome outcome = cDone;
@@ -58,8 +58,8 @@ Attempt Failed(Reason reason) {
   return {Attempt::cFailed, std::move(reason)};
 }
 
-// What errno says. With one of the curable errors the old file, if there is one, may still be
-// written in place.
+// The failure in errno. After one of the curable errors, the old file (if there is one) may still
+// be written in place.
 Attempt FailedOrInPlace(const Target& target, std::initializer_list<int> curable) {
   const int error = errno;
   const bool cure = target.exists && std::count(curable.begin(), curable.end(), error) > 0;
@@ -78,8 +78,8 @@ size_t FolderLength(const std::string& path) {
   return slash == std::string::npos ? 0 : slash + 1;
 }
 
-// Follows the link that `path` may be, and the links behind it, so that the file at their end is
-// written. That file need not exist.
+// If `path` is a link, follows it and all further links, so that the file at their end is written.
+// That file need not exist.
 Reason FollowLinks(std::string& path) {
   char link[PATH_MAX];
   for (int i = 0; i <= cMaxLinks; ++i) {
@@ -106,8 +106,8 @@ Reason WhyKindIsRefused(mode_t mode) {
   }
 }
 
-// Finds the file that `path` stands for and makes sure that it may be written. A file without write
-// right is refused although its folder would let us replace it.
+// Finds the file that `path` names and checks that it may be written. A file without write
+// permission is refused even if its folder would let us replace it.
 Reason FindTarget(std::string path, Target& target) {
   if (path.empty()) return "the name is empty";
   if (path.find('\0') != std::string::npos) return "the name holds a NUL byte";
@@ -138,20 +138,21 @@ Reason WriteAll(int file, std::string_view content) {
   return {};
 }
 
-// A file system that can't sync says EINVAL; there is nothing more to be done then.
+// A file system that can't sync returns EINVAL; this is not a failure.
 Reason Sync(int file) {
   return TheFileCalls().fsync(file) == 0 || errno == EINVAL ? Reason() : LastError();
 }
 
-// Makes a new name last. A folder that may be written but not read can't be opened for that.
+// Syncs a new name to the disk. A folder with write but no read permission can't be opened for
+// this.
 Reason SyncFolder(int folder) {
   const Descriptor file(TheFileCalls().openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0));
   if (!file.IsOpen()) return errno == EACCES ? Reason() : LastError();
   return Sync(file.Number());
 }
 
-// --- Temporary files. Whoever writes one holds a lock on it, so that one without lock is what a
-// killed process left.
+// --- Temporary files. The process that writes one holds a lock on it, so a file without a lock was
+// left by a killed process.
 
 bool IsTemporaryName(std::string_view name) {
   if (!name.starts_with(cTemporaryPrefix)) return false;
@@ -165,13 +166,13 @@ void RemoveIfLeftOver(int folder, const char* name) {
   const Descriptor file(openat(folder, name, flags));
   struct stat status;
   if (!file.IsOpen() || fstat(file.Number(), &status) != 0) return;
-  // A save by the superuser gives its file to the owner of the one that it replaces.
+  // A save by the superuser gives its file to the owner of the replaced file.
   const bool isOurs = status.st_uid == geteuid() || geteuid() == 0;
   if (!S_ISREG(status.st_mode) || !isOurs) return;
   if (flock(file.Number(), LOCK_EX | LOCK_NB) == 0) unlinkat(folder, name, 0);
 }
 
-// Removes what saves that were killed left in the folder.
+// Removes the temporary files that killed saves left in the folder.
 void RemoveLeftOvers(int folder) {
   const int copy = openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   DIR* entries = copy >= 0 ? fdopendir(copy) : nullptr;
@@ -181,7 +182,7 @@ void RemoveLeftOvers(int folder) {
   closedir(entries);
 }
 
-// Locks a new temporary file. False when another save took it for left over and removed it.
+// Locks a new temporary file. False if another save took it for a leftover and removed it.
 bool LockTemporary(int file) {
   const FileCalls& calls = TheFileCalls();
   if (calls.flock(file, LOCK_EX | LOCK_NB) != 0) return errno != EWOULDBLOCK;
@@ -189,7 +190,7 @@ bool LockTemporary(int file) {
   return calls.fstat(file, &status) != 0 || status.st_nlink > 0;
 }
 
-// Makes an empty file of a new name. Closed, with errno set, when that can't be.
+// Makes an empty file with a new name. The result is closed, and errno is set, on failure.
 Descriptor MakeTemporary(int folder, mode_t mode, std::string& name) {
   const int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
   for (int i = 0; i < cMaxNames; ++i) {
@@ -202,13 +203,13 @@ Descriptor MakeTemporary(int folder, mode_t mode, std::string& name) {
   return Descriptor();
 }
 
-// --- What the new file takes over from the old one.
+// --- Properties that the new file takes over from the old one.
 
 constexpr char cAccessList[] = "system.posix_acl_access";
 constexpr size_t cMostValue = 65536;  // the kernel's limit for a value, and for a list of names
 
-// Extended attributes of the user's; those of other kinds are the system's, which gives every new
-// file its own.
+// True for extended attributes of the user. Those of other kinds belong to the system, which sets
+// them for every new file.
 bool IsKeptAttribute(std::string_view name) {
   return name.starts_with("user.");
 }
@@ -226,7 +227,7 @@ Attempt CopyAttributes(const Target& target, int to) {
   const FileCalls& calls = TheFileCalls();
   const int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
   const Descriptor from(calls.openat(target.folder.Number(), target.name.c_str(), flags, 0));
-  // One may be allowed to write a file and not to read it; its attributes are hidden then too.
+  // A file may be writable but not readable; then its attributes can't be read either.
   if (!from.IsOpen()) return errno == EACCES ? Attempt() : Failed(LastError());
   std::vector<char> names(cMostValue);
   const ssize_t size = calls.flistxattr(from.Number(), names.data(), names.size());
@@ -239,8 +240,8 @@ Attempt CopyAttributes(const Target& target, int to) {
   return {};
 }
 
-// The new file must not keep the list that its folder gives to new files. The old file's list is
-// asked for by its path: it may be seen where the content may not.
+// The new file must not keep the access list that its folder gives to new files. The old file's
+// list is read by its path: it may be readable even if the content is not.
 Attempt CopyAccessList(const Target& target, int to) {
   const FileCalls& calls = TheFileCalls();
   const std::string path =
@@ -269,7 +270,7 @@ Attempt TakeOver(const Target& target, int file) {
 
 // --- Replacing.
 
-// The mode comes after the content: writing takes the set-id bits away.
+// The mode is set after the content, since writing clears the set-id bits.
 Attempt Fill(const Target& target, int file, std::string_view content) {
   if (target.exists) {
     Attempt attempt = TakeOver(target, file);
@@ -292,7 +293,7 @@ Attempt Replace(const Target& target, std::string_view content) {
   Attempt attempt = Fill(target, file.Number(), content);
   if (attempt.outcome == Attempt::cDone &&
       calls.renameat(folder, name.c_str(), folder, target.name.c_str()) != 0) {
-    // A sticky folder with a foreign file, or a file that is a mount point.
+    // The folder is sticky and the file is another user's, or the file is a mount point.
     attempt = FailedOrInPlace(target, {EPERM, EACCES, EBUSY, EXDEV});
   }
   if (attempt.outcome != Attempt::cDone) {
@@ -305,7 +306,7 @@ Attempt Replace(const Target& target, std::string_view content) {
 
 // --- Writing in place.
 
-// A copy of the old content in the rescue folder. It stays there unless Remove is called.
+// A copy of the old content in the rescue folder. It is kept unless Remove is called.
 struct RescueCopy {
   Descriptor folder;
   Descriptor file;
@@ -349,7 +350,8 @@ Reason MakeRescueCopy(int old, const std::string& name, RescueCopy& copy) {
   return reason;
 }
 
-// Gets room for what the file grows by, so that a full disk shows before a byte has changed.
+// Reserves disk space for the growth of the file, so that a full disk is noticed before any byte
+// has changed.
 Reason Reserve(int file, off_t oldSize, size_t newSize) {
   const FileCalls& calls = TheFileCalls();
   const off_t size = static_cast<off_t>(newSize);
@@ -366,8 +368,8 @@ Reason Overwrite(int file, std::string_view content) {
   return Sync(file);
 }
 
-// Writing takes the set-id bits away. Only the owner can put them back; for others they are gone,
-// as the system wants it.
+// Writing clears the set-id bits. Only the owner can restore them; for other users they stay
+// cleared, as the system intends.
 void RestoreMode(int file, mode_t mode) {
   struct stat now;
   if (TheFileCalls().fstat(file, &now) == 0 && now.st_mode != mode)
@@ -380,7 +382,7 @@ Reason Restore(int file, const RescueCopy& copy, off_t size) {
   return Sync(file);
 }
 
-// Opens the old file for writing in place; it must still be the one that was looked at.
+// Opens the old file for writing in place; it must still be the same file that was checked.
 Reason OpenOld(const Target& target, Descriptor& file, struct stat& now) {
   const FileCalls& calls = TheFileCalls();
   const int flags = O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
@@ -410,7 +412,7 @@ Reason WriteInPlace(const Target& target, std::string_view content) {
 
 // --- Appending.
 
-// What fails leaves the file as long as it was, if that can still be.
+// A failure restores the old length of the file, if possible.
 Reason Append(int file, off_t end, off_t oldSize, std::string_view bytes) {
   const FileCalls& calls = TheFileCalls();
   if (oldSize > end && calls.ftruncate(file, end) != 0) return LastError();

@@ -16,12 +16,12 @@ namespace mavro {
 
 namespace {
 
-// A longer file can't be shown by an editor that counts positions in 32 bits, and a sparse one
-// would only eat the memory.
+// An editor that counts positions in 32 bits can't show a longer file, and a sparse file would only
+// use up the memory.
 constexpr off_t cMaxBytes = 0x7fffffff;
 
-// Text goes on growing while it is read, or tells no size at all as files below /proc do; so the
-// size is a hint only.
+// A file may grow while it is read, or report no size, as files below /proc do; so the size is only
+// a hint.
 std::optional<std::string> ReadToEnd(int file, off_t sizeHint) {
   std::string text;
   size_t filled = 0;
@@ -44,7 +44,7 @@ bool HasKind(const std::string& path, mode_t kind) {
   return stat(path.c_str(), &status) == 0 && (status.st_mode & S_IFMT) == kind;
 }
 
-// Makes `path` a folder of ours that nobody else can look into.
+// Makes `path` a folder of our own that no other user can read.
 bool EnsurePrivateFolder(const std::string& path) {
   if (mkdir(path.c_str(), 0700) == 0) return true;
   struct stat status;
@@ -56,7 +56,7 @@ bool EnsurePrivateFolder(const std::string& path) {
 }  // namespace
 
 RegularFile OpenRegularFile(const std::string& path) {
-  // Asked before it is opened as well: opening a device can have effects of its own.
+  // This is checked before opening too, since opening a device can have side effects.
   if (!FileExists(path)) return {};
   Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
   struct stat status;

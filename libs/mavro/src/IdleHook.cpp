@@ -11,13 +11,13 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// What is left of a time limit, in the form poll() takes.
+// The remaining time of a limit, in the form that poll() takes.
 int MillisecondsUntil(Clock::time_point end) {
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(end - Clock::now()).count();
   return left > 0 ? static_cast<int>(left) : 0;
 }
 
-// End of output and a broken pipe count as readable: a read then tells which it is.
+// The end of output and a broken pipe count as readable: the next read then finds out which it is.
 bool PollReadable(int descriptor, int milliseconds) {
   const auto end = Clock::now() + std::chrono::milliseconds(milliseconds < 0 ? 0 : milliseconds);
   pollfd entry{descriptor, POLLIN, 0};

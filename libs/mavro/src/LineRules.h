@@ -6,8 +6,8 @@
 
 namespace mavro {
 
-// Hands a bare "\n" on as "\r\n", as tools themselves write where the line rules below come from; a
-// "\r\n" stays. Pieces may be cut anywhere.
+// Converts a bare "\n" to "\r\n", the line end that the rules below expect; a "\r\n" is unchanged.
+// The input may be split at any byte.
 class NewlineConverter {
  public:
   void Append(std::string_view piece, std::string& text);
@@ -18,31 +18,31 @@ class NewlineConverter {
 
 // Cuts what a child prints into lines.
 //
-// Blocking rule: as long as the first "\n" stands at a position p above 0, the first p-1 characters
-// are a line (so the "\r" goes) and p+1 are taken away. A "\n" at position 0 stops the delivery;
-// all that follows is the rest.
+// Blocking rule: as long as the first "\n" is at a position p above 0, the first p-1 characters are
+// a line (this drops the "\r") and p+1 characters are removed. A "\n" at position 0 stops the
+// delivery; everything from there is the rest.
 //
-// Attached rule: each line is what stands up to and with its "\n".
+// Attached rule: each line is the text up to and including its "\n".
 //
-// With the converter before it, a blank line is "\r\n" and its "\n" stands at position 1: a blank
-// first line is delivered as an empty line like any other. The stop at position 0 shows only with
-// text that didn't pass the converter.
+// After the converter, a blank line is "\r\n" and its "\n" is at position 1: a blank first line is
+// delivered as an empty line like any other. The stop at position 0 happens only with text that
+// didn't pass the converter.
 class LineBuffer {
  public:
   enum class Rule { cBlocking, cAttached };
   explicit LineBuffer(Rule rule) : rule(rule) {}
 
   void Append(std::string_view bytes);
-  // Takes the next whole line out into `line`; false if there is none yet. Bytes that were searched
-  // are not searched again, so a long line costs its length.
+  // Moves the next complete line into `line`; false if there is none yet. No byte is searched
+  // twice, so the cost of a long line is linear.
   bool Next(std::string& line);
-  // What is left when the output has ended, whatever it holds.
+  // Returns the rest after the end of the output, whatever it contains.
   std::string TakeRest();
 
  private:
   Rule rule;
   std::string buffer;
-  size_t begin = 0;     // what stands before it has been delivered
+  size_t begin = 0;     // everything before it has been delivered
   size_t searched = 0;  // no "\n" between `begin` and here
 };
 

@@ -5,7 +5,7 @@
 
 namespace mavro {
 
-// Gives the element at `from` the place `to`; those between close up.
+// Moves the element at `from` to the index `to`; the elements between shift by one.
 template <class T>
 void MoveElement(std::vector<T>& elements, int from, int to) {
   const auto first = elements.begin();

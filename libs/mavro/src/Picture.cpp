@@ -18,7 +18,8 @@ std::string_view Explain(PictureResult result) {
 
 PictureSize FitProportional(PictureSize picture, PictureSize box) {
   if (picture.width <= 0 || picture.height <= 0 || box.width <= 0 || box.height <= 0) return {};
-  // Whole numbers: the products tell which ratio is the larger, and the quotients round to zero.
+  // Integer arithmetic: the products show which ratio is larger, and the quotients round towards
+  // zero.
   const int64_t width = picture.width;
   const int64_t height = picture.height;
   if (width * box.height <= height * box.width)

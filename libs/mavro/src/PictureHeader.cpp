@@ -25,8 +25,8 @@ int64_t Big(std::string_view bytes, size_t at, int count) {
   return static_cast<int64_t>(value);
 }
 
-// A header of 12 bytes has 16-bit sizes, later ones 32-bit ones, where a negative height means rows
-// from the top.
+// A header of 12 bytes has 16-bit sizes, later ones 32-bit ones, in which a negative height means
+// rows from the top.
 Claim BitmapSize(std::string_view bytes) {
   constexpr size_t cWidth = 18;
   if (bytes.size() < 26) return {};
@@ -51,7 +51,8 @@ bool IsFrameStart(uint64_t marker) {
   return marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
 }
 
-// Segments follow each other: 0xFF, a marker, and two bytes of length that count themselves.
+// The file is a sequence of segments: 0xFF, a marker, and a length of two bytes that includes
+// itself.
 Claim JpegSize(std::string_view bytes) {
   size_t at = 2;
   while (at + 9 <= bytes.size() && Byte(bytes, at) == 0xFF) {
@@ -62,7 +63,7 @@ Claim JpegSize(std::string_view bytes) {
   return {};
 }
 
-// The first string holds width and height.
+// The first string contains width and height.
 Claim XpmSize(std::string_view bytes) {
   const size_t quote = bytes.find('"');
   if (quote == std::string_view::npos) return {};

@@ -9,7 +9,7 @@ namespace mavro {
 namespace {
 
 constexpr size_t cReadSize = 80;
-constexpr size_t cFetchSize = 1 << 16;  // all that a pipe holds by default
+constexpr size_t cFetchSize = 1 << 16;  // the default capacity of a pipe
 
 }  // namespace
 

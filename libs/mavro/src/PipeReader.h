@@ -9,16 +9,17 @@
 
 namespace mavro {
 
-// The read operation over a tool's pipe. It answers at most 80 bytes at a time, which is what the
-// rounds of delivery go by, and fetches much more than that from the system beneath.
+// The read operation over a tool's pipe. It returns at most 80 bytes at a time, the unit of a
+// delivery round, but fetches much more at once from the system.
 class PipeReader {
  public:
-  // What became of a fetch: bytes are there now; none yet; the output has ended; it can't be read.
+  // The result of a fetch: bytes have arrived; none yet; the output has ended; it can't be read.
   enum class Fetch { cBytes, cNone, cEnd, cError };
 
   PipeReader();
 
-  // Fetches what the pipe holds, up to a limit, behind what is there. `descriptor` doesn't block.
+  // Appends the content of the pipe, up to a limit, to the present bytes. `descriptor` doesn't
+  // block.
   Fetch FetchAhead(int descriptor);
   size_t BytesAhead() const { return ahead.size() - taken; }
   // The next at most 80 bytes; empty if there are none. Valid until the next fetch.

@@ -8,11 +8,11 @@
 
 namespace mavro {
 
-// A regular file opened for reading; closed when it is missing, can't be read, is something else or
-// has 2 GiB and more. Opening never blocks and has no effect on a device.
+// A regular file opened for reading. It is closed if the file is missing, unreadable, not a regular
+// file, or has 2 GiB or more. Opening never blocks and has no effect on a device.
 struct RegularFile {
   Descriptor file;
-  off_t size = 0;  // when it was opened; files go on changing
+  off_t size = 0;  // when it was opened; the file may change later
 };
 RegularFile OpenRegularFile(const std::string& path);
 

@@ -3,8 +3,8 @@
 #include <functional>
 #include <unordered_set>
 
-// The linker gives a section whose name is a C identifier these two symbols. Weak: a program
-// without resources has no such section.
+// The linker defines these two symbols for a section whose name is a C identifier. They are weak
+// since a program without resources has no such section.
 extern "C" {
 extern const mavro::ResourceEntry theFirstResource[] __asm__("__start_mavro_resources")
     __attribute__((weak, visibility("hidden")));
@@ -16,7 +16,7 @@ namespace mavro {
 
 namespace {
 
-// What an entry is found by. Texts are those of the entry, or of whoever asks.
+// The key of an entry. The texts are owned by the entry or by the caller of the search.
 struct ResourceKey {
   std::string_view type;
   std::string_view name;
@@ -39,7 +39,7 @@ struct KeyHash {
 
 using ResourceIndex = std::unordered_set<ResourceKey, KeyHash>;
 
-// The first of several entries with one key counts, as the linker laid them out.
+// If several entries have the same key, the first one in the linker's order counts.
 ResourceIndex MakeIndex() {
   ResourceIndex index;
   index.reserve(static_cast<size_t>(theResourcesEnd - theFirstResource));
@@ -49,8 +49,8 @@ ResourceIndex MakeIndex() {
   return index;
 }
 
-// The table is made at the first use; from then on a look-up takes the same time however many there
-// are, and no memory.
+// The table is made at the first use. After that, a look-up takes constant time, whatever the
+// number of entries, and allocates no memory.
 std::string_view Find(const ResourceKey& key) {
   static const ResourceIndex index = MakeIndex();
   const auto found = index.find(key);

@@ -10,15 +10,15 @@ namespace mavro {
 
 namespace {
 
-// Where the text of a group goes.
+// The destination of a group's text.
 enum class Target { cPage, cFonts, cColors, cInstruction, cNowhere };
 
-// Everything that ends with its group.
+// The state that ends with its group.
 struct GroupState {
   Target target = Target::cPage;
   RtfStyle style;
   RtfParagraph paragraph;  // without runs: the look of the paragraphs that end here
-  int unicodeSkip = 1;     // how many characters stand in for one told by number
+  int unicodeSkip = 1;     // number of characters that replace one given by number
   int fontIndex = 0;
 };
 
@@ -32,7 +32,7 @@ struct Destination {
   Target target;
 };
 
-// The groups that aren't part of the page. Unknown ones say so by "\*".
+// The groups that are not part of the page. Unknown ones are marked with "\*".
 constexpr Destination cDestinations[] = {
     {"fonttbl", Target::cFonts},       {"colortbl", Target::cColors},
     {"fldinst", Target::cInstruction}, {"stylesheet", Target::cNowhere},
@@ -150,13 +150,13 @@ class Reader {
     }
   }
 
-  // What follows a character told by number stands in for it, for readers that don't know it.
+  // The characters after one given by number are its replacement, for readers that don't know it.
   void TakeText(std::string_view plain) {
     while (pendingSkip > 0 && !plain.empty()) {
       plain.remove_prefix(CharacterBytes(plain));
       --pendingSkip;
     }
-    if (!plain.empty()) Add(plain);  // else half of a character may still wait for the other
+    if (!plain.empty()) Add(plain);  // else half of a character may still wait for the other half
   }
 
   void Open() {
@@ -301,7 +301,7 @@ class Reader {
     runs.back().text += plain;
   }
 
-  // "Name;" of the font that \f has told.
+  // "Name;" of the font that \f has selected.
   void AddToFonts(std::string_view plain) {
     const size_t end = plain.find(';');
     if (face.size() < cMaxFaceBytes) face += plain.substr(0, end);
@@ -313,7 +313,7 @@ class Reader {
     face.clear();
   }
 
-  // Each semicolon ends a colour; one without parts is the page's own.
+  // Each semicolon ends a colour; one without components is the page's own.
   void AddToColors(std::string_view plain) {
     for (const char c : plain) {
       if (c != ';') continue;
@@ -346,7 +346,7 @@ class Reader {
   RtfText text;
   std::vector<RtfRun> runs;
   std::vector<GroupState> groups{1};
-  std::unordered_map<int, int> fonts;  // by the number \f tells, the index of the face
+  std::unordered_map<int, int> fonts;  // from the number after \f to the index of the face
   std::vector<int32_t> colors;
   std::string face;
   std::string instruction;

@@ -7,7 +7,7 @@
 
 namespace mavro {
 
-// How a piece of rich text looks.
+// The style of a piece of rich text.
 struct RtfStyle {
   bool bold = false;
   bool italic = false;
@@ -36,23 +36,23 @@ struct RtfParagraph {
   std::vector<RtfRun> runs;
 };
 
-// What a rich text says. What is not understood is skipped; `complete` tells whether the text was
-// one whole group, as it should be.
+// The content of a rich text. Unknown elements are skipped; `complete` is true if the text was one
+// whole group, as it should be.
 struct RtfText {
   std::vector<RtfParagraph> paragraphs;
   std::vector<std::string> faces;
-  std::vector<std::string> links;  // where clicks lead
+  std::vector<std::string> links;  // targets of the links
   bool complete = false;
 };
 
-// Whether `bytes` begin as rich text does.
+// True if `bytes` begin like rich text.
 bool IsRtf(std::string_view bytes);
 
-// Reads the part of RTF that help texts are written in: fonts, sizes, colours, bold, italic,
-// underlined and struck letters, paragraphs with alignment and indents, tabs, line ends, bullets,
-// links, and characters told by code page 1252 or by number. Never fails: a group that is not
-// closed ends with the text, groups nested too deeply are skipped, and other bytes are kept as they
-// are. The time grows with the length only.
+// Reads the subset of RTF that help texts use: fonts, sizes, colours, bold, italic, underlined and
+// struck letters, paragraphs with alignment and indents, tabs, line ends, bullets, links, and
+// characters given in code page 1252 or by number. Never fails: an unclosed group ends with the
+// text, groups nested too deeply are skipped, and other bytes are kept unchanged. The time is
+// linear in the length.
 RtfText ReadRtf(std::string_view bytes);
 
 }  // namespace mavro

@@ -61,7 +61,7 @@ bool IsLow(int unit) {
 
 }  // namespace
 
-// Line ends between tokens mean nothing: paragraphs are told by words.
+// Line ends between tokens have no meaning: paragraphs are marked by words.
 RtfToken RtfScan::Next() {
   while (at < bytes.size() && (bytes[at] == '\r' || bytes[at] == '\n')) ++at;
   if (at >= bytes.size()) return {};
@@ -107,7 +107,7 @@ RtfToken RtfScan::Word() {
   return token;
 }
 
-// "\'hh"; without two digits the quote means nothing.
+// "\'hh"; without two digits the quote has no meaning.
 RtfToken RtfScan::Byte() {
   ++at;
   const int high = HexValue(Peek());

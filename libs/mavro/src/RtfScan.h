@@ -5,16 +5,16 @@
 
 namespace mavro {
 
-// A piece of rich text as it is written.
+// A token of rich text.
 struct RtfToken {
   enum Kind { cEnd, cOpen, cClose, cText, cWord, cByte, cBinary };
   Kind kind = cEnd;
   std::string_view text;   // of cText; the word of cWord without its backslash
-  int number = 0;          // what follows a word, or the value of cByte
-  bool hasNumber = false;  // a word without one has the number 0 here
+  int number = 0;          // the number after a word, or the value of cByte
+  bool hasNumber = false;  // if false, `number` is 0
 };
 
-// Cuts rich text into tokens. Every call consumes at least a byte or answers cEnd.
+// Cuts rich text into tokens. Every call consumes at least one byte or returns cEnd.
 class RtfScan {
  public:
   explicit RtfScan(std::string_view itsBytes) : bytes(itsBytes) {}
@@ -30,13 +30,13 @@ class RtfScan {
   size_t at = 0;
 };
 
-// Joins the two halves in which a character beyond the first plane is told.
+// Joins the two halves (surrogates) of a character beyond the first plane.
 class UnitJoiner {
  public:
-  // UTF-8 of what `unit` completes; empty for a first half. Half a pair becomes the sign for a
-  // character that is lost.
+  // The UTF-8 of the character that `unit` completes; empty for a first half. An unpaired half
+  // becomes the replacement character.
   std::string Take(int unit);
-  // What is left at the end.
+  // The rest at the end.
   std::string Rest();
 
  private:
@@ -45,7 +45,7 @@ class UnitJoiner {
 
 // UTF-8 of a byte in code page 1252.
 std::string WindowsCharacter(unsigned char byte);
-// Length of the character that a text which isn't empty starts with.
+// The length of the first character of a text, which must not be empty.
 size_t CharacterBytes(std::string_view text);
 
 }  // namespace mavro

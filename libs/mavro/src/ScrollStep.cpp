@@ -10,7 +10,7 @@ namespace {
 
 constexpr int cCodeMask = 0xF;
 
-// Wide, so that huge ranges don't overflow.
+// 64 bits, so that huge ranges don't overflow.
 std::optional<int64_t> Target(int code, int64_t position, int64_t page, int64_t maximum) {
   switch (code & cCodeMask) {
     case SB_LINEUP:

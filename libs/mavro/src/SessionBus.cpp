@@ -20,7 +20,7 @@ std::string_view Variable(const char* name) {
   return value ? value : "";
 }
 
-// A socket of the user's own: what others put there isn't taken for it.
+// True for a socket that the user owns; a socket of another user doesn't count.
 bool IsUsersBusThere() {
   const std::string path = std::string(Variable("XDG_RUNTIME_DIR")) + "/bus";
   struct stat status;

@@ -17,9 +17,9 @@ namespace mavro {
 namespace {
 
 constexpr size_t cShownCommand = 116;  // characters of a command line that can't be started
-constexpr int cFetchesPerPoll = 16;    // then the windows get their turn
+constexpr int cFetchesPerPoll = 16;    // then the windows are handled
 
-// What is told when a child can't be started.
+// The message for a child that can't be started.
 std::string FailureText(ChildProcess::Start failure, SpawnConsole::Mode mode,
                         const std::string& commandLine) {
   if (failure == ChildProcess::Start::cNoPipe) return "CreatePipe";
@@ -41,8 +41,8 @@ void SetIdleSlot(void (*hook)(), int wakeDescriptor) {
   if (slot.changed) slot.changed();
 }
 
-// A child that stays attached, and a descriptor that can be read when it prints or ends: another
-// process may hold its output, which then never ends.
+// An attached child, and a descriptor that becomes readable when it prints or ends. The end needs
+// its own check: another process may hold the output, which then never ends.
 struct AttachedRun : ChildRun {
   explicit AttachedRun(Handler handler)
       : ChildRun(LineBuffer::Rule::cAttached, std::move(handler)) {}
@@ -79,10 +79,10 @@ struct SpawnConsole::Impl {
   ChildRun::Handler handler;
   std::string folder;
   std::shared_ptr<AttachedRun> attached;
-  BlockingRun* blocking = nullptr;  // the innermost, on somebody's stack
+  BlockingRun* blocking = nullptr;  // the innermost; on the stack of its caller
 };
 
-// The console may be gone when the child has ended: only the run tells.
+// The console may be gone when the child has ended: only the run knows this.
 bool SpawnConsole::Impl::RunBlocking(const std::string& commandLine) {
   owner.exitCode = -1;
   owner.exitSignal = 0;
@@ -119,9 +119,10 @@ bool SpawnConsole::Impl::Attach(const std::string& commandLine) {
   return true;
 }
 
-// Whether there are bytes to deliver; ends the run when its output has ended.
+// True if there are bytes to deliver; ends the run if its output has ended.
 bool SpawnConsole::Impl::FetchAttached(ChildRun& run) {
-  // Asked before the pipe is: what an ended child has printed is in the pipe by then.
+  // This is checked before the pipe: everything that an ended child has printed is in the pipe by
+  // then.
   const bool childHasEnded = run.child.HasEnded();
   const PipeReader::Fetch result = run.reader.FetchAhead(run.child.Output());
   if (result == PipeReader::Fetch::cBytes) return true;
@@ -136,14 +137,16 @@ void SpawnConsole::Impl::EndOfOutput(ChildRun& run) {
   if (!run.ended) EndAttached(cPipeEnded);
 }
 
-// Ends the attached run if there is one and tells onExit. False if the console is gone by then.
+// Ends the attached run, if there is one, and fires onExit. False if the console is gone after
+// that.
 bool SpawnConsole::Impl::EndAttached(int reason) {
   owner.running = false;
   if (const std::shared_ptr<AttachedRun> run = std::exchange(attached, nullptr)) {
     run->ended = true;
     theAttached = nullptr;
     SetIdleSlot(nullptr, -1);
-    // A child that ends by itself leaves the others of its group alone: they may be meant to stay.
+    // If a child ends by itself, the other processes of its group are not killed: they may be meant
+    // to go on.
     const int patience = reason == cPipeEnded ? TheSpawnLimits().attachedEnd : 0;
     if (reason != cPipeEnded || !run->child.WaitForEnd(patience, WaitPlainly)) run->child.Kill();
     run->child.Collect();
@@ -196,8 +199,8 @@ void SpawnConsole::Poll() {
   if (run) run->DeliverLines();
   for (int fetches = 0; run && !run->ended;) {
     if (run->reader.BytesAhead()) run->DeliverRound();
-    // The limit holds where nothing is fetched and not delivered: the descriptor alone wakes the
-    // loop.
+    // The limit applies only when no fetched bytes are left undelivered, since only the descriptor
+    // wakes the loop.
     else if (fetches++ == cFetchesPerPoll || !impl->FetchAttached(*run))
       return;
   }

@@ -2,18 +2,18 @@
 
 namespace mavro {
 
-// How long the process runner is patient, in milliseconds. Tests shorten it.
+// The time limits of the process runner, in milliseconds. Tests shorten them.
 struct SpawnLimits {
-  // A tool that has closed its output may live on for so long before it is asked to end.
+  // The time that a tool may run after it has closed its output, before it is asked to end.
   int closedOutput = 10'000;
-  // One that was asked to end may take so long before it is killed.
+  // The time that a tool has to end after it was asked to, before it is killed.
   int kill = 2'000;
-  // When a tool has ended but another process still holds its output, it is read until nothing has
-  // come for so long.
+  // After a tool has ended while another process still holds its output, the output is read until
+  // nothing has arrived for this time.
   int quiet = 500;
-  // An attached child that doesn't read may hold up a write for so long.
+  // The time that a write waits for an attached child that doesn't read.
   int write = 1'000;
-  // An attached child may take so long to end after its output has ended.
+  // The time that an attached child has to end after its output has ended.
   int attachedEnd = 100;
 };
 

@@ -6,7 +6,7 @@ namespace mavro {
 
 namespace {
 
-constexpr int cButtonMask = 0x0F;  // the rest of the flags tells the icon
+constexpr int cButtonMask = 0x0F;  // the other flags set the icon
 
 Answer PrintMessage(const std::string& text, const std::string& title, int flags) {
   std::fprintf(stderr, "%s: %s\n", title.c_str(), text.c_str());

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view cScheme = "file:";
 
-// The byte that "%XX" at the start of `text` stands for.
+// The byte of "%XX" at the start of `text`.
 std::optional<char> EscapedByte(std::string_view text) {
   constexpr size_t cLength = 3;
   if (text.size() < cLength || text.front() != '%') return std::nullopt;
@@ -32,7 +32,8 @@ std::string Unescaped(std::string_view text) {
   return bytes;
 }
 
-// Empty for what is no local file: "file:/PATH" and "file://HOST/PATH" are, HOST may be missing.
+// The path of a local file, "file:/PATH" or "file://HOST/PATH" (HOST may be missing); empty for any
+// other address.
 std::string LocalPathOf(std::string_view uri, std::string_view host) {
   if (!EqualNoCase(uri.substr(0, cScheme.size()), cScheme)) return "";
   uri.remove_prefix(cScheme.size());
