@@ -116,7 +116,7 @@ void ButtonGroup::Impl::OnCommand(int code, Param handle) {
   FireNotify(Group().onChange, now);
 }
 
-// Before the window exists, items and selection may be set in any order.
+// Before the window exists, items and selection may be set in any order: `selected` stays as it is.
 void ButtonGroup::Impl::ItemInserted(int index) {
   MAVRO_ASSERT_AS(Group().items.GetCount() <= MaxItems(), "items.GetCount() <= MaxItems()");
   if (!hwnd) return;

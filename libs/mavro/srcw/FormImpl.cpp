@@ -183,7 +183,7 @@ Param Form::Impl::OnSize(Param kind) {
 
 // Handles Enter and Escape. If the button of the key can't be pressed, the key does nothing:
 // closing the form another way must not store what the button would have stored. A focused direct
-// child that answers zero has used Enter itself.
+// child that returns zero has used Enter itself.
 void Form::Impl::OnDialogCommand(int id) {
   Form& form = TheForm();
   if (id == cIdOk)

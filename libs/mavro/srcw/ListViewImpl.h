@@ -52,7 +52,7 @@ class ListView::Impl : public SysImpl, public ListSource {
 
   std::vector<Column> columns;
   std::vector<Row> rows;
-  int colCount = 0;  // as told; follows what there is
+  int colCount = 0;  // as set; follows the real number
   int rowCount = 0;
   int selectedIndex = -1;
   ListLook look;

@@ -57,7 +57,7 @@ bool QtFileDrops::eventFilter(QObject*, QEvent* event) {
   return true;
 }
 
-// Tells the drag whether the files may be dropped here. Returns true: no other widget is asked.
+// Tells the drag whether the files may be dropped here. True if no other widget is to be asked.
 bool QtFileDrops::Answer(QDropEvent& drag) const {
   if (!IsWindow(window)) return false;
   const Qt::DropAction action =

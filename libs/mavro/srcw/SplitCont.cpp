@@ -132,7 +132,7 @@ void SplitBar::Impl::ShowCursor(bool inside) {
   owner->cursor = inside ? sizing : Cursor::cDefault;
 }
 
-// The mouse along the axis of the container, the axis of the bar's position.
+// The mouse position along the axis of the container, in the coordinates of the bar's position.
 int SplitBar::Impl::AxisPosition(Param lParam) const {
   return isVertical ? PointX(lParam) + owner->left : PointY(lParam) + owner->top;
 }
