@@ -115,7 +115,7 @@ class StandIns {
 
   // The number of the stand-in at a position of the shown text; -1 if there is none.
   int At(int position);
-  // How many lines are not shown.
+  // The number of lines that are not shown.
   int Count();
   size_t WholeLength() { return WholePosition(text.Length()); }
   size_t WholePosition(int position);

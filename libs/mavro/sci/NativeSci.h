@@ -48,8 +48,8 @@ class NativeSci : public NativeWindow {
  public:
   using NativeWindow::NativeWindow;
 
-  // Group: how the editor changes text on its way in and out; set once the window exists. Returns
-  // the text to insert in place of a given one from elsewhere.
+  // Group: how the editor changes text on its way in and out; set once the window exists.
+  // Returns the text to insert in place of a given one from elsewhere.
   std::function<std::string(std::string_view)> fold;
   // Returns a function if a text of the window is a different one elsewhere. The function returns
   // that text, even after the editor is gone.

@@ -74,8 +74,9 @@ class SciEditor : public Control {
   void applyOptions();
   void SetLanguage(const EditorLanguage* newLanguage);
 
-  // Group: files. Reads a file and takes its name. False, with nothing changed, if it can't be
-  // read; with `reportMissing` a message says so.
+  // Group: files.
+  // Reads a file and takes its name. False, with nothing changed, if it can't be read; with
+  // `reportMissing` a message says so.
   bool load(const std::string& path);
   // Replaces the text with the present contents of the file, as one undo step. False, with nothing
   // changed, if it can't be read.

@@ -60,8 +60,8 @@ class SciEditor::Impl : public SysImpl, public SciText {
   bool Save(const std::string& path, SaveTidying tidying);
   void TakeText(std::string_view newText, int newEncoding, std::string_view newOddByte);
 
-  // Group: lines that are not shown (SciLongLines.cpp). The shown form of a text that is about to
-  // be inserted.
+  // Group: lines that are not shown (SciLongLines.cpp).
+  // The shown form of a text that is about to be inserted.
   std::string FoldNew(std::string_view text);
   // Replaces the selection with shown text.
   void PutText(std::string_view shown);

@@ -17,7 +17,7 @@ struct KindRow {
   int modalResult;
 };
 
-// By Button::Kind.
+// The rows in the order of Button::Kind.
 constexpr KindRow cKinds[] = {
     {"", 0},       {"OK", Form::cOk}, {"Cancel", Form::cCancel},
     {"&No", 0},    {"&Open", 0},      {"&Save", 0},

@@ -101,8 +101,8 @@ enum Route { cOwnRoute = 0x0000, cRowRoute = 0x1000, cChildRoute = 0x2000, cRefl
 constexpr int cRouteMask = 0xF000;
 constexpr int cIndexMask = 0x0FFF;
 
-// How the focus comes to a window. A focus set by a key is shown, and a line of text is selected.
-// The first focus of a form doesn't scroll its window into view.
+// The way the focus comes to a window. A focus set by a key is shown, and a line of text is
+// selected. The first focus of a form doesn't scroll its window into view.
 enum class FocusBy { cProgram, cTab, cBacktab, cFirst };
 
 // The colours that a container sets for a control that asks for them.

@@ -10,7 +10,7 @@ namespace mavro {
 
 namespace {
 
-// By QAbstractSlider::SliderAction, from SliderSingleStepAdd on.
+// Indexed by QAbstractSlider::SliderAction, starting with SliderSingleStepAdd.
 constexpr int cCodes[] = {SB_LINEDOWN, SB_LINEUP, SB_PAGEDOWN,  SB_PAGEUP,
                           SB_TOP,      SB_BOTTOM, SB_THUMBTRACK};
 

@@ -13,8 +13,8 @@
 #include "Application.h"
 #include "Resource.h"
 
-// The stock icons. Naming them here takes them out of the framework's archive into every program
-// that shows pictures and has none of its own with their id.
+// The stock icons. Naming them here links them from the framework's archive into every program that
+// shows pictures and has no stock icons of its own with their id.
 extern "C" const mavro::ResourceEntry theStockIcons __asm__("mavro_resource_PNG_1")
     __attribute__((visibility("hidden")));
 

@@ -9,7 +9,7 @@ namespace mavro {
 QIcon StripIcon(int stripId, int index);
 // The size of a strip's pictures in logical pixels; empty for a strip that isn't registered.
 QSize StripPictureSize(int stripId);
-// A picture of its own, such as the application's icon, in all the sizes it was drawn in.
+// A picture that is in no strip, such as the application's icon, in all its sizes.
 QIcon ResourceIcon(int id);
 
 }  // namespace mavro

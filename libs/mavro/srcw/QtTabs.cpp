@@ -175,7 +175,7 @@ class TabsWindow final : public NativeTabs {
   }
 
  private:
-  // A key that goes to the next or previous tab from anywhere in the pages, around the ends.
+  // Adds a key that selects the next or previous tab from anywhere in the pages, around the ends.
   void AddKey(const QKeySequence& key, int step) {
     auto* shortcut = new QShortcut(key, tabs);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
