@@ -22,7 +22,7 @@ std::string FormatMacroLine(const MacroStep& step);
 MacroStep ParseMacroLine(std::string_view line);
 
 // Makes a step safe to replay, whatever its source. False if the component doesn't record its
-// message. Limits lengths to the text's and positions to 0 to `textLength`.
+// message. Limits lengths to that of the text, and positions to the range from 0 to `textLength`.
 bool MakeReplayable(MacroStep& step, long textLength);
 
 }  // namespace mavro

@@ -24,7 +24,7 @@ enum class TypingStep {
   cCancelList,
   cStartCompletion,
   cStartWords,   // continues a word completion
-  cOfferWords,   // starts one; `wordCompleting` then is true if a list opened
+  cOfferWords,   // starts one; `wordCompleting` is then true if a list opened
   cForgetWords,  // `wordCompleting` is over
   cMaintainIndent,
   cAutoIndent

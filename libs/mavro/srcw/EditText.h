@@ -6,7 +6,7 @@ namespace mavro {
 
 // How well a text suits the data type of an edit.
 enum class TextFit {
-  cNo,     // no more typing at its end can make it suit
+  cNo,     // no text typed at its end can make it suit
   cSoFar,  // the start of a text that suits
   cWhole
 };

@@ -4,7 +4,7 @@
 
 namespace mavro {
 
-// Codes of a WM_NOTIFY of a row of tabs.
+// Codes of the WM_NOTIFY of a row of tabs.
 enum TabCode {
   TCN_SELCHANGE = -551,
   TCN_CLOSE = -560,
