@@ -10,8 +10,8 @@ int AccessText::Length() const {
   return static_cast<int>(Send(SCI_GETLENGTH));
 }
 
-// Bytes of other code pages are a unit each. The first question after the text has got its code
-// page makes the index; from then on it is kept with every change.
+// In other code pages each byte is a unit. The first question after a change of the code page makes
+// the index; from then on each change of the text updates it.
 bool AccessText::IsIndexed() const {
   if (Send(SCI_GETCODEPAGE) != SC_CP_UTF8) return false;
   if (!(Send(SCI_GETLINECHARACTERINDEX) & SC_LINECHARACTERINDEX_UTF16))
@@ -34,7 +34,7 @@ int AccessText::Position(int offset) const {
   const auto start = Send(SCI_POSITIONFROMLINE, line);
   const auto before = Send(SCI_INDEXPOSITIONFROMLINE, line, SC_LINECHARACTERINDEX_UTF16);
   if (offset == before) return static_cast<int>(start);
-  // The answer is 0 past the end, and between the two units of one letter.
+  // The component answers 0 past the end, and between the two units of one letter.
   auto found = Send(SCI_POSITIONRELATIVECODEUNITS, start, offset - before);
   if (found == 0) found = Send(SCI_POSITIONRELATIVECODEUNITS, start, offset - before - 1);
   return found > 0 ? static_cast<int>(found) : Length();

@@ -5,12 +5,12 @@
 
 namespace mavro {
 
-// What a screen reader asks about a text. It counts in UTF-16 units, the editing component in
-// bytes; the component's index of lines carries one into the other, so that no answer costs more
-// at the end of a text than at its start.
+// Answers the questions of a screen reader about a text. The reader counts in UTF-16 units, the
+// editing component in bytes. The component's index of lines converts one into the other, so that
+// an answer costs the same at the end of a text as at its start.
 class AccessText {
  public:
-  // The way to the component.
+  // Access to the component.
   class Door {
    public:
     virtual ~Door() = default;
@@ -30,7 +30,7 @@ class AccessText {
   int Position(int offset) const;
   int CharacterCount() const;
   int CaretOffset() const;
-  // The unit around a place, and those beside it, as offsets; empty where there is none.
+  // The unit around a place, and the units before and after it, as offsets; empty if there is none.
   Span UnitAt(int offset, Unit unit) const;
   Span UnitBefore(int offset, Unit unit) const;
   Span UnitAfter(int offset, Unit unit) const;
@@ -42,7 +42,7 @@ class AccessText {
     return door.Send(message, static_cast<std::uintptr_t>(wParam), lParam);
   }
   int Length() const;
-  // True for UTF-8, which the component then has an index of lines for.
+  // True for UTF-8: the component then has an index of lines.
   bool IsIndexed() const;
   Span UnitOf(int position, Unit unit) const;  // in bytes
   Span ToOffsets(Span bytes) const;

@@ -10,11 +10,11 @@ bool IsInSet(const char* set, char character);
 // True for a list of words and characters that is tested as words: it begins with a letter.
 bool IsWordList(const char* wordsOrCharacters);
 
-// Tests a word against words or characters: a list of words must hold it whole, of a set of
-// characters it must be one.
+// True if a list of words holds the whole word, or if the word is one character of a set of
+// characters.
 bool Includes(const char* wordsOrCharacters, std::string_view word);
 
-// True for blanks and tabs, and for nothing at all.
+// True if the text is empty or has only blanks and tabs.
 bool IsBlank(std::string_view text);
 
 }  // namespace mavro

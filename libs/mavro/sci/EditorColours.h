@@ -4,7 +4,7 @@
 
 namespace mavro {
 
-// The colours of editors, on light desktops and on dark ones: every ink is read well on every
+// The colours of editors, on light desktops and on dark ones: every ink is easy to read on every
 // ground that it can be on.
 enum EditorColour {
   // Inks of text, all of which can be on each of the grounds below.
@@ -24,8 +24,8 @@ enum EditorColour {
   cSelectionGround,
   cErrorGround,
   cExecutionGround,
-  cPlaceGround,       // a place that a list has gone to
-  cLeftOutGround,     // what the preprocessor leaves out
+  cPlaceGround,       // a place that a list has shown
+  cLeftOutGround,     // text that the preprocessor leaves out
   cUnfinishedGround,  // a string without an end
   cEndOfGrounds,
   // Pairs of an ink and its ground.
@@ -43,7 +43,7 @@ enum EditorColour {
   cEndOfColours
 };
 
-// Gives red-green-blue the order that the component has.
+// Converts red-green-blue to the component's order.
 constexpr int FromRgb(int colour) {
   return (colour & 0xFF) << 16 | (colour & 0xFF00) | (colour >> 16 & 0xFF);
 }

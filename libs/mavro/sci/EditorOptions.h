@@ -4,10 +4,10 @@
 
 namespace mavro {
 
-// How one editor behaves and looks. Each editor has a copy of the shared defaults of its own.
+// The behaviour and look of one editor. Each editor has its own copy of the shared defaults.
 struct EditorOptions {
   bool lineNumbers = false;  // a margin of numbers
-  int lineNumberWidth = 20;  // at least; it grows with the number of digits
+  int lineNumberWidth = 20;  // the least width; it grows with the number of digits
   int tabWidth = 3;
   int indentSize = 3;
   bool useTabs = true;
@@ -15,14 +15,14 @@ struct EditorOptions {
   int fontStyle = 0;     // of the whole text: bits of Font::Style
   std::string fontFace;  // of proportional text; empty: the desktop's
   std::string monoFace;  // of monospaced text; empty: the desktop's
-  // What word completion takes for a word.
+  // The characters of words, for word completion.
   std::string wordChars = "_abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
   bool braceMatch = true;
   bool braceMatchAfter = false;  // the character after the caret counts too
   bool simpleIndent = false;     // a new line is indented as the one before
   bool smartIndent = true;       // by the language's blocks
-  bool indentOpening = false;    // the line of an opening brace is indented itself
-  bool indentClosing = false;    // so is that of a closing one
+  bool indentOpening = false;    // the line of an opening brace is indented too
+  bool indentClosing = false;    // the line of a closing brace is indented too
   int statementLookback = 20;    // lines that indentation looks back
   bool foldMargin = false;
   int foldStyle = 3;  // 0 arrows, 1 plus and minus, 2 circles, 3 boxes

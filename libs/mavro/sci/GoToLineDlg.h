@@ -12,10 +12,10 @@ class SciEditor;
 // Asks for the number of a line. Shown modally by AskGoToLine.
 class GoToLineDlg : public Form {
  public:
-  // `shownLine` counts from 1; it stands in the field, selected.
+  // `shownLine` counts from 1; the field shows it, selected.
   explicit GoToLineDlg(int shownLine);
 
-  // The number that the field begins with; 0 when there is none or it is negative.
+  // The number that the field begins with; 0 if there is none or it is negative.
   int Line() const { return line; }
 
  private:
@@ -29,8 +29,8 @@ class GoToLineDlg : public Form {
 };
 
 // Asks for a line of the editor and shows it, unfolded, with the caret at its start. A number past
-// the end stands for the last line; one below 1, or none, changes nothing. An
-// editor that has no window yet has no lines to ask about.
+// the end means the last line; a number below 1, or none, changes nothing. Does nothing if the
+// editor has no window yet.
 void AskGoToLine(SciEditor& editor);
 
 }  // namespace mavro

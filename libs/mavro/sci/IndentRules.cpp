@@ -30,8 +30,7 @@ std::vector<std::string> WordsInStyle(const SciText& text, int line, int style) 
   return words;
 }
 
-// Operators that touch each other are one run; each of them counts where single characters are
-// looked for.
+// Adjacent operators are one run; each of them counts if single characters are looked for.
 IndentClass ClassOfOperators(const std::string& run, const EditorLanguage& language) {
   IndentClass found = IndentClass::cPlain;
   const auto look = [&](std::string_view word) {

@@ -8,7 +8,7 @@
 
 namespace mavro {
 
-// What decides about the indentation of a text.
+// The facts that decide the indentation of a text.
 struct IndentContext {
   const SciText& text;
   const EditorOptions& options;
@@ -17,10 +17,10 @@ struct IndentContext {
   char lineEnd = '\n';  // the character that a new line ends with
 };
 
-// What a line does to the indentation of those behind it.
+// The effect of a line on the indentation of the lines after it.
 enum class IndentClass { cPlain = 0, cBlockStart = 1, cBlockEnd = 2, cStatement = 3 };
 
-// A line is to be indented by so many columns.
+// A line and the columns to indent it by.
 struct IndentChange {
   int line = 0;
   int columns = 0;
@@ -29,14 +29,14 @@ struct IndentChange {
 
 IndentClass ClassifyLine(const IndentContext& context, int line);
 
-// The indentation of what follows a line.
+// The indentation of the text that follows a line.
 int ExpectedIndent(const IndentContext& context, int line);
 
 // The first line whose words and blocks ExpectedIndent may look at.
 int FirstLineLookedAt(const IndentContext& context, int line);
 
-// What a character typed before `caret` changes, in order: by the blocks of the language, or the
-// indentation of the line above kept.
+// The changes that a character typed before `caret` leads to, in order. They follow the blocks of
+// the language, or keep the indentation of the line above.
 std::vector<IndentChange> AutoIndentChanges(const IndentContext& context, int caret, char typed);
 std::vector<IndentChange> MaintainIndentChanges(const IndentContext& context, int caret,
                                                 char typed);

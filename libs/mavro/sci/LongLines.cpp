@@ -23,8 +23,8 @@ bool IsNext(std::string_view text, size_t at) {
   return (Byte(text, at) & 0xC0) == 0x80;
 }
 
-// The place of the first line end from `at` on, or the end of the text. Far faster than a search
-// for either of two letters, and no line end of the other kind far away is looked for.
+// The place of the first line end from `at` on, or the end of the text. This is far faster than a
+// search for either of two letters, and it doesn't search far ahead for the other kind of line end.
 size_t EndOfLine(std::string_view text, size_t at) {
   constexpr size_t cStep = 64 * 1024;
   for (; at < text.size(); at += cStep) {
@@ -98,8 +98,8 @@ const std::string* LongLines::Kept(int number) const {
   return number >= 0 && number < End() ? lines[static_cast<size_t>(number)].get() : nullptr;
 }
 
-// Letters beyond ASCII are dots: the beginning may be cut within one, or turn the direction of the
-// rest.
+// Letters beyond ASCII become dots: the start of the line may be cut within one, or one may change
+// the direction of the rest.
 std::string LongLines::NoteOf(int number) const {
   const std::string* line = Kept(number);
   if (!line) return {};
@@ -158,7 +158,7 @@ void LongLineFolder::Finish() {
   rest.clear();
 }
 
-// Leaps from a line end to the last one that is within reach of an ordinary line.
+// Jumps from a line end to the last line end within the length of an ordinary line.
 void LongLineFolder::TakeLines(std::string_view text) {
   size_t done = 0, at = 0;
   while (text.size() - at > LongLineFolder::cOrdinaryBytes) {
@@ -204,7 +204,7 @@ bool LongLineFolder::MayStay(size_t length) {
   return true;
 }
 
-// A character of the text that is a stand-in by now gets one of its own.
+// A character of the text that is already a stand-in gets a stand-in of its own.
 void LongLineFolder::Add(std::string_view text) {
   size_t done = 0;
   for (auto found = LongLines::FindCharacter(text, 0); found.number >= 0;
@@ -241,7 +241,7 @@ void StandIns::WillDelete(int position, int length) {
   LookAt(position, position);
 }
 
-// Forgets the stand-ins of which a change takes a byte, or which it comes in between.
+// Forgets the stand-ins that a change removes a byte of or inserts bytes into.
 void StandIns::DropBroken(int start, int end) {
   std::erase_if(places, [=](const Place& place) {
     return place.position < end && place.position + LongLines::cStandInBytes > start;
@@ -260,7 +260,7 @@ void StandIns::Reset() {
   if (!lines.IsEmpty()) LookAt(0, text.Length());
 }
 
-// A character may also come about by what is next to the change.
+// A change and the bytes next to it may also form a character.
 void StandIns::Settle() {
   if (!std::exchange(isNew, false)) return;
   constexpr int cAround = LongLines::cStandInBytes - 1;
@@ -305,7 +305,8 @@ size_t StandIns::WholePosition(int position) {
   return whole;
 }
 
-// The whole text is pieces of the shown one and lines in turns; `at` is where the next one begins.
+// The whole text is made of pieces of the shown one and lines in turn; `at` is the start of the
+// next.
 void StandIns::AppendWhole(size_t start, size_t end, std::string& to) {
   Settle();
   size_t at = 0;

@@ -14,46 +14,47 @@
 namespace mavro {
 
 // The long lines of a text, kept beside it. The editing component measures a whole line before it
-// shows any of it, which takes more than a second for each megabyte. So in a text in UTF-8 one
-// character of the last private plane stands for such a line: a stand-in, which can be moved,
-// copied, deleted and brought back as any character can. Its bytes live here as long as the undo
-// steps that may bring it back. A character of the plane that stands for nothing is text as any
-// other and is never used as a stand-in.
+// shows any of it, which takes more than a second for each megabyte. So in a UTF-8 text one
+// character of the last private plane replaces such a line: a stand-in. It can be moved, copied,
+// deleted and restored like any character. The bytes of the line live here as long as the undo
+// steps that may restore it. A character of the plane that the text itself has is ordinary text and
+// is never used as a stand-in.
 class LongLines {
  public:
   static constexpr int cStandInBytes = 4;
 
   bool IsEmpty() const { return kept == 0; }
-  // Keeps a line and answers the number of its stand-in, for the same line the same one; -1 when
+  // Keeps a line and returns the number of its stand-in; equal lines have the same number. -1 if
   // every character of the plane is in use.
   int Keep(std::string_view line);
-  // Keeps a character of the plane that the text has for itself, although it is a stand-in by now:
-  // answers the number of another one; -1 as above.
+  // Keeps a character of the plane that the text itself has, although it is already a stand-in.
+  // Returns the number of another stand-in for it; -1 as above.
   int KeepCharacter(int number);
-  // The bytes that a stand-in stands for; null when the character of the plane is none.
+  // The bytes of a stand-in's line; null if the character of the plane is not a stand-in.
   const std::string* Kept(int number) const;
   // One past the highest number of a stand-in.
   int End() const { return static_cast<int>(lines.size()); }
-  // A text has this character of the plane: no stand-in gets its number from here on.
+  // Reports that a text has this character of the plane: from now on no stand-in gets its number.
   void Avoid(int number);
 
   // The character with a number, in UTF-8.
   static std::string CharacterOf(int number);
-  // The place of the next character of the plane from `at` on, and its number; npos without one.
+  // The place of the next character of the plane from `at` on, and its number; npos if there is
+  // none.
   struct Found {
     size_t place = std::string_view::npos;
     int number = -1;
   };
   static Found FindCharacter(std::string_view text, size_t at);
 
-  // What is shown for a stand-in: the length of its line and how it begins.
+  // The note shown for a stand-in: the length of its line and the start of the line.
   std::string NoteOf(int number) const;
 
-  // Text that comes from elsewhere, with stand-ins for the lines that take long to measure.
+  // The given text with stand-ins in place of the lines that take long to measure.
   std::string Fold(std::string_view text);
-  // The same text with its lines.
+  // The shown text with the lines in place of their stand-ins.
   std::string Unfold(std::string_view shown) const;
-  // True when Unfold would change the text.
+  // True if Unfold would change the text.
   bool AreIn(std::string_view shown) const;
 
  private:
@@ -66,8 +67,8 @@ class LongLines {
   int kept = 0;
 };
 
-// Folds a text that comes in chunks. An ordinary line stays in the text; longer ones stay while
-// those on one screen are measured in about half a second, and are replaced otherwise.
+// Folds a text that comes in chunks. Ordinary lines stay in the text. Longer lines stay while the
+// component can measure those on one screen in about half a second; otherwise they are replaced.
 class LongLineFolder {
  public:
   static constexpr size_t cOrdinaryBytes = 4096;
@@ -79,7 +80,7 @@ class LongLineFolder {
       : lines(newLines), add(std::move(newAdd)) {}
 
   void Take(std::string_view chunk);
-  // What is left when the text is at its end.
+  // Adds the rest at the end of the text.
   void Finish();
 
  private:
@@ -100,24 +101,26 @@ class LongLineFolder {
   long line = 0;  // counted while `stayed` holds any
 };
 
-// Where the stand-ins of a shown text are, and what its positions are in the whole text. It is told
-// of each change before it happens; what an insertion brought is looked at when it is next asked.
+// Knows where the stand-ins of a shown text are, and converts its positions to those in the whole
+// text. It must hear of each change before the change happens; it looks at inserted text at the
+// next question.
 class StandIns {
  public:
   StandIns(const SciText& newText, LongLines& newLines) : text(newText), lines(newLines) {}
 
   void WillInsert(int position, int length);
   void WillDelete(int position, int length);
-  // The text is another one.
+  // Starts over with another text.
   void Reset();
 
-  // The number of the stand-in at a position of the shown text; -1 without one.
+  // The number of the stand-in at a position of the shown text; -1 if there is none.
   int At(int position);
-  // How many lines are not shown.
+  // The number of lines that are not shown.
   int Count();
   size_t WholeLength() { return WholePosition(text.Length()); }
   size_t WholePosition(int position);
-  // Puts the bytes of the whole text from `start` up to `end` behind `to`; both are clipped to it.
+  // Appends the bytes of the whole text from `start` up to `end` to `to`; both are clipped to the
+  // text.
   void AppendWhole(size_t start, size_t end, std::string& to);
 
  private:
@@ -135,7 +138,7 @@ class StandIns {
   const SciText& text;
   LongLines& lines;
   std::vector<Place> places;  // in the order of the text
-  bool isNew = false;         // what is between the two was not looked at yet
+  bool isNew = false;         // the text from newStart to newEnd has not been looked at yet
   int newStart = 0, newEnd = 0;
 };
 

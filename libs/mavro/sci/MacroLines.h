@@ -17,12 +17,12 @@ struct MacroStep {
 // A step as a line: "MESSAGE;WPARAM;1;TEXT", or "MESSAGE;WPARAM;0;" without a text.
 std::string FormatMacroLine(const MacroStep& step);
 
-// Reads a line. Only the first three ";" count; an empty or odd number is 0, what is missing is
+// Reads a line. Only the first three ";" count. An empty or odd number is 0, a missing text is
 // empty.
 MacroStep ParseMacroLine(std::string_view line);
 
-// Makes a step harmless, whatever it was read from: false when its message is none that the
-// component records. Lengths don't pass the text's, positions lie in 0 to `textLength`.
+// Makes a step safe to replay, whatever its source. False if the component doesn't record its
+// message. Limits lengths to that of the text, and positions to the range from 0 to `textLength`.
 bool MakeReplayable(MacroStep& step, long textLength);
 
 }  // namespace mavro

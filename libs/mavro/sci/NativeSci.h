@@ -8,32 +8,32 @@
 
 namespace mavro {
 
-// What the editing component tells its editor; the component's own names and numbers.
+// Notifications of the editing component, by its own names and numbers.
 enum SciCode {
   SCN_CHARADDED = 2001,
   SCN_SAVEPOINTREACHED = 2002,
   SCN_SAVEPOINTLEFT = 2003,
   SCN_DOUBLECLICK = 2006,
   SCN_UPDATEUI = 2007,
-  SCN_MODIFIED = 2008,  // before text comes or goes: nothing has changed yet
+  SCN_MODIFIED = 2008,  // before text is inserted or deleted: nothing has changed yet
   SCN_MACRORECORD = 2009,
   SCN_MARGINCLICK = 2010,
   SCN_DWELLSTART = 2016,
   SCN_DWELLEND = 2017,
   SCN_ZOOM = 2018,
   cSciForeignText = 1,     // a text with letters beyond ASCII is about to be typed or pasted
-  cSciPaletteChanged = 2,  // the desktop's colours are others now
+  cSciPaletteChanged = 2,  // the desktop's colours have changed
   cSciWillType = 3,        // a letter is about to be typed
-  cSciTyped = 4            // it was
+  cSciTyped = 4            // the letter was typed
 };
 
-// A notification with what the codes say; the rest is 0.
+// A notification with the data of its code; the other fields are 0.
 struct SciNotification : NotifyHeader {
   int position = 0;
   int character = 0;     // SCN_CHARADDED
   int updated = 0;       // SCN_UPDATEUI: SC_UPDATE flags
   int modification = 0;  // SCN_MODIFIED: SC_MOD flags
-  int length = 0;        // SCN_MODIFIED: bytes that come or go
+  int length = 0;        // SCN_MODIFIED: bytes that are inserted or deleted
   int margin = 0;        // SCN_MARGINCLICK
   int x = 0, y = 0;      // SCN_DWELLSTART
   unsigned message = 0;  // SCN_MACRORECORD
@@ -48,26 +48,26 @@ class NativeSci : public NativeWindow {
  public:
   using NativeWindow::NativeWindow;
 
-  // Group: what the editor makes of text on its way in and out; set once the window exists.
-  // The text to put in for one that comes from elsewhere.
+  // Group: how the editor changes text on its way in and out; set once the window exists.
+  // Returns the text to insert in place of a given one from elsewhere.
   std::function<std::string(std::string_view)> fold;
-  // Whether text of the window is another one elsewhere; then that can be asked for, also when the
-  // editor is no longer there.
+  // Returns a function if a text of the window is a different one elsewhere. The function returns
+  // that text, even after the editor is gone.
   std::function<std::function<std::string()>(const std::string&)> wholeOf;
 
   virtual Param Send(unsigned message, Param wParam, Param lParam) const = 0;
   // A message whose lParam is a picture, given as XPM text.
   virtual void SendImage(unsigned message, int number, const char* xpm) const = 0;
-  // Whether a list can open at a byte: the component breaks down over one whose place is on no
-  // screen, as in a long line that is scrolled.
+  // True if a list can open at a byte. The component fails with a list whose place is on no screen,
+  // as in a long line that is scrolled.
   virtual bool IsOnScreen(int position) const = 0;
-  // Whether the desktop's colours are dark ones now.
+  // True if the desktop's colours are dark now.
   virtual bool IsDark() const = 0;
   // The face of the desktop's fixed or proportional font.
   virtual std::string DefaultFace(FaceKind kind) const = 0;
 };
 
-// Makes the native class of editors known; called before the first editor's window is made.
+// Registers the native class of editors; called before the first editor's window is made.
 void RegisterSciClass();
 constexpr const char* cSciClass = "Scintilla";
 

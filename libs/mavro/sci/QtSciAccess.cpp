@@ -13,7 +13,7 @@ namespace mavro {
 
 namespace {
 
-// Longer texts that go are not read out.
+// Longer deleted texts are not read out.
 constexpr int cMostTold = 64 * 1024;
 
 class SciDoor final : public AccessText::Door {
@@ -33,7 +33,7 @@ class SciDoor final : public AccessText::Door {
     return bytes;
   }
 
-  // As shown: bytes that are no UTF-8 are letters of Latin-1.
+  // Converts bytes as they are shown: bytes that are not UTF-8 are letters of Latin-1.
   QString ToShown(const std::string& bytes) {
     if (Send(SCI_GETCODEPAGE, 0, 0) == SC_CP_UTF8) return ToScreen(bytes);
     return QString::fromLatin1(bytes.data(), static_cast<qsizetype>(bytes.size()));
@@ -171,7 +171,7 @@ QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
   return sci ? new SciAccess(sci) : nullptr;
 }
 
-// The interface that screen readers have of an editor; none while nobody listens.
+// The interface of an editor for screen readers; null if no screen reader listens.
 SciAccess* AccessOf(QsciScintillaBase& sci) {
   if (!QAccessible::isActive()) return nullptr;
   return dynamic_cast<SciAccess*>(QAccessible::queryAccessibleInterface(&sci));

@@ -28,8 +28,8 @@ bool IsForeign(const QString& text) {
   return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= 0x80; });
 }
 
-// Text for the clipboard that is made when somebody wants it: a selection may be a large part of a
-// large file, and is announced again at each step of the mouse.
+// Text for the clipboard that is made when a program asks for it: a selection may be a large part
+// of a large file, and is announced again at each step of the mouse.
 class LateText final : public QMimeData {
  public:
   explicit LateText(std::function<std::string()> newMake) : make(std::move(newMake)) {}
@@ -48,8 +48,7 @@ class LateText final : public QMimeData {
   const std::function<std::string()> make;
 };
 
-// The component with what an editor of ours adds: zooming by the wheel, and no interest in dropped
-// files, which are the window's.
+// The component with our additions: the wheel zooms, and dropped files are left to the window.
 class SciWidget final : public QsciScintillaBase {
  public:
   explicit SciWidget(QWidget* parent) : QsciScintillaBase(parent) { InstallSciAccess(); }
@@ -156,7 +155,7 @@ class SciWindow final : public NativeSci {
                               static_cast<long>(lParam));
   }
 
-  // The component of this toolkit takes pixmaps where others take the text.
+  // This toolkit's version of the component takes pixmaps; other versions take the text.
   void SendImage(unsigned message, int number, const char* xpm) const override {
     QPixmap picture;
     picture.loadFromData(QByteArray(xpm), "XPM");
@@ -184,7 +183,7 @@ class SciWindow final : public NativeSci {
     Send(SCI_GOTOPOS, 0, 0);
   }
 
-  // Fonts and colours of a text are those of its styles.
+  // The styles decide the fonts and colours of a text.
   void SetFont(const Font&) override {}
   void SetColors(Color, Color) override {}
 
@@ -275,7 +274,7 @@ class SciWindow final : public NativeSci {
   }
 
   SciWidget* const sci;
-  QObject life;  // what the widget tells ends with it
+  QObject life;  // the widget's signals are connected until it is destroyed
 };
 
 NativeWindow* MakeSci(const CreateInfo& info) {

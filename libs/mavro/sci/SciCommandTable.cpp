@@ -26,7 +26,7 @@ constexpr MessageRow cMessages[] = {
     {cSciUpperCase, SCI_UPPERCASE},
 };
 
-// Toggles of the component: one message asks, one sets.
+// Toggles of the component: one message reads the state, one sets it.
 struct ToggleRow {
   int id;
   unsigned ask;
@@ -112,7 +112,7 @@ void SciEditor::Impl::SetRecording(bool on) {
   Send(on ? SCI_STARTRECORD : SCI_STOPRECORD);
 }
 
-// One undo step. What the lines hold is not trusted: they may come from a file.
+// One undo step. The contents of the lines are not trusted: they may come from a file.
 void SciEditor::Impl::PlayMacro() {
   if (!hwnd || Editor().inMacroRecord) return;
   Send(SCI_BEGINUNDOACTION);

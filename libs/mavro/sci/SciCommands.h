@@ -22,7 +22,7 @@ enum SciCommand {
   cSciUpperCase = 823,
   cSciShowLineNumbers = 826,
   cSciSwitchFontType = 827,
-  // Toggles that stand in no table.
+  // Toggles that are in no table.
   cSciShowWhiteSpace = 830,
   cSciShowLineEnds = 831,
   cSciWrapLines = 832,

@@ -20,53 +20,53 @@ namespace mavro {
 class SciText;
 struct SciNotification;
 
-// What is drawn in the margin beside a marked line.
+// The sign in the margin beside a marked line.
 enum class MarkSign { cNone, cError, cArrow };
 
-// How the lines that carry a marker look: a ground of this colour under the text, and a sign beside
-// it.
+// The look of lines with a marker: a ground of this colour under the text, and a sign beside it.
 struct MarkType {
   int number = 0;  // up to 7
   ColourPair ground = {};
   MarkSign sign = MarkSign::cNone;
   bool enabled = true;
-  bool exclusive = true;  // one line of the text at most carries it
+  bool exclusive = true;  // at most one line of the text has it
 };
 
-// What a save does to the text before it is written.
+// The changes that a save makes to the text before it is written.
 struct SaveTidying {
   bool stripTrailing = false;   // blanks and tabs at the ends of lines go
   bool ensureLastLine = false;  // the last line gets a line end
 };
 
-// When words are offered: whenever there are any, or only if there is no choice.
+// When to offer words: if there are any, or only if there is exactly one.
 enum class WordOffer { cAny, cSingle };
 
 // An editor of source text: the editing component as a control. It is configured from its options
-// and its language, loads and saves files byte for byte, and asks its son what to complete. Lines
-// and positions count from 0, positions in bytes. It works once its window exists; before that the
-// text operations answer 0 and do nothing.
+// and its language, loads and saves files byte for byte, and asks its derived class for
+// completions. Lines and positions count from 0, positions in bytes. It works once its window
+// exists; before that the text operations return 0 and do nothing.
 class SciEditor : public Control {
  public:
   class Impl;
   SciEditor();
   ~SciEditor() override;
 
-  // Group: what a son fills in. By default nothing happens and nothing is offered.
+  // Group: overridden by derived classes. By default nothing happens and nothing is offered.
   virtual void onTextChanged() {}
-  // Comes before each change of the whole text but those of `load`: at `position`, `removed` bytes
-  // will give way to `added` others, or to cUnknownLength. The text may be read, not changed.
+  // Called before each change of the whole text, except by `load`: at `position`, `added` bytes
+  // will replace `removed` bytes. `added` may be cUnknownLength. The text may be read, not changed.
   static constexpr long cUnknownLength = -1;
   virtual void onTextWillChange(long position, long removed, long added);
   virtual void onSavePointChanged() {}
   virtual void onDwell(int position);
-  // What fits behind `text`, which stands left of the caret: names between blanks, each with "?1"
-  // (a data member) or "?2" (any other name) behind it.
+  // Lists the names that fit after `text`, the text left of the caret. The names have blanks
+  // between them; each has "?1" (a data member) or "?2" (any other name) after it.
   virtual bool getCompletion(std::string& text, std::string& list);
   virtual bool getCallTip(const std::string& name, std::string& tip);
   virtual void onUpdateUI() {}
 
-  // The door to the editing component, for everybody. `lParam` is what the message wants.
+  // Sends a message to the editing component; open to every caller. `lParam` depends on the
+  // message.
   std::intptr_t Send(unsigned message, std::uintptr_t wParam = 0, std::intptr_t lParam = 0) const;
   std::intptr_t Send(unsigned message, std::uintptr_t wParam, const char* text) const;
 
@@ -75,47 +75,48 @@ class SciEditor : public Control {
   void SetLanguage(const EditorLanguage* newLanguage);
 
   // Group: files.
-  // Reads a file and takes its name. False, with nothing changed, when it can't be read; with
+  // Reads a file and takes its name. False, with nothing changed, if it can't be read; with
   // `reportMissing` a message says so.
   bool load(const std::string& path);
-  // Puts what the file holds now in place of the text, as one undo step. False, with nothing
-  // changed, when it can't be read.
+  // Replaces the text with the present contents of the file, as one undo step. False, with nothing
+  // changed, if it can't be read.
   bool reload(const std::string& path);
-  // Writes the text. False, with the text as it is and still dirty, when that fails; `saveError`
-  // then says why.
+  // Writes the text. False, with the text as it is and still dirty, if that fails; `saveError` then
+  // says why.
   bool save(const std::string& path, SaveTidying tidying = {});
-  // A number that tells what saving the text would write from what other files hold, and the one of
-  // a file; nothing where there are no such bytes.
+  // A digest of the bytes that saving the text would write, and the digest of a file's bytes, for
+  // comparison; empty if there are no such bytes.
   std::optional<size_t> TextDigest() const;
   static std::optional<size_t> DigestOfFile(const std::string& path);
-  // Replaces the text by one that no file holds: it is unsaved, and undoing brings the old one
-  // back. Encoding and odd byte are those that its file is to be written with.
+  // Replaces the text with one that is in no file. The new text is unsaved, and undo restores the
+  // old one. A save writes it with the given encoding and odd byte.
   void TakeText(std::string_view newText, int newEncoding, std::string_view oddByte);
-  // The last byte of a UTF-16 file with an odd number of them, which stands behind the text.
+  // The last byte of a UTF-16 file with an odd number of bytes; it is after the text.
   const std::string& OddByte() const;
   // True for a text so large that it is shown without styles, folds and wrapped lines.
   bool IsHuge() const;
-  // "LF", "CR LF" or "CR": how the next line typed ends.
+  // The end of the next line typed: "LF", "CR LF" or "CR".
   std::string LineEndName() const;
-  // "UTF-8", "UTF-16 LE", ...; "8 bit" for bytes that are no UTF-8.
+  // "UTF-8", "UTF-16 LE", ...; "8 bit" for bytes that are not UTF-8.
   std::string EncodingName() const;
 
   // Group: text. Lines that take long to measure are not shown: a stand-in, one character with a
-  // note, is in the text in such a line's place. Lengths and positions are those of the shown text.
+  // note, replaces such a line in the text. Lengths and positions are those of the shown text.
   int Length() const { return static_cast<int>(Send(SCI_GETLENGTH)); }
   int LineCount() const { return static_cast<int>(Send(SCI_GETLINECOUNT)); }
   std::string GetRange(int start, int end) const;
-  // Puts the bytes from `start` up to `end` behind `to`, wherever the component has its gap.
+  // Appends the bytes from `start` up to `end` to `to`, wherever the component has its gap.
   void AppendRange(int start, int end, std::string& to) const;
   // A line with its line end.
   std::string LineText(int line) const;
-  // The whole text, as it is saved; its length; its bytes from `start` up to `end`, put behind
+  // The whole text, as it is saved; its length; its bytes from `start` up to `end`, appended to
   // `to`.
   std::string GetText() const;
   size_t WholeLength() const;
   void AppendWhole(size_t start, size_t end, std::string& to) const;
-  // How many lines are not shown, and one shown for its stand-in beside the caret or in its line:
-  // the user has been asked where that takes long. False when there is none or it isn't wanted.
+  // LinesNotShown counts the lines that are not shown. ShowLongLine shows one of them: its stand-in
+  // is beside the caret or in the caret's line. It first asks the user if that takes long. False if
+  // there is no stand-in or the user refuses.
   int LinesNotShown() const;
   bool ShowLongLine();
   int CaretPosition() const { return static_cast<int>(Send(SCI_GETCURRENTPOS)); }
@@ -130,25 +131,25 @@ class SciEditor : public Control {
   void ReplaceSelection(std::string_view replacement);
   // Counts every change of the text, as it happens.
   unsigned long ChangeCount() const;
-  // The text as the rules of typing read it; lives as long as the editor.
+  // The text for the rules of typing; lives as long as the editor.
   const SciText& Reader() const;
 
   // Group: places.
   // Shows a line, unfolded and with a few lines above it, and puts the caret at its start.
   void goToLine(int line);
   void ToggleBookmark(int line);
-  // Puts a marker of the table on a line; an exclusive one leaves the line it was on.
+  // Puts a marker of the table on a line; an exclusive marker is removed from its former line.
   void SetLineMark(int number, int line);
   void RemoveLineMarks(int number);
 
-  // Group: commands. Carries out one by its id; false for those that are not the editor's.
+  // Group: commands. Runs a command by its id; false if it is not a command of the editor.
   bool OnCommand(int id);
 
   // Group: completion, call tips, indentation.
   void startCompletion();
   void startCallTip();
   void updateCallTip();
-  // Offers the words of the text that begin as the one left of the caret does; true when a list is
+  // Offers the words of the text that begin with the word left of the caret; true if a list is
   // open.
   bool startWordCompletion(WordOffer offer);
   void maintainIndent(char typed);

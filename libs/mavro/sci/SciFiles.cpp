@@ -12,8 +12,8 @@
 #include "SystemDialogs.h"
 #include "TextCodec.h"
 
-// Files in and out of an editor. Bytes that the encoding doesn't speak of are kept as they are, so
-// that what wasn't edited is written back unchanged.
+// Loads and saves the files of an editor. Bytes outside the encoding are kept as they are, so that
+// unedited text is written back unchanged.
 
 namespace mavro {
 
@@ -22,13 +22,14 @@ namespace {
 constexpr size_t cChunk = 128 * 1024;
 constexpr long cRoomToType = 1000;
 constexpr long cFirstRoom = 1024 * 1024;
-constexpr long cMoreRoom = 8;  // times what was there
+constexpr long cMoreRoom = 8;  // times the former size
 // Larger texts are shown without styles and folds.
 constexpr long cHugeBytes = 64L * 1024 * 1024;
 
 constexpr Param cEolModes[] = {SC_EOL_CRLF, SC_EOL_CR, SC_EOL_LF};
 
-// Fills the buffer as far as the file goes: fewer bytes are its end, less than none is a failure.
+// Fills the buffer from the file. Fewer bytes mean the end of the file, a negative number means a
+// failure.
 ssize_t ReadChunk(int file, std::vector<char>& buffer) {
   size_t filled = 0;
   while (filled < buffer.size()) {
@@ -41,7 +42,7 @@ ssize_t ReadChunk(int file, std::vector<char>& buffer) {
   return static_cast<ssize_t>(filled);
 }
 
-// A file read at once: its text, and what its bytes are made of it by.
+// A file read at once: its text, and the facts needed to make its bytes again.
 struct WholeText {
   std::string text;
   TextEncoding encoding;
@@ -58,13 +59,13 @@ std::optional<WholeText> ReadWhole(const std::string& path) {
   return WholeText{std::move(text), encoding, decoder.oddByte};
 }
 
-// Not the first byte of a character of UTF-8.
+// True for a byte of a UTF-8 character that is not its first.
 bool IsTrailByte(char c) {
   return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
 }
 
-// What of `before` gives way when it becomes `after`: what both begin and end with stays, by whole
-// characters.
+// The range of `before` to replace so that it becomes `after`: the start and end that both share
+// stay, by whole characters.
 ByteRange DifferingRange(std::string_view before, std::string_view after) {
   const auto front = std::mismatch(before.begin(), before.end(), after.begin(), after.end());
   auto start = static_cast<size_t>(front.first - before.begin());
@@ -81,7 +82,7 @@ ByteRange DifferingRange(std::string_view before, std::string_view after) {
 
 }  // namespace
 
-// Reads the file into the empty text. False when reading breaks off.
+// Reads the file into the empty text. False if reading fails midway.
 bool SciEditor::Impl::FillFrom(int file, long size) {
   std::vector<char> buffer(cChunk);
   ssize_t count = ReadChunk(file, buffer);
@@ -89,7 +90,7 @@ bool SciEditor::Impl::FillFrom(int file, long size) {
   if (count < 0) return false;
   Editor().encoding = DetectEncoding(chunk());
   TextDecoder decoder(static_cast<TextEncoding>(Editor().encoding));
-  // What is not shown needs no room: the component is told of more when it comes.
+  // Text that is not shown needs no room: it is reserved when more text comes.
   long room = std::min(size, cFirstRoom);
   Send(SCI_ALLOCATE, room + cRoomToType);
   long taken = 0, shown = 0;
@@ -162,7 +163,7 @@ bool SciEditor::Impl::Load(const std::string& path) {
   return read;
 }
 
-// Only what differs is replaced, so that the caret, marks and folds of the rest stay.
+// Replaces only the part that differs, so that the caret, marks and folds of the rest stay.
 bool SciEditor::Impl::Reload(const std::string& path) {
   SciEditor& editor = Editor();
   const std::optional<WholeText> read = ReadWhole(path);
@@ -213,7 +214,7 @@ void SciEditor::Impl::AddShown(std::string_view text) {
   Send(SCI_ADDTEXT, static_cast<Param>(text.size()), reinterpret_cast<Param>(text.data()));
 }
 
-// Only a text in UTF-8 has characters that are stand-ins: of bytes that are none, letters are made.
+// Only a UTF-8 text can have stand-ins, so bytes that are not UTF-8 are converted to letters.
 void SciEditor::Impl::SpellBytesAsLetters() {
   SciEditor& editor = Editor();
   if (longLines.IsEmpty() || editor.encoding != cPlainText || KindOfBytes() != TextBytes::cOther)
@@ -225,7 +226,7 @@ void SciEditor::Impl::SpellBytesAsLetters() {
   AddShown(longLines.Fold(text));
 }
 
-// What kind of bytes the text has, with the lines that are not shown.
+// The kind of bytes in the text, including the lines that are not shown.
 TextBytes SciEditor::Impl::KindOfBytes() const {
   TextBytes kind = ClassifyBytes(Bytes());
   for (int number = 0; number < longLines.End() && kind != TextBytes::cOther; ++number)
@@ -234,7 +235,7 @@ TextBytes SciEditor::Impl::KindOfBytes() const {
   return kind;
 }
 
-// How a text that has come whole is shown follows from its bytes.
+// The bytes of a text that has come whole decide how it is shown.
 void SciEditor::Impl::ClassifyText() {
   SciEditor& editor = Editor();
   bytes = standIns.Count() == 0 ? ClassifyBytes(Bytes()) : TextBytes::cUtf8;
@@ -244,8 +245,8 @@ void SciEditor::Impl::ClassifyText() {
   ApplyOptions();
 }
 
-// What is shown of a whole text, and the encoding by which that is written back. Where bytes are
-// letters now they stay so: undo brings the letters back.
+// The shown form of a whole text, and the encoding to write it back with. Bytes that are shown as
+// letters now stay letters: undo restores the letters.
 std::string SciEditor::Impl::ShownForm(std::string_view whole, int& textEncoding) {
   std::string shown = longLines.Fold(whole);
   if (textEncoding != cPlainText) return shown;
@@ -296,7 +297,7 @@ bool SciEditor::Impl::Save(const std::string& path, SaveTidying tidying) {
   return true;
 }
 
-// From the end, so that the places of what is still to go stay.
+// Goes from the end to the start, so that the positions of the remaining ranges stay valid.
 void SciEditor::Impl::StripTrailing() {
   const std::vector<ByteRange> ranges = TrailingBlanks(Bytes());
   if (ranges.empty()) return;

@@ -10,8 +10,8 @@ namespace mavro {
 namespace {
 
 constexpr int cFoldMargin = 2;
-// What the component tells of changes. Without the two notifications that follow an insertion and a
-// deletion: on the way to their receiver they count the characters of the whole text.
+// The changes that the component reports. The two notifications after an insertion and a deletion
+// are left out: on the way to their receiver they count the characters of the whole text.
 constexpr Param cToldChanges = SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE;
 
 bool IsTextStep(unsigned message) {
@@ -64,8 +64,8 @@ std::string SciEditor::Impl::Range(int start, int end) const {
   return range;
 }
 
-// In two pieces where the component's gap lies within: a pointer to both would move the gap, and
-// the next key would move it back.
+// Copies two pieces if the component's gap is within the range: a pointer to both would move the
+// gap, and the next key press would move it back.
 void SciEditor::Impl::AppendRange(int start, int end, std::string& to) const {
   start = std::max(start, 0);
   end = std::min(end, Length());
@@ -152,7 +152,8 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
   return 0;
 }
 
-// Of an insertion only the length is told: a longer one may bring lines that are not shown.
+// The notification of an insertion has only its length: a longer one may bring lines that are not
+// shown.
 void SciEditor::Impl::BeforeChange(const SciNotification& n) {
   if (!(n.modification & (SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE))) return;
   ++changeCount;
@@ -168,7 +169,7 @@ void SciEditor::Impl::BeforeChange(const SciNotification& n) {
   }
 }
 
-// A text of ASCII is shown as UTF-8 from the first letter on that needs it.
+// An ASCII text is shown as UTF-8 after the first letter that needs it.
 void SciEditor::Impl::UpdateUi(const SciNotification& n) {
   if (Editor().codePage == 0 && bytes == TextBytes::cUtf8) SetCodePage(SC_CP_UTF8);
   if (n.updated & SC_UPDATE_CONTENT) ApplyLineNumbers();

@@ -14,7 +14,7 @@
 
 namespace mavro {
 
-// The platform half of the editor: its window and what the window tells.
+// The platform half of the editor: its window and the window's notifications.
 class SciEditor::Impl : public SysImpl, public SciText {
  public:
   void Create() override;
@@ -28,7 +28,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
     return Send(message, wParam, reinterpret_cast<Param>(text));
   }
 
-  // Group: the text as the rules read it.
+  // Group: the text for the rules of typing.
   int Length() const override { return static_cast<int>(Send(SCI_GETLENGTH)); }
   int LineOf(int position) const override;
   int LineStart(int line) const override;
@@ -61,9 +61,9 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void TakeText(std::string_view newText, int newEncoding, std::string_view newOddByte);
 
   // Group: lines that are not shown (SciLongLines.cpp).
-  // The shown form of a text that is about to be put in.
+  // The shown form of a text that is about to be inserted.
   std::string FoldNew(std::string_view text);
-  // Puts shown text in the selection's place.
+  // Replaces the selection with shown text.
   void PutText(std::string_view shown);
   bool ShowLongLineAt(int position);
   LongLines longLines;
@@ -85,7 +85,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void SetRecording(bool on);
   void PlayMacro();
   void FoldAll();
-  // What the text was found to be when it was loaded, and by what has come to it since.
+  // The kind of bytes that the text had when it was loaded, and that later changes have added.
   TextBytes bytes = TextBytes::cAscii;
   std::string oddByte;  // of UTF-16, see TextDecoder
   unsigned long changeCount = 0;

@@ -3,14 +3,14 @@
 #include "SciImpl.h"
 #include "SystemDialogs.h"
 
-// Lines that are not shown, as the editor's window has them: notes on their stand-ins, text on its
-// way in and out, and showing them.
+// Lines that are not shown, in the editor's window: the notes on their stand-ins, the conversion of
+// text on its way in and out, and the command that shows them.
 
 namespace mavro {
 
 namespace {
 
-// Longer lines are shown after a question; the toolkit measures about this much in a second.
+// Longer lines are shown after a question; the toolkit measures about this many bytes in a second.
 constexpr size_t cMostUnasked = 1024 * 1024;
 constexpr size_t cMeasuredInASecond = 800 * 1024;
 
@@ -24,7 +24,7 @@ void SciEditor::Impl::SetHooks() {
   };
 }
 
-// In a text of bytes that are no UTF-8 nothing can stand for a line.
+// A text that is not UTF-8 can't have stand-ins.
 std::string SciEditor::Impl::FoldNew(std::string_view text) {
   if (bytes == TextBytes::cAscii) bytes = ClassifyBytes(text);
   if (Editor().codePage != SC_CP_UTF8 && bytes == TextBytes::cOther) return std::string(text);
@@ -34,7 +34,7 @@ std::string SciEditor::Impl::FoldNew(std::string_view text) {
   return shown;
 }
 
-// By a target, so that NUL bytes go in as well.
+// Uses a target, so that NUL bytes are inserted too.
 void SciEditor::Impl::PutText(std::string_view shown) {
   Send(SCI_TARGETFROMSELECTION);
   Send(SCI_REPLACETARGET, static_cast<Param>(shown.size()), reinterpret_cast<Param>(shown.data()));
@@ -60,8 +60,8 @@ void SciEditor::Impl::ForgetLongLines() {
   notesSent = 0;
 }
 
-// The place of the stand-in at a position, else before it, else the first one in its line; -1
-// without one.
+// The place of the stand-in at a position, else before it, else the first one in its line; -1 if
+// there is none.
 int SciEditor::Impl::StandInNear(int position) {
   for (const int at : {position, position - LongLines::cStandInBytes})
     if (standIns.At(at) >= 0) return at;
@@ -73,7 +73,7 @@ int SciEditor::Impl::StandInNear(int position) {
   return -1;
 }
 
-// The text stays what it is, so that a saved one stays saved.
+// The whole text stays the same, so that a saved text stays saved.
 bool SciEditor::Impl::ShowLongLineAt(int position) {
   const int place = StandInNear(position);
   if (place < 0 || Send(SCI_GETREADONLY)) return false;
@@ -89,7 +89,8 @@ bool SciEditor::Impl::ShowLongLineAt(int position) {
   return true;
 }
 
-// Overtyping replaces one letter, and a stand-in is more: before it, letters are put in.
+// A letter typed in overtype mode replaces the next letter. A stand-in is more than a letter:
+// before it, letters are inserted.
 void SciEditor::Impl::WatchTyping(int code) {
   if (code == cSciWillType) {
     pausesOvertype = Send(SCI_GETOVERTYPE) && standIns.At(Editor().CaretPosition()) >= 0;

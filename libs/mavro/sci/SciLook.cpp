@@ -5,8 +5,8 @@
 #include "SciImpl.h"
 #include "StylePalette.h"
 
-// How an editor is configured: ApplyOptions sends everything, in the order that the component needs
-// it in; what a palette decides is sent again when the desktop changes it.
+// The configuration of an editor. ApplyOptions sends everything, in the order that the component
+// needs. The settings that depend on the palette are sent again when the desktop changes it.
 
 namespace mavro {
 
@@ -35,7 +35,8 @@ constexpr int cFoldSymbols[][std::size(cFoldMarkers)] = {
     {14, 12, 9, 10, 13, 15, 11},
 };
 
-// Characters that nobody sees, or that change the direction of what follows: drawn as boxes.
+// Characters that are invisible, or that change the direction of the text after them: drawn as
+// boxes.
 struct Hidden {
   const char* bytes;
   const char* shown;
@@ -129,7 +130,7 @@ void SciEditor::Impl::ApplyMargins() {
   Send(SCI_SETMARGINWIDTHN, cFoldMargin, options.foldMargin && !huge ? cFoldWidth : 0);
 }
 
-// As wide as the numbers of this text are, zoomed as it is.
+// Makes the margin as wide as the numbers of this text at its zoom.
 void SciEditor::Impl::ApplyLineNumbers() {
   const EditorOptions& options = *Editor().options;
   if (!options.lineNumbers) {
@@ -165,7 +166,7 @@ void SciEditor::Impl::ApplyMarkers() {
     if (!type.enabled) continue;
     Send(SCI_MARKERDEFINE, type.number, SC_MARK_BACKGROUND);
     Send(SCI_MARKERSETBACK, type.number, GroundOf(type.ground, ItsDesktop()));
-    // A marker that no margin shows would be a ground of its own.
+    // A marker without a margin would colour the ground of its line.
     const char* image = type.sign == MarkSign::cError ? cErrorImage : cArrowImage;
     if (hasMargin && type.sign != MarkSign::cNone)
       Window()->SendImage(SCI_MARKERDEFINEPIXMAP, SignOf(type.number), image);
@@ -219,8 +220,8 @@ void SciEditor::Impl::ApplyStyles() {
   ApplyLineNumbers();
 }
 
-// What the preprocessor leaves out looks as other text does, on a ground of its own: the component
-// knows the macros of this one file only, and is often wrong.
+// Text that the preprocessor leaves out has the look of other text, on a ground of its own: the
+// component knows only the macros of this one file, and is often wrong.
 void SciEditor::Impl::ApplyTextStyles() {
   const EditorLanguage* language = Editor().language;
   if (!language || !language->styles) return;
@@ -279,7 +280,7 @@ void SciEditor::Impl::ShowCaretLine() {
   if (Send(SCI_GETCARETLINEVISIBLE) != isShown) Send(SCI_SETCARETLINEVISIBLE, isShown);
 }
 
-// The index that screen readers ask for: it fits one code page only.
+// Drops the index that screen readers ask for: it fits only one code page.
 void SciEditor::Impl::DropLineIndex() {
   if (Send(SCI_GETLINECHARACTERINDEX) & SC_LINECHARACTERINDEX_UTF16)
     Send(SCI_RELEASELINECHARACTERINDEX, SC_LINECHARACTERINDEX_UTF16);
@@ -292,7 +293,7 @@ void SciEditor::Impl::SetCodePage(int codePage) {
   ApplyRepresentations();
 }
 
-// The component forgets them when the code page changes.
+// The component forgets the representations when the code page changes.
 void SciEditor::Impl::ApplyRepresentations() {
   const auto send = [this](const Hidden& hidden) {
     Send(SCI_SETREPRESENTATION, reinterpret_cast<Param>(hidden.bytes),

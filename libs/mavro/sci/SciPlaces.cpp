@@ -15,7 +15,7 @@ constexpr Param cLinesAbove = 5;
 
 }  // namespace
 
-// A line that is well in view is not scrolled.
+// Doesn't scroll if the line is well in view.
 void SciEditor::Impl::GoToLine(int line) {
   line = std::clamp(line, 0, static_cast<int>(Send(SCI_GETLINECOUNT)) - 1);
   Send(SCI_ENSUREVISIBLE, line);
@@ -48,7 +48,7 @@ void SciEditor::RemoveLineMarks(int number) {
   ItsImpl().ShowCaretLine();
 }
 
-// Past the end it begins at the other one.
+// Past one end of the text it continues at the other.
 void SciEditor::Impl::GoToBookmark(Way way, Selecting selecting) {
   const bool goesOn = way == Way::cNext;
   const unsigned search = goesOn ? SCI_MARKERNEXT : SCI_MARKERPREVIOUS;
@@ -65,7 +65,7 @@ void SciEditor::Impl::GoToBookmark(Way way, Selecting selecting) {
     Send(SCI_SETSEL, anchor, LineStart(static_cast<int>(found)));
 }
 
-// The caret ends behind the brace: of the two the one it goes to, and when selecting the later one.
+// The caret ends after a brace: after the one it goes to, or when selecting, after the later one.
 void SciEditor::Impl::GoToMatch(Selecting selecting) {
   EditorOptions both = *Editor().options;
   both.braceMatch = both.braceMatchAfter = true;
@@ -81,7 +81,7 @@ void SciEditor::Impl::GoToMatch(Selecting selecting) {
     Send(SCI_GOTOPOS, partner + 1);
 }
 
-// Closes all folds, or opens them when the first one is closed.
+// Closes all folds, or opens them if the first one is closed.
 void SciEditor::Impl::FoldAll() {
   if (huge) return;
   Send(SCI_COLOURISE, 0, -1);

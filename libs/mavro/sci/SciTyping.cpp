@@ -5,7 +5,7 @@
 #include "TipRules.h"
 #include "WordRules.h"
 
-// What follows a typed character: the plan of the rules, carried out by messages.
+// The actions after a typed character: messages carry out the plan of the rules.
 
 namespace mavro {
 
@@ -70,7 +70,7 @@ void SciEditor::startCompletion() {
   if (getCompletion(text, list)) ItsImpl().ShowList(text.size(), list);
 }
 
-// Inside a call that nothing is known of, the tip of the call around it stays.
+// Inside an unknown call, the tip of the call around it stays.
 void SciEditor::startCallTip() {
   if (!language) return;
   const std::string line = ItsImpl().LineToCaret();
@@ -91,7 +91,7 @@ void SciEditor::startCallTip() {
   ItsImpl().ShowTip(CaretPosition() - static_cast<int>(line.size()) + found.start);
 }
 
-// Offers names of which the first letters stand before the caret already.
+// Offers names; their first `typed` bytes are already before the caret.
 void SciEditor::Impl::ShowList(size_t typed, const std::string& list) {
   const int start = Editor().CaretPosition() - static_cast<int>(typed);
   if (Window()->IsOnScreen(start)) SendText(SCI_AUTOCSHOW, static_cast<Param>(typed), list.c_str());
@@ -151,7 +151,7 @@ void SciEditor::maintainIndent(char typed) {
   ItsImpl().Indent(MaintainIndentChanges(context, CaretPosition(), typed));
 }
 
-// The styles of what was just typed may be missing still.
+// The typed text may not have its styles yet.
 void SciEditor::autoIndent(char typed) {
   if (!language) return;
   const IndentContext context = ItsImpl().Context();

@@ -10,7 +10,7 @@ namespace mavro {
 namespace {
 
 constexpr double cLeastContrast = 5.5;
-constexpr double cKeptContrast = 0.7;  // of what the colour has on white
+constexpr double cKeptContrast = 0.7;  // share of the colour's contrast on white
 constexpr int cLightenSteps = 20;
 constexpr int cGroundShare = 48;
 

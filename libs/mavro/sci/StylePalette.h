@@ -6,17 +6,17 @@ namespace mavro {
 
 // Colours are blue-green-red integers.
 
-// How light a colour is seen, 0 to 255.
+// The lightness of a colour as the eye sees it, 0 to 255.
 int Lightness(int colour);
 
-// How well one colour is read on another: 1 is not at all, 21 is black on white.
+// The contrast of two colours: 1 can't be read, 21 is black on white.
 double Contrast(int one, int other);
 
-// A colour made for a light ground, for text on a dark one: the same hue, so light that it
-// is read on `ground` nearly as well as on white.
+// Converts a text colour for light grounds to one for dark grounds: the same hue, so light that its
+// text on `ground` is nearly as easy to read as on white.
 int TextOnDark(int colour, int ground);
 
-// A ground made for a light desktop, for a dark one: a touch of it over `ground`.
+// Converts a ground for light desktops to one for dark desktops: a little of it over `ground`.
 int GroundOnDark(int colour, int ground);
 
 enum class Desktop { cLight, cDark };

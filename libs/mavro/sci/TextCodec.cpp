@@ -15,7 +15,7 @@ bool IsCodingChar(char c) {
          c == '_' || c == '.';
 }
 
-// Takes the first line off, without its line end.
+// Removes the first line with its line end and returns the line alone.
 std::string_view TakeLine(std::string_view& rest) {
   const size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
   const std::string_view line = rest.substr(0, end);
@@ -50,7 +50,7 @@ void AppendUtf8(std::string& out, unsigned point) {
   add(0x80 | (point & 0x3F));
 }
 
-// One character of UTF-8: its length is 0 where the bytes are none. Surrogates are let through.
+// One character of UTF-8: its length is 0 if the bytes are not UTF-8. Surrogates are accepted.
 struct Utf8Char {
   size_t length = 0;
   unsigned point = 0;
@@ -115,7 +115,7 @@ bool IsUtf16(TextEncoding encoding) {
   return encoding == cUtf16Big || encoding == cUtf16Little;
 }
 
-// How many bytes of ASCII the text begins with; looks at eight at a time.
+// The number of ASCII bytes that the text begins with; looks at eight at a time.
 size_t AsciiLength(std::string_view text) {
   constexpr uint64_t cHighBits = 0x8080808080808080;
   size_t i = 0;
@@ -158,7 +158,7 @@ TextEncoding DetectEncoding(std::string_view head) {
   return cPlainText;
 }
 
-// The mark lies in the first chunk, which DetectEncoding has seen.
+// The mark is in the first chunk, which DetectEncoding has seen.
 std::string_view TextDecoder::Decode(std::string_view chunk) {
   if (atStart) chunk.remove_prefix(ByteOrderMark(encoding).size());
   atStart = false;

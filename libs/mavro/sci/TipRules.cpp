@@ -6,7 +6,7 @@ namespace mavro {
 
 namespace {
 
-// Where the run of characters of a set that ends before `end` begins.
+// The start of the run of characters of a set that ends before `end`.
 size_t RunStart(std::string_view text, size_t end, const char* set) {
   while (end > 0 && IsInSet(set, text[end - 1])) --end;
   return end;

@@ -18,7 +18,7 @@ TypingPlan PlanInTip(char typed, int depth, const EditorLanguage& language) {
   return {{cUpdateTip}, depth};
 }
 
-// A list stands open: letters go on in it, everything else closes it.
+// A list is open: letters continue in it, everything else closes it.
 TypingPlan PlanInList(char typed, const TypingState& state, const EditorLanguage& language,
                       const EditorOptions& options) {
   const int depth = state.parenDepth;

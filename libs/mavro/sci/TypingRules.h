@@ -7,7 +7,7 @@
 
 namespace mavro {
 
-// What the editor is doing when a character has been typed.
+// The state of the editor when a character has been typed.
 struct TypingState {
   bool recording = false;  // a macro
   bool hasCaret = true;    // nothing is selected, and the caret isn't at the very start
@@ -23,8 +23,8 @@ enum class TypingStep {
   cCancelTip,
   cCancelList,
   cStartCompletion,
-  cStartWords,   // goes on with a word completion that is under way
-  cOfferWords,   // starts one; `wordCompleting` then says whether a list came
+  cStartWords,   // continues a word completion
+  cOfferWords,   // starts one; `wordCompleting` is then true if a list opened
   cForgetWords,  // `wordCompleting` is over
   cMaintainIndent,
   cAutoIndent
@@ -35,7 +35,7 @@ struct TypingPlan {
   int parenDepth = 0;  // from now on
 };
 
-// What a typed character leads to. Without a language nothing does.
+// The steps that a typed character leads to; none without a language.
 TypingPlan PlanTyping(char typed, const TypingState& state, const EditorLanguage* language,
                       const EditorOptions& options);
 

@@ -9,11 +9,12 @@
 
 namespace mavro {
 
-// The word of a set of characters that ends at the end of `lineToCaret`; empty where it has digits
+// The word of a set of characters that ends at the end of `lineToCaret`; empty if it has digits
 // only.
 std::string WordToComplete(std::string_view lineToCaret, const char* wordChars);
 
-// How far around the caret words are looked for, so that typing costs the same in any text.
+// The distance from the caret to look for words in. The limit makes typing cost the same in any
+// text.
 constexpr int cWordReach = 64 * 1024;
 
 enum class LetterCase { cCounts, cIgnored };
@@ -27,11 +28,11 @@ struct FoundWords {
 FoundWords CollectWords(std::string_view text, std::string_view start, const char* wordChars,
                         LetterCase letterCase);
 
-// The brace that the caret stands at, and what is marked with it.
+// The brace at the caret, and what is marked with it.
 struct BraceAtCaret {
   int position = -1;    // -1: none
   bool colon = false;   // a colon that opens a block: its partner is the end of the line
-  bool behind = false;  // it stands after the caret
+  bool behind = false;  // it is after the caret
 };
 BraceAtCaret FindBrace(const SciText& text, int caret, const EditorOptions& options,
                        const EditorLanguage* language);

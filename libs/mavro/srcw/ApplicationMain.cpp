@@ -2,7 +2,7 @@
 
 namespace mavro {
 
-// Alone in its file: the linker takes it only into programs that supply the other one.
+// Alone in its file: the linker adds it only to programs that supply the other Main.
 int Application::Main(ArgumentList& arguments) {
   const ArgumentList& unchanged = arguments;
   return Main(unchanged);

@@ -2,7 +2,7 @@
 
 namespace mavro {
 
-// Alone in its file: the linker takes it only into programs that supply none.
+// Alone in its file: the linker adds it only to programs that supply no such function.
 bool Application::AnswerOnTerminal(const ArgumentList&) {
   return false;
 }

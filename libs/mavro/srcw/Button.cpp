@@ -10,14 +10,14 @@ namespace mavro {
 namespace {
 
 constexpr int cFirstCommand = 3;  // lower ones are the answers of dialogs
-constexpr int cStockStrip = 1;    // the framework's own icons; number 0 stands for none
+constexpr int cStockStrip = 1;    // the framework's own icons; number 0 means none
 
 struct KindRow {
   const char* caption;
   int modalResult;
 };
 
-// By Button::Kind.
+// The rows in the order of Button::Kind.
 constexpr KindRow cKinds[] = {
     {"", 0},       {"OK", Form::cOk}, {"Cancel", Form::cCancel},
     {"&No", 0},    {"&Open", 0},      {"&Save", 0},
@@ -25,8 +25,8 @@ constexpr KindRow cKinds[] = {
     {"&Edit", 0},  {"Se&tup", 0},     {"&Close", 0},
 };
 
-// Sends a command to a form as its menu does, where a disabled one does nothing. False if the form
-// has gone by it.
+// Sends a command to a form as its menu does; a disabled command does nothing. False if the command
+// has destroyed the form.
 bool SendCommand(Form* form, int id) {
   if (!form || id < cFirstCommand) return true;
   if (form->menuBar && !form->menuBar->IsEnabled(id)) return true;
@@ -35,7 +35,8 @@ bool SendCommand(Form* form, int id) {
   return IsWindow(window);
 }
 
-// Closes a form with a result, as far as it is there: what the first call fires may take it along.
+// Closes a form with a result, as long as it exists: a handler that the first call fires may
+// destroy it.
 void CloseWith(Form& form, int result) {
   if (!form.impl->hwnd) return;
   form.impl->OnMenuCommand(1, result);

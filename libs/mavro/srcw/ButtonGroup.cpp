@@ -20,7 +20,7 @@ uint32_t LowBits(int index) {
 
 }  // namespace
 
-// Mirrors the items to the window; the sons know what `selected` means.
+// Mirrors the items to the window; the derived classes know the meaning of `selected`.
 class ButtonGroup::Impl : public Container::Impl, public ItemMirror {
  public:
   Impl() { keepTextOnDestroy = true; }
@@ -28,7 +28,7 @@ class ButtonGroup::Impl : public Container::Impl, public ItemMirror {
   void Create() override;
   void Destroy() override;
   void OnCommand(int code, Param handle) override;
-  // Enter is not the group's: it presses the button that stands for OK.
+  // Enter is passed on: it presses the OK button of the form.
   Param OnNotify(NotifyHeader*) override { return 1; }
 
   void ItemInserted(int index) override;
@@ -41,7 +41,8 @@ class ButtonGroup::Impl : public Container::Impl, public ItemMirror {
 
  protected:
   ButtonGroup& Group() const { return *static_cast<ButtonGroup*>(owner); }
-  // What is selected after items came and went, so that each item keeps its state.
+  // The new value of `selected` after an item is inserted or removed, so that each item keeps its
+  // state.
   virtual int AfterInsert(int index) const = 0;
   virtual int AfterRemove(int index) const = 0;
   virtual int Nothing() const = 0;
@@ -115,7 +116,7 @@ void ButtonGroup::Impl::OnCommand(int code, Param handle) {
   FireNotify(Group().onChange, now);
 }
 
-// Without a window nothing is known of the order in which items and selection are set.
+// Before the window exists, items and selection may be set in any order: `selected` stays as it is.
 void ButtonGroup::Impl::ItemInserted(int index) {
   MAVRO_ASSERT_AS(Group().items.GetCount() <= MaxItems(), "items.GetCount() <= MaxItems()");
   if (!hwnd) return;

@@ -13,7 +13,7 @@ class AnyButton::Impl : public SysImpl {
   void Destroy() override;
   // A click of the button's window, or one asked for by code 0 without a window.
   void OnCommand(int code, Param handle) override;
-  // Enter is not the button's: it presses the one that stands for OK.
+  // Enter is passed on: it presses the OK button of the form.
   Param OnNotify(NotifyHeader* header) override;
 
  protected:
@@ -44,7 +44,7 @@ class Button::Impl : public AnyButton::Impl {
   NativeButton* Window() const { return static_cast<NativeButton*>(hwnd); }
   void ShowPicture();
 
-  std::string givenCaption;  // what the kind has set, so that another kind may replace it
+  std::string givenCaption;  // set by the kind, so that another kind may replace it
   int imageStrip = 0;
   int imageIndex = -1;
 };

@@ -10,7 +10,7 @@ constexpr int cTextLeft = 4;
 constexpr int cTextTop = 2;
 constexpr int cButtonWidth = 20;
 constexpr int cArrowWidth = 8;
-constexpr int cSpinSideways = 30;  // what the buttons and margins of a spin edit take
+constexpr int cSpinSideways = 30;  // width of the buttons and margins of a spin edit
 
 enum class Arrow { cUp, cDown };
 

@@ -17,7 +17,7 @@ class ComboBox::Impl : public ItemsImpl {
             (chooseOnly ? CBS_DROPDOWNLIST : CBS_DROPDOWN);
   }
 
-  // The text is that of the selected item, before the window exists too.
+  // The text is that of the selected item, even before the window exists.
   void SelectedIndexChanged() override {
     if (!hwnd && selectedIndex >= 0 && selectedIndex < Items().GetCount())
       text = Items()[selectedIndex];

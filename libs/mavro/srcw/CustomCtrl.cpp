@@ -13,7 +13,7 @@ namespace mavro {
 
 namespace {
 
-constexpr int cMostPixels = 8192;  // of a side of the buffer; what lies behind is not painted
+constexpr int cMostPixels = 8192;  // of a side of the buffer; the area past it is not painted
 
 int HotKeyFlags() {
   const int held = LiveModifiers();
@@ -66,7 +66,7 @@ bool CustomCtrl::Impl::Refresh() {
   return IsWindow(window);
 }
 
-// A control that was sized while it was hidden is drawn when it is first seen.
+// A control that was resized while it was hidden is drawn when it is next visible.
 void CustomCtrl::Impl::Paint() {
   const bool fits = bufferPixels.Pixels().PixelRatio() == Canvas()->PixelRatio();
   if ((!isDrawn || !fits) && !Refresh()) return;
@@ -86,7 +86,7 @@ bool CustomCtrl::Impl::OnOwnKey(int) {
   return false;
 }
 
-// What neither a handler nor the control has a use for does what it does in any dialog.
+// A key that neither a handler nor the control uses has its usual effect in a dialog.
 Param CustomCtrl::Impl::OnUnusedKey(int virtualKey, Param result) {
   NativeWindow* window = hwnd;
   bool used = OnOwnKey(virtualKey);

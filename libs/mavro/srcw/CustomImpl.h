@@ -21,20 +21,20 @@ class CustomCtrl::Impl : public SysImpl {
 
  protected:
   NativeCanvas* Canvas() const { return static_cast<NativeCanvas*>(hwnd); }
-  // A key that no handler has taken; true if the control itself has a use for it.
+  // Called for a key that no handler has used; true if the control itself uses it.
   virtual bool OnOwnKey(int virtualKey);
 
  private:
   CustomCtrl& Custom() const { return *static_cast<CustomCtrl*>(owner); }
   void MakeBackBuffer();
-  // False when the control is gone afterwards.
+  // False if the control is gone afterwards.
   bool Refresh();
   void Paint();
   Param OnUnusedKey(int virtualKey, Param result);
 
   Picture bufferPixels;
   bool isDrawn = false;    // onDraw has filled the buffer since it was made
-  bool offersKey = false;  // while a key that nobody wants is offered to dialog navigation
+  bool offersKey = false;  // while an unused key is offered to dialog navigation
 };
 
 }  // namespace mavro

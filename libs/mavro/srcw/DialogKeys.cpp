@@ -60,7 +60,7 @@ int ArrowStep(int virtualKey) {
   }
 }
 
-// An arrow goes round the buttons that stand in the same container.
+// An arrow key moves among the buttons of the same container, around the ends.
 bool MoveInGroup(Control* focused, int step) {
   if (step == 0 || !dynamic_cast<AnyButton*>(focused) || !focused->parent) return false;
   std::vector<Control*> group;
@@ -74,7 +74,7 @@ bool MoveInGroup(Control* focused, int step) {
   return true;
 }
 
-// Enter presses the button that stands for OK; a push button that has the focus has taken it.
+// Enter presses the OK button; a focused push button has already used it.
 bool OnEnter(Form& form) {
   if (!form.autoDialogKeys) return false;
   SendMessage(form.impl->hwnd, WM_COMMAND, cIdOk, 0);

@@ -7,7 +7,7 @@
 
 namespace mavro {
 
-// What a Graphics draws on, as the toolkit sees it. Closing it shows what was drawn.
+// The toolkit's surface that a Graphics draws on. Closing it shows the drawing.
 class DrawSurface {
  public:
   virtual ~DrawSurface() = default;

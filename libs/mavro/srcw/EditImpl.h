@@ -22,20 +22,20 @@ class Edit::Impl : public SysImpl {
   void DataTypeChanged();
   void ReadOnlyChanged();
   void SelectAll();
-  // Fires onValidate with whether the text suits; answers what the handlers made of it, and false
-  // when the control is gone.
+  // Fires onValidate with true if the text suits. Returns the value that the handlers leave; false
+  // if the control is gone.
   bool Valid();
 
   int dataType = cNormal;
   bool readOnly = false;
 
  protected:
-  // What a notification code of the edit's window means.
+  // Handles a notification code of the edit's window.
   virtual void OnEditCommand(int code);
 
  private:
   NativeEdit* Window() const { return static_cast<NativeEdit*>(hwnd); }
-  // Validates what the user has typed since the last time; false if the control is gone.
+  // Validates the text that the user has typed since the last time; false if the control is gone.
   bool Commit();
   bool FireValidate(ItemArgs& args);
 

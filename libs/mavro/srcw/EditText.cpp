@@ -10,7 +10,7 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// Reads a number from its start; what has been read decides how the text suits.
+// Reads a number from its start; the part that was read decides how well the text suits.
 class NumberCursor {
  public:
   explicit NumberCursor(std::string_view itsText) : text(itsText) {}
@@ -21,7 +21,7 @@ class NumberCursor {
     ++at;
     return true;
   }
-  // Answers how many digits were passed over.
+  // Skips digits and returns their number.
   size_t Digits() {
     const size_t start = at;
     while (!AtEnd() && IsDigit(text[at])) ++at;

@@ -34,7 +34,7 @@ const MouseMessage* FindMouseMessage(unsigned message) {
   return nullptr;
 }
 
-// What the button of an event adds to its modifiers. A middle button sets Control's flag as well.
+// The modifiers that the button of an event adds. A middle button sets Control's flag as well.
 int ButtonModifiers(int button) {
   switch (button) {
     case MouseArgs::cLeft:
@@ -48,7 +48,7 @@ int ButtonModifiers(int button) {
   }
 }
 
-// Hands a message to the control of its window; null for one that has none.
+// Passes a message to the control of its window; null if the window has none.
 Param Dispatch(Control* control, NativeWindow* window, unsigned message, Param wParam,
                Param lParam) {
   if (!control) return DefaultProc(window, message, wParam, lParam);
@@ -197,7 +197,8 @@ Param SysImpl::OnContextMenu(Param wParam, Param lParam) {
   return 1;
 }
 
-// What the mouse has pressed stays under it; what the keyboard went to comes into view.
+// A control that was clicked stays under the mouse; a control that the keyboard went to is scrolled
+// into view.
 void SysImpl::RevealInContainers() {
   for (NativeWindow* outer = hwnd->parent; IsWindow(outer); outer = outer->parent)
     SendMessage(outer, WM_REVEAL, 0, reinterpret_cast<Param>(hwnd));

@@ -10,7 +10,7 @@ namespace mavro {
 
 namespace {
 
-// Messages that come because the user did something, and timers, which stop when they fail.
+// True for messages that follow an action of the user, and for timers, which stop when they fail.
 bool IsAct(unsigned message) {
   switch (message) {
     case WM_CLOSE:
@@ -56,7 +56,7 @@ void ReportFailure(NativeWindow* window, unsigned message, const char* what) {
     if (HasFailed(*window, message)) return;
     window->failedMessages.push_back(message);
   }
-  // A box that opened while a window paints would ask it to paint.
+  // A box that opens during painting would make the window paint again.
   if (message == WM_PAINT)
     RunLater([text] { ShowFailure(text); });
   else

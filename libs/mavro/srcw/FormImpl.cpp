@@ -21,7 +21,7 @@ constexpr uint32_t cFixedDialogStyle = 0x80C800C0;
 constexpr uint32_t cTitledStyle = 0x12CF0000;
 constexpr uint32_t cUntitledStyle = 0x92CB0000;
 
-// Every form that has a window, in the order made; what modal disabling visits.
+// Every form that has a window, in the order of creation; modal disabling visits them.
 std::vector<NativeWindow*>& FormWindows() {
   static std::vector<NativeWindow*> windows;
   return windows;
@@ -38,7 +38,7 @@ bool CanBePressed(const Control& control) {
   return window && window->IsShown() && window->IsEnabled();
 }
 
-// Depth first, the controls whose buttons close a form with `result`.
+// Finds, depth first, the controls whose buttons close a form with `result`.
 void FindModalResults(Control* control, int result, std::vector<Control*>& found) {
   for (Control* child : control->children) {
     if (child->impl->modalResult == result) found.push_back(child);
@@ -181,9 +181,9 @@ Param Form::Impl::OnSize(Param kind) {
   return SysImpl::WndProc(WM_SIZE, kind, 0);
 }
 
-// Enter and Escape. Where the button that stands for the key can't be pressed, neither can the key:
-// closing the form some other way must not store what it would have stored. A focused direct child
-// that answers zero has taken Enter for itself.
+// Handles Enter and Escape. If the button of the key can't be pressed, the key does nothing:
+// closing the form another way must not store what the button would have stored. A focused direct
+// child that returns zero has used Enter itself.
 void Form::Impl::OnDialogCommand(int id) {
   Form& form = TheForm();
   if (id == cIdOk)

@@ -22,20 +22,21 @@ class Form::Impl : public Container::Impl {
   int OnMenuCommand(int source, int id) override;
   Param WndProc(unsigned message, Param wParam, Param lParam) override;
 
-  // A close request: asks onClose and closes unless it was refused.
+  // Handles a close request: asks onClose and closes unless it refuses.
   void RequestClose();
-  // Disables the program's other enabled windows, and enables those again that still exist.
+  // DisableOthers disables the program's other enabled windows; EnableOthers enables those that
+  // still exist.
   void DisableOthers();
   void EnableOthers();
-  // The form that a modal one stands above: its owner where that is on the screen and takes input,
-  // else one that does; null for none. Settles `owner` where it isn't.
+  // The form below a modal one: its owner if that is on the screen and takes input, else another
+  // form that does; null if there is none. Replaces `owner` if there is none with a window.
   NativeWindow* SettleOwner();
-  // What happens once, when the form is first shown and active: onShow, then the focus.
+  // Runs once, when the form is first shown and active: fires onShow, then sets the focus.
   void FirstShow();
 
   bool firstShowDone = false;
   const std::vector<Accelerator>* accelerators = nullptr;  // the form's table; null for none
-  bool staysOpen = false;  // the click that is being handled is not to close the form
+  bool staysOpen = false;  // the click that is being handled must not close the form
 
  private:
   Form& TheForm() const;

@@ -12,7 +12,7 @@ class IconView::Impl : public SysImpl {
   void Destroy() override;
   void PrepareStyle() override { style &= ~static_cast<uint32_t>(LVS_REPORT); }
   void OnCommand(int code, Param handle) override;
-  // Enter that chooses nothing presses the button that stands for OK.
+  // Enter that chooses no item presses the OK button.
   Param OnNotify(NotifyHeader*) override { return 1; }
 
   NativeIconView* Window() const { return static_cast<NativeIconView*>(hwnd); }
@@ -65,7 +65,7 @@ void IconView::Impl::SelectedIndexChanged() {
   Window()->SelectItem(selectedIndex);
 }
 
-// The selected item stays selected when others go.
+// The selected item stays selected if others are removed.
 void IconView::Impl::ItemRemoved(int index) {
   if (!hwnd) return;
   Window()->RemoveItem(index);

@@ -59,7 +59,7 @@ Param ItemsImpl::OnNotify(NotifyHeader*) {
   return 1;
 }
 
-// The selected item stays selected when others come before it or go.
+// The selected item stays selected if others are inserted before it or removed.
 void ItemsImpl::ItemInserted(int index) {
   if (hwnd) Window()->InsertItem(index, Items()[index]);
   if (!hwnd || selectedIndex < index) return;
@@ -78,7 +78,7 @@ void ItemsImpl::ItemsCleared() {
   if (hwnd) Window()->ClearItems();
 }
 
-// An index that no item has selects none.
+// An index without an item selects none.
 void ItemsImpl::SelectedIndexChanged() {
   if (!hwnd) return;
   if (selectedIndex < -1 || selectedIndex >= Items().GetCount()) selectedIndex = -1;

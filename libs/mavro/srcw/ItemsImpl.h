@@ -6,7 +6,7 @@
 
 namespace mavro {
 
-// Who hears of changes of an ItemList; the platform half of its control derives from it.
+// Receives the changes of an ItemList; the platform half of its control derives from it.
 class ItemMirror {
  public:
   virtual ~ItemMirror() = default;
@@ -20,7 +20,7 @@ class ItemsImpl : public SysImpl, public ItemMirror {
  public:
   void Destroy() override;
   void OnCommand(int code, Param handle) override;
-  // Enter is not the list's: it presses the button that stands for OK.
+  // Enter is passed on: it presses the OK button of the form.
   Param OnNotify(NotifyHeader* header) override;
 
   void ItemInserted(int index) override;
@@ -33,7 +33,7 @@ class ItemsImpl : public SysImpl, public ItemMirror {
 
  protected:
   virtual ItemList& Items() const = 0;
-  // What a notification code of the window means.
+  // Handles a notification code of the window.
   virtual void OnListCommand(int code) = 0;
   // Copies items and selection to the new window.
   void ShowItems();

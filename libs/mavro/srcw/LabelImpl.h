@@ -11,7 +11,7 @@ class Label::Impl : public SysImpl {
  public:
   void Create() override;
   void PrepareStyle() override;
-  // By the time it is shown, the control that the label names exists.
+  // Finds the control that the label names: it exists by the time the label is shown.
   void Show(bool on) override;
 
   void AlignChanged();

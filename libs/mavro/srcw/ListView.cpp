@@ -24,7 +24,7 @@ void ListView::Impl::Destroy() {
   destroying = false;
 }
 
-// Enter in a list that nobody chooses from is passed on.
+// Enter is passed on if the list has no handler for a choice.
 Param ListView::Impl::OnNotify(NotifyHeader* header) {
   if (destroying) return 0;
   const auto* told = static_cast<const ListViewHeader*>(header);
@@ -50,7 +50,7 @@ Param ListView::Impl::OnNotify(NotifyHeader* header) {
   }
 }
 
-// A handler may have taken the row away meanwhile.
+// A handler may have removed the row meanwhile.
 void ListView::Impl::OnEdited(const ListViewHeader& told) {
   const int row = told.row;
   const int column = told.column;
@@ -105,7 +105,7 @@ int ListView::Impl::AddRow(std::vector<std::string> cells) {
   return rowCount - 1;
 }
 
-// The selected row stays selected when others go.
+// The selected row stays selected if others are removed.
 void ListView::Impl::RemoveRows(int first, int count) {
   if (hwnd) Window()->RemovingRows(first, count);
   rows.erase(rows.begin() + first, rows.begin() + first + count);

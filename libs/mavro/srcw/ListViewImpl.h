@@ -34,7 +34,7 @@ class ListView::Impl : public SysImpl, public ListSource {
 
   int vrowCount() const { return static_cast<int>(rows.size()); }
   NativeListView* Window() const { return static_cast<NativeListView*>(hwnd); }
-  // The row of an index; null for -1, which stands for no row.
+  // The row of an index; null for -1, which means no row.
   Row* RowAt(int nItem);
   void CheckCell(int row, int col) const;
   Column& ColumnAt(int col);
@@ -52,7 +52,7 @@ class ListView::Impl : public SysImpl, public ListSource {
 
   std::vector<Column> columns;
   std::vector<Row> rows;
-  int colCount = 0;  // as told; follows what there is
+  int colCount = 0;  // as set; follows the real number
   int rowCount = 0;
   int selectedIndex = -1;
   ListLook look;

@@ -94,7 +94,7 @@ Menu* Menu::AddMenu(const std::string& newTitle) {
   return result;
 }
 
-// A submenu deeper than the stack is refused, and its rows fall into the level above.
+// A submenu deeper than the stack is refused; its rows are added to the level above.
 void Menu::Fill(ActionList& list) {
   constexpr int cDepth = 10;
   Menu* stack[cDepth] = {this};

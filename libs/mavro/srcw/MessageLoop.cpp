@@ -12,9 +12,9 @@ namespace {
 
 int pendingQuits = 0;
 int runningLoops = 0;
-int drains = 0;  // ProcessMessages calls under way
+int drains = 0;  // running calls of ProcessMessages
 
-// The hook is asked again and again; what it throws is told once.
+// The hook is called again and again; its exceptions are reported once.
 bool IdleStep() {
   static bool told = false;
   try {
@@ -58,8 +58,9 @@ void PostQuit() {
   if (runningLoops > pendingQuits) ++pendingQuits;
 }
 
-// Peek, idle, wait. The idle step runs once after real activity, not after mere painting, mouse
-// moves or timers, which may never cease; a child that has printed gets its pass in any case.
+// Handles messages, runs the idle step, waits. The idle step runs once after real activity, not
+// after mere painting, mouse moves or timers, which may never stop. A child that has printed always
+// gets an idle step.
 void RunMessageLoop(Form* runner) {
   const NativeWindow* window = runner->impl->hwnd;
   const bool modal = runner->modal;
@@ -113,7 +114,7 @@ bool PreTranslateKey(int virtualKey, int hotkeyFlags) {
 }
 
 void Application::ProcessMessages() {
-  // A stream of messages must not hold a long operation up for ever.
+  // A stream of messages must not delay a long operation for ever.
   constexpr int cMaxPasses = 100;
   ++drains;
   for (int pass = 0; pass < cMaxPasses && pendingQuits == 0; ++pass) {

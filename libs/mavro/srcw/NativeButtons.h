@@ -5,7 +5,7 @@
 
 namespace mavro {
 
-// What WM_COMMAND of a button says in its high word.
+// Codes in the high word of a button's WM_COMMAND.
 enum ButtonCode { BN_CLICKED = 0 };
 
 // A line of text that takes no input.
@@ -13,8 +13,8 @@ class NativeLabel : public NativeWindow {
  public:
   using NativeWindow::NativeWindow;
   virtual void SetAlign(Align align) = 0;
-  // The window that the text names: it gets the focus by the text's mnemonic and its name from the
-  // text. Null for none; a buddy that is destroyed is forgotten.
+  // Sets the window that the text names: the text's mnemonic moves the focus to it, and its
+  // accessible name is the text. Null for none; a buddy that is destroyed is forgotten.
   virtual void SetBuddy(NativeWindow* buddy) = 0;
 };
 
@@ -22,9 +22,9 @@ class NativeLabel : public NativeWindow {
 class NativeButton : public NativeWindow {
  public:
   using NativeWindow::NativeWindow;
-  // Looks as the button that Enter presses.
+  // Gives the button the look of the one that Enter presses.
   virtual void SetDefault(bool on) = 0;
-  // Drawn flat until the mouse is over it.
+  // A flat button is drawn flat until the mouse is over it.
   virtual void SetHot(bool on) = 0;
   // A picture of a registered strip, -1 for none: beside the caption, or instead of it when
   // `alone`.

@@ -7,7 +7,7 @@
 
 namespace mavro {
 
-// What screen readers are told of a control that shows a value on a scale.
+// The data for screen readers of a control that shows a value on a scale.
 struct AccessibleValue {
   double value = 0;
   double min = 0;

@@ -8,8 +8,8 @@
 
 namespace mavro {
 
-// Menus, as the toolkit shows them. A chosen command arrives as WM_COMMAND with lParam 0 at the
-// window the menu was shown for.
+// A menu of the toolkit. A chosen command arrives as WM_COMMAND with lParam 0 at the window the
+// menu was shown for.
 class NativeMenu {
  public:
   virtual ~NativeMenu() = default;
@@ -25,7 +25,7 @@ class NativeMenu {
   // Shows the menu at a place of `receiver`'s client area and waits; the command is sent to
   // `receiver`.
   virtual void Popup(NativeWindow* receiver, int x, int y) = 0;
-  // Where commands go while the menu stands in a bar.
+  // Sets the window that gets the commands while the menu is in a bar.
   virtual void SetReceiver(NativeWindow* receiver) = 0;
 };
 

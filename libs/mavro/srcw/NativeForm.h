@@ -13,9 +13,9 @@ class NativeForm : public NativeWindow {
   // Puts the middle of the form over the middle of `above`, or of the screen for null.
   virtual void CenterOver(NativeWindow* above) = 0;
   virtual void SetIcon(int resourceId) = 0;
-  // From now on files dropped anywhere on the form are told to it.
+  // From now on the form is notified of files dropped anywhere on it.
   virtual void AcceptFiles() = 0;
-  // Whether the screen shows the form; it is painted as soon as it does.
+  // True if the screen shows the form; it is painted as soon as it does.
   virtual bool IsOnScreen() const = 0;
   virtual void Maximize(bool on) = 0;
   virtual bool IsMaximized() const = 0;

@@ -6,7 +6,7 @@
 
 namespace mavro {
 
-// What WM_COMMAND of an icon view says in its high word.
+// Codes in the high word of an icon view's WM_COMMAND.
 enum IconCode { IVN_SELCHANGE = 1, IVN_CHOSEN = 2 };
 
 // Pictures with texts, one of them selected.

@@ -7,7 +7,7 @@
 
 namespace mavro {
 
-// What WM_COMMAND of a list or combo box says in its high word.
+// Codes in the high word of a list's or combo box's WM_COMMAND.
 enum ListCode {
   LBN_SELCHANGE = 1,  // the user has selected another item
   CBN_EDITCHANGE = 5  // the user has changed the text of a combo box
@@ -24,14 +24,14 @@ class NativeItems : public NativeWindow {
   virtual int SelectedItem() const = 0;
 };
 
-// A closed list, with a text of its own unless one may only choose.
+// A drop-down list, with an editable text unless the user may only choose.
 class NativeComboBox : public NativeItems {
  public:
   using NativeItems::NativeItems;
   virtual void SetChooseOnly(bool on) = 0;
 };
 
-// Where a list view takes its rows from: they are not copied.
+// The source of a list view's rows: they are not copied.
 class ListSource {
  public:
   virtual ~ListSource() = default;
@@ -43,7 +43,7 @@ class ListSource {
   virtual bool IsEditable(int column) const = 0;
 };
 
-// How a list view shows its rows.
+// The look of a list view's rows.
 struct ListLook {
   bool fullRowSelect = true;
   bool gridLines = true;
@@ -53,7 +53,7 @@ struct ListLook {
   int imageList = 0;
 };
 
-// What WM_NOTIFY of a list view tells.
+// Codes of a list view's WM_NOTIFY.
 enum ListViewCode {
   LVN_SELCHANGED = -101,
   LVN_CLICKED = -102,
@@ -65,7 +65,7 @@ enum ListViewCode {
 struct ListViewHeader : NotifyHeader {
   int row = -1;
   int column = -1;
-  std::string text;  // what the user has typed
+  std::string text;  // the text that the user has typed
 };
 
 // A table of rows with a header.
@@ -75,18 +75,19 @@ class NativeListView : public NativeWindow {
   // `source` is not owned and must outlive the window.
   virtual void SetSource(const ListSource* source) = 0;
   virtual void SetLook(const ListLook& look) = 0;
-  // The source has one more column; the last one takes the room that is left.
+  // Called when the source has one more column; the last column takes the remaining width.
   virtual void ColumnAdded(int width) = 0;
-  // The source has more rows than before. They may show a moment later, together with more.
+  // Called when the source has more rows than before. They may show a moment later, together with
+  // more.
   virtual void RowsAdded() = 0;
   virtual void ColumnChanged(int column) = 0;
-  // Around the removal of the last column.
+  // Called before and after the removal of the last column.
   virtual void RemovingColumn() = 0;
   virtual void ColumnRemoved() = 0;
-  // Around the removal of rows; then `selected` is to be selected.
+  // Called before and after the removal of rows; afterwards `selected` is selected.
   virtual void RemovingRows(int first, int count) = 0;
   virtual void RowsRemoved(int selected) = 0;
-  // The rows stand in another order, by a column.
+  // Called when the rows have another order, by a column.
   virtual void RowsSorted(int column, bool ascending, int selected) = 0;
   virtual void RowsCleared() = 0;
   virtual void RowChanged(int row) = 0;
@@ -94,7 +95,7 @@ class NativeListView : public NativeWindow {
   virtual void SelectRow(int row) = 0;
   virtual int SelectedRow() const = 0;
   virtual void EditCell(int row, int column) = 0;
-  // Whether a click on a title is waited for.
+  // Enables clicks on the column titles.
   virtual void SetHeaderClickable(bool on) = 0;
 };
 

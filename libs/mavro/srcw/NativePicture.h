@@ -6,8 +6,9 @@
 
 namespace mavro {
 
-// Decodes the bytes of a picture file into `decoded`, which stays empty unless that succeeds. What
-// claims more pixels than a bitmap may have is refused before room for them is made.
+// Decodes the bytes of a picture file into `decoded`, which stays empty unless that succeeds. A
+// file that claims more pixels than a bitmap may have is refused before memory for them is
+// allocated.
 PictureResult DecodePicture(std::string_view bytes, Bitmap& decoded);
 
 }  // namespace mavro

@@ -6,7 +6,7 @@
 
 namespace mavro {
 
-// What WM_NOTIFY of a rich text view tells.
+// Codes of a rich text view's WM_NOTIFY.
 enum RichCode { EN_LINK = 0x70B };
 
 struct RichHeader : NotifyHeader {

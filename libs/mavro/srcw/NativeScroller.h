@@ -5,8 +5,8 @@
 
 namespace mavro {
 
-// A container with scroll bars. What the user does with one arrives here as WM_HSCROLL or
-// WM_VSCROLL with a ScrollCode; the bar moves when it is told to.
+// A container with scroll bars. An action of the user on one arrives here as WM_HSCROLL or
+// WM_VSCROLL with a ScrollCode; the bar moves only when its position is set.
 class NativeScroller : public NativeWindow {
  public:
   using NativeWindow::NativeWindow;

@@ -5,7 +5,7 @@
 
 namespace mavro {
 
-// What WM_NOTIFY of a tree tells, by the user's hand only.
+// Codes of a tree's WM_NOTIFY, sent only for actions of the user.
 enum TreeCode {
   TVN_SELCHANGED = -402,
   TVN_EXPANDED = -406,
@@ -17,12 +17,13 @@ struct TreeHeader : NotifyHeader {
   TreeNode* node = nullptr;
 };
 
-// Shows a tree of nodes. The nodes are not copied: whoever changes them says so before and after.
+// Shows a tree of nodes. The nodes are not copied: the code that changes them calls this interface
+// before and after.
 class NativeTreeView : public NativeWindow {
  public:
   using NativeWindow::NativeWindow;
-  // The node whose children are the top ones, and the strip of the nodes' pictures. `root` is not
-  // owned and must outlive the window.
+  // Sets the node whose children are the top ones, and the strip of the nodes' pictures. `root` is
+  // not owned and must outlive the window.
   virtual void SetTree(const TreeNode* root, int imageStrip) = 0;
   virtual void SetStrip(int imageStrip) = 0;
   // A null `parentNode` is the root.

@@ -16,20 +16,20 @@ class NativeWindow;
 // Parameters and results of window messages: wide enough for a pointer.
 using Param = std::intptr_t;
 
-// Window messages by the numbers of the window system the framework's rules are told in.
+// Window messages, by the numbers of the window system that the framework's rules use.
 enum Message : unsigned {
   WM_MOVE = 0x03,
   WM_SIZE = 0x05,
   WM_ACTIVATE = 0x06,
-  WM_SETFOCUS = 0x07,  // wParam: 1 when a key or the program has moved it here
+  WM_SETFOCUS = 0x07,  // wParam: 1 if a key or the program has moved it here
   WM_KILLFOCUS = 0x08,
-  WM_ENABLE = 0x0A,   // the enabled state has changed; told by painted windows only
-  WM_SETTEXT = 0x0C,  // the text has changed; told by containers only
+  WM_ENABLE = 0x0A,   // the enabled state has changed; sent by painted windows only
+  WM_SETTEXT = 0x0C,  // the text has changed; sent by containers only
   WM_PAINT = 0x0F,
   WM_CLOSE = 0x10,
-  WM_SYSCOLORCHANGE = 0x15,  // the palette has changed; told by painted windows only
+  WM_SYSCOLORCHANGE = 0x15,  // the palette has changed; sent by painted windows only
   WM_DRAWITEM = 0x2B,
-  WM_SETFONT = 0x30,  // the font has changed; told by painted windows only
+  WM_SETFONT = 0x30,  // the font has changed; sent by painted windows only
   WM_NOTIFY = 0x4E,
   WM_CONTEXTMENU = 0x7B,
   WM_NCCREATE = 0x81,
@@ -70,10 +70,10 @@ enum Message : unsigned {
   WM_MOUSELEAVE = 0x2A3,
   WM_CREATED = 0x428,  // private: the window has been made
   WM_REFLECT = 0x429,  // private: a message sent back to the control it came from
-  WM_REVEAL = 0x42A    // private: the keyboard has come to a window inside this one, the lParam
+  WM_REVEAL = 0x42A    // private: the focus has come to a window inside this one, the lParam
 };
 
-// What wParam says for WM_SIZE of a form.
+// Values of wParam for WM_SIZE of a form.
 enum SizeKind { cSizeRestored = 0, cSizeMinimized = 1, cSizeMaximized = 2 };
 
 // Style words that the factories look at.
@@ -96,31 +96,31 @@ enum Style : uint32_t {
   CBS_DROPDOWNLIST = 0x3
 };
 
-// Classes of a native child id: bits 12 to 15 say by which route a command goes, the rest is the
-// index.
+// Classes of a native child id: bits 12 to 15 are the route of a command, the rest is the index.
 enum Route { cOwnRoute = 0x0000, cRowRoute = 0x1000, cChildRoute = 0x2000, cReflectRoute = 0x3000 };
 constexpr int cRouteMask = 0xF000;
 constexpr int cIndexMask = 0x0FFF;
 
-// How the focus comes to a window. A key shows it there, and a line of text is selected; what the
-// form begins with is not scrolled into view.
+// The way the focus comes to a window. A focus set by a key is shown, and a line of text is
+// selected. The first focus of a form doesn't scroll its window into view.
 enum class FocusBy { cProgram, cTab, cBacktab, cFirst };
 
-// What a container sets for a control that asks for its colours.
+// The colours that a container sets for a control that asks for them.
 struct PaintColors {
   Color text;                // default: as the control has it
   Color back;                // behind the letters
   bool transparent = false;  // the ground shows behind the letters
 };
 
-// Head of what WM_NOTIFY's lParam points to. Kinds with more to say derive from it.
+// Head of the structure that WM_NOTIFY's lParam points to. Structures with more fields derive from
+// it.
 struct NotifyHeader {
   NativeWindow* from = nullptr;
   int id = 0;    // the native id of `from`
-  int code = 0;  // what happened; the codes of a kind stand with its interface
+  int code = 0;  // what happened; the codes of a kind are with its interface
 };
 
-// What a window is made from.
+// The data that a window is made from.
 struct CreateInfo {
   std::string_view className;
   uint32_t style = 0;
@@ -128,11 +128,11 @@ struct CreateInfo {
   int id = 0;                      // native child id
   Rect bounds;                     // in the parent's client coordinates; on the screen for forms
   NativeWindow* parent = nullptr;  // null for forms without an owner
-  Control* control = nullptr;      // creation data: the control that the window is for
+  Control* control = nullptr;      // creation data: the control of the window
 };
 
-// A native window: a widget, the place of the control it belongs to, and the messages between them.
-// The kinds of NativeControls.h add what their controls need. Children are placed inside
+// A native window: a widget, the index of its control, and the messages between them. The kinds of
+// NativeControls.h add the functions that their controls need. Children are placed inside
 // ClientWidget().
 class NativeWindow {
  public:
@@ -145,11 +145,11 @@ class NativeWindow {
 
   virtual std::string Text() const { return text; }
   virtual void SetText(const std::string& newText);
-  // The widget that children stand in and whose size is the client size.
+  // The widget that holds the children and whose size is the client size.
   virtual QWidget* ClientWidget() const { return widget; }
-  // Where the keyboard goes when this window gets the focus.
+  // The widget that gets the keyboard when this window gets the focus.
   virtual QWidget* FocusWidget() const { return widget; }
-  // What shows the font, the colours and the accessible name.
+  // The widget that has the font, the colours and the accessible name.
   virtual QWidget* StyledWidget() const { return FocusWidget(); }
   virtual void SetFont(const Font& font);
   virtual void SetColors(Color foreground, Color background);
@@ -157,7 +157,7 @@ class NativeWindow {
   virtual void SetBorder(BorderStyle borderStyle);
   // The part of ClientWidget() that children are placed in, inside a border.
   virtual Rect ClientArea() const;
-  // Where docked children are laid out, in client coordinates.
+  // The area for docked children, in client coordinates.
   virtual Rect DockArea() const { return {0, 0, ClientWidth(), ClientHeight()}; }
   virtual void SetCursor(Cursor cursor);
   // True for windows that want Enter, Tab or the arrow keys for themselves.
@@ -167,7 +167,7 @@ class NativeWindow {
 
   void Move(const Rect& bounds);
   Rect Bounds() const;
-  // Where the client area stands on the screen.
+  // The client area in screen coordinates.
   Rect ScreenClientRect() const;
   int ClientWidth() const;
   int ClientHeight() const;
@@ -186,7 +186,7 @@ class NativeWindow {
   void CaptureMouse(bool on);
   void Raise();
   void Invalidate();
-  // Paints what is invalid now; kinds that show a burst in steps show all of it.
+  // Paints the invalid area now; kinds that show a burst in steps show all of it.
   virtual void Update();
   // Puts this window in front of its siblings.
   void BringToTop();
@@ -199,12 +199,12 @@ class NativeWindow {
   // Index of the control in the application's list of displayable components, from 1; 0 for a
   // window that has none.
   long userData = 0;
-  // Whether the message handled last asked for default handling: Qt then has its event. And the
-  // same of the message that is being handled; others may come and go meanwhile.
+  // True if the message handled last asked for default handling: Qt then gets its event. The second
+  // flag says the same of the message that is being handled; others may be handled meanwhile.
   bool takeDefault = false;
   bool asksDefault = false;
   bool inputBlocked = false;
-  // Messages whose handling has thrown and that nobody asked for; told once.
+  // Messages without an action of the user whose handling has thrown; reported once.
   std::vector<unsigned> failedMessages;
 
  protected:
@@ -219,24 +219,24 @@ void DestroyNativeWindow(NativeWindow* window);
 // True while `window` exists.
 bool IsWindow(const NativeWindow* window);
 
-// The one window procedure of all windows: finds the control and hands it the message. What a
-// handler throws ends here, in one message box with its text.
+// The window procedure of all windows: finds the control and passes it the message. Exceptions of
+// handlers end here, in one message box with their text.
 Param WindowProc(NativeWindow* window, unsigned message, Param wParam, Param lParam);
-// Default handling of a message: the widget has the event that it came from.
+// Default handling of a message: the widget gets the event that it came from.
 Param DefaultProc(NativeWindow* window, unsigned message, Param wParam, Param lParam);
 
 inline Param SendMessage(NativeWindow* window, unsigned message, Param wParam, Param lParam) {
   return WindowProc(window, message, wParam, lParam);
 }
 
-// How a native control tells its owner what the user did: WM_COMMAND to the parent, with the
+// Notify the owner of a native control of an action of the user: WM_COMMAND to the parent, with the
 // control's id in the low word, `code` in the high word and the window as lParam; or WM_NOTIFY with
-// a header. Both answer the receiver's result. The window may be gone when they return: test with
+// a header. Both return the receiver's result. The window may be gone when they return: test with
 // IsWindow.
 Param NotifyCommand(NativeWindow* from, int code);
 Param Notify(NotifyHeader& header);
 
-// Two signed 16-bit numbers in one parameter, as positions and sizes travel.
+// Packs two signed 16-bit numbers, a position or size, into one parameter.
 constexpr Param PackPoint(int x, int y) {
   return static_cast<Param>((static_cast<uint32_t>(y & 0xFFFF) << 16) | (x & 0xFFFF));
 }

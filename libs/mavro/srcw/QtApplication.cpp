@@ -21,7 +21,7 @@ namespace {
 
 constexpr int cFailed = 1;
 
-// What no window has caught ends the program with a message, not without a word.
+// An exception that no window has caught ends the program with a message.
 int RunMain(ArgumentList& arguments) {
   try {
     return Application::Main(arguments);

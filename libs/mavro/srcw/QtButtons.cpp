@@ -14,7 +14,7 @@ namespace mavro {
 
 namespace {
 
-// A push button that is pressed by Enter as well, and that can be flat until the mouse is over it.
+// A push button that Enter presses too, and that can be flat until the mouse is over it.
 class PushButton final : public QPushButton {
  public:
   explicit PushButton(QWidget* parent) : QPushButton(parent) { setAutoDefault(false); }

@@ -19,7 +19,7 @@ class CanvasWidget final : public PaintedFrame {
   AccessibleValue value;
 };
 
-// What screen readers see: a slider with its value, or a drawing.
+// The interface for screen readers: a slider with its value, or a drawing.
 class CanvasAccess final : public QAccessibleWidget, public QAccessibleValueInterface {
  public:
   explicit CanvasAccess(CanvasWidget* widget) : QAccessibleWidget(widget), canvas(widget) {}

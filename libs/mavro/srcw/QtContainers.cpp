@@ -124,7 +124,7 @@ class ContainerWindow final : public NativeWindow {
 
 }  // namespace
 
-// A click where nothing takes the focus, on a tool bar say, leaves it where it is.
+// A click on a part that doesn't take the focus, such as a tool bar, leaves the focus where it is.
 FormWidget::FormWidget() : client(new QWidget(this)) {}
 
 void FormWidget::SetMenuBar(QMenuBar* bar) {
@@ -142,7 +142,7 @@ void FormWidget::Arrange() {
   client->setGeometry(0, top, width(), std::max(0, height() - top));
 }
 
-// A maximized window may have a smaller border than it will have afterwards.
+// A maximized window may have a smaller border than a restored one.
 void FormWidget::moveEvent(QMoveEvent*) {
   if (!isMaximized()) border = geometry().topLeft() - frameGeometry().topLeft();
 }

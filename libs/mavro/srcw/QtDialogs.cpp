@@ -23,7 +23,7 @@ QWidget* DialogParent() {
   return activeForm->impl->hwnd->widget;
 }
 
-// A message box that can insist on one of its buttons: whoever wants it away by Escape or by the
+// A message box that can insist on one of its buttons: a user who closes it by Escape or by the
 // window manager has not said Yes or No.
 class MessageBox : public QMessageBox {
  public:
@@ -79,8 +79,8 @@ QString NameAlone(const QString& name) {
   return open > 0 && name.endsWith(')') ? name.left(open) : name;
 }
 
-// "C files|*.c;*.h|All|*.*" as the toolkit writes it. Here "*.*" means every file, with or without
-// a dot.
+// Converts "C files|*.c;*.h|All|*.*" to the toolkit's form. Here "*.*" means every file, with or
+// without a dot.
 QStringList ToolkitFilters(const std::string& filter) {
   const QStringList parts = ToScreen(filter).split('|', Qt::SkipEmptyParts);
   QStringList filters;

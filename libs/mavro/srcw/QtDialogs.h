@@ -2,7 +2,7 @@
 
 namespace mavro {
 
-// Puts the toolkit's message boxes and standard dialogs into the table of dialogs.
+// Enters the toolkit's message boxes and standard dialogs in the table of dialogs.
 void InstallQtDialogs();
 
 }  // namespace mavro

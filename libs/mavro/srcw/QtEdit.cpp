@@ -13,8 +13,8 @@ namespace mavro {
 
 namespace {
 
-// Lets through what may be typed into an edit of a data type. What the program sets is not touched,
-// and a text of the program's that doesn't suit may be edited freely until it does.
+// Accepts the text that may be typed into an edit of a data type. A text that the program sets is
+// not changed; if it doesn't suit, the user may edit it freely until it does.
 class TypingFilter final : public QValidator {
  public:
   explicit TypingFilter(QObject* parent) : QValidator(parent) {}

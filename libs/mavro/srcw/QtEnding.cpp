@@ -12,9 +12,9 @@
 
 #include "Application.h"
 
-// The ends that a program is not asked about. A signal's handler may do next to nothing, so it
-// wakes the message loop, which calls the keeper. A loop that doesn't come round in time is not
-// waited for: then the signal does what it did before.
+// Handles the ends of a program that it can't refuse. A signal handler may do very little, so it
+// wakes the message loop, which calls the keeper. If the loop doesn't respond in time, the signal
+// has its former effect.
 
 namespace mavro {
 
@@ -28,7 +28,7 @@ int wakeUp = -1;  // becomes readable when a signal has come
 volatile sig_atomic_t endingSignal = 0;
 struct sigaction before[std::size(cSignals)];
 
-// Lets the signal do what it did before us.
+// Gives the signal its former effect.
 void EndAsBefore(int number) {
   for (size_t i = 0; i < std::size(cSignals); ++i)
     if (cSignals[i] == number) sigaction(number, &before[i], nullptr);
@@ -91,7 +91,7 @@ void KeepForEnd() {
   try {
     keeper();
   } catch (...) {
-    std::fputs("What was to be kept could not be stored.\n", stderr);  // nobody could close a box
+    std::fputs("What was to be kept could not be stored.\n", stderr);  // no user could close a box
   }
 }
 

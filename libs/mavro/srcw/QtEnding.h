@@ -5,10 +5,10 @@ namespace mavro {
 // Watches for the end of the desktop's session, once the toolkit's application object exists.
 void InstallEnding();
 
-// The session is about to end: the program's keeper is called; without one nothing happens.
+// Called when the session is about to end: calls the program's keeper, if there is one.
 void KeepForEnd();
-// The session has ended. False when the program has no keeper: then the toolkit closes its windows.
-// Otherwise doesn't return.
+// Called when the session has ended. False if the program has no keeper: then the toolkit closes
+// its windows. Otherwise it doesn't return.
 bool EndWithSession();
 
 }  // namespace mavro

@@ -21,14 +21,14 @@ void QtEvents::Send(unsigned message, Param wParam, Param lParam) {
   SendMessage(window, message, wParam, lParam);
 }
 
-// Where the mouse is now, and which buttons are held.
+// Sends the present mouse position, and which buttons are held.
 void QtEvents::SendCrossing(unsigned message) {
   const QPoint at = window->ClientWidget()->mapFromGlobal(QCursor::pos()) -
                     QPoint(window->ClientArea().left, window->ClientArea().top);
   Send(message, HeldButtons(QGuiApplication::mouseButtons()), PackPoint(at.x(), at.y()));
 }
 
-// Events that tell what has happened to the window: Qt has them in any case.
+// Handles events that report a change of the window: Qt always gets them too.
 void QtEvents::OnWindow(QObject* watched, QEvent* event) {
   const bool isForm = window->widget->isWindow();
   switch (event->type()) {

@@ -6,14 +6,14 @@
 
 namespace mavro {
 
-// Translates what has happened to one window (moved, sized, activated, asked to close) into
-// messages. Also watches the viewport of a scrolling widget, which is what children stand in. Input
-// and the focus are told by QtInput. Owned by the window's widget.
+// Translates the events of one window (moved, sized, activated, asked to close) into messages. Also
+// watches the viewport of a scrolling widget, which holds the children. QtInput reports input and
+// the focus. Owned by the window's widget.
 class QtEvents final : public QObject {
  public:
   QtEvents(NativeWindow& its, QWidget* widget);
   bool eventFilter(QObject* watched, QEvent* event) override;
-  // The window is gone: events that still arrive are Qt's alone.
+  // Called when the window is gone: Qt alone gets the events that still arrive.
   void Detach() { window = nullptr; }
 
  private:

@@ -31,8 +31,8 @@ NativeWindow* MakeTreeView(const CreateInfo& info);
 NativeWindow* MakeTabs(const CreateInfo& info);
 NativeWindow* MakeToolBar(const CreateInfo& info);
 
-// Adds a class of a library that stands above this one. The name must last; a name that is known
-// already keeps its factory.
+// Adds a class of a library above this one. The name is not copied and must stay valid; a name that
+// is already known keeps its factory.
 void RegisterNativeClass(std::string_view className, NativeFactory make);
 
 // The client widget of the parent; null for a form.

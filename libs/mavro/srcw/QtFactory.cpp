@@ -12,7 +12,7 @@ struct ClassRow {
   NativeFactory make;
 };
 
-// The native classes and what makes their windows: the only place that names the widgets.
+// The native classes and the factories of their windows: the only place that names the widgets.
 constexpr ClassRow cClasses[] = {
     {"mavroCont", MakeContainer},
     {"mavrosplitcont", MakeContainer},
@@ -38,7 +38,7 @@ constexpr ClassRow cClasses[] = {
     {"msctls_statusbar32", MakeStatusBar},
 };
 
-// The classes of libraries that stand above this one.
+// The classes of libraries above this one.
 std::vector<ClassRow>& FurtherClasses() {
   static std::vector<ClassRow> classes;
   return classes;

@@ -19,7 +19,7 @@ namespace {
 // Not 0: that would be a posted event, which also arrives while a tool run holds timers back.
 constexpr int cSoon = 1;  // milliseconds
 
-// Read as bytes: a name need not be text that the toolkit could decode.
+// Reads names as bytes: the toolkit might fail to decode a name as text.
 std::vector<std::string> LocalFilesIn(const QMimeData& data) {
   if (!data.hasUrls()) return {};
   const QByteArray list = data.data("text/uri-list");
@@ -27,7 +27,7 @@ std::vector<std::string> LocalFilesIn(const QMimeData& data) {
                       QSysInfo::machineHostName().toStdString());
 }
 
-// The files stay where they are: whoever is told of a move deletes them.
+// The files stay where they are: a program that hears of a move deletes them.
 Qt::DropAction ActionFor(Qt::DropActions possible) {
   for (const Qt::DropAction action : {Qt::CopyAction, Qt::LinkAction})
     if (possible & action) return action;
@@ -57,7 +57,7 @@ bool QtFileDrops::eventFilter(QObject*, QEvent* event) {
   return true;
 }
 
-// Says whether the files may be dropped here. Answers that nobody else is to be asked.
+// Tells the drag whether the files may be dropped here. True if no other widget is to be asked.
 bool QtFileDrops::Answer(QDropEvent& drag) const {
   if (!IsWindow(window)) return false;
   const Qt::DropAction action =
@@ -67,7 +67,7 @@ bool QtFileDrops::Answer(QDropEvent& drag) const {
   return true;
 }
 
-// The program that the files come from waits until the drop is over, so that they are told later.
+// The program that the files come from waits until the drop is over, so the form is notified later.
 void QtFileDrops::OnDrop(std::vector<std::string> paths) {
   QTimer::singleShot(cSoon, this, [form = window, paths = std::move(paths)]() mutable {
     if (IsWindow(form) && !IsBlocked(*form))

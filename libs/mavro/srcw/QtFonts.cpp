@@ -14,7 +14,7 @@ struct CachedFont {
   std::weak_ptr<FontHandle> handle;
 };
 
-// The handles that somebody still has. A program has a handful of fonts.
+// The handles that are still in use. A program has only a few fonts.
 std::vector<CachedFont>& LiveFonts() {
   static std::vector<CachedFont> fonts;
   return fonts;

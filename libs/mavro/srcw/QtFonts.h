@@ -7,7 +7,7 @@
 
 namespace mavro {
 
-// A font as the toolkit draws it.
+// A font of the toolkit.
 class FontHandle {
  public:
   explicit FontHandle(const QFont& itsFont) : font(itsFont), metrics(itsFont) {}

@@ -6,21 +6,22 @@ class QMenuBar;
 
 namespace mavro {
 
-// A top-level widget: a menu bar, if there is one, above the client area that a form's children
-// stand in.
+// A top-level widget: a menu bar, if there is one, above the client area, which holds a form's
+// children.
 class FormWidget final : public QWidget {
  public:
   FormWidget();
-  // Takes the bar, or none; the bar is owned by whoever made it.
+  // Sets the bar, or null for none; the bar stays owned by its creator.
   void SetMenuBar(QMenuBar* bar);
 
   QWidget* const client;
-  QPoint border;  // what the window manager adds left and above, while the form isn't maximized
+  QPoint border;  // of the window manager, left and top, while the form isn't maximized
 
  protected:
   void moveEvent(QMoveEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
-  // Tab is a dialog key of ours; one that a program keeps from being that belongs to the control.
+  // The framework handles Tab as a dialog key; a Tab that a program excludes from this belongs to
+  // the control.
   bool focusNextPrevChild(bool) override { return false; }
 
  private:

@@ -18,7 +18,7 @@ namespace mavro {
 
 namespace {
 
-constexpr int cMargin = 8;  // between the frame and what stands in it
+constexpr int cMargin = 8;  // between the frame and its contents
 
 // The part of a group box inside its frame and below its title.
 class GroupBoxWidget : public QGroupBox {
@@ -50,8 +50,7 @@ class GroupBoxWindow final : public NativeWindow {
   GroupBoxWidget* const box;
 };
 
-// The buttons of a group, one below the other; where they don't fit, in as many columns as it
-// takes.
+// The buttons of a group, one below the other; if they don't fit, in as many columns as needed.
 class ButtonGroupWidget final : public GroupBoxWidget {
  public:
   ButtonGroupWidget(QWidget* parent, bool radio) : GroupBoxWidget(parent), isRadio(radio) {}
@@ -77,8 +76,8 @@ class ButtonGroupWidget final : public GroupBoxWidget {
     Arrange();
   }
 
-  // Where the keyboard goes: the chosen radio button, else the one that has the focus, else the
-  // first.
+  // The button that gets the keyboard: the chosen radio button, else the one with the focus, else
+  // the first.
   QWidget* Target() {
     const auto first = [this](auto test) {
       const auto found = std::find_if(buttons.begin(), buttons.end(), test);
@@ -104,7 +103,7 @@ class ButtonGroupWidget final : public GroupBoxWidget {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) Arrange();
   }
 
-  // The arrow keys go round the buttons, and choose in a radio group.
+  // The arrow keys move among the buttons, around the ends, and choose in a radio group.
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() != QEvent::KeyPress) return false;
     const int key = static_cast<QKeyEvent*>(event)->key();
@@ -167,7 +166,7 @@ class ButtonGroupWindow final : public NativeButtonGroup {
     while (!box->buttons.empty()) box->Remove(static_cast<int>(box->buttons.size()) - 1);
   }
 
-  // The focus of a radio group goes with what is chosen.
+  // The focus of a radio group follows the chosen button.
   void SelectItems(int selected) override {
     const bool hadFocus = box->isAncestorOf(QApplication::focusWidget());
     for (size_t i = 0; i < box->buttons.size(); ++i)

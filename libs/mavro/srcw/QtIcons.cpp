@@ -14,7 +14,7 @@ namespace mavro {
 namespace {
 
 constexpr int cPadding = 12;      // between items
-constexpr int cTextLetters = 12;  // how many letters of a text there is room for
+constexpr int cTextLetters = 12;  // the width for a text, in letters
 
 class IconWidget final : public QListWidget {
  public:
@@ -110,7 +110,7 @@ class IconWindow final : public NativeIconView {
   }
 
  private:
-  // While one lives, what happens is the program's doing and nobody is told.
+  // While an object exists, the program makes the changes, and no notifications are sent.
   class Quiet {
    public:
     explicit Quiet(IconWindow& its) : window(its) { window.quiet = true; }

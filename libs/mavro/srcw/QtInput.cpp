@@ -72,7 +72,7 @@ struct Delivery {
 
 Delivery* theDelivery = nullptr;
 Qt::FocusReason theFocusReason = Qt::NoFocusReason;
-NativeWindow* theFocused = nullptr;  // the window that was told that it has the focus
+NativeWindow* theFocused = nullptr;  // the window that was notified that it has the focus
 
 class DeliveryScope {
  public:
@@ -90,15 +90,15 @@ std::unordered_map<const QWidget*, NativeWindow*>& WindowsByWidget() {
   return windows;
 }
 
-// The window that takes a widget's input. One that is disabled takes none: the one around it does.
+// The window that takes a widget's input. A disabled window takes none: the one around it does.
 NativeWindow* InputWindowOf(const QWidget* widget) {
   NativeWindow* window = WindowOf(widget);
   while (window && !window->widget->isEnabled()) window = WindowOf(window->widget->parentWidget());
   return window;
 }
 
-// Scroll bars, headers, menu bars and the editors of cells are windows by themselves to the mouse
-// and the keyboard, though no control's.
+// True for scroll bars, headers, menu bars and the editors of cells: for the mouse and the keyboard
+// they are windows of their own, but they belong to no control.
 bool IsNobodysOwn(const QWidget* part, const NativeWindow& window) {
   for (; part && part != window.widget; part = part->parentWidget()) {
     if (qobject_cast<const QScrollBar*>(part) || qobject_cast<const QHeaderView*>(part) ||
@@ -110,7 +110,8 @@ bool IsNobodysOwn(const QWidget* part, const NativeWindow& window) {
   return false;
 }
 
-// Press, release and double click of a button follow each other in this order; 0 for other buttons.
+// The messages for press, release and double click of a button have consecutive numbers in this
+// order; 0 for other buttons.
 unsigned ButtonMessage(Qt::MouseButton button, QEvent::Type type) {
   unsigned press = 0;
   if (button == Qt::LeftButton) press = WM_LBUTTONDOWN;
@@ -120,7 +121,7 @@ unsigned ButtonMessage(Qt::MouseButton button, QEvent::Type type) {
   return type == QEvent::MouseButtonRelease ? press + 1 : press + 2;
 }
 
-// Answers whether the message is used up. A window that went meanwhile wants no more of it.
+// True if the message is used up. It is also used up if the window is destroyed meanwhile.
 bool Send(NativeWindow* window, unsigned message, Param wParam, Param lParam) {
   SendMessage(window, message, wParam, lParam);
   return !IsWindow(window) || !window->takeDefault;

@@ -9,8 +9,8 @@ namespace mavro {
 
 class NativeWindow;
 
-// The toolkit's application object. It marks where the delivery of an input event begins, which is
-// how the loop's filter knows a window's own event from one that a window inside it didn't want.
+// The toolkit's application object. It marks the start of the delivery of an input event. This lets
+// the loop's filter distinguish a window's own event from one that a window inside it didn't use.
 class ToolkitApplication final : public QApplication {
  public:
   using QApplication::QApplication;
@@ -26,14 +26,15 @@ void UnregisterWidget(const QWidget* widget);
 // Mouse buttons as MouseArgs has them.
 int HeldButtons(Qt::MouseButtons buttons);
 
-// Tells an input event on its way to `receiver` to the window that it belongs to: once, whatever
-// parts the window is made of. Keys and mouse events end there; a wheel turn or a context menu
-// request that nobody used goes on to the windows around. Answers whether the event is used up.
+// Reports an input event on its way to `receiver` to the window that it belongs to: once, whatever
+// parts the window is made of. Keys and mouse events end there; an unused wheel turn or context
+// menu request is passed to the windows around it. True if the event is used up.
 bool OfferInput(QWidget* receiver, QEvent* event);
 
-// A widget is about to be told that it has the keyboard, and how it came there.
+// Called before a widget gets the event that says it has the keyboard, and how it got it.
 void FocusComes(const QFocusEvent& event);
-// The keyboard has come to another widget, or to none: tells the windows that lose and get it.
+// Called when the keyboard has come to another widget, or to none: notifies the windows that lose
+// and get it.
 void FocusMoved(const QWidget* now);
 
 }  // namespace mavro

@@ -8,7 +8,7 @@ namespace mavro {
 
 namespace {
 
-// A text without its mnemonic mark; "&&" stands for the sign itself.
+// A text without its mnemonic mark; "&&" means the sign itself.
 QString WithoutMnemonic(const QString& text) {
   QString plain;
   for (qsizetype i = 0; i < text.size(); ++i) {
@@ -42,12 +42,12 @@ class LabelWindow final : public NativeLabel {
 
   void SetBuddy(NativeWindow* buddy) override {
     label->setBuddy(buddy ? buddy->FocusWidget() : nullptr);
-    if (buddy) buddy->SetAccessibleName(std::string());  // the label's text it is, not the hint
+    if (buddy) buddy->SetAccessibleName(std::string());  // by the label's text, not the hint
     ShowText();
   }
 
  private:
-  // Without a buddy the toolkit would show the mnemonic mark as it stands.
+  // Without a buddy the toolkit would show the mnemonic mark as a letter.
   void ShowText() {
     const QString shown = ToScreen(text);
     label->setText(label->buddy() ? shown : WithoutMnemonic(shown));

@@ -13,7 +13,7 @@ namespace {
 // No screen shows more of a cell, and painting a longer text costs its whole length.
 constexpr size_t cShownBytes = 2000;
 
-// A cell stands in one line, whatever it holds.
+// A cell is shown in one line, whatever its text.
 QString OneLine(std::string_view bytes) {
   QString shown = ToScreen(bytes.substr(0, cShownBytes));
   for (QChar& c : shown)
@@ -57,7 +57,7 @@ void ListModel::RowChanged(int row) {
   if (row < rows && columns > 0) emit dataChanged(index(row, 0), index(row, columns - 1));
 }
 
-// Rows that no view has heard of yet go without a word.
+// The removal of rows that are not published yet is not reported to views.
 void ListModel::BeginRemoveRows(int first, int count) {
   removing = std::clamp(rows - first, 0, count);
   if (removing > 0) beginRemoveRows({}, first, first + removing - 1);

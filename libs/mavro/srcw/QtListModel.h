@@ -8,28 +8,28 @@
 
 namespace mavro {
 
-// The rows of a ListSource for a view. Rows are published in bursts: a view hears of them when they
-// are to be shown.
+// The rows of a ListSource for a view. Rows are published in bursts: a view is notified of them
+// when they are to be shown.
 class ListModel final : public QAbstractTableModel {
  public:
   using QAbstractTableModel::QAbstractTableModel;
 
-  // Not owned; null when it goes.
+  // The source is not owned; set null before it is destroyed.
   void SetSource(const ListSource* itsSource);
   void PublishColumn();
   void PublishRows();
   void PublishCleared();
   void RowChanged(int row);
   void ColumnChanged(int column) { emit headerDataChanged(Qt::Horizontal, column, column); }
-  // Around the removal of rows, or of the last column, from the source.
+  // Called before and after the removal of rows, or of the last column, from the source.
   void BeginRemoveRows(int first, int count);
   void EndRemoveRows();
   void BeginRemoveColumn();
   void EndRemoveColumn();
-  // The source's rows stand in another order.
+  // Called when the source's rows have another order.
   void AllChanged();
   void SetStrip(int stripId);
-  // Gets what the user has typed into a cell; the model stores nothing.
+  // Gets the text that the user has typed into a cell; the model stores nothing.
   std::function<void(int row, int column, const std::string& text)> edited;
   // Without it only the first column of a row can be selected.
   void SetFullRowSelect(bool on) { fullRowSelect = on; }

@@ -17,10 +17,10 @@ namespace mavro {
 namespace {
 
 constexpr int cRowPadding = 4;
-constexpr int cGridPercent = 15;  // how much of the text's colour a line between cells has
+constexpr int cGridPercent = 15;  // share of the text's colour in a line between cells
 
-// Mixed here and not by painting with a translucent pen: the toolkit hands each translucent line to
-// other threads and waits for them, which takes longer than all the rest of a row.
+// The colour is mixed here, not by painting with a translucent pen: the toolkit passes each
+// translucent line to other threads and waits for them, which takes longer than the rest of a row.
 QColor GridColor(const QPalette& palette) {
   const QColor text = palette.color(QPalette::Text);
   const QColor base = palette.color(QPalette::Base);
@@ -32,7 +32,7 @@ QColor GridColor(const QPalette& palette) {
 }
 
 // Rows of one height, that of the font or of the pictures; the selection shows without the focus
-// only where that is wanted.
+// only if that is wanted.
 class RowDelegate final : public QStyledItemDelegate {
  public:
   using QStyledItemDelegate::QStyledItemDelegate;
@@ -90,7 +90,7 @@ class RowView final : public QTreeView {
   void keyPressEvent(QKeyEvent* event) override {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (!isEnter) return QTreeView::keyPressEvent(event);
-    if (!IsEditing()) onEnter();  // else it is the one that ends the edit
+    if (!IsEditing()) onEnter();  // otherwise Enter ends the edit
   }
 
   void drawRow(QPainter* painter, const QStyleOptionViewItem& option,
@@ -140,7 +140,7 @@ class ListViewWindow final : public NativeListView {
     model->SetSource(nullptr);
   }
 
-  // Enter chooses a row where somebody waits for that; what edits a cell wants every key.
+  // Enter chooses a row if there is a handler for it; the editor of a cell wants every key.
   bool WantsKey(int virtualKey) const override {
     if (view->IsEditing()) return true;
     const auto* list = dynamic_cast<const ListView*>(creationData);
@@ -181,7 +181,7 @@ class ListViewWindow final : public NativeListView {
     const Quiet quiet(*this);
     model->BeginRemoveRows(first, count);
   }
-  // What the toolkit selects by itself in place of a row that is gone is not wanted.
+  // Undoes the selection that the toolkit makes by itself in place of a removed row.
   void RowsRemoved(int selected) override {
     const Quiet quiet(*this);
     model->EndRemoveRows();
@@ -230,7 +230,7 @@ class ListViewWindow final : public NativeListView {
   }
 
  private:
-  // While one lives, what happens is the program's doing and not told.
+  // While an object exists, the program makes the changes, and no notifications are sent.
   class Quiet {
    public:
     explicit Quiet(ListViewWindow& its) : window(its) { ++window.quiet; }

@@ -58,7 +58,7 @@ class ListBoxWindow final : public NativeItems {
   QObject context;     // ends the connections with this window
 };
 
-// A wheel that only passes over the box, on its way through a form, changes nothing.
+// Without the focus the wheel changes nothing: the user may only be scrolling the form.
 class ComboWidget final : public QComboBox {
  public:
   using QComboBox::QComboBox;
@@ -86,7 +86,7 @@ class ComboBoxWindow final : public NativeComboBox {
 
   std::string Text() const override { return FromScreen(box->currentText()); }
 
-  // A box to choose from shows no other text than its items'.
+  // A box without an editable text shows only the texts of its items.
   void SetText(const std::string& newText) override {
     quiet = true;
     if (box->isEditable())

@@ -81,8 +81,8 @@ bool BelongsToActiveForm(const QWindow* window) {
   return activeForm->impl->hwnd->widget->windowHandle() == window;
 }
 
-// From now on it is to be seen where the keyboard is. A button has it before its click is told, so
-// that what was typed elsewhere is committed by then.
+// From now on the focus is shown. A button gets the focus before its click is reported, so that
+// text typed elsewhere is already committed.
 void FocusByMnemonic(QWidget& widget) {
   widget.window()->setAttribute(Qt::WA_KeyboardFocusChange);
   if (qobject_cast<QAbstractButton*>(&widget) && widget.focusPolicy() & Qt::TabFocus)
@@ -125,7 +125,8 @@ void IdleSlotChanged() {
   }
   if (!slot.hook || slot.wakeDescriptor < 0) return;
   wakeNotifier = std::make_unique<QSocketNotifier>(slot.wakeDescriptor, QSocketNotifier::Read);
-  // Off until the idle pass has read the pipe: the notifier would tell the same again and again.
+  // The notifier is off until the idle pass has read the pipe: it would repeat the same event again
+  // and again.
   QObject::connect(wakeNotifier.get(), &QSocketNotifier::activated, [] {
     woken = true;
     wakeNotifier->setEnabled(false);
@@ -144,8 +145,8 @@ bool PollNow(int descriptor, int milliseconds) {
   return poll(&entry, 1, milliseconds) > 0;
 }
 
-// Between two looks at the descriptor the windows get to paint, at most this often while output
-// comes in a stream, at least this often while it doesn't.
+// The windows paint between two checks of the descriptor: at most this often during a stream of
+// output, at least this often otherwise.
 constexpr int cPaintInterval = 30;
 
 bool WaitWhilePainting(int descriptor, int milliseconds) {
@@ -182,7 +183,7 @@ void InstallQtLoop(QObject* application) {
   });
 }
 
-// A box of the toolkit's own stands above the modal form, and keeps the keyboard itself.
+// A box of the toolkit is above the modal form, and keeps the keyboard itself.
 void RaiseModalForm() {
   RunLater([] {
     NativeWindow* top = TopModalWindow();

@@ -30,8 +30,8 @@ QColor Mixed(QColor under, QColor over, double share) {
                 mix(under.blue(), over.blue()));
 }
 
-// The editing widget: text goes in and out through MemoText, and the view follows the end of what
-// is appended as long as it shows it.
+// The editing widget: text goes in and out through MemoText. The view follows the end of appended
+// text as long as it shows that end.
 class MemoEdit final : public QPlainTextEdit {
  public:
   explicit MemoEdit(QWidget* parent) : QPlainTextEdit(parent), lines(*document()) {
@@ -123,7 +123,7 @@ class MemoEdit final : public QPlainTextEdit {
     centerWhenShown = false;
   }
 
-  // A bar in the margin beside parts of a line that began above.
+  // Paints a bar in the margin beside the later parts of a line.
   void paintEvent(QPaintEvent* event) override {
     QPlainTextEdit::paintEvent(event);
     QPainter painter(viewport());
@@ -192,7 +192,7 @@ class MemoWindow final : public NativeMemo {
   void SetFont(const Font& font) override {
     QFont base =
         monospaced ? QFontDatabase::systemFont(QFontDatabase::FixedFont) : QApplication::font(edit);
-    if (monospaced) base.setStyleHint(QFont::Monospace);  // holds for a face that isn't there
+    if (monospaced) base.setStyleHint(QFont::Monospace);  // for a face that isn't installed
     itsFont = font;
     edit->setFont(ToScreenFont(font, base));
   }
@@ -248,7 +248,7 @@ class MemoWindow final : public NativeMemo {
   void SetMaxLines(int count) override { maxLines = count; }
 
  private:
-  // While one lives, what happens is the program's doing and not told.
+  // While an object exists, the program makes the changes, and no notifications are sent.
   class Quiet {
    public:
     explicit Quiet(MemoWindow& its) : window(its) { ++window.quiet; }
@@ -262,7 +262,7 @@ class MemoWindow final : public NativeMemo {
     if (quiet == 0) NotifyCommand(this, code);
   }
 
-  // Shows what has been appended, but for a character or line end that may still be cut.
+  // Shows the appended text, except a character or line end at its end that may be cut.
   void Flush() {
     const size_t length = ShowableLength(pending);
     if (length == 0) return;

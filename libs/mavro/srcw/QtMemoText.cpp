@@ -34,7 +34,7 @@ int CodePoints(const QString& text) {
 
 }  // namespace
 
-// Text ready for a document: "\n" stands for the end of a block.
+// Text ready for a document: "\n" is the end of a block.
 struct MemoText::Cut {
   struct End {
     int block;  // counted from the first block of the text
@@ -89,8 +89,8 @@ MemoText::Cut MemoText::CutLines(const QString& raw, int column, bool typed) {
   return cut;
 }
 
-// The block that the text is inserted into ends as the first of the new ones; what stood behind the
-// cursor keeps its end.
+// The block of the cursor gets the end of the first new block; the text after the cursor keeps its
+// end.
 void MemoText::InsertCut(QTextCursor& cursor, const Cut& cut) {
   const int first = cursor.blockNumber();
   const int oldState = cursor.block().userState();

@@ -13,7 +13,7 @@ namespace {
 
 constexpr char cMarked[] = "marked";
 
-// A popup. Its commands go to the window it was shown for, or to the form whose bar it stands in.
+// A popup. Its commands go to the window it was shown for, or to the form whose bar it is in.
 class QtMenu final : public NativeMenu {
  public:
   void AddItem(int id, const std::string& text) override {
@@ -38,7 +38,8 @@ class QtMenu final : public NativeMenu {
     if (QAction* item = Find(id)) item->setEnabled(on);
   }
 
-  // What can have a mark keeps room for it. A click must not turn it: the program says what is so.
+  // A row that can have a mark keeps room for it. A click must not toggle the mark: only the
+  // program sets it.
   void CheckItem(int id, bool on) override {
     QAction* item = Find(id);
     if (!item) return;

@@ -9,7 +9,7 @@ class QWidget;
 
 namespace mavro {
 
-// The pixels of a bitmap as the toolkit sees them, at their ratio. Valid as long as the bitmap.
+// The pixels of a bitmap as an image of the toolkit, at their ratio. Valid as long as the bitmap.
 QImage ImageOf(const Bitmap& bitmap);
 
 // Shows pixels over what a widget paints, at a place of the widget, until it next paints again.

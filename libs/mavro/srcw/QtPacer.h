@@ -8,12 +8,12 @@
 
 namespace mavro {
 
-// Lets a job that shows something run at once, but not again before the eye can tell: a burst of
-// requests then costs what the program does, not what the screen does.
+// Runs a job that shows something at once, but not again before the user could see a difference: a
+// burst of requests then costs the program's own work, not that of the screen.
 class Pacer final : public QObject {
  public:
-  // While a tool run blocks, the event loop passes without timers: a job that is due then runs with
-  // the pass.
+  // While a tool run blocks, the event loop runs without timers: a job that is due runs with the
+  // next pass of the loop.
   explicit Pacer(std::function<void()> itsJob) : job(std::move(itsJob)) {
     connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::awake, this, [this] {
       if (waiting.isActive() && IsDue()) RunNow();

@@ -11,7 +11,7 @@ namespace mavro {
 class PaintedFrame : public QFrame {
  public:
   explicit PaintedFrame(QWidget* parent);
-  // The window to tell; null when it is gone.
+  // Sets the window to notify; null when it is gone.
   void Attach(NativeWindow* its) { window = its; }
 
  protected:

@@ -9,9 +9,9 @@
 
 namespace mavro {
 
-// A framework colour as painted with `palette`; system colours follow it.
+// Converts a framework colour for painting with `palette`; system colours follow the palette.
 QColor ToScreenColor(Color color, const QPalette& palette);
-// A framework font over the platform's font for the widget.
+// Applies a framework font to the platform's font for the widget.
 QFont ToScreenFont(const Font& font, const QFont& base);
 
 }  // namespace mavro

@@ -11,7 +11,7 @@ namespace mavro {
 
 namespace {
 
-// The kinds of files that pictures are made of; what else the toolkit can decode stays out.
+// The file formats of pictures; other formats that the toolkit can decode are refused.
 constexpr const char* cFormats[] = {"bmp", "jpeg", "jpg", "png", "xpm", "gif", "ico"};
 constexpr int cBytesPerPixel = 4;
 

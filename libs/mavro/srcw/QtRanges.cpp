@@ -15,8 +15,8 @@ namespace mavro {
 
 namespace {
 
-// A whole number from a text: what lies outside the numbers there are is the nearest of them, and
-// what is no number counts as zero.
+// Reads a whole number from a text. A number outside the range of int becomes the nearest int; a
+// text that is not a number is zero.
 int NumberOf(const QString& text) {
   const std::string bytes = FromScreen(text.trimmed());
   const char* start = bytes.c_str() + (bytes.starts_with('+') ? 1 : 0);
@@ -26,8 +26,8 @@ int NumberOf(const QString& text) {
   return *start == '-' ? INT_MIN : INT_MAX;
 }
 
-// Takes any whole number while it is typed and brings it into the range when it is committed. A
-// wheel that only passes over, on its way through a form, changes nothing.
+// Takes any whole number while it is typed and brings it into the range when it is committed.
+// Without the focus the wheel changes nothing: the user may only be scrolling the form.
 class SpinWidget final : public QSpinBox {
  public:
   explicit SpinWidget(QWidget* parent) : QSpinBox(parent) { setFocusPolicy(Qt::StrongFocus); }

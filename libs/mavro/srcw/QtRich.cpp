@@ -18,8 +18,8 @@ namespace mavro {
 namespace {
 
 constexpr double cTwipsPerPixel = 15;  // at 96 dots per inch
-constexpr int cTabTwips = 720;         // between tab stops where none are told
-constexpr int cPlainHalfPoints = 24;   // what RTF has where no size is told
+constexpr int cTabTwips = 720;         // between tab stops if the text sets none
+constexpr int cPlainHalfPoints = 24;   // the RTF size if the text sets none
 
 double Pixels(int twips) {
   return twips / cTwipsPerPixel;
@@ -37,7 +37,7 @@ QTextBlockFormat FormatOf(const RtfParagraph& paragraph) {
   return format;
 }
 
-// Black is what RTF calls the colour of plain letters: it follows the palette.
+// Black is the colour of plain letters in RTF: it follows the palette.
 QTextCharFormat FormatOf(const RtfStyle& style, const RtfText& text, const QPalette& palette) {
   QTextCharFormat format;
   if (style.bold) format.setFontWeight(QFont::Bold);
@@ -56,8 +56,8 @@ QTextCharFormat FormatOf(const RtfStyle& style, const RtfText& text, const QPale
   return format;
 }
 
-// Longest word that is laid out in one go: each line that it fills costs all the rest of it. What
-// is longer stands in several blocks, its parts, which are one word where the text is asked for.
+// Longest word that is laid out in one go: each line that it fills costs all the rest of it. A
+// longer word is in several blocks, its parts; in the text that the view returns they are one word.
 constexpr int cLongestWord = 512;
 constexpr int cLaterPart = 1;  // state of a block whose word began in an earlier one
 
@@ -82,7 +82,7 @@ class RichBrowser final : public QTextBrowser {
 
   void BeginParagraph() { word = 0; }
 
-  // Text at the cursor; a word may go on from the text before.
+  // Inserts text at the cursor; its first word may continue the text before.
   void Insert(QTextCursor& cursor, const QString& text, const QTextCharFormat& format) {
     qsizetype start = 0;
     for (qsizetype i = 0; i < text.size(); ++i) {
@@ -172,7 +172,7 @@ class RichWindow final : public NativeRichView {
   }
   std::string PlainText() const override { return FromScreen(view->All()); }
 
-  // Enter follows the link that the keyboard stands on.
+  // Enter follows the link that the keyboard has selected.
   bool WantsKey(int virtualKey) const override {
     return virtualKey == VK_RETURN && view->textCursor().charFormat().isAnchor() &&
            view->textCursor().hasSelection();

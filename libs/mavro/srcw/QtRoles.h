@@ -6,8 +6,8 @@ class QWidget;
 
 namespace mavro {
 
-// Tells screen readers what a widget of ours is, where the toolkit would call it a mere area. The
-// last call counts.
+// Tells screen readers the role of one of our widgets, which the toolkit would only call an area.
+// The last call counts.
 void SetAccessibleRole(QWidget& widget, QAccessible::Role role);
 
 }  // namespace mavro

@@ -6,8 +6,8 @@
 
 namespace mavro {
 
-// The usable area of a screen in logical pixels. While there is none, as when the only screen is
-// unplugged, that of the screen asked for last.
+// The usable area of a screen in logical pixels. If there is no screen, as when the only one is
+// unplugged, the area of the screen asked for last.
 Rect UsableArea(const QScreen* screen);
 
 }  // namespace mavro

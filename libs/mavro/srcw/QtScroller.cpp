@@ -10,7 +10,7 @@ namespace mavro {
 
 namespace {
 
-// By QAbstractSlider::SliderAction, from SliderSingleStepAdd on.
+// Indexed by QAbstractSlider::SliderAction, starting with SliderSingleStepAdd.
 constexpr int cCodes[] = {SB_LINEDOWN, SB_LINEUP, SB_PAGEDOWN,  SB_PAGEUP,
                           SB_TOP,      SB_BOTTOM, SB_THUMBTRACK};
 
@@ -41,7 +41,7 @@ class ScrollerWindow final : public NativeScroller {
   }
 
   QWidget* ClientWidget() const override { return area->viewport(); }
-  // Children stand in what is scrolled.
+  // Children are in the scrolled area.
   Rect ClientArea() const override {
     const QWidget* view = area->viewport();
     return {-Bar(cHorizontal)->value(), -Bar(cVertical)->value(), view->width(), view->height()};
@@ -71,7 +71,7 @@ class ScrollerWindow final : public NativeScroller {
     return direction == cHorizontal ? area->horizontalScrollBar() : area->verticalScrollBar();
   }
 
-  // The toolkit goes on from where the receiver has left the bar.
+  // The toolkit continues from the position that the receiver has set.
   void Watch(Orientation direction, unsigned message) {
     QScrollBar* bar = Bar(direction);
     QObject::connect(bar, &QScrollBar::actionTriggered, &context, [this, bar, message](int action) {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr int cMargin = 6;  // between a pane's edge and its text
 
-// One pane: its text, cut with dots where it doesn't fit, and a line at its left edge.
+// One pane: its text, cut with dots if it doesn't fit, and a line at its left edge.
 class PaneLabel final : public QLabel {
  public:
   explicit PaneLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
@@ -34,7 +34,7 @@ class PaneLabel final : public QLabel {
   }
 };
 
-// Panes that have a width keep it; those of width 0 share what is left.
+// Panes that have a width keep it; those of width 0 share the remaining width.
 class PaneBar final : public QStatusBar {
  public:
   explicit PaneBar(QWidget* parent) : QStatusBar(parent) { setSizeGripEnabled(false); }

@@ -13,8 +13,8 @@
 #include "Application.h"
 #include "Resource.h"
 
-// The stock icons. Naming them here takes them out of the framework's archive into every program
-// that shows pictures and has none of its own with their id.
+// The stock icons. Naming them here links them from the framework's archive into every program that
+// shows pictures and has no stock icons of its own with their id.
 extern "C" const mavro::ResourceEntry theStockIcons __asm__("mavro_resource_PNG_1")
     __attribute__((visibility("hidden")));
 
@@ -36,8 +36,8 @@ QByteArray ResourceBytes(const char* type, uint64_t id) {
   return QByteArray::fromRawData(bytes.data(), static_cast<qsizetype>(bytes.size()));
 }
 
-// A strip of the format that knows no transparency: what has the color of the first pixel is
-// ground.
+// Reads a strip of a format without transparency: pixels with the color of the first one become
+// transparent.
 QImage BitmapPicture(uint64_t id) {
   const QImage picture = QImage::fromData(ResourceBytes("BITMAP", id));
   if (picture.isNull() || picture.hasAlphaChannel()) return picture;
@@ -57,7 +57,7 @@ const QImage& ResourcePicture(uint64_t id) {
   return *pictures.insert(id, picture.convertToFormat(QImage::Format_ARGB32_Premultiplied));
 }
 
-// Gray and half transparent, so that it recedes on any ground.
+// Returns the picture gray and half transparent, so that it is faint on any ground.
 QImage Disabled(const QImage& picture) {
   QImage result = picture.convertToFormat(QImage::Format_ARGB32);
   for (int y = 0; y < result.height(); ++y) {
@@ -71,7 +71,7 @@ QImage Disabled(const QImage& picture) {
   return result;
 }
 
-// The size of a picture, which its first bytes say; empty when there is none.
+// The size of a picture, read from its first bytes; empty if there is no picture.
 QSize ResourcePictureSize(uint64_t id) {
   static QHash<quint64, QSize> sizes;
   const auto found = sizes.constFind(id);
@@ -87,8 +87,7 @@ QSize ResourcePictureSize(uint64_t id) {
   return *sizes.insert(id, size);
 }
 
-// A picture of a strip. Of the sizes that the strip was drawn in only those are decoded that the
-// screen asks for.
+// A picture of a strip. Only the sizes that the screen asks for are decoded.
 class StripEngine final : public QIconEngine {
  public:
   StripEngine(const ImageStrip& strip, int index) : strip(strip), index(index) {}
@@ -139,7 +138,7 @@ class StripEngine final : public QIconEngine {
     return index >= 0 && index < strips / std::max(WidthAt(strip, scale), 1);
   }
 
-  // The smallest picture that needs not be enlarged, else the largest one.
+  // The scale of the smallest picture that need not be enlarged, else of the largest one.
   double ScaleFor(const QSize& size) const {
     double best = 0;
     for (const double scale : cStripScales) {

@@ -4,12 +4,12 @@
 
 namespace mavro {
 
-// A picture of a registered strip, sharp at every scale the strip was drawn for, with its grayed
-// look for disabled buttons. Empty for a strip or an index that doesn't exist.
+// A picture of a registered strip, sharp at every scale that the strip was drawn for, with its
+// grayed look for disabled buttons. Empty for a strip or an index that doesn't exist.
 QIcon StripIcon(int stripId, int index);
 // The size of a strip's pictures in logical pixels; empty for a strip that isn't registered.
 QSize StripPictureSize(int stripId);
-// A picture of its own, such as the application's icon, in all the sizes it was drawn in.
+// A picture that is in no strip, such as the application's icon, in all its sizes.
 QIcon ResourceIcon(int id);
 
 }  // namespace mavro

@@ -25,7 +25,7 @@ QColor Plain(Color color) {
 }
 
 // Draws on the pixels of a bitmap, in device coordinates throughout: every place and width is
-// rounded to whole device pixels, so that level and upright edges are sharp at any ratio.
+// rounded to whole device pixels, so that horizontal and vertical edges are sharp at any ratio.
 class QtSurface : public DrawSurface {
  public:
   QtSurface(const Bitmap& itsBitmap, Control* like)
@@ -175,7 +175,7 @@ class QtSurface : public DrawSurface {
     painter.fillPath(path, fill);
     Stroke(path);
   }
-  // As a filled shape: the toolkit's own thin lines leave corners out.
+  // Draws the line as a filled shape: the toolkit's own thin lines leave out corners.
   void Stroke(const QPainterPath& path) {
     if (pen.style == Pen::cNone) return;
     QPainterPathStroker stroker;
@@ -185,7 +185,7 @@ class QtSurface : public DrawSurface {
     stroker.setDashPattern(cPenStyles[pen.style]);
     painter.fillPath(stroker.createStroke(path), Plain(pen.color));
   }
-  // Where a pen goes so that what it draws stays inside `rect`.
+  // The path of a pen whose drawing stays inside `rect`.
   QRectF Outline(const Rect& rect) const {
     const double half = pen.style == Pen::cNone ? 0 : PenWidth() / 2.0;
     return QRectF(DeviceRect(rect)).adjusted(half, half, -half, -half);
@@ -246,7 +246,7 @@ class WindowSurface final : public QtSurface {
   }
 
  protected:
-  // Where nothing has been drawn yet, the window's ground.
+  // The color of a pixel; where nothing has been drawn yet, the window's ground.
   Color PixelColor(QRgb pixel) const override {
     const int below = 255 - qAlpha(pixel);
     const auto mix = [&](int over, int under) { return over + under * below / 255; };

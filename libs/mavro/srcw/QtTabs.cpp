@@ -31,7 +31,7 @@ class TabRow final : public QTabBar {
     setSelectionBehaviorOnRemove(SelectRightTab);
   }
 
-  // While a tab is dragged no other can be selected: lets go of it, as if the button were released.
+  // Ends a drag as if the button were released: while a tab is dragged, no other can be selected.
   void EndDrag() {
     QMouseEvent release(QEvent::MouseButtonRelease, QPointF(-1, -1), QPointF(-1, -1),
                         Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
@@ -53,7 +53,7 @@ class TabRow final : public QTabBar {
     if (event->button() == Qt::MiddleButton) pressed = tabAt(event->position().toPoint());
     QTabBar::mousePressEvent(event);
   }
-  // While the base class moves tabs none may come or go.
+  // While the base class moves tabs, none may be added or removed.
   void mouseMoveEvent(QMouseEvent* event) override {
     bool moved = false;
     const auto watch = connect(this, &QTabBar::tabMoved, this, [&moved] { moved = true; });
@@ -72,7 +72,7 @@ class TabRow final : public QTabBar {
   int pressed = -1;
 };
 
-// The tabs above the area that pages stand in.
+// The tabs above the area of the pages.
 class TabsWidget final : public QWidget {
  public:
   explicit TabsWidget(QWidget* parent)
@@ -175,7 +175,7 @@ class TabsWindow final : public NativeTabs {
   }
 
  private:
-  // A key that goes to the next or previous tab from anywhere in the pages, around the ends.
+  // Adds a key that selects the next or previous tab from anywhere in the pages, around the ends.
   void AddKey(const QKeySequence& key, int step) {
     auto* shortcut = new QShortcut(key, tabs);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);

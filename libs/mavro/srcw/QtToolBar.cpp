@@ -119,7 +119,7 @@ class ToolBarWindow final : public NativeToolBar {
                   reinterpret_cast<Param>(static_cast<NativeWindow*>(this)));
   }
 
-  // The buttons that have no room, as a menu. Rows between them that are separators stay lines.
+  // Fills a menu with the buttons that have no room. Separators between them become lines.
   void FillRest() {
     rest->clear();
     for (size_t i = 0; i < looks.size(); ++i) {
@@ -141,7 +141,7 @@ class ToolBarWindow final : public NativeToolBar {
   QMenu* rest;
   int strip = 0;
   QSize pictureSize;
-  std::vector<QToolButton*> buttons;  // null for rows that are none
+  std::vector<QToolButton*> buttons;  // null for rows that are not buttons
   std::vector<ToolRowLook> looks;
   std::vector<Rect> places;
   QObject guard;  // ends the connections with this window

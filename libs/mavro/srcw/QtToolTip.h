@@ -5,7 +5,7 @@
 
 namespace mavro {
 
-// A tool tip that shows `text` as it is, also where it looks like markup.
+// A tool tip that shows `text` as it is, even if it looks like markup.
 inline QString PlainToolTip(const QString& text) {
   if (!Qt::mightBeRichText(text)) return text;
   return "<span style='white-space:pre'>" + text.toHtmlEscaped() + "</span>";

@@ -64,7 +64,7 @@ class TreeModel final : public QAbstractItemModel {
     return QVariant();
   }
 
-  // The calls of the base that tell views what is about to happen.
+  // Calls of the base class that announce changes to the views.
   void BeginAdd(const TreeNode* parentNode, int row) {
     beginInsertRows(IndexOf(parentNode), row, row);
   }
@@ -111,7 +111,7 @@ class TreeWidget final : public QTreeView {
     connect(this, &QTreeView::collapsed, &width, changed);
   }
 
-  // The selected node, which the one with the focus frame need not be.
+  // The selected node; another one may have the focus frame.
   QModelIndex Selected() const { return selectionModel()->selectedIndexes().value(0); }
 
   TreeModel model;
@@ -133,8 +133,8 @@ class TreeWidget final : public QTreeView {
     if (event->button() == Qt::LeftButton && clicked.isValid() && onText) Choose(clicked);
   }
 
-  // A text that is cut off shows in full in a tool tip. A click meets the column as wide as it is
-  // to be.
+  // A text that is cut off is shown in full in a tool tip. The column gets its due width before a
+  // click is handled.
   bool viewportEvent(QEvent* event) override {
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
       width.RunNow();
@@ -148,7 +148,8 @@ class TreeWidget final : public QTreeView {
   }
 
  private:
-  // As wide as what is shown. The header's own way would measure at every node that is added.
+  // Makes the column as wide as the shown nodes. The header's own mode would measure after each
+  // added node.
   Pacer width{[this] { resizeColumnToContents(0); }};
 
   void Choose(const QModelIndex& index) {
@@ -219,7 +220,7 @@ class TreeWindow final : public NativeTreeView {
   bool WantsKey(int virtualKey) const override { return virtualKey == VK_RETURN && SelectedNode(); }
 
  private:
-  // While one lives, what happens is the program's doing and nobody is told.
+  // While an object exists, the program makes the changes, and no notifications are sent.
   class Quiet {
    public:
     explicit Quiet(TreeWindow& its) : window(its), before(its.quiet) { window.quiet = true; }

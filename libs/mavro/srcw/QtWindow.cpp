@@ -42,7 +42,7 @@ QtEvents* EventsOf(QWidget* widget) {
       widget->findChild<QObject*>("mavroEvents", Qt::FindDirectChildrenOnly));
 }
 
-// Whether screen readers call a widget by the text it shows.
+// True if screen readers call a widget by the text it shows.
 bool IsNamedByText(const QWidget& named) {
   return qobject_cast<const QAbstractButton*>(&named) || qobject_cast<const QLabel*>(&named) ||
          qobject_cast<const QGroupBox*>(&named);
@@ -208,7 +208,7 @@ int NativeWindow::ClientHeight() const {
   return ClientArea().height;
 }
 
-// What is hidden gives the keyboard away: the toolkit would go on sending it the keys.
+// A hidden window gives up the keyboard: the toolkit would otherwise still send it the key presses.
 void NativeWindow::Show(bool on) {
   QWidget* focused = widget->window()->focusWidget();
   if (!on && !widget->isWindow() && focused && (focused == widget || widget->isAncestorOf(focused)))

@@ -10,10 +10,10 @@ class RangeImpl : public SysImpl {
  public:
   void Destroy() override;
   void OnCommand(int code, Param handle) override;
-  // Enter commits what has been typed and is passed on.
+  // Enter commits the typed text and is passed on.
   Param OnNotify(NotifyHeader* header) override;
 
-  // Brings range and value to the window; before it exists they are kept as they were set.
+  // Sends range and value to the window; before it exists they are kept as they were set.
   void RangeChanged();
 
   int min = 0;

@@ -64,7 +64,7 @@ class Scroller::Impl : public Container::Impl {
     return 1;
   }
 
-  // Brings a window inside this one into view, its beginning where it doesn't fit.
+  // Brings a window inside this one into view, its start if it doesn't fit.
   Param Reveal(const NativeWindow& inner) {
     const NativeWindow* window = hwnd;
     const Rect content = hwnd->ScreenClientRect();

@@ -6,7 +6,7 @@
 
 namespace mavro {
 
-// The text is the number's; one that is set before the window exists becomes the value.
+// The text is that of the number; a text that is set before the window exists becomes the value.
 class SpinEdit::Impl : public RangeImpl {
  public:
   Impl() {

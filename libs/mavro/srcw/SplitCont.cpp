@@ -46,7 +46,7 @@ int SplitContainer::Impl::Size() const {
   return Split().orientation == 1 ? hwnd->ClientWidth() : hwnd->ClientHeight();
 }
 
-// Where both panes have the same room, as far as their smallest sizes let them.
+// The position that gives both panes the same size, as far as their smallest sizes allow.
 int SplitContainer::Impl::Middle() const {
   const SplitContainer& split = Split();
   const int most = std::max(Size() - split.minSize2 - SplitBar::cThickness, 0);
@@ -86,7 +86,7 @@ void SplitContainer::Impl::PlaceAndLayOut() {
   RelayPane(Split().pan2);
 }
 
-// A single pane is all there is to see; a bar beside it could move nothing.
+// Shows a single pane without the bar, which would have nothing to move.
 bool SplitContainer::Impl::PlaceSingle(int w, int h) {
   const SplitContainer& split = Split();
   const bool isSingle = split.pan1->visible != split.pan2->visible;
@@ -132,7 +132,7 @@ void SplitBar::Impl::ShowCursor(bool inside) {
   owner->cursor = inside ? sizing : Cursor::cDefault;
 }
 
-// The mouse along the axis of the container, which the bar's own place is told in.
+// The mouse position along the axis of the container, in the coordinates of the bar's position.
 int SplitBar::Impl::AxisPosition(Param lParam) const {
   return isVertical ? PointX(lParam) + owner->left : PointY(lParam) + owner->top;
 }

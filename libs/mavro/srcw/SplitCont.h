@@ -22,22 +22,24 @@ class SplitBar::Impl : public SysImpl {
   bool dragging = false;
 };
 
-// Owns the bar, places the panes on both sides of it and routes what their children tell.
+// Owns the bar, places the panes on both sides of it and routes the notifications of their
+// children.
 class SplitContainer::Impl : public Container::Impl {
  public:
   void Create() override;
   void AfterCreate() override;
   Param WndProc(unsigned message, Param wParam, Param lParam) override;
 
-  // Moves the bar to `wanted`, clamped once it has been placed; nothing when it stands there.
+  // Moves the bar to `wanted`, clamped once it has been placed; does nothing if it is already
+  // there.
   void SetPosition(int wanted);
-  // Places panes and bar, and what the panes hold.
+  // Places the panes, the bar and the contents of the panes.
   void PlaceAndLayOut();
-  // What the property says has been assigned.
+  // Called when the property has been assigned.
   void PositionChanged();
 
   int told =
-      -1;  // what the property says: where the bar is, or before the window where it shall be
+      -1;  // value of the property: the bar's place, or before the window exists, its future place
 
  private:
   SplitContainer& Split() const;

@@ -10,7 +10,7 @@ namespace mavro {
 
 class StatusBar::Impl : public SysImpl {
  public:
-  // A font that doesn't fit the height makes the bar higher.
+  // A font too large for the height makes the bar higher.
   void Create() override {
     CreateNative("msctls_statusbar32", cWantsKeys);
     PanesChanged();

@@ -22,7 +22,7 @@ constexpr ColorRow cColorRows[] = {{"Edit", WM_CTLCOLOREDIT},
                                    {"ComboBox", WM_CTLCOLORLISTBOX},
                                    {"Button", WM_CTLCOLORBTN}};
 
-// By which message a window of a class asks for its colours.
+// The message by which a window of a class asks for its colours.
 unsigned ColorMessage(std::string_view className) {
   for (const ColorRow& row : cColorRows)
     if (row.className == className) return row.message;
@@ -113,8 +113,8 @@ void SysImpl::Destroy() {
   owner->state = cNoWindow;
 }
 
-// A window that is asked for inside a hidden container is seen once that is. Children come and go
-// with their container; a handler may have hidden it again, or destroyed it.
+// A window shown inside a hidden container becomes visible together with the container. Children
+// are shown and hidden with their container; a handler may have hidden it again, or destroyed it.
 void SysImpl::Show(bool on) {
   if (!hwnd) return;
   hwnd->Show(on && visible);
@@ -154,8 +154,8 @@ void SysImpl::EnabledChanged() {
   if (hwnd) hwnd->Enable(enabled);
 }
 
-// A child that becomes visible in a shown parent gets its window shown, with its children. The
-// places of its siblings close up or make room when the parent's layout next runs.
+// A child that becomes visible in a shown parent gets its window shown, with its children. Its
+// siblings close up or make room when the parent's layout next runs.
 void SysImpl::VisibleChanged() {
   if (owner->parent) owner->parent->layoutPending = true;
   if (!hwnd) return;

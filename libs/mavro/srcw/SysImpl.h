@@ -12,7 +12,7 @@ class Brush;
 class DataLink;
 
 // The platform half of a control: holds its native window and turns messages into its events. Owned
-// by the control. Plain code over NativeWindow: the toolkit is not seen from here.
+// by the control. Plain code over NativeWindow, independent of the toolkit.
 class SysImpl : public object {
  public:
   // Kinds above cContainer are forms and may have menus.
@@ -54,7 +54,7 @@ class SysImpl : public object {
   void EnabledChanged();
   void VisibleChanged();
   void ColorsChanged();
-  // Shows the colours that the parent answers with, or for containers and forms their own.
+  // Shows the colours that the parent returns; containers and forms show their own.
   void ShowColors();
   void FontChanged();
   void CursorChanged();
@@ -62,7 +62,8 @@ class SysImpl : public object {
   void HintChanged();
   void AccessibleNameChanged();
 
-  // The area that children are laid out in: the client area, without a window the control's bounds.
+  // The area that children are laid out in: the client area, or without a window, the control's
+  // bounds.
   Rect ClientRect() const;
 
   Control* owner = nullptr;
@@ -75,7 +76,7 @@ class SysImpl : public object {
   bool eraseBackground;
   bool textIsLive = true;
   bool keepTextOnDestroy = false;
-  int modalResult = 0;  // what a button closes its form with
+  int modalResult = 0;  // the result that a button closes its form with
   DataLink* dataLink = nullptr;
   int mouseX = 0;  // where the mouse was last pressed, client coordinates
   int mouseY = 0;
@@ -91,7 +92,8 @@ class SysImpl : public object {
 
  protected:
   Control& Owner() const { return *owner; }
-  // The control's bounds, writable: what windows report goes here without a setter being called.
+  // The control's bounds, writable: the bounds that windows report are stored here without a call
+  // of a setter.
   Rect& OwnerBounds() const;
   // Fires one of the control's events; false if the control is gone afterwards.
   bool FireNotify(NotifyEvent& event, int value = 0);
@@ -101,7 +103,7 @@ class SysImpl : public object {
   Param OnContextMenu(Param wParam, Param lParam);
   Param OnKey(unsigned message, Param wParam, Param lParam);
   Param OnMouse(unsigned message, Param wParam, Param lParam);
-  // The mouse has come or gone.
+  // Called when the mouse has entered or left.
   Param OnCrossing(unsigned message, Param wParam, Param lParam);
 };
 
@@ -121,7 +123,7 @@ class Container::Impl : public SysImpl {
 };
 
 // Every control that has a window, found from it by the 1-based index in its user data. The order
-// means nothing: removal moves the last control into the hole.
+// has no meaning: removal moves the last control into the gap.
 void RegisterDisplayable(Control* control);
 void UnregisterDisplayable(Control* control);
 // The control of a window, or null.

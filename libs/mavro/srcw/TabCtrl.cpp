@@ -11,7 +11,7 @@ namespace mavro {
 
 namespace {
 
-// What has the focus at or below `control`, or null.
+// The focused control at or below `control`, or null.
 Control* FocusedIn(Control& control) {
   if (control.IsFocused()) return &control;
   for (Control* child : control.children)
@@ -19,7 +19,7 @@ Control* FocusedIn(Control& control) {
   return nullptr;
 }
 
-// Looks for the control among those at or below `control`; a pointer to one that is gone is fine.
+// True if `wanted` is at or below `control`; it may point to a destroyed control.
 bool Holds(const Control& control, const Control* wanted) {
   return &control == wanted ||
          std::any_of(control.children.begin(), control.children.end(),
@@ -59,7 +59,7 @@ void TabCtrl::Impl::Create() {
   for (const TabPage* page : pages) PageImageChanged(*page);
 }
 
-// The row of tabs is a child of this window, whatever parent it has itself.
+// The row of tabs is treated as a child of this window, whatever its native parent.
 Param TabCtrl::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
   if (message == WM_NOTIFY) {
     auto* header = reinterpret_cast<NotifyHeader*>(lParam);
@@ -132,7 +132,7 @@ void TabCtrl::Impl::NumberPages() {
   for (TabPage* page : Tabs().pages) page->pageIndex = number++;
 }
 
-// The row may tell of the tab that was passed; the dragged one is the selected one.
+// The row may report the tab that was passed; the dragged tab is the selected one.
 void TabCtrl::Impl::PageMoved(int from, int to) {
   if (draggedFrom < 0) draggedFrom = selectedIndex;
   MoveElement(Tabs().pages, from, to);
@@ -149,7 +149,8 @@ void TabCtrl::Impl::TellMove() {
   Tabs().onMovePage.Fire(args);
 }
 
-// Back to where it last was on the page, else to the first that takes it, else to the tabs.
+// Moves the focus to the control that last had it on the page, else to the first that takes it,
+// else to the tabs.
 void TabCtrl::Impl::MoveFocus(TabPage& from, TabPage* to) {
   Control* focused = hwnd ? FocusedIn(from) : nullptr;
   if (!focused) return;
@@ -159,8 +160,8 @@ void TabCtrl::Impl::MoveFocus(TabPage& from, TabPage* to) {
   (target ? target : owner)->Focus();
 }
 
-// The new page is shown before the old one goes, and takes the focus from it, so that the focus
-// never wanders off. False when a handler has destroyed the control or shown yet another page.
+// The new page is shown before the old one is hidden, and takes the focus from it, so that no other
+// window gets the focus. False if a handler has destroyed the control or shown yet another page.
 bool TabCtrl::Impl::ShowSelected() {
   const auto& pages = Tabs().pages;
   TabPage* next = selectedIndex < 0 ? nullptr : pages[static_cast<size_t>(selectedIndex)];
@@ -188,7 +189,7 @@ bool TabCtrl::Impl::ShowSelected() {
   return !interrupted();
 }
 
-// The first page is selected, and so is one whose index was assigned before it came.
+// Selects the page if it is the first one, or if its index was assigned before it was added.
 void TabCtrl::Impl::PageAdded(TabPage& page) {
   NumberPages();
   page.visible = false;

@@ -14,7 +14,8 @@ class TabPage::Impl : public Container::Impl {
   Control* lastFocus = nullptr;  // had the focus when the page was left; may be gone since
 };
 
-// Shows one page of the control and hides the others, and routes what the pages' children tell.
+// Shows one page of the control and hides the others, and routes the notifications of the pages'
+// children.
 class TabCtrl::Impl : public Container::Impl {
  public:
   void Create() override;
@@ -28,17 +29,17 @@ class TabCtrl::Impl : public Container::Impl {
   void ImageListChanged();
   void PageImageChanged(const TabPage& page);
   void CaptionChanged(TabPage& page);
-  // For a page that has just come into the list of pages, or left its place there.
+  // Called after a page has been added to the list of pages, or removed from it.
   void PageAdded(TabPage& page);
   void PageRemoved(TabPage& page, int index);
 
-  int selectedIndex = -1;  // may be ahead of the pages until the window exists
+  int selectedIndex = -1;  // may be greater than the last page's until the window exists
   bool closable = false;
   bool movable = false;
   int imageList = 0;
-  int usedList = 0;  // the list in force: another can't take its place
+  int usedList = 0;  // the list in use: it can't be replaced
   TabPage* shown = nullptr;
-  int draggedFrom = -1;  // where the selected page was when handlers were last told
+  int draggedFrom = -1;  // index of the selected page when handlers were last called
 
  private:
   TabCtrl& Tabs() const { return *static_cast<TabCtrl*>(owner); }

@@ -11,7 +11,7 @@ namespace mavro {
 
 namespace {
 
-// By index; null where a timer has been destroyed.
+// All timers by index; null for a destroyed timer.
 std::vector<Timer*>& Timers() {
   static std::vector<Timer*> timers;
   return timers;

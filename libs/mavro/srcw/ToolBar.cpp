@@ -28,8 +28,8 @@ std::string LabelOf(const Action& action) {
 
 }  // namespace
 
-// Routes what the bar's own children tell as a container does, though the bar is none for programs
-// to fill.
+// Routes the notifications of the bar's own children as a container does, although programs can't
+// use the bar as a container.
 class ToolBar::Impl : public Container::Impl {
  public:
   void Create() override;
@@ -48,12 +48,12 @@ class ToolBar::Impl : public Container::Impl {
   ToolBar& Bar() const { return *static_cast<ToolBar*>(owner); }
   ToolRowLook LookOf(const Row& row) const;
   Control* LiveControl(const Row& row) const;
-  // The framework's own icons where no strip is named.
+  // The framework's own icons if no strip is set.
   int StripOf() const { return images == 0 ? Icons::cStrip : images; }
   Rect PictureSize() const;
   static int CommandOf(const Row& row);
 
-  int ownHeight = ToolBarHeight(cDefaultPicture);  // what the pictures asked for
+  int ownHeight = ToolBarHeight(cDefaultPicture);  // the height that the pictures need
 };
 
 void ToolBar::Impl::Create() {
@@ -129,7 +129,7 @@ void ToolBar::Impl::ShowRow(int row) {
   if (hwnd) Window()->SetRow(row, LookOf(Bar().GetRow(row)));
 }
 
-// A control without room is put where it can't be seen; it keeps its size.
+// A control without room is placed where it is not visible; it keeps its size.
 void ToolBar::Impl::PlaceRows() {
   std::vector<ToolRowWish> wishes;
   for (const Row& row : Bar().rows) {

@@ -11,7 +11,7 @@ constexpr int cButtonMargin = 3;  // around a picture
 constexpr int cSeparatorWidth = 9;
 constexpr int cControlGap = 3;  // on both sides of a control
 constexpr int cMoreWidth = 18;
-constexpr int cBarPadding = 10;  // what a bar is higher than its pictures
+constexpr int cBarPadding = 10;  // height of a bar beyond that of its pictures
 
 int WidthOf(const ToolRowWish& wish, int pictureWidth) {
   switch (wish.kind) {

@@ -6,7 +6,7 @@
 
 namespace mavro {
 
-// What a row of a tool bar asks for. A control keeps its size; one that is hidden takes no room.
+// The size that a row of a tool bar needs. A control keeps its size; a hidden one takes no room.
 struct ToolRowWish {
   enum Kind { cButton, cSeparator, cControl };
   Kind kind = cButton;
@@ -14,7 +14,7 @@ struct ToolRowWish {
   int height = 0;
 };
 
-// Where the rows of a tool bar stand. One with an empty rectangle has no room.
+// The places of the rows of a tool bar. A row with an empty rectangle has no room.
 struct ToolRowPlan {
   std::vector<Rect> places;
   Rect more;  // the button that offers the rest; empty when all have room

@@ -11,7 +11,7 @@ template <class Map, class Key>
 void EraseFrom(Map& map, const Key& key, TreeNode* node) {
   const auto found = map.find(key);
   auto& nodes = found->second;
-  // The one added last is mostly the one that goes.
+  // The node added last is usually the one to remove.
   const auto last = std::find(nodes.rbegin(), nodes.rend(), node);
   nodes.erase(std::next(last).base());
   if (nodes.empty()) map.erase(found);

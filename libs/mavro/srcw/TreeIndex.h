@@ -8,15 +8,15 @@
 
 namespace mavro {
 
-// Finds the nodes of a tree by what they hold. Kept by the tree, which reports each change. A new
-// node is entered when somebody next looks for one: a tree that is only filled and shown pays
-// nothing for being searchable.
+// Finds the nodes of a tree by their contents. Owned by the tree, which reports each change. A new
+// node is entered at the next search: a tree that is only filled and shown has no cost for the
+// index.
 class TreeIndex {
  public:
   void Add(TreeNode* node) { pending.push_back(node); }
-  // Before the node's text, data or place changes.
+  // Called before the node's text, data or place changes.
   void Remove(TreeNode* node);
-  // With everything below it.
+  // Removes the node with everything below it.
   void RemoveTree(TreeNode* node);
   void Clear();
 
@@ -24,7 +24,7 @@ class TreeIndex {
   TreeNode* FirstWithData(int data);
 
  private:
-  // In the order added.
+  // Nodes in the order added.
   using Nodes = std::vector<TreeNode*>;
   static size_t KeyOf(const TreeNode* parentNode, const std::string& label);
   void EnterPending();

@@ -29,8 +29,8 @@ class TreeView::Impl : public SysImpl {
   int imageList = 0;
   TreeNode root;
   TreeIndex index;
-  TreeNode* selected = nullptr;   // what the window has selected, or will have
-  TreeNode* expanding = nullptr;  // whose onExpand is being fired
+  TreeNode* selected = nullptr;   // the node that the window has selected, or will select
+  TreeNode* expanding = nullptr;  // the node whose onExpand is running
 
  private:
   TreeView& TheTree() const { return *static_cast<TreeView*>(owner); }
@@ -76,7 +76,7 @@ void TreeView::Impl::Fire(TreeEvent& event, TreeNode* node) {
   event.Fire(args);
 }
 
-// What is none of the tree's own notifications is passed on.
+// Other notifications than the tree's own are passed on.
 Param TreeView::Impl::OnNotify(NotifyHeader* header) {
   const auto* told = static_cast<const TreeHeader*>(header);
   switch (header->code) {
@@ -132,7 +132,7 @@ TreeNode* TreeView::Impl::Insert(TreeNode* parentNode, int at, std::unique_ptr<T
   index.Add(added);
   if (!hwnd) return added;
   Window()->NodeAdded();
-  // A node without children can't be shown expanded; its first child makes up for it.
+  // A node without children can't be shown expanded; it is expanded when its first child is added.
   if (parentNode && parentNode->expanded && siblings.size() == 1)
     Window()->ExpandNode(parentNode, true);
   return added;

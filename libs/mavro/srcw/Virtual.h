@@ -4,7 +4,7 @@
 
 namespace mavro {
 
-// Virtual key codes by the names of the window system that the framework's rules are told in.
+// Virtual key codes by the names of the window system that the framework's rules use.
 enum VirtualKey {
   VK_BACK = Key::cBackspace,
   VK_TAB = Key::cTab,
