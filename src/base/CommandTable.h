@@ -28,7 +28,7 @@ constexpr int cKeySlash = 0xBF;
 enum class Offered { cNow, cLater };
 
 // Says if a command may be carried out while a build handles messages between two files. A command
-// that would change or close the project or its files during the build is refused, with a beep.
+// that would take away the project or its files during the build is refused, with a beep.
 enum class WhileBuilding { cAllowed, cRefused };
 
 // One row of a command table.

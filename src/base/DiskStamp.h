@@ -14,7 +14,7 @@ struct DiskStamp {
   uint64_t inode = 0;
   int64_t size = 0;     // bytes
   int64_t changed = 0;  // nanoseconds since the epoch
-  // The time of the last change of the file or its attributes, which can't be set back.
+  // The same for the last change of the file or its attributes, a time that can't be set back.
   int64_t touched = 0;
   friend bool operator==(const DiskStamp&, const DiskStamp&) = default;
 };
