@@ -68,7 +68,7 @@ CppPiece CppLexer::Directive() {
   return Piece(Kind::cDirective, start);
 }
 
-// As the preprocessor reads numbers: a sign behind an exponent's letter belongs to it.
+// Reads a number like the preprocessor: a sign after an exponent's letter belongs to it.
 CppPiece CppLexer::Number() {
   const size_t start = at;
   const auto isSignOfExponent = [this](size_t place) {
@@ -100,7 +100,7 @@ CppPiece CppLexer::Word() {
   return Piece(Kind::cWord, start);
 }
 
-// Stands at the opening sign.
+// Begins at the opening sign.
 CppPiece CppLexer::Literal(size_t start, char sign) {
   for (++at; at < text.size() && Peek() != sign && Peek() != '\n'; ++at)
     if (Peek() == '\\' && Peek(1) != '\n') ++at;

@@ -87,8 +87,8 @@ void PutInFront(RecentList& list, std::string path) {
   list.items.insert(list.items.begin(), std::move(path));
 }
 
-// Keeps other running copies of this program from writing the settings, as long as it lives. If it
-// can't, the settings are written all the same.
+// Keeps our other running programs from writing the settings, as long as it lives. If it can't, the
+// settings are written all the same.
 class FolderLock {
  public:
   explicit FolderLock(const std::string& folder)
@@ -127,7 +127,8 @@ int CorrectedSize(int size, int smallest, int screen) {
   return size < smallest || size > screen ? screen : size;
 }
 
-// A size that the next start won't treat as damaged, limited to the screen's size.
+// A share of the screen, large enough that the next start won't treat it as damaged, but not larger
+// than the screen.
 int ShareOf(int screen, int percent, int smallest) {
   return std::min(std::max(screen * percent / 100, smallest), screen);
 }

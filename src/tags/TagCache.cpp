@@ -23,7 +23,7 @@ std::string Hexadecimal(uint64_t mark) {
 
 // Group: writing.
 
-// True if a reader would read the written element as another one.
+// Says if an element may be written that a reader would read as another one.
 enum class Misread { cAllowed, cMended };
 
 // Only three letters are compared: the whole family of names is meant.

@@ -137,7 +137,7 @@ void TagC::CloseGroup(ParenGroup& group) {
   if (group.isOldStyleList) argText.clear();
 }
 
-// True if the group is a name in parentheses. The character after it decides.
+// True if the group is a name in parentheses. `c` is the character after the group.
 bool TagC::IsNameInParens(const ParenGroup& group, int c) {
   Statement& st = *currentStatement;
   if (!group.mayBeName || !st.activeToken().Is(TOKEN_PAREN_NAME) || st.seen.parenNameSeen)
