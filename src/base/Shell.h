@@ -88,7 +88,7 @@ class FilesShell {
   // Called before the session opens a file that was open the last time; false leaves it closed.
   virtual bool MayReopen(const std::string& path, int line) = 0;
   // Closing all files is two steps, so that nothing is closed before all questions are answered:
-  // asking about unsaved changes, false when the user wants to go on; and closing without asking.
+  // asking about unsaved changes, false when the user cancels; and closing without asking.
   virtual bool MayCloseAllFiles() = 0;
   virtual void CloseAllFiles() = 0;
   virtual void SaveChangedFiles() = 0;

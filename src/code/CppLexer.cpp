@@ -100,7 +100,7 @@ CppPiece CppLexer::Word() {
   return Piece(Kind::cWord, start);
 }
 
-// Begins at the opening sign.
+// `at` is at the opening sign on entry.
 CppPiece CppLexer::Literal(size_t start, char sign) {
   for (++at; at < text.size() && Peek() != sign && Peek() != '\n'; ++at)
     if (Peek() == '\\' && Peek(1) != '\n') ++at;
@@ -121,7 +121,7 @@ CppPiece CppLexer::RawLiteral(size_t start) {
 
 CppPiece CppLexer::Sign() {
   const size_t start = at;
-  constexpr std::string_view cSecond = "=:>&|+-<./";  // no other character goes on with a sign
+  constexpr std::string_view cSecond = "=:>&|+-<./";  // only these characters continue a sign
   if (cSecond.find(Peek(1)) == cSecond.npos) {
     ++at;
     return Piece(Kind::cSign, start);

@@ -88,7 +88,7 @@ int SkipSpaceBack(TextScanner& scanner, int c) {
   return c;
 }
 
-// Continues a chain at a byte that isn't a word character.
+// The ways in which a chain can continue at a byte that isn't a word character.
 enum class Link { cMember, cIndex, cSpace, cNone };
 
 Link ReadLink(TextScanner& scanner, int c) {

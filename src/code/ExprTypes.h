@@ -32,7 +32,7 @@ class ExprTypes {
 
   // The operand of the member operator that ends at the place, or before letters that end there.
   std::optional<ExprOperand> Operand();
-  // The tag that the expression whose last name ends at the place stands for; null without one.
+  // The tag of the expression whose last name ends at the place; null without one.
   TagItem* Item();
 
  private:

@@ -31,7 +31,7 @@ std::string_view TakeLastBase(std::string_view& bases) {
   return base;
 }
 
-// Sets the owner of a member.
+// Sets the module and owner of a member.
 bool BelongsTo(TagItem& member, TagClass& record) {
   member.module = record.module;
   member.owner = &record;

@@ -70,7 +70,7 @@ TypeText TagText::TypeOf(const TagItem& item, StepBudget& budget) {
     if (tokens.Start(i) < piece.lineStart || !tokens.Is(i, item.name)) continue;
     const std::optional<CodeDecl> decl = DeclarationAt(tokens, i, budget);
     if (!decl) continue;
-    // If the tag has another single name, the text has changed since.
+    // If the tag has another single type name, the text has changed since.
     const bool isTold = decl->type.Name() == item.type || item.type == "auto";
     if (isTold || decl->type.path.size() > 1) return decl->type;
   }

@@ -19,7 +19,8 @@ class TagC {
   // The depth of nested blocks that are read; deeper blocks are skipped by counting braces.
   static constexpr int cDeepestBlock = 500;
 
-  // Reads the source that the character layer holds. True if another pass is wanted; none ever is.
+  // Reads the source that the character layer holds. True if another pass is wanted, which never
+  // happens.
   bool runPass(int passCount, Language theLanguage, bool isHeaderFile);
 
  private:

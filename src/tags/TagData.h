@@ -49,13 +49,13 @@ struct HeaderRec {
 };
 
 // The tags of one source file, replaced whole whenever the file is parsed again, or those of the
-// project's reference libraries. Pointers into it are void after the next parse.
+// project's reference libraries. Pointers into it are invalid after the next parse.
 class TagData {
  public:
   // Drops globals, classes and includes; the name stays.
   void clear();
-  // The first of that exact name, its `module` cleared; null when there is none. The key of a class
-  // in `classes` is its own name.
+  // The first global or class with that exact name, its `module` cleared; null without one. The key
+  // of a class in `classes` is its own name.
   TagItem* findGlobal(std::string_view name);
   TagClass* findClass(std::string_view name);
   void addInclude(std::string_view name, bool quoted);

@@ -32,7 +32,7 @@ class TagIndex {
   const std::vector<TagData*>& Modules() const { return modules; }
   // All records of that class, including those known only from their members.
   const std::vector<Place<TagClass>>& Classes(std::string_view name) const;
-  // The first record of that class in a module which holds the class itself; its `module` is set.
+  // The record of that class in the first module that holds the class itself; its `module` is set.
   TagClass* FindClass(std::string_view name) const;
   // The first global of that name; one of the module with this file name comes before all others.
   // Its `module` is set.

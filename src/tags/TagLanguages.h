@@ -57,7 +57,7 @@ struct LanguageRecord {
 
 std::span<const LanguageRecord> Languages();
 const LanguageRecord& RecordOf(Language language);
-// "C++" and the like, upper or lower case.
+// The language with a name such as "C++", in upper or lower case.
 std::optional<Language> LanguageNamed(std::string_view name);
 
 // The kind of a tag type in a language; null when the language has none.

@@ -31,7 +31,7 @@ class TagParser {
   // means the disk.
   void Bind(TagData& tagData, FileReader* reader = nullptr);
   // Parses a file into the store bound last; its tags carry `fileId`. False when the name has no
-  // known language, and when the pass asked for another one, which none does.
+  // known language, and when the pass asked for another pass, which it never does.
   bool parseFile(const std::string& path, int fileId);
   // The language that a file's name means; nothing when there is none. `isHeader` is set too.
   static std::optional<Language> languageOf(std::string_view path, bool& isHeader);
@@ -69,7 +69,7 @@ class TagParser {
   std::string lastType;  // type of the last tag that had one
   int tagCount = 0;
   int fileId = 0;
-  TagClass* lastClass = nullptr;  // the one that the last tag went to
+  TagClass* lastClass = nullptr;  // the class that the last tag went to
   std::string_view lastClassName;
 };
 

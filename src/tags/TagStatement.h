@@ -110,11 +110,11 @@ struct Statement {
 
   // Begins a block within `outer`, null at the first level.
   void Start(Statement* outer, Language language, int line);
-  // A partial one follows a comma: the beginning of the statement is still valid.
+  // A partial statement follows a comma: the beginning of the whole statement is still valid.
   void resetStatement(bool partial, int line);
 
   Token& activeToken() { return token[tokenIndex]; }
-  // The one that was active n tokens ago.
+  // The token that was active n tokens ago.
   Token& earlierToken(int n);
   void stepTokenForward(int line);
   void stepTokenBack(int line);

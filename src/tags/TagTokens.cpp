@@ -139,8 +139,8 @@ void TagC::ReadColon() {
   }
 }
 
-// A body there is that of a constructor: a macro after its parameters hid that the colon is its
-// own.
+// A body there is that of a constructor: a macro after its parameters hid that the colon belongs to
+// the constructor.
 void TagC::ReadBitField() {
   int c = skipTo(IsCpp() ? ",;{" : ",;");
   if (c == '{') {
