@@ -67,9 +67,9 @@ std::string_view AccessText(Access access);
 bool IsContextual(Declaration declaration);
 // True if a variable or a prototype can be declared with it.
 bool IsTypeSpecifier(Declaration declaration);
-// True if the name of such a block is part of the qualified names within it.
+// True if the name of a block of this declaration is part of the qualified names within it.
 bool IsPartOfScope(Declaration declaration);
-// True if such a block is read, whatever else is skipped.
+// True if a block of this declaration is read, whatever else is skipped.
 bool IsReadBlock(Declaration declaration);
 // The type of a declaration's tag; the declaration must have one.
 TagType TagTypeOf(Declaration declaration);
