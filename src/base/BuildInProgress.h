@@ -2,8 +2,9 @@
 
 namespace zendry {
 
-// Stands on the stack of whoever builds, as long as the build runs. Between two files of a build
-// the window handles messages: who gets one then can ask whether a build is on the stack below.
+// The code that runs a build keeps one on its stack until the build ends. Between two files of a
+// build the window handles messages: the handler of one can ask whether a build is on the stack
+// below it.
 class BuildInProgress {
  public:
   BuildInProgress() { ++running; }

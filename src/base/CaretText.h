@@ -9,9 +9,9 @@ namespace zendry {
 class CaretText : public EditorText {
  public:
   virtual int CaretPosition() const = 0;
-  // The last line for a position behind the text.
+  // The last line for a position after the text.
   virtual int LineFromPosition(int position) const = 0;
-  // Where a line begins; the end of the text for a line behind the last one.
+  // The position where a line begins; the end of the text for a line after the last one.
   virtual int PositionFromLine(int line) const = 0;
 };
 

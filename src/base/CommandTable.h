@@ -6,7 +6,8 @@
 
 namespace zendry {
 
-// Virtual key codes that the command tables use beside letters, which stand for themselves.
+// Virtual key codes that the command tables use besides letters. The code of a letter is the letter
+// itself.
 constexpr int cKeySpace = 0x20;
 constexpr int cKeyUp = 0x26;
 constexpr int cKeyDown = 0x28;
@@ -23,11 +24,11 @@ constexpr int cKeyF11 = 0x7A;
 constexpr int cKeyF12 = 0x7B;
 constexpr int cKeySlash = 0xBF;
 
-// Whether a row's command can be carried out yet. One that can't stands in its menu, grayed.
+// Says if a row's command can be carried out yet. One that can't is grayed in its menu.
 enum class Offered { cNow, cLater };
 
-// Whether a command may be carried out while a build handles messages between two files. What would
-// take the project or its files away from under the build is refused, with a beep.
+// Says if a command may be carried out while a build handles messages between two files. A command
+// that would take away the project or its files during the build is refused, with a beep.
 enum class WhileBuilding { cAllowed, cRefused };
 
 // One row of a command table.
@@ -39,18 +40,19 @@ struct CommandRow {
   WhileBuilding whileBuilding = WhileBuilding::cAllowed;
 };
 
-// True, with a beep, while a build runs: for what arrives by another way than a command, such as
-// files that are dropped.
+// True, with a beep, while a build runs. For requests that don't come as a command, such as dropped
+// files.
 bool IsRefusedByBuild();
 
-// A menu's commands, made from a table. Rows with an id below 1 stand for the marker rows of
+// A menu's commands, made from a table. Rows with an id below 1 are the marker rows of
 // mavro::RowId. A command that is offered later has no target, so that nothing handles it.
 class CommandList : public mavro::ActionList {
  public:
   // `theRows` must outlive it.
   explicit CommandList(std::span<const CommandRow> theRows);
 
-  // The way of every command, whoever sends it: asks whether a build that runs allows it.
+  // Every command comes through here, from any sender. It is refused if a running build doesn't
+  // allow it.
   void OnCommand(int id);
 
  private:
@@ -59,7 +61,7 @@ class CommandList : public mavro::ActionList {
   const std::span<const CommandRow> rows;
 };
 
-// Whether somebody handles the command: what menus and tool bars offer.
+// True if the command has a handler. Menus and tool bars offer only such commands.
 inline bool IsHandled(const mavro::Action* action) {
   return action && action->target;
 }

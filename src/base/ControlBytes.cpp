@@ -16,8 +16,8 @@ bool IsContinuation(std::string_view text, size_t at) {
   return at < text.size() && (static_cast<uint8_t>(text[at]) & 0xC0) == 0x80;
 }
 
-// Decodes the UTF-8 sequence at the start of `text`; overlong forms and surrogates are not looked
-// for, since their marks would be the same.
+// Decodes the UTF-8 sequence at the start of `text`; it doesn't check for overlong forms and
+// surrogates, since their marks would be the same.
 Character Decode(std::string_view text) {
   const auto first = static_cast<uint8_t>(text[0]);
   const size_t length = first >= 0xF0 && first < 0xF8   ? 4

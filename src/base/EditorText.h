@@ -13,10 +13,10 @@ class EditorText {
   virtual std::string Path() const = 0;
   // Bytes of the text.
   virtual int Length() const = 0;
-  // Copies the bytes from `start` up to `end`, which is not past the text, and nothing behind them.
+  // Copies the bytes from `start` up to `end` and nothing after them. `end` is not past the text.
   virtual void CopyRange(int start, int end, char* to) const = 0;
 
-  bool parsed = false;  // the tags reflect the text; whoever changes the text clears it
+  bool parsed = false;  // the tags reflect the text; the code that changes the text clears it
 };
 
 }  // namespace zendry

@@ -6,7 +6,7 @@
 
 namespace zendry {
 
-// Tells in a box of its own what could not be done.
+// Shows in a message box what could not be done.
 inline void ShowError(const std::string& text) {
   mavro::Dialogs().message(text, "Error", mavro::cErrorIcon);
 }

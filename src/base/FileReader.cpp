@@ -13,8 +13,8 @@ FILE* File(void* stream) {
 
 }  // namespace
 
-// What a derived reader keeps is none of ours, so nothing but a file is closed here: a derived
-// reader closes itself in its own destructor.
+// The stream of a derived reader isn't ours, so only a file is closed here: a derived reader closes
+// itself in its own destructor.
 FileReader::~FileReader() {
   FileReader::close();
 }

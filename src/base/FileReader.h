@@ -5,8 +5,8 @@
 
 namespace zendry {
 
-// Where the tag parser takes its bytes from: a file on disk. Another source of bytes derives from
-// it and overrides every operation.
+// The source of the tag parser's bytes: a file on disk. Another source derives from this class and
+// overrides every operation.
 class FileReader {
  public:
   FileReader() = default;
@@ -18,18 +18,18 @@ class FileReader {
   virtual int getc();
   // Takes back the byte that getc() gave last.
   virtual void ungetc(int c);
-  // False when it can't be opened. A reader that is open stays as it is: close it before.
+  // False when it can't be opened. A reader that is open already stays as it is: close it first.
   virtual bool open(const char* path);
-  // Nothing happens when it isn't open.
+  // Does nothing when it isn't open.
   virtual void close();
-  // Puts up to `size` bytes into `buffer`, the ones that as many calls of getc() would give, and
-  // says how many. Fewer than `size`, but for 0, don't mean the end.
+  // Puts up to `size` bytes into `buffer`, the same that as many calls of getc() would give, and
+  // returns their number. Only 0 means the end; a smaller number than `size` doesn't.
   virtual size_t read(char* buffer, size_t size);
 
   bool IsOpen() const { return stream != nullptr; }
 
  protected:
-  // A derived reader keeps here what it reads from; not null means open.
+  // A derived reader keeps its source here; not null means open.
   void* stream = nullptr;
 };
 

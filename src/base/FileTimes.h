@@ -8,15 +8,16 @@
 
 namespace zendry {
 
-// Times of last write as one build sees them: each file is asked for once, however often it counts.
+// Times of last write as one build sees them: the time of each file is read once, however often it
+// is needed.
 class FileTimes {
  public:
   using Time = int64_t;  // nanoseconds since 1970
 
-  // Nothing for what can't be opened and read: missing files, files without the right to read them,
-  // folders, pipes and devices (which are never opened, so nothing blocks).
+  // Empty if the path can't be opened and read: missing files, files without the right to read
+  // them, folders, pipes and devices (which are never opened, so nothing blocks).
   std::optional<Time> Of(const std::string& path);
-  // Has the file asked for again: a tool has written it.
+  // Makes the next call read the file's time again: a tool has written the file.
   void Forget(const std::string& path);
 
   size_t Asked() const { return asked; }

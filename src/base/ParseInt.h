@@ -7,12 +7,13 @@
 
 namespace zendry {
 
-// The number at the head of a text as the C library's atoi reads it: white space, a sign, digits;
-// 0 without digits. Unlike there, a number too large becomes the largest of its sign.
+// The number at the beginning of a text, read like the C library's atoi: white space, a sign,
+// digits; 0 without digits. Unlike with atoi, a number that is too large becomes the largest of its
+// sign.
 int ParseInt(std::string_view text);
 
-// Takes a number off the front of a text: digits only, with a "-" where the type has one. Nothing,
-// with the text as it was, when none is there or it doesn't fit.
+// Takes a number off the beginning of a text: digits only, with a "-" if the type is signed.
+// Returns nothing and leaves the text as it was when there is no number or it doesn't fit.
 template <class T>
 std::optional<T> TakeNumber(std::string_view& text) {
   T number = 0;

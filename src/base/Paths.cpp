@@ -34,8 +34,8 @@ size_t ExtensionDot(std::string_view path) {
 
 enum class Collapse { cDone, cTookOne, cNoFolderBefore };
 
-// Takes out the first "/../" behind `from` with the component before it and sets `from` to where
-// it was: nothing before that place can have become a "/../".
+// Takes out the first "/../" after `from` with the component before it and sets `from` to its
+// place: no new "/../" can have arisen before that place.
 Collapse CollapseOne(std::string& path, size_t& from) {
   constexpr std::string_view cUp = "/../";
   const size_t up = path.find(cUp, std::max<size_t>(from, 1));
@@ -47,7 +47,7 @@ Collapse CollapseOne(std::string& path, size_t& from) {
   return Collapse::cTookOne;
 }
 
-// False when a "/../" without a "/" before it stopped it.
+// False when it stopped at a "/../" without a "/" before it.
 bool CollapseAll(std::string& path) {
   std::replace(path.begin(), path.end(), '\\', '/');
   size_t from = 0;
@@ -115,7 +115,7 @@ std::string BaseName(std::string_view path) {
 }
 
 std::string MakeRelativePath(std::string_view path, std::string_view folder) {
-  // Pass 1: how far both agree.
+  // Pass 1: find the end of the part that both share.
   const size_t shorter = std::min(path.size(), folder.size());
   size_t k = 0;
   while (k < shorter && mavro::AsciiUpper(path[k]) == mavro::AsciiUpper(folder[k])) ++k;

@@ -4,8 +4,8 @@
 
 namespace zendry {
 
-// A shell with no window behind it: it shows nothing, has no files open and never refuses. Programs
-// without a window derive from it and override what they have a place for.
+// A shell without a window: it shows nothing, has no open files and never refuses. Programs without
+// a window derive from it and override the functions that they can support.
 class QuietShell : public Shell {
  public:
   void AppendOutput(std::string_view) override {}

@@ -2,7 +2,7 @@
 
 namespace zendry {
 
-// A reason may hold a colon as well, a path seldom does.
+// A reason may contain a colon as well; a path seldom does.
 std::string ReasonFirst(std::string_view error) {
   const size_t colon = error.find(": ");
   std::string text(error);

@@ -2,7 +2,7 @@
 
 namespace zendry {
 
-// Sets a flag as long as it lives, and then gives it back the value it had.
+// Sets a flag as long as it lives. Its destructor restores the value that the flag had before.
 class ScopedFlag {
  public:
   explicit ScopedFlag(bool& itsFlag) : flag(itsFlag), before(itsFlag) { flag = true; }

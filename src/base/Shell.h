@@ -8,10 +8,11 @@ namespace zendry {
 
 class EditorText;
 
-// What the core tells a person, or asks of the window, in small interfaces by subject: a module
-// takes the one it needs. The main window implements them all with its panels. Nothing has a
-// default here, so that whoever forgets a function doesn't compile; programs without a window
-// begin with QuietShell. Message boxes and questions go through mavro::Dialogs().
+// The interfaces by which the core reports to the user or asks something of the window. They are
+// small and split by subject: a module takes the one it needs. The main window implements them all
+// with its panels. No function has a default here, so that a class that forgets one doesn't
+// compile. Programs without a window begin with QuietShell. Message boxes and questions go through
+// mavro::Dialogs().
 
 // One row of the error list.
 struct ErrorRow {
@@ -20,7 +21,7 @@ struct ErrorRow {
   std::string text;
 };
 
-// A file that is open in a tab, and the line its caret stands on.
+// A file that is open in a tab, and the line its caret is on.
 struct OpenFile {
   std::string path;
   int line = 0;
@@ -48,7 +49,7 @@ class ErrorShell {
   virtual void ShowFirstError() = 0;
   virtual void GoToNextError() = 0;
   virtual void GoToPreviousError() = 0;
-  // Takes the mark of the current row out of the text.
+  // Removes the mark of the current row from the text.
   virtual void RemoveErrorMark() = 0;
 };
 
@@ -69,10 +70,10 @@ class FrameShell {
   virtual void SetStatus(const std::string& text, const std::string& detail) = 0;
   virtual void SetCaption(const std::string& text) = 0;
   virtual void SetModeSelector(int mode) = 0;
-  virtual int SelectedMode() = 0;           // what the mode selector shows: 0 release, 1 debug
+  virtual int SelectedMode() = 0;           // value of the mode selector: 0 release, 1 debug
   virtual void SetStopCommand(int id) = 0;  // command of the stop button; negative disables it
   virtual void ShowBottomPage(BottomPage page) = 0;
-  virtual void PumpMessages() = 0;  // handles what waits in the message queue, then returns
+  virtual void PumpMessages() = 0;  // handles the waiting messages, then returns
   virtual bool IsDebuggerRunning() = 0;
 };
 
@@ -84,20 +85,20 @@ class FilesShell {
   virtual std::string ActiveFile() = 0;  // full path; empty when no tab is active
   virtual void OpenFileAt(const std::string& path, int line) = 0;  // line 0: leave the caret
   virtual void ActivateFile(const std::string& path) = 0;
-  // Asked before the session touches a file that was open the last time; false leaves it closed.
+  // Called before the session opens a file that was open the last time; false leaves it closed.
   virtual bool MayReopen(const std::string& path, int line) = 0;
   // Closing all files is two steps, so that nothing is closed before all questions are answered:
-  // asking about unsaved changes, false when the user wants to go on; and closing without asking.
+  // asking about unsaved changes, false when the user cancels; and closing without asking.
   virtual bool MayCloseAllFiles() = 0;
   virtual void CloseAllFiles() = 0;
   virtual void SaveChangedFiles() = 0;
   // The open editors of C and C++ text. Valid until the message queue runs.
   virtual std::vector<EditorText*> OpenTexts() = 0;
-  // The tags of some file have been replaced: what shows them is to be filled again.
+  // The tags of some file have been replaced: the views that show them must be filled again.
   virtual void TagsChanged() = 0;
 };
 
-// All of it: what a build and the project speak to.
+// All the interfaces together, for builds and the project.
 class Shell : public OutputShell,
               public ErrorShell,
               public TreeShell,

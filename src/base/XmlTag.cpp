@@ -16,13 +16,13 @@ bool EndsToken(char c) {
   return std::string_view(" \t\n\v\f\r=>").find(c) != std::string_view::npos;
 }
 
-// Cuts what stands between "<" and ">" into tokens. Quotes are part of a token and hide what would
-// end it; a token is never empty.
+// Cuts the text between "<" and ">" into tokens. Quotes are part of a token, and no character
+// within them ends it; a token is never empty.
 class TokenCursor {
  public:
   explicit TokenCursor(TagSource& readFrom) : source(readFrom) {}
 
-  // Moves to the next token; false behind the ">" or at the end of the text.
+  // Moves to the next token; false after the ">" or at the end of the text.
   bool Next() {
     while (!atEnd) {
       const size_t start = source.position;
@@ -57,21 +57,21 @@ class TokenCursor {
   bool atEnd = false;
 };
 
-// Moves behind the next "<"; false when there is none.
+// Moves to the place after the next "<"; false when there is none.
 bool SkipToElement(TagSource& source) {
   const size_t start = source.text.find('<', source.position);
   source.position = start == std::string_view::npos ? source.text.size() : start + 1;
   return start != std::string_view::npos;
 }
 
-// Moves behind the element that begins here; false when one of its tokens is too long.
+// Moves to the place after the element that begins here; false when one of its tokens is too long.
 bool ElementFits(TagSource& source) {
   bool fits = true;
   for (TokenCursor cursor(source); cursor.Next();) fits &= cursor.token.size() <= cMaxTagToken;
   return fits;
 }
 
-// What stands between the first character, which is the opening quote, and the last quote.
+// The text between the first character, which is the opening quote, and the last quote.
 std::string_view Unquoted(std::string_view token) {
   token = token.substr(0, token.rfind('"'));
   return token.substr(token.empty() ? 0 : 1);

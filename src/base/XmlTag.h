@@ -6,8 +6,8 @@
 
 namespace zendry {
 
-// A text in memory that elements are read from, and how far it has been read. The bytes must
-// outlive it.
+// A text in memory that elements are read from, and the position up to which it has been read. The
+// bytes must outlive it.
 struct TagSource {
   std::string_view text;
   size_t position = 0;
@@ -44,7 +44,7 @@ class XmlTag {
   int id = -1;  // -1 when absent
   TagLabels labels;
 
-  // Whether an element ends at once, by "/>".
+  // True if the element ends at once, by "/>".
   enum class Ends { cLater, cAtOnce };
   // Starts an element without attributes.
   void begin(std::string_view newElement, int indentCount, Ends ends);
@@ -55,14 +55,14 @@ class XmlTag {
   void write(std::string& out) const;
 
   // Reads the next element. False at the end of the text, and for an element without a name. Only
-  // the first letter of an attribute's name counts; the first token behind "NAME=" is its value,
-  // cut at its last double quote and without its first character; whatever else stands in an
-  // element is passed over. Bytes are bytes, NUL included. Keeps `indent` and `closed`.
+  // the first letter of an attribute's name counts; the first token after "NAME=" is its value, cut
+  // at its last double quote and without its first character; everything else in an element is
+  // ignored. Every byte value is allowed, NUL included. Keeps `indent` and `closed`.
   bool read(TagSource* xf);
 
-  // Whether what write() appends is read again as the same element, so that no value is lost or
-  // spills over into what follows. Values with a double quote or of some five hundred characters
-  // may not be; a value without either always is.
+  // True if the line that write() appends is read back as the same element: no value is lost or
+  // spills over into the text after it. A value with a double quote or of some five hundred
+  // characters may fail; all other values are safe.
   bool ReadsBack() const;
 
  private:
@@ -70,17 +70,18 @@ class XmlTag {
   void Store(char key, std::string_view value);
 };
 
-// Whether every element of a text can be read: no token is longer than cMaxTagToken.
+// True if every element of a text can be read: no token is longer than cMaxTagToken.
 bool TokensFit(std::string_view text);
 
-// A text from outside, made fit for XmlTag::read.
+// A text from outside, made safe for XmlTag::read.
 struct FittingTags {
   std::string text;        // without the elements that hold a token that is too long
-  std::string passedOver;  // how the first of them begins; empty when there is none
+  std::string passedOver;  // the beginning of the first such element; empty when there is none
 };
 FittingTags PassOverTooLong(std::string_view text);
 
-// What PassOverTooLong has passed over, in words: "a value of more than some 500 characters: ...".
+// A message about what PassOverTooLong has passed over: "a value of more than some 500 characters:
+// ...".
 std::string TooLongWords(const FittingTags& tags);
 
 }  // namespace zendry

@@ -9,7 +9,7 @@ namespace zendry {
 class EditorText;
 class TagData;
 
-// What code intelligence works on; the project supplies it.
+// The input of code intelligence; the project supplies it.
 class CodeSources {
  public:
   virtual ~CodeSources() = default;
@@ -22,10 +22,10 @@ class CodeSources {
   virtual TagData* ModuleOf(const EditorText& editor) = 0;
   // Parses the editors whose text has changed since they were last parsed.
   virtual void RefreshTags() = 0;
-  // The text of a store's file, that of its editor where one is open. Empty for a file that can't
-  // be read or is too large to be looked into while somebody types.
+  // The text of a store's file; the editor's text if the file is open in one. Empty for a file that
+  // can't be read or is too large to be searched while the user types.
   virtual std::string TextOf(const TagData&) { return {}; }
-  // Where a lookup leaves its trace.
+  // The output that a lookup logs its steps to.
   virtual void Log(std::string_view text, std::string_view detail) = 0;
 };
 

@@ -30,7 +30,7 @@ CodeTokens::CodeTokens(std::string theText) : text(std::move(theText)) {
   bool hasSeenCommentEnd = false;
   for (CppPiece piece = lexer.Next(); piece.kind != Kind::cEnd; piece = lexer.Next()) {
     if (piece.kind == Kind::cDirective) continue;
-    // The text begins inside of a comment.
+    // The text begins inside a comment.
     if (piece.text == "*/" && !std::exchange(hasSeenCommentEnd, true)) {
       tokens.clear();
       continue;
@@ -77,8 +77,8 @@ int CodeTokens::Partner(int index) const {
   return IsInside(index) ? tokens[index].partner : -1;
 }
 
-// A brace that closes ends the parentheses left open behind its own; a parenthesis that closes
-// never ends a brace.
+// A closing brace ends the parentheses that are left open after its opening brace; a closing
+// parenthesis never ends a brace.
 void CodeTokens::PairBrackets() {
   std::vector<int> open;
   for (int i = 0; i < Count(); ++i) {

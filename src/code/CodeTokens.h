@@ -18,37 +18,38 @@ struct CodeToken {
   Kind kind = Kind::cSign;
   int start = 0;  // in the text
   int end = 0;
-  int partner = -1;  // of a bracket: the one that it opens or closes with; -1 without one
+  int partner = -1;  // for a bracket: its counterpart; -1 without one
 };
 
-// How many steps the readers of tokens may still take together, so that no text makes them slow.
+// The number of steps that the readers of tokens may still take together, so that no text makes
+// them slow.
 struct StepBudget {
   int steps = 200'000;
 
-  // Takes some; false when none are left.
+  // Takes some steps; false when none are left.
   bool Take(int cost = 1) {
     steps -= std::min(cost, steps);
     return steps > 0;
   }
 };
 
-// The tokens of a piece of C or C++ text, in which comments and lines of the preprocessor don't
-// count. Broken text has tokens too: a literal that isn't closed ends with its line, and a bracket
-// without its counterpart has no partner.
+// The tokens of a piece of C or C++ text, without comments and preprocessor lines. Broken text has
+// tokens too: a literal that isn't closed ends with its line, and a bracket without its counterpart
+// has no partner.
 class CodeTokens {
  public:
-  // What is read of a text before the caret at most, in bytes.
+  // The most bytes of a text that are read before the caret.
   static constexpr int cMostText = 65536;
 
   explicit CodeTokens(std::string theText);
-  // Those that end at `place` of an editor's text, and start up to cMostText before.
+  // The tokens before `place` in an editor's text, from up to cMostText bytes before it.
   static CodeTokens Before(const CaretText& editor, int place);
 
   int Count() const { return static_cast<int>(tokens.size()); }
   // A token's letters; empty for an index outside.
   std::string_view Text(int index) const;
   bool Is(int index, std::string_view sign) const { return Text(index) == sign; }
-  // Whether it is one of the words or signs of a list between blanks, such as "; , )".
+  // True if it is in a list of words or signs that are separated by blanks, such as "; , )".
   bool IsOneOf(int index, std::string_view list) const;
   bool IsWord(int index) const { return IsKind(index, CodeToken::Kind::cWord); }
   bool IsKind(int index, CodeToken::Kind kind) const;
@@ -60,11 +61,11 @@ class CodeTokens {
   }
   // The text from the token `begin` up to the token `end`.
   std::string_view Source(int begin, int end) const;
-  // Where a token ends in the text.
+  // The end of a token in the text.
   int End(int index) const { return IsInside(index) ? tokens[index].end : 0; }
   int Start(int index) const { return IsInside(index) ? tokens[index].start : 0; }
   // The "<" of the template arguments that end at this ">", and the ">" of those that begin at this
-  // "<". -1 for what is no such pair, or a very long one.
+  // "<". -1 if there is no such pair, or a very long one.
   int AngleStart(int index) const;
   int AngleEnd(int index) const;
 
@@ -76,7 +77,7 @@ class CodeTokens {
   std::vector<CodeToken> tokens;
 };
 
-// Whether a word stands in a list of words between blanks.
+// True if a word is in a list of words that are separated by blanks.
 bool IsInList(std::string_view list, std::string_view word);
 
 }  // namespace zendry

@@ -50,7 +50,7 @@ class NearestItem {
     found->owner = owner;
   }
 
-  // A class counts, where nothing begins above, from its first line to its last member's.
+  // If nothing begins above, a class counts from its first line to that of its last member.
   void LookAround(TagClass& record) {
     if (found || record.kind != cClass || line <= record.line) return;
     const auto isBelow = [this](const TagItem& member) { return line < member.line; };
@@ -181,7 +181,7 @@ bool CodeWizard::ResolveTag(const TagItem* scopeItem, ResolveInfo& info) {
   return info.memberPath.empty() || WalkMemberPath(info);
 }
 
-// The name at a place, or the last one before it near by.
+// The name at a place, or the nearest one shortly before it.
 bool CodeWizard::ResolveByTypes(const CaretText& editor, const TagItem* scopeItem,
                                 ResolveInfo& info, int place) {
   TextScanner scanner(editor);

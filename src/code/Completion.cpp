@@ -16,7 +16,8 @@ constexpr int cDataMember = 'm';
 // The operators that a name may follow.
 constexpr std::array<std::string_view, 3> cOperators = {"->", "::", "."};
 
-// What a text that ends so asks for; the ending itself is passed over. Rows are tried in order.
+// The request of a text with this ending; the ending itself is passed over. Rows are tried in
+// order.
 struct EndingRow {
   std::string_view ending;
   int kind = 0;  // 0: nothing
@@ -31,7 +32,7 @@ constexpr std::array<EndingRow, 6> cEndings = {{
     {".", cMemberRequest},
 }};
 
-// Where the part of a text behind its last operator begins; 0 without an operator.
+// The beginning of the part of a text after its last operator; 0 without an operator.
 size_t LastPart(std::string_view text) {
   size_t begin = 0;
   for (const std::string_view sign : cOperators) {
@@ -41,8 +42,8 @@ size_t LastPart(std::string_view text) {
   return begin;
 }
 
-// Whether members of a container, a smart pointer or an iterator are listed behind "->", where
-// those of what it holds or points to are wanted.
+// True if the list after "->" has the members of a container, a smart pointer or an iterator, but
+// those of the object that it holds or points to are wanted.
 bool LeadsElsewhere(const std::vector<TagItem*>& items, std::string_view text) {
   if (!text.substr(0, LastPart(text)).ends_with("->")) return false;
   const TagItem* first = items.front();
@@ -117,7 +118,7 @@ bool Completion::getCompletion(const CaretText& editor, std::string& text, std::
   return !list.empty();
 }
 
-// Takes the place of a list where the operand's type has one to offer.
+// Replaces the list if the operand's type gives another one.
 void Completion::CompleteByTypes(const CaretText& editor, std::string& text, std::string& list) {
   sources.RefreshTags();
   const std::optional<ExprOperand> operand = wizard.operandAt(editor);

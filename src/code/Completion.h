@@ -9,37 +9,37 @@
 
 namespace zendry {
 
-// What the text left of the caret asks for.
+// The request that the text left of the caret makes.
 struct CompletionRequest {
   RequestKind kind = cAnyRequest;
   std::string text;         // a class name, or the letters that names must begin with
-  bool typesPrefix = true;  // `text` stands in the editor as the beginning of the names
+  bool typesPrefix = true;  // `text` is in the editor as the beginning of the names
 
   friend bool operator==(const CompletionRequest&, const CompletionRequest&) = default;
 };
 
-// Reads the text between the last character that belongs to no expression and the caret. Nothing
-// when it is too short, or ends in a part of an operator.
+// Reads the request from the text left of the caret; the text begins after the last character that
+// isn't part of an expression. Nothing when it is too short, or ends in a part of an operator.
 std::optional<CompletionRequest> RequestOf(std::string_view text);
 
-// The items' names for the editor's list: sorted, each once, between blanks. "?1" behind a name is
-// the picture of a data member, "?2" that of everything else. A name that holds a blank itself
-// ("operator new") can't stand in the list.
+// The items' names for the editor's list: sorted, without duplicates, separated by blanks. "?1"
+// after a name means the picture of a data member, "?2" that of everything else. A name that
+// contains a blank ("operator new") can't be in the list.
 std::string ListText(std::vector<TagItem*> items);
 
-// Makes the lists and tips that an editor shows while somebody types.
+// Makes the lists and tips that an editor shows while the user types.
 class Completion {
  public:
   // `theSources` must outlive it.
   explicit Completion(CodeSources& theSources) : wizard(theSources), sources(theSources) {}
 
-  // The list for the text left of the caret, and in `text` the beginning of the names that has been
+  // Gives the list for the text left of the caret, and in `text` the part of the name that has been
   // typed already. False when there is nothing to show.
   bool getCompletion(const CaretText& editor, std::string& text, std::string& list);
-  // Name and parameter list of the function whose call opens just before the caret, or of that
-  // whose name stands at `offset` bytes from it. False without one.
+  // Gives the name and parameter list of the function whose call opens just before the caret, or of
+  // the one whose name is at `offset` bytes from it. False without one.
   bool getCallTip(const CaretText& editor, std::string& tip, int offset = 0);
-  // Appends what a request asks for at the caret.
+  // Appends the tags that a request asks for at the caret.
   void collectCompletions(std::vector<TagItem*>& out, const CaretText& editor,
                           std::string_view text, RequestKind kind);
 

@@ -9,7 +9,7 @@ namespace zendry {
 
 namespace {
 
-// What is made of the arguments of a type.
+// The type that is made from the arguments of a type.
 enum class Made {
   cNothing,
   cFirst,     // the first argument
@@ -22,7 +22,7 @@ enum class Made {
 };
 
 struct ClassRow {
-  std::string_view names;  // between blanks
+  std::string_view names;  // separated by blanks
   Made element = Made::cNothing;
   Made pointee = Made::cNothing;
   Made indexed = Made::cNothing;
@@ -41,7 +41,7 @@ constexpr std::array<ClassRow, 9> cClasses = {{
     {"reference_wrapper"},
 }};
 
-// Members of any of those classes.
+// Members of any of these classes.
 struct MemberRow {
   std::string_view classes;  // empty: all
   std::string_view members;
@@ -69,7 +69,7 @@ constexpr std::array<MemberRow, 14> cMembers = {{
     {"", "insert emplace emplace_hint", Made::cIterator},
 }};
 
-// Names of nested types of a container that stand for its iterators.
+// Names of a container's nested types that mean its iterators.
 constexpr std::string_view cIteratorNames =
     "iterator const_iterator reverse_iterator const_reverse_iterator local_iterator "
     "const_local_iterator";

@@ -4,7 +4,7 @@
 
 namespace zendry {
 
-// What editors know of C and C++.
+// The editors' description of C and C++.
 extern const mavro::EditorLanguage cCppLanguage;
 
 }  // namespace zendry

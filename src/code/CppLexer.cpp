@@ -68,7 +68,7 @@ CppPiece CppLexer::Directive() {
   return Piece(Kind::cDirective, start);
 }
 
-// As the preprocessor reads numbers: a sign behind an exponent's letter belongs to it.
+// Reads a number like the preprocessor: a sign after an exponent's letter belongs to it.
 CppPiece CppLexer::Number() {
   const size_t start = at;
   const auto isSignOfExponent = [this](size_t place) {
@@ -100,7 +100,7 @@ CppPiece CppLexer::Word() {
   return Piece(Kind::cWord, start);
 }
 
-// Stands at the opening sign.
+// `at` is at the opening sign on entry.
 CppPiece CppLexer::Literal(size_t start, char sign) {
   for (++at; at < text.size() && Peek() != sign && Peek() != '\n'; ++at)
     if (Peek() == '\\' && Peek(1) != '\n') ++at;
@@ -121,7 +121,7 @@ CppPiece CppLexer::RawLiteral(size_t start) {
 
 CppPiece CppLexer::Sign() {
   const size_t start = at;
-  constexpr std::string_view cSecond = "=:>&|+-<./";  // no other character goes on with a sign
+  constexpr std::string_view cSecond = "=:>&|+-<./";  // only these characters continue a sign
   if (cSecond.find(Peek(1)) == cSecond.npos) {
     ++at;
     return Piece(Kind::cSign, start);

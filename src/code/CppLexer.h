@@ -4,20 +4,20 @@
 
 namespace zendry {
 
-// A piece of C or C++ text, which lies in the text that was read.
+// A piece of C or C++ text. It points into the text that was read.
 struct CppPiece {
-  // A directive is a line of the preprocessor with those that it goes on in; `cEnd` comes behind
-  // the last piece.
+  // A directive is a preprocessor line with its continuation lines; `cEnd` comes after the last
+  // piece.
   enum class Kind : char { cWord, cNumber, cLiteral, cSign, cDirective, cEnd };
 
   Kind kind = Kind::cEnd;
   std::string_view text;
 };
 
-// Takes the pieces off a text from its start to its end; blanks and comments are none. Every text
-// has pieces: a literal that isn't closed ends with its line, a comment that isn't closed is a
-// literal without letters at the end, "*/" without a comment is a sign. ">>" gives two signs, since
-// it may close two lists of template arguments; every other sign is as long as it can be.
+// Reads a text piece by piece from its start to its end; blanks and comments are skipped. Every
+// text can be read: a literal that isn't closed ends with its line, a comment that isn't closed is
+// a literal without letters at the end, "*/" without a comment is a sign. ">>" gives two signs,
+// since it may close two lists of template arguments; every other sign is as long as it can be.
 class CppLexer {
  public:
   // The longest delimiter of a raw string.

@@ -10,12 +10,12 @@ namespace {
 
 constexpr std::string_view cBehindPointer = "* & && const volatile";
 constexpr std::string_view cBehindParameters = "const noexcept override final mutable";
-// What a declared name can stand before.
+// The signs that can follow a declared name.
 constexpr std::string_view cBehindName = "; = ( { [ , ) : ]";
 constexpr int cLongestStatement = 512;  // tokens
-constexpr int cDeclarationCost = 20;    // steps that reading one is worth
+constexpr int cDeclarationCost = 20;    // steps for reading one
 
-// Where the statement, parameter list or list of captures around a token begins.
+// The beginning of the statement, parameter list or list of captures around a token.
 int StatementStart(const CodeTokens& tokens, int index, StepBudget& budget) {
   int at = index - 1;
   for (int steps = 0; at >= 0 && steps < cLongestStatement && budget.Take(); ++steps, --at) {
@@ -40,7 +40,7 @@ int TypeStart(const CodeTokens& tokens, int end) {
   return tokens.IsOneOf(at - 1, ". -> goto using") ? -1 : at;
 }
 
-// Where an initial value that begins here ends: at the sign that goes on with the declaration.
+// The end of an initial value that begins here: the sign that continues the declaration.
 int InitEnd(const CodeTokens& tokens, int at, StepBudget& budget) {
   for (int steps = 0; at < tokens.Count() && steps < cLongestStatement && budget.Take();
        ++steps, ++at) {
@@ -55,7 +55,7 @@ int InitEnd(const CodeTokens& tokens, int at, StepBudget& budget) {
   return at;
 }
 
-// Reads what stands behind the name: "[]", and what it begins with.
+// Reads the text after the name: "[]" and the initial value.
 int ReadInit(const CodeTokens& tokens, CodeDecl& decl, StepBudget& budget) {
   int at = decl.name + 1;
   for (; tokens.Is(at, "[") && tokens.IsOpening(at); at = tokens.Partner(at) + 1)
@@ -69,7 +69,7 @@ int ReadInit(const CodeTokens& tokens, CodeDecl& decl, StepBudget& budget) {
   if (!tokens.IsOneOf(at, "( {") || !tokens.IsOpening(at)) return at;
   decl.initBegin = at + 1;
   decl.initEnd = tokens.Partner(at);
-  // Of "auto f() -> Foo" the type stands behind.
+  // In "auto f() -> Foo" the type comes after the name.
   int result = decl.initEnd + 1;
   while (tokens.IsOneOf(result, cBehindParameters)) ++result;
   if (tokens.Is(result, "->")) {
@@ -81,7 +81,7 @@ int ReadInit(const CodeTokens& tokens, CodeDecl& decl, StepBudget& budget) {
   return decl.initEnd + 1;
 }
 
-// A name that has its type directly before it.
+// A name with its type directly before it.
 std::optional<CodeDecl> TypedDeclaration(const CodeTokens& tokens, int name, StepBudget& budget) {
   int at = TypeStart(tokens, name);
   if (at < 0) return std::nullopt;
@@ -156,7 +156,7 @@ std::optional<CodeDecl> UsingDeclaration(const CodeTokens& tokens, int name) {
   return decl;
 }
 
-// Before the block that ends here, and before the parameters of its function.
+// The token before the block that ends here and before the parameters of its function.
 int BeforeBlock(const CodeTokens& tokens, int close) {
   int at = tokens.Partner(close) - 1;
   int word = at;

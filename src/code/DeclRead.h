@@ -8,23 +8,22 @@
 
 namespace zendry {
 
-// A declaration of a name as it stands in the text.
+// A declaration of a name, as it is in the text.
 struct CodeDecl {
   TypeText type;      // as written, with the pointers and "[]" of this name; "auto" stays so
   int name = 0;       // the token that is declared
-  int initBegin = 0;  // tokens of what the name begins with; equal without any
+  int initBegin = 0;  // tokens of the initial value; equal without one
   int initEnd = 0;
-  bool isRange = false;  // what it begins with is the range of a "for"
+  bool isRange = false;  // the initial value is the range of a "for"
   bool isAlias = false;  // of a type: by "using" or "typedef"
-  int binding = -1;      // the place in "auto [a, b]"; -1 for a name of its own
+  int binding = -1;      // the position in "auto [a, b]"; -1 for a single name
 };
 
 // The declaration of the name at this token, if it is declared there.
 std::optional<CodeDecl> DeclarationAt(const CodeTokens& tokens, int name, StepBudget& budget);
 
-// The declaration of `name` that is met first going back from the token `before`, out of the blocks
-// around it: what lies in a block that has been closed isn't seen, nor are the parameters before
-// such a block.
+// The first declaration of `name` when going back from the token `before` and out of the blocks
+// around it. Blocks that have been closed are skipped, with the parameters before them.
 std::optional<CodeDecl> FindDeclaration(const CodeTokens& tokens, std::string_view name, int before,
                                         StepBudget& budget);
 

@@ -9,16 +9,16 @@ namespace zendry {
 
 namespace {
 
-// What one search from a place reads at most. No type stands farther from its name.
+// The most bytes that one search from a place reads. No type is farther from its name.
 constexpr int cMostReads = TextScanner::cWindow;
 
-// Words before a type that say nothing of its members.
+// Words before a type that don't affect its members.
 constexpr std::array<std::string_view, 19> cPassedOver = {
     "class",  "const",    "constexpr", "enum",      "explicit", "extern",   "friend",
     "inline", "mutable",  "private",   "protected", "public",   "register", "static",
     "struct", "typename", "union",     "virtual",   "volatile"};
 
-// Words before a name that is no declaration.
+// Words before a name that isn't a declaration.
 constexpr std::array<std::string_view, 19> cNoTypes = {
     "and",    "case",   "co_await",  "co_return", "co_yield", "delete",   "do",
     "else",   "goto",   "namespace", "new",       "not",      "operator", "or",
@@ -37,8 +37,7 @@ bool IsReference(int c) {
   return c == '*' || c == '&';
 }
 
-// A text that grows to the left in a buffer of fixed size, as its characters are met when reading
-// backward.
+// A text that grows to the left in a buffer of fixed size, since its characters are read backward.
 class BackwardText {
  public:
   // False when the buffer is full.
@@ -60,7 +59,7 @@ class BackwardText {
   int begin = cCapacity;
 };
 
-// Takes the first run of word characters off a text, and what stands before it.
+// Takes the first run of word characters off a text, together with the text before it.
 std::string_view TakeWord(std::string_view& text) {
   const auto isWord = [](char c) { return IsWordChar(static_cast<unsigned char>(c)); };
   const auto begin = std::find_if(text.begin(), text.end(), isWord);
@@ -70,7 +69,7 @@ std::string_view TakeWord(std::string_view& text) {
   return word;
 }
 
-// Reads back to the bracket that opens the group whose closing one has been read. False when there
+// Reads back to the opening bracket of the group whose closing one has been read. False when there
 // is none near by.
 bool SkipGroup(TextScanner& scanner, int open, int close) {
   int depth = 1;
@@ -89,7 +88,7 @@ int SkipSpaceBack(TextScanner& scanner, int c) {
   return c;
 }
 
-// What goes on with a chain at a byte that is no word character.
+// The ways in which a chain can continue at a byte that isn't a word character.
 enum class Link { cMember, cIndex, cSpace, cNone };
 
 Link ReadLink(TextScanner& scanner, int c) {
@@ -102,12 +101,12 @@ Link ReadLink(TextScanner& scanner, int c) {
   }
   if (c == ']') return SkipGroup(scanner, '[', ']') ? Link::cIndex : Link::cNone;
   if (!spaced || !IsWordChar(c)) return Link::cNone;
-  ++scanner.position;  // a word behind white space; the caller reads it
+  ++scanner.position;  // a word before white space; the caller reads it
   return Link::cSpace;
 }
 
-// Where the word before the group that ends at `place` ends. Nothing when none stands there: what
-// is in parentheses is then no list of arguments.
+// The end of the word before the group that ends at `place`. Nothing without such a word: the
+// parentheses then don't hold a list of arguments.
 std::optional<int> WordBeforeGroup(TextScanner& scanner, int place) {
   const bool isIndex = scanner.At(place) == ']';
   scanner.position = place;
@@ -153,7 +152,7 @@ Chain readChain(TextScanner& scanner, int start) {
       continue;
     }
     const Link link = c == 0 ? Link::cNone : ReadLink(scanner, c);
-    // White space stands inside a chain only where a member operator follows it.
+    // White space is part of a chain only if a member operator follows it.
     if (link == Link::cNone || (link == Link::cSpace && text.Front() != '.')) break;
     if (link == Link::cMember && !text.Put('.')) return {{}, start, chain.wordEnd};
   }
@@ -200,8 +199,8 @@ class DeclReader {
     return More(inList && words.PutBlank());
   }
 
-  // The comma ends the declaration before, of another parameter. Where nothing stands between it
-  // and the name, the type stands before an earlier name.
+  // The comma ends the declaration before it, of another parameter. If nothing is between the comma
+  // and the name, the type is before an earlier name.
   State Comma() {
     std::string_view text = words.View();
     if (!inList && !TakeWord(text).empty()) return State::cComplete;
@@ -211,7 +210,7 @@ class DeclReader {
     return State::cMore;
   }
 
-  // "a && b", where "Foo&& b" and "Foo &&b" declare.
+  // True for "a && b"; "Foo&& b" and "Foo &&b" are declarations.
   bool IsLogicalAnd() {
     const int place = scanner.position;
     return scanner.At(place - 1) == '&' && IsWhiteSpace(scanner.At(place - 2)) &&
@@ -245,14 +244,15 @@ class DeclReader {
   int readsDone = 0;
 };
 
-// Whether a member operator follows the word that ends here; what it follows is used, not declared.
+// True if a member operator follows the word that ends here; such a word is used, not declared.
 bool IsFollowedByMember(TextScanner& scanner, int wordEnd) {
   int place = wordEnd;
   while (place - wordEnd < cMostReads && IsWhiteSpace(scanner.At(place))) ++place;
   return scanner.At(place) == '.' || (scanner.At(place) == '-' && scanner.At(place + 1) == '>');
 }
 
-// The declaration of the name that begins at the scanner's position; it stays there without one.
+// The declaration of the name that begins at the scanner's position. Without one the scanner stays
+// there.
 std::optional<TextDecl> DeclarationBefore(TextScanner& scanner, ScanBudget& budget) {
   const int nameStart = scanner.position;
   const int c = scanner.readBack();
@@ -276,7 +276,7 @@ std::optional<TextDecl> findTextDecl(TextScanner& scanner, std::string_view name
   if (name.empty()) return std::nullopt;
   ScanBudget budget;
   scanner.position = from;
-  size_t open = name.size();  // how many letters of the name are still to be met
+  size_t open = name.size();  // number of letters of the name still to be matched
   int wordEnd = 0;
   while (scanner.position > lowerBound && budget.reads > 0) {
     const int c = scanner.readBack();

@@ -14,7 +14,8 @@ constexpr std::string_view cCasts = "static_cast dynamic_cast const_cast reinter
 constexpr std::string_view cNoCalls =
     "if while for switch return sizeof catch throw case co_return co_await co_yield and or not";
 
-// Where the operand before a bracket that closes at `at` ends; -1 when the bracket follows none.
+// The end of the operand before a bracket that closes at `at`; -1 when the bracket follows no
+// operand.
 int BeforeGroup(const CodeTokens& tokens, int at) {
   if (!tokens.IsClosing(at)) return -1;
   const int before = tokens.Partner(at) - 1;
@@ -30,7 +31,7 @@ class Reader {
   Reader(const CodeTokens& theTokens, StepBudget& theBudget)
       : tokens(theTokens), budget(theBudget) {}
 
-  // Reads from `at` up to `end` and leaves `at` behind what makes up the expression.
+  // Reads from `at` up to `end` and leaves `at` after the expression.
   bool Unary(int end) {
     if (++depth > cMostDepth || at >= end || !budget.Take()) return false;
     const bool isRead = UnaryWithin(end);

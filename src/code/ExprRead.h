@@ -9,7 +9,7 @@
 
 namespace zendry {
 
-// One step on the way from the head of an expression to what it stands for.
+// One step of the evaluation of an expression, from its head on.
 struct ExprStep {
   enum class Kind {
     cName,     // head: a name with its scopes and template arguments, in `type`
@@ -17,7 +17,7 @@ struct ExprStep {
     cValue,    // head: a value of `type`, by a cast or by "new"
     cMember,   // ".name"
     cArrow,    // "->name"
-    cCall,     // "(...)"; the arguments lie between `begin` and `end`
+    cCall,     // "(...)"; the arguments are between `begin` and `end`
     cIndex,    // "[...]"
     cDeref,    // "*"
     cAddress,  // "&"
@@ -33,12 +33,12 @@ struct ExprStep {
 using Expr = std::vector<ExprStep>;
 
 // The first token of the operand that ends before the token `end` and that a member operator there
-// would work on: a name with its scopes, calls, indexes and member operators, or what stands in
+// would work on: a name with its scopes, calls, indexes and member operators, or an expression in
 // parentheses. -1 when there is none.
 int OperandStart(const CodeTokens& tokens, int end, StepBudget& budget);
 
-// The expression that the tokens from `begin` to `end` make up. Of a choice "c ? a : b" the first
-// value counts. Nothing for an expression of another form, such as "a + b".
+// The expression that the tokens from `begin` to `end` form. For "c ? a : b" the first value
+// counts. Nothing for an expression of another form, such as "a + b".
 std::optional<Expr> ReadExpr(const CodeTokens& tokens, int begin, int end, StepBudget& budget);
 
 }  // namespace zendry

@@ -9,11 +9,11 @@ namespace zendry {
 
 namespace {
 
-constexpr int cMostDepth = 24;  // of expressions and types that are needed for each other
+constexpr int cMostDepth = 24;  // of expressions and types that depend on each other
 constexpr int cMostAliases = 8;
-constexpr int cAliasCost = 20;       // steps that looking for one is worth
+constexpr int cAliasCost = 20;       // steps for looking for one
 constexpr int cLongestTypedef = 64;  // tokens
-constexpr int cValueCost = 200;      // steps that finding out about a declaration is worth
+constexpr int cValueCost = 200;      // steps for resolving a declaration
 constexpr std::string_view cBasicPrefix = "basic_";
 constexpr std::string_view cMemberOperators = ". -> ::";
 
@@ -26,7 +26,7 @@ constexpr int cNamespace = 'n';
 constexpr int cEnum = 'g';
 constexpr int cDataMember = 'm';
 
-// Goes deeper for as long as it lives.
+// Counts one level of depth for as long as it lives.
 class Deeper {
  public:
   explicit Deeper(int& theDepth) : depth(++theDepth) {}
@@ -39,7 +39,7 @@ class Deeper {
   int& depth;
 };
 
-// Has a variable hold another value for as long as it lives.
+// Gives a variable another value for as long as it lives.
 class Meanwhile {
  public:
   Meanwhile(int& theVariable, int value) : variable(theVariable), kept(theVariable) {
@@ -58,12 +58,12 @@ bool IsDeduced(const TypeText& type) {
   return type.path.size() == 1 && type.Name() == "auto";
 }
 
-// Whether nobody knows that it is none.
+// True if the type may be a pointer.
 bool MayBePointer(const TypeText& type) {
   return !type.isExact && !IsContainerType(type);
 }
 
-// Puts the arguments of a class template in the place of its parameters.
+// Replaces the parameters of a class template by its arguments.
 void Substitute(TypeText& type, const std::vector<std::string>& parameters,
                 const std::vector<TypeText>& arguments) {
   for (TypePart& part : type.path)
@@ -110,7 +110,7 @@ std::optional<ExprOperand> ExprTypes::Operand() {
   return operand;
 }
 
-// Before "::" stands a class, or a namespace.
+// A class or a namespace comes before "::".
 std::optional<ExprOperand> ExprTypes::Scope(int begin, int end) {
   const std::optional<TypeText> path = ReadTypeText(tokens.Source(begin, end));
   if (!path) return std::nullopt;
@@ -181,7 +181,7 @@ ExprTypes::Found ExprTypes::Apply(const Value& value, const ExprStep& step) {
       ++result.type.pointers;
       return result;
     default:
-      // A function has the type of its result already; a type that is called gives a value.
+      // A function already has the type of its result; a call of a type gives a value.
       result.isType = false;
       return result;
   }
@@ -205,8 +205,8 @@ ExprTypes::Found ExprTypes::NameValue(const ExprStep& step, const ExprStep* call
   return QualifiedValue(path);
 }
 
-// The nearest declaration in the text whose type is known. What only looks like a declaration, as
-// "a & b" does, has no type that is.
+// The nearest declaration in the text whose type is known. A text that only looks like a
+// declaration, such as "a & b", has no known type.
 ExprTypes::Found ExprTypes::LocalValue(const std::string& name) {
   for (int from = before; from > 0;) {
     const std::optional<CodeDecl> decl = FindDeclaration(tokens, name, from, budget);
@@ -232,7 +232,7 @@ ExprTypes::Found ExprTypes::DeclValue(const CodeDecl& decl) {
   return value;
 }
 
-// A class by its name, or what is declared in one.
+// A class by its name, or a name that is declared in one.
 ExprTypes::Found ExprTypes::QualifiedValue(const TypeText& path) {
   const Value type{path, OwnerName(), true};
   if (path.path.size() > 1) {
@@ -290,7 +290,7 @@ ExprTypes::Found ExprTypes::ItemValue(TagItem& item, const TypeText& owner) {
   return value;
 }
 
-// Gives a type that a member of `record` was declared with the arguments of the object's type.
+// Fills the arguments of the object's type into a type that a member of `record` was declared with.
 void ExprTypes::FillArguments(Value& value, const TagClass& record, const TypeText& owner) {
   const std::string declared = value.type.Name();
   for (TypeText around = owner; !around.IsEmpty(); around = around.Outer()) {
@@ -303,12 +303,12 @@ void ExprTypes::FillArguments(Value& value, const TagClass& record, const TypeTe
     value.scope = OwnerName();
   } else if (value.type.path.size() == 1 && ClassOf(owner, {}) == &record &&
              tags.findClass(record.name + "::" + declared)) {
-    // A class inside of a template has its arguments too.
+    // A class inside a template has the template's arguments too.
     value.type.path.insert(value.type.path.begin(), owner.path.begin(), owner.path.end());
   }
 }
 
-// What "->" leads to.
+// The value that "->" leads to.
 ExprTypes::Value ExprTypes::Pointee(const Value& value) {
   const Value object = Plain(value);
   if (object.type.pointers > 0) return object;
@@ -336,7 +336,7 @@ ExprTypes::Found ExprTypes::WithType(std::optional<TypeText> type, const Value& 
   return Value{*type, from.scope};
 }
 
-// What an operator of a class gives.
+// The value that an operator of a class gives.
 ExprTypes::Found ExprTypes::OperatorValue(const Value& value, const char* name) {
   const TagClass* record = ClassOf(value.type, value.scope);
   TagItem* member = record ? tags.findMemberInClass(record->name, name) : nullptr;
@@ -370,7 +370,7 @@ ExprTypes::Found ExprTypes::Dereferenced(const Value& value) {
   return MayBePointer(object.type) ? object : Found();
 }
 
-// What a "for" over a range takes out of it.
+// The value that a "for" over a range takes out of it.
 ExprTypes::Found ExprTypes::ElementValue(const Value& value) {
   Value range = Plain(value);
   if (range.type.pointers > 0) {
@@ -383,7 +383,7 @@ ExprTypes::Found ExprTypes::ElementValue(const Value& value) {
   return Dereferenced(*begin);
 }
 
-// A name of "auto [a, b]": an argument of a pair, or a data member by its place.
+// A name of "auto [a, b]": an argument of a pair, or a data member by its position.
 ExprTypes::Found ExprTypes::BoundValue(const Value& value, size_t place) {
   const Value object = Plain(value);
   if (Found bound = WithType(BoundOf(object.type, place), object)) return bound;
@@ -460,7 +460,7 @@ ExprTypes::Found ExprTypes::NestedAlias(const Value& value) {
   const std::string& name = value.type.Name();
   const Value outer = Plain({value.type.Outer(), value.scope});
   if (Found made = WithType(MemberOf(outer.type, name), outer)) {
-    // What is an iterator by its name already is no alias of one.
+    // A type that is an iterator by its name already isn't an alias of one.
     return Print(made->type) == Print(value.type) ? Found() : made;
   }
   const TagClass* record = ClassOf(outer.type, outer.scope);
@@ -470,7 +470,7 @@ ExprTypes::Found ExprTypes::NestedAlias(const Value& value) {
   return WrittenAlias(name);
 }
 
-// An alias that no tag tells of: of the text, or of a file that it includes.
+// An alias without a tag: one in the text, or in a file that it includes.
 ExprTypes::Found ExprTypes::WrittenAlias(const std::string& name) {
   if (const std::optional<CodeDecl> decl = FindAlias(name)) return Value{decl->type, OwnerName()};
   const std::optional<TypeText> included = tagText.IncludedAlias(name, budget);

@@ -13,17 +13,17 @@
 
 namespace zendry {
 
-// What stands before a member operator at the caret.
+// The operand before a member operator at the caret.
 struct ExprOperand {
-  std::string className;  // whose members are asked for; empty for a namespace
-  std::string nameSpace;  // whose content is asked for
-  std::string prefix;     // the letters behind the operator
+  std::string className;  // the class whose members are asked for; empty for a namespace
+  std::string nameSpace;  // the namespace whose content is asked for
+  std::string prefix;     // the letters after the operator
 };
 
-// Finds out what expressions stand for in the text before a place: it reads declarations in the
-// blocks around, the expressions that "auto" takes its type from, members, aliases and template
-// arguments. It is asked where the plain walk of names finds nothing, and guesses nothing that it
-// can't read: what is unknown has no value. Tags that it gives are void after the next parse.
+// Finds the types of expressions in the text before a place: it reads declarations in the blocks
+// around, the expressions that "auto" takes its type from, members, aliases and template arguments.
+// It is used when the plain lookup of names finds nothing. It doesn't guess: an unknown expression
+// has no value. Tags that it returns are invalid after the next parse.
 class ExprTypes {
  public:
   // Everything must outlive it. `theScope` is the tag around the place, null without one.
@@ -32,14 +32,14 @@ class ExprTypes {
 
   // The operand of the member operator that ends at the place, or before letters that end there.
   std::optional<ExprOperand> Operand();
-  // The tag that the expression whose last name ends at the place stands for; null without one.
+  // The tag of the expression whose last name ends at the place; null without one.
   TagItem* Item();
 
  private:
-  // What an expression stands for.
+  // The value of an expression, as far as its type goes.
   struct Value {
     TypeText type;
-    std::string scope;        // the class in which the names of the type are to be found
+    std::string scope;        // the class in which to look up the names of the type
     bool isType = false;      // the expression names a type
     TagItem* item = nullptr;  // the tag that the last name was resolved to
   };
@@ -83,7 +83,7 @@ class ExprTypes {
   CodeTokens tokens;
   std::optional<std::vector<int>> aliases;  // the tokens "using" and "typedef"
   StepBudget budget;
-  int before = 0;  // declarations are looked for before this token
+  int before = 0;  // only declarations before this token are found
   int depth = 0;
 };
 

@@ -7,7 +7,7 @@ namespace zendry {
 
 namespace {
 
-// How many bytes that belong to the expression stand directly before `place`.
+// The number of bytes directly before `place` that belong to the expression.
 int StepLeft(std::string_view line, int place) {
   if (place > 0 && (IsWordChar(line[place - 1]) || line[place - 1] == '.')) return 1;
   return line.substr(0, place).ends_with("->") ? 2 : 0;

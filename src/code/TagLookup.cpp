@@ -17,7 +17,7 @@ constexpr int cNamespace = 'n';
 constexpr int cEnumerator = 'e';
 constexpr std::string_view cLibraryNamespace = "std";
 
-// The definition of a member outside of its class; the declaration inside stands for it.
+// True for the definition of a member outside of its class; the declaration inside is used instead.
 bool IsOuterDefinition(const TagItem& item) {
   return item.kind == cFunction && item.access == 0;
 }
@@ -31,7 +31,7 @@ std::string_view TakeLastBase(std::string_view& bases) {
   return base;
 }
 
-// Says in a member whose it is.
+// Sets the module and owner of a member.
 bool BelongsTo(TagItem& member, TagClass& record) {
   member.module = record.module;
   member.owner = &record;
@@ -39,19 +39,19 @@ bool BelongsTo(TagItem& member, TagClass& record) {
 }
 
 // Walks the members of a class, then those of its bases. A class whose walk has ended without a hit
-// holds none for a second walk that starts as deep or deeper, so that one is left out: without this
-// a loop of classes with many bases would take for ever.
+// holds none for a second walk that starts as deep or deeper, so the second walk is left out.
+// Without this a loop of classes with many bases would take for ever.
 class ClassWalk {
  public:
   // The records of a class by its name.
   using Records = std::function<std::vector<TagClass*>(std::string_view)>;
-  // Whether the walk ends with this member; it has its module and owner then.
+  // True if the walk ends with this member, whose module and owner are then set.
   using Visit = std::function<bool(TagClass&, TagItem&)>;
 
   ClassWalk(Records theRecords, Visit theVisit)
       : records(std::move(theRecords)), visit(std::move(theVisit)) {}
 
-  // The member that ended the walk; null when none did.
+  // The member that ended the walk; null without one.
   TagItem* Walk(std::string_view className, int depth) {
     if (depth >= TagLookup::cMostDepth) return nullptr;
     const auto walked = walkedFrom.find(className);
@@ -80,7 +80,7 @@ std::vector<TagClass*> RecordsOf(TagClass* found) {
   return found ? std::vector{found} : std::vector<TagClass*>();
 }
 
-// Appends the first record of each name with the prefix that is to be listed.
+// Appends the first record to be listed of each name with the prefix.
 template <class Record, class Filter>
 void ListNames(std::vector<TagItem*>& out, const TagIndex& index,
                const TagIndex::Places<Record>& names, std::string_view prefix, Filter isListed) {
@@ -177,7 +177,7 @@ void TagLookup::listMembers(std::vector<TagItem*>& out, std::string_view classNa
   walk.Walk(className, depth);
 }
 
-// No tag knows its namespace; that of a file's tags mostly lasts to the file's end.
+// Tags don't know their namespace; a file's namespace usually lasts to the file's end.
 void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
                               std::string_view prefix) {
   const auto list = [&](TagItem& item, TagData* module) {

@@ -10,12 +10,12 @@ namespace zendry {
 class CodeSources;
 
 // Finds classes, globals and members by name in the project's stores and the reference libraries.
-// What it finds belongs to a store and is void when that is parsed again. `module` and `owner` of
-// what it gives are set; `module` is null for what a reference library holds.
+// The tags that it finds belong to a store and are invalid when that is parsed again. Their
+// `module` and `owner` are set; `module` is null for tags of a reference library.
 //
-// Every lookup gives what a walk over all stores in their order would meet first. A class's bases
-// are walked from the last to the first; no walk goes deeper than 17 classes, so that classes which
-// derive from each other end it.
+// Every lookup gives the tag that a walk over all stores in their order would meet first. A class's
+// bases are walked from the last to the first; no walk goes deeper than 17 classes, so that it ends
+// even for classes which derive from each other.
 class TagLookup {
  public:
   static constexpr int cMostDepth = 17;
@@ -25,23 +25,23 @@ class TagLookup {
   // `theSources` must outlive it.
   explicit TagLookup(CodeSources& theSources) : sources(theSources) {}
 
-  // The first module's record of that class which isn't known from its members alone, else that of
-  // the library.
+  // The record of that class in the first module that holds the class itself, not only members of
+  // it; else that of the library.
   TagClass* findClass(std::string_view name);
-  // A global: of the module with the file name `moduleName`, of the first module that has one, or
-  // else the class of that name.
+  // A global: that of the module with the file name `moduleName`, else of the first module that has
+  // one, else the class of that name.
   TagItem* findGlobal(std::string_view name, std::string_view moduleName);
-  // A member of a class of the project or of its bases there. cDeclaration takes prototypes and
-  // what has an access; cDefinition takes everything but prototypes.
+  // A member of a class of the project or of its bases there. cDeclaration accepts prototypes and
+  // tags with an access; cDefinition accepts everything but prototypes.
   TagItem* findMember(std::string_view className, std::string_view memberName, Want want,
                       int depth = 0);
-  // A member of a class or its bases, definitions outside of the class not counted.
+  // A member of a class or its bases, without definitions outside of the class.
   TagItem* findMemberInClass(std::string_view className, std::string_view memberName,
                              int depth = 0);
   // The last member of a path such as "a.b.c", where `a` is a member of `typeName`.
   TagItem* findMemberPath(std::string_view path, std::string_view typeName);
-  // Appends the members of a class and its bases whose names begin with `prefix`, definitions
-  // outside of the class not counted. A base that is met again is listed once. A class that isn't
+  // Appends the members of a class and its bases whose names begin with `prefix`, without
+  // definitions outside of the class. A base that is met again is listed once. A class that isn't
   // found is logged.
   void listMembers(std::vector<TagItem*>& out, std::string_view className, std::string_view prefix,
                    int depth = 0);
@@ -49,12 +49,12 @@ class TagLookup {
   // prefix in the project, in the order of names.
   void listGlobals(std::vector<TagItem*>& out, std::string_view prefix);
 
-  // Appends what has this prefix in a scope that is no class: the enumerators that are kept under
-  // its name, the globals and classes that stand behind the beginning of a namespace of that name
-  // in their files; for "std" the classes of the library.
+  // Appends the names with this prefix in a scope that isn't a class: the enumerators that are kept
+  // under its name, the globals and classes that come after the beginning of a namespace of that
+  // name in their files; for "std" the classes of the library.
   void listNamespace(std::vector<TagItem*>& out, std::string_view name, std::string_view prefix);
 
-  // Makes the index ready, so that the first lookup after loading a project is as fast as the next.
+  // Prepares the index, so that the first lookup after loading a project is as fast as the next.
   const TagIndex& EnsureIndex();
 
  private:

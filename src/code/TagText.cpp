@@ -14,10 +14,10 @@ namespace {
 constexpr int cLinesBefore = 3;
 constexpr int cLinesBehind = 2;
 constexpr int cMostBytes = 2000;  // of those lines
-constexpr size_t cMostFiles = 8;  // whose whole text is looked into
+constexpr size_t cMostFiles = 8;  // whose whole text is searched
 constexpr size_t cMostAliasText = 65536;
 
-// Where the line behind the one around `at` begins; the end of the text for the last one.
+// The beginning of the line after the one around `at`; the end of the text for the last one.
 size_t NextLine(std::string_view text, size_t at) {
   const size_t newline = text.find('\n', at);
   return newline == text.npos ? text.size() : newline + 1;
@@ -70,7 +70,7 @@ TypeText TagText::TypeOf(const TagItem& item, StepBudget& budget) {
     if (tokens.Start(i) < piece.lineStart || !tokens.Is(i, item.name)) continue;
     const std::optional<CodeDecl> decl = DeclarationAt(tokens, i, budget);
     if (!decl) continue;
-    // Where the tag knows another single name, the text has changed since.
+    // If the tag has another single type name, the text has changed since.
     const bool isTold = decl->type.Name() == item.type || item.type == "auto";
     if (isTold || decl->type.path.size() > 1) return decl->type;
   }

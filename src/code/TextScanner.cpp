@@ -33,7 +33,7 @@ int TextScanner::At(int place) {
   return static_cast<unsigned char>(window[place - windowStart]);
 }
 
-// The window begins somewhat before the place, or ends with the text where that is near.
+// The window begins somewhat before the place, or ends at the end of the text if that is near.
 void TextScanner::MoveWindow(int place) {
   windowStart = std::max(std::min(place - cWindowLead, length - cWindow), 0);
   const int end = std::min(windowStart + cWindow, length);
@@ -72,7 +72,7 @@ int TextScanner::readForward() {
   return 0;
 }
 
-// Where the comment of the line that ends with this newline begins; -1 when it has none.
+// The beginning of the comment in the line that ends with this newline; -1 when it has none.
 int TextScanner::LineCommentStart(int newline) {
   if (const auto known = lineSkips.find(newline); known != lineSkips.end()) return known->second;
   int found = -1;
@@ -82,7 +82,7 @@ int TextScanner::LineCommentStart(int newline) {
   return Remember(lineSkips, newline, place, found);
 }
 
-// Where the comment whose closing "*" stands at this place begins; -1 for the end of no comment.
+// The beginning of the comment whose closing "*" is at this place; -1 if no comment ends there.
 int TextScanner::BlockCommentStart(int star) {
   if (const auto known = blockSkips.find(star); known != blockSkips.end()) return known->second;
   int place = star - 2;

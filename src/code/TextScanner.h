@@ -13,21 +13,21 @@ bool IsWordChar(int c);
 bool IsWhiteSpace(int c);
 
 // Reads an editor's text byte by byte in both directions and passes over comments. It sees the text
-// through a window of a few thousand bytes, so that a place in a large file costs no copy of it.
-// The text must not change as long as the scanner lives.
+// through a window of a few thousand bytes, so that a large file is never copied whole. The text
+// must not change as long as the scanner lives.
 class TextScanner {
  public:
   static constexpr int cWindow = 4000;
-  static constexpr int cWindowLead = 500;  // what of a window lies before the byte asked for
+  static constexpr int cWindowLead = 500;  // bytes of a window before the requested one
   static constexpr int cNearReach = 64;
 
   enum class Reach { cWholeText, cNearCaret };
 
-  // Stands at the caret. cNearCaret: nothing is read forward more than 64 bytes behind it.
+  // Starts at the caret. cNearCaret: forward reading ends 64 bytes after it.
   explicit TextScanner(const CaretText& text, Reach reach = Reach::cWholeText);
 
-  // Reads the byte before `position` and steps back. A comment is passed over: one in a line from
-  // its first "//" on, together with the newline. 0 at the start of the text.
+  // Reads the byte before `position` and steps back. A comment is passed over: a line comment from
+  // the line's first "//" on, together with the newline. 0 at the start of the text.
   int readBack();
   // Reads the byte at `position` and steps on, past comments. 0 at the limit.
   int readForward();
@@ -36,7 +36,7 @@ class TextScanner {
 
   const CaretText& editor;
   int position = 0;
-  const int limit;  // end of what readForward reads
+  const int limit;  // where readForward() ends
 
  private:
   using Skips = std::map<int, int>;
@@ -49,7 +49,7 @@ class TextScanner {
   const int length;
   int windowStart = 0;
   std::string window;
-  // Where long skips lead, so that reading over the same one again and again stays cheap.
+  // The ends of long skips, so that repeated reading over the same one stays cheap.
   Skips lineSkips;
   Skips blockSkips;
 };

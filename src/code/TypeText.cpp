@@ -17,7 +17,7 @@ constexpr std::string_view cBuiltIn =
 
 std::optional<TypeText> ReadTypeAt(const CodeTokens& tokens, int& at, int depth);
 
-// Behind an argument that is no type, such as "3 + 4": at the "," or ">".
+// Moves past an argument that isn't a type, such as "3 + 4": to the "," or ">".
 void SkipArgument(const CodeTokens& tokens, int& at, int end) {
   while (at < end && !tokens.Is(at, ",")) {
     if (tokens.IsOpening(at)) at = tokens.Partner(at);
@@ -35,7 +35,7 @@ TypeText ReadArgument(const CodeTokens& tokens, int& at, int end, int depth) {
       at = tokens.Partner(at) + 1;
     }
     if (at == end || tokens.Is(at, ",")) return *type;
-    // Of a function type the result counts.
+    // For a function type the result counts.
     if (tokens.Is(at, "(")) {
       SkipArgument(tokens, at, end);
       return *type;
@@ -46,7 +46,7 @@ TypeText ReadArgument(const CodeTokens& tokens, int& at, int end, int depth) {
   return {};
 }
 
-// Stands at the "<"; behind the ">" afterwards.
+// Begins at the "<" and ends after the ">".
 bool ReadArguments(const CodeTokens& tokens, int& at, TypePart& part, int depth) {
   const int end = tokens.AngleEnd(at);
   if (end < 0 || depth >= cMostDepth) return false;

@@ -6,15 +6,15 @@
 
 namespace zendry {
 
-// What each new editor takes over. Filled by the configuration (fonts) and the session (the rest).
+// The settings of each new editor. Filled by the configuration (fonts) and the session (the rest).
 struct EditorSettings {
   int useTabs = 1;
   int tabSize = 4;
   int indentSize = 4;
   int useMonoFont = 0;
-  int lineAboveOpenFolds = 0;  // otherwise one is below each closed fold
+  int lineAboveOpenFolds = 0;  // 0: a line below each closed fold instead
   int lineNumbers = 0;
-  // What controls read, by FontUse; each can be shown.
+  // The fonts that controls use, indexed by FontUse; each can be shown.
   std::array<FontRec, 3> fonts = IdeFonts().fonts;
 };
 

@@ -22,8 +22,8 @@ struct ToolSet {
   std::string flags;
 };
 
-// Whose font a record of "Zendry.cfg" is: the editor's with letters of different and of one width,
-// and the Output panel's.
+// The use of a font record of "Zendry.cfg": the editor's proportional font, the editor's font with
+// letters of one width, and the Output panel's font.
 enum FontUse { cVariableFont, cFixedFont, cOutputFont };
 
 // One configurable font. `style` has the bits of mavro::Font.
@@ -34,7 +34,8 @@ struct FontRec {
   int size = 10;
 };
 
-// What the installation says about tools and libraries; read once at start, then only looked at.
+// The installation's settings for tools and libraries; read once at start and never changed after
+// that.
 struct IdeConfig {
   std::string appDir;  // folder of the program with its trailing slash
   std::string gcc = "gcc";
@@ -51,8 +52,8 @@ struct IdeConfig {
   std::array<ToolSet, 3> toolSets;
 };
 
-// The font as it can be shown: a size that nobody could read is the usual one, style bits that mean
-// nothing are dropped.
+// The font, corrected so that it can be shown: an unreadable size becomes the usual one, style bits
+// without a meaning are dropped.
 FontRec ShowableFont(FontRec font);
 
 struct IdeFonts {
@@ -63,16 +64,16 @@ struct IdeFonts {
 extern IdeConfig theIdeConfig;
 extern IdeFonts theIdeFonts;
 
-// Reads "Zendry.cfg" in `config.appDir`. A missing file leaves everything as it is, as does one
-// that can't be read, which is an error. Elements that mean nothing are passed over; one with a
-// value that is too long to be read is a doubt.
+// Reads "Zendry.cfg" in `config.appDir`. A missing file leaves everything as it is. So does a file
+// that can't be read, which is an error. Elements without a meaning are passed over; an element
+// with a value that is too long to be read is a doubt.
 LoadResult ReadConfig(IdeConfig& config, IdeFonts& fonts);
 
 // The folder that "@" stands for: the parent of `appDir`, with its trailing slash.
 std::string InstallRoot(const std::string& appDir);
 
 // The command that starts a tool: `name` alone for an empty `dir`, else `dir`, "/" and `name`,
-// where a `dir` longer than two characters that begins with "@/" lies in the install root.
+// where a `dir` longer than two characters that begins with "@/" is in the install root.
 std::string ResolveToolPath(const std::string& dir, const std::string& name);
 
 }  // namespace zendry

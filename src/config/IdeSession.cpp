@@ -36,7 +36,7 @@ constexpr int cBelowSplitter = 79;  // room for the bottom pane
 constexpr int cDefaultTabSize = 4;
 constexpr int cMaxTabSize = 256;
 
-// The number as "%g" writes it.
+// The number in the form of "%g".
 std::string Number(int number) {
   char text[32];
   std::snprintf(text, sizeof text, "%g", static_cast<double>(number));
@@ -65,7 +65,7 @@ std::string IniText(const std::map<std::string, std::string>& values) {
   return text;
 }
 
-// Reads "KEY=VALUE" lines. False when there is text that is none.
+// Reads "KEY=VALUE" lines. False when there is any other text.
 bool ReadIniText(std::string_view text, std::map<std::string, std::string>& values) {
   bool isWhole = text.find('\0') == std::string::npos;
   for (std::string_view rest = text; !rest.empty();) {
@@ -87,8 +87,8 @@ void PutInFront(RecentList& list, std::string path) {
   list.items.insert(list.items.begin(), std::move(path));
 }
 
-// Keeps other programs of ours from writing the settings, as long as it lives. Where that can't be
-// the settings are written all the same.
+// Keeps our other running programs from writing the settings, as long as it lives. If it can't, the
+// settings are written all the same.
 class FolderLock {
  public:
   explicit FolderLock(const std::string& folder)
@@ -101,7 +101,7 @@ class FolderLock {
   FolderLock(const FolderLock&) = delete;
   FolderLock& operator=(const FolderLock&) = delete;
 
-  bool isFree = true;  // false when another one is writing just now
+  bool isFree = true;  // false when another program is writing just now
 
  private:
   const int file;
@@ -127,7 +127,8 @@ int CorrectedSize(int size, int smallest, int screen) {
   return size < smallest || size > screen ? screen : size;
 }
 
-// A share of the screen that the next start won't take for damage, as far as the screen has it.
+// A share of the screen, large enough that the next start won't treat it as damaged, but not larger
+// than the screen.
 int ShareOf(int screen, int percent, int smallest) {
   return std::min(std::max(screen * percent / 100, smallest), screen);
 }
@@ -184,7 +185,7 @@ std::string IdeSession::Value(const std::string& key, std::string_view otherwise
   return std::string(otherwise);
 }
 
-// Tab and indent sizes that no editor could work with are taken for damage.
+// Tab and indent sizes that no editor could work with are treated as damaged.
 void IdeSession::TakeEditorSettings() const {
   EditorSettings& editor = theEditorSettings;
   editor.useTabs = Value("ed-usetab", "1") != "0";
@@ -232,8 +233,8 @@ void IdeSession::TakeLists() {
   }
 }
 
-// Takes over what other programs have written since the file was last seen. A file that is gone, or
-// holds more than settings, tells nothing about them.
+// Takes over the changes that other programs have written since the file was last read. A file that
+// is gone, or holds more than settings, says nothing about such changes.
 void IdeSession::TakeOver() {
   const std::optional<std::string> text = mavro::ReadFileText(iniPath);
   if (!text) {

@@ -12,7 +12,7 @@
 
 namespace zendry {
 
-// Paths used lately, newest first. `keyTemplate` gives the keys under which they are stored: its
+// Recently used paths, newest first. `keyTemplate` gives the keys under which they are stored: its
 // character at position 4 is replaced by a letter from "A" on.
 struct RecentList {
   size_t capacity = 8;
@@ -21,52 +21,53 @@ struct RecentList {
   std::vector<std::string> added = {};  // since the file was read or written, oldest first
 };
 
-// Where the main window stands, and its horizontal splitter.
+// The position of the main window and of its horizontal splitter.
 struct Placement {
   int left = 0;
   int top = 0;
   int width = 800;
   int height = 560;
   int splitter = 0;
-  bool isMaximized = false;  // the rest says where it stands when it no longer is
+  bool isMaximized = false;  // the rest is its place when it is restored
   friend bool operator==(const Placement&, const Placement&) = default;
 };
 
-// What the program remembers of its user between two runs: "zendry.ini" in the folder ".zendry" of
-// the profile folder. Everything works without it; what can't be kept is said by TakeError().
+// The user's settings that are kept between two runs: "zendry.ini" in the folder ".zendry" of the
+// profile folder. Everything works without it; TakeError() gives the reason why something can't be
+// kept.
 class IdeSession {
  public:
-  // Takes the places of folder and file; touches nothing on disk.
+  // Determines the paths of folder and file; touches nothing on disk.
   IdeSession();
 
-  // Reads the ini file, of which nothing need be there or make sense, and applies the editor's
-  // settings to theEditorSettings. Makes the folder, for the user alone, when it is missing.
-  // `firstStart` is the installation's file of the same format: it says what holds for each key
-  // that the user's file doesn't have. It may be missing.
+  // Reads the ini file and applies the editor's settings to theEditorSettings. The file may be
+  // missing, incomplete or damaged. Makes the folder, for the user alone, when it is missing.
+  // `firstStart` is the installation's file of the same format: it gives the value of each key that
+  // the user's file doesn't have. It may be missing.
   void Load(const std::string& firstStart = "");
-  // Writes the ini file. One that was there and couldn't be read is left as it is; one that held
-  // lines without meaning is kept beside the new one with ".bad" appended to its name. What other
-  // running programs have written since is taken over first: their recent paths stay in the lists,
-  // and so do their values for keys that haven't changed here.
+  // Writes the ini file. An existing file that couldn't be read is left as it is; one that held
+  // lines without meaning is kept beside the new one with ".bad" appended to its name. The changes
+  // that other running programs have written since are taken over first: their recent paths stay in
+  // the lists, and their values stay for keys that haven't changed here.
   void Save(const Placement& placement);
-  // Writes the recent lists, if anything has been added to them; to be called now and then. What
-  // fails isn't tried again before something else is added. Nothing happens before Load.
+  // Writes the recent lists, if anything has been added to them; to be called now and then. After a
+  // failure it isn't tried again before something else is added. Does nothing before Load.
   void KeepRecent();
 
-  // Where the window goes on a screen of this size; nothing when no place, or half a place, is
+  // The place for the window on a screen of this size; nothing when no place, or half a place, is
   // stored. A place above 800 and sizes that are too small or exceed the screen are corrected.
   std::optional<Placement> RestoreBounds(int screenWidth, int screenHeight) const;
 
-  // Where the window goes when no place is stored, on a screen with this usable area: in its
-  // middle, with the share of it that the installation says; without such a word the place that a
-  // Placement starts with.
+  // The place for the window when no place is stored, on a screen with this usable area: in its
+  // middle, with the share of it that the installation's file gives. Without such a value it is the
+  // place that a Placement starts with.
   Placement FirstPlacement(int left, int top, int width, int height) const;
 
-  // Puts a path at the head of a list, in which it stands once.
+  // Puts a path at the beginning of a list, which holds it only once.
   static void AddRecent(RecentList& list, std::string path);
 
-  // Keeps a reason why something can't be kept, to be said once. The first one wins; one that has
-  // been said isn't said again.
+  // Notes a reason why something can't be kept, to be shown once. The first reason wins; one that
+  // has been shown isn't shown again.
   void NoteError(const std::string& error);
   // The reason noted, which is then forgotten; empty when there is none.
   std::string TakeError();

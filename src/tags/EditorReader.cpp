@@ -13,7 +13,7 @@ constexpr char cEndByte = static_cast<char>(0xFF);
 
 }  // namespace
 
-// The stream is none that the base could close.
+// The base must not close the stream: it isn't a file.
 EditorReader::~EditorReader() {
   EditorReader::close();
 }
@@ -41,7 +41,7 @@ void EditorReader::close() {
   stream = nullptr;
 }
 
-// A byte that reads as the end is left for getc().
+// Stops before a byte that reads as the end; getc() reads that.
 size_t EditorReader::read(char* buffer, size_t size) {
   if (position >= chunkLength && !Slide()) return 0;
   const auto first = window.begin() + position;

@@ -8,9 +8,9 @@ namespace zendry {
 
 class EditorText;
 
-// Hands an editor's text to the tag parser, through a window that is slid over it: the text is
-// never copied whole. The last bytes of the old window stay at the front of the new one, so that
-// what was read can be pushed back across a slide.
+// Hands an editor's text to the tag parser, through a window that slides over it: the text is never
+// copied whole. The last bytes of the old window stay at the beginning of the new one, so that a
+// byte can be pushed back across a slide.
 //
 // Bytes from 0x80 up come out negative; 0xFF reads as the end of the text.
 class EditorReader : public FileReader {
@@ -24,10 +24,10 @@ class EditorReader : public FileReader {
   ~EditorReader() override;
 
   int getc() override;
-  // Goes back by one byte, whatever is pushed. Before the first byte of the text it does nothing;
-  // before that of a later window it breaks a precondition.
+  // Goes back by one byte, whatever byte is pushed. It does nothing at the first byte of the text,
+  // and breaks a precondition at the first byte of a later window.
   void ungetc(int c) override;
-  // Begins at the start of the text; the path counts for nothing.
+  // Begins at the start of the text; the path is ignored.
   bool open(const char* path) override;
   void close() override;
   size_t read(char* buffer, size_t size) override;
@@ -37,7 +37,7 @@ class EditorReader : public FileReader {
   void Fetch();
 
   EditorText& text;
-  int baseOffset = 0;  // where in the text the window begins
+  int baseOffset = 0;  // the window's beginning in the text
   int chunkLength = 0;
   int documentLength = 0;
   int position = 0;  // in the window

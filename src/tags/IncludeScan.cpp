@@ -13,7 +13,7 @@ bool IsBlank(char c) {
   return std::string_view(" \t\n\v\f\r").find(c) != std::string_view::npos;
 }
 
-// Takes the first line, ended by `end`, off the text.
+// Removes the first line, which ends with `end`, from the text.
 std::string_view TakeLine(std::string_view& text, char end) {
   const std::string_view line = text.substr(0, text.find(end));
   text.remove_prefix(std::min(line.size() + 1, text.size()));

@@ -13,16 +13,16 @@ struct IncludeRec {
   std::string name;
 };
 
-// Finds the name in one line that begins with "#" in its first column. White space counts nowhere
-// in such a line, not even in the name. A name of more than 244 characters, or one that isn't
-// closed on its line, is none.
+// Finds the name in one line that begins with "#" in its first column. White space is ignored
+// everywhere in such a line, even in the name. A name of more than 244 characters, or one that
+// isn't closed on its line, is ignored.
 class IncludeScanner {
  public:
-  // Begins behind the "#".
+  // Begins after the "#".
   void Start();
   // Takes the next byte of the line. True when it has closed the name, which is then in Found().
   bool Feed(char c);
-  // Whether further bytes can make a name; false before Start().
+  // True if further bytes can make a name; false before Start().
   bool IsRunning() const { return step != Step::cIdle; }
   const IncludeRec& Found() const { return found; }
 

@@ -9,7 +9,7 @@
 namespace zendry {
 namespace {
 
-// What is read at once. The rest of a line is kept before it.
+// Bytes that are read at once. The rest of a line is kept before them.
 constexpr size_t cChunk = 64 * 1024;
 
 const char* Find(const char* begin, const char* end, char c) {
@@ -17,8 +17,8 @@ const char* Find(const char* begin, const char* end, char c) {
   return found == nullptr ? end : static_cast<const char*>(found);
 }
 
-// Turns CR and CR LF into LF within the text; answers its new end. `afterReturn` says that a CR
-// stood before the text, and then whether one ends it.
+// Turns CR and CR LF into LF within the text; returns its new end. `afterReturn` is true on entry
+// if a CR came before the text, and on return if a CR ends it.
 char* NormalizeLineEnds(char* begin, char* end, bool& afterReturn) {
   if (!afterReturn && Find(begin, end, '\r') == end) return end;
   char* out = begin;
@@ -84,8 +84,8 @@ void LineInput::ReadLine() {
   if (hasZeros) lineEnd = Find(cursor, lineEnd, '\0');
 }
 
-// A newline behind the longest part of the line that is still read. There is room for it, since
-// nothing behind it is read any more.
+// Puts a newline after the longest part of the line that is still read. There is room for it, since
+// nothing after it is read any more.
 void LineInput::CutTooLong(const char* start) {
   isTooLong = true;
   theTagParser.logMessage("Line to long");

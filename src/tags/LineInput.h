@@ -12,9 +12,9 @@ class TagData;
 
 // Reads a source line by line: counts lines, makes every line end a newline, and records the names
 // that lines beginning with "#" include. A line is handed out as the bytes between `cursor` and
-// `lineEnd`, so that whoever reads it may run over it without a call per byte.
+// `lineEnd`, so that a caller can read it without a call per byte.
 //
-// A byte 0 ends its line early, what stands behind it isn't seen. A line of 1024 bytes ends the
+// A byte 0 ends its line early; the rest of the line isn't read. A line of 1024 bytes ends the
 // source.
 class LineInput {
  public:
@@ -32,13 +32,13 @@ class LineInput {
   }
   // Goes to the next line that has a byte; false at the end.
   bool NextLine();
-  // Gives up the rest of the source: a newline is all that still comes.
+  // Gives up the rest of the source: only a newline still comes.
   void Stop();
 
   const char* lineStart = nullptr;
   const char* cursor = nullptr;
-  const char* lineEnd = nullptr;  // behind the newline, if the line has one
-  int linePushback = 0;           // a byte to come first, 0 for none
+  const char* lineEnd = nullptr;  // after the newline, if the line has one
+  int linePushback = 0;           // a byte to return first, 0 for none
   int lineNumber = 0;             // lines started
   bool isTooLong = false;         // a line has ended the source
   int tagLine = 0;                // the number that tags carry
@@ -53,11 +53,11 @@ class LineInput {
   FileReader* reader = nullptr;
   TagData* store = nullptr;
   std::vector<char> buffer;
-  char* next = nullptr;  // first byte that no line has taken
-  char* end = nullptr;   // behind the last byte that was read
-  bool eof = true;       // no further line is read
+  char* next = nullptr;  // first byte that isn't part of a line yet
+  char* end = nullptr;   // after the last byte that was read
+  bool eof = true;       // no more lines are read
   bool isReaderDone = true;
-  bool endsInReturn = false;  // the last byte read was CR, so that a newline next is part of it
+  bool endsInReturn = false;  // the last byte read was CR; a newline after it belongs to it
   bool hasZeros = false;      // a byte 0 has been read
   IncludeScanner includeScan;
 };

@@ -73,7 +73,7 @@ void TagC::ExtendContext(Statement& st) {
   st.context.type = TOKEN_NAME;
 }
 
-// Values in braces directly behind a declared name: `int x{1};`.
+// True for values in braces directly after a declared name: `int x{1};`.
 bool TagC::IsBraceInitialiser(Statement& st) const {
   return IsCpp() && st.declaration == DECLARES_BASE && !st.seen.argsSeen &&
          st.earlierToken(1).IsName() && (st.isPartial || st.earlierToken(2).type != TOKEN_NONE);

@@ -11,19 +11,20 @@ namespace zendry {
 
 struct TagFacts;
 
-// Turns the stream of characters into tags for C, C++, C#, Java and Vera. It builds no tree: of
-// each statement it remembers the last seven tokens and decides at each `;`, `,`, `{` and `}` what
+// Turns the stream of characters into tags for C, C++, C#, Java and Vera. It builds no tree: it
+// remembers the last seven tokens of each statement and decides at each `;`, `,`, `{` and `}` what
 // was declared.
 class TagC {
  public:
-  // Blocks within blocks that are read; what stands deeper is skipped by its braces alone.
+  // The depth of nested blocks that are read; deeper blocks are skipped by counting braces.
   static constexpr int cDeepestBlock = 500;
 
-  // Reads the source that the character layer holds; whether another pass is wanted, which none is.
+  // Reads the source that the character layer holds. True if another pass is wanted, which never
+  // happens.
   bool runPass(int passCount, Language theLanguage, bool isHeaderFile);
 
  private:
-  // How one parenthesised group turned out.
+  // The facts about one parenthesised group.
   struct ParenGroup {
     bool isPointer = false;
     bool isArgList = true;
@@ -36,7 +37,7 @@ class TagC {
     int depth = 1;
     bool firstChar = true;
   };
-  // What the scan behind a parameter list counts.
+  // The counters of the scan after a parameter list.
   struct PostParens {
     int parameters = 0;
     int elementCount = 0;
@@ -132,7 +133,7 @@ class TagC {
   bool inArgText = false;
   Statement* currentStatement = nullptr;
   TokenType tokenAtLastTag = TOKEN_NONE;
-  std::vector<std::unique_ptr<Statement>> statements;  // one a level, used again and again
+  std::vector<std::unique_ptr<Statement>> statements;  // one for each level, reused
   Token scratch;                                       // a word that belongs to no statement
   std::string fullScope;
   std::string fullNamespace;

@@ -23,10 +23,10 @@ std::string Hexadecimal(uint64_t mark) {
 
 // Group: writing.
 
-// Whether an element is written that a reader would take for another one.
+// Says if an element may be written that a reader would read as another one.
 enum class Misread { cAllowed, cMended };
 
-// Three letters only are looked at: the whole family of names is meant.
+// Only three letters are compared: the whole family of names is meant.
 bool IsOfStringFamily(const std::string& name) {
   return name.size() > cFamilyPrefix && name[0] == 'b' && name[4] == 'c' && name[5] == '_';
 }
@@ -80,7 +80,7 @@ class CacheWriter {
     return misread == Misread::cAllowed ? TokensFit(line) : tag.ReadsBack();
   }
 
-  // Only what an element closes itself has a slash. False when it was left out.
+  // Only an element that closes itself has a slash. False when it was left out.
   bool Line(std::string_view element, int depth, const Values& values) {
     XmlTag tag;
     tag.begin(element, depth, depth > 0 ? XmlTag::Ends::cAtOnce : XmlTag::Ends::cLater);
@@ -159,7 +159,7 @@ class CacheReader {
   }
 
   TagData& data;
-  TagClass* tagClass = nullptr;  // whose members follow
+  TagClass* tagClass = nullptr;  // the class whose members follow
 };
 
 }  // namespace
@@ -175,7 +175,7 @@ std::string CacheText(const TagData& data, uint64_t definitionMark) {
     std::string text = CacheWriter(misread).Write(data);
     return text + Stamp(Hexadecimal(definitionMark), text);
   };
-  // A quote in a value may hide the end of every element behind it, the stamp's too.
+  // A quote in a value may hide the end of every element after it, the stamp's too.
   const std::string text = write(Misread::cAllowed);
   return TokensFit(text) ? text : write(Misread::cMended);
 }

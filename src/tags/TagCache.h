@@ -20,29 +20,29 @@ class TagData;
 //   </class>                                              one TAB in
 //   <stamp n="definition" o="bytes"/>             see below
 //
-// The stamp is what makes the text one to be trusted: the mark of the definition file that it was
-// made from and that of all bytes before the stamp. A text that was cut, damaged, written by
-// somebody else or made from another definition (one of another compiler, say) has no fitting one.
-// Readers that know no stamp pass over it.
+// The stamp makes it possible to trust the text: it holds the mark of the definition file that the
+// text was made from and the mark of all bytes before the stamp. A text that was cut, damaged,
+// written by another program or made from another definition (one of another compiler, say) has no
+// matching stamp. Readers that don't know the stamp pass over it.
 
-// A number that differs, as good as surely, for texts that differ.
+// The mark of a text: a number that is almost certainly different for different texts.
 uint64_t TextMark(std::string_view text);
 
 // The text for `data`. Classes with a leading "_" are left out. A class of the family
 // "basic_string" (letters 0, 4 and 5 are "b", "c" and "_", at least 7 of them) is written without
 // its first six letters, with its whole name as alias.
 //
-// There is no escape for a double quote in a value: it is written as it stands and misread later,
-// as long as the text can be read at all. Where it couldn't, and where a value is too long for any
-// reader, the element goes without signature, without type or bases, or is left out.
+// There is no escape for a double quote in a value: it is written as it is and misread later, as
+// long as the text can be read at all. If it couldn't be read, or a value is too long for any
+// reader, the element is written without signature, without type or bases, or is left out.
 std::string CacheText(const TagData& data, uint64_t definitionMark);
 
-// Whether a text ends with a stamp that fits it and, if that is given, its definition.
+// True if a text ends with a stamp that matches it and, if one is given, its definition.
 bool IsCacheTrue(std::string_view text, const uint64_t* definitionMark);
 
-// Adds the headers and the classes with their members of a text. The globals are not read back, nor
-// are line and kind of a class; members have the access 1. Stops at nothing: what it can't read it
-// passes over, and all of a text with an element that no reader stands.
+// Adds the headers of a text, and its classes with their members. The globals are not read back,
+// nor are line and kind of a class; members have the access 1. Never fails: it passes over the
+// parts that it can't read, and over the whole of a text with an element that no reader can take.
 void ReadCacheText(std::string_view text, TagData& data);
 
 }  // namespace zendry

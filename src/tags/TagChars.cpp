@@ -11,7 +11,7 @@ Cpp theCpp;
 
 namespace {
 
-// A trigraph's third character and what it stands for; `/` and `=` go on as what they stand for.
+// A trigraph's third character and its meaning; `/` and `=` are read on as the character they mean.
 constexpr std::string_view cTrigraphs = "(<)>!'-/=";
 constexpr std::string_view cTrigraphChars = "[{]}|^~\\#";
 
@@ -81,8 +81,8 @@ int Cpp::ReadVisible() {
   }
 }
 
-// Passes over what could change nothing: plain characters of a directive whose word is past, or of
-// a branch that isn't seen.
+// Passes over characters without an effect: plain ones of a directive after its word, or of a
+// branch that isn't seen.
 void Cpp::SkipUnseen(Seen& seen) {
   if (lines.linePushback != 0 || (seen.directive && directive.state != DIRECTIVE_NONE)) return;
   const auto bits = [this] { return cCharClasses[static_cast<unsigned char>(*lines.cursor)]; };
@@ -95,7 +95,7 @@ void Cpp::SkipUnseen(Seen& seen) {
   }
 }
 
-// What the stream shows of a character and what belongs to it; 0 for nothing.
+// The result that the stream gives for a character and the ones that belong to it; 0 for none.
 int Cpp::Fold(int c, Seen& seen) {
   if (c == '?') {
     const int decision = FoldQuestion(c);
@@ -135,8 +135,8 @@ int Cpp::FoldOther(int c, Seen& seen) {
   return c;
 }
 
-// Leaves in `c` what a trigraph stands for, to be looked at as any other character. Anything but 0
-// is what the stream shows.
+// Puts the character that a trigraph means into `c`, to be handled like any other. A result other
+// than 0 is the character that the stream gives.
 int Cpp::FoldQuestion(int& c) {
   const int second = lines.lineGetc();
   if (second != '?') {
@@ -193,7 +193,7 @@ void Cpp::SkipBlockComment() {
   }
 }
 
-// Leaves the newline to be read once more: one ends the comment, one the line.
+// Leaves the newline to be read once more: it ends the comment and then the line.
 int Cpp::SkipLineComment() {
   for (;;) {
     const char* const lineEnd = lines.lineEnd;
@@ -223,7 +223,7 @@ void Cpp::SkipString() {
   }
 }
 
-// A string whose quote follows R, LR, uR, UR or u8R ends with its own delimiter.
+// A string with R, LR, uR, UR or u8R before its quote ends with its own delimiter.
 bool Cpp::SkipRawString() {
   const char* quote = lines.cursor - 1;
   if (quote < lines.lineStart || *quote != '"') return false;
@@ -255,8 +255,8 @@ int Cpp::FoldApostrophe() {
   return CHAR_MARK;
 }
 
-// Whether the apostrophe just read stands within a number. What lies before an earlier separator of
-// the line has been looked at then.
+// True if the apostrophe just read is within a number. Characters before an earlier separator of
+// the line have already been checked at that separator.
 bool Cpp::IsDigitSeparator() {
   const char* quote = lines.cursor - 1;
   if (quote <= lines.lineStart || *quote != '\'' || lines.cursor == lines.lineEnd) return false;

@@ -14,7 +14,7 @@ namespace zendry {
 inline constexpr int STRING_MARK = 211;
 inline constexpr int CHAR_MARK = 195;
 
-// What a byte is to the two lower layers; bits.
+// The classes of a byte for the two lower layers; bits.
 enum CharClass : uint8_t {
   cBlankChar = 1,
   cLineEndChar = 2,
@@ -23,7 +23,7 @@ enum CharClass : uint8_t {
   cIdentifierChar = 16,  // within an identifier
   cIdentifierStart = 32,
   cHighChar = 64,     // within an identifier of Java and at its start
-  cBracketChar = 128  // a bracket, or what ends a template's arguments
+  cBracketChar = 128  // a bracket, or a sign that ends a template's arguments
 };
 
 constexpr std::array<uint8_t, 256> MakeCharClasses() {
@@ -60,20 +60,20 @@ enum DirectiveState {
 
 // One level of nested conditionals.
 struct Conditional {
-  bool allBranchesOff = false;  // it stands in a branch that isn't seen
+  bool allBranchesOff = false;  // it is in a branch that isn't seen
   bool oneBranchOnly = false;   // it began within a statement
   bool branchTaken = false;
   bool skipping = false;
 };
 
-// The stream of characters that the declaration parser reads: comments are a blank, literals one
-// symbol each, directives don't appear but make their tags, and of conditionals only those branches
-// are seen that count.
+// The stream of characters that the declaration parser reads: a comment becomes a blank, a literal
+// becomes one symbol, directives don't appear but make their tags, and only the branches of
+// conditionals that count are seen.
 class Cpp {
  public:
   static constexpr unsigned cMostLevels = 19;
 
-  // Before each pass over a source whose lines have been started.
+  // To be called before each pass over a source, after its lines have been started.
   void sourceInit(bool isLaterPass, Language theLanguage, bool isHeaderFile);
   // The next character, -1 at the end.
   int sourceGetc() {
@@ -88,23 +88,23 @@ class Cpp {
     }
     return ReadSource();
   }
-  // Two characters can be held.
+  // Pushes a character back. Two can be held.
   void sourceUngetc(int c);
-  // The next character that is no white space. `blanksSkipped` says whether there was any.
+  // The next character that isn't white space. `blanksSkipped` is true if there was any.
   int skipBlanks() {
     int c = sourceGetc();
     blanksSkipped = IsClass(c, cSpaceChar);
     while (IsClass(c, cSpaceChar)) c = sourceGetc();
     return c;
   }
-  // Appends what follows of an identifier.
+  // Appends the rest of an identifier.
   void ReadIdentifierRest(std::string& name);
   bool IsIdentifierStart(int c) const {
     return IsClass(c, cIdentifierStart) || (isJava && IsHighIdentifier(c));
   }
-  // Passes over what is neither a brace nor anything that needs a closer look.
+  // Passes over all characters but braces and those that need a closer look.
   void SkipToBrace();
-  // Drops what is held and the rest of the source.
+  // Drops the characters that are held and the rest of the source.
   void Stop();
 
   LineInput lines;
@@ -120,7 +120,7 @@ class Cpp {
   } directive;
 
  private:
-  // What a directive or a branch that isn't seen makes of the character just read.
+  // The effect of a directive, or of a branch that isn't seen, on the character just read.
   struct Seen {
     bool directive = false;
     bool ignore = false;
@@ -168,7 +168,7 @@ class Cpp {
   Language language = Language::cC;
   bool isJava = false;
   bool isHeader = false;
-  int separatorLine = 0;                 // where the last digit separator stood
+  int separatorLine = 0;                 // line of the last digit separator
   const char* separatorPlace = nullptr;  // its place in that line
 };
 

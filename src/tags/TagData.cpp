@@ -20,7 +20,7 @@ TagItem* TagData::findGlobal(std::string_view name) {
   return &*found;
 }
 
-// A class stands under its name, so the one that the key leads to is the first of that name.
+// The key of a class is its name, so the one found by the key is the first of that name.
 TagClass* TagData::findClass(std::string_view name) {
   const auto found = classes.find(name);
   if (found == classes.end() || found->second.name != name) return nullptr;

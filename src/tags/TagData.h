@@ -25,14 +25,14 @@ struct TagItem {
   int access = 0;
   std::string text;  // free
   std::string name;
-  std::string signature;      // parameter list with its parentheses; empty for what is no function
+  std::string signature;      // parameter list with its parentheses; empty if it isn't a function
   std::string type;           // name of the type it was declared with
   TagClass* owner = nullptr;  // set by lookups
   TagData* module = nullptr;  // set by lookups
 };
 
 // A class, struct or union by its full qualified name, with its members. `line` is -1 and `kind` 0
-// for one that is known only from its members; `signature` holds the alias of a class that is
+// for a class that is known only from its members; `signature` holds the alias of a class that is
 // stored under a shorter name.
 struct TagClass : TagItem {
   int serial = 0;           // order of appearance in its store, from 1
@@ -49,27 +49,27 @@ struct HeaderRec {
 };
 
 // The tags of one source file, replaced whole whenever the file is parsed again, or those of the
-// project's reference libraries. Pointers into it are void after the next parse.
+// project's reference libraries. Pointers into it are invalid after the next parse.
 class TagData {
  public:
   // Drops globals, classes and includes; the name stays.
   void clear();
-  // The first of that exact name, its `module` cleared; null when there is none. A class stands in
-  // `classes` under its own name.
+  // The first global or class with that exact name, its `module` cleared; null without one. The key
+  // of a class in `classes` is its own name.
   TagItem* findGlobal(std::string_view name);
   TagClass* findClass(std::string_view name);
   void addInclude(std::string_view name, bool quoted);
   // Adds the tags of a library: those of its cache or, when the definition file at `path` is newer
   // or the cache can't be trusted, those of the headers that it names, which are written to the
-  // cache then. Drops what is there of other origin. Does nothing the second time, and stays silent
-  // about what can't be read or written. TagReference.h has the steps.
+  // cache then. Drops tags of other origin that are there. Does nothing the second time, and
+  // reports no error for files that can't be read or written. TagReference.h has the steps.
   void loadReference(const std::string& path);
-  // Says that the tags are no longer the ones they were, so that an index over stores drops what it
-  // knows of this one. Whoever changes them calls it before the next lookup; clear() does.
+  // Notes that the tags have changed, so that an index over stores drops its entries for this one.
+  // Code that changes the tags calls it before the next lookup; clear() does.
   void Changed() { generation = ++lastGeneration; }
-  // Differs for any two contents of any two stores.
+  // Different for any two contents of any two stores.
   uint64_t Generation() const { return generation; }
-  // The latest given to any store: as long as it stays, no store has changed.
+  // The latest generation of all stores: as long as it stays the same, no store has changed.
   static uint64_t LatestGeneration() { return lastGeneration; }
 
   int classCount = 0;  // serial of the last class

@@ -12,7 +12,7 @@ bool IsLetter(int c) {
 
 }  // namespace
 
-// Handles a character of a directive by how far that has been read; whether it isn't seen.
+// Handles a character of a directive by the directive's state. True if the character isn't seen.
 bool Cpp::HandleDirective(int c) {
   switch (directive.state) {
     case DIRECTIVE_NONE:

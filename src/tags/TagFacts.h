@@ -4,9 +4,8 @@
 
 namespace zendry {
 
-// What the declaration parser found out about one tag. The texts lie in the parser and hold until
-// the next tag; a text that there is none of has a null `data()`, which is not the same as an empty
-// one.
+// The declaration parser's facts about one tag. The texts are in the parser and valid until the
+// next tag. A missing text has a null `data()`, which is not the same as an empty text.
 struct TagFacts {
   int lineNumber = 0;
   bool isFileScope = false;  // seen in its own source file only
@@ -16,8 +15,8 @@ struct TagFacts {
   std::string_view access;
   std::string_view implementation;
   std::string_view inheritance;    // base names, joined by commas
-  std::string_view scopeKind;      // kind name of what the tag stands in
-  std::string_view scopeName;      // its qualified name; of a class-like tag the tag's own
+  std::string_view scopeKind;      // kind name of the scope that the tag is in
+  std::string_view scopeName;      // its qualified name; for a class-like tag the tag's own name
   std::string_view namespaceName;  // the namespace part of the scope
   std::string_view signature;
   std::string_view typeRef;  // "@" stands for the type of the tag before

@@ -14,14 +14,14 @@ bool IsBefore(const TagIndex::Place<Record>& place, int module) {
 template <class Record>
 using Noted = std::vector<typename TagIndex::Places<Record>::iterator>;
 
-// Where a module has its place among those of a name, or would have it.
+// The position of a module's place among those of a name, or the position where it belongs.
 template <class Record>
 auto PlaceOf(std::vector<TagIndex::Place<Record>>& ofName, int module) {
   return std::lower_bound(ofName.begin(), ofName.end(), module, IsBefore<Record>);
 }
 
 // Notes a record under its name unless its module already has one there. A place without a record
-// is one of the module's content before.
+// comes from the module's earlier content.
 template <class Record>
 void NoteIn(typename TagIndex::Places<Record>::iterator entry, int module, Record& record,
             Noted<Record>& noted) {
@@ -36,8 +36,8 @@ void NoteIn(typename TagIndex::Places<Record>::iterator entry, int module, Recor
   noted.push_back(entry);
 }
 
-// Takes the places of what a module held before for what it holds now. Most names are where they
-// were: their entries, met in step, need no search.
+// Replaces the module's entries in the index. Most names are unchanged: their entries are met in
+// the same order and need no search.
 template <class Record>
 class Renoting {
  public:
@@ -63,7 +63,7 @@ class Renoting {
   }
 
  private:
-  // Whether the name is the next one of those before, but for a few that have gone.
+  // True if the name is the next one of the earlier names, apart from a few that are gone.
   bool InStep(const std::string& name) {
     constexpr size_t cMostGone = 3;
     const size_t end = std::min(next + cMostGone + 1, before.size());

@@ -11,38 +11,38 @@
 namespace zendry {
 
 // Finds names in the stores of many modules: the first hit is the one that a walk over the modules
-// in their order, and over each module's tags in theirs, would meet first. A module whose tags have
-// changed is indexed again alone.
+// in their order, and over each module's tags in their order, would meet first. Only a module whose
+// tags have changed is indexed again.
 class TagIndex {
  public:
-  // A record and the place of its module in the list.
+  // A record and the position of its module in the list.
   template <class Record>
   struct Place {
     int module = 0;
     Record* record = nullptr;
   };
-  // By name; the places of a name in the order of their modules, each module at most once.
+  // Places by name. Those of a name are in the order of their modules, each module at most once.
   template <class Record>
   using Places = std::map<std::string, std::vector<Place<Record>>, std::less<>>;
 
-  // Brings the index up to the present content of these modules. Pointers it gave are void if
-  // their module had changed.
+  // Updates the index to the present content of these modules. Pointers that it returned before are
+  // invalid if their module had changed.
   void Update(const std::vector<TagData*>& newModules);
 
   const std::vector<TagData*>& Modules() const { return modules; }
-  // All records of that class, those known from their members only included.
+  // All records of that class, including those known only from their members.
   const std::vector<Place<TagClass>>& Classes(std::string_view name) const;
-  // The first record of that class in a module which holds the class itself; its `module` is set.
+  // The record of that class in the first module that holds the class itself; its `module` is set.
   TagClass* FindClass(std::string_view name) const;
-  // The first global of that name, that of the module of this file name before all others; its
-  // `module` is set.
+  // The first global of that name; one of the module with this file name comes before all others.
+  // Its `module` is set.
   TagItem* FindGlobal(std::string_view name, std::string_view moduleName) const;
   // The places of all names, in their order.
   const Places<TagItem>& AllGlobals() const { return globals; }
   const Places<TagClass>& AllClasses() const { return classes; }
 
  private:
-  // What the index holds of one module.
+  // The index's entries for one module.
   struct Entry {
     uint64_t generation = 0;
     std::vector<Places<TagItem>::iterator> globals;

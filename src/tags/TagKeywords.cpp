@@ -141,7 +141,7 @@ constexpr ModernRow cModernWords[] = {
 };
 constexpr int cModernCount = std::size(cModernWords);
 
-constexpr size_t cSlots = 1024;  // a power of two, large enough that most words meet no other
+constexpr size_t cSlots = 1024;  // a power of two, large enough that most words don't collide
 constexpr uint8_t cEmpty = 255;
 static_assert(cKeywordCount + cModernCount < cEmpty);
 
@@ -155,7 +155,7 @@ constexpr std::string_view TextOf(int entry) {
   return entry < cKeywordCount ? cKeywords[entry].text : cModernWords[entry - cKeywordCount].text;
 }
 
-// Entries of both tables, modern words behind the keywords, each in its slot or in the next free
+// Entries of both tables, modern words after the keywords, each in its slot or in the next free
 // one.
 constexpr auto cTable = [] {
   std::array<uint8_t, cSlots> slots{};

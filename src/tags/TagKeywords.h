@@ -124,17 +124,17 @@ struct KeywordRow {
 
 std::span<const KeywordRow> Keywords();
 
-// Words of today's C++ that are plain names to the statement rules, and what is passed over so that
-// they don't lead these astray.
+// Words of today's C++ that are plain names to the statement rules, by the text that is passed over
+// with them so that they don't mislead these rules.
 enum class ModernWord : int8_t {
   cNone,
-  cBehindParameters,  // may stand behind a parameter list, with a group in parentheses of its own
-  cFinal,             // the same, and behind the name of a class
+  cBehindParameters,  // may follow a parameter list, with a group in parentheses of its own
+  cFinal,             // the same, and may follow the name of a class
   cRequires,          // a constraint follows, up to the body
-  cWithGroup,         // like an attribute: vanishes with the parentheses behind it
-  cTypeWithGroup,     // the name of a type, the parentheses behind it vanish
+  cWithGroup,         // like an attribute: dropped with the parentheses after it
+  cTypeWithGroup,     // the name of a type; the parentheses after it are dropped
   cAssertion,         // a whole statement without a tag
-  cBehindIf           // belongs to an `if` in front of it
+  cBehindIf           // belongs to an `if` before it
 };
 
 struct ModernRow {
@@ -144,7 +144,7 @@ struct ModernRow {
 
 std::span<const ModernRow> ModernWords();
 
-// What a word means in a language; both are none for a plain name.
+// The meaning of a word in a language; both are none for a plain name.
 struct WordMeaning {
   Keyword keyword = Keyword::cNone;
   ModernWord modern = ModernWord::cNone;

@@ -92,7 +92,7 @@ static_assert(std::size(cLanguages) == cLanguageCount);
 
 constexpr int cTypeCount = static_cast<int>(cMacro) + 1;
 
-// What is known of one type of tag in one language.
+// The facts about one type of tag in one language.
 struct KindState {
   const TagKind* kind = nullptr;
   bool enabled = false;

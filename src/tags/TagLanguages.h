@@ -11,7 +11,7 @@ namespace zendry {
 enum class Language { cC, cCpp, cCSharp, cJava, cVera };
 inline constexpr int cLanguageCount = 5;
 
-// What a tag can be, whatever its language calls it.
+// The types of tags, independent of the names that a language gives them.
 enum class TagType {
   cUndefined,
   cClass,
@@ -52,21 +52,21 @@ struct LanguageRecord {
   std::string_view name;
   std::span<const TagKind> kinds;
   std::span<const std::string_view> extensions;
-  std::string_view badType;  // what is asserted of a tag type that the language has no kind for
+  std::string_view badType;  // text of the assertion for a tag type without a kind in the language
 };
 
 std::span<const LanguageRecord> Languages();
 const LanguageRecord& RecordOf(Language language);
-// "C++" and the like, upper or lower case.
+// The language with a name such as "C++", in upper or lower case.
 std::optional<Language> LanguageNamed(std::string_view name);
 
-// The kind of a type of tag in a language; null when it has none.
+// The kind of a tag type in a language; null when the language has none.
 const TagKind* FindKind(Language language, TagType type);
-// The same where the language must have one: else an assertion of its own fails.
+// The same, but the language must have one: else the language's own assertion fails.
 const TagKind& KindOf(Language language, TagType type);
-// False too when the language has no such kind.
+// Also false when the language has no such kind.
 bool IsKindEnabled(Language language, TagType type);
-// C and C++ share the flag. Nothing happens when the language has no such kind.
+// C and C++ share the flag. Does nothing when the language has no such kind.
 void EnableKind(Language language, TagType type, bool enabled);
 
 }  // namespace zendry

@@ -28,7 +28,7 @@ void AppendField(std::string& line, std::string_view key, std::string_view value
   AppendEscaped(line, value);
 }
 
-// Of a class the scope is told with its own name at the end.
+// The scope of a class has the class's own name at its end.
 std::string_view ScopeOf(const TagFacts& facts, std::string_view separator) {
   const std::string_view scope = facts.scopeName;
   if (facts.kind != 'c' && facts.kind != 's' && facts.kind != 'u') return scope;

@@ -9,7 +9,7 @@
 namespace zendry {
 
 // A tag as a line of a tags file, without the newline: name, file and place separated by TABs, the
-// letter of the kind, then the fields that the tag has: line, what it stands in (by its kind:
+// letter of the kind, then the fields that the tag has: line, scope (under the name of its kind:
 // class, struct, namespace ...), signature, typeref, access, implementation, inherits and file.
 // TAB, line ends and backslashes in a value are written as in C.
 std::string TagLine(const TagFacts& facts, std::string_view file, Language language);

@@ -118,7 +118,7 @@ void TagC::MakeTag(Statement& st, const Token& token, bool isFileScope, TagType 
   if (theTagParser.addQualifiedTag) AddQualified(facts, type);
 }
 
-// The names of the blocks around a statement, put together from those around its parent.
+// Joins the names of the blocks around a statement, from those around its parent.
 void TagC::FindScope(Statement& st) {
   if (st.isScopeKnown) return;
   st.isScopeKnown = true;
@@ -148,7 +148,7 @@ void TagC::FindFullScope(Statement& st) {
   fullNamespace = st.outerNamespace;
   if (st.hasRealName || hasContext) fullScope = st.outerScope;
   if (!hasContext) return;
-  // What qualifies a namespace is one too: `namespace a::b {`.
+  // The qualifier of a namespace is a namespace too: `namespace a::b {`.
   PutBehind(st.declaration == DECLARES_NAMESPACE ? fullNamespace : fullScope, st.context.name,
             Separator());
 }
@@ -175,7 +175,7 @@ void TagC::FillExtra(TagFacts& facts, const Statement& st, TagType type) {
     facts.access = AccessText(st.access);
 }
 
-// The word before the name; behind a comma there is none, and the type of the tag before holds.
+// The word before the name. After a comma there is none, and the type of the tag before is used.
 void TagC::SetTypeRef(TagFacts& facts, Statement& st) {
   int i = st.tokenIndex;
   while (i >= 0 && !st.token[i].IsName()) --i;
@@ -191,7 +191,8 @@ void TagC::SetTypeRef(TagFacts& facts, Statement& st) {
   tokenAtLastTag = st.activeToken().type;
 }
 
-// The same tag under its qualified name. An enumerator is a name of what its enumeration stands in.
+// The same tag under its qualified name. An enumerator belongs to the scope that its enumeration is
+// in.
 void TagC::AddQualified(TagFacts facts, TagType type) {
   if (facts.scopeKind.data() == nullptr) return;
   std::string name = fullScope;

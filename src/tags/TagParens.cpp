@@ -3,8 +3,8 @@
 
 namespace zendry {
 
-// A group in parentheses is a parameter list, a name such as in `int (*name)(int)`, or neither, as
-// the arguments of a macro are.
+// A group in parentheses is a parameter list, a name such as in `int (*name)(int)`, or neither,
+// such as the arguments of a macro.
 void TagC::readParenGroup() {
   Statement& st = *currentStatement;
   if (st.seen.inFunction && !st.seen.assignment) st.seen.cannotBeVariable = true;
@@ -84,7 +84,7 @@ void TagC::ReadGroupChar(ParenGroup& group, int c) {
 }
 
 // A parenthesis within the group: that of a macro call, of a pointer to a function, of parameters
-// within parameters, or one that says nothing.
+// within parameters, or one without a meaning here.
 void TagC::OpenInGroup(ParenGroup& group) {
   group.isOldStyleList = false;
   if (group.firstChar) {
@@ -137,7 +137,7 @@ void TagC::CloseGroup(ParenGroup& group) {
   if (group.isOldStyleList) argText.clear();
 }
 
-// Whether the group is a name in parentheses, by what follows it.
+// True if the group is a name in parentheses. `c` is the character after the group.
 bool TagC::IsNameInParens(const ParenGroup& group, int c) {
   Statement& st = *currentStatement;
   if (!group.mayBeName || !st.activeToken().Is(TOKEN_PAREN_NAME) || st.seen.parenNameSeen)

@@ -16,13 +16,13 @@ TagParser theTagParser;
 namespace {
 
 constexpr size_t cLongestExtension = 3;
-constexpr size_t cAccessLetter = 2;  // the one of an access text that tells them apart
+constexpr size_t cAccessLetter = 2;  // the letter that is different in each access text
 
 bool IsClassLike(char kind) {
   return kind == 's' || kind == 'c' || kind == 'u';
 }
 
-// The class that an enumerator's enumeration stands in, or the enumeration's own name.
+// The class that an enumerator's enumeration is in, or the enumeration's own name.
 std::string_view ClassName(const TagFacts& entry) {
   MAVRO_ASSERT_AS(entry.scopeName.data() != nullptr, "clsN!=NULL");
   const size_t last = entry.kind == 'e' ? entry.scopeName.rfind("::") : std::string_view::npos;
@@ -119,8 +119,8 @@ void TagParser::CountTag() {
   theCpp.Stop();
 }
 
-// The class of this name, made when there is none. Tags of one class follow each other, so the last
-// one is tried first.
+// The class of this name, created when there is none. Tags of one class follow each other, so the
+// class of the last tag is tried first.
 TagClass& TagParser::EnsureClass(std::string_view name) {
   if (lastClass != nullptr && lastClassName == name) return *lastClass;
   auto at = tagData->classes.lower_bound(name);

@@ -16,44 +16,45 @@ class TagData;
 struct TagClass;
 
 // Finds the tags of a source text: classes, functions, members, macros ... and the names that it
-// includes, and puts them into a store. There is one, since one text is parsed at a time.
-// It never fails: what it can't read it skips, logs and goes on.
+// includes, and puts them into a store. There is one parser, since one text is parsed at a time. It
+// never fails: it skips and logs the parts that it can't read and goes on.
 class TagParser {
  public:
-  static constexpr int cMostTags = 1024;  // the one after these ends the file, but is stored
+  static constexpr int cMostTags = 1024;  // one more ends the file, but is stored
 
-  // Parses the text that `tagData` names, with file id 0; always true. The reader gives its bytes,
-  // the disk without one; it must live until the next call of this or of Bind(). With
-  // `includeLocals` variables within functions of C and C++ are tags too. The store isn't cleared.
+  // Parses the text that `tagData` names, with file id 0; always true. Its bytes come from the
+  // reader, or from the disk when that is null. The reader must live until the next call of this or
+  // of Bind(). With `includeLocals` variables within functions of C and C++ are tags too. The store
+  // isn't cleared.
   bool parseBuffer(TagData& tagData, FileReader* reader, bool includeLocals);
-  // Binds the store that parseFile() fills and the reader it takes the bytes from: a null one
-  // stands for the disk.
+  // Binds the store that parseFile() fills and the reader that it takes the bytes from: a null one
+  // means the disk.
   void Bind(TagData& tagData, FileReader* reader = nullptr);
-  // Parses a file into the store bound last; its tags carry `fileId`. False when the name tells no
-  // language, and when the pass asked for another one, which none does.
+  // Parses a file into the store bound last; its tags carry `fileId`. False when the name has no
+  // known language, and when the pass asked for another pass, which it never does.
   bool parseFile(const std::string& path, int fileId);
-  // The language that a file's name tells; nothing when there is none. `isHeader` is set too.
+  // The language that a file's name means; nothing when there is none. `isHeader` is set too.
   static std::optional<Language> languageOf(std::string_view path, bool& isHeader);
 
   // Stores a tag that the declaration parser found.
   void addTag(const TagFacts& entry);
-  // Goes to the shell's output; mute without one.
+  // Writes to the shell's output; does nothing without a shell.
   void logMessage(std::string_view text, std::string_view detail = {});
 
-  // The last source was given up before its end, for a long line or for many tags.
+  // The last source was given up before its end, because of a long line or too many tags.
   bool gaveUp = false;
-  // Who hears what is logged; not owned.
+  // The receiver of log messages; not owned.
   OutputShell* shell = nullptr;
-  // The language of what is parsed next, whatever its name tells: the name alone never leads to
-  // Java. It holds until it is taken back.
+  // The language of the next texts, whatever their names mean: a name alone never means Java. It is
+  // valid until it is reset.
   std::optional<Language> language;
-  // Hears of every tag that is stored, with its type told in full.
+  // Called for every tag that is stored, with its full type.
   std::function<void(const TagFacts&)> found;
 
   // Options of the parser.
-  bool keepFilePrivate = true;   // tags that only their own file sees are kept
+  bool keepFilePrivate = true;   // tags that are visible only in their own file are kept
   bool addQualifiedTag = false;  // a second tag of each member, named with its class
-  bool readIfZero = false;       // what stands behind `#if 0` is read
+  bool readIfZero = false;       // the text after `#if 0` is read
 
  private:
   bool OpenSource(const std::string& path);
@@ -68,7 +69,7 @@ class TagParser {
   std::string lastType;  // type of the last tag that had one
   int tagCount = 0;
   int fileId = 0;
-  TagClass* lastClass = nullptr;  // the one that the last tag went to
+  TagClass* lastClass = nullptr;  // the class that the last tag went to
   std::string_view lastClassName;
 };
 

@@ -5,7 +5,8 @@
 namespace zendry {
 namespace {
 
-// What the scan behind a parameter list does at a keyword; all others count as plain names.
+// The actions of the scan after a parameter list at a keyword; all other keywords count as plain
+// names.
 enum class BehindArgs { cPlain, cSkipGroup, cNothing, cQualifier, cRestart };
 
 BehindArgs ActAt(Keyword keyword) {
@@ -48,7 +49,7 @@ BehindArgs ActAt(Keyword keyword) {
 
 }  // namespace
 
-// Reads what stands between a parameter list and the body, the semicolon or the comma.
+// Reads the text between a parameter list and the body, the semicolon or the comma.
 void TagC::ReadPostParens(const ParenGroup& group) {
   const int line = theCpp.lines.lineNumber;
   int c = PeekChar();
@@ -120,7 +121,7 @@ void TagC::ReadPostParensChar(const ParenGroup& group, PostParens& post, int c) 
   }
 }
 
-// Whether the word begins a statement of its own, so that the scan is over.
+// True if the word begins a statement of its own, so that the scan is over.
 bool TagC::ReadPostParensWord(const ParenGroup& group, PostParens& post, int c) {
   Token& token = currentStatement->activeToken();
   ReadIdentifier(token, c);
@@ -163,7 +164,7 @@ bool TagC::SkipModernBehindParameters(ModernWord word) {
   }
 }
 
-// What was found begins a new statement.
+// The token that was found begins a new statement.
 void TagC::RestartWith(Token& token) {
   const Token copy = token;
   ResetStatement(false);
@@ -171,7 +172,7 @@ void TagC::RestartWith(Token& token) {
   ApplyWord(currentStatement->activeToken());
 }
 
-// `: a(1), b{2}`. A brace directly behind a name holds a value; the body's never stands there.
+// `: a(1), b{2}`. A brace directly after a name holds a value; the body's brace is never there.
 void TagC::SkipMemberInitialisers() {
   int c;
   do {

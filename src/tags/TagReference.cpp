@@ -19,7 +19,7 @@ namespace zendry {
 
 namespace {
 
-// A header's path as the system finds it.
+// A header's full path.
 std::string FullHeaderPath(const std::string& path, const std::string& definition) {
   if (IsAbsolutePath(path)) return path;
   return definition.substr(0, definition.rfind('/') + 1) + path;
@@ -63,8 +63,8 @@ class DefinitionReader {
   std::string folder;
 };
 
-// Where the clock went back since the definition was written, the cache would be older than it for
-// ever.
+// Without this the cache would stay older than the definition for ever if the clock was set back
+// after the definition was written.
 void MakeAsNewAs(const std::string& cache, const std::string& definition) {
   if (!definitionIsNewer(definition, cache)) return;
   struct stat status;
@@ -73,8 +73,8 @@ void MakeAsNewAs(const std::string& cache, const std::string& definition) {
   utimensat(AT_FDCWD, cache.c_str(), times, 0);
 }
 
-// An installation that can't be written carries its caches; where it has none, the tags of this
-// session are all there is.
+// A read-only installation comes with its caches; without one there, the tags are only kept for
+// this session.
 void WriteCache(const TagData& library, const std::string& definition, uint64_t definitionMark) {
   const std::string cache = CachePath(definition);
   if (mavro::SaveFileText(cache, CacheText(library, definitionMark)).Ok())
@@ -102,7 +102,7 @@ TagData ReadLibrary(const std::string& path) {
   return library;
 }
 
-// What a store has of other libraries stays, except for classes of the same name.
+// Tags of other libraries stay in the store, except for classes of the same name.
 void Add(TagData& data, TagData library) {
   std::move(library.globals.begin(), library.globals.end(), std::back_inserter(data.globals));
   std::move(library.headers.begin(), library.headers.end(), std::back_inserter(data.headers));

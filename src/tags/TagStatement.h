@@ -63,15 +63,15 @@ enum Access {
 
 std::string_view ImplementationText(Implementation imp);
 std::string_view AccessText(Access access);
-// Declarations whose block is a class or the like, so that what stands in it is a member.
+// True if the declaration's block is a class or the like, so that names in it are members.
 bool IsContextual(Declaration declaration);
-// Whether a variable or a prototype can be declared with it.
+// True if a variable or a prototype can be declared with it.
 bool IsTypeSpecifier(Declaration declaration);
-// Whether a block of this declaration is part of the names within it.
+// True if the name of a block of this declaration is part of the qualified names within it.
 bool IsPartOfScope(Declaration declaration);
-// Whether a block of this declaration is read, whatever else is skipped.
+// True if a block of this declaration is read, whatever else is skipped.
 bool IsReadBlock(Declaration declaration);
-// What the tag of a declaration is; it must have one.
+// The type of a declaration's tag; the declaration must have one.
 TagType TagTypeOf(Declaration declaration);
 
 struct Token {
@@ -93,7 +93,7 @@ struct Token {
   int lineNumber = 0;
 };
 
-// What is known of the statement that is being read at one level of blocks.
+// The state of the statement that is being read at one level of blocks.
 struct Statement {
   static constexpr int cRing = 7;  // as many tokens are remembered
 
@@ -110,11 +110,11 @@ struct Statement {
 
   // Begins a block within `outer`, null at the first level.
   void Start(Statement* outer, Language language, int line);
-  // A partial one is behind a comma: what the statement began with still holds.
+  // A partial statement follows a comma: the beginning of the whole statement is still valid.
   void resetStatement(bool partial, int line);
 
   Token& activeToken() { return token[tokenIndex]; }
-  // The one that was active n tokens ago.
+  // The token that was active n tokens ago.
   Token& earlierToken(int n);
   void stepTokenForward(int line);
   void stepTokenBack(int line);
@@ -129,12 +129,12 @@ struct Statement {
   ScopeKind scope = SCOPEKIND_GLOBAL;
   Declaration declaration = DECLARES_NONE;
   Flags seen;
-  bool isPartial = false;  // it goes on behind a comma
+  bool isPartial = false;  // it goes on after a comma
   Implementation implementation = IMP_DEFAULT;
   int tokenIndex = 0;
   std::array<Token, cRing> token;
   Token context;     // the qualifier of a name such as a::b
-  Token openedName;  // what the block is named that the statement opened
+  Token openedName;  // the name of the block that the statement opened
   Access access = ACCESS_UNKNOWN;
   Access defaultAccess = ACCESS_UNKNOWN;
   std::string baseNames;  // joined by commas

@@ -8,8 +8,8 @@ void TagC::ResetStatement(bool partial) {
   currentStatement->resetStatement(partial, theCpp.lines.tagLine);
 }
 
-// The next character that is no white space. Of white space the text of a parameter list keeps one
-// blank.
+// The next character that isn't white space. The text of a parameter list keeps one blank for white
+// space.
 int TagC::NextChar() {
   const int c = theCpp.skipBlanks();
   if (inArgText && theCpp.blanksSkipped) argText += ' ';
@@ -22,7 +22,7 @@ int TagC::PeekChar() {
   return c;
 }
 
-// Passes over the next character if it is the wanted one.
+// Skips the next character if it is the wanted one.
 void TagC::DropNext(int wanted) {
   const int c = theCpp.sourceGetc();
   if (c != wanted) theCpp.sourceUngetc(c);
@@ -130,7 +130,7 @@ void TagC::ReadColon() {
   if ((IsCpp() || language == Language::cCSharp) && hasBases) {
     readParents(':');
   } else if (IsCpp() && st.declaration == DECLARES_ENUM) {
-    theCpp.sourceUngetc(skipTo("{;"));  // the type that the enumerators are kept in
+    theCpp.sourceUngetc(skipTo("{;"));  // the enumerators' underlying type
   } else if (st.IsParent(DECLARES_STRUCT)) {
     ReadBitField();
   } else if (st.parent == nullptr || st.earlierToken(1).IsKeyword(Keyword::cDefault) ||
@@ -139,7 +139,8 @@ void TagC::ReadColon() {
   }
 }
 
-// A body there is that of a constructor: a macro behind its parameters hid whose colon it is.
+// A body there is that of a constructor: a macro after its parameters hid that the colon belongs to
+// the constructor.
 void TagC::ReadBitField() {
   int c = skipTo(IsCpp() ? ",;{" : ",;");
   if (c == '{') {
@@ -162,7 +163,7 @@ void TagC::ReadLess() {
   if (IsCpp() && next != '=' && next != '<') skipBalanced("<>");
 }
 
-// What follows a `=`, up to what ends it. A 0 there is what makes a function pure.
+// Skips the value after a `=`, up to the sign that ends it. A 0 there makes a function pure.
 void TagC::skipInitialiser() {
   Statement& st = *currentStatement;
   const bool isEnum = st.IsParent(DECLARES_ENUM);
@@ -205,7 +206,7 @@ void TagC::skipInitialiser() {
   if (st.scope == SCOPEKIND_EXTERN) st.scope = SCOPEKIND_GLOBAL;
 }
 
-// Passes over everything up to one of these characters; that one, or -1 at the end.
+// Skips everything up to one of these characters. Returns that one, or -1 at the end.
 int TagC::skipTo(std::string_view ends) {
   int c;
   do c = NextChar();
@@ -219,8 +220,8 @@ bool TagC::FailToMatch(char opening, int line) {
   return false;
 }
 
-// Passes over everything up to the match of an opening character that has been read. False, and a
-// log line, when the input ends before.
+// Skips everything up to the match of an opening character that has been read. Returns false, and
+// logs a line, when the input ends before it.
 bool TagC::skipBalanced(std::string_view pair) {
   if (pair == "{}" && !inArgText) return SkipBody();
   if (pair == "<>") return SkipTemplateArguments();
@@ -237,7 +238,7 @@ bool TagC::skipBalanced(std::string_view pair) {
   return true;
 }
 
-// The body of a block, of which only the braces count.
+// Skips the body of a block; only the braces count.
 bool TagC::SkipBody() {
   const int line = theCpp.lines.lineNumber;
   const unsigned depthAtStart = theCpp.directive.condDepth;
@@ -254,8 +255,8 @@ bool TagC::SkipBody() {
   return true;
 }
 
-// In a later pass braces aren't trusted across a conditional: the body goes on to the next `}` that
-// opens a line.
+// In a later pass braces aren't trusted across a conditional: the body goes on to the next `}` at
+// the beginning of a line.
 bool TagC::IsBodyGivenUp(unsigned depthAtStart) {
   if (!theCpp.laterPass || theCpp.directive.condDepth == depthAtStart) return false;
   int before = 0;
@@ -267,8 +268,7 @@ bool TagC::IsBodyGivenUp(unsigned depthAtStart) {
   return true;
 }
 
-// Whether a "<" is the beginning of "<=" or "<<", which open nothing; their rest is passed over
-// then.
+// True if a "<" is the beginning of "<=" or "<<", which open no list; their rest is then skipped.
 bool TagC::DropOperatorRest() {
   const int next = theCpp.sourceGetc();
   const bool isOperator = next == '=' || next == '<';
@@ -279,8 +279,9 @@ bool TagC::DropOperatorRest() {
   return isOperator;
 }
 
-// Brackets within parentheses are comparisons as often as not, so a group counts as a whole. What
-// no template argument holds ends them: the "<" was a comparison or a shift then, and no error.
+// Brackets within parentheses are often comparisons, so a group counts as a whole. A character that
+// can't be in a template argument ends the list: the "<" was then a comparison or a shift, which is
+// no error.
 bool TagC::SkipTemplateArguments() {
   const int line = theCpp.lines.lineNumber;
   int groups = 0;

@@ -34,7 +34,7 @@ constexpr DeclaringWord cDeclaringWords[] = {
     {cTask, DECLARES_TASK},           {cUnion, DECLARES_UNION},
 };
 
-// What a keyword alone says of the statement's declaration, by the keyword's id.
+// The declaration that a keyword alone gives to the statement, by the keyword's id.
 constexpr auto cDeclarationOf = [] {
   std::array<Declaration, cKeywordCount> declarations{};
   for (const DeclaringWord& row : cDeclaringWords)
@@ -108,7 +108,7 @@ void TagC::applyKeyword(Token& token) {
   }
 }
 
-// The keywords that only say what kind of thing is declared and who sees it.
+// Handles keywords that only give the kind of the declaration and its visibility.
 bool TagC::ApplyScopeOrDeclaration(Keyword keyword) {
   Statement& st = *currentStatement;
   const Declaration declaration = cDeclarationOf[static_cast<size_t>(keyword)];
@@ -146,7 +146,7 @@ bool TagC::ApplyScopeOrDeclaration(Keyword keyword) {
   }
 }
 
-// Words that stand behind a parameter list mean something there only; elsewhere they are names.
+// Words that follow a parameter list have a meaning only there; elsewhere they are names.
 void TagC::ApplyModern(Token& token) {
   Statement& st = *currentStatement;
   switch (token.modern) {
@@ -193,9 +193,9 @@ void TagC::ApplyCatch() {
     theCpp.sourceUngetc(c);
 }
 
-// Up to the semicolon that ends the statement. Those of a lambda's body, as in
-// `return find(a, [](int b) { return b; });`, end nothing. Behind a brace too many the statement
-// has no semicolon of its own: the next one ends it, so that the braces count up again.
+// Skips up to the semicolon that ends the statement. The semicolons of a lambda's body, as in
+// `return find(a, [](int b) { return b; });`, don't end it. After a surplus brace the statement has
+// no semicolon of its own: the next one ends it, so that the braces are counted right again.
 void TagC::SkipStatement() {
   int c = skipTo(";{}");
   while (c == '{' && skipBalanced("{}")) c = skipTo(";{}");
@@ -221,7 +221,7 @@ void TagC::ApplyAccess(Access access) {
   st.access = access;
 }
 
-// `operator (`: the call operator keeps its parentheses. Answers what follows the name.
+// `operator (`: the call operator keeps its parentheses. Returns the character after the name.
 int TagC::ReadOperatorCall(Token& token) {
   int c = NextChar();
   if (c != ')') {
@@ -278,7 +278,7 @@ void TagC::ReadPackage(Token& token) {
   st.seen.nameSeen = st.seen.typeSeen = true;
 }
 
-// A constraint: parts joined by && and ||, of which each is a group in parentheses, the name of a
+// A constraint: parts joined by && and ||. Each part is a group in parentheses, the name of a
 // concept, or a list of requirements.
 void TagC::SkipConstraint() {
   for (bool goesOn = true; goesOn;) {
