@@ -21,7 +21,7 @@ class DigestText {
 
   // A name without its leading underscores, or without the prefix of its family.
   std::string Name(std::string_view name) const;
-  // A type; "auto" for one that is too long to read.
+  // A type; "auto" for one that is not readable.
   std::string Type(const CppTokens& tokens) const;
   // A parameter list with its parentheses.
   std::string Parameters(const CppTokens& tokens) const;

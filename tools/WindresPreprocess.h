@@ -16,8 +16,7 @@ struct PreprocessedText {
 PreprocessedText Preprocess(const std::vector<std::string>& command);
 
 // Converts gcc's messages to the form of this program: "file:line:column: fatal error: text"
-// becomes "file:line: text". If there is an error, the lines that only introduce or end it are
-// dropped.
+// becomes "file:line: text". If there is such a message, all other lines are dropped.
 std::string PlainMessages(const std::string& printed);
 
 }  // namespace zendry
