@@ -117,7 +117,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   std::array<mavro::MarkType, 4> marks;
   std::string storedName;         // name under which the text was last read or written
   unsigned long seenChanges = 0;  // change count when `parsed` was last reset
-  long bytesChanged = 0;          // since the rescue copy was told
+  long bytesChanged = 0;          // since the last call of rescue.Changed
 };
 
 }  // namespace zendry

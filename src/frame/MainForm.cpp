@@ -246,7 +246,7 @@ void MainForm::SayWhatIsNotKept() {
   if (!error.empty()) SetStatus(ReasonFirst(error), "");
 }
 
-// A build uses the project: it is told to stop, and the window stays open until it has.
+// A build uses the project: closing the window stops the build, and the window stays open.
 void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
   if (Builder::IsBuilding()) {
     theBuilder.RequestStop();
