@@ -26,8 +26,8 @@ class Splitter {
   }
 
  private:
-  // "# LINE "FILE" FLAGS": 1 enters a file, 2 comes back to one. What the source itself includes
-  // lies at depth 1.
+  // "# LINE "FILE" FLAGS": 1 enters a file, 2 returns to one. A header that the source itself
+  // includes has depth 1.
   void ReadMarker(std::string_view marker) {
     const size_t quote = marker.rfind('"');
     if (quote == std::string_view::npos) return;

@@ -15,8 +15,8 @@ struct CppToken {
   using Kind = CppPiece::Kind;
 
   Kind kind = Kind::cSign;
-  std::string_view text;  // lies in the text that was split
-  int header = -1;        // index of the header that it came by; -1: the source itself
+  std::string_view text;  // points into the text that was split
+  int header = -1;        // index of the header that it comes from; -1: the source itself
 
   bool Is(std::string_view other) const { return text == other; }
 };
@@ -31,16 +31,16 @@ bool IsOneOf(const CppToken& token, const std::string_view (&words)[count]) {
   return IsOneOf(token.text, words);
 }
 
-// What `g++ -E` has made of a source that includes one header after another.
+// The output of `g++ -E` for a source that includes one header after another.
 struct ExpandedSource {
   std::vector<CppToken> tokens;
   std::vector<std::string> headers;  // names without folders
 };
 
-// Splits the compiler's output; its line markers tell the header of each token.
+// Splits the compiler's output; its line markers say which header each token comes from.
 ExpandedSource SplitTokens(std::string_view expanded);
 
-// A place in a run of tokens. Behind its end stand empty tokens.
+// A position in a row of tokens. After the end, all tokens are empty.
 class CppCursor {
  public:
   explicit CppCursor(const std::vector<CppToken>& readFrom) : tokens(&readFrom) {}
@@ -48,19 +48,19 @@ class CppCursor {
   const CppToken& Peek(size_t ahead = 0) const;
   const CppToken& Next();
   bool Is(std::string_view text) const { return Peek().Is(text); }
-  // Moves behind the token if it is this one.
+  // If the current token has this text, moves after it.
   bool Accept(std::string_view text);
   bool AtEnd() const { return position >= tokens->size(); }
 
-  // From an opening bracket to behind its match; over one token where none stands. SkipAngles does
-  // it for "<", and gives up before a ";".
+  // Moves from an opening bracket to the token after its match; if there is no bracket, moves by
+  // one token. SkipAngles does the same for "<", and stops before a ";".
   void SkipBalanced();
   void SkipAngles();
-  // Behind the next ";" that stands in no bracket.
+  // Moves after the next ";" outside of brackets.
   void SkipStatement();
-  // Over what stands here of attributes, alignments and the compiler's own words.
+  // Moves over attributes, alignments and the compiler's own words.
   void SkipAttributes();
-  // Behind a requires clause, whose keyword comes next.
+  // Moves after a requires clause; its keyword is the next token.
   void SkipRequires();
 
   size_t position = 0;

@@ -16,15 +16,15 @@ constexpr std::string_view cKeywords[] = {
     "alignof", "asm",    "auto",   "bool", "const",  "decltype", "default",  "delete",
     "final",   "float",  "inline", "int",  "int128", "long",     "operator", "private",
     "short",   "signed", "static", "this", "union",  "unsigned", "void",     "volatile"};
-// Templates that say when a member exists, and not what it is.
+// Templates that say when a member exists; they don't describe its type.
 constexpr std::string_view cConditions[] = {"enable_if",     "enable_if_t", "__enable_if",
                                             "__enable_if_t", "_Requires",   "_Require"};
-constexpr size_t cMostInAngles = 12;  // tokens of template arguments that somebody reads
+constexpr size_t cMostInAngles = 12;  // tokens of template arguments that are still readable
 constexpr size_t cMostInDefault = 5;  // tokens of a default argument
 constexpr size_t cLongestType = 80;
 constexpr size_t cLongestList = 400;
 
-// Index behind the bracket that matches the one at `open`.
+// The index after the bracket that matches the one at `open`.
 size_t BehindMatch(const CppTokens& tokens, size_t open) {
   CppCursor cursor(tokens);
   cursor.position = open;
@@ -45,7 +45,7 @@ bool IsWord(const CppToken& token) {
   return token.kind == CppToken::Kind::cWord || token.kind == CppToken::Kind::cNumber;
 }
 
-// Whether a blank stands between two tokens.
+// True if there is a blank between two tokens.
 bool IsApart(const CppToken& left, const CppToken& right) {
   constexpr std::string_view cBehindType[] = {"&", "*", "&&", ">", "...", ",", ")"};
   if (left.Is(",") || left.Is("=") || right.Is("=")) return true;
@@ -81,7 +81,8 @@ std::string DigestText::Name(std::string_view name) const {
   return std::string(isName && !IsOneOf(shortened, cKeywords) ? shortened : name);
 }
 
-// Without what people don't read: "std::", template arguments that compute, decltype.
+// The tokens without parts that readers don't need: "std::", template arguments that compute,
+// decltype.
 CppTokens DigestText::Simplified(const CppTokens& tokens) const {
   CppTokens simple;
   for (size_t i = 0; i < tokens.size();) {

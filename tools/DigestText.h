@@ -8,20 +8,20 @@
 
 namespace zendry {
 
-// Of templates that a library has for several kinds of letters.
+// Prefix of templates that a library has for several character types.
 constexpr std::string_view cFamilyPrefix = "basic_";
 
-// Puts the tokens of declarations into words for people: "const value_type& x" from
-// "const std::value_type & __x".
+// Makes readable text from the tokens of declarations: "const value_type& x" from "const
+// std::value_type & __x".
 class DigestText {
  public:
-  // `families`: names without "basic_" under which classes with it are known.
+  // `families`: names without "basic_" for which there is a class with "basic_".
   explicit DigestText(std::set<std::string, std::less<>> newFamilies)
       : families(std::move(newFamilies)) {}
 
   // A name without its leading underscores, or without the prefix of its family.
   std::string Name(std::string_view name) const;
-  // A type; "auto" for one that nobody would read.
+  // A type; "auto" for one that is not readable.
   std::string Type(const CppTokens& tokens) const;
   // A parameter list with its parentheses.
   std::string Parameters(const CppTokens& tokens) const;

@@ -34,7 +34,7 @@ class ClassWriter {
  public:
   ClassWriter(const Library& library, const DigestText& words) : library(library), words(words) {}
 
-  // The lines of a class; none for one that has nothing to show. Counts its tags.
+  // The lines of a class; none for a class without anything to show. Counts its tags.
   std::string Write(const LibraryClass& written, const std::string& indent) {
     const std::string name = words.Name(written.name);
     std::vector<std::string> bases;
@@ -46,7 +46,7 @@ class ClassWriter {
     return Head(name, bases, indent) + body + indent + "};\n";
   }
 
-  // A class of this name that has everything from another one.
+  // A class of this name that inherits all members from `base`.
   std::string WriteDerived(const std::string& name, const std::string& base) {
     ++tags;
     return Head(name, {base}, "") + "};\n";
@@ -71,7 +71,7 @@ class ClassWriter {
     return types;
   }
 
-  // The tokens with what stands behind such names in their place.
+  // The tokens with each such name replaced by its type.
   static CppTokens Shown(const CppTokens& tokens, const HiddenTypes& types) {
     CppTokens shown;
     for (const CppToken& token : tokens) {
@@ -91,8 +91,8 @@ class ClassWriter {
     return head + " {\n" + indent + "public:\n";
   }
 
-  // Members of a class and, as if they were its own, of its hidden bases. What a class declares
-  // hides what its bases have under the same name.
+  // Members of a class and, as if they were its own, of its hidden bases. A declaration of a class
+  // hides those of its bases with the same name.
   void WriteMembers(const LibraryClass& from, const std::string& owner, const std::string& indent,
                     std::string& body, std::vector<std::string>& bases, Seen& seen, int depth) {
     std::set<std::string> declared;
@@ -118,7 +118,8 @@ class ClassWriter {
     }
   }
 
-  // Of the base of a class neither constructors nor assignments are the class's.
+  // The line of a member; empty for constructors and assignments of a base, which the class doesn't
+  // have.
   std::string Line(const LibraryMember& member, const HiddenTypes& types, const LibraryClass& from,
                    const std::string& owner, int depth) const {
     const std::string& name = from.name;
@@ -193,7 +194,7 @@ class Digest {
   ClassWriter writer;
   std::set<std::string> names;  // classes written
   std::vector<DigestPart> parts;
-  std::vector<size_t> tagsOf;  // each part
+  std::vector<size_t> tagsOf;  // each of `parts`
   std::map<int, size_t> open;  // the part of each header that is being filled
 };
 

@@ -7,17 +7,17 @@
 
 namespace zendry {
 
-// A part of a digest: what one header declares, or the next part of it.
+// A part of a digest: the declarations of one header, or the next part of them.
 struct DigestPart {
   int header = -1;
   std::string text;
 };
 
-// Writes a library's classes down as plain declarations that the tag parser understands whatever
-// the library's headers are written like: one member on a line, no templates, attributes or bodies,
-// no names that only the library's authors need.
+// Writes a library's classes as plain declarations that the tag parser understands, independent of
+// the style of the library's headers: one member on a line, no templates, attributes or bodies, no
+// names that only the library's authors need.
 //
-// - What a class has from bases with a leading underscore is written as its own.
+// - Members that a class inherits from bases with a leading underscore are written as its own.
 // - A class that the library has for several kinds of letters ("basic_string") is written under the
 //   name that everybody uses ("string"); names for other kinds are derived from it.
 // - Further names of a class are classes derived from it, so that they are found.

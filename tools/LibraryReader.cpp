@@ -16,17 +16,17 @@ constexpr std::string_view cSpecifiers[] = {"constexpr", "consteval",    "consti
                                             "virtual",   "mutable",      "extern",    "register",
                                             "typename",  "thread_local", "noexcept"};
 constexpr std::string_view cClassKeys[] = {"class", "struct", "union"};
-// Words whose brackets are no parameter list.
+// Words followed by brackets that are not a parameter list.
 constexpr std::string_view cTypeFunctions[] = {"decltype", "noexcept", "explicit", "__typeof__",
                                                "__decltype"};
 
-// A declaration that is no class, being read.
+// The state of reading a declaration other than a class.
 struct Declaration {
   LibraryMember member;
   std::vector<std::string> furtherNames;  // of data
   bool isFriend = false;
   bool isTypedef = false;
-  bool isUnclear = false;  // a pointer to a function, say
+  bool isUnclear = false;  // for example a pointer to a function
 };
 
 class LibraryParser {
@@ -86,7 +86,7 @@ class LibraryParser {
     }
     cursor.SkipAttributes();
     if (!cursor.Is("{")) return cursor.SkipStatement();
-    // It is opened again without the word.
+    // Later openings of the namespace omit the word.
     if (isInline) inlineSpaces.insert(name);
     const bool isHidden =
         !inlineSpaces.contains(name) && (name.empty() || name.front() == '_' ||
@@ -96,7 +96,7 @@ class LibraryParser {
     ReadMembersUntilBrace(true);
   }
 
-  // False when there was nothing but an instantiation or a concept.
+  // False when the declaration was only an instantiation or a concept.
   bool SkipTemplateHeads() {
     while (cursor.Accept("template")) {
       if (!cursor.Is("<")) {
@@ -126,7 +126,7 @@ class LibraryParser {
     return tokens;
   }
 
-  // The parts of "using NAME = TYPE;"; no name for other declarations with "using".
+  // The parts of "using NAME = TYPE;"; the name is empty for other declarations with "using".
   LibraryAlias TakeAlias() {
     cursor.Next();
     LibraryAlias alias;
@@ -140,7 +140,7 @@ class LibraryParser {
     return alias;
   }
 
-  // The same of "typedef TYPE NAME;".
+  // The same for "typedef TYPE NAME;".
   LibraryAlias TakeTypedef() {
     cursor.Next();
     LibraryAlias alias;
@@ -164,10 +164,10 @@ class LibraryParser {
       library.aliases.push_back(std::move(alias));
   }
 
-  // Specialisations that have what their primary definition lacks.
+  // True for classes whose specialisations have members that the primary definition lacks.
   static bool IsMerged(const std::string& name) { return name == "atomic" || name == "atomic_ref"; }
 
-  // Appends members, and bases, of names that the class has none of.
+  // Appends those members and bases whose names the class doesn't have.
   static void Merge(LibraryClass& into, const LibraryClass& other) {
     std::set<std::string> names;
     for (const LibraryMember& member : into.members) names.insert(member.name);
@@ -179,7 +179,7 @@ class LibraryParser {
     }
   }
 
-  // A primary definition takes the place of a specialisation that came before it.
+  // A primary definition replaces a specialisation that came before it.
   void AddClass(LibraryClass found, bool isInside) {
     if (!isInside || found.name.empty()) return;
     const auto same = std::find_if(library.classes.begin(), library.classes.end(),
@@ -194,7 +194,7 @@ class LibraryParser {
 
   // Group: classes and enumerations.
 
-  // Reads a definition with all that belongs to it; false, with nothing read, when none comes.
+  // Reads a whole definition. False, with nothing read, when the next declaration is not one.
   bool ReadClass(LibraryClass& found) {
     const size_t start = cursor.position;
     const bool isEnum = cursor.Is("enum");
@@ -231,7 +231,7 @@ class LibraryParser {
       }
       isQualified |= cursor.Accept("::");
     }
-    // The definition of a class that another one has declared.
+    // A qualified name defines a class that was declared inside another class.
     if (isQualified) found.name.clear();
   }
 
@@ -344,7 +344,7 @@ class LibraryParser {
     owner.members.push_back(std::move(member));
   }
 
-  // The members of a union without a name, and the values of an enumeration, are the owner's.
+  // The members of a union without a name, and the values of an enumeration, become the owner's.
   static void AddNested(LibraryClass& owner, LibraryClass inner) {
     if (inner.name.empty() || inner.isOpenEnum)
       owner.members.insert(owner.members.end(), inner.members.begin(), inner.members.end());
@@ -389,7 +389,8 @@ class LibraryParser {
     return ends;
   }
 
-  // One token, or what belongs together, before the parameters. False at the end of it all.
+  // Reads one token, or several that belong together, before the parameters. False at the end of
+  // the declaration.
   bool ReadHeadToken(Declaration& declaration) {
     LibraryMember& member = declaration.member;
     cursor.SkipAttributes();
@@ -430,7 +431,7 @@ class LibraryParser {
       declaration.member.type.push_back(token);
   }
 
-  // Over "= VALUE", "{ VALUE }" or ": BITS". A function without parameters this is not.
+  // Moves over "= VALUE", "{ VALUE }" or ": BITS". The declaration is not a function then.
   bool SkipInitialiser() {
     const bool isBraced = cursor.Is("{");
     if (isBraced) {
@@ -478,7 +479,7 @@ class LibraryParser {
     return declaration;
   }
 
-  // From the opening parenthesis on.
+  // Reads from the opening parenthesis on.
   void ReadFunction(Declaration& declaration) {
     LibraryMember& member = declaration.member;
     member.kind = LibraryMember::cFunction;
@@ -502,7 +503,7 @@ class LibraryParser {
     }
   }
 
-  // Behind the parameters, to behind the body or the ";".
+  // Reads from the end of the parameters to the end of the body or the ";".
   void ReadFunctionTail(LibraryMember& member) {
     while (!cursor.AtEnd() && !cursor.Is("}")) {
       if (cursor.Accept(";")) return;
@@ -533,7 +534,7 @@ class LibraryParser {
     }
   }
 
-  // ": member(value), member{value} { body }".
+  // Moves over ": member(value), member{value} { body }".
   void SkipInitialisersAndBody() {
     do {
       cursor.Next();

@@ -10,13 +10,13 @@ namespace zendry {
 
 using CppTokens = std::vector<CppToken>;
 
-// A public member of a class as it was declared.
+// A public member of a class, as declared.
 struct LibraryMember {
   enum Kind { cFunction, cData, cType };
 
   Kind kind = cData;
   std::string name;      // as in "operator []"
-  CppTokens type;        // without what says nothing about the value; empty for constructors
+  CppTokens type;        // without words that don't describe the value; empty for constructors
   CppTokens parameters;  // without the parentheses
   bool isConst = false;
   bool isStatic = false;
@@ -32,7 +32,7 @@ struct LibraryClass {
   std::string name;
   int header = -1;
   bool isSpecialisation = false;
-  bool isOpenEnum = false;         // an enumeration whose values are names of what it stands in too
+  bool isOpenEnum = false;         // its values are also names of the enclosing scope
   std::vector<LibraryBase> bases;  // public ones
   std::vector<LibraryMember> members;
   std::vector<LibraryClass> nested;
@@ -45,18 +45,18 @@ struct LibraryAlias {
   CppTokens type;
 };
 
-// What a library's headers declare, in the order of appearance.
+// The declarations of a library's headers, in the order of appearance.
 struct Library {
   std::vector<LibraryClass> classes;  // templates once, by their primary definition if there is one
   std::vector<LibraryAlias> aliases;
   std::map<std::string, size_t> byName;  // index of the class
 };
 
-// Reads the classes of the namespace `space` and of those in it from preprocessed headers. Inner
-// namespaces whose names stand in `leftOut` or begin with an underscore are passed over; of two
-// classes of one name the first one counts. Of a class its public members are taken, with
-// `withProtected` the protected ones too. It takes for granted that the headers compile; what it
-// doesn't understand it passes over.
+// Reads the classes of the namespace `space` and of its inner namespaces from preprocessed headers.
+// Skips inner namespaces whose names are in `leftOut` or begin with an underscore. If two classes
+// have the same name, the first one counts. Takes the public members of a class, with
+// `withProtected` the protected members too. Assumes that the headers compile; skips declarations
+// that it doesn't understand.
 Library ReadLibrary(const CppTokens& tokens, const std::string& space,
                     const std::vector<std::string>& leftOut, bool withProtected);
 

@@ -11,9 +11,9 @@
 #include "base/XmlTag.h"
 #include "tags/TagData.h"
 
-// make-reference: writes the definition of a reference library, digests of its headers beside it
-// and its compiled tags. Runs in the build, on what the compiler has made of a source that includes
-// the library's headers.
+// make-reference: writes the definition of a reference library, digests of its headers in the same
+// folder, and its compiled tags. Runs in the build. Its input is the preprocessed text of a source
+// that includes the library's headers.
 
 using namespace zendry;
 
@@ -48,7 +48,7 @@ class Definition {
   }
 
  private:
-  // What the source itself says of the compiler, in quotes.
+  // The compiler's name: the quoted text in the source itself.
   std::string LibraryName() const {
     std::string name;
     for (const CppToken& token : source.tokens)

@@ -18,17 +18,17 @@
 namespace zendry {
 namespace {
 
-// What is drawn into a cell: an SVG file or the name of an icon of the theme, folder included, and
-// the square it fills, in units of the list's grid; a side of 0 is the whole cell.
+// A picture to draw into a cell: an SVG file or the name of an icon of the theme, with its folder,
+// and the square that it fills, in units of the list's grid. A side of 0 means the whole cell.
 struct Layer {
   std::string name;
   int x = 0, y = 0, side = 0;
 };
 
 struct Strip {
-  std::map<int, std::vector<Layer>> cells;  // layers are drawn one over the other
+  std::map<int, std::vector<Layer>> cells;  // layers from bottom to top
   int grid = 16;
-  std::string error;  // "FILE:LINE: text"; empty when the list could be read
+  std::string error;  // "FILE:LINE: text"; empty if the list could be read
 };
 
 struct Options {
@@ -85,8 +85,8 @@ QRect Content(const QImage& image) {
   return content;
 }
 
-// Draws the theme's own bitmap if it has one of about the cell's size whose content fits: drawn for
-// the pixel grid, it is sharper than any scaling.
+// Draws the theme's own bitmap if there is one of about the cell's size and its content fits. A
+// bitmap made for the pixel grid is sharper than any scaled picture.
 bool DrawBitmap(QPainter& painter, const Options& options, const std::string& name, QSize cell) {
   const int largest = std::max(cell.width(), cell.height());
   for (int side = largest; side >= std::min(cell.width(), cell.height()) - 2; --side) {
@@ -104,8 +104,8 @@ bool DrawBitmap(QPainter& painter, const Options& options, const std::string& na
   return false;
 }
 
-// Draws a scalable picture as large as the cell allows; by a multiple of one half of its own grid
-// if that nearly fills the cell, since its lines then meet the pixels.
+// Draws a scalable picture as large as the cell allows. If a multiple of one half of its own grid
+// nearly fills the cell, draws it at that size, since its lines then meet the pixels.
 bool DrawScalable(QPainter& painter, const std::string& path, QSize cell) {
   QSvgRenderer renderer(QString::fromStdString(path));
   if (!renderer.isValid()) return false;
@@ -142,7 +142,7 @@ bool DrawLayer(QPainter& painter, const Options& options, const Layer& layer, in
   return drawn;
 }
 
-// The name of a layer that can't be drawn, else nothing.
+// Answers the name of a layer that can't be drawn, or no value.
 std::optional<std::string> DrawStrip(QImage& image, const Options& options, const Strip& strip,
                                      QSize cell) {
   image.fill(Qt::transparent);

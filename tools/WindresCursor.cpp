@@ -24,14 +24,14 @@ bool IsWordPart(char c) {
          c == '$' || static_cast<unsigned char>(c) >= 0x80;
 }
 
-// -1 for what is no digit of the base.
+// The value of a digit; -1 if `c` is not a digit of the base.
 int DigitValue(char c, int base) {
   const int lower = c | 0x20;
   const int value = IsDigit(c) ? c - '0' : lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : base;
   return value < base ? value : -1;
 }
 
-// Escapes of one letter and what they stand for.
+// Escapes of one letter and their values.
 struct EscapeRow {
   char letter, meaning;
 };
@@ -39,7 +39,7 @@ constexpr EscapeRow cEscapes[] = {{'a', '\a'}, {'b', '\b'}, {'f', '\f'}, {'n', '
                                   {'r', '\r'}, {'t', '\t'}, {'v', '\v'}, {'\\', '\\'},
                                   {'"', '"'},  {'\'', '\''}};
 
-// What stands in the script, for a message.
+// A word of the script in the form for messages.
 std::string Shown(const RcToken& token) {
   constexpr size_t cMost = 40;
   if (token.kind == RcToken::cEnd) return "the end of the script";
@@ -86,7 +86,7 @@ bool RcCursor::Match(char sign) {
   return true;
 }
 
-// Blanks, ends of lines, and lines that begin with '#'.
+// Skips blanks, ends of lines, and lines that begin with '#'.
 void RcCursor::SkipBlanks() {
   while (!AtEnd()) {
     const bool isAtLineStart = position == 0 || text[position - 1] == '\n';
@@ -99,8 +99,8 @@ void RcCursor::SkipBlanks() {
   }
 }
 
-// A line `# NUMBER "FILE" ...` says where the next line comes from. Other directives that the
-// preprocessor left (#pragma) mean nothing here.
+// A line `# NUMBER "FILE" ...` gives the origin of the next line. Other directives that the
+// preprocessor leaves (#pragma) are ignored.
 void RcCursor::ReadDirective() {
   const size_t lineEnd = std::min(text.find('\n', position), text.size());
   const std::string_view line = text.substr(position, lineEnd - position);
@@ -140,7 +140,8 @@ RcToken RcCursor::Scan() {
   return token;
 }
 
-// Decimal, hexadecimal with 0x, octal with 0. What begins with a digit and is no number is a word.
+// Decimal, hexadecimal with 0x, octal with 0. A text that begins with a digit and is not a number
+// is a word.
 RcToken RcCursor::ScanNumber(std::string_view word) {
   RcToken token;
   token.place = place;
@@ -182,7 +183,7 @@ RcToken RcCursor::ScanString(bool isWide) {
     } else if (c != '"') {
       token.text += c;
       ++position;
-    } else if (Look(1) == '"') {  // a quote written twice stands for itself
+    } else if (Look(1) == '"') {  // a quote written twice means one quote
       token.text += c;
       position += 2;
     } else {
@@ -193,7 +194,7 @@ RcToken RcCursor::ScanString(bool isWide) {
   Fail(token.place, "the text has no closing quote");
 }
 
-// An escape that means nothing is kept as it stands.
+// An unknown escape is kept unchanged.
 void RcCursor::ScanEscape(RcToken& token) {
   const bool isWide = token.kind == RcToken::cWideString;
   const char letter = Look(1);
@@ -238,7 +239,7 @@ std::string_view RcCursor::TakeQuoted() {
 std::string RcCursor::TakeFileName() {
   Peek();
   hasAhead = false;
-  position = aheadStart;  // what was peeked at is read again, by other rules
+  position = aheadStart;  // the peeked text is read again, by other rules
   const size_t start = position;
   std::string_view raw;
   if (Look() == '"') {

@@ -11,7 +11,7 @@ namespace zendry {
 struct RcToken {
   enum Kind { cEnd, cWord, cNumber, cString, cWideString, cSign };
   Kind kind = cEnd;
-  std::string text;     // of a string what it stands for, escapes resolved, as UTF-8
+  std::string text;     // of a string: its value as UTF-8, escapes resolved
   uint64_t number = 0;  // of cNumber
   bool isLong = false;  // the number ended in L
   Place place;
@@ -24,8 +24,8 @@ struct RcToken {
   bool IsEnd() const { return IsSign('}') || IsWord("END"); }
 };
 
-// Walks through the text of a script as the C preprocessor left it, and knows by its line markers
-// which line of which file each word comes from. Throws ScriptError where the text is no script.
+// Reads the words of a preprocessed script. From the line markers it knows the file and line that
+// each word comes from. Throws ScriptError if the text is not a script.
 class RcCursor {
  public:
   // Until the first line marker the text is that of `file`.
@@ -33,13 +33,14 @@ class RcCursor {
 
   const RcToken& Peek();
   RcToken Next();
-  // Takes the next word if it is that sign.
+  // Takes the next word if it is this sign.
   bool Match(char sign);
-  // Takes a file's name: text in quotes, or all up to the next blank. Backslashes become slashes.
+  // Takes a file's name: text in quotes, or all text up to the next blank. Backslashes become
+  // slashes.
   std::string TakeFileName();
 
   [[noreturn]] void Fail(const Place& where, const std::string& message) const;
-  // Fails at the next word: "expected " and what, and what stands there.
+  // Fails at the next word: the message is "expected ", `what`, and the word found.
   [[noreturn]] void FailExpected(const std::string& what);
 
  private:
@@ -61,7 +62,7 @@ class RcCursor {
   Place place;
   RcToken ahead;
   bool hasAhead = false;
-  size_t aheadStart = 0;  // where `ahead` stands
+  size_t aheadStart = 0;  // the position of `ahead`
 };
 
 }  // namespace zendry

@@ -8,7 +8,7 @@ namespace {
 
 constexpr int cDeepest = 100;
 
-// Names that scripts take from headers of the system they come from.
+// Names that scripts get from the headers of their original system.
 struct ConstantRow {
   std::string_view name;
   int64_t value;
@@ -45,7 +45,7 @@ std::optional<int64_t> ConstantOf(const RcToken& token) {
   return std::nullopt;
 }
 
-// The operators of two operands, those that bind strongest last.
+// The operators with two operands; those with the highest precedence are last.
 constexpr std::string_view cLevels[] = {"|", "&", "+-", "*/"};
 constexpr size_t cLevelCount = std::size(cLevels);
 
@@ -65,7 +65,7 @@ class Expression {
   }
 
  private:
-  // The sign ahead if it is an operator of that level.
+  // The next sign if it is an operator of this level.
   char SignOf(size_t level) {
     const RcToken& token = cursor.Peek();
     const bool isOperator =
@@ -73,7 +73,7 @@ class Expression {
     return isOperator ? token.text[0] : '\0';
   }
 
-  // Numbers keep 32 bits, so that nothing can overflow.
+  // Numbers keep 32 bits, so that the calculation can't overflow.
   int64_t Apply(char sign, int64_t left, int64_t right, const Place& place) const {
     constexpr int64_t cLimit = int64_t{1} << 32;
     int64_t result = 0;

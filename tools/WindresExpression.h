@@ -7,13 +7,13 @@
 namespace zendry {
 
 // A constant expression: numbers, names of the version block's constants, ( ) - + ~ * / & | with
-// the precedence of C. Fails at what is none.
+// the precedence of C. Fails at any other text.
 struct RcNumber {
   int64_t value = 0;
   bool isLong = false;
 };
 RcNumber ReadExpression(RcCursor& cursor);
-// Whether an expression may begin with this word.
+// True if an expression may begin with this word.
 bool BeginsExpression(const RcToken& token);
 
 }  // namespace zendry

@@ -7,12 +7,12 @@
 #include "WindresOptions.h"
 #include "WindresRun.h"
 
-// windres: compiles resource scripts to objects. Its command line is read by code of its own,
-// because it has to accept what build scripts pass to such a tool.
+// windres: compiles resource scripts to objects. It has its own code to read the command line,
+// because it must accept the switches that build scripts pass to such a tool.
 
 namespace {
 
-// The preprocessor of the installation that this program lies in, else the one on the path.
+// The preprocessor of the installation that this program belongs to, else the one on the PATH.
 std::string FindGcc() {
   std::error_code error;
   const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
@@ -36,7 +36,7 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "windres: %s\nSee windres --help.\n", options.error.c_str());
     return 1;
   }
-  setenv("LC_ALL", "C.UTF-8", 1);  // the preprocessor's messages are read
+  setenv("LC_ALL", "C.UTF-8", 1);  // this program reads the preprocessor's messages
   const zendry::WindresResult result = zendry::RunWindres(options, FindGcc());
   std::fputs(result.messages.c_str(), stderr);
   return result.ok ? 0 : 1;

@@ -27,7 +27,7 @@ constexpr Elf64_Xword cAddressRelocation = R_AARCH64_ABS64;
 #endif
 
 constexpr uint64_t cDataAlignment = 16;
-constexpr Elf64_Xword cDataSymbol = 1;  // the symbol that stands for the section of the contents
+constexpr Elf64_Xword cDataSymbol = 1;  // the symbol of the section of the contents
 
 enum Section {
   cNoSection,
@@ -110,7 +110,7 @@ class ObjectWriter {
     dataSize += bytes.size();
   }
 
-  // The entry being made gets the address of a place in the data.
+  // Gives a member of the current entry the address of a place in the data.
   void Point(uint64_t member, uint64_t place) {
     AppendRecord(relocations, Elf64_Rela{.r_offset = table.size() + member,
                                          .r_info = ELF64_R_INFO(cDataSymbol, cAddressRelocation),
@@ -127,7 +127,7 @@ class ObjectWriter {
     strings += name + '\0';
   }
 
-  // The file is: ELF header, contents, then all that is small, then the section headers.
+  // The order in the file is: ELF header, contents, all small parts, section headers.
   void AddTail() {
     std::string names;
     Elf64_Shdr headers[cSectionCount] = {};
@@ -160,7 +160,7 @@ class ObjectWriter {
     pieces.push_back({tail});
   }
 
-  // What doesn't depend on the contents.
+  // Sets the values that don't depend on the contents.
   static void Describe(Elf64_Shdr (&headers)[cSectionCount]) {
     headers[cDataSection].sh_type = SHT_PROGBITS;
     headers[cDataSection].sh_flags = SHF_ALLOC;
@@ -178,7 +178,7 @@ class ObjectWriter {
     Elf64_Shdr& symbols = headers[cSymbolSection];
     symbols.sh_type = SHT_SYMTAB;
     symbols.sh_link = cStringSection;
-    symbols.sh_info = cDataSymbol + 1;  // the first symbol that others see
+    symbols.sh_info = cDataSymbol + 1;  // the first global symbol
     symbols.sh_addralign = alignof(Elf64_Sym);
     symbols.sh_entsize = sizeof(Elf64_Sym);
     for (Section texts : {cStringSection, cNameSection}) {

@@ -74,7 +74,7 @@ constexpr OptionName cOptionNames[] = {
 
 constexpr std::string_view cObjectFormats[] = {"coff", "elf"};
 
-// Switches that compilers know and this program has no use for.
+// True for switches of compilers that this program doesn't use.
 bool IsCompilerSwitch(std::string_view argument) {
   constexpr std::string_view cBeginnings = "fgmWp";
   constexpr std::string_view cLevels = "0123sgz";

@@ -5,7 +5,7 @@
 
 namespace zendry {
 
-// What a command line of windres asks for.
+// The options of a windres command line.
 struct WindresOptions {
   std::string input;
   std::string output;
@@ -17,11 +17,11 @@ struct WindresOptions {
   bool isVerbose = false;
   bool wantsHelp = false;
   bool wantsVersion = false;
-  std::string error;  // what is wrong with the command line; empty when nothing is
+  std::string error;  // the error in the command line; empty when there is none
 };
 
-// Reads the arguments behind the program's name. Options that have no meaning for this system are
-// accepted and dropped, as are switches for the compiler, which the build passes to every tool.
+// Reads the arguments after the program's name. Options without a meaning on this system are
+// accepted and ignored; so are switches for the compiler, which the build passes to every tool.
 WindresOptions ReadWindresOptions(const std::vector<std::string>& arguments);
 
 // The help text.

@@ -11,12 +11,12 @@ struct PreprocessedText {
   bool ok = false;
 };
 
-// Runs the C preprocessor, whose command and switches are given, over a script. What it prints is
-// kept in memory; no temporary file is made.
+// Runs the C preprocessor, whose command and switches are given, over a script. Its output is kept
+// in memory; no temporary file is created.
 PreprocessedText Preprocess(const std::vector<std::string>& command);
 
-// gcc's messages in the form of ours: "file:line:column: fatal error: text" becomes
-// "file:line: text". Lines that only lead to an error or end it are dropped where there is one.
+// Converts gcc's messages to the form of this program: "file:line:column: fatal error: text"
+// becomes "file:line: text". If there is such a message, all other lines are dropped.
 std::string PlainMessages(const std::string& printed);
 
 }  // namespace zendry

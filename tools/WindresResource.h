@@ -6,14 +6,14 @@
 
 namespace zendry {
 
-// A place in a script, as messages name it.
+// A place in a script, for messages.
 struct Place {
   std::string file;
   int line = 0;
 };
 std::string AtPlace(const Place& place, const std::string& message);
 
-// One resource of a script. Its bytes are `bytes`, or the content of `file` where that is named.
+// One resource of a script. Its content is `bytes`, or the content of `file` if that is not empty.
 struct Resource {
   std::string type;  // in capitals: "ICON", "RCDATA", "STRINGTABLE", a type of the user's own ...
   uint64_t id = 0;
@@ -23,10 +23,10 @@ struct Resource {
   Place place;
 };
 
-// What reading something gave: the resources, or the one message that ended it.
+// The result of reading: the resources, or the one message that ended it.
 struct ResourceList {
   std::vector<Resource> resources;
-  std::string error;  // "file:line: text"; empty when all went well
+  std::string error;  // "file:line: text"; empty when there was no error
 };
 
 // Thrown inside the readers of windres and caught by them: the message with its place.

@@ -86,7 +86,7 @@ class Compilation {
   }
 
   PreprocessedText RunPreprocessor() {
-    // Names that gcc defines and a script may use as ids are taken back.
+    // Undefines names that gcc defines and that a script may use as ids.
     std::vector<std::string> command = options.preprocessor;
     if (command.empty()) command = {gcc, "-E", "-xc", "-Ulinux", "-Uunix"};
     command.push_back("-DRC_INVOKED");
@@ -102,7 +102,8 @@ class Compilation {
     return Preprocess(command);
   }
 
-  // A resource's file lies beside the script that names it, else in one of the search folders.
+  // A resource's file is in the folder of the script that names it, else in one of the search
+  // folders.
   std::string Locate(const Resource& resource) const {
     if (resource.file[0] == '/') return resource.file;
     std::string path = mavro::FolderOf(resource.place.file) + resource.file;
@@ -113,7 +114,7 @@ class Compilation {
     return path;
   }
 
-  // Names are made paths; answers the size of each content.
+  // Replaces file names by paths; answers the size of each content.
   std::vector<uint64_t> Measure(std::vector<Resource>& resources) const {
     std::vector<uint64_t> sizes;
     uint64_t total = 0;

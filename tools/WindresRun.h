@@ -7,12 +7,12 @@
 namespace zendry {
 
 struct WindresResult {
-  std::string messages;  // for standard error; may hold warnings of a run that went well
+  std::string messages;  // for standard error; a successful run may have warnings
   bool ok = false;
 };
 
-// Compiles a script. The object appears whole or not at all: one of that name from before is gone
-// when the run fails. `gcc` is the preprocessor's program.
+// Compiles a script. The object is written whole or not at all; when the run fails, an older object
+// of that name is deleted. `gcc` is the preprocessor's program.
 WindresResult RunWindres(const WindresOptions& options, const std::string& gcc);
 
 }  // namespace zendry

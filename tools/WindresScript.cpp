@@ -15,10 +15,11 @@ namespace {
 
 constexpr int64_t cLargestId = 0xFFFFFFFF;
 
-// Words between a type and its data. Where memory keeps a resource is no question here.
+// Words between a type and its data. They say how memory holds a resource, which has no meaning
+// here.
 constexpr std::string_view cAttributes[] = {"PRELOAD", "LOADONCALL", "FIXED",       "MOVEABLE",
                                             "PURE",    "IMPURE",     "DISCARDABLE", "SHARED"};
-// Statements before the data that have numbers behind them, one or two.
+// Statements before the data that are followed by one or two numbers.
 struct OptionRow {
   std::string_view word;
   bool hasPair;
@@ -76,7 +77,7 @@ class ScriptReader {
     ReadExpression(cursor);
   }
 
-  // Attributes and options up to the data.
+  // Skips attributes and options up to the data.
   void SkipAttributes() {
     while (true) {
       const RcToken& token = cursor.Peek();

@@ -6,8 +6,8 @@ namespace {
 
 constexpr uint32_t cInvalid = ~0u;
 
-// How a code point is written: the first byte's mark, its mask, how many bytes follow, the least
-// code point that needs so many.
+// The encoding of a code point: the first byte's mark, its mask, the number of bytes that follow,
+// and the lowest code point that needs that many.
 struct Utf8Row {
   unsigned char mark, mask;
   int following;

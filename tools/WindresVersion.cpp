@@ -15,8 +15,8 @@ constexpr size_t cLongestNode = 0xFFFF;
 constexpr int cDeepestBlock = 10;
 constexpr size_t cHeaderSize = 6;
 
-// The fixed part: 13 numbers of 32 bits. A statement of `count` numbers fills them from `index`,
-// two numbers of 16 bits each where it is a version.
+// The fixed part: 13 numbers of 32 bits. A statement of `count` numbers fills them from `index`, or
+// with two numbers of 16 bits each if it is a version.
 struct FixedRow {
   std::string_view word;
   size_t index;
@@ -101,7 +101,7 @@ class VersionReader {
     return Node(key, ReadValue(), "", place);
   }
 
-  // Texts in a row are one text; numbers stand in 16 bits, or in 32 with L.
+  // Adjacent texts are one text; numbers have 16 bits, or 32 bits with L.
   Value ReadValue() {
     Value value;
     while (true) {
@@ -130,7 +130,7 @@ class VersionReader {
     std::string rest;
     if (!AppendUtf16(rest, key)) cursor.Fail(place, "the name is no UTF-8");
     AppendNumber(rest, 0, 2);
-    rest.insert(0, cHeaderSize, '\0');  // so that it is padded as the whole will be
+    rest.insert(0, cHeaderSize, '\0');  // so that the padding is that of the whole block
     Pad(rest);
     rest += value.bytes;
     if (!children.empty()) Pad(rest);

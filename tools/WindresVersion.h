@@ -6,8 +6,8 @@
 
 namespace zendry {
 
-// Reads a version block from behind the word VERSIONINFO to its END; answers its bytes in the
-// well-known layout: nodes of length, value length, kind and UTF-16 key, values and children on
+// Reads a version block from the word after VERSIONINFO to its END. Answers its bytes in the
+// well-known layout: nodes of length, value length, kind and UTF-16 key; values and children at
 // multiples of 4.
 std::string ReadVersionBlock(RcCursor& cursor);
 

@@ -15,7 +15,7 @@
 #include "config/IdeSession.h"
 #include "project/Project.h"
 
-// zendry-make: builds a project without a window. Prints what the Output panel would show, then one
+// zendry-make: builds a project without a window. Prints the text of the Output panel, then one
 // line "file:line: text" for each row of the error list on standard error.
 
 using namespace zendry;
@@ -83,16 +83,16 @@ void Say(const std::string& text) {
   std::fprintf(stderr, "zendry-make: %s\n", OneLine(text).c_str());
 }
 
-// Stops the tool that runs. A tool that is just being started can't be reached yet: it is tried
-// again each second until the build has come to its end.
+// Stops the running tool. A tool that is just being started can't be stopped yet: the attempt is
+// repeated each second until the build has ended.
 void StopTool(int signal) {
   if (signal != SIGALRM) stopSignal = signal;
   mavro::SpawnConsole::StopBlockingRun();
   alarm(1);
 }
 
-// A signal ends the tool that runs, so that what it has half written is deleted, and no other one
-// is started. A second signal ends the program at once.
+// A signal ends the running tool, so that its incomplete output is deleted; no other tool is
+// started. A second signal ends the program at once.
 void StopOnSignals() {
   struct sigaction action = {};
   action.sa_handler = StopTool;
@@ -102,15 +102,16 @@ void StopOnSignals() {
   for (int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
 }
 
-// Folder of this program, links resolved, with its trailing slash.
+// The folder of this program, links resolved, with a trailing slash.
 std::string ProgramFolder() {
   std::error_code error;
   const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
   return program.parent_path().string() + "/";
 }
 
-// Empty when the project was read whole, else why not. What was built without a part of what its
-// file or "Zendry.cfg" say would be another program. A damaged session is said only.
+// Empty when the project was read whole, else the reason why not. A build that ignored a part of
+// the project file or of "Zendry.cfg" would make a different program. A damaged session is only
+// reported.
 std::string OpenProject(const Options& options, Shell& shell) {
   theIdeConfig.appDir = ProgramFolder();
   const LoadResult config = ReadConfig(theIdeConfig, theIdeFonts);

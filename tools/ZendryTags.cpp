@@ -18,7 +18,7 @@
 #include "tags/TagLine.h"
 #include "tags/TagParser.h"
 
-// zendry-tags: writes what the tag parser finds as a tags file for editors.
+// zendry-tags: writes the results of the tag parser as a tags file for editors.
 
 using namespace zendry;
 
@@ -48,7 +48,7 @@ void Say(const std::string& text) {
   std::fprintf(stderr, "%s\n", line.c_str());
 }
 
-// Says of which source the parser logs something.
+// Prints the parser's log, with the name of the source.
 class LogShell : public OutputShell {
  public:
   void AppendOutput(std::string_view text) override {
@@ -63,7 +63,7 @@ class LogShell : public OutputShell {
   std::string source;
 };
 
-// Why a source can't be read; empty when it can.
+// The reason why a source can't be read; empty when it can be read.
 std::string WhyUnreadable(const std::string& path) {
   struct stat status;
   if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
@@ -73,7 +73,7 @@ std::string WhyUnreadable(const std::string& path) {
   return "";
 }
 
-// A name that stands in a tags file must be one line without tabs.
+// A name in a tags file must be one line without tabs.
 bool IsWritable(const std::string& path) {
   return path.find_first_of("\t\r\n") == std::string::npos;
 }
@@ -126,7 +126,7 @@ class TagCollector {
   std::vector<std::string> lines;
 };
 
-// Nothing but an older tags file is replaced.
+// Only an older tags file is replaced.
 bool MayReplace(const std::string& path) {
   const std::optional<std::string> old = mavro::ReadFileText(path);
   return !old || old->empty() || old->starts_with("!_TAG_");

@@ -4,7 +4,7 @@
 
 namespace zendry {
 
-// Ids that others name.
+// Ids that other files use.
 enum BrowserCommand {
   cSwitchFileCommand = 1101,
   cFindDeclarationCommand = 1104,
@@ -19,7 +19,7 @@ class EditTabs;
 class BrowserActs : public CommandList {
  public:
   BrowserActs();
-  // The tabs in whose front editor commands act; null for none, where nothing happens.
+  // The tabs whose front editor the commands act on; null for none: then commands do nothing.
   void Bind(EditTabs* newTabs) { tabs = newTabs; }
 
  private:

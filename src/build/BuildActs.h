@@ -11,7 +11,7 @@ enum BuildCommand {
   cRebuildCommand = 1402,
   cSwitchModeCommand = 1403,
   cClearOutputCommand = 1404,
-  cStopBuildCommand = Builder::cStopCommand,  // of the tool bar's stop button; stands in no menu
+  cStopBuildCommand = Builder::cStopCommand,  // of the tool bar's stop button; in no menu
   cNextErrorCommand = 1406,
   cPreviousErrorCommand = 1407
 };
@@ -22,7 +22,8 @@ class BuildActs : public CommandList {
  public:
   BuildActs();
 
-  // What carries the commands out, and who is told; neither is owned. Without, commands do nothing.
+  // The builder that runs the commands, the project, and the shell that gets the messages; none is
+  // owned. Before this call, commands do nothing.
   void Bind(Builder& newBuilder, Project& newProject, Shell& newShell);
 
  private:

@@ -33,12 +33,12 @@ const std::string& CompilerOf(const ProjectFile& file) {
   return file.type == cCppSource ? theIdeConfig.gpp : theIdeConfig.gcc;
 }
 
-// What can't be done, and the reason that the system gave last.
+// The failed action, and the last error of the system as its reason.
 std::string Because(const char* what) {
   return std::string(what) + ": " + std::strerror(errno);
 }
 
-// Only regular files are deleted, so that no device goes that somebody named as output.
+// Deletes only regular files, so that a device named as output is not deleted.
 void DeleteFile(const std::string& path) {
   struct stat info;
   if (lstat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode)) unlink(path.c_str());
@@ -352,8 +352,8 @@ void Builder::DeleteOutputs(std::string_view extension) {
   if (error) Refuse(project->outputFolder, "it can't be read: " + error.message());
 }
 
-// A source that is gone with its object is refused: no rule would make it stale, and the link would
-// fail for want of the object or, worse, leave the old program.
+// A missing source without an object is refused: no rule makes it stale, and the link would fail
+// because the object is missing or, worse, leave the old program.
 Builder::Verdict Builder::Judge(const ProjectFile& file, const std::string& object, Scope scope) {
   const Staleness staleness = scope == Scope::cAll ? cForced : Check().NeedsCompile(file, object);
   const bool isGone = !times.Of(file.name);
@@ -399,8 +399,8 @@ void Builder::RunTool(const ToolRun& run) {
   if (!started || runner.exitCode != 0) NoteFailure(run, started);
 }
 
-// What a tool leaves behind that did not end well may be cut, and newer than its sources: it would
-// be taken for good by the next build.
+// A tool that failed may leave a file that is cut off and newer than its sources: the next build
+// would take it for a good one.
 void Builder::NoteFailure(const ToolRun& run, bool started) {
   ++failedTools;
   if (!started) return;

@@ -17,44 +17,44 @@ class Project;
 class Shell;
 struct ProjectFile;
 
-// Takes away the variables by which gcc would search folders that no project names.
+// Removes the environment variables that make gcc search folders that no project names.
 void ClearCompilerEnvironment();
 
-// Decides what of the project is stale, runs the tools over it one after the other and turns what
-// they print into the Output panel's text and the rows of the error list. The window, zendry-make
-// and the debugger drive it.
+// Finds the stale files of the project and runs the tools on them, one after the other. The output
+// of the tools becomes the Output panel's text and the rows of the error list. The window,
+// zendry-make and the debugger drive it.
 //
-// A build runs from start to end on its caller's stack. Between two files waiting messages are
-// handled once; a request to stop that may arrive there ends the build. A running tool is not
-// killed.
+// A build runs from start to end on its caller's stack. Between two files, waiting messages are
+// handled once; a request to stop that arrives there ends the build. A running tool is not killed.
 //
-// What can't be built at all (a file that is missing, a folder that can't be written) is refused
-// before any tool runs, by a row of the error list that counts as an error.
+// If something can't be built at all (a file is missing, a folder can't be written), the build is
+// refused before any tool runs. A row of the error list says why and counts as an error.
 class Builder {
  public:
-  // Whether tools run for what is stale only, or for everything.
+  // The tools run for stale files only, or for all files.
   enum class Scope { cStale, cAll };
 
-  // Whether the mark of the error list's place is taken out of the text before a build.
+  // The error list's mark in the text stays during a build, or is removed before it.
   enum class ErrorMark { cKept, cRemoved };
 
-  // Told of each file that is found stale, and why.
+  // Called for each stale file, with the reason.
   using StaleObserver = std::function<void(const std::string& file, const std::string& reason)>;
 
-  // What is built and who is told; neither is owned. Nothing may be called before.
+  // The project to build and the shell that gets the messages; neither is owned. Must be the first
+  // call.
   void Bind(Project& newProject, Shell& newShell);
   void SetStaleObserver(StaleObserver observer) { staleObserver = std::move(observer); }
 
-  // Whole builds, which say how they went.
+  // Whole builds; they report their result.
   void CompileCurrent();
   void Make(Scope scope);
   // Ends the build before its next file.
   void RequestStop() { abortRequested = true; }
-  // What the window's stop button sends during a build.
+  // The command that the window's stop button sends during a build.
   static constexpr int cStopCommand = 1405;
 
-  // Steps of a build, each saying whether the build may go on. PrepareBuild goes before all others;
-  // Build and the command functions call it.
+  // Steps of a build; each answers true if the build may go on. PrepareBuild comes before all
+  // others; Build and the command functions call it.
   bool PrepareBuild(ErrorMark mark);
   bool Build(Scope scope);
   bool BuildSingle(const ProjectFile& file, Scope scope);
@@ -62,14 +62,14 @@ class Builder {
   bool CompileResource(const std::string& script, Scope scope);
   bool Link();
   bool Archive();
-  // Says how it went: in a message box with the first error shown, else in the Output panel; and in
-  // the status line, since the Output panel may lie behind another page.
+  // Reports the result: in a message box with the first error shown, else in the Output panel; and
+  // in the status line, since another page may cover the Output panel.
   void Summary();
   void ClearOutput();
 
-  // A build is on somebody's stack: the project must not be closed now.
+  // True while a build runs: the project must not be closed now.
   static bool IsBuilding() { return BuildInProgress::Any(); }
-  // Tools of the last build that could not be started or ended with another status than 0.
+  // How many tools of the last build could not be started or ended with a status other than 0.
   int FailedTools() const { return failedTools; }
 
   int warningCount = 0;
@@ -89,9 +89,9 @@ class Builder {
   // One run of a tool.
   struct ToolRun {
     std::string line;
-    std::string folder;  // where it runs; empty: the current one
+    std::string folder;  // where it runs; empty: the current folder
     LineReader reader = nullptr;
-    std::string product;                // the file it writes, as seen from the current folder
+    std::string product;                // the file it writes, relative to the current folder
     bool keepsProductOfFailure = true;  // unless a signal ended the tool
   };
   struct ObjectList {
@@ -108,7 +108,8 @@ class Builder {
   bool WouldOverwriteSource(const std::string& output);
   void DeleteOutputs(std::string_view extension);
 
-  // Whether a source must be built; says why to the observer and refuses what can't be.
+  // Decides if a source must be built. Tells the observer the reason, and refuses a source that
+  // can't be built.
   enum class Verdict { cBuild, cUpToDate, cRefused, cUnsupported };
   Verdict Judge(const ProjectFile& file, const std::string& object, Scope scope);
   StaleCheck& Check();

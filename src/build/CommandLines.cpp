@@ -9,8 +9,8 @@ namespace zendry {
 
 namespace {
 
-// Writes expanded text and keeps track of whether the splitter would stand inside quotes, because
-// there a root that needs quotes goes in without a pair of its own.
+// Writes expanded text and keeps track of the places inside quotes as the splitter sees them,
+// because there a root that needs quotes is written without quotes of its own.
 class MacroWriter {
  public:
   explicit MacroWriter(std::string_view root) : root(root) {}
@@ -33,7 +33,7 @@ class MacroWriter {
   std::string Take() { return std::move(written); }
 
  private:
-  // The root as it stands between quotes that go on behind it.
+  // The root in the form that it needs inside quotes that continue after it.
   std::string InnerQuoted() const {
     const std::string whole = mavro::QuoteArgument(std::string(root) + "/");
     return whole.substr(1, whole.size() - 3);
@@ -42,7 +42,7 @@ class MacroWriter {
   std::string_view root;
   std::string written;
   bool quoted = false;
-  size_t backslashes = 0;  // the run of them just before the end of `written`
+  size_t backslashes = 0;  // how many `written` ends with
 };
 
 }  // namespace

@@ -8,23 +8,23 @@ namespace zendry {
 class Project;
 struct IdeConfig;
 
-// How command lines are composed: functions from values to one string each, which the process
-// runner splits again by the rules of mavro::SplitCommandLine. Ordinary names stand as they are;
-// names that the splitter would break are quoted, names that a tool would take for an option or a
-// list of options ("-x", "@x") get "./" in front. Switches stand as the user wrote them.
+// Functions that compose command lines. Each makes one string from its values; the process runner
+// splits it again by the rules of mavro::SplitCommandLine. Ordinary names are left as they are.
+// Names that the splitter would break are quoted. Names that a tool would take for an option or a
+// list of options ("-x", "@x") get the prefix "./". Switches are left as the user wrote them.
 
-// Called with the text between two backquotes; its answer takes their place.
+// Called with the text between two backquotes; its answer replaces text and backquotes.
 using MacroHook = std::string (*)(std::string_view quoted);
 std::string KeepMacroText(std::string_view quoted);
 
 // Replaces "@" by `root`, the install root without trailing slash, and each text in backquotes by
-// what the hook makes of it. A backquote without partner is dropped. A root that the splitter would
+// the answer of the hook. A backquote without partner is dropped. A root that the splitter would
 // break is quoted.
 std::string ExpandMacros(std::string_view text, std::string_view root,
                          MacroHook hook = KeepMacroText);
 // Replaces each "@" of a path by `root` and nothing else.
 std::string ExpandResourcePath(std::string_view path, std::string_view root);
-// What "@" stands for: the parent of the program's folder, without trailing slash.
+// The value of "@": the parent of the program's folder, without trailing slash.
 std::string MacroRoot(const std::string& appDir);
 
 // A file's name as an argument.
@@ -35,17 +35,17 @@ std::string FileArgument(std::string_view name);
 std::string ObjectPath(const std::string& outDirName, const std::string& source,
                        std::string_view extension);
 
-// The compiler set that a project's number stands for: 0 for one that does not exist.
+// The compiler set for a project's number: 0 if there is no set of that number.
 int CompilerSet(int gcc);
 // The command of a tool of one compiler set.
 std::string ToolPath(const IdeConfig& config, int set, const std::string& tool);
-// The resource compiler of a set. Machines have none on their PATH, so a set that takes its tools
-// from there gets that of the first set.
+// The resource compiler of a set. Machines have no resource compiler on their PATH, so a set that
+// takes its tools from there gets that of the first set.
 std::string ResourceToolPath(const IdeConfig& config, int set);
 
 struct ProjectFlags {
-  std::string include;  // compile switches from the project and its library set
-  std::string link;     // link switches likewise
+  std::string include;  // compile switches of the project and its library set
+  std::string link;     // link switches of both
 };
 
 // The library set is looked up in the configuration, where the first use expands its macros.
@@ -79,7 +79,7 @@ struct ResourceParts {
 struct LinkParts {
   std::string tool;
   std::string output;
-  std::string objects;  // arguments, each with a blank in front
+  std::string objects;  // arguments, each with a blank before it
   std::string libFlags;
   std::string options;
 };

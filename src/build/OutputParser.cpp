@@ -10,7 +10,7 @@ namespace {
 
 constexpr size_t cNone = std::string_view::npos;
 constexpr size_t cMaxLineDigits = 5;
-constexpr size_t cDriveLength = 2;  // a drive's colon lies before this position
+constexpr size_t cDriveLength = 2;  // a drive's colon is before this position
 
 bool IsBlank(char c) {
   return c == ' ' || (c >= '\t' && c <= '\r');
@@ -20,14 +20,14 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// What stands in front of a compiler's message, and the message.
+// The place before a compiler's message, and the message.
 struct Place {
   std::string_view file;
   int line = 0;
-  std::string_view text;  // empty when the line has not this form
+  std::string_view text;  // empty when the line doesn't have this form
 };
 
-// Takes away the column that stands between line number and text, if there is one.
+// Removes the column between line number and text, if there is one.
 std::string_view WithoutColumn(std::string_view text) {
   size_t end = 0;
   while (end < text.size() && IsDigit(text[end])) ++end;
@@ -44,7 +44,7 @@ Place ReadPlace(std::string_view line) {
   if (digits == cNone || digits < 1 || digits > cMaxLineDigits) return {};
   const int number = ParseInt(line.substr(0, digits));
   const std::string_view rest = WithoutColumn(line.substr(digits + 1));
-  // One character goes unseen: the blank behind the colon.
+  // One character is skipped unread: the blank after the colon.
   return {file, number, rest.empty() ? rest : rest.substr(1)};
 }
 

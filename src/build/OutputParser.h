@@ -7,22 +7,22 @@
 
 namespace zendry {
 
-// What one line of a tool means for the error list. Nothing here shows or counts anything.
+// The meaning of one line of a tool for the error list. This only reads: callers show and count.
 struct LineMeaning {
   enum Kind { cNothing, cNewRow, cAppendToLastRow };
   enum Severity { cPlain, cWarning, cError };
 
   Kind kind = cNothing;
-  // What the counters take, also of a line that makes no row yet.
+  // For the counters; also set for a line that makes no row yet.
   Severity severity = cPlain;
-  ErrorRow row;  // of a new row; for an appendix only its text
+  ErrorRow row;  // for a new row; for an appendix only its text
 };
 
-// What the reader of compiler lines remembers from one line to the next.
+// The state that the reader of compiler lines keeps between two lines.
 struct CompileLines {
   std::string lastErrorFile;
   int lastErrorLine = 0;
-  std::string pendingMessage;  // plain notes that wait to be put in front of the next row
+  std::string pendingMessage;  // plain notes to be put before the next row's text
 };
 
 // A line of gcc or g++: "file:line: text" or "file:line:column: text". Errors, warnings and notes
@@ -33,7 +33,7 @@ LineMeaning ReadCompileLine(CompileLines& state, std::string_view line);
 // A line of the linker. Only an undefined reference counts as an error.
 LineMeaning ReadLinkLine(std::string_view line);
 
-// A line of the archiver: a row when it speaks of an error. It is never counted.
+// A line of the archiver: a row if it reports an error. It is never counted.
 LineMeaning ReadArchiveLine(std::string_view line);
 
 }  // namespace zendry

@@ -29,16 +29,16 @@ class Debugger : public CommandList {
  public:
   Debugger();
 
-  // What builds and the change of mode ask before they do anything.
+  // Builds and a change of the mode check this first.
   bool IsRunning() const { return running; }
-  // Asks the session for the value of an expression that the mouse rests on, to be shown as a tip.
+  // Asks the session for the value of the expression under the mouse; it is shown as a tip.
   void PrintTip(const std::string& expression);
 
   bool running = false;
-  std::string tipText;  // the expression asked for last
+  std::string tipText;  // the last expression asked for
 
  private:
-  // Passes over whatever it has no session for.
+  // Ignores commands that need a session that it doesn't have.
   void CarryOut(int id) override;
 };
 

@@ -5,14 +5,14 @@
 
 namespace zendry {
 
-// A page of watched expressions and their values. One empty row always stands at its end.
+// A page of watched expressions and their values. The last row is always empty.
 class WatchList : public mavro::TabPage {
  public:
   WatchList();
 
-  // Gives the list its empty row.
+  // Adds the empty row.
   void Prepare();
-  // Takes all rows away but the empty one.
+  // Removes all rows except the empty one.
   void Clear();
 
   mavro::ListView list;

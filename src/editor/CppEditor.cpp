@@ -19,7 +19,7 @@ namespace zendry {
 
 namespace {
 
-// By EditorMark.
+// Indexed by EditorMark.
 constexpr std::array<mavro::MarkType, 4> cMarks = {{
     {0, mavro::ColourOf(mavro::cPlaceGround)},
     {1, mavro::ColourOf(mavro::cPlaceGround)},
@@ -29,14 +29,14 @@ constexpr std::array<mavro::MarkType, 4> cMarks = {{
 
 constexpr int cKeywordStyle = 5;  // of the lexer: "if" and "for" decide about indentation
 
-// Null for plain text. What has no name yet is going to be a source.
+// Null for plain text. A text without a name is treated as a source.
 const mavro::EditorLanguage* LanguageOf(const std::string& path) {
   const int kind = FileKind(path);
   const bool isSource = kind == cCppSource || kind == cCSource || kind == cHeader;
   return path.empty() || isSource ? &cCppLanguage : nullptr;
 }
 
-// Whether nothing but the time of the last change of any kind tells two states apart.
+// True if two states differ at most in the time of the last change of any kind.
 bool OnlyTouched(const DiskStamp& before, DiskStamp now) {
   now.touched = before.touched;
   return before == now;
@@ -97,8 +97,8 @@ bool CppEditor::Reload() {
   return true;
 }
 
-// The text belongs to the state of the file that it was made from: what the file has become since
-// is a change by others.
+// The text belongs to the state of the file that it was made from: if the file is different now,
+// others have changed it.
 bool CppEditor::TakeRescued(const RescuedText& rescued) {
   fileName = rescued.path;
   TakeText(rescued.content, rescued.facts.encoding, rescued.facts.oddByte);
@@ -113,7 +113,7 @@ void CppEditor::TakeName(const std::string& name) {
   AcceptDisk();
 }
 
-// Writing in place and giving up changes the file's time; that is not another program's doing. A
+// A write in place that fails changes the file's time; that is not a change by another program. A
 // text that isn't stored under its name is unsaved.
 bool CppEditor::Save() {
   const bool diskIsOurs = ReadDiskStamp(fileName) == stamp;
@@ -146,12 +146,12 @@ void CppEditor::RemoveMark(EditorMark mark) {
   RemoveLineMarks(marks[static_cast<size_t>(mark)].number);
 }
 
-// A file of the same size with its time put back may hold another text; so may one of which only
-// the mode was changed. What it holds tells.
+// A file of the same size with its time set back may hold another text or the same; so may a file
+// with only its mode changed. The digest of its content decides.
 //
-// Who can't say what a file is doesn't say that it has changed. A state that nobody could tell when
-// the text was read or written is the first one that somebody can; under a name that the text was
-// only given, it is a file that nobody has agreed to replace.
+// A file whose state is unknown now doesn't count as changed. If the state was unknown when the
+// text was read or written, the first known state counts as that one. If the text was only given
+// this name, the file counts as changed: the user has not agreed to replace it.
 bool CppEditor::DiskHasChanged() {
   if (fileName.empty()) return false;
   const DiskStamp now = ReadDiskStamp(fileName);
@@ -170,7 +170,7 @@ void CppEditor::NoteAskedAboutDisk() {
   askedAbout = ReadDiskStamp(fileName);
 }
 
-// Of a state that nobody can tell nothing is accepted: what it turns out to be is asked about.
+// An unknown state is not accepted: the user is asked once the state is known.
 void CppEditor::AcceptDisk() {
   const DiskStamp now = ReadDiskStamp(fileName);
   if (!now.isKnown) return;
@@ -230,7 +230,7 @@ void CppEditor::onSavePointChanged() {
   tab.SetModified(dirty);
 }
 
-// While a program is debugged the value of what the mouse rests on is asked for.
+// During a debug session, asks for the value of the expression under the mouse.
 void CppEditor::onDwell(int position) {
   EditorHost* host = tab.Host();
   if (!host || !host->WantsValueTips()) return;
@@ -248,7 +248,7 @@ bool CppEditor::getCompletion(std::string& text, std::string& list) {
   return host && host->CodeCompletion().getCompletion(liveText, text, list);
 }
 
-// The name may stand some way left of the caret, with the arguments typed so far behind it.
+// The name may be some way left of the caret, with the arguments typed so far after it.
 bool CppEditor::getCallTip(const std::string&, std::string& tip) {
   EditorHost* host = tab.Host();
   if (!host) return false;
@@ -258,7 +258,7 @@ bool CppEditor::getCallTip(const std::string&, std::string& tip) {
   return host->CodeCompletion().getCallTip(liveText, tip, end - static_cast<int>(line.size()));
 }
 
-// Comes after every change and every move of the caret.
+// Called after every change and every move of the caret.
 void CppEditor::onUpdateUI() {
   FollowChanges();
   if (EditorHost* host = tab.Host()) host->ShowCaretOf(*this);

@@ -14,58 +14,62 @@ namespace zendry {
 class EditTab;
 
 // Marks that lists and the debugger put beside a line: rows of the editor's table of markers. A
-// file has each of them at most once, breakpoints excepted.
+// file has each mark at most once, except breakpoints.
 enum EditorMark { cNoMark = -1, cBreakpointMark = 1, cErrorMark = 2, cExecutionMark = 3 };
 
-// The editor of one open file: connects typing to the tags of the project, keeps the flag that says
-// whether they are up to date, and has the unsaved text rescued. `fileName` is the full path with
-// forward slashes, empty for a file that has no name yet. It works once its window exists.
+// The editor of one open file. It connects typing to the tags of the project, keeps the flag that
+// says if the tags are up to date, and has the unsaved text rescued. `fileName` is the full path
+// with forward slashes; empty for a file that has no name yet. The window must exist before other
+// members are used.
 class CppEditor : public mavro::SciEditor, private RescueSource {
  public:
   explicit CppEditor(EditTab& itsTab);
 
   // Reads a file and takes its name; false, with nothing changed, when it can't be read.
   bool Load(const std::string& path);
-  // Puts what the file holds now in place of the text, as one undo step. What was unsaved stays in
-  // a copy beside as long as undoing can bring it back. False, with nothing changed, when the file
-  // can't be read or there is no such copy.
+  // Replaces the text by the present content of the file, as one undo step. The unsaved text stays
+  // in an extra rescue copy as long as undo can bring it back. False, with nothing changed, when
+  // the file can't be read or the copy can't be written.
   bool Reload();
-  // Takes over a text that another run of the program has left behind: it is unsaved. Answers
-  // whether a copy of its own is kept now, so that the old one may go.
+  // Takes over a text that another run of the program has left in the rescue folder; the text
+  // counts as unsaved. True if the text now has a copy of its own, so that the old copy may be
+  // removed.
   bool TakeRescued(const RescuedText& rescued);
-  // Writes the text to `fileName` and parses it; false, and still dirty, when that fails.
+  // Writes the text to `fileName` and parses it. False when that fails; then the text stays dirty.
   bool Save();
-  // Gives the text the name that the user has chosen for it. What that file holds now may be
+  // Gives the text the name that the user has chosen for it. The file's present content may be
   // replaced: the user has been asked.
   void TakeName(const std::string& name);
   // Takes the style and typing rules from the name's extension, and options from the settings.
   void ApplySettings();
 
-  // Lines count from 1, as lists and people do; one past the end stands for the last.
+  // Lines count from 1, as in lists; a line after the end means the last line.
   void ShowLine(int line);
   int ShownLine() const { return CaretLine() + 1; }
-  // Moves a mark to a line, or takes it away.
+  // Moves a mark to a line, or removes it.
   void SetMark(EditorMark mark, int line);
   void RemoveMark(EditorMark mark);
 
-  // Whether the file on disk is another one than was read or written here last. `AcceptDisk` takes
-  // its present state for the known one.
+  // True if the file on disk has changed since this editor last read or wrote it. `AcceptDisk`
+  // makes its present state the known one.
   bool DiskHasChanged();
   void AcceptDisk();
-  // Whether the user has been asked about the file's present state, and that they have been now: it
-  // is asked about once when it is seen, and again whenever a save would replace it.
+  // The first says if the user has been asked about the file's present state, the second notes that
+  // they have been. The user is asked once when a change is seen, and again whenever a save would
+  // replace the changed file.
   bool WasAskedAboutDisk() const;
   void NoteAskedAboutDisk();
-  // Writes the rescue copy that has become due.
+  // Writes the rescue copy if it is due.
   void TickRescue(TextRescue::Clock::time_point now) { rescue.Tick(now); }
-  // Why the unsaved text has no rescue copy, although one was due; empty as long as all is well.
+  // Why the unsaved text has no rescue copy, although one was due; empty as long as there is no
+  // error.
   const std::string& WhyNoRescue() const { return rescue.WhyNone(); }
 
-  // Of all margins together, in pixels.
+  // The width of all margins together, in pixels.
   int MarginWidth() const;
-  // What the caret's status is: overtyping, encoding and line ends, in words.
+  // Words for the status bar: overtyping, encoding, line ends.
   std::string TextNote() const;
-  // The text as the tag parser and lookups read it; lives as long as the editor.
+  // The text for the tag parser and lookups; lives as long as the editor.
   CaretText& LiveText() { return liveText; }
 
   void onTextChanged() override;
@@ -77,7 +81,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   void onUpdateUI() override;
 
  private:
-  // They leave the state of the file, the tags and the rescue copy as they are.
+  // Hidden, because they don't update the state of the file, the tags and the rescue copy.
   using SciEditor::load;
   using SciEditor::reload;
   using SciEditor::save;
@@ -111,9 +115,9 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   std::optional<size_t> storedDigest;   // of what that file holds, if known
   std::optional<DiskStamp> askedAbout;  // of another one that the user has been asked about
   std::array<mavro::MarkType, 4> marks;
-  std::string storedName;         // under which the text was last read or written
-  unsigned long seenChanges = 0;  // up to which `parsed` has been taken back
-  long bytesChanged = 0;          // since the rescue copy was told
+  std::string storedName;         // name under which the text was last read or written
+  unsigned long seenChanges = 0;  // change count when `parsed` was last reset
+  long bytesChanged = 0;          // since the last call of rescue.Changed
 };
 
 }  // namespace zendry

@@ -28,7 +28,8 @@ namespace {
 constexpr int cRescueTick = 1000;  // milliseconds
 const std::string cNoName = "Noname";
 
-// What a path names on the disk; nothing when it names nothing, or nobody can tell.
+// The file on the disk that a path names. No value when there is no such file or it can't be
+// determined.
 struct FileIdentity {
   dev_t device = 0;
   ino_t inode = 0;
@@ -41,8 +42,8 @@ std::optional<FileIdentity> IdentityOf(const std::string& path) {
   return FileIdentity{status.st_dev, status.st_ino};
 }
 
-// Whether an open file is what a path stands for. Names alone decide where one of them can't be
-// found on the disk.
+// True if a path names an open file. If one of the two can't be found on the disk, only the names
+// are compared.
 bool NamesSameFile(const std::string& open, const std::string& path,
                    const std::optional<FileIdentity>& identity) {
   if (open == path) return true;
@@ -51,7 +52,7 @@ bool NamesSameFile(const std::string& open, const std::string& path,
   return its && identity ? its == identity : mavro::EqualNoCase(open, path);
 }
 
-// The text alone: the file has a tab already.
+// Only the text: the file has a tab already.
 RescuedText WithoutName(RescuedText text) {
   text.path.clear();
   text.facts.disk = {};
@@ -76,7 +77,7 @@ void EditTab::OnMouseDown(mavro::MouseArgs& args) {
   pressedAt = args.x;
 }
 
-// The keyboard asks for the text's menu.
+// A key press asks for the text's menu.
 void EditTab::OnContextMenu(mavro::MouseArgs& args) {
   const bool inMargin = args.x >= 0 && pressedAt < editor->MarginWidth();
   editor->menu = inMargin ? &Host()->MarginMenu() : &Host()->TextMenu();
@@ -143,7 +144,7 @@ CppEditor* EditTabs::Activate(const std::string& path, bool select) {
   return GetTab(index)->editor.get();
 }
 
-// The tab in front is asked first.
+// Checks the tab in front first.
 int EditTabs::FindTab(const std::string& path) const {
   const EditTab* front = Active();
   const int frontIndex = selectedIndex;
@@ -249,7 +250,7 @@ bool EditTabs::Save(EditTab& tab, SaveName name) {
   return true;
 }
 
-// One file has one tab. The other one gives way if it holds nothing that would be lost.
+// One file has one tab. Another tab of this file is closed if it has nothing that would be lost.
 bool EditTabs::MayTakeName(EditTab& tab, const std::string& path) {
   const int index = FindTab(path);
   if (index < 0 || GetTab(index) == &tab) return true;
@@ -304,7 +305,7 @@ void EditTabs::OnCommand(int id) {
   }
 }
 
-// With a project open a file is made for it.
+// If a project is open, the new file is made for it.
 void EditTabs::NewFile() {
   if (!theProject.isOpen || theProject.implicit)
     NewTab("");
@@ -344,7 +345,7 @@ void EditTabs::OnRescueTimer(mavro::NotifyArgs&) {
   theIdeSession.KeepRecent();
 }
 
-// What another program has written since is not replaced without a word.
+// A file that another program has changed is not replaced without a question.
 bool EditTabs::MayOverwrite(CppEditor& editor) {
   if (!editor.DiskHasChanged() || !mavro::FileExists(editor.fileName)) return true;
   editor.NoteAskedAboutDisk();
@@ -353,7 +354,7 @@ bool EditTabs::MayOverwrite(CppEditor& editor) {
                             "\n\nwas changed by another program!\tReplace its changes?");
 }
 
-// A question takes the window its activity, and gives it back.
+// A message box makes the window inactive, and active again afterwards.
 void EditTabs::CheckDisk() {
   if (asking) return;
   const ScopedFlag guard(asking);

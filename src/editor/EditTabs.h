@@ -19,12 +19,12 @@ class EditTab : public mavro::TabPage {
   explicit EditTab(EditTabs& itsTabs);
   ~EditTab() override;
 
-  // Shows or takes away the mark of unsaved changes.
+  // Shows or removes the mark of unsaved changes.
   void SetModified(bool on);
   // Names the page after the editor's file.
   void ShowName();
 
-  // The window's part; null once the window goes.
+  // The window as the tabs see it; null once the window is being destroyed.
   EditorHost* Host() const;
 
   std::string caption;    // the file's short name
@@ -36,64 +36,65 @@ class EditTab : public mavro::TabPage {
   void OnContextMenu(mavro::MouseArgs& args);
 
   EditTabs& tabs;
-  int pressedAt = 0;  // where the mouse was last pressed, from the editor's left
+  int pressedAt = 0;  // where the mouse was last pressed, measured from the editor's left edge
 };
 
-// The open files, one tab each. Whoever wants to show a place in a file comes here. Owns its tabs.
+// The open files, one tab each. All code that shows a place in a file uses this class. Owns its
+// tabs.
 class EditTabs : public mavro::TabCtrl {
  public:
-  // `itsHost` is the window that the tabs stand in.
+  // `itsHost` is the window that contains the tabs.
   explicit EditTabs(EditorHost& itsHost);
   ~EditTabs() override;
 
-  // The window; null once it goes, after which nothing may be opened or closed.
+  // The window; null once it is being destroyed; after that no tab may be opened or closed.
   EditorHost* Host() const { return host; }
   void DetachHost() { host = nullptr; }
 
-  // How a failure is said: in a box, or in the status line where nobody has just asked for the
-  // file.
+  // Where a failure is reported: in a message box, or in the status line if the user has not just
+  // asked for the file.
   enum class OnFailure { cBox, cSay };
-  // Shows a file, in its tab if it has one. The path must be absolute. Null when it can't be shown,
-  // which has been said. The answer lives until its tab is closed.
+  // Shows a file, in its tab if it has one. The path must be absolute. Null when it can't be shown;
+  // then the failure has been reported. The editor lives until its tab is closed.
   CppEditor* OpenFile(const std::string& path, OnFailure onFailure = OnFailure::cBox);
-  // The editor of what a path names, under whatever name it is open, and with `select` its tab
-  // brought to the front; null when the file isn't open. The names of files that are not there are
-  // compared, the case of their letters ignored.
+  // The editor of the file that a path names, even if the file is open under another name; null
+  // when the file isn't open. With `select`, its tab comes to the front. For files that don't
+  // exist, only the names are compared, without the case of letters.
   CppEditor* Activate(const std::string& path, bool select);
-  // Adds and shows a tab with the file, for an empty path with a text that has no name yet; null
-  // when the file can't be read.
+  // Adds and shows a tab with the file; for an empty path, with an empty text that has no name yet.
+  // Null when the file can't be read.
   CppEditor* NewTab(const std::string& path);
   // Opens a file and puts the caret at a line; line 0 leaves the caret where it is.
   CppEditor* GoTo(const std::string& path, int line);
 
-  // Whether unsaved changes are asked about before a tab goes.
+  // Ask about unsaved changes before a tab is closed, or drop them.
   enum class Unsaved { cAsk, cDrop };
   // Closes a tab; false when the user wants it to stay.
   bool CloseTab(int n, Unsaved unsaved);
   // Closes all tabs or, when one must stay, none.
   bool CloseAll();
-  // The two halves of it: asks about all unsaved changes, false when the user wants to go on; and
-  // closes all tabs without asking.
+  // The two halves of CloseAll: MayCloseAll asks about all unsaved changes and answers false when a
+  // tab must stay; DropAll closes all tabs without asking.
   bool MayCloseAll();
   void DropAll();
-  // Under which name a text is saved: its own if it has one, or one that is asked for.
+  // The name for a save: the text's own name if it has one, or a name that the user is asked for.
   enum class SaveName { cOwn, cAsked };
-  // Saves the tab in front; false when it wasn't written.
+  // Saves the tab in front; false when the file wasn't written.
   bool SaveActive(SaveName name);
-  // Saves the tabs with changes; then the project, if it has any, and its session.
+  // Saves the tabs with changes; then the project, if it has changes, and its session.
   void SaveAll();
-  // Saves the tabs with changes and nothing else.
+  // Saves only the tabs with changes.
   void SaveChanged();
 
-  // Makes all editors look as the settings say.
+  // Applies the settings to all editors.
   void ApplySettings();
 
-  // Carries out a file command. Those above 1302 need a tab, "Save all" excepted.
+  // Runs a file command. Commands with an id above 1302 need a tab, except "Save all".
   void OnCommand(int id);
 
   // Opens the source that belongs to the header in front, or the header that belongs to the source.
   void GoToCounterpart();
-  // Opens what programs before this one have left unsaved, as far as the user wants it.
+  // Offers the unsaved texts of earlier runs of the program, and opens those that the user wants.
   void OfferRescuedTexts();
   // Asks about each open file that another program has changed, once for each change.
   void CheckDisk();
@@ -121,7 +122,7 @@ class EditTabs : public mavro::TabCtrl {
   EditorHost* host;
   std::vector<std::unique_ptr<EditTab>> tabs;  // in the order of the pages
   mavro::Timer rescueTimer{this};
-  bool asking = false;  // about files on the disk: one question at a time
+  bool asking = false;  // true during a question about files on the disk: one at a time
 };
 
 // The filter of source and header files for file dialogs; further pairs may follow it.

@@ -53,7 +53,7 @@ constexpr CommandRow cRows[] = {
     {cShowLongLineCommand, "Show long line"},
 };
 
-// The setting that a command switches, for all tabs and the next start.
+// The setting that a command toggles, for all tabs and the next start.
 int* SettingOf(int id) {
   if (id == cLineNumbersCommand) return &theEditorSettings.lineNumbers;
   return id == cFontTypeCommand ? &theEditorSettings.useMonoFont : nullptr;

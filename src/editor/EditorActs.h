@@ -4,8 +4,8 @@
 
 namespace zendry {
 
-// Ids that others name. Commands are numbered from 801 in the order of the table, but for the few
-// that have a number of their own.
+// Ids that other files use. Commands are numbered from 801 in the order of the table, except the
+// few that have a number of their own.
 enum EditorCommand {
   cFindCommand = 801,
   cFindRepeatCommand = 804,
@@ -30,7 +30,7 @@ class EditTabs;
 class EditorActs : public CommandList {
  public:
   EditorActs();
-  // The tabs in whose front editor commands act; null for none, where nothing happens.
+  // The tabs whose front editor the commands act on; null for none: then commands do nothing.
   void Bind(EditTabs* newTabs) { tabs = newTabs; }
 
  private:

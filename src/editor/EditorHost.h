@@ -9,27 +9,26 @@ namespace zendry {
 class Completion;
 class CppEditor;
 
-// What the tabs, their editors and the lists of places ask of the window that they stand in. The
-// frame implements it.
+// The window as the tabs, their editors and the lists of places see it. The frame implements it.
 class EditorHost {
  public:
   virtual ~EditorHost() = default;
 
-  // Says something in the status line.
+  // Shows a text in the status line.
   virtual void Say(const std::string& text) = 0;
-  // Unsaved text has no copy for a start after this one, and why; empty: all of it has.
+  // Unsaved text has no rescue copy; `reason` says why. Empty: all unsaved text has one.
   virtual void ShowWhyNoCopy(const std::string& reason) = 0;
-  // Another tab is in front, or the one in front has another name: it is in the window's title.
+  // Another tab is in front, or the tab in front has a new name: the window's title shows the name.
   virtual void FrontChanged() = 0;
-  // Shows the caret's place, if its file is the one in front.
+  // Shows the position of the editor's caret, if its file is in front.
   virtual void ShowCaretOf(const CppEditor& editor) = 0;
-  // The first tab has come or the last one gone.
+  // The first tab has been opened, or the last tab has been closed.
   virtual void SetEditorCommandsEnabled(bool on) = 0;
   virtual void SetMacroRecording(bool on) = 0;
 
-  // A file has been opened by hand, or by a list.
+  // A file has been opened by the user, or by a list.
   virtual void FileOpened(const std::string& path) = 0;
-  // The project, or its session, is to be written.
+  // Writes the project, or its session.
   virtual void SaveProject() = 0;
   virtual void SaveSession() = 0;
   // Asks for a new file of the project, makes and opens it.
@@ -42,7 +41,8 @@ class EditorHost {
   // Completion and call tips.
   virtual Completion& CodeCompletion() = 0;
 
-  // Whether the value of what the mouse rests on is wanted now, and the request for it.
+  // The first says if the value of the expression under the mouse is wanted now; the second asks
+  // for it.
   virtual bool WantsValueTips() = 0;
   virtual void ShowValueTip(const std::string& expression) = 0;
 };

@@ -11,7 +11,7 @@ namespace {
 
 enum Column { cFileColumn, cLineColumn, cTextColumn };
 
-// They fit the window as it comes up first; the text has what a wider one leaves.
+// The widths fit the window at its first start; in a wider window the text column gets the rest.
 constexpr int cFileWidth = 160;
 constexpr int cLineWidth = 70;
 constexpr int cTextWidth = 480;

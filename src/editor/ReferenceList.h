@@ -11,7 +11,7 @@
 namespace zendry {
 
 // A page with a list of places in files. The selected row is the current place; going to a place
-// opens its file at its line. Text of tools is shown with its control bytes as marks.
+// opens its file at its line. In the text of tools, control bytes are shown as marks.
 class ReferenceList : public mavro::TabPage {
  public:
   // `newMark` is put beside the current place in its editor. `itsTabs` shows the places.
@@ -19,15 +19,15 @@ class ReferenceList : public mavro::TabPage {
 
   // Appends a place; `file` is relative to the project's folder.
   void AddRow(const std::string& file, int line, std::string_view message);
-  // Appends to the last row's text, of which no more is kept than anybody reads.
+  // Appends to the last row's text; the text is cut at a readable length.
   void AppendToLast(std::string_view message);
   void Clear();
   int RowCount() const { return list.rowCount; }
 
-  // Opens the current place; does nothing when there is no such file.
+  // Opens the current place; does nothing when the file does not exist.
   void ShowCurrent();
   void ShowFirst();
-  // The next and the previous row. At an end it beeps and stays.
+  // Go to the next or the previous row. At the end of the list they beep and stay.
   void GoNext();
   void GoPrev();
 
@@ -39,7 +39,7 @@ class ReferenceList : public mavro::TabPage {
 
   const EditorMark mark;
   EditTabs& tabs;
-  std::vector<std::string> files;  // of each row, as given: the list shows them marked
+  std::vector<std::string> files;  // of each row, as given: the list shows them with marks
 };
 
 }  // namespace zendry

@@ -4,18 +4,18 @@
 
 namespace zendry {
 
-// What a command can't act without.
+// The condition that a command needs.
 enum class Needs {
   cNothing,
   cTab,
   cSelection,
   cUndo,
   cRedo,
-  cMacro,  // that is not being recorded
+  cMacro,  // one that is not being recorded
   cProject,
   cProjectSource,  // in front
   cTabOrProject,
-  cErrors,  // in their list
+  cErrors,  // in the error list
   cRecentFiles,
   cRecentProjects,
   cHiddenLeftPanel,
@@ -23,7 +23,7 @@ enum class Needs {
   cCount
 };
 
-// Which of the needs are met.
+// The needs that are met.
 using MetNeeds = std::bitset<static_cast<size_t>(Needs::cCount)>;
 
 // The need of a command, by its id.

@@ -8,7 +8,7 @@ namespace zendry {
 
 namespace {
 
-// Rows of other lists in an order of their own.
+// Rows from other lists, in a different order.
 struct CtxMargActs : mavro::ActionList {
   CtxMargActs() {
     AddRow(theEditorActs.Find(cToggleBookmarkCommand));

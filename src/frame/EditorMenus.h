@@ -4,8 +4,8 @@
 
 namespace zendry {
 
-// The popup menus of an editor: of its text and of the margins beside it. Each is built at its
-// first use and serves all editors.
+// The popup menus of an editor: for its text and for the margins beside it. Each is built at its
+// first use and shared by all editors.
 mavro::ContextMenu& EditorTextMenu();
 mavro::ContextMenu& EditorMarginMenu();
 

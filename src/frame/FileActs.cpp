@@ -98,14 +98,14 @@ void FileActs::AskAndLoad() {
   if (!chosen.empty()) ReplaceProject(chosen.front());
 }
 
-// What waited in the queue may have closed the window or opened another project.
+// Waiting messages may have closed the window or opened another project.
 void FileActs::ReplaceProject(const std::string& path) {
   if (!CloseProject()) return;
   theMainForm->PumpMessages();
   if (theMainForm->state == mavro::cShown && !theProject.isOpen) LoadProject(path);
 }
 
-// The window says no word about a project that can't be read, but for its status line.
+// Only the status line reports a project that can't be read.
 void FileActs::LoadProject(const std::string& path) {
   const LoadResult result = theProject.Load(path);
   theMainForm->ShowActiveFile();

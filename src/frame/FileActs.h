@@ -8,24 +8,25 @@
 
 namespace zendry {
 
-// The commands of the menu "&File". What concerns an open file it hands on to the editor tabs.
+// The commands of the menu "&File". Commands on an open file go to the editor tabs.
 class FileActs : public CommandList {
  public:
   FileActs();
 
-  // The project in hand. Reading one that can't be read leaves it empty under its name.
+  // Loads the open project. A file that can't be read gives an empty project under its name.
   void LoadProject(const std::string& path);
-  // Closes the project in hand and loads another; does nothing when the user refuses to close.
+  // Closes the open project and loads another; does nothing when the user refuses to close.
   void ReplaceProject(const std::string& path);
-  // Opens each file as its command would: projects first, since one of them closes the open tabs.
-  // One that can't be opened doesn't stop the others. While a build runs none is.
+  // Opens each file as its command would: projects first, since one of them closes the open tabs. A
+  // file that can't be opened doesn't stop the others. During a build, no file is opened.
   void OpenFiles(std::vector<std::string> paths);
   void SaveProject();
-  // Writes what is open into the project's session file.
+  // Writes the list of open files into the project's session file.
   void SaveSession();
-  // False when the user refuses. What could not be kept is said in the status line.
+  // False when the user refuses. The status line reports settings or a session that could not be
+  // written.
   bool CloseProject();
-  // The same when the window closes, which then says it.
+  // The same when the window closes; then the window reports failures.
   bool CloseProjectForEnd();
 
   mavro::Action* actNew;

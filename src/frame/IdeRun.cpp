@@ -52,7 +52,7 @@ int RunIde(const mavro::ArgumentList& arguments) {
   mavro::theApplication.KeepOnEnd(KeepUnasked);
   form.Run(false);
   theIdeSession.Save(form.LastPlacement());
-  // No window is left to say it.
+  // No window is left to show the error.
   const std::string error = theIdeSession.TakeError();
   if (!error.empty()) std::fprintf(stderr, "zendry: %s\n", error.c_str());
   return 0;

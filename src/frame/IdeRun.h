@@ -4,9 +4,8 @@
 
 namespace zendry {
 
-// The program from its settings to its settings: reads them, shows the main window with the file
-// that the command line names, and writes them when the last window has gone. Answers the exit
-// code.
+// Runs the program: reads the settings, shows the main window with the file that the command line
+// names, and writes the settings after the last window has closed. Answers the exit code.
 int RunIde(const mavro::ArgumentList& arguments);
 
 }  // namespace zendry

@@ -133,7 +133,7 @@ void MainForm::InitPanels() {
 void MainForm::InitBottomPanel() {
   bottomTabs.dock = output.dock = mavro::Dock::cFill;
   bottomPanel.Add(&bottomTabs);
-  bottomPanel.Add(&paneBar);  // later than the tabs, on which it may lie
+  bottomPanel.Add(&paneBar);  // added after the tabs, because it may cover them
   bottomPanel.Add(&closeBottom);
   output.readOnly = true;
   output.monospaced = true;
@@ -158,8 +158,8 @@ void MainForm::InitBottomPanel() {
   hSplit.onResize.Add_H(this, &MainForm::OnSplitResized);
 }
 
-// The close button stands at the right-hand end of the bar. Where the tabs leave room beside them
-// the bar lies there, else above them.
+// The close button is at the right end of the bar. The bar is beside the tabs if there is room,
+// else above them.
 void MainForm::OnBottomResized(mavro::NotifyArgs&) {
   const int width = bottomPanel.width;
   const bool beside = width >= cTabsAndBarWidth;
@@ -171,8 +171,8 @@ void MainForm::OnBottomResized(mavro::NotifyArgs&) {
   if (!followsWindow && hSplit.height == splitHeight) bottomHeight = bottomPanel.height;
 }
 
-// What the window gains or loses is the editor's: the bottom pane keeps the height that it was
-// given by its bar, and gets it back once there is room again.
+// When the window's height changes, the editor's height changes with it. The bottom pane keeps the
+// height that the user gave it with its bar, and gets it back once there is room again.
 void MainForm::OnSplitResized(mavro::NotifyArgs&) {
   const bool isFirst = splitHeight == 0;
   splitHeight = hSplit.height;
@@ -200,13 +200,14 @@ void MainForm::OnCreated(mavro::NotifyArgs&) {
   SayWhatIsNotKept();
 }
 
-// Files opened before the window was up are there to be typed in at once.
+// Files opened before the window was shown are ready for typing at once.
 void MainForm::OnShown(mavro::NotifyArgs&) {
   if (const EditTab* tab = editTabs.Active()) focusControl = tab->editor.get();
 }
 
-// What an earlier run could not save comes first, so that it is what is opened. A project opens
-// before the sources, which may be its own; named last, it has what its session has in front.
+// Rescued projects of an earlier run are offered first, so that the saved state is the one that
+// opens. A project opens before the sources, which may belong to it. If the project is named last,
+// its session decides which file is in front.
 void MainForm::OpenStartupFiles() {
   const std::string rescued = OfferRescuedProjects();
   std::vector<StartupFile> files = std::exchange(startup, {});
@@ -234,7 +235,7 @@ void MainForm::OnDropFiles(mavro::FilesArgs& args) {
   theFileActs.OpenFiles(args.paths);
 }
 
-// Losing the activity tells nothing: it may go to a question that is just being asked.
+// Deactivation means nothing: the active window may be a message box of this program.
 void MainForm::OnActivated(mavro::NotifyArgs& args) {
   if (args.value == 0) return;
   if (state == mavro::cShown && mavro::activeForm == this) editTabs.CheckDisk();
@@ -245,7 +246,7 @@ void MainForm::SayWhatIsNotKept() {
   if (!error.empty()) SetStatus(ReasonFirst(error), "");
 }
 
-// A build has the project in hand: it is told to stop, and the window stays until it has.
+// A build uses the project: closing the window stops the build, and the window stays open.
 void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
   if (Builder::IsBuilding()) {
     theBuilder.RequestStop();
@@ -260,7 +261,7 @@ void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
   TakePlacement();
   theIdeSession.Save(placement);
   const std::string error = theIdeSession.TakeError();
-  if (!error.empty()) mavro::Information(error);  // no status line is left to say it
+  if (!error.empty()) mavro::Information(error);  // no status line is left to show it
 }
 
 // The bottom pane has the same height in a maximised window as in one of normal size.
@@ -298,7 +299,7 @@ void MainForm::ShowPart(mavro::Control& part, bool on) {
   part.visible = on;
   layoutPending = true;
   mavro::RunPendingLayout(this);
-  mavro::RunPendingLayout(part.parent);  // where it stands deeper in the window
+  mavro::RunPendingLayout(part.parent);  // if it is deeper in the window
   UpdateCommands();
   UpdateViewMarks();
 }

@@ -32,50 +32,49 @@ enum BottomPageIndex {
 // Panes of the status bar.
 enum StatusPane { cTextPane, cCaretPane, cNotePane, cEncodingPane };
 
-// Rows of the main tool bar that are spoken of by number. The first three of them show commands of
+// Rows of the main tool bar that code refers to by number. The first three of them show commands of
 // the build or, during a debug session, of the debugger.
 enum ToolRow { cModeRow = 14, cFirstRunRow = 15, cStopRow = 23, cLeftPanelRow = 30 };
 
-// The main window: holds every panel as a member, wires them to the command tables, and shows what
-// the core tells. What the panels do is theirs.
+// The main window: holds every panel as a member, connects the panels to the command tables, and
+// shows what the core reports. The panels do their work themselves.
 class MainForm : public mavro::Form, public Shell, private EditorHost {
  public:
-  // `newStartup` is opened once the windows exist, the last of them in front.
+  // The files in `newStartup` are opened once the windows exist; the last file is in front.
   explicit MainForm(std::vector<StartupFile> newStartup = {});
   ~MainForm() override;
 
   // Places the window and its horizontal splitter.
   void SetPlacement(const Placement& wanted);
-  // Where both were when the window closed.
+  // The placement of both when the window closed.
   const Placement& LastPlacement() const { return placement; }
 
   // Panels.
   void ClearPane(int index);
   void ShowPage(int index);
 
-  // Frame of the window.
-  // Ties the stop button to a command; a negative id disables it.
+  // The frame of the window. Ties the stop button to a command; a negative id disables it.
   void SetRunState(int id);
   void SetCaretInfo(int line, int column);
   void SetMacroRecording(bool on) override;
-  // Called by the editor tabs when the first tab comes and the last one goes.
+  // Called by the editor tabs when the first tab is opened and when the last one is closed.
   void SetEditorCommandsEnabled(bool on) override;
-  // Names the file in front in the caption and shows its caret.
+  // Shows the name of the file in front in the caption, and its caret position.
   void ShowActiveFile();
-  // Whether somebody handles the command and it has what it needs now.
+  // True if the command has a handler and its needs are met now.
   bool CanAct(const mavro::Action* action) const;
-  // Grays the commands that can't act now, in menus and tool bars, and offers the others.
+  // Grays the commands that can't act now, in menus and tool bars, and enables the others.
   void UpdateCommands();
   // The same in a menu that is about to be shown.
   void UpdateMenu(mavro::Menu& menu) const;
-  // Says in the status bar, once, which setting or session could not be read or written.
+  // Shows in the status bar, once, which settings or session could not be read or written.
   void SayWhatIsNotKept();
-  // Stores what a normal end stores, and copies of what is unsaved; asks nothing.
+  // Stores what a normal end stores, and copies of unsaved work; asks no question.
   void KeepUnasked();
-  // Shows a caret if its file is the one in front.
+  // Shows the position of the editor's caret if its file is in front.
   void ShowCaretOf(const CppEditor& editor) override;
 
-  // Group: what the core tells the window.
+  // Group: calls from the core to the window.
   void AppendOutput(std::string_view text) override;
   void ClearOutput() override;
   void AddErrorRow(const ErrorRow& row) override;
@@ -140,7 +139,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   ProjectTree projectTree;
 
  private:
-  // Group: what the editors ask of the window.
+  // Group: calls from the editors to the window.
   void Say(const std::string& text) override;
   void FrontChanged() override;
   void ShowWhyNoCopy(const std::string& reason) override;
@@ -190,15 +189,15 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   Placement placement;
   std::string whyNoCopy;  // the sentence in the status line; empty when there are copies
   bool isMacroRecording = false;
-  int splitHeight = 0;         // of hSplit as it was seen last
-  int bottomHeight = 0;        // that the bottom pane is to have
+  int splitHeight = 0;         // the last known height of hSplit
+  int bottomHeight = 0;        // the wanted height of the bottom pane
   bool followsWindow = false;  // the bar is being moved because the window's height has changed
   mavro::Action stopAction{"Stop", 0, 0, -2, 0, nullptr, nullptr};
   bool editorCommands = true;
   MetNeeds met;
 };
 
-// The one main window; null until it is made and after it is gone.
+// The one main window; null before it is created and after it is destroyed.
 extern MainForm* theMainForm;
 
 }  // namespace zendry

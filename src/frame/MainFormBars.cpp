@@ -34,7 +34,7 @@ constexpr int cBuildPictures[cRunRows] = {cCompilePicture, cMakePicture, cRebuil
 constexpr int cDebugIds[cRunRows] = {cStepOverCommand, cStepIntoCommand, cStepOutCommand};
 constexpr int cDebugPictures[cRunRows] = {cStepOverPicture, cStepIntoPicture, cStepOutPicture};
 
-// A button of the main tool bar; -1 as picture stands for a separator.
+// A button of the main tool bar; picture -1 means a separator.
 struct BarRow {
   mavro::Action* action = nullptr;
   int picture = -1;
@@ -71,7 +71,7 @@ void MainForm::InitMenus() {
   InitBarMenu();
 }
 
-// The bars' own menu shows what can be closed by a click.
+// The popup menu of the bars has the parts of the window that can be closed by a click.
 void MainForm::InitBarMenu() {
   barActs.SetTarget(this, &MainForm::OnView);
   barActs.Add(cShowLeftCommand, "Left Pane");

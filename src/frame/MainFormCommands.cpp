@@ -43,7 +43,7 @@ bool MainForm::CanAct(const mavro::Action* action) const {
   return IsHandled(action) && IsMet(met, NeedsOf(action->id));
 }
 
-// Comes with every key: most often there is nothing new.
+// Called at every key press: most often nothing has changed.
 void MainForm::UpdateCommands() {
   const MetNeeds now = NeedsMetNow();
   const bool isNew = now != met;
@@ -94,7 +94,7 @@ void MainForm::UpdateViewMarks() {
   }
 }
 
-// The key of the build arrives here when none of the commands on it can act.
+// The key of the build command arrives here when none of the key's commands can act.
 void MainForm::OnKeyPreview(mavro::NotifyArgs& args) {
   if (args.value != cKeyF7) return;
   SetStatus(theProject.isOpen ? "The file in front is no source of the project: it is not compiled"

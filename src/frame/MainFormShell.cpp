@@ -8,7 +8,7 @@
 #include "frame/NewFileDlg.h"
 #include "project/Project.h"
 
-// The main window as what the core and the editors speak to.
+// The main window: the interface for the core and the editors.
 
 namespace zendry {
 
@@ -71,7 +71,7 @@ void MainForm::SelectTreeRoot() {
   projectTree.SelectRoot();
 }
 
-// Long loads say where they are; more often than anybody can read it isn't painted.
+// Long loads report their progress; the line is not painted more often than it can be read.
 void MainForm::SetStatus(const std::string& status, const std::string& detail) {
   using Clock = std::chrono::steady_clock;
   constexpr auto cPaintEvery = std::chrono::milliseconds(100);
@@ -148,7 +148,7 @@ void MainForm::RemoveErrorMark() {
   editTabs.RemoveMark(cErrorMark);
 }
 
-// Of plain text there are no tags.
+// Plain text has no tags.
 std::vector<EditorText*> MainForm::OpenTexts() {
   std::vector<EditorText*> texts;
   for (int i = 0; i < editTabs.TabCount(); ++i) {
@@ -166,7 +166,7 @@ void MainForm::Say(const std::string& said) {
   SetStatus(said, "");
 }
 
-// The sentence may give way to others; the short note beside it stays.
+// Other messages may replace the sentence; the short note beside it stays.
 void MainForm::ShowWhyNoCopy(const std::string& reason) {
   const std::string sentence = reason.empty() ? "" : "Unsaved text has no copy: " + reason;
   if (sentence == whyNoCopy) return;

@@ -16,7 +16,7 @@ namespace zendry {
 
 namespace {
 
-// Writes a new file and shows it. A file that is there already is never written over.
+// Writes a new file and shows it. An existing file is never overwritten.
 bool MakeAndOpen(const std::string& path, const std::string& content, bool append) {
   if (mavro::FileExists(path)) {
     if (!mavro::Confirm("File:   " + path + "\n\nis there already!\tOpen it?")) return false;
@@ -97,7 +97,7 @@ void AskForNewFile() {
   const bool makesHeader = wish.kind != NewFileKind::cSourceOnly;
   if (makesHeader && !MakeAndOpen(base + ".h", "#pragma once\n\n", wish.append)) return;
   if (wish.kind == NewFileKind::cHeaderOnly) return;
-  // A source alone includes a header of its name too, which may be made later.
+  // A source alone also includes a header of its name, which may be created later.
   const std::string include = "#include \"" + BaseName(base) + ".h\"\n\n";
   if (!MakeAndOpen(base + ".cpp", include, wish.append)) return;
   if (wish.append) theFileActs.SaveProject();

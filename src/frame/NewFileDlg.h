@@ -5,10 +5,10 @@
 
 namespace zendry {
 
-// What is to be made of a new name.
+// The files to create for a new name.
 enum class NewFileKind { cModule = 0, cHeaderOnly = 1, cSourceOnly = 2 };
 
-// What the user has asked for.
+// The choices of the user.
 struct NewFileWish {
   std::string folder;
   std::string name;  // without an extension
@@ -16,14 +16,14 @@ struct NewFileWish {
   bool append = true;  // to the project
 };
 
-// Asks for folder, name and kind of a file that is to be made.
+// Asks for folder, name and kind of a new file.
 class NewFileDlg : public mavro::Form {
  public:
-  // `newWish` is what is shown first; it takes the answer when the dialog closes with OK.
+  // `newWish` has the initial values; it gets the user's choices when the dialog closes with OK.
   NewFileDlg(const std::string& title, NewFileWish& newWish);
 
  private:
-  // A text of the wish as a dialog field's source.
+  // A text of the wish as the data source of a dialog field.
   class TextSource final : public mavro::DataSource {
    public:
     explicit TextSource(std::string& itsText) : shown(itsText) {}
@@ -49,7 +49,8 @@ class NewFileDlg : public mavro::Form {
   mavro::DataLink pathLink, nameLink;
 };
 
-// Asks for a new file of the project, makes it, opens it and adds it, as the user wants.
+// Asks for a new file of the project, creates and opens it, and adds it to the project if the user
+// wants that.
 void AskForNewFile();
 
 }  // namespace zendry

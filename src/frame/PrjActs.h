@@ -18,9 +18,9 @@ class PrjActs : public CommandList {
 
   // Asks for files and adds those that the project doesn't have.
   void AddFiles();
-  // Takes the file selected in the tree out of the project; the file itself and its tab stay.
+  // Removes the file selected in the tree from the project; the file on the disk and its tab stay.
   void RemoveSelected();
-  // Writes "Makefile" beside the project file.
+  // Writes "Makefile" into the folder of the project file.
   void CreateMakefile();
 
  private:

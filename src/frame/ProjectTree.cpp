@@ -17,7 +17,7 @@ constexpr int cDeleteKey = 0x2E;
 
 // A path cut at its last slash.
 struct NodeName {
-  std::string folder;  // empty for none, also for a slash that begins the path
+  std::string folder;  // empty for none, or if the only slash begins the path
   std::string shown;
 };
 
@@ -40,7 +40,7 @@ int PictureOf(int type) {
   }
 }
 
-// The full path of a file of the project; empty for an id that is none.
+// The full path of a file of the project; empty if no file has this id.
 std::string PathOf(int id) {
   if (id == cResourceFileId) return theProject.GetFullPath(theProject.resourceFile);
   const int index = theProject.IndexOfFile(id);
@@ -55,7 +55,7 @@ ProjectTree::ProjectTree() {
   onKeyDown.Add_H(this, &ProjectTree::OnTreeKey);
 }
 
-// Roots come in the order of their first file.
+// The order of the roots is the order of their first files.
 mavro::TreeNode* ProjectTree::EnsureRoot(int type) {
   const auto ensure = [this](mavro::TreeNode*& root, const char* label) {
     if (!root) root = TreeView::AddNode(nullptr, label, cNoId, cFolderPicture);

@@ -6,15 +6,15 @@
 
 namespace zendry {
 
-// The files of the project below "Source Files", "Header Files" and "Resource File", those of a
-// folder below a node of its own. A file's node carries its id.
+// The files of the project below "Source Files", "Header Files" and "Resource File"; the files of a
+// subfolder have a node of their own there. A file's node has its id.
 class ProjectTree : public mavro::TreeView {
  public:
   ProjectTree();
 
-  // Adds a file by its path and FileKind; kinds that have no place in the tree are passed over.
+  // Adds a file by its path and FileKind; kinds without a place in the tree are ignored.
   void AddNode(const std::string& path, int id, int type);
-  // Takes a file's node away; no more than that.
+  // Removes only the node of a file.
   void RemoveFileNode(int id);
   void Clear();
   void SelectRoot();

@@ -6,8 +6,8 @@
 
 namespace zendry {
 
-// Lets the user choose from the files or projects used lately, by the id of the command that asks.
-// Answers the path; empty when cancelled.
+// Lets the user choose from the recent files or projects; `id` is the command that asks. Answers
+// the path; empty when cancelled.
 std::string ChooseRecent(const RecentList& recent, int id);
 
 }  // namespace zendry

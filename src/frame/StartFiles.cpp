@@ -12,7 +12,8 @@ namespace zendry {
 namespace {
 
 constexpr int cTick = 100;  // milliseconds
-// The window may come on the screen just before a tick: at the second one the loop has turned.
+// The window may appear on the screen just before a tick: by the second tick, the message loop has
+// run once.
 constexpr int cTicksToSettle = 2;
 
 std::string Sentence(const std::string& path) {
@@ -54,7 +55,7 @@ void StartFiles::Say(const std::vector<std::string>& paths) {
   shell.SetStatus(what + " left closed this time: see Output", "");
 }
 
-// A tick comes through the running loop; what is on the screen then has been painted.
+// A tick comes through the running message loop; by then the visible window has been painted.
 void StartFiles::OnTimer(mavro::NotifyArgs&) {
   if (!form.IsOnScreen() || ++quietTicks < cTicksToSettle) return;
   timer.Stop();

@@ -10,27 +10,27 @@
 
 namespace zendry {
 
-// Stands guard over the files that open by themselves: what the command line names, and what a
-// session holds. One that the program did not get past the last time is left closed this time, and
-// said; it stays in the session.
+// Guards the files that open without a question: those of the command line and those of a session.
+// If the program ended while it opened a file the last time, that file is left closed this time,
+// and the user is told; the file stays in the session.
 class StartFiles : public mavro::object {
  public:
   // `itsForm` and `itsShell` are the window that the files are shown in; they outlive this.
   StartFiles(mavro::Form& itsForm, Shell& itsShell);
 
-  // Asked before a file, or a project, is touched. When the answer is no it is left closed.
+  // Must be called before a file or a project is opened. False: leave it closed.
   bool MayOpen(const std::string& path, int line);
-  // All are loaded: says which were left closed.
+  // Call it when all files are loaded: reports the files that were left closed.
   void AllLoaded();
-  // The file in front is what has to be painted now.
+  // From now on, guards the file in front, which is to be painted next.
   void WatchShown();
 
-  // Puts files left closed where they stood among the open ones.
+  // Inserts the files left closed at their places among the open files.
   void AddLeftClosed(std::vector<OpenFile>& files) const;
-  // A file has been opened after all, or nothing of the session is wanted any longer.
+  // Opened: a file has been opened after all. ForgetAll: the session is no longer wanted.
   void Opened(const std::string& path);
   void ForgetAll() { leftClosed.clear(); }
-  // The program ends for another reason than a file that it doesn't get past.
+  // The program ends for a reason other than a file being opened.
   void EndsByItself() { marks.Clear(); }
 
  private:

@@ -12,13 +12,13 @@ struct StartupFile {
   friend bool operator==(const StartupFile&, const StartupFile&) = default;
 };
 
-// The arguments with a known extension, in their order, normalised where that can be. All others
-// are passed over without a word, options included; so are projects that another one follows, since
-// one can be open.
+// The arguments with a known extension, in their order, normalised if possible. All other
+// arguments, including options, are silently ignored. Of several projects only the last one counts,
+// since only one can be open.
 std::vector<StartupFile> FindStartupFiles(const std::vector<std::string>& arguments);
 
-// What the program answers on the terminal instead of opening a window: to "--help" or "--version"
-// as the only argument. Empty for all else.
+// The text that the program prints to the terminal instead of opening a window, if "--help" or
+// "--version" is the only argument. Empty for all other arguments.
 std::string TerminalAnswer(const std::vector<std::string>& arguments);
 
 }  // namespace zendry

@@ -13,7 +13,7 @@ namespace {
 constexpr int cBarHeight = 0x16;
 constexpr int cClassesPage = 1;
 
-// What the rows before the last one send, by page.
+// The commands of the rows before the last one, for each page.
 constexpr int cProjectIds[] = {cProjectOptionsCommand, cAddFileCommand, cRemoveFileCommand};
 constexpr int cBrowserIds[] = {1111, 1109, 1110};
 
@@ -40,7 +40,7 @@ mavro::Action* ToolPanel::ActionOf(int row) const {
                                             : thePrjActs.Find(cProjectIds[row]);
 }
 
-// The window tells what can act, once it exists.
+// The window decides which commands can act, once it exists.
 bool ToolPanel::IsOffered(const mavro::Action* action) const {
   return theMainForm ? theMainForm->CanAct(action) : IsHandled(action);
 }

@@ -6,17 +6,16 @@
 
 namespace zendry {
 
-// The small bar above the left tabs. What its buttons do depends on the page that is shown: on
-// "Project" they act on the project, on "Classes" on the class browser; the last one closes the
-// panel.
+// The small bar above the left tabs. Its buttons depend on the visible page: on "Project" they act
+// on the project, on "Classes" on the class browser. The last button closes the panel.
 class ToolPanel : public mavro::Panel {
  public:
   enum Row { cMainRow, cAddRow, cRemoveRow, cCloseRow };
 
-  // The tabs whose page decides; not owned.
+  // `newTabs` are the tabs whose visible page decides; not owned.
   explicit ToolPanel(mavro::TabCtrl& newTabs);
 
-  // Offers what the page shown can do.
+  // Enables the buttons that can act on the visible page.
   void UpdateButtons();
 
   mavro::ToolBar bar;

@@ -18,7 +18,7 @@ const std::vector<std::string>& ExtensionsFor(int kind) {
   return kind == cHeader ? sources : none;
 }
 
-// With its trailing slash.
+// The folder of a path, with its trailing slash.
 }  // namespace
 
 std::string FindCounterpart(const std::string& path, const Project& project) {

@@ -9,7 +9,7 @@ Project theProject;
 
 namespace {
 
-// For as long as nobody listens.
+// The shell of a project that has no other: it does nothing.
 Shell& MuteShell() {
   static QuietShell shell;
   return shell;

@@ -18,15 +18,15 @@ namespace zendry {
 class EditorText;
 class Shell;
 
-// What a project builds; the number is what its file stores. A file may hold any other number,
-// which stands for cOther.
+// The kind of output that a project builds. The project file stores the number. Any other number in
+// a file means cOther.
 enum ProjectType { cConsole, cFormApplication, cApiApplication, cStaticLib, cDynamicLib, cOther };
 enum BuildMode { cRelease = 0, cDebug = 1 };
 
 // Id of the resource file's tree node. No ProjectFile has it.
 constexpr int32_t cResourceFileId = 0x1000;
 
-// What every project is compiled and linked with, behind its own switches.
+// Switches for compiling and linking that every project gets after its own.
 constexpr char cBasicIncludes[] = "-I@/libs/basic";
 constexpr char cBasicLibs[] = "-L@/libs";
 
@@ -43,38 +43,38 @@ struct ProjectFile {
 
   const int32_t id;
   const int32_t type;      // FileKind
-  const std::string name;  // absolute path, forward slashes, normalised where that can be
-  TagData tags;            // what it declares and includes
+  const std::string name;  // absolute path, forward slashes, normalised if possible
+  TagData tags;            // its declarations and includes
 };
 
 // The one project of the running program: its file, files, options and output names, and the
-// project file format with extension "zpj". Reports to a Shell, which must outlive it; without one
-// it is mute.
+// project file format with extension "zpj". Reports to a Shell, which must outlive it; without a
+// Shell it reports nothing.
 //
 // Names from outside (project files, dialogs, the command line) may hold a "/../" that can't be
-// taken out. They are kept as they are; the system still finds such a file.
+// removed. They are kept as they are; the system still finds such a file.
 class Project : public mavro::object {
  public:
   Project();
   ~Project() override;
 
   void SetShell(Shell* newShell);
-  // Folder of the running program with its trailing slash, where "Defs/" is looked for.
+  // Sets the folder of the running program, with a trailing slash. "Defs/" is looked for in it.
   void SetInstallFolder(const std::string& folder);
 
-  // Life of a project. Nothing may be unsaved when it is loaded.
+  // Life of a project. Before a load, all changes must be saved.
   void Init(const std::string& path, int newType);
-  // Opens a project. A relative path is taken from the current folder. A file that can't be read,
-  // or that holds a value too long to be read, leaves an empty project under its name. What is
-  // wrong with its session is noted in theIdeSession.
+  // Opens a project. A relative path is taken from the current folder. If the file can't be read,
+  // or holds a value that is too long, the result is an empty project under its name. Problems with
+  // its session are noted in theIdeSession.
   LoadResult Load(const std::string& path);
   // Writes the project file. Shows a dialog when the project has no name or `saveAs`. False when
-  // that is cancelled, when the format can't hold a value (which a message names) or when writing
-  // fails (which the status line says); then the old file is whole and `modified` stays. Asks
-  // before it replaces a file that isn't the one last read or written here.
+  // the user cancels, when the format can't hold a value (a message names it) or when writing fails
+  // (the status line says so); then the old file is intact and `modified` stays. Asks before it
+  // replaces any file content that this project did not itself read or write last.
   bool Save(bool saveAs);
-  // Writes the session, closes the tabs, offers to save; false when the user refuses or when what
-  // was to be saved couldn't be. No session is written for a project that couldn't be read.
+  // Writes the session, closes the tabs, offers to save. False when the user refuses or when saving
+  // fails. A project that couldn't be read gets no session file.
   bool Close();
   // Writes the session, unless the project has none or is just being loaded; a failure is noted in
   // theIdeSession.
@@ -82,40 +82,43 @@ class Project : public mavro::object {
   // Empties the project. `modified`, `implicit`, `libSet`, `outName`, the options of both modes
   // and the program parameters stay.
   void Clear();
-  // Makes an implicit project of one C or C++ source; other files are passed over.
+  // Makes an implicit project of one C or C++ source; ignores other files.
   void OpenSingleFile(const std::string& path);
   // Writes a Makefile, "Makefile" beside the project file when `path` is empty. Asks before it
-  // replaces one that was not made here, or that somebody has changed since.
+  // replaces a Makefile that this program did not write, or that was changed since.
   mavro::SaveResult ExportMakefile(const std::string& path) const;
 
-  // Files. Neither of the first two touches `modified`: their callers do.
+  // Files. AddFile and RemoveFile leave `modified` alone: their callers set it.
 
   // Adds a file by its name relative to the project's folder or its full name. A resource script
   // becomes the resource file, of which there is only one.
   void AddFile(const std::string& path);
-  // Takes out the file with this id, or the resource file, and its tree node. False without one.
+  // Removes the file with this id, or the resource file, and its tree node. False if there is no
+  // such file.
   bool RemoveFile(int32_t id);
   // The source and header files in the order added.
   const std::vector<std::unique_ptr<ProjectFile>>& Files() const { return files; }
-  // The first file of this name, else the first that the name leads to by links or as another name
-  // of it; null when there is none. It is valid until the file is removed.
+  // The first file of this name; else the first file that the name refers to through links or as
+  // another name of the same file. Null when there is none. Valid until the file is removed.
   ProjectFile* FindFile(std::string_view fullName) const;
-  // Whether a path names the file that a module was read from.
+  // True if a path names the file that a module was read from.
   bool IsFileOf(const std::string& path, const TagData& module) const;
   // Position in Files(), -1 when absent.
   int IndexOfFile(int32_t id) const;
-  // Full path of the project file that an include names; empty when it is none of the project's.
+  // Full path of the project's file that an include names; empty when the project has no such file.
   std::string ResolveInclude(const std::string& includeName) const;
 
   // Tags.
 
-  // Replaces the tags of a module, unless `parse` is off: by those of an editor's text, which then
-  // counts as parsed. Without an editor the open one of the module's file is taken, else the file.
+  // Parses a module and replaces its tags, unless `parse` is off. The text is that of `editor`,
+  // which then counts as parsed. If `editor` is null, the text is that of the module's open editor,
+  // else of its file.
   void parseModule(TagData& module, EditorText* editor);
-  // Parses the open editors whose text has changed since, or with `editor` only that one.
+  // Parses the open editors whose text has changed since they were parsed; if `editor` is given,
+  // only that one.
   void parseOpenEditors(EditorText* editor);
-  // The tags of a file; those of one that the project doesn't have share one store, the
-  // scratchModule, which takes its name.
+  // The tags of a file. All files outside the project share one store, the scratchModule, which
+  // takes the file's name.
   TagData& ModuleOf(const std::string& path);
   // Reads the reference libraries that the project uses into `tags`, once per run.
   void LoadReferences();
@@ -128,12 +131,12 @@ class Project : public mavro::object {
   void SetCaption(const std::string& text);
   std::string GetFullPath(const std::string& path) const;
   std::string GetFullPath(const std::string& path, std::string_view extension) const;
-  // The path as seen from the project's folder, the case of letters ignored.
+  // The path relative to the project's folder; ignores the case of letters.
   std::string MakeRelative(const std::string& path) const;
-  // MakeRelative where that leads back to the very same file, else the path as it is: the form in
-  // which files and sessions store names, and tools are given them.
+  // MakeRelative if its result leads back to the same file, else the path as it is. Project files,
+  // sessions and the command lines of tools use this form.
   std::string RelativeIfSame(const std::string& path) const;
-  // Where the session is kept; empty when the project's name leaves no name for it.
+  // The path of the session file; empty when none can be made from the project's name.
   std::string SessionPath() const;
   BuildOptions& GroupOptions() { return *current; }
 
@@ -159,13 +162,13 @@ class Project : public mavro::object {
   BuildOptions* current = nullptr;  // debugOptions in debug mode, else releaseOptions
   BuildOptions debugOptions;
   BuildOptions releaseOptions;
-  std::string programParams;  // carried by the project file for the debugger
+  std::string programParams;  // stored in the project file for the debugger
   TagData tags;               // of the reference libraries
-  TagData scratchModule;      // of an open file that is none of the project's
-  bool storesTags = true;     // false in tools, which need no more than the includes
+  TagData scratchModule;      // of an open file outside the project
+  bool storesTags = true;     // false in tools, which need only the includes
 
  private:
-  // Files by name; of equal names the first one added. The keys lie in the files.
+  // Files by name; for equal names, the file that was added first. The keys point into the files.
   using NameIndex = std::unordered_map<std::string_view, ProjectFile*>;
 
   void AddResourceFile(const std::string& path);
@@ -184,13 +187,13 @@ class Project : public mavro::object {
   Shell* shell;
   std::string installFolder;
   std::vector<std::unique_ptr<ProjectFile>> files;
-  std::string knownText;    // content of the project file as last read whole or written
+  std::string knownText;    // content of the project file when last read whole or written
   bool couldBeRead = true;  // false after a Load without a file
   bool isLoading = false;   // the session has not been restored yet
   mutable bool indexed = true;
   mutable NameIndex byName;
   mutable NameIndex byBaseName;
-  // By their names without links; filled when a name is asked for that is none of the files'.
+  // Files by their names without links. Filled when a name is looked up that no file has.
   mutable std::unordered_map<std::string, ProjectFile*> byRealName;
 };
 

@@ -47,7 +47,7 @@ void ProjectWriter::Tag(int depth, std::string_view element, const Attributes& a
   tag.set(attributes.name, attributes.opt, attributes.p, attributes.value, attributes.id);
   tag.write(out.text);
   if (!out.unwritable.empty() || tag.ReadsBack()) return;
-  // No line has two values of text.
+  // No line has more than one text value.
   out.unwritable = tag.n + tag.o + tag.p + tag.v;
 }
 
@@ -180,7 +180,7 @@ void ProjectReader::ReadFileName(const std::string& path) {
   project.AddFile(path);
 }
 
-// Form projects of old ask for optimisation by size, which they don't stand.
+// Old form projects ask for optimisation by size, which breaks them.
 void ProjectReader::ReadCompileSwitches(const std::string& switches) {
   Group().comp = switches;
   const size_t bySize = switches.find("-Os");

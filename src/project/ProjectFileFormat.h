@@ -7,9 +7,9 @@ namespace zendry {
 
 class Project;
 
-// The text of a project file, and the first value in it that the format can't hold: one with double
-// quotes in the wrong places, or of more than some five hundred characters. `unwritable` is empty
-// when everything is read again as it was.
+// The text of a project file, and the first value that the format can't hold: it has double quotes
+// in the wrong places, or more than about five hundred characters. `unwritable` is empty when a
+// reader gets all values back unchanged.
 struct ProjectText {
   std::string text;
   std::string unwritable;
@@ -17,17 +17,16 @@ struct ProjectText {
 
 ProjectText WriteProjectText(const Project& project);
 
-// What was found when reading.
+// The result of reading a project file.
 struct ProjectReading {
   bool hasElements = false;
   bool isComplete = false;  // the end of the last part was there
-  std::string tooLong;      // words on a value that is too long; nothing has been read then
+  std::string tooLong;      // describes a value that is too long; then nothing was read
 };
 
-// Reads a project file's text into a project that has been initialised. Elements and attributes
-// without a meaning are passed over. A text with a value that is too long is not read at all:
-// without that value it would be another project. A further resource file brings up one message,
-// however many there are.
+// Reads a project file's text into a project that has been initialised. Ignores unknown elements
+// and attributes. A text with a value that is too long is not read at all: without that value it
+// would be a different project. If there is more than one resource file, one message says so.
 ProjectReading ReadProjectText(std::string_view text, Project& project);
 
 }  // namespace zendry

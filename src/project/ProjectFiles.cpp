@@ -20,7 +20,7 @@ std::string_view BaseOf(const ProjectFile& file) {
   return name.substr(name.size() - BaseName(name).size());
 }
 
-// Absolute and without links; empty for what isn't there.
+// The absolute path without links; empty if there is no such file.
 std::string RealName(const std::string& path) {
   const std::unique_ptr<char, void (*)(void*)> real(realpath(path.c_str(), nullptr), std::free);
   return real ? real.get() : "";
@@ -82,7 +82,8 @@ int Project::IndexOfFile(int32_t id) const {
   return found == files.end() ? -1 : static_cast<int>(found - files.begin());
 }
 
-// Group: the index. It answers as a walk through the files from the first on would.
+// Group: the index. Its answers are the same as those of a search through the files from the first
+// on.
 
 void Project::AddToIndex(ProjectFile* file) const {
   byName.try_emplace(file->name, file);
@@ -113,8 +114,8 @@ ProjectFile* Project::FindFile(std::string_view fullName) const {
   return file || !IsAbsolutePath(fullName) ? file : FindByWhatItNames(std::string(fullName));
 }
 
-// A name without links doesn't change when a file is saved, so it can be remembered; a second name
-// of the same file on the disk has to be looked for.
+// A name without links doesn't change when a file is saved, so it is remembered. A second name of
+// the same file has to be looked up on the disk.
 ProjectFile* Project::FindByWhatItNames(const std::string& path) const {
   const std::string real = RealName(path);
   if (real.empty()) return nullptr;
@@ -137,7 +138,8 @@ bool Project::IsFileOf(const std::string& path, const TagData& module) const {
   return file && &file->tags == &module;
 }
 
-// Of names that are no file's on the disk there may be thousands: they are not asked about there.
+// There may be thousands of include names that no file of the project has: the disk is not asked
+// about them.
 std::string Project::ResolveInclude(const std::string& includeName) const {
   if (const ProjectFile* file = FindByName(TidyPath(GetFullPath(includeName)))) return file->name;
   const auto found = byBaseName.find(includeName);

@@ -19,7 +19,7 @@ namespace {
 
 constexpr size_t cMaxShown = 200;
 
-// A full path without "/../", unless a link on the way makes that another file.
+// A full path without "/../", unless the path without it leads to another file because of a link.
 std::string FullProjectPath(const std::string& path) {
   std::string full = AbsolutePath(path);
   std::string tidy = TidyPath(full);
@@ -74,8 +74,8 @@ std::string Project::ChooseSavePath() const {
   return chosen.empty() ? "" : chosen.front();
 }
 
-// What stands in a file that wasn't read whole, or that somebody else has written since, would be
-// lost.
+// Asks before content is lost: the file may not have been read whole, or another program may have
+// written it since.
 bool Project::MayReplace(const std::string& path) const {
   const std::optional<std::string> text = mavro::ReadFileText(path);
   const bool nothingLost = text ? text->empty() || *text == knownText : !mavro::FileExists(path);

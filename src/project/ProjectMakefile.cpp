@@ -18,7 +18,7 @@ namespace {
 constexpr char cMarkStart[] = "# Made by Zendry, which replaces it as long as nobody changes it: ";
 constexpr size_t cMarkDigits = 16;
 
-// A path as it may stand among the switches of a rule, which the shell reads.
+// A path in the form that it needs among the switches of a rule, which the shell reads.
 std::string ShellPath(std::string_view path) {
   std::string quoted;
   bool isPlain = true;
@@ -31,7 +31,7 @@ std::string ShellPath(std::string_view path) {
   return isPlain ? quoted : '"' + quoted + '"';
 }
 
-// The switches with the installation's folder in the place of each "@".
+// The switches with each "@" replaced by the installation's folder.
 std::string Switches(std::string_view text) {
   std::string root = InstallRoot(theIdeConfig.appDir);
   if (root.ends_with('/')) root.pop_back();
@@ -59,7 +59,7 @@ std::string Head(const Project& project) {
          Line("LINKFLAGS", {link, Switches(cBasicLibs), project.linkLibs});
 }
 
-// The last line of a Makefile of ours. It tells whether somebody has changed what stands before it.
+// The last line of a Makefile that this program writes. It shows if the text before it was changed.
 std::string MarkOf(std::string_view text) {
   char digits[cMarkDigits + 1];
   std::snprintf(digits, sizeof digits, "%016" PRIx64, TextMark(text));
@@ -99,8 +99,7 @@ std::string MakefileText(const Project& project) {
   return text + MarkOf(text);
 }
 
-// A Makefile that somebody has written or changed by hand isn't replaced without a question, nor is
-// one that can't be looked at.
+// Asks before it replaces a Makefile that was written or changed by hand, or that can't be read.
 bool MayReplaceMakefile(const std::string& path) {
   const std::optional<std::string> text = mavro::ReadFileText(path);
   const bool nothingLost = text ? text->empty() || IsOurs(*text) : !IsTaken(path);

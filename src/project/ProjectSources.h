@@ -10,7 +10,7 @@ namespace zendry {
 class Project;
 class FilesShell;
 
-// The tags of a project and of the open editors, as completion and lookups walk them.
+// The tags of a project and of the open editors, for completion and lookups.
 class ProjectSources : public CodeSources {
  public:
   // Both must outlive it.
@@ -32,8 +32,8 @@ class ProjectSources : public CodeSources {
 
   Project& project;
   FilesShell& files;
-  mutable std::vector<TagData*> modules;      // what Modules() answered last
-  std::map<std::string, ReadFile> readFiles;  // a few that TextOf() has read, by their paths
+  mutable std::vector<TagData*> modules;      // the last result of Modules()
+  std::map<std::string, ReadFile> readFiles;  // files that TextOf() has read, by path; only a few
 };
 
 }  // namespace zendry

@@ -8,14 +8,13 @@
 #include "tags/EditorReader.h"
 #include "tags/TagParser.h"
 
-// The tags of a project: of its files, of open editors and of the reference
-// libraries.
+// The tags of a project: those of its files, of open editors and of the reference libraries.
 
 namespace zendry {
 
 namespace {
 
-// How much of an editor's text is read for its includes while somebody types.
+// How much of an editor's text is read for its includes while the user types.
 constexpr int cMostTypedText = 1 << 20;
 
 std::string TextOf(const EditorText& editor, int length) {
@@ -28,15 +27,15 @@ bool IsLarge(const EditorText& editor) {
   return editor.Length() > cMostTypedText;
 }
 
-// What is built depends on every include of a file, be it too long for its tags.
+// Builds depend on every include of a file, even if the file is too long for tags.
 void CompleteIncludes(TagData& module, const EditorText* editor) {
   const std::optional<std::string> text =
       editor ? TextOf(*editor, editor->Length()) : mavro::ReadFileText(module.fileName);
   if (text) module.includes = ScanIncludes(*text);
 }
 
-// The same at a cost that doesn't grow with the text: behind its first part what was known before
-// stays, until the file is saved.
+// The same at a cost that doesn't grow with the text: only its first part is read. The known
+// includes after that part stay until the file is saved.
 void RefreshIncludes(TagData& module, const EditorText& editor, std::vector<IncludeRec> known) {
   if (!IsLarge(editor)) return CompleteIncludes(module, &editor);
   module.includes = ScanIncludes(TextOf(editor, cMostTypedText));
@@ -49,7 +48,7 @@ void RefreshIncludes(TagData& module, const EditorText& editor, std::vector<Incl
   }
 }
 
-// Has the parser log to the project's shell for as long as it lives.
+// While it lives, the parser logs to the project's shell.
 class ParserLog {
  public:
   explicit ParserLog(OutputShell& shell) { theTagParser.shell = &shell; }
@@ -60,7 +59,7 @@ class ParserLog {
 
 }  // namespace
 
-// A file of no language that the parser knows has neither tags nor includes.
+// A file in a language that the parser doesn't know has no tags and no includes.
 void Project::ReadTags(ProjectFile& file) {
   shell->SetStatus("parse", file.name);
   bool isHeader = false;
@@ -103,7 +102,7 @@ void Project::parseOpenEditors(EditorText* editor) {
   if (!editor) editors = shell->OpenTexts();
   bool anyParsed = false;
   for (EditorText* open : editors) {
-    // Who builds the project asks for its files' includes.
+    // Builds need the includes of the project's files.
     const bool isSavedWhole = editor && IsLarge(*open) && FindFile(open->Path());
     if (open->parsed && !isSavedWhole) continue;
     TraceMessage("Parse", open->Path());

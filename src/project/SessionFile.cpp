@@ -79,7 +79,7 @@ std::string SessionText(const SessionState& state) {
   return text;
 }
 
-// An empty file is what a full disk leaves where nobody looks; there is nothing to keep in it.
+// A full disk can leave an empty file; it holds nothing to keep.
 SessionReading ReadSessionText(std::string_view text) {
   SessionReading reading;
   const FittingTags tags = PassOverTooLong(text);

@@ -12,7 +12,7 @@ namespace zendry {
 
 class Project;
 
-// What a session file is made from.
+// The content of a session file.
 struct SessionState {
   int mode = 0;                 // 0 release, 1 debug
   std::vector<OpenFile> files;  // paths as stored
@@ -32,21 +32,21 @@ struct SessionStep {
 // The text of a session file. A path that the format can't hold is left out.
 std::string SessionText(const SessionState& state);
 
-// The steps that a session file stands for; what means nothing is passed over.
+// The steps that a session file describes. Unknown elements are ignored.
 struct SessionReading {
   std::vector<SessionStep> steps;
-  std::string damage;  // what can't have been written here, in words; empty when all is sound
+  std::string damage;  // what this program can't have written; empty if there is nothing
 };
 SessionReading ReadSessionText(std::string_view text);
 
-// Restores build mode, open files and active file. Files that are gone are passed over, as is a
-// missing session. A damaged one is a doubt: what can be read of it is restored.
+// Restores build mode, open files and active file. Skips files that no longer exist; a missing
+// session does nothing. A damaged session is a doubt: its readable part is restored.
 LoadResult LoadSession(const std::string& path, Project& project, FilesShell& shell);
 
-// Writes the session, unless the file holds it already. A damaged one is kept beside it with ".bad"
-// appended to its name; one that can't be read stays as it is. A link in the place of either is not
-// followed: a project from elsewhere must not choose which file of the user's is overwritten. An
-// empty path writes nothing.
+// Writes the session, unless the file holds it already. A damaged file is kept in the same folder,
+// with ".bad" appended to its name. A file that can't be read stays as it is. If either path is a
+// link, the link is not followed: a project from elsewhere must not choose which of the user's
+// files is overwritten. An empty path writes nothing.
 mavro::SaveResult SaveSession(const std::string& path, const Project& project, FilesShell& shell);
 
 }  // namespace zendry

@@ -24,7 +24,8 @@ constexpr size_t cSignalStack = 0x40000;
 
 volatile sig_atomic_t rescuing = 0;
 
-// Each of the two may be what fails; the second must not wait for the first again.
+// Each of the two rescues may itself fail and lead here again; then neither is started a second
+// time.
 void RescueNow() {
   if (rescuing) return;
   rescuing = 1;
@@ -32,8 +33,8 @@ void RescueNow() {
   KeepRescueCopy(theProject);
 }
 
-// Memory may be broken and locks be held: whatever hangs ends by the alarm, whatever fails again by
-// the signal's default.
+// Memory may be damaged and locks may be held: if the rescue hangs, the alarm ends the program; if
+// it fails again, the signal's default does.
 void OnEndingSignal(int number) {
   for (const int ending : cEndingSignals) signal(ending, SIG_DFL);
   signal(SIGALRM, SIG_DFL);
@@ -43,7 +44,7 @@ void OnEndingSignal(int number) {
 }
 
 void CatchEndingSignals() {
-  static char stack[cSignalStack];  // of its own: the other one may have run over
+  static char stack[cSignalStack];  // of its own: the main stack may have overflowed
   stack_t alternate = {};
   alternate.ss_sp = stack;
   alternate.ss_size = sizeof stack;

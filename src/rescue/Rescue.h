@@ -9,22 +9,21 @@ namespace zendry {
 
 class Project;
 
-// Writes a changed project into the rescue folder; takes this program's copy away when nothing is
-// unsaved. A project that has no file of its own yet has nothing to lose.
+// Writes a changed project into the rescue folder; removes this program's copy when nothing is
+// unsaved. A project that has no file of its own yet gets no copy: it has nothing to lose.
 void KeepRescueCopy(const Project& project);
-// Takes this program's copy away.
+// Removes this program's copy.
 void DropRescueCopy();
 
-// The changed projects of programs that have ended without a word.
+// The changed projects of runs of the program that have ended unexpectedly.
 std::vector<RescueCopy> FindRescuedProjects();
-// Asks about each of them: Yes saves it where it belongs,
-// No throws it away, Cancel leaves it for the next time. Answers the path of the last one saved;
-// empty for none.
+// Asks about each of them: Yes saves it under its own path, No deletes the copy, Cancel keeps the
+// copy for the next start. Answers the path of the last project saved; empty for none.
 std::string OfferRescuedProjects();
 
-// Has the project in hand and the open texts rescued when a precondition breaks or a signal ends
-// the program, but for SIGKILL. Three seconds are given; then the program ends whatever is still
-// being written, and it always ends of what it would have ended of.
+// From now on, rescues the open project and the open texts when a precondition breaks or a signal
+// other than SIGKILL ends the program. The rescue has three seconds; then the program ends, even
+// during a write. It always ends by its original cause.
 void RescueOnLastWords();
 
 }  // namespace zendry

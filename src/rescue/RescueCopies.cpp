@@ -26,14 +26,14 @@ std::string StepsOf(const std::string& file) {
   return std::string(file).append(cSteps);
 }
 
-// The copy first: steps alone are nothing that could be offered.
+// Removes the copy first: steps without a copy are never offered.
 void Remove(const std::string& file) {
   unlink(file.c_str());
   unlink(StepsOf(file).c_str());
 }
 
-// When a process was started, in the system's ticks; 0 when that can't be told. Makes no use of the
-// heap: it may be asked when the program is about to end.
+// The time when a process was started, in the system's ticks; 0 when it is unknown. Doesn't use the
+// heap: it may be called while the program is about to end.
 uint64_t StartOf(pid_t process) {
   constexpr int cFieldsBefore = 20;  // between the name's end and the start
   char path[32], text[1024];
@@ -48,13 +48,13 @@ uint64_t StartOf(pid_t process) {
   return TakeNumber<uint64_t>(rest).value_or(0);
 }
 
-// A process can have the number of one that has ended: in a container they often have the same.
+// A process can have the number of one that has ended: in a container that is common.
 bool IsAlive(pid_t process, uint64_t start) {
   const bool exists = kill(process, 0) == 0 || errno == EPERM;
   return exists && (start == 0 || StartOf(process) == start);
 }
 
-// What the names of this process's copies have behind the kind.
+// The part of the names of this process's copies after the kind.
 std::string OwnName() {
   static pid_t process = 0;
   static uint64_t start = 0;
@@ -138,7 +138,7 @@ std::vector<RescueCopy> RescueCopies::OfTheDead() const {
     if (isSteps) name.resize(name.size() - cSteps.size());
     if (!IsOfTheDead(name)) continue;
     if (isSteps) {
-      // A program that ended while it dropped the copy has left them.
+      // The process ended while it dropped the copy, and left the steps.
       if (!mavro::FileExists(folder + "/" + name)) Remove(folder + "/" + name);
       continue;
     }

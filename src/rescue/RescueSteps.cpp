@@ -9,13 +9,14 @@ namespace zendry {
 
 namespace {
 
-// Bytes between two changes that are cheaper to write than to begin a span of their own.
+// With at most this many bytes between two changes, writing those bytes is cheaper than beginning a
+// new span.
 constexpr size_t cNear = 16;
 
-// What stands before the changes of a step, in this machine's byte order: the rescue folder stays
-// on it.
+// The head of a step, before its changes. It is in this machine's byte order: the rescue folder
+// stays on the machine.
 struct StepHead {
-  uint64_t checksum = 0;  // of all that follows it
+  uint64_t checksum = 0;  // of all bytes after it
   uint64_t copy = 0;
   uint64_t number = 0;
   uint64_t lengthAfter = 0;
@@ -32,7 +33,7 @@ void AppendBytes(std::string& to, const T& value) {
   to.append(reinterpret_cast<const char*>(&value), sizeof value);
 }
 
-// Takes a value off the front of `from`; nothing when it is too short.
+// Takes a value from the front of `from`; nothing when `from` is too short.
 template <class T>
 std::optional<T> TakeBytes(std::string_view& from) {
   T value;
@@ -54,7 +55,7 @@ struct Change {
   std::string_view added;
 };
 
-// The changes of a step to a text of `length` bytes; nothing when one of them can't be.
+// The changes of a step to a text of `length` bytes; nothing when one of them is impossible.
 std::optional<std::vector<Change>> ReadChanges(std::string_view changes, size_t& length) {
   std::vector<Change> read;
   while (!changes.empty()) {
@@ -68,14 +69,15 @@ std::optional<std::vector<Change>> ReadChanges(std::string_view changes, size_t&
   return read;
 }
 
-// A text as a row of pieces of others, so that a change costs as much as there are pieces.
+// A text as a row of pieces of other texts, so that the cost of a change grows with the number of
+// pieces.
 class PieceRow {
  public:
   explicit PieceRow(std::string_view text) : length(text.size()) { pieces.push_back(text); }
 
   size_t Length() const { return length; }
 
-  // The text must have such bytes.
+  // The text must have the bytes that the change removes.
   void Apply(const Change& change) {
     const auto first = static_cast<ptrdiff_t>(SplitAt(change.start));
     const auto last = static_cast<ptrdiff_t>(SplitAt(change.start + change.removed));
@@ -92,7 +94,7 @@ class PieceRow {
   }
 
  private:
-  // The index of the piece that begins at a byte, which is made for it.
+  // Splits a piece so that one begins at `position`; answers the index of that piece.
   size_t SplitAt(size_t position) {
     size_t index = 0;
     for (; index < pieces.size() && position >= pieces[index].size(); ++index)
@@ -108,8 +110,8 @@ class PieceRow {
   size_t length;
 };
 
-// The changes of the step in front of `steps`, which is taken off; nothing when it is not whole or
-// not the one that is next.
+// Takes the first step from `steps` and answers its changes; nothing when the step is incomplete or
+// not the next one.
 std::optional<std::string_view> TakeStep(std::string_view& steps, uint64_t copy, uint64_t number,
                                          size_t& lengthAfter) {
   const std::string_view whole = steps;
@@ -170,7 +172,7 @@ void TextChanges::Close(const TextPieces& text) {
               ChangeHead{static_cast<uint32_t>(spanStart), static_cast<uint32_t>(spanRemoved),
                          static_cast<uint32_t>(spanLength)});
   text.AppendPiece(spanStart, spanStart + spanLength, closed);
-  if (closed.size() != needed) Stop();  // a change that was announced has not come
+  if (closed.size() != needed) Stop();  // an announced change was not made
 }
 
 std::string_view TextChanges::Take(const TextPieces& text) {

@@ -7,39 +7,39 @@
 
 namespace zendry {
 
-// A text of bytes that can be read in pieces.
+// A text in bytes that can be read in pieces.
 class TextPieces {
  public:
   virtual ~TextPieces() = default;
   virtual size_t PieceLength() const = 0;  // of the whole text
-  // Puts the bytes from `start` up to `end` behind `to`.
+  // Appends the bytes from `start` up to `end` to `to`.
   virtual void AppendPiece(size_t start, size_t end, std::string& to) const = 0;
 };
 
-// Collects what becomes of a text, at a cost that grows with the changes and not with the text:
-// changes close to each other are one span, whose bytes are read once, when a change elsewhere
-// begins or the collection is taken. It is told of each change before it happens.
+// Collects the changes of a text. The cost grows with the changes and not with the text: changes
+// close to each other are one span. The bytes of a span are read once, when a change elsewhere
+// begins or when the changes are taken. Add must be called before each change.
 class TextChanges {
  public:
-  // A change costs this much beside its bytes.
+  // The bytes that a change needs in addition to its text.
   static constexpr size_t cOverhead = 3 * sizeof(uint32_t);
 
-  // Begins with a text of `length` bytes. When the changes, as they are written, need more than
-  // `newMostBytes`, or are more than `newMostCount`, they are given up.
+  // Begins with a text of `length` bytes. When the changes need more than `newMostBytes` in written
+  // form, or there are more than `newMostCount` of them, the collection is given up.
   void Begin(size_t length, size_t newMostBytes, size_t newMostCount);
   void Stop();
 
-  // At `start`, `removed` bytes are about to give way to `added` others. `text` is as it was before
-  // that.
+  // At `start`, `removed` bytes are about to be replaced by `added` other bytes. `text` is still in
+  // its old state.
   void Add(size_t start, size_t removed, size_t added, const TextPieces& text);
 
-  // Closes the span and answers all changes as ApplySteps reads them. The answer lives until the
-  // next call of any other member.
+  // Closes the span and answers all changes in the form that ApplySteps reads. The answer is valid
+  // until the next call of any other member.
   std::string_view Take(const TextPieces& text);
-  // What was taken is written: forgets it.
+  // Forgets the changes that were taken; call it after they are written.
   void Forget();
 
-  // Whether the changes lead to a text of this length; false also when they were given up.
+  // True if the changes result in a text of this length; false also when they were given up.
   bool LeadTo(size_t length) const { return collects && knownLength == length; }
 
  private:
@@ -55,13 +55,13 @@ class TextChanges {
   size_t spanStart = 0, spanRemoved = 0, spanLength = 0;
 };
 
-// Changes as a step of a file: it names the copy that it belongs to and its place among the steps,
-// counted from 1, and has a checksum, so that a torn one is known. `lengthAfter` is that of the
-// text.
+// Makes a step for a file of steps from changes. A step has the name of its copy, its number among
+// the steps, counted from 1, and a checksum, which shows if it was written only in part.
+// `lengthAfter` is the length of the text after the step.
 std::string MakeStep(uint64_t copy, uint64_t number, size_t lengthAfter, std::string_view changes);
 
-// The text of a copy after the steps behind it. The first that is torn, damaged, of another copy or
-// impossible ends them: what stands before it is kept.
+// The text of a copy with its steps applied. It stops at the first step that is incomplete,
+// damaged, of another copy or impossible; the steps before it count.
 std::string ApplySteps(std::string text, uint64_t copy, std::string_view steps);
 
 }  // namespace zendry

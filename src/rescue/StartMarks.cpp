@@ -16,8 +16,9 @@ const RescueCopies cCopies("start");
 constexpr int cMark = 1;  // a program has one
 
 // Not synced: a mark must outlive the program, not the machine. A power cut says nothing about the
-// file that was being opened, and a disk's write for each file would be felt at the start. For the
-// same reason the old mark is written over: file systems flush a file that was emptied before.
+// file that was being opened, and a disk write for each file would slow down the start. For the
+// same reason the old mark is overwritten and not emptied first: file systems flush a file that was
+// emptied and rewritten.
 void Write(const std::string& bytes) {
   const std::string file = cCopies.FileOf(cMark);
   if (file.empty()) return;
@@ -30,7 +31,7 @@ void Write(const std::string& bytes) {
   if (!isWhole) unlink(file.c_str());
 }
 
-// The files that a mark names: one that was being opened, and those left closed before it.
+// The files that a mark names: the file that was being opened, and the files left closed before it.
 std::vector<std::string> NamesIn(const RescueCopy& mark) {
   std::vector<std::string> names = {mark.path};
   for (std::string_view rest = mark.content; !rest.empty();) {
@@ -47,8 +48,8 @@ bool Holds(const std::vector<std::string>& names, const std::string& name) {
 
 }  // namespace
 
-// A mark that can't be taken away doesn't count: it would keep its file closed for ever. The other
-// files of one that can be are doubtful as well: this start may meet them yet.
+// A mark that can't be removed doesn't count: it would keep its file closed for ever. If a mark can
+// be removed, its other files are doubtful as well: this start may open them later.
 bool StartMarks::TakeFromTheDead(const std::string& path) {
   if (!dead) dead = cCopies.OfTheDead();
   std::erase_if(*dead, [&](const RescueCopy& mark) {

@@ -8,10 +8,11 @@
 
 namespace zendry {
 
-// Knows which files programs before this one did not get past. Before a file is opened that nobody
-// has just asked for, its path is left in the rescue folder, in a file named after this process;
-// what is still there when the process has ended is what it ended over. Several programs at once
-// don't disturb each other. In a folder that can't be written files are opened without this.
+// Knows the files that ended earlier runs of the program while they were opened. Before the program
+// opens a file that the user has not just asked for, it writes the file's path to a mark: a file in
+// the rescue folder, named after this process. If the mark is still there after the process has
+// ended, that file ended it. Several running programs don't disturb each other. If the folder can't
+// be written, files are opened without marks.
 class StartMarks {
  public:
   StartMarks() = default;
@@ -19,13 +20,13 @@ class StartMarks {
   StartMarks(const StartMarks&) = delete;
   StartMarks& operator=(const StartMarks&) = delete;
 
-  // Marks a file and answers true; or takes away the mark that an ended program has left on it and
-  // answers false: it is to be left closed this time. Should this program come no further either,
-  // its own mark tells the next one of both.
+  // Marks a file and answers true. If an ended process has left a mark on the file, removes that
+  // mark and answers false: the file is to be left closed this time. If this process ends at a
+  // later file, its own mark names both files for the next start.
   bool Begin(const std::string& path);
-  // From now on it is this file that may not be got past; empty for none.
+  // From now on, this is the file that may end the program; empty for none.
   void Watch(const std::string& path);
-  // All that was begun has been got past, or the program ends as it should.
+  // Removes the mark: all files are open, or the program ends normally.
   void Clear();
 
  private:

@@ -14,8 +14,8 @@ namespace {
 const RescueCopies cCopies("text");
 int lastNumber = 0;
 
-// Behind a copy stand at most this many changes, and at most this many bytes or a part of the text;
-// then a new copy is written.
+// A copy has at most this many changes in its steps, and at most this many bytes or a part of the
+// text; after that a new copy is written.
 constexpr size_t cMostChanges = 8000;
 constexpr size_t cLeastStepBytes = 64 * 1024;
 constexpr size_t cStepPart = 4;
@@ -32,7 +32,7 @@ uint64_t RandomName() {
 }
 
 // --- The content of a copy: the mark, the name by which steps know it, the facts, NUL, the text. A
-// content without the mark is text alone.
+// content without the mark is only text.
 
 constexpr std::string_view cFactsMark = "zendry-text-1 ";
 
@@ -51,7 +51,7 @@ std::string FormatFacts(uint64_t name, const TextFacts& facts) {
   return line;
 }
 
-// Takes a number and the blank behind it off the front of `line`; false, with `value` as it was,
+// Takes a number and the blank after it from the front of `line`. False, with `value` unchanged,
 // when there is none.
 template <class T>
 bool TakeField(std::string_view& line, T& value) {
@@ -119,7 +119,8 @@ void TextRescue::Tick(Clock::time_point now) {
   if (bytesBehind > 0 && now - behindSince >= cLongestBehind) KeepDue(now);
 }
 
-// What fails waits as long again: a full disk must not stop the typing every second.
+// A failed copy is tried again after the full wait: a full disk must not interrupt the typing every
+// second.
 void TextRescue::KeepDue(Clock::time_point now) {
   if (!KeepNow()) behindSince = now;
 }
@@ -132,8 +133,8 @@ bool TextRescue::KeepNow() {
   return isKept;
 }
 
-// False when a step can't do: there is no copy, or another one than was written; it has another
-// path or other facts; there is more than steps should hold.
+// False when a step is not enough: there is no copy, the copy has changed since it was written, it
+// has another path or other facts, or the changes are more than steps should hold.
 bool TextRescue::KeepStep() {
   const size_t length = source.PieceLength();
   const std::string_view taken = changes.Take(source);
@@ -149,7 +150,7 @@ bool TextRescue::KeepStep() {
   return true;
 }
 
-// The old copy and its steps are good until the new one has taken its place.
+// The old copy and its steps stay valid until the new copy has replaced it.
 mavro::SaveResult TextRescue::WriteCopy(int asNumber, uint64_t name) const {
   const size_t length = source.PieceLength();
   std::string content = FormatFacts(name, source.RescueFacts());

@@ -11,15 +11,15 @@
 
 namespace zendry {
 
-// What belongs to a text beside its bytes and its path.
+// The properties of a text other than its bytes and its path.
 struct TextFacts {
-  int encoding = 0;     // a TextEncoding: what makes a file's bytes of the text
-  std::string oddByte;  // of UTF-16, behind the text
+  int encoding = 0;     // a TextEncoding: converts the text to a file's bytes
+  std::string oddByte;  // of UTF-16, after the text
   DiskStamp disk;       // the state of the file that the text was made from
   friend bool operator==(const TextFacts&, const TextFacts&) = default;
 };
 
-// An open file whose text may be unsaved. The pieces are those of the text as the editor holds it.
+// An open file whose text may be unsaved. The pieces are from the text in the editor.
 class RescueSource : public TextPieces {
  public:
   virtual std::string RescuePath() const = 0;  // empty for a file without a name
@@ -27,9 +27,9 @@ class RescueSource : public TextPieces {
 };
 
 // Keeps a copy of one open file's unsaved text in the rescue folder, never more than 200 bytes of
-// typing or 5 seconds behind. A file that is closed has nothing left to rescue: with the object
-// goes the copy. What it is told costs nothing until a copy is due; then the first time the text is
-// written, and from there on what has changed, as long as that is less than a part of the text.
+// typing or 5 seconds old. A closed file has nothing left to rescue: the destructor removes the
+// copy. A change costs nothing until a copy is due. The first copy is the whole text; after that,
+// only the changes are written, as long as they are smaller than a certain part of the text.
 class TextRescue {
  public:
   using Clock = std::chrono::steady_clock;
@@ -42,29 +42,31 @@ class TextRescue {
   TextRescue(const TextRescue&) = delete;
   TextRescue& operator=(const TextRescue&) = delete;
 
-  // At `start`, `removed` bytes are about to give way to `added` others. Must be told of each
-  // change of the text but those that Drop follows.
+  // At `start`, `removed` bytes are about to be replaced by `added` other bytes. Must be called
+  // before each change of the text, except before changes that Drop follows.
   void WillChange(long start, long removed, long added);
-  // The text is about to change, nobody knows how: the next copy is a whole one.
+  // The text is about to change in an unknown way: the next copy is a whole one.
   void LoseTrack() { changes.Stop(); }
-  // That many bytes were put in or taken out just now.
+  // This many bytes have just been inserted or removed.
   void Changed(int bytes, Clock::time_point now);
-  // Writes what has waited long enough; called now and then.
+  // Writes the copy if it is due; called regularly.
   void Tick(Clock::time_point now);
-  // Why there is no copy of what is unsaved, although one was due; empty as long as all is well.
+  // Why the unsaved text has no copy, although one was due; empty as long as there is no error.
   const std::string& WhyNone() const { return whyNone; }
-  // Writes what is not in the copy yet; false when that fails, and then it is tried again later.
+  // Writes the changes that are not in the copy yet. False when that fails; then it is tried again
+  // later.
   bool KeepNow();
-  // The file on disk holds the text, or the user does not want it.
+  // Removes the copy: the file on disk holds the text, or the user does not want it.
   void Drop();
-  // Leaves a copy of the text beside, which is about to be replaced by what the file holds now: it
-  // stays as long as undoing can bring the text back. False when there is no such copy.
+  // Keeps an extra copy of the text, which is about to be replaced by the content of the file. The
+  // copy stays as long as undo can bring the text back. False when the copy can't be written.
   bool LeaveReplaced();
-  // What was left so is wanted no longer.
+  // Removes the extra copies.
   void DropReplaced();
 
-  // Writes all open files that are behind, when the program is about to end against its will: whole
-  // texts, because what has been collected may be half done; where there is no room, a step.
+  // Writes the copies of all open files that are out of date, when a failure is about to end the
+  // program. Writes whole texts, because the collected changes may be incomplete; where there is no
+  // room, a step.
   static void KeepAll();
 
  private:
@@ -77,7 +79,7 @@ class TextRescue {
   const int number;
   int bytesBehind = 0;
   Clock::time_point behindSince;
-  // The copy in the rescue folder, and the steps behind it.
+  // The copy in the rescue folder, and its steps.
   uint64_t copyName = 0;
   std::string copyPath;
   TextFacts copyFacts;
@@ -86,15 +88,15 @@ class TextRescue {
   uint64_t steps = 0;
   size_t stepBytes = 0;
   std::string whyNone;
-  std::vector<int> replaced;  // numbers of the copies left beside
+  std::vector<int> replaced;  // numbers of the extra copies
 };
 
-// A text that was left behind, whole.
+// A whole text that an ended program has left in the rescue folder.
 struct RescuedText : RescueCopy {
   TextFacts facts;
 };
 
-// The texts of programs that have ended without a word.
+// The texts of runs of the program that have ended unexpectedly.
 std::vector<RescuedText> FindRescuedTexts();
 
 }  // namespace zendry
