@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "base/Paths.h"
 #include "build/BuildActs.h"
 #include "config/IdeSession.h"
@@ -13,6 +15,24 @@ namespace {
 bool IsProjectSource(const std::string& path) {
   const int kind = FileKind(path);
   return (kind == cCppSource || kind == cCSource) && theProject.FindFile(path);
+}
+
+// The same, called with every key press: a name that the project doesn't have is looked up on the
+// disk, so the last answer is kept as long as path and project stay the same.
+bool IsProjectSourceNow(const std::string& path) {
+  struct Asked {
+    std::string path, folder, project;
+    int lastFileId = 0;
+    size_t files = 0;
+    bool operator==(const Asked&) const = default;
+  };
+  static Asked asked;
+  static bool answer = false;
+  Asked now = {path, theProject.folder, theProject.name, theProject.lastFileId,
+               theProject.Files().size()};
+  if (now == asked) return answer;
+  asked = std::move(now);
+  return answer = IsProjectSource(path);
 }
 
 }  // namespace
@@ -35,7 +55,7 @@ MetNeeds MainForm::NeedsMetNow() {
   set(Needs::cUndo, editor.Send(mavro::SCI_CANUNDO));
   set(Needs::cRedo, editor.Send(mavro::SCI_CANREDO));
   set(Needs::cMacro, !editor.inMacroRecord && !editor.macro.empty());
-  set(Needs::cProjectSource, theProject.isOpen && IsProjectSource(editor.fileName));
+  set(Needs::cProjectSource, theProject.isOpen && IsProjectSourceNow(editor.fileName));
   return now;
 }
 
