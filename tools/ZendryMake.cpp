@@ -11,6 +11,7 @@
 #include "base/Paths.h"
 #include "base/QuietShell.h"
 #include "build/Builder.h"
+#include "build/ToolEnvironment.h"
 #include "config/IdeConfig.h"
 #include "config/IdeSession.h"
 #include "project/Project.h"
@@ -151,8 +152,7 @@ int Run(const Options& options) {
   shell.PrintRows();
   const bool isPrinted = std::fflush(stdout) == 0 && !std::ferror(stdout);
   if (!isPrinted) Say("standard output can't be written");
-  const bool isBuilt = theBuilder.errorCount == 0 && theBuilder.FailedTools() == 0;
-  return isBuilt && isPrinted && !stopSignal ? cBuilt : cNotBuilt;
+  return theBuilder.HasSucceeded() && isPrinted && !stopSignal ? cBuilt : cNotBuilt;
 }
 
 }  // namespace

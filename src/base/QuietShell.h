@@ -15,7 +15,7 @@ class QuietShell : public Shell {
   void AppendToLastErrorRow(std::string_view) override {}
   void ClearErrorRows() override {}
   int ErrorRowCount() override { return 0; }
-  void ShowFirstError() override {}
+  void ShowErrorRow(int) override {}
   void GoToNextError() override {}
   void GoToPreviousError() override {}
   void RemoveErrorMark() override {}

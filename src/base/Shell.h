@@ -46,7 +46,7 @@ class ErrorShell {
   virtual void AppendToLastErrorRow(std::string_view text) = 0;
   virtual void ClearErrorRows() = 0;
   virtual int ErrorRowCount() = 0;
-  virtual void ShowFirstError() = 0;
+  virtual void ShowErrorRow(int row) = 0;  // does nothing if there is no such row
   virtual void GoToNextError() = 0;
   virtual void GoToPreviousError() = 0;
   // Removes the mark of the current row from the text.

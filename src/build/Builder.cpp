@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
@@ -14,6 +15,7 @@
 #include "SystemDialogs.h"
 #include "base/Paths.h"
 #include "base/Shell.h"
+#include "build/ToolEnvironment.h"
 #include "config/IdeConfig.h"
 #include "project/Project.h"
 
@@ -44,6 +46,12 @@ void DeleteFile(const std::string& path) {
   if (lstat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode)) unlink(path.c_str());
 }
 
+std::string WhyNotCompiled(const std::string& path, const ProjectFile* file) {
+  if (path.empty()) return "Nothing compiled: no file is open";
+  return "Nothing compiled: " + BaseName(path) +
+         (file ? " is neither C nor C++" : " is not in the project");
+}
+
 // The name of the tool that a command line starts, for messages.
 std::string ToolName(const std::string& line) {
   const std::vector<std::string> arguments = mavro::SplitCommandLine(line);
@@ -53,10 +61,6 @@ std::string ToolName(const std::string& line) {
 }  // namespace
 
 Builder theBuilder;
-
-void ClearCompilerEnvironment() {
-  for (const char* name : {"LIBRARY_PATH", "CPLUS_INCLUDE_PATH", "C_INCLUDE_PATH"}) unsetenv(name);
-}
 
 void Builder::Bind(Project& newProject, Shell& newShell) {
   project = &newProject;
@@ -69,8 +73,10 @@ void Builder::CompileCurrent() {
     const BuildInProgress guard;
     const bool ready = PrepareBuild(ErrorMark::cRemoved);
     shell->SaveChangedFiles();
-    const ProjectFile* file = project->FindFile(shell->ActiveFile());
+    const std::string path = shell->ActiveFile();
+    const ProjectFile* file = project->FindFile(path);
     if (ready && EnterProjectFolder() && file) CompileFile(*file, Scope::cAll);
+    if (!file || !IsSource(*file)) whyNothing = WhyNotCompiled(path, file);
   }
   Summary();
 }
@@ -82,9 +88,13 @@ void Builder::Make(Scope scope) {
 }
 
 bool Builder::PrepareBuild(ErrorMark mark) {
-  warningCount = errorCount = failedTools = 0;
+  warningCount = errorCount = failedRuns = rowCount = 0;
+  firstErrorRow = -1;
   compileLines = {};
-  abortRequested = useFrameworkRes = false;
+  whyNothing.clear();
+  for (const auto& file : project->Files()) NoteUnusualName(SourceName(*file));
+  abortRequested = useFrameworkRes = wasStopped = false;
+  runner.environment = ToolEnvironment(std::getenv("LC_ALL"));
   times = {};
   check.reset();
   const ProjectFlags flags = ComposeFlags(*project, theIdeConfig);
@@ -100,6 +110,12 @@ bool Builder::PrepareBuild(ErrorMark mark) {
   shell->SetStopCommand(cStopCommand);
   if (mark == ErrorMark::cRemoved) shell->RemoveErrorMark();
   return ready;
+}
+
+// A compiler prints a source's name as it stands in its command line.
+void Builder::NoteUnusualName(const std::string& name) {
+  const bool isUnusual = name.find(':') != std::string::npos || name.starts_with(' ');
+  if (isUnusual) compileLines.unusualNames.push_back(name);
 }
 
 bool Builder::EnsureOutputFolder() {
@@ -131,10 +147,11 @@ bool Builder::Build(Scope scope) {
     const Outcome outcome = CompileFiles(scope);
     if (outcome != Outcome::cDone) return outcome == Outcome::cStopped;
     CompileResources(scope);
-    result = MakeOutput();
+    result = failedRuns == 0 && MakeOutput();
+    NameWhatIsNotBuilt();
   }
   LogMessage(*shell, "Build time [s]:", std::to_string(std::time(nullptr) - start));
-  return result;
+  return result && Errors() == 0;
 }
 
 // The list is walked by index, because messages handled between two files may change it.
@@ -147,7 +164,7 @@ Builder::Outcome Builder::CompileFiles(Scope scope) {
     shell->PumpMessages();
     if (!project->isOpen || project->folder != folder) abortRequested = true;
     if (!abortRequested) continue;
-    LogMessage(*shell, "Build stopped", "");
+    wasStopped = true;
     return Outcome::cStopped;
   }
   return Outcome::cDone;
@@ -193,6 +210,7 @@ bool Builder::CompileFile(const ProjectFile& file, Scope scope) {
   LogMessage(*shell, line, "");
   RunTool({.line = line,
            .folder = "",
+           .subject = file.name,
            .reader = &Builder::CompilerLine,
            .product = object,
            .keepsProductOfFailure = false});
@@ -214,6 +232,7 @@ bool Builder::BuildSingle(const ProjectFile& file, Scope scope) {
   LogMessage(*shell, "Building", line);
   RunTool({.line = line,
            .folder = "",
+           .subject = file.name,
            .reader = &Builder::CompilerLine,
            .product = program,
            .keepsProductOfFailure = true});
@@ -243,6 +262,7 @@ bool Builder::CompileResource(const std::string& script, Scope scope) {
   LogMessage(*shell, "Compiling resource", line);
   RunTool({.line = line,
            .folder = "",
+           .subject = script,
            .reader = &Builder::EchoOnly,
            .product = object,
            .keepsProductOfFailure = false});
@@ -252,7 +272,7 @@ bool Builder::CompileResource(const std::string& script, Scope scope) {
 bool Builder::Link() {
   const ObjectList objects = CollectObjects();
   if (!objects.staleness.stale) return true;
-  if (WouldOverwriteSource(outFile)) return false;
+  if (WouldOverwriteInput(outFile)) return false;
   Observe(outFile, objects.staleness);
   const bool addsFrameworkRes = useFrameworkRes && !theIdeConfig.windres.empty();
   const std::string line = LinkLine({
@@ -266,6 +286,7 @@ bool Builder::Link() {
   shell->ShowBottomPage(BottomPage::cError);
   RunTool({.line = line,
            .folder = outDirName,
+           .subject = outFile,
            .reader = &Builder::LinkerLine,
            .product = outDirName + "/" + outFile,
            .keepsProductOfFailure = true});
@@ -276,7 +297,7 @@ bool Builder::Archive() {
   const ObjectList objects = CollectObjects();
   if (!objects.staleness.stale) return true;
   const std::string target = project->MakeRelative(project->target);
-  if (WouldOverwriteSource(target)) return false;
+  if (WouldOverwriteInput(target)) return false;
   Observe(target, objects.staleness);
   const std::string line = ArchiveLine(
       {.tool = ToolOf(theIdeConfig.ar), .target = target, .objects = objects.arguments});
@@ -288,6 +309,7 @@ bool Builder::Archive() {
   shell->ShowBottomPage(BottomPage::cError);
   RunTool({.line = line,
            .folder = "",
+           .subject = target,
            .reader = &Builder::ArchiverLine,
            .product = project->outputFolder + "/" + target,
            .keepsProductOfFailure = true});
@@ -312,23 +334,43 @@ Builder::ObjectList Builder::CollectObjects() {
 }
 
 // An output name with "../" in it can name a file of the project itself.
-bool Builder::WouldOverwriteSource(const std::string& output) {
-  const std::string path = IsAbsolutePath(output) ? output : project->outputFolder + "/" + output;
-  if (!project->FindFile(TidyPath(path))) return false;
-  Refuse(output, "the output would overwrite a file of the project");
-  return true;
+bool Builder::WouldOverwriteInput(const std::string& output) {
+  const std::string path =
+      TidyPath(IsAbsolutePath(output) ? output : project->outputFolder + "/" + output);
+  const bool isInput = project->FindFile(path) || path == project->GetFullPath(project->name) ||
+                       path == project->SessionPath() ||
+                       path == TidyPath(project->GetFullPath(project->resourceFile));
+  if (isInput) Refuse(output, "the output would overwrite a file of the project");
+  return isInput;
+}
+
+// Nobody should wait for a program that this build doesn't make.
+void Builder::NameWhatIsNotBuilt() {
+  std::string names;
+  for (const auto& file : project->Files())
+    if (file->type == cUnknownKind) names += (names.empty() ? "" : ", ") + SourceName(*file);
+  if (!names.empty()) LogMessage(*shell, "Not compiled", names);
+  if (project->type == cDynamicLib || project->type == cOther)
+    LogMessage(*shell, "Not linked", "projects of this type are only compiled");
 }
 
 void Builder::Summary() {
   shell->SetStopCommand(-1);
-  const std::string text = std::string(errorCount == 0 ? "Build succeeded" : "There ware errors!") +
-                           "  errors: " + std::to_string(errorCount) +
+  if (Errors() == 0 && !whyNothing.empty()) {
+    shell->SetStatus(whyNothing, "");
+    if (rowCount > 0) shell->ShowBottomPage(BottomPage::cError);
+    return LogMessage(*shell, whyNothing, "");
+  }
+  const char* result = Errors() != 0 ? "There ware errors!"
+                       : wasStopped  ? "Build stopped"
+                                     : "Build succeeded";
+  const std::string text = std::string(result) + "  errors: " + std::to_string(Errors()) +
                            "  warnings: " + std::to_string(warningCount);
   shell->SetStatus(text, "");
-  if (errorCount == 0) return LogMessage(*shell, text, "");
+  if (Errors() == 0) return LogMessage(*shell, text, "");
   mavro::Information(text);
   shell->ShowBottomPage(BottomPage::cError);
-  shell->ShowFirstError();
+  shell->ShowErrorRow(std::max(firstErrorRow, 0));
 }
 
 void Builder::ClearOutput() {
@@ -393,7 +435,10 @@ void Builder::RunTool(const ToolRun& run) {
     return Refuse(folder, Because("it can't be written"));
   runner.SetOutput([this, reader = run.reader](const std::string& line) { TakeLine(reader, line); },
                    run.folder);
+  current = {.errorsBefore = errorCount, .rowsBefore = rowCount};
   const bool started = runner.Execute(run.line, mavro::SpawnConsole::Mode::cBlocking);
+  if (const std::string held = TakeHeldNotes(compileLines); !held.empty() && rowCount > 0)
+    shell->AppendToLastErrorRow(held);
   LogMessage(*shell, "", "");
   times.Forget(run.product);
   if (!started || runner.exitCode != 0) NoteFailure(run, started);
@@ -402,34 +447,60 @@ void Builder::RunTool(const ToolRun& run) {
 // A tool that failed may leave a file that is cut off and newer than its sources: the next build
 // would take it for a good one.
 void Builder::NoteFailure(const ToolRun& run, bool started) {
-  ++failedTools;
-  if (!started) return;
   const std::string tool = ToolName(run.line);
+  if (!started) return CountFailedRun(run, tool + " can't be started");
   if (runner.exitSignal != 0) {
     DeleteFile(run.product);
-    return Refuse(run.product, tool + " was ended by signal " + std::to_string(runner.exitSignal) +
+    return Refuse(run.subject, tool + " was ended by signal " + std::to_string(runner.exitSignal) +
                                    ", what it wrote is deleted");
   }
   if (!run.keepsProductOfFailure) DeleteFile(run.product);
-  shell->AppendOutput(tool + " ended with status " + std::to_string(runner.exitCode) + "\r\n");
+  const std::string what = tool + " ended with status " + std::to_string(runner.exitCode);
+  shell->AppendOutput(what + "\r\n");
+  CountFailedRun(run, current.lastLine.empty() ? what : what + ": " + current.lastLine);
+}
+
+void Builder::CountFailedRun(const ToolRun& run, const std::string& what) {
+  if (errorCount != current.errorsBefore) return;
+  ++failedRuns;
+  int row = current.firstPlainRow >= 0 ? current.firstPlainRow : current.rowsBefore;
+  if (rowCount == current.rowsBefore) AddRow({run.subject, 0, " -> " + what});
+  if (firstErrorRow < 0) firstErrorRow = row;
 }
 
 void Builder::TakeLine(LineReader reader, const std::string& line) {
   shell->AppendOutput(line + "\r\n");
+  if (line.find_first_not_of(" \t\r") != std::string::npos) current.lastLine = line;
   const LineMeaning meaning = (this->*reader)(line);
   if (meaning.severity == LineMeaning::cError) ++errorCount;
   if (meaning.severity == LineMeaning::cWarning) ++warningCount;
-  if (meaning.kind == LineMeaning::cNewRow) AddRow(meaning.row);
+  if (meaning.kind == LineMeaning::cNewRow) AddRow(meaning.row, meaning.severity);
   if (meaning.kind == LineMeaning::cAppendToLastRow) shell->AppendToLastErrorRow(meaning.row.text);
 }
 
-void Builder::AddRow(const ErrorRow& row) {
+// With debug information the linker knows the source: such a row leads there.
+LineMeaning Builder::LinkerLine(const std::string& line) {
+  LineMeaning meaning = ReadLinkLine(line);
+  const LinePlace place = PlaceInLinkLine(line);
+  if (meaning.kind != LineMeaning::cNewRow || place.file.empty()) return meaning;
+  const std::string file(place.file);
+  if (!mavro::FileExists(project->GetFullPath(file))) return meaning;
+  meaning.row.file = file;
+  meaning.row.line = place.line;
+  return meaning;
+}
+
+void Builder::AddRow(const ErrorRow& row, LineMeaning::Severity severity) {
+  if (severity == LineMeaning::cError && firstErrorRow < 0) firstErrorRow = rowCount;
+  if (severity == LineMeaning::cPlain && current.firstPlainRow < 0)
+    current.firstPlainRow = rowCount;
+  ++rowCount;
   shell->AddErrorRow({project->MakeRelative(row.file), row.line, row.text});
 }
 
 void Builder::Refuse(const std::string& file, const std::string& why) {
   ++errorCount;
-  AddRow({file, 0, " -> " + why});
+  AddRow({file, 0, " -> " + why}, LineMeaning::cError);
 }
 
 std::string Builder::ToolOf(const std::string& name) const {

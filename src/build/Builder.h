@@ -17,9 +17,6 @@ class Project;
 class Shell;
 struct ProjectFile;
 
-// Removes the environment variables that make gcc search folders that no project names.
-void ClearCompilerEnvironment();
-
 // Finds the stale files of the project and runs the tools on them, one after the other. The output
 // of the tools becomes the Output panel's text and the rows of the error list. The window,
 // zendry-make and the debugger drive it.
@@ -29,6 +26,10 @@ void ClearCompilerEnvironment();
 //
 // If something can't be built at all (a file is missing, a folder can't be written), the build is
 // refused before any tool runs. A row of the error list says why and counts as an error.
+//
+// A tool has failed when it can't be started or ends with a status other than 0. If none of its
+// lines counted as an error, the run itself counts as one, and it has at least one row. After such
+// a failure the other sources are still compiled, but nothing is linked.
 class Builder {
  public:
   // The tools run for stale files only, or for all files.
@@ -69,11 +70,13 @@ class Builder {
 
   // True while a build runs: the project must not be closed now.
   static bool IsBuilding() { return BuildInProgress::Any(); }
-  // How many tools of the last build could not be started or ended with a status other than 0.
-  int FailedTools() const { return failedTools; }
+  // The errors of the last build: those that lines counted and the failed runs without such lines.
+  int Errors() const { return errorCount + failedRuns; }
+  // The last build came to its end, and without errors.
+  bool HasSucceeded() const { return Errors() == 0 && !wasStopped; }
 
   int warningCount = 0;
-  int errorCount = 0;
+  int errorCount = 0;  // of what the tools' lines say, and of what was refused
   bool abortRequested = false;
   bool useFrameworkRes = false;  // the framework's resource was compiled in this build
   std::string outDirName;        // last component of the output folder
@@ -89,10 +92,18 @@ class Builder {
   // One run of a tool.
   struct ToolRun {
     std::string line;
-    std::string folder;  // where it runs; empty: the current folder
+    std::string folder;   // where it runs; empty: the current folder
+    std::string subject;  // what a row about the run itself names: a source, script or product
     LineReader reader = nullptr;
     std::string product;                // the file it writes, relative to the current folder
     bool keepsProductOfFailure = true;  // unless a signal ended the tool
+  };
+  // What the current run has left so far.
+  struct RunNotes {
+    int errorsBefore = 0;
+    int rowsBefore = 0;
+    int firstPlainRow = -1;     // the first row of the run that is no warning
+    std::string lastLine = {};  // the last line that isn't blank
   };
   struct ObjectList {
     std::string arguments;
@@ -101,11 +112,13 @@ class Builder {
 
   bool EnterProjectFolder();
   bool EnsureOutputFolder();
+  void NoteUnusualName(const std::string& name);
   Outcome CompileFiles(Scope scope);
   bool CompileResources(Scope scope);
   bool MakeOutput();
   ObjectList CollectObjects();
-  bool WouldOverwriteSource(const std::string& output);
+  bool WouldOverwriteInput(const std::string& output);
+  void NameWhatIsNotBuilt();
   void DeleteOutputs(std::string_view extension);
 
   // Decides if a source must be built. Tells the observer the reason, and refuses a source that
@@ -117,13 +130,14 @@ class Builder {
 
   void RunTool(const ToolRun& run);
   void NoteFailure(const ToolRun& run, bool started);
+  void CountFailedRun(const ToolRun& run, const std::string& what);
   void TakeLine(LineReader reader, const std::string& line);
   LineMeaning EchoOnly(const std::string&) { return {}; }
   LineMeaning CompilerLine(const std::string& line) { return ReadCompileLine(compileLines, line); }
-  LineMeaning LinkerLine(const std::string& line) { return ReadLinkLine(line); }
+  LineMeaning LinkerLine(const std::string& line);
   LineMeaning ArchiverLine(const std::string& line) { return ReadArchiveLine(line); }
 
-  void AddRow(const ErrorRow& row);
+  void AddRow(const ErrorRow& row, LineMeaning::Severity severity = LineMeaning::cPlain);
   void Refuse(const std::string& file, const std::string& why);
   std::string ToolOf(const std::string& name) const;
   const std::string& SetFlags() const;
@@ -137,7 +151,12 @@ class Builder {
   std::optional<StaleCheck> check;
   int checkedLastId = 0;  // state of the project's list that `check` was made for
   size_t checkedFiles = 0;
-  int failedTools = 0;
+  RunNotes current;
+  int failedRuns = 0;
+  int rowCount = 0;
+  int firstErrorRow = -1;  // the row that is shown after a build with errors
+  bool wasStopped = false;
+  std::string whyNothing;  // the reason why the one file of the build was not compiled
 };
 
 extern Builder theBuilder;

@@ -1,5 +1,6 @@
 #include "build/OutputParser.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/ParseInt.h"
@@ -10,6 +11,7 @@ namespace {
 
 constexpr size_t cNone = std::string_view::npos;
 constexpr size_t cMaxLineDigits = 5;
+constexpr size_t cLongestHeld = 1000;
 constexpr size_t cDriveLength = 2;  // a drive's colon is before this position
 
 bool IsBlank(char c) {
@@ -35,8 +37,39 @@ std::string_view WithoutColumn(std::string_view text) {
   return isColumn ? text.substr(end + 1) : text;
 }
 
-Place ReadPlace(std::string_view line) {
-  const size_t fileEnd = line.find(':', cDriveLength);
+bool IsNameOf(std::string_view line, const std::string& file) {
+  return line.size() > file.size() && line[file.size()] == ':' && line.starts_with(file);
+}
+
+// Where the name at the start of a line ends: at the first colon, unless a longer name is known.
+size_t EndOfName(const CompileLines& state, std::string_view line) {
+  for (const std::string& name : state.unusualNames)
+    if (IsNameOf(line, name)) return name.size();
+  return line.find(':', cDriveLength);
+}
+
+bool IsContinuation(const CompileLines& state, std::string_view line) {
+  return line.size() > 1 && IsBlank(line[0]) && IsBlank(line[1]) &&
+         std::none_of(state.unusualNames.begin(), state.unusualNames.end(),
+                      [line](const std::string& name) { return IsNameOf(line, name); });
+}
+
+// "                 from a.cpp:3:" follows "In file included from".
+bool IsIncludeChain(std::string_view line) {
+  line.remove_prefix(std::min(line.size(), line.find_first_not_of(" \t")));
+  return line.starts_with("from ") && (line.ends_with(':') || line.ends_with(','));
+}
+
+// A chain of 200 includes would make a row that nobody can read.
+void Hold(CompileLines& state, std::string_view note) {
+  if (state.pendingMessage.size() > cLongestHeld) return;
+  note.remove_prefix(std::min(note.size(), note.find_first_not_of(" \t")));
+  if (!state.pendingMessage.empty()) state.pendingMessage += ' ';
+  state.pendingMessage += note;
+}
+
+Place ReadPlace(const CompileLines& state, std::string_view line) {
+  const size_t fileEnd = EndOfName(state, line);
   if (fileEnd == cNone) return {};
   const std::string_view file = line.substr(0, fileEnd);
   line.remove_prefix(fileEnd + 1);
@@ -71,23 +104,33 @@ LineMeaning NewRow(std::string_view file, std::string text) {
 
 LineMeaning ReadCompileLine(CompileLines& state, std::string_view line) {
   LineMeaning meaning;
-  if (line.size() > 1 && IsBlank(line[0]) && IsBlank(line[1])) {
+  if (IsContinuation(state, line)) {
+    if (IsIncludeChain(line)) {
+      Hold(state, line);
+      return meaning;
+    }
     meaning.kind = LineMeaning::cAppendToLastRow;
     meaning.row.text = line;
     return meaning;
   }
-  const Place place = ReadPlace(line);
+  const Place place = ReadPlace(state, line);
   if (place.text.empty()) return meaning;
   meaning.severity = SeverityOf(place.text);
-  state.pendingMessage += place.text;
   const bool samePlace = place.line == state.lastErrorLine && place.file == state.lastErrorFile;
-  if (samePlace && meaning.severity == LineMeaning::cPlain) return meaning;
+  if (samePlace && meaning.severity == LineMeaning::cPlain) {
+    Hold(state, place.text);
+    return meaning;
+  }
   state.lastErrorLine = place.line;
   state.lastErrorFile = place.file;
   meaning.kind = LineMeaning::cNewRow;
-  meaning.row = {state.lastErrorFile, place.line, std::move(state.pendingMessage)};
-  state.pendingMessage.clear();
+  meaning.row = {state.lastErrorFile, place.line, std::string(place.text) + TakeHeldNotes(state)};
   return meaning;
+}
+
+std::string TakeHeldNotes(CompileLines& state) {
+  const std::string notes = std::exchange(state.pendingMessage, "");
+  return notes.empty() ? "" : " " + notes;
 }
 
 LineMeaning ReadLinkLine(std::string_view line) {
@@ -98,6 +141,22 @@ LineMeaning ReadLinkLine(std::string_view line) {
   LineMeaning meaning = NewRow(rest.substr(0, rest.find(':')), "LINKER: " + std::string(rest));
   meaning.severity = LineMeaning::cError;
   return meaning;
+}
+
+LinePlace PlaceInLinkLine(std::string_view line) {
+  for (size_t start = 0; start < line.size();) {
+    const size_t fileEnd = line.find(':', start);
+    if (fileEnd == cNone) break;
+    size_t end = fileEnd + 1;
+    while (end < line.size() && IsDigit(line[end])) ++end;
+    const size_t digits = end - fileEnd - 1;
+    const bool isPlace = digits >= 1 && digits <= cMaxLineDigits && end < line.size() &&
+                         line[end] == ':' && fileEnd > start;
+    if (isPlace)
+      return {line.substr(start, fileEnd - start), ParseInt(line.substr(fileEnd + 1, digits))};
+    start = line.find_first_not_of(' ', fileEnd + 1);
+  }
+  return {};
 }
 
 LineMeaning ReadArchiveLine(std::string_view line) {

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/Shell.h"
 
@@ -22,16 +23,33 @@ struct LineMeaning {
 struct CompileLines {
   std::string lastErrorFile;
   int lastErrorLine = 0;
-  std::string pendingMessage;  // plain notes to be put before the next row's text
+  std::string pendingMessage;  // plain notes to be put after the next row's text
+  // Names of sources that the form "file:line:" alone can't tell: with a colon, or blanks in front.
+  std::vector<std::string> unusualNames;
+};
+
+// A place that a line names.
+struct LinePlace {
+  std::string_view file;  // empty when there is none
+  int line = 0;
 };
 
 // A line of gcc or g++: "file:line: text" or "file:line:column: text". Errors, warnings and notes
-// at a new place give a row; a further note at the last row's place waits; a line indented by two
-// blanks belongs to the last row. The severity is the first letter of the text.
+// at a new place give a row; a further note at the last row's place waits for the next row, and so
+// do the lines "from file:line:" of a chain of includes; any other line indented by two blanks
+// belongs to the last row. The severity is the first letter of the text.
 LineMeaning ReadCompileLine(CompileLines& state, std::string_view line);
+
+// The notes that still wait when the tool has ended, with a blank before them; they belong to the
+// last row.
+std::string TakeHeldNotes(CompileLines& state);
 
 // A line of the linker. Only an undefined reference counts as an error.
 LineMeaning ReadLinkLine(std::string_view line);
+
+// The first "file:line:" in a line of the linker, which may begin with the linker's or an object's
+// name.
+LinePlace PlaceInLinkLine(std::string_view line);
 
 // A line of the archiver: a row if it reports an error. It is never counted.
 LineMeaning ReadArchiveLine(std::string_view line);

@@ -70,8 +70,8 @@ void ReferenceList::ShowCurrent() {
   editor->SetMark(mark, line);
 }
 
-void ReferenceList::ShowFirst() {
-  if (RowCount() > 0) GoToRow(0);
+void ReferenceList::ShowRow(int row) {
+  if (row < RowCount()) GoToRow(row);
 }
 
 void ReferenceList::GoNext() {

@@ -26,7 +26,7 @@ class ReferenceList : public mavro::TabPage {
 
   // Opens the current place; does nothing when the file does not exist.
   void ShowCurrent();
-  void ShowFirst();
+  void ShowRow(int row);
   // Go to the next or the previous row. At the end of the list they beep and stay.
   void GoNext();
   void GoPrev();

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "build/Builder.h"
+#include "build/ToolEnvironment.h"
 #include "config/EditorSettings.h"
 #include "config/IdeConfig.h"
 #include "config/IdeSession.h"

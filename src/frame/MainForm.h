@@ -81,7 +81,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void AppendToLastErrorRow(std::string_view text) override;
   void ClearErrorRows() override;
   int ErrorRowCount() override;
-  void ShowFirstError() override;
+  void ShowErrorRow(int row) override;
   void GoToNextError() override;
   void GoToPreviousError() override;
   void ShowBottomPage(BottomPage page) override;

@@ -38,9 +38,9 @@ int MainForm::ErrorRowCount() {
   return errorList.RowCount();
 }
 
-void MainForm::ShowFirstError() {
+void MainForm::ShowErrorRow(int row) {
   ShowBottomPage(BottomPage::cError);
-  errorList.ShowFirst();
+  errorList.ShowRow(row);
 }
 
 void MainForm::GoToNextError() {

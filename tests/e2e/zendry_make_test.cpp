@@ -205,11 +205,12 @@ TEST_F(ZendryMake, BrokenSource_EndsWithOneAndARowOnStandardError) {
   EXPECT_FALSE(files.Exists("out-rel/bad.o"));
 }
 
-TEST_F(ZendryMake, MissingHeader_EndsWithOneThoughNothingIsCounted) {
+TEST_F(ZendryMake, MissingHeader_IsAnError) {
   files.Write("a.cpp", "#include \"gone.h\"\nint main() {}\n");
   const Ended ended = install.Make({WriteProject("p.zpj", {{"a.cpp"}})});
   EXPECT_EQ(ended.status, 1);
-  EXPECT_THAT(ended.err, HasSubstr("a.cpp:1: fatal error: gone.h: No such file or directory\n"));
+  EXPECT_THAT(ended.err, AllOf(HasSubstr("a.cpp:1: fatal error: gone.h: No such file or directory"),
+                               HasSubstr("There ware errors!  errors: 1  warnings: 0")));
 }
 
 TEST_F(ZendryMake, MissingLibrary_EndsWithOne) {

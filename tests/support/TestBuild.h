@@ -71,7 +71,7 @@ struct RecordingShell : zendry::QuietShell {
     events.push_back("clear rows");
   }
   int ErrorRowCount() override { return static_cast<int>(rows.size()); }
-  void ShowFirstError() override { events.push_back("first error"); }
+  void ShowErrorRow(int row) override { events.push_back("error " + std::to_string(row)); }
   void GoToNextError() override { events.push_back("next error"); }
   void GoToPreviousError() override { events.push_back("previous error"); }
   void ShowBottomPage(zendry::BottomPage page) override {

@@ -3,9 +3,9 @@
 //
 //   calls      gets one line per call: the tool's name and its arguments, separated by tabs, with
 //              "\n", "\t" and "\\" spelled with a backslash
-//   NAME.do    what the tool of that name does, one deed a line: "print TEXT", "exit STATUS",
-//              "kill SIGNAL", "when ARGUMENT" (else the rest is passed over), "mute" (write
-//              nothing)
+//   NAME.do    what the tool of that name does, one deed a line: "print TEXT", "environment NAME"
+//              (prints the variable), "exit STATUS", "kill SIGNAL", "when ARGUMENT" (else the rest
+//              is passed over), "mute" (write nothing)
 //
 // It writes the file after "-o" or, for ar, after "-r". Plain C and static, because a test may
 // start it a thousand times.
@@ -47,6 +47,11 @@ bool HasArgument(int count, char** values, const char* wanted) {
   return false;
 }
 
+void PrintVariable(const char* name) {
+  const char* value = getenv(name);
+  value ? printf("%s=%s\n", name, value) : printf("%s is not set\n", name);
+}
+
 Orders ReadOrders(const char* path, int count, char** values) {
   Orders orders;
   FILE* file = fopen(path, "r");
@@ -55,6 +60,7 @@ Orders ReadOrders(const char* path, int count, char** values) {
   while (fgets(line, sizeof line, file)) {
     line[strcspn(line, "\n")] = '\0';
     if (strncmp(line, "print ", 6) == 0) puts(line + 6);
+    if (strncmp(line, "environment ", 12) == 0) PrintVariable(line + 12);
     if (strncmp(line, "exit ", 5) == 0) orders.status = atoi(line + 5);
     if (strncmp(line, "kill ", 5) == 0) orders.signalNumber = atoi(line + 5);
     if (strcmp(line, "mute") == 0) orders.mute = true;

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "Handlers.h"
 
@@ -66,6 +67,10 @@ class SpawnConsole : public object {
   // before.
   int exitCode = -1;
   int exitSignal = 0;  // the signal that killed the last blocking child, 0 for none
+
+  // How the environment of the next children differs from this process's: "NAME=value" adds or
+  // replaces an entry, "NAME" removes it.
+  std::vector<std::string> environment;
 
   NotifyEvent onExit;  // value: the reason
 

@@ -26,38 +26,39 @@ constexpr int cFirstOwnDescriptor = 3;  // the first one after the standard stre
 constexpr int cKilledMs = 1000;         // time for a killed child to end
 constexpr int cSliceMs = 10;            // between polls if the system can't report the end
 
-// An entry of a tool's environment that replaces ours; null removes the entry. A tool that takes
-// the pipe for a terminal would colour its lines, and gdb would ask whether it may download.
-struct Override {
-  std::string_view name;
-  const char* entry;
-};
-constexpr Override cOverrides[] = {
-    {"TERM", "TERM=dumb"},
-    {"GCC_COLORS", "GCC_COLORS="},
-    {"CLICOLOR_FORCE", nullptr},
-    {"DEBUGINFOD_URLS", nullptr},
-};
+// A tool that takes the pipe for a terminal would colour its lines, and gdb would ask whether it
+// may download. Changes are written as in SpawnConsole::environment.
+constexpr const char* cOwnChanges[] = {"TERM=dumb", "GCC_COLORS=", "CLICOLOR_FORCE",
+                                       "DEBUGINFOD_URLS"};
 
-bool IsOverridden(std::string_view entry) {
-  const std::string_view name = entry.substr(0, entry.find('='));
-  if (name == cBusVariable && BusEntryOfChildren()) return true;
-  return std::any_of(std::begin(cOverrides), std::end(cOverrides),
-                     [name](const Override& each) { return each.name == name; });
+std::string_view NameOf(std::string_view entry) {
+  return entry.substr(0, entry.find('='));
 }
 
-// The result points into our own environment, so it is valid for the current start only.
-std::vector<char*> ChildEnvironment() {
+// A list of entries that starts as our own environment. It points to the entries it is given, so it
+// is valid for the current start only.
+class ChildEnvironment {
+ public:
+  ChildEnvironment() {
+    for (char** entry = environ; entry && *entry; ++entry) entries.push_back(*entry);
+  }
+
+  void Change(const char* entry) {
+    Remove(NameOf(entry));
+    if (std::string_view(entry).find('=') != std::string_view::npos)
+      entries.push_back(const_cast<char*>(entry));
+  }
+  void Remove(std::string_view name) {
+    std::erase_if(entries, [name](const char* entry) { return NameOf(entry) == name; });
+  }
+  char** Finish() {
+    entries.push_back(nullptr);
+    return entries.data();
+  }
+
+ private:
   std::vector<char*> entries;
-  for (char** entry = environ; entry && *entry; ++entry)
-    if (!IsOverridden(*entry)) entries.push_back(*entry);
-  for (const Override& each : cOverrides)
-    if (each.entry) entries.push_back(const_cast<char*>(each.entry));
-  if (const auto& bus = BusEntryOfChildren(); bus && !bus->empty())
-    entries.push_back(const_cast<char*>(bus->c_str()));
-  entries.push_back(nullptr);
-  return entries;
-}
+};
 
 struct Pipe {
   Descriptor read, write;
@@ -104,14 +105,20 @@ class SpawnPlan {
   }
 
   // The child's process id, or 0.
-  pid_t Spawn(const std::vector<std::string>& arguments) const {
+  pid_t Spawn(const std::vector<std::string>& arguments,
+              const std::vector<std::string>& environmentChanges) const {
     std::vector<char*> pointers;
     for (const std::string& argument : arguments)
       pointers.push_back(const_cast<char*>(argument.c_str()));
     pointers.push_back(nullptr);
+    ChildEnvironment environment;
+    for (const char* change : cOwnChanges) environment.Change(change);
+    if (const auto& bus = BusEntryOfChildren())
+      bus->empty() ? environment.Remove(cBusVariable) : environment.Change(bus->c_str());
+    for (const std::string& change : environmentChanges) environment.Change(change.c_str());
     pid_t process = 0;
     const int error = posix_spawnp(&process, pointers[0], &actions, &attributes, pointers.data(),
-                                   ChildEnvironment().data());
+                                   environment.Finish());
     return error == 0 ? process : 0;
   }
 
@@ -156,14 +163,15 @@ ChildProcess::~ChildProcess() {
 }
 
 ChildProcess::Start ChildProcess::Run(const std::vector<std::string>& arguments,
-                                      const std::string& folder) {
+                                      const std::string& folder,
+                                      const std::vector<std::string>& environmentChanges) {
   CollectLeftBehind();
   EnsureChildrenCanBeWaitedFor();
   Pipe outputPipe, inputPipe;
   if (!MakePipe(outputPipe) || !MakePipe(inputPipe)) return Start::cNoPipe;
   if (!CanBeArguments(arguments)) return Start::cNotStarted;
   const SpawnPlan plan(inputPipe.read.Number(), outputPipe.write.Number(), folder);
-  process = plan.Spawn(arguments);
+  process = plan.Spawn(arguments, environmentChanges);
   if (!process) return Start::cNotStarted;
   output = std::move(outputPipe.read);
   input = std::move(inputPipe.write);

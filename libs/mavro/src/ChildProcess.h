@@ -37,8 +37,10 @@ class ChildProcess {
   // Kills the process group if the child was not collected.
   ~ChildProcess();
 
-  // Starts the program; to be called once. An empty folder means this process's own.
-  Start Run(const std::vector<std::string>& arguments, const std::string& folder);
+  // Starts the program; to be called once. An empty folder means this process's own. A change
+  // "NAME=value" adds or replaces an entry of the environment, "NAME" removes one.
+  Start Run(const std::vector<std::string>& arguments, const std::string& folder,
+            const std::vector<std::string>& environmentChanges);
 
   // Our ends of the pipes: the child's output and its input. Neither blocks.
   int Output() const { return output.Number(); }

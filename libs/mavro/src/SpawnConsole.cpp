@@ -87,7 +87,7 @@ bool SpawnConsole::Impl::RunBlocking(const std::string& commandLine) {
   owner.exitCode = -1;
   owner.exitSignal = 0;
   BlockingRun run(handler, blocking);
-  const auto start = run.child.Run(SplitCommandLine(commandLine), folder);
+  const auto start = run.child.Run(SplitCommandLine(commandLine), folder, owner.environment);
   if (start != ChildProcess::Start::cStarted) {
     ShowRunFailure(FailureText(start, Mode::cBlocking, commandLine));
     return false;
@@ -106,7 +106,7 @@ bool SpawnConsole::Impl::RunBlocking(const std::string& commandLine) {
 bool SpawnConsole::Impl::Attach(const std::string& commandLine) {
   if (theAttached) return false;
   auto run = std::make_shared<AttachedRun>(handler);
-  const auto start = run->child.Run(SplitCommandLine(commandLine), "");
+  const auto start = run->child.Run(SplitCommandLine(commandLine), "", owner.environment);
   if (start != ChildProcess::Start::cStarted) {
     ShowRunFailure(FailureText(start, Mode::cAttached, commandLine));
     EndAttached(cStartFailed);

@@ -265,7 +265,7 @@ TEST_F(IdeBuild, AppendToLast_WithoutRows_DoesNothing) {
   ide.Run({}, [&] {
     theMainForm->AppendToLastErrorRow("text");
     EXPECT_EQ(theMainForm->ErrorRowCount(), 0);
-    theMainForm->ShowFirstError();
+    theMainForm->ShowErrorRow(0);
     theMainForm->GoToNextError();
     EXPECT_EQ(ide.dialogs.beeps, 1);
   });

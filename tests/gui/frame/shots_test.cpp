@@ -70,7 +70,7 @@ TEST(IdeLongNames, Window_KeepsItsShape) {
     for (const IdeDriver::File& file : files) form.editTabs.OpenFile(ide.files.Path(file.name));
     form.editTabs.OpenFile(ide.files.Write(longName + ".cpp", longName + longName));
     form.AddErrorRow({folder + "/0.cpp", 1, "error: " + longName + longName});
-    form.ShowFirstError();
+    form.ShowErrorRow(0);
     form.SetStatus("parse", ide.files.Path(folder));
     form.SetSize(700, 500);
     EXPECT_TRUE(test::WaitFor([&] { return form.toolBar.width == 700; }));

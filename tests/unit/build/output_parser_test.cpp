@@ -57,7 +57,7 @@ TEST(CompilerOutput, two_notes_at_one_place_come_with_the_next_row) {
   const Reading reading = Compile({"a.cpp:3: error: one ", "a.cpp:3: note: two ",
                                    "a.cpp:3: note: three ", "b.cpp:4: error: four"});
   EXPECT_EQ(reading.rows,
-            (Rows{"a.cpp|3|error: one ", "b.cpp|4|note: two note: three error: four"}));
+            (Rows{"a.cpp|3|error: one ", "b.cpp|4|error: four note: two  note: three "}));
   EXPECT_EQ(reading.errors, 2);
 }
 
@@ -115,6 +115,30 @@ TEST(CompilerOutput, included_from) {
                      "                 from a.cpp:2:", "In file included from a.cpp:2:"})
                 .rows,
             Rows{});
+}
+
+TEST(CompilerOutput, include_chain_comes_after_the_error_it_explains) {
+  EXPECT_EQ(Compile({"a.cpp:1: error: x", "In file included from b.h:1,",
+                     "                 from b.cpp:2:", "c.h:5:1: error: y"})
+                .rows,
+            (Rows{"a.cpp|1|error: x", "c.h|5|error: y from b.cpp:2:"}));
+  EXPECT_EQ(Compile({"a.cpp:1: error: x", "  from here on"}).rows,
+            (Rows{"a.cpp|1|error: x  from here on"}));
+}
+
+TEST(CompilerOutput, endless_chain_of_includes_is_cut) {
+  std::vector<std::string> lines(10'000, "                 from a.h:1,");
+  lines.push_back("a.h:1: error: x");
+  EXPECT_LT(Compile(lines).rows.at(0).size(), 1100u);
+}
+
+TEST(CompilerOutput, names_with_a_colon_or_blanks_in_front_are_known) {
+  Reading reading;
+  CompileLines state;
+  state.unusualNames = {"a:7:b.cpp", "  c.cpp"};
+  for (const char* line : {"a:7:b.cpp:3:1: error: x", "  c.cpp:4: warning: y", "  c.cppx"})
+    reading.Take(ReadCompileLine(state, line));
+  EXPECT_EQ(reading.rows, (Rows{"a:7:b.cpp|3|error: x", "  c.cpp|4|warning: y  c.cppx"}));
 }
 
 TEST(CompilerOutput, first_letters_decide) {
@@ -175,6 +199,21 @@ TEST(LinkerOutput, undefined_reference_without_second_colon_names_the_rest) {
 
 TEST(LinkerOutput, undefined_reference_before_the_colon_is_not_one) {
   EXPECT_EQ(Link("undefined reference: x").errors, 0);
+}
+
+TEST(LinkerOutput, place_of_a_source) {
+  const auto place = [](std::string_view line) {
+    const LinePlace found = PlaceInLinkLine(line);
+    return std::string(found.file) + "|" + std::to_string(found.line);
+  };
+  EXPECT_EQ(place("/usr/bin/ld: /p/a.cpp:5: undefined reference to `f()'"), "/p/a.cpp|5");
+  EXPECT_EQ(place("/p/a.cpp:12345: undefined reference to `f()'"), "/p/a.cpp|12345");
+  EXPECT_EQ(place("/p/a.cpp:123456: undefined"), "|0");
+  EXPECT_EQ(place("a.cpp:(.text+0x5): undefined reference to `f()'"), "|0");
+  EXPECT_EQ(place("ld: a.o: in function `main':"), "|0");
+  EXPECT_EQ(place("a.cpp:5"), "|0");
+  EXPECT_EQ(place(":5: x"), "|0");
+  EXPECT_EQ(place("ld::"), "|0");
 }
 
 TEST(ArchiverOutput, only_lines_that_speak_of_an_error_are_rows) {

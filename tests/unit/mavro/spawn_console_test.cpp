@@ -185,6 +185,17 @@ TEST_F(BlockingConsole, Environment_HasNoTerminalColoursOrDownloads) {
   for (const char* name : {"DEBUGINFOD_URLS", "GCC_COLORS", "ZENDRY_TEST"}) unsetenv(name);
 }
 
+TEST_F(BlockingConsole, Environment_TakesTheChangesItIsGiven) {
+  setenv("ZENDRY_TEST", "old", 1);
+  setenv("ZENDRY_TEST2", "kept", 1);
+  setenv("ZENDRY_TEST3", "dropped", 1);
+  console.environment = {"ZENDRY_TEST=new", "ZENDRY_TEST3", "ZENDRY_TEST4=a=b", "GCC_COLORS=x"};
+  Run("environment ZENDRY_TEST ZENDRY_TEST2 ZENDRY_TEST3 ZENDRY_TEST4 GCC_COLORS");
+  EXPECT_THAT(lines, ElementsAre("ZENDRY_TEST=new", "ZENDRY_TEST2=kept", "ZENDRY_TEST3 is not set",
+                                 "ZENDRY_TEST4=a=b", "GCC_COLORS=x"));
+  for (const char* name : {"ZENDRY_TEST", "ZENDRY_TEST2", "ZENDRY_TEST3"}) unsetenv(name);
+}
+
 TEST_F(BlockingConsole, Descriptors_OfOursAreClosed) {
   const int leaked = open("/dev/null", O_RDONLY);  // on purpose without close-on-exec
   Run("descriptors");
