@@ -94,7 +94,6 @@ bool Builder::PrepareBuild(ErrorMark mark) {
   whyNothing.clear();
   for (const auto& file : project->Files()) NoteUnusualName(SourceName(*file));
   abortRequested = useFrameworkRes = wasStopped = false;
-  runner.environment = ToolEnvironment(std::getenv("LC_ALL"));
   times = {};
   check.reset();
   const ProjectFlags flags = ComposeFlags(*project, theIdeConfig);
@@ -106,7 +105,9 @@ bool Builder::PrepareBuild(ErrorMark mark) {
   shell->ClearErrorRows();
   outDirName = BaseName(project->outputFolder);
   outFile = project->outName.empty() ? project->target : project->outName;
+  objectNames = ObjectNames(*project, outDirName);
   const bool ready = EnsureOutputFolder();
+  records.Open(project->outputFolder);
   shell->SetStopCommand(cStopCommand);
   if (mark == ErrorMark::cRemoved) shell->RemoveErrorMark();
   return ready;
@@ -195,9 +196,7 @@ bool Builder::MakeOutput() {
 }
 
 bool Builder::CompileFile(const ProjectFile& file, Scope scope) {
-  const std::string object = ObjectPath(outDirName, file.name, "o");
-  const Verdict verdict = Judge(file, object, scope);
-  if (verdict != Verdict::cBuild) return verdict != Verdict::cRefused;
+  const std::string object = objectNames.Of(file);
   const std::string line = CompileLine({
       .tool = ToolOf(CompilerOf(file)),
       .options = project->current->comp,
@@ -206,6 +205,8 @@ bool Builder::CompileFile(const ProjectFile& file, Scope scope) {
       .source = SourceName(file),
       .object = outDirName.empty() ? "" : object,
   });
+  const Verdict verdict = Judge(file, object, line, scope);
+  if (verdict != Verdict::cBuild) return verdict != Verdict::cRefused;
   LogMessage(*shell, "Compiling", file.name);
   LogMessage(*shell, line, "");
   RunTool({.line = line,
@@ -213,13 +214,13 @@ bool Builder::CompileFile(const ProjectFile& file, Scope scope) {
            .subject = file.name,
            .reader = &Builder::CompilerLine,
            .product = object,
+           .inputs = ExistingInputs(times, {file.name}),
+           .asksForReadFiles = true,
            .keepsProductOfFailure = false});
   return errorCount < 1;
 }
 
 bool Builder::BuildSingle(const ProjectFile& file, Scope scope) {
-  const Verdict verdict = Judge(file, ObjectPath(outDirName, file.name, "o"), scope);
-  if (verdict != Verdict::cBuild) return verdict != Verdict::cRefused;
   const std::string program = ObjectPath(outDirName, file.name, "exe");
   const std::string line = SingleFileLine({
       .tool = ToolOf(CompilerOf(file)),
@@ -229,6 +230,8 @@ bool Builder::BuildSingle(const ProjectFile& file, Scope scope) {
       .source = SourceName(file),
       .program = program,
   });
+  const Verdict verdict = Judge(file, ObjectPath(outDirName, file.name, "o"), line, scope);
+  if (verdict != Verdict::cBuild) return verdict != Verdict::cRefused;
   LogMessage(*shell, "Building", line);
   RunTool({.line = line,
            .folder = "",
@@ -242,15 +245,6 @@ bool Builder::BuildSingle(const ProjectFile& file, Scope scope) {
 bool Builder::CompileResource(const std::string& script, Scope scope) {
   if (theIdeConfig.windres.empty()) return true;
   const std::string object = ObjectPath(outDirName, script, "res");
-  const Staleness staleness =
-      scope == Scope::cAll ? cForced : IsNewer(times, *project, script, object);
-  const bool isGone = !times.Of(script);
-  if (isGone && (staleness.stale || !times.Of(object))) {
-    Refuse(script, cCantBeRead);
-    return false;
-  }
-  if (!staleness.stale) return true;
-  Observe(script, staleness);
   const std::string line = ResourceLine({
       .tool = ResourceToolPath(theIdeConfig, project->current->gcc),
       .script = script,
@@ -259,22 +253,30 @@ bool Builder::CompileResource(const std::string& script, Scope scope) {
       .setFlags = SetFlags(),
       .frameworkFlags = ExpandMacros(" -I @/libs/mavro", MacroRoot(theIdeConfig.appDir)),
   });
+  Staleness staleness = scope == Scope::cAll ? cForced : IsNewer(times, *project, script, object);
+  const bool isGone = !times.Of(script);
+  if (!staleness.stale && !isGone) staleness = records.Check(times, object, line);
+  if (isGone && (staleness.stale || !times.Of(object))) {
+    Refuse(script, cCantBeRead);
+    return false;
+  }
+  if (!staleness.stale) return true;
+  Observe(script, staleness);
   LogMessage(*shell, "Compiling resource", line);
   RunTool({.line = line,
            .folder = "",
            .subject = script,
            .reader = &Builder::EchoOnly,
            .product = object,
+           .inputs = ExistingInputs(times, ResourceInputs(script)),
            .keepsProductOfFailure = false});
   return errorCount < 1;
 }
 
 bool Builder::Link() {
-  const ObjectList objects = CollectObjects();
-  if (!objects.staleness.stale) return true;
-  if (WouldOverwriteInput(outFile)) return false;
-  Observe(outFile, objects.staleness);
   const bool addsFrameworkRes = useFrameworkRes && !theIdeConfig.windres.empty();
+  ObjectList objects = CollectObjects();
+  const std::string product = outDirName + "/" + outFile;
   const std::string line = LinkLine({
       .tool = ToolOf(theIdeConfig.linker),
       .output = outFile,
@@ -282,36 +284,49 @@ bool Builder::Link() {
       .libFlags = libFlags,
       .options = project->current->link,
   });
+  if (!objects.staleness.stale && !objects.paths.empty())
+    objects.staleness = records.Check(times, product, line);
+  if (!objects.staleness.stale) return true;
+  if (WouldOverwriteInput(outFile)) return false;
+  Observe(outFile, objects.staleness);
   LogMessage(*shell, "Linking", line);
   shell->ShowBottomPage(BottomPage::cError);
   RunTool({.line = line,
            .folder = outDirName,
            .subject = outFile,
            .reader = &Builder::LinkerLine,
-           .product = outDirName + "/" + outFile,
+           .product = product,
+           .inputs = ExistingInputs(times, LinkInputs(line, outDirName)),
            .keepsProductOfFailure = true});
   return errorCount < 1;
 }
 
+// An archive is written anew: the archiver would keep the members of sources that are gone.
 bool Builder::Archive() {
-  const ObjectList objects = CollectObjects();
-  if (!objects.staleness.stale) return true;
+  ObjectList objects = CollectObjects();
   const std::string target = project->MakeRelative(project->target);
-  if (WouldOverwriteInput(target)) return false;
-  Observe(target, objects.staleness);
+  const std::string product = project->outputFolder + "/" + target;
   const std::string line = ArchiveLine(
       {.tool = ToolOf(theIdeConfig.ar), .target = target, .objects = objects.arguments});
+  if (!objects.staleness.stale && !objects.paths.empty())
+    objects.staleness = records.Check(times, product, line);
+  if (!objects.staleness.stale) return true;
+  if (WouldOverwriteInput(target)) return false;
+  Observe(target, objects.staleness);
+  const std::vector<InputFile> inputs = ExistingInputs(times, objects.paths);
   if (chdir(project->outputFolder.c_str()) != 0) {
     Refuse(project->outputFolder, Because("it can't be entered"));
     return false;
   }
   LogMessage(*shell, "Creating static lib", line);
   shell->ShowBottomPage(BottomPage::cError);
+  DeleteFile(product);
   RunTool({.line = line,
            .folder = "",
            .subject = target,
            .reader = &Builder::ArchiverLine,
-           .product = project->outputFolder + "/" + target,
+           .product = product,
+           .inputs = inputs,
            .keepsProductOfFailure = true});
   if (!EnterProjectFolder()) return false;
   if (shell->ErrorRowCount() == 0) return true;
@@ -325,9 +340,10 @@ Builder::ObjectList Builder::CollectObjects() {
   const auto add = [&](const std::string& object) {
     if (!list.staleness.stale) list.staleness = IsNewer(times, *project, object, target);
     list.arguments += " " + FileArgument(BaseName(object));
+    list.paths.push_back(object);
   };
   for (const auto& file : project->Files())
-    if (IsSource(*file)) add(ObjectPath(outDirName, file->name, "o"));
+    if (IsSource(*file)) add(objectNames.Of(*file));
   if (!project->resourceFile.empty() && !theIdeConfig.windres.empty())
     add(ObjectPath(outDirName, project->resourceFile, "res"));
   return list;
@@ -396,9 +412,11 @@ void Builder::DeleteOutputs(std::string_view extension) {
 
 // A missing source without an object is refused: no rule makes it stale, and the link would fail
 // because the object is missing or, worse, leave the old program.
-Builder::Verdict Builder::Judge(const ProjectFile& file, const std::string& object, Scope scope) {
-  const Staleness staleness = scope == Scope::cAll ? cForced : Check().NeedsCompile(file, object);
+Builder::Verdict Builder::Judge(const ProjectFile& file, const std::string& object,
+                                const std::string& line, Scope scope) {
+  Staleness staleness = scope == Scope::cAll ? cForced : Check().NeedsCompile(file, object);
   const bool isGone = !times.Of(file.name);
+  if (!staleness.stale && !isGone && IsSource(file)) staleness = records.Check(times, object, line);
   if (!staleness.stale && !(isGone && !times.Of(object))) return Verdict::cUpToDate;
   if (!IsSource(file)) {
     AddRow({file.name, 0, " -> unsupported source file"});
@@ -436,12 +454,25 @@ void Builder::RunTool(const ToolRun& run) {
   runner.SetOutput([this, reader = run.reader](const std::string& line) { TakeLine(reader, line); },
                    run.folder);
   current = {.errorsBefore = errorCount, .rowsBefore = rowCount};
+  records.Drop(run.product);
+  runner.environment = ToolEnvironment(std::getenv("LC_ALL"));
+  if (run.asksForReadFiles) runner.environment.push_back(ReadFilesVariable(outDirName));
+  const FileTimes::Time start = TimeOfNow();
   const bool started = runner.Execute(run.line, mavro::SpawnConsole::Mode::cBlocking);
   if (const std::string held = TakeHeldNotes(compileLines); !held.empty() && rowCount > 0)
     shell->AppendToLastErrorRow(held);
   LogMessage(*shell, "", "");
   times.Forget(run.product);
-  if (!started || runner.exitCode != 0) NoteFailure(run, started);
+  if (!started || runner.exitCode != 0) return NoteFailure(run, started);
+  if (errorCount == current.errorsBefore) Record(run, start);
+}
+
+void Builder::Record(const ToolRun& run, FileTimes::Time start) {
+  ProductRecord record{run.line, run.inputs};
+  if (run.asksForReadFiles)
+    for (InputFile& input : TakeReadFiles(times, *project, outDirName, start))
+      record.inputs.push_back(std::move(input));
+  records.Add(run.product, std::move(record));
 }
 
 // A tool that failed may leave a file that is cut off and newer than its sources: the next build

@@ -7,7 +7,10 @@
 
 #include "SpawnConsole.h"
 #include "base/BuildInProgress.h"
+#include "build/BuildInputs.h"
+#include "build/BuildRecords.h"
 #include "build/CommandLines.h"
+#include "build/ObjectNames.h"
 #include "build/OutputParser.h"
 #include "build/Staleness.h"
 
@@ -95,8 +98,10 @@ class Builder {
     std::string folder;   // where it runs; empty: the current folder
     std::string subject;  // what a row about the run itself names: a source, script or product
     LineReader reader = nullptr;
-    std::string product;                // the file it writes, relative to the current folder
-    bool keepsProductOfFailure = true;  // unless a signal ended the tool
+    std::string product;                 // the file it writes, relative to the current folder
+    std::vector<InputFile> inputs = {};  // what it reads, as far as is known before
+    bool asksForReadFiles = false;       // the tool is a compiler
+    bool keepsProductOfFailure = true;   // unless a signal ended the tool
   };
   // What the current run has left so far.
   struct RunNotes {
@@ -107,6 +112,7 @@ class Builder {
   };
   struct ObjectList {
     std::string arguments;
+    std::vector<std::string> paths;
     Staleness staleness;
   };
 
@@ -124,11 +130,13 @@ class Builder {
   // Decides if a source must be built. Tells the observer the reason, and refuses a source that
   // can't be built.
   enum class Verdict { cBuild, cUpToDate, cRefused, cUnsupported };
-  Verdict Judge(const ProjectFile& file, const std::string& object, Scope scope);
+  Verdict Judge(const ProjectFile& file, const std::string& object, const std::string& line,
+                Scope scope);
   StaleCheck& Check();
   void Observe(const std::string& file, const Staleness& staleness);
 
   void RunTool(const ToolRun& run);
+  void Record(const ToolRun& run, FileTimes::Time start);
   void NoteFailure(const ToolRun& run, bool started);
   void CountFailedRun(const ToolRun& run, const std::string& what);
   void TakeLine(LineReader reader, const std::string& line);
@@ -151,6 +159,8 @@ class Builder {
   std::optional<StaleCheck> check;
   int checkedLastId = 0;  // state of the project's list that `check` was made for
   size_t checkedFiles = 0;
+  ObjectNames objectNames;
+  BuildRecords records;
   RunNotes current;
   int failedRuns = 0;
   int rowCount = 0;

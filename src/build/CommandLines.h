@@ -30,8 +30,8 @@ std::string MacroRoot(const std::string& appDir);
 // A file's name as an argument.
 std::string FileArgument(std::string_view name);
 
-// `outDirName`, "/" and the base name of `source` with its extension changed. Two sources with one
-// base name share their object.
+// `outDirName`, "/" and the base name of `source` with its extension changed. ObjectNames keeps two
+// sources with one base name apart.
 std::string ObjectPath(const std::string& outDirName, const std::string& source,
                        std::string_view extension);
 

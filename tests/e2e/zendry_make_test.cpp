@@ -135,6 +135,7 @@ TEST_F(ZendryMake, HeaderTwoDeepTouched_CompilesWhatIncludesIt) {
   const std::string project = WriteExample();
   install.Make({project});
   test::AgeFiles(files.Path());
+  test::AgeRecords(files.Path() + "/out-rel");
   test::SetTime(files.Path("src/deep.h"), 3);
   const Ended ended = install.Make({"--explain", project});
   EXPECT_EQ(Compiled(ended), (Names{"main.cpp", "answer.cpp"}));

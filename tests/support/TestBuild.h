@@ -11,9 +11,11 @@
 #include <string>
 #include <vector>
 
+#include "FileText.h"
 #include "TempFolder.h"
 #include "base/QuietShell.h"
 #include "build/BuildActs.h"
+#include "build/BuildRecords.h"
 #include "config/IdeConfig.h"
 #include "project/Project.h"
 
@@ -40,6 +42,25 @@ inline void AgeFiles(const std::string& folder) {
     const bool isProgram = extension == ".exe" || extension == ".a";
     SetTime(entry.path().string(), isObject ? 2 : isProgram ? 3 : 1);
   }
+}
+
+// Gives the records of an output folder the times that the files have now.
+inline void AgeRecords(const std::string& folder) {
+  const std::string path = folder + "/" + zendry::BuildRecords::cRecordsName;
+  const auto text = mavro::ReadFileText(path);
+  if (!text) return;
+  const std::filesystem::path saved = std::filesystem::current_path();
+  std::filesystem::current_path(folder + "/..");
+  zendry::FileTimes times;
+  std::ofstream file(path);
+  file << "zendry-build 1\n";
+  for (auto& [product, record] : zendry::BuildRecords::Read(*text).records) {
+    for (zendry::InputFile& input : record.inputs)
+      input.time = times.Of(input.path).value_or(input.time);
+    file << zendry::BuildRecords::Write(product, record);
+  }
+  file.close();
+  std::filesystem::current_path(saved);
 }
 
 inline std::string RowText(const zendry::ErrorRow& row) {
@@ -183,6 +204,7 @@ class TestBuild {
     builder.Build(zendry::Builder::Scope::cStale);
     tools.Take();
     AgeFiles(files.Path());
+    for (const char* folder : {"out-rel", "out-dbg"}) AgeRecords(files.Path(folder));
   }
   std::string Path(const std::string& name) const { return files.Path(name); }
 

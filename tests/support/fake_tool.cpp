@@ -4,8 +4,8 @@
 //   calls      gets one line per call: the tool's name and its arguments, separated by tabs, with
 //              "\n", "\t" and "\\" spelled with a backslash
 //   NAME.do    what the tool of that name does, one deed a line: "print TEXT", "environment NAME"
-//              (prints the variable), "exit STATUS", "kill SIGNAL", "when ARGUMENT" (else the rest
-//              is passed over), "mute" (write nothing)
+//              (prints the variable), "read FILE" (names it as compilers do), "exit STATUS", "kill
+//              SIGNAL", "when ARGUMENT" (else the rest is passed over), "mute" (write nothing)
 //
 // It writes the file after "-o" or, for ar, after "-r". Plain C and static, because a test may
 // start it a thousand times.
@@ -52,6 +52,18 @@ void PrintVariable(const char* name) {
   value ? printf("%s=%s\n", name, value) : printf("%s is not set\n", name);
 }
 
+// The value of the variable is a file and, after a blank, the target of the rule.
+void NoteRead(const char* name) {
+  const char* output = getenv("DEPENDENCIES_OUTPUT");
+  if (!output) return;
+  char path[cLongest];
+  snprintf(path, sizeof path, "%.*s", static_cast<int>(strcspn(output, " ")), output);
+  FILE* file = fopen(path, "a");
+  if (!file) return;
+  fprintf(file, "target: %s\n", name);
+  fclose(file);
+}
+
 Orders ReadOrders(const char* path, int count, char** values) {
   Orders orders;
   FILE* file = fopen(path, "r");
@@ -61,6 +73,7 @@ Orders ReadOrders(const char* path, int count, char** values) {
     line[strcspn(line, "\n")] = '\0';
     if (strncmp(line, "print ", 6) == 0) puts(line + 6);
     if (strncmp(line, "environment ", 12) == 0) PrintVariable(line + 12);
+    if (strncmp(line, "read ", 5) == 0) NoteRead(line + 5);
     if (strncmp(line, "exit ", 5) == 0) orders.status = atoi(line + 5);
     if (strncmp(line, "kill ", 5) == 0) orders.signalNumber = atoi(line + 5);
     if (strcmp(line, "mute") == 0) orders.mute = true;

@@ -212,16 +212,6 @@ TEST_F(BuildTest, GccSetSeven_CompilesAndLinksWithSetZero) {
 }
 
 // The second one finds an object that is newer than itself.
-TEST_F(BuildTest, TwoFilesWithOneBaseName_ShareTheirObject) {
-  build.Add("a/x.cpp", cMain);
-  build.Add("b/x.cpp", "");
-  build.builder.Build(Builder::Scope::cStale);
-  const auto calls = build.tools.Take();
-  ASSERT_EQ(calls.size(), 2u);
-  EXPECT_THAT(calls[0], Contains("a/x.cpp"));
-  EXPECT_THAT(Arguments(calls[1]), HasSubstr("-o p.exe x.o x.o "));
-}
-
 TEST_F(BuildTest, MissingObject_IsStale) {
   build.Add("a.cpp", cMain);
   build.Add("b.cpp", "");

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "build/Staleness.h"
+
+namespace zendry {
+
+// A file that a tool has read.
+struct InputFile {
+  std::string path;  // as from the project's folder
+  // Its time when it was read; cUnknownTime if it was written while the tool ran.
+  FileTimes::Time time = 0;
+
+  static constexpr FileTimes::Time cUnknownTime = -1;
+  bool operator==(const InputFile&) const = default;
+};
+
+// How a product was made.
+struct ProductRecord {
+  std::string command;
+  std::vector<InputFile> inputs;
+
+  bool operator==(const ProductRecord&) const = default;
+};
+
+// How the files of one output folder were made, kept in the file cRecordsName there. All projects
+// that build into the folder share it. With it a build sees changes that times alone don't show:
+// other switches, another list of objects, a header that the include lists don't name, a file with
+// its time set back.
+//
+// The file is a journal: a record is dropped before its tool runs and added after the tool has
+// succeeded, so that a build killed at any moment leaves no record of a product that it has
+// not finished. Without a record a product is stale. A file that is cut is read up to its last
+// whole record; a file of another version or a damaged one counts as empty.
+class BuildRecords {
+ public:
+  static constexpr char cRecordsName[] = ".zendry-build";
+
+  // Reads the records of a folder, given as a path from the current folder. Rewrites the file if
+  // most of it is out of date or its end is cut.
+  void Open(const std::string& folder);
+  // Null if nothing is known about the product.
+  const ProductRecord* Find(const std::string& product) const;
+  // Write to the disk at once; what can't be written is only known until the next Open, which makes
+  // the product stale then.
+  void Drop(const std::string& product);
+  void Add(const std::string& product, ProductRecord record);
+
+  // Says if a product with a record is stale: its command has changed, or an input has another time
+  // or is gone.
+  Staleness Check(FileTimes& times, const std::string& product, const std::string& command) const;
+
+  // The text form. Reading takes what comes before a cut end or a damage.
+  struct Journal {
+    std::map<std::string, ProductRecord> records;
+    size_t entries = 0;  // whole records in the text, those that were replaced or dropped too
+    bool isWhole = false;
+  };
+  static Journal Read(std::string_view text);
+  static std::string Write(const std::string& product, const ProductRecord& record);
+
+ private:
+  void Append(const std::string& text);
+  void Rewrite();
+
+  std::string path;
+  std::map<std::string, ProductRecord> records;
+};
+
+// The files named by a rule for make ("target: file file..."), as compilers write it.
+std::vector<std::string> ReadMakeRule(std::string_view rule);
+
+}  // namespace zendry
