@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Would the unit tests notice? Makes small changes to copies of the sources FILE (a condition turned, a limit
-off by one, a statement dropped, a sign, "and" for "or", a returned truth ...), builds core_tests with them
-and says which changes no test notices. See docs/tests.md."""
+off by one, a statement dropped, a sign, "and" for "or", a returned truth ...), builds core_tests (or the program
+of --tests) with them and says which changes no test notices. See docs/tests.md."""
 import argparse
 import collections
 import json
@@ -21,7 +21,7 @@ sys.path.insert(0, MUTATION)
 sys.dont_write_bytecode = True
 import changes  # noqa: E402
 
-TEST = 'core_tests'
+PROGRAMS = {'core_tests': 'tests/unit', 'gui_tests': 'tests/gui', 'sci_tests': 'tests/gui', 'ide_tests': 'tests/gui'}
 QUICK_MS = 60           # tests up to this long run first
 LEAST_SECONDS = 8       # of processor time that any run may take
 LARGEST_MEMORY = 4 << 30
@@ -42,6 +42,7 @@ def options():
     parser.add_argument('files', nargs='+', metavar='FILE')
     parser.add_argument('--seed', type=int, default=1, help='chooses the changes (1)')
     parser.add_argument('--most', type=int, default=12, help='changes for each file (12)')
+    parser.add_argument('--tests', choices=PROGRAMS, default='core_tests', help='the program to run (core_tests)')
     parser.add_argument('--build', default=os.path.join(TOP, 'build/dev'), help='a configured build folder')
     parser.add_argument('--built', action='store_true', help='the build folder is up to date')
     parser.add_argument('--again', action='store_true', help='only those that survived the last time')
@@ -95,17 +96,17 @@ def touches(text, change, lines):
     return any(first <= n <= first + text.count('\n', change.begin, change.end) for n in lines)
 
 
-def link(build, folder, objects):
+def link(build, folder, test, objects):
     """The test program with the changed objects before the libraries, which then give the others only."""
-    commands = run(['ninja', '-t', 'commands', TEST], build).stdout.splitlines()
-    command = next(part for part in commands[-1].split('&&') if f'-o tests/unit/{TEST}' in part)
+    commands = run(['ninja', '-t', 'commands', test], build).stdout.splitlines()
+    command = next(part for part in commands[-1].split('&&') if f'-o {PROGRAMS[test]}/{test}' in part)
     words = shlex.split(command)
-    program = os.path.join(folder, TEST)
+    program = os.path.join(folder, test)
     words[words.index('-o') + 1] = program
     words[1:1] = objects
     done = run(words, build)
     if done.returncode:
-        sys.exit(f'{TEST} does not link\n{done.stderr[:2000]}')
+        sys.exit(f'{test} does not link\n{done.stderr[:2000]}')
     return program
 
 
@@ -216,9 +217,9 @@ def main():
 def mutate(given, build, folder, survivors):
     os.nice(10)
     if not given.built:
-        done = run(['cmake', '--build', build, '--target', TEST], build)
+        done = run(['cmake', '--build', build, '--target', given.tests], build)
         if done.returncode:
-            sys.exit(f'{TEST} does not build\n{done.stdout[-2000:]}')
+            sys.exit(f'{given.tests} does not build\n{done.stdout[-2000:]}')
     commands = compile_commands(build)
     sources, number = [], 0
     for path in map(os.path.abspath, given.files):
@@ -245,12 +246,12 @@ def mutate(given, build, folder, survivors):
     done = run([compiler_of(commands), '-std=c++20', '-c', watcher, '-o', watch], folder)
     if done.returncode:
         sys.exit(done.stderr)
-    runner = Runner(link(build, folder, [*objects, watch]), folder)
+    runner = Runner(link(build, folder, given.tests, [*objects, watch]), folder)
     reached = os.path.join(folder, 'reached')
     runner.run(0, reached=reached)
     reach = Reach(reached)
     if not reach.by:
-        sys.exit(f'{TEST} does not run with the changes built in; is the build folder up to date?')
+        sys.exit(f'{given.tests} does not run with the changes built in; is the build folder up to date?')
     report(sources, reach, runner, survivors)
 
 

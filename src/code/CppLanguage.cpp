@@ -1,5 +1,8 @@
 #include "code/CppLanguage.h"
 
+#include <cstdint>
+#include <span>
+
 #include "EditorColours.h"
 
 namespace zendry {
@@ -36,6 +39,18 @@ constexpr char cKeywords[] =
     "struct switch template this throw true try typedef typeid typename union unsigned using "
     "virtual void volatile wchar_t while xor xor_eq ";
 
+// Comments, documentation comments and their keywords, numbers, strings, characters, unfinished,
+// verbatim and raw strings, regular expressions, user-defined literals, marks in comments and
+// escape sequences.
+constexpr int cQuietStyles[] = {1,  2,  3,  4,  6,  7,  12, 13, 14, 15,
+                                17, 18, 20, 21, 22, 23, 24, 25, 26, 27};
+
+constexpr std::uint64_t BitsOf(std::span<const int> styles) {
+  std::uint64_t bits = 0;
+  for (const int style : styles) bits |= std::uint64_t{1} << style;
+  return bits;
+}
+
 constexpr mavro::EditorLanguage MakeLanguage() {
   mavro::EditorLanguage language;
   language.name = "cpp";
@@ -51,6 +66,9 @@ constexpr mavro::EditorLanguage MakeLanguage() {
   language.tipSeparators = ",;";
   language.memberChars = ".->:";
   language.leftOutStyles = 64;
+  language.quietStyles = BitsOf(cQuietStyles);
+  language.directiveStyle = 9;
+  language.lineComment = "//";
   language.fileFilter =
       "C/C++ (c cc cpp cxx h hh hxx hpp)|*.c;*.cc;*.cpp;*.cxx;*.h;*.hh;*.hpp;*.hxx";
   return language;

@@ -32,9 +32,14 @@ void Remove(const std::string& file) {
   unlink(StepsOf(file).c_str());
 }
 
-// The time when a process was started, in the system's ticks; 0 when it is unknown. Doesn't use the
-// heap: it may be called while the program is about to end.
-uint64_t StartOf(pid_t process) {
+// What the system says of a process. An ended one is listed until its parent asks for its end.
+struct ProcessState {
+  bool hasEnded = false;
+  uint64_t start = 0;  // when it was started, in the system's ticks; 0 when it is unknown
+};
+
+// Doesn't use the heap: it may be called while the program is about to end.
+ProcessState StateOf(pid_t process) {
   constexpr int cFieldsBefore = 20;  // between the name's end and the start
   char path[32], text[1024];
   std::snprintf(path, sizeof path, "/proc/%d/stat", static_cast<int>(process));
@@ -43,15 +48,17 @@ uint64_t StartOf(pid_t process) {
   if (file >= 0) close(file);
   std::string_view rest(text, count > 0 ? static_cast<size_t>(count) : 0);
   rest.remove_prefix(std::min(rest.rfind(')'), rest.size()));
+  const bool hasEnded = rest.starts_with(") Z") || rest.starts_with(") X");
   for (int i = 0; i < cFieldsBefore; ++i)
     rest.remove_prefix(std::min(rest.find(' ') + 1, rest.size()));
-  return TakeNumber<uint64_t>(rest).value_or(0);
+  return {hasEnded, TakeNumber<uint64_t>(rest).value_or(0)};
 }
 
 // A process can have the number of one that has ended: in a container that is common.
 bool IsAlive(pid_t process, uint64_t start) {
-  const bool exists = kill(process, 0) == 0 || errno == EPERM;
-  return exists && (start == 0 || StartOf(process) == start);
+  if (kill(process, 0) != 0 && errno != EPERM) return false;
+  const ProcessState state = StateOf(process);
+  return !state.hasEnded && (start == 0 || state.start == start);
 }
 
 // The part of the names of this process's copies after the kind.
@@ -60,7 +67,7 @@ std::string OwnName() {
   static uint64_t start = 0;
   if (process != getpid()) {
     process = getpid();
-    start = StartOf(process);
+    start = StateOf(process).start;
   }
   return std::to_string(process) + "." + std::to_string(start);
 }

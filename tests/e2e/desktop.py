@@ -183,6 +183,12 @@ class Desktop:
         return subprocess.run(command, env=self.environment, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                               stderr=subprocess.DEVNULL, text=True).stdout
 
+    def minimise(self, window):
+        """Minimises a window; answers when neither it nor a dialog of it is active."""
+        self.ask('xdotool', 'windowminimize', window)
+        wait_until(lambda: 'Iconic' in self.ask('xprop', '-id', window, 'WM_STATE'), 'the window is minimised')
+        wait_until(lambda: not self.ask('xdotool', 'getactivewindow').strip(), 'no window is active')
+
     def start(self, command, **changed_environment):
         """Starts a program here. A variable that is None is taken out of its environment."""
         environment = {**self.environment, **changed_environment}

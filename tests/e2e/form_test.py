@@ -38,9 +38,9 @@ def icon_file(side):
 
 
 class FormTest(ZendryTest):
-    def project(self, resource='forms.rc'):
+    def project(self, resource='forms.rc', folder=''):
         """A copy of the program with its project file; answers that."""
-        folder = os.path.join(self.folder, 'forms')
+        folder = folder or os.path.join(self.folder, 'forms')
         shutil.copytree(os.path.join(TOP, 'tests', 'e2e', 'forms'), folder)
         with open(os.path.join(folder, 'forms.ico'), 'wb') as file:
             file.write(icon_file(32))

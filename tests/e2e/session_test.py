@@ -48,6 +48,45 @@ class Session(ZendryTest):
         self.assertEqual(session(session_file), kept)
         self.assertEqual(settings(self.ini), settled)
 
+    def is_maximised(self, window):
+        return 'MAXIMIZED_VERT' in self.desktop.ask('xprop', '-id', window.main, '_NET_WM_STATE')
+
+    def toggle_maximised(self, window, key):
+        """By the window manager's menu of the window."""
+        before = self.is_maximised(window)
+        self.desktop.ask('xdotool', 'key', 'alt+space', key)
+        wait_until(lambda: self.is_maximised(window) != before, 'the window is maximised, or no longer')
+        window.wait_quiet()
+
+    def test_maximised_window_is_so_again_and_knows_its_size(self):
+        window = self.start()
+        size = self.geometry(window)
+        self.toggle_maximised(window, 'x')
+        self.desktop.minimise(window.main)
+        self.desktop.ask('xdotool', 'windowactivate', window.main)
+        wait_until(lambda: self.desktop.ask('xdotool', 'getactivewindow').strip() == window.main, 'the window is back')
+        self.assertTrue(self.is_maximised(window))
+        self.assertEqual(window.close(), 0)
+
+        again = self.start()
+        wait_until(lambda: self.is_maximised(again), 'the window is maximised')
+        self.picture('second-start-maximised')
+        self.toggle_maximised(again, 'e')
+        wait_until(lambda: self.geometry(again) == size, 'the size that it had')
+        self.assertEqual(again.close(), 0)
+        self.assertFalse(self.is_maximised(self.start()))
+
+    def test_window_that_ends_minimised_is_shown_again_in_its_size(self):
+        window = self.start()
+        size = self.geometry(window)
+        self.desktop.minimise(window.main)
+        window.wait_quiet()
+        window.process.send_signal(signal.SIGTERM)
+        window.process.wait(20)
+        again = self.start()  # is active, so not minimised
+        self.assertEqual(self.geometry(again), size)
+        self.assertEqual(again.close(), 0)
+
     def test_settings_that_mean_nothing_are_passed_over(self):
         write(self.ini, 'Bounds=huge\nno equals sign\n\x01\x02=\x03\nown-key=kept\nsplit-h=-5\n')
         window = self.start()

@@ -29,6 +29,8 @@ inline mavro::EditorLanguage SmallLanguage() {
   language.tipEnd = ")";
   language.tipSeparators = ",;";
   language.memberChars = ".->:";
+  for (const int style : {1, 2, 4, 6, 7, 12, 20}) language.quietStyles |= 1u << style;
+  language.directiveStyle = 9;
   return language;
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 namespace mavro {
 
 // A colour on a light desktop and on a dark one, both blue-green-red. If only the light one is
@@ -55,6 +57,12 @@ struct EditorLanguage {
   // Text that the preprocessor leaves out has the style of other text plus this number; 0: there is
   // no such text.
   int leftOutStyles = 0;
+  // A bit for each style below 64 of text that is no code: comments, literals, numbers. Nothing is
+  // offered there by itself.
+  std::uint64_t quietStyles = 0;
+  // The style of the preprocessor's lines, 0 if there is none. Nothing is offered by itself in
+  // their strings and in those that include a file.
+  int directiveStyle = 0;
   int operatorStyle = 0;   // braces count in this style only; 0: in any
   int cancelAtStart = 0;   // the list closes when the caret is back where it opened
   int dropRestOfWord = 0;  // accepting a row replaces the rest of the word

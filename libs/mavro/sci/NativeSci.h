@@ -24,7 +24,9 @@ enum SciCode {
   cSciForeignText = 1,     // a text with letters beyond ASCII is about to be typed or pasted
   cSciPaletteChanged = 2,  // the desktop's colours have changed
   cSciWillType = 3,        // a letter is about to be typed
-  cSciTyped = 4            // the letter was typed
+  cSciTyped = 4,           // the letter was typed
+  cSciWillEnter = 5,       // the Enter key is about to be handled
+  cSciWillMove = 6         // a key that moves in a list is about to be handled
 };
 
 // A notification with the data of its code; the other fields are 0.

@@ -24,6 +24,13 @@ namespace {
 constexpr int cWheelStep = 120;
 constexpr int cDarkBelow = 128;
 
+// Letters are never typed with these keys held: that of the third level of a keyboard is none of
+// them.
+constexpr auto cCommandModifiers = Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier;
+// Keys that move in an open list.
+constexpr int cListKeys[] = {Qt::Key_Up,       Qt::Key_Down, Qt::Key_PageUp,
+                             Qt::Key_PageDown, Qt::Key_Home, Qt::Key_End};
+
 bool IsForeign(const QString& text) {
   return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= 0x80; });
 }
@@ -60,11 +67,13 @@ class SciWidget final : public QsciScintillaBase {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
+    const bool prints = !event->text().isEmpty() && event->text().at(0).isPrint();
+    if (prints && (event->modifiers() & cCommandModifiers)) return PassWithoutText(*event);
     AnnounceText(event->text());
-    const bool types = !event->text().isEmpty() && event->text().at(0).isPrint();
-    if (types && onTyping) onTyping(cSciWillType);
+    if (onTyping) AnnounceListKey(event->key());
+    if (prints && onTyping) onTyping(cSciWillType);
     QsciScintillaBase::keyPressEvent(event);
-    if (types && onTyping) onTyping(cSciTyped);
+    if (prints && onTyping) onTyping(cSciTyped);
   }
 
   void inputMethodEvent(QInputMethodEvent* event) override {
@@ -129,6 +138,21 @@ class SciWidget final : public QsciScintillaBase {
  private:
   void AnnounceText(const QString& text) const {
     if (onForeignText && IsForeign(text)) onForeignText();
+  }
+
+  // A key that is no command of the component is no letter either.
+  void PassWithoutText(QKeyEvent& event) {
+    QKeyEvent bare(event.type(), event.key(), event.modifiers(), event.nativeScanCode(),
+                   event.nativeVirtualKey(), event.nativeModifiers(), QString(),
+                   event.isAutoRepeat());
+    QsciScintillaBase::keyPressEvent(&bare);
+    event.setAccepted(bare.isAccepted());
+  }
+
+  void AnnounceListKey(int key) const {
+    if (key == Qt::Key_Return || key == Qt::Key_Enter) onTyping(cSciWillEnter);
+    if (std::find(std::begin(cListKeys), std::end(cListKeys), key) != std::end(cListKeys))
+      onTyping(cSciWillMove);
   }
 
   int turned = 0;  // of the wheel, and not yet a step

@@ -32,7 +32,16 @@ enum SciCommand {
   cSciGoToMatch = 842,
   cSciPlayMacro = 844,
   cSciRecordMacro = 845,
-  cSciRedo = 848
+  cSciRedo = 848,
+  cSciToggleComment = 860,
+  cSciMoveLinesUp = 861,
+  cSciMoveLinesDown = 862,
+  cSciDuplicate = 863,
+  cSciJoinLines = 864,
+  cSciSortLines = 865,
+  cSciZoomIn = 866,
+  cSciZoomOut = 867,
+  cSciZoomNone = 868
 };
 
 }  // namespace mavro

@@ -143,6 +143,10 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
     case cSciTyped:
       WatchTyping(n.code);
       break;
+    case cSciWillEnter:
+    case cSciWillMove:
+      WatchListKey(n.code);
+      break;
     case cSciPaletteChanged:
       ApplyStyles();
       break;

@@ -71,6 +71,10 @@ class SciEditor::Impl : public SysImpl, public SciText {
 
   // Group: typing (SciTyping.cpp).
   void CharacterAdded(char typed);
+  // A key that moves in the open list, or the Enter key, is about to be pressed.
+  void WatchListKey(int code);
+  // True if the typed character belongs to no code.
+  bool IsQuietHere(char typed);
   void ShowList(size_t typed, const std::string& list);
   void ShowTip(int position);
   IndentContext Context() const;
@@ -131,6 +135,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   int foldFlags = 0;
   int notesSent = 0;
   bool pausesOvertype = false;
+  bool movedInList = false;  // the user has chosen a row of the open list
 };
 
 }  // namespace mavro

@@ -26,6 +26,9 @@ void SciEditor::Impl::CharacterAdded(char typed) {
   state.listActive = Send(SCI_AUTOCACTIVE) != 0;
   state.wordCompleting = editor.wordCompleting;
   state.parenDepth = editor.parenDepth;
+  state.isQuiet = editor.language &&
+                  PlaceMatters(typed, state, *editor.language, *editor.options) &&
+                  IsQuietHere(typed);
   const TypingPlan plan = PlanTyping(typed, state, editor.language, *editor.options);
   editor.parenDepth = plan.parenDepth;
   for (const TypingStep step : plan.steps) switch (step) {
@@ -45,7 +48,7 @@ void SciEditor::Impl::CharacterAdded(char typed) {
         editor.startCompletion();
         break;
       case TypingStep::cStartWords:
-        editor.startWordCompletion(WordOffer::cSingle);
+        if (!editor.startWordCompletion(WordOffer::cSingle)) Send(SCI_AUTOCCANCEL);
         break;
       case TypingStep::cOfferWords:
         editor.wordCompleting = editor.startWordCompletion(WordOffer::cSingle);
@@ -63,7 +66,37 @@ void SciEditor::Impl::CharacterAdded(char typed) {
   editor.tipActive = Send(SCI_CALLTIPACTIVE) != 0;
 }
 
+// The Enter key ends the line as long as the user has chosen nothing from a list of words that
+// nobody asked for.
+void SciEditor::Impl::WatchListKey(int code) {
+  if (!Send(SCI_AUTOCACTIVE)) return;
+  if (code == cSciWillMove)
+    movedInList = true;
+  else if (Editor().wordCompleting && !movedInList)
+    Send(SCI_AUTOCCANCEL);
+}
+
+// The typed character may not have its style yet. Giving styles repaints the window, so that is
+// left out where the character before decides.
+bool SciEditor::Impl::IsQuietHere(char typed) {
+  const SciEditor& editor = Editor();
+  if (huge) return false;
+  const int caret = editor.CaretPosition(), before = caret - 2;
+  const int start = LineStart(LineOf(caret));
+  const auto styled = static_cast<int>(Send(SCI_GETENDSTYLED));
+  if (before >= start && styled > before) {
+    const bool isQuiet = IsQuietPlace(*this, before, *editor.language);
+    const bool inWord = IsInSet(editor.language->wordChars, typed) &&
+                        IsInSet(editor.language->wordChars, Range(before, before + 1)[0]);
+    const bool isDirective = StyleAt(before) == editor.language->directiveStyle;
+    if ((!isQuiet && !isDirective) || inWord) return isQuiet;
+  }
+  Send(SCI_COLOURISE, std::min(styled, start), caret);
+  return IsQuietPlace(*this, caret - 1, *editor.language);
+}
+
 void SciEditor::startCompletion() {
+  wordCompleting = false;
   if (!language) return;
   std::string text = CompletionText(ItsImpl().LineToCaret(), *language);
   std::string list;
@@ -94,6 +127,7 @@ void SciEditor::startCallTip() {
 // Offers names; their first `typed` bytes are already before the caret.
 void SciEditor::Impl::ShowList(size_t typed, const std::string& list) {
   const int start = Editor().CaretPosition() - static_cast<int>(typed);
+  movedInList = false;
   if (Window()->IsOnScreen(start)) SendText(SCI_AUTOCSHOW, static_cast<Param>(typed), list.c_str());
 }
 
@@ -114,6 +148,7 @@ void SciEditor::updateCallTip() {
 bool SciEditor::startWordCompletion(WordOffer offer) {
   const std::string word = WordToComplete(ItsImpl().LineToCaret(), options->wordChars.c_str());
   if (word.empty()) return false;
+  if (offer == WordOffer::cSingle && !IsOfferedUnasked(word, language)) return false;
   const int caret = CaretPosition();
   const std::string around = GetRange(caret - cWordReach, caret + cWordReach);
   const FoundWords found =

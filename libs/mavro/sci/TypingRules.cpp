@@ -1,5 +1,8 @@
 #include "TypingRules.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "CharSets.h"
 
 namespace mavro {
@@ -33,14 +36,18 @@ TypingPlan PlanInList(char typed, const TypingState& state, const EditorLanguage
   return plan;
 }
 
-TypingPlan PlanInText(char typed, int depth, const EditorLanguage& language,
-                      const EditorOptions& options) {
-  if (IsInSet(language.tipStart, typed)) return {{cStartTip}, 1};
-  TypingPlan plan{{cForgetWords}, depth};
+void AddIndent(TypingPlan& plan, const EditorOptions& options) {
   if (options.simpleIndent)
     plan.steps.push_back(cMaintainIndent);
   else if (options.smartIndent)
     plan.steps.push_back(cAutoIndent);
+}
+
+TypingPlan PlanInText(char typed, int depth, const EditorLanguage& language,
+                      const EditorOptions& options) {
+  if (IsInSet(language.tipStart, typed)) return {{cStartTip}, 1};
+  TypingPlan plan{{cForgetWords}, depth};
+  AddIndent(plan, options);
   if (IsInSet(language.memberChars, typed))
     plan.steps.push_back(cStartCompletion);
   else if (language.wordCompletion && IsInSet(options.wordChars.c_str(), typed))
@@ -48,11 +55,66 @@ TypingPlan PlanInText(char typed, int depth, const EditorLanguage& language,
   return plan;
 }
 
+// Only the list and the tip that are open take notice of a character that is no code.
+TypingPlan PlanInQuiet(char typed, const TypingState& state, const EditorOptions& options) {
+  if (state.tipActive) return {{cUpdateTip}, state.parenDepth};
+  if (state.listActive && IsInSet(options.wordChars.c_str(), typed)) return {{}, state.parenDepth};
+  TypingPlan plan{{cForgetWords}, state.parenDepth};
+  if (state.listActive) plan.steps.push_back(cCancelList);
+  AddIndent(plan, options);
+  return plan;
+}
+
+constexpr const char* cIncluding[] = {"include", "import"};
+
+bool IncludesFile(std::string_view line) {
+  const size_t sign = line.find_first_not_of(" \t");
+  if (sign == std::string_view::npos || line[sign] != '#') return false;
+  const size_t word = line.find_first_not_of(" \t", sign + 1);
+  if (word == std::string_view::npos) return false;
+  return std::any_of(std::begin(cIncluding), std::end(cIncluding), [&](const char* including) {
+    return line.substr(word).starts_with(including);
+  });
+}
+
+// The lexer gives no styles of their own to the literals of a preprocessor's line.
+bool EndsInLiteral(std::string_view line) {
+  char open = '\0';
+  for (size_t i = 0; i < line.size(); ++i) {
+    const char c = line[i];
+    if (open && c == '\\')
+      ++i;
+    else if (open ? c == open : c == '"' || c == '\'')
+      open = open ? '\0' : c;
+  }
+  return open != '\0';
+}
+
 }  // namespace
+
+bool PlaceMatters(char typed, const TypingState& state, const EditorLanguage& language,
+                  const EditorOptions& options) {
+  if (state.recording || !state.hasCaret) return false;
+  if (IsInSet(language.tipStart, typed)) return true;
+  if (state.tipActive) return IsInSet(language.tipEnd, typed);
+  if (IsInSet(language.memberChars, typed)) return true;
+  if (state.listActive && IsInSet(language.tipEnd, typed)) return true;
+  return language.wordCompletion && IsInSet(options.wordChars.c_str(), typed);
+}
+
+bool IsQuietPlace(const SciText& text, int position, const EditorLanguage& language) {
+  int style = text.StyleAt(position);
+  if (language.leftOutStyles > 0) style %= language.leftOutStyles;
+  if (style < 64 && (language.quietStyles >> style & 1)) return true;
+  if (language.directiveStyle == 0 || style != language.directiveStyle) return false;
+  const std::string line = text.Range(text.LineStart(text.LineOf(position)), position);
+  return IncludesFile(line) || EndsInLiteral(line);
+}
 
 TypingPlan PlanTyping(char typed, const TypingState& state, const EditorLanguage* language,
                       const EditorOptions& options) {
   if (state.recording || !state.hasCaret || !language) return {{}, state.parenDepth};
+  if (state.isQuiet) return PlanInQuiet(typed, state, options);
   if (state.tipActive) return PlanInTip(typed, state.parenDepth, *language);
   if (state.listActive) return PlanInList(typed, state, *language, options);
   return PlanInText(typed, state.parenDepth, *language, options);

@@ -4,6 +4,7 @@
 
 #include "EditorLanguage.h"
 #include "EditorOptions.h"
+#include "SciText.h"
 
 namespace mavro {
 
@@ -14,6 +15,7 @@ struct TypingState {
   bool tipActive = false;
   bool listActive = false;
   bool wordCompleting = false;
+  bool isQuiet = false;  // the character belongs to no code, see IsQuietPlace
   int parenDepth = 0;
 };
 
@@ -34,6 +36,14 @@ struct TypingPlan {
   std::vector<TypingStep> steps;
   int parenDepth = 0;  // from now on
 };
+
+// True if the steps of a typed character depend on its place, TypingState::isQuiet.
+bool PlaceMatters(char typed, const TypingState& state, const EditorLanguage& language,
+                  const EditorOptions& options);
+
+// True for a character in text that is no code, and in the name of an included file. The text has
+// its styles up to there.
+bool IsQuietPlace(const SciText& text, int position, const EditorLanguage& language);
 
 // The steps that a typed character leads to; none without a language.
 TypingPlan PlanTyping(char typed, const TypingState& state, const EditorLanguage* language,

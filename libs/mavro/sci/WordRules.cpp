@@ -57,6 +57,11 @@ std::string WordToComplete(std::string_view lineToCaret, const char* wordChars) 
   return std::string(word);
 }
 
+bool IsOfferedUnasked(std::string_view word, const EditorLanguage* language) {
+  if (word.size() < cLeastWord) return false;
+  return !language || !Includes(language->keywords, word);
+}
+
 FoundWords CollectWords(std::string_view text, std::string_view start, const char* wordChars,
                         LetterCase letterCase) {
   const CharSet set = SetOf(wordChars);

@@ -13,6 +13,11 @@ namespace mavro {
 // only.
 std::string WordToComplete(std::string_view lineToCaret, const char* wordChars);
 
+// True if the words that begin with `word` are offered unasked: it is long enough to be rare in
+// text that means something else, and it is not a keyword already.
+bool IsOfferedUnasked(std::string_view word, const EditorLanguage* language);
+constexpr size_t cLeastWord = 3;
+
 // The distance from the caret to look for words in. The limit makes typing cost the same in any
 // text.
 constexpr int cWordReach = 64 * 1024;

@@ -2,8 +2,9 @@
 
 #include "Dialog.h"
 
-// The program that the test of forms under a window manager builds, drives by keys and watches
-// through its log, whose file is the first argument.
+// The program that the tests of forms under a window manager build, drive by keys and watch
+// through its log, whose file is the first argument. A second argument makes a modal dialog the
+// first form.
 
 namespace {
 
@@ -42,11 +43,14 @@ class MainForm : public Form {
     save.icon = Icons::icoSave;
     Add(&save);
     name.SetBounds(20, 120, 200, 28);
+    name.onChange.Add_H(this, &This::NameChanged);
     Add(&name);
   }
 
   void ShownFirst(NotifyArgs&) { Log("shown, first handler"); }
   void ShownSecond(NotifyArgs&) { Log("shown, second handler"); }
+
+  void NameChanged(NotifyArgs&) { Log("name holds " + std::string(name.text)); }
 
   void Closing(NotifyArgs& args) {
     if (!refuses) return;
@@ -78,6 +82,10 @@ class MainForm : public Form {
 
 int Application::Main(const ArgumentList& args) {
   theLog.open(args.at(0));
+  if (args.size() > 1) {
+    Dialog dialog("First", true);
+    Log("first gave " + std::to_string(dialog.Run(true)));
+  }
   MainForm mfrm;
   mfrm.Show();
   Log("main returned");

@@ -48,6 +48,66 @@ TEST(DockLayout, LeftThenTop_TopStartsBeside) {
   EXPECT_EQ(top.Bounds(), (Rect{30, 0, 70, 20}));
 }
 
+TEST(DockLayout, RunsOnce_UntilItIsWantedAgain) {
+  Frame frame(100, 100);
+  Box fill(Dock::cFill, 1, 1);
+  frame.Add(&fill);
+  RunPendingLayout(&frame);
+  EXPECT_FALSE(frame.layoutPending);
+  fill.SetBounds(5, 5, 6, 6);
+  RunPendingLayout(&frame);
+  EXPECT_EQ(fill.Bounds(), (Rect{5, 5, 6, 6}));
+  frame.layoutPending = true;
+  RunPendingLayout(&frame);
+  EXPECT_EQ(fill.Bounds(), (Rect{0, 0, 100, 100}));
+}
+
+TEST(DockLayout, OtherSize_WantsIt_OtherPlaceDoesNot) {
+  Frame frame(100, 100);
+  RunPendingLayout(&frame);
+  frame.layoutPending = false;
+  frame.SetLocation(7, 8);
+  EXPECT_FALSE(frame.layoutPending);
+  frame.SetSize(100, 101);
+  EXPECT_TRUE(frame.layoutPending);
+  frame.layoutPending = false;
+  frame.SetSize(101, 101);
+  EXPECT_TRUE(frame.layoutPending);
+}
+
+struct StateRow {
+  int given, state;
+  bool isLaidOut;
+};
+
+TEST(SetStateTree, OnlyAMarkAndShowing_WantALayout_AndOnlyAMarkKeepsTheState) {
+  for (const StateRow& row :
+       {StateRow{cMarkLayout, cShown, true}, StateRow{cAboutToShow, cAboutToShow, true},
+        StateRow{cShown, cShown, false}, StateRow{cHidden, cHidden, false}}) {
+    Frame frame(100, 100);
+    Box inner(Dock::cNone, 50, 50), deep(Dock::cFill, 1, 1);
+    frame.Add(&inner);
+    inner.Add(&deep);
+    for (Control* control : std::initializer_list<Control*>{&frame, &inner, &deep}) {
+      control->state = cShown;
+      control->layoutPending = false;
+    }
+    SetStateTree(&frame, row.given);
+    for (Control* control : std::initializer_list<Control*>{&frame, &inner, &deep}) {
+      EXPECT_EQ(control->state, row.state) << row.given;
+      EXPECT_EQ(control->layoutPending, row.isLaidOut) << row.given;
+    }
+  }
+}
+
+TEST(RenewRoutes, WithoutWindows_DoesNothing) {
+  Frame frame(100, 100);
+  Box child(Dock::cNone, 5, 5);
+  frame.Add(&child);
+  frame.RenewRoutes();
+  EXPECT_EQ(child.id, 0 | cChildRoute);
+}
+
 TEST(DockLayout, TwoFills_OnlyTheLaterIsPlaced) {
   Frame frame(100, 100);
   Box first(Dock::cFill, 11, 12), second(Dock::cFill, 1, 1);

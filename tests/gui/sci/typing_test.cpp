@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+
 #include "EditorForm.h"
 
 namespace mavro {
@@ -155,8 +158,220 @@ TEST(SciTyping, Words_OneFits_IsOffered) {
     form.Type("ele");
     EXPECT_EQ(OpenList(form.editor), "elephant");
     EXPECT_TRUE(form.editor.wordCompleting);
-    test::Key(form, Qt::Key_Return);
+    test::Key(form, Qt::Key_Tab);
     EXPECT_EQ(form.editor.LineText(2), "elephant");
+  });
+}
+
+TEST(SciTyping, Words_Enter_EndsTheLineUnlessTheUserHasMovedInTheList) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("elephant = 1;\n@");
+    form.Type("ele");
+    ASSERT_EQ(OpenList(form.editor), "elephant");
+    form.Type("\n");
+    EXPECT_EQ(form.Shown(), "elephant = 1;\nele\n@");
+    form.Type("ele");
+    test::Key(form, Qt::Key_Down);
+    form.Type("\n");
+    EXPECT_EQ(form.Shown(), "elephant = 1;\nele\nelephant@");
+    form.Type("\nele");
+    test::Key(form, Qt::Key_Down);
+    form.Type("p");
+    ASSERT_EQ(OpenList(form.editor), "elephant") << "another list: nothing is chosen yet";
+    form.Type("\n");
+    EXPECT_EQ(form.Shown(), "elephant = 1;\nele\nelephant\nelep\n@");
+  });
+}
+
+TEST(SciTyping, Words_KeypadEnter_EndsTheLineToo) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("elephant\n@");
+    form.Type("ele");
+    ASSERT_EQ(OpenList(form.editor), "elephant");
+    test::Key(form, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(form.Shown(), "elephant\nele\n@");
+  });
+}
+
+TEST(SciTyping, Words_Asked_EnterTakesOne) {
+  EditorForm form;
+  form.editor.offered = "elephant?1";
+  form.editor.clearAsked = false;
+  RunEditor(form, [&] {
+    form.Fill("elephant\n@");
+    form.Type("ele");
+    form.editor.startCompletion();
+    ASSERT_EQ(OpenList(form.editor), "elephant");
+    form.Type("\n");
+    EXPECT_EQ(form.Shown(), "elephant\nelephant@");
+  });
+}
+
+TEST(SciTyping, Words_UnderThreeLettersOrAKeyword_NothingIsOffered) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("elephant format\n@");
+    form.Type("el");
+    EXPECT_EQ(OpenList(form.editor), "");
+    form.Type("e");
+    EXPECT_EQ(OpenList(form.editor), "elephant");
+    form.Type("\nfor");
+    EXPECT_EQ(OpenList(form.editor), "") << "a keyword";
+    form.Type("m");
+    EXPECT_EQ(OpenList(form.editor), "format");
+  });
+}
+
+TEST(SciTyping, Words_ThatBecomeAKeyword_CloseTheirList) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("whiley\n@");
+    form.Type("whil");
+    ASSERT_EQ(OpenList(form.editor), "whiley");
+    form.Type("e");
+    EXPECT_EQ(OpenList(form.editor), "");
+    test::Key(form, Qt::Key_Tab);
+    EXPECT_EQ(form.Shown(), "whiley\nwhile\t@");
+  });
+}
+
+// What is typed at the caret of a text, and if anything may open.
+struct QuietCase {
+  const char* before;
+  const char* typed;
+  bool opens;
+};
+
+TEST(SciTyping, ListsAndTips_ComeByThemselvesInCodeOnly) {
+  const QuietCase cases[] = {
+      {"@", "// this moves p.", false},
+      {"@", "// elephan", false},
+      {"@", "// foo(", false},
+      {"@", "/* p.", false},
+      {"/* a\n@\n*/", "p.", false},
+      {"/* a\n@\n*/", "elephan", false},
+      {"@", "s = \"p.", false},
+      {"@", "s = \"foo(", false},
+      {"@", "s = \"elephan", false},
+      {"@", "c = '.", false},
+      {"s = R\"x(@)x\";", "p.", false},
+      {"s = R\"x(\n@\n)x\";", "elephan", false},
+      {"@", "x = 1.", false},
+      {"@", "#include <elephan", false},
+      {"@", "#include \"p.", false},
+      {"@", "#  include \"foo(", false},
+      {"@", "#import \"p.", false},
+      {"@", "#define S \"p.", false},
+      {"@", "p.", true},
+      {"@", "foo(", true},
+      {"@", "elephan", true},
+      {"@", "/**/ p.", true},
+      {"// a\n@", "elephan", true},
+      {"@", "x = 'a' + p.", true},
+      {"@", "s = \"a\" + p.", true},
+      {"@", "s = \"a\".", true},
+      {"@", "x = 1 + p.", true},
+      {"@", "x1.", true},
+      {"@", "#define S p.", true},
+      {"@", "#define S \"a\" p.", true},
+      {"@", "#define S elephan", true},
+      {"@", "// a\np.", true},
+  };
+  for (const QuietCase& row : cases)
+    for (const bool settles : {true, false}) {
+      EditorForm form;
+      form.editor.offered = "alpha?1";
+      form.editor.offeredTip = "foo(int a)";
+      RunEditor(form, [&] {
+        form.Fill("int elephants;\n" + std::string(row.before));
+        for (const char c : std::string(row.typed)) {
+          form.Type(std::string(1, c));
+          if (settles) form.Settle();
+        }
+        const bool opened =
+            form.editor.Send(SCI_AUTOCACTIVE) != 0 || form.editor.Send(SCI_CALLTIPACTIVE) != 0;
+        EXPECT_EQ(opened, row.opens) << row.before << " " << row.typed << settles;
+      });
+    }
+}
+
+TEST(SciTyping, AskedList_InAComment_OpensAndEnterTakesIt) {
+  EditorForm form;
+  form.editor.offered = "alpha?1";
+  RunEditor(form, [&] {
+    form.Fill("// p.@");
+    form.editor.startCompletion();
+    EXPECT_EQ(OpenList(form.editor), "alpha");
+    form.Type("al");
+    EXPECT_EQ(OpenList(form.editor), "alpha");
+    form.Type("\n");
+    EXPECT_EQ(form.Shown(), "// p.alpha@");
+  });
+}
+
+TEST(SciTyping, Tip_AParenthesisInALiteral_DoesNotCount) {
+  EditorForm form;
+  form.editor.offeredTip = "foo(int a, int b)";
+  RunEditor(form, [&] {
+    form.Type("foo(\")");
+    EXPECT_EQ(form.editor.Send(SCI_CALLTIPACTIVE), 1);
+    form.Type("(");
+    EXPECT_EQ(form.editor.parenDepth, 1);
+    form.Type("\", 1)");
+    EXPECT_EQ(form.editor.Send(SCI_CALLTIPACTIVE), 0);
+  });
+}
+
+TEST(SciTyping, Keys_NobodyHasTaken_TypeNothing) {
+  const std::pair<Qt::Key, Qt::KeyboardModifiers> keys[] = {
+      {Qt::Key_Q, Qt::AltModifier},
+      {Qt::Key_2, Qt::AltModifier},
+      {Qt::Key_Period, Qt::ControlModifier},
+      {Qt::Key_Q, Qt::MetaModifier},
+      {Qt::Key_Q, Qt::AltModifier | Qt::ShiftModifier},
+      {Qt::Key_Q, Qt::ControlModifier | Qt::AltModifier},
+  };
+  for (const auto& [key, modifiers] : keys) {
+    EditorForm form;
+    RunEditor(form, [&] {
+      form.Fill("a@");
+      QKeyEvent press(QEvent::KeyPress, key, modifiers, QString(QChar(key)));
+      QApplication::sendEvent(QApplication::focusWidget(), &press);
+      EXPECT_EQ(form.Shown(), "a@") << key << " " << modifiers;
+    });
+  }
+}
+
+TEST(SciTyping, Keys_OfTheComponent_WorkWithTheirModifiers) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("one two@");
+    test::Key(form, Qt::Key_Backspace, Qt::ControlModifier);
+    EXPECT_EQ(form.Shown(), "one @");
+    test::Key(form, Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(form.editor.SelectedText(), "one ");
+  });
+}
+
+TEST(SciTyping, Letters_OfTheThirdLevelAndOfInputMethods_AreTyped) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("a@");
+    QKeyEvent third(QEvent::KeyPress, Qt::Key_At, Qt::GroupSwitchModifier, "@");
+    QApplication::sendEvent(QApplication::focusWidget(), &third);
+    QKeyEvent plain(QEvent::KeyPress, Qt::Key_BraceLeft, Qt::NoModifier, "{");
+    QApplication::sendEvent(QApplication::focusWidget(), &plain);
+    QKeyEvent large(QEvent::KeyPress, Qt::Key_Q, Qt::ShiftModifier, "Q");
+    QApplication::sendEvent(QApplication::focusWidget(), &large);
+    QInputMethodEvent dead;
+    dead.setCommitString(QString(QChar(0xE9)));
+    QApplication::sendEvent(QApplication::focusWidget(), &dead);
+    QInputMethodEvent word;
+    word.setCommitString(QString(QChar(0x8A9E)));
+    QApplication::sendEvent(QApplication::focusWidget(), &word);
+    EXPECT_EQ(form.editor.GetText(), "a@{Q\xC3\xA9\xE8\xAA\x9E");
   });
 }
 

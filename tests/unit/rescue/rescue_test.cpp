@@ -113,6 +113,37 @@ TEST_F(Rescue, Find_CopyOfALivingProcess_IsLeftAlone) {
   EXPECT_EQ(Copies().size(), 1u);
 }
 
+// A process that nobody has asked for its end keeps its number. Where the first process of a
+// container collects none, it does so for ever.
+TEST_F(Rescue, Find_CopyOfAnEndedProcessThatIsStillListed_IsFound) {
+  const pid_t child = fork();
+  if (child == 0) {
+    KeepRescueCopy(theProject);
+    raise(SIGKILL);
+  }
+  siginfo_t end = {};
+  ASSERT_EQ(waitid(P_PID, static_cast<id_t>(child), &end, WEXITED | WNOWAIT), 0);
+  ASSERT_EQ(kill(child, 0), 0);
+  EXPECT_EQ(FindRescuedProjects().size(), 1u);
+  waitpid(child, nullptr, 0);
+}
+
+TEST_F(Rescue, Find_CopyOfAStoppedProcess_IsLeftAlone) {
+  const pid_t child = fork();
+  if (child == 0) {
+    KeepRescueCopy(theProject);
+    raise(SIGSTOP);
+    _exit(0);
+  }
+  siginfo_t stop = {};
+  ASSERT_EQ(waitid(P_PID, static_cast<id_t>(child), &stop, WSTOPPED), 0);
+  EXPECT_EQ(Copies().size(), 1u);
+  EXPECT_THAT(FindRescuedProjects(), IsEmpty());
+  kill(child, SIGKILL);
+  waitpid(child, nullptr, 0);
+  EXPECT_EQ(FindRescuedProjects().size(), 1u);
+}
+
 TEST_F(Rescue, Find_FilesThatAreNoCopies_ArePassedOver) {
   LeaveCopy();
   const std::string name = Copies()[0];

@@ -78,6 +78,71 @@ TEST(TypingRules, InList_LettersGoOn_OthersCloseIt) {
   });
 }
 
+TEST(TypingRules, InTextThatIsNoCode_OnlyWhatIsOpenTakesNotice) {
+  Check({
+      {'.', {.isQuiet = true}, {cForgetWords, cAutoIndent}, 0},
+      {'(', {.isQuiet = true, .parenDepth = 1}, {cForgetWords, cAutoIndent}, 1},
+      {'a', {.isQuiet = true}, {cForgetWords, cAutoIndent}, 0},
+      {')', {.tipActive = true, .isQuiet = true, .parenDepth = 1}, {cUpdateTip}, 1},
+      {'(', {.tipActive = true, .isQuiet = true, .parenDepth = 1}, {cUpdateTip}, 1},
+      {'a', {.listActive = true, .isQuiet = true}, {}, 0},
+      {'.', {.listActive = true, .isQuiet = true}, {cForgetWords, cCancelList, cAutoIndent}, 0},
+  });
+}
+
+struct MattersCase {
+  char typed;
+  TypingState state;
+  bool matters;
+};
+
+TEST(TypingRules, PlaceMatters_WhereSomethingMayOpenOrClose) {
+  const MattersCase cases[] = {
+      {'.', {}, true},
+      {'(', {}, true},
+      {')', {}, false},
+      {'a', {}, true},
+      {'1', {}, false},
+      {' ', {}, false},
+      {')', {.tipActive = true}, true},
+      {'(', {.tipActive = true}, true},
+      {'a', {.tipActive = true}, false},
+      {')', {.listActive = true}, true},
+      {'.', {.recording = true}, false},
+      {'.', {.hasCaret = false}, false},
+  };
+  for (const MattersCase& row : cases)
+    EXPECT_EQ(PlaceMatters(row.typed, row.state, Language(), {}), row.matters) << row.typed;
+}
+
+TEST(TypingRules, IsQuietPlace_ByTheStyleOfTheCharacter) {
+  EditorLanguage language = Language();
+  language.quietStyles = 1u << 2 | 1u << 6;
+  const std::pair<const char*, bool> cases[] = {
+      {"// a@", true}, {"x = \"a@", true}, {"x = \"a\";@", false},
+      {"a@", false},   {"", false},        {"// a\nb@", false},
+  };
+  for (const auto& [marked, quiet] : cases) {
+    const test::MarkedText text(marked);
+    EXPECT_EQ(IsQuietPlace(text, text.caret - 1, language), quiet) << marked;
+  }
+  language.leftOutStyles = 2;
+  language.quietStyles = 1;
+  const test::MarkedText leftOut("// a@");
+  EXPECT_TRUE(IsQuietPlace(leftOut, 1, language)) << "as the style of the text itself";
+}
+
+TEST(WordRules, IsOfferedUnasked_FromThreeLettersOn) {
+  EditorLanguage language;
+  language.keywords = "for int";
+  EXPECT_FALSE(IsOfferedUnasked("ab", &language));
+  EXPECT_TRUE(IsOfferedUnasked("abc", &language));
+  EXPECT_TRUE(IsOfferedUnasked("fo_", nullptr));
+  EXPECT_FALSE(IsOfferedUnasked("for", &language));
+  EXPECT_TRUE(IsOfferedUnasked("form", &language));
+  EXPECT_TRUE(IsOfferedUnasked("for", nullptr));
+}
+
 TEST(TypingRules, NothingToDo_RecordingSelectionOrNoLanguage) {
   Check({{'.', {.recording = true}, {}, 0}, {'(', {.hasCaret = false, .parenDepth = 3}, {}, 3}});
   EXPECT_TRUE(PlanTyping('.', {}, nullptr, EditorOptions()).steps.empty());
