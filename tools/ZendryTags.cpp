@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "FileText.h"
 #include "base/ControlBytes.h"
 #include "base/Shell.h"
+#include "tags/TagChars.h"
 #include "tags/TagData.h"
 #include "tags/TagLine.h"
 #include "tags/TagParser.h"
@@ -83,6 +85,8 @@ class TagCollector {
  public:
   explicit TagCollector(const Options& newOptions) : options(newOptions) {
     theTagParser.shell = &log;
+    theTagParser.mostTags = std::numeric_limits<int>::max() - 1;
+    theCpp.lines.longestLine = std::numeric_limits<int>::max();
     if (!options.language.empty()) theTagParser.language = LanguageNamed(options.language);
   }
 

@@ -11,6 +11,8 @@ namespace {
 
 // Bytes that are read at once. The rest of a line is kept before them.
 constexpr size_t cChunk = 64 * 1024;
+constexpr size_t cSmallestBuffer = 2 * cChunk;
+constexpr size_t cSpare = 2;  // for the newline that ends a line that is too long
 
 const char* Find(const char* begin, const char* end, char c) {
   const void* found = std::memchr(begin, c, static_cast<size_t>(end - begin));
@@ -35,7 +37,7 @@ char* NormalizeLineEnds(char* begin, char* end, bool& afterReturn) {
 void LineInput::Start(FileReader& newReader, TagData& newStore) {
   reader = &newReader;
   store = &newStore;
-  buffer.resize(cChunk + cLongestLine + 2);
+  buffer.resize(cSmallestBuffer);
   next = end = buffer.data();
   lineStart = cursor = lineEnd = next;
   linePushback = lineNumber = tagLine = 0;
@@ -63,15 +65,17 @@ void LineInput::Stop() {
 }
 
 void LineInput::ReadLine() {
+  while (end - next < cLookAhead && !isReaderDone) Fill();
   const char* newline;
-  for (;;) {
-    const size_t ahead = std::min<size_t>(static_cast<size_t>(end - next), cLongestLine + 1);
-    newline = Find(next, next + ahead, '\n');
-    if (newline != next + ahead || ahead > cLongestLine || isReaderDone) break;
+  for (size_t searched = 0;;) {
+    const size_t ahead = std::min<size_t>(static_cast<size_t>(end - next), longestLine + 1);
+    newline = Find(next + searched, next + ahead, '\n');
+    if (newline != next + ahead || ahead > longestLine || isReaderDone) break;
+    searched = ahead;
     Fill();
   }
   const bool hasNewline = newline != end && *newline == '\n';
-  const bool isLong = static_cast<size_t>(newline - next) > cLongestLine;
+  const bool isLong = static_cast<size_t>(newline - next) > longestLine;
   eof = isLong || !hasNewline;
   lineStart = cursor = next;
   lineEnd = newline + (hasNewline && !isLong ? 1 : 0);
@@ -90,16 +94,19 @@ void LineInput::CutTooLong(const char* start) {
   isTooLong = true;
   theTagParser.logMessage("Line to long");
   theTagParser.gaveUp = true;
-  char* forced = buffer.data() + (start - buffer.data()) + cLongestLine + 1;
+  char* forced = buffer.data() + (start - buffer.data()) + longestLine + 1;
   *forced = '\n';
   lineEnd = forced + 1;
 }
 
 void LineInput::Fill() {
   const size_t rest = static_cast<size_t>(end - next);
-  std::memmove(buffer.data(), next, rest);
-  next = buffer.data();
-  end = next + rest;
+  if (static_cast<size_t>(buffer.data() + buffer.size() - end) < cChunk + cSpare) {
+    std::memmove(buffer.data(), next, rest);
+    if (rest + cChunk + cSpare > buffer.size()) buffer.resize(2 * buffer.size());
+    next = buffer.data();
+    end = next + rest;
+  }
   const size_t got = reader->read(end, cChunk);
   isReaderDone = got == 0;
   char* newEnd = NormalizeLineEnds(end, end + got, endsInReturn);

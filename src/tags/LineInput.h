@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/FileReader.h"
@@ -14,11 +17,12 @@ class TagData;
 // that lines beginning with "#" include. A line is handed out as the bytes between `cursor` and
 // `lineEnd`, so that a caller can read it without a call per byte.
 //
-// A byte 0 ends its line early; the rest of the line isn't read. A line of 1024 bytes ends the
-// source.
+// A byte 0 ends its line early; the rest of the line isn't read. A line over the longest that is
+// set ends the source.
 class LineInput {
  public:
   static constexpr size_t cLongestLine = 1023;
+  static constexpr ptrdiff_t cLookAhead = 2048;
 
   // Starts at the first byte of an open reader. Includes go to the store.
   void Start(FileReader& newReader, TagData& newStore);
@@ -32,9 +36,16 @@ class LineInput {
   }
   // Goes to the next line that has a byte; false at the end.
   bool NextLine();
+  // Text that comes next, over the ends of lines, comments and directives included: at least
+  // `cLookAhead` bytes from the beginning of this line, if there are as many.
+  std::string_view Ahead() const {
+    const char* const stop = std::max(lineStart + cLookAhead, lineEnd);
+    return {cursor, static_cast<size_t>((stop < end ? stop : end) - cursor)};
+  }
   // Gives up the rest of the source: only a newline still comes.
   void Stop();
 
+  size_t longestLine = cLongestLine;  // a longer line ends the source
   const char* lineStart = nullptr;
   const char* cursor = nullptr;
   const char* lineEnd = nullptr;  // after the newline, if the line has one

@@ -2,6 +2,7 @@
 
 #include "Assert.h"
 #include "tags/TagChars.h"
+#include "tags/TagMacros.h"
 #include "tags/TagParser.h"
 
 namespace zendry {
@@ -30,6 +31,8 @@ void TagC::parseBlock(int blockLevel, Statement* parent) {
   st.Start(parent, language, theCpp.lines.tagLine);
   currentStatement = &st;
   tokenAtLastTag = TOKEN_NONE;
+  theCpp.midStatement = false;
+  theCpp.blockLevel = blockLevel;
   for (;;) {
     readToken();
     const TokenType type = st.activeToken().type;
@@ -42,14 +45,17 @@ void TagC::parseBlock(int blockLevel, Statement* parent) {
     }
     if (type == TOKEN_DOUBLE_COLON) {
       ExtendContext(st);
-      st.stepTokenForward(theCpp.lines.tagLine);
       continue;
     }
     CheckTag(st);
     if (type == TOKEN_BRACE_OPEN) {
       const bool isInitialiser = IsBraceInitialiser(st);
+      const UnnamedBlock unnamed = NoteUnnamedBlock(st);
       ReadBlockBody(st, blockLevel);
       currentStatement = &st;
+      theCpp.blockLevel = blockLevel;
+      if (unnamed.isNoted && PeekChar() == ';')
+        theTagParser.MoveMembers(unnamed.name, unnamed.memberCount, unnamed.outerName);
       if (isInitialiser) {
         const int c = PeekChar();
         if (c == ';' || c == ',') {
@@ -65,12 +71,34 @@ void TagC::parseBlock(int blockLevel, Statement* parent) {
   currentStatement = parent;
 }
 
+// The name before the colons goes to the context, and the next name takes its place, so that a
+// qualified name is one token.
 void TagC::ExtendContext(Statement& st) {
   const Token& name = st.earlierToken(1);
-  if (!name.IsName()) return;
-  if (!st.context.name.empty()) st.context.name += Separator();
-  st.context.name += name.name;
-  st.context.type = TOKEN_NAME;
+  if (name.IsName()) {
+    if (!st.context.name.empty()) st.context.name += Separator();
+    st.context.name += name.name;
+    st.context.type = TOKEN_NAME;
+    st.stepTokenBack(theCpp.lines.tagLine);
+  } else {
+    st.activeToken().Reset(theCpp.lines.tagLine);
+  }
+  st.seen.isQualified = true;
+}
+
+// The members of `union { int a; };` belong to the class around it, which is only known at its end.
+TagC::UnnamedBlock TagC::NoteUnnamedBlock(Statement& st) {
+  UnnamedBlock block;
+  const bool isUnnamed = (st.declaration == DECLARES_STRUCT || st.declaration == DECLARES_UNION) &&
+                         !st.openedName.IsName() && !st.earlierToken(1).Is(TOKEN_ARGS);
+  if (!IsCOrCpp() || !isUnnamed || !st.HasContextualParent() || st.scope == SCOPEKIND_TYPEDEF)
+    return block;
+  FindFullScope(st);
+  block.isNoted = !fullScope.empty();
+  block.outerName = fullScope;
+  block.name = fullScope + "::<anonymous>";
+  block.memberCount = theTagParser.MemberCount(block.name);
+  return block;
 }
 
 // True for values in braces directly after a declared name: `int x{1};`.
@@ -99,9 +127,15 @@ void TagC::EndStatement(Statement& st) {
     ResetStatement(false);
     theCpp.midStatement = false;
   } else {
-    theCpp.midStatement = true;
+    theCpp.midStatement = theCpp.midStatement || !MayStandAlone(st);
     st.stepTokenForward(theCpp.lines.tagLine);
   }
+}
+
+// True for enumerators and for macros without a semicolon, such as BEGIN_NAMESPACE.
+bool TagC::MayStandAlone(Statement& st) const {
+  return st.IsParent(DECLARES_ENUM) ||
+         (st.activeToken().IsName() && IsInCapitals(st.activeToken().name));
 }
 
 void TagC::CheckTag(Statement& st) {
@@ -114,32 +148,23 @@ void TagC::CheckTag(Statement& st) {
       CheckTagAtBrace(st);
       break;
     case TOKEN_NAME:
-      if (st.IsParent(DECLARES_ENUM)) MakeTag(st, st.activeToken(), true, TagType::cEnumerator);
+      if (st.IsParent(DECLARES_ENUM)) CheckEnumerator(st);
       break;
     default:
       break;
   }
 }
 
-namespace {
-
-// `class A;` announces a name and declares nothing.
-bool IsForwardWord(const Token& token) {
-  if (!token.Is(TOKEN_KEYWORD)) return false;
-  switch (token.keyword) {
-    case Keyword::cClass:
-    case Keyword::cEnum:
-    case Keyword::cInterface:
-    case Keyword::cNamespace:
-    case Keyword::cStruct:
-    case Keyword::cUnion:
-      return true;
-    default:
-      return false;
+// A macro behind an enumerator, or one with arguments that makes enumerators, isn't one itself.
+void TagC::CheckEnumerator(Statement& st) {
+  const Token& name = st.activeToken();
+  if (LooksLikeMacro(name.name)) {
+    const Token& before = st.earlierToken(1);
+    if (st.TokensBefore() > 0 && before.IsName() && !LooksLikeMacro(before.name)) return;
+    if (PeekChar() == '(' && st.TokensBefore() == 0) return;
   }
+  MakeTag(st, name, true, TagType::cEnumerator);
 }
-
-}  // namespace
 
 void TagC::CheckTagAtEnd(Statement& st) {
   const Token& prev = st.earlierToken(1);
@@ -148,7 +173,7 @@ void TagC::CheckTagAtEnd(Statement& st) {
     if (IsForwardWord(prev2))
       st.scope = SCOPEKIND_EXTERN;
     else
-      tagVariable(st, prev);
+      tagVariable(st, DeclaredName(prev, false));
   } else if (prev.Is(TOKEN_ARGS) && prev2.IsName()) {
     if (st.seen.isPointer)
       tagVariable(st, prev2);
@@ -156,7 +181,7 @@ void TagC::CheckTagAtEnd(Statement& st) {
       tagFunction(st, prev2);
     else if (st.scope == SCOPEKIND_TYPEDEF)
       MakeTag(st, prev2, true, TagType::cTypedef);
-    else if (IsTypeSpecifier(st.declaration))
+    else if (IsTypeSpecifier(st.declaration) && CanBeFunction(st))
       MakeTag(st, prev2, false, TagType::cPrototype);
   }
 }
@@ -166,13 +191,17 @@ void TagC::CheckTagAtBrace(Statement& st) {
   const Token& prev2 = st.earlierToken(2);
   if (prev.Is(TOKEN_ARGS)) {
     if (!st.seen.typeSeen) return;
+    if (!CanBeFunction(st)) {
+      if (NameMacroBody(st)) tagFunction(st, prev2);
+      return;
+    }
     if (language != Language::cVera) st.declaration = DECLARES_FUNCTION;
     if (prev2.IsName()) st.openedName = prev2;
     tagFunction(st, prev2);
   } else if (IsPartOfScope(st.declaration)) {
     if (!prev.IsName()) return;
-    st.openedName = prev;
-    MakeTag(st, prev, st.declaration != DECLARES_NAMESPACE, TagTypeOf(st.declaration));
+    st.openedName = DeclaredName(prev, true);
+    MakeTag(st, st.openedName, st.declaration != DECLARES_NAMESPACE, TagTypeOf(st.declaration));
   } else if (language == Language::cCSharp) {
     MakeTag(st, prev, st.access == ACCESS_PRIVATE, TagType::cProperty);
   }

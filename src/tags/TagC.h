@@ -44,7 +44,16 @@ class TagC {
     bool end = false;
   };
 
+  // A block of a structure or union without a name, and how many members others like it left.
+  struct UnnamedBlock {
+    bool isNoted = false;
+    std::string name;
+    std::string outerName;
+    size_t memberCount = 0;
+  };
+
   // Blocks (TagC.cpp).
+  UnnamedBlock NoteUnnamedBlock(Statement& st);
   void parseBlock(int blockLevel, Statement* parent);
   void ReadBlockBody(Statement& st, int blockLevel);
   bool IsBraceInitialiser(Statement& st) const;
@@ -52,16 +61,21 @@ class TagC {
   void CheckTag(Statement& st);
   void CheckTagAtEnd(Statement& st);
   void CheckTagAtBrace(Statement& st);
+  void CheckEnumerator(Statement& st);
+  bool MayStandAlone(Statement& st) const;
   void ExtendContext(Statement& st);
   Statement& StatementOf(int blockLevel);
 
   // Tokens (TagTokens.cpp).
   int NextChar();
+  void AppendToArgText(int c);
   int PeekChar();
   void readToken();
   void ReadOther(int c);
   void ReadWord(int c);
   void ReadColon();
+  bool IsEnumHead(Statement& st) const;
+  bool IsTemplateAhead() const;
   void ReadBitField();
   void ReadLess();
   void DropNext(int wanted);
@@ -88,6 +102,10 @@ class TagC {
   int ReadOperatorCall(Token& token);
   void ReadPackage(Token& token);
   void SkipStatement();
+  void ApplyUsing();
+  void ApplyTemplate();
+  void ReadAlias(const Token& name);
+  void ReadLiteralOperator(Token& token);
   void SkipConstraint();
   void SkipConcept(int first);
   void SkipThrows();
@@ -101,27 +119,46 @@ class TagC {
   void ReadGroupWord(ParenGroup& group, int c);
   void CloseGroup(ParenGroup& group);
   void AnalyzeGroup(const ParenGroup& group);
+  bool MayHoldParameters(const ParenGroup& group) const;
+  bool IsSpecialValueAhead() const;
   bool IsNameInParens(const ParenGroup& group, int c);
   void ReadPostParens(const ParenGroup& group);
   void ReadJavaThrows();
   void ReadPostParensChar(const ParenGroup& group, PostParens& post, int c);
   bool ReadPostParensWord(const ParenGroup& group, PostParens& post, int c);
   bool SkipModernBehindParameters(ModernWord word);
+  bool IsDeclaratorBehindType() const;
+  bool SkipMacroBehindParameters();
+  bool IsMacroBeforeDeclarator(const Token& word) const;
+  void DropMacroBefore(const Token& word);
+  bool IsClassHead(const Token& token) const;
+  void SkipWordsBehindTypedef();
   void SkipMemberInitialisers();
   void SkipTrailingReturn();
   void RestartWith(Token& token);
 
+  // Macros (TagMacros.cpp).
+  bool TakeMacroGroup();
+  bool TakeMacroInHead();
+  bool CanBeFunction(Statement& st) const;
+  bool NameMacroBody(Statement& st);
+  bool HasTypeBefore(int n, bool mayBeInCapitals) const;
+  const Token& DeclaredName(const Token& name, bool isHead) const;
+
   // Tags (TagMake.cpp).
   void tagFunction(Statement& st, const Token& token);
   void tagVariable(Statement& st, const Token& token);
+  bool HasTypeOfMember(Statement& st, const Token& token) const;
   void MakeTag(Statement& st, const Token& token, bool isFileScope, TagType type);
   void FindScope(Statement& st);
   void FindFullScope(Statement& st);
   void FillExtra(TagFacts& facts, const Statement& st, TagType type);
   void SetTypeRef(TagFacts& facts, Statement& st);
+  const Token& TypeAt(Statement& st, int n) const;
   void AddQualified(TagFacts facts, TagType type);
   std::string_view Separator() const;
 
+  bool IsCOrCpp() const { return language == Language::cC || language == Language::cCpp; }
   bool IsCpp() const { return language == Language::cCpp; }
   bool IsJavaOrCSharp() const {
     return language == Language::cJava || language == Language::cCSharp;

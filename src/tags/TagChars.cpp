@@ -30,7 +30,9 @@ bool IsDigit(int c) {
 
 void Cpp::sourceInit(bool isLaterPass, Language theLanguage, bool isHeaderFile) {
   ungetch = ungetch2 = decided = 0;
-  midStatement = false;
+  midStatement = keepsLiterals = false;
+  blockLevel = 0;
+  literal.clear();
   directive.state = DIRECTIVE_NONE;
   directive.allowed = true;
   directive.name.clear();
@@ -39,6 +41,7 @@ void Cpp::sourceInit(bool isLaterPass, Language theLanguage, bool isHeaderFile) 
   laterPass = isLaterPass;
   language = theLanguage;
   isJava = language == Language::cJava;
+  isCOrCpp = language == Language::cC || language == Language::cCpp;
   isHeader = isHeaderFile;
   separatorLine = 0;
 }
@@ -106,7 +109,7 @@ int Cpp::Fold(int c, Seen& seen) {
     case ' ':
       return c;
     case '\n':
-      if (seen.directive) seen.directive = seen.ignore;
+      if (seen.directive) seen.directive = seen.ignore = Level().skipping;
       directive.allowed = true;
       return c;
     case '"':
@@ -210,8 +213,20 @@ int Cpp::SkipLineComment() {
 
 int Cpp::FoldQuote() {
   directive.allowed = false;
+  const int line = lines.lineNumber;
+  const char* const start = lines.cursor;
   if (language != Language::cCpp || !SkipRawString()) SkipString();
+  KeepLiteral(line, start);
   return STRING_MARK;
+}
+
+// `start` is after the opening quote, which the reader has just passed in that line.
+void Cpp::KeepLiteral(int line, const char* start) {
+  if (!keepsLiterals) return;
+  if (line == lines.lineNumber && start > lines.lineStart)
+    literal.assign(start - 1, lines.cursor);
+  else
+    literal.assign(2, start > lines.lineStart ? start[-1] : '"');
 }
 
 void Cpp::SkipString() {
@@ -250,8 +265,11 @@ bool Cpp::SkipRawString() {
 
 int Cpp::FoldApostrophe() {
   directive.allowed = false;
-  if (language == Language::cCpp && IsDigitSeparator()) return 0;
+  if (isCOrCpp && IsDigitSeparator()) return 0;
+  const int line = lines.lineNumber;
+  const char* const start = lines.cursor;
   SkipCharacter();
+  KeepLiteral(line, start);
   return CHAR_MARK;
 }
 
@@ -266,6 +284,9 @@ bool Cpp::IsDigitSeparator() {
   while (at != lines.lineStart &&
          (IsClass(static_cast<unsigned char>(at[-1]), cIdentifierChar) || at[-1] == '.'))
     --at;
+  // In C a digit follows or the number has a base, which tells it from a number of Vera.
+  const bool isOfC = IsDigit(static_cast<unsigned char>(*lines.cursor)) || *at == '0';
+  if (language == Language::cC && !isOfC) return false;
   const bool goesOn = at != lines.lineStart && at - 1 == earlier && at != quote;
   if (!goesOn && !IsDigit(*at)) return false;
   separatorLine = lines.lineNumber;

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "tags/LineInput.h"
 #include "tags/TagLanguages.h"
@@ -64,6 +65,7 @@ struct Conditional {
   bool oneBranchOnly = false;   // it began within a statement
   bool branchTaken = false;
   bool skipping = false;
+  int blockLevel = 0;  // the block that it began in
 };
 
 // The stream of characters that the declaration parser reads: a comment becomes a blank, a literal
@@ -102,13 +104,18 @@ class Cpp {
   bool IsIdentifierStart(int c) const {
     return IsClass(c, cIdentifierStart) || (isJava && IsHighIdentifier(c));
   }
+  // The text of the literal that the last mark stands for, as it is written; empty when that is
+  // no longer known. A literal over several lines is written as an empty one.
+  std::string TakeLiteral() { return std::exchange(literal, {}); }
   // Passes over all characters but braces and those that need a closer look.
   void SkipToBrace();
   // Drops the characters that are held and the rest of the source.
   void Stop();
 
   LineInput lines;
+  bool keepsLiterals = false;
   bool midStatement = false;
+  int blockLevel = 0;  // the block that is being read
   bool laterPass = false;
   bool blanksSkipped = false;
   struct {
@@ -144,6 +151,7 @@ class Cpp {
   int FoldSlash();
   int FoldQuote();
   int FoldApostrophe();
+  void KeepLiteral(int line, const char* start);
   bool SkipRawString();
   bool IsDigitSeparator();
   void SkipString();
@@ -167,7 +175,9 @@ class Cpp {
   int decided = 0;  // a question mark that isn't looked at again
   Language language = Language::cC;
   bool isJava = false;
+  bool isCOrCpp = true;
   bool isHeader = false;
+  std::string literal;
   int separatorLine = 0;                 // line of the last digit separator
   const char* separatorPlace = nullptr;  // its place in that line
 };

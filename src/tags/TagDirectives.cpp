@@ -66,15 +66,17 @@ bool Cpp::HandleIf(int c) {
   const bool firstBranch = c != '0';
   ++directive.condDepth;
   Conditional& level = Level();
-  level = {isOff, midStatement, firstBranch, isOff};
+  level = {isOff, midStatement, firstBranch, isOff, blockLevel};
   if (!isOff && !firstBranch && !laterPass)
     level.skipping = level.oneBranchOnly || !theTagParser.readIfZero;
   return level.skipping;
 }
 
+// A branch that opened or closed a block is the only one that is read, like one that ends within a
+// statement: the other branches hold the same brace once more.
 bool Cpp::HandleElse(std::string_view word) {
   Conditional& level = Level();
-  if (midStatement && !laterPass) level.oneBranchOnly = true;
+  if ((midStatement || blockLevel != level.blockLevel) && !laterPass) level.oneBranchOnly = true;
   level.skipping = level.allBranchesOff || (level.branchTaken && level.oneBranchOnly);
   if (!level.skipping && word == "else" && !laterPass)
     level.branchTaken = level.oneBranchOnly || midStatement;

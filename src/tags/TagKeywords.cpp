@@ -131,11 +131,12 @@ constexpr ModernRow cModernWords[] = {
     {"override", ModernWord::cBehindParameters},
     {"final", ModernWord::cFinal},
     {"requires", ModernWord::cRequires},
-    {"alignas", ModernWord::cWithGroup},
-    {"__declspec", ModernWord::cWithGroup},
+    {"alignas", ModernWord::cWithGroup, true},
+    {"__declspec", ModernWord::cWithGroup, true},
+    {"_Alignas", ModernWord::cWithGroup, true},
     {"decltype", ModernWord::cTypeWithGroup},
-    {"static_assert", ModernWord::cAssertion},
-    {"_Static_assert", ModernWord::cAssertion},
+    {"static_assert", ModernWord::cAssertion, true},
+    {"_Static_assert", ModernWord::cAssertion, true},
     {"constexpr", ModernWord::cBehindIf},
     {"consteval", ModernWord::cBehindIf},
 };
@@ -192,7 +193,9 @@ WordMeaning MeaningOf(std::string_view word, Language language) {
     const int entry = cTable[slot];
     if (TextOf(entry) != word) continue;
     if (entry >= cKeywordCount) {
-      if (language == Language::cCpp) meaning.modern = cModernWords[entry - cKeywordCount].word;
+      const ModernRow& row = cModernWords[entry - cKeywordCount];
+      if (language == Language::cCpp || (row.isInC && language == Language::cC))
+        meaning.modern = row.word;
     } else if (cKeywords[entry].IsKnownIn(language)) {
       meaning.keyword = cKeywords[entry].keyword;
     } else {

@@ -140,6 +140,7 @@ enum class ModernWord : int8_t {
 struct ModernRow {
   std::string_view text;
   ModernWord word;
+  bool isInC = false;  // C knows it too
 };
 
 std::span<const ModernRow> ModernWords();

@@ -1,5 +1,6 @@
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
+#include "tags/TagMacros.h"
 #include "tags/TagParser.h"
 
 namespace zendry {
@@ -86,6 +87,8 @@ void TagC::tagVariable(Statement& st, const Token& token) {
   } else if (st.IsMember()) {
     if (IsJavaOrCSharp())
       MakeTag(st, token, isPrivate, cField);
+    else if (IsCOrCpp() && !HasTypeOfMember(st, token))
+      return;
     else if (st.scope == SCOPEKIND_GLOBAL || isStatic)
       MakeTag(st, token, true, cMember);
   } else if (st.scope == SCOPEKIND_EXTERN || !st.seen.typeSeen) {
@@ -93,6 +96,12 @@ void TagC::tagVariable(Statement& st, const Token& token) {
   } else {
     MakeTag(st, token, isStatic, st.seen.inFunction ? cLocal : cVariable);
   }
+}
+
+// False for a word alone in a class, which is a macro.
+bool TagC::HasTypeOfMember(Statement& st, const Token& token) const {
+  return st.isPartial || st.TokensBefore() == 0 || st.seen.parenNameSeen || st.context.IsName() ||
+         &token != &st.earlierToken(st.TokensBefore());
 }
 
 void TagC::MakeTag(Statement& st, const Token& token, bool isFileScope, TagType type) {
@@ -175,20 +184,35 @@ void TagC::FillExtra(TagFacts& facts, const Statement& st, TagType type) {
     facts.access = AccessText(st.access);
 }
 
-// The word before the name. After a comma there is none, and the type of the tag before is used.
+// The word before the name; a qualifier or a name in capitals gives way to a type before it. After
+// a comma there is none, and the type of the tag before is used.
 void TagC::SetTypeRef(TagFacts& facts, Statement& st) {
-  int i = st.tokenIndex;
-  while (i >= 0 && !st.token[i].IsName()) --i;
-  if (i - 1 < 0) {
+  const auto isName = [&](int n) {
+    return st.earlierToken(n).IsName() && st.earlierToken(n).name == facts.name;
+  };
+  const int known = st.TokensBefore();
+  int n = 0;
+  while (n <= known && !isName(n)) ++n;
+  if (++n > known) {
     if (tokenAtLastTag == TOKEN_COMMA) facts.typeRef = "@";
-  } else {
-    const int typeIndex = st.token[i - 1].Is(TOKEN_DOUBLE_COLON) ? i - 3 : i - 1;
-    if (typeIndex >= 0) {
-      const Token& type = st.token[typeIndex];
-      if (type.IsName() || type.Is(TOKEN_KEYWORD)) facts.typeRef = type.name;
-    }
+  } else if (const Token& type = TypeAt(st, n); type.IsName() || type.Is(TOKEN_KEYWORD)) {
+    facts.typeRef = type.name;
   }
   tokenAtLastTag = st.activeToken().type;
+}
+
+const Token& TagC::TypeAt(Statement& st, int n) const {
+  const Token& nearest = st.earlierToken(n);
+  const bool mayGiveWay = nearest.IsKeyword(Keyword::cConst) ||
+                          nearest.IsKeyword(Keyword::cVolatile) ||
+                          (nearest.IsName() && IsInCapitals(nearest.name));
+  if (!mayGiveWay || IsJavaOrCSharp()) return nearest;
+  for (++n; n <= st.TokensBefore(); ++n) {
+    const Token& token = st.earlierToken(n);
+    if (IsTypeWord(token) && !token.Is(TOKEN_BRACE_CLOSE) && !IsInCapitals(token.name))
+      return token;
+  }
+  return nearest;
 }
 
 // The same tag under its qualified name. An enumerator belongs to the scope that its enumeration is

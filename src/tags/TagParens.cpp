@@ -1,5 +1,8 @@
+#include <algorithm>
+
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
+#include "tags/TagMacros.h"
 
 namespace zendry {
 
@@ -8,14 +11,14 @@ namespace zendry {
 void TagC::readParenGroup() {
   Statement& st = *currentStatement;
   if (st.seen.inFunction && !st.seen.assignment) st.seen.cannotBeVariable = true;
-  if (st.earlierToken(1).Is(TOKEN_NONE)) return;
+  if (st.earlierToken(1).Is(TOKEN_NONE) || TakeMacroGroup()) return;
   ParenGroup group;
   group.isOldStyleList = language == Language::cC;
-  inArgText = true;
+  inArgText = theCpp.keepsLiterals = true;
   argText = "(";
   ReadGroupChars(group);
   CloseGroup(group);
-  inArgText = false;
+  inArgText = theCpp.keepsLiterals = false;
   AnalyzeGroup(group);
 }
 
@@ -23,7 +26,7 @@ void TagC::ReadGroupChars(ParenGroup& group) {
   while (!group.argsInArgs && group.depth > 0 && (group.isOldStyleList || group.mayBeName)) {
     const int c = NextChar();
     if (c == -1) return;
-    argText += static_cast<char>(c);
+    AppendToArgText(c);
     ReadGroupChar(group, c);
     group.firstChar = false;
   }
@@ -83,6 +86,20 @@ void TagC::ReadGroupChar(ParenGroup& group, int c) {
   }
 }
 
+namespace {
+
+// True for the rest of the qualifier in `(A::*name)(int)`.
+bool IsMemberPointer(std::string_view text) {
+  const size_t star = text.find('*');
+  if (star == text.npos || star < 2 || text.substr(star - 2, 2) != "::") return false;
+  return std::all_of(text.begin(), text.begin() + star, [](char c) {
+    return IsClass(static_cast<unsigned char>(c), cIdentifierChar | cBlankChar) || c == ':' ||
+           c == '<' || c == '>' || c == ',';
+  });
+}
+
+}  // namespace
+
 // A parenthesis within the group: that of a macro call, of a pointer to a function, of parameters
 // within parameters, or one without a meaning here.
 void TagC::OpenInGroup(ParenGroup& group) {
@@ -96,8 +113,8 @@ void TagC::OpenInGroup(ParenGroup& group) {
     if (!argText.empty()) argText.pop_back();
   } else if (currentStatement->activeToken().Is(TOKEN_PAREN_NAME)) {
     const int c = NextChar();
-    if (c == '*') {
-      argText += '*';
+    if (c == '*' || c == '&') {
+      argText += static_cast<char>(c);
       skipBalanced("()");
       const int next = NextChar();
       if (next == '(') {
@@ -106,14 +123,26 @@ void TagC::OpenInGroup(ParenGroup& group) {
       } else {
         theCpp.sourceUngetc(next);
       }
-    } else {
+    } else if (group.wordCount == 1 && !IsMemberPointer(theCpp.lines.Ahead()) &&
+               MayHoldParameters(group)) {
       theCpp.sourceUngetc(c);
       theCpp.sourceUngetc('(');
       group.argsInArgs = true;
+    } else {
+      theCpp.sourceUngetc(c);
+      group.mayBeName = false;
+      skipBalanced("()");
     }
   } else {
     ++group.depth;
   }
+}
+
+// True if parentheses within the group may hold the parameters of the name before them, as in
+// `int (*f(int))` and `MACRO(f(int))`.
+bool TagC::MayHoldParameters(const ParenGroup& group) const {
+  const Token& before = currentStatement->earlierToken(1);
+  return !group.isArgList || !before.IsName() || LooksLikeMacro(before.name);
 }
 
 void TagC::ReadGroupWord(ParenGroup& group, int c) {
@@ -137,13 +166,23 @@ void TagC::CloseGroup(ParenGroup& group) {
   if (group.isOldStyleList) argText.clear();
 }
 
+// True before the rest of `= default` and `= delete`, which only functions have.
+bool TagC::IsSpecialValueAhead() const {
+  std::string_view text = theCpp.lines.Ahead();
+  text.remove_prefix(std::min(text.find_first_not_of(" \t\n="), text.size()));
+  return IsCpp() && (text.starts_with("default") || text.starts_with("delete"));
+}
+
 // True if the group is a name in parentheses. `c` is the character after the group.
 bool TagC::IsNameInParens(const ParenGroup& group, int c) {
   Statement& st = *currentStatement;
   if (!group.mayBeName || !st.activeToken().Is(TOKEN_PAREN_NAME) || st.seen.parenNameSeen)
     return false;
+  const bool isMacroCall = IsCOrCpp() && (c == ';' || c == ',') && st.TokensBefore() == 1 &&
+                           st.earlierToken(1).IsName() && IsInCapitals(st.earlierToken(1).name);
+  if (isMacroCall) return false;
   return !group.isArgList || !st.seen.typeSeen || c == '(' ||
-         (c == '=' && st.implementation != IMP_VIRTUAL) ||
+         (c == '=' && st.implementation != IMP_VIRTUAL && !IsSpecialValueAhead()) ||
          (st.declaration == DECLARES_NONE && (c == ',' || c == ';'));
 }
 
@@ -161,7 +200,10 @@ void TagC::AnalyzeGroup(const ParenGroup& group) {
     st.seen.argsSeen = true;
     st.markToken(TOKEN_ARGS, theCpp.lines.tagLine);
     st.stepTokenForward(theCpp.lines.tagLine);
-    if (st.scope != SCOPEKIND_TYPEDEF) ReadPostParens(group);
+    if (st.scope == SCOPEKIND_TYPEDEF)
+      SkipWordsBehindTypedef();
+    else
+      ReadPostParens(group);
   } else {
     st.markToken(TOKEN_NONE, theCpp.lines.tagLine);
   }

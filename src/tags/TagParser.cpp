@@ -98,7 +98,7 @@ void TagParser::logMessage(std::string_view text, std::string_view detail) {
 }
 
 void TagParser::addTag(const TagFacts& entry) {
-  if (entry.name.empty() || entry.name.front() == '_' || tagCount > cMostTags) return;
+  if (entry.name.empty() || entry.name.front() == '_' || tagCount > mostTags) return;
   CountTag();
   TagFacts told = entry;
   if (entry.typeRef == "@")
@@ -112,8 +112,24 @@ void TagParser::addTag(const TagFacts& entry) {
   if (found) found(told);
 }
 
+size_t TagParser::MemberCount(std::string_view className) const {
+  const auto found = tagData->classes.find(className);
+  return found == tagData->classes.end() ? 0 : found->second.members.size();
+}
+
+void TagParser::MoveMembers(std::string_view from, size_t first, std::string_view to) {
+  const auto source = tagData->classes.find(from);
+  const auto target = tagData->classes.find(to);
+  if (source == tagData->classes.end() || target == tagData->classes.end() || source == target)
+    return;
+  std::vector<TagItem>& members = source->second.members;
+  for (size_t i = first; i < members.size(); ++i)
+    target->second.members.push_back(std::move(members[i]));
+  if (first < members.size()) members.resize(first);
+}
+
 void TagParser::CountTag() {
-  if (++tagCount <= cMostTags) return;
+  if (++tagCount <= mostTags) return;
   logMessage("To many tags");
   gaveUp = true;
   theCpp.Stop();

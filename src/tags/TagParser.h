@@ -38,6 +38,11 @@ class TagParser {
 
   // Stores a tag that the declaration parser found.
   void addTag(const TagFacts& entry);
+  // How many members the class of that name has so far.
+  size_t MemberCount(std::string_view className) const;
+  // Moves the members from that number on to another class, whose name they are reached by: those
+  // of a union or structure that has neither a name nor a variable.
+  void MoveMembers(std::string_view from, size_t first, std::string_view to);
   // Writes to the shell's output; does nothing without a shell.
   void logMessage(std::string_view text, std::string_view detail = {});
 
@@ -51,6 +56,7 @@ class TagParser {
   // Called for every tag that is stored, with its full type.
   std::function<void(const TagFacts&)> found;
 
+  int mostTags = cMostTags;  // of one source
   // Options of the parser.
   bool keepFilePrivate = true;   // tags that are visible only in their own file are kept
   bool addQualifiedTag = false;  // a second tag of each member, named with its class

@@ -1,5 +1,6 @@
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
+#include "tags/TagMacros.h"
 #include "tags/TagParser.h"
 
 namespace zendry {
@@ -7,7 +8,7 @@ namespace {
 
 // The actions of the scan after a parameter list at a keyword; all other keywords count as plain
 // names.
-enum class BehindArgs { cPlain, cSkipGroup, cNothing, cQualifier, cRestart };
+enum class BehindArgs { cPlain, cTypeWord, cSkipGroup, cNothing, cQualifier, cRestart };
 
 BehindArgs ActAt(Keyword keyword) {
   using enum Keyword;
@@ -20,6 +21,21 @@ BehindArgs ActAt(Keyword keyword) {
     case cConst:
     case cVolatile:
       return BehindArgs::cQualifier;
+    case cBool:
+    case cChar:
+    case cDouble:
+    case cEnum:
+    case cFloat:
+    case cInt:
+    case cLong:
+    case cShort:
+    case cSigned:
+    case cStruct:
+    case cUnion:
+    case cUnsigned:
+    case cVoid:
+    case cWcharT:
+      return BehindArgs::cTypeWord;
     case cCatch:
     case cClass:
     case cExplicit:
@@ -125,7 +141,8 @@ void TagC::ReadPostParensChar(const ParenGroup& group, PostParens& post, int c) 
 bool TagC::ReadPostParensWord(const ParenGroup& group, PostParens& post, int c) {
   Token& token = currentStatement->activeToken();
   ReadIdentifier(token, c);
-  switch (ActAt(token.keyword)) {
+  const BehindArgs act = ActAt(token.keyword);
+  switch (act) {
     case BehindArgs::cSkipGroup:
       SkipGroupIfAny();
       break;
@@ -137,10 +154,16 @@ bool TagC::ReadPostParensWord(const ParenGroup& group, PostParens& post, int c) 
     case BehindArgs::cRestart:
       RestartWith(token);
       return true;
+    case BehindArgs::cTypeWord:
     case BehindArgs::cPlain:
-      if (group.isOldStyleList && group.paramCount > 0) {
+      if (IsMacroBeforeDeclarator(token)) {
+        DropMacroBefore(token);
+        return true;
+      }
+      if (group.isOldStyleList && group.paramCount > 0 && !IsClassHead(token)) {
         ++post.elementCount;
-      } else if (!SkipModernBehindParameters(token.modern)) {
+      } else if (!SkipModernBehindParameters(token.modern) &&
+                 !(act == BehindArgs::cPlain && SkipMacroBehindParameters())) {
         RestartWith(token);
         return true;
       }
@@ -162,6 +185,67 @@ bool TagC::SkipModernBehindParameters(ModernWord word) {
     default:
       return false;
   }
+}
+
+// True if the parameter list belongs to a name with a type, to a constructor or to the like. Then
+// words behind the list are macros; behind anything else the list is that of a macro, and words
+// begin a statement of their own.
+bool TagC::IsDeclaratorBehindType() const {
+  Statement& st = *currentStatement;
+  const Token& name = st.earlierToken(2);
+  if (st.seen.parenNameSeen || name.name.starts_with('~') || name.name.starts_with("operator"))
+    return true;
+  const std::string_view context = st.context.name;
+  if (context == name.name || context.ends_with("::" + name.name)) return true;
+  if (st.parent != nullptr && st.parent->openedName.name == name.name) return true;
+  const bool mayBeInCapitals = !IsInCapitals(name.name);
+  return HasTypeBefore(2, mayBeInCapitals);
+}
+
+bool TagC::SkipMacroBehindParameters() {
+  if (IsJavaOrCSharp() || !IsDeclaratorBehindType()) return false;
+  SkipGroupIfAny();
+  return true;
+}
+
+// True if the parameter list was that of a macro before a declaration: `int API(x) f(int)`.
+bool TagC::IsMacroBeforeDeclarator(const Token& word) const {
+  const Token& name = currentStatement->earlierToken(2);
+  return !IsJavaOrCSharp() && IsInCapitals(name.name) && !LooksLikeMacro(word.name) &&
+         word.modern == ModernWord::cNone && !currentStatement->seen.parenNameSeen &&
+         (currentStatement->TokensBefore() < 3 || !currentStatement->earlierToken(3).IsName());
+}
+
+// The macro and its arguments vanish, and the word goes on with the statement.
+void TagC::DropMacroBefore(const Token& word) {
+  Statement& st = *currentStatement;
+  const Token copy = word;
+  const int line = theCpp.lines.tagLine;
+  st.stepTokenBack(line);
+  st.stepTokenBack(line);
+  st.seen.argsSeen = st.seen.nameSeen = false;
+  argText.clear();
+  st.activeToken() = copy;
+  ApplyWord(st.activeToken());
+}
+
+// True for `struct A {`, which is no declaration of an old-style parameter. The name isn't read.
+bool TagC::IsClassHead(const Token& token) const {
+  if (!IsForwardWord(token)) return false;
+  std::string_view text = theCpp.lines.Ahead();
+  const size_t end = text.find_first_of("{;,*()");
+  return end != text.npos && text[end] == '{';
+}
+
+// `typedef void (*H)(int) noexcept;`, `typedef int f(int) MACRO;`
+void TagC::SkipWordsBehindTypedef() {
+  if (IsJavaOrCSharp() || !IsDeclaratorBehindType()) return;
+  const std::string parameters = argText;
+  for (int c = PeekChar(); theCpp.IsIdentifierStart(c); c = PeekChar()) {
+    ReadIdentifier(scratch, NextChar());
+    SkipGroupIfAny();
+  }
+  argText = parameters;
 }
 
 // The token that was found begins a new statement.

@@ -93,6 +93,21 @@ TagType TagTypeOf(Declaration declaration) {
   return type;
 }
 
+bool IsForwardWord(const Token& token) {
+  if (!token.Is(TOKEN_KEYWORD)) return false;
+  switch (token.keyword) {
+    case Keyword::cClass:
+    case Keyword::cEnum:
+    case Keyword::cInterface:
+    case Keyword::cNamespace:
+    case Keyword::cStruct:
+    case Keyword::cUnion:
+      return true;
+    default:
+      return false;
+  }
+}
+
 void Statement::Start(Statement* outer, Language language, int line) {
   parent = outer;
   defaultAccess = DefaultAccess(parent, language);
@@ -110,7 +125,7 @@ void Statement::resetStatement(bool partial, int line) {
   seen = {};
   seen.inFunction = parent != nullptr && parent->seen.inFunction;
   implementation = IMP_DEFAULT;
-  tokenIndex = 0;
+  tokenIndex = stepCount = 0;
   for (Token& each : token) each.Reset(line);
   context.Reset(line);
   openedName.Reset(line);
@@ -125,11 +140,13 @@ Token& Statement::earlierToken(int n) {
 
 void Statement::stepTokenForward(int line) {
   tokenIndex = tokenIndex == cRing - 1 ? 0 : tokenIndex + 1;
+  ++stepCount;
   activeToken().Reset(line);
 }
 
 void Statement::stepTokenBack(int line) {
   tokenIndex = tokenIndex == 0 ? cRing - 1 : tokenIndex - 1;
+  if (stepCount > 0) --stepCount;
   activeToken().Reset(line);
 }
 

@@ -93,6 +93,9 @@ struct Token {
   int lineNumber = 0;
 };
 
+// True for the keyword of a class or the like: `class A;` announces a name and declares nothing.
+bool IsForwardWord(const Token& token);
+
 // The state of the statement that is being read at one level of blocks.
 struct Statement {
   static constexpr int cRing = 7;  // as many tokens are remembered
@@ -106,6 +109,7 @@ struct Statement {
     bool inFunction = false;
     bool assignment = false;
     bool cannotBeVariable = false;
+    bool isQualified = false;  // colons come before the next name
   };
 
   // Begins a block within `outer`, null at the first level.
@@ -116,6 +120,8 @@ struct Statement {
   Token& activeToken() { return token[tokenIndex]; }
   // The token that was active n tokens ago.
   Token& earlierToken(int n);
+  // How many tokens of the statement before the active one are still known.
+  int TokensBefore() const { return stepCount < cRing ? stepCount : cRing - 1; }
   void stepTokenForward(int line);
   void stepTokenBack(int line);
   void markToken(TokenType type, int line);
@@ -132,6 +138,7 @@ struct Statement {
   bool isPartial = false;  // it goes on after a comma
   Implementation implementation = IMP_DEFAULT;
   int tokenIndex = 0;
+  int stepCount = 0;  // tokens of the statement before the active one
   std::array<Token, cRing> token;
   Token context;     // the qualifier of a name such as a::b
   Token openedName;  // the name of the block that the statement opened

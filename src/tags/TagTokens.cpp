@@ -1,3 +1,5 @@
+#include <utility>
+
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
 #include "tags/TagParser.h"
@@ -14,6 +16,18 @@ int TagC::NextChar() {
   const int c = theCpp.skipBlanks();
   if (inArgText && theCpp.blanksSkipped) argText += ' ';
   return c;
+}
+
+// Appends a character of a parameter list; the mark of a literal becomes the literal.
+void TagC::AppendToArgText(int c) {
+  if (c == STRING_MARK || c == CHAR_MARK) {
+    const std::string literal = theCpp.TakeLiteral();
+    if (!literal.empty()) {
+      argText += literal;
+      return;
+    }
+  }
+  argText += static_cast<char>(c);
 }
 
 int TagC::PeekChar() {
@@ -92,7 +106,9 @@ void TagC::ReadWord(int c) {
   Statement& st = *currentStatement;
   ReadIdentifier(st.activeToken(), c);
   ApplyWord(st.activeToken());
-  if (st.context.IsName() && st.activeToken().IsName() && st.earlierToken(1).IsName())
+  const bool isQualified = std::exchange(st.seen.isQualified, false);
+  if (st.context.IsName() && st.activeToken().IsName() && !isQualified &&
+      st.earlierToken(1).IsName())
     st.context.Reset(theCpp.lines.tagLine);
 }
 
@@ -129,7 +145,7 @@ void TagC::ReadColon() {
                         st.declaration == DECLARES_INTERFACE;
   if ((IsCpp() || language == Language::cCSharp) && hasBases) {
     readParents(':');
-  } else if (IsCpp() && st.declaration == DECLARES_ENUM) {
+  } else if (IsCOrCpp() && IsEnumHead(st)) {
     theCpp.sourceUngetc(skipTo("{;"));  // the enumerators' underlying type
   } else if (st.IsParent(DECLARES_STRUCT)) {
     ReadBitField();
@@ -137,6 +153,14 @@ void TagC::ReadColon() {
              st.earlierToken(2).IsKeyword(Keyword::cCase)) {
     ResetStatement(false);
   }
+}
+
+// True at the colon of `enum E : int`, not at that of a bit field `enum E e : 3`.
+bool TagC::IsEnumHead(Statement& st) const {
+  if (st.declaration != DECLARES_ENUM) return false;
+  const Token& before = st.earlierToken(1);
+  if (IsForwardWord(before)) return true;
+  return before.IsName() && (IsForwardWord(st.earlierToken(2)) || !st.IsParent(DECLARES_STRUCT));
 }
 
 // A body there is that of a constructor: a macro after its parameters hid that the colon belongs to
@@ -190,6 +214,9 @@ void TagC::skipInitialiser() {
       case '[':
         skipBalanced("[]");
         break;
+      case '<':
+        if (IsCpp() && IsTemplateAhead()) skipBalanced("<>");
+        break;
       case '}':
         isDone = isEnum;
         if (!isEnum && !theCpp.laterPass)
@@ -204,6 +231,29 @@ void TagC::skipInitialiser() {
   if (c == '}') theCpp.sourceUngetc(c);
   if (c != -1) st.markToken(c == ';' ? TOKEN_SEMICOLON : TOKEN_COMMA, theCpp.lines.tagLine);
   if (st.scope == SCOPEKIND_EXTERN) st.scope = SCOPEKIND_GLOBAL;
+}
+
+// True if the text after a "<" looks like template arguments: it has a match before anything that
+// can't be one.
+bool TagC::IsTemplateAhead() const {
+  int depth = 1;
+  int groups = 0;
+  char before = 0;
+  for (const char c : theCpp.lines.Ahead()) {
+    if (c == '(' || c == '[')
+      ++groups;
+    else if ((c == ')' || c == ']') && --groups < 0)
+      return false;
+    else if (c == ';' || c == '{' || c == '}' || c == '"' ||
+             (c == before && (c == '&' || c == '|')))
+      return false;
+    else if (groups == 0 && c == '<')
+      ++depth;
+    else if (groups == 0 && c == '>' && before != '-' && --depth == 0)
+      return true;
+    before = c;
+  }
+  return false;
 }
 
 // Skips everything up to one of these characters. Returns that one, or -1 at the end.
@@ -229,7 +279,7 @@ bool TagC::skipBalanced(std::string_view pair) {
   for (int depth = 1; depth > 0;) {
     const int c = NextChar();
     if (c == -1) return FailToMatch(pair[0], line);
-    if (inArgText) argText += static_cast<char>(c);
+    if (inArgText) AppendToArgText(c);
     if (c == pair[0])
       ++depth;
     else if (c == pair[1])
@@ -293,7 +343,7 @@ bool TagC::SkipTemplateArguments() {
       theCpp.sourceUngetc(c);
       return false;
     }
-    if (inArgText) argText += static_cast<char>(c);
+    if (inArgText) AppendToArgText(c);
     if (c == '(')
       ++groups;
     else if (c == ')')

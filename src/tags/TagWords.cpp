@@ -21,6 +21,7 @@ using enum Keyword;
 
 constexpr DeclaringWord cDeclaringWords[] = {
     {cBind, DECLARES_BASE},           {cBit, DECLARES_BASE},
+    {cBool, DECLARES_BASE},           {cWcharT, DECLARES_BASE},
     {cChar, DECLARES_BASE},           {cConst, DECLARES_BASE},
     {cDouble, DECLARES_BASE},         {cFloat, DECLARES_BASE},
     {cFunction, DECLARES_BASE},       {cInt, DECLARES_BASE},
@@ -80,7 +81,10 @@ void TagC::applyKeyword(Token& token) {
       SkipStatement();
       break;
     case cUsing:
-      SkipStatement();
+      ApplyUsing();
+      break;
+    case cTemplate:
+      ApplyTemplate();
       break;
     case cLocal:
       ApplyAccess(ACCESS_LOCAL);
@@ -239,6 +243,10 @@ void TagC::ApplyOperator(Token& token) {
   const Token& before = currentStatement->earlierToken(1);
   if (before.IsKeyword(cEnum) || before.IsKeyword(cStruct) || before.IsKeyword(cUnion)) return;
   int c = NextChar();
+  if (c == STRING_MARK) {
+    ReadLiteralOperator(token);
+    return;
+  }
   if (c == '(') {
     c = ReadOperatorCall(token);
   } else if (theCpp.IsIdentifierStart(c) && c != '~') {
@@ -259,6 +267,94 @@ void TagC::ApplyOperator(Token& token) {
   token.type = TOKEN_NAME;
   token.keyword = cNone;
   currentStatement->noteName();
+}
+
+// `operator""_x` and `operator"" _x`.
+void TagC::ReadLiteralOperator(Token& token) {
+  token.name += " \"\"";
+  const int c = NextChar();
+  if (theCpp.IsIdentifierStart(c)) {
+    ReadIdentifier(scratch, c);
+    token.name += scratch.name;
+  } else {
+    theCpp.sourceUngetc(c);
+  }
+  token.type = TOKEN_NAME;
+  token.keyword = cNone;
+  currentStatement->noteName();
+}
+
+// `using A = B;` is a typedef; every other `using` declares nothing.
+void TagC::ApplyUsing() {
+  int c = NextChar();
+  if (!IsCpp() || !theCpp.IsIdentifierStart(c)) {
+    theCpp.sourceUngetc(c);
+    SkipStatement();
+    return;
+  }
+  Token name;
+  ReadIdentifier(name, c);
+  for (c = NextChar(); c == '[' || theCpp.IsIdentifierStart(c); c = NextChar()) {
+    if (c == '[') {
+      skipBalanced("[]");
+    } else {
+      ReadIdentifier(scratch, c);
+      SkipGroupIfAny();
+    }
+  }
+  if (c == '=' && name.IsName()) {
+    ReadAlias(name);
+  } else {
+    theCpp.sourceUngetc(c);
+    SkipStatement();
+  }
+}
+
+// Reads what the alias stands for; the statement then ends like that of a typedef. The last word of
+// the first qualified name is the type.
+void TagC::ReadAlias(const Token& name) {
+  Statement& st = *currentStatement;
+  Token type;
+  bool goesOn = true;
+  int c;
+  while ((c = NextChar()) != -1 && c != ';' && c != '}') {
+    if (theCpp.IsIdentifierStart(c)) {
+      ReadIdentifier(scratch, c);
+      if (goesOn && scratch.keyword != cTypename && scratch.keyword != cConst &&
+          scratch.keyword != cTemplate && scratch.keyword != cStruct &&
+          scratch.keyword != cVolatile) {
+        type = scratch;
+        goesOn = false;
+      }
+    } else if (c == ':') {
+      goesOn = goesOn || type.IsName();
+      if (theCpp.sourceGetc() != ':') break;
+    } else if (c == '<') {
+      skipBalanced("<>");
+    } else if (c == '(' || c == '[' || c == '{') {
+      skipBalanced(c == '(' ? "()" : c == '[' ? "[]" : "{}");
+      type.name.clear();
+    }
+  }
+  if (c == '}') theCpp.sourceUngetc(c);
+  ResetStatement(false);
+  st.scope = SCOPEKIND_TYPEDEF;
+  if (type.type != TOKEN_NONE && !type.name.empty()) {
+    st.activeToken() = type;
+    st.stepTokenForward(name.lineNumber);
+  }
+  st.activeToken() = name;
+  st.stepTokenForward(name.lineNumber);
+  st.markToken(TOKEN_SEMICOLON, theCpp.lines.tagLine);
+}
+
+// `template class A<int>;` names what is declared elsewhere.
+void TagC::ApplyTemplate() {
+  Statement& st = *currentStatement;
+  if (st.TokensBefore() > 1 || st.seen.isQualified) return;
+  if (st.TokensBefore() == 1 && !st.earlierToken(1).IsKeyword(cExtern)) return;
+  const int c = PeekChar();
+  if (c != '<' && theCpp.IsIdentifierStart(c)) SkipStatement();
 }
 
 void TagC::ReadPackage(Token& token) {

@@ -134,9 +134,11 @@ INSTANTIATE_TEST_SUITE_P(
         Fold{"OnlyZeros", "\0\0\0"sv, ""sv}, Fold{"Empty", "", ""}),
     [](const auto& info) { return info.param.name; });
 
-TEST(TagChars, DigitSeparator_IsPartOfItsNumberInCppAlone) {
+TEST(TagChars, DigitSeparator_IsPartOfItsNumber) {
   EXPECT_EQ(Stream("1'000'000;", Language::cCpp), "1000000;");
-  EXPECT_EQ(Stream("1'000;\n", Language::cC), "1K\n");
+  EXPECT_EQ(Stream("1'000;\n", Language::cC), "1000;\n");
+  EXPECT_EQ(Stream("0xA'B;\n", Language::cC), "0xAB;\n");
+  EXPECT_EQ(Stream("1'000;\n", Language::cVera), "1K\n");
   EXPECT_EQ(Stream("u8'x';", Language::cCpp), "u8K;");
   EXPECT_EQ(Stream("1 'x';", Language::cCpp), "1 K;");
   EXPECT_EQ(Stream("0x' ';", Language::cCpp), "0xK;");
