@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "FileText.h"
 #include "base/ControlBytes.h"
 #include "base/Paths.h"
 #include "base/QuietShell.h"
@@ -120,8 +121,15 @@ std::string OpenProject(const Options& options, Shell& shell) {
   theProject.SetShell(&shell);
   theProject.SetInstallFolder(theIdeConfig.appDir);
   theProject.storesTags = false;
-  if (FileKind(options.project) != cProjectFile)
-    return options.project + " is no project file (.zpj)";
+  const int kind = FileKind(options.project);
+  if (kind == cCppSource || kind == cCSource) {
+    if (!mavro::FileExists(options.project)) return options.project + " can't be read";
+    theProject.OpenSingleFile(options.project);
+    if (options.mode == "debug") theProject.SetMode(cDebug);
+    return "";
+  }
+  if (kind != cProjectFile)
+    return options.project + " is no project file (.zpj) and no C or C++ source";
   const LoadResult loaded = theProject.Load(options.project);
   if (!loaded.Words().empty()) return loaded.Words();
   if (const std::string noted = theIdeSession.TakeError(); !noted.empty()) Say(noted);
@@ -161,7 +169,8 @@ int main(int argc, char** argv) {
   Options options;
   CLI::App app("Builds a Zendry project without a window.", "zendry-make");
   app.set_version_flag("--version", "zendry-make " ZENDRY_VERSION);
-  app.add_option("PROJECT", options.project, "the project file (.zpj)")->required();
+  app.add_option("PROJECT", options.project, "the project file (.zpj), or a source to build alone")
+      ->required();
   app.add_option("--mode", options.mode,
                  "release or debug; else as the project was last used, else release")
       ->check(CLI::IsMember({"release", "debug"}));

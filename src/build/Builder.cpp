@@ -67,8 +67,18 @@ void Builder::Bind(Project& newProject, Shell& newShell) {
   shell = &newShell;
 }
 
+// A source in front is a project of its own as long as no other project is open.
+bool Builder::HasProject() {
+  const bool isFree = !project->isOpen || project->implicit;
+  const std::string path = isFree ? shell->ActiveFile() : "";
+  const int kind = FileKind(path);
+  const bool isSource = kind == cCppSource || kind == cCSource;
+  if (isSource && !project->FindFile(path)) project->OpenSingleFile(path);
+  return project->isOpen;
+}
+
 void Builder::CompileCurrent() {
-  if (!project->isOpen || IsBuilding()) return;
+  if (IsBuilding() || !HasProject()) return;
   {
     const BuildInProgress guard;
     const bool ready = PrepareBuild(ErrorMark::cRemoved);
@@ -82,7 +92,7 @@ void Builder::CompileCurrent() {
 }
 
 void Builder::Make(Scope scope) {
-  if (!project->isOpen || IsBuilding()) return;
+  if (IsBuilding() || !HasProject()) return;
   Build(scope);
   Summary();
 }
@@ -135,7 +145,7 @@ bool Builder::EnterProjectFolder() {
 }
 
 bool Builder::Build(Scope scope) {
-  if (!project->isOpen || IsBuilding()) return false;
+  if (IsBuilding() || !HasProject()) return false;
   const BuildInProgress guard;
   const bool ready = PrepareBuild(ErrorMark::cRemoved);
   shell->SaveChangedFiles();
@@ -236,7 +246,7 @@ bool Builder::BuildSingle(const ProjectFile& file, Scope scope) {
   RunTool({.line = line,
            .folder = "",
            .subject = file.name,
-           .reader = &Builder::CompilerLine,
+           .reader = &Builder::SingleFileToolLine,
            .product = program,
            .keepsProductOfFailure = true});
   return errorCount < 1;
@@ -518,6 +528,15 @@ LineMeaning Builder::LinkerLine(const std::string& line) {
   if (!mavro::FileExists(project->GetFullPath(file))) return meaning;
   meaning.row.file = file;
   meaning.row.line = place.line;
+  return meaning;
+}
+
+// Compiler and linker in one run. The object that the linker speaks of is gone by then: its rows
+// lead to the source.
+LineMeaning Builder::SingleFileToolLine(const std::string& line) {
+  if (!IsLinkerLine(line)) return ReadCompileLine(compileLines, line);
+  LineMeaning meaning = LinkerLine(line);
+  if (meaning.row.line == 0) meaning.row.file = SourceName(*project->Files()[0]);
   return meaning;
 }
 

@@ -116,6 +116,7 @@ class Builder {
     Staleness staleness;
   };
 
+  bool HasProject();
   bool EnterProjectFolder();
   bool EnsureOutputFolder();
   void NoteUnusualName(const std::string& name);
@@ -143,6 +144,7 @@ class Builder {
   LineMeaning EchoOnly(const std::string&) { return {}; }
   LineMeaning CompilerLine(const std::string& line) { return ReadCompileLine(compileLines, line); }
   LineMeaning LinkerLine(const std::string& line);
+  LineMeaning SingleFileToolLine(const std::string& line);
   LineMeaning ArchiverLine(const std::string& line) { return ReadArchiveLine(line); }
 
   void AddRow(const ErrorRow& row, LineMeaning::Severity severity = LineMeaning::cPlain);

@@ -133,6 +133,12 @@ std::string TakeHeldNotes(CompileLines& state) {
   return notes.empty() ? "" : " " + notes;
 }
 
+bool IsLinkerLine(std::string_view line) {
+  if (line.find(": undefined reference to ") != cNone) return true;
+  const std::string_view name = line.substr(0, line.find(": "));
+  return name == "collect2" || name == "ld" || name.ends_with("/ld");
+}
+
 LineMeaning ReadLinkLine(std::string_view line) {
   const size_t first = line.find(':');
   if (first == cNone) return {};

@@ -44,6 +44,10 @@ LineMeaning ReadCompileLine(CompileLines& state, std::string_view line);
 // last row.
 std::string TakeHeldNotes(CompileLines& state);
 
+// True for a line that the linker prints within a compiler's run: an undefined reference, or a line
+// that begins with the linker's name.
+bool IsLinkerLine(std::string_view line);
+
 // A line of the linker. Only an undefined reference counts as an error.
 LineMeaning ReadLinkLine(std::string_view line);
 

@@ -13,7 +13,8 @@ enum class Needs {
   cRedo,
   cMacro,  // one that is not being recorded
   cProject,
-  cProjectSource,  // in front
+  cBuildSource,  // in front: of the project, or any source as long as no project is open
+  cProjectOrSource,
   cTabOrProject,
   cErrors,  // in the error list
   cRecentFiles,

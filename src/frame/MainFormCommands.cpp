@@ -12,27 +12,33 @@ namespace zendry {
 
 namespace {
 
-bool IsProjectSource(const std::string& path) {
+bool IsBuildSource(const std::string& path) {
   const int kind = FileKind(path);
-  return (kind == cCppSource || kind == cCSource) && theProject.FindFile(path);
+  const bool hasProject = theProject.isOpen && !theProject.implicit;
+  return (kind == cCppSource || kind == cCSource) && (!hasProject || theProject.FindFile(path));
 }
 
 // The same, called with every key press: a name that the project doesn't have is looked up on the
 // disk, so the last answer is kept as long as path and project stay the same.
-bool IsProjectSourceNow(const std::string& path) {
+bool IsBuildSourceNow(const std::string& path) {
   struct Asked {
     std::string path, folder, project;
     int lastFileId = 0;
     size_t files = 0;
+    bool isImplicit = false;
     bool operator==(const Asked&) const = default;
   };
   static Asked asked;
   static bool answer = false;
-  Asked now = {path, theProject.folder, theProject.name, theProject.lastFileId,
-               theProject.Files().size()};
+  Asked now = {path,
+               theProject.folder,
+               theProject.name,
+               theProject.lastFileId,
+               theProject.Files().size(),
+               theProject.implicit};
   if (now == asked) return answer;
   asked = std::move(now);
-  return answer = IsProjectSource(path);
+  return answer = IsBuildSource(path);
 }
 
 }  // namespace
@@ -41,6 +47,7 @@ MetNeeds MainForm::NeedsMetNow() {
   MetNeeds now;
   const auto set = [&now](Needs needs, bool on) { now[static_cast<size_t>(needs)] = on; };
   set(Needs::cProject, theProject.isOpen);
+  set(Needs::cProjectOrSource, theProject.isOpen);
   set(Needs::cErrors, errorList.RowCount() > 0);
   set(Needs::cRecentFiles, !theIdeSession.recentFiles.items.empty());
   set(Needs::cRecentProjects, !theIdeSession.recentProjects.items.empty());
@@ -55,7 +62,9 @@ MetNeeds MainForm::NeedsMetNow() {
   set(Needs::cUndo, editor.Send(mavro::SCI_CANUNDO));
   set(Needs::cRedo, editor.Send(mavro::SCI_CANREDO));
   set(Needs::cMacro, !editor.inMacroRecord && !editor.macro.empty());
-  set(Needs::cProjectSource, theProject.isOpen && IsProjectSourceNow(editor.fileName));
+  const bool isSource = IsBuildSourceNow(editor.fileName);
+  set(Needs::cBuildSource, isSource);
+  set(Needs::cProjectOrSource, theProject.isOpen || isSource);
   return now;
 }
 
@@ -118,7 +127,7 @@ void MainForm::UpdateViewMarks() {
 void MainForm::OnKeyPreview(mavro::NotifyArgs& args) {
   if (args.value != cKeyF7) return;
   SetStatus(theProject.isOpen ? "The file in front is no source of the project: it is not compiled"
-                              : "No project is open: there is nothing to build",
+                              : "No project and no source is open: there is nothing to build",
             "");
 }
 

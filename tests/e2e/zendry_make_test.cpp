@@ -269,6 +269,32 @@ TEST_F(ZendryMake, SignalWhileAToolRuns_StopsItAndDeletesWhatItWrote) {
   EXPECT_EQ(Compiled(ended), Names{"a.cpp"});
 }
 
+// Group: a source alone.
+
+TEST_F(ZendryMake, SourceAlone_IsBuiltBesideIt) {
+  const std::string path = files.Write("dir/x.c", "int main(void) { return 0; }\n");
+  const Ended ended = install.Make({path});
+  EXPECT_EQ(ended.status, 0) << ended.err;
+  EXPECT_TRUE(files.Exists("dir/out-rel/x.exe"));
+  EXPECT_EQ(install.Make({"--mode", "debug", path}).status, 0);
+  EXPECT_TRUE(files.Exists("dir/out-dbg/x.exe"));
+}
+
+TEST_F(ZendryMake, SourceAloneThatDoesNotLink_HasARowThatLeadsToIt) {
+  const std::string path =
+      files.Write("x.cpp", "int nowhere();\nint main() { return nowhere(); }\n");
+  const Ended ended = install.Make({path});
+  EXPECT_EQ(ended.status, 1);
+  EXPECT_THAT(ended.err, AllOf(HasSubstr("x.cpp:0: "), HasSubstr("undefined reference to"),
+                               HasSubstr("There ware errors!  errors: 1  warnings: 0")));
+}
+
+TEST_F(ZendryMake, SourceThatIsMissing_EndsWithTwo) {
+  const Ended ended = install.Make({files.Path("gone.c")});
+  EXPECT_EQ(ended.status, 2);
+  EXPECT_THAT(ended.err, HasSubstr("gone.c can't be read"));
+}
+
 // Group: what can't be started.
 
 TEST_F(ZendryMake, WrongCommandLines_EndWithTwo) {
@@ -298,12 +324,12 @@ TEST_F(ZendryMake, ProjectThatCannotBeRead_EndsWithTwoAndSaysWhy) {
   files.Folder("folder.zpj");
   files.Write("empty.zpj", "");
   files.Write("text.zpj", "just a text\n");
-  files.Write("main.cpp", "int main() {}\n");
+  files.Write("main.txt", "int main() {}\n");
   const std::pair<const char*, const char*> cases[] = {{"gone.zpj", "No such file or directory"},
                                                        {"folder.zpj", "is a folder"},
                                                        {"empty.zpj", "is not a project file"},
                                                        {"text.zpj", "is not a project file"},
-                                                       {"main.cpp", "is no project file"}};
+                                                       {"main.txt", "is no project file"}};
   for (const auto& [name, why] : cases) {
     const Ended ended = install.Make({files.Path(name)});
     EXPECT_EQ(ended.status, 2) << name;

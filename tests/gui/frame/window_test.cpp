@@ -224,20 +224,32 @@ TEST(IdeWindow, NothingOpen_OnlyWhatCanActIsOffered) {
   });
 }
 
-TEST(IdeWindow, SourceAlone_CanBeSavedAndClosedButNotBuilt) {
+TEST(IdeWindow, SourceAlone_CanBeSavedClosedAndBuilt) {
   IdeDriver ide;
-  ide.Run({ide.files.Write("a.cpp", "")}, [&] {
+  ide.Run({ide.files.Write("a.cpp", "int main() {}\n")}, [&] {
     MainForm& form = *theMainForm;
     EXPECT_THAT(EnabledIds(form.fileMenu),
                 ElementsAre(cNewCommand, cOpenCommand, cCloseCommand, cCloseAllCommand,
                             cSaveCommand, cSaveAsCommand, cOpenProjectCommand, cSaveAllCommand,
                             cRecentFilesCommand, cExitCommand));
-    EXPECT_THAT(EnabledIds(form.buildMenu), IsEmpty());
+    EXPECT_THAT(EnabledIds(form.buildMenu),
+                ElementsAre(cCompileFileCommand, cMakeCommand, cRebuildCommand));
     IdeDriver::Press(Qt::Key_F7);
-    EXPECT_EQ(IdeDriver::Status(), "No project is open: there is nothing to build");
-    form.SetStatus("", "");
-    IdeDriver::Press(Qt::Key_F7, Qt::ControlModifier);
-    EXPECT_EQ(IdeDriver::Status(), "No project is open: there is nothing to build");
+    EXPECT_EQ(IdeDriver::Status(), "Build succeeded  errors: 0  warnings: 0");
+    EXPECT_TRUE(ide.files.Exists("out-rel/a.exe"));
+    EXPECT_TRUE(form.editTabs.Active());
+  });
+}
+
+TEST(IdeWindow, TextAlone_IsNotBuilt) {
+  IdeDriver ide;
+  ide.Run({ide.files.Write("a.txt", "")}, [&] {
+    EXPECT_THAT(EnabledIds(theMainForm->buildMenu), IsEmpty());
+    for (const auto modifier : {Qt::NoModifier, Qt::ControlModifier}) {
+      theMainForm->SetStatus("", "");
+      IdeDriver::Press(Qt::Key_F7, modifier);
+      EXPECT_EQ(IdeDriver::Status(), "No project and no source is open: there is nothing to build");
+    }
   });
 }
 

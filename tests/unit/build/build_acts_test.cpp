@@ -439,6 +439,56 @@ TEST(BuildKinds, SingleFileInDebugMode_IsNotStripped) {
   EXPECT_THAT(build.tools.Take().at(0), Not(Contains("-s")));
 }
 
+TEST(BuildKinds, SourceInFrontWithoutAProject_IsBuiltAlone) {
+  test::TestBuild build;
+  build.project.Clear();
+  build.shell.activeFile = build.files.Write("one.cpp", cMain);
+  build.acts.OnCommand(cMakeCommand);
+  EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ one.cpp"));
+  EXPECT_EQ(build.shell.status, "Build succeeded  errors: 0  warnings: 0");
+  EXPECT_TRUE(build.project.implicit);
+
+  build.shell.activeFile = build.files.Write("sub/two.c", cMain);
+  build.acts.OnCommand(cRebuildCommand);
+  EXPECT_THAT(build.tools.TakeNames(), ElementsAre("gcc two.c"));
+  EXPECT_TRUE(build.files.Exists("sub/out-rel/two.exe"));
+
+  build.shell.activeFile = build.files.Write("sub/two.h", "");
+  build.acts.OnCommand(cMakeCommand);
+  EXPECT_THAT(build.tools.TakeNames(), ElementsAre("gcc two.c"));
+}
+
+TEST(BuildKinds, TextInFrontWithoutAProject_BuildsNothing) {
+  test::TestBuild build;
+  build.project.Clear();
+  for (const char* path : {"", "/x/notes.txt", "/x/a.h"}) {
+    build.shell.activeFile = path;
+    build.acts.OnCommand(cMakeCommand);
+  }
+  EXPECT_FALSE(build.project.isOpen);
+  EXPECT_THAT(build.tools.Take(), IsEmpty());
+}
+
+TEST_F(BuildTest, SourceInFrontBesideAProject_IsNotBuiltAlone) {
+  build.Add("a.cpp", cMain);
+  build.shell.activeFile = build.files.Write("other/b.cpp", cMain);
+  build.acts.OnCommand(cMakeCommand);
+  EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ a.cpp", "g++ p.exe"));
+}
+
+TEST(BuildKinds, SingleFileThatDoesNotLink_HasRowsOfTheSource) {
+  test::TestBuild build;
+  build.project.OpenSingleFile(build.files.Write("one.c", cMain));
+  build.tools.Order("gcc",
+                    "print /usr/bin/ld: /tmp/cc1.o: in function `main':\n"
+                    "print one.c:(.text+0x9): undefined reference to `f'\n"
+                    "print collect2: error: ld returned 1 exit status\nexit 1\n");
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cStale));
+  EXPECT_EQ(build.builder.Errors(), 1);
+  ASSERT_EQ(build.shell.rows.size(), 3u);
+  EXPECT_EQ(build.shell.rows[1], "one.c:0: LINKER: (.text+0x9): undefined reference to `f'");
+}
+
 TEST(BuildKinds, ImplicitProjectWithoutFiles_DoesNothing) {
   test::TestBuild build;
   build.project.implicit = true;

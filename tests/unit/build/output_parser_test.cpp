@@ -201,6 +201,14 @@ TEST(LinkerOutput, undefined_reference_before_the_colon_is_not_one) {
   EXPECT_EQ(Link("undefined reference: x").errors, 0);
 }
 
+TEST(LinkerOutput, lines_of_the_linker_in_a_compilers_run) {
+  for (const char* line : {"/usr/bin/ld: a.o: x", "ld: x", "collect2: error: x",
+                           "a.c:(.text+0x9): undefined reference to `f'"})
+    EXPECT_TRUE(IsLinkerLine(line)) << line;
+  for (const char* line : {"a.c:3: error: x", "fold: x", "", "ld", "build/ldx: y"})
+    EXPECT_FALSE(IsLinkerLine(line)) << line;
+}
+
 TEST(LinkerOutput, place_of_a_source) {
   const auto place = [](std::string_view line) {
     const LinePlace found = PlaceInLinkLine(line);

@@ -8,9 +8,9 @@
 namespace zendry {
 namespace {
 
-TEST(CommandNeeds, BuildNeedsAProject_CompilingASourceOfIt) {
-  EXPECT_EQ(NeedsOf(cMakeCommand), Needs::cProject);
-  EXPECT_EQ(NeedsOf(cCompileFileCommand), Needs::cProjectSource);
+TEST(CommandNeeds, BuildNeedsAProjectOrASource_CompilingASource) {
+  EXPECT_EQ(NeedsOf(cMakeCommand), Needs::cProjectOrSource);
+  EXPECT_EQ(NeedsOf(cCompileFileCommand), Needs::cBuildSource);
   EXPECT_EQ(NeedsOf(cStopBuildCommand), Needs::cNothing);
 }
 
