@@ -209,6 +209,35 @@ TEST_F(ProjectTagsTest, Includes_OfALargeEditor_AreReadInPartUntilItIsSaved) {
   EXPECT_EQ(names(), "c.h b.h d.h ");
 }
 
+TEST_F(ProjectTagsTest, Includes_OfAMegabyteThatIsTyped_AreReadWhole_OneByteMoreInPart) {
+  for (const int more : {0, 1}) {
+    project.Clear();
+    ProjectFile& file = Add("a.cpp", "#include \"a.h\"\n" + std::string(2000, 'x') + "\n");
+    std::string text = "#include \"c.h\"\n";
+    text.append(static_cast<size_t>((1 << 20) + more) - text.size(), 'x');
+    test::TextInMemory editor(text, file.name);
+    shell.open = {&editor};
+    project.parseOpenEditors(nullptr);
+    EXPECT_EQ(file.tags.includes.size(), more ? 2u : 1u) << more;
+    EXPECT_EQ(file.tags.includes.at(0).name, "c.h");
+    shell.open.clear();
+  }
+}
+
+TEST_F(ProjectTagsTest, Includes_KnownOnesOfALargeEditor_StayOnceInEachOfTheirForms) {
+  for (const char* known : {"#include \"c.h\"\n", "#include <c.h>\n"}) {
+    project.Clear();
+    ProjectFile& file = Add("a.cpp", known + std::string(2000, 'x') + "\n");
+    test::TextInMemory editor("#include \"c.h\"\n" + std::string(4 << 20, 'x'), file.name);
+    shell.open = {&editor};
+    project.parseOpenEditors(nullptr);
+    EXPECT_EQ(file.tags.includes.size(),
+              std::string(known).find('<') != std::string::npos ? 2u : 1u)
+        << known;
+    shell.open.clear();
+  }
+}
+
 TEST_F(ProjectTagsTest, Includes_OfALargeFileOutsideTheProject_AreReadInPart) {
   test::TextInMemory editor(std::string(4 << 20, 'x') + "\n#include \"a.h\"\n", "/elsewhere/x.cpp");
   shell.open = {&editor};
