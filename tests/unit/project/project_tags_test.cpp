@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdint>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -178,6 +180,34 @@ TEST_F(ProjectTagsTest, TextOf_OneMegabyte_IsTheLargest) {
   EXPECT_EQ(sources.TextOf(module).size(), 1u << 20);
 }
 
+// The bytes that this process has read so far, with those of this question.
+int64_t BytesRead() {
+  std::ifstream io("/proc/self/io");
+  std::string name;
+  int64_t bytes = -1;
+  io >> name >> bytes;
+  return bytes;
+}
+
+TEST_F(ProjectTagsTest, TextOf_16Files_AreReadOnce_A17thMakesRoom) {
+  if (BytesRead() < 0) GTEST_SKIP() << "the system doesn't count";
+  constexpr int cSize = 100'000;
+  ProjectSources sources(project, shell);
+  const auto reads = [&](int i) {
+    TagData module;
+    module.fileName = folder.Path(std::to_string(i) + ".h");
+    const int64_t before = BytesRead();
+    EXPECT_EQ(sources.TextOf(module).size(), static_cast<size_t>(cSize));
+    return BytesRead() - before >= cSize;
+  };
+  for (int i = 0; i <= 16; ++i) folder.Write(std::to_string(i) + ".h", std::string(cSize, 'x'));
+  for (const bool isFirst : {true, false})
+    for (int i = 0; i < 16; ++i) EXPECT_EQ(reads(i), isFirst) << i;
+  EXPECT_TRUE(reads(16));
+  EXPECT_FALSE(reads(16));
+  EXPECT_TRUE(reads(0));
+}
+
 TEST_F(ProjectTagsTest, TextOf_ManyFiles_GivesEachItsOwn) {
   ProjectSources sources(project, shell);
   for (int round = 0; round < 2; ++round)
@@ -251,6 +281,14 @@ TEST_F(ProjectTagsTest, Includes_OfAFileThatTheParserGivesUp_AreWhole) {
       Add("a.cpp", "#include \"a.h\"\n" + std::string(2000, 'x') + "\n#include \"b.h\"\n");
   ASSERT_EQ(file.tags.includes.size(), 2u);
   EXPECT_EQ(file.tags.includes[1].name, "b.h");
+}
+
+TEST_F(ProjectTagsTest, FileInNoLanguage_HasNoIncludes) {
+  for (const bool stores : {false, true}) {
+    project.storesTags = stores;
+    const std::string name = stores ? "b.txt" : "a.txt";
+    EXPECT_TRUE(Add(name, "#include \"a.h\"\nint a;\n").tags.includes.empty()) << name;
+  }
 }
 
 TEST_F(ProjectTagsTest, BrokenFiles_HaveNoTags) {
