@@ -98,6 +98,19 @@ TEST(DialDraw, Position_IsShownIfTheKnobIsAsWideAsIt) {
   }
 }
 
+TEST(DialDraw, Position_IsInTheMiddle_AndNotThereIfNotWanted) {
+  DialLook look = PlainLook();
+  look.position = 8;
+  for (const bool isWanted : {false, true}) {
+    look.showPos = isWanted;
+    const Picture shown(look);
+    int dark = 0;
+    for (int y = cCenter - 8; y <= cCenter + 8; ++y)
+      for (int x = cCenter - 8; x <= cCenter + 8; ++x) dark += shown.Ink(x, y) > 200;
+    EXPECT_EQ(dark > 0, isWanted) << dark;
+  }
+}
+
 TEST(DialDraw, Labels_EndsOrTen_AreInkOutsideTheMarks) {
   DialLook look = PlainLook();
   look.scale = {0, 8, 8};

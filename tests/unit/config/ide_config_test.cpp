@@ -172,6 +172,7 @@ TEST(InstallRoot, IsTheParentOfTheProgramsFolder) {
   EXPECT_EQ(InstallRoot("/"), "/");
   EXPECT_EQ(InstallRoot("a/"), "");
   EXPECT_EQ(InstallRoot("zendry"), "");
+  EXPECT_EQ(InstallRoot("z"), "z");
   EXPECT_EQ(InstallRoot(""), "");
 }
 

@@ -5,9 +5,11 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <string>
 
 #include "FileFaults.h"
+#include "Privileges.h"
 #include "ScopedHome.h"
 #include "TempFolder.h"
 #include "config/EditorSettings.h"
@@ -186,6 +188,31 @@ TEST_F(IdeSessionTest, FirstPlacement_SmallScreen_IsOneThatTheNextStartTakesBack
   session.Save(first);
   EXPECT_EQ(session.RestoreBounds(1024, 560), first);
   EXPECT_EQ(session.FirstPlacement(0, 0, 640, 300), (Placement{0, 0, 640, 300, 206}));
+}
+
+TEST_F(IdeSessionTest, Save_KeysAfterTheLastOfAList_AreSomebodyElses) {
+  const std::string saved = SavedBy(Loaded("fileI=own\nprojI=own too\nfileH=h\n"));
+  EXPECT_NE(saved.find("fileI=own\n"), std::string::npos);
+  EXPECT_NE(saved.find("projI=own too\n"), std::string::npos);
+  EXPECT_EQ(saved.find("fileH="), std::string::npos);
+}
+
+TEST_F(IdeSessionTest, SettingsThatCouldNotBeReadAtTheStart_AreNotReplaced) {
+  namespace fs = std::filesystem;
+  folder.Write(cIni, "own=1\n");
+  for (const char* name : {"", ".zendry"})
+    fs::permissions(folder.Path(name), fs::perms::others_read | fs::perms::others_exec,
+                    fs::perm_options::add);
+  fs::permissions(folder.Path(cIni), fs::perms::none);
+  IdeSession session;
+  {
+    const test::WithoutRights user;
+    session.Load();
+  }
+  fs::permissions(folder.Path(cIni), fs::perms::owner_all);
+  EXPECT_NE(session.TakeError(), "");
+  session.Save(place);
+  EXPECT_EQ(folder.Read(cIni), "own=1\n");
 }
 
 TEST_F(IdeSessionTest, DebuggerTips_AreWrittenAndNeverReadBack) {

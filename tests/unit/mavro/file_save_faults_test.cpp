@@ -140,6 +140,21 @@ bool CheckFaultThatStays(Scene::Kind kind, int n, int error) {
   return hit;
 }
 
+TEST_F(SaveFaults, ContentThatDoesNotReachTheDisk_ReplacesNothing) {
+  const test::TempFolder folder;
+  const std::string path = folder.Write("file.cpp", "old\n");
+  const FileCalls saved = TheFileCalls();
+  TheFileCalls().fsync = [](int) {
+    errno = EIO;
+    return -1;
+  };
+  const SaveResult result = SaveFileText(path, "new\n");
+  TheFileCalls() = saved;
+  EXPECT_FALSE(result.Ok());
+  EXPECT_EQ(folder.Read("file.cpp"), "old\n");
+  EXPECT_EQ(folder.Names().size(), 1u);
+}
+
 TEST_F(SaveFaults, EverythingFailsFromACallOn_OldTextIsNotLost) {
   for (Scene::Kind kind : cKinds)
     for (int error : {ENOSPC, EIO})

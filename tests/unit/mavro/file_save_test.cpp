@@ -202,6 +202,18 @@ TEST_F(SaveFileTextTest, OwnerAndGroup_AreKeptWhereAllowed) {
   EXPECT_EQ(Status("file.cpp").st_gid, 12u);
 }
 
+TEST_F(SaveFileTextTest, OwnerAloneOrGroupAlone_AreKeptToo) {
+  if (!test::WithoutRights::CanGiveAway()) GTEST_SKIP() << "needs a file of another user";
+  const uid_t owners[] = {geteuid(), test::WithoutRights::cNobody};
+  const gid_t groups[] = {12, getegid()};
+  for (const int i : {0, 1}) {
+    ASSERT_EQ(chown(path.c_str(), owners[i], groups[i]), 0);
+    ExpectSaved();
+    EXPECT_EQ(Status("file.cpp").st_uid, owners[i]);
+    EXPECT_EQ(Status("file.cpp").st_gid, groups[i]);
+  }
+}
+
 TEST_F(SaveFileTextTest, ForeignFileInAStickyFolder_IsWrittenInPlace) {
   if (!test::WithoutRights::CanGiveAway()) GTEST_SKIP() << "needs a file of another user";
   fs::permissions(folder.Path(), fs::perms(01777));

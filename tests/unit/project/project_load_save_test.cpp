@@ -49,6 +49,23 @@ class ProjectLoadSaveTest : public testing::Test {
   std::string path;
 };
 
+// Group: sessions.
+
+TEST_F(ProjectLoadSaveTest, KeepSession_NeedsAnOpenProjectWithAName) {
+  Load();
+  project.KeepSession();
+  ASSERT_TRUE(folder.Exists("p/app.zend"));
+  for (const bool isOpen : {false, true}) {
+    std::filesystem::remove(folder.Path("p/app.zend"));
+    Load();
+    project.isOpen = isOpen;
+    if (isOpen) project.name.clear();
+    project.KeepSession();
+    EXPECT_FALSE(folder.Exists("p/app.zend")) << isOpen;
+    EXPECT_FALSE(folder.Exists("p/.zend")) << isOpen;
+  }
+}
+
 // Group: loading.
 
 TEST_F(ProjectLoadSaveTest, Load_FillsTheProject) {

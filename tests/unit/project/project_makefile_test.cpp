@@ -63,6 +63,32 @@ TEST_F(ProjectMakefileTest, Switches_AreTheProjectsWithPathsOfThisSystem) {
       "LINKFLAGS=-L\"/my \\$$apps/zendry\"/libs -lm\n");
 }
 
+// The shell reads the switches within double quotes; make reads them before it.
+TEST_F(ProjectMakefileTest, OddLettersOfAPath_AreQuotedEachInItsWay) {
+  struct Row {
+    const char *folder, *quoted;
+  };
+  for (const Row& row :
+       {Row{"/a+b", "/a+b"}, Row{"/a b", "\"/a b\""}, Row{"/a'b", "\"/a'b\""},
+        Row{"/a\"b", "\"/a\\\"b\""}, Row{"/a$b", "\"/a\\$$b\""}, Row{"/a`b", "\"/a\\`b\""},
+        Row{"/a\\b", "\"/a\\\\b\""}, Row{"/a#b", "\"/a\\#b\""}}) {
+    theIdeConfig.appDir = std::string(row.folder) + "/bin/";
+    project.includePath = "-I@/mylib";
+    const std::string text = Exported();
+    EXPECT_NE(text.find("CCFLAGS=-I" + std::string(row.quoted) + "/mylib "), std::string::npos)
+        << row.folder << "\n"
+        << text;
+  }
+}
+
+// Makefiles of earlier versions must be known by their marks.
+TEST_F(ProjectMakefileTest, Mark_HasSixteenDigits) {
+  const std::string text = Exported();
+  const size_t last = text.rfind(' ') + 1;
+  EXPECT_EQ(text.size() - last, 16u + 1u);
+  EXPECT_EQ(text.find_first_not_of("0123456789abcdef", last), text.size() - 1);
+}
+
 TEST_F(ProjectMakefileTest, EmptyPath_IsMakefileBesideTheProject) {
   folder.Folder("p");
   const std::string before = std::filesystem::current_path().string();

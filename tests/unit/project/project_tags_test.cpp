@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <cstdint>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -178,6 +180,34 @@ TEST_F(ProjectTagsTest, TextOf_OneMegabyte_IsTheLargest) {
   EXPECT_EQ(sources.TextOf(module).size(), 1u << 20);
 }
 
+// The bytes that this process has read so far, with those of this question.
+int64_t BytesRead() {
+  std::ifstream io("/proc/self/io");
+  std::string name;
+  int64_t bytes = -1;
+  io >> name >> bytes;
+  return bytes;
+}
+
+TEST_F(ProjectTagsTest, TextOf_16Files_AreReadOnce_A17thMakesRoom) {
+  if (BytesRead() < 0) GTEST_SKIP() << "the system doesn't count";
+  constexpr int cSize = 100'000;
+  ProjectSources sources(project, shell);
+  const auto reads = [&](int i) {
+    TagData module;
+    module.fileName = folder.Path(std::to_string(i) + ".h");
+    const int64_t before = BytesRead();
+    EXPECT_EQ(sources.TextOf(module).size(), static_cast<size_t>(cSize));
+    return BytesRead() - before >= cSize;
+  };
+  for (int i = 0; i <= 16; ++i) folder.Write(std::to_string(i) + ".h", std::string(cSize, 'x'));
+  for (const bool isFirst : {true, false})
+    for (int i = 0; i < 16; ++i) EXPECT_EQ(reads(i), isFirst) << i;
+  EXPECT_TRUE(reads(16));
+  EXPECT_FALSE(reads(16));
+  EXPECT_TRUE(reads(0));
+}
+
 TEST_F(ProjectTagsTest, TextOf_ManyFiles_GivesEachItsOwn) {
   ProjectSources sources(project, shell);
   for (int round = 0; round < 2; ++round)
@@ -209,6 +239,35 @@ TEST_F(ProjectTagsTest, Includes_OfALargeEditor_AreReadInPartUntilItIsSaved) {
   EXPECT_EQ(names(), "c.h b.h d.h ");
 }
 
+TEST_F(ProjectTagsTest, Includes_OfAMegabyteThatIsTyped_AreReadWhole_OneByteMoreInPart) {
+  for (const int more : {0, 1}) {
+    project.Clear();
+    ProjectFile& file = Add("a.cpp", "#include \"a.h\"\n" + std::string(2000, 'x') + "\n");
+    std::string text = "#include \"c.h\"\n";
+    text.append(static_cast<size_t>((1 << 20) + more) - text.size(), 'x');
+    test::TextInMemory editor(text, file.name);
+    shell.open = {&editor};
+    project.parseOpenEditors(nullptr);
+    EXPECT_EQ(file.tags.includes.size(), more ? 2u : 1u) << more;
+    EXPECT_EQ(file.tags.includes.at(0).name, "c.h");
+    shell.open.clear();
+  }
+}
+
+TEST_F(ProjectTagsTest, Includes_KnownOnesOfALargeEditor_StayOnceInEachOfTheirForms) {
+  for (const char* known : {"#include \"c.h\"\n", "#include <c.h>\n"}) {
+    project.Clear();
+    ProjectFile& file = Add("a.cpp", known + std::string(2000, 'x') + "\n");
+    test::TextInMemory editor("#include \"c.h\"\n" + std::string(4 << 20, 'x'), file.name);
+    shell.open = {&editor};
+    project.parseOpenEditors(nullptr);
+    EXPECT_EQ(file.tags.includes.size(),
+              std::string(known).find('<') != std::string::npos ? 2u : 1u)
+        << known;
+    shell.open.clear();
+  }
+}
+
 TEST_F(ProjectTagsTest, Includes_OfALargeFileOutsideTheProject_AreReadInPart) {
   test::TextInMemory editor(std::string(4 << 20, 'x') + "\n#include \"a.h\"\n", "/elsewhere/x.cpp");
   shell.open = {&editor};
@@ -222,6 +281,14 @@ TEST_F(ProjectTagsTest, Includes_OfAFileThatTheParserGivesUp_AreWhole) {
       Add("a.cpp", "#include \"a.h\"\n" + std::string(2000, 'x') + "\n#include \"b.h\"\n");
   ASSERT_EQ(file.tags.includes.size(), 2u);
   EXPECT_EQ(file.tags.includes[1].name, "b.h");
+}
+
+TEST_F(ProjectTagsTest, FileInNoLanguage_HasNoIncludes) {
+  for (const bool stores : {false, true}) {
+    project.storesTags = stores;
+    const std::string name = stores ? "b.txt" : "a.txt";
+    EXPECT_TRUE(Add(name, "#include \"a.h\"\nint a;\n").tags.includes.empty()) << name;
+  }
 }
 
 TEST_F(ProjectTagsTest, BrokenFiles_HaveNoTags) {

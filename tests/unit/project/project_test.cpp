@@ -265,6 +265,9 @@ TEST(ProjectFindFile, OtherNamesOfAFile_LeadToIt) {
   EXPECT_EQ(project.FindFile(folder.Path("linked/b.h")), project.Files()[1].get()) << "saved anew";
   project.RemoveFile(project.Files()[0]->id);
   EXPECT_EQ(project.FindFile(folder.Path("linked/a.h")), nullptr);
+  EXPECT_EQ(project.FindFile(folder.Path("linked/b.h")), project.Files()[0].get());
+  project.AddFile("a.h");
+  EXPECT_EQ(project.FindFile(folder.Path("linked/a.h")), project.Files()[2].get());
 }
 
 TEST_F(ProjectTest, Lookups_AfterRemovingTheFirstOfTwo_FindTheSecond) {

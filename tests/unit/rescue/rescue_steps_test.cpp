@@ -423,6 +423,22 @@ TEST_F(RescueSteps, KeepAll_WritesTheWholeText_AndStepsGoOnBehindIt) {
   EXPECT_EQ(Kept(), "yxone\n");
 }
 
+// Where there is no room for the whole text, a step of one byte still is kept.
+TEST_F(RescueSteps, KeepAll_CopyThatFails_BecomesAStep) {
+  ToldText text;
+  text.text = "one\n";
+  ASSERT_TRUE(text.Keep());
+  text.Insert(0, "x");
+  text.rescue.Changed(1, {});
+  {
+    const test::FileFaults faults(1, ENOSPC);
+    TextRescue::KeepAll();
+    ASSERT_TRUE(faults.hit);
+  }
+  EXPECT_EQ(Kept(), "xone\n");
+  EXPECT_FALSE(Steps().empty());
+}
+
 // The calls of one keep, each failing in turn: the older or the newer text is there all the time,
 // and the next keep is whole.
 TEST_F(RescueSteps, EachCallFails_OldOrNewText_AndTheNextKeepHasAll) {

@@ -107,6 +107,40 @@ TEST_F(Rescue, Keep_ProjectWithoutAName_TakesTheCopyAway) {
   EXPECT_THAT(Copies(), IsEmpty());
 }
 
+// Later versions must find the copies of this one.
+TEST_F(Rescue, Keep_NamesTheCopyByItsKindItsProcessAndA1) {
+  KeepRescueCopy(theProject);
+  ASSERT_EQ(Copies().size(), 1u);
+  const std::string name = Copies().front();
+  EXPECT_TRUE(name.starts_with("project-" + std::to_string(getpid()) + ".")) << name;
+  EXPECT_TRUE(name.ends_with("-1")) << name;
+}
+
+// Copies of earlier versions don't tell when their process was started.
+TEST_F(Rescue, Find_CopyWithoutAStart_IsOfTheDeadIfNoProcessHasItsNumber) {
+  const pid_t gone = fork();
+  if (gone == 0) _exit(0);
+  waitpid(gone, nullptr, 0);
+  for (const pid_t process : {getpid(), gone}) {
+    const std::string name = "project-" + std::to_string(process) + "-1";
+    home.Write(".zendry/rescue/" + name, path + '\0' + "text");
+    EXPECT_EQ(FindRescuedProjects().size(), process == gone ? 1u : 0u);
+  }
+}
+
+TEST_F(Rescue, Find_LeavesNoFileOpen) {
+  const auto openFiles = [] {
+    const auto list = std::filesystem::directory_iterator("/proc/self/fd");
+    return std::distance(begin(list), end(list));
+  };
+  LeaveCopy();
+  const auto before = openFiles();
+  const std::string name = "project-" + std::to_string(getpid()) + ".1-1";
+  home.Write(".zendry/rescue/" + name, path + '\0' + "text");
+  EXPECT_EQ(FindRescuedProjects().size(), 2u);
+  EXPECT_EQ(openFiles(), before);
+}
+
 TEST_F(Rescue, Find_CopyOfALivingProcess_IsLeftAlone) {
   KeepRescueCopy(theProject);
   EXPECT_THAT(FindRescuedProjects(), IsEmpty());

@@ -55,6 +55,7 @@ TEST_F(StartMarksTest, Begin_LeavesAMarkForTheUserAlone) {
   ASSERT_THAT(Files(), SizeIs(1));
   const std::string name = Files().front();
   EXPECT_THAT(name, testing::StartsWith("start-" + std::to_string(getpid()) + "."));
+  EXPECT_THAT(name, testing::EndsWith("-1"));
   EXPECT_EQ(home.Read(".zendry/rescue/" + name), std::string("/a.cpp\0", 7));
   struct stat status;
   ASSERT_EQ(stat(home.Path(".zendry/rescue/" + name).c_str(), &status), 0);

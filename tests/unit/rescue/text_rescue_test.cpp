@@ -83,6 +83,24 @@ TEST_F(TextRescueTest, Tick_FiveSecondsAfterTheFirstChange_WritesACopy) {
   EXPECT_EQ(Copies().size(), 1u);
 }
 
+TEST_F(TextRescueTest, FailedCopy_IsTriedAgainAfterTheFullWait) {
+  TextRescue rescue(*this);
+  home.Write(".zendry", "");  // a file where the folder should be
+  rescue.Changed(1, start);
+  rescue.Tick(start + seconds(5));
+  std::filesystem::remove(home.Path(".zendry"));
+  rescue.Tick(start + milliseconds(9999));
+  EXPECT_THAT(Copies(), testing::IsEmpty());
+  rescue.Tick(start + seconds(10));
+  EXPECT_EQ(Copies().size(), 1u);
+}
+
+TEST_F(TextRescueTest, KeepNow_NothingChanged_WritesNothing) {
+  TextRescue rescue(*this);
+  EXPECT_TRUE(rescue.KeepNow());
+  EXPECT_THAT(Copies(), testing::IsEmpty());
+}
+
 TEST_F(TextRescueTest, Tick_NothingChanged_WritesNothing) {
   TextRescue rescue(*this);
   rescue.Tick(start + seconds(100));
