@@ -316,7 +316,7 @@ void EditTabs::NewFile() {
 void EditTabs::AskAndOpen() {
   mavro::FileQuestion question;
   question.title = "Open...";
-  question.filter = std::string(cSourceFilter) + "|All|*.*";
+  question.filter = SourceFilter() + "|All|*.*";
   question.defaultExtension = "cpp";
   question.folder = theProject.folder;
   const std::vector<std::string> chosen = mavro::Dialogs().chooseFiles(question);

@@ -6,6 +6,7 @@
 
 #include "TabCtrl.h"
 #include "Timer.h"
+#include "base/FileKinds.h"
 #include "editor/CppEditor.h"
 
 namespace zendry {
@@ -126,6 +127,8 @@ class EditTabs : public mavro::TabCtrl {
 };
 
 // The filter of source and header files for file dialogs; further pairs may follow it.
-constexpr const char* cSourceFilter = "C/C++ Files|*.cpp;*.cp;*.c;*.h";
+inline std::string SourceFilter() {
+  return "C/C++ Files|" + SourcePatterns();
+}
 
 }  // namespace zendry

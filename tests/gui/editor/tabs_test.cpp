@@ -223,6 +223,7 @@ TEST_F(IdeTabs, Open_AsksWithTheSourceFilter) {
     ASSERT_EQ(ide.dialogs.questions.size(), 1u);
     EXPECT_EQ(ide.dialogs.questions[0].title, "Open...");
     EXPECT_THAT(ide.dialogs.questions[0].filter, testing::EndsWith("|All|*.*"));
+    EXPECT_THAT(ide.dialogs.questions[0].filter, testing::StartsWith("C/C++ Files|*.cpp;*.cp;"));
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
   });
 }
