@@ -16,16 +16,6 @@ namespace zendry {
 
 namespace {
 
-struct Extension {
-  std::string_view text;
-  FileKinds kind;
-};
-
-constexpr Extension cExtensions[] = {
-    {"cpp", cCppSource}, {"cp", cCppSource},      {"c", cCSource},
-    {"h", cHeader},      {"rc", cResourceScript}, {"zpj", cProjectFile},
-};
-
 // The "." that an extension begins with.
 size_t ExtensionDot(std::string_view path) {
   const size_t dot = path.rfind('.');
@@ -57,14 +47,6 @@ bool CollapseAll(std::string& path) {
 }
 
 }  // namespace
-
-int FileKind(std::string_view path) {
-  const size_t dot = path.rfind('.');
-  if (dot == std::string_view::npos) return cUnknownKind;
-  for (const Extension& extension : cExtensions)
-    if (mavro::EqualNoCase(path.substr(dot + 1), extension.text)) return extension.kind;
-  return cUnknownKind;
-}
 
 void NormalizePath(std::string& path) {
   const int ix = CollapseAll(path) ? 0 : -1;

@@ -16,7 +16,9 @@ enum FileKinds {
   cProjectFile = 5
 };
 
-// The kind of a file by the text after the last "." of its name, case ignored; 0 for anything else.
+// The kind of a file by the text after the last "." of its name: first by the extensions that
+// AddFileKind has added, with their case, then by the fixed ones, case ignored; 0 for anything
+// else.
 int FileKind(std::string_view path);
 
 // Turns each "\" into "/" and takes out each "/../" together with the component before it, as long

@@ -1,8 +1,10 @@
 #include "config/IdeConfig.h"
 
 #include <optional>
+#include <sstream>
 
 #include "FileText.h"
+#include "base/FileKinds.h"
 #include "base/ParseInt.h"
 #include "base/XmlTag.h"
 #include "config/EditorSettings.h"
@@ -33,6 +35,11 @@ void ReadFont(const XmlTag& tag, IdeFonts& fonts) {
   theEditorSettings.fonts[index] = ShowableFont(font);
 }
 
+void ReadFileKinds(const XmlTag& tag) {
+  std::istringstream extensions(tag.v);
+  for (std::string extension; extensions >> extension;) AddFileKind(extension, tag.id);
+}
+
 // Only the first letter of an element's name counts.
 void ReadElement(const XmlTag& tag, IdeConfig& config, IdeFonts& fonts) {
   switch (tag.element.front()) {
@@ -47,6 +54,9 @@ void ReadElement(const XmlTag& tag, IdeConfig& config, IdeFonts& fonts) {
       break;
     case 'f':
       ReadFont(tag, fonts);
+      break;
+    case 'k':
+      ReadFileKinds(tag);
       break;
     case 's':
       config.defaultSet = tag.id;
@@ -70,6 +80,7 @@ LoadResult ReadConfig(IdeConfig& config, IdeFonts& fonts) {
   const std::string path = config.appDir + "Zendry.cfg";
   const std::optional<std::string> text = mavro::ReadFileText(path);
   if (!text) return {IsTaken(path) ? WhyUnreadable(path) : "", ""};
+  ForgetAddedFileKinds();
   const FittingTags tags = PassOverTooLong(*text);
   TagSource source{tags.text};
   for (XmlTag tag; tag.read(&source);) ReadElement(tag, config, fonts);

@@ -64,9 +64,10 @@ struct IdeFonts {
 extern IdeConfig theIdeConfig;
 extern IdeFonts theIdeFonts;
 
-// Reads "Zendry.cfg" in `config.appDir`. A missing file leaves everything as it is. So does a file
-// that can't be read, which is an error. Elements without a meaning are passed over; an element
-// with a value that is too long to be read is a doubt.
+// Reads "Zendry.cfg" in `config.appDir`, and the extensions that it adds to the kinds of files. A
+// missing file leaves everything as it is. So does a file that can't be read, which is an error.
+// Elements without a meaning are passed over; an element with a value that is too long to be read
+// is a doubt.
 LoadResult ReadConfig(IdeConfig& config, IdeFonts& fonts);
 
 // The folder that "@" stands for: the parent of `appDir`, with its trailing slash.

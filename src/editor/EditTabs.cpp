@@ -169,6 +169,7 @@ CppEditor* EditTabs::NewTab(const std::string& path) {
   editor.ApplySettings();
   if (!path.empty() && !editor.Load(path)) {
     RemovePage(TabCount() - 1);
+    std::erase(lastUsed, &tab);
     tabs.pop_back();
     if (before >= 0) selectedIndex = before;
     return nullptr;
@@ -201,6 +202,7 @@ bool EditTabs::CloseTab(int n, Unsaved unsaved) {
   if (unsaved == Unsaved::cAsk && !CanClose(*GetTab(n))) return false;
   const std::unique_ptr<EditTab> closed = std::move(tabs[static_cast<size_t>(n)]);
   tabs.erase(tabs.begin() + n);
+  std::erase(lastUsed, closed.get());
   RemovePage(n);
   if (tabs.empty()) host->SetEditorCommandsEnabled(false);
   ActiveChanged();
@@ -316,11 +318,24 @@ void EditTabs::NewFile() {
 void EditTabs::AskAndOpen() {
   mavro::FileQuestion question;
   question.title = "Open...";
-  question.filter = std::string(cSourceFilter) + "|All|*.*";
+  question.filter = SourceFilter() + "|All|*.*";
   question.defaultExtension = "cpp";
   question.folder = theProject.folder;
   const std::vector<std::string> chosen = mavro::Dialogs().chooseFiles(question);
   if (!chosen.empty()) OpenFile(chosen.front());
+}
+
+void EditTabs::Show(int index) {
+  if (index < 0 || index >= TabCount() || index == selectedIndex) return;
+  selectedIndex = index;
+  ActiveChanged();
+}
+
+void EditTabs::ShowLastUsed() {
+  if (lastUsed.size() < 2) return;
+  const EditTab* wanted = lastUsed[1];
+  for (int i = 0; i < TabCount(); ++i)
+    if (GetTab(i) == wanted) return Show(i);
 }
 
 void EditTabs::GoToCounterpart() {
@@ -412,7 +427,11 @@ void EditTabs::OnMovePage(mavro::ItemArgs&) {
 void EditTabs::ActiveChanged() {
   if (!host) return;
   host->FrontChanged();
-  if (EditTab* tab = Active()) tab->editor->Focus();
+  EditTab* tab = Active();
+  if (!tab) return;
+  std::erase(lastUsed, tab);
+  lastUsed.insert(lastUsed.begin(), tab);
+  tab->editor->Focus();
 }
 
 }  // namespace zendry

@@ -6,6 +6,7 @@
 
 #include "TabCtrl.h"
 #include "Timer.h"
+#include "base/FileKinds.h"
 #include "editor/CppEditor.h"
 
 namespace zendry {
@@ -92,6 +93,10 @@ class EditTabs : public mavro::TabCtrl {
   // Runs a file command. Commands with an id above 1302 need a tab, except "Save all".
   void OnCommand(int id);
 
+  // Brings a tab to the front by its place, from 0; nothing if there is none.
+  void Show(int index);
+  // Brings the tab that was in front before to the front.
+  void ShowLastUsed();
   // Opens the source that belongs to the header in front, or the header that belongs to the source.
   void GoToCounterpart();
   // Offers the unsaved texts of earlier runs of the program, and opens those that the user wants.
@@ -121,11 +126,14 @@ class EditTabs : public mavro::TabCtrl {
 
   EditorHost* host;
   std::vector<std::unique_ptr<EditTab>> tabs;  // in the order of the pages
+  std::vector<const EditTab*> lastUsed;        // the one in front first
   mavro::Timer rescueTimer{this};
   bool asking = false;  // true during a question about files on the disk: one at a time
 };
 
 // The filter of source and header files for file dialogs; further pairs may follow it.
-constexpr const char* cSourceFilter = "C/C++ Files|*.cpp;*.cp;*.c;*.h";
+inline std::string SourceFilter() {
+  return "C/C++ Files|" + SourcePatterns();
+}
 
 }  // namespace zendry

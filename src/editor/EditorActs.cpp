@@ -1,5 +1,8 @@
 #include "editor/EditorActs.h"
 
+#include "Keys.h"
+#include "SciCommands.h"
+#include "base/FileCommands.h"
 #include "config/EditorSettings.h"
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
@@ -44,6 +47,33 @@ constexpr CommandRow cRows[] = {
     {821, "Select to match brace", cControlKey | cShiftKey | 'B'},
     {cLowerCaseCommand, "To lower case", cControlKey | 'T'},
     {823, "To upper case", cControlKey | cShiftKey | 'T'},
+    {mavro::cSubmenuRow, "L&ines"},
+    {mavro::cSciToggleComment, "Toggle &comment", cControlKey | cShiftKey | 'C'},
+    {mavro::cSciMoveLinesUp, "Move &up", cAltKey | cKeyUp},
+    {mavro::cSciMoveLinesDown, "Move &down", cAltKey | cKeyDown},
+    {mavro::cSciDuplicate, "Du&plicate line or selection", cControlKey | 'D'},
+    {mavro::cSciJoinLines, "&Join", cControlKey | 'J'},
+    {mavro::cSciSortLines, "&Sort"},
+    {mavro::cEndSubmenuRow},
+    {mavro::cSubmenuRow, "&Tabs"},
+    {cLastTabCommand, "&Last used", cControlKey | mavro::Key::cTab},
+    {cCloseTabCommand, "&Close", cControlKey | 'W'},
+    {mavro::cSeparatorRow},
+    {cFirstTabCommand, "Tab &1", cAltKey | '1'},
+    {cFirstTabCommand + 1, "Tab &2", cAltKey | '2'},
+    {cFirstTabCommand + 2, "Tab &3", cAltKey | '3'},
+    {cFirstTabCommand + 3, "Tab &4", cAltKey | '4'},
+    {cFirstTabCommand + 4, "Tab &5", cAltKey | '5'},
+    {cFirstTabCommand + 5, "Tab &6", cAltKey | '6'},
+    {cFirstTabCommand + 6, "Tab &7", cAltKey | '7'},
+    {cFirstTabCommand + 7, "Tab &8", cAltKey | '8'},
+    {cFirstTabCommand + 8, "Tab &9", cAltKey | '9'},
+    {mavro::cEndSubmenuRow},
+    {mavro::cSubmenuRow, "&Zoom"},
+    {mavro::cSciZoomIn, "&In", cControlKey | mavro::Key::cPlus},
+    {mavro::cSciZoomOut, "&Out", cControlKey | mavro::Key::cMinus},
+    {mavro::cSciZoomNone, "&None", cControlKey | '0'},
+    {mavro::cEndSubmenuRow},
     {mavro::cSeparatorRow},
     {cRecordMacroCommand, "Record macro", cControlKey | cShiftKey | 'M'},
     {cPlayMacroCommand, "Play macro", cControlKey | 'M'},
@@ -68,6 +98,9 @@ EditorActs::EditorActs() : CommandList(cRows) {}
 void EditorActs::CarryOut(int id) {
   EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (!tab) return;
+  if (id == cLastTabCommand) return tabs->ShowLastUsed();
+  if (id == cCloseTabCommand) return tabs->OnCommand(cCloseCommand);
+  if (id >= cFirstTabCommand && id <= cNinthTabCommand) return tabs->Show(id - cFirstTabCommand);
   if (int* setting = SettingOf(id)) {
     *setting = !*setting;
     return tabs->ApplySettings();

@@ -21,7 +21,12 @@ enum EditorCommand {
   cGoToMatchCommand = 842,
   cPlayMacroCommand = 844,
   cRecordMacroCommand = 845,
-  cRedoCommand = 848
+  cRedoCommand = 848,
+  // Tabs; other commands are above 860.
+  cLastTabCommand = 880,
+  cCloseTabCommand = 881,
+  cFirstTabCommand = 891,
+  cNinthTabCommand = 899
 };
 
 class EditTabs;

@@ -39,7 +39,7 @@ void PrjActs::AddFiles() {
   if (!theProject.isOpen) return;
   mavro::FileQuestion question;
   question.title = "Open...";
-  question.filter = std::string(cSourceFilter) + "|Resource Files|*.rc";
+  question.filter = SourceFilter() + "|Resource Files|*.rc";
   question.folder = theProject.folder;
   question.multiple = true;
   for (const std::string& chosen : mavro::Dialogs().chooseFiles(question)) {

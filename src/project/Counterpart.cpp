@@ -1,21 +1,31 @@
 #include "project/Counterpart.h"
 
+#include <algorithm>
 #include <set>
 #include <vector>
 
 #include "FilePath.h"
 #include "FileText.h"
-#include "base/Paths.h"
+#include "base/FileKinds.h"
 #include "project/Project.h"
 
 namespace zendry {
 
 namespace {
 
-const std::vector<std::string>& ExtensionsFor(int kind) {
-  static const std::vector<std::string> headers = {"h", "hpp"}, sources = {"cpp", "c", "cp"}, none;
-  if (kind == cCppSource || kind == cCSource) return headers;
-  return kind == cHeader ? sources : none;
+// The usual endings come first, then all others of the kinds.
+std::vector<std::string> ExtensionsFor(int kind) {
+  std::vector<std::string> wanted;
+  const auto add = [&wanted](const std::string& extension) {
+    if (std::find(wanted.begin(), wanted.end(), extension) == wanted.end())
+      wanted.push_back(extension);
+  };
+  const bool isSource = kind == cCppSource || kind == cCSource;
+  if (!isSource && kind != cHeader) return wanted;
+  for (const char* usual : {isSource ? "h" : "cpp", isSource ? "hpp" : "c"}) add(usual);
+  for (const int other : isSource ? std::vector{cHeader} : std::vector{cCppSource, cCSource})
+    for (const std::string& extension : ExtensionsOf(other)) add(extension);
+  return wanted;
 }
 
 // The folder of a path, with its trailing slash.

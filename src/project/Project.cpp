@@ -33,12 +33,12 @@ void Project::SetShell(Shell* newShell) {
 void Project::SetInstallFolder(const std::string& newFolder) {
   installFolder = newFolder;
   if (installFolder.ends_with('/')) installFolder.pop_back();
+  stlRefFile = installFolder + "/Defs/stlref.tgd";
+  mavroRefFile = installFolder + "/Defs/mavroref.tgd";
 }
 
 void Project::Init(const std::string& path, int newType) {
   type = newType;
-  stlRefFile = installFolder + "/Defs/stlref.tgd";
-  mavroRefFile = installFolder + "/Defs/mavroref.tgd";
   SetDefaultOptions(newType);
   isOpen = true;
   couldBeRead = true;

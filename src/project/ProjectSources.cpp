@@ -15,7 +15,7 @@ constexpr size_t cMostReadFiles = 16;
 }  // namespace
 
 const std::vector<TagData*>& ProjectSources::Modules() const {
-  modules.clear();
+  modules = alone.Modules();
   for (const auto& file : project.Files()) modules.push_back(&file->tags);
   return modules;
 }
@@ -29,7 +29,9 @@ TagData* ProjectSources::ModuleOf(const EditorText& editor) {
 }
 
 void ProjectSources::RefreshTags() {
+  alone.NoteTyped();
   project.parseOpenEditors(nullptr);
+  alone.Refresh();
 }
 
 std::string ProjectSources::TextOf(const TagData& module) {

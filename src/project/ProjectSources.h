@@ -4,18 +4,20 @@
 
 #include "base/DiskStamp.h"
 #include "code/CodeSources.h"
+#include "project/StandAlone.h"
 
 namespace zendry {
 
 class Project;
 class FilesShell;
 
-// The tags of a project and of the open editors, for completion and lookups.
+// The tags of a project and of the open editors, for completion and lookups. A file in front that
+// isn't in the project is looked into before the project's files, with those that it includes.
 class ProjectSources : public CodeSources {
  public:
   // Both must outlive it.
   ProjectSources(Project& itsProject, FilesShell& itsFiles)
-      : project(itsProject), files(itsFiles) {}
+      : project(itsProject), files(itsFiles), alone(itsProject, itsFiles) {}
 
   const std::vector<TagData*>& Modules() const override;
   TagData* Library() const override;
@@ -32,6 +34,7 @@ class ProjectSources : public CodeSources {
 
   Project& project;
   FilesShell& files;
+  StandAlone alone;
   mutable std::vector<TagData*> modules;      // the last result of Modules()
   std::map<std::string, ReadFile> readFiles;  // files that TextOf() has read, by path; only a few
 };

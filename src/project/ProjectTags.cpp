@@ -116,7 +116,11 @@ void Project::parseOpenEditors(EditorText* editor) {
 
 TagData& Project::ModuleOf(const std::string& path) {
   if (ProjectFile* file = FindFile(path)) return file->tags;
-  scratchModule.fileName = path;
+  if (scratchModule.fileName != path) {
+    scratchModule.clear();
+    scratchModule.fileName = path;
+    scratchModule.Changed();
+  }
   return scratchModule;
 }
 

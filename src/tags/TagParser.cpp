@@ -4,6 +4,7 @@
 
 #include "AsciiCase.h"
 #include "Assert.h"
+#include "base/Paths.h"
 #include "base/Shell.h"
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
@@ -67,6 +68,9 @@ std::optional<Language> TagParser::languageOf(std::string_view path, bool& isHea
     isHeader = true;
     return Language::cCpp;
   }
+  const int kind = FileKind(path);
+  isHeader = kind == cHeader;
+  if (isHeader || kind == cCppSource) return Language::cCpp;
   const size_t start = stop == path.npos ? std::min<size_t>(1, path.size()) : stop + 1;
   const std::string_view extension = path.substr(start, cLongestExtension);
   for (const LanguageRecord& record : Languages())

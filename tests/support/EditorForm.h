@@ -31,6 +31,7 @@ inline mavro::EditorLanguage SmallLanguage() {
   language.memberChars = ".->:";
   for (const int style : {1, 2, 4, 6, 7, 12, 20}) language.quietStyles |= 1u << style;
   language.directiveStyle = 9;
+  language.lineComment = "//";
   return language;
 }
 

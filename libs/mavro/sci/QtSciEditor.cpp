@@ -142,6 +142,10 @@ class SciWidget final : public QsciScintillaBase {
 
   // A key that is no command of the component is no letter either.
   void PassWithoutText(QKeyEvent& event) {
+    // The plus of most keyboards needs the Shift key, so no hotkey of "Ctrl" and plus matches.
+    const bool isPlus = event.key() == Qt::Key_Plus && (event.modifiers() & Qt::ControlModifier);
+    if (isPlus) SendScintilla(SCI_ZOOMIN);
+    if (isPlus) return event.accept();
     QKeyEvent bare(event.type(), event.key(), event.modifiers(), event.nativeScanCode(),
                    event.nativeVirtualKey(), event.nativeModifiers(), QString(),
                    event.isAutoRepeat());

@@ -1,4 +1,5 @@
 #include "GoToLineDlg.h"
+#include "LineCommands.h"
 #include "MacroLines.h"
 #include "SciImpl.h"
 
@@ -24,6 +25,12 @@ constexpr MessageRow cMessages[] = {
     {cSciDeleteLine, SCI_LINEDELETE},
     {cSciLowerCase, SCI_LOWERCASE},
     {cSciUpperCase, SCI_UPPERCASE},
+    {cSciMoveLinesUp, SCI_MOVESELECTEDLINESUP},
+    {cSciMoveLinesDown, SCI_MOVESELECTEDLINESDOWN},
+    {cSciDuplicate, SCI_SELECTIONDUPLICATE},
+    {cSciZoomIn, SCI_ZOOMIN},
+    {cSciZoomOut, SCI_ZOOMOUT},
+    {cSciZoomNone, SCI_SETZOOM},
 };
 
 // Toggles of the component: one message reads the state, one sets it.
@@ -72,6 +79,9 @@ constexpr ActionRow cActions[] = {
     {cSciGoToMatch, [](Editor& editor, SciEditor&) { editor.GoToMatch(Selecting::cNothing); }},
     {cSciSelectToMatch,
      [](Editor& editor, SciEditor&) { editor.GoToMatch(Selecting::cUpToThere); }},
+    {cSciToggleComment, [](Editor&, SciEditor& control) { ToggleLineComment(control); }},
+    {cSciJoinLines, [](Editor&, SciEditor& control) { JoinLines(control); }},
+    {cSciSortLines, [](Editor&, SciEditor& control) { SortLines(control); }},
     {cSciFoldAll, [](Editor& editor, SciEditor&) { editor.FoldAll(); }},
     {cSciShowLongLine, [](Editor&, SciEditor& control) { control.ShowLongLine(); }},
     {cSciPlayMacro, [](Editor& editor, SciEditor&) { editor.PlayMacro(); }},

@@ -16,6 +16,7 @@ std::string KeyName(int key) {
   static constexpr const char* cPunctuation = ";+<->/`";
   if ((key >= '0' && key <= '9') || (key >= 'A' && key <= 'Z'))
     return std::string(1, static_cast<char>(key));
+  if (key == 0x09) return "Tab";
   if (key >= 0x70 && key <= 0x7B) return "F" + std::to_string(key - 0x70 + 1);
   if (key >= 0xBA && key <= 0xC0) return std::string(1, cPunctuation[key - 0xBA]);
   if (key >= 0x20 && key <= 0x28) return cNavigation[static_cast<size_t>(key - 0x20)];

@@ -92,6 +92,78 @@ TEST_F(IdeEditor, MemberOfAProjectsClass_IsOfferedBehindADot) {
   });
 }
 
+TEST_F(IdeEditor, AFileAlone_HasItsOwnClassesAndThoseItIncludes) {
+  ide.files.Write("part.h", "struct Part { int length; };\n");
+  const std::string solo = ide.files.Write("solo.cpp",
+                                           "#include \"part.h\"\nstruct Point { int x; };\nint "
+                                           "main() {\n  Point p;\n  Part q;\n  @\n}\n");
+  ide.Run({solo}, [&] {
+    PutCaret(Front());
+    Type("p.");
+    ASSERT_TRUE(ListIsOpen());
+    EXPECT_EQ(Chosen(), "x");
+    TypeKey(Qt::Key_Return);
+    Type("; q.");
+    ASSERT_TRUE(ListIsOpen());
+    EXPECT_EQ(Chosen(), "length");
+    TypeKey(Qt::Key_Return);
+    EXPECT_THAT(Front().GetText(), HasSubstr("  p.x; q.length\n"));
+  });
+}
+
+TEST_F(IdeEditor, AFileBesideAProject_HasItsOwnClasses) {
+  ide.Run({ide.Project({{"main.cpp", "struct Point { int ofProject; };\n"}})}, [&] {
+    PutCaret(Open("beside.cpp", "struct Point { int own; };\nint f() {\n  Point p;\n  @\n}\n"));
+    Type("p.");
+    ASSERT_TRUE(ListIsOpen());
+    EXPECT_EQ(Chosen(), "own");
+  });
+}
+
+// The bytes of the saved file are those that were typed, with the indentation of the rules.
+TEST_F(IdeEditor, TypedText_IsInTheFileAsItWasTyped) {
+  const std::string classes =
+      "struct Point { int move; };\nPoint p;\nint newest, double_it, elephant;\n";
+  const std::pair<const char*, const char*> cases[] = {
+      {"do\n", "do\n\t"},
+      {"// the new\n", "// the new\n"},
+      {"// this moves p.\n", "// this moves p.\n"},
+      {"/* p.\n*/", "/* p.\n*/"},
+      {"ele\n", "ele\n"},
+      {"char c = '.';\n", "char c = '.';\n"},
+      {"auto s = \"p.\n", "auto s = \"p.\n"},
+      {"auto s = \"p. elep\";\n", "auto s = \"p. elep\";\n"},
+      {"#include <elep.\n", "#include <elep.\n"},
+      {"double x = 1.\n", "double x = 1.\n"},
+  };
+  ide.Run({}, [&] {
+    for (const auto& [typed, wanted] : cases) {
+      CppEditor& editor = Open("typed.cpp", classes);
+      editor.Select(editor.Length(), editor.Length());
+      for (const char c : std::string(typed))
+        if (c == '\n')
+          TypeKey(Qt::Key_Return);
+        else
+          Type(std::string(1, c));
+      IdeDriver::Press(Qt::Key_S, Qt::ControlModifier);
+      EXPECT_EQ(ide.files.Read("typed.cpp"), classes + wanted) << typed;
+      IdeDriver::Press(Qt::Key_F4, Qt::ControlModifier);
+    }
+  });
+}
+
+TEST_F(IdeEditor, KeysNobodyHasTaken_LeaveTheFileAsItIs) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("a.cpp", "int a;\n");
+    for (const auto& [key, modifier] :
+         {std::pair(Qt::Key_Q, Qt::AltModifier), std::pair(Qt::Key_J, Qt::AltModifier),
+          std::pair(Qt::Key_Period, Qt::ControlModifier)})
+      IdeDriver::Press(key, modifier);
+    EXPECT_EQ(editor.GetText(), "int a;\n");
+    EXPECT_FALSE(editor.dirty);
+  });
+}
+
 TEST_F(IdeEditor, UnsavedMember_WinsOverTheFile) {
   const std::string main = "int main() {\n  Shape* s;\n  @\n}\n";
   ide.Run({ide.Project(

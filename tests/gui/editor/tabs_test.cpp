@@ -223,7 +223,46 @@ TEST_F(IdeTabs, Open_AsksWithTheSourceFilter) {
     ASSERT_EQ(ide.dialogs.questions.size(), 1u);
     EXPECT_EQ(ide.dialogs.questions[0].title, "Open...");
     EXPECT_THAT(ide.dialogs.questions[0].filter, testing::EndsWith("|All|*.*"));
+    EXPECT_THAT(ide.dialogs.questions[0].filter, testing::StartsWith("C/C++ Files|*.cpp;*.cp;"));
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
+  });
+}
+
+TEST_F(IdeTabs, Keys_GoToTabsByPlaceAndByLastUse_AndCloseTheFront) {
+  ide.Run({}, [&] {
+    for (const char* name : {"a.cpp", "b.cpp", "c.cpp"}) Open(name);
+    const auto front = [&] { return Tabs().Active()->caption; };
+    IdeDriver::Press(Qt::Key_1, Qt::AltModifier);
+    EXPECT_EQ(front(), "a.cpp");
+    IdeDriver::Press(Qt::Key_9, Qt::AltModifier);
+    EXPECT_EQ(front(), "a.cpp") << "there is no ninth";
+    IdeDriver::Press(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(front(), "c.cpp");
+    IdeDriver::Press(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(front(), "a.cpp");
+    IdeDriver::Press(Qt::Key_2, Qt::AltModifier);
+    IdeDriver::Press(Qt::Key_W, Qt::ControlModifier);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp", "c.cpp"));
+    for (int i = 0; i < 3; ++i) IdeDriver::Press(Qt::Key_W, Qt::ControlModifier);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre());
+    IdeDriver::Press(Qt::Key_Tab, Qt::ControlModifier);
+  });
+}
+
+TEST_F(IdeTabs, Keys_OfLinesAndZoom_ReachTheEditor) {
+  ide.Run({}, [&] {
+    Open("a.cpp");
+    CppEditor& editor = *Tabs().Active()->editor;
+    editor.ReplaceSelection("a;\nb;\n");
+    editor.ShowLine(2);
+    IdeDriver::Press(Qt::Key_Up, Qt::AltModifier);
+    EXPECT_TRUE(editor.GetText().starts_with("b;\na;")) << editor.GetText();
+    IdeDriver::Press(Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_TRUE(editor.GetText().starts_with("// b;\na;")) << editor.GetText();
+    IdeDriver::Press(Qt::Key_Plus, Qt::ControlModifier);
+    IdeDriver::Press(Qt::Key_Plus, Qt::ControlModifier | Qt::ShiftModifier);
+    IdeDriver::Press(Qt::Key_Minus, Qt::ControlModifier);
+    EXPECT_EQ(editor.Send(mavro::SCI_GETZOOM), 1);
   });
 }
 

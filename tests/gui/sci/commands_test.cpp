@@ -44,6 +44,70 @@ TEST(SciCommands, TextCommands_DoWhatTheirNameSays) {
   }
 }
 
+// In these texts, "[" and "]" enclose the selection; both in one place are the caret.
+struct LinesCase {
+  int id;
+  const char* before;
+  const char* after;
+};
+
+TEST(SciCommands, LineCommands_ChangeTheLinesOfTheSelection) {
+  const LinesCase cases[] = {
+      {cSciToggleComment, "a;\n\tb[];\nc;", "a;\n\t// b;\nc;"},
+      {cSciToggleComment, "\t// b[];", "\tb;"},
+      {cSciToggleComment, "//b[];", "b;"},
+      {cSciToggleComment, "\t[a;\n\t\tb;\n\n]c;", "\t// a;\n\t// \tb;\n\nc;"},
+      {cSciToggleComment, "[// a;\nb;]", "// // a;\n// b;"},
+      {cSciToggleComment, "[// a;\n\n  //b;]", "a;\n\n  b;"},
+      {cSciToggleComment, "[]", ""},
+      {cSciToggleComment, " [] ", "  "},
+      {cSciMoveLinesUp, "a\nb[]\nc", "b\na\nc"},
+      {cSciMoveLinesUp, "a[]\nb", "a\nb"},
+      {cSciMoveLinesDown, "a[]\nb\nc", "b\na\nc"},
+      {cSciMoveLinesDown, "[a\nb]\nc", "c\na\nb"},
+      {cSciMoveLinesDown, "a\nb[]", "a\nb"},
+      {cSciDuplicate, "a[]\nb", "a\na\nb"},
+      {cSciDuplicate, "x[ab]y", "xababy"},
+      {cSciJoinLines, "a[]  \n\tb\nc", "a b\nc"},
+      {cSciJoinLines, "[a\n  b\nc]\nd", "a b c\nd"},
+      {cSciJoinLines, "a[]\n\nb", "a\nb"},
+      {cSciJoinLines, "  []\nb", "  b"},
+      {cSciJoinLines, "a[]", "a"},
+      {cSciSortLines, "[c\na\nb]\na", "a\nb\nc\na"},
+      {cSciSortLines, "[c\na\n]b\n", "a\nc\nb\n"},
+      {cSciSortLines, "b[]\na", "b\na"},
+      {cSciSortLines, "[b\na]", "a\nb"},
+  };
+  for (const LinesCase& row : cases) {
+    EditorForm form;
+    RunEditor(form, [&] {
+      std::string text = row.before;
+      const size_t start = text.find('[');
+      text.erase(start, 1);
+      const size_t end = text.find(']');
+      text.erase(end, 1);
+      form.Fill(text);
+      form.editor.Select(static_cast<int>(start), static_cast<int>(end));
+      EXPECT_TRUE(form.editor.OnCommand(row.id));
+      EXPECT_EQ(form.editor.GetText(), row.after) << row.id << " " << row.before;
+      form.editor.OnCommand(cSciUndo);
+      EXPECT_EQ(form.editor.GetText(), text) << "one undo step";
+    });
+  }
+}
+
+TEST(SciCommands, Zoom_InOutAndNone) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.editor.OnCommand(cSciZoomIn);
+    form.editor.OnCommand(cSciZoomIn);
+    form.editor.OnCommand(cSciZoomOut);
+    EXPECT_EQ(form.editor.Send(SCI_GETZOOM), 1);
+    form.editor.OnCommand(cSciZoomNone);
+    EXPECT_EQ(form.editor.Send(SCI_GETZOOM), 0);
+  });
+}
+
 TEST(SciCommands, Case_OfTheSelection_IsChanged) {
   EditorForm form;
   RunEditor(form, [&] {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "TempFolder.h"
+#include "base/FileKinds.h"
 #include "config/EditorSettings.h"
 
 namespace zendry {
@@ -14,7 +15,10 @@ namespace {
 
 class IdeConfigTest : public testing::Test {
  protected:
-  ~IdeConfigTest() override { theEditorSettings = EditorSettings(); }
+  ~IdeConfigTest() override {
+    theEditorSettings = EditorSettings();
+    ForgetAddedFileKinds();
+  }
 
   // Reads a configuration of this content into `config` and `fonts`.
   void Read(std::string_view text) {
@@ -67,6 +71,20 @@ TEST_F(IdeConfigTest, LibraryAndAddOn_RepeatedKey_Overwrites) {
   ASSERT_EQ(config.addOns.size(), 1u);
   EXPECT_EQ(config.addOns["a"].include, "x");
   EXPECT_EQ(config.addOns["a"].link, "y");
+}
+
+TEST_F(IdeConfigTest, FileKinds_AreAddedToTheTable) {
+  Read(
+      "<kind id=\"1\" value=\"cc  C\"/><kind id=\"3\" value=\"hpp\"/><kind id=\"5\" value=\"prj\"/>"
+      "<kind value=\"x\"/>");
+  EXPECT_EQ(FileKind("a.cc"), cCppSource);
+  EXPECT_EQ(FileKind("a.C"), cCppSource);
+  EXPECT_EQ(FileKind("a.hpp"), cHeader);
+  EXPECT_EQ(FileKind("a.prj"), cUnknownKind) << "only sources and headers";
+  EXPECT_EQ(FileKind("a.x"), cUnknownKind);
+  Read("<kind id=\"1\" value=\"cxx\"/>");
+  EXPECT_EQ(FileKind("a.cxx"), cCppSource);
+  EXPECT_EQ(FileKind("a.cc"), cUnknownKind) << "the file as it is read last";
 }
 
 TEST_F(IdeConfigTest, Font_IsCopiedToTheEditor) {

@@ -3,6 +3,7 @@
 #include "CommandLine.h"
 #include "ScopedHome.h"
 #include "TempFolder.h"
+#include "base/FileKinds.h"
 #include "config/EditorSettings.h"
 #include "config/IdeSession.h"
 
@@ -17,6 +18,7 @@ struct InstalledConfig : testing::Test {
     config.appDir = TEST_DATA "/../../dist/";
     ReadConfig(config, fonts);
   }
+  ~InstalledConfig() override { ForgetAddedFileKinds(); }
 };
 
 TEST_F(InstalledConfig, CompilerSets_AreNamedAndMakeGccPrintOneLinePerMessage) {
@@ -30,6 +32,17 @@ TEST_F(InstalledConfig, CompilerSets_AreNamedAndMakeGccPrintOneLinePerMessage) {
   EXPECT_EQ(config.toolSets[1].folder, "");
   EXPECT_EQ(config.defaultSet, 0);
   EXPECT_EQ(config.defaultOption, 0);
+}
+
+TEST_F(InstalledConfig, FileKinds_OfAllUsualExtensions) {
+  for (const char* name : {"a.cpp", "a.cp", "a.cc", "a.cxx", "a.c++", "a.C"})
+    EXPECT_EQ(FileKind(name), cCppSource) << name;
+  for (const char* name :
+       {"a.h", "a.H", "a.hh", "a.hpp", "a.hxx", "a.h++", "a.inl", "a.ipp", "a.tpp"})
+    EXPECT_EQ(FileKind(name), cHeader) << name;
+  EXPECT_EQ(FileKind("a.c"), cCSource);
+  for (const char* name : {"a.HPP", "a.CC", "a.txt", "cc"})
+    EXPECT_EQ(FileKind(name), cUnknownKind) << name;
 }
 
 TEST_F(InstalledConfig, FrameworkSet_NamesHeadersLibraryAndWhatItNeeds) {

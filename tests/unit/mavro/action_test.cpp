@@ -43,10 +43,10 @@ TEST(Action, OfWhichHalfIsMissing_DoesNothing) {
 
 TEST(HotKeyText, FirstAndLastOfEachKind) {
   const std::pair<int, const char*> rows[] = {
-      {'0', "0"},    {'9', "9"},    {'A', "A"},      {'Z', "Z"},    {0x70, "F1"},
-      {0x7B, "F12"}, {0x7C, ""},    {0x6F, ""},      {0xBA, ";"},   {0xC0, "`"},
-      {0xC1, ""},    {0xB9, ""},    {0x20, "Space"}, {0x28, "Dn"},  {0x29, ""},
-      {0x1F, ""},    {'0' - 1, ""}, {'9' + 1, ""},   {'A' - 1, ""}, {'Z' + 1, ""}};
+      {'0', "0"},      {'9', "9"},    {'A', "A"},    {'Z', "Z"},   {0x70, "F1"},  {0x7B, "F12"},
+      {0x7C, ""},      {0x6F, ""},    {0xBA, ";"},   {0xC0, "`"},  {0xC1, ""},    {0xB9, ""},
+      {0x20, "Space"}, {0x28, "Dn"},  {0x29, ""},    {0x1F, ""},   {0x09, "Tab"}, {0x0A, ""},
+      {'0' - 1, ""},   {'9' + 1, ""}, {'A' - 1, ""}, {'Z' + 1, ""}};
   for (const auto& [key, name] : rows)
     EXPECT_EQ(HotKeyText(cControlKey | key), std::string("\tCtrl+") + name) << key;
 }

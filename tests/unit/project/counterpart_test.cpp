@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "TempFolder.h"
+#include "base/FileKinds.h"
 #include "project/Project.h"
 
 namespace zendry {
@@ -35,6 +36,21 @@ TEST_F(Counterpart, Header_TakesTheSource_CppBeforeC) {
 TEST_F(Counterpart, SourcesOfEachLanguage_HaveHeaders) {
   files.Write("a.h", "");
   for (const char* name : {"a.cpp", "a.cp", "a.c"}) EXPECT_EQ(Of(name), files.Path("a.h")) << name;
+}
+
+TEST_F(Counterpart, AddedExtensions_ComeAfterTheUsualOnes) {
+  files.Write("a.cc", "");
+  files.Write("a.hh", "");
+  EXPECT_EQ(Of("a.cc"), "");
+  AddFileKind("cc", cCppSource);
+  AddFileKind("hh", cHeader);
+  EXPECT_EQ(Of("a.cc"), files.Path("a.hh"));
+  EXPECT_EQ(Of("a.hh"), files.Path("a.cc"));
+  files.Write("a.cpp", "");
+  files.Write("a.h", "");
+  EXPECT_EQ(Of("a.cc"), files.Path("a.h"));
+  EXPECT_EQ(Of("a.hh"), files.Path("a.cpp"));
+  ForgetAddedFileKinds();
 }
 
 TEST_F(Counterpart, NotBesideIt_IsFoundInAFolderOfTheProject) {
