@@ -1,5 +1,6 @@
 #include "config/IdeConfig.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "FileText.h"
@@ -33,6 +34,12 @@ void ReadFont(const XmlTag& tag, IdeFonts& fonts) {
   theEditorSettings.fonts[index] = ShowableFont(font);
 }
 
+// Limits can only be raised: what is below the parser's own counts as not told.
+void ReadParserLimits(const XmlTag& tag, IdeConfig& config) {
+  config.mostTags = std::max(config.mostTags, tag.id);
+  config.longestLine = std::max(config.longestLine, ParseInt(tag.v));
+}
+
 // Only the first letter of an element's name counts.
 void ReadElement(const XmlTag& tag, IdeConfig& config, IdeFonts& fonts) {
   switch (tag.element.front()) {
@@ -47,6 +54,9 @@ void ReadElement(const XmlTag& tag, IdeConfig& config, IdeFonts& fonts) {
       break;
     case 'f':
       ReadFont(tag, fonts);
+      break;
+    case 'p':
+      ReadParserLimits(tag, config);
       break;
     case 's':
       config.defaultSet = tag.id;
