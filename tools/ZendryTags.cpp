@@ -7,6 +7,9 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
 #include <limits>
 #include <optional>
 #include <string>
@@ -15,7 +18,6 @@
 #include "FileText.h"
 #include "base/ControlBytes.h"
 #include "base/Shell.h"
-#include "tags/TagChars.h"
 #include "tags/TagData.h"
 #include "tags/TagLine.h"
 #include "tags/TagParser.h"
@@ -23,6 +25,7 @@
 // zendry-tags: writes the results of the tag parser as a tags file for editors.
 
 using namespace zendry;
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -37,6 +40,8 @@ constexpr std::string_view cHead =
 
 struct Options {
   std::vector<std::string> sources;
+  std::string list;
+  bool recursive = false;
   std::string output;
   std::string language;
   bool locals = false;
@@ -85,8 +90,7 @@ class TagCollector {
  public:
   explicit TagCollector(const Options& newOptions) : options(newOptions) {
     theTagParser.shell = &log;
-    theTagParser.mostTags = std::numeric_limits<int>::max() - 1;
-    theCpp.lines.longestLine = std::numeric_limits<int>::max();
+    theTagParser.SetLimits(std::numeric_limits<int>::max() - 1, std::numeric_limits<int>::max());
     if (!options.language.empty()) theTagParser.language = LanguageNamed(options.language);
   }
 
@@ -153,10 +157,51 @@ bool WriteOutput(const std::string& text) {
   return isWritten;
 }
 
+// The sources in a folder and those below it, by name; links to folders aren't followed. A file
+// without an extension is no source here. False when a folder couldn't be read.
+bool AddFolder(const std::string& folder, std::vector<std::string>& sources) {
+  std::vector<std::string> found;
+  std::error_code error;
+  fs::recursive_directory_iterator at(folder, error);
+  for (; !error && at != fs::end(at); at.increment(error)) {
+    bool isHeader = false;
+    std::error_code ignored;
+    if (at->path().has_extension() && at->is_regular_file(ignored) &&
+        TagParser::languageOf(at->path().native(), isHeader))
+      found.push_back(at->path());
+  }
+  if (error) Say(folder + ": " + error.message());
+  std::sort(found.begin(), found.end());
+  sources.insert(sources.end(), found.begin(), found.end());
+  return !error;
+}
+
+// Names of sources, a line each.
+bool AddList(const std::string& list, std::vector<std::string>& sources) {
+  std::ifstream file;
+  if (list != "-") file.open(list);
+  std::istream& lines = list == "-" ? std::cin : file;
+  if (!lines) {
+    Say(list + ": " + std::strerror(errno));
+    return false;
+  }
+  for (std::string line; std::getline(lines, line);)
+    if (!line.empty()) sources.push_back(line);
+  return true;
+}
+
 int Run(const Options& options) {
   TagCollector collector(options);
-  bool allRead = true;
-  for (const std::string& source : options.sources) allRead &= collector.Add(source);
+  std::vector<std::string> named = options.sources;
+  bool allRead = options.list.empty() || AddList(options.list, named);
+  std::vector<std::string> sources;
+  for (const std::string& name : named) {
+    if (options.recursive && fs::is_directory(name))
+      allRead &= AddFolder(name, sources);
+    else
+      sources.push_back(name);
+  }
+  for (const std::string& source : sources) allRead &= collector.Add(source);
   const std::string text = collector.Text();
   const bool isWritten =
       options.output.empty() ? WriteOutput(text) : WriteFile(options.output, text);
@@ -176,7 +221,10 @@ int main(int argc, char** argv) {
   Options options;
   CLI::App app("Writes a tags file of sources.", "zendry-tags");
   app.set_version_flag("--version", "zendry-tags " ZENDRY_VERSION);
-  app.add_option("FILE", options.sources, "the sources")->required();
+  app.add_option("FILE", options.sources, "the sources");
+  app.add_option("-L", options.list,
+                 "read names of sources from this file, a line each, or from \"-\"");
+  app.add_flag("-R", options.recursive, "read the sources in folders and below them");
   app.add_option("-o", options.output, "write to this file, not to standard output");
   app.add_option("--language", options.language,
                  "read every source as this, whatever its name tells")
@@ -189,6 +237,10 @@ int main(int argc, char** argv) {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? cDone : cWrongUse;
+  }
+  if (options.sources.empty() && options.list.empty()) {
+    Say("FILE is required");
+    return cWrongUse;
   }
   return Run(options);
 }

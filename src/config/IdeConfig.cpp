@@ -1,5 +1,6 @@
 #include "config/IdeConfig.h"
 
+#include <algorithm>
 #include <optional>
 #include <sstream>
 
@@ -40,6 +41,12 @@ void ReadFileKinds(const XmlTag& tag) {
   for (std::string extension; extensions >> extension;) AddFileKind(extension, tag.id);
 }
 
+// Limits can only be raised: what is below the parser's own counts as not told.
+void ReadParserLimits(const XmlTag& tag, IdeConfig& config) {
+  config.mostTags = std::max(config.mostTags, tag.id);
+  config.longestLine = std::max(config.longestLine, ParseInt(tag.v));
+}
+
 // Only the first letter of an element's name counts.
 void ReadElement(const XmlTag& tag, IdeConfig& config, IdeFonts& fonts) {
   switch (tag.element.front()) {
@@ -57,6 +64,9 @@ void ReadElement(const XmlTag& tag, IdeConfig& config, IdeFonts& fonts) {
       break;
     case 'k':
       ReadFileKinds(tag);
+      break;
+    case 'p':
+      ReadParserLimits(tag, config);
       break;
     case 's':
       config.defaultSet = tag.id;

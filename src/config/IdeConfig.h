@@ -45,6 +45,8 @@ struct IdeConfig {
   std::string ar = "ar";
   std::string windres = "windres";
   std::string windresOptions = "-D _WIN32_WINNT=0x0501 -O coff";
+  int mostTags = 1024;     // of one source
+  int longestLine = 1023;  // of a source whose tags are wanted
   int defaultSet = 0;
   int defaultOption = 0;
   std::map<std::string, LibSet> libSets;

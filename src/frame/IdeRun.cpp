@@ -11,6 +11,7 @@
 #include "frame/StartupFile.h"
 #include "project/Project.h"
 #include "rescue/Rescue.h"
+#include "tags/TagParser.h"
 
 namespace zendry {
 
@@ -41,6 +42,7 @@ int RunIde(const mavro::ArgumentList& arguments) {
   theIdeFonts.largeToolBar = false;
   theIdeConfig.appDir = mavro::theApplication.appDir;
   theIdeSession.NoteError(ReadConfig(theIdeConfig, theIdeFonts).Words());
+  theTagParser.SetLimits(theIdeConfig.mostTags, static_cast<size_t>(theIdeConfig.longestLine));
   theProject.SetInstallFolder(theIdeConfig.appDir);
   theIdeSession.Load(theIdeConfig.appDir + "first-start.ini");
   ClearCompilerEnvironment();

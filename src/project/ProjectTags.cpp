@@ -94,6 +94,8 @@ void Project::parseModule(TagData& module, EditorText* editor) {
     RefreshIncludes(module, *editor, std::move(known));
   else if (theTagParser.gaveUp)
     CompleteIncludes(module, editor);
+  if (theTagParser.gaveUp && !isTyped)
+    theTagParser.logMessage("tags end before the end of", module.fileName);
   module.Changed();
 }
 

@@ -11,8 +11,8 @@ namespace {
 
 // Bytes that are read at once. The rest of a line is kept before them.
 constexpr size_t cChunk = 64 * 1024;
-constexpr size_t cSmallestBuffer = 2 * cChunk;
 constexpr size_t cSpare = 2;  // for the newline that ends a line that is too long
+constexpr size_t cSmallestBuffer = cChunk + 2 * LineInput::cLookAhead + cSpare;
 
 const char* Find(const char* begin, const char* end, char c) {
   const void* found = std::memchr(begin, c, static_cast<size_t>(end - begin));

@@ -140,7 +140,8 @@ class GroupScan {
 }  // namespace
 
 bool IsInCapitals(std::string_view name) {
-  return name.size() > 1 && std::none_of(name.begin(), name.end(), IsSmall) &&
+  if (name.size() < 2 || IsSmall(name[0]) || IsSmall(name[1])) return false;
+  return std::none_of(name.begin(), name.end(), IsSmall) &&
          std::any_of(name.begin(), name.end(), IsCapital);
 }
 

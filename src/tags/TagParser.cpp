@@ -116,6 +116,11 @@ void TagParser::addTag(const TagFacts& entry) {
   if (found) found(told);
 }
 
+void TagParser::SetLimits(int newMostTags, size_t longestLine) {
+  mostTags = newMostTags;
+  theCpp.lines.longestLine = longestLine;
+}
+
 size_t TagParser::MemberCount(std::string_view className) const {
   const auto found = tagData->classes.find(className);
   return found == tagData->classes.end() ? 0 : found->second.members.size();

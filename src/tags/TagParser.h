@@ -36,6 +36,8 @@ class TagParser {
   // The language that a file's name means; nothing when there is none. `isHeader` is set too.
   static std::optional<Language> languageOf(std::string_view path, bool& isHeader);
 
+  // The most tags of a source and its longest line; the source ends there.
+  void SetLimits(int newMostTags, size_t longestLine);
   // Stores a tag that the declaration parser found.
   void addTag(const TagFacts& entry);
   // How many members the class of that name has so far.

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
 #include "tags/TagMacros.h"
@@ -195,11 +197,11 @@ bool TagC::IsDeclaratorBehindType() const {
   const Token& name = st.earlierToken(2);
   if (st.seen.parenNameSeen || name.name.starts_with('~') || name.name.starts_with("operator"))
     return true;
-  const std::string_view context = st.context.name;
-  if (context == name.name || context.ends_with("::" + name.name)) return true;
-  if (st.parent != nullptr && st.parent->openedName.name == name.name) return true;
-  const bool mayBeInCapitals = !IsInCapitals(name.name);
-  return HasTypeBefore(2, mayBeInCapitals);
+  if (HasTypeBefore(2, !IsInCapitals(name.name))) return true;
+  std::string_view context = st.context.name;
+  context.remove_prefix(std::min(context.rfind(':') + 1, context.size()));
+  if (!context.empty() && context == name.name) return true;
+  return st.parent != nullptr && st.parent->openedName.name == name.name;
 }
 
 bool TagC::SkipMacroBehindParameters() {

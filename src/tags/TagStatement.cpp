@@ -132,12 +132,6 @@ void Statement::resetStatement(bool partial, int line) {
   baseNames.clear();
 }
 
-Token& Statement::earlierToken(int n) {
-  constexpr int num = cRing;
-  MAVRO_ASSERT(n < num);
-  return token[(tokenIndex + num - n) % num];
-}
-
 void Statement::stepTokenForward(int line) {
   tokenIndex = tokenIndex == cRing - 1 ? 0 : tokenIndex + 1;
   ++stepCount;

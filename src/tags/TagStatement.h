@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "Assert.h"
 #include "tags/TagKeywords.h"
 #include "tags/TagLanguages.h"
 
@@ -119,7 +120,10 @@ struct Statement {
 
   Token& activeToken() { return token[tokenIndex]; }
   // The token that was active n tokens ago.
-  Token& earlierToken(int n);
+  Token& earlierToken(int n) {
+    MAVRO_ASSERT_AS(n < cRing, "n < num");
+    return token[static_cast<size_t>(tokenIndex < n ? tokenIndex + cRing - n : tokenIndex - n)];
+  }
   // How many tokens of the statement before the active one are still known.
   int TokensBefore() const { return stepCount < cRing ? stepCount : cRing - 1; }
   void stepTokenForward(int line);

@@ -5,6 +5,12 @@
 #include "tags/TagParser.h"
 
 namespace zendry {
+namespace {
+
+// As far is the end of template arguments looked for in a value, so that time stays linear.
+constexpr size_t cLongestArguments = 512;
+
+}  // namespace
 
 void TagC::ResetStatement(bool partial) {
   currentStatement->resetStatement(partial, theCpp.lines.tagLine);
@@ -239,7 +245,7 @@ bool TagC::IsTemplateAhead() const {
   int depth = 1;
   int groups = 0;
   char before = 0;
-  for (const char c : theCpp.lines.Ahead()) {
+  for (const char c : theCpp.lines.Ahead().substr(0, cLongestArguments)) {
     if (c == '(' || c == '[')
       ++groups;
     else if ((c == ')' || c == ']') && --groups < 0)

@@ -392,7 +392,7 @@ TEST_F(ExprTypesTest, NestedClassesAndScopes) {
       {"Outer::Inner::@", "deep?1"},
       {"Shape::In@", "Instance?2"},
       {"std::vector<Point>::@", cVector},
-      {"ns::Po@", "Point?2 Points?2"},
+      {"ns::Po@", "Point?2 PointPointer?2 Points?2"},
       {"std::ve@", "vector?2"},
       {"Color::@", "green?2 red?2"},
       {"ns::Color::r@", "red?2"},

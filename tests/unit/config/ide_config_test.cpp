@@ -121,6 +121,18 @@ TEST_F(IdeConfigTest, Defaults_AreSet) {
   EXPECT_EQ(config.defaultOption, 1);
 }
 
+TEST_F(IdeConfigTest, LimitsOfTheTagParser_CanOnlyBeRaised) {
+  Read("<set id=\"2\"/>");
+  EXPECT_EQ(config.mostTags, 1024);
+  EXPECT_EQ(config.longestLine, 1023);
+  Read("<parser id=\"5\" value=\"-1\"/>");
+  EXPECT_EQ(config.mostTags, 1024);
+  EXPECT_EQ(config.longestLine, 1023);
+  Read("<parser id=\"1000000\" value=\"5000000\"/>");
+  EXPECT_EQ(config.mostTags, 1000000);
+  EXPECT_EQ(config.longestLine, 5000000);
+}
+
 TEST_F(IdeConfigTest, UnknownElements_AreIgnored) {
   Read("<config>\r\n<x n=\"1\"/>\r\n<!-- g --></gcc><l n=\"m\"/>");
   EXPECT_EQ(config.libSets.size(), 1u);

@@ -382,6 +382,7 @@ TEST_F(ProjectTagsTest, TooManyTags_AreLoggedAndTheFirst1025Kept) {
   EXPECT_EQ(file.tags.globals.size(), 1025u);
   EXPECT_EQ(file.tags.globals.back().name, "v1025");
   EXPECT_NE(shell.log.find("To many tags"), std::string::npos);
+  EXPECT_NE(shell.log.find("tags end before the end of"), std::string::npos);
 }
 
 TEST_F(ProjectTagsTest, TextOfManyWindows_IsParsedAsTheFileIs) {

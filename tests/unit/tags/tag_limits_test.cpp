@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "TagRun.h"
+#include "tags/LineInput.h"
 
 // What bounds a parse: the length of a line, the number of tags, the depth of blocks.
 
@@ -74,6 +75,16 @@ TEST(TagLimits, ExactlyTheMostTags_AreNoReasonToLog) {
   const test::TagRun run = ParseTags(Repeat("int a;\n", 1024));
   EXPECT_EQ(run.store.globals.size(), 1024u);
   EXPECT_EQ(run.log, "");
+}
+
+TEST(TagLimits, RaisedLimits_Hold) {
+  theTagParser.SetLimits(3000, 200000);
+  EXPECT_EQ(ParseTags(Repeat("int a;\n", 3000)).log, "");
+  EXPECT_EQ(ParseTags(Repeat("int a;\n", 3001)).log, "To many tags --> \n");
+  EXPECT_EQ(TagsOf(BehindLine(200000)), "v a:int; v b:int;");
+  EXPECT_EQ(ParseTags(BehindLine(200001)).log, "Line to long --> \n");
+  theTagParser.SetLimits(TagParser::cMostTags, LineInput::cLongestLine);
+  EXPECT_EQ(TagsOf(BehindLine(1024)), "v a:int;");
 }
 
 TEST(TagLimits, GivingUp_IsToldUntilTheNextSource) {
