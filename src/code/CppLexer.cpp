@@ -23,6 +23,21 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
+// Where a comment begins that the line doesn't close; npos if there is none.
+size_t OpenComment(std::string_view line) {
+  for (size_t at = line.find('/'); at < line.size(); at = line.find('/', at)) {
+    if (line.substr(at, 2) == "//") break;
+    if (line.substr(at, 2) != "/*") {
+      ++at;
+      continue;
+    }
+    const size_t close = line.find("*/", at + 2);
+    if (close == line.npos) return at;
+    at = close + 2;
+  }
+  return line.npos;
+}
+
 }  // namespace
 
 CppPiece CppLexer::Next() {
@@ -56,14 +71,21 @@ bool CppLexer::SkipComment() {
   return found != text.npos || end == "\n";
 }
 
+// A comment that begins in the directive may end lines below; the rest of that line belongs to it.
 CppPiece CppLexer::Directive() {
   const size_t start = at;
-  do {
+  for (;;) {
+    const size_t line = at;
     at = std::min(text.find('\n', at), text.size());
+    if (const size_t open = OpenComment(text.substr(line, at - line)); open != text.npos) {
+      at = std::min(text.find("*/", line + open + 2), text.size());
+      continue;
+    }
+    if (at == text.size()) break;
     const size_t last = text.find_last_not_of('\r', at - 1);
-    if (at == text.size() || text[last] != '\\') break;
+    if (text[last] != '\\') break;
     ++at;
-  } while (at < text.size());
+  }
   isLineStart = false;
   return Piece(Kind::cDirective, start);
 }

@@ -66,6 +66,7 @@ void CppEditor::ApplySettings() {
   options->foldMargin = true;
   options->lineAboveOpenFolds = settings.lineAboveOpenFolds != 0;
   options->keywordStyle = cKeywordStyle;
+  indent.ApplyTo(*options);
   language = LanguageOf(fileName);
   applyOptions();
 }
@@ -80,6 +81,7 @@ bool CppEditor::Load(const std::string& path) {
   }
   stamp = before;
   storedDigest = TextDigest();
+  if (language) indent.Learn();
   liveText.parsed = false;
   seenChanges = ChangeCount();
   bytesChanged = 0;
@@ -262,6 +264,22 @@ bool CppEditor::getCallTip(const std::string&, std::string& tip) {
 void CppEditor::onUpdateUI() {
   FollowChanges();
   if (EditorHost* host = tab.Host()) host->ShowCaretOf(*this);
+}
+
+// Indented braces are a matter of the editor's own rules.
+bool CppEditor::IndentsCode() const {
+  return language && options->smartIndent && !options->simpleIndent && !options->indentOpening &&
+         !options->indentClosing;
+}
+
+bool CppEditor::onAutoIndent(char typed) {
+  if (!IndentsCode()) return false;
+  indent.Typed(typed);
+  return true;
+}
+
+std::string CppEditor::onPaste(std::string pasted) {
+  return IndentsCode() ? indent.Moved(pasted) : pasted;
 }
 
 void CppEditor::FollowChanges() {

@@ -7,6 +7,7 @@
 #include "SciEditor.h"
 #include "base/CaretText.h"
 #include "base/DiskStamp.h"
+#include "editor/CodeIndent.h"
 #include "rescue/TextRescue.h"
 
 namespace zendry {
@@ -65,6 +66,8 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   // error.
   const std::string& WhyNoRescue() const { return rescue.WhyNone(); }
 
+  // How the text indents its lines.
+  IndentHabits Habits() const { return indent.Habits(); }
   // The width of all margins together, in pixels.
   int MarginWidth() const;
   // Words for the status bar: overtyping, encoding, line ends.
@@ -79,6 +82,8 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   bool getCompletion(std::string& text, std::string& list) override;
   bool getCallTip(const std::string& name, std::string& tip) override;
   void onUpdateUI() override;
+  bool onAutoIndent(char typed) override;
+  std::string onPaste(std::string pasted) override;
 
  private:
   // Hidden, because they don't update the state of the file, the tags and the rescue copy.
@@ -107,9 +112,11 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
     AppendWhole(start, end, to);
   }
   void FollowChanges();
+  bool IndentsCode() const;
 
   EditTab& tab;
   LiveTextOf liveText{*this};
+  CodeIndent indent{*this};
   TextRescue rescue{*this};
   DiskStamp stamp;                      // of the file that the text was read from or written to
   std::optional<size_t> storedDigest;   // of what that file holds, if known

@@ -4,6 +4,7 @@
 #include "build/BuildActs.h"
 #include "editor/EditorActs.h"
 #include "frame/PrjActs.h"
+#include "frame/ToolActs.h"
 #include "frame/ViewCommands.h"
 
 namespace zendry {
@@ -47,6 +48,7 @@ constexpr NeedsRow cRows[] = {
     {cRemoveFileCommand, cProject},
     {cProjectOptionsCommand, cProject},
     {cCreateMakefileCommand, cProject},
+    {cTidyCommand, cTab},
     {cShowLeftCommand, cHiddenLeftPanel},
     {cShowBottomCommand, cHiddenBottomPanel},
 };

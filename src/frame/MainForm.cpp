@@ -12,6 +12,7 @@
 #include "editor/EditorActs.h"
 #include "frame/FileActs.h"
 #include "frame/PictureStrips.h"
+#include "frame/ToolActs.h"
 #include "project/Project.h"
 #include "rescue/Rescue.h"
 #include "rescue/TextRescue.h"
@@ -54,6 +55,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
   theBuilder.Bind(theProject, *this);
   theBuildActs.Bind(theBuilder, theProject, *this);
   theEditorActs.Bind(&editTabs);
+  theToolActs.Bind(&editTabs);
   theBrowserActs.Bind(&editTabs);
   text = "Zendry";
   center = false;
@@ -74,6 +76,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
 
 MainForm::~MainForm() {
   theEditorActs.Bind(nullptr);
+  theToolActs.Bind(nullptr);
   theBrowserActs.Bind(nullptr);
   editTabs.DetachHost();
   theProject.SetShell(nullptr);

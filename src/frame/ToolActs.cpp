@@ -1,5 +1,9 @@
 #include "frame/ToolActs.h"
 
+#include "editor/EditTabs.h"
+#include "editor/EditorHost.h"
+#include "editor/SourceTidy.h"
+
 namespace zendry {
 
 namespace {
@@ -13,7 +17,8 @@ constexpr CommandRow cRows[] = {
     {1005, "Find In Project", cControlKey | cShiftKey | 'F', cLater},
     {1006, "Replace In Project", cControlKey | cShiftKey | 'R', cLater},
     {mavro::cSeparatorRow},
-    {1007, "C++ source tidy", cControlKey | cShiftKey | cKeyF11, cLater},
+    {cTidyCommand, "C++ source tidy", cControlKey | cShiftKey | cKeyF11, cNow,
+     WhileBuilding::cRefused},
     {mavro::cSeparatorRow},
     {cOpenDesignerCommand, "Open Form Designer ", cKeyF11, cLater},
     {3291, "Insert New Form ", cShiftKey | cKeyF11, cLater},
@@ -25,5 +30,10 @@ constexpr CommandRow cRows[] = {
 ToolActs theToolActs;
 
 ToolActs::ToolActs() : CommandList(cRows) {}
+
+void ToolActs::CarryOut(int id) {
+  EditTab* tab = tabs ? tabs->Active() : nullptr;
+  if (id == cTidyCommand && tab) tabs->Host()->Say(TidySource(*tab->editor));
+}
 
 }  // namespace zendry

@@ -4,15 +4,22 @@
 
 namespace zendry {
 
+class EditTabs;
+
+constexpr int cTidyCommand = 1007;
 constexpr int cOpenDesignerCommand = 3290;
 
 // The commands of the menu "&Tools".
 class ToolActs : public CommandList {
  public:
   ToolActs();
+  // The tabs whose front editor the commands act on; null for none: then commands do nothing.
+  void Bind(EditTabs* newTabs) { tabs = newTabs; }
 
  private:
-  void CarryOut(int) override {}
+  void CarryOut(int id) override;
+
+  EditTabs* tabs = nullptr;
 };
 
 extern ToolActs theToolActs;

@@ -84,9 +84,9 @@ std::vector<IndentChange> OnNewLine(const IndentContext& context, int caret, int
 
 IndentClass ClassifyLine(const IndentContext& context, int line) {
   const EditorLanguage& language = context.language;
-  for (const std::string& word : WordsInStyle(context.text, line, context.options.keywordStyle))
-    if (Includes(language.indentWords, word)) return IndentClass::cStatement;
   IndentClass found = IndentClass::cPlain;
+  for (const std::string& word : WordsInStyle(context.text, line, context.options.keywordStyle))
+    if (Includes(language.indentWords, word)) found = IndentClass::cStatement;
   for (const std::string& run : WordsInStyle(context.text, line, context.options.operatorStyle))
     if (const IndentClass one = ClassOfOperators(run, language); one != IndentClass::cPlain)
       found = one;

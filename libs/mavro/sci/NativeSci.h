@@ -53,6 +53,8 @@ class NativeSci : public NativeWindow {
   // Group: how the editor changes text on its way in and out; set once the window exists.
   // Returns the text to insert in place of a given one from elsewhere.
   std::function<std::string(std::string_view)> fold;
+  // Asked before a text from the clipboard is pasted over the selection; answers the text to paste.
+  std::function<std::string(std::string)> pasted;
   // Returns a function if a text of the window is a different one elsewhere. The function returns
   // that text, even after the editor is gone.
   std::function<std::function<std::string()>(const std::string&)> wholeOf;

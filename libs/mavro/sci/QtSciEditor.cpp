@@ -87,7 +87,9 @@ class SciWidget final : public QsciScintillaBase {
     AnnounceText(source->text());
     const QByteArray text = QsciScintillaBase::fromMimeData(source, rectangular);
     if (!window || !window->fold) return text;
-    return QByteArray::fromStdString(window->fold({text.data(), static_cast<size_t>(text.size())}));
+    std::string pasted = text.toStdString();
+    if (!rectangular && !drops && window->pasted) pasted = window->pasted(std::move(pasted));
+    return QByteArray::fromStdString(window->fold(pasted));
   }
 
   QMimeData* toMimeData(const QByteArray& text, bool rectangular) const override {
@@ -124,10 +126,10 @@ class SciWidget final : public QsciScintillaBase {
   }
 
   void dropEvent(QDropEvent* event) override {
-    if (event->mimeData()->hasUrls())
-      event->ignore();
-    else
-      QsciScintillaBase::dropEvent(event);
+    if (event->mimeData()->hasUrls()) return event->ignore();
+    drops = true;
+    QsciScintillaBase::dropEvent(event);
+    drops = false;
   }
 
   void changeEvent(QEvent* event) override {
@@ -159,6 +161,7 @@ class SciWidget final : public QsciScintillaBase {
       onTyping(cSciWillMove);
   }
 
+  bool drops = false;
   int turned = 0;  // of the wheel, and not yet a step
 };
 

@@ -29,6 +29,14 @@ bool SciEditor::getCallTip(const std::string&, std::string&) {
   return false;
 }
 
+bool SciEditor::onAutoIndent(char) {
+  return false;
+}
+
+std::string SciEditor::onPaste(std::string pasted) {
+  return pasted;
+}
+
 std::intptr_t SciEditor::Send(unsigned message, std::uintptr_t wParam, std::intptr_t lParam) const {
   return ItsImpl().Send(message, static_cast<Param>(wParam), lParam);
 }

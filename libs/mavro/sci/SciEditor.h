@@ -64,6 +64,12 @@ class SciEditor : public Control {
   virtual bool getCompletion(std::string& text, std::string& list);
   virtual bool getCallTip(const std::string& name, std::string& tip);
   virtual void onUpdateUI() {}
+  // Called after a typed character, when indentation by the language is on. A derived class that
+  // knows the language better indents the lines itself and returns true.
+  virtual bool onAutoIndent(char typed);
+  // Called before a text is pasted over the selection; returns the text to paste. Columns that are
+  // pasted, and texts that are dropped, don't come here.
+  virtual std::string onPaste(std::string pasted);
 
   // Sends a message to the editing component; open to every caller. `lParam` depends on the
   // message.
@@ -155,6 +161,9 @@ class SciEditor : public Control {
   void maintainIndent(char typed);
   void autoIndent(char typed);
   int expectedIndent(int line) const;
+  int Indentation(int line) const;  // in columns
+  // Indents a line; the caret keeps its place in the line's text.
+  void SetIndentation(int line, int columns);
 
   std::string fileName;
   bool dirty = false;

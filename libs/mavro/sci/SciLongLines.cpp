@@ -18,6 +18,7 @@ constexpr size_t cMeasuredInASecond = 800 * 1024;
 
 void SciEditor::Impl::SetHooks() {
   Window()->fold = [this](std::string_view text) { return FoldNew(text); };
+  Window()->pasted = [this](std::string text) { return Editor().onPaste(std::move(text)); };
   Window()->wholeOf = [this](const std::string& shown) -> std::function<std::string()> {
     if (!longLines.AreIn(shown)) return nullptr;
     return [lines = longLines, shown] { return lines.Unfold(shown); };

@@ -188,7 +188,7 @@ void SciEditor::maintainIndent(char typed) {
 
 // The typed text may not have its styles yet.
 void SciEditor::autoIndent(char typed) {
-  if (!language) return;
+  if (!language || onAutoIndent(typed)) return;
   const IndentContext context = ItsImpl().Context();
   const bool mayIndent = typed == context.lineEnd || typed == ' ' ||
                          IsInSet(language->blockStart, typed) || IsInSet(language->blockEnd, typed);
@@ -198,6 +198,14 @@ void SciEditor::autoIndent(char typed) {
   if (typed != ' ' || IsWordList(language->blockEnd))
     Send(SCI_COLOURISE, static_cast<std::uintptr_t>(LineStart(first)), caret);
   ItsImpl().Indent(AutoIndentChanges(context, caret, typed));
+}
+
+int SciEditor::Indentation(int line) const {
+  return ItsImpl().Indentation(line);
+}
+
+void SciEditor::SetIndentation(int line, int columns) {
+  ItsImpl().Indent({{line, columns}});
 }
 
 int SciEditor::expectedIndent(int line) const {

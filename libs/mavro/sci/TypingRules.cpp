@@ -90,6 +90,12 @@ bool EndsInLiteral(std::string_view line) {
   return open != '\0';
 }
 
+// Lines are indented inside a call whose tip is shown, too.
+bool ChangesLines(char typed, const EditorLanguage& language) {
+  return typed == '\n' || typed == '\r' || IsInSet(language.blockStart, typed) ||
+         IsInSet(language.blockEnd, typed);
+}
+
 }  // namespace
 
 bool PlaceMatters(char typed, const TypingState& state, const EditorLanguage& language,
@@ -115,8 +121,12 @@ TypingPlan PlanTyping(char typed, const TypingState& state, const EditorLanguage
                       const EditorOptions& options) {
   if (state.recording || !state.hasCaret || !language) return {{}, state.parenDepth};
   if (state.isQuiet) return PlanInQuiet(typed, state, options);
-  if (state.tipActive) return PlanInTip(typed, state.parenDepth, *language);
-  if (state.listActive) return PlanInList(typed, state, *language, options);
+  if (state.tipActive || state.listActive) {
+    TypingPlan plan = state.tipActive ? PlanInTip(typed, state.parenDepth, *language)
+                                      : PlanInList(typed, state, *language, options);
+    if (ChangesLines(typed, *language)) AddIndent(plan, options);
+    return plan;
+  }
   return PlanInText(typed, state.parenDepth, *language, options);
 }
 

@@ -30,6 +30,12 @@ TEST(CppLexer, Signs_AreAsLongAsTheyCanBe) {
   EXPECT_EQ(Pieces("a->b::c"), "w:a s:-> w:b s::: w:c");
 }
 
+TEST(CppLexer, ADirective_EndsAfterItsComment) {
+  EXPECT_EQ(Pieces("#if /* a(\n b */ c\nd"), "d:#if /* a(\n b */ c w:d");
+  EXPECT_EQ(Pieces("#if /* a */ // /*\nd"), "d:#if /* a */ // /* w:d");
+  EXPECT_EQ(Pieces("#if /* a"), "d:#if /* a");
+}
+
 TEST(CppLexer, TwoClosingAngles_AreTwoSigns) {
   EXPECT_EQ(Pieces("a<b<c>> d"), "w:a s:< w:b s:< w:c s:> s:> w:d");
 }
