@@ -22,6 +22,7 @@
 #include "Entry.h"
 #include "Form.h"
 #include "SciEditor.h"
+#include "Shortest.h"
 #include "rescue/TextRescue.h"
 
 namespace {
@@ -99,7 +100,7 @@ struct BenchForm : mavro::Form {
 
   // Typed in the middle of the text.
   void Shown(mavro::NotifyArgs&) {
-    editor.load(path);
+    bench::Check(editor.load(path).Ok(), "rescue_bench", "loading");
     const int middle = editor.LineStart(editor.LineCount() / 2);
     editor.Select(middle, middle);
     std::vector<Cost> copies, keeps, types;

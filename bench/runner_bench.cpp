@@ -148,7 +148,7 @@ int main(int count, char** values) {
   char folder[] = "/tmp/runner_bench-XXXXXX";
   if (!mkdtemp(folder)) return 1;
   const std::string source = std::string(folder) + "/a.c", object = std::string(folder) + "/a.o";
-  mavro::SaveFileText(source, "int Answer(void) {\n  return 42;\n}\n");
+  if (!mavro::SaveFileText(source, "int Answer(void) {\n  return 42;\n}\n").Ok()) return 1;
 
   const std::string self = "/proc/self/exe";
   bool kept =

@@ -66,11 +66,12 @@ FontRec ShowableFont(FontRec font) {
   return font;
 }
 
-LoadResult ReadConfig(IdeConfig& config, IdeFonts& fonts) {
+mavro::FileResult ReadConfig(IdeConfig& config, IdeFonts& fonts) {
   const std::string path = config.appDir + "Zendry.cfg";
-  const std::optional<std::string> text = mavro::ReadFileText(path);
-  if (!text) return {IsTaken(path) ? WhyUnreadable(path) : "", ""};
-  const FittingTags tags = PassOverTooLong(*text);
+  const mavro::FileText file = mavro::ReadFileText(path);
+  if (file.isMissing) return {};
+  if (!file.Ok()) return file;
+  const FittingTags tags = PassOverTooLong(file.text);
   TagSource source{tags.text};
   for (XmlTag tag; tag.read(&source);) ReadElement(tag, config, fonts);
   if (tags.passedOver.empty()) return {};

@@ -6,6 +6,7 @@
 
 #include "TabCtrl.h"
 #include "Timer.h"
+#include "base/DiskStamp.h"
 #include "editor/CppEditor.h"
 
 namespace zendry {
@@ -112,7 +113,7 @@ class EditTabs : public mavro::TabCtrl {
   void AskAndOpen();
   void OnRescueTimer(mavro::NotifyArgs& args);
   int FindTab(const std::string& path) const;
-  void CheckDisk(CppEditor& editor);
+  void AskAbout(const DiskStamp& change, CppEditor& editor);
   bool MayTakeName(EditTab& tab, const std::string& path);
   bool MayOverwrite(CppEditor& editor);
   bool CanClose(EditTab& tab);

@@ -101,14 +101,14 @@ std::string MakefileText(const Project& project) {
 
 // Asks before it replaces a Makefile that was written or changed by hand, or that can't be read.
 bool MayReplaceMakefile(const std::string& path) {
-  const std::optional<std::string> text = mavro::ReadFileText(path);
-  const bool nothingLost = text ? text->empty() || IsOurs(*text) : !IsTaken(path);
+  const mavro::FileText old = mavro::ReadFileText(path);
+  const bool nothingLost = old.Ok() ? old.text.empty() || IsOurs(old.text) : old.isMissing;
   return nothingLost || mavro::Confirm(path + " exists!\nOverwrite?");
 }
 
 }  // namespace
 
-mavro::SaveResult Project::ExportMakefile(const std::string& path) const {
+mavro::FileResult Project::ExportMakefile(const std::string& path) const {
   if (path.empty() && folder.empty()) return {"Makefile: the project has no folder yet"};
   const std::string file = path.empty() ? GetFullPath("Makefile") : path;
   if (!MayReplaceMakefile(file)) return {file + ": was not replaced"};

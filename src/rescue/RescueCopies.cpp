@@ -82,11 +82,11 @@ std::vector<std::string> NamesIn(const std::string& folder) {
 }
 
 std::optional<RescueCopy> ReadCopy(const std::string& file) {
-  const std::optional<std::string> bytes = mavro::ReadFileText(file);
-  const size_t end = bytes ? bytes->find('\0') : std::string::npos;
+  const std::string bytes = mavro::ReadFileText(file).text;
+  const size_t end = bytes.find('\0');
   if (end == std::string::npos) return std::nullopt;
-  return RescueCopy{file, bytes->substr(0, end), bytes->substr(end + 1),
-                    mavro::ReadFileText(StepsOf(file)).value_or("")};
+  return RescueCopy{file, bytes.substr(0, end), bytes.substr(end + 1),
+                    mavro::ReadFileText(StepsOf(file)).text};
 }
 
 }  // namespace
@@ -97,7 +97,7 @@ std::string RescueCopies::FileOf(int number) const {
   return folder + "/" + kind + "-" + OwnName() + "-" + std::to_string(number);
 }
 
-mavro::SaveResult RescueCopies::Keep(int number, std::string_view path,
+mavro::FileResult RescueCopies::Keep(int number, std::string_view path,
                                      std::string_view content) const {
   const std::string file = FileOf(number);
   if (file.empty()) return {cNoFolder};
@@ -107,7 +107,7 @@ mavro::SaveResult RescueCopies::Keep(int number, std::string_view path,
   return mavro::SaveFileText(file, bytes);
 }
 
-mavro::SaveResult RescueCopies::AddStep(int number, size_t offset, std::string_view step) const {
+mavro::FileResult RescueCopies::AddStep(int number, size_t offset, std::string_view step) const {
   const std::string file = FileOf(number);
   if (file.empty()) return {cNoFolder};
   return mavro::AppendFileText(StepsOf(file), offset, step);

@@ -151,7 +151,7 @@ bool TextRescue::KeepStep() {
 }
 
 // The old copy and its steps stay valid until the new copy has replaced it.
-mavro::SaveResult TextRescue::WriteCopy(int asNumber, uint64_t name) const {
+mavro::FileResult TextRescue::WriteCopy(int asNumber, uint64_t name) const {
   const size_t length = source.PieceLength();
   std::string content = FormatFacts(name, source.RescueFacts());
   content.reserve(content.size() + 1 + length);
@@ -162,7 +162,7 @@ mavro::SaveResult TextRescue::WriteCopy(int asNumber, uint64_t name) const {
 
 bool TextRescue::KeepCopy() {
   const uint64_t name = RandomName();
-  const mavro::SaveResult written = WriteCopy(number, name);
+  const mavro::FileResult written = WriteCopy(number, name);
   if (!written.Ok()) whyNone = written.error;
   if (!written.Ok()) return false;
   copyName = name;
@@ -183,11 +183,11 @@ void TextRescue::Drop() {
   cCopies.Drop(number);
 }
 
-bool TextRescue::LeaveReplaced() {
+mavro::FileResult TextRescue::LeaveReplaced() {
   const int beside = ++lastNumber;
-  if (!WriteCopy(beside, RandomName()).Ok()) return false;
-  replaced.push_back(beside);
-  return true;
+  mavro::FileResult written = WriteCopy(beside, RandomName());
+  if (written.Ok()) replaced.push_back(beside);
+  return written;
 }
 
 void TextRescue::DropReplaced() {

@@ -22,10 +22,10 @@ class TextReader : public zendry::FileReader {
 
   int getc() override { return at < text.size() ? static_cast<unsigned char>(text[at++]) : -1; }
   void ungetc(int) override { --at; }
-  bool open(const char*) override {
+  mavro::FileResult open(const char*) override {
     at = 0;
     stream = this;
-    return true;
+    return {};
   }
   void close() override { stream = nullptr; }
   size_t read(char* buffer, size_t size) override {

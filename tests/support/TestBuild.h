@@ -47,14 +47,14 @@ inline void AgeFiles(const std::string& folder) {
 // Gives the records of an output folder the times that the files have now.
 inline void AgeRecords(const std::string& folder) {
   const std::string path = folder + "/" + zendry::BuildRecords::cRecordsName;
-  const auto text = mavro::ReadFileText(path);
-  if (!text) return;
+  const mavro::FileText records = mavro::ReadFileText(path);
+  if (!records.Ok()) return;
   const std::filesystem::path saved = std::filesystem::current_path();
   std::filesystem::current_path(folder + "/..");
   zendry::FileTimes times;
   std::ofstream file(path);
   file << "zendry-build 1\n";
-  for (auto& [product, record] : zendry::BuildRecords::Read(*text).records) {
+  for (auto& [product, record] : zendry::BuildRecords::Read(records.text).records) {
     for (zendry::InputFile& input : record.inputs)
       input.time = times.Of(input.path).value_or(input.time);
     file << zendry::BuildRecords::Write(product, record);

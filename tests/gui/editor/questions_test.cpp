@@ -236,7 +236,7 @@ TEST_F(IdeQuestions, ChangedWithItsTimePutBack_CountsAsChanged) {
     const auto time = std::filesystem::last_write_time(editor.fileName);
     WriteElsewhere("new\n");
     std::filesystem::last_write_time(editor.fileName, time);
-    EXPECT_TRUE(editor.DiskHasChanged());
+    EXPECT_TRUE(editor.ChangeOnDisk());
   });
 }
 
@@ -244,7 +244,7 @@ TEST_F(IdeQuestions, OnlyTheModeChanged_IsNoChangeOfTheText) {
   ide.Run({}, [&] {
     CppEditor& editor = Open("a.cpp", "old\n");
     chmod(editor.fileName.c_str(), 0600);
-    EXPECT_FALSE(editor.DiskHasChanged());
+    EXPECT_FALSE(editor.ChangeOnDisk());
   });
 }
 

@@ -161,7 +161,7 @@ TEST_F(IdeSaving, TextReadAnew_BeginsWithoutACopy_AndIsKeptFromThere) {
     Type("x");
     Keep(editor);
     ide.files.Write("a.cpp", "other\n" + Lines(cChange));
-    ASSERT_TRUE(editor.Load(editor.fileName));
+    ASSERT_TRUE(editor.Load(editor.fileName).Ok());
     Keep(editor);
     EXPECT_EQ(IfKilled(), "nothing");
     Type("y");
@@ -232,7 +232,7 @@ TEST_F(IdeSaving, KilledAndTakenOver_EachEncoding_IsSavedInItsOwn) {
       ide.dialogs.answers = {mavro::Answer::cYes};
       ide.Run({}, [&] {
         EXPECT_TRUE(Front().dirty) << file.name;
-        EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn)) << file.name << Front().saveError;
+        EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn)) << file.name;
         EXPECT_EQ(ide.files.Read("a.cpp"), file.changed) << file.name << gone;
         EXPECT_EQ(RescueFiles(), 0u) << file.name;
       });

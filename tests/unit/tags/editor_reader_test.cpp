@@ -29,7 +29,7 @@ std::string ReadAll(EditorReader& reader) {
 
 std::unique_ptr<EditorReader> Opened(test::TextInMemory& text) {
   auto reader = std::make_unique<EditorReader>(text);
-  EXPECT_TRUE(reader->open("any name"));
+  EXPECT_TRUE(reader->open("any name").Ok());
   return reader;
 }
 
@@ -164,7 +164,7 @@ TEST(EditorReader, OpenAgain_BeginsAnew) {
   const auto reader = Opened(text);
   ReadAll(*reader);
   text.text = "new";
-  EXPECT_TRUE(reader->open(nullptr));
+  EXPECT_TRUE(reader->open(nullptr).Ok());
   EXPECT_EQ(ReadAll(*reader), "new");
 }
 
@@ -172,7 +172,7 @@ TEST(EditorReader, Close_MarksItClosed) {
   test::TextInMemory text("a");
   EditorReader reader(text);
   EXPECT_FALSE(reader.IsOpen());
-  reader.open("");
+  EXPECT_TRUE(reader.open("").Ok());
   EXPECT_TRUE(reader.IsOpen());
   reader.close();
   EXPECT_FALSE(reader.IsOpen());

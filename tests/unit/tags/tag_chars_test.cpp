@@ -22,7 +22,7 @@ using test::TagsOf;
 std::string Stream(std::string_view text, Language language = Language::cC) {
   test::TextReader reader(text);
   TagData store;
-  reader.open("");
+  EXPECT_TRUE(reader.open("").Ok());
   theTagParser.Bind(store, &reader);
   theCpp.lines.Start(reader, store);
   theCpp.sourceInit(false, language, false);
@@ -377,7 +377,7 @@ TEST(FileReader, Destruction_ClosesItsFile) {
   const int before = nextDescriptor();
   {
     FileReader reader;
-    ASSERT_TRUE(reader.open(folder.Path("x").c_str()));
+    ASSERT_EQ(reader.open(folder.Path("x").c_str()).error, "");
   }
   EXPECT_EQ(nextDescriptor(), before);
 }
@@ -388,7 +388,7 @@ TEST(FileReader, Bytes_AreReadAndTakenBack) {
                                                     << "b";
   FileReader reader;
   EXPECT_FALSE(reader.IsOpen());
-  ASSERT_TRUE(reader.open(folder.Path("x").c_str()));
+  ASSERT_EQ(reader.open(folder.Path("x").c_str()).error, "");
   EXPECT_EQ(reader.getc(), 'a');
   EXPECT_EQ(reader.getc(), 255);
   reader.ungetc(255);
@@ -403,7 +403,7 @@ TEST(FileReader, Bytes_AreReadAndTakenBack) {
 
 TEST(FileReader, FileThatIsNone_CantBeOpened) {
   FileReader reader;
-  EXPECT_FALSE(reader.open("/nowhere/none"));
+  EXPECT_EQ(reader.open("/nowhere/none").error, "/nowhere/none: No such file or directory");
   EXPECT_FALSE(reader.IsOpen());
   EXPECT_EQ(reader.read(nullptr, 0), 0u);
   reader.close();
