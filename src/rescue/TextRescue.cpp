@@ -1,6 +1,7 @@
 #include "rescue/TextRescue.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 #include <random>
 #include <string_view>
@@ -71,7 +72,7 @@ bool ReadFacts(std::string_view line, uint64_t& name, TextFacts& facts) {
                      TakeField(line, facts.disk.size) && TakeField(line, facts.disk.changed) &&
                      (line.empty() || TakeField(line, facts.disk.touched));
   if (!sound || !line.empty()) return false;
-  if (odd >= 0) facts.oddByte = static_cast<char>(odd);
+  if (odd >= 0 && odd <= UINT8_MAX) facts.oddByte = static_cast<char>(odd);
   facts.disk.exists = exists != 0;
   return true;
 }

@@ -89,7 +89,8 @@ class SciEditor : public Control {
   std::optional<size_t> TextDigest() const;
   static std::optional<size_t> DigestOfFile(const std::string& path);
   // Replaces the text with one that is in no file. The new text is unsaved, and undo restores the
-  // old one. A save writes it with the given encoding and odd byte.
+  // old one. A save writes it with the given encoding and odd byte; a number that is no
+  // TextEncoding means cPlainText.
   void TakeText(std::string_view newText, int newEncoding, std::string_view oddByte);
   // The last byte of a UTF-16 file with an odd number of bytes; it is after the text.
   const std::string& OddByte() const;

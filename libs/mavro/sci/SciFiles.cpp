@@ -263,6 +263,7 @@ std::string SciEditor::Impl::ShownForm(std::string_view whole, int& textEncoding
 void SciEditor::Impl::TakeText(std::string_view newText, int newEncoding,
                                std::string_view newOddByte) {
   SciEditor& editor = Editor();
+  if (newEncoding < cPlainText || newEncoding > cByteLetters) newEncoding = cPlainText;
   const std::string shown = ShownForm(newText, newEncoding);
   Send(SCI_SELECTALL);
   PutText(shown);

@@ -275,6 +275,23 @@ TEST_F(IdeSaving, TakenOver_FileIsNewerOnDisk_SaveAsksBeforeItIsReplaced) {
   });
 }
 
+TEST_F(IdeSaving, TakenOver_EncodingIsDamaged_TextIsSavedAsUtf8) {
+  for (const char* number : {"255", "-1", "6"}) {
+    const std::string path = ide.files.Write("a.cpp", "old\n");
+    ide.LeaveRescued("text", path,
+                     "zendry-text-1 1 " + std::string(number) + " -1 0 0 0 0 0 " +
+                         std::string(1, '\0') + "caf\u00E9\n");
+    ide.dialogs.answers = {mavro::Answer::cYes};
+    ide.Run({}, [&] {
+      ASSERT_NE(Tabs().Active(), nullptr) << number;
+      EXPECT_EQ(Front().GetText(), "caf\u00E9\n") << number;
+      ide.dialogs.answers = {mavro::Answer::cYes};
+      EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn)) << number;
+      EXPECT_EQ(ide.files.Read("a.cpp"), "caf\u00E9\n") << number;
+    });
+  }
+}
+
 TEST_F(IdeSaving, TakenOver_FileIsAsItWas_SavesWithoutAQuestion) {
   ide.dialogs.answers = {mavro::Answer::cNo};
   ide.Run({}, [&] {

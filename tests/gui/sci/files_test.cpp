@@ -71,6 +71,24 @@ const EncodingCase cEncodings[] = {
     {"nul", std::string("a\0b\n", 4), std::string("a\0b\n", 4), 0, 0, "UTF-8"},
 };
 
+// The number may come from a damaged file.
+TEST(SciFiles, TakeText_NumberThatIsNoEncoding_IsPlainText) {
+  test::TempFolder folder;
+  EditorForm form;
+  RunEditor(form, [&] {
+    for (const int number : {-1, cByteLetters + 1, 255}) {
+      form.editor.TakeText("\u00E4\n", number, "");
+      EXPECT_EQ(form.editor.encoding, cPlainText) << number;
+      EXPECT_EQ(form.editor.EncodingName(), "UTF-8");
+      ASSERT_TRUE(form.editor.save(folder.Path("a")).Ok()) << number;
+      EXPECT_EQ(folder.Read("a"), "\u00E4\n") << number;
+    }
+    form.editor.TakeText("\u00E4\n", cByteLetters, "");
+    ASSERT_TRUE(form.editor.save(folder.Path("a")).Ok());
+    EXPECT_EQ(folder.Read("a"), "\xE4\n");
+  });
+}
+
 TEST(SciFiles, LoadAndSave_EachEncoding_GivesTheSameBytes) {
   test::TempFolder folder;
   EditorForm form;

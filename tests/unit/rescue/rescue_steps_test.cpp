@@ -394,6 +394,17 @@ TEST_F(RescueSteps, CopyWithoutFactsOrWithDamagedOnes_IsTextAlone) {
   }
 }
 
+TEST_F(RescueSteps, OddByteBeyondAByte_IsNone) {
+  const std::string name = ".zendry/rescue/text-" + std::to_string(test::EndedProcess()) + "-1";
+  for (const auto& [number, byte] : {std::pair("255", "\xFF"), std::pair("256", "")}) {
+    home.Write(name, "/a.cpp" + std::string(1, '\0') + "zendry-text-1 1 2 " + number +
+                         " 1 2 3 4 5 " + std::string(1, '\0') + "a");
+    ASSERT_THAT(FindRescuedTexts(), SizeIs(1));
+    EXPECT_EQ(FindRescuedTexts()[0].facts.oddByte, byte) << number;
+    EXPECT_EQ(FindRescuedTexts()[0].content, "a");
+  }
+}
+
 TEST_F(RescueSteps, AnnouncedChangeThatNeverComes_DoesNoHarm) {
   ToldText text;
   text.text = "one\n";
