@@ -137,7 +137,6 @@ class Project : public mavro::object {
   std::string RelativeIfSame(const std::string& path) const;
   // The path of the session file; empty when none can be made from the project's name.
   std::string SessionPath() const;
-  BuildOptions& GroupOptions() { return *current; }
 
   int32_t lastFileId = 0;
   bool isOpen = false;

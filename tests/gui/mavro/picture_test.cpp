@@ -134,7 +134,9 @@ TEST(Picture, BrokenBytes_NeverCrash) {
     for (size_t at = 0; at < whole.size(); at += whole.size() / 80 + 1) {
       std::string broken = whole;
       broken[at] = static_cast<char>(~broken[at]);
-      Picture().LoadData(broken);
+      Picture picture;
+      const bool isLoaded = picture.LoadData(broken) == PictureResult::cLoaded;
+      EXPECT_EQ(picture.IsEmpty(), !isLoaded) << format << " " << at;
     }
   }
 }

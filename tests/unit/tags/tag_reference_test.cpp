@@ -197,12 +197,16 @@ TEST_F(TagReferenceTest, Definition_BrokenText_DoesNoHarm) {
   }
 }
 
-TEST_F(TagReferenceTest, Definition_CutAtAnyByte_DoesNoHarm) {
+TEST_F(TagReferenceTest, Definition_CutAtAnyByte_GivesAtMostTheWholeOnes) {
   const std::string text = folder.Read("lib.tgd");
+  const TagData whole = Loaded();
   for (size_t length = 0; length < text.size(); ++length) {
     WriteDefinition(text.substr(0, length));
     fs::remove(Cache());
-    Loaded();
+    const TagData data = Loaded();
+    EXPECT_LE(data.headers.size(), whole.headers.size()) << length;
+    for (const auto& [name, tagClass] : data.classes)
+      EXPECT_TRUE(whole.classes.contains(name)) << length << " " << name;
   }
 }
 
