@@ -1,13 +1,9 @@
-#include <cinttypes>
-#include <cstdio>
-#include <optional>
-
 #include "FileText.h"
 #include "SystemDialogs.h"
 #include "base/Paths.h"
+#include "base/TextMark.h"
 #include "config/IdeConfig.h"
 #include "project/Project.h"
-#include "tags/TagCache.h"
 
 // The Makefile that a project is exported to.
 
@@ -16,7 +12,6 @@ namespace zendry {
 namespace {
 
 constexpr char cMarkStart[] = "# Made by Zendry, which replaces it as long as nobody changes it: ";
-constexpr size_t cMarkDigits = 16;
 
 // A path in the form that it needs among the switches of a rule, which the shell reads.
 std::string ShellPath(std::string_view path) {
@@ -61,9 +56,7 @@ std::string Head(const Project& project) {
 
 // The last line of a Makefile that this program writes. It shows if the text before it was changed.
 std::string MarkOf(std::string_view text) {
-  char digits[cMarkDigits + 1];
-  std::snprintf(digits, sizeof digits, "%016" PRIx64, TextMark(text));
-  return std::string(cMarkStart) + digits + "\n";
+  return cMarkStart + HexadecimalMark(TextMark(text)) + "\n";
 }
 
 bool IsOurs(std::string_view text) {

@@ -10,6 +10,7 @@
 #include "FileText.h"
 #include "base/FileTimes.h"
 #include "base/Paths.h"
+#include "base/TextMark.h"
 #include "base/XmlTag.h"
 #include "tags/TagCache.h"
 #include "tags/TagData.h"
