@@ -1,7 +1,7 @@
-// What a large text costs the editor: opening it up to the first paint and to rest, and a key typed
-// at its end up to the painted window; beside the bare editing component with the same text. Times
-// are those of this process alone, so that a busy machine doesn't count. And saving it, beside a
-// copy of the file that is synced: those times pass for both while the disk works.
+// The cost of a large text in the editor: opening it up to the first paint and to rest, and a key
+// typed at its end up to the painted window; beside the bare editing component with the same text.
+// Times are those of this process alone, so that a busy machine doesn't count. And saving it,
+// beside a copy of the file that is synced: those times pass for both while the disk works.
 //
 //   editor_bench [MEGABYTES...]       prints the figures; 5 and 50 by default
 //

@@ -1,4 +1,4 @@
-// What keeping unsaved text costs while one types: the first copy of a text, and the keep that
+// The cost of keeping unsaved text while one types: the first copy of a text, and the keep that
 // follows each 200 bytes typed, in a source of 5,000 lines and in one of 50 MB. Times are those of
 // the clock, with the sync to the disk of the home folder, and of the processor alone.
 //

@@ -1,4 +1,4 @@
-// What the process runner costs, beside what the system itself takes for the same, in one run.
+// The cost of the process runner, beside the cost of the system itself for the same, in one run.
 // Ends with 1 when a limit isn't kept.
 
 #include <fcntl.h>

@@ -206,9 +206,9 @@ void CppEditor::onTextChanged() {
 
 // Steps of the rescue copy have places of 32 bits.
 void CppEditor::onTextWillChange(long position, long removed, long added) {
-  const bool isTold = added != cUnknownLength && WholeLength() <= UINT32_MAX;
-  bytesChanged += isTold ? std::max(removed, added) : TextRescue::cMostBytesBehind;
-  if (isTold)
+  const bool isTracked = added != cUnknownLength && WholeLength() <= UINT32_MAX;
+  bytesChanged += isTracked ? std::max(removed, added) : TextRescue::cMostBytesBehind;
+  if (isTracked)
     rescue.WillChange(position, removed, added);
   else
     rescue.LoseTrack();

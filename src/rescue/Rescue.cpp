@@ -74,7 +74,7 @@ void DropRescueCopy() {
 }
 
 std::vector<RescueCopy> FindRescuedProjects() {
-  std::vector<RescueCopy> found = cCopies.OfTheDead();
+  std::vector<RescueCopy> found = cCopies.OfEndedProcesses();
   std::erase_if(found, [](const RescueCopy& copy) { return copy.path.empty(); });
   return found;
 }

@@ -122,7 +122,7 @@ void RescueCopies::Forget(const RescueCopy& copy) {
   Remove(copy.file);
 }
 
-bool RescueCopies::IsOfTheDead(std::string_view fileName) const {
+bool RescueCopies::IsOfEndedProcess(std::string_view fileName) const {
   if (!fileName.starts_with(kind + "-")) return false;
   fileName.remove_prefix(kind.size() + 1);
   const auto maker = TakeNumber<pid_t>(fileName).value_or(0);
@@ -136,14 +136,14 @@ bool RescueCopies::IsOfTheDead(std::string_view fileName) const {
   return TakeNumber<int>(fileName).value_or(0) > 0 && fileName.empty() && !IsAlive(maker, start);
 }
 
-std::vector<RescueCopy> RescueCopies::OfTheDead() const {
+std::vector<RescueCopy> RescueCopies::OfEndedProcesses() const {
   std::vector<RescueCopy> found;
   const std::string folder = mavro::RescueFolder();
   if (folder.empty()) return found;
   for (std::string name : NamesIn(folder)) {
     const bool isSteps = name.ends_with(cSteps);
     if (isSteps) name.resize(name.size() - cSteps.size());
-    if (!IsOfTheDead(name)) continue;
+    if (!IsOfEndedProcess(name)) continue;
     if (isSteps) {
       // The process ended while it dropped the copy, and left the steps.
       if (!mavro::FileExists(folder + "/" + name)) Remove(folder + "/" + name);

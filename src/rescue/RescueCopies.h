@@ -41,12 +41,12 @@ class RescueCopies {
   DiskStamp Stamp(int number) const { return ReadDiskStamp(FileOf(number)); }
 
   // The copies of processes that have ended without dropping them, sorted by name.
-  std::vector<RescueCopy> OfTheDead() const;
+  std::vector<RescueCopy> OfEndedProcesses() const;
   // Removes one of these copies after it has been handled.
   static void Forget(const RescueCopy& copy);
 
  private:
-  bool IsOfTheDead(std::string_view fileName) const;
+  bool IsOfEndedProcess(std::string_view fileName) const;
 
   const std::string kind;
 };

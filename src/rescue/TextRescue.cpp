@@ -208,7 +208,7 @@ void TextRescue::KeepAll() {
 
 std::vector<RescuedText> FindRescuedTexts() {
   std::vector<RescuedText> found;
-  for (RescueCopy& copy : cCopies.OfTheDead()) found.push_back(Complete(std::move(copy)));
+  for (RescueCopy& copy : cCopies.OfEndedProcesses()) found.push_back(Complete(std::move(copy)));
   return found;
 }
 

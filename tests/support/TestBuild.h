@@ -67,7 +67,7 @@ inline std::string RowText(const zendry::ErrorRow& row) {
   return row.file + ":" + std::to_string(row.line) + ": " + row.text;
 }
 
-// A window that keeps what it is told. `events` holds the calls whose order matters.
+// A window that records its calls. `events` holds the calls whose order matters.
 struct RecordingShell : zendry::QuietShell {
   std::string status;  // what the status line says
   std::string output;
@@ -120,7 +120,7 @@ class FakeTools {
       std::filesystem::create_symlink(FAKE_TOOL, folder + "/" + name);
   }
 
-  // What the tool of that name does from now on; see fake_tool.cpp. Empty: it just succeeds.
+  // The behaviour of the tool of that name from now on; see fake_tool.cpp. Empty: it just succeeds.
   void Order(const std::string& name, const std::string& deeds) const {
     std::ofstream(folder + "/" + name + ".do") << deeds;
   }
@@ -134,7 +134,7 @@ class FakeTools {
     std::filesystem::remove(folder + "/calls");
     return calls;
   }
-  // Of each call the tool and its last source or, for links and archives, its product.
+  // For each call the tool and its last source or, for links and archives, its product.
   std::vector<std::string> TakeNames() const {
     std::vector<std::string> names;
     for (const Call& call : Take()) names.push_back(call[0] + " " + Subject(call));

@@ -146,7 +146,7 @@ FileResult SciEditor::Impl::Load(const std::string& path) {
     longLines = linesBefore;
     AddShown(before);
   } else {
-    SpellBytesAsLetters();
+    ConvertBytesToLetters();
   }
   standIns.Reset();
   ClassifyText();
@@ -216,7 +216,7 @@ void SciEditor::Impl::AddShown(std::string_view text) {
 }
 
 // Only a UTF-8 text can have stand-ins, so bytes that are not UTF-8 are converted to letters.
-void SciEditor::Impl::SpellBytesAsLetters() {
+void SciEditor::Impl::ConvertBytesToLetters() {
   SciEditor& editor = Editor();
   if (longLines.IsEmpty() || editor.encoding != cPlainText || KindOfBytes() != TextBytes::cOther)
     return;
@@ -252,10 +252,10 @@ std::string SciEditor::Impl::ShownForm(std::string_view whole, int& textEncoding
   std::string shown = longLines.Fold(whole);
   if (textEncoding != cPlainText) return shown;
   const TextBytes kind = ClassifyBytes(whole);
-  const bool isSpelt = Editor().encoding == cByteLetters
-                           ? kind != TextBytes::cUtf8
-                           : kind == TextBytes::cOther && longLines.AreIn(shown);
-  if (!isSpelt) return shown;
+  const bool isInByteLetters = Editor().encoding == cByteLetters
+                                   ? kind != TextBytes::cUtf8
+                                   : kind == TextBytes::cOther && longLines.AreIn(shown);
+  if (!isInByteLetters) return shown;
   textEncoding = cByteLetters;
   return longLines.Fold(TextOfByteLetters(whole));
 }

@@ -126,7 +126,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
 
   bool FillFrom(int file, long size);
   void AddShown(std::string_view text);
-  void SpellBytesAsLetters();
+  void ConvertBytesToLetters();
   TextBytes KindOfBytes() const;
   void ClassifyText();
   void StripTrailing();

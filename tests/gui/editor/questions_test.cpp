@@ -229,7 +229,7 @@ TEST_F(IdeQuestions, LoadedAgain_KeepsCaretAndBookmarksOfWhatStays) {
   });
 }
 
-// What another program wrote has the size and the time of what was read.
+// The text of another program has the size and the time of the text that was read.
 TEST_F(IdeQuestions, ChangedWithItsTimePutBack_CountsAsChanged) {
   ide.Run({}, [&] {
     CppEditor& editor = Open("a.cpp", "old\n");

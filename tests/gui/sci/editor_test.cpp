@@ -183,7 +183,7 @@ TEST(SciEditor, LexerProperties_FollowTheOptions) {
   });
 }
 
-TEST(SciEditor, Styles_RowsOfTheLanguage_AreSentAsTold) {
+TEST(SciEditor, Styles_RowsOfTheLanguage_AreSentAsGiven) {
   EditorForm form;
   RunEditor(form, [&] {
     const SciEditor& editor = form.editor;
@@ -389,7 +389,7 @@ TEST(SciEditor, Insert_Key_SwitchesToOvertype) {
   });
 }
 
-TEST(SciEditor, Dwell_PositionZero_IsNotTold) {
+TEST(SciEditor, Dwell_PositionZero_IsNotReported) {
   EditorForm form;
   RunEditor(form, [&] {
     form.Fill("abc");

@@ -261,7 +261,7 @@ TEST(SciFiles, Load_NoRightToRead_IsRefused) {
   });
 }
 
-// A file below /proc tells no size: what is read counts, as with one that grows or shrinks.
+// A file below /proc reports no size: the bytes read count, as for a file that grows or shrinks.
 TEST(SciFiles, Load_SizeThatIsNotTrue_ReadsWhatIsThere) {
   EditorForm form;
   RunEditor(form, [&] {

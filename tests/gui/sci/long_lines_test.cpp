@@ -32,7 +32,7 @@ const std::string& LongLine() {
   return line;
 }
 
-// Of this process, so that a busy machine doesn't count.
+// The processor time of this process, so that a busy machine doesn't count.
 double Now() {
   timespec time{};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
@@ -402,7 +402,7 @@ TEST(SciLongLines, Load_ThatFails_KeepsTextAndLines) {
   });
 }
 
-// What is told before each change leads from one whole text to the next.
+// The changes that are reported beforehand lead from one whole text to the next.
 TEST(SciLongLines, WillChange_TellsPlacesOfTheWholeText) {
   struct Teller : EditorForm {
     struct Editor : mavro::SciEditor {

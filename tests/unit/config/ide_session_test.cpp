@@ -393,7 +393,7 @@ TEST_F(IdeSessionTest, Load_BadContent_TheNextSaveIsWhole) {
     EXPECT_TRUE(Saves(text, "Bounds=1;2;900;600;\n")) << text.size();
 }
 
-TEST_F(IdeSessionTest, Load_CutAtEveryByte_KeepsWhatStandsBefore) {
+TEST_F(IdeSessionTest, Load_CutAtEveryByte_KeepsWhatIsBefore) {
   const std::string text = "Bounds=1;2;900;600;\nfileA=/a.c\nkept=1\nsplit-h=400\n";
   for (size_t length = 0; length <= text.size(); ++length) {
     const IdeSession session = Loaded(text.substr(0, length));

@@ -98,7 +98,7 @@ TEST_F(ProjectLoadSaveTest, Load_RelativePath_IsTakenFromTheCurrentFolder) {
   std::filesystem::current_path(before);
 }
 
-TEST_F(ProjectLoadSaveTest, Load_UpSegmentBehindALink_FindsTheSystemsFile) {
+TEST_F(ProjectLoadSaveTest, Load_UpSegmentAfterALink_FindsTheSystemsFile) {
   folder.Write("far/q/app.zpj", console);
   folder.Folder("far/q/sub");
   std::filesystem::create_directory_symlink(folder.Path("far/q/sub"), folder.Path("p/link"));

@@ -81,7 +81,7 @@ TEST(ReadSessionText, ValueThatIsTooLong_IsPassedOverAndSaid) {
                 "...");
 }
 
-TEST(ReadSessionText, Damage_IsToldFromWhatIsWhole) {
+TEST(ReadSessionText, Damage_IsDistinguishedFromWholeText) {
   const std::string text = SessionText({1, {{"a.c", 7}}, "/p/a.c"});
   EXPECT_EQ(ReadSessionText(text).damage, "");
   EXPECT_EQ(ReadSessionText("").damage, "");

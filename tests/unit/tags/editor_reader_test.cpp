@@ -20,7 +20,7 @@ std::string Bytes(int length) {
   return bytes;
 }
 
-// What a reader gives up to its end, byte by byte.
+// The bytes of a reader up to its end, one by one.
 std::string ReadAll(EditorReader& reader) {
   std::string read;
   for (int c = reader.getc(); c != -1; c = reader.getc()) read += static_cast<char>(c);
@@ -159,7 +159,7 @@ TEST(EditorReader, NulBytes_AreBytes) {
   EXPECT_EQ(ReadAll(*reader), std::string("a\0b", 3));
 }
 
-TEST(EditorReader, OpenAgain_BeginsAnew) {
+TEST(EditorReader, OpenAgain_BeginsAgain) {
   test::TextInMemory text(Bytes(200000));
   const auto reader = Opened(text);
   ReadAll(*reader);
@@ -206,7 +206,7 @@ TEST(EditorReader, PieceBeforeByte0xFF_StopsThere) {
   EXPECT_EQ(reader->getc(), -1);
 }
 
-TEST(EditorReader, PushBackBehindAPiece_GivesItsLastByte) {
+TEST(EditorReader, PushBackAfterAPiece_GivesItsLastByte) {
   test::TextInMemory text(Bytes(cWindow + 10));
   const auto reader = Opened(text);
   SkipTo(*reader, cWindow);

@@ -248,7 +248,7 @@ TEST(TagChars, IfZeroWithinAStatement_ShowsTheElseBranch) {
   EXPECT_EQ(TagsOf("int\n#if 0\na\n#else\nb\n#endif\n;"), "v b:int;");
 }
 
-TEST(TagChars, ElifBehindIfZero_IsShown) {
+TEST(TagChars, ElifAfterIfZero_IsShown) {
   EXPECT_EQ(TagsOf("#if 0\nint a;\n#elif X\nint b;\n#else\nint c;\n#endif\n"), "v b:int; v c:int;");
 }
 
@@ -258,7 +258,7 @@ TEST(TagChars, ElifWithinAStatement_ShowsTheFirstBranchOnly) {
 }
 
 // Only an "else" counts as the branch that was taken; an "elif" lets the next one be read too.
-TEST(TagChars, BranchesBehindIfZeroWithinAStatement) {
+TEST(TagChars, BranchesAfterIfZeroWithinAStatement) {
   EXPECT_EQ(TagsOf("int\n#if 0\na,\n#elif Y\nb,\n#else\nc\n#endif\n;"), "v b:int; v c:int;");
   EXPECT_EQ(TagsOf("int\n#if 0\na,\n#else\nb\n#else\n,c\n#endif\n;"), "v b:int;");
 }
@@ -290,7 +290,7 @@ TEST(TagChars, PragmaWeak_YieldsAMacroTag) {
   EXPECT_EQ(TagsOf("#pragma once\n#pragma weak 1\n#pragma\n#pragma weak\n"), "");
 }
 
-TEST(TagChars, BlankBehindTheHash_IsNoMatter) {
+TEST(TagChars, BlankAfterTheHash_IsNoMatter) {
   EXPECT_EQ(TagsOf("# define X\n#\tdefine Y\n"), "d X; d Y;");
 }
 
@@ -308,7 +308,7 @@ TEST(TagChars, CommentWithinADirective_DoesntEndIt) {
   EXPECT_EQ(TagsOf("#define X /* c\n */ int no;\nint a;"), "d X; v a:int;");
 }
 
-TEST(TagChars, HashBehindText_IsNoDirective) {
+TEST(TagChars, HashAfterText_IsNoDirective) {
   EXPECT_EQ(TagsOf("; #define X\n"), "");
 }
 

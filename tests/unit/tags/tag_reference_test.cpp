@@ -57,7 +57,7 @@ class TagReferenceTest : public testing::Test {
   std::string Definition() const { return folder.Path("lib.tgd"); }
   std::string Cache() const { return folder.Path("lib.tgx"); }
 
-  // Whether tags come from the headers: only then do they include globals.
+  // True if tags come from the headers: only then do they include globals.
   static bool IsParsed(const TagData& data) { return !data.globals.empty(); }
   static bool HasBox(TagData& data) {
     const TagClass* box = data.findClass("Box");
