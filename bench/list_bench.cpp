@@ -1,4 +1,4 @@
-// What the framework's lists and forms cost beside the toolkit's own: a list of 100,000 rows of
+// The cost of the framework's lists and forms beside the toolkit's own: a list of 100,000 rows of
 // three columns (filled, sorted by a column, scrolled through), a tree of 100,000 nodes, a form of
 // 1,000 controls. Each pair is measured in turns; medians are compared. Limits: 1.5 times the
 // toolkit's time, and a frame of 16 ms for laying out the form again.

@@ -40,7 +40,7 @@ int main(int argc, char* argv[]) {
   Check(mkdtemp(folder.data()) != nullptr, "making a folder");
   const std::string path = folder + "/big.zpj";
   WriteProject(path, entries);
-  const std::string bytes = mavro::ReadFileText(path).value_or("");
+  const std::string bytes = mavro::ReadFileText(path).text;
 
   zendry::Project project;
   const double load = Shortest([&] {
@@ -49,7 +49,7 @@ int main(int argc, char* argv[]) {
   });
   Check(project.Files().size() == static_cast<size_t>(entries), "loading all entries");
   const double save = Shortest([&] { Check(project.Save(false), "saving"); });
-  const double read = Shortest([&] { Check(mavro::ReadFileText(path) == bytes, "reading"); });
+  const double read = Shortest([&] { Check(mavro::ReadFileText(path).text == bytes, "reading"); });
   const double write = Shortest([&] { Check(mavro::SaveFileText(path, bytes).Ok(), "writing"); });
   std::filesystem::remove_all(folder);
 

@@ -197,7 +197,7 @@ std::string Calls() {
   return path;
 }
 
-// What an editor would hand over: the end of the text that belongs to an expression.
+// The text that an editor would give: the end of the text that belongs to an expression.
 std::string EndOf(const std::string& typed) {
   size_t begin = typed.size();
   const auto belongs = [](unsigned char c) {

@@ -1,4 +1,4 @@
-// What the process runner costs, beside what the system itself takes for the same, in one run.
+// The cost of the process runner, beside the cost of the system itself for the same, in one run.
 // Ends with 1 when a limit isn't kept.
 
 #include <fcntl.h>
@@ -148,7 +148,7 @@ int main(int count, char** values) {
   char folder[] = "/tmp/runner_bench-XXXXXX";
   if (!mkdtemp(folder)) return 1;
   const std::string source = std::string(folder) + "/a.c", object = std::string(folder) + "/a.o";
-  mavro::SaveFileText(source, "int Answer(void) {\n  return 42;\n}\n");
+  if (!mavro::SaveFileText(source, "int Answer(void) {\n  return 42;\n}\n").Ok()) return 1;
 
   const std::string self = "/proc/self/exe";
   bool kept =

@@ -62,7 +62,7 @@ std::optional<XEvent> NextEvent(Clock::time_point end) {
   return event;
 }
 
-// The changed part of the screen, when the event tells of one of at least so many pixels.
+// The changed part of the screen, when the event reports one of at least so many pixels.
 std::optional<XRectangle> ChangeOf(const XEvent& event, int leastPixels) {
   if (event.type != theDamageEvent + XDamageNotify) return std::nullopt;
   const XRectangle area = reinterpret_cast<const XDamageNotifyEvent&>(event).area;

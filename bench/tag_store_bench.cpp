@@ -14,9 +14,10 @@
 
 // tag_store_bench [DEFINITION]
 //
-// What the tags of a project cost: loading one of 1,000 files with 300,000 lines, parsed in whole;
-// parsing an edited file of 5,000 lines again from its editor, for which the limit is 5 ms; memory
-// per tag. With the definition file of a reference library, also how long its compiled tags take.
+// The cost of the tags of a project: loading one of 1,000 files with 300,000 lines, parsed in
+// whole; parsing an edited file of 5,000 lines again from its editor, for which the limit is 5 ms;
+// memory per tag. With the definition file of a reference library, also how long its compiled tags
+// take.
 
 namespace {
 

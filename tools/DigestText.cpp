@@ -25,7 +25,7 @@ constexpr size_t cLongestType = 80;
 constexpr size_t cLongestList = 400;
 
 // The index after the bracket that matches the one at `open`.
-size_t BehindMatch(const CppTokens& tokens, size_t open) {
+size_t AfterMatch(const CppTokens& tokens, size_t open) {
   CppCursor cursor(tokens);
   cursor.position = open;
   if (cursor.Is("<"))
@@ -47,9 +47,9 @@ bool IsWord(const CppToken& token) {
 
 // True if there is a blank between two tokens.
 bool IsApart(const CppToken& left, const CppToken& right) {
-  constexpr std::string_view cBehindType[] = {"&", "*", "&&", ">", "...", ",", ")"};
+  constexpr std::string_view cAfterType[] = {"&", "*", "&&", ">", "...", ",", ")"};
   if (left.Is(",") || left.Is("=") || right.Is("=")) return true;
-  return IsWord(right) && (IsWord(left) || (IsOneOf(left.text, cBehindType) && !left.Is(")")));
+  return IsWord(right) && (IsWord(left) || (IsOneOf(left.text, cAfterType) && !left.Is(")")));
 }
 
 // The tokens of each parameter.
@@ -64,7 +64,7 @@ std::vector<CppTokens> SplitParameters(const CppTokens& tokens) {
     const bool isName = i > 0 && tokens[i - 1].kind == CppToken::Kind::cWord;
     const bool isOpening = tokens[i].Is("(") || tokens[i].Is("[") || tokens[i].Is("{") ||
                            (tokens[i].Is("<") && isName);
-    const size_t end = isOpening ? BehindMatch(tokens, i) : i + 1;
+    const size_t end = isOpening ? AfterMatch(tokens, i) : i + 1;
     for (; i < end; ++i) parameters.back().push_back(tokens[i]);
   }
   return parameters;
@@ -96,11 +96,11 @@ CppTokens DigestText::Simplified(const CppTokens& tokens) const {
       ++i;
     } else if (token.Is("decltype") || token.Is("__typeof__")) {
       simple.push_back({CppToken::Kind::cWord, "auto", -1});
-      i = BehindMatch(tokens, i + 1);
+      i = AfterMatch(tokens, i + 1);
     } else if (token.Is("[") && i + 1 < tokens.size() && tokens[i + 1].Is("[")) {
-      i = BehindMatch(tokens, i);
+      i = AfterMatch(tokens, i);
     } else if (token.Is("<") && !simple.empty() && simple.back().kind == CppToken::Kind::cWord) {
-      const size_t end = BehindMatch(tokens, i);
+      const size_t end = AfterMatch(tokens, i);
       const bool isFamily = Name(simple.back().text) != simple.back().text &&
                             simple.back().text.starts_with(cFamilyPrefix);
       const auto first = tokens.begin() + static_cast<std::ptrdiff_t>(i);

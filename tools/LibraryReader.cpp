@@ -25,7 +25,6 @@ struct Declaration {
   LibraryMember member;
   std::vector<std::string> furtherNames;  // of data
   bool isFriend = false;
-  bool isTypedef = false;
   bool isUnclear = false;  // for example a pointer to a function
 };
 

@@ -93,7 +93,7 @@ class Definition {
   }
 
   static bool Save(const std::string& path, const std::string& content) {
-    const mavro::SaveResult result = mavro::SaveFileText(path, content);
+    const mavro::FileResult result = mavro::SaveFileText(path, content);
     if (!result.Ok())
       std::fprintf(stderr, "make-reference: %s: %s\n", path.c_str(), result.error.c_str());
     return result.Ok();
@@ -121,11 +121,11 @@ int main(int argc, char** argv) {
   app.add_flag("--protected", options.withProtected, "take protected members too");
   app.add_option("--first-id", options.firstId, "of the headers");
   CLI11_PARSE(app, argc, argv);
-  const std::optional<std::string> expanded = mavro::ReadFileText(options.expanded);
-  if (!expanded) {
+  const mavro::FileText expanded = mavro::ReadFileText(options.expanded);
+  if (!expanded.Ok()) {
     std::fprintf(stderr, "make-reference: %s can't be read\n", options.expanded.c_str());
     return 1;
   }
-  const ExpandedSource source = SplitTokens(*expanded);
+  const ExpandedSource source = SplitTokens(expanded.text);
   return Definition(options, source).Write() ? 0 : 1;
 }

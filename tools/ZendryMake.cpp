@@ -116,7 +116,7 @@ std::string ProgramFolder() {
 // reported.
 std::string OpenProject(const Options& options, Shell& shell) {
   theIdeConfig.appDir = ProgramFolder();
-  const LoadResult config = ReadConfig(theIdeConfig, theIdeFonts);
+  const mavro::FileResult config = ReadConfig(theIdeConfig, theIdeFonts);
   if (!config.Words().empty()) return config.Words();
   theProject.SetShell(&shell);
   theProject.SetInstallFolder(theIdeConfig.appDir);
@@ -130,7 +130,7 @@ std::string OpenProject(const Options& options, Shell& shell) {
   }
   if (kind != cProjectFile)
     return options.project + " is no project file (.zpj) and no C or C++ source";
-  const LoadResult loaded = theProject.Load(options.project);
+  const mavro::FileResult loaded = theProject.Load(options.project);
   if (!loaded.Words().empty()) return loaded.Words();
   if (const std::string noted = theIdeSession.TakeError(); !noted.empty()) Say(noted);
   if (!options.mode.empty()) theProject.SetMode(options.mode == "debug" ? cDebug : cRelease);

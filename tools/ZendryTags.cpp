@@ -1,10 +1,5 @@
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -17,6 +12,7 @@
 
 #include "FileText.h"
 #include "base/ControlBytes.h"
+#include "base/FileReader.h"
 #include "base/Shell.h"
 #include "tags/TagData.h"
 #include "tags/TagLine.h"
@@ -70,16 +66,6 @@ class LogShell : public OutputShell {
   std::string source;
 };
 
-// The reason why a source can't be read; empty when it can be read.
-std::string WhyUnreadable(const std::string& path) {
-  struct stat status;
-  if (stat(path.c_str(), &status) != 0) return std::strerror(errno);
-  if (S_ISDIR(status.st_mode)) return "is a folder";
-  if (!S_ISREG(status.st_mode)) return "is not a regular file";
-  if (faccessat(AT_FDCWD, path.c_str(), R_OK, AT_EACCESS) != 0) return std::strerror(errno);
-  return "";
-}
-
 // A name in a tags file must be one line without tabs.
 bool IsWritable(const std::string& path) {
   return path.find_first_of("\t\r\n") == std::string::npos;
@@ -96,10 +82,12 @@ class TagCollector {
 
   // False when the source couldn't be read.
   bool Add(const std::string& path) {
-    std::string error = WhyUnreadable(path);
-    if (error.empty() && !IsWritable(path)) error = "the name can't stand in a tags file";
-    if (!error.empty()) {
-      Say(path + ": " + error);
+    FileReader reader;
+    mavro::FileResult opened = reader.open(path.c_str());
+    if (opened.Ok() && !IsWritable(path))
+      opened.error = path + ": the name can't stand in a tags file";
+    if (!opened.Ok()) {
+      Say(opened.error);
       return false;
     }
     bool isHeader = false;
@@ -115,7 +103,7 @@ class TagCollector {
     };
     TagData data;
     data.fileName = path;
-    theTagParser.parseBuffer(data, nullptr, options.locals);
+    theTagParser.parseBuffer(data, &reader, options.locals);
     return true;
   }
 
@@ -136,8 +124,8 @@ class TagCollector {
 
 // Only an older tags file is replaced.
 bool MayReplace(const std::string& path) {
-  const std::optional<std::string> old = mavro::ReadFileText(path);
-  return !old || old->empty() || old->starts_with("!_TAG_");
+  const mavro::FileText old = mavro::ReadFileText(path);
+  return !old.Ok() || old.text.empty() || old.text.starts_with("!_TAG_");
 }
 
 bool WriteFile(const std::string& path, const std::string& text) {
@@ -145,7 +133,7 @@ bool WriteFile(const std::string& path, const std::string& text) {
     Say(path + ": is no tags file, it was not replaced");
     return false;
   }
-  const mavro::SaveResult result = mavro::SaveFileText(path, text);
+  const mavro::FileResult result = mavro::SaveFileText(path, text);
   if (!result.Ok()) Say(path + ": " + result.error);
   return result.Ok();
 }

@@ -22,13 +22,17 @@ DiskStamp ReadDiskStamp(const std::string& path) {
     nothing.isKnown = errno == ENOENT || errno == ENOTDIR;
     return nothing;
   }
-  return {true,
+  return {S_ISREG(info.st_mode),
           true,
           info.st_dev,
           info.st_ino,
           info.st_size,
           Nanoseconds(info.st_mtim),
           Nanoseconds(info.st_ctim)};
+}
+
+bool AreOneFile(const DiskStamp& a, const DiskStamp& b) {
+  return a.exists && b.exists && a.device == b.device && a.inode == b.inode;
 }
 
 }  // namespace zendry

@@ -1,52 +1,39 @@
 #include "base/FileReader.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
+#include <algorithm>
+#include <utility>
 
 namespace zendry {
-namespace {
 
-FILE* File(void* stream) {
-  return static_cast<FILE*>(stream);
-}
-
-}  // namespace
-
-// The stream of a derived reader isn't ours, so only a file is closed here: a derived reader closes
-// itself in its own destructor.
-FileReader::~FileReader() {
-  FileReader::close();
-}
+FileReader::~FileReader() = default;
 
 int FileReader::getc() {
-  return stream == nullptr ? -1 : std::fgetc(File(stream));
+  return position < text.size() ? static_cast<unsigned char>(text[position++]) : -1;
 }
 
-void FileReader::ungetc(int c) {
-  if (stream != nullptr) std::ungetc(c, File(stream));
+void FileReader::ungetc(int) {
+  if (position > 0) --position;
 }
 
-// Opening a pipe would wait for a writer; only regular files are sources.
-bool FileReader::open(const char* path) {
-  const int file = ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-  if (file < 0) return false;
-  struct stat status;
-  const bool isRegular = fstat(file, &status) == 0 && S_ISREG(status.st_mode);
-  if (isRegular)
-    stream = fdopen(file, "rb");
-  else
-    ::close(file);
-  return stream != nullptr;
+mavro::FileResult FileReader::open(const char* path) {
+  mavro::FileText file = mavro::ReadFileText(path);
+  if (file.Ok()) stream = &text;
+  text = std::move(file.text);
+  position = 0;
+  return file;
 }
 
 void FileReader::close() {
-  if (stream != nullptr) std::fclose(File(stream));
   stream = nullptr;
+  text = {};
+  position = 0;
 }
 
 size_t FileReader::read(char* buffer, size_t size) {
-  return stream == nullptr ? 0 : std::fread(buffer, 1, size, File(stream));
+  const size_t count = std::min(size, text.size() - position);
+  std::copy_n(text.data() + position, count, buffer);
+  position += count;
+  return count;
 }
 
 }  // namespace zendry

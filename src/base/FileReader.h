@@ -1,12 +1,14 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdio>
+#include <string>
+
+#include "FileText.h"
 
 namespace zendry {
 
-// The source of the tag parser's bytes: a file on disk. Another source derives from this class and
-// overrides every operation.
+// The source of the tag parser's bytes: a file on disk, read when it is opened. Another source
+// derives from this class and overrides every operation.
 class FileReader {
  public:
   FileReader() = default;
@@ -18,8 +20,8 @@ class FileReader {
   virtual int getc();
   // Takes back the byte that getc() gave last.
   virtual void ungetc(int c);
-  // False when it can't be opened. A reader that is open already stays as it is: close it first.
-  virtual bool open(const char* path);
+  // An error when it can't be opened. A reader that is open already must be closed first.
+  virtual mavro::FileResult open(const char* path);
   // Does nothing when it isn't open.
   virtual void close();
   // Puts up to `size` bytes into `buffer`, the same that as many calls of getc() would give, and
@@ -31,6 +33,10 @@ class FileReader {
  protected:
   // A derived reader keeps its source here; not null means open.
   void* stream = nullptr;
+
+ private:
+  std::string text;  // of the whole file
+  size_t position = 0;
 };
 
 }  // namespace zendry

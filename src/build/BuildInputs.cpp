@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
 #include "CommandLine.h"
@@ -97,7 +96,7 @@ std::vector<std::string> LinkInputs(const std::string& line, const std::string& 
 std::vector<std::string> ResourceInputs(const std::string& script) {
   std::vector<std::string> inputs = {script};
   const std::string folder = mavro::FolderOf(script);
-  for (const std::string& word : WordsOf(mavro::ReadFileText(script).value_or(""))) {
+  for (const std::string& word : WordsOf(mavro::ReadFileText(script).text)) {
     if (word.find('.') == word.npos) continue;
     for (const std::string& path : {word, folder + word})
       if (mavro::FileExists(path)) inputs.push_back(path);
@@ -108,10 +107,10 @@ std::vector<std::string> ResourceInputs(const std::string& script) {
 std::vector<InputFile> TakeReadFiles(FileTimes& times, const Project& project,
                                      const std::string& outDirName, FileTimes::Time start) {
   const std::string path = ReadFilesPath(outDirName);
-  const std::optional<std::string> rule = mavro::ReadFileText(path);
+  const std::string rule = mavro::ReadFileText(path).text;
   unlink(path.c_str());
   std::vector<InputFile> inputs;
-  for (const std::string& name : ReadMakeRule(rule.value_or(""))) {
+  for (const std::string& name : ReadMakeRule(rule)) {
     if (!IsOfProject(project, name)) continue;
     if (const auto time = times.Of(name))
       inputs.push_back({name, *time > start ? InputFile::cUnknownTime : *time});

@@ -102,12 +102,12 @@ std::string BuildRecords::Write(const std::string& product, const ProductRecord&
 
 void BuildRecords::Open(const std::string& folder) {
   path = folder.empty() ? cRecordsName : folder + "/" + cRecordsName;
-  const std::optional<std::string> text = mavro::ReadFileText(path);
-  Journal journal = Read(text.value_or(""));
+  const mavro::FileText file = mavro::ReadFileText(path);
+  Journal journal = Read(file.text);
   records = std::move(journal.records);
-  const bool isLong = text && text->size() > cWorthRewriting &&
-                      journal.entries > cMostEntries * (records.size() + 1);
-  if (text && (!journal.isWhole || isLong)) Rewrite();
+  const bool isLong =
+      file.text.size() > cWorthRewriting && journal.entries > cMostEntries * (records.size() + 1);
+  if (file.Ok() && (!journal.isWhole || isLong)) Rewrite();
 }
 
 const ProductRecord* BuildRecords::Find(const std::string& product) const {

@@ -8,10 +8,10 @@ namespace zendry {
 
 namespace {
 
-constexpr std::string_view cBehindPointer = "* & && const volatile";
-constexpr std::string_view cBehindParameters = "const noexcept override final mutable";
+constexpr std::string_view cAfterPointer = "* & && const volatile";
+constexpr std::string_view cAfterParameters = "const noexcept override final mutable";
 // The signs that can follow a declared name.
-constexpr std::string_view cBehindName = "; = ( { [ , ) : ]";
+constexpr std::string_view cAfterName = "; = ( { [ , ) : ]";
 constexpr int cLongestStatement = 512;  // tokens
 constexpr int cDeclarationCost = 20;    // steps for reading one
 
@@ -29,7 +29,7 @@ int StatementStart(const CodeTokens& tokens, int index, StepBudget& budget) {
 // The first token of the type that ends directly before the token at `end`; -1 without one.
 int TypeStart(const CodeTokens& tokens, int end) {
   int at = end - 1;
-  while (tokens.IsOneOf(at, cBehindPointer)) --at;
+  while (tokens.IsOneOf(at, cAfterPointer)) --at;
   for (;;) {
     if (tokens.Is(at, ">")) at = tokens.AngleStart(at) - 1;
     if (at < 0 || !tokens.IsWord(at) || !CanNameType(tokens.Text(at))) return -1;
@@ -71,7 +71,7 @@ int ReadInit(const CodeTokens& tokens, CodeDecl& decl, StepBudget& budget) {
   decl.initEnd = tokens.Partner(at);
   // In "auto f() -> Foo" the type comes after the name.
   int result = decl.initEnd + 1;
-  while (tokens.IsOneOf(result, cBehindParameters)) ++result;
+  while (tokens.IsOneOf(result, cAfterParameters)) ++result;
   if (tokens.Is(result, "->")) {
     if (std::optional<TypeText> type = ReadType(tokens, ++result)) {
       type->pointers = ReadPointers(tokens, result);
@@ -160,7 +160,7 @@ std::optional<CodeDecl> UsingDeclaration(const CodeTokens& tokens, int name) {
 int BeforeBlock(const CodeTokens& tokens, int close) {
   int at = tokens.Partner(close) - 1;
   int word = at;
-  while (tokens.IsOneOf(word, cBehindParameters)) --word;
+  while (tokens.IsOneOf(word, cAfterParameters)) --word;
   if (tokens.Is(word, ")") && tokens.IsClosing(word)) at = tokens.Partner(word) - 1;
   return at;
 }
@@ -168,7 +168,7 @@ int BeforeBlock(const CodeTokens& tokens, int close) {
 }  // namespace
 
 std::optional<CodeDecl> DeclarationAt(const CodeTokens& tokens, int name, StepBudget& budget) {
-  if (!tokens.IsWord(name) || !tokens.IsOneOf(name + 1, cBehindName)) return std::nullopt;
+  if (!tokens.IsWord(name) || !tokens.IsOneOf(name + 1, cAfterName)) return std::nullopt;
   const int before = name - 1;
   if (tokens.Is(before, "using"))
     return tokens.Is(name + 1, "=") ? UsingDeclaration(tokens, name) : std::nullopt;

@@ -40,14 +40,14 @@ class Deeper {
 };
 
 // Gives a variable another value for as long as it lives.
-class Meanwhile {
+class ScopedValue {
  public:
-  Meanwhile(int& theVariable, int value) : variable(theVariable), kept(theVariable) {
+  ScopedValue(int& theVariable, int value) : variable(theVariable), kept(theVariable) {
     variable = value;
   }
-  ~Meanwhile() { variable = kept; }
-  Meanwhile(const Meanwhile&) = delete;
-  Meanwhile& operator=(const Meanwhile&) = delete;
+  ~ScopedValue() { variable = kept; }
+  ScopedValue(const ScopedValue&) = delete;
+  ScopedValue& operator=(const ScopedValue&) = delete;
 
  private:
   int& variable;
@@ -222,7 +222,7 @@ ExprTypes::Found ExprTypes::LocalValue(const std::string& name) {
 }
 
 ExprTypes::Found ExprTypes::DeclValue(const CodeDecl& decl) {
-  const Meanwhile earlier(before, decl.name);
+  const ScopedValue earlier(before, decl.name);
   if (!IsDeduced(decl.type)) return Value{decl.type, OwnerName()};
   Found value = ValueOf(decl.initBegin, decl.initEnd);
   if (!value || value->isType) return std::nullopt;

@@ -12,7 +12,7 @@ namespace zendry {
 namespace {
 
 constexpr int cLinesBefore = 3;
-constexpr int cLinesBehind = 2;
+constexpr int cLinesAfter = 2;
 constexpr int cMostBytes = 2000;  // of those lines
 constexpr size_t cMostFiles = 8;  // whose whole text is searched
 constexpr size_t cMostAliasText = 65536;
@@ -33,7 +33,7 @@ TagText::Piece TagText::AroundInEditor(int line) const {
   const int lineStart = editor.PositionFromLine(line - 1);
   int start = editor.PositionFromLine(std::max(line - 1 - cLinesBefore, 0));
   start = std::max(start, lineStart - cMostBytes);
-  const int end = std::min(editor.PositionFromLine(line + cLinesBehind), lineStart + cMostBytes);
+  const int end = std::min(editor.PositionFromLine(line + cLinesAfter), lineStart + cMostBytes);
   Piece piece{std::string(static_cast<size_t>(std::max(end - start, 0)), '\0'), lineStart - start};
   if (end > start) editor.CopyRange(start, end, piece.text.data());
   return piece;
@@ -49,7 +49,7 @@ TagText::Piece TagText::Around(const TagItem& item) {
     if (line > cLinesBefore) start = NextLine(text, start);
   }
   size_t end = lineStart;
-  for (int i = 0; i <= cLinesBehind; ++i) end = NextLine(text, end);
+  for (int i = 0; i <= cLinesAfter; ++i) end = NextLine(text, end);
   start = std::max<size_t>(start, lineStart - std::min<size_t>(lineStart, cMostBytes));
   end = std::min(end, lineStart + cMostBytes);
   return {std::string(text.substr(start, end - start)), static_cast<int>(lineStart - start)};
@@ -71,8 +71,8 @@ TypeText TagText::TypeOf(const TagItem& item, StepBudget& budget) {
     const std::optional<CodeDecl> decl = DeclarationAt(tokens, i, budget);
     if (!decl) continue;
     // If the tag has another single type name, the text has changed since.
-    const bool isTold = decl->type.Name() == item.type || item.type == "auto";
-    if (isTold || decl->type.path.size() > 1) return decl->type;
+    const bool isSameType = decl->type.Name() == item.type || item.type == "auto";
+    if (isSameType || decl->type.path.size() > 1) return decl->type;
   }
   return item.type.empty() ? TypeText() : TypeOfName(item.type, false);
 }

@@ -86,12 +86,13 @@ FontRec ShowableFont(FontRec font) {
   return font;
 }
 
-LoadResult ReadConfig(IdeConfig& config, IdeFonts& fonts) {
+mavro::FileResult ReadConfig(IdeConfig& config, IdeFonts& fonts) {
   const std::string path = config.appDir + "Zendry.cfg";
-  const std::optional<std::string> text = mavro::ReadFileText(path);
-  if (!text) return {IsTaken(path) ? WhyUnreadable(path) : "", ""};
+  const mavro::FileText file = mavro::ReadFileText(path);
+  if (file.isMissing) return {};
+  if (!file.Ok()) return file;
   ForgetAddedFileKinds();
-  const FittingTags tags = PassOverTooLong(*text);
+  const FittingTags tags = PassOverTooLong(file.text);
   TagSource source{tags.text};
   for (XmlTag tag; tag.read(&source);) ReadElement(tag, config, fonts);
   if (tags.passedOver.empty()) return {};

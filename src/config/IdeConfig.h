@@ -4,7 +4,7 @@
 #include <map>
 #include <string>
 
-#include "base/LoadResult.h"
+#include "FileText.h"
 
 namespace zendry {
 
@@ -70,7 +70,7 @@ extern IdeFonts theIdeFonts;
 // missing file leaves everything as it is. So does a file that can't be read, which is an error.
 // Elements without a meaning are passed over; an element with a value that is too long to be read
 // is a doubt.
-LoadResult ReadConfig(IdeConfig& config, IdeFonts& fonts);
+mavro::FileResult ReadConfig(IdeConfig& config, IdeFonts& fonts);
 
 // The folder that "@" stands for: the parent of `appDir`, with its trailing slash.
 std::string InstallRoot(const std::string& appDir);

@@ -12,7 +12,6 @@
 #include <utility>
 
 #include "FileText.h"
-#include "base/LoadResult.h"
 #include "base/ParseInt.h"
 #include "config/EditorSettings.h"
 
@@ -201,10 +200,12 @@ void IdeSession::TakeEditorSettings() const {
 void IdeSession::Load(const std::string& firstStart) {
   EnsureFolder();
   firstValues.clear();
-  if (const auto text = mavro::ReadFileText(firstStart)) ReadIniText(*text, firstValues);
-  if (const std::optional<std::string> text = mavro::ReadFileText(iniPath)) {
-    ReadText(*text);
-  } else if (IsTaken(iniPath)) {
+  if (const mavro::FileText first = mavro::ReadFileText(firstStart); first.Ok())
+    ReadIniText(first.text, firstValues);
+  const mavro::FileText ini = mavro::ReadFileText(iniPath);
+  if (ini.Ok()) {
+    ReadText(ini.text);
+  } else if (!ini.isMissing) {
     mayReplace = false;
     NoteError(iniPath + ": Settings are not kept, since they can't be read");
   }
@@ -236,15 +237,15 @@ void IdeSession::TakeLists() {
 // Takes over the changes that other programs have written since the file was last read. A file that
 // is gone, or holds more than settings, says nothing about such changes.
 void IdeSession::TakeOver() {
-  const std::optional<std::string> text = mavro::ReadFileText(iniPath);
-  if (!text) {
-    mayReplace = mayReplace && !IsTaken(iniPath);
+  const mavro::FileText ini = mavro::ReadFileText(iniPath);
+  if (!ini.Ok()) {
+    mayReplace = mayReplace && ini.isMissing;
     if (!mayReplace) NoteError(iniPath + ": Settings are not kept, since they can't be read");
     return;
   }
   Values theirs;
-  const bool damaged = !ReadIniText(*text, theirs);
-  if (damaged && *text != damagedText) damagedText = *text;
+  const bool damaged = !ReadIniText(ini.text, theirs);
+  if (damaged && ini.text != damagedText) damagedText = ini.text;
   if (damaged || theirs.empty() || theirs == known) return;
   const Values before = std::exchange(known, theirs);
   for (const auto& [key, value] : values) {
@@ -287,7 +288,7 @@ void IdeSession::StoreSettings(const Placement& placement) {
 
 bool IdeSession::KeepDamagedText() {
   if (damagedText.empty()) return true;
-  const mavro::SaveResult kept = mavro::SaveFileText(iniPath + ".bad", damagedText);
+  const mavro::FileResult kept = mavro::SaveFileText(iniPath + ".bad", damagedText);
   if (kept.Ok())
     damagedText.clear();
   else
@@ -298,8 +299,9 @@ bool IdeSession::KeepDamagedText() {
 bool IdeSession::Write() {
   if (!EnsureFolder() || !mayReplace || !KeepDamagedText()) return false;
   const std::string text = IniText(values);
-  if (mavro::ReadFileText(iniPath) != text) {
-    const mavro::SaveResult result = mavro::SaveFileText(iniPath, text);
+  const mavro::FileText old = mavro::ReadFileText(iniPath);
+  if (!old.Ok() || old.text != text) {
+    const mavro::FileResult result = mavro::SaveFileText(iniPath, text);
     if (!result.Ok()) NoteError(result.error);
     if (!result.Ok()) return false;
   }

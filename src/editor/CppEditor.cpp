@@ -71,13 +71,14 @@ void CppEditor::ApplySettings() {
   applyOptions();
 }
 
-bool CppEditor::Load(const std::string& path) {
+mavro::FileResult CppEditor::Load(const std::string& path) {
   const DiskStamp before = ReadDiskStamp(path);
   language = LanguageOf(path);
   const std::string nameBefore = std::exchange(storedName, path);
-  if (!load(path)) {
+  mavro::FileResult result = load(path);
+  if (!result.Ok()) {
     storedName = nameBefore;
-    return false;
+    return result;
   }
   stamp = before;
   storedDigest = TextDigest();
@@ -86,17 +87,19 @@ bool CppEditor::Load(const std::string& path) {
   seenChanges = ChangeCount();
   bytesChanged = 0;
   rescue.Drop();
-  return true;
+  return result;
 }
 
-bool CppEditor::Reload() {
+mavro::FileResult CppEditor::Reload() {
   const DiskStamp before = ReadDiskStamp(fileName);
-  if (dirty && !rescue.LeaveReplaced()) return false;
-  if (!reload(fileName)) return false;
+  mavro::FileResult result;
+  if (dirty) result = rescue.LeaveReplaced();
+  if (result.Ok()) result = reload(fileName);
+  if (!result.Ok()) return result;
   stamp = before;
   storedDigest = TextDigest();
   liveText.parsed = false;
-  return true;
+  return result;
 }
 
 // The text belongs to the state of the file that it was made from: if the file is different now,
@@ -117,14 +120,15 @@ void CppEditor::TakeName(const std::string& name) {
 
 // A write in place that fails changes the file's time; that is not a change by another program. A
 // text that isn't stored under its name is unsaved.
-bool CppEditor::Save() {
+mavro::FileResult CppEditor::Save() {
   const bool diskIsOurs = ReadDiskStamp(fileName) == stamp;
   const std::string nameBefore = std::exchange(storedName, fileName);
-  if (!save(fileName)) {
+  mavro::FileResult result = save(fileName);
+  if (!result.Ok()) {
     storedName = nameBefore;
     if (diskIsOurs) AcceptDisk();
     if (storedName != fileName) onSavePointChanged();
-    return false;
+    return result;
   }
   if (language != LanguageOf(fileName)) SetLanguage(LanguageOf(fileName));
   stamp = ReadDiskStamp(fileName);
@@ -132,7 +136,7 @@ bool CppEditor::Save() {
   rescue.DropReplaced();
   liveText.parsed = false;
   theProject.parseOpenEditors(&liveText);
-  return true;
+  return result;
 }
 
 void CppEditor::ShowLine(int line) {
@@ -154,22 +158,14 @@ void CppEditor::RemoveMark(EditorMark mark) {
 // A file whose state is unknown now doesn't count as changed. If the state was unknown when the
 // text was read or written, the first known state counts as that one. If the text was only given
 // this name, the file counts as changed: the user has not agreed to replace it.
-bool CppEditor::DiskHasChanged() {
-  if (fileName.empty()) return false;
+std::optional<DiskStamp> CppEditor::ChangeOnDisk() {
+  if (fileName.empty()) return {};
   const DiskStamp now = ReadDiskStamp(fileName);
-  if (!now.isKnown) return false;
+  if (!now.isKnown) return {};
   if (!stamp.isKnown && storedName == fileName) stamp = now;
   if (OnlyTouched(stamp, now) && storedDigest && DigestOfFile(fileName) == storedDigest)
     stamp = now;
-  return now != stamp;
-}
-
-bool CppEditor::WasAskedAboutDisk() const {
-  return ReadDiskStamp(fileName) == askedAbout;
-}
-
-void CppEditor::NoteAskedAboutDisk() {
-  askedAbout = ReadDiskStamp(fileName);
+  return now == stamp ? std::nullopt : std::optional(now);
 }
 
 // An unknown state is not accepted: the user is asked once the state is known.
@@ -212,9 +208,9 @@ void CppEditor::onTextChanged() {
 
 // Steps of the rescue copy have places of 32 bits.
 void CppEditor::onTextWillChange(long position, long removed, long added) {
-  const bool isTold = added != cUnknownLength && WholeLength() <= UINT32_MAX;
-  bytesChanged += isTold ? std::max(removed, added) : TextRescue::cMostBytesBehind;
-  if (isTold)
+  const bool isTracked = added != cUnknownLength && WholeLength() <= UINT32_MAX;
+  bytesChanged += isTracked ? std::max(removed, added) : TextRescue::cMostBytesBehind;
+  if (isTracked)
     rescue.WillChange(position, removed, added);
   else
     rescue.LoseTrack();

@@ -26,18 +26,18 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
  public:
   explicit CppEditor(EditTab& itsTab);
 
-  // Reads a file and takes its name; false, with nothing changed, when it can't be read.
-  bool Load(const std::string& path);
+  // Reads a file and takes its name; an error, with nothing changed, when it can't be read.
+  mavro::FileResult Load(const std::string& path);
   // Replaces the text by the present content of the file, as one undo step. The unsaved text stays
-  // in an extra rescue copy as long as undo can bring it back. False, with nothing changed, when
+  // in an extra rescue copy as long as undo can bring it back. An error, with nothing changed, when
   // the file can't be read or the copy can't be written.
-  bool Reload();
+  mavro::FileResult Reload();
   // Takes over a text that another run of the program has left in the rescue folder; the text
   // counts as unsaved. True if the text now has a copy of its own, so that the old copy may be
   // removed.
   bool TakeRescued(const RescuedText& rescued);
-  // Writes the text to `fileName` and parses it. False when that fails; then the text stays dirty.
-  bool Save();
+  // Writes the text to `fileName` and parses it. After an error the text stays dirty.
+  mavro::FileResult Save();
   // Gives the text the name that the user has chosen for it. The file's present content may be
   // replaced: the user has been asked.
   void TakeName(const std::string& name);
@@ -51,15 +51,15 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   void SetMark(EditorMark mark, int line);
   void RemoveMark(EditorMark mark);
 
-  // True if the file on disk has changed since this editor last read or wrote it. `AcceptDisk`
-  // makes its present state the known one.
-  bool DiskHasChanged();
+  // The file's state on disk, if that has changed since this editor last read or wrote the file.
+  // `AcceptDisk` makes the present state the known one.
+  std::optional<DiskStamp> ChangeOnDisk();
   void AcceptDisk();
-  // The first says if the user has been asked about the file's present state, the second notes that
-  // they have been. The user is asked once when a change is seen, and again whenever a save would
+  // The first says if the user has been asked about a state of the file, the second notes that they
+  // have been. The user is asked once when a change is seen, and again whenever a save would
   // replace the changed file.
-  bool WasAskedAboutDisk() const;
-  void NoteAskedAboutDisk();
+  bool WasAskedAbout(const DiskStamp& change) const { return askedAbout == change; }
+  void NoteAskedAbout(const DiskStamp& change) { askedAbout = change; }
   // Writes the rescue copy if it is due.
   void TickRescue(TextRescue::Clock::time_point now) { rescue.Tick(now); }
   // Why the unsaved text has no rescue copy, although one was due; empty as long as there is no

@@ -1,8 +1,5 @@
 #include "editor/EditTabs.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <optional>
 
@@ -28,28 +25,13 @@ namespace {
 constexpr int cRescueTick = 1000;  // milliseconds
 const std::string cNoName = "Noname";
 
-// The file on the disk that a path names. No value when there is no such file or it can't be
-// determined.
-struct FileIdentity {
-  dev_t device = 0;
-  ino_t inode = 0;
-  friend bool operator==(const FileIdentity&, const FileIdentity&) = default;
-};
-
-std::optional<FileIdentity> IdentityOf(const std::string& path) {
-  struct stat status;
-  if (path.empty() || stat(path.c_str(), &status) != 0) return std::nullopt;
-  return FileIdentity{status.st_dev, status.st_ino};
-}
-
-// True if a path names an open file. If one of the two can't be found on the disk, only the names
-// are compared.
-bool NamesSameFile(const std::string& open, const std::string& path,
-                   const std::optional<FileIdentity>& identity) {
+// True if a path, and what the disk holds there, is an open file. If one of the two can't be found
+// on the disk, only the names are compared.
+bool NamesSameFile(const std::string& open, const std::string& path, const DiskStamp& onDisk) {
   if (open == path) return true;
   if (open.empty()) return false;
-  const std::optional<FileIdentity> its = IdentityOf(open);
-  return its && identity ? its == identity : mavro::EqualNoCase(open, path);
+  const DiskStamp its = ReadDiskStamp(open);
+  return its.exists && onDisk.exists ? AreOneFile(its, onDisk) : mavro::EqualNoCase(open, path);
 }
 
 // Only the text: the file has a tab already.
@@ -149,9 +131,9 @@ int EditTabs::FindTab(const std::string& path) const {
   const EditTab* front = Active();
   const int frontIndex = selectedIndex;
   if (front && front->editor->fileName == path) return frontIndex;
-  const std::optional<FileIdentity> identity = IdentityOf(path);
+  const DiskStamp onDisk = ReadDiskStamp(path);
   const auto isIt = [&](const std::unique_ptr<EditTab>& tab) {
-    return NamesSameFile(tab->editor->fileName, path, identity);
+    return NamesSameFile(tab->editor->fileName, path, onDisk);
   };
   if (front && isIt(tabs[static_cast<size_t>(frontIndex)])) return frontIndex;
   const auto found = std::find_if(tabs.begin(), tabs.end(), isIt);
@@ -167,7 +149,7 @@ CppEditor* EditTabs::NewTab(const std::string& path) {
   editor.fileName = path;
   Add(&tab);
   editor.ApplySettings();
-  if (!path.empty() && !editor.Load(path)) {
+  if (!path.empty() && !editor.Load(path).Ok()) {
     RemovePage(TabCount() - 1);
     std::erase(lastUsed, &tab);
     tabs.pop_back();
@@ -244,8 +226,8 @@ bool EditTabs::Save(EditTab& tab, SaveName name) {
     host->FrontChanged();
   }
   if (!MayOverwrite(editor)) return false;
-  if (!editor.Save()) {
-    host->Say(ReasonFirst(editor.saveError));
+  if (const mavro::FileResult result = editor.Save(); !result.Ok()) {
+    host->Say(ReasonFirst(result.error));
     ShowError("Error on save file:" + editor.fileName);
     return false;
   }
@@ -362,8 +344,9 @@ void EditTabs::OnRescueTimer(mavro::NotifyArgs&) {
 
 // A file that another program has changed is not replaced without a question.
 bool EditTabs::MayOverwrite(CppEditor& editor) {
-  if (!editor.DiskHasChanged() || !mavro::FileExists(editor.fileName)) return true;
-  editor.NoteAskedAboutDisk();
+  const std::optional<DiskStamp> change = editor.ChangeOnDisk();
+  if (!change || !change->exists) return true;
+  editor.NoteAskedAbout(*change);
   const ScopedFlag guard(asking);
   return mavro::ConfirmLoss("File:   " + editor.fileName +
                             "\n\nwas changed by another program!\tReplace its changes?");
@@ -375,21 +358,22 @@ void EditTabs::CheckDisk() {
   const ScopedFlag guard(asking);
   for (size_t i = 0; i < tabs.size(); ++i) {
     CppEditor& editor = *tabs[i]->editor;
-    if (editor.DiskHasChanged() && !editor.WasAskedAboutDisk()) CheckDisk(editor);
+    const std::optional<DiskStamp> change = editor.ChangeOnDisk();
+    if (change && !editor.WasAskedAbout(*change)) AskAbout(*change, editor);
   }
 }
 
-void EditTabs::CheckDisk(CppEditor& editor) {
-  editor.NoteAskedAboutDisk();
-  if (!mavro::FileExists(editor.fileName)) {
+void EditTabs::AskAbout(const DiskStamp& change, CppEditor& editor) {
+  editor.NoteAskedAbout(change);
+  if (!change.exists) {
     host->Say("No longer there, its text is here only: " + editor.fileName);
     return;
   }
-  const std::string change = "File:   " + editor.fileName + "\n\nwas changed by another program!\t";
+  const std::string fact = "File:   " + editor.fileName + "\n\nwas changed by another program!\t";
   const bool wanted = editor.dirty
-                          ? mavro::ConfirmLoss(change + "Load it again and lose your changes?")
-                          : mavro::Confirm(change + "Load it again?");
-  if (wanted && !editor.Reload()) host->Say("It can't be loaded again: " + editor.fileName);
+                          ? mavro::ConfirmLoss(fact + "Load it again and lose your changes?")
+                          : mavro::Confirm(fact + "Load it again?");
+  if (wanted && !editor.Reload().Ok()) host->Say("It can't be loaded again: " + editor.fileName);
 }
 
 void EditTabs::OfferRescuedTexts() {

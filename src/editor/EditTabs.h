@@ -6,6 +6,7 @@
 
 #include "TabCtrl.h"
 #include "Timer.h"
+#include "base/DiskStamp.h"
 #include "base/FileKinds.h"
 #include "editor/CppEditor.h"
 
@@ -117,7 +118,7 @@ class EditTabs : public mavro::TabCtrl {
   void AskAndOpen();
   void OnRescueTimer(mavro::NotifyArgs& args);
   int FindTab(const std::string& path) const;
-  void CheckDisk(CppEditor& editor);
+  void AskAbout(const DiskStamp& change, CppEditor& editor);
   bool MayTakeName(EditTab& tab, const std::string& path);
   bool MayOverwrite(CppEditor& editor);
   bool CanClose(EditTab& tab);

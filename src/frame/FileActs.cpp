@@ -107,7 +107,7 @@ void FileActs::ReplaceProject(const std::string& path) {
 
 // Only the status line reports a project that can't be read.
 void FileActs::LoadProject(const std::string& path) {
-  const LoadResult result = theProject.Load(path);
+  const mavro::FileResult result = theProject.Load(path);
   theMainForm->ShowActiveFile();
   if (result.Words().empty())
     theMainForm->SayWhatIsNotKept();
@@ -137,7 +137,7 @@ void FileActs::SaveProject() {
 
 void FileActs::SaveSession() {
   if (!theProject.isOpen || theProject.implicit) return;
-  const mavro::SaveResult result =
+  const mavro::FileResult result =
       zendry::SaveSession(theProject.SessionPath(), theProject, *theMainForm);
   if (!result.Ok()) theMainForm->SetStatus(ReasonFirst(result.error), "");
 }

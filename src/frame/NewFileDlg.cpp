@@ -20,7 +20,7 @@ namespace {
 bool MakeAndOpen(const std::string& path, const std::string& content, bool append) {
   if (mavro::FileExists(path)) {
     if (!mavro::Confirm("File:   " + path + "\n\nis there already!\tOpen it?")) return false;
-  } else if (const mavro::SaveResult result = mavro::SaveFileText(path, content); !result.Ok()) {
+  } else if (const mavro::FileResult result = mavro::SaveFileText(path, content); !result.Ok()) {
     theMainForm->SetStatus(ReasonFirst(result.error), "");
     ShowError("Error on save file:" + path);
     return false;

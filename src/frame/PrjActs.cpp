@@ -65,7 +65,7 @@ void PrjActs::RemoveSelected() {
 
 void PrjActs::CreateMakefile() {
   if (!theProject.isOpen) return;
-  const mavro::SaveResult result = theProject.ExportMakefile("");
+  const mavro::FileResult result = theProject.ExportMakefile("");
   theMainForm->SetStatus(
       result.Ok() ? "Makefile written to " + theProject.folder : ReasonFirst(result.error), "");
 }

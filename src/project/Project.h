@@ -10,7 +10,6 @@
 
 #include "FileText.h"
 #include "Object.h"
-#include "base/LoadResult.h"
 #include "tags/TagData.h"
 
 namespace zendry {
@@ -67,7 +66,7 @@ class Project : public mavro::object {
   // Opens a project. A relative path is taken from the current folder. If the file can't be read,
   // or holds a value that is too long, the result is an empty project under its name. Problems with
   // its session are noted in theIdeSession.
-  LoadResult Load(const std::string& path);
+  mavro::FileResult Load(const std::string& path);
   // Writes the project file. Shows a dialog when the project has no name or `saveAs`. False when
   // the user cancels, when the format can't hold a value (a message names it) or when writing fails
   // (the status line says so); then the old file is intact and `modified` stays. Asks before it
@@ -86,7 +85,7 @@ class Project : public mavro::object {
   void OpenSingleFile(const std::string& path);
   // Writes a Makefile, "Makefile" beside the project file when `path` is empty. Asks before it
   // replaces a Makefile that this program did not write, or that was changed since.
-  mavro::SaveResult ExportMakefile(const std::string& path) const;
+  mavro::FileResult ExportMakefile(const std::string& path) const;
 
   // Files. AddFile and RemoveFile leave `modified` alone: their callers set it.
 
@@ -138,7 +137,6 @@ class Project : public mavro::object {
   std::string RelativeIfSame(const std::string& path) const;
   // The path of the session file; empty when none can be made from the project's name.
   std::string SessionPath() const;
-  BuildOptions& GroupOptions() { return *current; }
 
   int32_t lastFileId = 0;
   bool isOpen = false;

@@ -26,12 +26,6 @@ std::string RealName(const std::string& path) {
   return real ? real.get() : "";
 }
 
-bool AreOneFile(const std::string& a, const std::string& b) {
-  const DiskStamp first = ReadDiskStamp(a), second = ReadDiskStamp(b);
-  return first.exists && second.exists && first.device == second.device &&
-         first.inode == second.inode;
-}
-
 }  // namespace
 
 ProjectFile::ProjectFile(int32_t newId, std::string fullName)
@@ -123,12 +117,16 @@ ProjectFile* Project::FindByWhatItNames(const std::string& path) const {
     for (const auto& file : files)
       if (std::string its = RealName(file->name); !its.empty())
         byRealName.try_emplace(std::move(its), file.get());
+  const DiskStamp onDisk = ReadDiskStamp(path);
+  const auto isIt = [&onDisk](const ProjectFile& file) {
+    return AreOneFile(ReadDiskStamp(file.name), onDisk);
+  };
   const auto found = byRealName.find(real);
-  if (found != byRealName.end() && AreOneFile(found->second->name, path)) return found->second;
+  if (found != byRealName.end() && isIt(*found->second)) return found->second;
   struct stat status;
   if (stat(path.c_str(), &status) != 0 || status.st_nlink < 2) return nullptr;
-  const auto second = std::find_if(files.begin(), files.end(),
-                                   [&](const auto& file) { return AreOneFile(file->name, path); });
+  const auto second =
+      std::find_if(files.begin(), files.end(), [&isIt](const auto& file) { return isIt(*file); });
   return second == files.end() ? nullptr : second->get();
 }
 

@@ -1,8 +1,5 @@
-#include <filesystem>
-#include <optional>
-#include <system_error>
-
 #include "SystemDialogs.h"
+#include "base/DiskStamp.h"
 #include "base/Paths.h"
 #include "base/ReasonFirst.h"
 #include "base/Shell.h"
@@ -23,15 +20,14 @@ constexpr size_t cMaxShown = 200;
 std::string FullProjectPath(const std::string& path) {
   std::string full = AbsolutePath(path);
   std::string tidy = TidyPath(full);
-  std::error_code error;
-  const bool isOther =
-      std::filesystem::exists(full, error) && !std::filesystem::equivalent(full, tidy, error);
+  const DiskStamp stamp = ReadDiskStamp(full);
+  const bool isOther = stamp.exists && !AreOneFile(stamp, ReadDiskStamp(tidy));
   return isOther ? full : tidy;
 }
 
-LoadResult Judge(const std::string& path, const ProjectReading& reading) {
-  if (!reading.tooLong.empty()) return {path + ": " + reading.tooLong, ""};
-  if (!reading.hasElements) return {path + ": is not a project file", ""};
+mavro::FileResult Judge(const std::string& path, const ProjectReading& reading) {
+  if (!reading.tooLong.empty()) return {path + ": " + reading.tooLong};
+  if (!reading.hasElements) return {path + ": is not a project file"};
   if (!reading.isComplete) return {"", path + ": the end is missing, it may have been cut"};
   return {};
 }
@@ -42,16 +38,16 @@ std::string Shortened(const std::string& value) {
 
 }  // namespace
 
-LoadResult Project::Load(const std::string& path) {
+mavro::FileResult Project::Load(const std::string& path) {
   const std::string fullPath = FullProjectPath(path);
   Init(fullPath, cConsole);
-  const std::optional<std::string> text = mavro::ReadFileText(fullPath);
-  couldBeRead = text.has_value();
-  if (!text) return {WhyUnreadable(fullPath), ""};
+  const mavro::FileText file = mavro::ReadFileText(fullPath);
+  couldBeRead = file.Ok();
+  if (!file.Ok()) return file;
   IdeSession::AddRecent(theIdeSession.recentProjects, fullPath);
-  const ProjectReading reading = ReadProjectText(*text, *this);
+  const ProjectReading reading = ReadProjectText(file.text, *this);
   couldBeRead = reading.tooLong.empty();
-  if (reading.isComplete) knownText = *text;
+  if (reading.isComplete) knownText = file.text;
   implicit = false;
   SetFileName(fullPath);  // again: the name of the target follows the type just read
   shell->TagsChanged();
@@ -77,8 +73,9 @@ std::string Project::ChooseSavePath() const {
 // Asks before content is lost: the file may not have been read whole, or another program may have
 // written it since.
 bool Project::MayReplace(const std::string& path) const {
-  const std::optional<std::string> text = mavro::ReadFileText(path);
-  const bool nothingLost = text ? text->empty() || *text == knownText : !mavro::FileExists(path);
+  const mavro::FileText old = mavro::ReadFileText(path);
+  const bool nothingLost =
+      old.Ok() ? old.text.empty() || old.text == knownText : !mavro::FileExists(path);
   return nothingLost ||
          mavro::ConfirmLoss(path + "\nholds what was not read into this project!\nOverwrite?");
 }
@@ -90,7 +87,7 @@ bool Project::Write(const std::string& path) {
                        Shortened(content.unwritable));
     return false;
   }
-  const mavro::SaveResult result = mavro::SaveFileText(path, content.text);
+  const mavro::FileResult result = mavro::SaveFileText(path, content.text);
   if (!result.Ok()) {
     shell->SetStatus(ReasonFirst(result.error), "");
     return false;

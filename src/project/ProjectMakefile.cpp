@@ -1,13 +1,9 @@
-#include <cinttypes>
-#include <cstdio>
-#include <optional>
-
 #include "FileText.h"
 #include "SystemDialogs.h"
 #include "base/Paths.h"
+#include "base/TextMark.h"
 #include "config/IdeConfig.h"
 #include "project/Project.h"
-#include "tags/TagCache.h"
 
 // The Makefile that a project is exported to.
 
@@ -16,7 +12,6 @@ namespace zendry {
 namespace {
 
 constexpr char cMarkStart[] = "# Made by Zendry, which replaces it as long as nobody changes it: ";
-constexpr size_t cMarkDigits = 16;
 
 // A path in the form that it needs among the switches of a rule, which the shell reads.
 std::string ShellPath(std::string_view path) {
@@ -61,9 +56,7 @@ std::string Head(const Project& project) {
 
 // The last line of a Makefile that this program writes. It shows if the text before it was changed.
 std::string MarkOf(std::string_view text) {
-  char digits[cMarkDigits + 1];
-  std::snprintf(digits, sizeof digits, "%016" PRIx64, TextMark(text));
-  return std::string(cMarkStart) + digits + "\n";
+  return cMarkStart + HexadecimalMark(TextMark(text)) + "\n";
 }
 
 bool IsOurs(std::string_view text) {
@@ -101,14 +94,14 @@ std::string MakefileText(const Project& project) {
 
 // Asks before it replaces a Makefile that was written or changed by hand, or that can't be read.
 bool MayReplaceMakefile(const std::string& path) {
-  const std::optional<std::string> text = mavro::ReadFileText(path);
-  const bool nothingLost = text ? text->empty() || IsOurs(*text) : !IsTaken(path);
+  const mavro::FileText old = mavro::ReadFileText(path);
+  const bool nothingLost = old.Ok() ? old.text.empty() || IsOurs(old.text) : old.isMissing;
   return nothingLost || mavro::Confirm(path + " exists!\nOverwrite?");
 }
 
 }  // namespace
 
-mavro::SaveResult Project::ExportMakefile(const std::string& path) const {
+mavro::FileResult Project::ExportMakefile(const std::string& path) const {
   if (path.empty() && folder.empty()) return {"Makefile: the project has no folder yet"};
   const std::string file = path.empty() ? GetFullPath("Makefile") : path;
   if (!MayReplaceMakefile(file)) return {file + ": was not replaced"};

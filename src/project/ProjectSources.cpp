@@ -47,7 +47,7 @@ std::string ProjectSources::TextOf(const TagData& module) {
   if (!stamp.exists || stamp.size > cLargestText) return {};
   if (readFiles.size() >= cMostReadFiles && !readFiles.contains(module.fileName)) readFiles.clear();
   ReadFile& known = readFiles[module.fileName];
-  if (known.stamp != stamp) known = {stamp, mavro::ReadFileText(module.fileName).value_or("")};
+  if (known.stamp != stamp) known = {stamp, mavro::ReadFileText(module.fileName).text};
   return known.text;
 }
 

@@ -29,9 +29,11 @@ bool IsLarge(const EditorText& editor) {
 
 // Builds depend on every include of a file, even if the file is too long for tags.
 void CompleteIncludes(TagData& module, const EditorText* editor) {
-  const std::optional<std::string> text =
-      editor ? TextOf(*editor, editor->Length()) : mavro::ReadFileText(module.fileName);
-  if (text) module.includes = ScanIncludes(*text);
+  if (editor) {
+    module.includes = ScanIncludes(TextOf(*editor, editor->Length()));
+  } else if (const mavro::FileText file = mavro::ReadFileText(module.fileName); file.Ok()) {
+    module.includes = ScanIncludes(file.text);
+  }
 }
 
 // The same at a cost that doesn't grow with the text: only its first part is read. The known
@@ -65,8 +67,8 @@ void Project::ReadTags(ProjectFile& file) {
   bool isHeader = false;
   if (!TagParser::languageOf(file.name, isHeader)) return;
   if (storesTags) return parseModule(file.tags, nullptr);
-  if (const std::optional<std::string> text = mavro::ReadFileText(file.name))
-    file.tags.includes = ScanIncludes(*text);
+  if (const mavro::FileText read = mavro::ReadFileText(file.name); read.Ok())
+    file.tags.includes = ScanIncludes(read.text);
 }
 
 EditorText* Project::FindEditor(const TagData& module) const {

@@ -61,7 +61,7 @@ void ReadElement(const XmlTag& tag, std::vector<SessionStep>& steps) {
   }
 }
 
-mavro::SaveResult KeepDamaged(const std::string& path, const std::string& text) {
+mavro::FileResult KeepDamaged(const std::string& path, const std::string& text) {
   const std::string beside = path + ".bad";
   if (IsLink(beside)) return {beside + ": is a link. The session is not kept."};
   return mavro::SaveFileText(beside, text);
@@ -96,10 +96,11 @@ SessionReading ReadSessionText(std::string_view text) {
   return reading;
 }
 
-LoadResult LoadSession(const std::string& path, Project& project, FilesShell& shell) {
-  const std::optional<std::string> text = mavro::ReadFileText(path);
-  if (!text) return {IsTaken(path) ? WhyUnreadable(path) : "", ""};
-  const SessionReading reading = ReadSessionText(*text);
+mavro::FileResult LoadSession(const std::string& path, Project& project, FilesShell& shell) {
+  const mavro::FileText file = mavro::ReadFileText(path);
+  if (file.isMissing) return {};
+  if (!file.Ok()) return file;
+  const SessionReading reading = ReadSessionText(file.text);
   for (const SessionStep& step : reading.steps) {
     if (step.kind == SessionStep::cOpenFile)
       OpenStored(step, project, shell);
@@ -111,15 +112,15 @@ LoadResult LoadSession(const std::string& path, Project& project, FilesShell& sh
   return {"", reading.damage.empty() ? "" : path + ": " + reading.damage};
 }
 
-mavro::SaveResult SaveSession(const std::string& path, const Project& project, FilesShell& shell) {
+mavro::FileResult SaveSession(const std::string& path, const Project& project, FilesShell& shell) {
   if (path.empty()) return {};
   if (IsLink(path)) return {path + ": is a link. The session is not kept."};
   const std::string text = SessionText(CurrentState(project, shell));
-  const std::optional<std::string> old = mavro::ReadFileText(path);
-  if (old == text) return {};
-  if (!old && IsTaken(path)) return {WhyUnreadable(path) + ". The session is not kept."};
-  if (old && !ReadSessionText(*old).damage.empty()) {
-    const mavro::SaveResult kept = KeepDamaged(path, *old);
+  const mavro::FileText old = mavro::ReadFileText(path);
+  if (old.Ok() && old.text == text) return {};
+  if (!old.Ok() && !old.isMissing) return {old.error + ". The session is not kept."};
+  if (old.Ok() && !ReadSessionText(old.text).damage.empty()) {
+    const mavro::FileResult kept = KeepDamaged(path, old.text);
     if (!kept.Ok()) return kept;
   }
   return mavro::SaveFileText(path, text);

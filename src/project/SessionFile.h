@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "FileText.h"
-#include "base/LoadResult.h"
 #include "base/Shell.h"
 
 namespace zendry {
@@ -41,12 +40,12 @@ SessionReading ReadSessionText(std::string_view text);
 
 // Restores build mode, open files and active file. Skips files that no longer exist; a missing
 // session does nothing. A damaged session is a doubt: its readable part is restored.
-LoadResult LoadSession(const std::string& path, Project& project, FilesShell& shell);
+mavro::FileResult LoadSession(const std::string& path, Project& project, FilesShell& shell);
 
 // Writes the session, unless the file holds it already. A damaged file is kept in the same folder,
 // with ".bad" appended to its name. A file that can't be read stays as it is. If either path is a
 // link, the link is not followed: a project from elsewhere must not choose which of the user's
 // files is overwritten. An empty path writes nothing.
-mavro::SaveResult SaveSession(const std::string& path, const Project& project, FilesShell& shell);
+mavro::FileResult SaveSession(const std::string& path, const Project& project, FilesShell& shell);
 
 }  // namespace zendry

@@ -64,7 +64,9 @@ void CatchEndingSignals() {
 void KeepRescueCopy(const Project& project) {
   const bool unsaved = project.isOpen && project.modified && !project.implicit;
   if (!unsaved || project.name.empty()) return DropRescueCopy();
-  cCopies.Keep(cTheProject, project.GetFullPath(project.name), WriteProjectText(project).text);
+  // Without a copy, the window still has the project; its settings are not worth a message.
+  std::ignore =
+      cCopies.Keep(cTheProject, project.GetFullPath(project.name), WriteProjectText(project).text);
 }
 
 void DropRescueCopy() {
@@ -72,7 +74,7 @@ void DropRescueCopy() {
 }
 
 std::vector<RescueCopy> FindRescuedProjects() {
-  std::vector<RescueCopy> found = cCopies.OfTheDead();
+  std::vector<RescueCopy> found = cCopies.OfEndedProcesses();
   std::erase_if(found, [](const RescueCopy& copy) { return copy.path.empty(); });
   return found;
 }
@@ -86,7 +88,7 @@ std::string OfferRescuedProjects() {
     const bool wanted = mavro::Confirm(question, &cancelled);
     if (cancelled) continue;
     if (wanted) {
-      const mavro::SaveResult result = mavro::SaveFileText(rescued.path, rescued.content);
+      const mavro::FileResult result = mavro::SaveFileText(rescued.path, rescued.content);
       if (!result.Ok()) {
         mavro::Information(result.error);
         continue;

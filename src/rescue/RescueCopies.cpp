@@ -82,11 +82,11 @@ std::vector<std::string> NamesIn(const std::string& folder) {
 }
 
 std::optional<RescueCopy> ReadCopy(const std::string& file) {
-  const std::optional<std::string> bytes = mavro::ReadFileText(file);
-  const size_t end = bytes ? bytes->find('\0') : std::string::npos;
+  const std::string bytes = mavro::ReadFileText(file).text;
+  const size_t end = bytes.find('\0');
   if (end == std::string::npos) return std::nullopt;
-  return RescueCopy{file, bytes->substr(0, end), bytes->substr(end + 1),
-                    mavro::ReadFileText(StepsOf(file)).value_or("")};
+  return RescueCopy{file, bytes.substr(0, end), bytes.substr(end + 1),
+                    mavro::ReadFileText(StepsOf(file)).text};
 }
 
 }  // namespace
@@ -97,7 +97,7 @@ std::string RescueCopies::FileOf(int number) const {
   return folder + "/" + kind + "-" + OwnName() + "-" + std::to_string(number);
 }
 
-mavro::SaveResult RescueCopies::Keep(int number, std::string_view path,
+mavro::FileResult RescueCopies::Keep(int number, std::string_view path,
                                      std::string_view content) const {
   const std::string file = FileOf(number);
   if (file.empty()) return {cNoFolder};
@@ -107,7 +107,7 @@ mavro::SaveResult RescueCopies::Keep(int number, std::string_view path,
   return mavro::SaveFileText(file, bytes);
 }
 
-mavro::SaveResult RescueCopies::AddStep(int number, size_t offset, std::string_view step) const {
+mavro::FileResult RescueCopies::AddStep(int number, size_t offset, std::string_view step) const {
   const std::string file = FileOf(number);
   if (file.empty()) return {cNoFolder};
   return mavro::AppendFileText(StepsOf(file), offset, step);
@@ -122,7 +122,7 @@ void RescueCopies::Forget(const RescueCopy& copy) {
   Remove(copy.file);
 }
 
-bool RescueCopies::IsOfTheDead(std::string_view fileName) const {
+bool RescueCopies::IsOfEndedProcess(std::string_view fileName) const {
   if (!fileName.starts_with(kind + "-")) return false;
   fileName.remove_prefix(kind.size() + 1);
   const auto maker = TakeNumber<pid_t>(fileName).value_or(0);
@@ -136,14 +136,14 @@ bool RescueCopies::IsOfTheDead(std::string_view fileName) const {
   return TakeNumber<int>(fileName).value_or(0) > 0 && fileName.empty() && !IsAlive(maker, start);
 }
 
-std::vector<RescueCopy> RescueCopies::OfTheDead() const {
+std::vector<RescueCopy> RescueCopies::OfEndedProcesses() const {
   std::vector<RescueCopy> found;
   const std::string folder = mavro::RescueFolder();
   if (folder.empty()) return found;
   for (std::string name : NamesIn(folder)) {
     const bool isSteps = name.ends_with(cSteps);
     if (isSteps) name.resize(name.size() - cSteps.size());
-    if (!IsOfTheDead(name)) continue;
+    if (!IsOfEndedProcess(name)) continue;
     if (isSteps) {
       // The process ended while it dropped the copy, and left the steps.
       if (!mavro::FileExists(folder + "/" + name)) Remove(folder + "/" + name);

@@ -28,11 +28,11 @@ class RescueCopies {
 
   // Writes or replaces a copy; synced when it returns. An error means that there is no copy of that
   // content.
-  mavro::SaveResult Keep(int number, std::string_view path, std::string_view content) const;
+  mavro::FileResult Keep(int number, std::string_view path, std::string_view content) const;
   // Writes a step after the first `offset` bytes of a copy's steps; synced when it returns. An
   // error means that the step is not complete on the disk. A new copy doesn't remove the steps of
   // the old one: each step must name the copy that it belongs to.
-  mavro::SaveResult AddStep(int number, size_t offset, std::string_view step) const;
+  mavro::FileResult AddStep(int number, size_t offset, std::string_view step) const;
   void Drop(int number) const;
   // The path of a copy of this program, even if there is no such file; empty when there is no
   // folder.
@@ -41,12 +41,12 @@ class RescueCopies {
   DiskStamp Stamp(int number) const { return ReadDiskStamp(FileOf(number)); }
 
   // The copies of processes that have ended without dropping them, sorted by name.
-  std::vector<RescueCopy> OfTheDead() const;
+  std::vector<RescueCopy> OfEndedProcesses() const;
   // Removes one of these copies after it has been handled.
   static void Forget(const RescueCopy& copy);
 
  private:
-  bool IsOfTheDead(std::string_view fileName) const;
+  bool IsOfEndedProcess(std::string_view fileName) const;
 
   const std::string kind;
 };

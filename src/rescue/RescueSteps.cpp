@@ -5,6 +5,8 @@
 #include <optional>
 #include <vector>
 
+#include "base/TextMark.h"
+
 namespace zendry {
 
 namespace {
@@ -16,7 +18,7 @@ constexpr size_t cNear = 16;
 // The head of a step, before its changes. It is in this machine's byte order: the rescue folder
 // stays on the machine.
 struct StepHead {
-  uint64_t checksum = 0;  // of all bytes after it
+  uint64_t checksum = 0;  // TextMark of all bytes after it
   uint64_t copy = 0;
   uint64_t number = 0;
   uint64_t lengthAfter = 0;
@@ -41,13 +43,6 @@ std::optional<T> TakeBytes(std::string_view& from) {
   std::memcpy(&value, from.data(), sizeof value);
   from.remove_prefix(sizeof value);
   return value;
-}
-
-// FNV-1a, 64 bits.
-uint64_t Checksum(std::string_view bytes) {
-  uint64_t sum = 0xcbf29ce484222325;
-  for (const char byte : bytes) sum = (sum ^ static_cast<unsigned char>(byte)) * 0x100000001b3;
-  return sum;
 }
 
 struct Change {
@@ -119,7 +114,7 @@ std::optional<std::string_view> TakeStep(std::string_view& steps, uint64_t copy,
   if (!head || head->copy != copy || head->number != number) return std::nullopt;
   if (head->size > steps.size()) return std::nullopt;
   const size_t summed = sizeof *head - sizeof head->checksum + head->size;
-  if (Checksum(whole.substr(sizeof head->checksum, summed)) != head->checksum) return std::nullopt;
+  if (TextMark(whole.substr(sizeof head->checksum, summed)) != head->checksum) return std::nullopt;
   const std::string_view changes = steps.substr(0, head->size);
   steps.remove_prefix(head->size);
   lengthAfter = head->lengthAfter;
@@ -190,7 +185,7 @@ std::string MakeStep(uint64_t copy, uint64_t number, size_t lengthAfter, std::st
   step.reserve(sizeof(StepHead) + changes.size());
   AppendBytes(step, StepHead{0, copy, number, lengthAfter, changes.size()});
   step += changes;
-  const uint64_t sum = Checksum(std::string_view(step).substr(sizeof sum));
+  const uint64_t sum = TextMark(std::string_view(step).substr(sizeof sum));
   std::memcpy(step.data(), &sum, sizeof sum);
   return step;
 }

@@ -50,9 +50,9 @@ bool Holds(const std::vector<std::string>& names, const std::string& name) {
 
 // A mark that can't be removed doesn't count: it would keep its file closed for ever. If a mark can
 // be removed, its other files are doubtful as well: this start may open them later.
-bool StartMarks::TakeFromTheDead(const std::string& path) {
-  if (!dead) dead = cCopies.OfTheDead();
-  std::erase_if(*dead, [&](const RescueCopy& mark) {
+bool StartMarks::TakeFromEndedProcess(const std::string& path) {
+  if (!leftByOthers) leftByOthers = cCopies.OfEndedProcesses();
+  std::erase_if(*leftByOthers, [&](const RescueCopy& mark) {
     const std::vector<std::string> names = NamesIn(mark);
     if (!Holds(names, path)) return false;
     if (unlink(mark.file.c_str()) == 0)
@@ -64,7 +64,7 @@ bool StartMarks::TakeFromTheDead(const std::string& path) {
 }
 
 bool StartMarks::Begin(const std::string& path) {
-  const bool isDoubtful = TakeFromTheDead(path);
+  const bool isDoubtful = TakeFromEndedProcess(path);
   Watch(isDoubtful ? "" : path);
   return !isDoubtful;
 }
@@ -77,9 +77,9 @@ void StartMarks::Watch(const std::string& path) {
 }
 
 void StartMarks::Clear() {
-  if (!dead) return;
+  if (!leftByOthers) return;
   cCopies.Drop(cMark);
-  dead.reset();
+  leftByOthers.reset();
   leftClosed.clear();
 }
 

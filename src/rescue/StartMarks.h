@@ -30,9 +30,9 @@ class StartMarks {
   void Clear();
 
  private:
-  bool TakeFromTheDead(const std::string& path);
+  bool TakeFromEndedProcess(const std::string& path);
 
-  std::optional<std::vector<RescueCopy>> dead;  // read at the first Begin
+  std::optional<std::vector<RescueCopy>> leftByOthers;  // read at the first Begin
   std::vector<std::string> leftClosed;
 };
 

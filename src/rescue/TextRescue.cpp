@@ -1,6 +1,7 @@
 #include "rescue/TextRescue.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <optional>
 #include <random>
 #include <string_view>
@@ -71,7 +72,7 @@ bool ReadFacts(std::string_view line, uint64_t& name, TextFacts& facts) {
                      TakeField(line, facts.disk.size) && TakeField(line, facts.disk.changed) &&
                      (line.empty() || TakeField(line, facts.disk.touched));
   if (!sound || !line.empty()) return false;
-  if (odd >= 0) facts.oddByte = static_cast<char>(odd);
+  if (odd >= 0 && odd <= UINT8_MAX) facts.oddByte = static_cast<char>(odd);
   facts.disk.exists = exists != 0;
   return true;
 }
@@ -151,7 +152,7 @@ bool TextRescue::KeepStep() {
 }
 
 // The old copy and its steps stay valid until the new copy has replaced it.
-mavro::SaveResult TextRescue::WriteCopy(int asNumber, uint64_t name) const {
+mavro::FileResult TextRescue::WriteCopy(int asNumber, uint64_t name) const {
   const size_t length = source.PieceLength();
   std::string content = FormatFacts(name, source.RescueFacts());
   content.reserve(content.size() + 1 + length);
@@ -162,7 +163,7 @@ mavro::SaveResult TextRescue::WriteCopy(int asNumber, uint64_t name) const {
 
 bool TextRescue::KeepCopy() {
   const uint64_t name = RandomName();
-  const mavro::SaveResult written = WriteCopy(number, name);
+  const mavro::FileResult written = WriteCopy(number, name);
   if (!written.Ok()) whyNone = written.error;
   if (!written.Ok()) return false;
   copyName = name;
@@ -183,11 +184,11 @@ void TextRescue::Drop() {
   cCopies.Drop(number);
 }
 
-bool TextRescue::LeaveReplaced() {
+mavro::FileResult TextRescue::LeaveReplaced() {
   const int beside = ++lastNumber;
-  if (!WriteCopy(beside, RandomName()).Ok()) return false;
-  replaced.push_back(beside);
-  return true;
+  mavro::FileResult written = WriteCopy(beside, RandomName());
+  if (written.Ok()) replaced.push_back(beside);
+  return written;
 }
 
 void TextRescue::DropReplaced() {
@@ -207,7 +208,7 @@ void TextRescue::KeepAll() {
 
 std::vector<RescuedText> FindRescuedTexts() {
   std::vector<RescuedText> found;
-  for (RescueCopy& copy : cCopies.OfTheDead()) found.push_back(Complete(std::move(copy)));
+  for (RescueCopy& copy : cCopies.OfEndedProcesses()) found.push_back(Complete(std::move(copy)));
   return found;
 }
 

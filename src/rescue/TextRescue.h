@@ -59,8 +59,8 @@ class TextRescue {
   // Removes the copy: the file on disk holds the text, or the user does not want it.
   void Drop();
   // Keeps an extra copy of the text, which is about to be replaced by the content of the file. The
-  // copy stays as long as undo can bring the text back. False when the copy can't be written.
-  bool LeaveReplaced();
+  // copy stays as long as undo can bring the text back. An error when the copy can't be written.
+  mavro::FileResult LeaveReplaced();
   // Removes the extra copies.
   void DropReplaced();
 
@@ -72,7 +72,7 @@ class TextRescue {
  private:
   bool KeepStep();
   bool KeepCopy();
-  mavro::SaveResult WriteCopy(int asNumber, uint64_t name) const;
+  mavro::FileResult WriteCopy(int asNumber, uint64_t name) const;
   void KeepDue(Clock::time_point now);
 
   const RescueSource& source;

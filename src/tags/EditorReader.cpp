@@ -28,13 +28,13 @@ void EditorReader::ungetc(int) {
   if (position >= 1) --position;
 }
 
-bool EditorReader::open(const char*) {
+mavro::FileResult EditorReader::open(const char*) {
   stream = &text;
   documentLength = text.Length();
   baseOffset = 0;
   position = 0;
   Fetch();
-  return true;
+  return {};
 }
 
 void EditorReader::close() {

@@ -28,7 +28,7 @@ class EditorReader : public FileReader {
   // and breaks a precondition at the first byte of a later window.
   void ungetc(int c) override;
   // Begins at the start of the text; the path is ignored.
-  bool open(const char* path) override;
+  mavro::FileResult open(const char* path) override;
   void close() override;
   size_t read(char* buffer, size_t size) override;
 

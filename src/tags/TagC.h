@@ -126,9 +126,9 @@ class TagC {
   void ReadJavaThrows();
   void ReadPostParensChar(const ParenGroup& group, PostParens& post, int c);
   bool ReadPostParensWord(const ParenGroup& group, PostParens& post, int c);
-  bool SkipModernBehindParameters(ModernWord word);
+  bool SkipModernAfterParameters(ModernWord word);
   bool IsDeclaratorBehindType() const;
-  bool SkipMacroBehindParameters();
+  bool SkipMacroAfterParameters();
   bool IsMacroBeforeDeclarator(const Token& word) const;
   void DropMacroBefore(const Token& word);
   bool IsClassHead(const Token& token) const;

@@ -1,9 +1,8 @@
 #include "tags/TagCache.h"
 
-#include <array>
-#include <cstdio>
 #include <utility>
 
+#include "base/TextMark.h"
 #include "base/XmlTag.h"
 #include "tags/TagData.h"
 
@@ -14,12 +13,6 @@ namespace {
 constexpr std::string_view cStampStart = "<stamp ";
 constexpr size_t cFamilyPrefix = 6;  // of "basic_string"
 constexpr int cReadBackAccess = 1;
-
-std::string Hexadecimal(uint64_t mark) {
-  std::array<char, 17> digits;
-  std::snprintf(digits.data(), digits.size(), "%016llx", static_cast<unsigned long long>(mark));
-  return digits.data();
-}
 
 // Group: writing.
 
@@ -103,7 +96,7 @@ class CacheWriter {
 std::string Stamp(std::string_view definitionMark, std::string_view text) {
   XmlTag tag;
   tag.begin("stamp", 0, XmlTag::Ends::cAtOnce);
-  tag.set(definitionMark, Hexadecimal(TextMark(text)), "", "", -1);
+  tag.set(definitionMark, HexadecimalMark(TextMark(text)), "", "", -1);
   std::string line;
   tag.write(line);
   return line;
@@ -164,16 +157,10 @@ class CacheReader {
 
 }  // namespace
 
-uint64_t TextMark(std::string_view text) {
-  uint64_t mark = 0xcbf29ce484222325;
-  for (const char c : text) mark = (mark ^ static_cast<unsigned char>(c)) * 0x100000001b3;
-  return mark;
-}
-
 std::string CacheText(const TagData& data, uint64_t definitionMark) {
   const auto write = [&](Misread misread) {
     std::string text = CacheWriter(misread).Write(data);
-    return text + Stamp(Hexadecimal(definitionMark), text);
+    return text + Stamp(HexadecimalMark(definitionMark), text);
   };
   // A quote in a value may hide the end of every element after it, the stamp's too.
   const std::string text = write(Misread::cAllowed);
@@ -187,7 +174,7 @@ bool IsCacheTrue(std::string_view text, const uint64_t* definitionMark) {
   XmlTag tag;
   if (!TokensFit(source.text) || !tag.read(&source)) return false;
   if (text.substr(start) != Stamp(tag.n, text.substr(0, start))) return false;
-  return !definitionMark || tag.n == Hexadecimal(*definitionMark);
+  return !definitionMark || tag.n == HexadecimalMark(*definitionMark);
 }
 
 void ReadCacheText(std::string_view text, TagData& data) {

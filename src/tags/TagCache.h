@@ -20,13 +20,10 @@ class TagData;
 //   </class>                                              one TAB in
 //   <stamp n="definition" o="bytes"/>             see below
 //
-// The stamp makes it possible to trust the text: it holds the mark of the definition file that the
-// text was made from and the mark of all bytes before the stamp. A text that was cut, damaged,
-// written by another program or made from another definition (one of another compiler, say) has no
-// matching stamp. Readers that don't know the stamp pass over it.
-
-// The mark of a text: a number that is almost certainly different for different texts.
-uint64_t TextMark(std::string_view text);
+// The stamp makes it possible to trust the text: it holds the mark (TextMark.h) of the definition
+// file that the text was made from and the mark of all bytes before the stamp. A text that was cut,
+// damaged, written by another program or made from another definition (one of another compiler,
+// say) has no matching stamp. Readers that don't know the stamp pass over it.
 
 // The text for `data`. Classes with a leading "_" are left out. A class of the family
 // "basic_string" (letters 0, 4 and 5 are "b", "c" and "_", at least 7 of them) is written without

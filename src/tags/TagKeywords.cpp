@@ -127,8 +127,8 @@ constexpr bool RowsStandAtTheirIds() {
 static_assert(RowsStandAtTheirIds());
 
 constexpr ModernRow cModernWords[] = {
-    {"noexcept", ModernWord::cBehindParameters},
-    {"override", ModernWord::cBehindParameters},
+    {"noexcept", ModernWord::cAfterParameters},
+    {"override", ModernWord::cAfterParameters},
     {"final", ModernWord::cFinal},
     {"requires", ModernWord::cRequires},
     {"alignas", ModernWord::cWithGroup, true},
@@ -137,8 +137,8 @@ constexpr ModernRow cModernWords[] = {
     {"decltype", ModernWord::cTypeWithGroup},
     {"static_assert", ModernWord::cAssertion, true},
     {"_Static_assert", ModernWord::cAssertion, true},
-    {"constexpr", ModernWord::cBehindIf},
-    {"consteval", ModernWord::cBehindIf},
+    {"constexpr", ModernWord::cAfterIf},
+    {"consteval", ModernWord::cAfterIf},
 };
 constexpr int cModernCount = std::size(cModernWords);
 

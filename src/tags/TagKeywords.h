@@ -128,13 +128,13 @@ std::span<const KeywordRow> Keywords();
 // with them so that they don't mislead these rules.
 enum class ModernWord : int8_t {
   cNone,
-  cBehindParameters,  // may follow a parameter list, with a group in parentheses of its own
-  cFinal,             // the same, and may follow the name of a class
-  cRequires,          // a constraint follows, up to the body
-  cWithGroup,         // like an attribute: dropped with the parentheses after it
-  cTypeWithGroup,     // the name of a type; the parentheses after it are dropped
-  cAssertion,         // a whole statement without a tag
-  cBehindIf           // belongs to an `if` before it
+  cAfterParameters,  // may follow a parameter list, with a group in parentheses of its own
+  cFinal,            // the same, and may follow the name of a class
+  cRequires,         // a constraint follows, up to the body
+  cWithGroup,        // like an attribute: dropped with the parentheses after it
+  cTypeWithGroup,    // the name of a type; the parentheses after it are dropped
+  cAssertion,        // a whole statement without a tag
+  cAfterIf           // belongs to an `if` before it
 };
 
 struct ModernRow {

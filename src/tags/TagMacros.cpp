@@ -201,12 +201,12 @@ bool TagC::TakeMacroInHead() {
   const GroupAhead group = LookAtGroup(theCpp.lines.Ahead(), language);
   if (!group.isClosed) return false;
   const bool isFirst = IsForwardWord(st.earlierToken(2));
-  const bool isBehindName = st.earlierToken(2).IsName() && IsForwardWord(st.earlierToken(3)) &&
-                            (group.after == '{' || group.after == ':');
+  const bool isAfterName = st.earlierToken(2).IsName() && IsForwardWord(st.earlierToken(3)) &&
+                           (group.after == '{' || group.after == ':');
   const bool goesOn = group.after == '{' || group.after == ':' || group.after == ';' ||
                       IsClass(static_cast<unsigned char>(group.after), cIdentifierStart);
-  if (!(isFirst && goesOn) && !isBehindName) return false;
-  if (isBehindName && st.declaration == DECLARES_STRUCT && group.looksLikeParameters) return false;
+  if (!(isFirst && goesOn) && !isAfterName) return false;
+  if (isAfterName && st.declaration == DECLARES_STRUCT && group.looksLikeParameters) return false;
   skipBalanced("()");
   const bool namesBlock =
       isFirst && st.declaration == DECLARES_NAMESPACE && (group.after == '{' || group.after == ':');

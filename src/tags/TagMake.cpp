@@ -49,7 +49,7 @@ std::string_view KindName(Language language, TagType type) {
   return kind == nullptr ? std::string_view("class") : kind->name;
 }
 
-void PutBehind(std::string& names, std::string_view name, std::string_view separator) {
+void PutAfter(std::string& names, std::string_view name, std::string_view separator) {
   if (!names.empty() && !name.empty()) names += separator;
   names += name;
 }
@@ -120,7 +120,7 @@ void TagC::MakeTag(Statement& st, const Token& token, bool isFileScope, TagType 
   SetTypeRef(facts, st);
   if (IsClassLike(type)) {
     fullName = fullScope;
-    PutBehind(fullName, token.name, Separator());
+    PutAfter(fullName, token.name, Separator());
     facts.scopeName = fullName;
   }
   theTagParser.addTag(facts);
@@ -144,10 +144,10 @@ void TagC::FindScope(Statement& st) {
   std::string part;
   if (parent->context.IsName()) part = parent->context.name;
   const bool isNamed = parent->openedName.IsName();
-  PutBehind(part, isNamed ? std::string_view(parent->openedName.name) : "<anonymous>", Separator());
+  PutAfter(part, isNamed ? std::string_view(parent->openedName.name) : "<anonymous>", Separator());
   st.hasRealName = st.hasRealName || isNamed || parent->context.IsName();
-  PutBehind(IsNamespaceLike(parent->declaration) ? st.outerNamespace : st.outerScope, part,
-            Separator());
+  PutAfter(IsNamespaceLike(parent->declaration) ? st.outerNamespace : st.outerScope, part,
+           Separator());
 }
 
 void TagC::FindFullScope(Statement& st) {
@@ -158,8 +158,8 @@ void TagC::FindFullScope(Statement& st) {
   if (st.hasRealName || hasContext) fullScope = st.outerScope;
   if (!hasContext) return;
   // The qualifier of a namespace is a namespace too: `namespace a::b {`.
-  PutBehind(st.declaration == DECLARES_NAMESPACE ? fullNamespace : fullScope, st.context.name,
-            Separator());
+  PutAfter(st.declaration == DECLARES_NAMESPACE ? fullNamespace : fullScope, st.context.name,
+           Separator());
 }
 
 void TagC::FillExtra(TagFacts& facts, const Statement& st, TagType type) {
@@ -224,7 +224,7 @@ void TagC::AddQualified(TagFacts facts, TagType type) {
     const size_t last = name.rfind("::");
     name.resize(last == name.npos ? 0 : last);
   }
-  PutBehind(name, facts.name, Separator());
+  PutAfter(name, facts.name, Separator());
   facts.name = name;
   theTagParser.addTag(facts);
 }

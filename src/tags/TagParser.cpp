@@ -85,7 +85,7 @@ std::optional<Language> TagParser::languageOf(std::string_view path, bool& isHea
 bool TagParser::OpenSource(const std::string& path) {
   gaveUp = false;
   if (reader->IsOpen()) reader->close();
-  if (!reader->open(path.c_str())) {
+  if (!reader->open(path.c_str()).Ok()) {
     logMessage("cannot open:", path);
     return false;
   }

@@ -10,19 +10,19 @@ namespace {
 
 // The actions of the scan after a parameter list at a keyword; all other keywords count as plain
 // names.
-enum class BehindArgs { cPlain, cTypeWord, cSkipGroup, cNothing, cQualifier, cRestart };
+enum class AfterArgs { cPlain, cTypeWord, cSkipGroup, cNothing, cQualifier, cRestart };
 
-BehindArgs ActAt(Keyword keyword) {
+AfterArgs ActAt(Keyword keyword) {
   using enum Keyword;
   switch (keyword) {
     case cAttribute:
     case cThrow:
-      return BehindArgs::cSkipGroup;
+      return AfterArgs::cSkipGroup;
     case cTry:
-      return BehindArgs::cNothing;
+      return AfterArgs::cNothing;
     case cConst:
     case cVolatile:
-      return BehindArgs::cQualifier;
+      return AfterArgs::cQualifier;
     case cBool:
     case cChar:
     case cDouble:
@@ -37,7 +37,7 @@ BehindArgs ActAt(Keyword keyword) {
     case cUnsigned:
     case cVoid:
     case cWcharT:
-      return BehindArgs::cTypeWord;
+      return AfterArgs::cTypeWord;
     case cCatch:
     case cClass:
     case cExplicit:
@@ -59,9 +59,9 @@ BehindArgs ActAt(Keyword keyword) {
     case cTypename:
     case cUsing:
     case cVirtual:
-      return BehindArgs::cRestart;
+      return AfterArgs::cRestart;
     default:
-      return BehindArgs::cPlain;
+      return AfterArgs::cPlain;
   }
 }
 
@@ -143,29 +143,29 @@ void TagC::ReadPostParensChar(const ParenGroup& group, PostParens& post, int c) 
 bool TagC::ReadPostParensWord(const ParenGroup& group, PostParens& post, int c) {
   Token& token = currentStatement->activeToken();
   ReadIdentifier(token, c);
-  const BehindArgs act = ActAt(token.keyword);
+  const AfterArgs act = ActAt(token.keyword);
   switch (act) {
-    case BehindArgs::cSkipGroup:
+    case AfterArgs::cSkipGroup:
       SkipGroupIfAny();
       break;
-    case BehindArgs::cNothing:
+    case AfterArgs::cNothing:
       break;
-    case BehindArgs::cQualifier:
+    case AfterArgs::cQualifier:
       if (!argText.empty()) argText.append(1, ' ').append(token.name);
       break;
-    case BehindArgs::cRestart:
+    case AfterArgs::cRestart:
       RestartWith(token);
       return true;
-    case BehindArgs::cTypeWord:
-    case BehindArgs::cPlain:
+    case AfterArgs::cTypeWord:
+    case AfterArgs::cPlain:
       if (IsMacroBeforeDeclarator(token)) {
         DropMacroBefore(token);
         return true;
       }
       if (group.isOldStyleList && group.paramCount > 0 && !IsClassHead(token)) {
         ++post.elementCount;
-      } else if (!SkipModernBehindParameters(token.modern) &&
-                 !(act == BehindArgs::cPlain && SkipMacroBehindParameters())) {
+      } else if (!SkipModernAfterParameters(token.modern) &&
+                 !(act == AfterArgs::cPlain && SkipMacroAfterParameters())) {
         RestartWith(token);
         return true;
       }
@@ -174,9 +174,9 @@ bool TagC::ReadPostParensWord(const ParenGroup& group, PostParens& post, int c) 
   return false;
 }
 
-bool TagC::SkipModernBehindParameters(ModernWord word) {
+bool TagC::SkipModernAfterParameters(ModernWord word) {
   switch (word) {
-    case ModernWord::cBehindParameters:
+    case ModernWord::cAfterParameters:
     case ModernWord::cFinal:
     case ModernWord::cWithGroup:
       SkipGroupIfAny();
@@ -204,7 +204,7 @@ bool TagC::IsDeclaratorBehindType() const {
   return st.parent != nullptr && st.parent->openedName.name == name.name;
 }
 
-bool TagC::SkipMacroBehindParameters() {
+bool TagC::SkipMacroAfterParameters() {
   if (IsJavaOrCSharp() || !IsDeclaratorBehindType()) return false;
   SkipGroupIfAny();
   return true;
@@ -263,7 +263,7 @@ void TagC::SkipMemberInitialisers() {
   int c;
   do {
     c = NextChar();
-    bool isBehindName = false;
+    bool isAfterName = false;
     for (;; c = NextChar()) {
       if (theCpp.IsIdentifierStart(c)) {
         ReadIdentifier(scratch, c);
@@ -271,12 +271,12 @@ void TagC::SkipMemberInitialisers() {
         skipBalanced("<>");
       } else if (c == '(') {
         skipBalanced("()");
-      } else if (c == '{' && isBehindName) {
+      } else if (c == '{' && isAfterName) {
         skipBalanced("{}");
       } else if (c != ':' && c != '.') {
         break;
       }
-      isBehindName = IsCpp() && (theCpp.IsIdentifierStart(c) || c == '<');
+      isAfterName = IsCpp() && (theCpp.IsIdentifierStart(c) || c == '<');
     }
   } while (c == ',');
   theCpp.sourceUngetc(c);

@@ -10,6 +10,7 @@
 #include "FileText.h"
 #include "base/FileTimes.h"
 #include "base/Paths.h"
+#include "base/TextMark.h"
 #include "base/XmlTag.h"
 #include "tags/TagCache.h"
 #include "tags/TagData.h"
@@ -83,19 +84,19 @@ void WriteCache(const TagData& library, const std::string& definition, uint64_t 
 
 // The tags of a definition from its cache, if that can be trusted.
 bool LoadCache(TagData& library, const std::string& definition, const uint64_t* definitionMark) {
-  const std::optional<std::string> text = mavro::ReadFileText(CachePath(definition));
-  if (!text || !IsCacheTrue(*text, definitionMark)) return false;
-  ReadCacheText(*text, library);
+  const mavro::FileText cache = mavro::ReadFileText(CachePath(definition));
+  if (!cache.Ok() || !IsCacheTrue(cache.text, definitionMark)) return false;
+  ReadCacheText(cache.text, library);
   return true;
 }
 
 TagData ReadLibrary(const std::string& path) {
   TagData library;
-  const std::optional<std::string> definition = mavro::ReadFileText(path);
-  const uint64_t mark = definition ? TextMark(*definition) : 0;
+  const mavro::FileText definition = mavro::ReadFileText(path);
+  const uint64_t mark = definition.Ok() ? TextMark(definition.text) : 0;
   const bool isNewer = definitionIsNewer(path, CachePath(path));
-  if (!isNewer && LoadCache(library, path, definition ? &mark : nullptr)) return library;
-  if (!definition) return library;
+  if (!isNewer && LoadCache(library, path, definition.Ok() ? &mark : nullptr)) return library;
+  if (!definition.Ok()) return library;
   library.saveCache = true;
   loadDefinition(library, path);
   if (library.saveCache) WriteCache(library, path, mark);
@@ -129,9 +130,10 @@ bool definitionIsNewer(const std::string& path, const std::string& cache) {
 }
 
 void loadDefinition(TagData& data, const std::string& path) {
-  const std::optional<std::string> text = mavro::ReadFileText(path);
+  const mavro::FileText definition = mavro::ReadFileText(path);
   data.clear();
-  if (text && TokensFit(*text)) DefinitionReader(data, path).Read(*text);
+  if (definition.Ok() && TokensFit(definition.text))
+    DefinitionReader(data, path).Read(definition.text);
 }
 
 void TagData::loadReference(const std::string& path) {

@@ -175,7 +175,7 @@ void TagC::ApplyModern(Token& token) {
     case ModernWord::cAssertion:
       SkipStatement();
       break;
-    case ModernWord::cBehindIf:
+    case ModernWord::cAfterIf:
       if (st.earlierToken(1).IsKeyword(cIf)) {
         SkipGroupIfAny();
         token.Reset(theCpp.lines.tagLine);

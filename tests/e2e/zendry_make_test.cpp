@@ -45,12 +45,13 @@ struct ZendryMake : testing::Test {
   std::string WriteProject(const std::string& name, const ProjectText& project) {
     return files.Write(name, project.Text());
   }
-  // What the built program prints.
+  // The output of the built program.
   std::string Run(const std::string& program) {
     const Ended ended = test::Program({files.Path(program)}, files.Path()).Wait();
     return std::to_string(ended.status) + " " + ended.out;
   }
-  // A program of two sources, two headers one behind the other, and a third source apart.
+  // A program of two sources, two headers of which one includes the other, and a third source
+  // apart.
   std::string WriteExample() {
     files.Write("src/deep.h", "#pragma once\nenum { cAnswer = 42 };\n");
     files.Write("src/near.h", "#pragma once\n#include \"deep.h\"\nint Answer();\n");

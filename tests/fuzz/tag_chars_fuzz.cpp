@@ -20,7 +20,7 @@ Stream Read(std::string_view text, zendry::Language language, size_t mostAtOnce)
   test::TextReader reader(text);
   reader.most = mostAtOnce;
   zendry::TagData store;
-  reader.open("");
+  if (!reader.open("").Ok()) return {};
   zendry::theTagParser.Bind(store, &reader);
   zendry::theCpp.lines.Start(reader, store);
   zendry::theCpp.sourceInit(false, language, false);

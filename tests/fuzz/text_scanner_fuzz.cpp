@@ -58,7 +58,7 @@ void ReadAround(const test::CodeText& editor) {
   }
 }
 
-// Tokens lie in the text one behind the other; what stands for a type can be read again.
+// Tokens are in the text one after the other; the words of a type can be read again.
 void ReadTokens(const test::CodeText& editor) {
   const zendry::CodeTokens tokens = zendry::CodeTokens::Before(editor, editor.CaretPosition());
   zendry::StepBudget budget;

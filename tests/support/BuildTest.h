@@ -11,7 +11,7 @@ namespace test {
 
 constexpr const char* cMain = "int main() { return 0; }\n";
 
-// The arguments of a call behind the tool's name, joined by blanks.
+// The arguments of a call after the tool's name, joined by blanks.
 inline std::string Arguments(const FakeTools::Call& call) {
   std::string text;
   for (size_t i = 1; i < call.size(); ++i) text += (i > 1 ? " " : "") + call[i];

@@ -15,7 +15,7 @@
 namespace test {
 
 // An editor's text with its caret, written as '@', which isn't part of the text; without one the
-// caret stands at the end.
+// caret is at the end.
 //
 //   test::CodeText editor("Foo f;\nf.@");
 class CodeText : public zendry::CaretText {
@@ -47,7 +47,7 @@ class CodeText : public zendry::CaretText {
     }
     return place == std::string::npos ? Length() : static_cast<int>(place);
   }
-  // What stands between the last blank or sign that belongs to no expression and the caret.
+  // The text between the last blank or sign that belongs to no expression and the caret.
   std::string LeftOfCaret() const {
     const auto belongs = [](unsigned char c) {
       return std::isalnum(c) || c == '_' || c == '.' || c == '-' || c == '>' || c == ':';

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "EditorColours.h"
 #include "Form.h"
 #include "GuiDriver.h"
 #include "SciEditor.h"
@@ -109,6 +110,12 @@ struct EditorForm : mavro::Form {
 
   AskedEditor editor;
 };
+
+// A colour as it is on the screen.
+inline QRgb AsPixel(mavro::EditorColour colour, bool isDark = false) {
+  const mavro::EditorColourRow& row = mavro::cEditorColours[colour];
+  return QRgb(0xFF000000) | static_cast<QRgb>(isDark ? row.dark : row.light);
+}
 
 // Runs `script` with the editor focused in a shown form.
 inline void RunEditor(EditorForm& form, const std::function<void()>& script) {

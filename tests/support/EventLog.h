@@ -10,7 +10,7 @@
 
 namespace test {
 
-// Writes down which events fire, in order, each as "NAME:VALUE " with the value the event tells.
+// Writes down which events fire, in order, each as "NAME:VALUE " with the value of the event.
 //
 //   test::EventLog log;
 //   log.Listen("change", edit.onChange);
@@ -29,7 +29,7 @@ class EventLog {
     listeners.push_back(std::move(listener));
   }
 
-  // What has been written since the last time.
+  // The events since the last call.
   std::string Take() { return std::exchange(lines, {}); }
 
  private:

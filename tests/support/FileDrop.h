@@ -13,8 +13,8 @@
 
 namespace test {
 
-// Something that another program drags over a control and drops there, told to the control's window
-// as the window system tells it.
+// Something that another program drags over a control and drops there, sent to the control's window
+// as the window system sends it.
 //
 //   test::Drag drag = test::FileDrag({"/a.cpp"});
 //   EXPECT_TRUE(drag.Drop(form.edit));
@@ -24,7 +24,7 @@ class Drag {
   Qt::DropActions possible = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
   Qt::DropAction told = Qt::IgnoreAction;  // what the last answer says was done
 
-  // Whether a drop at the middle of the control would be taken.
+  // True if a drop at the middle of the control would be taken.
   bool Enter(const mavro::Control& over) {
     const QPoint at = PlaceOf(over);
     QDragEnterEvent enter(at, possible, data.get(), Qt::LeftButton, Qt::NoModifier);

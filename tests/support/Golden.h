@@ -16,7 +16,7 @@ inline std::string ReadData(const std::string& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-// Compares a text with the golden file `path`. A difference is told as "path:line:" with both
+// Compares a text with the golden file `path`. A difference is reported as "path:line:" with both
 // lines, and the text is left beside the golden as "path.new", to be looked at and renamed by hand.
 //
 //   EXPECT_TRUE(test::MatchesGolden(TEST_DATA "/gcc/undefined.txt.rows", rows));

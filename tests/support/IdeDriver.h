@@ -153,7 +153,7 @@ class IdeDriver {
   }
   static std::string Tree() { return Tree(zendry::theMainForm->projectTree.Root()); }
 
-  // What the status bar says.
+  // The text of the status bar.
   static std::string Status(int pane = zendry::cTextPane) {
     return zendry::theMainForm->statusBar.PaneText(pane);
   }
@@ -162,7 +162,7 @@ class IdeDriver {
     return home.Exists(".zendry/zendry.ini") ? home.Read(".zendry/zendry.ini") : "";
   }
 
-  // Leaves unsaved work behind as a program that was killed does.
+  // Leaves unsaved work, as a program that was killed does.
   void LeaveRescued(const std::string& kind, const std::string& path, const std::string& text) {
     const pid_t gone = fork();
     if (gone == 0) _exit(0);

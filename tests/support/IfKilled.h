@@ -20,7 +20,7 @@ inline pid_t EndedProcess() {
   return child;
 }
 
-// What the next start would find, were this program killed now.
+// The texts that the next start would find if this program were killed now.
 //
 //   editor.TickRescue(later);
 //   EXPECT_EQ(test::TextsIfKilled().at(0).content, editor.GetText());

@@ -8,7 +8,7 @@
 
 namespace test {
 
-// The walks over all stores that the index stands in for, as plainly as they can be told.
+// The walks over all stores that the index replaces, written as plainly as possible.
 class NaiveWalk {
  public:
   explicit NaiveWalk(zendry::CodeSources& theSources) : sources(theSources) {}

@@ -31,7 +31,7 @@ class WithoutRights {
   WithoutRights(const WithoutRights&) = delete;
   WithoutRights& operator=(const WithoutRights&) = delete;
 
-  // Whether files of another owner can be made, for tests that need one.
+  // True if files of another owner can be made, for tests that need one.
   static bool CanGiveAway() { return geteuid() == 0; }
 
  private:

@@ -7,7 +7,7 @@
 
 namespace test {
 
-// Writes down in words what the core tells a window, and answers what a test sets.
+// Records in words the calls of the core to a window, and answers what a test sets.
 //
 //   test::ProjectShell shell;
 //   project.SetShell(&shell);
@@ -15,7 +15,7 @@ namespace test {
 //   EXPECT_EQ(shell.Take(), "status parse /p/src/a.cpp\nstatus  \nadd src/a.cpp 1 1\n");
 class ProjectShell : public zendry::QuietShell {
  public:
-  // What was recorded since the last call, a line for each event.
+  // The events since the last call, a line each.
   std::string Take() {
     std::string text;
     text.swap(events);

@@ -29,14 +29,14 @@ struct ScriptedDialogs {
   ScriptedDialogs(const ScriptedDialogs&) = delete;
   ScriptedDialogs& operator=(const ScriptedDialogs&) = delete;
 
-  // What will be answered, first entry first; each is used once.
+  // The answers, first entry first; each is used once.
   std::deque<mavro::Answer> answers;
   mavro::Answer otherwise = mavro::Answer::cCancel;  // of a question that can be cancelled
   std::deque<std::vector<std::string>> files;
   std::deque<std::string> folders;
   std::deque<mavro::Color> colors;  // empty: cancelled
 
-  // What was asked: "TITLE: TEXT" of message boxes; the questions of file dialogs; the titles of
+  // The questions: "TITLE: TEXT" of message boxes; the questions of file dialogs; the titles of
   // folder dialogs; how often it beeped.
   std::vector<std::string> texts;
   std::vector<int> flags;

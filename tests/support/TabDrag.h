@@ -35,7 +35,7 @@ class TabDrag {
   TabDrag(const TabDrag&) = delete;
   TabDrag& operator=(const TabDrag&) = delete;
 
-  // As far as where a tab stands now, in steps as a hand does it.
+  // To the present place of a tab, in steps as a hand does it.
   void MoveTo(int tab) { MoveTo(PlaceOf(tab)); }
   void MoveBy(int pixels) { MoveTo(at + QPoint(pixels, 0)); }
 

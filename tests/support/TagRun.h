@@ -22,10 +22,10 @@ class TextReader : public zendry::FileReader {
 
   int getc() override { return at < text.size() ? static_cast<unsigned char>(text[at++]) : -1; }
   void ungetc(int) override { --at; }
-  bool open(const char*) override {
+  mavro::FileResult open(const char*) override {
     at = 0;
     stream = this;
-    return true;
+    return {};
   }
   void close() override { stream = nullptr; }
   size_t read(char* buffer, size_t size) override {
@@ -57,7 +57,7 @@ class TagLog : public zendry::OutputShell {
   std::string text;
 };
 
-// What came of parsing a text.
+// The results of parsing a text.
 struct TagRun {
   zendry::TagData store;
   std::string lines;  // a line of a tags file for each tag
@@ -96,7 +96,7 @@ inline TagRun ParseTags(std::string_view text, const std::string& file = "a.cpp"
   return run;
 }
 
-// The tags alone: "KIND NAME" for each, with the scope in front of the name and the type behind it,
+// The tags alone: "KIND NAME" for each, with the scope before the name and the type after it,
 // as in "v a:int; m S::x:int;".
 inline std::string ShortTags(const std::string& lines) {
   std::string result;

@@ -47,14 +47,14 @@ inline void AgeFiles(const std::string& folder) {
 // Gives the records of an output folder the times that the files have now.
 inline void AgeRecords(const std::string& folder) {
   const std::string path = folder + "/" + zendry::BuildRecords::cRecordsName;
-  const auto text = mavro::ReadFileText(path);
-  if (!text) return;
+  const mavro::FileText records = mavro::ReadFileText(path);
+  if (!records.Ok()) return;
   const std::filesystem::path saved = std::filesystem::current_path();
   std::filesystem::current_path(folder + "/..");
   zendry::FileTimes times;
   std::ofstream file(path);
   file << "zendry-build 1\n";
-  for (auto& [product, record] : zendry::BuildRecords::Read(*text).records) {
+  for (auto& [product, record] : zendry::BuildRecords::Read(records.text).records) {
     for (zendry::InputFile& input : record.inputs)
       input.time = times.Of(input.path).value_or(input.time);
     file << zendry::BuildRecords::Write(product, record);
@@ -67,7 +67,7 @@ inline std::string RowText(const zendry::ErrorRow& row) {
   return row.file + ":" + std::to_string(row.line) + ": " + row.text;
 }
 
-// A window that keeps what it is told. `events` holds the calls whose order matters.
+// A window that records its calls. `events` holds the calls whose order matters.
 struct RecordingShell : zendry::QuietShell {
   std::string status;  // what the status line says
   std::string output;
@@ -120,7 +120,7 @@ class FakeTools {
       std::filesystem::create_symlink(FAKE_TOOL, folder + "/" + name);
   }
 
-  // What the tool of that name does from now on; see fake_tool.cpp. Empty: it just succeeds.
+  // The behaviour of the tool of that name from now on; see fake_tool.cpp. Empty: it just succeeds.
   void Order(const std::string& name, const std::string& deeds) const {
     std::ofstream(folder + "/" + name + ".do") << deeds;
   }
@@ -134,7 +134,7 @@ class FakeTools {
     std::filesystem::remove(folder + "/calls");
     return calls;
   }
-  // Of each call the tool and its last source or, for links and archives, its product.
+  // For each call the tool and its last source or, for links and archives, its product.
   std::vector<std::string> TakeNames() const {
     std::vector<std::string> names;
     for (const Call& call : Take()) names.push_back(call[0] + " " + Subject(call));

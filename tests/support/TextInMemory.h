@@ -8,7 +8,7 @@
 
 namespace test {
 
-// A text that stands for an open editor's.
+// A text in place of an open editor's.
 //
 //   test::TextInMemory editor("int a;\n", "/p/a.cpp");
 //   project.parseModule(module, &editor);

@@ -14,7 +14,7 @@
 
 namespace test {
 
-// What a program left behind.
+// The results of a program that has ended.
 struct Ended {
   int status = -1;  // exit status, or 128 and the signal
   std::string out;

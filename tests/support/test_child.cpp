@@ -92,7 +92,7 @@ int CloseOutput(const Arguments& arguments) {
   return 0;
 }
 
-// Leaves a process behind that holds the output, and prints its number.
+// Leaves a process that holds the output, and prints its number.
 int Grandchild(const Arguments& arguments) {
   const pid_t child = fork();
   if (child == 0) {
@@ -182,7 +182,7 @@ int Descriptors(const Arguments&) {
   return 0;
 }
 
-// Whether the process stands alone, and which signals it doesn't take as a new one does.
+// Prints if the process is alone in its group, and the signals that are not as in a new process.
 int Surroundings(const Arguments&) {
   std::cout << (getpgrp() == getpid() ? "own group\n" : "foreign group\n");
   std::cout << (open("/dev/tty", O_RDWR) < 0 ? "no terminal\n" : "a terminal\n");

@@ -14,7 +14,7 @@ namespace mavro {
 namespace {
 
 // Longer deleted texts are not read out.
-constexpr int cMostTold = 64 * 1024;
+constexpr int cMostReported = 64 * 1024;
 
 class SciDoor final : public AccessText::Door {
  public:
@@ -187,17 +187,17 @@ void InstallSciAccess() {
   static_cast<void>(installed);
 }
 
-void TellAccessCaret(QsciScintillaBase& sci) {
+void NotifyAccessCaret(QsciScintillaBase& sci) {
   SciAccess* access = AccessOf(sci);
   if (!access) return;
   QAccessibleTextCursorEvent event(&sci, access->cursorPosition());
   QAccessible::updateAccessibility(&event);
 }
 
-void TellAccessChange(QsciScintillaBase& sci, int position, int modification, const char* text,
-                      int length) {
+void NotifyAccessChange(QsciScintillaBase& sci, int position, int modification, const char* text,
+                        int length) {
   SciAccess* access = AccessOf(sci);
-  if (!access || length > cMostTold) return;
+  if (!access || length > cMostReported) return;
   SciDoor door(sci);
   const AccessText reader(door);
   const int offset = reader.Offset(position);

@@ -10,8 +10,8 @@ void InstallSciAccess();
 
 // Tells screen readers that the caret has moved, and that text is about to be inserted or deleted.
 // Does nothing if no screen reader listens.
-void TellAccessCaret(QsciScintillaBase& sci);
-void TellAccessChange(QsciScintillaBase& sci, int position, int modification, const char* text,
-                      int length);
+void NotifyAccessCaret(QsciScintillaBase& sci);
+void NotifyAccessChange(QsciScintillaBase& sci, int position, int modification, const char* text,
+                        int length);
 
 }  // namespace mavro

@@ -169,9 +169,9 @@ class SciWindow final : public NativeSci {
  public:
   SciWindow(const CreateInfo& info, SciWidget* itsSci) : NativeSci(info, itsSci), sci(itsSci) {
     sci->window = this;
-    sci->onTyping = [this](int code) { TellCode(code); };
-    sci->onForeignText = [this] { TellCode(cSciForeignText); };
-    sci->onPalette = [this] { TellCode(cSciPaletteChanged); };
+    sci->onTyping = [this](int code) { SendCode(code); };
+    sci->onForeignText = [this] { SendCode(cSciForeignText); };
+    sci->onPalette = [this] { SendCode(cSciPaletteChanged); };
     Connect();
   }
   ~SciWindow() override {
@@ -238,17 +238,17 @@ class SciWindow final : public NativeSci {
     QObject::connect(sci, &Sci::SCN_CHARADDED, &life, [this](int character) {
       SciNotification n;
       n.character = character;
-      Tell(SCN_CHARADDED, n);
+      Report(SCN_CHARADDED, n);
     });
     QObject::connect(sci, &Sci::SCN_SAVEPOINTREACHED, &life,
-                     [this] { TellCode(SCN_SAVEPOINTREACHED); });
-    QObject::connect(sci, &Sci::SCN_SAVEPOINTLEFT, &life, [this] { TellCode(SCN_SAVEPOINTLEFT); });
-    QObject::connect(sci, &Sci::SCN_ZOOM, &life, [this] { TellCode(SCN_ZOOM); });
+                     [this] { SendCode(SCN_SAVEPOINTREACHED); });
+    QObject::connect(sci, &Sci::SCN_SAVEPOINTLEFT, &life, [this] { SendCode(SCN_SAVEPOINTLEFT); });
+    QObject::connect(sci, &Sci::SCN_ZOOM, &life, [this] { SendCode(SCN_ZOOM); });
     QObject::connect(sci, &Sci::SCN_UPDATEUI, &life, [this](int updated) {
-      if (updated & SC_UPDATE_SELECTION) TellAccessCaret(*sci);
+      if (updated & SC_UPDATE_SELECTION) NotifyAccessCaret(*sci);
       SciNotification n;
       n.updated = updated;
-      Tell(SCN_UPDATEUI, n);
+      Report(SCN_UPDATEUI, n);
     });
     QObject::connect(sci, &Sci::SCN_MACRORECORD, &life,
                      [this](unsigned message, unsigned long wParam, void* lParam) {
@@ -256,18 +256,18 @@ class SciWindow final : public NativeSci {
                        n.message = message;
                        n.wParam = wParam;
                        n.text = static_cast<const char*>(lParam);
-                       Tell(SCN_MACRORECORD, n);
+                       Report(SCN_MACRORECORD, n);
                      });
     QObject::connect(sci, &Sci::SCN_MARGINCLICK, &life, [this](int position, int, int margin) {
       SciNotification n;
       n.position = position;
       n.margin = margin;
-      Tell(SCN_MARGINCLICK, n);
+      Report(SCN_MARGINCLICK, n);
     });
     QObject::connect(sci, &Sci::SCN_DOUBLECLICK, &life, [this](int position, int, int) {
       SciNotification n;
       n.position = position;
-      Tell(SCN_DOUBLECLICK, n);
+      Report(SCN_DOUBLECLICK, n);
     });
     QObject::connect(sci, &Sci::SCN_DWELLSTART, &life,
                      [this](int position, int x, int y) { Dwell(SCN_DWELLSTART, position, x, y); });
@@ -275,12 +275,12 @@ class SciWindow final : public NativeSci {
                      [this](int position, int x, int y) { Dwell(SCN_DWELLEND, position, x, y); });
     QObject::connect(sci, &Sci::SCN_MODIFIED, &life,
                      [this](int position, int kind, const char* text, int length) {
-                       TellAccessChange(*sci, position, kind, text, length);
+                       NotifyAccessChange(*sci, position, kind, text, length);
                        SciNotification n;
                        n.position = position;
                        n.modification = kind;
                        n.length = length;
-                       Tell(SCN_MODIFIED, n);
+                       Report(SCN_MODIFIED, n);
                      });
   }
 
@@ -289,15 +289,15 @@ class SciWindow final : public NativeSci {
     n.position = position;
     n.x = x;
     n.y = y;
-    Tell(code, n);
+    Report(code, n);
   }
 
-  void TellCode(int code) {
+  void SendCode(int code) {
     SciNotification n;
-    Tell(code, n);
+    Report(code, n);
   }
 
-  void Tell(int code, SciNotification& n) {
+  void Report(int code, SciNotification& n) {
     n.from = this;
     n.id = id;
     n.code = code;

@@ -54,15 +54,15 @@ void SciEditor::SetLanguage(const EditorLanguage* newLanguage) {
   applyOptions();
 }
 
-bool SciEditor::reload(const std::string& path) {
+FileResult SciEditor::reload(const std::string& path) {
   return ItsImpl().Reload(path);
 }
 
-bool SciEditor::load(const std::string& path) {
+FileResult SciEditor::load(const std::string& path) {
   return ItsImpl().Load(path);
 }
 
-bool SciEditor::save(const std::string& path, SaveTidying tidying) {
+FileResult SciEditor::save(const std::string& path, SaveTidying tidying) {
   return ItsImpl().Save(path, tidying);
 }
 

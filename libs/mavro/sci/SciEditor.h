@@ -11,6 +11,7 @@
 #include "Core.h"
 #include "EditorLanguage.h"
 #include "EditorOptions.h"
+#include "FileText.h"
 #include "SciCommands.h"
 #include "SciMessages.h"
 #include "TextCodec.h"
@@ -81,21 +82,21 @@ class SciEditor : public Control {
   void SetLanguage(const EditorLanguage* newLanguage);
 
   // Group: files.
-  // Reads a file and takes its name. False, with nothing changed, if it can't be read; with
+  // Reads a file and takes its name. An error, with nothing changed, if it can't be read; with
   // `reportMissing` a message says so.
-  bool load(const std::string& path);
-  // Replaces the text with the present contents of the file, as one undo step. False, with nothing
-  // changed, if it can't be read.
-  bool reload(const std::string& path);
-  // Writes the text. False, with the text as it is and still dirty, if that fails; `saveError` then
-  // says why.
-  bool save(const std::string& path, SaveTidying tidying = {});
+  FileResult load(const std::string& path);
+  // Replaces the text with the present contents of the file, as one undo step. An error, with
+  // nothing changed, if it can't be read.
+  FileResult reload(const std::string& path);
+  // Writes the text. An error, with the text as it is and still dirty, if that fails.
+  FileResult save(const std::string& path, SaveTidying tidying = {});
   // A digest of the bytes that saving the text would write, and the digest of a file's bytes, for
   // comparison; empty if there are no such bytes.
   std::optional<size_t> TextDigest() const;
   static std::optional<size_t> DigestOfFile(const std::string& path);
   // Replaces the text with one that is in no file. The new text is unsaved, and undo restores the
-  // old one. A save writes it with the given encoding and odd byte.
+  // old one. A save writes it with the given encoding and odd byte; a number that is no
+  // TextEncoding means cPlainText.
   void TakeText(std::string_view newText, int newEncoding, std::string_view oddByte);
   // The last byte of a UTF-16 file with an odd number of bytes; it is after the text.
   const std::string& OddByte() const;
@@ -181,7 +182,6 @@ class SciEditor : public Control {
   int codePage = 0;  // 0 or 65001: how the bytes are shown
   int encoding = cPlainText;
   bool reportMissing = false;
-  std::string saveError;
 
  protected:
   explicit SciEditor(Impl* newImpl);

@@ -43,20 +43,19 @@ ssize_t ReadChunk(int file, std::vector<char>& buffer) {
 }
 
 // A file read at once: its text, and the facts needed to make its bytes again.
-struct WholeText {
-  std::string text;
-  TextEncoding encoding;
-  std::string oddByte;
+struct WholeText : FileText {
+  TextEncoding encoding = cPlainText;
+  std::string oddByte = {};
 };
 
-std::optional<WholeText> ReadWhole(const std::string& path) {
-  const std::optional<std::string> content = ReadFileText(path);
-  if (!content) return {};
-  const TextEncoding encoding = DetectEncoding(std::string_view(*content).substr(0, cChunk));
+WholeText ReadWhole(const std::string& path) {
+  const FileText file = ReadFileText(path);
+  if (!file.Ok()) return {file};
+  const TextEncoding encoding = DetectEncoding(std::string_view(file.text).substr(0, cChunk));
   TextDecoder decoder(encoding);
-  std::string text(decoder.Decode(*content));
+  std::string text(decoder.Decode(file.text));
   text += decoder.Finish();
-  return WholeText{std::move(text), encoding, decoder.oddByte};
+  return {{{}, std::move(text)}, encoding, decoder.oddByte};
 }
 
 // True for a byte of a UTF-8 character that is not its first.
@@ -121,12 +120,13 @@ bool SciEditor::Impl::FillFrom(int file, long size) {
   return true;
 }
 
-bool SciEditor::Impl::Load(const std::string& path) {
+FileResult SciEditor::Impl::Load(const std::string& path) {
   SciEditor& editor = Editor();
   const RegularFile opened = OpenRegularFile(path);
-  if (!hwnd || !opened.file.IsOpen()) {
+  if (!hwnd || !opened.Ok()) {
     if (editor.reportMissing) Information("Could not open file \"" + path + "\"");
-    return false;
+    if (opened.Ok()) return Unreadable(path);
+    return opened;
   }
   const std::string before(Bytes());
   const LongLines linesBefore = longLines;
@@ -146,7 +146,7 @@ bool SciEditor::Impl::Load(const std::string& path) {
     longLines = linesBefore;
     AddShown(before);
   } else {
-    SpellBytesAsLetters();
+    ConvertBytesToLetters();
   }
   standIns.Reset();
   ClassifyText();
@@ -160,16 +160,17 @@ bool SciEditor::Impl::Load(const std::string& path) {
     editor.dirty = false;
   }
   Send(SCI_GOTOPOS, 0);
-  return read;
+  return read ? FileResult() : Unreadable(path);
 }
 
 // Replaces only the part that differs, so that the caret, marks and folds of the rest stay.
-bool SciEditor::Impl::Reload(const std::string& path) {
+FileResult SciEditor::Impl::Reload(const std::string& path) {
   SciEditor& editor = Editor();
-  const std::optional<WholeText> read = ReadWhole(path);
-  if (!hwnd || !read || read->text.size() > static_cast<size_t>(INT32_MAX) / 2) return false;
-  int encoding = read->encoding;
-  const std::string shown = ShownForm(read->text, encoding);
+  const WholeText read = ReadWhole(path);
+  if (!read.Ok()) return read;
+  if (!hwnd || read.text.size() > static_cast<size_t>(INT32_MAX) / 2) return Unreadable(path);
+  int encoding = read.encoding;
+  const std::string shown = ShownForm(read.text, encoding);
   const ByteRange changed = DifferingRange(Bytes(), shown);
   const size_t behind = Bytes().size() - changed.end;
   const std::string_view replacement =
@@ -178,13 +179,13 @@ bool SciEditor::Impl::Reload(const std::string& path) {
   Send(SCI_SETTARGETRANGE, static_cast<Param>(changed.start), static_cast<Param>(changed.end));
   Send(SCI_REPLACETARGET, static_cast<Param>(replacement.size()),
        reinterpret_cast<Param>(replacement.data()));
-  Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(read->text))]);
+  Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(read.text))]);
   editor.encoding = encoding;
-  oddByte = read->oddByte;
+  oddByte = read.oddByte;
   ClassifyText();
   editor.fileName = path;
   Send(SCI_SETSAVEPOINT);
-  return true;
+  return {};
 }
 
 // Nothing when the text holds what its encoding has no place for. A text that is its file's bytes
@@ -205,9 +206,9 @@ std::optional<size_t> SciEditor::TextDigest() const {
 }
 
 std::optional<size_t> SciEditor::DigestOfFile(const std::string& path) {
-  const std::optional<std::string> bytes = ReadFileText(path);
-  if (!bytes) return {};
-  return std::hash<std::string_view>{}(*bytes);
+  const FileText file = ReadFileText(path);
+  if (!file.Ok()) return {};
+  return std::hash<std::string_view>{}(file.text);
 }
 
 void SciEditor::Impl::AddShown(std::string_view text) {
@@ -215,7 +216,7 @@ void SciEditor::Impl::AddShown(std::string_view text) {
 }
 
 // Only a UTF-8 text can have stand-ins, so bytes that are not UTF-8 are converted to letters.
-void SciEditor::Impl::SpellBytesAsLetters() {
+void SciEditor::Impl::ConvertBytesToLetters() {
   SciEditor& editor = Editor();
   if (longLines.IsEmpty() || editor.encoding != cPlainText || KindOfBytes() != TextBytes::cOther)
     return;
@@ -251,10 +252,10 @@ std::string SciEditor::Impl::ShownForm(std::string_view whole, int& textEncoding
   std::string shown = longLines.Fold(whole);
   if (textEncoding != cPlainText) return shown;
   const TextBytes kind = ClassifyBytes(whole);
-  const bool isSpelt = Editor().encoding == cByteLetters
-                           ? kind != TextBytes::cUtf8
-                           : kind == TextBytes::cOther && longLines.AreIn(shown);
-  if (!isSpelt) return shown;
+  const bool isInByteLetters = Editor().encoding == cByteLetters
+                                   ? kind != TextBytes::cUtf8
+                                   : kind == TextBytes::cOther && longLines.AreIn(shown);
+  if (!isInByteLetters) return shown;
   textEncoding = cByteLetters;
   return longLines.Fold(TextOfByteLetters(whole));
 }
@@ -262,6 +263,7 @@ std::string SciEditor::Impl::ShownForm(std::string_view whole, int& textEncoding
 void SciEditor::Impl::TakeText(std::string_view newText, int newEncoding,
                                std::string_view newOddByte) {
   SciEditor& editor = Editor();
+  if (newEncoding < cPlainText || newEncoding > cByteLetters) newEncoding = cPlainText;
   const std::string shown = ShownForm(newText, newEncoding);
   Send(SCI_SELECTALL);
   PutText(shown);
@@ -272,29 +274,29 @@ void SciEditor::Impl::TakeText(std::string_view newText, int newEncoding,
   Send(SCI_GOTOPOS, 0);
 }
 
-bool SciEditor::Impl::Save(const std::string& path, SaveTidying tidying) {
+FileResult SciEditor::Impl::Save(const std::string& path, SaveTidying tidying) {
   SciEditor& editor = Editor();
-  editor.saveError.clear();
-  if (!hwnd) return false;
+  if (!hwnd) return {"can't write " + path + ": the editor has no window"};
   if (tidying.stripTrailing) StripTrailing();
   if (tidying.ensureLastLine) EnsureLastLine();
   const auto encoding = static_cast<TextEncoding>(editor.encoding);
   const std::string whole = standIns.Count() > 0 ? editor.GetText() : std::string();
   const std::string_view text = standIns.Count() > 0 ? std::string_view(whole) : Bytes();
+  FileResult result;
   if (encoding == cPlainText || encoding == cUtf8Cookie) {
-    editor.saveError = SaveFileText(path, text).error;
+    result = SaveFileText(path, text);
   } else if (const auto encoded = EncodeText(text, encoding, oddByte)) {
-    editor.saveError = SaveFileText(path, *encoded).error;
+    result = SaveFileText(path, *encoded);
   } else if (encoding == cByteLetters) {
-    editor.saveError = "can't write " + path + ": it holds letters that are no byte";
+    result.error = "can't write " + path + ": it holds letters that are no byte";
   } else {
-    editor.saveError = "can't write " + path + ": it holds bytes that " + editor.EncodingName() +
-                       " has no letter for";
+    result.error = "can't write " + path + ": it holds bytes that " + editor.EncodingName() +
+                   " has no letter for";
   }
-  if (!editor.saveError.empty()) return false;
+  if (!result.Ok()) return result;
   editor.fileName = path;
   Send(SCI_SETSAVEPOINT);
-  return true;
+  return result;
 }
 
 // Goes from the end to the start, so that the positions of the remaining ranges stay valid.

@@ -12,7 +12,7 @@ namespace {
 constexpr int cFoldMargin = 2;
 // The changes that the component reports. The two notifications after an insertion and a deletion
 // are left out: on the way to their receiver they count the characters of the whole text.
-constexpr Param cToldChanges = SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE;
+constexpr Param cReportedChanges = SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE;
 
 bool IsTextStep(unsigned message) {
   switch (message) {
@@ -38,7 +38,7 @@ void SciEditor::Impl::Create() {
   RegisterSciClass();
   CreateNative(cSciClass, cWantsKeys);
   Send(SCI_EMPTYUNDOBUFFER);
-  Send(SCI_SETMODEVENTMASK, cToldChanges);
+  Send(SCI_SETMODEVENTMASK, cReportedChanges);
   Send(SCI_USEPOPUP, 0);
   Send(SCI_SETEOLMODE, SC_EOL_LF);
   SetHooks();

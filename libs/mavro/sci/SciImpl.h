@@ -53,11 +53,11 @@ class SciEditor::Impl : public SysImpl, public SciText {
   static constexpr int SignOf(int mark) { return mark + 8; }
 
   // Group: files (SciFiles.cpp).
-  bool Load(const std::string& path);
-  bool Reload(const std::string& path);
+  FileResult Load(const std::string& path);
+  FileResult Reload(const std::string& path);
   std::optional<size_t> FileDigest();
   std::string ShownForm(std::string_view whole, int& textEncoding);
-  bool Save(const std::string& path, SaveTidying tidying);
+  FileResult Save(const std::string& path, SaveTidying tidying);
   void TakeText(std::string_view newText, int newEncoding, std::string_view newOddByte);
 
   // Group: lines that are not shown (SciLongLines.cpp).
@@ -126,7 +126,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
 
   bool FillFrom(int file, long size);
   void AddShown(std::string_view text);
-  void SpellBytesAsLetters();
+  void ConvertBytesToLetters();
   TextBytes KindOfBytes() const;
   void ClassifyText();
   void StripTrailing();

@@ -430,13 +430,13 @@ Reason SyncFolderOf(const std::string& path) {
   return opened.IsOpen() ? SyncFolder(opened.Number()) : LastError();
 }
 
-SaveResult ResultOf(const std::string& path, const Reason& reason) {
+FileResult ResultOf(const std::string& path, const Reason& reason) {
   return {reason.empty() ? std::string() : "can't write " + path + ": " + reason};
 }
 
 }  // namespace
 
-SaveResult SaveFileText(const std::string& path, std::string_view content) {
+FileResult SaveFileText(const std::string& path, std::string_view content) {
   Target target;
   Reason reason = FindTarget(path, target);
   if (reason.empty()) {
@@ -448,7 +448,7 @@ SaveResult SaveFileText(const std::string& path, std::string_view content) {
   return ResultOf(path, reason);
 }
 
-SaveResult AppendFileText(const std::string& path, size_t offset, std::string_view bytes) {
+FileResult AppendFileText(const std::string& path, size_t offset, std::string_view bytes) {
   const FileCalls& calls = TheFileCalls();
   const int flags = O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC | (offset == 0 ? O_CREAT : 0);
   const Descriptor file(calls.openat(AT_FDCWD, path.c_str(), flags, 0600));

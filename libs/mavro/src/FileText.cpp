@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 #include <utility>
 
@@ -20,23 +21,31 @@ namespace {
 // use up the memory.
 constexpr off_t cMaxBytes = 0x7fffffff;
 
+// The error in errno.
+FileResult LastError(const std::string& path) {
+  FileResult result{path + ": " + std::strerror(errno)};
+  struct stat status;
+  result.isMissing = lstat(path.c_str(), &status) != 0;
+  return result;
+}
+
 // A file may grow while it is read, or report no size, as files below /proc do; so the size is only
 // a hint.
-std::optional<std::string> ReadToEnd(int file, off_t sizeHint) {
+FileText ReadToEnd(const std::string& path, int file, off_t sizeHint) {
   std::string text;
   size_t filled = 0;
   text.resize(static_cast<size_t>(sizeHint) + 1);
   for (;;) {
     const ssize_t count = read(file, text.data() + filled, text.size() - filled);
     if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return std::nullopt;
+    if (count < 0) return {LastError(path)};
     if (count == 0) break;
     filled += static_cast<size_t>(count);
-    if (filled > static_cast<size_t>(cMaxBytes)) return std::nullopt;
+    if (filled > static_cast<size_t>(cMaxBytes)) return {Unreadable(path)};
     if (filled == text.size()) text.resize(filled * 2 + 4096);
   }
   text.resize(filled);
-  return text;
+  return {{}, std::move(text)};
 }
 
 bool HasKind(const std::string& path, mode_t kind) {
@@ -55,23 +64,29 @@ bool EnsurePrivateFolder(const std::string& path) {
 
 }  // namespace
 
-RegularFile OpenRegularFile(const std::string& path) {
-  // This is checked before opening too, since opening a device can have side effects.
-  if (!FileExists(path)) return {};
-  Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
-  struct stat status;
-  if (!file.IsOpen() || fstat(file.Number(), &status) != 0) return {};
-  if (!S_ISREG(status.st_mode) || status.st_size > cMaxBytes) return {};
-  return {std::move(file), status.st_size};
+FileResult Unreadable(const std::string& path) {
+  return {path + ": can't be read"};
 }
 
-std::optional<std::string> ReadFileText(const std::string& path) {
+RegularFile OpenRegularFile(const std::string& path) {
+  // The kind is checked before opening too, since opening a device can have side effects.
+  struct stat status;
+  if (stat(path.c_str(), &status) != 0) return {LastError(path)};
+  if (S_ISDIR(status.st_mode)) return {{path + ": is a folder"}};
+  if (!S_ISREG(status.st_mode)) return {{path + ": is not a regular file"}};
+  Descriptor file(open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  if (!file.IsOpen() || fstat(file.Number(), &status) != 0) return {LastError(path)};
+  if (!S_ISREG(status.st_mode) || status.st_size > cMaxBytes) return {Unreadable(path)};
+  return {{}, std::move(file), status.st_size};
+}
+
+FileText ReadFileText(const std::string& path) {
   const RegularFile opened = OpenRegularFile(path);
-  if (!opened.file.IsOpen()) return std::nullopt;
+  if (!opened.Ok()) return {opened};
   try {
-    return ReadToEnd(opened.file.Number(), opened.size);
+    return ReadToEnd(path, opened.file.Number(), opened.size);
   } catch (const std::bad_alloc&) {
-    return std::nullopt;
+    return {Unreadable(path)};
   }
 }
 

@@ -233,7 +233,7 @@ class Reader {
     if (token.text == "red") color = (color & 0x00FFFF) | level << 16;
     if (token.text == "green") color = (color & 0xFF00FF) | level << 8;
     if (token.text == "blue") color = (color & 0xFFFF00) | level;
-    colorTold = true;
+    hasColor = true;
   }
 
   bool ApplyParagraph(const RtfToken& token) {
@@ -317,9 +317,9 @@ class Reader {
   void AddToColors(std::string_view plain) {
     for (const char c : plain) {
       if (c != ';') continue;
-      if (colors.size() < cMaxTable) colors.push_back(colorTold ? color : -1);
+      if (colors.size() < cMaxTable) colors.push_back(hasColor ? color : -1);
       color = 0;
-      colorTold = false;
+      hasColor = false;
     }
   }
 
@@ -352,7 +352,7 @@ class Reader {
   std::string instruction;
   UnitJoiner units;
   int32_t color = 0;
-  bool colorTold = false;
+  bool hasColor = false;
   bool opened = false;
   bool groupStart = false;  // nothing but "\*" has been seen of the group
   bool ignorable = false;

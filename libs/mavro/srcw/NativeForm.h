@@ -21,7 +21,6 @@ class NativeForm : public NativeWindow {
   virtual bool IsMaximized() const = 0;
   // The bounds of the form while it doesn't fill its screen.
   virtual Rect NormalBounds() const = 0;
-  virtual bool IsModalBlocked() const { return inputBlocked; }
 };
 
 }  // namespace mavro

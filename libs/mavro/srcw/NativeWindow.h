@@ -188,8 +188,6 @@ class NativeWindow {
   void Invalidate();
   // Paints the invalid area now; kinds that show a burst in steps show all of it.
   virtual void Update();
-  // Puts this window in front of its siblings.
-  void BringToTop();
 
   QWidget* const widget;
   const std::string className;

@@ -6,8 +6,8 @@
 namespace mavro {
 
 PictureResult Picture::Load(const std::string& path) {
-  const std::optional<std::string> bytes = ReadFileText(path);
-  if (bytes) return LoadData(*bytes);
+  const FileText file = ReadFileText(path);
+  if (file.Ok()) return LoadData(file.text);
   Clear();
   return PictureResult::cUnreadable;
 }

@@ -108,12 +108,12 @@ class CanvasWindow final : public NativeCanvas {
 
 PaintedFrame::PaintedFrame(QWidget* parent) : QFrame(parent) {}
 
-void PaintedFrame::Tell(unsigned message) {
+void PaintedFrame::Report(unsigned message) {
   if (window) SendMessage(window, message, 0, 0);
 }
 
 void PaintedFrame::paintEvent(QPaintEvent* event) {
-  Tell(WM_PAINT);
+  Report(WM_PAINT);
   QFrame::paintEvent(event);
 }
 
@@ -122,13 +122,13 @@ void PaintedFrame::changeEvent(QEvent* event) {
   switch (event->type()) {
     case QEvent::PaletteChange:
     case QEvent::StyleChange:
-      Tell(WM_SYSCOLORCHANGE);
+      Report(WM_SYSCOLORCHANGE);
       break;
     case QEvent::EnabledChange:
-      Tell(WM_ENABLE);
+      Report(WM_ENABLE);
       break;
     case QEvent::FontChange:
-      Tell(WM_SETFONT);
+      Report(WM_SETFONT);
       break;
     default:
       break;

@@ -99,7 +99,7 @@ NativeWindow* InputWindowOf(const QWidget* widget) {
 
 // True for scroll bars, headers, menu bars and the editors of cells: for the mouse and the keyboard
 // they are windows of their own, but they belong to no control.
-bool IsNobodysOwn(const QWidget* part, const NativeWindow& window) {
+bool IsInternalPart(const QWidget* part, const NativeWindow& window) {
   for (; part && part != window.widget; part = part->parentWidget()) {
     if (qobject_cast<const QScrollBar*>(part) || qobject_cast<const QHeaderView*>(part) ||
         qobject_cast<const QMenuBar*>(part))
@@ -257,7 +257,7 @@ bool OfferInput(QWidget* receiver, QEvent* event) {
   if (!window || window == theDelivery->reached) return false;
   const bool goesUp = kind == InputKind::cWheel || kind == InputKind::cContext;
   const bool isFirst = !theDelivery->reached;
-  if (isFirst && IsNobodysOwn(receiver, *window)) {
+  if (isFirst && IsInternalPart(receiver, *window)) {
     if (!goesUp) theDelivery->reached = window;
     return false;
   }

@@ -119,18 +119,18 @@ class ListViewWindow final : public NativeListView {
         pacer([this] { model->PublishRows(); }) {
     view->setModel(model);
     QObject::connect(view->selectionModel(), &QItemSelectionModel::selectionChanged, &pacer,
-                     [this] { Tell(LVN_SELCHANGED, SelectedRow()); });
+                     [this] { Report(LVN_SELCHANGED, SelectedRow()); });
     QObject::connect(view, &QTreeView::clicked, &pacer,
-                     [this](const QModelIndex& index) { Tell(LVN_CLICKED, index.row()); });
+                     [this](const QModelIndex& index) { Report(LVN_CLICKED, index.row()); });
     QObject::connect(view, &QTreeView::doubleClicked, &pacer,
-                     [this](const QModelIndex& index) { Tell(LVN_CHOSEN, index.row()); });
+                     [this](const QModelIndex& index) { Report(LVN_CHOSEN, index.row()); });
     QObject::connect(view->header(), &QHeaderView::sectionClicked, &pacer,
-                     [this](int column) { Tell(LVN_COLUMNCLICK, -1, column); });
+                     [this](int column) { Report(LVN_COLUMNCLICK, -1, column); });
     model->edited = [this](int row, int column, const std::string& typed) {
-      Tell(LVN_ENDLABELEDIT, row, column, typed);
+      Report(LVN_ENDLABELEDIT, row, column, typed);
     };
     view->onEnter = [this] {
-      if (SelectedRow() != -1) Tell(LVN_CHOSEN, SelectedRow());
+      if (SelectedRow() != -1) Report(LVN_CHOSEN, SelectedRow());
     };
   }
 
@@ -240,7 +240,7 @@ class ListViewWindow final : public NativeListView {
     ListViewWindow& window;
   };
 
-  void Tell(int code, int row, int column = -1, const std::string& typed = std::string()) {
+  void Report(int code, int row, int column = -1, const std::string& typed = std::string()) {
     if (quiet > 0) return;
     ListViewHeader header;
     header.from = this;

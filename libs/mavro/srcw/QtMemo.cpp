@@ -176,9 +176,9 @@ class MemoWindow final : public NativeMemo {
  public:
   MemoWindow(const CreateInfo& info, MemoEdit* itsEdit)
       : NativeMemo(info, itsEdit), edit(itsEdit), pacer([this] { Flush(); }) {
-    QObject::connect(edit, &QPlainTextEdit::textChanged, &pacer, [this] { Tell(EN_CHANGE); });
+    QObject::connect(edit, &QPlainTextEdit::textChanged, &pacer, [this] { Report(EN_CHANGE); });
     QObject::connect(edit, &QPlainTextEdit::cursorPositionChanged, &pacer,
-                     [this] { Tell(EN_CARETMOVED); });
+                     [this] { Report(EN_CARETMOVED); });
   }
 
   std::string Text() const override { return edit->lines.Bytes() + pending; }
@@ -258,7 +258,7 @@ class MemoWindow final : public NativeMemo {
     MemoWindow& window;
   };
 
-  void Tell(int code) {
+  void Report(int code) {
     if (quiet == 0) NotifyCommand(this, code);
   }
 

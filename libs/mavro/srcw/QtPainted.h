@@ -19,7 +19,7 @@ class PaintedFrame : public QFrame {
   void changeEvent(QEvent* event) override;
 
  private:
-  void Tell(unsigned message);
+  void Report(unsigned message);
   NativeWindow* window = nullptr;
 };
 

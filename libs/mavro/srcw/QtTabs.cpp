@@ -105,16 +105,16 @@ class TabsWindow final : public NativeTabs {
     tabs->area->installEventFilter(
         tabs->findChild<QObject*>("mavroEvents", Qt::FindDirectChildrenOnly));
     QObject::connect(tabs->row, &QTabBar::currentChanged, &guard,
-                     [this](int index) { Tell(TCN_SELCHANGE, index); });
+                     [this](int index) { Report(TCN_SELCHANGE, index); });
     QObject::connect(tabs->row, &QTabBar::tabCloseRequested, &guard,
-                     [this](int index) { Tell(TCN_CLOSE, index); });
+                     [this](int index) { Report(TCN_CLOSE, index); });
     QObject::connect(tabs->row, &QTabBar::tabMoved, &guard, [this](int from, int to) {
       MoveElement(captions, from, to);
-      Tell(TCN_MOVED, to, from);
+      Report(TCN_MOVED, to, from);
     });
-    tabs->row->dragged = [this] { Tell(TCN_DRAGGED, tabs->row->currentIndex()); };
+    tabs->row->dragged = [this] { Report(TCN_DRAGGED, tabs->row->currentIndex()); };
     tabs->row->middleClicked = [this](int index) {
-      if (tabs->row->tabsClosable()) Tell(TCN_CLOSE, index);
+      if (tabs->row->tabsClosable()) Report(TCN_CLOSE, index);
     };
     AddKey(QKeySequence(Qt::CTRL | Qt::Key_PageUp), -1);
     AddKey(QKeySequence(Qt::CTRL | Qt::Key_PageDown), 1);
@@ -185,7 +185,7 @@ class TabsWindow final : public NativeTabs {
     });
   }
 
-  void Tell(int code, int index, int oldIndex = -1) {
+  void Report(int code, int index, int oldIndex = -1) {
     TabHeader header;
     header.from = this;
     header.id = id;

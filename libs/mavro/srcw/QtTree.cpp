@@ -160,16 +160,16 @@ class TreeWidget final : public QTreeView {
 class TreeWindow final : public NativeTreeView {
  public:
   TreeWindow(const CreateInfo& info, TreeWidget* its) : NativeTreeView(info, its), tree(its) {
-    tree->chosen = [this](TreeNode* node) { Tell(TVN_CHOSEN, node); };
+    tree->chosen = [this](TreeNode* node) { Report(TVN_CHOSEN, node); };
     QObject::connect(tree, &QTreeView::expanded, &guard, [this](const QModelIndex& index) {
-      if (!quiet) Tell(TVN_EXPANDED, TreeModel::NodeOf(index));
+      if (!quiet) Report(TVN_EXPANDED, TreeModel::NodeOf(index));
     });
     QObject::connect(tree, &QTreeView::collapsed, &guard, [this](const QModelIndex& index) {
-      if (!quiet) Tell(TVN_COLLAPSED, TreeModel::NodeOf(index));
+      if (!quiet) Report(TVN_COLLAPSED, TreeModel::NodeOf(index));
     });
     QObject::connect(tree->selectionModel(), &QItemSelectionModel::selectionChanged, &guard,
                      [this] {
-                       if (!quiet) Tell(TVN_SELCHANGED, SelectedNode());
+                       if (!quiet) Report(TVN_SELCHANGED, SelectedNode());
                      });
   }
   ~TreeWindow() override { tree->chosen = nullptr; }
@@ -239,7 +239,7 @@ class TreeWindow final : public NativeTreeView {
     tree->model.SetStrip(imageStrip);
   }
 
-  void Tell(int code, TreeNode* node) {
+  void Report(int code, TreeNode* node) {
     TreeHeader header;
     header.from = this;
     header.code = code;

@@ -283,8 +283,4 @@ void NativeWindow::Invalidate() {
 void NativeWindow::Update() {
   widget->repaint();
 }
-void NativeWindow::BringToTop() {
-  widget->raise();
-}
-
 }  // namespace mavro

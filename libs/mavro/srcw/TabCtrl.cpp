@@ -85,7 +85,7 @@ Param TabCtrl::Impl::OnNotify(NotifyHeader* header) {
       PageMoved(told->oldIndex, told->index);
       return 0;
     case TCN_DRAGGED:
-      TellMove();
+      SendMove();
       return 0;
     default:
       return 1;
@@ -141,7 +141,7 @@ void TabCtrl::Impl::PageMoved(int from, int to) {
   if (shown) selectedIndex = shown->pageIndex;
 }
 
-void TabCtrl::Impl::TellMove() {
+void TabCtrl::Impl::SendMove() {
   ItemArgs args;
   args.sender = owner;
   args.row = std::exchange(draggedFrom, -1);

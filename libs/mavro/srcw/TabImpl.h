@@ -45,7 +45,7 @@ class TabCtrl::Impl : public Container::Impl {
   TabCtrl& Tabs() const { return *static_cast<TabCtrl*>(owner); }
   void NumberPages();
   void PageMoved(int from, int to);
-  void TellMove();
+  void SendMove();
   void MoveFocus(TabPage& from, TabPage* to);
   bool ShowSelected();
 };

@@ -25,7 +25,7 @@ class IdeEditor : public test::EditorFixture {
   static void TypeKey(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
     QTest::keyClick(QApplication::focusWidget(), key, modifiers);
   }
-  // Puts the caret where "@" stands and takes it out.
+  // Removes "@" from the text and puts the caret there.
   static void PutCaret(CppEditor& editor) {
     const size_t at = editor.GetText().find('@');
     ASSERT_NE(at, std::string::npos);
@@ -33,7 +33,7 @@ class IdeEditor : public test::EditorFixture {
     editor.ReplaceSelection("");
   }
   static bool ListIsOpen() { return Front().Send(mavro::SCI_AUTOCACTIVE) != 0; }
-  // What the open list accepts first.
+  // The entry of the open list that Enter would accept.
   static std::string Chosen() {
     std::string text(static_cast<size_t>(Front().Send(mavro::SCI_AUTOCGETCURRENTTEXT)) + 1, '\0');
     Front().Send(mavro::SCI_AUTOCGETCURRENTTEXT, 0, text.data());
@@ -76,7 +76,7 @@ TEST_F(IdeEditor, StatusBar_SaysCaretEncodingLineEndsAndOvertyping) {
   });
 }
 
-TEST_F(IdeEditor, MemberOfAProjectsClass_IsOfferedBehindADot) {
+TEST_F(IdeEditor, MemberOfAProjectsClass_IsOfferedAfterADot) {
   const std::string shape = "class Shape {\n public:\n  int width;\n  int area();\n};\n";
   const std::string main = "#include \"shape.h\"\n\nint main() {\n  Shape s;\n  @\n}\n";
   ide.Run({ide.Project({{"shape.h", shape}, {"main.cpp", main}})}, [&] {
@@ -428,7 +428,7 @@ TEST_F(IdeEditor, CloseWhileAListIsOpen_IsSafe) {
 
 class IdeHover : public IdeEditor {
  protected:
-  // Rests the mouse on a place of the text until the editor has told of it.
+  // Rests the mouse on a place of the text until the editor has reported it.
   void RestOn(CppEditor& editor, const std::string& text, int column) {
     const auto at = static_cast<std::intptr_t>(editor.GetText().find(text)) + column;
     const QPoint place(static_cast<int>(editor.Send(mavro::SCI_POINTXFROMPOSITION, 0, at)) + 2,

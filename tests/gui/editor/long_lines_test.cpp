@@ -54,7 +54,7 @@ TEST_F(IdeLongLines, StatusBar_SaysHowManyAreNotShown) {
   });
 }
 
-// Of this process, so that a busy machine doesn't count.
+// The processor time of this process, so that a busy machine doesn't count.
 double Now() {
   timespec time{};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);

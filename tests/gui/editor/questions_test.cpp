@@ -229,14 +229,14 @@ TEST_F(IdeQuestions, LoadedAgain_KeepsCaretAndBookmarksOfWhatStays) {
   });
 }
 
-// What another program wrote has the size and the time of what was read.
+// The text of another program has the size and the time of the text that was read.
 TEST_F(IdeQuestions, ChangedWithItsTimePutBack_CountsAsChanged) {
   ide.Run({}, [&] {
     CppEditor& editor = Open("a.cpp", "old\n");
     const auto time = std::filesystem::last_write_time(editor.fileName);
     WriteElsewhere("new\n");
     std::filesystem::last_write_time(editor.fileName, time);
-    EXPECT_TRUE(editor.DiskHasChanged());
+    EXPECT_TRUE(editor.ChangeOnDisk());
   });
 }
 
@@ -244,7 +244,7 @@ TEST_F(IdeQuestions, OnlyTheModeChanged_IsNoChangeOfTheText) {
   ide.Run({}, [&] {
     CppEditor& editor = Open("a.cpp", "old\n");
     chmod(editor.fileName.c_str(), 0600);
-    EXPECT_FALSE(editor.DiskHasChanged());
+    EXPECT_FALSE(editor.ChangeOnDisk());
   });
 }
 

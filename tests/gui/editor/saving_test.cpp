@@ -9,7 +9,7 @@
 #include "IfKilled.h"
 #include "Privileges.h"
 
-// What becomes of unsaved text: what is kept of it while it is edited, how it comes back, and what
+// Unsaved text: the copies that are kept while it is edited, how they come back, and the files that
 // a save may replace.
 
 namespace zendry {
@@ -31,7 +31,7 @@ class IdeSaving : public test::EditorFixture {
     editor.onUpdateUI();
     editor.TickRescue(TextRescue::Clock::now() + TextRescue::cLongestBehind);
   }
-  // What is offered after a kill at this moment: one text, or "nothing".
+  // The text offered after a kill at this moment, or "nothing".
   static std::string IfKilled() {
     const auto found = test::TextsIfKilled();
     return found.empty() ? "nothing" : found.size() == 1 ? found[0].content : "more than one";
@@ -41,7 +41,7 @@ class IdeSaving : public test::EditorFixture {
       if (entry.path().string().ends_with("-steps")) return true;
     return false;
   }
-  // Leaves the texts in hand behind as if this program had been killed.
+  // Leaves copies of the open texts, as if this program had been killed.
   void LeaveAll() {
     const std::string ended = std::to_string(test::EndedProcess());
     const fs::path folder = ide.home.Path(".zendry/rescue");
@@ -155,13 +155,13 @@ TEST_F(IdeSaving, RandomEditing_IsKeptByteForByte) {
   });
 }
 
-TEST_F(IdeSaving, TextReadAnew_BeginsWithoutACopy_AndIsKeptFromThere) {
+TEST_F(IdeSaving, TextReadAgain_BeginsWithoutACopy_AndIsKeptFromThere) {
   ide.Run({}, [&] {
     CppEditor& editor = Open("a.cpp", Lines(cChange));
     Type("x");
     Keep(editor);
     ide.files.Write("a.cpp", "other\n" + Lines(cChange));
-    ASSERT_TRUE(editor.Load(editor.fileName));
+    ASSERT_TRUE(editor.Load(editor.fileName).Ok());
     Keep(editor);
     EXPECT_EQ(IfKilled(), "nothing");
     Type("y");
@@ -232,7 +232,7 @@ TEST_F(IdeSaving, KilledAndTakenOver_EachEncoding_IsSavedInItsOwn) {
       ide.dialogs.answers = {mavro::Answer::cYes};
       ide.Run({}, [&] {
         EXPECT_TRUE(Front().dirty) << file.name;
-        EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn)) << file.name << Front().saveError;
+        EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn)) << file.name;
         EXPECT_EQ(ide.files.Read("a.cpp"), file.changed) << file.name << gone;
         EXPECT_EQ(RescueFiles(), 0u) << file.name;
       });
@@ -273,6 +273,23 @@ TEST_F(IdeSaving, TakenOver_FileIsNewerOnDisk_SaveAsksBeforeItIsReplaced) {
     EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
     EXPECT_EQ(ide.files.Read("a.cpp"), "mine\n");
   });
+}
+
+TEST_F(IdeSaving, TakenOver_EncodingIsDamaged_TextIsSavedAsUtf8) {
+  for (const char* number : {"255", "-1", "6"}) {
+    const std::string path = ide.files.Write("a.cpp", "old\n");
+    ide.LeaveRescued("text", path,
+                     "zendry-text-1 1 " + std::string(number) + " -1 0 0 0 0 0 " +
+                         std::string(1, '\0') + "caf\u00E9\n");
+    ide.dialogs.answers = {mavro::Answer::cYes};
+    ide.Run({}, [&] {
+      ASSERT_NE(Tabs().Active(), nullptr) << number;
+      EXPECT_EQ(Front().GetText(), "caf\u00E9\n") << number;
+      ide.dialogs.answers = {mavro::Answer::cYes};
+      EXPECT_TRUE(Tabs().SaveActive(EditTabs::SaveName::cOwn)) << number;
+      EXPECT_EQ(ide.files.Read("a.cpp"), "caf\u00E9\n") << number;
+    });
+  }
 }
 
 TEST_F(IdeSaving, TakenOver_FileIsAsItWas_SavesWithoutAQuestion) {
@@ -410,7 +427,7 @@ TEST_F(IdeSaving, SaveFailsInAFolderThatIsShut_ChangeByOthersIsStillSeen) {
   });
 }
 
-// Nobody has agreed to replace a file that couldn't be seen when its name was chosen.
+// The user has not agreed to replace a file that couldn't be seen when its name was chosen.
 TEST_F(IdeSaving, SaveAsIntoAFolderThatIsShut_FileInIt_IsAskedAboutOnceItIsSeen) {
   ide.Run({}, [&] {
     Open("a.cpp", "old\n");

@@ -1,4 +1,4 @@
-// What a screen reader finds in every window that the program shows.
+// A screen reader finds a role and a name in every window that the program shows.
 #include <gtest/gtest.h>
 
 #include <QAccessible>
@@ -50,7 +50,7 @@ std::string NameOf(const mavro::Control& control) {
   return QAccessible::queryAccessibleInterface(named)->text(QAccessible::Name).toStdString();
 }
 
-// Calls `open`, which shows a dialog, and answers what stands in it.
+// Calls `open`, which shows a dialog, and answers its contents.
 Seen SeenInDialog(IdeDriver& ide, const std::function<void()>& open) {
   Seen seen{};
   ide.OnDialog([&](mavro::Form& dialog) {

@@ -11,7 +11,7 @@
 #include "browser/BrowserActs.h"
 #include "editor/EditorActs.h"
 
-// What the user sees when a file can't be written or read, and windows that close at a bad moment.
+// The messages after a file can't be written or read, and windows that close at a bad moment.
 
 namespace zendry {
 namespace {
@@ -67,7 +67,7 @@ class FailingSave : public IdeFaults {
       EXPECT_EQ(ide.files.Read("a.cpp"), after);
       EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
     }
-    // Nobody else has touched the file: the second save asks nothing.
+    // No other program has changed the file: the second save asks nothing.
     ide.dialogs.texts.clear();
     Save();
     EXPECT_THAT(ide.dialogs.texts, IsEmpty());

@@ -12,7 +12,7 @@
 #include "ListBox.h"
 #include "rescue/Rescue.h"
 
-// What the program remembers from one run to the next.
+// The settings and files that the program remembers from one run to the next.
 
 namespace zendry {
 namespace {

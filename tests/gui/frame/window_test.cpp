@@ -41,7 +41,7 @@ mavro::MenuItem* ItemOf(mavro::Menu& menu, int id) {
   return nullptr;
 }
 
-// Whether any command can be chosen below a menu.
+// True if any command below a menu can be chosen.
 bool HasEnabledItem(const mavro::Menu& menu) {
   for (const auto& item : menu.items) {
     if (item->isSubmenu && HasEnabledItem(static_cast<const mavro::Menu&>(*item))) return true;

@@ -92,7 +92,7 @@ TEST(RadioGroup, Arrows_GoRoundAndChoose) {
   });
 }
 
-TEST(RadioGroup, Assignment_TellsNobody) {
+TEST(RadioGroup, Assignment_SendsNoEvent) {
   GroupForm form;
   test::RunForm(form, false, [&] {
     form.radio.itemIndex = 2;

@@ -106,7 +106,7 @@ TEST(Container, Renumbering_LiveChild_GetsTheBareIndexInItsWindow) {
   });
 }
 
-// What a live child loses by being renumbered, and gets back.
+// A live child that is renumbered loses its route, and gets it back.
 TEST(Container, RenewRoutes_GivesClicksAndColorsBack) {
   PlainForm form;
   Panel first;

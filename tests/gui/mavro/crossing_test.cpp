@@ -39,7 +39,7 @@ struct CrossedForm : Form {
   }
 };
 
-TEST(Crossing, HandlersOfBothKinds_AreToldInOrder_WithThePlace) {
+TEST(Crossing, HandlersOfBothKinds_AreReportedInOrder_WithThePlace) {
   CrossedForm form;
   test::RunForm(form, false, [&] {
     form.MoveTo(5, 5);

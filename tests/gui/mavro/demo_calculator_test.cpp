@@ -2,6 +2,7 @@
 
 #include "DarkPalette.h"
 #include "GuiDriver.h"
+#include "Looks.h"
 
 // The demo as it is shipped, but its main.
 #include "../../../dist/Repos/demos/calculator/calcform.cpp"
@@ -110,13 +111,16 @@ TEST(Calculator, Keys_Calculate) {
   });
 }
 
-TEST(Calculator, Looks) {
+TEST(Calculator, LightAndDark_EveryCaptionCanBeRead) {
   const QPalette light = QApplication::palette();
   for (const bool isDark : {false, true}) {
     QApplication::setPalette(isDark ? test::DarkPalette() : light);
     CalcForm form;
     test::RunForm(form, false, [&] {
       for (const char key : std::string("12.5*8=1024/3=250+15%")) test::Click(ButtonOf(form, key));
+      EXPECT_EQ(Shown(form), "37.5");
+      EXPECT_EQ(test::UnreadableCaptions(form), std::vector<std::string>());
+      EXPECT_EQ(qGray(test::GroundOf(test::Pixels(form))) < 128, isDark);
       const QString scale = qEnvironmentVariable("QT_SCALE_FACTOR", "1");
       test::Shot(form, (isDark ? "calculator-dark-" : "calculator-light-") + scale.toStdString());
     });

@@ -2,6 +2,7 @@
 
 #include "DarkPalette.h"
 #include "GuiDriver.h"
+#include "Looks.h"
 #include "ScriptedDialogs.h"
 
 // The demo as it is shipped, but its main.
@@ -37,7 +38,7 @@ struct Gallery {
   }
 };
 
-TEST(DemoGallery, EveryPage_Shows) {
+TEST(DemoGallery, LightAndDark_EveryPageCanBeRead) {
   const QPalette light = QApplication::palette();
   for (const bool isDark : {false, true}) {
     QApplication::setPalette(isDark ? test::DarkPalette() : light);
@@ -47,6 +48,10 @@ TEST(DemoGallery, EveryPage_Shows) {
       for (int page = 0; page < gallery.Tabs().TabCount(); ++page) {
         gallery.Tabs().selectedIndex = page;
         QApplication::processEvents();
+        const Control& shown = *gallery.Tabs().GetPage(page);
+        EXPECT_TRUE(test::WidgetOf(shown)->isVisible()) << page;
+        EXPECT_EQ(test::UnreadableCaptions(shown), std::vector<std::string>()) << page;
+        EXPECT_EQ(qGray(test::GroundOf(test::Pixels(shown))) < 128, isDark) << page;
         test::Shot(gallery.form, "gallery-" + std::to_string(page) +
                                      (isDark ? "-dark-" : "-light-") + scale.toStdString());
       }

@@ -34,7 +34,7 @@ struct EditForm : Form {
     log.Listen("valid", edit.onValidate);
     log.Listen("ok", ok.onClick);
   }
-  // Types into the edit as a user does, from an empty text, and answers what stands there then.
+  // Types into the edit as a user does, from an empty text, and answers its text then.
   std::string Typed(const char* keys) {
     edit.text = "";
     edit.Focus();

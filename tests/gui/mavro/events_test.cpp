@@ -1,4 +1,4 @@
-// Whose event it is: every input event of every class is told once, to the window it belongs to.
+// Every input event of every class is sent once, to the window that it belongs to.
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
@@ -71,7 +71,7 @@ struct Ear : object {
   void Got(NotifyArgs&) { ++counts["got"]; }
   void Lost(NotifyArgs&) { ++counts["lost"]; }
 
-  // What has come since the last time, as "NAMExCOUNT" in the order of names.
+  // The events since the last call, as "NAMExCOUNT" in the order of names.
   std::string Take() {
     std::string all;
     for (const auto& [name, count] : std::exchange(counts, {}))
@@ -212,15 +212,17 @@ struct EveryClass : testing::TestWithParam<Kind> {
   QPoint Place() {
     return GetParam().at.isNull() ? test::WidgetOf(*control)->rect().center() : GetParam().at;
   }
-  // Puts the mouse where it will be clicked, and forgets what was told of that.
+  // Puts the mouse where it will be clicked, and forgets the events of that.
   void Forget() {
     QWidget* widget = test::WidgetOf(*control);
     QTest::mouseMove(widget->window()->windowHandle(), widget->mapTo(widget->window(), Place()));
     QCoreApplication::processEvents();
     for (const auto& ear : ears) ear->counts.clear();
   }
-  // What the control, its panel and its form were told.
-  std::string Told() { return ears[0]->Take() + " | " + ears[1]->Take() + " | " + ears[2]->Take(); }
+  // The events of the control, its panel and its form.
+  std::string Received() {
+    return ears[0]->Take() + " | " + ears[1]->Take() + " | " + ears[2]->Take();
+  }
 
   Menu fileMenu;
   MenuBar bar;
@@ -234,28 +236,28 @@ struct EveryClass : testing::TestWithParam<Kind> {
 INSTANTIATE_TEST_SUITE_P(Classes, EveryClass, testing::ValuesIn(cKinds),
                          [](const auto& kind) { return kind.param.name; });
 
-TEST_P(EveryClass, MouseButtons_AreToldOnce_ToTheControlAlone) {
+TEST_P(EveryClass, MouseButtons_AreSentOnce_ToTheControlAlone) {
   test::RunForm(form, false, [&] {
     other.Focus();
     Forget();
     test::Click(*control, Place(), Qt::MiddleButton);
     ears[0]->counts.erase("got");
-    EXPECT_EQ(Told(), "downx1 upx1 |  | ");
+    EXPECT_EQ(Received(), "downx1 upx1 |  | ");
   });
 }
 
-TEST_P(EveryClass, MouseMove_IsToldOnce_ToTheControlAlone) {
+TEST_P(EveryClass, MouseMove_IsSentOnce_ToTheControlAlone) {
   test::RunForm(form, false, [&] {
     QWidget* widget = test::WidgetOf(*control);
     QWindow* window = widget->window()->windowHandle();
     Forget();
     QTest::mouseMove(window, widget->mapTo(widget->window(), Place() + QPoint(1, 1)));
     QCoreApplication::processEvents();
-    EXPECT_EQ(Told(), "movex1 |  | ");
+    EXPECT_EQ(Received(), "movex1 |  | ");
   });
 }
 
-TEST_P(EveryClass, DoubleClick_IsToldOnce_ToTheControlAlone) {
+TEST_P(EveryClass, DoubleClick_IsSentOnce_ToTheControlAlone) {
   test::RunForm(form, false, [&] {
     other.Focus();
     Forget();
@@ -264,60 +266,60 @@ TEST_P(EveryClass, DoubleClick_IsToldOnce_ToTheControlAlone) {
     QTest::mouseDClick(widget->window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
                        widget->mapTo(widget->window(), Place()));
     ears[0]->counts.erase("got");
-    EXPECT_EQ(Told(), "doublex1 downx1 upx2 |  | ");
+    EXPECT_EQ(Received(), "doublex1 downx1 upx2 |  | ");
   });
 }
 
-TEST_P(EveryClass, UsedWheel_IsToldOnce_AndGoesNoFurther) {
+TEST_P(EveryClass, UsedWheel_IsSentOnce_AndGoesNoFurther) {
   ears[0]->uses = true;
   test::RunForm(form, false, [&] {
     Forget();
     test::TurnWheel(*control, Place(), -120);
-    EXPECT_EQ(Told(), "wheelx1 |  | ");
+    EXPECT_EQ(Received(), "wheelx1 |  | ");
   });
 }
 
-TEST_P(EveryClass, UnusedWheel_IsToldOnceToEachThatItReaches) {
+TEST_P(EveryClass, UnusedWheel_IsSentOnceToEachThatItReaches) {
   test::RunForm(form, false, [&] {
     Forget();
     test::TurnWheel(*control, Place(), -120);
-    const std::string told = Told();
+    const std::string told = Received();
     EXPECT_TRUE(told == "wheelx1 | wheelx1 | wheelx1" || told == "wheelx1 |  | ") << told;
   });
 }
 
-TEST_P(EveryClass, UsedContextMenu_IsToldOnce_AndGoesNoFurther) {
+TEST_P(EveryClass, UsedContextMenu_IsSentOnce_AndGoesNoFurther) {
   ears[0]->uses = true;
   test::RunForm(form, false, [&] {
     Forget();
     test::Click(*control, Place(), Qt::RightButton);
     ears[0]->counts.erase("got");
-    EXPECT_EQ(Told(), "contextx1 downx1 upx1 |  | ");
+    EXPECT_EQ(Received(), "contextx1 downx1 upx1 |  | ");
   });
 }
 
-TEST_P(EveryClass, Keys_AreToldOnce_ToTheControlAlone) {
+TEST_P(EveryClass, Keys_AreSentOnce_ToTheControlAlone) {
   test::RunForm(form, false, [&] {
     control->Focus();
     if (!control->IsFocused()) return;
     for (const auto key : {Qt::Key_A, Qt::Key_F7}) {
       Forget();
       test::Key(form, key);
-      EXPECT_EQ(Told(),
+      EXPECT_EQ(Received(),
                 key == Qt::Key_A ? "charx1 keyx1 releasex1 |  | " : "keyx1 releasex1 |  | ");
     }
   });
 }
 
-TEST_P(EveryClass, Focus_IsToldOnceComingAndOnceGoing_ToTheControlAlone) {
+TEST_P(EveryClass, Focus_IsSentOnceComingAndOnceGoing_ToTheControlAlone) {
   test::RunForm(form, false, [&] {
     other.Focus();
     Forget();
     control->Focus();
     if (!control->IsFocused()) return;
-    EXPECT_EQ(Told(), "gotx1 |  | ");
+    EXPECT_EQ(Received(), "gotx1 |  | ");
     other.Focus();
-    EXPECT_EQ(Told(), "lostx1 |  | ");
+    EXPECT_EQ(Received(), "lostx1 |  | ");
   });
 }
 
@@ -396,7 +398,7 @@ TEST_F(FormEvents, Keys_OnceWhereNothingHasTheFocus) {
   });
 }
 
-TEST_F(FormEvents, WheelThatGoesUp_IsToldInEachWindowsOwnPlaces) {
+TEST_F(FormEvents, WheelThatGoesUp_IsGivenInEachWindowsOwnPlaces) {
   Panel panel;
   Label label;
   panel.SetBounds(100, 50, 200, 150);
@@ -443,7 +445,7 @@ TEST_F(FormEvents, ContextMenuGoesUp_ToTheFirstWithAMenu) {
 }
 
 // A disabled control takes no input: its parent gets it, as if the control were not there.
-TEST_F(FormEvents, DisabledControl_IsToldNothing) {
+TEST_F(FormEvents, DisabledControl_GetsNothing) {
   Panel panel;
   Button button;
   panel.SetBounds(0, 0, 200, 150);

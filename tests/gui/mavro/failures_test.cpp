@@ -42,21 +42,21 @@ struct ThrowingForm : Form {
   }
 };
 
-constexpr char cTold[] = "Error: A command failed:\n\nhandler failed";
+constexpr char cMessage[] = "Error: A command failed:\n\nhandler failed";
 
-TEST(Failures, Painting_IsToldOnceAndNotTriedAgain) {
+TEST(Failures, Painting_IsReportedOnceAndNotTriedAgain) {
   ThrowingForm form;
   form.custom.onPaint.Add_H(&form.thrower, &Thrower::On<PaintArgs>);
   test::RunForm(form, false, [&] {
     EXPECT_TRUE(test::WaitFor([&] { return !form.dialogs.texts.empty(); }));
     for (int i = 0; i < 5; ++i) test::WidgetOf(form)->grab();
     QApplication::processEvents();
-    EXPECT_EQ(form.dialogs.texts, std::vector<std::string>{cTold});
+    EXPECT_EQ(form.dialogs.texts, std::vector<std::string>{cMessage});
     EXPECT_EQ(form.thrower.calls, 1);
   });
 }
 
-TEST(Failures, Painter_IsToldOnce) {
+TEST(Failures, Painter_IsReportedOnce) {
   ThrowingForm form;
   ChildCtrl child([](ChildCtrl&, Graphics&) { throw std::runtime_error("handler failed"); });
   form.Add(&child);
@@ -68,18 +68,18 @@ TEST(Failures, Painter_IsToldOnce) {
   });
 }
 
-TEST(Failures, Click_IsToldEachTime) {
+TEST(Failures, Click_IsReportedEachTime) {
   ThrowingForm form;
   form.button.onClick.Add_H(&form.thrower, &Thrower::On<NotifyArgs>);
   test::RunForm(form, false, [&] {
     test::Click(form.button);
     test::Click(form.button);
-    EXPECT_EQ(form.dialogs.texts, (std::vector<std::string>{cTold, cTold}));
+    EXPECT_EQ(form.dialogs.texts, (std::vector<std::string>{cMessage, cMessage}));
   });
 }
 
 // The box itself takes the focus away and gives it back.
-TEST(Failures, Focus_IsToldOnce) {
+TEST(Failures, Focus_IsReportedOnce) {
   ThrowingForm form;
   form.edit.onGotFocus.Add_H(&form.thrower, &Thrower::On<NotifyArgs>);
   test::RunForm(form, false, [&] {
@@ -92,7 +92,7 @@ TEST(Failures, Focus_IsToldOnce) {
   });
 }
 
-TEST(Failures, SizeAndDrawing_AreToldOnce) {
+TEST(Failures, SizeAndDrawing_AreReportedOnce) {
   ThrowingForm form;
   test::RunForm(form, false, [&] {
     form.custom.onResize.Add_H(&form.thrower, &Thrower::On<NotifyArgs>);
@@ -101,7 +101,7 @@ TEST(Failures, SizeAndDrawing_AreToldOnce) {
   });
 }
 
-TEST(Failures, MouseMove_IsToldOnce) {
+TEST(Failures, MouseMove_IsReportedOnce) {
   ThrowingForm form;
   form.custom.onMouseMove.Add_H(&form.thrower, &Thrower::On<MouseArgs>);
   test::RunForm(form, false, [&] {
@@ -112,7 +112,7 @@ TEST(Failures, MouseMove_IsToldOnce) {
   });
 }
 
-TEST(Failures, Keys_AreToldAndTheFormGoesOn) {
+TEST(Failures, Keys_AreReportedAndTheFormGoesOn) {
   ThrowingForm form;
   form.onKeyPreview.Add_H(&form.thrower, &Thrower::On<NotifyArgs>);
   test::RunForm(form, false, [&] {
@@ -122,13 +122,13 @@ TEST(Failures, Keys_AreToldAndTheFormGoesOn) {
   });
 }
 
-TEST(Failures, FirstShow_IsTold) {
+TEST(Failures, FirstShow_IsReported) {
   ThrowingForm form;
   form.onShow.Add_H(&form.thrower, &Thrower::On<NotifyArgs>);
   test::RunForm(form, false, [&] { EXPECT_EQ(form.dialogs.texts.size(), 1u); });
 }
 
-TEST(Failures, IdleHook_IsToldOnce) {
+TEST(Failures, IdleHook_IsReportedOnce) {
   ThrowingForm form;
   static int passes;
   passes = 0;
@@ -144,7 +144,7 @@ TEST(Failures, IdleHook_IsToldOnce) {
   EXPECT_LE(form.dialogs.texts.size(), 1u);
 }
 
-TEST(Failures, ThrownThingsThatAreNoExceptions_AreTold) {
+TEST(Failures, ThrownThingsThatAreNoExceptions_AreReported) {
   ThrowingForm form;
   struct Odd : object {
     void On(NotifyArgs&) { throw 7; }

@@ -1,4 +1,4 @@
-// What holds for every kind of control.
+// Rules that hold for every kind of control.
 #include <gtest/gtest.h>
 
 #include <QAccessible>
@@ -158,7 +158,7 @@ TEST_P(EveryKind, AnyText_ComesOutAsItWent) {
 
 enum class Deed { cCloseForm, cDelete, cModal, cThrow };
 
-// What a handler does to what it was called from.
+// Handlers that destroy the control that called them.
 struct Doer : object {
   Doer(Form& itsForm, std::unique_ptr<Control>& its) : form(itsForm), control(its) {}
 

@@ -31,16 +31,16 @@ struct DropForm : Form {
     paths = args.paths;
     ++drops;
   }
-  bool Told() {
+  bool Received() {
     return test::WaitFor([this] { return drops > 0; });
   }
 };
 
-TEST(FileDrop, OnTheForm_IsToldOnce_WithThePathsInOrder) {
+TEST(FileDrop, OnTheForm_IsSentOnce_WithThePathsInOrder) {
   DropForm form;
   test::RunForm(form, false, [&] {
     EXPECT_TRUE(test::FileDrag({"/b c.cpp", "/a.cpp"}).Drop(form));
-    EXPECT_TRUE(form.Told());
+    EXPECT_TRUE(form.Received());
     QTest::qWait(5);
   });
   EXPECT_THAT(form.paths, ElementsAre("/b c.cpp", "/a.cpp"));
@@ -51,7 +51,7 @@ TEST(FileDrop, OnAControlThatTakesText_IsTheForms) {
   DropForm form;
   test::RunForm(form, false, [&] {
     EXPECT_TRUE(test::FileDrag({"/a.cpp"}).Drop(form.edit));
-    EXPECT_TRUE(form.Told());
+    EXPECT_TRUE(form.Received());
     EXPECT_EQ(form.edit.text.Get(), "");
   });
 }
@@ -61,7 +61,7 @@ TEST(FileDrop, Told_AfterTheDropOnly) {
   test::RunForm(form, false, [&] {
     test::FileDrag({"/a.cpp"}).Drop(form);
     EXPECT_EQ(form.drops, 0);
-    EXPECT_TRUE(form.Told());
+    EXPECT_TRUE(form.Received());
   });
 }
 
@@ -69,7 +69,7 @@ TEST(FileDrop, OddBytes_ComeAsTheyAre) {
   DropForm form;
   test::RunForm(form, false, [&] {
     test::FileDrag({"/caf\xE9\n.cpp"}).Drop(form);
-    EXPECT_TRUE(form.Told());
+    EXPECT_TRUE(form.Received());
   });
   EXPECT_THAT(form.paths, ElementsAre("/caf\xE9\n.cpp"));
 }
@@ -80,7 +80,7 @@ TEST(FileDrop, RemoteFiles_AreLeftOut) {
     test::Drag drag;
     drag.data->setUrls({QUrl("https://example.org/a.cpp"), QUrl("file:///here.cpp")});
     drag.Drop(form);
-    EXPECT_TRUE(form.Told());
+    EXPECT_TRUE(form.Received());
   });
   EXPECT_THAT(form.paths, ElementsAre("/here.cpp"));
 }
@@ -105,7 +105,7 @@ TEST(FileDrop, Text_GoesToTheControlBelow) {
   EXPECT_EQ(form.drops, 0);
 }
 
-TEST(FileDrop, IsToldAsACopy_SoThatTheFilesStay) {
+TEST(FileDrop, IsOfferedAsACopy_SoThatTheFilesStay) {
   DropForm form;
   test::RunForm(form, false, [&] {
     test::Drag drag = test::FileDrag({"/a.cpp"});
@@ -119,7 +119,7 @@ TEST(FileDrop, IsToldAsACopy_SoThatTheFilesStay) {
   });
 }
 
-TEST(FileDrop, FormThatDoesNotAccept_IsNotTold) {
+TEST(FileDrop, FormThatDoesNotAccept_IsNotReported) {
   DropForm form;
   form.acceptFiles = false;
   test::RunForm(form, false, [&] {
@@ -136,7 +136,7 @@ TEST(FileDrop, BehindAModalForm_IsNotTaken) {
     Form modal;
     test::RunForm(modal, true, [&] { EXPECT_FALSE(test::FileDrag({"/a.cpp"}).Drop(form)); });
     EXPECT_TRUE(test::FileDrag({"/b.cpp"}).Drop(form));
-    EXPECT_TRUE(form.Told());
+    EXPECT_TRUE(form.Received());
   });
   EXPECT_THAT(form.paths, ElementsAre("/b.cpp"));
 }
@@ -164,7 +164,7 @@ TEST(FileDrop, RunAgain_TakesFilesAgain) {
   test::RunForm(form, false, [] {});
   test::RunForm(form, false, [&] {
     EXPECT_TRUE(test::FileDrag({"/a.cpp"}).Drop(form));
-    EXPECT_TRUE(form.Told());
+    EXPECT_TRUE(form.Received());
   });
   EXPECT_EQ(form.drops, 1);
 }

@@ -1,4 +1,4 @@
-// Where the keyboard is: seen, told, and never a button that can't be pressed.
+// The keyboard focus can be seen, is reported, and is never on a button that can't be pressed.
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
@@ -22,7 +22,7 @@
 namespace mavro {
 namespace {
 
-// Whether the focused widget is painted as one that the keyboard went to.
+// True if the focused widget shows its focus.
 bool FocusIsSeen() {
   QWidget* focused = QApplication::focusWidget();
   if (!focused) return false;
@@ -227,7 +227,7 @@ TEST(FocusEvents, GroupsAndTabs_TellWhatComesAndGoesButNotWhatMovesInside) {
   });
 }
 
-TEST(FocusEvents, FocusSentBackFromOnLostFocus_IsToldToWhereItEnds) {
+TEST(FocusEvents, FocusSentBackFromOnLostFocus_IsReportedWhereItEnds) {
   test::EventLog log;
   Form form;
   Edit first, second;

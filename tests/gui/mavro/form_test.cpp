@@ -122,7 +122,7 @@ TEST(Form, Close_Refused_StaysWithItsWindows) {
   EXPECT_TRUE(shown);
 }
 
-TEST(Form, Run_AgainAfterClose_MakesTheWindowsAnew) {
+TEST(Form, Run_AgainAfterClose_MakesTheWindowsAgain) {
   RecordingForm form;
   test::RunForm(form, false, [] {});
   form.log.clear();
@@ -278,7 +278,7 @@ TEST(Menu, MenuClick_ReachesTheHandler) {
   EXPECT_EQ(form.acts.log, "1300 ");
 }
 
-// What the native menu bar shows.
+// The texts of the native menu bar.
 QAction* ShownItem(const MenuForm& form, int row) {
   const auto* bar = test::WidgetOf(form)->findChild<QMenuBar*>();
   return bar->actions().at(0)->menu()->actions().at(row);

@@ -40,7 +40,7 @@ TEST(Icons, Numbers_GoFromNoneToDown) {
   EXPECT_EQ(Names().size(), 44u);
 }
 
-// The list that the strip is composed from names each picture's constant behind its number.
+// The list that the strip is composed from names each picture's constant after its number.
 TEST(Icons, Strip_HoldsThePicturesInThatOrder) {
   std::ifstream list(TEST_DATA "/../../dist/pictures/strip-1.list");
   const std::vector<std::string> names = Names();

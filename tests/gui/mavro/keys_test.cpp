@@ -1,4 +1,4 @@
-// Each named key is what a control is told when it is pressed.
+// A control gets the named key when that key is pressed.
 #include "Keys.h"
 
 #include <gtest/gtest.h>
@@ -68,7 +68,7 @@ struct KeyForm : Form {
   }
 };
 
-TEST(Keys, EachName_IsWhatAControlIsTold) {
+TEST(Keys, EachName_IsTheKeyThatAControlGets) {
   KeyForm form;
   test::RunForm(form, false, [&] {
     form.field.Focus();

@@ -93,6 +93,8 @@ TEST(Label, NamedControl_Destroyed_IsForgotten) {
     edit.reset();
     test::Key(form, Qt::Key_N, Qt::AltModifier);
     label.text = "still here";
+    EXPECT_EQ(label.text, "still here");
+    EXPECT_FALSE(test::WidgetOf(label)->hasFocus());
   });
 }
 

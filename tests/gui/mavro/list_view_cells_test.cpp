@@ -214,7 +214,7 @@ TEST(ListView, Editing_InvalidBytesStayUntilTheUserTypes) {
   });
 }
 
-TEST(ListView, ClearedOrDestroyed_WhileEditing) {
+TEST(ListView, ClearedOrDestroyed_WhileEditing_TheCellsEditorGoes) {
   for (const bool destroy : {false, true}) {
     CellForm form;
     auto list = std::make_unique<ListView>();
@@ -229,6 +229,8 @@ TEST(ListView, ClearedOrDestroyed_WhileEditing) {
       else
         list->Clear();
       QCoreApplication::processEvents();
+      for (const QLineEdit* edit : test::WidgetOf(form)->findChildren<QLineEdit*>())
+        EXPECT_FALSE(edit->isVisible()) << destroy;
     });
   }
 }

@@ -88,7 +88,7 @@ TEST(BlockingRun, WindowsRepaintWhileTheToolRuns) {
         },
         "");
     console.Execute("bash -c \"echo a; sleep 0.3\"", SpawnConsole::Mode::cBlocking);
-    EXPECT_GE(paintsBefore, 0);
+    EXPECT_GE(paintsBefore, 0) << "no output came";
     EXPECT_GT(counter.paints, paintsBefore);
   });
 }

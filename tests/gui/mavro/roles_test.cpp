@@ -1,4 +1,4 @@
-// What screen readers are told that windows and their parts are, and what these are called.
+// The roles and names of windows and their parts, as screen readers get them.
 #include <gtest/gtest.h>
 
 #include <QAccessible>

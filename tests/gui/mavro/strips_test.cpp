@@ -77,7 +77,7 @@ TEST_F(Strips, EveryIndexHasAPictureAtEveryScale) {
             << std::hex << strip.id << " " << i << " " << scale;
 }
 
-TEST_F(Strips, IndexBehindTheEnd_HasNone) {
+TEST_F(Strips, IndexAfterTheEnd_HasNone) {
   for (const StripRow& strip : AllStrips()) {
     ASSERT_GT(strip.count, 5);
     EXPECT_FALSE(StripIcon(strip.id, strip.count - 1).isNull());

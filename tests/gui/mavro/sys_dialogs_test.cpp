@@ -173,7 +173,7 @@ TEST(FileDialog, Toolkit_FilterNamedWithItsPatterns_SaysThemOnce) {
 
 // Group: message boxes as they are shown.
 
-// What a box that is open answers to a key, or -1 when the key left it open.
+// The answer of an open box to a key, or -1 when the key left it open.
 int AnswerToKey(int flags, Qt::Key key) {
   bool stayed = false;
   QTimer::singleShot(0, [&] {

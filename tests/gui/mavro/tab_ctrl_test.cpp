@@ -81,7 +81,7 @@ TEST(TabCtrl, Page_FillsTheAreaBelowTheTabs) {
   });
 }
 
-TEST(TabCtrl, Page_ShownAfterAResize_IsPlacedAnew) {
+TEST(TabCtrl, Page_ShownAfterAResize_IsPlacedAgain) {
   TabForm form;
   test::RunForm(form, false, [&] {
     form.SetSize(640, 300);
@@ -113,7 +113,7 @@ TEST(TabCtrl, SelectedIndex_Assigned_ShowsThePageAndTells) {
   EXPECT_EQ(form.log, "change 2; ");
 }
 
-TEST(TabCtrl, SelectedIndex_AssignedBeforeTheWindow_TellsNobody) {
+TEST(TabCtrl, SelectedIndex_AssignedBeforeTheWindow_SendsNoEvent) {
   TabForm form;
   form.tabs->selectedIndex = 1;
   test::RunForm(form, false, [&] {

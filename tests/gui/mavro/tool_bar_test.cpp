@@ -336,7 +336,7 @@ TEST(ToolRowPlan, AllFit_StandSideBySideWithoutMore) {
   EXPECT_EQ(plan.more, Rect());
 }
 
-TEST(ToolRowPlan, FirstWithoutRoom_TakesAllBehindItAlong) {
+TEST(ToolRowPlan, FirstWithoutRoom_TakesAllAfterItAlong) {
   const ToolRowPlan plan = PlanToolRows({{}, ControlWish(100, 24), {}}, 100, 32, 22, 22);
   EXPECT_EQ(plan.places[0].width, 28);
   EXPECT_EQ(plan.places[1], Rect());

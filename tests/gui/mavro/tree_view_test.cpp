@@ -118,7 +118,7 @@ TEST(TreeView, RightClick_SelectsTheNodeUnderIt) {
   });
 }
 
-TEST(TreeView, Select_ByTheProgram_TellsNobody) {
+TEST(TreeView, Select_ByTheProgram_SendsNoEvent) {
   TreeForm form;
   form.tree->Select(form.src);
   test::RunForm(form, false, [&] {
@@ -396,7 +396,7 @@ TEST(TreeView, AddNode_FiveThousandUnderOneFolder_AllFound) {
   });
 }
 
-TEST(TreeViewDeathTest, InsertNode_BehindTheEnd) {
+TEST(TreeViewDeathTest, InsertNode_AfterTheEnd) {
   TreeForm form;
   EXPECT_DEATH(form.tree->InsertNode(form.inc, 2, "x", 1), "at <= static_cast<int>");
 }

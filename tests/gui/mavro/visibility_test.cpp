@@ -177,7 +177,7 @@ TEST(Visible, OnVisible_TellsEachComingAndGoingOnce) {
   });
 }
 
-// What a handler does to the tree while it is being shown or hidden.
+// Handlers that change the tree while it is being shown or hidden.
 TEST(Visible, HandlersThatSwitchOrDestroy_LeaveTheTreeAgreeing) {
   for (const int deed : {0, 1, 2}) {
     test::EventLog log;

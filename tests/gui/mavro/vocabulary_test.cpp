@@ -1,5 +1,5 @@
-// Every word that designed forms are written in stands once in this program, as they write it: each
-// control's properties in the order of the designer's table, then its events.
+// Every word that designed forms are written in is used once in this program, as they write it:
+// each control's properties in the order of the designer's table, then its events.
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>

@@ -121,7 +121,7 @@ TEST(SciCommands, Case_OfTheSelection_IsChanged) {
   });
 }
 
-TEST(SciCommands, SelectToMatch_TheCaretStandsBehindTheBrace) {
+TEST(SciCommands, SelectToMatch_TheCaretIsAfterTheBrace) {
   for (const char* before : {"x (a)@ b", "x (@a) b"}) {
     EditorForm form;
     RunEditor(form, [&] {

@@ -14,6 +14,7 @@
 namespace mavro {
 namespace {
 
+using test::AsPixel;
 using test::EditorForm;
 using test::RunEditor;
 
@@ -21,8 +22,8 @@ TEST(SciEditor, Send_BeforeTheWindow_AnswersNothing) {
   SciEditor editor;
   EXPECT_EQ(editor.Send(SCI_GETLENGTH), 0);
   EXPECT_EQ(editor.GetText(), "");
-  EXPECT_FALSE(editor.load("/nowhere"));
-  EXPECT_FALSE(editor.save("/nowhere"));
+  EXPECT_FALSE(editor.load("/nowhere").Ok());
+  EXPECT_FALSE(editor.save("/nowhere").Ok());
 }
 
 TEST(SciEditor, Type_Letters_StandInTheText) {
@@ -182,7 +183,7 @@ TEST(SciEditor, LexerProperties_FollowTheOptions) {
   });
 }
 
-TEST(SciEditor, Styles_RowsOfTheLanguage_AreSentAsTold) {
+TEST(SciEditor, Styles_RowsOfTheLanguage_AreSentAsGiven) {
   EditorForm form;
   RunEditor(form, [&] {
     const SciEditor& editor = form.editor;
@@ -262,11 +263,6 @@ QRgb GroundBehind(EditorForm& form, int line) {
   const auto y = form.editor.Send(SCI_POINTYFROMPOSITION, 0,
                                   static_cast<std::intptr_t>(form.editor.LineStart(line)));
   return image.pixel(image.width() / 2, static_cast<int>(y) + 4);
-}
-
-QRgb AsPixel(EditorColour colour) {
-  const ColourPair pair = ColourOf(colour);
-  return qRgb(pair.light & 0xFF, pair.light >> 8 & 0xFF, pair.light >> 16 & 0xFF);
 }
 
 TEST(SciEditor, MarkedLine_HasItsGroundAndSign_AlsoUnderTheCaret) {
@@ -393,7 +389,7 @@ TEST(SciEditor, Insert_Key_SwitchesToOvertype) {
   });
 }
 
-TEST(SciEditor, Dwell_PositionZero_IsNotTold) {
+TEST(SciEditor, Dwell_PositionZero_IsNotReported) {
   EditorForm form;
   RunEditor(form, [&] {
     form.Fill("abc");

@@ -40,18 +40,19 @@ TEST(SciFaults, Save_TargetWithoutWriteRight_EachOption_KeepsTheTextAndDirty) {
     for (const SaveOptions& row : cSaveOptions) {
       const std::string path = folder.Write("a.txt", "a \t\nb ");
       ASSERT_EQ(chmod(path.c_str(), 0444), 0);
-      ASSERT_TRUE(form.editor.load(path));
+      ASSERT_TRUE(form.editor.load(path).Ok());
       form.Type("Q");
       {
         const test::WithoutRights user;
-        EXPECT_FALSE(form.editor.save(path, {row.strip, row.ensure})) << row.text;
+        EXPECT_EQ(form.editor.save(path, {row.strip, row.ensure}).error,
+                  "can't write " + path + ": Permission denied")
+            << row.text;
       }
-      EXPECT_EQ(form.editor.saveError, "can't write " + path + ": Permission denied");
       EXPECT_EQ(form.editor.GetText(), row.text);
       EXPECT_TRUE(form.editor.dirty);
       EXPECT_EQ(folder.Read("a.txt"), "a \t\nb ");
       ASSERT_EQ(chmod(path.c_str(), 0644), 0);
-      EXPECT_TRUE(form.editor.save(path, {row.strip, row.ensure}));
+      EXPECT_TRUE(form.editor.save(path, {row.strip, row.ensure}).Ok());
       EXPECT_EQ(folder.Read("a.txt"), row.text);
       EXPECT_FALSE(form.editor.dirty);
       EXPECT_EQ(folder.Names(), std::vector<std::string>{"a.txt"});
@@ -64,8 +65,8 @@ TEST(SciFaults, Save_CleanTextThatCantBeWritten_StaysClean) {
   const test::TempFolder folder;
   EditorForm form;
   RunEditor(form, [&] {
-    ASSERT_TRUE(form.editor.load(folder.Write("a.txt", "a\n")));
-    EXPECT_FALSE(form.editor.save(folder.Path()));
+    ASSERT_TRUE(form.editor.load(folder.Write("a.txt", "a\n")).Ok());
+    EXPECT_FALSE(form.editor.save(folder.Path()).Ok());
     EXPECT_FALSE(form.editor.dirty);
     EXPECT_EQ(form.editor.fileName, folder.Path("a.txt"));
   });
@@ -99,7 +100,7 @@ TEST(SciFaults, LineOfMegabytes_AskedFor_IsShownWalkedTypedIntoAndSaved) {
     for (const LongLineCase& row : cases) {
       const std::string before = LongLine(row);
       const std::string path = folder.Write(row.name, before + row.lineEnd);
-      ASSERT_TRUE(form.editor.load(path));
+      ASSERT_TRUE(form.editor.load(path).Ok());
       dialogs.answers = {Answer::cYes};
       ASSERT_TRUE(form.editor.ShowLongLine());
       form.Settle();
@@ -108,7 +109,7 @@ TEST(SciFaults, LineOfMegabytes_AskedFor_IsShownWalkedTypedIntoAndSaved) {
       EXPECT_EQ(form.editor.CaretPosition(), static_cast<int>(before.size()));
       form.Type("Q");
       form.Settle();
-      ASSERT_TRUE(form.editor.save(path));
+      ASSERT_TRUE(form.editor.save(path).Ok());
       EXPECT_TRUE(folder.Read(row.name) == before + "Q" + row.lineEnd) << row.name;
     }
   });
@@ -128,7 +129,7 @@ TEST(SciFaults, Load_FileThatShrinksAndGrowsMeanwhile_HoldsOnlyItsBytes) {
         if (truncate(path.c_str(), round % 7 * cLong / 7) != 0) return;
     });
     for (int i = 0; i < 100; ++i) {
-      EXPECT_TRUE(form.editor.load(path));
+      EXPECT_TRUE(form.editor.load(path).Ok());
       const std::string text = form.editor.GetText();
       EXPECT_LE(text.size(), static_cast<size_t>(cLong));
       EXPECT_EQ(text.find_first_not_of(std::string("x\0", 2)), std::string::npos);
@@ -155,7 +156,7 @@ TEST(SciFaults, Load_FileThatComesAndGoes_IsWholeOrRefused) {
     });
     for (int i = 0; i < 200; ++i) {
       form.Fill("before");
-      const bool loaded = form.editor.load(path);
+      const bool loaded = form.editor.load(path).Ok();
       EXPECT_EQ(form.editor.GetText(), loaded ? "whole\n" : "before");
     }
     ended = true;

@@ -71,13 +71,31 @@ const EncodingCase cEncodings[] = {
     {"nul", std::string("a\0b\n", 4), std::string("a\0b\n", 4), 0, 0, "UTF-8"},
 };
 
+// The number may come from a damaged file.
+TEST(SciFiles, TakeText_NumberThatIsNoEncoding_IsPlainText) {
+  test::TempFolder folder;
+  EditorForm form;
+  RunEditor(form, [&] {
+    for (const int number : {-1, cByteLetters + 1, 255}) {
+      form.editor.TakeText("\u00E4\n", number, "");
+      EXPECT_EQ(form.editor.encoding, cPlainText) << number;
+      EXPECT_EQ(form.editor.EncodingName(), "UTF-8");
+      ASSERT_TRUE(form.editor.save(folder.Path("a")).Ok()) << number;
+      EXPECT_EQ(folder.Read("a"), "\u00E4\n") << number;
+    }
+    form.editor.TakeText("\u00E4\n", cByteLetters, "");
+    ASSERT_TRUE(form.editor.save(folder.Path("a")).Ok());
+    EXPECT_EQ(folder.Read("a"), "\xE4\n");
+  });
+}
+
 TEST(SciFiles, LoadAndSave_EachEncoding_GivesTheSameBytes) {
   test::TempFolder folder;
   EditorForm form;
   RunEditor(form, [&] {
     for (const EncodingCase& row : cEncodings) {
       const std::string path = folder.Write("a.cpp", row.bytes);
-      ASSERT_TRUE(form.editor.load(path)) << row.name;
+      ASSERT_TRUE(form.editor.load(path).Ok()) << row.name;
       EXPECT_EQ(form.editor.GetText(), row.text) << row.name;
       EXPECT_EQ(form.editor.encoding, row.encoding) << row.name;
       EXPECT_EQ(form.editor.codePage, row.codePage) << row.name;
@@ -87,7 +105,7 @@ TEST(SciFiles, LoadAndSave_EachEncoding_GivesTheSameBytes) {
       EXPECT_EQ(form.editor.CaretPosition(), 0);
       EXPECT_EQ(form.editor.Send(SCI_CANUNDO), 0);
       EXPECT_EQ(form.editor.fileName, path);
-      ASSERT_TRUE(form.editor.save(folder.Path("b.cpp"))) << row.name;
+      ASSERT_TRUE(form.editor.save(folder.Path("b.cpp")).Ok()) << row.name;
       EXPECT_EQ(folder.Read("b.cpp"), row.bytes) << row.name;
     }
   });
@@ -102,12 +120,12 @@ TEST(SciFiles, Save_BytesThatUtf16HasNoLetterFor_IsRefusedInWords) {
   const std::string path = folder.Write("a.txt", before);
   EditorForm form;
   RunEditor(form, [&] {
-    ASSERT_TRUE(form.editor.load(path));
+    ASSERT_TRUE(form.editor.load(path).Ok());
     form.editor.Select(0, 0);
     form.editor.ReplaceSelection("\xFF");
-    EXPECT_FALSE(form.editor.save(path));
+    const std::string error = form.editor.save(path).error;
+    EXPECT_NE(error.find("UTF-16 LE has no letter for"), std::string::npos) << error;
     EXPECT_TRUE(form.editor.dirty);
-    EXPECT_NE(form.editor.saveError.find("UTF-16 LE has no letter for"), std::string::npos);
     EXPECT_EQ(folder.Read("a.txt"), before);
   });
 }
@@ -174,7 +192,7 @@ TEST(SciFiles, OneLetterTyped_ChangesThatLetterAndNothingElse_In1000Files) {
     for (int seed = 0; seed < 1000; ++seed) {
       const std::string before = OddFile(seed, random);
       const std::string path = folder.Write("a.txt", before);
-      ASSERT_TRUE(form.editor.load(path)) << seed;
+      ASSERT_TRUE(form.editor.load(path).Ok()) << seed;
       const std::string text = form.editor.GetText();
       const std::string shown = form.editor.GetRange(0, form.editor.Length());
       const int place = seed % 4 ? PlaceToType(shown, random) : 0;
@@ -183,7 +201,7 @@ TEST(SciFiles, OneLetterTyped_ChangesThatLetterAndNothingElse_In1000Files) {
       form.editor.Select(place, place);
       form.Type("Q");
       ASSERT_TRUE(form.editor.dirty) << seed;
-      ASSERT_TRUE(form.editor.save(path)) << seed;
+      ASSERT_TRUE(form.editor.save(path).Ok()) << seed;
       ASSERT_FALSE(form.editor.dirty) << seed;
       ASSERT_TRUE(folder.Read("a.txt") == WithLetter(before, text, caret, form.editor.encoding))
           << "file " << seed << ", letter " << caret;
@@ -198,7 +216,7 @@ TEST(SciFiles, LineEnds_TheFirstOne_IsTyped) {
   EditorForm form;
   RunEditor(form, [&] {
     for (const auto& [bytes, name] : cases) {
-      ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)));
+      ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)).Ok());
       EXPECT_EQ(form.editor.LineEndName(), name) << bytes;
     }
   });
@@ -213,7 +231,7 @@ TEST(SciFiles, Load_WhatIsNoFile_IsRefusedAndNothingChanges) {
     form.Fill("kept");
     for (const std::string& path :
          {folder.Path("missing"), folder.Path(), fifo, std::string("/dev/zero"), std::string()}) {
-      EXPECT_FALSE(form.editor.load(path)) << path;
+      EXPECT_FALSE(form.editor.load(path).Ok()) << path;
       EXPECT_EQ(form.editor.GetText(), "kept") << path;
     }
   });
@@ -223,10 +241,10 @@ TEST(SciFiles, Load_Missing_SaysSoWhenAsked) {
   test::ScriptedDialogs dialogs;
   EditorForm form;
   RunEditor(form, [&] {
-    EXPECT_FALSE(form.editor.load("/no/such"));
+    EXPECT_FALSE(form.editor.load("/no/such").Ok());
     EXPECT_TRUE(dialogs.texts.empty());
     form.editor.reportMissing = true;
-    EXPECT_FALSE(form.editor.load("/no/such"));
+    EXPECT_FALSE(form.editor.load("/no/such").Ok());
     ASSERT_EQ(dialogs.texts.size(), 1u);
     EXPECT_NE(dialogs.texts[0].find("Could not open file \"/no/such\""), std::string::npos);
   });
@@ -239,15 +257,15 @@ TEST(SciFiles, Load_NoRightToRead_IsRefused) {
   EditorForm form;
   RunEditor(form, [&] {
     const test::WithoutRights user;
-    EXPECT_FALSE(form.editor.load(path));
+    EXPECT_FALSE(form.editor.load(path).Ok());
   });
 }
 
-// A file below /proc tells no size: what is read counts, as with one that grows or shrinks.
+// A file below /proc reports no size: the bytes read count, as for a file that grows or shrinks.
 TEST(SciFiles, Load_SizeThatIsNotTrue_ReadsWhatIsThere) {
   EditorForm form;
   RunEditor(form, [&] {
-    ASSERT_TRUE(form.editor.load("/proc/self/status"));
+    ASSERT_TRUE(form.editor.load("/proc/self/status").Ok());
     EXPECT_EQ(form.editor.GetText().substr(0, 5), "Name:");
   });
 }
@@ -256,10 +274,10 @@ TEST(SciFiles, Load_ASecondFile_ReplacesTheFirstWhole) {
   test::TempFolder folder;
   EditorForm form;
   RunEditor(form, [&] {
-    ASSERT_TRUE(form.editor.load(folder.Write("a", "\xEF\xBB\xBFone\r\n")));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", "\xEF\xBB\xBFone\r\n")).Ok());
     form.editor.ToggleBookmark(0);
     form.editor.OnCommand(cSciReadOnly);
-    ASSERT_TRUE(form.editor.load(folder.Write("b", "two\n")));
+    ASSERT_TRUE(form.editor.load(folder.Write("b", "two\n")).Ok());
     EXPECT_EQ(form.editor.GetText(), "two\n");
     EXPECT_EQ(form.editor.encoding, 0);
     EXPECT_EQ(form.editor.Send(SCI_MARKERGET, 0), 0);
@@ -290,8 +308,8 @@ TEST(SciFiles, Save_StripAndLastLine_EachOption) {
   RunEditor(form, [&] {
     for (const SaveCase& row : cases) {
       const std::string path = folder.Write("a", row.before);
-      ASSERT_TRUE(form.editor.load(path));
-      ASSERT_TRUE(form.editor.save(path, {row.strip, row.ensure}));
+      ASSERT_TRUE(form.editor.load(path).Ok());
+      ASSERT_TRUE(form.editor.save(path, {row.strip, row.ensure}).Ok());
       EXPECT_EQ(folder.Read("a"), row.after);
       EXPECT_FALSE(form.editor.dirty);
     }
@@ -303,8 +321,8 @@ TEST(SciFiles, Save_Stripping_IsOneStepBack) {
   EditorForm form;
   RunEditor(form, [&] {
     const std::string path = folder.Write("a", "a \nb \nc \n");
-    ASSERT_TRUE(form.editor.load(path));
-    ASSERT_TRUE(form.editor.save(path, {.stripTrailing = true}));
+    ASSERT_TRUE(form.editor.load(path).Ok());
+    ASSERT_TRUE(form.editor.save(path, {.stripTrailing = true}).Ok());
     form.editor.OnCommand(cSciUndo);
     EXPECT_EQ(form.editor.GetText(), "a \nb \nc \n");
     EXPECT_TRUE(form.editor.dirty);
@@ -319,14 +337,13 @@ TEST(SciFiles, Save_EverySystemCallFailing_OldOrNewContentAndStillDirty) {
     bool hit = true;
     for (int call = 1; hit; ++call) {
       folder.Write("a", "old  \n");
-      ASSERT_TRUE(form.editor.load(path));
+      ASSERT_TRUE(form.editor.load(path).Ok());
       form.editor.ReplaceSelection("new ");
       test::FileFaults faults(call, ENOSPC);
-      const bool saved = form.editor.save(path, {.stripTrailing = true});
+      const bool saved = form.editor.save(path, {.stripTrailing = true}).Ok();
       hit = faults.hit;
       EXPECT_EQ(form.editor.GetText(), "new old\n") << "the stripped text stays";
       EXPECT_EQ(form.editor.dirty, !saved) << call;
-      EXPECT_EQ(form.editor.saveError.empty(), saved) << call;
       const std::string content = folder.Read("a");
       EXPECT_TRUE(content == "new old\n" || (!saved && content == "old  \n")) << call;
       ASSERT_LT(call, 200);
@@ -340,7 +357,7 @@ TEST(SciFiles, Save_FolderAsTarget_IsRefused) {
   RunEditor(form, [&] {
     form.Fill("a ");
     form.editor.ReplaceSelection("x");
-    EXPECT_FALSE(form.editor.save(folder.Path(), {.stripTrailing = true}));
+    EXPECT_FALSE(form.editor.save(folder.Path(), {.stripTrailing = true}).Ok());
     EXPECT_EQ(form.editor.GetText(), "xa") << "stripped all the same";
     EXPECT_TRUE(form.editor.dirty);
   });
@@ -351,13 +368,13 @@ TEST(SciFiles, ForeignLetters_TypedIntoAscii_AreUtf8) {
   EditorForm form;
   RunEditor(form, [&] {
     const std::string path = folder.Write("a", "int a;\n");
-    ASSERT_TRUE(form.editor.load(path));
+    ASSERT_TRUE(form.editor.load(path).Ok());
     EXPECT_EQ(form.editor.codePage, 0);
     QTest::sendKeyEvent(QTest::Click, test::WidgetOf(form.editor), Qt::Key_unknown,
                         QStringLiteral("\u00E4"), Qt::NoModifier);
     EXPECT_EQ(form.editor.codePage, 65001);
     EXPECT_EQ(form.editor.encoding, 0);
-    ASSERT_TRUE(form.editor.save(path));
+    ASSERT_TRUE(form.editor.save(path).Ok());
     EXPECT_EQ(folder.Read("a"), "\xC3\xA4int a;\n");
   });
 }
@@ -367,10 +384,10 @@ TEST(SciFiles, ForeignLetters_TypedIntoOtherBytes_AreOneByte) {
   EditorForm form;
   RunEditor(form, [&] {
     const std::string path = folder.Write("a", "\xFF\n");
-    ASSERT_TRUE(form.editor.load(path));
+    ASSERT_TRUE(form.editor.load(path).Ok());
     QTest::sendKeyEvent(QTest::Click, test::WidgetOf(form.editor), Qt::Key_unknown,
                         QStringLiteral("\u00E4"), Qt::NoModifier);
-    ASSERT_TRUE(form.editor.save(path));
+    ASSERT_TRUE(form.editor.save(path).Ok());
     EXPECT_EQ(folder.Read("a"), "\xE4\xFF\n");
   });
 }
@@ -384,14 +401,14 @@ TEST(SciFiles, HugeText_IsShownWithoutStylesAndFolds) {
   form.editor.options->foldMargin = true;
   RunEditor(form, [&] {
     form.editor.OnCommand(cSciWrapLines);
-    ASSERT_TRUE(form.editor.load(path));
+    ASSERT_TRUE(form.editor.load(path).Ok());
     EXPECT_TRUE(form.editor.IsHuge());
     EXPECT_EQ(form.editor.Send(SCI_GETLEXER), 1);
     EXPECT_EQ(form.editor.Send(SCI_GETMARGINWIDTHN, 2), 0);
     EXPECT_EQ(form.editor.Send(SCI_GETWRAPMODE), 0);
     form.editor.OnCommand(cSciWrapLines);
     EXPECT_EQ(form.editor.Send(SCI_GETWRAPMODE), 0);
-    ASSERT_TRUE(form.editor.load(folder.Write("a.cpp", "int a;\n")));
+    ASSERT_TRUE(form.editor.load(folder.Write("a.cpp", "int a;\n")).Ok());
     EXPECT_FALSE(form.editor.IsHuge());
     EXPECT_EQ(form.editor.Send(SCI_GETLEXER), 3);
     EXPECT_EQ(form.editor.Send(SCI_GETMARGINWIDTHN, 2), 20);
@@ -402,7 +419,7 @@ TEST(SciFiles, HiddenCharacters_AreWiderThanNothing) {
   test::TempFolder folder;
   EditorForm form;
   RunEditor(form, [&] {
-    ASSERT_TRUE(form.editor.load(folder.Write("a", "a\u200B\u202Eb\u00ADc\u2066\n")));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", "a\u200B\u202Eb\u00ADc\u2066\n")).Ok());
     form.Settle();
     const auto x = [&](int position) {
       return form.editor.Send(SCI_POINTXFROMPOSITION, 0, static_cast<std::intptr_t>(position));

@@ -32,7 +32,7 @@ const std::string& LongLine() {
   return line;
 }
 
-// Of this process, so that a busy machine doesn't count.
+// The processor time of this process, so that a busy machine doesn't count.
 double Now() {
   timespec time{};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
@@ -75,12 +75,12 @@ TEST(SciLongLines, Load_WhateverTheLines_IsOnTheScreenWithinTwoSecondsAndSavedTh
     form.editor.options->foldMargin = true;
     RunEditor(form, [&] {
       const double start = Now();
-      ASSERT_TRUE(form.editor.load(path)) << row.name;
+      ASSERT_TRUE(form.editor.load(path).Ok()) << row.name;
       form.Settle();
       EXPECT_LT(Now() - start, cMostSeconds) << row.name;
       EXPECT_FALSE(form.editor.dirty);
       EXPECT_EQ(form.editor.Send(SCI_CANUNDO), 0);
-      ASSERT_TRUE(form.editor.save(folder.Path("b"))) << row.name;
+      ASSERT_TRUE(form.editor.save(folder.Path("b")).Ok()) << row.name;
       EXPECT_TRUE(folder.Read("b") == bytes) << row.name;
     });
   }
@@ -92,7 +92,7 @@ TEST(SciLongLines, Load_ALineOfTheLimit_IsShownAndOneByteMoreIsNot) {
   RunEditor(form, [&] {
     for (const size_t more : {0, 1}) {
       const std::string bytes = "a\n" + Numbers(cLimit + more) + "\nb\n";
-      ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)));
+      ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)).Ok());
       EXPECT_EQ(form.editor.LinesNotShown(), static_cast<int>(more));
       EXPECT_EQ(form.editor.GetRange(0, form.editor.Length()),
                 more ? "a\n" + StandIn(0) + "\nb\n" : bytes);
@@ -130,14 +130,14 @@ TEST(SciLongLines, EachEncoding_IsKeptAndOneLetterTypedChangesNothingElse) {
         {before + "\xC3\xA4", after + "\xC3\xA4", "UTF-8"},
     };
     for (const auto& [bytes, changed, name] : cases) {
-      ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)));
+      ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)).Ok());
       EXPECT_EQ(form.editor.LinesNotShown(), 1) << name;
       EXPECT_EQ(form.editor.EncodingName(), name);
-      ASSERT_TRUE(form.editor.save(folder.Path("a")));
+      ASSERT_TRUE(form.editor.save(folder.Path("a")).Ok());
       EXPECT_TRUE(folder.Read("a") == bytes) << name;
       form.editor.Select(1, 1);
       form.Type("Q");
-      ASSERT_TRUE(form.editor.save(folder.Path("a")));
+      ASSERT_TRUE(form.editor.save(folder.Path("a")).Ok());
       EXPECT_TRUE(folder.Read("a") == changed) << name;
     }
   });
@@ -148,14 +148,14 @@ TEST(SciLongLines, OtherBytes_ALetterThatIsNoByte_IsRefusedInWords) {
   EditorForm form;
   RunEditor(form, [&] {
     const std::string bytes = "\xE4\n" + LongLine();
-    ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)).Ok());
     form.editor.ReplaceSelection("\u20AC");
-    EXPECT_FALSE(form.editor.save(folder.Path("a")));
-    EXPECT_NE(form.editor.saveError.find("letters that are no byte"), std::string::npos);
+    const std::string error = form.editor.save(folder.Path("a")).error;
+    EXPECT_NE(error.find("letters that are no byte"), std::string::npos) << error;
     EXPECT_TRUE(form.editor.dirty);
     form.editor.OnCommand(cSciUndo);
     form.editor.ReplaceSelection("\u00FC");
-    ASSERT_TRUE(form.editor.save(folder.Path("a")));
+    ASSERT_TRUE(form.editor.save(folder.Path("a")).Ok());
     EXPECT_TRUE(folder.Read("a") == "\xFC" + bytes);
   });
 }
@@ -165,7 +165,7 @@ TEST(SciLongLines, SelectAllDeleteAndUndo_BringsEveryByteBack) {
   EditorForm form;
   RunEditor(form, [&] {
     const std::string bytes = "a\n" + LongLine() + "\nb" + LongLine() + "\n";
-    ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)).Ok());
     form.editor.Select(0, form.editor.Length());
     test::Key(form, Qt::Key_Delete);
     EXPECT_EQ(form.editor.GetText(), "");
@@ -176,7 +176,7 @@ TEST(SciLongLines, SelectAllDeleteAndUndo_BringsEveryByteBack) {
     form.editor.OnCommand(cSciRedo);
     EXPECT_EQ(form.editor.GetText(), "");
     form.editor.OnCommand(cSciUndo);
-    ASSERT_TRUE(form.editor.save(folder.Path("a")));
+    ASSERT_TRUE(form.editor.save(folder.Path("a")).Ok());
     EXPECT_TRUE(folder.Read("a") == bytes);
   });
 }
@@ -186,7 +186,7 @@ TEST(SciLongLines, TypingAroundTheNote_NeverTakesAByteOfIt) {
   EditorForm form;
   form.editor.options->smartIndent = false;
   RunEditor(form, [&] {
-    ASSERT_TRUE(form.editor.load(folder.Write("a", "ab\n" + LongLine() + "\ncd\n")));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", "ab\n" + LongLine() + "\ncd\n")).Ok());
     form.editor.Select(3, 3);
     form.Type("Q");
     EXPECT_TRUE(form.editor.GetText() == "ab\nQ" + LongLine() + "\ncd\n");
@@ -205,7 +205,7 @@ TEST(SciLongLines, Overtyping_BeforeTheNote_PutsLettersIn) {
   test::TempFolder folder;
   EditorForm form;
   RunEditor(form, [&] {
-    ASSERT_TRUE(form.editor.load(folder.Write("a", "ab\n" + LongLine() + "\ncd\n")));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", "ab\n" + LongLine() + "\ncd\n")).Ok());
     form.editor.Send(SCI_SETOVERTYPE, 1);
     form.editor.Select(3, 3);
     form.Type("QR");
@@ -222,7 +222,7 @@ TEST(SciLongLines, CopyAndPaste_HaveTheWholeLine) {
   EditorForm form;
   RunEditor(form, [&] {
     const std::string bytes = "a\n" + LongLine() + "\nb\n";
-    ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)).Ok());
     form.editor.Select(2, 7);
     EXPECT_TRUE(form.editor.SelectedText() == LongLine() + "\n");
     form.editor.OnCommand(cSciCopy);
@@ -231,7 +231,7 @@ TEST(SciLongLines, CopyAndPaste_HaveTheWholeLine) {
     form.editor.OnCommand(cSciPaste);
     EXPECT_EQ(form.editor.LinesNotShown(), 2);
     EXPECT_TRUE(form.editor.GetText() == LongLine() + "\n" + bytes);
-    ASSERT_TRUE(form.editor.load(folder.Write("b", "other")));
+    ASSERT_TRUE(form.editor.load(folder.Write("b", "other")).Ok());
     EXPECT_TRUE(QApplication::clipboard()->text().toStdString() == LongLine() + "\n")
         << "also when the file is no longer open";
   });
@@ -268,7 +268,7 @@ TEST(SciLongLines, Show_AShortOneAtOnce_AndTheTextStaysSaved) {
   RunEditor(form, [&] {
     std::string bytes;
     for (int i = 0; i < 2; ++i) bytes += Numbers(cLimit) + "\n";
-    ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)).Ok());
     ASSERT_EQ(form.editor.LinesNotShown(), 1);
     EXPECT_FALSE(form.editor.ShowLongLine()) << "the caret is in the other line";
     form.editor.Select(form.editor.LineStart(1), form.editor.LineStart(1));
@@ -287,7 +287,7 @@ TEST(SciLongLines, Show_ALongOne_IsAskedAbout) {
   test::ScriptedDialogs dialogs;
   EditorForm form;
   RunEditor(form, [&] {
-    ASSERT_TRUE(form.editor.load(folder.Write("a", Numbers(20'000'000))));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", Numbers(20'000'000))).Ok());
     dialogs.answers = {Answer::cNo};
     EXPECT_FALSE(form.editor.ShowLongLine());
     ASSERT_EQ(dialogs.texts.size(), 1u);
@@ -300,7 +300,7 @@ TEST(SciLongLines, Note_DoubleClicked_ShowsTheLine) {
   test::TempFolder folder;
   EditorForm form;
   RunEditor(form, [&] {
-    ASSERT_TRUE(form.editor.load(folder.Write("a", "a\n" + Numbers(cLimit + 1) + "\n")));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", "a\n" + Numbers(cLimit + 1) + "\n")).Ok());
     form.Settle();
     const auto place = [&](unsigned message) {
       return static_cast<int>(form.editor.Send(message, 0, static_cast<std::intptr_t>(2)));
@@ -318,14 +318,14 @@ TEST(SciLongLines, Note_IsDrawnAsWideAsItsText) {
   test::TempFolder folder;
   EditorForm form;
   RunEditor(form, [&] {
-    ASSERT_TRUE(form.editor.load(folder.Write("a", LongLine() + "\n")));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", LongLine() + "\n")).Ok());
     form.Settle();
     test::Shot(form, "sci-editor-long-line");
     const auto x = [&](int position) {
       return form.editor.Send(SCI_POINTXFROMPOSITION, 0, static_cast<std::intptr_t>(position));
     };
     EXPECT_GT(x(4) - x(0), 300);
-    ASSERT_TRUE(form.editor.load(folder.Write("b", StandIn(0) + "\n")));
+    ASSERT_TRUE(form.editor.load(folder.Write("b", StandIn(0) + "\n")).Ok());
     form.Settle();
     EXPECT_LT(x(4) - x(0), 100) << "a character of the text has no note";
     EXPECT_EQ(form.editor.LinesNotShown(), 0);
@@ -337,14 +337,14 @@ TEST(SciLongLines, TakeText_HasTheWholeLineAndCanBeUndone) {
   EditorForm form;
   RunEditor(form, [&] {
     const std::string first = "a\n" + LongLine() + "\n", second = LongLine() + "\nb\n";
-    ASSERT_TRUE(form.editor.load(folder.Write("a", first)));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", first)).Ok());
     form.editor.TakeText(second, cPlainText, "");
     EXPECT_EQ(form.editor.LinesNotShown(), 1);
     EXPECT_TRUE(form.editor.GetText() == second);
     form.editor.OnCommand(cSciUndo);
     EXPECT_TRUE(form.editor.GetText() == first);
     form.editor.TakeText("\xFF" + second, cPlainText, "");
-    ASSERT_TRUE(form.editor.save(folder.Path("b")));
+    ASSERT_TRUE(form.editor.save(folder.Path("b")).Ok());
     EXPECT_TRUE(folder.Read("b") == "\xFF" + second);
   });
 }
@@ -355,17 +355,17 @@ TEST(SciLongLines, Reload_ReplacesOnlyWhatDiffers_AndCanBeUndone) {
   RunEditor(form, [&] {
     const std::string first = "a\n" + LongLine() + "\nb\n" + LongLine() + "2\n";
     const std::string second = "a\n" + LongLine() + "\nc\n" + LongLine() + "3\n";
-    ASSERT_TRUE(form.editor.load(folder.Write("a", first)));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", first)).Ok());
     EXPECT_EQ(form.editor.TextDigest(), SciEditor::DigestOfFile(folder.Path("a")));
     form.editor.ToggleBookmark(1);
-    ASSERT_TRUE(form.editor.reload(folder.Write("a", second)));
+    ASSERT_TRUE(form.editor.reload(folder.Write("a", second)).Ok());
     EXPECT_EQ(form.editor.TextDigest(), SciEditor::DigestOfFile(folder.Path("a")));
     EXPECT_TRUE(form.editor.GetText() == second);
     EXPECT_EQ(form.editor.LinesNotShown(), 2);
     EXPECT_EQ(form.editor.Send(SCI_MARKERGET, 1), 2) << "the first line was left alone";
     form.editor.OnCommand(cSciUndo);
     EXPECT_TRUE(form.editor.GetText() == first);
-    ASSERT_TRUE(form.editor.save(folder.Path("a")));
+    ASSERT_TRUE(form.editor.save(folder.Path("a")).Ok());
     EXPECT_TRUE(folder.Read("a") == first);
   });
 }
@@ -377,14 +377,14 @@ TEST(SciLongLines, Reload_OfOtherBytes_WithAndWithoutALongLine_IsSavedTheSame) {
     const std::string withLine = "\xE4\n" + LongLine(), without = "\xFC\n", ascii = "x\n";
     for (const std::string& first : {withLine, without, ascii})
       for (const std::string& second : {withLine, without, ascii}) {
-        ASSERT_TRUE(form.editor.load(folder.Write("a", first)));
+        ASSERT_TRUE(form.editor.load(folder.Write("a", first)).Ok());
         EXPECT_EQ(form.editor.TextDigest(), SciEditor::DigestOfFile(folder.Path("a")));
-        ASSERT_TRUE(form.editor.reload(folder.Write("a", second)));
+        ASSERT_TRUE(form.editor.reload(folder.Write("a", second)).Ok());
         EXPECT_EQ(form.editor.TextDigest(), SciEditor::DigestOfFile(folder.Path("a")));
-        ASSERT_TRUE(form.editor.save(folder.Path("b")));
+        ASSERT_TRUE(form.editor.save(folder.Path("b")).Ok());
         EXPECT_TRUE(folder.Read("b") == second);
         form.editor.OnCommand(cSciUndo);
-        const bool isWritten = form.editor.save(folder.Path("b"));
+        const bool isWritten = form.editor.save(folder.Path("b")).Ok();
         EXPECT_TRUE(!isWritten || folder.Read("b") == first) << "or refused in words";
       }
   });
@@ -395,14 +395,14 @@ TEST(SciLongLines, Load_ThatFails_KeepsTextAndLines) {
   EditorForm form;
   RunEditor(form, [&] {
     const std::string bytes = "a\n" + LongLine() + "\n";
-    ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)));
-    EXPECT_FALSE(form.editor.load("/proc/self/mem"));
+    ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)).Ok());
+    EXPECT_FALSE(form.editor.load("/proc/self/mem").Ok());
     EXPECT_TRUE(form.editor.GetText() == bytes);
     EXPECT_EQ(form.editor.LinesNotShown(), 1);
   });
 }
 
-// What is told before each change leads from one whole text to the next.
+// The changes that are reported beforehand lead from one whole text to the next.
 TEST(SciLongLines, WillChange_TellsPlacesOfTheWholeText) {
   struct Teller : EditorForm {
     struct Editor : mavro::SciEditor {
@@ -422,7 +422,7 @@ TEST(SciLongLines, WillChange_TellsPlacesOfTheWholeText) {
   test::TempFolder folder;
   Teller form;
   RunEditor(form, [&] {
-    ASSERT_TRUE(form.other.load(folder.Write("a", "a\n" + LongLine() + "\nb\n")));
+    ASSERT_TRUE(form.other.load(folder.Write("a", "a\n" + LongLine() + "\nb\n")).Ok());
     const std::string line = std::to_string(LongLine().size());
     const std::string behind = std::to_string(LongLine().size() + 3);
     form.other.Select(7, 7);

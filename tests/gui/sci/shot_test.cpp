@@ -3,10 +3,12 @@
 #include "DarkPalette.h"
 #include "EditorColours.h"
 #include "EditorForm.h"
+#include "Looks.h"
 
 namespace mavro {
 namespace {
 
+using test::AsPixel;
 using test::EditorForm;
 using test::RunEditor;
 
@@ -60,21 +62,37 @@ constexpr StyleRow cStyles[] = {
     {12, ColourOf(cStringInk), StyleRow::cEolFilled, ColourOf(cUnfinishedGround)},
     {StyleRow::cEnd}};
 
-// Rows of pixels whose colour isn't the ground's: something is drawn.
-int DrawnRows(const QImage& image) {
-  int rows = 0;
-  for (int y = 0; y < image.height(); ++y) {
-    const QRgb ground = image.pixel(image.width() / 2, y);
-    for (int x = 0; x < image.width(); ++x)
-      if (image.pixel(x, y) != ground) {
-        ++rows;
-        break;
-      }
-  }
-  return rows;
+// The windows above the editor's: lists and tips.
+std::vector<QWidget*> Popups(const EditorForm& form) {
+  std::vector<QWidget*> found;
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (window->isVisible() && window != test::WidgetOf(form)) found.push_back(window);
+  return found;
 }
 
-void ShowEditor(const std::string& name) {
+// Saves the one popup as a picture, and answers it.
+QImage PopupShot(const EditorForm& form, const std::string& name) {
+  const std::vector<QWidget*> popups = Popups(form);
+  EXPECT_EQ(popups.size(), 1u) << name;
+  if (popups.empty()) return {};
+  const QPixmap shown = popups[0]->grab();
+  EXPECT_TRUE(shown.save(QString::fromStdString(SHOTS_FOLDER "/" + name + ".png")));
+  return shown.toImage();
+}
+
+// Each kind of line has its ground, each kind of word its ink.
+void ExpectColours(const EditorForm& form, bool isDark) {
+  const QImage image = test::Pixels(form.editor);
+  EXPECT_EQ(test::GroundOf(image), AsPixel(cTextGround, isDark));
+  for (const EditorColour ground : {cMarginGround, cExecutionGround, cErrorGround, cLeftOutGround,
+                                    cUnfinishedGround, cSelectionGround})
+    EXPECT_GT(test::CountPixels(image, AsPixel(ground, isDark)), 200) << "ground " << ground;
+  for (const EditorColour ink : {cTextInk, cCommentInk, cDocumentationInk, cNumberInk, cKeywordInk,
+                                 cStringInk, cPreprocessorInk})
+    EXPECT_GT(test::CountPixels(image, AsPixel(ink, isDark)), 0) << "ink " << ink;
+}
+
+void ShowEditor(const std::string& name, bool isDark) {
   EditorForm form;
   EditorOptions& options = *form.editor.options;
   options.monospaced = true;
@@ -104,31 +122,27 @@ void ShowEditor(const std::string& name) {
     form.editor.Select(form.editor.LineStart(17) + 5, form.editor.LineStart(17) + 8);
     form.Settle();
     test::Shot(form, name);
-    EXPECT_GT(DrawnRows(test::WidgetOf(form.editor)->grab().toImage()), 200);
+    ExpectColours(form, isDark);
     form.editor.goToLine(22);
     form.Type("first.");
     form.Settle();
     test::Shot(form, name + "-list");
-    for (QWidget* window : QApplication::topLevelWidgets())
-      if (window->isVisible() && window != test::WidgetOf(form))
-        window->grab().save(QString::fromStdString(SHOTS_FOLDER "/" + name + "-popup.png"));
+    EXPECT_GT(test::InkStrength(PopupShot(form, name + "-popup")), 60);
     test::Key(form, Qt::Key_Escape);
     form.Type(" foo(1, ");
     form.Settle();
-    for (QWidget* window : QApplication::topLevelWidgets())
-      if (window->isVisible() && window != test::WidgetOf(form))
-        window->grab().save(QString::fromStdString(SHOTS_FOLDER "/" + name + "-tip.png"));
+    EXPECT_EQ(test::GroundOf(PopupShot(form, name + "-tip")), AsPixel(cTipGround, isDark));
   });
 }
 
-TEST(SciShots, Editor_Light_LooksAsItShould) {
-  ShowEditor("sci-editor-light");
+TEST(SciShots, Editor_Light_HasEachGroundAndInk) {
+  ShowEditor("sci-editor-light", false);
 }
 
-TEST(SciShots, Editor_Dark_LooksAsItShould) {
+TEST(SciShots, Editor_Dark_HasEachGroundAndInk) {
   const QPalette before = QApplication::palette();
   QApplication::setPalette(test::DarkPalette());
-  ShowEditor("sci-editor-dark");
+  ShowEditor("sci-editor-dark", true);
   QApplication::setPalette(before);
 }
 

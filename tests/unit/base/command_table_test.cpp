@@ -58,7 +58,7 @@ TEST_F(CommandTable, WhileABuildRuns_OnlyWhatItRefusesBeeps) {
   EXPECT_THAT(list.done, ElementsAre(900, 902));
 }
 
-// The stop button's command stands in no menu.
+// The stop button's command is in no menu.
 TEST_F(CommandTable, WhileABuildRuns_AnIdWithoutARowIsCarriedOut) {
   const BuildInProgress build;
   list.OnCommand(903);

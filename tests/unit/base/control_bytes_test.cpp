@@ -59,7 +59,7 @@ TEST(MarkControlBytes, FirstAndLastOfTheControls) {
   EXPECT_EQ(MarkControlBytes("\xa0"), "\xa0");
 }
 
-TEST(MarkControlBytes, BytesBehindTheText_AreNotRead) {
+TEST(MarkControlBytes, BytesAfterTheText_AreNotRead) {
   const std::string_view text = "\r\n\xc2\x9b";
   EXPECT_EQ(MarkControlBytes(text.substr(0, 1)), "<0d>");
   EXPECT_EQ(MarkControlBytes(text.substr(2, 1)), "\xc2");

@@ -26,7 +26,33 @@ TEST(DiskStamp, MissingFile_HasTheStampOfNothing) {
   EXPECT_EQ(ReadDiskStamp(""), DiskStamp());
 }
 
-TEST(DiskStamp, NobodyCanSay_IsNotTheStampOfNothing) {
+// A folder is no file, but differs from nothing and from another folder.
+TEST(DiskStamp, Folder_DoesNotExistAsAFile) {
+  test::TempFolder folder, other;
+  const DiskStamp stamp = ReadDiskStamp(folder.Path());
+  EXPECT_FALSE(stamp.exists);
+  EXPECT_TRUE(stamp.isKnown);
+  EXPECT_NE(stamp, DiskStamp());
+  EXPECT_NE(stamp, ReadDiskStamp(other.Path()));
+}
+
+TEST(DiskStamp, AreOneFile_LinksYes_CopiesAndMissingFilesNo) {
+  test::TempFolder folder;
+  const std::string path = folder.Write("a", "1"), copy = folder.Write("b", "1");
+  const auto areOne = [&](const std::string& other) {
+    return AreOneFile(ReadDiskStamp(path), ReadDiskStamp(other));
+  };
+  ASSERT_EQ(symlink("a", folder.Path("link").c_str()), 0);
+  ASSERT_EQ(link(path.c_str(), folder.Path("hard").c_str()), 0);
+  EXPECT_TRUE(areOne(path));
+  EXPECT_TRUE(areOne(folder.Path("link")));
+  EXPECT_TRUE(areOne(folder.Path("hard")));
+  EXPECT_FALSE(areOne(copy));
+  EXPECT_FALSE(areOne(folder.Path("none")));
+  EXPECT_FALSE(AreOneFile(ReadDiskStamp(folder.Path("none")), ReadDiskStamp(folder.Path("none"))));
+}
+
+TEST(DiskStamp, UnknownState_IsNotTheStampOfNothing) {
   test::TempFolder folder;
   const std::string loop = folder.Path("loop");
   ASSERT_EQ(symlink("loop", loop.c_str()), 0);

@@ -82,7 +82,7 @@ TEST(XmlTag, Read_BareElementWithSlash_KeepsItInTheName) {
   EXPECT_EQ(ReadOne("</gen>"), "/gen|||||-1");
 }
 
-TEST(XmlTag, Read_SlashBehindValue_IsNoPartOfIt) {
+TEST(XmlTag, Read_SlashAfterValue_IsNoPartOfIt) {
   EXPECT_EQ(ReadOne("<file name=\"a.c\"/>"), "file|a.c||||-1");
   EXPECT_EQ(ReadOne("<file name=\"a.c\" />"), "file|a.c||||-1");
 }

@@ -86,7 +86,7 @@ TEST_F(BuildTest, FileRemovedBetweenFiles_IsNotBuilt) {
   EXPECT_THAT(build.tools.TakeNames(), ElementsAre("g++ a.cpp", "g++ c.cpp", "g++ p.exe"));
 }
 
-// Group: tools that fail and what they leave behind.
+// Group: tools that fail, and the files that they leave.
 
 TEST_F(BuildTest, KilledCompiler_ItsObjectIsDeletedAndTheBuildEnds) {
   build.Add("a.cpp", cMain);

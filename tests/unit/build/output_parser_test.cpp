@@ -7,7 +7,7 @@
 namespace zendry {
 namespace {
 
-// What the lines mean together: one text per row, and the counts.
+// The meaning of all lines together: one text per row, and the counts.
 struct Reading {
   std::vector<std::string> rows;
   int errors = 0;

@@ -201,7 +201,7 @@ TEST_F(StalenessTest, FileTimes_AskEachFileOnce) {
   EXPECT_EQ(times.Of(path), *time + 1);
 }
 
-// The rule as it is told, which walks every path.
+// The plain rule, which walks every path.
 class PlainRule {
  public:
   explicit PlainRule(const Project& project) : project(project) {}

@@ -42,7 +42,7 @@ class CodeIntelligence : public ::testing::Test, protected CodeSources {
     completion.getCompletion(editor, text, list);
     return list;
   }
-  // The list inside a function behind other code.
+  // The list inside a function after other code.
   std::string InFunction(const std::string& body) {
     return Complete("#include \"shape.h\"\n\nint main(int argc, char **argv) {\n  " + body);
   }
@@ -204,7 +204,7 @@ TEST_F(CodeIntelligence, EverySourceCutAnywhere_EndsWithoutHarm) {
   for (size_t length = 0; length <= text.size(); ++length) Complete(text.substr(0, length) + "@");
 }
 
-// What the names alone don't tell; ExprTypes reads it.
+// Types that the names alone don't give; ExprTypes reads them.
 TEST_F(CodeIntelligence, Expressions) {
   const std::pair<const char*, const char*> rows[] = {
       {"std::vector<std::string> v;\n  v.@", "at?2 push_back?2"},
@@ -225,7 +225,7 @@ TEST_F(CodeIntelligence, Expressions) {
   for (const auto& [body, expected] : rows) EXPECT_EQ(InFunction(body), expected) << body;
 }
 
-// What somebody who types would like and the rules don't reach. A row that begins to work has to
+// Completions that a user would like and the rules don't give. A row that begins to work has to
 // move to the tests above.
 struct Gap {
   const char* body;

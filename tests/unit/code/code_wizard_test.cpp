@@ -11,7 +11,7 @@ namespace {
 
 using test::Tag;
 
-// A project of one module, "a.cpp", which every text stands for. Its class Shape derives from Base;
+// A project of one module, "a.cpp", which every text represents. Its class Shape derives from Base;
 // a method of Shape begins at line 10 of the text.
 class CodeWizardTest : public ::testing::Test {
  protected:
@@ -32,14 +32,14 @@ class CodeWizardTest : public ::testing::Test {
     stores.current->globals.push_back(item);
     stores.Changed();
   }
-  // What stands `offset` bytes from the caret, as "NAME:TYPE"; "none" when nothing is found.
+  // The name `offset` bytes from the caret, as "NAME:TYPE"; "none" when nothing is found.
   std::string Resolve(const std::string& text, int offset = 0, int kind = '?') {
     const test::CodeText editor(text);
     info = ResolveInfo();
     info.kind = kind;
     return wizard.resolveAt(editor, info, offset) ? info.name + ":" + info.type : "none";
   }
-  // The same for a caret behind a member operator of one character.
+  // The same for a caret after a member operator of one character.
   std::string ResolveMember(const std::string& text) { return Resolve(text, -1, 'm'); }
   std::string CurrentItem(const std::string& text) {
     const test::CodeText editor(text);

@@ -12,7 +12,7 @@ namespace {
 
 using test::Tag;
 
-// A request as "KIND TEXT", with a "+" behind it when the text has been typed already.
+// A request as "KIND TEXT", with a "+" after it when the text has been typed already.
 std::string Request(std::string_view text) {
   const auto request = RequestOf(text);
   if (!request) return "none";
@@ -106,7 +106,8 @@ TEST(ListText, NoItems_GiveNoText) {
   EXPECT_EQ(List({}), "");
 }
 
-// A project of one module that every text stands for; line 10 of the text opens a method of Shape.
+// A project of one module, which every text represents; line 10 of the text opens a method of
+// Shape.
 class CompletionTest : public ::testing::Test {
  protected:
   CompletionTest() {
@@ -125,7 +126,8 @@ class CompletionTest : public ::testing::Test {
   static std::string InMethod(const std::string& body) {
     return std::string(9, '\n') + "void Shape::draw(int depth) {\n" + body;
   }
-  // The list that opens at the caret, and behind it "|" and what has been typed of the names.
+  // The list that opens at the caret, and after it "|" and the part of the names that has been
+  // typed.
   std::string Complete(const std::string& withCaret) {
     const test::CodeText editor(withCaret);
     std::string text = editor.LeftOfCaret();
@@ -143,11 +145,11 @@ class CompletionTest : public ::testing::Test {
   Completion completion{stores};
 };
 
-TEST_F(CompletionTest, DotBehindALocal_ListsTheMembersOfItsType) {
+TEST_F(CompletionTest, DotAfterALocal_ListsTheMembersOfItsType) {
   EXPECT_EQ(Complete(InMethod("Point p;\np.@")), "x?1 y?1");
 }
 
-TEST_F(CompletionTest, ArrowBehindAPointer_ListsTheMembersOfItsType) {
+TEST_F(CompletionTest, ArrowAfterAPointer_ListsTheMembersOfItsType) {
   EXPECT_EQ(Complete(InMethod("Point *x;\nx->@")), "x?1 y?1");
   EXPECT_EQ(Complete(InMethod("const Point * const x;\nx->@")), "x?1 y?1");
 }

@@ -7,7 +7,7 @@
 namespace zendry {
 namespace {
 
-std::string Told(const std::optional<TypeText>& type) {
+std::string ToText(const std::optional<TypeText>& type) {
   return type ? Print(*type) : "none";
 }
 
@@ -23,10 +23,10 @@ struct Row {
 };
 
 TEST(ContainerTypes, Iterators_AreThoseOfAClassAndNoPointers) {
-  EXPECT_EQ(Told(PointeeOf(Type("std::vector<A>::iterator"))), "A");
-  EXPECT_EQ(Told(PointeeOf(Type("std::vector<A>::iterator*"))), "none");
-  EXPECT_EQ(Told(PointeeOf(Type("iterator"))), "none");
-  EXPECT_EQ(Told(PointeeOf(Type("std::vector<A>::iterators"))), "none");
+  EXPECT_EQ(ToText(PointeeOf(Type("std::vector<A>::iterator"))), "A");
+  EXPECT_EQ(ToText(PointeeOf(Type("std::vector<A>::iterator*"))), "none");
+  EXPECT_EQ(ToText(PointeeOf(Type("iterator"))), "none");
+  EXPECT_EQ(ToText(PointeeOf(Type("std::vector<A>::iterators"))), "none");
 }
 
 TEST(ContainerTypes, ElementPointeeAndIndex) {
@@ -57,9 +57,9 @@ TEST(ContainerTypes, ElementPointeeAndIndex) {
       {"iterator", "none", "none", "none"},
   };
   for (const auto& [type, element, pointee, indexed] : rows) {
-    EXPECT_EQ(Told(ElementOf(Type(type))), element) << type;
-    EXPECT_EQ(Told(PointeeOf(Type(type))), pointee) << type;
-    EXPECT_EQ(Told(IndexedOf(Type(type))), indexed) << type;
+    EXPECT_EQ(ToText(ElementOf(Type(type))), element) << type;
+    EXPECT_EQ(ToText(PointeeOf(Type(type))), pointee) << type;
+    EXPECT_EQ(ToText(IndexedOf(Type(type))), indexed) << type;
   }
 }
 
@@ -93,14 +93,14 @@ TEST(ContainerTypes, Members) {
       {"vector<A>", "", "none"},
   };
   for (const auto& [type, member, expected] : rows)
-    EXPECT_EQ(Told(MemberOf(Type(type), member)), expected) << type << " " << member;
+    EXPECT_EQ(ToText(MemberOf(Type(type), member)), expected) << type << " " << member;
 }
 
 TEST(ContainerTypes, Bindings) {
-  EXPECT_EQ(Told(BoundOf(Type("std::pair<A, B>"), 1)), "B");
-  EXPECT_EQ(Told(BoundOf(Type("tuple<A, B, C>"), 2)), "C");
-  EXPECT_EQ(Told(BoundOf(Type("tuple<A>"), 1)), "none");
-  EXPECT_EQ(Told(BoundOf(Type("vector<A>"), 0)), "none");
+  EXPECT_EQ(ToText(BoundOf(Type("std::pair<A, B>"), 1)), "B");
+  EXPECT_EQ(ToText(BoundOf(Type("tuple<A, B, C>"), 2)), "C");
+  EXPECT_EQ(ToText(BoundOf(Type("tuple<A>"), 1)), "none");
+  EXPECT_EQ(ToText(BoundOf(Type("vector<A>"), 0)), "none");
 }
 
 TEST(ContainerTypes, Classes) {

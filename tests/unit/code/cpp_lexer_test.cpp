@@ -76,7 +76,7 @@ TEST(CppLexer, ACommentWithoutAnEnd_IsAnEmptyLiteral) {
   EXPECT_EQ(Pieces("a */ b"), "w:a s:*/ w:b");
 }
 
-TEST(CppLexer, Directives_GoOnBehindABackslash) {
+TEST(CppLexer, Directives_GoOnAfterABackslash) {
   EXPECT_EQ(Pieces("#define A \\\n 1\nb"), "d:#define A \\\n 1 w:b");
   EXPECT_EQ(Pieces("a # b\n  # c"), "w:a s:# w:b d:# c");
   EXPECT_EQ(Pieces("#"), "d:#");

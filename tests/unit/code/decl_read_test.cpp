@@ -7,7 +7,7 @@
 namespace zendry {
 namespace {
 
-// The declaration of `x` that is met first from the end: its type, and behind "=" or ":" what it
+// The declaration of `x` that is met first from the end: its type, and after "=" or ":" what it
 // begins with.
 std::string Decl(const std::string& text) {
   const CodeTokens tokens(text);

@@ -10,7 +10,7 @@
 namespace zendry {
 namespace {
 
-// The chain whose last word the caret stands in or behind.
+// The chain whose last word the caret is in or after.
 std::string ChainAt(const std::string& text) {
   const test::CodeText editor(text);
   TextScanner scanner(editor);
@@ -19,7 +19,7 @@ std::string ChainAt(const std::string& text) {
   return readChain(scanner, place).text;
 }
 
-// The type that stands before the caret.
+// The type before the caret.
 std::string TypeBefore(const std::string& text) {
   const test::CodeText editor(text);
   TextScanner scanner(editor);
@@ -178,7 +178,7 @@ TEST(FindDeclType, OtherTemplateArguments_GiveNone) {
     EXPECT_EQ(TypeBefore(text), "") << text;
 }
 
-TEST(FindDeclType, CommaBehindAType_BeginsTheDeclaration) {
+TEST(FindDeclType, CommaAfterAType_BeginsTheDeclaration) {
   EXPECT_EQ(TypeBefore("(Foo a, Bar "), "Bar");
   EXPECT_EQ(TypeBefore("(Foo a, const Bar & "), "Bar");
 }
@@ -251,7 +251,7 @@ TEST(OperandEnd, IsBeforeEachOperator) {
   }
 }
 
-TEST(FindTextDecl, Search_BeginsWhereItIsTold) {
+TEST(FindTextDecl, Search_BeginsAtTheGivenPlace) {
   const test::CodeText editor("Foo x; Bar x; Baz");
   TextScanner scanner(editor);
   const auto decl = findTextDecl(scanner, "x", 8, 0);
@@ -297,7 +297,7 @@ TEST(FindTextDecl, LongerNames_AreOthers) {
   EXPECT_EQ(TypeOf("name", "Foo name; Bar name2; Bar rename; "), "Foo");
 }
 
-TEST(FindTextDecl, MatchBrokenOff_StartsAgainBehindTheCharacter) {
+TEST(FindTextDecl, MatchBrokenOff_StartsAgainAfterTheCharacter) {
   EXPECT_EQ(TypeOf("aab", "Foo aab; aaab "), "Foo");
   EXPECT_EQ(TypeOf("ab", "Foo ab; abb "), "Foo");
 }
@@ -325,7 +325,7 @@ TEST(FindTextDecl, ArtfulText_EndsSoon) {
   TypeOf("f", words);
 }
 
-TEST(DeclarationAt, WordBehindAType_IsADeclaration) {
+TEST(DeclarationAt, WordAfterAType_IsADeclaration) {
   const test::CodeText editor("; static const Foo *p@ = 0;");
   TextScanner scanner(editor);
   const auto decl = declarationAt(scanner, scanner.position);

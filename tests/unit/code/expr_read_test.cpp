@@ -7,7 +7,7 @@
 namespace zendry {
 namespace {
 
-std::string Told(const Expr& expr) {
+std::string ToText(const Expr& expr) {
   using Kind = ExprStep::Kind;
   std::string told;
   for (const ExprStep& step : expr) {
@@ -49,7 +49,7 @@ std::string Read(const std::string& text) {
   const CodeTokens tokens(text);
   StepBudget budget;
   const auto expr = ReadExpr(tokens, 0, tokens.Count(), budget);
-  return expr ? Told(*expr) : "none";
+  return expr ? ToText(*expr) : "none";
 }
 
 // The operand at the end of a text.
@@ -134,7 +134,7 @@ TEST(ReadExpr, OtherForms_AreNone) {
     EXPECT_EQ(Read(text), "none") << text;
 }
 
-TEST(ReadExpr, GroupThatEndsBehindTheExpression_IsNone) {
+TEST(ReadExpr, GroupThatEndsAfterTheExpression_IsNone) {
   const CodeTokens tokens("(a).b(c)[d]");
   StepBudget budget;
   EXPECT_FALSE(ReadExpr(tokens, 0, 2, budget));

@@ -11,7 +11,7 @@
 #include "tags/EditorReader.h"
 #include "tags/TagParser.h"
 
-// What is listed behind expressions of every form, from the text through the tag parser.
+// The lists after expressions of every form, from the text through the tag parser.
 
 namespace zendry {
 namespace {
@@ -352,7 +352,7 @@ TEST_F(ExprTypesTest, ProjectsClassOfALibrarysName_HasItsOwnMembers) {
   EXPECT_EQ(Complete(text + "vector<Point> v;\n  v.fr@"), "front?2");
 }
 
-TEST_F(ExprTypesTest, InitialValue_SeesWhatStandsBeforeItOnly) {
+TEST_F(ExprTypesTest, InitialValue_SeesWhatIsBeforeItOnly) {
   Expect({{"Shape s;\n  auto p = s.pos;\n  {\n    std::vector<int> s;\n    p.@", cPoint},
           {"auto p = s.pos;\n  Shape s;\n  p.@", ""}});
 }

@@ -28,7 +28,7 @@ TEST(ExpressionAt, WordAtTheColumn_IsTakenWhole) {
   for (const Row& row : rows) EXPECT_EQ(At(row.line), row.expected) << row.line;
 }
 
-TEST(ExpressionAt, ColumnJustBehindAWord_TakesTheWord) {
+TEST(ExpressionAt, ColumnJustAfterAWord_TakesTheWord) {
   EXPECT_EQ(At("count@;"), "count");
   EXPECT_EQ(At("count@ + 1"), "count");
   EXPECT_EQ(At("f@(x)"), "f");
@@ -47,7 +47,7 @@ TEST(ExpressionAt, LoneSigns_StopTheWayToTheLeft) {
   for (const Row& row : rows) EXPECT_EQ(At(row.line), row.expected) << row.line;
 }
 
-TEST(ExpressionAt, IndexBehind_IsIncluded) {
+TEST(ExpressionAt, IndexAfter_IsIncluded) {
   EXPECT_EQ(At("@a[i] = 1"), "a[i]");
   EXPECT_EQ(At("p->@a[12];"), "p->a[12]");
   EXPECT_EQ(At("@a[i + 1]"), "a[i");
@@ -73,7 +73,7 @@ TEST(ExpressionAt, OddBytes_AreNoWords) {
   EXPECT_EQ(ExpressionAt("->x", 2), "->x");
 }
 
-TEST(ExpressionAt, TextBehindTheLine_IsNotRead) {
+TEST(ExpressionAt, TextAfterTheLine_IsNotRead) {
   const std::string_view text = "ab[c]d";
   EXPECT_EQ(ExpressionAt(text.substr(0, 1), 0), "a");
   EXPECT_EQ(ExpressionAt(text.substr(0, 4), 1), "ab[c");

@@ -21,8 +21,8 @@ class TagLookupTest : public ::testing::Test {
     stores.Class(name, 1, bases).members.push_back(Tag(member, 'm', type));
     stores.Changed();
   }
-  // What was found as "OWNER.NAME:TYPE"; "none" for nothing.
-  static std::string Tell(const TagItem* item) {
+  // The found item as "OWNER.NAME:TYPE"; "none" for nothing.
+  static std::string ToText(const TagItem* item) {
     if (!item) return "none";
     return (item->owner ? item->owner->name + "." : "") + item->name + ":" + item->type;
   }
@@ -89,11 +89,11 @@ TEST_F(TagLookupTest, FindGlobal_NamedModuleComesFirst) {
   stores.Module("a.cpp").globals = {Tag("g", 'v', "A")};
   stores.Module("b.cpp").globals = {Tag("h", 'v'), Tag("g", 'v', "B"), Tag("g", 'v', "C")};
   stores.Changed();
-  EXPECT_EQ(Tell(lookup.findGlobal("g", "b.cpp")), "g:B");
+  EXPECT_EQ(ToText(lookup.findGlobal("g", "b.cpp")), "g:B");
   EXPECT_EQ(lookup.findGlobal("g", "b.cpp")->module, stores.modules[1]);
-  EXPECT_EQ(Tell(lookup.findGlobal("g", "")), "g:A");
-  EXPECT_EQ(Tell(lookup.findGlobal("g", "other.cpp")), "g:A");
-  EXPECT_EQ(Tell(lookup.findGlobal("h", "a.cpp")), "h:");
+  EXPECT_EQ(ToText(lookup.findGlobal("g", "")), "g:A");
+  EXPECT_EQ(ToText(lookup.findGlobal("g", "other.cpp")), "g:A");
+  EXPECT_EQ(ToText(lookup.findGlobal("h", "a.cpp")), "h:");
 }
 
 TEST_F(TagLookupTest, FindGlobal_ClassStandsIn) {
@@ -102,25 +102,25 @@ TEST_F(TagLookupTest, FindGlobal_ClassStandsIn) {
   EXPECT_EQ(lookup.findGlobal("Foo", "a.cpp"), &record);
   stores.Module().globals = {Tag("Foo", 'f', "int")};
   stores.Changed();
-  EXPECT_EQ(Tell(lookup.findGlobal("Foo", "a.cpp")), "Foo:int");
+  EXPECT_EQ(ToText(lookup.findGlobal("Foo", "a.cpp")), "Foo:int");
 }
 
 TEST_F(TagLookupTest, FindMember_DeclarationOrDefinition) {
   stores.Class("Foo").members = {Tag("f", 'f', "outer", 9, 0), Tag("f", 'p', "proto", 2),
                                  Tag("g", 'f', "inline", 3, 'b'), Tag("x", 'm', "data", 4, 0)};
   stores.Changed();
-  EXPECT_EQ(Tell(lookup.findMember("Foo", "f", Want::cDeclaration)), "Foo.f:proto");
-  EXPECT_EQ(Tell(lookup.findMember("Foo", "f", Want::cDefinition)), "Foo.f:outer");
-  EXPECT_EQ(Tell(lookup.findMember("Foo", "g", Want::cDeclaration)), "Foo.g:inline");
-  EXPECT_EQ(Tell(lookup.findMember("Foo", "g", Want::cDefinition)), "Foo.g:inline");
-  EXPECT_EQ(Tell(lookup.findMember("Foo", "x", Want::cDeclaration)), "none");
-  EXPECT_EQ(Tell(lookup.findMember("Foo", "x", Want::cDefinition)), "Foo.x:data");
+  EXPECT_EQ(ToText(lookup.findMember("Foo", "f", Want::cDeclaration)), "Foo.f:proto");
+  EXPECT_EQ(ToText(lookup.findMember("Foo", "f", Want::cDefinition)), "Foo.f:outer");
+  EXPECT_EQ(ToText(lookup.findMember("Foo", "g", Want::cDeclaration)), "Foo.g:inline");
+  EXPECT_EQ(ToText(lookup.findMember("Foo", "g", Want::cDefinition)), "Foo.g:inline");
+  EXPECT_EQ(ToText(lookup.findMember("Foo", "x", Want::cDeclaration)), "none");
+  EXPECT_EQ(ToText(lookup.findMember("Foo", "x", Want::cDefinition)), "Foo.x:data");
 }
 
 TEST_F(TagLookupTest, FindMember_PrototypeNeedsNoAccess) {
   stores.Class("Foo").members = {Tag("f", 'p', "proto", 2, 0)};
   stores.Changed();
-  EXPECT_EQ(Tell(lookup.findMember("Foo", "f", Want::cDeclaration)), "Foo.f:proto");
+  EXPECT_EQ(ToText(lookup.findMember("Foo", "f", Want::cDeclaration)), "Foo.f:proto");
 }
 
 TEST_F(TagLookupTest, FindMember_SetsModuleAndOwner) {
@@ -139,7 +139,7 @@ TEST_F(TagLookupTest, FindMember_BasesOfAModuleComeBeforeTheNextModule) {
   AddClass("Base", "", "x", "base");
   test::CodeStores::AddClass(stores.Module("b.cpp"), "Foo", 1).members = {Tag("x", 'm', "second")};
   stores.Changed();
-  EXPECT_EQ(Tell(lookup.findMember("Foo", "x", Want::cDeclaration)), "Base.x:base");
+  EXPECT_EQ(ToText(lookup.findMember("Foo", "x", Want::cDeclaration)), "Base.x:base");
 }
 
 TEST_F(TagLookupTest, FindMember_DoesNotLookIntoTheLibrary) {
@@ -151,7 +151,7 @@ TEST_F(TagLookupTest, FindMemberInClass_LeavesOutDefinitionsOutside) {
   stores.Class("Foo").members = {Tag("f", 'f', "outer", 9, 0), Tag("x", 'm', "data", 1, 0)};
   stores.Changed();
   EXPECT_EQ(lookup.findMemberInClass("Foo", "f"), nullptr);
-  EXPECT_EQ(Tell(lookup.findMemberInClass("Foo", "x")), "Foo.x:data");
+  EXPECT_EQ(ToText(lookup.findMemberInClass("Foo", "x")), "Foo.x:data");
 }
 
 TEST_F(TagLookupTest, FindMemberInClass_FindsInheritedMembersOfTheLibrary) {
@@ -159,7 +159,7 @@ TEST_F(TagLookupTest, FindMemberInClass_FindsInheritedMembersOfTheLibrary) {
   test::CodeStores::AddClass(stores.libraryStore, "Lib", 0).members = {Tag("x", 'm', "int")};
   stores.Changed();
   const TagItem* found = lookup.findMemberInClass("Foo", "x");
-  EXPECT_EQ(Tell(found), "Lib.x:int");
+  EXPECT_EQ(ToText(found), "Lib.x:int");
   EXPECT_EQ(found->module, nullptr);
 }
 
@@ -168,20 +168,20 @@ TEST_F(TagLookupTest, MemberOfTwoBases_IsThatOfTheBaseListedLast) {
   AddClass("B", "", "b", "ofB");
   stores.Class("Foo", 1, "A,B");
   stores.Changed();
-  EXPECT_EQ(Tell(lookup.findMemberInClass("Foo", "b")), "B.b:ofB");
-  EXPECT_EQ(Tell(lookup.findMember("Foo", "b", Want::cDeclaration)), "B.b:ofB");
+  EXPECT_EQ(ToText(lookup.findMemberInClass("Foo", "b")), "B.b:ofB");
+  EXPECT_EQ(ToText(lookup.findMember("Foo", "b", Want::cDeclaration)), "B.b:ofB");
   EXPECT_EQ(Members("Foo"), "B.b A.b ");
 }
 
 TEST_F(TagLookupTest, Inheritance_IsWalkedSeventeenClassesDeep) {
   for (int i = 0; i < 20; ++i)
     AddClass("C" + std::to_string(i), "C" + std::to_string(i + 1), "x" + std::to_string(i));
-  EXPECT_EQ(Tell(lookup.findMemberInClass("C0", "x16")), "C16.x16:");
+  EXPECT_EQ(ToText(lookup.findMemberInClass("C0", "x16")), "C16.x16:");
   EXPECT_EQ(lookup.findMemberInClass("C0", "x17"), nullptr);
-  EXPECT_EQ(Tell(lookup.findMember("C0", "x16", Want::cDeclaration)), "C16.x16:");
+  EXPECT_EQ(ToText(lookup.findMember("C0", "x16", Want::cDeclaration)), "C16.x16:");
   EXPECT_EQ(lookup.findMember("C0", "x17", Want::cDeclaration), nullptr);
   EXPECT_TRUE(Members("C0").ends_with("C16.x16 "));
-  EXPECT_EQ(Tell(lookup.findMemberInClass("C2", "x3", 15)), "C3.x3:");
+  EXPECT_EQ(ToText(lookup.findMemberInClass("C2", "x3", 15)), "C3.x3:");
   EXPECT_EQ(lookup.findMemberInClass("C2", "x4", 15), nullptr);
   EXPECT_EQ(lookup.findMemberInClass("C2", "x2", 17), nullptr);
 }
@@ -192,7 +192,7 @@ TEST_F(TagLookupTest, InheritanceLoops_EndAtDepth17) {
   AddClass("Self", "Self", "s");
   EXPECT_EQ(lookup.findMemberInClass("A", "x"), nullptr);
   EXPECT_EQ(lookup.findMember("A", "x", Want::cDeclaration), nullptr);
-  EXPECT_EQ(Tell(lookup.findMemberInClass("A", "b")), "B.b:");
+  EXPECT_EQ(ToText(lookup.findMemberInClass("A", "b")), "B.b:");
   EXPECT_EQ(lookup.findMemberInClass("Self", "x"), nullptr);
 }
 
@@ -223,9 +223,9 @@ TEST_F(TagLookupTest, FindMemberPath_WalksTheTypes) {
   AddClass("Bar", "Base", "b", "Baz");
   AddClass("Base", "", "inherited", "Baz");
   AddClass("Baz", "", "c", "int");
-  EXPECT_EQ(Tell(lookup.findMemberPath("a", "Foo")), "Foo.a:Bar");
-  EXPECT_EQ(Tell(lookup.findMemberPath("a.b.c", "Foo")), "Baz.c:int");
-  EXPECT_EQ(Tell(lookup.findMemberPath("a.inherited.c", "Foo")), "Baz.c:int");
+  EXPECT_EQ(ToText(lookup.findMemberPath("a", "Foo")), "Foo.a:Bar");
+  EXPECT_EQ(ToText(lookup.findMemberPath("a.b.c", "Foo")), "Baz.c:int");
+  EXPECT_EQ(ToText(lookup.findMemberPath("a.inherited.c", "Foo")), "Baz.c:int");
   EXPECT_EQ(lookup.findMemberPath("a.x.c", "Foo"), nullptr);
   EXPECT_EQ(lookup.findMemberPath("a.b.c.d", "Foo"), nullptr);
 }
@@ -233,8 +233,8 @@ TEST_F(TagLookupTest, FindMemberPath_WalksTheTypes) {
 TEST_F(TagLookupTest, FindMemberPath_DotAtTheStartIsPartOfTheName) {
   AddClass("Foo", "", ".a.b", "dotted");
   AddClass("Foo", "", "a", "Bar");
-  EXPECT_EQ(Tell(lookup.findMemberPath(".a.b", "Foo")), "Foo..a.b:dotted");
-  EXPECT_EQ(Tell(lookup.findMemberPath("a.", "Foo")), "Foo.a:Bar");
+  EXPECT_EQ(ToText(lookup.findMemberPath(".a.b", "Foo")), "Foo..a.b:dotted");
+  EXPECT_EQ(ToText(lookup.findMemberPath("a.", "Foo")), "Foo.a:Bar");
   EXPECT_EQ(lookup.findMemberPath("", "Foo"), nullptr);
 }
 

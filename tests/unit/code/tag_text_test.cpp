@@ -45,7 +45,7 @@ class TagTextTest : public ::testing::Test, protected test::CodeStores {
 
 constexpr int cMostBytes = 2000;
 
-// A declaration of x that ends so many bytes behind the start of its line.
+// A declaration of x that ends so many bytes after the start of its line.
 std::string DeclarationOf(int bytes) {
   std::string text = "std::vector<A> x;";
   text.insert(text.size() - 2, static_cast<size_t>(bytes) - text.size(), ' ');
@@ -83,9 +83,9 @@ TEST_F(TagTextTest, TypeOf_LongLineOfTheEditor_IsReadUpTo2000Bytes) {
   EXPECT_EQ(TypeIn("main.cpp"), "Told");
 }
 
-// The type may begin up to three lines before the name, and the name up to two behind the tag's
+// The type may begin up to three lines before the name, and the name up to two after the tag's
 // line.
-TEST_F(TagTextTest, TypeOf_LinesAround_ThreeBeforeAndTwoBehind) {
+TEST_F(TagTextTest, TypeOf_LinesAround_ThreeBeforeAndTwoAfter) {
   const std::pair<const char*, int> rows[] = {{"std::vector<A>\n\n\nx;\n", 4},
                                               {"\n\n\n\nstd::vector<A>\n\n\nx;\n", 8}};
   for (const auto& [text, line] : rows) {

@@ -9,7 +9,7 @@
 namespace zendry {
 namespace {
 
-// What readBack gives from the caret to the start of the text, in the order of the text.
+// The tokens of readBack from the caret to the start of the text, in the order of the text.
 std::string Backward(const std::string& text) {
   const test::CodeText editor(text);
   TextScanner scanner(editor);
@@ -39,7 +39,7 @@ TEST(TextScanner, Construction_StandsAtTheCaret) {
   EXPECT_EQ(scanner.limit, 6);
 }
 
-TEST(TextScanner, LimitNearTheCaret_Is64BytesBehindIt) {
+TEST(TextScanner, LimitNearTheCaret_Is64BytesAfterIt) {
   const test::CodeText far(std::string(10, 'a') + "@" + std::string(100, 'b'));
   EXPECT_EQ(TextScanner(far, TextScanner::Reach::cNearCaret).limit, 74);
   const test::CodeText near("aaa@bb");

@@ -28,7 +28,7 @@ class IdeConfigTest : public testing::Test {
   }
 
   test::TempFolder folder;
-  LoadResult result;
+  mavro::FileResult result;
   IdeConfig config;
   IdeFonts fonts;
 };

@@ -16,7 +16,7 @@ struct InstalledConfig : testing::Test {
   IdeFonts fonts;
   InstalledConfig() {
     config.appDir = TEST_DATA "/../../dist/";
-    ReadConfig(config, fonts);
+    EXPECT_EQ(ReadConfig(config, fonts).Words(), "");
   }
   ~InstalledConfig() override { ForgetAddedFileKinds(); }
 };

@@ -31,7 +31,7 @@ TEST(CellOrder, EachCharacterCountsBeforeCase) {
   EXPECT_THAT(CellOrder({"xyZ", "XYa"}, true), ElementsAre(1, 0));
 }
 
-TEST(CellOrder, BytesBehindACell_AreNotRead) {
+TEST(CellOrder, BytesAfterACell_AreNotRead) {
   const std::string_view longer = "abz";
   EXPECT_THAT(CellOrder({"abc", longer.substr(0, 2)}, true), ElementsAre(1, 0));
 }

@@ -17,7 +17,7 @@ struct SplitCase {
   Arguments arguments;
 };
 
-// The examples that the C runtime's own rules are told with, and what lies between them.
+// The examples of the C runtime's own rules, and the cases between them.
 const SplitCase cSplitCases[] = {
     {"", {}},
     {" \t ", {}},

@@ -40,7 +40,10 @@ struct Scene {
 
   std::string Path() const { return folder.Path(kind == cLinked ? "link" : "file"); }
   // Nothing for a file that isn't there.
-  std::optional<std::string> Content() const { return ReadFileText(folder.Path("file")); }
+  std::optional<std::string> Content() const {
+    const FileText file = ReadFileText(folder.Path("file"));
+    return file.Ok() ? std::optional(file.text) : std::nullopt;
+  }
   std::optional<std::string> OldContent() const {
     return kind == cMissing ? std::nullopt : std::optional(cOld);
   }
@@ -92,7 +95,7 @@ void ExpectSecondSaveHeals(const Scene& scene) {
 bool CheckOneFault(Scene::Kind kind, int n, int error) {
   SCOPED_TRACE(testing::Message() << "kind " << kind << ", call " << n << ", error " << error);
   Scene scene(kind);
-  SaveResult result;
+  FileResult result;
   bool hit, hitRemoving;
   {
     test::FileFaults faults(n, error);
@@ -124,7 +127,7 @@ TEST_F(SaveFaults, AnyOneCallFails_OldOrNewTextIsWhole) {
 bool CheckFaultThatStays(Scene::Kind kind, int n, int error) {
   SCOPED_TRACE(testing::Message() << "kind " << kind << ", from call " << n << ", error " << error);
   Scene scene(kind);
-  SaveResult result;
+  FileResult result;
   bool hit;
   {
     test::FileFaults faults(n, error, Extent::cAllFrom);
@@ -132,7 +135,7 @@ bool CheckFaultThatStays(Scene::Kind kind, int n, int error) {
     hit = faults.hit;
   }
   if (!scene.IsOldOrNew()) {
-    EXPECT_EQ(ReadFileText(scene.Rescued()), cOld);
+    EXPECT_EQ(ReadFileText(scene.Rescued()).text, cOld);
     EXPECT_THAT(result.error, HasSubstr("; its old content is in " + scene.Rescued()));
   }
   EXPECT_TRUE(scene.LinkStays());
@@ -148,7 +151,7 @@ TEST_F(SaveFaults, ContentThatDoesNotReachTheDisk_ReplacesNothing) {
     errno = EIO;
     return -1;
   };
-  const SaveResult result = SaveFileText(path, "new\n");
+  const FileResult result = SaveFileText(path, "new\n");
   TheFileCalls() = saved;
   EXPECT_FALSE(result.Ok());
   EXPECT_EQ(folder.Read("file.cpp"), "old\n");
@@ -170,7 +173,7 @@ bool CheckKill(Scene::Kind kind, int n) {
   });
   if (!scene.IsOldOrNew()) {
     EXPECT_EQ(kind, Scene::cHardLinked);
-    EXPECT_EQ(ReadFileText(scene.Rescued()), cOld);
+    EXPECT_EQ(ReadFileText(scene.Rescued()).text, cOld);
   }
   EXPECT_TRUE(scene.LinkStays());
   ExpectSecondSaveHeals(scene);
@@ -188,7 +191,7 @@ int SaveOnAFullDisk(const test::TempFolder& disk) {
   auto expect = [&failures](bool holds) { failures += holds ? 0 : 1; };
 
   const std::string path = disk.Write("file", cOld);
-  const SaveResult tooLarge = SaveFileText(path, large);
+  const FileResult tooLarge = SaveFileText(path, large);
   expect(tooLarge.error == "can't write " + path + ": No space left on device");
   expect(disk.Read("file") == cOld);
   expect(disk.Names().size() == 1);
@@ -197,7 +200,7 @@ int SaveOnAFullDisk(const test::TempFolder& disk) {
 
   disk.Write("file", cOld);
   fs::create_hard_link(path, disk.Path("other"));
-  const SaveResult inPlace = SaveFileText(path, large);
+  const FileResult inPlace = SaveFileText(path, large);
   expect(inPlace.error == "can't write " + path + ": No space left on device");
   expect(disk.Read("other") == cOld);
   expect(SaveFileText(path, cNew).Ok());

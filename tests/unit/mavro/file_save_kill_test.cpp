@@ -66,7 +66,7 @@ struct KilledSaves : testing::Test {
     return WIFEXITED(status);
   }
 
-  std::string Content() const { return ReadFileText(path).value_or("it is gone"); }
+  std::string Content() const { return ReadFileText(path).text; }
 
   fs::path RescueFile() const {
     const fs::path rescue = home.Path(".zendry/rescue");
@@ -115,7 +115,7 @@ TEST_F(KilledSaves, InPlaceAtRandomMoments_TheOldTextIsTheFileOrPutAside) {
     const fs::path rescued = RescueFile();
     if (after != old && after != text) {
       ASSERT_FALSE(rescued.empty()) << "kill " << i;
-      ASSERT_TRUE(ReadFileText(rescued.string()) == old) << "kill " << i;
+      ASSERT_TRUE(ReadFileText(rescued.string()).text == old) << "kill " << i;
     }
     if (!rescued.empty()) fs::remove(rescued);
     ASSERT_EQ(folder.Names(), (std::vector<std::string>{"file", "other"}));

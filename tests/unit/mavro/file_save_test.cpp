@@ -42,7 +42,7 @@ struct SaveFileTextTest : testing::Test {
   mode_t Mode(const std::string& name) const { return Status(name).st_mode & 07777; }
 
   void ExpectSaved(const std::string& name = "file.cpp") {
-    const SaveResult result = SaveFileText(folder.Path(name), "new text\n");
+    const FileResult result = SaveFileText(folder.Path(name), "new text\n");
     EXPECT_EQ(result.error, "");
     EXPECT_EQ(folder.Read(name), "new text\n");
   }
@@ -97,7 +97,7 @@ TEST_F(SaveFileTextTest, Mode_IsKept) {
 TEST_F(SaveFileTextTest, RelativePath_IsTakenFromTheCurrentFolder) {
   const fs::path before = fs::current_path();
   fs::current_path(folder.Path());
-  const SaveResult result = SaveFileText("file.cpp", "relative\n");
+  const FileResult result = SaveFileText("file.cpp", "relative\n");
   fs::current_path(before);
   EXPECT_EQ(result.error, "");
   EXPECT_EQ(folder.Read("file.cpp"), "relative\n");
@@ -551,7 +551,7 @@ std::string OrderOfCalls(const std::string& path) {
     order += "remove ";
     return saved.unlinkat(at, name, flags);
   };
-  SaveFileText(path, "new text\n");
+  EXPECT_TRUE(SaveFileText(path, "new text\n").Ok());
   TheFileCalls() = saved;
   return order;
 }
@@ -622,9 +622,9 @@ TEST_F(SaveFileTextTest, Descriptors_AreNotLeaked) {
   fs::create_hard_link(path, folder.Path("other.cpp"));
   const Descriptor before(dup(0));
   for (int i = 0; i < 5; ++i) {
-    SaveFileText(path, "in place");
-    SaveFileText(folder.Path("new.cpp"), "beside");
-    SaveFileText(folder.Path(), "refused");
+    EXPECT_TRUE(SaveFileText(path, "in place").Ok());
+    EXPECT_TRUE(SaveFileText(folder.Path("new.cpp"), "beside").Ok());
+    EXPECT_FALSE(SaveFileText(folder.Path(), "refused").Ok());
   }
   const Descriptor after(dup(0));
   EXPECT_EQ(after.Number(), before.Number() + 1);

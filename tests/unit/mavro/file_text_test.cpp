@@ -30,60 +30,84 @@ mode_t ModeOf(const std::string& path) {
 TEST(ReadFileText, Bytes_AreAsTheyAre) {
   const test::TempFolder folder;
   const std::string bytes("a\r\n\0\xff\xfe\x1b[31m\n\r", 14);
-  EXPECT_EQ(ReadFileText(folder.Write("a", bytes)), bytes);
+  const FileText file = ReadFileText(folder.Write("a", bytes));
+  EXPECT_TRUE(file.Ok());
+  EXPECT_EQ(file.text, bytes);
 }
 
 TEST(ReadFileText, EmptyFile_IsEmptyText) {
   const test::TempFolder folder;
-  EXPECT_EQ(ReadFileText(folder.Write("a", "")), "");
+  const FileText file = ReadFileText(folder.Write("a", ""));
+  EXPECT_EQ(file.error, "");
+  EXPECT_EQ(file.text, "");
 }
 
 TEST(ReadFileText, LargeFile_IsWhole) {
   const test::TempFolder folder;
   std::string text(3 << 20, 'x');
   text += "end";
-  EXPECT_EQ(ReadFileText(folder.Write("a", text)), text);
+  EXPECT_EQ(ReadFileText(folder.Write("a", text)).text, text);
 }
 
 TEST(ReadFileText, FileWithoutASize_IsReadToItsEnd) {
-  const auto text = ReadFileText("/proc/self/status");
-  ASSERT_TRUE(text);
-  EXPECT_NE(text->find("Name:"), std::string::npos);
+  EXPECT_NE(ReadFileText("/proc/self/status").text.find("Name:"), std::string::npos);
 }
 
 TEST(ReadFileText, Link_IsFollowed) {
   const test::TempFolder folder;
   folder.Write("a", "text");
   fs::create_symlink("a", folder.Path("link"));
-  EXPECT_EQ(ReadFileText(folder.Path("link")), "text");
+  EXPECT_EQ(ReadFileText(folder.Path("link")).text, "text");
 }
 
-TEST(ReadFileText, WhatIsNoFile_IsNothingAndNeverBlocks) {
+// A link counts as something that is there, wherever it leads.
+TEST(ReadFileText, WhatIsNoFile_IsAnErrorWithItsReasonAndNeverBlocks) {
   const test::TempFolder folder;
   ASSERT_EQ(mkfifo(folder.Path("fifo").c_str(), 0600), 0);
   fs::create_symlink("none", folder.Path("dangling"));
   fs::create_symlink("loop", folder.Path("loop"));
-  for (const std::string& path :
-       {std::string(), folder.Path("none"), folder.Path(), folder.Path("fifo"),
-        folder.Path("dangling"), folder.Path("loop"), folder.Path("none/a"),
-        std::string("/dev/zero"), std::string("/dev/null"), std::string(5000, 'x')})
-    EXPECT_EQ(ReadFileText(path), std::nullopt) << path;
+  const struct {
+    std::string path, reason;
+    bool isMissing;
+  } rows[] = {
+      {"", "No such file or directory", true},
+      {folder.Path("none"), "No such file or directory", true},
+      {folder.Path("none/a"), "No such file or directory", true},
+      {std::string(5000, 'x'), "File name too long", true},
+      {folder.Path("dangling"), "No such file or directory", false},
+      {folder.Path("loop"), "Too many levels of symbolic links", false},
+      {folder.Path(), "is a folder", false},
+      {folder.Path("fifo"), "is not a regular file", false},
+      {"/dev/zero", "is not a regular file", false},
+      {"/dev/null", "is not a regular file", false},
+  };
+  for (const auto& row : rows) {
+    const FileText file = ReadFileText(row.path);
+    EXPECT_EQ(file.error, row.path + ": " + row.reason);
+    EXPECT_EQ(file.isMissing, row.isMissing) << row.path;
+    EXPECT_EQ(file.text, "");
+  }
 }
 
-TEST(ReadFileText, UnreadableFile_IsNothing) {
+TEST(ReadFileText, UnreadableFile_IsAnError) {
   const test::TempFolder folder;
   const std::string path = folder.Write("a", "text");
   fs::permissions(folder.Path(), fs::perms::all);
   fs::permissions(path, fs::perms::none);
   const test::WithoutRights user;
-  EXPECT_EQ(ReadFileText(path), std::nullopt);
+  EXPECT_EQ(ReadFileText(path).error, path + ": Permission denied");
 }
 
-TEST(ReadFileText, SparseFileBeyondTheLimit_IsNothing) {
+// Bytes that the system refuses to read.
+TEST(ReadFileText, ReadThatFails_IsAnErrorWithItsReason) {
+  EXPECT_EQ(ReadFileText("/proc/self/mem").error, "/proc/self/mem: Input/output error");
+}
+
+TEST(ReadFileText, SparseFileBeyondTheLimit_IsAnError) {
   const test::TempFolder folder;
   const std::string path = folder.Write("a", "");
   ASSERT_EQ(truncate(path.c_str(), off_t(1) << 31), 0);
-  EXPECT_EQ(ReadFileText(path), std::nullopt);
+  EXPECT_EQ(ReadFileText(path).error, path + ": can't be read");
 }
 
 TEST(FileExists, TellsFilesFromFoldersAndOthers) {

@@ -28,7 +28,7 @@ TEST(ReadClaimedSize, Png_TellsWidthAndHeight) {
   EXPECT_EQ(ReadClaimedSize(head + "\xFF\xFF\xFF\xFF\0\0\0\x07"s), (ClaimedSize{0xFFFFFFFF, 7}));
 }
 
-TEST(ReadClaimedSize, Jpeg_FindsTheFrameBehindOtherSegments) {
+TEST(ReadClaimedSize, Jpeg_FindsTheFrameAfterOtherSegments) {
   const std::string jpeg =
       "\xFF\xD8\xFF\xE0\0\x04xx\xFF\xFF\xC4\0\x03y\xFF\xC2\0\x11\x08\xC3\x50\0\x10"s;
   EXPECT_EQ(ReadClaimedSize(jpeg), (ClaimedSize{16, 50000}));

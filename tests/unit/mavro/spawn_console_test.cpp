@@ -99,7 +99,7 @@ TEST_F(BlockingConsole, ExitCode_IsKeptAndTheReason) {
   EXPECT_THAT(recorder.reasons, ElementsAre(3));
 }
 
-TEST_F(BlockingConsole, DeathByASignal_IsToldApartFromExit) {
+TEST_F(BlockingConsole, DeathByASignal_DiffersFromExit) {
   EXPECT_TRUE(Run("signal 9"));
   EXPECT_THAT(lines, ElementsAre("half a line"));
   EXPECT_EQ(console.exitSignal, SIGKILL);
@@ -257,7 +257,7 @@ TEST_F(BlockingConsole, NoDescriptorToWatchTheEnd_IsFoundOutByAsking) {
   EXPECT_EQ(console.exitSignal, SIGTERM);
 }
 
-// Any of them may be missing when a desktop starts us, and a pipe's end then stands in its place.
+// Any of them may be missing when a desktop starts us, and a pipe's end then has its number.
 TEST_F(BlockingConsole, StandardStreamsOfOursClosed_ChildHasItsOwn) {
   for (int missing = 1; missing < 8; ++missing) {
     std::vector<Descriptor> saved(3);

@@ -29,7 +29,7 @@ std::string Names(const Project& project) {
   return names;
 }
 
-// What is written of a project as `set` leaves it.
+// The written text of a project as `set` leaves it.
 ProjectText Written(void (*set)(Project&)) {
   Project project;
   project.Init("/w/demo/p.zpj", cConsole);
@@ -136,7 +136,7 @@ TEST(ProjectFileFormat, Read_GoesByFirstLettersInTheOptions) {
   EXPECT_EQ(project.releaseOptions.link, "x");
 }
 
-TEST(ProjectFileFormat, Read_GeneralValuesInOtherSections_CountAsTold) {
+TEST(ProjectFileFormat, Read_GeneralValuesInOtherSections_CountAsGiven) {
   const ReadProject project(
       "<rel><inc value=\"x\"/><arch value=\"x\"/><out value=\"o\"/><pars p=\"p\"/>"
       "<targ id=\"4\"/></rel><gen><comp opt=\"c\"/><gcc id=\"2\"/></gen>");
@@ -311,7 +311,8 @@ TEST(ProjectFileFormat, Read_AnyByteReplaced_GivesAProject) {
       std::string damaged = text;
       damaged[at] = bad;
       if (!TokensFit(damaged)) continue;  // a quote too many makes one long token of the rest
-      WriteProjectText(ReadProject(damaged));
+      const std::string written = WriteProjectText(ReadProject(damaged)).text;
+      EXPECT_TRUE(written.starts_with("<ide>\n") && written.ends_with("</opt>\n")) << at;
     }
   }
 }

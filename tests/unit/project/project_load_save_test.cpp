@@ -69,7 +69,7 @@ TEST_F(ProjectLoadSaveTest, KeepSession_NeedsAnOpenProjectWithAName) {
 // Group: loading.
 
 TEST_F(ProjectLoadSaveTest, Load_FillsTheProject) {
-  const LoadResult result = project.Load(path);
+  const mavro::FileResult result = project.Load(path);
   EXPECT_TRUE(result.Ok());
   EXPECT_EQ(result.doubt, "");
   EXPECT_TRUE(project.isOpen);
@@ -99,7 +99,7 @@ TEST_F(ProjectLoadSaveTest, Load_ClearsImplicit) {
 TEST_F(ProjectLoadSaveTest, Load_RestoresTheSession) {
   const std::string main = folder.Write("p/main.cpp", "");
   folder.Write("p/app.zend", "<mode opt=\"dbg\"/><file name=\"main.cpp\" id=\"7\"/>");
-  project.Load(path);
+  ASSERT_TRUE(project.Load(path).Ok());
   EXPECT_TRUE(shell.Take().ends_with("mode 1\nopen " + main + " 7\n"));
   EXPECT_EQ(project.outputFolder, folder.Path("p/out-dbg"));
 }
@@ -115,7 +115,7 @@ TEST_F(ProjectLoadSaveTest, Load_RelativePath_IsTakenFromTheCurrentFolder) {
   std::filesystem::current_path(before);
 }
 
-TEST_F(ProjectLoadSaveTest, Load_UpSegmentBehindALink_FindsTheSystemsFile) {
+TEST_F(ProjectLoadSaveTest, Load_UpSegmentAfterALink_FindsTheSystemsFile) {
   folder.Write("far/q/app.zpj", console);
   folder.Folder("far/q/sub");
   std::filesystem::create_directory_symlink(folder.Path("far/q/sub"), folder.Path("p/link"));
@@ -159,7 +159,7 @@ TEST_F(ProjectLoadSaveTest, Load_EmptyOrBinary_IsNoProjectFile) {
 
 TEST_F(ProjectLoadSaveTest, Load_CutFile_IsReadAndDoubted) {
   folder.Write("p/app.zpj", console.substr(0, console.find("<opt>")));
-  const LoadResult result = project.Load(path);
+  const mavro::FileResult result = project.Load(path);
   EXPECT_TRUE(result.Ok());
   EXPECT_EQ(result.doubt, path + ": the end is missing, it may have been cut");
   EXPECT_EQ(project.Files().size(), 5u);
@@ -230,7 +230,7 @@ TEST_F(ProjectLoadSaveTest, Save_Change_IsReadBack) {
   project.modified = true;
   EXPECT_TRUE(project.Save(false));
   Project again;
-  again.Load(path);
+  ASSERT_TRUE(again.Load(path).Ok());
   EXPECT_TRUE(again.FindFile(folder.Path("p/new.c")));
   EXPECT_TRUE(dialogs.questions.empty());
 }
@@ -333,7 +333,7 @@ TEST_F(ProjectLoadSaveTest, Save_OverADamagedFile_AsksFirst) {
   for (const std::string& damaged :
        {console.substr(0, console.size() / 2), std::string(100, '\0'), std::string("text")}) {
     folder.Write("p/app.zpj", damaged);
-    project.Load(path);
+    EXPECT_NE(project.Load(path).Words(), "");
     EXPECT_FALSE(project.Save(false));
     EXPECT_EQ(folder.Read("p/app.zpj"), damaged);
     project.Clear();
@@ -358,14 +358,14 @@ TEST_F(ProjectLoadSaveTest, Save_OverAFileThatCantBeRead_AsksFirst) {
   std::filesystem::permissions(folder.Path("p"), std::filesystem::perms::all);
   std::filesystem::permissions(path, std::filesystem::perms::owner_write);
   const test::WithoutRights user;
-  project.Load(path);
+  EXPECT_FALSE(project.Load(path).Ok());
   EXPECT_FALSE(project.Save(false));
   EXPECT_EQ(dialogs.texts.size(), 1u);
 }
 
 TEST_F(ProjectLoadSaveTest, Save_OverAnEmptyOrMissingFile_DoesNotAsk) {
   folder.Write("p/app.zpj", "");
-  project.Load(path);
+  EXPECT_FALSE(project.Load(path).Ok());
   EXPECT_TRUE(project.Save(false));
   std::filesystem::remove(path);
   EXPECT_TRUE(project.Save(false));
@@ -440,7 +440,7 @@ TEST_F(ProjectLoadSaveTest, Close_WithoutARealProject_WritesNoSession) {
 
 TEST_F(ProjectLoadSaveTest, Close_ProjectThatCouldNotBeRead_KeepsItsSession) {
   folder.Write("p/gone.zend", "<file name=\"main.cpp\"/>");
-  project.Load(folder.Path("p/gone.zpj"));
+  EXPECT_FALSE(project.Load(folder.Path("p/gone.zpj")).Ok());
   EXPECT_TRUE(project.Close());
   EXPECT_EQ(folder.Read("p/gone.zend"), "<file name=\"main.cpp\"/>");
 }

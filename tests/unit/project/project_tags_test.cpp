@@ -301,12 +301,14 @@ TEST_F(ProjectTagsTest, BrokenFiles_HaveNoTags) {
   }
 }
 
-TEST_F(ProjectTagsTest, BinaryFile_DoesNoHarm) {
+TEST_F(ProjectTagsTest, BinaryFile_IsAFileWithoutClasses) {
   std::string bytes;
   for (unsigned i = 0; i < 100000; ++i) bytes += static_cast<char>(i * i % 256);
   Add("a.cpp", bytes);
   Add("b.cpp", std::string(100000, '\0'));
   Add("c.cpp", std::string(100000, '{'));
+  ASSERT_EQ(project.Files().size(), 3u);
+  for (const auto& file : project.Files()) EXPECT_TRUE(file->tags.classes.empty()) << file->name;
 }
 
 // Group: parseModule.

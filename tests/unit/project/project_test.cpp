@@ -86,7 +86,7 @@ TEST_F(ProjectTest, SetMode_SelectsOptionsFolderAndSelector) {
   EXPECT_EQ(project.outputFolder, "/w/demo/out-dbg");
   EXPECT_EQ(shell.Take(), "mode 1\n");
   project.SetMode(cRelease);
-  EXPECT_EQ(&project.GroupOptions(), &project.releaseOptions);
+  EXPECT_EQ(project.current, &project.releaseOptions);
 }
 
 TEST_F(ProjectTest, SetCaption_BeginsWithTheStem) {

@@ -81,7 +81,7 @@ TEST(ReadSessionText, ValueThatIsTooLong_IsPassedOverAndSaid) {
                 "...");
 }
 
-TEST(ReadSessionText, Damage_IsToldFromWhatIsWhole) {
+TEST(ReadSessionText, Damage_IsDistinguishedFromWholeText) {
   const std::string text = SessionText({1, {{"a.c", 7}}, "/p/a.c"});
   EXPECT_EQ(ReadSessionText(text).damage, "");
   EXPECT_EQ(ReadSessionText("").damage, "");
@@ -102,7 +102,7 @@ class SessionFileTest : public testing::Test {
   }
   std::string Loaded(std::string_view text) {
     folder.Write("p/p.zend", text);
-    LoadSession(path, project, shell);
+    EXPECT_TRUE(LoadSession(path, project, shell).Ok());
     return shell.Take();
   }
 
@@ -123,7 +123,7 @@ TEST_F(SessionFileTest, SaveAndLoad_RestoreEverything) {
             std::string::npos);
   project.SetMode(cRelease);
   shell.Take();
-  LoadSession(path, project, shell);
+  EXPECT_EQ(LoadSession(path, project, shell).Words(), "");
   EXPECT_EQ(shell.Take(), "mode 1\nopen " + a + " 12\nopen " + b + " 0\nactivate " + b + "\n");
 }
 
@@ -146,7 +146,7 @@ TEST_F(SessionFileTest, Load_FileThatTheShellKeepsBack_IsNotOpened) {
   const std::string a = folder.Write("p/a.c", ""), b = folder.Write("p/b.c", "");
   folder.Write("p/p.zend", "<file n=\"a.c\" i=\"3\"/><file n=\"b.c\" i=\"4\"/>");
   Keeping keeping;
-  LoadSession(path, project, keeping);
+  EXPECT_TRUE(LoadSession(path, project, keeping).Ok());
   EXPECT_EQ(keeping.asked, a + " 3;" + b + " 4;");
   EXPECT_EQ(keeping.Take(), "open " + b + " 4\n");
 }
@@ -166,7 +166,7 @@ TEST_F(SessionFileTest, Load_PathThatCantBeNormalised_IsHarmless) {
 }
 
 TEST_F(SessionFileTest, Load_Missing_ChangesNothing) {
-  LoadSession(path, project, shell);
+  EXPECT_EQ(LoadSession(path, project, shell).Words(), "");
   EXPECT_EQ(shell.Take(), "");
 }
 

@@ -16,8 +16,8 @@
 #include "TempFolder.h"
 #include "rescue/TextRescue.h"
 
-// Unsaved text is kept as a copy and steps behind it: what is read back is the text of the last
-// step that is whole.
+// Unsaved text is kept as a copy and the steps after it. Reading gives the text of the last step
+// that is whole.
 
 namespace zendry {
 namespace {
@@ -26,8 +26,8 @@ namespace fs = std::filesystem;
 using testing::IsEmpty;
 using testing::SizeIs;
 
-// A text that tells of its changes before they happen, as the editor does.
-class ToldText : public RescueSource {
+// A text that reports its changes before they happen, as the editor does.
+class TrackedText : public RescueSource {
  public:
   std::string RescuePath() const override { return path; }
   TextFacts RescueFacts() const override { return facts; }
@@ -63,7 +63,7 @@ std::string RandomBytes(std::mt19937& random, size_t most) {
 }
 
 // One change: mostly typing and erasing at one place, at times elsewhere, at times much.
-void ChangeAtRandom(ToldText& text, size_t& place, std::mt19937& random) {
+void ChangeAtRandom(TrackedText& text, size_t& place, std::mt19937& random) {
   const size_t length = text.text.size();
   if (random() % 8 == 0 || place > length) place = random() % (length + 1);
   switch (random() % 8) {
@@ -108,7 +108,7 @@ class RescueSteps : public testing::Test {
 TEST_F(RescueSteps, RandomChanges_ComeBackByteForByte_AfterEachKeep) {
   for (unsigned seed = 1; seed <= 12; ++seed) {
     std::mt19937 random(seed);
-    ToldText text;
+    TrackedText text;
     text.text = RandomBytes(random, seed % 3 ? 2000 : 0);
     size_t place = 0;
     for (int keep = 0; keep < 40; ++keep) {
@@ -121,7 +121,7 @@ TEST_F(RescueSteps, RandomChanges_ComeBackByteForByte_AfterEachKeep) {
 }
 
 TEST_F(RescueSteps, SmallChangeOfALargeText_WritesThatChangeOnly) {
-  ToldText text;
+  TrackedText text;
   text.text.assign(5'000'000, 'a');
   ASSERT_TRUE(text.Keep());
   const DiskStamp copy = ReadDiskStamp(Copy());
@@ -133,7 +133,7 @@ TEST_F(RescueSteps, SmallChangeOfALargeText_WritesThatChangeOnly) {
 }
 
 TEST_F(RescueSteps, ChangesAtBothEnds_DoNotBringWhatLiesBetween) {
-  ToldText text;
+  TrackedText text;
   text.text.assign(5'000'000, 'a');
   ASSERT_TRUE(text.Keep());
   for (int i = 0; i < 10; ++i) {
@@ -146,14 +146,14 @@ TEST_F(RescueSteps, ChangesAtBothEnds_DoNotBringWhatLiesBetween) {
 }
 
 TEST_F(RescueSteps, NothingChanged_WritesNothing) {
-  ToldText text;
+  TrackedText text;
   ASSERT_TRUE(text.Keep());
   ASSERT_TRUE(text.Keep());
   EXPECT_TRUE(Steps().empty());
 }
 
 TEST_F(RescueSteps, MoreThanAPartOfTheText_BecomesANewCopy_AndItsStepsFollow) {
-  ToldText text;
+  TrackedText text;
   text.text.assign(1'000'000, 'a');
   ASSERT_TRUE(text.Keep());
   const DiskStamp copy = ReadDiskStamp(Copy());
@@ -169,8 +169,8 @@ TEST_F(RescueSteps, MoreThanAPartOfTheText_BecomesANewCopy_AndItsStepsFollow) {
   EXPECT_TRUE(Kept() == text.text);
 }
 
-TEST_F(RescueSteps, ManySteps_AreWrittenAnewBeforeTheyOutgrowTheText) {
-  ToldText text;
+TEST_F(RescueSteps, ManySteps_AreWrittenAgainBeforeTheyOutgrowTheText) {
+  TrackedText text;
   ASSERT_TRUE(text.Keep());
   size_t most = 0;
   for (int i = 0; i < 1200; ++i) {
@@ -183,7 +183,7 @@ TEST_F(RescueSteps, ManySteps_AreWrittenAnewBeforeTheyOutgrowTheText) {
 }
 
 TEST_F(RescueSteps, ManyChangesFarApart_BecomeANewCopy) {
-  ToldText text;
+  TrackedText text;
   text.text.assign(2'000'000, 'a');
   ASSERT_TRUE(text.Keep());
   for (size_t i = 0; i < 20'000; ++i) text.Insert(i * 100, "b");
@@ -193,7 +193,7 @@ TEST_F(RescueSteps, ManyChangesFarApart_BecomeANewCopy) {
 }
 
 TEST_F(RescueSteps, TornLastStep_IsLeftOut_WhereverItIsCut) {
-  ToldText text;
+  TrackedText text;
   text.text = "one\n";
   ASSERT_TRUE(text.Keep());
   text.Insert(4, "two\n");
@@ -212,7 +212,7 @@ TEST_F(RescueSteps, TornLastStep_IsLeftOut_WhereverItIsCut) {
 }
 
 TEST_F(RescueSteps, AnyBitTurned_LeavesOutThatStep) {
-  ToldText text;
+  TrackedText text;
   text.text = "one\n";
   ASSERT_TRUE(text.Keep());
   text.Insert(4, "two\n");
@@ -228,7 +228,7 @@ TEST_F(RescueSteps, AnyBitTurned_LeavesOutThatStep) {
 
 TEST_F(RescueSteps, GarbageOrZeros_AreNoSteps) {
   std::mt19937 random(1);
-  ToldText text;
+  TrackedText text;
   text.text = "one\n";
   ASSERT_TRUE(text.Keep());
   text.Insert(0, "x");
@@ -278,7 +278,7 @@ TEST_F(RescueSteps, StepThatDoesNotKeepItsPromisedLength_EndsTheSteps) {
 
 // The bytes that two inserted bytes need: as one span with what lies between, or as two.
 size_t BytesOfTwo(size_t first, size_t second, size_t most = 1000, size_t mostCount = 10) {
-  ToldText text;
+  TrackedText text;
   text.text = std::string(100, '.');
   TextChanges changes;
   changes.Begin(100, most, mostCount);
@@ -304,11 +304,11 @@ TEST_F(RescueSteps, MoreBytesOrChangesThanAllowed_AreGivenUp) {
   EXPECT_EQ(BytesOfTwo(0, 90, cTwo, 1), 0u);
 }
 
-// Whether so many added bytes were written as a step.
+// True if so many added bytes were written as a step.
 bool IsStep(size_t length, size_t added) {
   test::TempFolder home;
   const test::ScopedHome scopedHome(home.Path());
-  ToldText text;
+  TrackedText text;
   text.text.assign(length, '.');
   EXPECT_TRUE(text.Keep());
   text.Insert(0, std::string(added, 'x'));
@@ -334,7 +334,7 @@ TEST_F(RescueSteps, StepsWithoutACopy_AreNothing_AndGo) {
 }
 
 TEST_F(RescueSteps, Find_LeavesTheStepsOfLivingPrograms) {
-  ToldText text;
+  TrackedText text;
   ASSERT_TRUE(text.Keep());
   text.Insert(0, "x");
   ASSERT_TRUE(text.Keep());
@@ -343,7 +343,7 @@ TEST_F(RescueSteps, Find_LeavesTheStepsOfLivingPrograms) {
 }
 
 TEST_F(RescueSteps, Drop_TakesTheStepsAwayToo) {
-  ToldText text;
+  TrackedText text;
   ASSERT_TRUE(text.Keep());
   text.Insert(0, "x");
   ASSERT_TRUE(text.Keep());
@@ -351,8 +351,8 @@ TEST_F(RescueSteps, Drop_TakesTheStepsAwayToo) {
   EXPECT_TRUE(fs::is_empty(Folder()));
 }
 
-TEST_F(RescueSteps, CopyOrStepsTakenAwayByOthers_AreWrittenAnew) {
-  ToldText text;
+TEST_F(RescueSteps, CopyOrStepsTakenAwayByOthers_AreWrittenAgain) {
+  TrackedText text;
   text.text = "one\n";
   for (const bool steps : {false, true, true}) {
     ASSERT_TRUE(text.Keep());
@@ -370,7 +370,7 @@ TEST_F(RescueSteps, CopyOrStepsTakenAwayByOthers_AreWrittenAnew) {
 }
 
 TEST_F(RescueSteps, OtherPathOrFacts_AreKeptWithTheText) {
-  ToldText text;
+  TrackedText text;
   ASSERT_TRUE(text.Keep());
   text.path = "/folder/other.cpp";
   ASSERT_TRUE(text.Keep());
@@ -394,8 +394,19 @@ TEST_F(RescueSteps, CopyWithoutFactsOrWithDamagedOnes_IsTextAlone) {
   }
 }
 
+TEST_F(RescueSteps, OddByteBeyondAByte_IsNone) {
+  const std::string name = ".zendry/rescue/text-" + std::to_string(test::EndedProcess()) + "-1";
+  for (const auto& [number, byte] : {std::pair("255", "\xFF"), std::pair("256", "")}) {
+    home.Write(name, "/a.cpp" + std::string(1, '\0') + "zendry-text-1 1 2 " + number +
+                         " 1 2 3 4 5 " + std::string(1, '\0') + "a");
+    ASSERT_THAT(FindRescuedTexts(), SizeIs(1));
+    EXPECT_EQ(FindRescuedTexts()[0].facts.oddByte, byte) << number;
+    EXPECT_EQ(FindRescuedTexts()[0].content, "a");
+  }
+}
+
 TEST_F(RescueSteps, AnnouncedChangeThatNeverComes_DoesNoHarm) {
-  ToldText text;
+  TrackedText text;
   text.text = "one\n";
   ASSERT_TRUE(text.Keep());
   text.Insert(0, "x");
@@ -409,8 +420,8 @@ TEST_F(RescueSteps, AnnouncedChangeThatNeverComes_DoesNoHarm) {
   EXPECT_EQ(Kept(), text.text);
 }
 
-TEST_F(RescueSteps, KeepAll_WritesTheWholeText_AndStepsGoOnBehindIt) {
-  ToldText text;
+TEST_F(RescueSteps, KeepAll_WritesTheWholeText_AndStepsGoOnAfterIt) {
+  TrackedText text;
   text.text = "one\n";
   ASSERT_TRUE(text.Keep());
   text.Insert(0, "x");
@@ -446,7 +457,7 @@ TEST_F(RescueSteps, EachCallFails_OldOrNewText_AndTheNextKeepHasAll) {
     for (const size_t added : {10, 200'000}) {  // a step, a new copy
       bool hit = true;
       for (int n = 1; hit; ++n) {
-        ToldText text;
+        TrackedText text;
         text.text = "one\n";
         ASSERT_TRUE(text.Keep());
         text.Insert(4, "two\n");
@@ -476,7 +487,7 @@ TEST_F(RescueSteps, KilledAtAnyCall_OldOrNewTextIsOffered) {
       const std::string before = "one\ntwo\n";
       const std::string after = "on" + std::string(added, 'x') + "e\ntwo\n";
       const int status = test::RunInChild([&] {
-        ToldText text;
+        TrackedText text;
         text.text = "one\n";
         text.Keep();
         text.Insert(4, "two\n");
@@ -504,7 +515,7 @@ TEST_F(RescueSteps, FullDisk_KeepsTheOlderText_AndGoesOnWhenThereIsRoom) {
   const std::string profile = home.Folder("disk");
   const int answer = test::RunOnSmallDisk(profile, "512k", [&]() -> int {
     const test::ScopedHome onDisk(profile);
-    ToldText text;
+    TrackedText text;
     text.text.assign(200'000, 'a');
     if (!text.Keep()) return cNoCopy;
     const std::string filler = profile + "/filler";

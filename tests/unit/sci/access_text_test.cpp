@@ -108,7 +108,7 @@ class FakeDocument : public AccessText::Door {
     while (at > 0 && !IsFirstByte(text[static_cast<size_t>(at)]));
     return std::max(at, 0);
   }
-  // The place so many units behind `start`; `otherwise` where there is none.
+  // The place so many units after `start`; `otherwise` where there is none.
   int PositionOf(int start, int units, int otherwise) const {
     for (int at = start;; at = After(at)) {
       const auto passed = std::string_view(text).substr(static_cast<size_t>(start),
@@ -177,7 +177,7 @@ TEST(AccessText, OtherCodePages_HaveAUnitForEachByte) {
   EXPECT_EQ(document.allocations, 0);
 }
 
-TEST(AccessText, Caret_IsToldInUnits) {
+TEST(AccessText, Caret_IsGivenInUnits) {
   FakeDocument document(cText);
   document.caret = 11;
   EXPECT_EQ(AccessText(document).CaretOffset(), 8);

@@ -73,7 +73,7 @@ TEST(EditorColours, Pairs_AreReadWell) {
       EXPECT_GE(Contrast(On(ink, desktop), On(ground, desktop)), cLeastContrast) << ink;
 }
 
-TEST(EditorColours, Inks_AreToldApart) {
+TEST(EditorColours, Inks_Differ) {
   for (const Desktop desktop : cDesktops)
     for (int one = 0; one < cEndOfInks; ++one)
       for (int other = 0; other < one; ++other)
@@ -81,7 +81,7 @@ TEST(EditorColours, Inks_AreToldApart) {
             << one << " and " << other;
 }
 
-TEST(EditorColours, Grounds_AreToldFromThatOfTheText) {
+TEST(EditorColours, Grounds_DifferFromThatOfTheText) {
   for (const Desktop desktop : cDesktops)
     for (int ground = cTextGround + 1; ground < cEndOfGrounds; ++ground)
       EXPECT_GE(Difference(On(At(ground), desktop), On(cTextGround, desktop)), cLeastBetweenGrounds)

@@ -82,7 +82,7 @@ struct ExpectedCase {
   int wanted;
 };
 
-TEST(IndentRules, ExpectedIndent_BehindEachKindOfLine) {
+TEST(IndentRules, ExpectedIndent_AfterEachKindOfLine) {
   const ExpectedCase cases[] = {
       {"int a;@", 0},
       {"\tint a;@", 3},
@@ -187,7 +187,7 @@ TEST(IndentRules, AutoIndent_BlocksOfWords) {
             (Changes{{2, 0}, {3, 0}}));
 }
 
-TEST(IndentRules, AutoIndent_BraceBehindAStatement_GoesByTheLineAbove) {
+TEST(IndentRules, AutoIndent_BraceAfterAStatement_GoesByTheLineAbove) {
   const EditorLanguage language = Language();
   const EditorOptions options = Options();
   const test::MarkedText text("int a;\n\tif (a)\n\t\t{@");

@@ -142,7 +142,7 @@ TEST(LongLines, Note_TellsLengthAndBeginning) {
   EXPECT_EQ(lines.NoteOf(7), "");
 }
 
-// A text with its stand-ins, told of each change as an editor is.
+// A text with its stand-ins; it gets each change as an editor does.
 struct Shown {
   test::MarkedText text{""};
   LongLines lines;

@@ -36,7 +36,7 @@ TEST(MacroLines, Parse_CutAnywhere_IsReadAsFarAsItGoes) {
   }
 }
 
-TEST(MacroLines, Parse_TextBehindAZero_IsDropped) {
+TEST(MacroLines, Parse_TextAfterAZero_IsDropped) {
   EXPECT_EQ(ParseMacroLine("2300;0;0;rest"), (MacroStep{SCI_LINEDOWN, 0, false, {}}));
 }
 

@@ -263,7 +263,7 @@ TEST(TipRules, FindTipArgument_TheRunningOne) {
   }
 }
 
-TEST(TipRules, TextBehindTheTip_IsNotRead) {
+TEST(TipRules, TextAfterTheTip_IsNotRead) {
   const std::string_view tip = "f(ab";
   EXPECT_EQ(FindTipArgument(tip.substr(0, 3), "f(", Language()).end, 3);
 }

@@ -20,7 +20,7 @@ std::string Bytes(int length) {
   return bytes;
 }
 
-// What a reader gives up to its end, byte by byte.
+// The bytes of a reader up to its end, one by one.
 std::string ReadAll(EditorReader& reader) {
   std::string read;
   for (int c = reader.getc(); c != -1; c = reader.getc()) read += static_cast<char>(c);
@@ -29,7 +29,7 @@ std::string ReadAll(EditorReader& reader) {
 
 std::unique_ptr<EditorReader> Opened(test::TextInMemory& text) {
   auto reader = std::make_unique<EditorReader>(text);
-  EXPECT_TRUE(reader->open("any name"));
+  EXPECT_TRUE(reader->open("any name").Ok());
   return reader;
 }
 
@@ -159,12 +159,12 @@ TEST(EditorReader, NulBytes_AreBytes) {
   EXPECT_EQ(ReadAll(*reader), std::string("a\0b", 3));
 }
 
-TEST(EditorReader, OpenAgain_BeginsAnew) {
+TEST(EditorReader, OpenAgain_BeginsAgain) {
   test::TextInMemory text(Bytes(200000));
   const auto reader = Opened(text);
   ReadAll(*reader);
   text.text = "new";
-  EXPECT_TRUE(reader->open(nullptr));
+  EXPECT_TRUE(reader->open(nullptr).Ok());
   EXPECT_EQ(ReadAll(*reader), "new");
 }
 
@@ -172,7 +172,7 @@ TEST(EditorReader, Close_MarksItClosed) {
   test::TextInMemory text("a");
   EditorReader reader(text);
   EXPECT_FALSE(reader.IsOpen());
-  reader.open("");
+  EXPECT_TRUE(reader.open("").Ok());
   EXPECT_TRUE(reader.IsOpen());
   reader.close();
   EXPECT_FALSE(reader.IsOpen());
@@ -206,7 +206,7 @@ TEST(EditorReader, PieceBeforeByte0xFF_StopsThere) {
   EXPECT_EQ(reader->getc(), -1);
 }
 
-TEST(EditorReader, PushBackBehindAPiece_GivesItsLastByte) {
+TEST(EditorReader, PushBackAfterAPiece_GivesItsLastByte) {
   test::TextInMemory text(Bytes(cWindow + 10));
   const auto reader = Opened(text);
   SkipTo(*reader, cWindow);

@@ -31,7 +31,7 @@ TEST(IncludeScan, WhiteSpace_IsIgnoredEverywhere) {
   EXPECT_EQ(Scan("#  in\tclude\v\f <a b.h>\n"), "0 ab.h;");
 }
 
-TEST(IncludeScan, HashBehindABlank_IsNone) {
+TEST(IncludeScan, HashAfterABlank_IsNone) {
   EXPECT_EQ(Scan(" #include \"a.h\"\n\t#include \"b.h\"\n"), "");
 }
 

@@ -63,7 +63,7 @@ TagData Library() {
 
 // Group: the text.
 
-TEST(TagCache, WholeText_IsAsTold) {
+TEST(TagCache, WholeText_IsAsGiven) {
   EXPECT_EQ(Body(Library()),
             "<reference n=\"lib\">\n"
             "\t<hdr n=\"vector\" id=\"7\" o=\"-x\" p=\"/std/vector\"/>\n"
@@ -216,7 +216,7 @@ TEST(TagCache, Read_OtherElements_ArePassedOver) {
   EXPECT_TRUE(data.classes.empty() && data.headers.empty() && data.globals.empty());
 }
 
-// Group: values that no reader stands.
+// Group: values that no reader can take.
 
 TEST(TagCache, QuoteInAValue_IsWrittenAsItStands) {
   TagData data;

@@ -22,7 +22,7 @@ using test::TagsOf;
 std::string Stream(std::string_view text, Language language = Language::cC) {
   test::TextReader reader(text);
   TagData store;
-  reader.open("");
+  EXPECT_TRUE(reader.open("").Ok());
   theTagParser.Bind(store, &reader);
   theCpp.lines.Start(reader, store);
   theCpp.sourceInit(false, language, false);
@@ -248,7 +248,7 @@ TEST(TagChars, IfZeroWithinAStatement_ShowsTheElseBranch) {
   EXPECT_EQ(TagsOf("int\n#if 0\na\n#else\nb\n#endif\n;"), "v b:int;");
 }
 
-TEST(TagChars, ElifBehindIfZero_IsShown) {
+TEST(TagChars, ElifAfterIfZero_IsShown) {
   EXPECT_EQ(TagsOf("#if 0\nint a;\n#elif X\nint b;\n#else\nint c;\n#endif\n"), "v b:int; v c:int;");
 }
 
@@ -258,7 +258,7 @@ TEST(TagChars, ElifWithinAStatement_ShowsTheFirstBranchOnly) {
 }
 
 // Only an "else" counts as the branch that was taken; an "elif" lets the next one be read too.
-TEST(TagChars, BranchesBehindIfZeroWithinAStatement) {
+TEST(TagChars, BranchesAfterIfZeroWithinAStatement) {
   EXPECT_EQ(TagsOf("int\n#if 0\na,\n#elif Y\nb,\n#else\nc\n#endif\n;"), "v b:int; v c:int;");
   EXPECT_EQ(TagsOf("int\n#if 0\na,\n#else\nb\n#else\n,c\n#endif\n;"), "v b:int;");
 }
@@ -290,7 +290,7 @@ TEST(TagChars, PragmaWeak_YieldsAMacroTag) {
   EXPECT_EQ(TagsOf("#pragma once\n#pragma weak 1\n#pragma\n#pragma weak\n"), "");
 }
 
-TEST(TagChars, BlankBehindTheHash_IsNoMatter) {
+TEST(TagChars, BlankAfterTheHash_IsNoMatter) {
   EXPECT_EQ(TagsOf("# define X\n#\tdefine Y\n"), "d X; d Y;");
 }
 
@@ -308,7 +308,7 @@ TEST(TagChars, CommentWithinADirective_DoesntEndIt) {
   EXPECT_EQ(TagsOf("#define X /* c\n */ int no;\nint a;"), "d X; v a:int;");
 }
 
-TEST(TagChars, HashBehindText_IsNoDirective) {
+TEST(TagChars, HashAfterText_IsNoDirective) {
   EXPECT_EQ(TagsOf("; #define X\n"), "");
 }
 
@@ -377,7 +377,7 @@ TEST(FileReader, Destruction_ClosesItsFile) {
   const int before = nextDescriptor();
   {
     FileReader reader;
-    ASSERT_TRUE(reader.open(folder.Path("x").c_str()));
+    ASSERT_EQ(reader.open(folder.Path("x").c_str()).error, "");
   }
   EXPECT_EQ(nextDescriptor(), before);
 }
@@ -388,7 +388,7 @@ TEST(FileReader, Bytes_AreReadAndTakenBack) {
                                                     << "b";
   FileReader reader;
   EXPECT_FALSE(reader.IsOpen());
-  ASSERT_TRUE(reader.open(folder.Path("x").c_str()));
+  ASSERT_EQ(reader.open(folder.Path("x").c_str()).error, "");
   EXPECT_EQ(reader.getc(), 'a');
   EXPECT_EQ(reader.getc(), 255);
   reader.ungetc(255);
@@ -403,7 +403,7 @@ TEST(FileReader, Bytes_AreReadAndTakenBack) {
 
 TEST(FileReader, FileThatIsNone_CantBeOpened) {
   FileReader reader;
-  EXPECT_FALSE(reader.open("/nowhere/none"));
+  EXPECT_EQ(reader.open("/nowhere/none").error, "/nowhere/none: No such file or directory");
   EXPECT_FALSE(reader.IsOpen());
   EXPECT_EQ(reader.read(nullptr, 0), 0u);
   reader.close();

@@ -9,7 +9,7 @@
 namespace zendry {
 namespace {
 
-// A kind as "LETTER name|description", a minus behind the letter when it is off.
+// A kind as "LETTER name|description", a minus after the letter when it is off.
 std::string Kinds(Language language) {
   std::string text;
   for (const TagKind& kind : RecordOf(language).kinds)

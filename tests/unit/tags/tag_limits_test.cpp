@@ -6,7 +6,7 @@
 #include "TagRun.h"
 #include "tags/LineInput.h"
 
-// What bounds a parse: the length of a line, the number of tags, the depth of blocks.
+// The limits of a parse: the length of a line, the number of tags, the depth of blocks.
 
 namespace zendry {
 namespace {
@@ -20,17 +20,17 @@ std::string Repeat(std::string_view text, int count) {
   return result;
 }
 
-// `int b;` behind a line of so many bytes.
-std::string BehindLine(size_t length) {
+// `int b;` after a line of so many bytes.
+std::string AfterLine(size_t length) {
   return "int a;\n//" + std::string(length - 2, 'x') + "\nint b;\n";
 }
 
 TEST(TagLimits, LineOf1023Bytes_IsRead) {
-  EXPECT_EQ(TagsOf(BehindLine(1023)), "v a:int; v b:int;");
+  EXPECT_EQ(TagsOf(AfterLine(1023)), "v a:int; v b:int;");
 }
 
 TEST(TagLimits, LineOf1024Bytes_EndsTheSource) {
-  const test::TagRun run = ParseTags(BehindLine(1024));
+  const test::TagRun run = ParseTags(AfterLine(1024));
   EXPECT_EQ(test::ShortTags(run.lines), "v a:int;");
   EXPECT_EQ(run.log, "Line to long --> \n");
 }
@@ -81,14 +81,14 @@ TEST(TagLimits, RaisedLimits_Hold) {
   theTagParser.SetLimits(3000, 200000);
   EXPECT_EQ(ParseTags(Repeat("int a;\n", 3000)).log, "");
   EXPECT_EQ(ParseTags(Repeat("int a;\n", 3001)).log, "To many tags --> \n");
-  EXPECT_EQ(TagsOf(BehindLine(200000)), "v a:int; v b:int;");
-  EXPECT_EQ(ParseTags(BehindLine(200001)).log, "Line to long --> \n");
+  EXPECT_EQ(TagsOf(AfterLine(200000)), "v a:int; v b:int;");
+  EXPECT_EQ(ParseTags(AfterLine(200001)).log, "Line to long --> \n");
   theTagParser.SetLimits(TagParser::cMostTags, LineInput::cLongestLine);
-  EXPECT_EQ(TagsOf(BehindLine(1024)), "v a:int;");
+  EXPECT_EQ(TagsOf(AfterLine(1024)), "v a:int;");
 }
 
-TEST(TagLimits, GivingUp_IsToldUntilTheNextSource) {
-  for (const std::string& text : {BehindLine(1024), Repeat("int a;\n", 1025)}) {
+TEST(TagLimits, GivingUp_IsReportedUntilTheNextSource) {
+  for (const std::string& text : {AfterLine(1024), Repeat("int a;\n", 1025)}) {
     ParseTags(text);
     EXPECT_TRUE(theTagParser.gaveUp);
     ParseTags("int a;");
@@ -100,7 +100,7 @@ TEST(TagLimits, NamesBeginningWithUnderscore_DontCount) {
   EXPECT_EQ(TagsOf(Repeat("int _a;\n", 3000) + "int b;"), "v b:int;");
 }
 
-TEST(TagLimits, NextSource_StartsCountingAnew) {
+TEST(TagLimits, NextSource_StartsCountingAgain) {
   ParseTags(Repeat("int a;\n", 2000));
   EXPECT_EQ(TagsOf("int a;"), "v a:int;");
 }

@@ -16,7 +16,7 @@ namespace {
 using test::ParseTags;
 using test::TagsOf;
 
-// A text, the name of the file it stands in, and the tags it gives.
+// A text, the name of its file, and the tags that it gives.
 struct Case {
   const char* name;
   std::string_view text;
@@ -37,7 +37,7 @@ TEST_P(TagStatements, Text_GivesItsTags) {
   EXPECT_EQ(TagsOf(row.text, row.file, options), row.tags);
 }
 
-// What stands in parentheses, and what follows them.
+// Text in parentheses, and after them.
 INSTANTIATE_TEST_SUITE_P(
     Parens, TagStatements,
     testing::Values(
@@ -65,28 +65,28 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"OldStylePointer", "int f(a) A (*a); { }", "f f:int;", "a.c"},
         Case{"OldStyle", "int f(a, b) int a; char *b; { }", "f f:int;", "a.c"},
         Case{"OldStyleInCppIsNone", "int f(a) int a;", "v a:int;"},
-        Case{"MacroBehindEmptyList", "X() int a;", "v a:int;"},
-        Case{"AttributeBehind", "int f(int) __attribute__((x));", "p f:int;"},
-        Case{"ThrowBehind", "int f(int) throw(A) { }", "f f:int;"},
-        Case{"TryBehind", "int f() try { } catch (...) { } int a;", "f f:int; v a:int;"},
-        Case{"BracketBehind", "int f()[3];", "p f:int;"},
-        Case{"InitialisersBehind", "A::A(int) : a(1), b<int>(2) { }\nint c;", "f A::A; v c:int;"},
-        Case{"BraceInitialisersBehind", "A::A() : a{1}, b{2} { }\nint c;", "f A::A; v c:int;"},
-        Case{"QualifiedInitialisersBehind", "A::A() : n::B(1), c{2} { int x; }\nint d;",
+        Case{"MacroAfterEmptyList", "X() int a;", "v a:int;"},
+        Case{"AttributeAfter", "int f(int) __attribute__((x));", "p f:int;"},
+        Case{"ThrowAfter", "int f(int) throw(A) { }", "f f:int;"},
+        Case{"TryAfter", "int f() try { } catch (...) { } int a;", "f f:int; v a:int;"},
+        Case{"BracketAfter", "int f()[3];", "p f:int;"},
+        Case{"InitialisersAfter", "A::A(int) : a(1), b<int>(2) { }\nint c;", "f A::A; v c:int;"},
+        Case{"BraceInitialisersAfter", "A::A() : a{1}, b{2} { }\nint c;", "f A::A; v c:int;"},
+        Case{"QualifiedInitialisersAfter", "A::A() : n::B(1), c{2} { int x; }\nint d;",
              "f A::A; v d:int;"},
-        Case{"BodyBehindBraceInitialisers", "A::A() : a{1}, b<int>{2} { int x; }\nint c;",
+        Case{"BodyAfterBraceInitialisers", "A::A() : a{1}, b<int>{2} { int x; }\nint c;",
              "f A::A; v c:int;"},
-        Case{"BodyBehindOneBraceInitialiser", "A::A() : a{1} { int x; }\nint c;",
+        Case{"BodyAfterOneBraceInitialiser", "A::A() : a{1} { int x; }\nint c;",
              "f A::A; v c:int;"},
-        Case{"BodyBehindBraceInitialiserInAClass", "struct A { A() : a{1} { int x; } int b; };",
+        Case{"BodyAfterBraceInitialiserInAClass", "struct A { A() : a{1} { int x; } int b; };",
              "s A:struct; f A::A; m A::b:int;"},
-        Case{"EqualsBehind", "int f(int) = x;", "p f:int;"},
+        Case{"EqualsAfter", "int f(int) = x;", "p f:int;"},
         Case{"TypedefOfFunction", "typedef int f(int);", "t f:int;"},
         Case{"ThrowsInJava", "class A { void f() throws B.C, D { } int a; }",
              "c A:class; m A::f:void; f A::a:int;", "a.java"}),
     [](const auto& info) { return info.param.name; });
 
-// Words that begin a statement of their own behind a parameter list.
+// Words that begin a statement of their own after a parameter list.
 INSTANTIATE_TEST_SUITE_P(
     Restart, TagStatements,
     testing::Values(
@@ -106,7 +106,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"PlainName", "X(a) Foo b;", "v b:Foo;"}),
     [](const auto& info) { return info.param.name; });
 
-// What each keyword does to its statement.
+// The effect of each keyword on its statement.
 INSTANTIATE_TEST_SUITE_P(
     Keywords, TagStatements,
     testing::Values(
@@ -145,7 +145,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"OtherKeyword", "register int a;", "v a:int;"}),
     [](const auto& info) { return info.param.name; });
 
-// What a variable is, by the rows of its table.
+// The kinds of variables, by the rows of their table.
 INSTANTIATE_TEST_SUITE_P(
     Variables, TagStatements,
     testing::Values(Case{"Typedef", "typedef A b;", "t b:A;"}, Case{"NoTypeSpecifier", "a;", ""},
@@ -198,7 +198,7 @@ std::string Field(const test::TagRun& run, std::string_view name, std::string_vi
   return text.substr(start, text.find('\t', start) - start);
 }
 
-TEST(TagParser, CommaBehindATag_HasTheTypeBefore) {
+TEST(TagParser, CommaAfterATag_HasTheTypeBefore) {
   const test::TagRun run = ParseTags("int a, b;");
   EXPECT_EQ(run.store.globals.at(0).type, "int");
   EXPECT_EQ(run.store.globals.at(1).type, "int");
@@ -272,7 +272,7 @@ TEST(TagParser, UnbalancedBraceAtTheEnd_GivesOneLogLine) {
   EXPECT_EQ(run.log, "unexpected closing brace at line:2 --> \n");
 }
 
-TEST(TagParser, BracesOfBothBranches_AreReadAnewWithTheLineEnds) {
+TEST(TagParser, BracesOfBothBranches_AreReadAgainWithTheLineEnds) {
   const std::string branches =
       "void f() {\n#if A\n if (x) {\n#else\n if (y) {\n#endif\n }\n}\nint after;\n";
   EXPECT_EQ(TagsOf(branches), "f f:void; v after:int;");
@@ -305,7 +305,7 @@ TEST(TagParser, OpenBody_IsLoggedWithItsLine) {
   EXPECT_EQ(ParseTags("\nvoid f() {\n\n").log, "failed to find match for { at line:2 --> \n");
 }
 
-TEST(TagParser, EndBehindParameters_IsLogged) {
+TEST(TagParser, EndAfterParameters_IsLogged) {
   EXPECT_EQ(ParseTags("int f(int) const").log,
             "confusing argument declarations beginning at line:1 --> \n");
 }
@@ -318,7 +318,7 @@ TEST(TagParser, FriendsAccess_IsFriend) {
   EXPECT_EQ(Field(ParseTags("class A { friend int f(); };"), "f", "access"), "friend");
 }
 
-TEST(TagParser, QualifiersBehindParameters_ArePartOfTheSignature) {
+TEST(TagParser, QualifiersAfterParameters_ArePartOfTheSignature) {
   EXPECT_EQ(Field(ParseTags("struct A { void f( int  a ,\n char b) const volatile; };"), "f",
                   "signature"),
             "( int a , char b) const volatile");
@@ -359,7 +359,7 @@ TEST(TagStatement, Scopes_HaveTheirValues) {
   EXPECT_EQ(SCOPEKIND_TYPEDEF, 4);
 }
 
-TEST(TagStatement, Declarations_AreContextualOrTypesAsTold) {
+TEST(TagStatement, Declarations_AreContextualOrTypesAsGiven) {
   // Value, whether contextual, whether a type specifier.
   constexpr std::string_view cRows[] = {"--", "-t", "ct", "ct", "-t", "--", "--", "c-",
                                         "--", "--", "--", "--", "ct", "--", "ct"};

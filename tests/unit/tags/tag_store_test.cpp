@@ -47,7 +47,7 @@ TEST_F(TagStore, FunctionOfAClassNeverSeen_MakesARecordWithoutKind) {
   EXPECT_EQ(record.members[0].kind, 'f');
 }
 
-TEST_F(TagStore, ClassSeenBehindItsMembers_KeepsThem) {
+TEST_F(TagStore, ClassSeenAfterItsMembers_KeepsThem) {
   const test::TagRun one = ParseTags("void A::f() {}\nclass A : B { int c; };");
   const TagClass& record = one.store.classes.at("A");
   EXPECT_EQ(record.kind, 'c');
@@ -153,7 +153,7 @@ TEST_F(TagStore, Locals_AreStoredWhenAskedForOnly) {
   EXPECT_EQ(ParseTags("void f() { int a; }").store.globals.size(), 1u);
 }
 
-TEST_F(TagStore, Change_IsTold) {
+TEST_F(TagStore, Change_IsReported) {
   const uint64_t before = store.Generation();
   test::TextReader reader("int a;");
   store.fileName = "a.cpp";
