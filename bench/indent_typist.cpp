@@ -116,7 +116,8 @@ struct TypistForm : mavro::Form {
 int mavro::Application::Main(ArgumentList& arguments) {
   if (arguments.size() != 2) return 2;
   TypistForm form(arguments[0], std::atoi(arguments[1].c_str()));
-  return form.Run(false);
+  form.Run(false);
+  return 0;
 }
 
 int main(int argc, char** argv) {
