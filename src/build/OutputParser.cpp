@@ -135,7 +135,9 @@ std::string TakeHeldNotes(CompileLines& state) {
 
 bool IsLinkerLine(std::string_view line) {
   if (line.find(": undefined reference to ") != cNone) return true;
-  const std::string_view name = line.substr(0, line.find(": "));
+  const size_t nameEnd = line.find(": ");
+  if (nameEnd == cNone) return false;
+  const std::string_view name = line.substr(0, nameEnd);
   return name == "collect2" || name == "ld" || name.ends_with("/ld");
 }
 

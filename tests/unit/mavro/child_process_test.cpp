@@ -17,7 +17,7 @@ constexpr int cLongMs = 60'000;
 
 ChildProcess::Start Started(ChildProcess& child, const std::string& how,
                             const std::string& more = "") {
-  return child.Run({TEST_CHILD, how, more}, "");
+  return child.Run({TEST_CHILD, how, more}, "", {});
 }
 
 bool IsThere(pid_t process) {
@@ -77,7 +77,7 @@ TEST(ChildProcess, ArgumentsThatCantBe_StartNothing) {
   for (const std::vector<std::string>& arguments :
        {std::vector<std::string>{}, {""}, {TEST_CHILD, std::string("a\0b", 3)}}) {
     ChildProcess child;
-    EXPECT_EQ(child.Run(arguments, ""), ChildProcess::Start::cNotStarted);
+    EXPECT_EQ(child.Run(arguments, "", {}), ChildProcess::Start::cNotStarted);
     EXPECT_EQ(child.Group(), 0);
   }
 }

@@ -436,7 +436,7 @@ TEST_F(RescueSteps, KeepAll_WritesTheWholeText_AndStepsGoOnAfterIt) {
 
 // Where there is no room for the whole text, a step of one byte still is kept.
 TEST_F(RescueSteps, KeepAll_CopyThatFails_BecomesAStep) {
-  ToldText text;
+  TrackedText text;
   text.text = "one\n";
   ASSERT_TRUE(text.Keep());
   text.Insert(0, "x");
