@@ -128,7 +128,7 @@ TEST_F(IdeEditor, TypedText_IsInTheFileAsItWasTyped) {
       {"do\n", "do\n\t"},
       {"// the new\n", "// the new\n"},
       {"// this moves p.\n", "// this moves p.\n"},
-      {"/* p.\n*/", "/* p.\n*/"},
+      {"/* p.\n*/", "/* p.\n */"},
       {"ele\n", "ele\n"},
       {"char c = '.';\n", "char c = '.';\n"},
       {"auto s = \"p.\n", "auto s = \"p.\n\t"},
