@@ -28,6 +28,7 @@ constexpr char cLineNumbersKey[] = "ed-linenum";
 constexpr char cFirstSizeKey[] = "first-size";  // percent of the screen
 constexpr int cFarthest = 800;                  // a window further right or down goes to the edge
 constexpr int cFarthestBack = -32767;           // no desktop reaches further left or up
+constexpr int cReachable = 100;                 // so much of a window is enough to move it
 constexpr int cMinWidth = 801;
 constexpr int cMinHeight = 401;
 constexpr int cLeastShare = 30;
@@ -327,6 +328,14 @@ void IdeSession::KeepRecent() {
   StoreList(recentFiles);
   StoreList(recentProjects);
   if (!Write()) tried = AddedCount();
+}
+
+Placement Reachable(Placement placement, int screenWidth, int screenHeight) {
+  if (placement.left > screenWidth - cReachable)
+    placement.left = std::max(0, screenWidth - placement.width);
+  if (placement.top > screenHeight - cReachable)
+    placement.top = std::max(0, screenHeight - placement.height);
+  return placement;
 }
 
 std::optional<Placement> IdeSession::RestoreBounds(int screenWidth, int screenHeight) const {

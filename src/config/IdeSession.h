@@ -32,6 +32,10 @@ struct Placement {
   friend bool operator==(const Placement&, const Placement&) = default;
 };
 
+// A place at the right or the lower edge of a smaller screen than that it was kept on, moved so far
+// that the title bar can be reached.
+Placement Reachable(Placement placement, int screenWidth, int screenHeight);
+
 // The user's settings that are kept between two runs: "zendry.ini" in the folder ".zendry" of the
 // profile folder. Everything works without it; TakeError() gives the reason why something can't be
 // kept.

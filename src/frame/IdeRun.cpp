@@ -28,7 +28,7 @@ Placement WindowPlacement() {
   const mavro::Rect screen = mavro::ScreenArea(nullptr);
   const auto stored = theIdeSession.RestoreBounds(screen.width, screen.height);
   return stored
-             ? *stored
+             ? Reachable(*stored, screen.width, screen.height)
              : theIdeSession.FirstPlacement(screen.left, screen.top, screen.width, screen.height);
 }
 

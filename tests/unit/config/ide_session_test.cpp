@@ -382,6 +382,16 @@ TEST_F(IdeSessionTest, RestoreBounds_LimitsThemselves_AreKept) {
   EXPECT_EQ(Restored("0;0;1025;769;"), (Placement{0, 0, 1024, 768, 528}));
 }
 
+TEST(Placements, BeyondASmallerScreen_AreMovedUntilTheyCanBeReached) {
+  const auto at = [](int left, int top) { return Placement{left, top, 801, 401, 275}; };
+  EXPECT_EQ(Reachable(at(800, 700), 1024, 768), at(800, 367));
+  EXPECT_EQ(Reachable(at(800, 668), 1024, 768), at(800, 668));
+  EXPECT_EQ(Reachable(at(800, 669), 1024, 768), at(800, 367));
+  EXPECT_EQ(Reachable(at(700, 0), 800, 600), at(700, 0));
+  EXPECT_EQ(Reachable(at(701, 0), 800, 600), at(0, 0));
+  EXPECT_EQ(Reachable(at(-300, -8), 1024, 768), at(-300, -8));
+}
+
 TEST_F(IdeSessionTest, RestoreBounds_NoKeyOrTooFewFields_IsNothing) {
   EXPECT_FALSE(IdeSession().RestoreBounds(1024, 768));
   for (const char* text : {"", "1", "1;2;3;4", "1;2;3;", ";;;"})
