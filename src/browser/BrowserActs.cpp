@@ -35,7 +35,7 @@ void BrowserActs::CarryOut(int id) {
   EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (!tab) return;
   if (id == cSwitchFileCommand) return tabs->GoToCounterpart();
-  if (id == cCompleteCommand) tab->editor->startCompletion();
+  if (id == cCompleteCommand) tab->editor->AskForList();
   if (id == cShowTipCommand) tab->editor->startCallTip();
   tab->editor->Focus();
 }

@@ -52,6 +52,20 @@ bool LeadsElsewhere(const std::vector<TagItem*>& items, std::string_view text) {
 
 }  // namespace
 
+std::string WhyNoList(std::string_view text) {
+  constexpr size_t cLongestShown = 60;
+  const size_t nameStart = LastPart(text);
+  const std::string_view name = text.substr(nameStart);
+  if (text.empty()) return "No list: type the beginning of a name first";
+  if (name.empty() || nameStart > 0) {
+    const size_t length = std::min(nameStart, cLongestShown);
+    return "No list: nothing fits after " + std::string(text.substr(nameStart - length, length)) +
+           std::string(name.substr(0, cLongestShown));
+  }
+  if (name.size() < cShortestText) return "No list: type two letters of a name first";
+  return "No list: no known name begins with " + std::string(name.substr(0, cLongestShown));
+}
+
 std::optional<CompletionRequest> RequestOf(std::string_view text) {
   if (text.size() < cShortestText) return std::nullopt;
   for (const auto& [ending, kind] : cEndings) {

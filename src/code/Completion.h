@@ -22,6 +22,10 @@ struct CompletionRequest {
 // isn't part of an expression. Nothing when it is too short, or ends in a part of an operator.
 std::optional<CompletionRequest> RequestOf(std::string_view text);
 
+// The sentence that says why an asked list has nothing to offer. `text` is the expression left of
+// the caret.
+std::string WhyNoList(std::string_view text);
+
 // The items' names for the editor's list: sorted, without duplicates, separated by blanks. "?1"
 // after a name means the picture of a data member, "?2" that of everything else. A name that
 // contains a blank ("operator new") can't be in the list.

@@ -241,6 +241,14 @@ void CppEditor::onDwell(int position) {
   if (!expression.empty()) host->ShowValueTip(expression);
 }
 
+void CppEditor::AskForList() {
+  EditorHost* host = tab.Host();
+  if (startCompletion() || !host) return;
+  if (!language) return host->Say("No list: names are known in C and C++ only");
+  const std::string line = GetRange(LineStart(CaretLine()), CaretPosition());
+  host->Say(WhyNoList(mavro::CompletionText(line, *language)));
+}
+
 bool CppEditor::getCompletion(std::string& text, std::string& list) {
   EditorHost* host = tab.Host();
   return host && host->CodeCompletion().getCompletion(liveText, text, list);

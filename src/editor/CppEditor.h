@@ -66,6 +66,9 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   // error.
   const std::string& WhyNoRescue() const { return rescue.WhyNone(); }
 
+  // Opens the list of names at the caret, or says in the status line why there is none.
+  void AskForList();
+
   // How the text indents its lines.
   IndentHabits Habits() const { return indent.Habits(); }
   // The width of all margins together, in pixels.

@@ -50,10 +50,10 @@ void RefreshIncludes(TagData& module, const EditorText& editor, std::vector<Incl
   }
 }
 
-// While it lives, the parser logs to the project's shell.
+// While it lives, the parser logs to a shell, or without one to the trace log.
 class ParserLog {
  public:
-  explicit ParserLog(OutputShell& shell) { theTagParser.shell = &shell; }
+  explicit ParserLog(OutputShell* shell) { theTagParser.shell = shell; }
   ~ParserLog() { theTagParser.shell = nullptr; }
   ParserLog(const ParserLog&) = delete;
   ParserLog& operator=(const ParserLog&) = delete;
@@ -79,8 +79,9 @@ EditorText* Project::FindEditor(const TagData& module) const {
 
 void Project::parseModule(TagData& module, EditorText* editor) {
   if (!parse) return;
-  const ParserLog log(*shell);
   const bool isTyped = editor != nullptr;
+  // A text that somebody types is unfinished at nearly every key: that is no news for the shell.
+  const ParserLog log(isTyped ? nullptr : shell);
   if (!editor) editor = FindEditor(module);
   std::vector<IncludeRec> known = std::move(module.includes);
   module.clear();
@@ -130,7 +131,7 @@ TagData& Project::ModuleOf(const std::string& path) {
 
 void Project::LoadReferences() {
   if (!storesTags) return;
-  const ParserLog log(*shell);
+  const ParserLog log(shell);
   tags.loadReference(stlRefFile);
   if (type == cFormApplication) tags.loadReference(mavroRefFile);
 }

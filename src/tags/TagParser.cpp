@@ -6,6 +6,7 @@
 #include "Assert.h"
 #include "base/Paths.h"
 #include "base/Shell.h"
+#include "base/TraceLog.h"
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
 #include "tags/TagData.h"
@@ -98,7 +99,7 @@ bool TagParser::OpenSource(const std::string& path) {
 }
 
 void TagParser::logMessage(std::string_view text, std::string_view detail) {
-  if (shell != nullptr) LogMessage(*shell, text, detail);
+  shell ? LogMessage(*shell, text, detail) : TraceMessage(text, detail);
 }
 
 void TagParser::addTag(const TagFacts& entry) {

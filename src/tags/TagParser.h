@@ -45,7 +45,7 @@ class TagParser {
   // Moves the members from that number on to another class, whose name they are reached by: those
   // of a union or structure that has neither a name nor a variable.
   void MoveMembers(std::string_view from, size_t first, std::string_view to);
-  // Writes to the shell's output; does nothing without a shell.
+  // Writes to the shell's output; to the trace log without a shell.
   void logMessage(std::string_view text, std::string_view detail = {});
 
   // The last source was given up before its end, because of a long line or too many tags.

@@ -153,7 +153,8 @@ class SciEditor : public Control {
   bool OnCommand(int id);
 
   // Group: completion, call tips, indentation.
-  void startCompletion();
+  // Offers the names that may follow; true if a list is open.
+  bool startCompletion();
   void startCallTip();
   void updateCallTip();
   // Offers the words of the text that begin with the word left of the caret; true if a list is

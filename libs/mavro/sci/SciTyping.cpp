@@ -95,12 +95,14 @@ bool SciEditor::Impl::IsQuietHere(char typed) {
   return IsQuietPlace(*this, caret - 1, *editor.language);
 }
 
-void SciEditor::startCompletion() {
+bool SciEditor::startCompletion() {
   wordCompleting = false;
-  if (!language) return;
+  if (!language) return false;
   std::string text = CompletionText(ItsImpl().LineToCaret(), *language);
   std::string list;
-  if (getCompletion(text, list)) ItsImpl().ShowList(text.size(), list);
+  if (!getCompletion(text, list)) return false;
+  ItsImpl().ShowList(text.size(), list);
+  return Send(SCI_AUTOCACTIVE) != 0;
 }
 
 // Inside an unknown call, the tip of the call around it stays.

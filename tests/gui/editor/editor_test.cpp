@@ -217,6 +217,23 @@ TEST_F(IdeEditor, CompleteByKey_OffersAgain) {
   });
 }
 
+TEST_F(IdeEditor, AskedListThatIsEmpty_SaysWhyInTheStatusLine) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("a.cpp", "struct Shape {};\nint main() {\n  Shape s;\n  \n}\n");
+    editor.Select(editor.LineEnd(3), editor.LineEnd(3));
+    const auto ask = [] { IdeDriver::Press(Qt::Key_Space, Qt::ControlModifier); };
+    ask();
+    EXPECT_EQ(IdeDriver::Status(), "No list: type the beginning of a name first");
+    Type("zq");
+    ask();
+    EXPECT_FALSE(ListIsOpen());
+    EXPECT_EQ(IdeDriver::Status(), "No list: no known name begins with zq");
+    Open("a.txt", "some");
+    ask();
+    EXPECT_EQ(IdeDriver::Status(), "No list: names are known in C and C++ only");
+  });
+}
+
 TEST_F(IdeEditor, Macro_RecordedAndPlayedByKeys) {
   ide.Run({}, [&] {
     Open("a.cpp", "\n");

@@ -272,5 +272,15 @@ TEST_F(CompletionTest, BrokenText_ShowsNothing) {
     EXPECT_EQ(Complete(text), "nothing") << text;
 }
 
+TEST(WhyNoList, NamesWhatWasLookedFor) {
+  EXPECT_EQ(WhyNoList(""), "No list: type the beginning of a name first");
+  EXPECT_EQ(WhyNoList("a"), "No list: type two letters of a name first");
+  EXPECT_EQ(WhyNoList("ab"), "No list: no known name begins with ab");
+  EXPECT_EQ(WhyNoList("p."), "No list: nothing fits after p.");
+  EXPECT_EQ(WhyNoList("p->x"), "No list: nothing fits after p->x");
+  EXPECT_EQ(WhyNoList("A::"), "No list: nothing fits after A::");
+  EXPECT_LT(WhyNoList(std::string(1000, 'a') + "." + std::string(1000, 'b')).size(), 200u);
+}
+
 }  // namespace
 }  // namespace zendry

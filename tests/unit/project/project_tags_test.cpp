@@ -387,6 +387,17 @@ TEST_F(ProjectTagsTest, TooManyTags_AreLoggedAndTheFirst1025Kept) {
   EXPECT_NE(shell.log.find("tags end before the end of"), std::string::npos);
 }
 
+TEST_F(ProjectTagsTest, UnfinishedText_IsLoggedWhenItIsAFilesAndNotWhileItIsTyped) {
+  const std::string text = "void f() {\n";
+  ProjectFile& file = Add("a.cpp", text);
+  EXPECT_NE(shell.log.find("failed to find match for {"), std::string::npos);
+  shell.log.clear();
+  test::TextInMemory editor(text, file.name);
+  project.parseOpenEditors(&editor);
+  EXPECT_TRUE(editor.parsed);
+  EXPECT_EQ(shell.log, "");
+}
+
 TEST_F(ProjectTagsTest, TextOfManyWindows_IsParsedAsTheFileIs) {
   std::string text;
   for (int i = 0; i < 900; ++i)
