@@ -51,107 +51,209 @@ std::optional<InputFile> ReadInput(std::string_view text) {
   return input;
 }
 
-std::string DropText(const std::string& product) {
-  return Line('-', product);
+std::string InputLine(const InputFile& input) {
+  return Line('@', std::to_string(input.time) + " " + input.path);
 }
+
+std::string RecordLines(const std::string& product, const ProductRecord& record) {
+  std::string inputs;
+  for (const uint32_t input : record.inputs) inputs += std::to_string(input) + " ";
+  return Line('+', product) + Line('$', record.command) + Line('<', inputs) + Line('=', "");
+}
+
+// Numbers, each with a blank after it, of inputs that are there.
+bool ReadNumbers(std::string_view text, size_t inputCount, std::vector<uint32_t>& numbers) {
+  while (!text.empty()) {
+    uint32_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const size_t digits = static_cast<size_t>(end - text.data());
+    const bool isGood = error == std::errc() && digits < text.size() && text[digits] == ' ';
+    if (!isGood || number >= inputCount) return false;
+    numbers.push_back(number);
+    text.remove_prefix(digits + 1);
+  }
+  return true;
+}
+
+// Takes the lines of a journal one by one.
+class JournalReader {
+ public:
+  // False for a line that can't be here.
+  bool Take(char kind, std::string_view rest) {
+    switch (kind) {
+      case '@':
+        return TakeInput(rest);
+      case '-':
+        journal.records.erase(PlainText(rest));
+        open.reset();
+        return true;
+      case '+':
+        product = PlainText(rest);
+        open.emplace();
+        return true;
+      case '$':
+        if (open) open->command = PlainText(rest);
+        return open.has_value();
+      case '<':
+        return open && ReadNumbers(rest, journal.inputs.size(), open->inputs);
+      case '=':
+        return Close();
+      default:
+        return false;
+    }
+  }
+  bool IsBetweenRecords() const { return !open; }
+
+  BuildJournal journal;
+
+ private:
+  bool TakeInput(std::string_view text) {
+    std::optional<InputFile> input = ReadInput(text);
+    if (input) journal.inputs.push_back(std::move(*input));
+    return input.has_value();
+  }
+  bool Close() {
+    if (!open) return false;
+    journal.records[product] = std::move(*open);
+    ++journal.entries;
+    open.reset();
+    return true;
+  }
+
+  std::string product;
+  std::optional<ProductRecord> open;  // the record whose lines come now
+};
 
 }  // namespace
 
-BuildRecords::Journal BuildRecords::Read(std::string_view text) {
-  Journal journal;
-  if (!text.starts_with(cHeader)) return journal;
+BuildJournal ReadJournal(std::string_view text) {
+  JournalReader reader;
+  if (!text.starts_with(cHeader)) return {};
   text.remove_prefix(cHeader.size());
-  std::string product;
-  std::optional<ProductRecord> open;  // the record whose lines come now
-  while (!text.empty()) {
+  bool isGood = true;
+  while (isGood && !text.empty()) {
     const size_t end = text.find('\n');
-    if (end == text.npos || end < 2 || text[1] != ' ') return journal;
-    const char kind = text[0];
-    const std::string_view rest = text.substr(2, end - 2);
-    text.remove_prefix(end + 1);
-    if (kind == '-') {
-      journal.records.erase(PlainText(rest));
-      open.reset();
-    } else if (kind == '+') {
-      product = PlainText(rest);
-      open.emplace();
-    } else if (kind == '$' && open) {
-      open->command = PlainText(rest);
-    } else if (kind == '<' && open) {
-      std::optional<InputFile> input = ReadInput(rest);
-      if (!input) return journal;
-      open->inputs.push_back(std::move(*input));
-    } else if (kind == '=' && open) {
-      journal.records[product] = std::move(*open);
-      ++journal.entries;
-      open.reset();
-    } else {
-      return journal;
-    }
+    isGood = end != text.npos && end >= 2 && text[1] == ' ' &&
+             reader.Take(text[0], text.substr(2, end - 2));
+    text.remove_prefix(isGood ? end + 1 : 0);
   }
-  journal.isWhole = !open;
-  return journal;
+  reader.journal.isWhole = isGood && reader.IsBetweenRecords();
+  return std::move(reader.journal);
 }
 
-std::string BuildRecords::Write(const std::string& product, const ProductRecord& record) {
-  std::string text = Line('+', product) + Line('$', record.command);
-  for (const InputFile& input : record.inputs)
-    text += Line('<', std::to_string(input.time) + " " + input.path);
-  return text + Line('=', "");
+std::string WriteJournal(const BuildJournal& journal) {
+  std::string inputs, records;
+  std::map<uint32_t, uint32_t> numbers;
+  for (const auto& [product, record] : journal.records) {
+    ProductRecord renumbered{record.command, {}};
+    for (const uint32_t old : record.inputs) {
+      const auto [number, isNew] = numbers.emplace(old, numbers.size());
+      if (isNew) inputs += InputLine(journal.inputs[old]);
+      renumbered.inputs.push_back(number->second);
+    }
+    records += RecordLines(product, renumbered);
+  }
+  return std::string(cHeader) + inputs + records;
 }
 
 void BuildRecords::Open(const std::string& folder) {
   path = folder.empty() ? cRecordsName : folder + "/" + cRecordsName;
   const mavro::FileText file = mavro::ReadFileText(path);
-  Journal journal = Read(file.text);
-  records = std::move(journal.records);
+  journal = ReadJournal(file.text);
+  size = file.text.size();
+  numbers.clear();
+  states.clear();
   const bool isLong =
-      file.text.size() > cWorthRewriting && journal.entries > cMostEntries * (records.size() + 1);
+      size > cWorthRewriting && journal.entries > cMostEntries * (journal.records.size() + 1);
   if (file.Ok() && (!journal.isWhole || isLong)) Rewrite();
 }
 
 const ProductRecord* BuildRecords::Find(const std::string& product) const {
-  const auto found = records.find(product);
-  return found == records.end() ? nullptr : &found->second;
+  const auto found = journal.records.find(product);
+  return found == journal.records.end() ? nullptr : &found->second;
 }
 
 void BuildRecords::Drop(const std::string& product) {
-  records.erase(product);
-  Append(DropText(product));
+  journal.records.erase(product);
+  Append(Line('-', product));
 }
 
-void BuildRecords::Add(const std::string& product, ProductRecord record) {
-  Append(Write(product, record));
-  records[product] = std::move(record);
+void BuildRecords::Add(const std::string& product, const std::string& command,
+                       const std::vector<InputFile>& inputs) {
+  ProductRecord record{command, {}};
+  std::string text;
+  for (const InputFile& input : inputs) record.inputs.push_back(NumberOf(input, text));
+  Append(text + RecordLines(product, record));
+  journal.records[product] = std::move(record);
 }
 
-// In one write, so that two programs that build into one folder don't mix their lines. Nothing is
-// synced: after a crash of the machine the products may be as old as the records.
+// The number of an input; a new one gets its line in `text`.
+uint32_t BuildRecords::NumberOf(const InputFile& input, std::string& text) {
+  if (numbers.empty())
+    for (const InputFile& known : journal.inputs)
+      numbers.emplace(std::pair(known.path, known.time), numbers.size());
+  const auto [number, isNew] =
+      numbers.emplace(std::pair(input.path, input.time), journal.inputs.size());
+  if (isNew) {
+    journal.inputs.push_back(input);
+    text += InputLine(input);
+  }
+  return number->second;
+}
+
+// In one write. Nothing is synced: after a crash of the machine the products may be as old as the
+// records. If another program builds into the folder at the same time, neither knows what the other
+// makes of its products.
 void BuildRecords::Append(const std::string& text) {
   const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_CLOEXEC, 0666);
   if (file < 0) return;
-  const bool isNew = lseek(file, 0, SEEK_END) == 0;
-  const std::string bytes = isNew ? std::string(cHeader) + text : text;
+  if (lseek(file, 0, SEEK_END) != static_cast<off_t>(size)) {
+    close(file);
+    return Forget();
+  }
+  const std::string bytes = size == 0 ? std::string(cHeader) + text : text;
   // A part that could be written is a cut end, which the next Open takes off.
-  [[maybe_unused]] const ssize_t written = write(file, bytes.data(), bytes.size());
+  const ssize_t written = write(file, bytes.data(), bytes.size());
+  if (written > 0) size += static_cast<size_t>(written);
   close(file);
 }
 
+void BuildRecords::Forget() {
+  journal = {};
+  numbers.clear();
+  states.clear();
+  Rewrite();
+}
+
 void BuildRecords::Rewrite() {
-  std::string text(cHeader);
-  for (const auto& [product, record] : records) text += Write(product, record);
-  if (!mavro::SaveFileText(path, text).Ok()) unlink(path.c_str());
+  const std::string text = WriteJournal(journal);
+  journal = ReadJournal(text);
+  numbers.clear();
+  states.clear();
+  size = mavro::SaveFileText(path, text).Ok() ? text.size() : 0;
+  if (size == 0) unlink(path.c_str());
+}
+
+BuildRecords::InputState BuildRecords::StateOf(uint32_t input, FileTimes& times) {
+  if (states.size() < journal.inputs.size()) states.resize(journal.inputs.size());
+  InputState& state = states[input];
+  if (state != InputState::cUnknown) return state;
+  const std::optional<FileTimes::Time> now = times.Of(journal.inputs[input].path);
+  return state = !now                                 ? InputState::cGone
+                 : *now == journal.inputs[input].time ? InputState::cSame
+                                                      : InputState::cChanged;
 }
 
 Staleness BuildRecords::Check(FileTimes& times, const std::string& product,
-                              const std::string& command) const {
+                              const std::string& command) {
   const ProductRecord* record = Find(product);
   if (!record) return {true, "it is not known how " + product + " was made"};
   if (record->command != command) return {true, "the command line of " + product + " has changed"};
-  for (const InputFile& input : record->inputs) {
-    const std::optional<FileTimes::Time> now = times.Of(input.path);
-    if (!now) return {true, input.path + " is gone"};
-    if (*now != input.time) return {true, input.path + " has changed since it was read"};
+  for (const uint32_t input : record->inputs) {
+    const InputState state = StateOf(input, times);
+    if (state == InputState::cGone) return {true, journal.inputs[input].path + " is gone"};
+    if (state == InputState::cChanged)
+      return {true, journal.inputs[input].path + " has changed since it was read"};
   }
   return {};
 }

@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "build/Staleness.h"
@@ -20,13 +21,25 @@ struct InputFile {
   bool operator==(const InputFile&) const = default;
 };
 
-// How a product was made.
+// How a product was made. The inputs are numbers in the journal's list: many products have the
+// same.
 struct ProductRecord {
   std::string command;
-  std::vector<InputFile> inputs;
+  std::vector<uint32_t> inputs;
 
   bool operator==(const ProductRecord&) const = default;
 };
+
+// The content of the file. Reading takes what comes before a cut end or a damage.
+struct BuildJournal {
+  std::vector<InputFile> inputs;
+  std::map<std::string, ProductRecord> records;
+  size_t entries = 0;  // whole records in the text, those that were replaced or dropped too
+  bool isWhole = false;
+};
+BuildJournal ReadJournal(std::string_view text);
+// The shortest text that gives the records.
+std::string WriteJournal(const BuildJournal& journal);
 
 // How the files of one output folder were made, kept in the file cRecordsName there. All projects
 // that build into the folder share it. With it a build sees changes that times alone don't show:
@@ -36,7 +49,8 @@ struct ProductRecord {
 // The file is a journal: a record is dropped before its tool runs and added after the tool has
 // succeeded, so that a build killed at any moment leaves no record of a product that it has
 // not finished. Without a record a product is stale. A file that is cut is read up to its last
-// whole record; a file of another version or a damaged one counts as empty.
+// whole record; a file of another version or a damaged one counts as empty, and so does one that
+// another program has written to meanwhile.
 class BuildRecords {
  public:
   static constexpr char cRecordsName[] = ".zendry-build";
@@ -49,27 +63,27 @@ class BuildRecords {
   // Write to the disk at once; what can't be written is only known until the next Open, which makes
   // the product stale then.
   void Drop(const std::string& product);
-  void Add(const std::string& product, ProductRecord record);
+  void Add(const std::string& product, const std::string& command,
+           const std::vector<InputFile>& inputs);
 
   // Says if a product with a record is stale: its command has changed, or an input has another time
-  // or is gone.
-  Staleness Check(FileTimes& times, const std::string& product, const std::string& command) const;
-
-  // The text form. Reading takes what comes before a cut end or a damage.
-  struct Journal {
-    std::map<std::string, ProductRecord> records;
-    size_t entries = 0;  // whole records in the text, those that were replaced or dropped too
-    bool isWhole = false;
-  };
-  static Journal Read(std::string_view text);
-  static std::string Write(const std::string& product, const ProductRecord& record);
+  // or is gone. Each input is looked at once after Open.
+  Staleness Check(FileTimes& times, const std::string& product, const std::string& command);
 
  private:
+  enum class InputState : unsigned char { cUnknown, cSame, cChanged, cGone };
+
+  uint32_t NumberOf(const InputFile& input, std::string& text);
+  InputState StateOf(uint32_t input, FileTimes& times);
   void Append(const std::string& text);
+  void Forget();
   void Rewrite();
 
   std::string path;
-  std::map<std::string, ProductRecord> records;
+  BuildJournal journal;
+  std::map<std::pair<std::string, FileTimes::Time>, uint32_t> numbers;
+  std::vector<InputState> states;
+  size_t size = 0;  // of the file, as far as this program has read and written it
 };
 
 // The files named by a rule for make ("target: file file..."), as compilers write it.

@@ -478,11 +478,11 @@ void Builder::RunTool(const ToolRun& run) {
 }
 
 void Builder::Record(const ToolRun& run, FileTimes::Time start) {
-  ProductRecord record{run.line, run.inputs};
+  std::vector<InputFile> inputs = run.inputs;
   if (run.asksForReadFiles)
     for (InputFile& input : TakeReadFiles(times, *project, outDirName, start))
-      record.inputs.push_back(std::move(input));
-  records.Add(run.product, std::move(record));
+      inputs.push_back(std::move(input));
+  records.Add(run.product, run.line, inputs);
 }
 
 // A tool that failed may leave a file that is cut off and newer than its sources: the next build

@@ -9,14 +9,12 @@
 #include "build/BuildRecords.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  using zendry::BuildRecords;
   const std::string_view text(reinterpret_cast<const char*>(data), size);
-  const BuildRecords::Journal journal = BuildRecords::Read(text);
-  std::string again = "zendry-build 1\n";
-  for (const auto& [product, record] : journal.records)
-    again += BuildRecords::Write(product, record);
-  const BuildRecords::Journal second = BuildRecords::Read(again);
-  if (!second.isWhole || second.records != journal.records) std::abort();
+  const zendry::BuildJournal journal = zendry::ReadJournal(text);
+  const std::string again = zendry::WriteJournal(journal);
+  const zendry::BuildJournal second = zendry::ReadJournal(again);
+  if (!second.isWhole || zendry::WriteJournal(second) != again) std::abort();
+  if (second.records.size() != journal.records.size()) std::abort();
   for (const std::string& name : zendry::ReadMakeRule(text))
     if (name.empty()) std::abort();
   return 0;

@@ -52,14 +52,10 @@ inline void AgeRecords(const std::string& folder) {
   const std::filesystem::path saved = std::filesystem::current_path();
   std::filesystem::current_path(folder + "/..");
   zendry::FileTimes times;
-  std::ofstream file(path);
-  file << "zendry-build 1\n";
-  for (auto& [product, record] : zendry::BuildRecords::Read(records.text).records) {
-    for (zendry::InputFile& input : record.inputs)
-      input.time = times.Of(input.path).value_or(input.time);
-    file << zendry::BuildRecords::Write(product, record);
-  }
-  file.close();
+  zendry::BuildJournal journal = zendry::ReadJournal(records.text);
+  for (zendry::InputFile& input : journal.inputs)
+    input.time = times.Of(input.path).value_or(input.time);
+  std::ofstream(path) << zendry::WriteJournal(journal);
   std::filesystem::current_path(saved);
 }
 

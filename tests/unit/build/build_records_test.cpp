@@ -13,12 +13,11 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-using Records = std::map<std::string, ProductRecord>;
-
 constexpr const char* cHeader = "zendry-build 1\n";
 
-Records ReadAll(const std::string& text) {
-  return BuildRecords::Read(text).records;
+BuildJournal OneRecord() {
+  return {.inputs = {{"a.cpp", 17}, {"my dir/b \\n.h", -1}},
+          .records = {{"out/a b.o", {"g++ -c \"a\nb\".cpp -DX=\\n", {0, 1}}}}};
 }
 
 TEST(MakeRule, NamesAreThoseBehindTheTarget) {
@@ -39,46 +38,53 @@ TEST(MakeRule, EscapedCharactersBelongToTheName) {
   EXPECT_THAT(ReadMakeRule("o: a\\"), ElementsAre("a"));
 }
 
-TEST(BuildRecords, WhatIsWritten_IsRead) {
-  const ProductRecord record = {"g++ -c \"a\nb\".cpp -DX=\\n",
-                                {{"a.cpp", 17}, {"my dir/b \\n.h", -1}}};
-  const auto journal = BuildRecords::Read(cHeader + BuildRecords::Write("out/a b.o", record));
+TEST(BuildJournal, WhatIsWritten_IsRead) {
+  const BuildJournal journal = ReadJournal(WriteJournal(OneRecord()));
   EXPECT_TRUE(journal.isWhole);
-  EXPECT_EQ(journal.records.at("out/a b.o"), record);
+  EXPECT_EQ(journal.entries, 1u);
+  EXPECT_EQ(journal.records, OneRecord().records);
+  EXPECT_EQ(journal.inputs, OneRecord().inputs);
 }
 
-TEST(BuildRecords, LaterRecord_ReplacesTheEarlierAndADropRemovesIt) {
-  const std::string first = BuildRecords::Write("a.o", {"one", {}});
-  EXPECT_EQ(ReadAll(cHeader + first + BuildRecords::Write("a.o", {"two", {}})).at("a.o").command,
-            "two");
-  EXPECT_THAT(ReadAll(cHeader + first + "- a.o\n"), IsEmpty());
-  EXPECT_EQ(ReadAll(cHeader + first + "- b.o\n").size(), 1u);
+TEST(BuildJournal, InputsThatNoRecordHas_AreNotWritten) {
+  const BuildJournal journal = {.inputs = {{"old", 1}, {"new", 2}},
+                                .records = {{"a.o", {"one", {1}}}}};
+  EXPECT_EQ(WriteJournal(journal), std::string(cHeader) + "@ 2 new\n+ a.o\n$ one\n< 0 \n= \n");
 }
 
-TEST(BuildRecords, CutAtEachByte_KeepsTheWholeRecordsBefore) {
-  const std::string first = cHeader + BuildRecords::Write("a.o", {"one", {{"a.cpp", 1}}});
-  const std::string text = first + BuildRecords::Write("b.o", {"two", {{"b.cpp", 2}}});
+TEST(BuildJournal, LaterRecord_ReplacesTheEarlierAndADropRemovesIt) {
+  const std::string first = std::string(cHeader) + "+ a.o\n$ one\n= \n";
+  EXPECT_EQ(ReadJournal(first + "+ a.o\n$ two\n= \n").records.at("a.o").command, "two");
+  EXPECT_THAT(ReadJournal(first + "- a.o\n").records, IsEmpty());
+  EXPECT_EQ(ReadJournal(first + "- b.o\n").records.size(), 1u);
+}
+
+TEST(BuildJournal, CutAtEachByte_KeepsTheWholeRecordsBefore) {
+  const std::string first = WriteJournal(OneRecord());
+  const std::string text = first + "@ 2 b.cpp\n+ b.o\n$ two\n< 2 \n= \n";
+  const size_t record = first.size() + std::string("@ 2 b.cpp\n").size();
   for (size_t length = first.size() + 1; length < text.size(); ++length) {
-    const auto journal = BuildRecords::Read(text.substr(0, length));
-    EXPECT_FALSE(journal.isWhole) << length;
+    const BuildJournal journal = ReadJournal(text.substr(0, length));
+    EXPECT_EQ(journal.isWhole, length == record) << length;
     EXPECT_EQ(journal.records.size(), 1u) << length;
   }
   for (size_t length = 0; length < first.size(); ++length)
-    EXPECT_THAT(ReadAll(text.substr(0, length)), IsEmpty()) << length;
+    EXPECT_THAT(ReadJournal(text.substr(0, length)).records, IsEmpty()) << length;
 }
 
-TEST(BuildRecords, OtherVersionsAndDamage_AreNotWhole) {
-  const std::string whole = BuildRecords::Write("a.o", {"one", {{"a.cpp", 1}}});
+TEST(BuildJournal, OtherVersionsAndDamage_AreNotWhole) {
+  const std::string whole = "+ a.o\n$ one\n= \n", header = cHeader;
   for (const std::string& text :
-       {"zendry-build 2\n" + whole, whole, cHeader + std::string("$ x\n"),
-        cHeader + std::string("< 1 a\n"), cHeader + std::string("= \n"),
-        cHeader + std::string("+ a\n< x a\n"), cHeader + std::string("+ a\n< 1\n"),
-        cHeader + std::string("+ a\n< 99999999999999999999 a\n"), cHeader + std::string("?\n"),
-        cHeader + std::string("\n"), cHeader + std::string("\0\0\0\n", 4)}) {
-    const auto journal = BuildRecords::Read(text);
+       {"zendry-build 2\n" + whole, whole, header + "$ x\n", header + "< 0 \n", header + "= \n",
+        header + "@ x a\n", header + "@ 1\n", header + "@ 99999999999999999999 a\n",
+        header + "+ a\n< 0 \n", header + "@ 1 a\n+ a\n< 1 \n", header + "@ 1 a\n+ a\n< 0\n",
+        header + "@ 1 a\n+ a\n< -1 \n", header + "@ 1 a\n+ a\n< x \n", header + "?\n",
+        header + "? x\n", header + "\n", header + std::string("\0\0\0\n", 4)}) {
+    const BuildJournal journal = ReadJournal(text);
     EXPECT_FALSE(journal.isWhole) << text;
     EXPECT_THAT(journal.records, IsEmpty()) << text;
   }
+  EXPECT_EQ(ReadJournal(header + "@ 1 a\n+ a\n< 0 \n= \n").records.size(), 1u);
 }
 
 struct OpenRecords : testing::Test {
@@ -94,8 +100,8 @@ struct OpenRecords : testing::Test {
 
 TEST_F(OpenRecords, SecondOpen_KnowsWhatTheFirstKept) {
   BuildRecords first = Open();
-  first.Add("a.o", {"one", {{"a.cpp", 1}}});
-  first.Add("b.o", {"two", {}});
+  first.Add("a.o", "one", {{"a.cpp", 1}});
+  first.Add("b.o", "two", {});
   first.Drop("b.o");
   const BuildRecords second = Open();
   ASSERT_TRUE(second.Find("a.o"));
@@ -104,9 +110,9 @@ TEST_F(OpenRecords, SecondOpen_KnowsWhatTheFirstKept) {
 }
 
 TEST_F(OpenRecords, CutEnd_IsTakenOffSoThatLaterRecordsCount) {
-  Open().Add("a.o", {"one", {}});
+  Open().Add("a.o", "one", {});
   files.Write(BuildRecords::cRecordsName, files.Read(BuildRecords::cRecordsName) + "+ b.o\n$ tw");
-  Open().Add("c.o", {"three", {}});
+  Open().Add("c.o", "three", {});
   const BuildRecords last = Open();
   EXPECT_TRUE(last.Find("a.o"));
   EXPECT_TRUE(last.Find("c.o"));
@@ -114,23 +120,46 @@ TEST_F(OpenRecords, CutEnd_IsTakenOffSoThatLaterRecordsCount) {
 
 TEST_F(OpenRecords, FileOfAnotherVersion_IsReplaced) {
   files.Write(BuildRecords::cRecordsName, "zendry-build 9\nx\n");
-  Open().Add("a.o", {"one", {}});
+  Open().Add("a.o", "one", {});
   EXPECT_TRUE(Open().Find("a.o"));
 }
 
 TEST_F(OpenRecords, FileOfOldRecords_IsMadeShort) {
   BuildRecords records = Open();
   const std::string command(1000, 'x');
-  for (int i = 0; i < 200; ++i) records.Add("a.o", {command, {}});
+  for (int i = 0; i < 200; ++i) records.Add("a.o", command, {});
   EXPECT_GT(files.Read(BuildRecords::cRecordsName).size(), 100'000u);
   EXPECT_TRUE(Open().Find("a.o"));
   EXPECT_LT(files.Read(BuildRecords::cRecordsName).size(), 2000u);
 }
 
+TEST_F(OpenRecords, ProductsWithTheSameInputs_ShareThem) {
+  BuildRecords records = Open();
+  records.Add("a.o", "one", {{"a.h", 1}, {"a.cpp", 1}});
+  records.Add("b.o", "two", {{"a.h", 1}});
+  BuildRecords(Open()).Add("c.o", "three", {{"a.h", 1}, {"a.h", 2}});
+  const BuildJournal journal = ReadJournal(files.Read(BuildRecords::cRecordsName));
+  EXPECT_EQ(journal.inputs.size(), 3u);
+  EXPECT_THAT(journal.records.at("c.o").inputs, ElementsAre(0, 2));
+}
+
+TEST_F(OpenRecords, TwoProgramsAtOnce_KnowNothingOfEachOthersProducts) {
+  BuildRecords one = Open(), two = Open();
+  one.Add("a.o", "one", {{"a.cpp", 1}});
+  two.Add("b.o", "two", {{"b.cpp", 1}});
+  EXPECT_FALSE(Open().Find("a.o"));
+  one.Drop("a.o");
+  EXPECT_FALSE(one.Find("a.o"));
+  EXPECT_FALSE(Open().Find("a.o"));
+  one.Add("c.o", "three", {{"c.cpp", 1}});
+  EXPECT_TRUE(Open().Find("c.o"));
+  EXPECT_TRUE(ReadJournal(files.Read(BuildRecords::cRecordsName)).isWhole);
+}
+
 TEST_F(OpenRecords, FolderInPlaceOfTheFile_KnowsNothingAndHarmsNothing) {
   files.Folder(BuildRecords::cRecordsName);
   BuildRecords records = Open();
-  records.Add("a.o", {"one", {}});
+  records.Add("a.o", "one", {});
   EXPECT_TRUE(records.Find("a.o"));
   EXPECT_FALSE(Open().Find("a.o"));
 }
@@ -141,14 +170,16 @@ TEST_F(OpenRecords, Check_NamesWhatHasChanged) {
   FileTimes times;
   BuildRecords records = Open();
   EXPECT_THAT(records.Check(times, "a.o", "one").reason, HasSubstr("not known how a.o was made"));
-  records.Add("a.o", {"one", {{header, *times.Of(header)}}});
+  records.Add("a.o", "one", {{header, *times.Of(header)}});
   EXPECT_FALSE(records.Check(times, "a.o", "one").stale);
   EXPECT_THAT(records.Check(times, "a.o", "two").reason, HasSubstr("command line"));
   test::SetTime(header, 4);
   FileTimes later;
+  records.Open(files.Path());
   EXPECT_THAT(records.Check(later, "a.o", "one").reason, HasSubstr("has changed"));
   unlink(header.c_str());
   FileTimes last;
+  records.Open(files.Path());
   EXPECT_THAT(records.Check(last, "a.o", "one").reason, HasSubstr("is gone"));
 }
 
