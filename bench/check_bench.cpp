@@ -6,14 +6,17 @@
 
 #include "base/QuietShell.h"
 #include "build/Builder.h"
+#include "config/IdeConfig.h"
 #include "project/Project.h"
 
-// check_bench PROJECT ROUNDS: milliseconds of a build with nothing to do inside a program that has
-// the project open, as median, least and most.
+// check_bench PROJECT ROUNDS APPDIR: milliseconds of a build with nothing to do inside a program
+// that has the project open, as median, least and most. "Zendry.cfg" is in the folder APPDIR.
 int main(int argc, char** argv) {
   using Clock = std::chrono::steady_clock;
-  if (argc != 3) return 2;
+  if (argc != 4) return 2;
   zendry::QuietShell shell;
+  zendry::theIdeConfig.appDir = argv[3];
+  if (!ReadConfig(zendry::theIdeConfig, zendry::theIdeFonts).Ok()) return 1;
   if (!zendry::theProject.Load(argv[1]).Ok()) return 1;
   zendry::theBuilder.Bind(zendry::theProject, shell);
   std::vector<double> times;

@@ -59,8 +59,9 @@ def generate(folder, sources, tool):
              f'rule link\n  command = {tool} -o $out\n']
     for number, headers in enumerate(included):
         rules.append(f'build obj/f{number}.o: cxx src/f{number}.cpp\n')
-        write(f'{folder}/obj/f{number}.o.d', f'obj/f{number}.o: src/f{number}.cpp '
-              + ' '.join(f'inc/h{h}.h' for h in sorted(reach(headers))) + '\n')
+        read = f'src/f{number}.cpp ' + ' '.join(f'inc/h{h}.h' for h in sorted(reach(headers))) + '\n'
+        write(f'{folder}/obj/f{number}.o.d', f'obj/f{number}.o: {read}')
+        write(f'{folder}/src/f{number}.cpp.d', f'read: {read}')
     rules.append('build obj/p.exe: link ' + ' '.join(f'obj/f{n}.o' for n in range(sources)) + '\n')
     write(f'{folder}/build.ninja', ''.join(rules))
     return included
@@ -104,7 +105,7 @@ def measure(folder, sources, make, tool, check_bench, rounds):
     for name, runs in times.items():
         middle = statistics.median(runs)
         print(f'| {sources} sources, {name} | {middle:.1f} ({min(runs):.1f}-{max(runs):.1f}) | {middle / peer:.2f} |')
-    words = subprocess.run([check_bench, project, str(rounds)], check=True, stdout=subprocess.PIPE, text=True).stdout.split()
+    words = subprocess.run([check_bench, project, str(rounds), os.path.dirname(make) + '/'], check=True, stdout=subprocess.PIPE, text=True).stdout.split()
     middle, least, most = (float(word) for word in words)
     print(f'| {sources} sources, check inside the program | {middle:.1f} ({least:.1f}-{most:.1f}) | {middle / peer:.2f} |')
     touched = 7

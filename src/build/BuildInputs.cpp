@@ -35,10 +35,13 @@ std::string FindLibrary(const std::vector<std::string>& folders, const std::stri
   return "";
 }
 
-bool IsOfProject(const Project& project, const std::string& path) {
-  const std::string relative = project.MakeRelative(TidyPath(project.GetFullPath(path)));
-  const bool isBelow = !IsAbsolutePath(relative) && !relative.starts_with("../");
-  return isBelow || project.FindFile(TidyPath(project.GetFullPath(path)));
+// The name under which the build knows a file that a compiler has read, so that its time is asked
+// once; empty for a file that isn't watched.
+std::string WatchedName(const Project& project, const std::string& path) {
+  const std::string full = TidyPath(project.GetFullPath(path));
+  if (const ProjectFile* file = project.FindFile(full)) return file->name;
+  const std::string relative = project.MakeRelative(full);
+  return IsAbsolutePath(relative) || relative.starts_with("../") ? "" : path;
 }
 
 // The words and the strings of a text.
@@ -110,8 +113,9 @@ std::vector<InputFile> TakeReadFiles(FileTimes& times, const Project& project,
   const std::string rule = mavro::ReadFileText(path).text;
   unlink(path.c_str());
   std::vector<InputFile> inputs;
-  for (const std::string& name : ReadMakeRule(rule)) {
-    if (!IsOfProject(project, name)) continue;
+  for (const std::string& read : ReadMakeRule(rule)) {
+    const std::string name = WatchedName(project, read);
+    if (name.empty()) continue;
     if (const auto time = times.Of(name))
       inputs.push_back({name, *time > start ? InputFile::cUnknownTime : *time});
   }

@@ -33,6 +33,7 @@ std::string Line(char kind, std::string_view text) {
 }
 
 std::string PlainText(std::string_view text) {
+  if (text.find('\\') == text.npos) return std::string(text);
   std::string plain;
   for (size_t i = 0; i < text.size(); ++i) {
     const bool isEscape = text[i] == '\\' && i + 1 < text.size();

@@ -7,8 +7,9 @@
 //              (prints the variable), "read FILE" (names it as compilers do), "exit STATUS", "kill
 //              SIGNAL", "when ARGUMENT" (else the rest is passed over), "mute" (write nothing)
 //
-// It writes the file after "-o" or, for ar, after "-r". Plain C and static, because a test may
-// start it a thousand times.
+// As a compiler it hands on what stands in SOURCE.d, if there is such a file, as the list of files
+// that it has read. It writes the file after "-o" or, for ar, after "-r". Plain C and static,
+// because a test may start it a thousand times.
 
 #include <signal.h>
 #include <stdio.h>
@@ -97,6 +98,23 @@ void WriteProduct(const char* path, bool cut) {
   fclose(file);
 }
 
+// The list of read files of the source, the argument before "-o".
+void HandOnReadFiles(int count, char** values) {
+  const char* output = getenv("DEPENDENCIES_OUTPUT");
+  char path[cLongest];
+  for (int i = 2; output && i < count; ++i) {
+    if (strcmp(values[i], "-o") != 0) continue;
+    snprintf(path, sizeof path, "%s.d", values[i - 1]);
+    FILE* list = fopen(path, "r");
+    if (!list) return;
+    snprintf(path, sizeof path, "%.*s", static_cast<int>(strcspn(output, " ")), output);
+    FILE* file = fopen(path, "a");
+    for (int c; file && (c = getc(list)) != EOF;) putc(c, file);
+    if (file) fclose(file);
+    fclose(list);
+  }
+}
+
 void NoteCall(const char* folder, const char* name, int count, char** values) {
   char path[cLongest];
   snprintf(path, sizeof path, "%s/calls", folder);
@@ -123,6 +141,7 @@ int main(int count, char** values) {
   char path[cLongest];
   snprintf(path, sizeof path, "%s/%s.do", folder, name);
   const Orders orders = ReadOrders(path, count, values);
+  HandOnReadFiles(count, values);
   const char* product = Product(count, values);
   if (product && !orders.mute) WriteProduct(product, orders.signalNumber || orders.wait);
   fflush(stdout);
