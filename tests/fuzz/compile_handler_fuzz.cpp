@@ -37,13 +37,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   while (!text.empty()) {
     const std::string_view line = text.substr(0, text.find('\n'));
     text.remove_prefix(std::min(line.size() + 1, text.size()));
-    const size_t known = state.pendingMessage.size() + line.size();
+    const std::string held = state.pendingMessage;
+    const size_t known = held.size() + 1 + line.size();
     const zendry::LineMeaning meaning = zendry::ReadCompileLine(state, line);
     CheckRow(meaning, known);
     if (meaning.kind == zendry::LineMeaning::cNewRow) {
       Require(state.pendingMessage.empty());
       Require(line.find(meaning.row.file) == 0);
-      Require(meaning.row.text.ends_with(line.substr(line.size() - 1)));
+      Require(meaning.row.text.ends_with(held.empty() ? line.substr(line.size() - 1) : held));
     }
     CheckRow(zendry::ReadLinkLine(line), line.size() + cLongestPrefix);
     CheckRow(zendry::ReadArchiveLine(line), line.size());
