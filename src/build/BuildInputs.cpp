@@ -63,8 +63,10 @@ std::vector<std::string> WordsOf(const std::string& text) {
 
 }  // namespace
 
-std::string ReadFilesVariable(const std::string& outDirName) {
-  return "DEPENDENCIES_OUTPUT=" + ReadFilesPath(outDirName) + " read";
+std::string AskForReadFiles(const std::string& outDirName) {
+  const std::string path = ReadFilesPath(outDirName);
+  unlink(path.c_str());
+  return "DEPENDENCIES_OUTPUT=" + path + " read";
 }
 
 std::vector<InputFile> ExistingInputs(FileTimes& times, const std::vector<std::string>& paths) {

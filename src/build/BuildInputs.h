@@ -16,8 +16,9 @@ class Project;
 // The compiler writes what it really reads into a file of this name in the output folder, when its
 // environment asks for it.
 constexpr char cReadFilesName[] = ".zendry-read";
-// The entry of the environment that asks for it.
-std::string ReadFilesVariable(const std::string& outDirName);
+// Removes such a file, because compilers append to it, and returns the entry of the environment
+// that asks for a new one.
+std::string AskForReadFiles(const std::string& outDirName);
 
 // The files of `paths` that can be read.
 std::vector<InputFile> ExistingInputs(FileTimes& times, const std::vector<std::string>& paths);

@@ -466,23 +466,19 @@ void Builder::RunTool(const ToolRun& run) {
   current = {.errorsBefore = errorCount, .rowsBefore = rowCount};
   records.Drop(run.product);
   runner.environment = ToolEnvironment(std::getenv("LC_ALL"));
-  if (run.asksForReadFiles) runner.environment.push_back(ReadFilesVariable(outDirName));
+  if (run.asksForReadFiles) runner.environment.push_back(AskForReadFiles(outDirName));
   const FileTimes::Time start = TimeOfNow();
   const bool started = runner.Execute(run.line, mavro::SpawnConsole::Mode::cBlocking);
   if (const std::string held = TakeHeldNotes(compileLines); !held.empty() && rowCount > 0)
     shell->AppendToLastErrorRow(held);
   LogMessage(*shell, "", "");
   times.Forget(run.product);
-  if (!started || runner.exitCode != 0) return NoteFailure(run, started);
-  if (errorCount == current.errorsBefore) Record(run, start);
-}
-
-void Builder::Record(const ToolRun& run, FileTimes::Time start) {
   std::vector<InputFile> inputs = run.inputs;
   if (run.asksForReadFiles)
     for (InputFile& input : TakeReadFiles(times, *project, outDirName, start))
       inputs.push_back(std::move(input));
-  records.Add(run.product, run.line, inputs);
+  if (!started || runner.exitCode != 0) return NoteFailure(run, started);
+  if (errorCount == current.errorsBefore) records.Add(run.product, run.line, inputs);
 }
 
 // A tool that failed may leave a file that is cut off and newer than its sources: the next build

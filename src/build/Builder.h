@@ -137,7 +137,6 @@ class Builder {
   void Observe(const std::string& file, const Staleness& staleness);
 
   void RunTool(const ToolRun& run);
-  void Record(const ToolRun& run, FileTimes::Time start);
   void NoteFailure(const ToolRun& run, bool started);
   void CountFailedRun(const ToolRun& run, const std::string& what);
   void TakeLine(LineReader reader, const std::string& line);

@@ -65,6 +65,20 @@ TEST_F(RecordedBuild, HeaderThatOnlyTheCompilerKnows_MakesItsSourceStale) {
   EXPECT_FALSE(build.files.Exists("out-rel/.zendry-read"));
 }
 
+TEST_F(RecordedBuild, ListOfAFailedOrKilledCompile_IsNotTheNextOnes) {
+  build.Add("a.cpp", cMain);
+  build.Add("b.cpp", "");
+  build.files.Write("a.h", "");
+  build.tools.Order("g++", "read a.h\nprint a.cpp:1: error: x\nexit 1\n");
+  build.builder.Build(Builder::Scope::cStale);
+  EXPECT_FALSE(build.files.Exists("out-rel/.zendry-read"));
+  build.files.Write("out-rel/.zendry-read", "read: a.h\n");
+  build.tools.Order("g++", "");
+  build.BuildAndAge();
+  test::SetTime(build.Path("a.h"), 9);
+  EXPECT_THAT(Rebuilt(), IsEmpty());
+}
+
 TEST_F(RecordedBuild, HeaderOutsideTheProject_IsNotWatched) {
   test::TempFolder outside;
   const std::string header = outside.Write("x.h", "");
