@@ -4,11 +4,11 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 #include <utility>
 
 #include "FileText.h"
+#include "base/ParseInt.h"
 
 namespace zendry {
 
@@ -44,12 +44,9 @@ std::string PlainText(std::string_view text) {
 }
 
 std::optional<InputFile> ReadInput(std::string_view text) {
-  InputFile input;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), input.time);
-  const size_t digits = static_cast<size_t>(end - text.data());
-  if (error != std::errc() || digits >= text.size() || text[digits] != ' ') return {};
-  input.path = PlainText(text.substr(digits + 1));
-  return input;
+  const auto time = TakeNumber<FileTimes::Time>(text);
+  if (!time || !text.starts_with(' ')) return {};
+  return InputFile{PlainText(text.substr(1)), *time};
 }
 
 std::string InputLine(const InputFile& input) {
@@ -65,13 +62,10 @@ std::string RecordLines(const std::string& product, const ProductRecord& record)
 // Numbers, each with a blank after it, of inputs that are there.
 bool ReadNumbers(std::string_view text, size_t inputCount, std::vector<uint32_t>& numbers) {
   while (!text.empty()) {
-    uint32_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const size_t digits = static_cast<size_t>(end - text.data());
-    const bool isGood = error == std::errc() && digits < text.size() && text[digits] == ' ';
-    if (!isGood || number >= inputCount) return false;
-    numbers.push_back(number);
-    text.remove_prefix(digits + 1);
+    const auto number = TakeNumber<uint32_t>(text);
+    if (!number || *number >= inputCount || !text.starts_with(' ')) return false;
+    numbers.push_back(*number);
+    text.remove_prefix(1);
   }
   return true;
 }

@@ -13,6 +13,7 @@
 #include "CommandLine.h"
 #include "FilePath.h"
 #include "SystemDialogs.h"
+#include "base/DiskStamp.h"
 #include "base/Paths.h"
 #include "base/Shell.h"
 #include "build/ToolEnvironment.h"
@@ -363,9 +364,12 @@ Builder::ObjectList Builder::CollectObjects() {
 bool Builder::WouldOverwriteInput(const std::string& output) {
   const std::string path =
       TidyPath(IsAbsolutePath(output) ? output : project->outputFolder + "/" + output);
-  const bool isInput = project->FindFile(path) || path == project->GetFullPath(project->name) ||
-                       path == project->SessionPath() ||
-                       path == TidyPath(project->GetFullPath(project->resourceFile));
+  const auto isOutput = [&path, written = ReadDiskStamp(path)](const std::string& input) {
+    return AreOneFile(written, ReadDiskStamp(input));
+  };
+  const bool isInput = project->FindFile(path) || isOutput(project->GetFullPath(project->name)) ||
+                       isOutput(project->SessionPath()) ||
+                       isOutput(project->GetFullPath(project->resourceFile));
   if (isInput) Refuse(output, "the output would overwrite a file of the project");
   return isInput;
 }

@@ -242,6 +242,15 @@ TEST_F(BuildTest, OutputThatIsTheProjectItsSessionOrItsScript_IsRefused) {
   }
 }
 
+TEST_F(BuildTest, OutputThatIsALinkToTheProject_IsRefused) {
+  build.Add("a.cpp", cMain);
+  build.files.Write("p.zpj", "mine");
+  build.files.Folder("out-rel");
+  std::filesystem::create_symlink("../p.zpj", build.Path("out-rel/p.exe"));
+  EXPECT_FALSE(build.builder.Build(Builder::Scope::cAll));
+  EXPECT_EQ(build.files.Read("p.zpj"), "mine");
+}
+
 // Group: the environment.
 
 TEST(CompilerEnvironment, VariablesThatNameFolders_AreTakenAway) {
