@@ -1,7 +1,8 @@
 #include "code/TidyEdits.h"
 
 #include <algorithm>
-#include <charconv>
+
+#include "base/ParseInt.h"
 
 namespace zendry {
 
@@ -19,13 +20,7 @@ class ListReader {
     list.remove_prefix(words.size());
     return true;
   }
-  std::optional<size_t> Number() {
-    size_t number = 0;
-    const auto [end, error] = std::from_chars(list.data(), list.data() + list.size(), number);
-    if (error != std::errc()) return std::nullopt;
-    list.remove_prefix(static_cast<size_t>(end - list.data()));
-    return number;
-  }
+  std::optional<size_t> Number() { return TakeNumber<size_t>(list); }
   // Up to the next tag, with its characters decoded.
   std::optional<std::string> Text() {
     std::string text;
