@@ -364,7 +364,7 @@ Builder::ObjectList Builder::CollectObjects() {
 bool Builder::WouldOverwriteInput(const std::string& output) {
   const std::string path =
       TidyPath(IsAbsolutePath(output) ? output : project->outputFolder + "/" + output);
-  const auto isOutput = [&path, written = ReadDiskStamp(path)](const std::string& input) {
+  const auto isOutput = [written = ReadDiskStamp(path)](const std::string& input) {
     return AreOneFile(written, ReadDiskStamp(input));
   };
   const bool isInput = project->FindFile(path) || isOutput(project->GetFullPath(project->name)) ||
