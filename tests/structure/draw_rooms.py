@@ -8,8 +8,8 @@ import tree
 DRAWING = 'docs/rooms.svg'
 # Row and column of each room, chosen so that no arrow crosses a box.
 PLACES = {'frame': (0, 3), 'frmedt': (1, 0), 'search': (1, 1), 'browser': (1, 2), 'wizards': (1, 3), 'help': (1, 4),
-          'print': (1, 5), 'debug': (1, 6), 'editor': (2, 2), 'build': (2, 5), 'rescue': (3, 2), 'project': (4, 3),
-          'code': (5, 2), 'config': (5, 4), 'tags': (6, 2), 'base': (7, 3)}
+          'print': (1, 5), 'debug': (1, 6), 'editor': (2, 2), 'build': (2, 5), 'rescue': (3, 2), 'lsp': (3, 4),
+          'project': (4, 3), 'code': (5, 2), 'config': (5, 4), 'tags': (6, 2), 'base': (7, 3)}
 COLUMN, ROW, BOX = 112, 76, (96, 40)
 SIZE = (7 * COLUMN, 8 * ROW)
 

@@ -15,6 +15,7 @@ ROOMS = {room: allowed.split() for room, allowed in {
     'tags': 'base',
     'code': 'base tags',
     'project': 'base config tags code',
+    'lsp': 'base config code project tags',
     'build': 'base config project',
     'rescue': 'base project',
     'editor': 'base config code project rescue',

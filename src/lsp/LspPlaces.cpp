@@ -1,0 +1,189 @@
+#include <algorithm>
+#include <optional>
+
+#include "FilePath.h"
+#include "FileText.h"
+#include "TipRules.h"
+#include "code/CppLanguage.h"
+#include "code/TextScanner.h"
+#include "lsp/LspAnswers.h"
+#include "lsp/LspUri.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr char cPrototype = 'p', cFunction = 'f';
+
+Json PlaceJson(LspPlace place) {
+  return {{"line", place.line}, {"character", place.column}};
+}
+
+Json RangeJson(LspPlace begin, LspPlace end) {
+  return {{"start", PlaceJson(begin)}, {"end", PlaceJson(end)}};
+}
+
+bool IsWordAt(const LspText& text, int position) {
+  return position >= 0 && position < text.Length() &&
+         IsWordChar(static_cast<unsigned char>(text.View()[static_cast<size_t>(position)]));
+}
+
+// The bytes of the word at a position or directly before it; nothing without one.
+struct WordRange {
+  int begin = 0;
+  int end = 0;
+};
+std::optional<WordRange> WordAt(const LspText& text, int position) {
+  WordRange word{position, position};
+  while (IsWordAt(text, word.begin - 1)) --word.begin;
+  while (IsWordAt(text, word.end)) ++word.end;
+  if (word.begin == word.end) return std::nullopt;
+  return word;
+}
+
+// The meaning of the word at the caret.
+std::optional<ResolveInfo> Resolve(const LspQuestion& question, const WordRange& word) {
+  ResolveInfo info;
+  question.text.SetCaret(word.end - 1);
+  question.folder.sources.RefreshTags();
+  if (!question.folder.completion.wizard.resolveAt(question.text, info, 0)) return std::nullopt;
+  return info;
+}
+
+// The text of a file of the project, as it is shown now.
+std::string TextOfFile(LspFolder& folder, const std::string& path) {
+  if (const LspText* open = folder.FindText(path)) return std::string(open->View());
+  const mavro::FileText file = mavro::ReadFileText(path);
+  return file.text;
+}
+
+// The range of a name in a line of a file; the beginning of the line if the name isn't there.
+Json NameRange(const LspText& text, int line, std::string_view name, LspColumns columns) {
+  const std::string_view lineText = text.LineText(line);
+  size_t found = name.empty() ? lineText.npos : lineText.find(name);
+  const size_t length = found == lineText.npos ? 0 : name.size();
+  if (found == lineText.npos) found = 0;
+  const int start = text.PositionFromLine(line) + static_cast<int>(found);
+  return RangeJson(text.PlaceOf(start, columns),
+                   text.PlaceOf(start + static_cast<int>(length), columns));
+}
+
+Json Location(const LspQuestion& question, const std::string& path, int line,
+              std::string_view name) {
+  if (const LspText* open = question.folder.FindText(path))
+    return {{"uri", open->uri}, {"range", NameRange(*open, line, name, question.columns)}};
+  const std::string uri = UriOfPath(path);
+  const LspText text(uri, path, TextOfFile(question.folder, path));
+  return {{"uri", uri}, {"range", NameRange(text, line, name, question.columns)}};
+}
+
+int CountParameters(std::string_view signature) {
+  return static_cast<int>(std::count(signature.begin(), signature.end(), ','));
+}
+
+// The tags with the name and owner of a function that are of a kind; those with as many parameters
+// if there are any.
+std::vector<const TagItem*> Counterparts(LspFolder& folder, const ResolveInfo& info, char kind) {
+  std::vector<const TagItem*> all, same;
+  const auto look = [&](std::vector<TagItem>& items, TagData& module) {
+    for (TagItem& item : items) {
+      if (item.kind != kind || item.name != info.name) continue;
+      item.module = &module;
+      all.push_back(&item);
+      if (CountParameters(item.signature) == CountParameters(info.signature)) same.push_back(&item);
+    }
+  };
+  for (TagData* module : folder.sources.Modules()) {
+    if (info.className.empty()) {
+      look(module->globals, *module);
+    } else if (const auto found = module->classes.find(info.className);
+               found != module->classes.end()) {
+      look(found->second.members, *module);
+    }
+  }
+  return same.empty() ? all : same;
+}
+
+// The file that the caret's line includes; empty if it includes none, or one that isn't known.
+std::string IncludedFile(const LspQuestion& question) {
+  const std::string_view line =
+      question.text.LineText(question.text.LineFromPosition(question.text.CaretPosition()));
+  const size_t sign = line.find_first_not_of(" \t");
+  if (sign == line.npos || line[sign] != '#') return "";
+  const size_t word = line.find_first_not_of(" \t", sign + 1);
+  if (word == line.npos || !line.substr(word).starts_with("include")) return "";
+  const size_t open = line.find_first_of("\"<", word);
+  if (open == line.npos) return "";
+  const size_t close = line.find(line[open] == '<' ? '>' : '"', open + 1);
+  if (close == line.npos) return "";
+  const std::string name(line.substr(open + 1, close - open - 1));
+  std::string found;
+  if (line[open] == '"') found = FindQuotedInclude(name, mavro::FolderOf(question.text.Path()));
+  return found.empty() ? question.folder.project.ResolveInclude(name) : found;
+}
+
+std::string Declared(const ResolveInfo& info) {
+  std::string text;
+  if (!info.type.empty() && info.type != info.name) text = info.type + " ";
+  if (!info.className.empty() && info.className != info.name) text += info.className + "::";
+  return text + info.name + info.signature;
+}
+
+// The declaration of a name of the text, as it is written.
+std::string LocalText(const LspQuestion& question, const ResolveInfo& info) {
+  std::string_view line = question.text.LineText(info.line);
+  const size_t first = line.find_first_not_of(" \t");
+  return first == line.npos ? std::string() : std::string(line.substr(first));
+}
+
+}  // namespace
+
+Json SignatureAnswer(const LspQuestion& question) {
+  const std::string line(question.text.LineToCaret());
+  const mavro::TipName call = mavro::FindTipName(line, cCppLanguage);
+  if (call.name.empty()) return nullptr;
+  const int end = call.start + static_cast<int>(call.name.size());
+  std::string tip;
+  Completion& completion = question.folder.completion;
+  if (!completion.getCallTip(question.text, tip, end - static_cast<int>(line.size())))
+    return nullptr;
+  return {{"signatures", {{{"label", tip}}}}, {"activeSignature", 0}};
+}
+
+Json HoverAnswer(const LspQuestion& question) {
+  const std::optional<WordRange> word = WordAt(question.text, question.text.CaretPosition());
+  if (!word) return nullptr;
+  const std::optional<ResolveInfo> info = Resolve(question, *word);
+  if (!info) return nullptr;
+  const std::string declared = info->file.empty() ? LocalText(question, *info) : Declared(*info);
+  std::string value = "```cpp\n" + declared + "\n```";
+  if (!info->file.empty())
+    value += "\n" + info->file + ":" + std::to_string(info->targetLine + 1);
+  return {{"contents", {{"kind", "markdown"}, {"value", value}}},
+          {"range", RangeJson(question.text.PlaceOf(word->begin, question.columns),
+                              question.text.PlaceOf(word->end, question.columns))}};
+}
+
+Json TargetAnswer(const LspQuestion& question, LspTarget target) {
+  if (const std::string file = IncludedFile(question); !file.empty())
+    return {Location(question, file, 0, "")};
+  Json places = Json::array();
+  const std::optional<WordRange> word = WordAt(question.text, question.text.CaretPosition());
+  const std::optional<ResolveInfo> info = word ? Resolve(question, *word) : std::nullopt;
+  if (!info) return places;
+  if (info->file.empty()) {
+    places.push_back(Location(question, question.text.Path(), info->line, info->name));
+    return places;
+  }
+  const char wanted = target == LspTarget::cDefinition ? cFunction : cPrototype;
+  const bool isOther =
+      info->kind != wanted && (info->kind == cPrototype || info->kind == cFunction);
+  if (isOther)
+    for (const TagItem* item : Counterparts(question.folder, *info, wanted))
+      places.push_back(Location(question, item->module->fileName, item->line - 1, item->name));
+  if (places.empty())
+    places.push_back(Location(question, info->file, info->targetLine, info->name));
+  return places;
+}
+
+}  // namespace zendry
