@@ -3,15 +3,19 @@
 #include <algorithm>
 #include <array>
 
+#include "base/CaretText.h"
 #include "code/CodeSources.h"
 #include "code/ContainerTypes.h"
+#include "code/MemberAccess.h"
+#include "code/TextScanner.h"
 
 namespace zendry {
 
 namespace {
 
-constexpr size_t cShortestText = 2;
-constexpr int cDataMember = 'm';
+constexpr int cLongestText = 256;  // bytes before the caret
+constexpr size_t cMostTaken = 200;
+constexpr std::string_view cMemberChars = ".->:";
 
 // The operators that a name may follow.
 constexpr std::array<std::string_view, 3> cOperators = {"->", "::", "."};
@@ -45,9 +49,17 @@ size_t LastPart(std::string_view text) {
 // True if the list after "->" has the members of a container, a smart pointer or an iterator, but
 // those of the object that it holds or points to are wanted.
 bool LeadsElsewhere(const std::vector<TagItem*>& items, std::string_view text) {
+  if (items.empty()) return true;
   if (!text.substr(0, LastPart(text)).ends_with("->")) return false;
   const TagItem* first = items.front();
   return first->owner && !first->module && IsArrowForeign(first->owner->name);
+}
+
+// The beginning of the name that ends a text.
+size_t NameStart(std::string_view text) {
+  size_t start = text.size();
+  while (start > 0 && IsWordChar(static_cast<unsigned char>(text[start - 1]))) --start;
+  return start;
 }
 
 }  // namespace
@@ -56,18 +68,17 @@ std::string WhyNoList(std::string_view text) {
   constexpr size_t cLongestShown = 60;
   const size_t nameStart = LastPart(text);
   const std::string_view name = text.substr(nameStart);
-  if (text.empty()) return "No list: type the beginning of a name first";
+  if (text.empty()) return "No list: no name is known here";
   if (name.empty() || nameStart > 0) {
     const size_t length = std::min(nameStart, cLongestShown);
     return "No list: nothing fits after " + std::string(text.substr(nameStart - length, length)) +
            std::string(name.substr(0, cLongestShown));
   }
-  if (name.size() < cShortestText) return "No list: type two letters of a name first";
   return "No list: no known name begins with " + std::string(name.substr(0, cLongestShown));
 }
 
 std::optional<CompletionRequest> RequestOf(std::string_view text) {
-  if (text.size() < cShortestText) return std::nullopt;
+  if (text.size() == 1 && cMemberChars.find(text[0]) != cMemberChars.npos) return std::nullopt;
   for (const auto& [ending, kind] : cEndings) {
     if (!text.ends_with(ending)) continue;
     if (kind == 0) return std::nullopt;
@@ -75,23 +86,21 @@ std::optional<CompletionRequest> RequestOf(std::string_view text) {
     return CompletionRequest{static_cast<RequestKind>(kind), std::string(text), false};
   }
   const size_t part = LastPart(text);
-  return CompletionRequest{part > 0 ? cPrefixRequest : cAnyRequest, std::string(text.substr(part))};
+  if (part > 0) return CompletionRequest{cPrefixRequest, std::string(text.substr(part))};
+  return CompletionRequest{cAnyRequest, std::string(text.substr(NameStart(text)))};
 }
 
-std::string ListText(std::vector<TagItem*> items) {
-  const auto isBefore = [](const TagItem* a, const TagItem* b) { return a->name < b->name; };
-  std::stable_sort(items.begin(), items.end(), isBefore);
-  std::string text;
-  const std::string* last = nullptr;
-  for (const TagItem* item : items) {
-    if (last && *last == item->name) continue;
-    last = &item->name;
-    if (item->name.find(' ') != std::string::npos) continue;
-    if (!text.empty()) text += ' ';
-    text += item->name;
-    text += item->kind == cDataMember ? "?1" : "?2";
-  }
-  return text;
+std::string ExpressionLeftOf(const CaretText& editor) {
+  const int caret = editor.CaretPosition();
+  const int lineStart = editor.PositionFromLine(editor.LineFromPosition(caret));
+  const int start = std::max(lineStart, caret - cLongestText);
+  std::string text(static_cast<size_t>(std::max(caret - start, 0)), '\0');
+  if (!text.empty()) editor.CopyRange(start, caret, text.data());
+  size_t begin = text.size();
+  while (begin > 0 && (IsWordChar(static_cast<unsigned char>(text[begin - 1])) ||
+                       cMemberChars.find(text[begin - 1]) != cMemberChars.npos))
+    --begin;
+  return text.substr(begin);
 }
 
 void Completion::collectCompletions(std::vector<TagItem*>& out, const CaretText& editor,
@@ -118,34 +127,75 @@ void Completion::collectCompletions(std::vector<TagItem*>& out, const CaretText&
   }
 }
 
-bool Completion::getCompletion(const CaretText& editor, std::string& text, std::string& list) {
-  const std::string typed = text;
-  const std::optional<CompletionRequest> request = RequestOf(typed);
-  std::vector<TagItem*> items;
-  if (request) {
+CompletionList Completion::Complete(const CaretText& editor, std::string_view leftOfCaret) {
+  CompletionList list;
+  Items items;
+  if (const std::optional<CompletionRequest> request = RequestOf(leftOfCaret)) {
     collectCompletions(items, editor, request->text, request->kind);
-    text = request->typesPrefix ? request->text : std::string();
+    if (request->typesPrefix) list.typed = request->text;
   }
-  list = ListText(items);
-  if (LastPart(typed) > 0 && (list.empty() || LeadsElsewhere(items, typed)))
-    CompleteByTypes(editor, text, list);
+  if (LastPart(leftOfCaret) > 0 && LeadsElsewhere(items, leftOfCaret))
+    if (const auto operand = CompleteByTypes(editor, items)) list.typed = operand->prefix;
+  DropHidden(editor, items, leftOfCaret);
+  for (const TagItem* item : items) list.rows.push_back(RowOf(*item));
+  Tidy(list.rows);
+  list.selected = LastTaken(list.rows);
+  return list;
+}
+
+bool Completion::getCompletion(const CaretText& editor, std::string& text, std::string& list) {
+  CompletionList found = Complete(editor, text);
+  list = ListText(found.rows);
+  text = std::move(found.typed);
   return !list.empty();
 }
 
-// Replaces the list if the operand's type gives another one.
-void Completion::CompleteByTypes(const CaretText& editor, std::string& text, std::string& list) {
+// Replaces the items if the operand's type gives others.
+std::optional<ExprOperand> Completion::CompleteByTypes(const CaretText& editor, Items& items) {
   sources.RefreshTags();
-  const std::optional<ExprOperand> operand = wizard.operandAt(editor);
-  if (!operand) return;
-  std::vector<TagItem*> items;
+  std::optional<ExprOperand> operand = wizard.operandAt(editor);
+  if (!operand) return std::nullopt;
+  Items found;
   if (operand->nameSpace.empty())
-    wizard.tags.listMembers(items, operand->className, operand->prefix);
+    wizard.tags.listMembers(found, operand->className, operand->prefix);
   else
-    wizard.tags.listNamespace(items, operand->nameSpace, operand->prefix);
-  std::string found = ListText(std::move(items));
-  if (found.empty()) return;
-  list = std::move(found);
-  text = operand->prefix;
+    wizard.tags.listNamespace(found, operand->nameSpace, operand->prefix);
+  if (found.empty()) return std::nullopt;
+  items = std::move(found);
+  return operand;
+}
+
+// Where members are defined, all of the class may be named behind its "::".
+void Completion::DropHidden(const CaretText& editor, Items& items, std::string_view text) {
+  const TagItem* around = wizard.currentItem(editor);
+  MemberAccess access(wizard.tags, around && around->owner ? around->owner->name : std::string());
+  Items reachable;
+  for (TagItem* item : items)
+    if (!IsSpecialMember(*item) && access.IsReachable(*item)) reachable.push_back(item);
+  const bool isScope = text.substr(0, LastPart(text)).ends_with("::");
+  const bool hidesAny = reachable.size() < items.size();
+  if (hidesAny && !(isScope && IsAtFileLevel(editor))) items = std::move(reachable);
+}
+
+void Completion::NoteTaken(const CompletionRow& row) {
+  const auto isSame = [&](const CompletionRow& other) {
+    return other.name == row.name && other.owner == row.owner;
+  };
+  std::erase_if(taken, isSame);
+  if (taken.size() >= cMostTaken) taken.erase(taken.begin());
+  taken.push_back(row);
+}
+
+size_t Completion::LastTaken(const std::vector<CompletionRow>& rows) const {
+  for (auto row = taken.rbegin(); row != taken.rend(); ++row) {
+    const auto isBefore = [](const CompletionRow& a, const CompletionRow& b) {
+      return a.name < b.name;
+    };
+    const auto found = std::lower_bound(rows.begin(), rows.end(), *row, isBefore);
+    if (found != rows.end() && found->name == row->name && found->owner == row->owner)
+      return static_cast<size_t>(found - rows.begin());
+  }
+  return 0;
 }
 
 bool Completion::getCallTip(const CaretText& editor, std::string& tip, int offset) {

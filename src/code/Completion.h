@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "code/CodeWizard.h"
+#include "code/CompletionList.h"
 
 namespace zendry {
 
@@ -19,17 +20,16 @@ struct CompletionRequest {
 };
 
 // Reads the request from the text left of the caret; the text begins after the last character that
-// isn't part of an expression. Nothing when it is too short, or ends in a part of an operator.
+// isn't part of an expression. Nothing when it ends in a part of an operator, or is no more than
+// an operator of one character.
 std::optional<CompletionRequest> RequestOf(std::string_view text);
 
 // The sentence that says why an asked list has nothing to offer. `text` is the expression left of
 // the caret.
 std::string WhyNoList(std::string_view text);
 
-// The items' names for the editor's list: sorted, without duplicates, separated by blanks. "?1"
-// after a name means the picture of a data member, "?2" that of everything else. A name that
-// contains a blank ("operator new") can't be in the list.
-std::string ListText(std::vector<TagItem*> items);
+// The text to complete: names and the operators between them that end at the caret.
+std::string ExpressionLeftOf(const CaretText& editor);
 
 // Makes the lists and tips that an editor shows while the user types.
 class Completion {
@@ -37,8 +37,14 @@ class Completion {
   // `theSources` must outlive it.
   explicit Completion(CodeSources& theSources) : wizard(theSources), sources(theSources) {}
 
-  // Gives the list for the text left of the caret, and in `text` the part of the name that has been
-  // typed already. False when there is nothing to show.
+  // The names that fit at the caret. `leftOfCaret` is ExpressionLeftOf the editor. No rows when
+  // there is nothing to show.
+  CompletionList Complete(const CaretText& editor, std::string_view leftOfCaret);
+  // Notes that the user has taken a row of a list. Until the end of the session, lists that have
+  // this row select it first.
+  void NoteTaken(const CompletionRow& row);
+  // The list as the editor's text: gives it for the text left of the caret, and in `text` the part
+  // of the name that has been typed already. False when there is nothing to show.
   bool getCompletion(const CaretText& editor, std::string& text, std::string& list);
   // Gives the name and parameter list of the function whose call opens just before the caret, or of
   // the one whose name is at `offset` bytes from it. False without one.
@@ -50,9 +56,14 @@ class Completion {
   CodeWizard wizard;
 
  private:
-  void CompleteByTypes(const CaretText& editor, std::string& text, std::string& list);
+  using Items = std::vector<TagItem*>;
+
+  std::optional<ExprOperand> CompleteByTypes(const CaretText& editor, Items& items);
+  void DropHidden(const CaretText& editor, Items& items, std::string_view text);
+  size_t LastTaken(const std::vector<CompletionRow>& rows) const;
 
   CodeSources& sources;
+  std::vector<CompletionRow> taken;  // the last one last
 };
 
 }  // namespace zendry

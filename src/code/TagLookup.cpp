@@ -177,6 +177,20 @@ void TagLookup::listMembers(std::vector<TagItem*>& out, std::string_view classNa
   walk.Walk(className, depth);
 }
 
+bool TagLookup::IsDerived(std::string_view className, std::string_view baseName) {
+  EnsureIndex();
+  const TagClass* base = ClassOf(baseName);
+  bool isDerived = false;
+  const auto records = [&](std::string_view name) {
+    TagClass* found = isDerived ? nullptr : ClassOf(name);
+    if (found && found == base) isDerived = true;
+    return RecordsOf(found);
+  };
+  ClassWalk walk(records, [](TagClass&, TagItem&) { return false; });
+  walk.Walk(className, 0);
+  return isDerived;
+}
+
 // Tags don't know their namespace; a file's namespace usually lasts to the file's end.
 void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
                               std::string_view prefix) {

@@ -54,6 +54,9 @@ class TagLookup {
   // name in their files; for "std" the classes of the library.
   void listNamespace(std::vector<TagItem*>& out, std::string_view name, std::string_view prefix);
 
+  // True if a class derives from another one, at any depth, or is the same.
+  bool IsDerived(std::string_view className, std::string_view baseName);
+
   // Prepares the index, so that the first lookup after loading a project is as fast as the next.
   const TagIndex& EnsureIndex();
 

@@ -223,7 +223,7 @@ TEST_F(IdeEditor, AskedListThatIsEmpty_SaysWhyInTheStatusLine) {
     editor.Select(editor.LineEnd(3), editor.LineEnd(3));
     const auto ask = [] { IdeDriver::Press(Qt::Key_Space, Qt::ControlModifier); };
     ask();
-    EXPECT_EQ(IdeDriver::Status(), "No list: type the beginning of a name first");
+    EXPECT_EQ(IdeDriver::Status(), "No list: no name is known here");
     Type("zq");
     ask();
     EXPECT_FALSE(ListIsOpen());

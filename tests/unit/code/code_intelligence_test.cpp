@@ -88,7 +88,8 @@ class CodeIntelligence : public ::testing::Test, protected CodeSources {
 };
 
 constexpr const char* cPoint = "x?1 y?1";
-constexpr const char* cShapeMembers = "Shape?2 draw?2 id?1 link?1 next?2 origin?1 pos?1";
+constexpr const char* cOwnMembers = "draw?2 id?1 link?1 next?2 origin?1 pos?1";
+constexpr const char* cShapeMembers = "draw?2 id?1 next?2 origin?1 pos?1";
 
 TEST_F(CodeIntelligence, LocalOfAProjectClass) {
   EXPECT_EQ(InFunction("Point p;\n  p.@"), cPoint);
@@ -108,7 +109,7 @@ TEST_F(CodeIntelligence, ClassInANamespace) {
 }
 
 TEST_F(CodeIntelligence, ThisInAMethod) {
-  EXPECT_EQ(Complete("void Shape::draw(int depth) {\n  this->@\n}\n"), cShapeMembers);
+  EXPECT_EQ(Complete("void Shape::draw(int depth) {\n  this->@\n}\n"), cOwnMembers);
   EXPECT_EQ(Complete("void Shape::draw(int depth) {\n  this->po@\n}\n"), "pos?1");
   EXPECT_EQ(Complete("void Shape::draw(int depth) {\n  this->pos.@\n}\n"), cPoint);
 }
@@ -116,7 +117,7 @@ TEST_F(CodeIntelligence, ThisInAMethod) {
 TEST_F(CodeIntelligence, MemberOfTheEnclosingClass) {
   EXPECT_EQ(Complete("void Shape::draw(int depth) {\n  origin->@\n}\n"), cPoint);
   EXPECT_EQ(Complete("void Shape::draw(int depth) {\n  next()->pos.@\n}\n"), cPoint);
-  EXPECT_EQ(Complete("void Shape::draw(int depth) {\n  next()->@\n}\n"), cShapeMembers);
+  EXPECT_EQ(Complete("void Shape::draw(int depth) {\n  next()->@\n}\n"), cOwnMembers);
 }
 
 TEST_F(CodeIntelligence, ClassOfTheEditedText) {
@@ -175,7 +176,7 @@ TEST_F(CodeIntelligence, Classes) {
 
 TEST_F(CodeIntelligence, FreeNames) {
   EXPECT_EQ(InFunction("fin@"), "findPoint?2");
-  EXPECT_EQ(InFunction("Sha@"), "Shape?2");
+  EXPECT_EQ(InFunction("Sha@"), "Shape?3");
   EXPECT_EQ(Complete("void Shape::draw(int depth) {\n  dr@\n}\n"), "draw?2");
 }
 
@@ -220,7 +221,7 @@ TEST_F(CodeIntelligence, Expressions) {
       {"Point ps[3], p;\n  ps[0].@", cPoint},
       {"findPoint(theShape, 1).@", cPoint},
       {"Shape::dr@", "draw?2"},
-      {"shapes::Gr@", "Group?2"},
+      {"shapes::Gr@", "Group?3"},
   };
   for (const auto& [body, expected] : rows) EXPECT_EQ(InFunction(body), expected) << body;
 }

@@ -20,8 +20,13 @@ std::string Request(std::string_view text) {
          (request->typesPrefix ? "+" : "");
 }
 
-TEST(RequestOf, TextShorterThanTwoCharacters_IsNone) {
-  for (const char* text : {"", ".", ":", ">", "-", "a"}) EXPECT_EQ(Request(text), "none") << text;
+TEST(RequestOf, OneCharacterOfAnOperator_IsNone) {
+  for (const char* text : {".", ":", ">", "-"}) EXPECT_EQ(Request(text), "none") << text;
+}
+
+TEST(RequestOf, NoOrOneLetter_AsksForAnything) {
+  EXPECT_EQ(Request(""), "? +");
+  EXPECT_EQ(Request("a"), "? a+");
 }
 
 TEST(RequestOf, EndInMinus_IsNone) {
@@ -65,15 +70,22 @@ TEST(RequestOf, OperatorInside_AsksForAPrefixOfMembers) {
 
 TEST(RequestOf, OtherText_AsksForAnything) {
   EXPECT_EQ(Request("ab"), "? ab+");
-  EXPECT_EQ(Request("a-b"), "? a-b+");
-  EXPECT_EQ(Request("a:b"), "? a:b+");
-  EXPECT_EQ(Request("a>b"), "? a>b+");
+  EXPECT_EQ(Request("a-b"), "? b+");
+  EXPECT_EQ(Request("a:b"), "? b+");
+  EXPECT_EQ(Request("a>b"), "? b+");
+}
+
+std::string Text(const std::vector<TagItem*>& items) {
+  std::vector<CompletionRow> rows;
+  for (const TagItem* item : items) rows.push_back(RowOf(*item));
+  Tidy(rows);
+  return ListText(rows);
 }
 
 std::string List(std::vector<TagItem> items) {
   std::vector<TagItem*> pointers;
   for (TagItem& item : items) pointers.push_back(&item);
-  return ListText(pointers);
+  return Text(pointers);
 }
 
 TEST(ListText, Names_AreSortedByTheirBytes) {
@@ -82,9 +94,13 @@ TEST(ListText, Names_AreSortedByTheirBytes) {
   EXPECT_EQ(List({Tag("\xc3\xa4", 'm'), Tag("z", 'm')}), "z?1 \xc3\xa4?1");
 }
 
-TEST(ListText, Pictures_TellDataMembersFromTheRest) {
-  EXPECT_EQ(List({Tag("a", 'm'), Tag("b", 'f'), Tag("c", 'p'), Tag("d", 'c'), Tag("e", 'v')}),
-            "a?1 b?2 c?2 d?2 e?2");
+TEST(ListText, Pictures_TellTheKinds) {
+  std::vector<TagItem> items;
+  for (const char letter : std::string("mvxfpcsugetdnl"))
+    items.push_back(Tag(std::string(1, letter), letter));
+  items.push_back(Tag("read from a cache", 0));
+  items.back().name = "C";
+  EXPECT_EQ(List(items), "C?3 c?3 d?7 e?5 f?2 g?4 l?10 m?1 n?8 p?2 s?3 t?6 u?3 v?1 x?1");
 }
 
 TEST(ListText, EqualNames_KeepTheFirst) {
@@ -198,7 +214,7 @@ TEST_F(CompletionTest, CallAndIndex_ListTheMembersOfTheirResult) {
 TEST_F(CompletionTest, FreeName_ListsMembersGlobalsAndClasses) {
   EXPECT_EQ(Complete(InMethod("mo@")), "moveTo?2|mo");
   EXPECT_EQ(Complete(InMethod("dr@")), "draw?2|dr");
-  EXPECT_EQ(Complete(InMethod("Sh@")), "Shape?2|Sh");
+  EXPECT_EQ(Complete(InMethod("Sh@")), "Shape?3|Sh");
   EXPECT_EQ(Complete(InMethod("zz@")), "nothing");
 }
 
@@ -206,15 +222,18 @@ TEST_F(CompletionTest, FreeName_FirstOfEqualNamesIsTheMember) {
   stores.Module("b.cpp").globals = {Tag("next", 'v'), Tag("other", 'v')};
   stores.Changed();
   EXPECT_EQ(Complete(InMethod("ne@")), "next?1|ne");
-  EXPECT_EQ(Complete(InMethod("ot@")), "other?2|ot");
+  EXPECT_EQ(Complete(InMethod("ot@")), "other?1|ot");
 }
 
 TEST_F(CompletionTest, FreeNameOutsideOfAClass_ListsNoMembers) {
   EXPECT_EQ(Complete(std::string(39, '\n') + "dr@"), "nothing");
 }
 
-TEST_F(CompletionTest, OneCharacter_ShowsNothing) {
-  EXPECT_EQ(Complete(InMethod("m@")), "nothing");
+TEST_F(CompletionTest, OneLetter_ShowsItsNames) {
+  EXPECT_EQ(Complete(InMethod("m@")), "main?2 moveTo?2|m");
+}
+
+TEST_F(CompletionTest, OneSign_ShowsNothing) {
   EXPECT_EQ(Complete(InMethod("+ .@")), "nothing");
 }
 
@@ -234,7 +253,7 @@ TEST_F(CompletionTest, CollectCompletions_OfEveryKind) {
     const test::CodeText editor(InMethod(row.text));
     std::vector<TagItem*> found;
     completion.collectCompletions(found, editor, row.request, row.kind);
-    EXPECT_EQ(ListText(found), row.expected) << row.text;
+    EXPECT_EQ(Text(found), row.expected) << row.text;
   }
 }
 
@@ -242,8 +261,8 @@ TEST_F(CompletionTest, FreeNameWithoutLetters_ListsEverything) {
   const test::CodeText editor(InMethod(""));
   std::vector<TagItem*> found;
   completion.collectCompletions(found, editor, "", cAnyRequest);
-  EXPECT_EQ(ListText(found),
-            "Base?2 Point?2 Shape?2 draw?2 id?1 main?2 moveTo?2 next?1 pos?1 same?1 theShape?2");
+  EXPECT_EQ(Text(found),
+            "Base?3 Point?3 Shape?3 draw?2 id?1 main?2 moveTo?2 next?1 pos?1 same?1 theShape?1");
 }
 
 TEST_F(CompletionTest, Tags_AreRefreshedFirst) {
@@ -267,14 +286,42 @@ TEST_F(CompletionTest, CallTip_OfANameFartherLeft) {
 }
 
 TEST_F(CompletionTest, BrokenText_ShowsNothing) {
-  for (const char* text : {"", "@", ".@", "->@", "::@", "..@", ").@", "]->@", "(.@", "\"a\".@",
-                           "5.@", "->->@", ".->@", "\xff.@", "/*.@", "//\n.@"})
+  for (const char* text : {".@", "->@", "::@", "..@", ").@", "]->@", "(.@", "\"a\".@", "5.@",
+                           "->->@", ".->@", "\xff.@", "/*.@", "//\n.@"})
     EXPECT_EQ(Complete(text), "nothing") << text;
 }
 
+TEST_F(CompletionTest, RowTakenLast_IsTheSelectedOne) {
+  const test::CodeText editor(InMethod("Shape s;\ns.@"));
+  const auto selected = [&] {
+    const CompletionList list = completion.Complete(editor, "s.");
+    return list.rows[list.selected].name;
+  };
+  EXPECT_EQ(selected(), "draw");
+  completion.NoteTaken({"pos", RowKind::cData, "", "", "Shape"});
+  EXPECT_EQ(selected(), "pos");
+  completion.NoteTaken({"pos", RowKind::cData, "", "", "Other"});
+  completion.NoteTaken({"same", RowKind::cData, "", "", "Base"});
+  EXPECT_EQ(selected(), "same");
+  completion.NoteTaken({"pos", RowKind::cData, "", "", "Shape"});
+  EXPECT_EQ(selected(), "pos");
+  for (int i = 0; i < 199; ++i)
+    completion.NoteTaken({"other" + std::to_string(i), RowKind::cData, "", "", ""});
+  EXPECT_EQ(selected(), "pos");
+  completion.NoteTaken({"more", RowKind::cData, "", "", ""});
+  EXPECT_EQ(selected(), "draw");
+}
+
+TEST(ExpressionLeftOf, EndsAtTheLineAndAtAnythingElse) {
+  EXPECT_EQ(ExpressionLeftOf(test::CodeText("x = a.b->c::d@ e")), "a.b->c::d");
+  EXPECT_EQ(ExpressionLeftOf(test::CodeText("f(x).y@")), ".y");
+  EXPECT_EQ(ExpressionLeftOf(test::CodeText("a.\n@")), "");
+  EXPECT_EQ(ExpressionLeftOf(test::CodeText(std::string(300, 'a'))), std::string(256, 'a'));
+}
+
 TEST(WhyNoList, NamesWhatWasLookedFor) {
-  EXPECT_EQ(WhyNoList(""), "No list: type the beginning of a name first");
-  EXPECT_EQ(WhyNoList("a"), "No list: type two letters of a name first");
+  EXPECT_EQ(WhyNoList(""), "No list: no name is known here");
+  EXPECT_EQ(WhyNoList("a"), "No list: no known name begins with a");
   EXPECT_EQ(WhyNoList("ab"), "No list: no known name begins with ab");
   EXPECT_EQ(WhyNoList("p."), "No list: nothing fits after p.");
   EXPECT_EQ(WhyNoList("p->x"), "No list: nothing fits after p->x");

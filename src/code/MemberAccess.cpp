@@ -1,0 +1,65 @@
+#include "code/MemberAccess.h"
+
+#include "base/CaretText.h"
+#include "code/CodeTokens.h"
+#include "code/TagLookup.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr int cPrivate = 'i';
+constexpr int cProtected = 'o';
+
+}  // namespace
+
+// Classes in a class may name all of its members.
+bool MemberAccess::IsOwn(const std::string& className) const {
+  return scope == className ||
+         (scope.starts_with(className) && scope.compare(className.size(), 2, "::") == 0);
+}
+
+bool MemberAccess::IsBase(const std::string& className) {
+  if (className != askedBase) {
+    askedBase = className;
+    isBase = false;
+    for (std::string around = scope; !around.empty() && !isBase;) {
+      isBase = tags.IsDerived(around, className);
+      const size_t colon = around.rfind("::");
+      around.resize(colon == around.npos ? 0 : colon);
+    }
+  }
+  return isBase;
+}
+
+bool MemberAccess::IsReachable(const TagItem& member) {
+  if (member.access != cPrivate && member.access != cProtected) return true;
+  if (!member.owner || IsOwn(member.owner->name)) return true;
+  return member.access == cProtected && IsBase(member.owner->name);
+}
+
+bool IsSpecialMember(const TagItem& member) {
+  if (!member.owner || member.name.empty()) return false;
+  if (member.name.front() == '~') return true;
+  if (member.kind != 'f' && member.kind != 'p') return false;
+  const std::string_view name = member.owner->name;
+  const size_t colon = name.rfind("::");
+  return member.name == (colon == name.npos ? name : name.substr(colon + 2));
+}
+
+bool IsAtFileLevel(const CaretText& editor) {
+  const CodeTokens tokens = CodeTokens::Before(editor, editor.CaretPosition());
+  for (int at = 0; at < tokens.Count(); ++at) {
+    if (!tokens.Is(at, "{") || tokens.Partner(at) >= 0) continue;
+    int head = at - 1;
+    while (tokens.IsWord(head) || tokens.IsOneOf(head, ":: [ ]")) {
+      if (tokens.IsOneOf(head, "namespace extern")) break;
+      --head;
+    }
+    const bool isLinkage = tokens.Is(at - 2, "extern");
+    if (!isLinkage && !tokens.Is(head, "namespace")) return false;
+  }
+  return true;
+}
+
+}  // namespace zendry
