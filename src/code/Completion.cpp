@@ -148,12 +148,9 @@ void Completion::CompleteByTypes(const CaretText& editor, std::string& text, std
   text = operand->prefix;
 }
 
-bool Completion::getCallTip(const CaretText& editor, std::string& tip, int offset) {
+std::optional<CallTip> Completion::callTipAt(const CaretText& editor) {
   sources.RefreshTags();
-  ResolveInfo info;
-  if (!wizard.resolveAt(editor, info, offset)) return false;
-  tip = info.name + info.signature;
-  return true;
+  return wizard.callTipAt(editor);
 }
 
 }  // namespace zendry
