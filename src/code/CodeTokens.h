@@ -45,6 +45,8 @@ class CodeTokens {
   // The tokens before `place` in an editor's text, from up to cMostText bytes before it.
   static CodeTokens Before(const CaretText& editor, int place);
 
+  // The bytes that were taken apart.
+  int Size() const { return static_cast<int>(text.size()); }
   int Count() const { return static_cast<int>(tokens.size()); }
   // A token's letters; empty for an index outside.
   std::string_view Text(int index) const;

@@ -206,6 +206,26 @@ std::optional<ExprOperand> CodeWizard::operandAt(const CaretText& editor) {
       .Operand();
 }
 
+std::optional<CallTip> CodeWizard::callTipAt(const CaretText& editor) {
+  const int caret = editor.CaretPosition();
+  const TagItem* scopeItem = currentItem(editor);
+  ExprTypes types(tags, sources, editor, sources.ModuleOf(editor), scopeItem, caret);
+  const std::vector<OpenCall> calls = types.Calls();
+  for (const OpenCall& call : calls) {
+    CallTip tip{{}, call.argument, call.arguments};
+    int name = 0;
+    tip.bracket = caret - types.BytesBefore(call.bracket);
+    tip.innermost = caret - types.BytesBefore(calls.front().bracket);
+    std::vector<Callable> callables = types.Callables(call, name);
+    tip.name = name < 0 ? tip.bracket : caret - types.BytesBefore(name);
+    for (const Callable& callable : callables) tip.overloads.push_back(SignatureOf(callable));
+    if (tip.overloads.empty()) continue;
+    SortByArguments(tip.overloads, tip.arguments);
+    return tip;
+  }
+  return std::nullopt;
+}
+
 TagItem* CodeWizard::FindMemberOrGlobal(const TagItem* scopeItem, const std::string& name) {
   const std::string file = FileOf(scopeItem);
   if (scopeItem && scopeItem->owner) {

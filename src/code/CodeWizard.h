@@ -55,6 +55,9 @@ class CodeWizard {
   // The operand of the member operator at the caret. To be called when resolveAt() and the members
   // of its result give nothing: it reads the declarations and expressions of the text.
   std::optional<ExprOperand> operandAt(const CaretText& editor);
+  // The declarations that the innermost known call around the caret may mean, the best fitting
+  // first. Nothing if there is none.
+  std::optional<CallTip> callTipAt(const CaretText& editor);
   // The tag which the caret's line belongs to: the global or member that begins nearest above it,
   // or the class around it when nothing begins above; null without one. If it is a class, its
   // `owner` is the class itself.

@@ -198,12 +198,9 @@ size_t Completion::LastTaken(const std::vector<CompletionRow>& rows) const {
   return 0;
 }
 
-bool Completion::getCallTip(const CaretText& editor, std::string& tip, int offset) {
+std::optional<CallTip> Completion::callTipAt(const CaretText& editor) {
   sources.RefreshTags();
-  ResolveInfo info;
-  if (!wizard.resolveAt(editor, info, offset)) return false;
-  tip = info.name + info.signature;
-  return true;
+  return wizard.callTipAt(editor);
 }
 
 }  // namespace zendry

@@ -46,9 +46,9 @@ class Completion {
   // The list as the editor's text: gives it for the text left of the caret, and in `text` the part
   // of the name that has been typed already. False when there is nothing to show.
   bool getCompletion(const CaretText& editor, std::string& text, std::string& list);
-  // Gives the name and parameter list of the function whose call opens just before the caret, or of
-  // the one whose name is at `offset` bytes from it. False without one.
-  bool getCallTip(const CaretText& editor, std::string& tip, int offset = 0);
+  // The call around the caret: all declarations that it may mean, and the parameter at the caret.
+  // Nothing outside of a call, or if no call around the caret is known.
+  std::optional<CallTip> callTipAt(const CaretText& editor);
   // Appends the tags that a request asks for at the caret.
   void collectCompletions(std::vector<TagItem*>& out, const CaretText& editor,
                           std::string_view text, RequestKind kind);

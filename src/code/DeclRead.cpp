@@ -15,31 +15,6 @@ constexpr std::string_view cAfterName = "; = ( { [ , ) : ]";
 constexpr int cLongestStatement = 512;  // tokens
 constexpr int cDeclarationCost = 20;    // steps for reading one
 
-// The beginning of the statement, parameter list or list of captures around a token.
-int StatementStart(const CodeTokens& tokens, int index, StepBudget& budget) {
-  int at = index - 1;
-  for (int steps = 0; at >= 0 && steps < cLongestStatement && budget.Take(); ++steps, --at) {
-    const bool isBlock = tokens.Is(at, "}") && !tokens.Is(at + 1, ",");
-    if (isBlock || tokens.IsOneOf(at, "; { ( [ :")) break;
-    if (tokens.IsClosing(at)) at = tokens.Partner(at);
-  }
-  return at + 1;
-}
-
-// The first token of the type that ends directly before the token at `end`; -1 without one.
-int TypeStart(const CodeTokens& tokens, int end) {
-  int at = end - 1;
-  while (tokens.IsOneOf(at, cAfterPointer)) --at;
-  for (;;) {
-    if (tokens.Is(at, ">")) at = tokens.AngleStart(at) - 1;
-    if (at < 0 || !tokens.IsWord(at) || !CanNameType(tokens.Text(at))) return -1;
-    if (!tokens.Is(at - 1, "::")) break;
-    if (!tokens.IsWord(at - 2) && !tokens.Is(at - 2, ">")) return at - 1;  // "::Foo"
-    at -= 2;
-  }
-  return tokens.IsOneOf(at - 1, ". -> goto using") ? -1 : at;
-}
-
 // The end of an initial value that begins here: the sign that continues the declaration.
 int InitEnd(const CodeTokens& tokens, int at, StepBudget& budget) {
   for (int steps = 0; at < tokens.Count() && steps < cLongestStatement && budget.Take();
@@ -166,6 +141,29 @@ int BeforeBlock(const CodeTokens& tokens, int close) {
 }
 
 }  // namespace
+
+int StatementStart(const CodeTokens& tokens, int index, StepBudget& budget) {
+  int at = index - 1;
+  for (int steps = 0; at >= 0 && steps < cLongestStatement && budget.Take(); ++steps, --at) {
+    const bool isBlock = tokens.Is(at, "}") && !tokens.Is(at + 1, ",");
+    if (isBlock || tokens.IsOneOf(at, "; { ( [ :")) break;
+    if (tokens.IsClosing(at)) at = tokens.Partner(at);
+  }
+  return at + 1;
+}
+
+int TypeStart(const CodeTokens& tokens, int end) {
+  int at = end - 1;
+  while (tokens.IsOneOf(at, cAfterPointer)) --at;
+  for (;;) {
+    if (tokens.Is(at, ">")) at = tokens.AngleStart(at) - 1;
+    if (at < 0 || !tokens.IsWord(at) || !CanNameType(tokens.Text(at))) return -1;
+    if (!tokens.Is(at - 1, "::")) break;
+    if (!tokens.IsWord(at - 2) && !tokens.Is(at - 2, ">")) return at - 1;  // "::Foo"
+    at -= 2;
+  }
+  return tokens.IsOneOf(at - 1, ". -> goto using") ? -1 : at;
+}
 
 std::optional<CodeDecl> DeclarationAt(const CodeTokens& tokens, int name, StepBudget& budget) {
   if (!tokens.IsWord(name) || !tokens.IsOneOf(name + 1, cAfterName)) return std::nullopt;

@@ -27,6 +27,11 @@ std::optional<CodeDecl> DeclarationAt(const CodeTokens& tokens, int name, StepBu
 std::optional<CodeDecl> FindDeclaration(const CodeTokens& tokens, std::string_view name, int before,
                                         StepBudget& budget);
 
+// The first token of the statement, parameter list or list of captures around a token.
+int StatementStart(const CodeTokens& tokens, int index, StepBudget& budget);
+// The first token of the type that ends directly before the token `end`; -1 without one.
+int TypeStart(const CodeTokens& tokens, int end);
+
 // The names of the template parameters of the class whose name is the token at `name`.
 std::vector<std::string> TemplateParameters(const CodeTokens& tokens, int name);
 

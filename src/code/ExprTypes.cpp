@@ -85,6 +85,7 @@ void Substitute(TypeText& type, const std::vector<std::string>& parameters,
 ExprTypes::ExprTypes(TagLookup& theTags, CodeSources& theSources, const CaretText& editor,
                      const TagData* current, const TagItem* theScope, int place)
     : tags(theTags),
+      sources(theSources),
       tagText(theSources, editor, current),
       scope(theScope),
       scopeFile(current ? current->fileName : std::string()),

@@ -4,9 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "code/CallTip.h"
 #include "code/CodeTokens.h"
 #include "code/DeclRead.h"
 #include "code/ExprRead.h"
+#include "code/OpenCalls.h"
 #include "code/TagLookup.h"
 #include "code/TagText.h"
 #include "code/TypeText.h"
@@ -34,6 +36,13 @@ class ExprTypes {
   std::optional<ExprOperand> Operand();
   // The tag of the expression whose last name ends at the place; null without one.
   TagItem* Item();
+  // The calls that the place is in, the innermost first.
+  std::vector<OpenCall> Calls() { return OpenCalls(tokens, budget); }
+  // What a call may mean: functions, constructors, a macro, or an object that can be called. Empty
+  // if that isn't known. `begin` becomes the token where the name begins.
+  std::vector<Callable> Callables(const OpenCall& call, int& begin);
+  // How far a token begins before the place.
+  int BytesBefore(int token) const { return tokens.Size() - tokens.Start(token); }
 
  private:
   // The value of an expression, as far as its type goes.
@@ -74,9 +83,25 @@ class ExprTypes {
   TagClass* ClassOf(const TypeText& type, const std::string& scope);
   bool IsKnown(const Value& value);
   std::optional<ExprOperand> Scope(int begin, int end);
+
+  // Group: calls (ExprCalls.cpp).
+  using CallableList = std::vector<Callable>;
+  std::optional<CallableList> Declared(int name, bool isBrace);
+  std::optional<CallableList> Initialised(int begin, int end, bool isBrace);
+  std::optional<CallableList> MadeByLibrary(int begin, int end);
+  std::optional<CallableList> LocalCallables(const std::string& name);
+  std::optional<CallableList> OfTag(const std::string& name);
+  std::optional<Callable> OfType(const TypeText& type, const std::string& name);
+  CallableList Constructors(const Value& value, bool isBrace);
+  CallableList Aggregate(const TagClass& record);
+  CallableList OfValue(const Value& value, bool isBrace);
+  CallableList OfLibrary(std::string_view name);
+  CallableList Overloads(const TagItem& item);
+  CallableList Read(const std::vector<const TagItem*>& items);
   std::string OwnerName() const;
 
   TagLookup& tags;
+  CodeSources& sources;
   TagText tagText;
   const TagItem* scope;
   std::string scopeFile;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/CaretText.h"
+#include "code/CallableText.h"
 #include "code/CodeSources.h"
 #include "code/DeclRead.h"
 #include "tags/TagData.h"
@@ -11,6 +12,9 @@ namespace zendry {
 
 namespace {
 
+constexpr int cMacro = 'd';
+constexpr std::string_view cNoType = "explicit";  // a tag of a constructor has it for a type
+constexpr std::string_view cOperator = "operator";
 constexpr int cLinesBefore = 3;
 constexpr int cLinesAfter = 2;
 constexpr int cMostBytes = 2000;  // of those lines
@@ -75,6 +79,52 @@ TypeText TagText::TypeOf(const TagItem& item, StepBudget& budget) {
     if (isSameType || decl->type.path.size() > 1) return decl->type;
   }
   return item.type.empty() ? TypeText() : TypeOfName(item.type, false);
+}
+
+std::string TagText::DeclaredType(const TagItem& item, StepBudget& budget) {
+  const Piece piece = Around(item);
+  const CodeTokens tokens(piece.text);
+  for (int i = 0; i < tokens.Count() && budget.Take(); ++i) {
+    if (tokens.Start(i) < piece.lineStart || !tokens.Is(i, item.name)) continue;
+    const std::string type = ResultBefore(tokens, i, budget);
+    if (!type.empty() && type.find(',') == type.npos) return type;
+  }
+  return Print(TypeOf(item, budget));
+}
+
+// A tag keeps all parameters and only the last word of the type.
+std::optional<Callable> TagText::FunctionOf(const TagItem& item, StepBudget& budget) {
+  Callable callable{item.type == cNoType ? std::string() : item.type, item.name, item.signature};
+  if (item.owner) callable.name = item.owner->name + "::" + item.name;
+  const Piece piece = Around(item);
+  const CodeTokens tokens(piece.text);
+  const std::string_view word = item.name.starts_with(cOperator) ? cOperator : item.name;
+  for (int i = 0; i < tokens.Count() && budget.Take(); ++i) {
+    if (tokens.Start(i) < piece.lineStart || !tokens.Is(i, word)) continue;
+    if (IsDeleted(tokens, i)) return std::nullopt;
+    std::string result = ResultBefore(tokens, i, budget);
+    // If the tag's type isn't in it, the text has changed since.
+    const bool isSame = result.find(callable.result) != result.npos || item.type == "auto";
+    if (!callable.result.empty() && isSame) callable.result = std::move(result);
+    break;
+  }
+  return callable;
+}
+
+std::optional<Callable> TagText::CallableOf(const TagItem& item, StepBudget& budget) {
+  if (!item.signature.empty()) return FunctionOf(item, budget);
+  const Piece piece = Around(item);
+  if (item.kind == cMacro)
+    return MacroIn(std::string_view(piece.text).substr(piece.lineStart), item.name);
+  const CodeTokens tokens(piece.text);
+  for (int i = 0; i < tokens.Count() && budget.Take(); ++i) {
+    if (tokens.Start(i) < piece.lineStart || !tokens.Is(i, item.name)) continue;
+    std::optional<Callable> callable = CallableAt(tokens, i, budget);
+    if (!callable) continue;
+    callable->name = item.owner ? item.owner->name + "::" + item.name : item.name;
+    return callable;
+  }
+  return std::nullopt;
 }
 
 std::vector<std::string> TagText::ParametersOf(const TagClass& record) {

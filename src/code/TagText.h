@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "code/CallTip.h"
 #include "code/CodeTokens.h"
 #include "code/TypeText.h"
 
@@ -29,6 +30,11 @@ class TagText {
   // The type of a tag as written in its declaration; the bare type name from the tag if that can't
   // be read. Empty for a tag without a type.
   TypeText TypeOf(const TagItem& item, StepBudget& budget);
+  // The same with all its words, as text.
+  std::string DeclaredType(const TagItem& item, StepBudget& budget);
+  // A function, macro, pointer to a function or lambda as it is declared, with the class that it
+  // belongs to. Nothing for other tags, and for a function that is deleted.
+  std::optional<Callable> CallableOf(const TagItem& item, StepBudget& budget);
   // The names of the template parameters of a class.
   std::vector<std::string> ParametersOf(const TagClass& record);
   // The type of an alias that is made with "using" in a project file that the current one includes.
@@ -40,6 +46,7 @@ class TagText {
     int lineStart = 0;  // beginning of the requested line in it
   };
 
+  std::optional<Callable> FunctionOf(const TagItem& item, StepBudget& budget);
   Piece Around(const TagItem& item);
   Piece AroundInEditor(int line) const;
   const std::string& WholeText(const TagData& module);

@@ -254,14 +254,12 @@ bool CppEditor::getCompletion(std::string& text, std::string& list) {
   return host && host->CodeCompletion().getCompletion(liveText, text, list);
 }
 
-// The name may be some way left of the caret, with the arguments typed so far after it.
 bool CppEditor::getCallTip(const std::string&, std::string& tip) {
   EditorHost* host = tab.Host();
-  if (!host) return false;
-  const std::string line = GetRange(LineStart(CaretLine()), CaretPosition());
-  const mavro::TipName call = mavro::FindTipName(line, *language);
-  const int end = call.start + static_cast<int>(call.name.size());
-  return host->CodeCompletion().getCallTip(liveText, tip, end - static_cast<int>(line.size()));
+  const std::optional<CallTip> found =
+      host ? host->CodeCompletion().callTipAt(liveText) : std::nullopt;
+  if (found) tip = found->overloads.front().label;
+  return found.has_value();
 }
 
 // Called after every change and every move of the caret.

@@ -58,6 +58,24 @@ void ReadAround(const test::CodeText& editor) {
   }
 }
 
+// The parameters of a tip are in its labels one after the other, and its places in the text.
+void CheckTip(const test::CodeText& editor, const std::optional<zendry::CallTip>& tip) {
+  for (int i = 0; i < editor.Length(); i += 1 + editor.Length() / 16)
+    zendry::PlaceInCall(editor, i);
+  if (!tip) return;
+  Require(!tip->overloads.empty() && tip->argument >= 0 && tip->argument <= tip->arguments);
+  Require(tip->name >= 0 && tip->name <= tip->bracket && tip->bracket <= tip->innermost);
+  Require(tip->innermost < editor.CaretPosition());
+  for (const zendry::CallSignature& overload : tip->overloads) {
+    int last = 0;
+    for (const auto& [start, end] : overload.parameters) {
+      Require(start >= last && start < end);
+      last = end;
+    }
+    Require(last <= static_cast<int>(overload.label.size()));
+  }
+}
+
 // Tokens are in the text one after the other; the words of a type can be read again.
 void ReadTokens(const test::CodeText& editor) {
   const zendry::CodeTokens tokens = zendry::CodeTokens::Before(editor, editor.CaretPosition());
@@ -98,7 +116,7 @@ void CompleteAt(const test::CodeText& editor) {
   std::string list;
   const bool shown = completion.getCompletion(editor, text, list);
   Require(shown == !list.empty());
-  completion.getCallTip(editor, list);
+  CheckTip(editor, completion.callTipAt(editor));
   completion.wizard.operandAt(editor);
 }
 

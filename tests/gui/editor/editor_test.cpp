@@ -199,7 +199,7 @@ TEST_F(IdeEditor, CallTip_ShowsAtTheParenthesis_AndGoesAtItsEnd) {
     PutCaret(editor);
     Type("add(");
     EXPECT_TRUE(editor.tipActive);
-    EXPECT_EQ(editor.tipText, "add(int first, int second)");
+    EXPECT_EQ(editor.tipText, "int add(int first, int second)");
     Type("1, 2)");
     EXPECT_FALSE(editor.tipActive);
   });

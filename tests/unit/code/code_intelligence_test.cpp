@@ -49,9 +49,8 @@ class CodeIntelligence : public ::testing::Test, protected CodeSources {
   std::string Tip(const std::string& withCaret) {
     const test::CodeText editor(withCaret);
     edited = &editor;
-    std::string tip;
-    completion.getCallTip(editor, tip);
-    return tip;
+    const std::optional<CallTip> tip = completion.callTipAt(editor);
+    return tip ? tip->overloads.front().label : "";
   }
 
   Completion completion{*this};
@@ -186,9 +185,9 @@ TEST_F(CodeIntelligence, UnknownName_IsLogged) {
 }
 
 TEST_F(CodeIntelligence, CallTips) {
-  EXPECT_EQ(Tip("int main() {\n  findPoint(@"), "findPoint(const Shape &in, int number)");
-  EXPECT_EQ(Tip("int main() {\n  Shape s;\n  s.draw(@"), "draw(int depth)");
-  EXPECT_EQ(Tip("void Shape::draw(int depth) {\n  draw(@\n}\n"), "draw(int depth)");
+  EXPECT_EQ(Tip("int main() {\n  findPoint(@"), "Point findPoint(const Shape &in, int number)");
+  EXPECT_EQ(Tip("int main() {\n  Shape s;\n  s.draw(@"), "void Shape::draw(int depth)");
+  EXPECT_EQ(Tip("void Shape::draw(int depth) {\n  draw(@\n}\n"), "void Shape::draw(int depth)");
 }
 
 TEST_F(CodeIntelligence, BrokenSource_StillCompletes) {

@@ -151,10 +151,10 @@ class CompletionTest : public ::testing::Test {
     if (!completion.getCompletion(editor, text, list)) return "nothing";
     return list + (text.empty() ? "" : "|" + text);
   }
-  std::string Tip(const std::string& withCaret, int offset = 0) {
+  std::string Tip(const std::string& withCaret) {
     const test::CodeText editor(withCaret);
-    std::string tip;
-    return completion.getCallTip(editor, tip, offset) ? tip : "nothing";
+    const std::optional<CallTip> tip = completion.callTipAt(editor);
+    return tip ? tip->overloads.front().label : "nothing";
   }
 
   test::CodeStores stores;
@@ -273,16 +273,13 @@ TEST_F(CompletionTest, Tags_AreRefreshedFirst) {
   EXPECT_GE(stores.refreshes, 1);
 }
 
-TEST_F(CompletionTest, CallTip_IsNameAndParameters) {
-  EXPECT_EQ(Tip("moveTo(@"), "moveTo(Point where, int speed)");
-  EXPECT_EQ(Tip(InMethod("draw(@)")), "draw(int depth)");
-  EXPECT_EQ(Tip(InMethod("next->draw(@")), "draw(int depth)");
-  EXPECT_EQ(Tip(InMethod("this->draw(@")), "draw(int depth)");
+TEST_F(CompletionTest, CallTip_IsTypeNameAndParameters) {
+  EXPECT_EQ(Tip("moveTo(@"), "Point moveTo(Point where, int speed)");
+  EXPECT_EQ(Tip(InMethod("draw(@)")), "void Shape::draw(int depth)");
+  EXPECT_EQ(Tip(InMethod("next->draw(@")), "void Shape::draw(int depth)");
+  EXPECT_EQ(Tip(InMethod("this->draw(@")), "void Shape::draw(int depth)");
+  EXPECT_EQ(Tip(InMethod("moveTo(next, @")), "Point moveTo(Point where, int speed)");
   EXPECT_EQ(Tip("gone(@"), "nothing");
-}
-
-TEST_F(CompletionTest, CallTip_OfANameFartherLeft) {
-  EXPECT_EQ(Tip(InMethod("moveTo(next, @"), -7), "moveTo(Point where, int speed)");
 }
 
 TEST_F(CompletionTest, BrokenText_ShowsNothing) {

@@ -43,9 +43,8 @@ class ExprTypesTest : public ::testing::Test, protected CodeSources {
   std::string Tip(const std::string& body) {
     const test::CodeText editor("#include \"shape.h\"\nint main(int argc) {\n  " + body);
     edited = &editor;
-    std::string tip;
-    completion.getCallTip(editor, tip);
-    return tip;
+    const std::optional<CallTip> tip = completion.callTipAt(editor);
+    return tip ? tip->overloads.front().label : "";
   }
   void TextsAreGone() { texts.clear(); }
   void Expect(const std::vector<std::pair<const char*, const char*>>& rows) {
@@ -463,10 +462,10 @@ TEST_F(ExprTypesTest, WhatOnlyLooksLikeADeclaration_DeclaresNothing) {
 }
 
 TEST_F(ExprTypesTest, CallTips) {
-  EXPECT_EQ(Tip("Shape s;\n  s.next()->method(@"), "method(int a, const char* b)");
-  EXPECT_EQ(Tip("std::vector<std::string> v;\n  v.at(@"), "at(size_type n)");
+  EXPECT_EQ(Tip("Shape s;\n  s.next()->method(@"), "Point Shape::method(int a, const char* b)");
+  EXPECT_EQ(Tip("std::vector<std::string> v;\n  v.at(@"), "reference vector::at(size_type n)");
   EXPECT_EQ(Tip("std::vector<std::unique_ptr<Shape>> v;\n  v[0]->method(@"),
-            "method(int a, const char* b)");
+            "Point Shape::method(int a, const char* b)");
   EXPECT_EQ(Tip("gone[0].method(@"), "");
 }
 
