@@ -31,8 +31,4 @@ Json DocumentSymbols(const LspQuestion& question, bool isNested);
 // Appends the symbols of a folder whose names have these letters in this order.
 void AppendWorkspaceSymbols(Json& out, LspFolder& folder, const std::string& query);
 
-// The numbers of the protocol for a tag's kind.
-int CompletionKindOf(int tagKind);
-int SymbolKindOf(int tagKind, bool isMember);
-
 }  // namespace zendry

@@ -3,8 +3,7 @@
 
 #include "FilePath.h"
 #include "FileText.h"
-#include "TipRules.h"
-#include "code/CppLanguage.h"
+#include "code/CallTip.h"
 #include "code/TextScanner.h"
 #include "lsp/LspAnswers.h"
 #include "lsp/LspUri.h"
@@ -136,18 +135,30 @@ std::string LocalText(const LspQuestion& question, const ResolveInfo& info) {
   return first == line.npos ? std::string() : std::string(line.substr(first));
 }
 
+// The ranges of parameters count as columns do.
+Json SignatureJson(const CallSignature& signature, LspColumns columns) {
+  const LspText label("", "", signature.label);
+  Json parameters = Json::array();
+  for (const auto& [start, end] : signature.parameters)
+    parameters.push_back(
+        {{"label", {label.PlaceOf(start, columns).column, label.PlaceOf(end, columns).column}}});
+  return {{"label", signature.label}, {"parameters", std::move(parameters)}};
+}
+
 }  // namespace
 
 Json SignatureAnswer(const LspQuestion& question) {
-  const std::string line(question.text.LineToCaret());
-  const mavro::TipName call = mavro::FindTipName(line, cCppLanguage);
-  if (call.name.empty()) return nullptr;
-  const int end = call.start + static_cast<int>(call.name.size());
-  std::string tip;
-  Completion& completion = question.folder.completion;
-  if (!completion.getCallTip(question.text, tip, end - static_cast<int>(line.size())))
-    return nullptr;
-  return {{"signatures", {{{"label", tip}}}}, {"activeSignature", 0}};
+  const std::optional<CallTip> tip = question.folder.completion.callTipAt(question.text);
+  if (!tip) return nullptr;
+  Json signatures = Json::array();
+  for (const CallSignature& overload : tip->overloads)
+    signatures.push_back(SignatureJson(overload, question.columns));
+  Json answer = {{"signatures", std::move(signatures)}, {"activeSignature", 0}};
+  // A number after the last one means that none is active.
+  const int parameter = tip->Parameter();
+  answer["activeParameter"] =
+      parameter >= 0 ? parameter : static_cast<int>(tip->overloads.front().parameters.size());
+  return answer;
 }
 
 Json HoverAnswer(const LspQuestion& question) {
@@ -157,8 +168,7 @@ Json HoverAnswer(const LspQuestion& question) {
   if (!info) return nullptr;
   const std::string declared = info->file.empty() ? LocalText(question, *info) : Declared(*info);
   std::string value = "```cpp\n" + declared + "\n```";
-  if (!info->file.empty())
-    value += "\n" + info->file + ":" + std::to_string(info->targetLine + 1);
+  if (!info->file.empty()) value += "\n" + info->file + ":" + std::to_string(info->targetLine + 1);
   return {{"contents", {{"kind", "markdown"}, {"value", value}}},
           {"range", RangeJson(question.text.PlaceOf(word->begin, question.columns),
                               question.text.PlaceOf(word->end, question.columns))}};

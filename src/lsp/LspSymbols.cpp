@@ -12,34 +12,34 @@ constexpr size_t cMostFound = 2000;
 
 struct KindRow {
   char tag;
-  int symbol;      // of a global
-  int member;      // of a member
-  int completion;  // of a row of a list
+  int symbol;  // of a global
+  int member;  // of a member
 };
 
 // The numbers are the protocol's.
 constexpr KindRow cKinds[] = {
-    {'c', 5, 5, 7},     // class
-    {'d', 14, 14, 21},  // macro
-    {'e', 22, 22, 20},  // enumerator
-    {'f', 12, 6, 3},    // function
-    {'g', 10, 10, 13},  // enum
-    {'l', 13, 13, 6},   // local variable
-    {'m', 8, 8, 5},     // member
-    {'n', 3, 3, 9},     // namespace
-    {'p', 12, 6, 3},    // prototype
-    {'s', 23, 23, 22},  // struct
-    {'t', 5, 5, 7},     // typedef
-    {'u', 23, 23, 22},  // union
-    {'v', 13, 8, 6},    // variable
-    {'x', 13, 13, 6},   // declared variable
+    {'c', 5, 5},    // class
+    {'d', 14, 14},  // macro
+    {'e', 22, 22},  // enumerator
+    {'f', 12, 6},   // function
+    {'g', 10, 10},  // enum
+    {'l', 13, 13},  // local variable
+    {'m', 8, 8},    // member
+    {'n', 3, 3},    // namespace
+    {'p', 12, 6},   // prototype
+    {'s', 23, 23},  // struct
+    {'t', 5, 5},    // typedef
+    {'u', 23, 23},  // union
+    {'v', 13, 8},   // variable
+    {'x', 13, 13},  // declared variable
 };
-constexpr KindRow cOther = {0, 13, 8, 6};
+constexpr KindRow cOther = {0, 13, 8};
 
-const KindRow& RowOf(int tagKind) {
+int SymbolKindOf(int tagKind, bool isMember) {
   const auto found = std::find_if(std::begin(cKinds), std::end(cKinds),
                                   [&](const KindRow& row) { return row.tag == tagKind; });
-  return found == std::end(cKinds) ? cOther : *found;
+  const KindRow& row = found == std::end(cKinds) ? cOther : *found;
+  return isMember ? row.member : row.symbol;
 }
 
 Json LineRange(const LspQuestion& question, int first, int last) {
@@ -102,14 +102,6 @@ void AppendFound(Json& out, const TagData& module, const TagItem& item, int kind
 }
 
 }  // namespace
-
-int CompletionKindOf(int tagKind) {
-  return RowOf(tagKind).completion;
-}
-
-int SymbolKindOf(int tagKind, bool isMember) {
-  return isMember ? RowOf(tagKind).member : RowOf(tagKind).symbol;
-}
 
 // Members of classes that are declared elsewhere have no symbol to lie in.
 Json DocumentSymbols(const LspQuestion& question, bool isNested) {
