@@ -1,32 +1,30 @@
-"""clangd with one source open: how long it takes to answer what stands behind a name."""
+"""Language servers, as an editor speaks to them; clangd with one source open among them."""
 import json
 import os
 import subprocess
 import time
+import urllib.parse
 
 
-class LanguageServer:
-    """Spoken to in the foreground: each question waits for its answer."""
+class Client:
+    """Speaks to a server of the protocol in the foreground: each question waits for its answer."""
 
-    def __init__(self, folder, source):
-        self.process = subprocess.Popen(['clangd', '--background-index=false', '-log=error', '--limit-results=0'],
-                                        cwd=folder, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+    def __init__(self, command, folder, capabilities=None):
+        self.process = subprocess.Popen(command, cwd=folder, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
                                         stderr=subprocess.DEVNULL)
-        self.address = 'file://' + source
         self.number = 0
         self.version = 1
-        self.ask('initialize', {'processId': os.getpid(), 'rootUri': 'file://' + folder, 'capabilities': {}})
+        self.ask('initialize', {'processId': os.getpid(), 'rootUri': 'file://' + folder,
+                                'capabilities': capabilities or {}})
         self.tell('initialized', {})
-        with open(source) as file:
-            self.tell('textDocument/didOpen', {'textDocument': {'uri': self.address, 'languageId': 'cpp',
-                                                                'version': 1, 'text': file.read()}})
-        while self.read().get('method') != 'textDocument/publishDiagnostics':
-            continue
 
     def __enter__(self):
         return self
 
     def __exit__(self, *_):
+        self.end()
+
+    def end(self):
         self.process.kill()
         self.process.wait()
 
@@ -38,6 +36,8 @@ class LanguageServer:
     def read(self):
         size = 0
         while (line := self.process.stdout.readline()) != b'\r\n':
+            if not line:
+                raise EOFError('the server has ended')
             if line.lower().startswith(b'content-length:'):
                 size = int(line.split(b':')[1])
         return json.loads(self.process.stdout.read(size))
@@ -52,6 +52,27 @@ class LanguageServer:
             answer = self.read()
             if answer.get('id') == self.number and 'method' not in answer:
                 return answer['result']
+
+    def wait_for(self, method):
+        while self.read().get('method') != method:
+            continue
+
+    def open(self, source, language='cpp'):
+        """Opens a file with its text on the disk; answers its address."""
+        address = 'file://' + urllib.parse.quote(source)
+        with open(source, encoding='utf-8', errors='replace') as file:
+            self.tell('textDocument/didOpen', {'textDocument': {'uri': address, 'languageId': language,
+                                                                'version': 1, 'text': file.read()}})
+        return address
+
+
+class LanguageServer(Client):
+    """clangd with one source open."""
+
+    def __init__(self, folder, source):
+        super().__init__(['clangd', '--background-index=false', '-log=error', '--limit-results=0'], folder)
+        self.address = self.open(source)
+        self.wait_for('textDocument/publishDiagnostics')
 
     def set_line(self, line, text):
         """Replaces a line (from 1)."""
