@@ -12,6 +12,7 @@ namespace zendry {
 struct CodeDecl {
   TypeText type;      // as written, with the pointers and "[]" of this name; "auto" stays so
   int name = 0;       // the token that is declared
+  int begin = 0;      // the token where the type begins
   int initBegin = 0;  // tokens of the initial value; equal without one
   int initEnd = 0;
   bool isRange = false;  // the initial value is the range of a "for"
@@ -26,6 +27,9 @@ std::optional<CodeDecl> DeclarationAt(const CodeTokens& tokens, int name, StepBu
 // around it. Blocks that have been closed are skipped, with the parameters before them.
 std::optional<CodeDecl> FindDeclaration(const CodeTokens& tokens, std::string_view name, int before,
                                         StepBudget& budget);
+
+// The token before the block that ends with this "}", and before the parameters of its function.
+int BeforeBlock(const CodeTokens& tokens, int close);
 
 // The names of the template parameters of the class whose name is the token at `name`.
 std::vector<std::string> TemplateParameters(const CodeTokens& tokens, int name);
