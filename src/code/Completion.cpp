@@ -5,7 +5,9 @@
 
 #include "base/CaretText.h"
 #include "code/CodeSources.h"
+#include "code/CodeTokens.h"
 #include "code/ContainerTypes.h"
+#include "code/FreeNames.h"
 #include "code/MemberAccess.h"
 #include "code/TextScanner.h"
 
@@ -15,6 +17,7 @@ namespace {
 
 constexpr int cLongestText = 256;  // bytes before the caret
 constexpr size_t cMostTaken = 200;
+constexpr size_t cNowhere = std::string::npos;
 constexpr std::string_view cMemberChars = ".->:";
 
 // The operators that a name may follow.
@@ -55,6 +58,11 @@ bool LeadsElsewhere(const std::vector<TagItem*>& items, std::string_view text) {
   return first->owner && !first->module && IsArrowForeign(first->owner->name);
 }
 
+bool IsType(const TagItem& item) {
+  const RowKind kind = KindOf(item);
+  return kind == RowKind::cClass || kind == RowKind::cEnum || kind == RowKind::cTypedef;
+}
+
 // The beginning of the name that ends a text.
 size_t NameStart(std::string_view text) {
   size_t start = text.size();
@@ -78,7 +86,7 @@ std::string WhyNoList(std::string_view text) {
 }
 
 std::optional<CompletionRequest> RequestOf(std::string_view text) {
-  if (text.size() == 1 && cMemberChars.find(text[0]) != cMemberChars.npos) return std::nullopt;
+  if (text.size() == 1 && cMemberChars.find(text[0]) != cNowhere) return std::nullopt;
   for (const auto& [ending, kind] : cEndings) {
     if (!text.ends_with(ending)) continue;
     if (kind == 0) return std::nullopt;
@@ -98,7 +106,7 @@ std::string ExpressionLeftOf(const CaretText& editor) {
   if (!text.empty()) editor.CopyRange(start, caret, text.data());
   size_t begin = text.size();
   while (begin > 0 && (IsWordChar(static_cast<unsigned char>(text[begin - 1])) ||
-                       cMemberChars.find(text[begin - 1]) != cMemberChars.npos))
+                       cMemberChars.find(text[begin - 1]) != cNowhere))
     --begin;
   return text.substr(begin);
 }
@@ -127,17 +135,37 @@ void Completion::collectCompletions(std::vector<TagItem*>& out, const CaretText&
   }
 }
 
+// Each step that refreshes the tags makes the ones found before void: they are rows by then.
 CompletionList Completion::Complete(const CaretText& editor, std::string_view leftOfCaret) {
+  const std::optional<CompletionRequest> request = RequestOf(leftOfCaret);
+  const std::string_view operand = leftOfCaret.substr(0, LastPart(leftOfCaret));
+  const Place place{operand, ScopeAt(editor)};
+  if (request && operand.empty()) return CompleteFreely(editor, request->text, place);
   CompletionList list;
   Items items;
-  if (const std::optional<CompletionRequest> request = RequestOf(leftOfCaret)) {
+  if (request) {
     collectCompletions(items, editor, request->text, request->kind);
     if (request->typesPrefix) list.typed = request->text;
   }
-  if (LastPart(leftOfCaret) > 0 && LeadsElsewhere(items, leftOfCaret))
-    if (const auto operand = CompleteByTypes(editor, items)) list.typed = operand->prefix;
-  DropHidden(editor, items, leftOfCaret);
-  for (const TagItem* item : items) list.rows.push_back(RowOf(*item));
+  const bool leadsElsewhere = LeadsElsewhere(items, leftOfCaret);
+  list.rows = RowsOf(editor, std::move(items), place, list.typed);
+  if (leadsElsewhere) CompleteByTypes(editor, place, list);
+  Tidy(list.rows);
+  list.selected = LastTaken(list.rows);
+  return list;
+}
+
+CompletionList Completion::CompleteFreely(const CaretText& editor, const std::string& typed,
+                                          const Place& place) {
+  CompletionList list{typed, {}, 0};
+  const CodeTokens tokens = CodeTokens::Before(editor, editor.CaretPosition());
+  AddLocalNames(list.rows, tokens, typed);
+  Items items;
+  collectCompletions(items, editor, typed, cAnyRequest);
+  std::erase_if(items, [](const TagItem* item) { return item->name.find("::") != cNowhere; });
+  for (CompletionRow& row : RowsOf(editor, std::move(items), place, typed))
+    list.rows.push_back(std::move(row));
+  AddKnownNames(list.rows, wizard.tags, tokens, editor.Path(), place.scope, typed);
   Tidy(list.rows);
   list.selected = LastTaken(list.rows);
   return list;
@@ -150,31 +178,55 @@ bool Completion::getCompletion(const CaretText& editor, std::string& text, std::
   return !list.empty();
 }
 
-// Replaces the items if the operand's type gives others.
-std::optional<ExprOperand> Completion::CompleteByTypes(const CaretText& editor, Items& items) {
+// Replaces the rows if the operand's type gives others.
+void Completion::CompleteByTypes(const CaretText& editor, const Place& place,
+                                 CompletionList& list) {
   sources.RefreshTags();
-  std::optional<ExprOperand> operand = wizard.operandAt(editor);
-  if (!operand) return std::nullopt;
+  const std::optional<ExprOperand> operand = wizard.operandAt(editor);
+  if (!operand) return;
   Items found;
   if (operand->nameSpace.empty())
     wizard.tags.listMembers(found, operand->className, operand->prefix);
   else
     wizard.tags.listNamespace(found, operand->nameSpace, operand->prefix);
-  if (found.empty()) return std::nullopt;
-  items = std::move(found);
-  return operand;
+  std::vector<CompletionRow> rows = RowsOf(editor, std::move(found), place, operand->prefix);
+  if (rows.empty()) return;
+  list.rows = std::move(rows);
+  list.typed = operand->prefix;
 }
 
-// Where members are defined, all of the class may be named behind its "::".
-void Completion::DropHidden(const CaretText& editor, Items& items, std::string_view text) {
+// The class that the code at the caret belongs to; empty without one.
+std::string Completion::ScopeAt(const CaretText& editor) {
   const TagItem* around = wizard.currentItem(editor);
-  MemberAccess access(wizard.tags, around && around->owner ? around->owner->name : std::string());
-  Items reachable;
-  for (TagItem* item : items)
-    if (!IsSpecialMember(*item) && access.IsReachable(*item)) reachable.push_back(item);
-  const bool isScope = text.substr(0, LastPart(text)).ends_with("::");
-  const bool hidesAny = reachable.size() < items.size();
-  if (hidesAny && !(isScope && IsAtFileLevel(editor))) items = std::move(reachable);
+  return around && around->owner ? around->owner->name : std::string();
+}
+
+// Where members are defined, all of the class may be named after its "::". No type is named after
+// a value.
+std::vector<CompletionRow> Completion::RowsOf(const CaretText& editor, Items items,
+                                              const Place& place, std::string_view prefix) {
+  const bool isScope = place.operand.ends_with("::");
+  const bool isOfValue = !place.operand.empty() && !isScope;
+  MemberAccess access(wizard.tags, place.scope);
+  Items shown;
+  for (TagItem* item : items) {
+    const bool isHidden = IsSpecialMember(*item) || !access.IsReachable(*item);
+    if (!isHidden && !(isOfValue && IsType(*item))) shown.push_back(item);
+  }
+  const bool hidesAny = shown.size() < items.size();
+  if (hidesAny && !(isScope && IsAtFileLevel(editor))) items = std::move(shown);
+  if (isScope) AddNestedClasses(items, place.operand, prefix);
+  std::vector<CompletionRow> rows;
+  rows.reserve(items.size());
+  for (const TagItem* item : items) rows.push_back(RowOf(*item));
+  return rows;
+}
+
+// The classes inside of the one that a text such as "ns::Outer::" names.
+void Completion::AddNestedClasses(Items& items, std::string_view scope, std::string_view prefix) {
+  scope.remove_suffix(2);
+  if (!wizard.tags.findClass(scope)) scope = scope.substr(NameStart(scope));
+  wizard.tags.listNestedClasses(items, scope, prefix);
 }
 
 void Completion::NoteTaken(const CompletionRow& row) {

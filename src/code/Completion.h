@@ -57,9 +57,18 @@ class Completion {
 
  private:
   using Items = std::vector<TagItem*>;
+  struct Place {
+    std::string_view operand;  // the text up to the last operator before the caret
+    std::string scope;         // the class that the code there belongs to
+  };
 
-  std::optional<ExprOperand> CompleteByTypes(const CaretText& editor, Items& items);
-  void DropHidden(const CaretText& editor, Items& items, std::string_view text);
+  CompletionList CompleteFreely(const CaretText& editor, const std::string& typed,
+                                const Place& place);
+  void CompleteByTypes(const CaretText& editor, const Place& place, CompletionList& list);
+  std::string ScopeAt(const CaretText& editor);
+  std::vector<CompletionRow> RowsOf(const CaretText& editor, Items items, const Place& place,
+                                    std::string_view prefix);
+  void AddNestedClasses(Items& items, std::string_view scope, std::string_view prefix);
   size_t LastTaken(const std::vector<CompletionRow>& rows) const;
 
   CodeSources& sources;

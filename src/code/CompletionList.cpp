@@ -34,14 +34,6 @@ constexpr std::array<std::string_view, 11> cNames = {"",          "data",       
                                                      "enum",      "enumerator", "typedef",  "macro",
                                                      "namespace", "keyword",    "local"};
 
-// Classes that were read from a cache have neither kind nor line.
-RowKind KindOf(const TagItem& item) {
-  if (item.kind == 0) return RowKind::cClass;
-  const auto isSame = [&](const LetterRow& row) { return row.letter == item.kind; };
-  const auto row = std::find_if(cLetters.begin(), cLetters.end(), isSame);
-  return row == cLetters.end() ? RowKind::cFunction : row->kind;
-}
-
 }  // namespace
 
 const CompletionRow* CompletionList::Find(std::string_view name) const {
@@ -52,24 +44,38 @@ const CompletionRow* CompletionList::Find(std::string_view name) const {
   return row != rows.end() && row->name == name ? &*row : nullptr;
 }
 
+// Classes that were read from a cache have neither kind nor line.
+RowKind KindOf(const TagItem& item) {
+  if (item.kind == 0) return RowKind::cClass;
+  const auto isSame = [&](const LetterRow& row) { return row.letter == item.kind; };
+  const auto row = std::find_if(cLetters.begin(), cLetters.end(), isSame);
+  return row == cLetters.end() ? RowKind::cFunction : row->kind;
+}
+
 CompletionRow RowOf(const TagItem& item) {
   CompletionRow row{item.name, KindOf(item), item.type, item.signature, {}};
-  // A class has its alias there.
-  if (row.kind == RowKind::cClass) row.signature.clear();
+  if (row.kind == RowKind::cClass) {
+    // A class has its alias there, and its name has those of the classes around it.
+    row.signature.clear();
+    row.name.erase(0, row.name.rfind(':') + 1);
+  }
   if (item.owner) row.owner = item.owner->name;
   return row;
 }
 
+// Rows are large, so that pointers to them are sorted.
 void Tidy(std::vector<CompletionRow>& rows) {
-  std::erase_if(rows, [](const CompletionRow& row) {
-    return row.name.empty() || row.name.find(' ') != std::string::npos;
-  });
-  std::stable_sort(rows.begin(), rows.end(),
-                   [](const CompletionRow& a, const CompletionRow& b) { return a.name < b.name; });
-  const auto isSame = [](const CompletionRow& a, const CompletionRow& b) {
-    return a.name == b.name;
-  };
-  rows.erase(std::unique(rows.begin(), rows.end(), isSame), rows.end());
+  std::vector<CompletionRow*> sorted;
+  for (CompletionRow& row : rows)
+    if (!row.name.empty() && row.name.find(' ') == std::string::npos) sorted.push_back(&row);
+  std::stable_sort(
+      sorted.begin(), sorted.end(),
+      [](const CompletionRow* a, const CompletionRow* b) { return a->name < b->name; });
+  std::vector<CompletionRow> tidy;
+  tidy.reserve(sorted.size());
+  for (CompletionRow* row : sorted)
+    if (tidy.empty() || tidy.back().name != row->name) tidy.push_back(std::move(*row));
+  rows = std::move(tidy);
 }
 
 std::string ListText(const std::vector<CompletionRow>& rows) {

@@ -42,6 +42,8 @@ struct CompletionList {
   const CompletionRow* Find(std::string_view name) const;
 };
 
+// The kind of a tag.
+RowKind KindOf(const TagItem& item);
 CompletionRow RowOf(const TagItem& item);
 
 // Sorts the rows by their names and keeps the first of each name. Rows whose names contain a blank

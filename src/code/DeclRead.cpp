@@ -58,11 +58,12 @@ int ReadInit(const CodeTokens& tokens, CodeDecl& decl, StepBudget& budget) {
 
 // A name with its type directly before it.
 std::optional<CodeDecl> TypedDeclaration(const CodeTokens& tokens, int name, StepBudget& budget) {
-  int at = TypeStart(tokens, name);
-  if (at < 0) return std::nullopt;
+  const int begin = TypeStart(tokens, name);
+  if (begin < 0) return std::nullopt;
+  int at = begin;
   std::optional<TypeText> type = ReadType(tokens, at);
   if (!type) return std::nullopt;
-  CodeDecl decl{*type, name};
+  CodeDecl decl{*type, name, begin};
   decl.type.pointers = ReadPointers(tokens, at);
   if (at != name) return std::nullopt;
   ReadInit(tokens, decl, budget);
@@ -73,13 +74,14 @@ std::optional<CodeDecl> TypedDeclaration(const CodeTokens& tokens, int name, Ste
 
 // A later name of a list: "Foo a(1), *b".
 std::optional<CodeDecl> ListedDeclaration(const CodeTokens& tokens, int name, StepBudget& budget) {
-  int at = StatementStart(tokens, name, budget);
+  const int begin = StatementStart(tokens, name, budget);
+  int at = begin;
   const bool isAlias = tokens.Is(at, "typedef");
   if (isAlias) ++at;
   const std::optional<TypeText> type = ReadType(tokens, at);
   if (!type) return std::nullopt;
   while (at <= name && budget.Take()) {
-    CodeDecl decl{*type, at};
+    CodeDecl decl{*type, at, begin};
     decl.type.pointers = ReadPointers(tokens, at);
     decl.name = at;
     decl.isAlias = isAlias;
@@ -102,7 +104,7 @@ std::optional<CodeDecl> BracketedDeclaration(const CodeTokens& tokens, int name,
     if (tokens.Is(open--, ",")) ++before;
   }
   if (!tokens.Is(open, "[")) return std::nullopt;
-  CodeDecl decl{TypeOfName("auto"), name};
+  CodeDecl decl{TypeOfName("auto"), name, open};
   if (tokens.Is(name + 1, "=")) {
     decl.initBegin = name + 2;
     decl.initEnd = InitEnd(tokens, name + 2, budget);
@@ -114,6 +116,7 @@ std::optional<CodeDecl> BracketedDeclaration(const CodeTokens& tokens, int name,
   if (!tokens.Is(type, "auto") || close < 0 || !tokens.IsOneOf(close + 1, "= : { ("))
     return std::nullopt;
   const bool isGroup = tokens.IsOpening(close + 1);
+  decl.begin = type;
   decl.binding = before;
   decl.isRange = tokens.Is(close + 1, ":");
   decl.initBegin = close + 2;
@@ -125,19 +128,10 @@ std::optional<CodeDecl> UsingDeclaration(const CodeTokens& tokens, int name) {
   int at = name + 2;
   const std::optional<TypeText> type = ReadType(tokens, at);
   if (!type) return std::nullopt;
-  CodeDecl decl{*type, name};
+  CodeDecl decl{*type, name, name - 1};
   decl.type.pointers = ReadPointers(tokens, at);
   decl.isAlias = true;
   return decl;
-}
-
-// The token before the block that ends here and before the parameters of its function.
-int BeforeBlock(const CodeTokens& tokens, int close) {
-  int at = tokens.Partner(close) - 1;
-  int word = at;
-  while (tokens.IsOneOf(word, cAfterParameters)) --word;
-  if (tokens.Is(word, ")") && tokens.IsClosing(word)) at = tokens.Partner(word) - 1;
-  return at;
 }
 
 }  // namespace
@@ -191,6 +185,14 @@ std::optional<CodeDecl> FindDeclaration(const CodeTokens& tokens, std::string_vi
     if (auto decl = DeclarationAt(tokens, at, budget)) return decl;
   }
   return std::nullopt;
+}
+
+int BeforeBlock(const CodeTokens& tokens, int close) {
+  int at = tokens.Partner(close) - 1;
+  int word = at;
+  while (tokens.IsOneOf(word, cAfterParameters)) --word;
+  if (tokens.Is(word, ")") && tokens.IsClosing(word)) at = tokens.Partner(word) - 1;
+  return at;
 }
 
 std::vector<std::string> TemplateParameters(const CodeTokens& tokens, int name) {

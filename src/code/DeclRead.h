@@ -12,6 +12,7 @@ namespace zendry {
 struct CodeDecl {
   TypeText type;      // as written, with the pointers and "[]" of this name; "auto" stays so
   int name = 0;       // the token that is declared
+  int begin = 0;      // the token where the type begins
   int initBegin = 0;  // tokens of the initial value; equal without one
   int initEnd = 0;
   bool isRange = false;  // the initial value is the range of a "for"
@@ -31,6 +32,8 @@ std::optional<CodeDecl> FindDeclaration(const CodeTokens& tokens, std::string_vi
 int StatementStart(const CodeTokens& tokens, int index, StepBudget& budget);
 // The first token of the type that ends directly before the token `end`; -1 without one.
 int TypeStart(const CodeTokens& tokens, int end);
+// The token before the block that ends with this "}", and before the parameters of its function.
+int BeforeBlock(const CodeTokens& tokens, int close);
 
 // The names of the template parameters of the class whose name is the token at `name`.
 std::vector<std::string> TemplateParameters(const CodeTokens& tokens, int name);

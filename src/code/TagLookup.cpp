@@ -13,6 +13,8 @@ namespace {
 constexpr int cFunction = 'f';
 constexpr int cPrototype = 'p';
 constexpr int cClass = 'c';
+constexpr int cStruct = 's';
+constexpr int cUnion = 'u';
 constexpr int cNamespace = 'n';
 constexpr int cEnumerator = 'e';
 constexpr std::string_view cLibraryNamespace = "std";
@@ -20,6 +22,10 @@ constexpr std::string_view cLibraryNamespace = "std";
 // True for the definition of a member outside of its class; the declaration inside is used instead.
 bool IsOuterDefinition(const TagItem& item) {
   return item.kind == cFunction && item.access == 0;
+}
+
+bool IsClassKind(int kind) {
+  return kind == cClass || kind == cStruct || kind == cUnion;
 }
 
 // Takes the last name off a list of bases.
@@ -205,8 +211,7 @@ void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
       if (member.kind == cEnumerator) list(member, index.Modules()[number]);
   const auto namespaces = index.AllGlobals().find(name);
   if (namespaces == index.AllGlobals().end()) {
-    if (TagData* library = sources.Library(); library && name == cLibraryNamespace)
-      for (auto& [key, record] : library->classes) list(record, nullptr);
+    listLibrary(out, name, prefix);
     return;
   }
   for (const auto& [number, record] : namespaces->second) {
@@ -223,7 +228,51 @@ void TagLookup::listGlobals(std::vector<TagItem*>& out, std::string_view prefix)
   EnsureIndex();
   ListNames(out, index, index.AllGlobals(), prefix, [](const auto&) { return true; });
   ListNames(out, index, index.AllClasses(), prefix,
-            [](const auto& place) { return place.record->kind == cClass; });
+            [](const auto& place) { return IsClassKind(place.record->kind); });
+  ListNames(out, index, index.AllEnumerators(), prefix, [](const auto&) { return true; });
+}
+
+void TagLookup::listNestedClasses(std::vector<TagItem*>& out, std::string_view className,
+                                  std::string_view prefix) {
+  EnsureIndex();
+  const auto records = [&](std::string_view name) {
+    TagClass* found = ClassOf(name);
+    if (!found) return RecordsOf(nullptr);
+    const std::string inside = found->name + "::";
+    const auto isListed = [&](const auto& place) {
+      return IsClassKind(place.record->kind) &&
+             place.record->name.find("::", inside.size()) == std::string::npos;
+    };
+    ListNames(out, index, index.AllClasses(), inside + std::string(prefix), isListed);
+    return RecordsOf(found);
+  };
+  ClassWalk walk(records, [](TagClass&, TagItem&) { return false; });
+  walk.Walk(className, 0);
+}
+
+// The definition of a library names a folder beside it for its headers: that of the standard
+// library is "stl", others are called like their namespace.
+void TagLookup::listLibrary(std::vector<TagItem*>& out, std::string_view nameSpace,
+                            std::string_view prefix) {
+  TagData* library = sources.Library();
+  if (!library) return;
+  const bool isStandard = nameSpace == cLibraryNamespace;
+  const std::string folder = "/" + std::string(isStandard ? "stl" : nameSpace) + "/";
+  const auto isOfIt = [&](const TagItem& item) {
+    const auto isItsHeader = [&](const HeaderRec& header) { return header.id == item.fileId; };
+    const auto header = std::find_if(library->headers.begin(), library->headers.end(), isItsHeader);
+    return header == library->headers.end() ? isStandard
+                                            : header->path.find(folder) != std::string::npos;
+  };
+  auto& classes = library->classes;
+  for (auto at = classes.lower_bound(prefix); at != classes.end() && at->first.starts_with(prefix);
+       ++at) {
+    TagClass& record = at->second;
+    if (record.name.find("::") != std::string::npos || !isOfIt(record)) continue;
+    record.module = nullptr;
+    record.owner = nullptr;
+    out.push_back(&record);
+  }
 }
 
 }  // namespace zendry

@@ -45,9 +45,15 @@ class TagLookup {
   // found is logged.
   void listMembers(std::vector<TagItem*>& out, std::string_view className, std::string_view prefix,
                    int depth = 0);
-  // Appends the first global and then the first class (of kind "class") of each name with this
-  // prefix in the project, in the order of names.
+  // Appends the first global, then the first class, struct or union, and then the first enumerator
+  // of each name with this prefix in the project, in the order of names.
   void listGlobals(std::vector<TagItem*>& out, std::string_view prefix);
+  // Appends the classes that are declared directly inside of a class or its bases and whose own
+  // names begin with `prefix`.
+  void listNestedClasses(std::vector<TagItem*>& out, std::string_view className,
+                         std::string_view prefix);
+  // Appends the classes with this prefix of the reference library with that namespace.
+  void listLibrary(std::vector<TagItem*>& out, std::string_view nameSpace, std::string_view prefix);
 
   // Appends the names with this prefix in a scope that isn't a class: the enumerators that are kept
   // under its name, the globals and classes that come after the beginning of a namespace of that

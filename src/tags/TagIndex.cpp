@@ -6,6 +6,8 @@ namespace zendry {
 
 namespace {
 
+constexpr int cEnumerator = 'e';
+
 template <class Record>
 bool IsBefore(const TagIndex::Place<Record>& place, int module) {
   return place.module < module;
@@ -90,6 +92,7 @@ void TagIndex::Update(const std::vector<TagData*>& newModules) {
   if (!sameModules) {
     globals.clear();
     classes.clear();
+    enumerators.clear();
     files.clear();
     modules = newModules;
     entries.assign(modules.size(), {});
@@ -109,6 +112,12 @@ void TagIndex::Renote(int module) {
   for (TagItem& item : tags.globals) ofGlobals.Note(item.name, item);
   Renoting<TagClass> ofClasses(classes, module, entry.classes);
   for (auto& [key, record] : tags.classes) ofClasses.Note(record.name, record);
+  Renoting<TagItem> ofEnumerators(enumerators, module, entry.enumerators);
+  for (auto& [key, record] : tags.classes) {
+    if (record.line >= 0) continue;
+    for (TagItem& member : record.members)
+      if (member.kind == cEnumerator) ofEnumerators.Note(member.name, member);
+  }
   Renoting<TagData>(files, module, entry.files).Note(tags.fileName, tags);
 }
 

@@ -40,6 +40,8 @@ class TagIndex {
   // The places of all names, in their order.
   const Places<TagItem>& AllGlobals() const { return globals; }
   const Places<TagClass>& AllClasses() const { return classes; }
+  // The enumerators of enums that are in no class.
+  const Places<TagItem>& AllEnumerators() const { return enumerators; }
 
  private:
   // The index's entries for one module.
@@ -47,6 +49,7 @@ class TagIndex {
     uint64_t generation = 0;
     std::vector<Places<TagItem>::iterator> globals;
     std::vector<Places<TagClass>::iterator> classes;
+    std::vector<Places<TagItem>::iterator> enumerators;
     std::vector<Places<TagData>::iterator> files;
   };
 
@@ -57,6 +60,7 @@ class TagIndex {
   uint64_t latest = 0;  // generation up to which the entries are true
   Places<TagItem> globals;
   Places<TagClass> classes;
+  Places<TagItem> enumerators;
   Places<TagData> files;  // modules by their file names
 };
 

@@ -73,7 +73,14 @@ class NaiveWalk {
         if (item.name.starts_with(prefix)) out.push_back(&item);
     for (zendry::TagData* module : sources.Modules())
       for (auto& [key, record] : module->classes)
-        if (record.kind == 'c' && record.name.starts_with(prefix)) out.push_back(&record);
+        if (std::string_view("csu").find(static_cast<char>(record.kind)) < 3 &&
+            record.name.starts_with(prefix))
+          out.push_back(&record);
+    for (zendry::TagData* module : sources.Modules())
+      for (auto& [key, record] : module->classes)
+        for (zendry::TagItem& item : record.members)
+          if (record.line < 0 && item.kind == 'e' && item.name.starts_with(prefix))
+            out.push_back(&item);
   }
 
  private:

@@ -174,7 +174,7 @@ TEST_F(CodeIntelligence, Classes) {
 }
 
 TEST_F(CodeIntelligence, FreeNames) {
-  EXPECT_EQ(InFunction("fin@"), "findPoint?2");
+  EXPECT_EQ(InFunction("find@"), "findPoint?2");
   EXPECT_EQ(InFunction("Sha@"), "Shape?3");
   EXPECT_EQ(Complete("void Shape::draw(int depth) {\n  dr@\n}\n"), "draw?2");
 }

@@ -221,7 +221,7 @@ TEST_F(CompletionTest, FreeName_ListsMembersGlobalsAndClasses) {
 TEST_F(CompletionTest, FreeName_FirstOfEqualNamesIsTheMember) {
   stores.Module("b.cpp").globals = {Tag("next", 'v'), Tag("other", 'v')};
   stores.Changed();
-  EXPECT_EQ(Complete(InMethod("ne@")), "next?1|ne");
+  EXPECT_EQ(Complete(InMethod("ne@")), "new?9 next?1|ne");
   EXPECT_EQ(Complete(InMethod("ot@")), "other?1|ot");
 }
 
@@ -230,7 +230,7 @@ TEST_F(CompletionTest, FreeNameOutsideOfAClass_ListsNoMembers) {
 }
 
 TEST_F(CompletionTest, OneLetter_ShowsItsNames) {
-  EXPECT_EQ(Complete(InMethod("m@")), "main?2 moveTo?2|m");
+  EXPECT_EQ(Complete(InMethod("m@")), "main?2 moveTo?2 mutable?9|m");
 }
 
 TEST_F(CompletionTest, OneSign_ShowsNothing) {

@@ -386,7 +386,7 @@ TEST_F(ExprTypesTest, NestedClassesAndScopes) {
       {"Derived d;\n  d.inner.deep.@", cPoint},
       {"Derived d;\n  (&d)->inner.deep.x@", "x?1"},
       {"auto i = Derived().inner;\n  i.deep.@", cPoint},
-      {"ns::Outer::@", "inner?1"},
+      {"ns::Outer::@", "Inner?3 inner?1"},
       {"ns::Outer::in@", "inner?1"},
       {"Outer::Inner::@", "deep?1"},
       {"Shape::In@", "Instance?2"},

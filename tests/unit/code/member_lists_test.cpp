@@ -58,7 +58,7 @@ TEST_F(MemberLists, OfAnOuterClass_HaveAllItsMembers) {
 
 TEST_F(MemberLists, BehindTheScopeAtFileLevel_HaveAllWithConstructors) {
   EXPECT_EQ(Names("void Shape::@\n"),
-            "Base Shape draw guarded hidden inner open own secret ~Base ~Shape");
+            "Base Part Shape draw guarded hidden inner open own secret ~Base ~Shape");
 }
 
 TEST_F(MemberLists, NamesOfPrivateTypes_EndLikeTheirClass) {

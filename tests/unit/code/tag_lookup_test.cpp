@@ -292,13 +292,20 @@ TEST_F(TagLookupTest, ListGlobals_FirstOfEachNameThenClasses) {
   EXPECT_EQ(Globals("fz"), "");
 }
 
-TEST_F(TagLookupTest, ListGlobals_TakesClassesOnly) {
+TEST_F(TagLookupTest, ListGlobals_TakesWhatIsDeclaredAsAClass) {
   stores.Class("S").kind = 's';
   stores.Class("U").kind = 'u';
   stores.Class("M", -1);
   stores.Class("C");
   stores.Changed();
-  EXPECT_EQ(Globals(""), "a.cpp:C ");
+  EXPECT_EQ(Globals(""), "a.cpp:C a.cpp:S a.cpp:U ");
+}
+
+TEST_F(TagLookupTest, ListGlobals_TakesTheEnumeratorsOfEnumsInNoClass) {
+  stores.Class("E", -1).members = {Tag("red", 'e'), Tag("size", 'm')};
+  stores.Class("C").members = {Tag("blue", 'e')};
+  stores.Changed();
+  EXPECT_EQ(Globals(""), "a.cpp:C a.cpp:red ");
 }
 
 TEST_F(TagLookupTest, ListGlobals_ClearsTheOwner) {

@@ -1,0 +1,149 @@
+#include "code/LocalNames.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "code/CodeTokens.h"
+#include "code/DeclRead.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr int cDeclarationCost = 20;  // steps for reading one
+constexpr std::string_view cBeforeDeclaration =
+    "; { } ( [ ] > , : class const constexpr constinit enum extern inline long register short "
+    "signed static struct thread_local typedef typename union unsigned volatile";
+constexpr std::string_view cAfterParameters = "const noexcept override final mutable try";
+constexpr std::string_view cControls = "for if switch while";
+constexpr std::string_view cCatch = "catch";
+constexpr std::string_view cScopes = "class enum extern namespace struct union";
+constexpr std::string_view cOpening = "( [ {";
+
+// Reads the tokens before the caret backward, and out of the blocks around it.
+class LocalReader {
+ public:
+  explicit LocalReader(const CodeTokens& theTokens) : tokens(theTokens) {}
+
+  std::vector<CompletionRow> Read() {
+    int at = tokens.Count() - 1;
+    bool inStatement = true;
+    while (at >= 0 && budget.Take()) {
+      const size_t before = rows.size();
+      at = ReadInside(at, inStatement);
+      const bool isBlock = tokens.Is(at, "{");
+      if (at < 0 || (isBlock && IsScope(at)) || (!isBlock && !IsControl(at))) rows.resize(before);
+      if (isBlock && IsScope(at)) break;
+      if (isBlock) at = ReadHead(at);
+      inStatement = true;
+      if (!isBlock) --at;
+    }
+    return std::move(rows);
+  }
+
+ private:
+  bool IsOpen(int at) const { return tokens.IsOneOf(at, cOpening) && tokens.Partner(at) < 0; }
+  bool IsControl(int open) const { return tokens.IsOneOf(open - 1, cControls) || IsCatch(open); }
+  bool IsCatch(int open) const { return tokens.Is(open - 1, cCatch); }
+
+  // Notes what is declared between the caret, or an inner bracket, and the bracket that is open
+  // there. Returns that bracket; -1 at the beginning of the text.
+  int ReadInside(int at, bool inStatement) {
+    for (; at >= 0 && budget.Take(); --at) {
+      if (IsOpen(at)) return at;
+      if (tokens.Is(at, "}") && tokens.IsClosing(at)) {
+        at = BeforeBlock(tokens, at) + 1;
+        inStatement = false;
+      } else if (tokens.Is(at, ")") && tokens.IsClosing(at)) {
+        const int open = tokens.Partner(at);
+        if (inStatement && IsControl(open)) ReadGroup(open, at);
+        at = open;
+      } else if (tokens.Is(at, ";")) {
+        inStatement = false;
+      } else {
+        Note(at, false);
+      }
+    }
+    return -1;
+  }
+
+  // What is declared between a pair of parentheses.
+  void ReadGroup(int open, int close) {
+    const bool needsValue = tokens.IsOneOf(open - 1, cControls);
+    for (int at = close - 1; at > open && budget.Take(); --at) {
+      const bool isGroup = tokens.IsClosing(at) && !tokens.Is(at, "]");
+      if (isGroup)
+        at = tokens.Partner(at);
+      else
+        Note(at, needsValue);
+    }
+  }
+
+  // What is declared before the "{" of a block: parameters, captures, variables of a loop. Returns
+  // the last token of the statement before it.
+  int ReadHead(int brace) {
+    const size_t before = rows.size();
+    int at = brace - 1;
+    for (; at >= 0 && budget.Take(); --at) {
+      if (IsOpen(at) || tokens.Is(at, ";")) return at;
+      if (tokens.Is(at, "}") && !IsMemberValue(at, brace)) return at;
+      if (tokens.Is(at, ":")) {
+        // The members that a constructor initialises are before its parameters.
+        if (!tokens.Is(at - 1, ")")) return at;
+        rows.resize(before);
+      } else if (tokens.Is(at, ")") && tokens.IsClosing(at)) {
+        const int open = tokens.Partner(at);
+        ReadGroup(open, at);
+        at = open;
+      } else if (tokens.IsClosing(at) && !tokens.Is(at, "]")) {
+        at = tokens.Partner(at);
+      } else if (!tokens.Is(at + 1, "(")) {
+        Note(at, false);
+      }
+    }
+    return at;
+  }
+
+  // True for the end of "a{1}" among the members that a constructor initialises.
+  bool IsMemberValue(int close, int brace) const {
+    if (tokens.Is(close + 1, ",")) return true;
+    const int name = tokens.Partner(close) - 1;
+    return close + 1 == brace && tokens.IsWord(name) && tokens.IsOneOf(name - 1, ", :");
+  }
+
+  // True for the block of a class, an enum or a namespace.
+  bool IsScope(int brace) const {
+    int last = brace - 1;
+    while (tokens.IsOneOf(last, cAfterParameters) && !tokens.Is(last, "final")) --last;
+    if (tokens.IsOneOf(last, ") =")) return false;
+    for (int at = last; at >= 0; --at) {
+      if (tokens.IsOneOf(at, "; { } (")) return false;
+      if (tokens.IsOneOf(at, cScopes)) return true;
+      if (tokens.IsClosing(at)) at = tokens.Partner(at);
+    }
+    return false;
+  }
+
+  void Note(int at, bool needsValue) {
+    if (!tokens.IsWord(at) || !budget.Take(cDeclarationCost)) return;
+    const std::optional<CodeDecl> decl = DeclarationAt(tokens, at, budget);
+    if (!decl || (needsValue && decl->initBegin == decl->initEnd)) return;
+    const bool isCapture = tokens.Is(decl->begin, "[");
+    const bool isFirst = decl->begin == 0 || tokens.IsOneOf(decl->begin - 1, cBeforeDeclaration);
+    if (!isCapture && !isFirst) return;
+    const RowKind kind = decl->isAlias ? RowKind::cTypedef : RowKind::cLocal;
+    rows.push_back({std::string(tokens.Text(at)), kind, Print(decl->type), {}, {}});
+  }
+
+  const CodeTokens& tokens;
+  StepBudget budget;
+  std::vector<CompletionRow> rows;
+};
+
+}  // namespace
+
+std::vector<CompletionRow> LocalNames(const CodeTokens& tokens) {
+  return LocalReader(tokens).Read();
+}
+
+}  // namespace zendry
