@@ -56,8 +56,11 @@ void LspFolder::EnsureOpen() {
   completion.wizard.tags.EnsureIndex();
 }
 
+// Some clients name the home folder when they know no better.
 void LspFolder::OpenSources() {
   const bool hasCommands = mavro::FileExists(root + cCommandsName);
+  if (!hasCommands && root == mavro::ProfileFolder())
+    return log(root + ": the home folder isn't read; open the folder of a project");
   const LspSources found =
       hasCommands ? SourcesOfCommands(root + cCommandsName, root) : SourcesBelow(root);
   if (!found.note.empty()) log(found.note);

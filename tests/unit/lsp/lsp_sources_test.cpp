@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "LspTalk.h"
+#include "ScopedHome.h"
 #include "TempFolder.h"
 
 namespace zendry {
@@ -101,6 +102,14 @@ TEST_F(LspSourcesTest, ProjectFile_GoesBeforeCommands_CommandsBeforeTheWalk) {
   folder.Write("own.cpp", "class OnlyOwn { int a; };\n");
   Project("own.zpj", "own.cpp");
   EXPECT_EQ(Known(folder.Path()), "OnlyOwn ");
+}
+
+TEST_F(LspSourcesTest, HomeFolder_IsNotWalked) {
+  folder.Write("walked.cpp", "class OnlyWalked { int a; };\n");
+  const test::ScopedHome home(folder.Path());
+  EXPECT_EQ(Known(folder.Path()), "");
+  folder.Write("sub/walked.cpp", "class OnlyBelow { int a; };\n");
+  EXPECT_EQ(Known(folder.Path("sub")), "OnlyBelow ");
 }
 
 TEST_F(LspSourcesTest, NothingIsWritten) {
