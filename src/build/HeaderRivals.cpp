@@ -1,8 +1,10 @@
 #include "build/HeaderRivals.h"
 
+#include <dirent.h>
+
 #include <algorithm>
 #include <filesystem>
-#include <system_error>
+#include <memory>
 
 #include "FilePath.h"
 #include "base/Paths.h"
@@ -25,6 +27,15 @@ std::string Argument(std::string_view text) {
       argument += c;
   }
   return argument;
+}
+
+std::unordered_set<std::string> NamesIn(const std::string& folder) {
+  std::unordered_set<std::string> names;
+  const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(folder.empty() ? "." : folder.c_str()),
+                                                   closedir);
+  if (!stream) return names;
+  while (const dirent* entry = readdir(stream.get())) names.insert(entry->d_name);
+  return names;
 }
 
 }  // namespace
@@ -51,10 +62,12 @@ std::string HeaderRivals::Plain(const std::string& path) {
 }
 
 uint32_t HeaderRivals::NumberOf(const std::string& folder) {
-  const auto [number, isNew] = numbers.emplace(Plain(folder.empty() ? "" : folder + "/"),
-                                               static_cast<uint32_t>(numbers.size()));
+  const auto [known, isNewSpelling] = spellings.try_emplace(folder);
+  if (!isNewSpelling) return known->second;
+  const auto [number, isNew] =
+      numbers.emplace(Plain(folder.empty() ? "" : folder + "/"), numbers.size());
   if (isNew) rivals.clear();
-  return number->second;
+  return known->second = number->second;
 }
 
 const std::vector<HeaderRivals::Rival>& HeaderRivals::Of(const std::string& path) {
@@ -75,12 +88,7 @@ const std::vector<HeaderRivals::Rival>& HeaderRivals::Of(const std::string& path
 bool HeaderRivals::Exists(const std::string& path) {
   const std::string folder = mavro::FolderOf(path);
   const auto [listing, isNew] = listings.try_emplace(folder);
-  if (isNew) {
-    std::error_code error;
-    std::filesystem::directory_iterator entry(folder.empty() ? "." : folder, error);
-    for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
-      listing->second.insert(entry->path().filename().string());
-  }
+  if (isNew) listing->second = NamesIn(folder);
   return listing->second.contains(path.substr(folder.size()));
 }
 

@@ -39,6 +39,7 @@ class HeaderRivals {
 
   std::string here;  // the current folder with "/"
   std::map<std::string, uint32_t> numbers;
+  std::unordered_map<std::string, uint32_t> spellings;  // of folders
   std::unordered_map<std::string, std::vector<Rival>> rivals;
   std::unordered_map<std::string, std::unordered_set<std::string>> listings;
 };
