@@ -5,7 +5,7 @@
 
 namespace zendry {
 
-// The path of a local file's address, "file:///home/a%20b.cpp"; empty for any other text.
+// The path of a local file's address, "file:///p/a%20b.cpp"; empty for any other text.
 std::string PathOfUri(std::string_view uri);
 
 // The address of a file. `path` is absolute.
