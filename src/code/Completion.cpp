@@ -155,8 +155,7 @@ CompletionList Completion::Complete(const CaretText& editor, std::string_view le
   const bool leadsElsewhere = LeadsElsewhere(items, leftOfCaret);
   list.rows = RowsOf(editor, std::move(items), place, list.typed);
   if (leadsElsewhere) CompleteByTypes(editor, place, list);
-  Tidy(list.rows);
-  list.selected = LastTaken(list.rows);
+  Finish(list);
   return list;
 }
 
@@ -171,8 +170,7 @@ CompletionList Completion::CompleteFreely(const CaretText& editor, const std::st
   for (CompletionRow& row : RowsOf(editor, std::move(items), place, typed))
     list.rows.push_back(std::move(row));
   AddKnownNames(list.rows, wizard.tags, tokens, editor.Path(), place.scope, typed);
-  Tidy(list.rows);
-  list.selected = LastTaken(list.rows);
+  Finish(list);
   return list;
 }
 
@@ -243,16 +241,19 @@ void Completion::NoteTaken(const CompletionRow& row) {
   taken.push_back(row);
 }
 
-size_t Completion::LastTaken(const std::vector<CompletionRow>& rows) const {
+const CompletionRow* Completion::LastTaken(const CompletionList& list,
+                                           std::string_view typed) const {
   for (auto row = taken.rbegin(); row != taken.rend(); ++row) {
-    const auto isBefore = [](const CompletionRow& a, const CompletionRow& b) {
-      return a.name < b.name;
-    };
-    const auto found = std::lower_bound(rows.begin(), rows.end(), *row, isBefore);
-    if (found != rows.end() && found->name == row->name && found->owner == row->owner)
-      return static_cast<size_t>(found - rows.begin());
+    const CompletionRow* found = row->name.starts_with(typed) ? list.Find(row->name) : nullptr;
+    if (found && found->owner == row->owner) return found;
   }
-  return 0;
+  return nullptr;
+}
+
+void Completion::Finish(CompletionList& list) const {
+  Tidy(list.rows);
+  if (const CompletionRow* row = LastTaken(list, list.typed))
+    list.selected = static_cast<size_t>(row - list.rows.data());
 }
 
 std::optional<CallTip> Completion::callTipAt(const CaretText& editor) {

@@ -43,6 +43,8 @@ class Completion {
   // Notes that the user has taken a row of a list. Until the end of the session, lists that have
   // this row select it first.
   void NoteTaken(const CompletionRow& row);
+  // The row of these names taken last among those that begin with `typed`; null without one.
+  const CompletionRow* LastTaken(const CompletionList& list, std::string_view typed) const;
   // The list as the editor's text: gives it for the text left of the caret, and in `text` the part
   // of the name that has been typed already. False when there is nothing to show.
   bool getCompletion(const CaretText& editor, std::string& text, std::string& list);
@@ -69,7 +71,7 @@ class Completion {
   std::vector<CompletionRow> RowsOf(const CaretText& editor, Items items, const Place& place,
                                     std::string_view prefix);
   void AddNestedClasses(Items& items, std::string_view scope, std::string_view prefix);
-  size_t LastTaken(const std::vector<CompletionRow>& rows) const;
+  void Finish(CompletionList& list) const;
 
   CodeSources& sources;
   std::vector<CompletionRow> taken;  // the last one last

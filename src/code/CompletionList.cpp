@@ -89,6 +89,17 @@ std::string ListText(const std::vector<CompletionRow>& rows) {
   return text;
 }
 
+std::string ShortNote(const CompletionRow& row) {
+  return row.type.empty() ? std::string(NameOf(row.kind)) : row.type;
+}
+
+std::string LongNote(const CompletionRow& row) {
+  if (row.signature.empty()) return {};
+  std::string note = row.type.empty() ? "" : row.type + " ";
+  if (!row.owner.empty()) note += row.owner + "::";
+  return note + row.name + row.signature;
+}
+
 std::string_view NameOf(RowKind kind) {
   return cNames[static_cast<size_t>(kind)];
 }

@@ -54,6 +54,11 @@ void Tidy(std::vector<CompletionRow>& rows);
 // after it.
 std::string ListText(const std::vector<CompletionRow>& rows);
 
+// What a row says besides its name: the type, or the kind where there is none; and a function with
+// its class, its parameters and the type of its result, empty for other rows.
+std::string ShortNote(const CompletionRow& row);
+std::string LongNote(const CompletionRow& row);
+
 // The word that tells a row's kind: "function", "class".
 std::string_view NameOf(RowKind kind);
 

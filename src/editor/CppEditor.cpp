@@ -251,7 +251,28 @@ void CppEditor::AskForList() {
 
 bool CppEditor::getCompletion(std::string& text, std::string& list) {
   EditorHost* host = tab.Host();
-  return host && host->CodeCompletion().getCompletion(liveText, text, list);
+  if (!host) return false;
+  names = host->CodeCompletion().Complete(liveText, text);
+  text = names.typed;
+  list = ListText(names.rows);
+  return !list.empty();
+}
+
+mavro::ListNote CppEditor::getListNote(const std::string& name) {
+  const CompletionRow* row = names.Find(name);
+  return row ? mavro::ListNote{ShortNote(*row), LongNote(*row)} : mavro::ListNote();
+}
+
+std::string CppEditor::getListChoice(const std::string& typed) {
+  EditorHost* host = tab.Host();
+  const CompletionRow* row = host ? host->CodeCompletion().LastTaken(names, typed) : nullptr;
+  return row ? row->name : std::string();
+}
+
+void CppEditor::onListTaken(const std::string& name) {
+  EditorHost* host = tab.Host();
+  const CompletionRow* row = names.Find(name);
+  if (host && row) host->CodeCompletion().NoteTaken(*row);
 }
 
 bool CppEditor::getCallTip(const std::string&, std::string& tip) {

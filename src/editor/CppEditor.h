@@ -7,6 +7,7 @@
 #include "SciEditor.h"
 #include "base/CaretText.h"
 #include "base/DiskStamp.h"
+#include "code/CompletionList.h"
 #include "editor/CodeIndent.h"
 #include "rescue/TextRescue.h"
 
@@ -83,6 +84,9 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   void onSavePointChanged() override;
   void onDwell(int position) override;
   bool getCompletion(std::string& text, std::string& list) override;
+  mavro::ListNote getListNote(const std::string& name) override;
+  std::string getListChoice(const std::string& typed) override;
+  void onListTaken(const std::string& name) override;
   bool getCallTip(const std::string& name, std::string& tip) override;
   void onUpdateUI() override;
   bool onAutoIndent(char typed) override;
@@ -125,6 +129,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   std::optional<size_t> storedDigest;   // of what that file holds, if known
   std::optional<DiskStamp> askedAbout;  // of another one that the user has been asked about
   std::array<mavro::MarkType, 4> marks;
+  CompletionList names;           // in the list that was opened last
   std::string storedName;         // name under which the text was last read or written
   unsigned long seenChanges = 0;  // change count when `parsed` was last reset
   long bytesChanged = 0;          // since the last call of rescue.Changed

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 
 #include "EditorColours.h"
@@ -52,6 +53,11 @@ struct AskedEditor : mavro::SciEditor {
     if (clearAsked) text.clear();
     return !offered.empty();
   }
+  mavro::ListNote getListNote(const std::string& name) override { return notes[name]; }
+  std::string getListChoice(const std::string& typed) override {
+    return choice.starts_with(typed) ? choice : "";
+  }
+  void onListTaken(const std::string& name) override { taken += "[" + name + "]"; }
   bool getCallTip(const std::string& name, std::string& tip) override {
     askedTips += "[" + name + "]";
     if (name != tipName) return false;
@@ -62,6 +68,8 @@ struct AskedEditor : mavro::SciEditor {
 
   mavro::EditorLanguage small = SmallLanguage();
   std::string offered, asked, askedTips, tipName = "foo", offeredTip, savePoints;
+  std::string choice, taken;
+  std::map<std::string, mavro::ListNote> notes;
   bool clearAsked = true;
   int textChanges = 0, updates = 0, dwelt = -1;
 };

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "ListNote.h"
 #include "NativeWindow.h"
 
 namespace mavro {
@@ -21,12 +22,13 @@ enum SciCode {
   SCN_DWELLSTART = 2016,
   SCN_DWELLEND = 2017,
   SCN_ZOOM = 2018,
-  cSciForeignText = 1,     // a text with letters beyond ASCII is about to be typed or pasted
-  cSciPaletteChanged = 2,  // the desktop's colours have changed
-  cSciWillType = 3,        // a letter is about to be typed
-  cSciTyped = 4,           // the letter was typed
-  cSciWillEnter = 5,       // the Enter key is about to be handled
-  cSciWillMove = 6         // a key that moves in a list is about to be handled
+  SCN_AUTOCCOMPLETED = 2030,  // a row of a list was taken
+  cSciForeignText = 1,        // a text with letters beyond ASCII is about to be typed or pasted
+  cSciPaletteChanged = 2,     // the desktop's colours have changed
+  cSciWillType = 3,           // a letter is about to be typed
+  cSciTyped = 4,              // the letter was typed
+  cSciWillEnter = 5,          // the Enter key is about to be handled
+  cSciWillMove = 6            // a key that moves in a list is about to be handled
 };
 
 // A notification with the data of its code; the other fields are 0.
@@ -40,7 +42,7 @@ struct SciNotification : NotifyHeader {
   int x = 0, y = 0;      // SCN_DWELLSTART
   unsigned message = 0;  // SCN_MACRORECORD
   unsigned long wParam = 0;
-  const char* text = nullptr;  // SCN_MACRORECORD
+  const char* text = nullptr;  // SCN_MACRORECORD, SCN_AUTOCCOMPLETED
 };
 
 enum class FaceKind { cProportional, cFixed };
@@ -65,6 +67,9 @@ class NativeSci : public NativeWindow {
   // True if a list can open at a byte. The component fails with a list whose place is on no screen,
   // as in a long line that is scrolled.
   virtual bool IsOnScreen(int position) const = 0;
+  // Called when a list has been opened: its rows show what `noteOf` says about their names. Without
+  // it the rows show only the names.
+  virtual void DressList(std::function<ListNote(const std::string& name)> noteOf) = 0;
   // True if the desktop's colours are dark now.
   virtual bool IsDark() const = 0;
   // The face of the desktop's fixed or proportional font.

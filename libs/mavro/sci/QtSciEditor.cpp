@@ -7,6 +7,7 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPixmap>
 #include <QScreen>
 #include <QWheelEvent>
@@ -14,6 +15,7 @@
 #include "NativeSci.h"
 #include "QtFactories.h"
 #include "QtSciAccess.h"
+#include "QtSciList.h"
 #include "SciMessages.h"
 #include "Virtual.h"
 
@@ -61,6 +63,7 @@ class SciWidget final : public QsciScintillaBase {
   explicit SciWidget(QWidget* parent) : QsciScintillaBase(parent) { InstallSciAccess(); }
 
   NativeSci* window = nullptr;
+  SciList list{*this, [this] { SendScintilla(SCI_AUTOCCOMPLETE); }};
   std::function<void()> onForeignText;
   std::function<void()> onPalette;
   std::function<void(int code)> onTyping;  // cSciWillType, cSciTyped
@@ -74,6 +77,18 @@ class SciWidget final : public QsciScintillaBase {
     if (prints && onTyping) onTyping(cSciWillType);
     QsciScintillaBase::keyPressEvent(event);
     if (prints && onTyping) onTyping(cSciTyped);
+  }
+
+  void mousePressEvent(QMouseEvent* event) override {
+    const auto time = static_cast<unsigned long>(event->timestamp());
+    if (list.IsRestOfClick(event->globalPosition().toPoint(), time)) return event->accept();
+    list.ForgetClick();
+    QsciScintillaBase::mousePressEvent(event);
+  }
+
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    if (list.HasClicked()) return event->accept();
+    QsciScintillaBase::mouseDoubleClickEvent(event);
   }
 
   void inputMethodEvent(QInputMethodEvent* event) override {
@@ -193,6 +208,10 @@ class SciWindow final : public NativeSci {
     sci->SendScintilla(message, static_cast<unsigned long>(number), picture);
   }
 
+  void DressList(std::function<ListNote(const std::string&)> noteOf) override {
+    sci->list.Dress(std::move(noteOf));
+  }
+
   bool IsOnScreen(int position) const override {
     const QPoint at(static_cast<int>(Send(SCI_POINTXFROMPOSITION, 0, position)),
                     static_cast<int>(Send(SCI_POINTYFROMPOSITION, 0, position)));
@@ -243,6 +262,13 @@ class SciWindow final : public NativeSci {
     QObject::connect(sci, &Sci::SCN_SAVEPOINTREACHED, &life,
                      [this] { SendCode(SCN_SAVEPOINTREACHED); });
     QObject::connect(sci, &Sci::SCN_SAVEPOINTLEFT, &life, [this] { SendCode(SCN_SAVEPOINTLEFT); });
+    QObject::connect(sci, &Sci::SCN_AUTOCCOMPLETED, &life,
+                     [this](const char* taken, int position, int, int) {
+                       SciNotification n;
+                       n.position = position;
+                       n.text = taken;
+                       Report(SCN_AUTOCCOMPLETED, n);
+                     });
     QObject::connect(sci, &Sci::SCN_ZOOM, &life, [this] { SendCode(SCN_ZOOM); });
     QObject::connect(sci, &Sci::SCN_UPDATEUI, &life, [this](int updated) {
       if (updated & SC_UPDATE_SELECTION) NotifyAccessCaret(*sci);

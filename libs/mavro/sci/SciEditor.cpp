@@ -21,6 +21,16 @@ void SciEditor::onTextWillChange(long, long, long) {}
 
 void SciEditor::onDwell(int) {}
 
+ListNote SciEditor::getListNote(const std::string&) {
+  return {};
+}
+
+std::string SciEditor::getListChoice(const std::string&) {
+  return {};
+}
+
+void SciEditor::onListTaken(const std::string&) {}
+
 bool SciEditor::getCompletion(std::string&, std::string&) {
   return false;
 }

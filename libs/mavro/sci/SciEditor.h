@@ -12,6 +12,7 @@
 #include "EditorLanguage.h"
 #include "EditorOptions.h"
 #include "FileText.h"
+#include "ListNote.h"
 #include "SciCommands.h"
 #include "SciMessages.h"
 #include "TextCodec.h"
@@ -61,8 +62,14 @@ class SciEditor : public Control {
   virtual void onSavePointChanged() {}
   virtual void onDwell(int position);
   // Lists the names that fit after `text`, the text left of the caret. The names have blanks
-  // between them; each has "?1" (a data member) or "?2" (any other name) after it.
+  // between them; each has "?" and the number of its picture after it, see cListPictures.
   virtual bool getCompletion(std::string& text, std::string& list);
+  // What the list of getCompletion shows about one of its names.
+  virtual ListNote getListNote(const std::string& name);
+  // The name to select in that list, when `typed` has been typed of it; empty for the first one.
+  virtual std::string getListChoice(const std::string& typed);
+  // Called when the user has taken a name of that list.
+  virtual void onListTaken(const std::string& name);
   virtual bool getCallTip(const std::string& name, std::string& tip);
   virtual void onUpdateUI() {}
   // Called after a typed character, when indentation by the language is on. A derived class that

@@ -1,5 +1,7 @@
 #include "SciImages.h"
 
+#include <iterator>
+
 namespace mavro {
 
 const char* const cBookmarkImage = R"xpm(/* XPM */
@@ -71,52 +73,50 @@ static const char *image[] = {
 };
 )xpm";
 
-const char* const cMemberImage = R"xpm(/* XPM */
-static const char *image[] = {
-"14 14 4 1",
-"  c None",
-". c #204A87",
-"o c #4A80C0",
-"w c #FFFFFF",
-"     ....     ",
-"   ..oooo..   ",
-"  .oooooooo.  ",
-" .oooooooooo. ",
-" .oooooooooo. ",
-".ooowwwwwwooo.",
-".ooowoowoowoo.",
-".ooowoowoowoo.",
-".ooowoowoowoo.",
-" .oowoowoowo. ",
-" .oooooooooo. ",
-"  .oooooooo.  ",
-"   ..oooo..   ",
-"     ....     "
-};
-)xpm";
+namespace {
 
-const char* const cNameImage = R"xpm(/* XPM */
-static const char *image[] = {
-"14 14 4 1",
-"  c None",
-". c #5C3566",
-"o c #8F6AA0",
-"w c #FFFFFF",
-"     ....     ",
-"   ..oooo..   ",
-"  .oooooooo.  ",
-" .oooooooooo. ",
-" .oooowwoooo. ",
-".oooowwwwoooo.",
-".ooowwwwwwooo.",
-".ooowwwwwwooo.",
-".oooowwwwoooo.",
-" .oooowwoooo. ",
-" .oooooooooo. ",
-"  .oooooooo.  ",
-"   ..oooo..   ",
-"     ....     "
+constexpr int cLetterRows = 6, cLetterColumns = 6;
+constexpr int cLetterTop = 4, cLetterLeft = 4;  // in the disc
+
+// A disc of this rim and ground with a letter on it.
+struct ListSign {
+  const char* rim;
+  const char* ground;
+  const char* letter[cLetterRows];
 };
-)xpm";
+
+constexpr ListSign cListSigns[cListPictures] = {
+    {"#204A87", "#4A80C0", {"      ", "ww ww ", "w w  w", "w w  w", "w w  w", "w w  w"}},
+    {"#5C3566", "#8F6AA0", {"  www ", " w    ", "wwww  ", " w    ", " w    ", " w    "}},
+    {"#8F5902", "#C17D11", {" www  ", "w   w ", "w     ", "w     ", "w   w ", " www  "}},
+    {"#3A6B0A", "#5E9A1E", {"wwwww ", "w     ", "wwww  ", "w     ", "w     ", "wwwww "}},
+    {"#3A6B0A", "#5E9A1E", {"      ", " www  ", "w   w ", "wwwww ", "w     ", " wwww "}},
+    {"#0B6566", "#258C8E", {"wwwww ", "  w   ", "  w   ", "  w   ", "  w   ", "  w   "}},
+    {"#A40000", "#CC3A3A", {" w w  ", "wwwww ", " w w  ", " w w  ", "wwwww ", " w w  "}},
+    {"#555753", "#7E827A", {"w   w ", "ww  w ", "w w w ", "w  ww ", "w   w ", "w   w "}},
+    {"#2E3436", "#646A68", {"w  w  ", "w w   ", "ww    ", "ww    ", "w w   ", "w  w  "}},
+    {"#204A87", "#4A80C0", {"      ", "w   w ", " w w  ", "  w   ", " w w  ", "w   w "}}};
+
+constexpr const char* cDisc[] = {
+    "     ....     ", "   ..oooo..   ", "  .oooooooo.  ", " .oooooooooo. ", " .oooooooooo. ",
+    ".oooooooooooo.", ".oooooooooooo.", ".oooooooooooo.", ".oooooooooooo.", " .oooooooooo. ",
+    " .oooooooooo. ", "  .oooooooo.  ", "   ..oooo..   ", "     ....     "};
+
+}  // namespace
+
+std::string ListPicture(int number) {
+  const ListSign& sign = cListSigns[number - 1];
+  std::string text = "/* XPM */\nstatic const char *image[] = {\n\"14 14 4 1\",\n\"  c None\",\n";
+  text += "\". c " + std::string(sign.rim) + "\",\n\"o c " + sign.ground;
+  text += "\",\n\"w c #FFFFFF\",\n";
+  for (int row = 0; row < static_cast<int>(std::size(cDisc)); ++row) {
+    std::string line = cDisc[row];
+    const int y = row - cLetterTop;
+    for (int x = 0; y >= 0 && y < cLetterRows && x < cLetterColumns; ++x)
+      if (sign.letter[y][x] == 'w') line[static_cast<size_t>(cLetterLeft + x)] = 'w';
+    text += "\"" + line + "\",\n";
+  }
+  return text + "};\n";
+}
 
 }  // namespace mavro

@@ -133,6 +133,9 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
       Send(SCI_CALLTIPCANCEL);
       editor.tipActive = false;
       break;
+    case SCN_AUTOCCOMPLETED:
+      if (offered == Offer::cNames && n.text) editor.onListTaken(n.text);
+      break;
     case SCN_ZOOM:
       ApplyLineNumbers();
       break;
@@ -142,6 +145,7 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
     case cSciWillType:
     case cSciTyped:
       WatchTyping(n.code);
+      if (n.code == cSciTyped) ChooseInList();
       break;
     case cSciWillEnter:
     case cSciWillMove:

@@ -75,7 +75,9 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void WatchListKey(int code);
   // True if the typed character belongs to no code.
   bool IsQuietHere(char typed);
-  void ShowList(size_t typed, const std::string& list);
+  // The names that the derived class has offered, or words of the text.
+  enum class Offer { cNames, cWords };
+  void ShowList(size_t typed, const std::string& list, Offer offer);
   void ShowTip(int position);
   IndentContext Context() const;
   void Indent(const std::vector<IndentChange>& changes);
@@ -135,7 +137,10 @@ class SciEditor::Impl : public SysImpl, public SciText {
   int foldFlags = 0;
   int notesSent = 0;
   bool pausesOvertype = false;
-  bool movedInList = false;  // the user has chosen a row of the open list
+  void ChooseInList();
+  Offer offered = Offer::cWords;  // in the list that was opened last
+  int listStart = 0;              // where its names begin in the text
+  bool movedInList = false;       // the user has chosen a row of the open list
 };
 
 }  // namespace mavro

@@ -113,8 +113,8 @@ void SciEditor::Impl::ApplyCompletion() {
     Send(SCI_AUTOCSETDROPRESTOFWORD, language->dropRestOfWord);
   }
   Send(SCI_AUTOCSETMAXHEIGHT, cListRows);
-  Window()->SendImage(SCI_REGISTERIMAGE, 1, cMemberImage);
-  Window()->SendImage(SCI_REGISTERIMAGE, 2, cNameImage);
+  for (int number = 1; number <= cListPictures; ++number)
+    Window()->SendImage(SCI_REGISTERIMAGE, number, ListPicture(number).c_str());
   Send(SCI_SETMOUSEDWELLTIME, cDwellMilliseconds);
 }
 

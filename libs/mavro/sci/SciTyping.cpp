@@ -101,7 +101,7 @@ bool SciEditor::startCompletion() {
   std::string text = CompletionText(ItsImpl().LineToCaret(), *language);
   std::string list;
   if (!getCompletion(text, list)) return false;
-  ItsImpl().ShowList(text.size(), list);
+  ItsImpl().ShowList(text.size(), list, Impl::Offer::cNames);
   return Send(SCI_AUTOCACTIVE) != 0;
 }
 
@@ -127,10 +127,25 @@ void SciEditor::startCallTip() {
 }
 
 // Offers names; their first `typed` bytes are already before the caret.
-void SciEditor::Impl::ShowList(size_t typed, const std::string& list) {
-  const int start = Editor().CaretPosition() - static_cast<int>(typed);
+void SciEditor::Impl::ShowList(size_t typed, const std::string& list, Offer offer) {
+  listStart = Editor().CaretPosition() - static_cast<int>(typed);
   movedInList = false;
-  if (Window()->IsOnScreen(start)) SendText(SCI_AUTOCSHOW, static_cast<Param>(typed), list.c_str());
+  offered = offer;
+  if (!Window()->IsOnScreen(listStart)) return;
+  SendText(SCI_AUTOCSHOW, static_cast<Param>(typed), list.c_str());
+  if (!Send(SCI_AUTOCACTIVE)) return;
+  ChooseInList();
+  std::function<ListNote(const std::string&)> noteOf;
+  if (offer == Offer::cNames)
+    noteOf = [this](const std::string& name) { return Editor().getListNote(name); };
+  Window()->DressList(std::move(noteOf));
+}
+
+// After each letter the component selects the first name that begins with what is typed.
+void SciEditor::Impl::ChooseInList() {
+  if (offered != Offer::cNames || !Send(SCI_AUTOCACTIVE)) return;
+  const std::string choice = Editor().getListChoice(Range(listStart, Editor().CaretPosition()));
+  if (!choice.empty()) SendText(SCI_AUTOCSELECT, 0, choice.c_str());
 }
 
 void SciEditor::Impl::ShowTip(int position) {
@@ -157,7 +172,7 @@ bool SciEditor::startWordCompletion(WordOffer offer) {
       CollectWords(around, word, options->wordChars.c_str(),
                    language && language->ignoreCase ? LetterCase::cIgnored : LetterCase::cCounts);
   if (found.count == 0 || (offer == WordOffer::cSingle && found.count > 1)) return false;
-  ItsImpl().ShowList(word.size(), found.list);
+  ItsImpl().ShowList(word.size(), found.list, Impl::Offer::cWords);
   return Send(SCI_AUTOCACTIVE) != 0;
 }
 

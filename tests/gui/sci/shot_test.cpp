@@ -101,7 +101,13 @@ void ShowEditor(const std::string& name, bool isDark) {
   options.foldMargin = true;
   options.foldComment = true;
   options.edgeColumn = 70;
-  form.editor.offered = "Area?2 Name?2 radius?1";
+  form.editor.offered =
+      "Area?2 Circle?3 Colour?4 LIMIT?7 Red?5 Size?6 length?10 radius?1 shapes?8 while?9";
+  form.editor.notes = {{"Area", {"int", ""}},           {"Circle", {"class", ""}},
+                       {"Colour", {"enum", ""}},        {"LIMIT", {"macro", ""}},
+                       {"Red", {"Colour", ""}},         {"Size", {"unsigned long", ""}},
+                       {"length", {"std::string", ""}}, {"radius", {"int", ""}},
+                       {"shapes", {"namespace", ""}},   {"while", {"keyword", ""}}};
   form.editor.offeredTip = "int foo(const Circle* first, const Circle* last)";
   static constexpr MarkType cMarks[] = {{2, ColourOf(cExecutionGround), MarkSign::cArrow},
                                         {4, ColourOf(cErrorGround), MarkSign::cError}};
