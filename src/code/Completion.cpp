@@ -149,6 +149,7 @@ void Completion::CompleteByTypes(const CaretText& editor, std::string& text, std
 }
 
 std::optional<CallTip> Completion::callTipAt(const CaretText& editor) {
+  if (!IsInCall(editor)) return std::nullopt;
   sources.RefreshTags();
   return wizard.callTipAt(editor);
 }
