@@ -82,6 +82,15 @@ void SortByArguments(std::vector<CallSignature>& overloads, int arguments) {
   std::stable_sort(overloads.begin(), overloads.end(), isBefore);
 }
 
+bool IsInCall(const CaretText& editor) {
+  const int caret = editor.CaretPosition();
+  const int start = std::max(caret - cLongestCall, 0);
+  std::string text(static_cast<size_t>(caret - start), '\0');
+  editor.CopyRange(start, caret, text.data());
+  StepBudget budget;
+  return !OpenCalls(CodeTokens(std::move(text)), budget).empty();
+}
+
 CallPlace PlaceInCall(const CaretText& editor, int bracket) {
   const int caret = editor.CaretPosition();
   if (bracket < 0 || caret <= bracket || caret - bracket > cLongestCall) return {};
@@ -94,7 +103,7 @@ CallPlace PlaceInCall(const CaretText& editor, int bracket) {
   const std::vector<OpenCall> calls = OpenCalls(tokens, budget);
   if (calls.empty() || calls.back().bracket != 1) return {};
   const int innermost = bracket + tokens.Start(calls.front().bracket) - 1;
-  return {true, calls.back().argument, calls.back().arguments, innermost};
+  return {static_cast<int>(calls.size()), calls.back().argument, calls.back().arguments, innermost};
 }
 
 }  // namespace zendry

@@ -57,12 +57,14 @@ void SortByArguments(std::vector<CallSignature>& overloads, int arguments);
 
 // Where the caret is in a call that was found before.
 struct CallPlace {
-  bool isInside = false;
+  int depth = 0;     // of calls, counted from that one; 0 if the caret has left it
   int argument = 0;  // as in CallTip
   int arguments = 0;
   int innermost = 0;
 };
 
+// True if the caret is in a call of a few thousand bytes at most, known or not.
+bool IsInCall(const CaretText& editor);
 // Looks at the text between the call's bracket and the caret only, so it is fast enough for every
 // key. A call that is longer than a few thousand bytes counts as left.
 CallPlace PlaceInCall(const CaretText& editor, int bracket);

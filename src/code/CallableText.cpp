@@ -1,6 +1,7 @@
 #include "code/CallableText.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "code/DeclRead.h"
 #include "code/DeclScan.h"
@@ -32,6 +33,12 @@ bool IsMacroName(std::string_view word) {
          (word.size() > 1 && std::none_of(word.begin(), word.end(), isSmall));
 }
 
+// True if a type begins here; in "HANDLE const" none does.
+bool IsTypeAt(const CodeTokens& tokens, int at, int end) {
+  while (at < end && tokens.IsOneOf(at, "const volatile")) ++at;
+  return at < end && tokens.IsWord(at);
+}
+
 // Passes over one word, attribute or template head before a type. False if the type begins.
 bool PassOne(const CodeTokens& tokens, int& at, int end) {
   const bool isGroup = tokens.Is(at + 1, "(") && tokens.IsOpening(at + 1);
@@ -45,7 +52,7 @@ bool PassOne(const CodeTokens& tokens, int& at, int end) {
   } else if (tokens.Is(at, "[") && tokens.IsOpening(at)) {
     at = tokens.Partner(at) + 1;
   } else if (tokens.IsWord(at) && IsMacroName(tokens.Text(at)) && at + 1 < end &&
-             (isGroup || (tokens.IsWord(at + 1) && !tokens.IsOneOf(at + 1, cPointer)))) {
+             (isGroup || IsTypeAt(tokens, at + 1, end))) {
     at = isGroup ? tokens.Partner(at + 1) + 1 : at + 1;
   } else {
     return false;
@@ -162,13 +169,22 @@ std::optional<Callable> TypedCallable(const CodeTokens& tokens, int name) {
   return begin < 0 ? std::nullopt : CallableType(tokens, begin, name);
 }
 
+// True for "# define ".
+bool IsDefine(std::string_view text) {
+  std::string letters;
+  std::remove_copy_if(text.begin(), text.end(), std::back_inserter(letters),
+                      [](char c) { return c == ' ' || c == '\t'; });
+  return letters == "#define" && (text.ends_with(' ') || text.ends_with('\t'));
+}
+
 }  // namespace
 
 std::string ResultBefore(const CodeTokens& tokens, int name, StepBudget& budget) {
   if (const int open = ParametersOf(tokens, name); open > 0)
     if (std::string result = ResultAfter(tokens, tokens.Partner(open)); !result.empty())
       return result;
-  int end = name;
+  const bool isInParens = tokens.Is(name - 1, "(") && tokens.Is(name + 1, ")");
+  int end = isInParens ? name - 1 : name;
   while (tokens.Is(end - 1, "::")) {
     end -= 2;
     if (tokens.Is(end, ">")) end = tokens.AngleStart(end) - 1;
@@ -198,9 +214,7 @@ std::optional<Callable> MacroIn(std::string_view text, std::string_view name) {
   for (size_t at = text.find(head); at != text.npos; at = text.find(head, at + 1)) {
     const size_t line = text.rfind('\n', at) + 1;
     const std::string_view before = text.substr(line, at - line);
-    if (before.find('#') == before.npos || !before.ends_with(' ') ||
-        before.find("define") == before.npos)
-      continue;
+    if (!IsDefine(before)) continue;
     const size_t close = text.find(')', at);
     if (close == text.npos) return std::nullopt;
     const size_t open = at + name.size();

@@ -41,12 +41,12 @@ CodeTokens::CodeTokens(std::string theText) : text(std::move(theText)) {
   PairBrackets();
 }
 
-CodeTokens CodeTokens::Before(const CaretText& editor, int place) {
+CodeTokens CodeTokens::Before(const CaretText& editor, int place, int earliest) {
   const int end = std::clamp(place, 0, editor.Length());
-  const int start = std::max(end - cMostText, 0);
+  const int start = std::max(end - cMostText, std::min(earliest, end));
   std::string piece(static_cast<size_t>(end - start), '\0');
   editor.CopyRange(start, end, piece.data());
-  if (start > 0) {
+  if (start > earliest) {
     const size_t newline = piece.find('\n');
     if (newline != piece.npos) piece.erase(0, newline);
   }

@@ -42,8 +42,9 @@ class CodeTokens {
   static constexpr int cMostText = 65536;
 
   explicit CodeTokens(std::string theText);
-  // The tokens before `place` in an editor's text, from up to cMostText bytes before it.
-  static CodeTokens Before(const CaretText& editor, int place);
+  // The tokens before `place` in an editor's text, from up to cMostText bytes before it but not
+  // from before `earliest`, which is the beginning of a line.
+  static CodeTokens Before(const CaretText& editor, int place, int earliest = 0);
 
   // The bytes that were taken apart.
   int Size() const { return static_cast<int>(text.size()); }

@@ -207,20 +207,30 @@ std::optional<ExprOperand> CodeWizard::operandAt(const CaretText& editor) {
       .Operand();
 }
 
+// The text from the tag around the caret on has all that counts, unless the parser has lost its way
+// in the braces.
 std::optional<CallTip> CodeWizard::callTipAt(const CaretText& editor) {
-  const int caret = editor.CaretPosition();
   const TagItem* scopeItem = currentItem(editor);
-  ExprTypes types(tags, sources, editor, sources.ModuleOf(editor), scopeItem, caret);
+  const int scopeStart = scopeItem ? editor.PositionFromLine(std::max(scopeItem->line - 1, 0)) : 0;
+  std::optional<CallTip> tip = FindCallTip(editor, scopeItem, scopeStart);
+  if (!tip && scopeStart > 0) tip = FindCallTip(editor, scopeItem, 0);
+  return tip;
+}
+
+std::optional<CallTip> CodeWizard::FindCallTip(const CaretText& editor, const TagItem* scopeItem,
+                                               int earliest) {
+  const int caret = editor.CaretPosition();
+  ExprTypes types(tags, sources, editor, sources.ModuleOf(editor), scopeItem, caret, earliest);
   const std::vector<OpenCall> calls = types.Calls();
   for (const OpenCall& call : calls) {
     CallTip tip{{}, call.argument, call.arguments};
     int name = 0;
     tip.bracket = caret - types.BytesBefore(call.bracket);
     tip.innermost = caret - types.BytesBefore(calls.front().bracket);
-    std::vector<Callable> callables = types.Callables(call, name);
-    tip.name = name < 0 ? tip.bracket : caret - types.BytesBefore(name);
-    for (const Callable& callable : callables) tip.overloads.push_back(SignatureOf(callable));
+    for (const Callable& callable : types.Callables(call, name))
+      tip.overloads.push_back(SignatureOf(callable));
     if (tip.overloads.empty()) continue;
+    tip.name = caret - types.BytesBefore(name);
     SortByArguments(tip.overloads, tip.arguments);
     return tip;
   }

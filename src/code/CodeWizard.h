@@ -76,6 +76,9 @@ class CodeWizard {
   bool ResolveByTypes(const CaretText& editor, const TagItem* scopeItem, ResolveInfo& info,
                       int place);
 
+  std::optional<CallTip> FindCallTip(const CaretText& editor, const TagItem* scopeItem,
+                                     int earliest);
+
   CodeSources& sources;
 };
 

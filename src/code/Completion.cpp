@@ -257,6 +257,7 @@ void Completion::Finish(CompletionList& list) const {
 }
 
 std::optional<CallTip> Completion::callTipAt(const CaretText& editor) {
+  if (!IsInCall(editor)) return std::nullopt;
   sources.RefreshTags();
   return wizard.callTipAt(editor);
 }

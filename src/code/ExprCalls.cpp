@@ -106,11 +106,17 @@ int ConstructorBefore(const CodeTokens& tokens, int name) {
 }  // namespace
 
 std::vector<Callable> ExprTypes::Callables(const OpenCall& call, int& begin) {
-  const int end = call.bracket;
+  int end = call.bracket;
   const bool isBrace = tokens.Is(end, "{");
   begin = OperandStart(tokens, end, budget);
   if (begin < 0) return {};
   before = begin;
+  // "(*pointer)(" calls like "pointer(".
+  while (tokens.Is(begin, "(") && tokens.Partner(begin) == end - 1) {
+    ++begin;
+    --end;
+    while (tokens.Is(begin, "*")) ++begin;
+  }
   const bool isName = begin + 1 == end;
   if (auto found = Initialised(begin, end, isBrace)) return *found;
   if (isName)

@@ -83,13 +83,13 @@ void Substitute(TypeText& type, const std::vector<std::string>& parameters,
 }  // namespace
 
 ExprTypes::ExprTypes(TagLookup& theTags, CodeSources& theSources, const CaretText& editor,
-                     const TagData* current, const TagItem* theScope, int place)
+                     const TagData* current, const TagItem* theScope, int place, int earliest)
     : tags(theTags),
       sources(theSources),
       tagText(theSources, editor, current),
       scope(theScope),
       scopeFile(current ? current->fileName : std::string()),
-      tokens(CodeTokens::Before(editor, place)) {}
+      tokens(CodeTokens::Before(editor, place, earliest)) {}
 
 std::optional<ExprOperand> ExprTypes::Operand() {
   int sign = tokens.Count() - 1;

@@ -28,9 +28,10 @@ struct ExprOperand {
 // has no value. Tags that it returns are invalid after the next parse.
 class ExprTypes {
  public:
-  // Everything must outlive it. `theScope` is the tag around the place, null without one.
+  // Everything must outlive it. `theScope` is the tag around the place, null without one. Text
+  // before `earliest` isn't read.
   ExprTypes(TagLookup& theTags, CodeSources& theSources, const CaretText& editor,
-            const TagData* current, const TagItem* theScope, int place);
+            const TagData* current, const TagItem* theScope, int place, int earliest = 0);
 
   // The operand of the member operator that ends at the place, or before letters that end there.
   std::optional<ExprOperand> Operand();

@@ -83,7 +83,7 @@ class CallTips : public ::testing::Test {
       "struct Point {\n  int x = 0;\n  unsigned int y;\n};\n"
       "int printf(const char* format, ...);\n"
       "int nothing(void);\n"
-      "LUA_API int (lua_gettop) (lua_State *L);\n";
+      "LUA_API const char *(lua_tostring) (lua_State *L, int index);\n";
 };
 
 TEST_F(CallTips, Functions_ShowWhatWasDeclared) {
@@ -101,6 +101,7 @@ TEST_F(CallTips, Functions_ShowWhatWasDeclared) {
           {"printf(\"%d\", 1, 2, ", "int printf(const char* format, [...])"},
           {"convert<int>(", "T convert([const U& from], T* to = nullptr)"},
           {"convert(1, ", "T convert(const U& from, [T* to = nullptr])"},
+          {"lua_tostring(L, ", "const char *lua_tostring(lua_State *L, [int index])"},
           {"gone(", ""}});
 }
 
@@ -199,6 +200,8 @@ TEST_F(CallTips, WhatCanBeCalled) {
           {"globalPointer(1, ", "int globalPointer(int a, [char* b])"},
           {"int (*compare)(const int* a, int b) = nullptr;\n  compare(1, ",
            "int compare(const int* a, [int b])"},
+          {"(*globalPointer)(1, ", "int globalPointer(int a, [char* b])"},
+          {"Slice* s;\n  (*s->callback)(", "int Slice::callback([int a])"},
           {"Handler h;\n  h(1, ", "void h(int code, [const char* text])"},
           {"Other o;\n  o(", "int o([double d])"},
           {"std::function<bool(int, std::pair<int, int> p)> g;\n  g(1, ",
