@@ -5,16 +5,19 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <utility>
 
+#include "FilePath.h"
 #include "FileText.h"
 #include "base/ParseInt.h"
+#include "base/Paths.h"
 
 namespace zendry {
 
 namespace {
 
-constexpr std::string_view cHeader = "zendry-build 1\n";
+constexpr std::string_view cFirstLine = "zendry-build 1\n";
 constexpr size_t cWorthRewriting = 1 << 16;  // bytes; smaller files are left as they grow
 constexpr size_t cMostEntries = 4;           // for each record in force
 
@@ -119,12 +122,47 @@ class JournalReader {
   std::optional<ProductRecord> open;  // the record whose lines come now
 };
 
+// Only compilers search for what they read.
+bool IsCompiled(const std::string& product) {
+  return product.ends_with(".o");
+}
+
+bool IsSearchedFor(const InputFile& input) {
+  return input.time != InputFile::cNotRead && FileKind(input.path) != cCppSource &&
+         FileKind(input.path) != cCSource;
+}
+
+// The rivals of the headers among the inputs that aren't inputs themselves. The folders are those
+// of the command line, and those of the headers and the source, because a quoted name is first
+// looked for beside its includer.
+std::vector<std::string> RivalsOf(HeaderRivals& rivals, const std::string& product,
+                                  const std::string& command,
+                                  const std::vector<InputFile>& inputs) {
+  std::vector<std::string> found;
+  if (!IsCompiled(product)) return found;
+  std::set<uint32_t> folders;
+  std::set<std::string> known;
+  for (const std::string& folder : SearchFolders(command)) folders.insert(rivals.NumberOf(folder));
+  for (const InputFile& input : inputs) {
+    known.insert(rivals.Plain(input.path));
+    if (input.time != InputFile::cNotRead)
+      folders.insert(rivals.NumberOf(mavro::FolderOf(input.path)));
+  }
+  for (const InputFile& input : inputs) {
+    if (!IsSearchedFor(input)) continue;
+    for (const HeaderRivals::Rival& rival : rivals.Of(input.path))
+      if (folders.contains(rival.folder) && known.insert(rival.path).second)
+        found.push_back(rival.path);
+  }
+  return found;
+}
+
 }  // namespace
 
 BuildJournal ReadJournal(std::string_view text) {
   JournalReader reader;
-  if (!text.starts_with(cHeader)) return {};
-  text.remove_prefix(cHeader.size());
+  if (!text.starts_with(cFirstLine)) return {};
+  text.remove_prefix(cFirstLine.size());
   bool isGood = true;
   while (isGood && !text.empty()) {
     const size_t end = text.find('\n');
@@ -148,7 +186,7 @@ std::string WriteJournal(const BuildJournal& journal) {
     }
     records += RecordLines(product, renumbered);
   }
-  return std::string(cHeader) + inputs + records;
+  return std::string(cFirstLine) + inputs + records;
 }
 
 void BuildRecords::Open(const std::string& folder) {
@@ -158,6 +196,8 @@ void BuildRecords::Open(const std::string& folder) {
   size = file.text.size();
   numbers.clear();
   states.clear();
+  rivals = {};
+  hasRivals.clear();
   const bool isLong =
       size > cWorthRewriting && journal.entries > cMostEntries * (journal.records.size() + 1);
   if (file.Ok() && (!journal.isWhole || isLong)) Rewrite();
@@ -178,6 +218,8 @@ void BuildRecords::Add(const std::string& product, const std::string& command,
   ProductRecord record{command, {}};
   std::string text;
   for (const InputFile& input : inputs) record.inputs.push_back(NumberOf(input, text));
+  for (const std::string& rival : RivalsOf(rivals, product, command, inputs))
+    record.inputs.push_back(NumberOf({rival, InputFile::cNotRead}, text));
   Append(text + RecordLines(product, record));
   journal.records[product] = std::move(record);
 }
@@ -206,7 +248,7 @@ void BuildRecords::Append(const std::string& text) {
     close(file);
     return Forget();
   }
-  const std::string bytes = size == 0 ? std::string(cHeader) + text : text;
+  const std::string bytes = size == 0 ? std::string(cFirstLine) + text : text;
   // A part that could be written is a cut end, which the next Open takes off.
   const ssize_t written = write(file, bytes.data(), bytes.size());
   if (written > 0) size += static_cast<size_t>(written);
@@ -233,6 +275,7 @@ BuildRecords::InputState BuildRecords::StateOf(uint32_t input, FileTimes& times)
   if (states.size() < journal.inputs.size()) states.resize(journal.inputs.size());
   InputState& state = states[input];
   if (state != InputState::cUnknown) return state;
+  if (journal.inputs[input].time == InputFile::cNotRead) return state = InputState::cSame;
   const std::optional<FileTimes::Time> now = times.Of(journal.inputs[input].path);
   return state = !now                                 ? InputState::cGone
                  : *now == journal.inputs[input].time ? InputState::cSame
@@ -250,7 +293,31 @@ Staleness BuildRecords::Check(FileTimes& times, const std::string& product,
     if (state == InputState::cChanged)
       return {true, journal.inputs[input].path + " has changed since it was read"};
   }
+  if (const std::string rival = NewRival(product, *record); !rival.empty())
+    return {true, rival + " may be read now instead of another header"};
   return {};
+}
+
+void BuildRecords::LookForRivals() {
+  for (const auto& [product, record] : journal.records)
+    if (IsCompiled(product))
+      for (const std::string& folder : SearchFolders(record.command)) rivals.NumberOf(folder);
+  for (const InputFile& input : journal.inputs)
+    if (input.time != InputFile::cNotRead) rivals.NumberOf(mavro::FolderOf(input.path));
+  for (const InputFile& input : journal.inputs)
+    hasRivals.push_back(IsSearchedFor(input) && !rivals.Of(input.path).empty());
+}
+
+// Most headers have no rival in any folder, so that most records are passed at once.
+std::string BuildRecords::NewRival(const std::string& product, const ProductRecord& record) {
+  if (!IsCompiled(product)) return "";
+  if (hasRivals.size() < journal.inputs.size()) LookForRivals();
+  if (std::ranges::none_of(record.inputs, [this](uint32_t input) { return hasRivals[input]; }))
+    return "";
+  std::vector<InputFile> inputs;
+  for (const uint32_t input : record.inputs) inputs.push_back(journal.inputs[input]);
+  const std::vector<std::string> found = RivalsOf(rivals, product, record.command, inputs);
+  return found.empty() ? "" : found.front();
 }
 
 // A blank, "#" or ":" of a name has a backslash before it, and backslashes before that are doubled;

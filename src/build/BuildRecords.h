@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "build/HeaderRivals.h"
 #include "build/Staleness.h"
 
 namespace zendry {
@@ -18,6 +19,8 @@ struct InputFile {
   FileTimes::Time time = 0;
 
   static constexpr FileTimes::Time cUnknownTime = -1;
+  // It wasn't read: it is a rival of a header that was, and is known to be there.
+  static constexpr FileTimes::Time cNotRead = -2;
   bool operator==(const InputFile&) const = default;
 };
 
@@ -66,8 +69,8 @@ class BuildRecords {
   void Add(const std::string& product, const std::string& command,
            const std::vector<InputFile>& inputs);
 
-  // Says if a product with a record is stale: its command has changed, or an input has another time
-  // or is gone. Each input is looked at once after Open.
+  // Says if a product with a record is stale: its command has changed, an input has another time or
+  // is gone, or a header has a new rival. Each input is looked at once after Open.
   Staleness Check(FileTimes& times, const std::string& product, const std::string& command);
 
  private:
@@ -75,6 +78,8 @@ class BuildRecords {
 
   uint32_t NumberOf(const InputFile& input, std::string& text);
   InputState StateOf(uint32_t input, FileTimes& times);
+  void LookForRivals();
+  std::string NewRival(const std::string& product, const ProductRecord& record);
   void Append(const std::string& text);
   void Forget();
   void Rewrite();
@@ -83,7 +88,9 @@ class BuildRecords {
   BuildJournal journal;
   std::map<std::pair<std::string, FileTimes::Time>, uint32_t> numbers;
   std::vector<InputState> states;
-  size_t size = 0;  // of the file, as far as this program has read and written it
+  HeaderRivals rivals;
+  std::vector<bool> hasRivals;  // by input; empty until somebody asks
+  size_t size = 0;              // of the file, as far as this program has read and written it
 };
 
 // The files named by a rule for make ("target: file file..."), as compilers write it.

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
+
+namespace zendry {
+
+// The folders that a compiler run with this command line searches for headers, as the line names
+// them: -I, -iquote, -isystem and -idirafter.
+std::vector<std::string> SearchFolders(std::string_view command);
+
+// Headers that could be read instead of others. A compiler reads the first header of a name along
+// its search folders and doesn't say where it has looked before. So a new file in one of these
+// folders can change what a source reads, although no file that was read has changed.
+//
+// A header "inc/dir/h.h" that was found in "inc" has the rival "other/dir/h.h" if "other" is
+// searched too. Folders are listed once.
+class HeaderRivals {
+ public:
+  struct Rival {
+    uint32_t folder = 0;  // the number of the folder that leads to it
+    std::string path;
+  };
+
+  // The path in its shortest form, relative if it is below the current folder.
+  std::string Plain(const std::string& path);
+  // The number of a folder, "" for the current one.
+  uint32_t NumberOf(const std::string& folder);
+  // The existing rivals of a header in all folders that have a number.
+  const std::vector<Rival>& Of(const std::string& header);
+
+ private:
+  bool Exists(const std::string& path);
+
+  std::string here;  // the current folder with "/"
+  std::map<std::string, uint32_t> numbers;
+  std::unordered_map<std::string, uint32_t> spellings;  // of folders
+  std::unordered_map<std::string, std::vector<Rival>> rivals;
+  std::unordered_map<std::string, std::unordered_set<std::string>> listings;
+};
+
+}  // namespace zendry
