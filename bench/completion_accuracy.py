@@ -26,6 +26,8 @@ import language_server
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 CLANGD = ['clangd', '-j=1', '--background-index=false', '--limit-results=0', '--completion-parse=always', '-log=error']
+# clangd offers some keywords as snippets only.
+CAPABILITIES = {'textDocument': {'completion': {'completionItem': {'snippetSupport': True}}}}
 
 Request = collections.namedtuple('Request', 'base file place category text wanted unwanted')
 Result = collections.namedtuple('Result', 'request verdict missing surplus milliseconds')
@@ -120,7 +122,7 @@ def ask(client, address, request, text):
 
 def open_file(command, base, file, waits):
     """A fresh server with a file open, its address and text."""
-    client = language_server.Client(command, base.root)
+    client = language_server.Client(command, base.root, CAPABILITIES)
     source = os.path.join(base.root, file)
     with open(source, encoding='utf-8', errors='replace') as opened:
         text = opened.read()

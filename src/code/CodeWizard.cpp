@@ -82,6 +82,7 @@ void fill(ResolveInfo& info, const TagItem& item) {
 TagItem* CodeWizard::currentItem(const CaretText& editor) {
   sources.RefreshTags();
   TagData* module = sources.ModuleOf(editor);
+  tags.LookFrom(module);
   if (!module) return nullptr;
   NearestItem nearest(editor.LineFromPosition(editor.CaretPosition()));
   for (TagItem& item : module->globals) nearest.Look(item, nullptr);
@@ -229,7 +230,8 @@ std::optional<CallTip> CodeWizard::callTipAt(const CaretText& editor) {
 TagItem* CodeWizard::FindMemberOrGlobal(const TagItem* scopeItem, const std::string& name) {
   const std::string file = FileOf(scopeItem);
   if (scopeItem && scopeItem->owner) {
-    TagItem* member = tags.findMember(scopeItem->owner->name, name, TagLookup::Want::cDeclaration);
+    TagItem* member = tags.findMember(scopeItem->owner->name, name, TagLookup::Want::cDeclaration,
+                                      0, scopeItem->module);
     if (member) return member;
     sources.Log("Resolve - not member", " in file=" + file + " memb=" + name);
   }
@@ -240,7 +242,8 @@ TagItem* CodeWizard::FindMemberOrGlobal(const TagItem* scopeItem, const std::str
 
 bool CodeWizard::WalkMemberPath(ResolveInfo& info) {
   sources.Log("Before findMemberPath type=", info.type);
-  const TagItem* member = tags.findMemberPath(info.memberPath, info.type);
+  const TagItem* member =
+      tags.findMemberPath(info.memberPath, info.type, tags.ModuleNamed(info.file));
   if (member) fill(info, *member);
   return member;
 }

@@ -114,18 +114,23 @@ std::string ExpressionLeftOf(const CaretText& editor) {
 void Completion::collectCompletions(std::vector<TagItem*>& out, const CaretText& editor,
                                     std::string_view text, RequestKind kind) {
   sources.RefreshTags();
+  wizard.tags.LookFrom(sources.ModuleOf(editor));
   ResolveInfo info;
   info.kind = kind;
+  const auto list = [&](std::string_view prefix) {
+    TagLookup& tags = wizard.tags;
+    tags.listMembers(out, info.type, prefix, 0, tags.ModuleNamed(info.file));
+  };
   const int typed = static_cast<int>(text.size());
   switch (kind) {
     case cClassRequest:
       wizard.tags.listMembers(out, text, "");
       break;
     case cMemberRequest:
-      if (wizard.resolveAt(editor, info, -1)) wizard.tags.listMembers(out, info.type, "");
+      if (wizard.resolveAt(editor, info, -1)) list("");
       break;
     case cPrefixRequest:
-      if (wizard.resolveAt(editor, info, -1 - typed)) wizard.tags.listMembers(out, info.type, text);
+      if (wizard.resolveAt(editor, info, -1 - typed)) list(text);
       break;
     case cAnyRequest:
       if (const TagItem* item = wizard.currentItem(editor); item && item->owner)

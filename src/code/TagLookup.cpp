@@ -49,8 +49,8 @@ bool BelongsTo(TagItem& member, TagClass& record) {
 // Without this a loop of classes with many bases would take for ever.
 class ClassWalk {
  public:
-  // The records of a class by its name.
-  using Records = std::function<std::vector<TagClass*>(std::string_view)>;
+  // The records of a class by its name, and by the module that names it.
+  using Records = std::function<std::vector<TagClass*>(std::string_view, const TagData*)>;
   // True if the walk ends with this member, whose module and owner are then set.
   using Visit = std::function<bool(TagClass&, TagItem&)>;
 
@@ -58,11 +58,11 @@ class ClassWalk {
       : records(std::move(theRecords)), visit(std::move(theVisit)) {}
 
   // The member that ended the walk; null without one.
-  TagItem* Walk(std::string_view className, int depth) {
+  TagItem* Walk(std::string_view className, int depth, const TagData* from) {
     if (depth >= TagLookup::cMostDepth) return nullptr;
     const auto walked = walkedFrom.find(className);
     if (walked != walkedFrom.end() && walked->second <= depth) return nullptr;
-    for (TagClass* record : records(className))
+    for (TagClass* record : records(className, from))
       if (TagItem* hit = WalkRecord(*record, depth)) return hit;
     walkedFrom[className] = depth;
     return nullptr;
@@ -73,7 +73,7 @@ class ClassWalk {
     for (TagItem& member : record.members)
       if (visit(record, member)) return &member;
     for (std::string_view bases = record.inheritance; !bases.empty();)
-      if (TagItem* hit = Walk(TakeLastBase(bases), depth + 1)) return hit;
+      if (TagItem* hit = Walk(TakeLastBase(bases), depth + 1, record.module)) return hit;
     return nullptr;
   }
 
@@ -84,6 +84,20 @@ class ClassWalk {
 
 std::vector<TagClass*> RecordsOf(TagClass* found) {
   return found ? std::vector{found} : std::vector<TagClass*>();
+}
+
+// The place at the least distance among those that pass; null if none is within reach.
+template <class Record, class Filter>
+const TagIndex::Place<Record>* NearestOf(const std::vector<TagIndex::Place<Record>>& places,
+                                         const std::vector<int>& distances, Filter passes) {
+  const TagIndex::Place<Record>* nearest = nullptr;
+  int least = IncludeGraph::cFar;
+  for (const auto& place : places) {
+    if (distances.empty() || !passes(place) || distances[place.module] >= least) continue;
+    least = distances[place.module];
+    nearest = &place;
+  }
+  return nearest;
 }
 
 // Appends the first record to be listed of each name with the prefix.
@@ -108,32 +122,74 @@ const TagIndex& TagLookup::EnsureIndex() {
   return index;
 }
 
-TagClass* TagLookup::findClass(std::string_view name) {
-  EnsureIndex();
-  return ClassOf(name);
+TagData* TagLookup::ModuleNamed(std::string_view fileName) {
+  return EnsureIndex().FindModule(fileName);
 }
 
-TagClass* TagLookup::ClassOf(std::string_view name) {
-  if (TagClass* found = index.FindClass(name)) return found;
+TagClass* TagLookup::findClass(std::string_view name, const TagData* from) {
+  EnsureIndex();
+  return ClassOf(name, from);
+}
+
+TagClass* TagLookup::ClassOf(std::string_view name, const TagData* from) {
+  if (TagClass* found = ProjectClass(name, from)) return found;
   TagData* library = sources.Library();
   return library ? library->findClass(name) : nullptr;
 }
 
+// Most names are those of one class: the files that include each other count among several only.
+TagClass* TagLookup::ProjectClass(std::string_view name, const TagData* from) {
+  TagClass* first = index.FindClass(name);
+  if (!first) return nullptr;
+  const ClassPlaces& places = index.Classes(name);
+  const auto isReal = [](const auto& place) { return place.record->line >= 0; };
+  if (std::count_if(places.begin(), places.end(), isReal) < 2) return first;
+  const auto* nearest =
+      NearestOf(places, includes.DistancesFrom(from ? from : front, index.Modules()), isReal);
+  if (!nearest) return first;
+  nearest->record->module = index.Modules()[nearest->module];
+  return nearest->record;
+}
+
 TagItem* TagLookup::findGlobal(std::string_view name, std::string_view moduleName) {
-  if (TagItem* found = EnsureIndex().FindGlobal(name, moduleName)) return found;
-  return findClass(name);
+  const TagData* from = ModuleNamed(moduleName);
+  if (!from) from = front;
+  TagItem* first = index.FindGlobal(name, moduleName);
+  if (!first) return ClassOf(name, from);
+  const auto& places = index.AllGlobals().find(name)->second;
+  if (places.size() < 2) return first;
+  const auto* nearest = NearestOf(places, includes.DistancesFrom(from, index.Modules()),
+                                  [](const auto&) { return true; });
+  if (!nearest) return first;
+  nearest->record->module = index.Modules()[nearest->module];
+  return nearest->record;
+}
+
+// All records of a class, those known only from their members too. Among namesakes those of the
+// class that `from` means go first: its own record, then those in files that mean the same class.
+std::vector<TagClass*> TagLookup::AllRecords(std::string_view name, const TagData* from) {
+  std::vector<TagClass*> all;
+  int realOnes = 0;
+  for (const auto& [module, record] : index.Classes(name)) {
+    record->module = index.Modules()[module];
+    all.push_back(record);
+    if (record->line >= 0) ++realOnes;
+  }
+  if (realOnes < 2) return all;
+  const TagClass* meant = ProjectClass(name, from);
+  std::stable_partition(all.begin(), all.end(), [&](const TagClass* record) {
+    return record->line < 0 && ProjectClass(name, record->module) == meant;
+  });
+  std::stable_partition(all.begin(), all.end(),
+                        [&](const TagClass* record) { return record == meant; });
+  return all;
 }
 
 TagItem* TagLookup::findMember(std::string_view className, std::string_view memberName, Want want,
-                               int depth) {
+                               int depth, const TagData* from) {
   EnsureIndex();
-  const auto records = [this](std::string_view name) {
-    std::vector<TagClass*> found;
-    for (const auto& [module, record] : index.Classes(name)) {
-      record->module = index.Modules()[module];
-      found.push_back(record);
-    }
-    return found;
+  const auto records = [this](std::string_view name, const TagData* user) {
+    return AllRecords(name, user);
   };
   const auto isWanted = [want](const TagItem& item) {
     const bool isPrototype = item.kind == cPrototype;
@@ -142,36 +198,40 @@ TagItem* TagLookup::findMember(std::string_view className, std::string_view memb
   ClassWalk walk(records, [&](TagClass& record, TagItem& item) {
     return isWanted(item) && item.name == memberName && BelongsTo(item, record);
   });
-  return walk.Walk(className, depth);
+  return walk.Walk(className, depth, from);
 }
 
 TagItem* TagLookup::findMemberInClass(std::string_view className, std::string_view memberName,
-                                      int depth) {
+                                      int depth, const TagData* from) {
   EnsureIndex();
-  const auto records = [this](std::string_view name) { return RecordsOf(ClassOf(name)); };
+  const auto records = [this](std::string_view name, const TagData* user) {
+    return RecordsOf(ClassOf(name, user));
+  };
   ClassWalk walk(records, [&](TagClass& record, TagItem& item) {
     return !IsOuterDefinition(item) && item.name == memberName && BelongsTo(item, record);
   });
-  return walk.Walk(className, depth);
+  return walk.Walk(className, depth, from);
 }
 
-TagItem* TagLookup::findMemberPath(std::string_view path, std::string_view typeName) {
+TagItem* TagLookup::findMemberPath(std::string_view path, std::string_view typeName,
+                                   const TagData* from) {
   std::string type(typeName);
   for (;;) {
     const size_t dot = path.find('.');
     const bool isLast = dot == path.npos || dot == 0;
-    TagItem* found = findMemberInClass(type, path.substr(0, isLast ? path.npos : dot));
+    TagItem* found = findMemberInClass(type, path.substr(0, isLast ? path.npos : dot), 0, from);
     if (!found || isLast || dot + 1 == path.size()) return found;
     type = found->type;
+    from = found->module;
     path.remove_prefix(dot + 1);
   }
 }
 
 void TagLookup::listMembers(std::vector<TagItem*>& out, std::string_view className,
-                            std::string_view prefix, int depth) {
+                            std::string_view prefix, int depth, const TagData* from) {
   EnsureIndex();
-  const auto records = [this](std::string_view name) {
-    std::vector<TagClass*> found = RecordsOf(ClassOf(name));
+  const auto records = [this](std::string_view name, const TagData* user) {
+    std::vector<TagClass*> found = RecordsOf(ClassOf(name, user));
     if (found.empty()) sources.Log(" - class not found", name);
     return found;
   };
@@ -180,20 +240,20 @@ void TagLookup::listMembers(std::vector<TagItem*>& out, std::string_view classNa
       out.push_back(&item);
     return false;
   });
-  walk.Walk(className, depth);
+  walk.Walk(className, depth, from);
 }
 
 bool TagLookup::IsDerived(std::string_view className, std::string_view baseName) {
   EnsureIndex();
-  const TagClass* base = ClassOf(baseName);
+  const TagClass* base = ClassOf(baseName, nullptr);
   bool isDerived = false;
-  const auto records = [&](std::string_view name) {
-    TagClass* found = isDerived ? nullptr : ClassOf(name);
+  const auto records = [&](std::string_view name, const TagData* user) {
+    TagClass* found = isDerived ? nullptr : ClassOf(name, user);
     if (found && found == base) isDerived = true;
     return RecordsOf(found);
   };
   ClassWalk walk(records, [](TagClass&, TagItem&) { return false; });
-  walk.Walk(className, 0);
+  walk.Walk(className, 0, nullptr);
   return isDerived;
 }
 
@@ -235,8 +295,8 @@ void TagLookup::listGlobals(std::vector<TagItem*>& out, std::string_view prefix)
 void TagLookup::listNestedClasses(std::vector<TagItem*>& out, std::string_view className,
                                   std::string_view prefix) {
   EnsureIndex();
-  const auto records = [&](std::string_view name) {
-    TagClass* found = ClassOf(name);
+  const auto records = [&](std::string_view name, const TagData* user) {
+    TagClass* found = ClassOf(name, user);
     if (!found) return RecordsOf(nullptr);
     const std::string inside = found->name + "::";
     const auto isListed = [&](const auto& place) {
@@ -247,7 +307,7 @@ void TagLookup::listNestedClasses(std::vector<TagItem*>& out, std::string_view c
     return RecordsOf(found);
   };
   ClassWalk walk(records, [](TagClass&, TagItem&) { return false; });
-  walk.Walk(className, 0);
+  walk.Walk(className, 0, nullptr);
 }
 
 // The definition of a library names a folder beside it for its headers: that of the standard

@@ -3,6 +3,7 @@
 #include <string_view>
 #include <vector>
 
+#include "tags/IncludeGraph.h"
 #include "tags/TagIndex.h"
 
 namespace zendry {
@@ -13,9 +14,11 @@ class CodeSources;
 // The tags that it finds belong to a store and are invalid when that is parsed again. Their
 // `module` and `owner` are set; `module` is null for tags of a reference library.
 //
-// Every lookup gives the tag that a walk over all stores in their order would meet first. A class's
-// bases are walked from the last to the first; no walk goes deeper than 17 classes, so that it ends
-// even for classes which derive from each other.
+// Every lookup gives the tag that a walk over all stores in their order would meet first. Among
+// classes or globals of one name, those of the file that the name is in go first, then those of the
+// files that it includes, the nearest first. `from` is the store of that file; null means the one
+// of LookFrom. A class's bases are walked from the last to the first; no walk goes deeper than 17
+// classes, so that it ends even for classes which derive from each other.
 class TagLookup {
  public:
   static constexpr int cMostDepth = 17;
@@ -25,26 +28,32 @@ class TagLookup {
   // `theSources` must outlive it.
   explicit TagLookup(CodeSources& theSources) : sources(theSources) {}
 
+  // Sets the file in front. It is only compared, never read.
+  void LookFrom(const TagData* module) { front = module; }
+  // The module of a file name; null without one.
+  TagData* ModuleNamed(std::string_view fileName);
+
   // The record of that class in the first module that holds the class itself, not only members of
   // it; else that of the library.
-  TagClass* findClass(std::string_view name);
+  TagClass* findClass(std::string_view name, const TagData* from = nullptr);
   // A global: that of the module with the file name `moduleName`, else of the first module that has
   // one, else the class of that name.
   TagItem* findGlobal(std::string_view name, std::string_view moduleName);
   // A member of a class of the project or of its bases there. cDeclaration accepts prototypes and
   // tags with an access; cDefinition accepts everything but prototypes.
   TagItem* findMember(std::string_view className, std::string_view memberName, Want want,
-                      int depth = 0);
+                      int depth = 0, const TagData* from = nullptr);
   // A member of a class or its bases, without definitions outside of the class.
-  TagItem* findMemberInClass(std::string_view className, std::string_view memberName,
-                             int depth = 0);
+  TagItem* findMemberInClass(std::string_view className, std::string_view memberName, int depth = 0,
+                             const TagData* from = nullptr);
   // The last member of a path such as "a.b.c", where `a` is a member of `typeName`.
-  TagItem* findMemberPath(std::string_view path, std::string_view typeName);
+  TagItem* findMemberPath(std::string_view path, std::string_view typeName,
+                          const TagData* from = nullptr);
   // Appends the members of a class and its bases whose names begin with `prefix`, without
   // definitions outside of the class. A base that is met again is listed once. A class that isn't
   // found is logged.
   void listMembers(std::vector<TagItem*>& out, std::string_view className, std::string_view prefix,
-                   int depth = 0);
+                   int depth = 0, const TagData* from = nullptr);
   // Appends the first global, then the first class, struct or union, and then the first enumerator
   // of each name with this prefix in the project, in the order of names.
   void listGlobals(std::vector<TagItem*>& out, std::string_view prefix);
@@ -67,10 +76,16 @@ class TagLookup {
   const TagIndex& EnsureIndex();
 
  private:
-  TagClass* ClassOf(std::string_view name);
+  using ClassPlaces = std::vector<TagIndex::Place<TagClass>>;
+
+  TagClass* ClassOf(std::string_view name, const TagData* from);
+  TagClass* ProjectClass(std::string_view name, const TagData* from);
+  std::vector<TagClass*> AllRecords(std::string_view name, const TagData* from);
 
   CodeSources& sources;
   TagIndex index;
+  IncludeGraph includes;
+  const TagData* front = nullptr;
 };
 
 }  // namespace zendry

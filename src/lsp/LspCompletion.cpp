@@ -48,13 +48,13 @@ Json CompletionAnswer(const LspQuestion& question, bool isTyped) {
   if (isTyped && !IsCodeAt(text.View().substr(0, caret)))
     return AnswerWith(std::move(items), false);
   const std::string left = ExpressionLeftOf(text);
-  if (!RequestOf(left)) return AnswerWith(std::move(items), true);
   const CompletionList list = question.folder.completion.Complete(text, left);
   for (size_t i = 0; i < list.rows.size(); ++i) {
     items.push_back(ItemOf(list.rows[i]));
     if (i == list.selected && i > 0) items.back()["preselect"] = true;
   }
-  return AnswerWith(std::move(items), false);
+  const bool isTooShort = list.rows.empty() && !RequestOf(left);
+  return AnswerWith(std::move(items), isTooShort);
 }
 
 }  // namespace zendry

@@ -11,6 +11,10 @@ namespace zendry {
 namespace {
 
 constexpr std::string_view cStampStart = "<stamp ";
+constexpr std::string_view cHeadersStart = "<reference ";
+constexpr std::string_view cHeadersEnd = "</reference>\n";
+constexpr std::string_view cGlobalsEnd = "</globals>\n";
+constexpr std::string_view cClassEnd = "</class>\n";
 constexpr size_t cFamilyPrefix = 6;  // of "basic_string"
 constexpr int cReadBackAccess = 1;
 
@@ -36,10 +40,10 @@ class CacheWriter {
     Line("reference", 0, {.n = "lib"});
     for (const HeaderRec& header : data.headers)
       Line("hdr", 1, {header.name, header.options, header.path, "", header.id});
-    text += "</reference>\n";
+    text += cHeadersEnd;
     Line("globals", 0, {.n = std::to_string(data.globals.size())});
     for (const TagItem& item : data.globals) WriteItem(item);
-    text += "</globals>\n";
+    text += cGlobalsEnd;
     for (const auto& [name, tagClass] : data.classes) WriteClass(tagClass);
     return std::move(text);
   }
@@ -64,7 +68,7 @@ class CacheWriter {
               tagClass.inheritance, isShortened ? name : "", tagClass.fileId});
     if (!written) return;
     for (const TagItem& member : tagClass.members) WriteItem(member);
-    text += "</class>\n";
+    text += cClassEnd;
   }
 
   bool IsGood(const XmlTag& tag) const {
@@ -175,6 +179,14 @@ bool IsCacheTrue(std::string_view text, const uint64_t* definitionMark) {
   if (!TokensFit(source.text) || !tag.read(&source)) return false;
   if (text.substr(start) != Stamp(tag.n, text.substr(0, start))) return false;
   return !definitionMark || tag.n == HexadecimalMark(*definitionMark);
+}
+
+bool IsUnstampedCache(std::string_view text) {
+  const size_t headers = text.find(cHeadersEnd);
+  const size_t globals = text.find(cGlobalsEnd, headers == text.npos ? text.size() : headers);
+  const bool hasBoth = text.starts_with(cHeadersStart) && globals != text.npos;
+  return hasBoth && text.ends_with(cClassEnd) && text.find(cStampStart) == text.npos &&
+         TokensFit(text);
 }
 
 void ReadCacheText(std::string_view text, TagData& data) {

@@ -22,8 +22,8 @@ class TagData;
 //
 // The stamp makes it possible to trust the text: it holds the mark (TextMark.h) of the definition
 // file that the text was made from and the mark of all bytes before the stamp. A text that was cut,
-// damaged, written by another program or made from another definition (one of another compiler,
-// say) has no matching stamp. Readers that don't know the stamp pass over it.
+// damaged or made from another definition (one of another compiler, say) has no matching stamp. A
+// text without any stamp is trusted as well. Readers that don't know the stamp pass over it.
 
 // The text for `data`. Classes with a leading "_" are left out. A class of the family
 // "basic_string" (letters 0, 4 and 5 are "b", "c" and "_", at least 7 of them) is written without
@@ -33,6 +33,10 @@ class TagData;
 // long as the text can be read at all. If it couldn't be read, or a value is too long for any
 // reader, the element is written without signature, without type or bases, or is left out.
 std::string CacheText(const TagData& data, uint64_t definitionMark);
+
+// True if a text has all parts of the format and no stamp. One that was cut between two classes is
+// taken for whole: nothing tells their number.
+bool IsUnstampedCache(std::string_view text);
 
 // True if a text ends with a stamp that matches it and, if one is given, its definition.
 bool IsCacheTrue(std::string_view text, const uint64_t* definitionMark);

@@ -136,6 +136,11 @@ TagClass* TagIndex::FindClass(std::string_view name) const {
   return nullptr;
 }
 
+TagData* TagIndex::FindModule(std::string_view fileName) const {
+  const auto found = files.find(fileName);
+  return fileName.empty() || found == files.end() ? nullptr : modules[found->second.front().module];
+}
+
 TagItem* TagIndex::FindGlobal(std::string_view name, std::string_view moduleName) const {
   const auto found = globals.find(name);
   if (found == globals.end()) return nullptr;

@@ -37,6 +37,8 @@ class TagIndex {
   // The first global of that name; one of the module with this file name comes before all others.
   // Its `module` is set.
   TagItem* FindGlobal(std::string_view name, std::string_view moduleName) const;
+  // The first module with this file name; null without one.
+  TagData* FindModule(std::string_view fileName) const;
   // The places of all names, in their order.
   const Places<TagItem>& AllGlobals() const { return globals; }
   const Places<TagClass>& AllClasses() const { return classes; }

@@ -85,7 +85,8 @@ void WriteCache(const TagData& library, const std::string& definition, uint64_t 
 // The tags of a definition from its cache, if that can be trusted.
 bool LoadCache(TagData& library, const std::string& definition, const uint64_t* definitionMark) {
   const mavro::FileText cache = mavro::ReadFileText(CachePath(definition));
-  if (!cache.Ok() || !IsCacheTrue(cache.text, definitionMark)) return false;
+  if (!cache.Ok()) return false;
+  if (!IsCacheTrue(cache.text, definitionMark) && !IsUnstampedCache(cache.text)) return false;
   ReadCacheText(cache.text, library);
   return true;
 }

@@ -11,9 +11,15 @@ target_link_libraries(make_tests PRIVATE zendry-core GTest::gmock GTest::gtest_m
 gtest_discover_tests(make_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS e2e)
 
 # The tools that need no window start without the toolkit's libraries.
-foreach(tool IN ITEMS Make Tags)
+foreach(tool IN ITEMS Lsp Make Tags)
   string(TOLOWER zendry-${tool} program)
   add_test(NAME Zendry${tool}.LinksNoToolkit
     COMMAND ${CMAKE_COMMAND} -D PROGRAM=$<TARGET_FILE:${program}> -P ${CMAKE_CURRENT_LIST_DIR}/LinksNoToolkit.cmake)
   set_tests_properties(Zendry${tool}.LinksNoToolkit PROPERTIES LABELS e2e TIMEOUT 60)
 endforeach()
+
+# zendry-lsp as a client starts it.
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+add_test(NAME e2e.lsp COMMAND ${Python3_EXECUTABLE} -B ${CMAKE_CURRENT_LIST_DIR}/lsp_test.py)
+set_tests_properties(e2e.lsp PROPERTIES LABELS e2e TIMEOUT 120
+  ENVIRONMENT "ZENDRY_LSP=$<TARGET_FILE:zendry-lsp>;ZENDRY_SOURCE=${CMAKE_SOURCE_DIR};ZENDRY_BUILD=${CMAKE_BINARY_DIR}")

@@ -67,5 +67,23 @@ TEST_F(MemberLists, NamesOfPrivateTypes_EndLikeTheirClass) {
             "y");
 }
 
+// The body of such a macro belongs to a class that derives from the macro's first argument.
+TEST_F(MemberLists, InAMacroWithABlock_HaveThoseOfTheFixture) {
+  project.Add("/p/fixture.h",
+              "class Db {\npublic:\n  void get();\n};\n"
+              "class DbTest : public testing::Test {\nprotected:\n  Db* db_;\n  void Fill();\n"
+              "private:\n  int hidden;\n};\n");
+  const auto in = [&](const std::string& body) {
+    return Names("#include \"fixture.h\"\nTEST_F(DbTest, Reads) {\n  " + body + "\n}\n");
+  };
+  EXPECT_EQ(in("db_->@"), "get");
+  EXPECT_EQ(in("this->db_->@"), "get");
+  EXPECT_EQ(in("(*db_).@"), "get");
+  EXPECT_EQ(in("this->F@"), "Fill");
+  EXPECT_EQ(in("Fi@"), "Fill");
+  EXPECT_EQ(in("db@"), "db_");
+  EXPECT_EQ(in("auto* x = db_; x->@"), "get");
+}
+
 }  // namespace
 }  // namespace zendry

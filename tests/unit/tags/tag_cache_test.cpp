@@ -337,6 +337,16 @@ TEST(TagCache, TextOfSomebodyElse_IsNot) {
   EXPECT_FALSE(IsCacheTrue(Text(Library()) + Text(Library()), nullptr));
 }
 
+TEST(TagCache, TextWithoutItsStamp_IsWhole) {
+  const std::string text = Text(Library());
+  EXPECT_FALSE(IsUnstampedCache(text));
+  EXPECT_TRUE(IsUnstampedCache(text.substr(0, text.rfind("<stamp"))));
+  EXPECT_FALSE(IsUnstampedCache(text.substr(0, text.rfind("<stamp") - 1)));
+  EXPECT_FALSE(IsUnstampedCache(""));
+  EXPECT_FALSE(IsUnstampedCache("<class n=\"Box\">\n</class>\n"));
+  EXPECT_FALSE(IsUnstampedCache("<reference n=\"lib\">\n</reference>\n"));
+}
+
 TEST(TagCache, BytesAtRandom_AreNeitherTrueNorHarmful) {
   std::mt19937 random(1);
   for (int round = 0; round < 200; ++round) {

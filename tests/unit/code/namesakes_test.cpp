@@ -1,0 +1,105 @@
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "ParsedProject.h"
+
+// Names that exist twice in a project: those of the file in front and of what it includes go first.
+
+namespace zendry {
+namespace {
+
+class Namesakes : public ::testing::Test {
+ protected:
+  Namesakes() {
+    project.Add("/p/one/options.h",
+                "struct Options {\n  int oneWidth;\n  void oneApply();\n};\n"
+                "int theLimit();\nextern Options theOptions;\n");
+    project.Add("/p/one/options.cpp",
+                "#include \"options.h\"\nvoid Options::oneApply() {\n}\nOptions theOptions;\n");
+    project.Add("/p/two/options.h",
+                "struct Options {\n  int twoWidth;\n  void twoApply();\n};\nlong theLimit();\n");
+    project.Add("/p/two/options.cpp", "#include \"options.h\"\nvoid Options::twoApply() {\n}\n");
+    project.Add("/p/two/thing.h",
+                "#include \"options.h\"\nstruct Thing : Options {\n  Options options;\n};\n");
+  }
+  static std::string Function(const std::string& include, const std::string& body) {
+    return "#include \"" + include + "\"\nvoid f() {\n  " + body + "\n}\n";
+  }
+  // The file and line of the symbol at the caret.
+  std::string Target(const std::string& path, const std::string& withCaret) {
+    const test::CodeText editor = project.Edit(path, withCaret);
+    ResolveInfo info;
+    if (!project.completion.wizard.resolveAt(editor, info, 0)) return "";
+    return info.file + ":" + std::to_string(info.targetLine);
+  }
+
+  test::ParsedProject project;
+};
+
+TEST_F(Namesakes, ClassThatIsIncluded_GoesFirst) {
+  EXPECT_EQ(project.Names("/p/one/main.cpp", Function("options.h", "Options o; o.@")),
+            "oneApply oneWidth");
+  EXPECT_EQ(project.Names("/p/two/main.cpp", Function("options.h", "Options o; o.@")),
+            "twoApply twoWidth");
+  EXPECT_EQ(project.Names("/p/two/main.cpp", Function("options.h", "Options o; o.two@")),
+            "twoApply twoWidth");
+  EXPECT_EQ(project.Names("/p/two/main.cpp", Function("options.h", "Options::@")),
+            "twoApply twoWidth");
+  EXPECT_EQ(project.Names("/p/main.cpp", Function("two/options.h", "Options o; (&o)->@")),
+            "twoApply twoWidth");
+}
+
+TEST_F(Namesakes, ClassThatIsIncludedByAnIncludedFile_GoesFirst) {
+  EXPECT_EQ(project.Names("/p/main.cpp", Function("two/thing.h", "Options o; o.@")),
+            "twoApply twoWidth");
+}
+
+TEST_F(Namesakes, ClassOfTheFileInFront_GoesBeforeTheIncludedOne) {
+  EXPECT_EQ(project.Names("/p/main.cpp",
+                          "#include \"one/options.h\"\nstruct Options { int own; };\n"
+                          "void f() {\n  Options o;\n  o.@\n}\n"),
+            "own");
+}
+
+TEST_F(Namesakes, WithoutAnInclude_TheFirstOfTheProjectGoes) {
+  EXPECT_EQ(project.Names("/p/main.cpp", Function("none.h", "Options o; o.@")),
+            "oneApply oneWidth");
+}
+
+TEST_F(Namesakes, TypeOfAMember_IsTheClassThatItsFileMeans) {
+  EXPECT_EQ(project.Names("/p/one/main.cpp",
+                          "#include \"options.h\"\n#include \"../two/thing.h\"\n"
+                          "void f() {\n  Thing t;\n  t.options.@\n}\n"),
+            "twoApply twoWidth");
+}
+
+TEST_F(Namesakes, Base_IsTheClassThatItsFileMeans) {
+  EXPECT_EQ(project.Names("/p/one/main.cpp",
+                          "#include \"options.h\"\n#include \"../two/thing.h\"\n"
+                          "void f() {\n  Thing t;\n  t.@\n}\n"),
+            "options twoApply twoWidth");
+}
+
+TEST_F(Namesakes, InADefinition_TheClassOfItsFileCounts) {
+  EXPECT_EQ(project.Names("/p/two/options.cpp",
+                          "#include \"options.h\"\nvoid Options::twoApply() {\n  this->@\n}\n"),
+            "twoApply twoWidth");
+  EXPECT_EQ(project.Names("/p/two/options.cpp",
+                          "#include \"options.h\"\nvoid Options::twoApply() {\n  two@\n}\n"),
+            "twoApply twoWidth");
+}
+
+TEST_F(Namesakes, Symbols_LeadToTheirOwnFile) {
+  EXPECT_EQ(Target("/p/two/main.cpp", Function("options.h", "Options* o; o->twoAp@ply();")),
+            "/p/two/options.h:2");
+  EXPECT_EQ(Target("/p/two/main.cpp", Function("options.h", "return theLi@mit();")),
+            "/p/two/options.h:4");
+  EXPECT_EQ(Target("/p/one/main.cpp", Function("options.h", "return theLi@mit();")),
+            "/p/one/options.h:4");
+  EXPECT_EQ(Target("/p/two/main.cpp", Function("options.h", "g(Opti@ons());")),
+            "/p/two/options.h:0");
+}
+
+}  // namespace
+}  // namespace zendry
