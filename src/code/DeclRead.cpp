@@ -148,7 +148,7 @@ int StatementStart(const CodeTokens& tokens, int index, StepBudget& budget) {
 
 int TypeStart(const CodeTokens& tokens, int end) {
   int at = end - 1;
-  while (tokens.IsOneOf(at, cAfterPointer)) --at;
+  while (tokens.IsOneOf(at, cAfterPointer) || IsMacroBeforePointer(tokens, at)) --at;
   for (;;) {
     if (tokens.Is(at, ">")) at = tokens.AngleStart(at) - 1;
     if (at < 0 || !tokens.IsWord(at) || !CanNameType(tokens.Text(at))) return -1;

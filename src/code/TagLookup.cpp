@@ -68,12 +68,20 @@ class ClassWalk {
     return nullptr;
   }
 
+  // A base may be written with its namespaces, which tags don't know.
+  TagItem* WalkBase(std::string_view name, int depth, const TagData* from) {
+    size_t colon = name.find("::");
+    for (; colon != name.npos && records(name, from).empty(); colon = name.find("::"))
+      name.remove_prefix(colon + 2);
+    return Walk(name, depth, from);
+  }
+
  private:
   TagItem* WalkRecord(TagClass& record, int depth) {
     for (TagItem& member : record.members)
       if (visit(record, member)) return &member;
     for (std::string_view bases = record.inheritance; !bases.empty();)
-      if (TagItem* hit = Walk(TakeLastBase(bases), depth + 1, record.module)) return hit;
+      if (TagItem* hit = WalkBase(TakeLastBase(bases), depth + 1, record.module)) return hit;
     return nullptr;
   }
 
@@ -279,8 +287,12 @@ void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
     TagData* module = index.Modules()[number];
     for (TagItem& item : module->globals)
       if (item.line >= record->line && &item != record) list(item, module);
-    for (auto& [key, item] : module->classes)
+    for (auto& [key, item] : module->classes) {
       if (item.line >= record->line) list(item, module);
+      if (item.line >= 0 || key.find("::") != key.npos) continue;
+      for (TagItem& member : item.members)
+        if (member.kind == cEnumerator && member.line >= record->line) list(member, module);
+    }
   }
 }
 

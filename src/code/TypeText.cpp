@@ -2,6 +2,7 @@
 
 #include "code/CodeTokens.h"
 #include "code/DeclScan.h"
+#include "tags/TagMacros.h"
 
 namespace zendry {
 
@@ -126,9 +127,14 @@ std::optional<TypeText> ReadType(const CodeTokens& tokens, int& at) {
   return ReadTypeAt(tokens, at, 0);
 }
 
+bool IsMacroBeforePointer(const CodeTokens& tokens, int at) {
+  const bool isBetween = tokens.Is(at + 1, "*") && tokens.IsWord(at - 1) && tokens.IsWord(at);
+  return isBetween && IsInCapitals(tokens.Text(at)) && CanNameType(tokens.Text(at - 1));
+}
+
 int ReadPointers(const CodeTokens& tokens, int& at) {
   int pointers = 0;
-  for (; tokens.IsOneOf(at, "* & && const volatile"); ++at)
+  for (; tokens.IsOneOf(at, "* & && const volatile") || IsMacroBeforePointer(tokens, at); ++at)
     if (tokens.Is(at, "*")) ++pointers;
   return pointers;
 }

@@ -45,6 +45,8 @@ TypeText TypeOfName(std::string_view name, bool isExact = true);
 // Reads the type at the token `at`, without the pointers after it, and moves `at` to the token
 // after the type. Without a type there, it returns nothing and `at` may be anywhere.
 std::optional<TypeText> ReadType(const CodeTokens& tokens, int& at);
+// True for a word such as FAR between a type and its "*".
+bool IsMacroBeforePointer(const CodeTokens& tokens, int at);
 // Reads "*", "&" and "const" after a type. Returns the number of pointers.
 int ReadPointers(const CodeTokens& tokens, int& at);
 // Reads a whole text as a type with its pointers.

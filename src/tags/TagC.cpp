@@ -9,6 +9,15 @@ namespace zendry {
 
 TagC theTagC;
 
+namespace {
+
+bool IsClassLike(Declaration declaration) {
+  return declaration == DECLARES_CLASS || declaration == DECLARES_STRUCT ||
+         declaration == DECLARES_UNION;
+}
+
+}  // namespace
+
 bool TagC::runPass(int passCount, Language theLanguage, bool isHeaderFile) {
   MAVRO_ASSERT_AS(passCount < 3, "passCount < 3");
   language = theLanguage;
@@ -54,8 +63,7 @@ void TagC::parseBlock(int blockLevel, Statement* parent) {
       ReadBlockBody(st, blockLevel);
       currentStatement = &st;
       theCpp.blockLevel = blockLevel;
-      if (unnamed.isNoted && PeekChar() == ';')
-        theTagParser.MoveMembers(unnamed.name, unnamed.memberCount, unnamed.outerName);
+      if (IsCOrCpp() && IsClassLike(st.declaration)) EndClassBlock(st, unnamed);
       if (isInitialiser) {
         const int c = PeekChar();
         if (c == ';' || c == ',') {
@@ -86,19 +94,34 @@ void TagC::ExtendContext(Statement& st) {
   st.seen.isQualified = true;
 }
 
-// The members of `union { int a; };` belong to the class around it, which is only known at its end.
 TagC::UnnamedBlock TagC::NoteUnnamedBlock(Statement& st) {
   UnnamedBlock block;
-  const bool isUnnamed = (st.declaration == DECLARES_STRUCT || st.declaration == DECLARES_UNION) &&
-                         !st.openedName.IsName() && !st.earlierToken(1).Is(TOKEN_ARGS);
-  if (!IsCOrCpp() || !isUnnamed || !st.HasContextualParent() || st.scope == SCOPEKIND_TYPEDEF)
-    return block;
+  const bool isUnnamed =
+      IsClassLike(st.declaration) && !st.openedName.IsName() && !st.earlierToken(1).Is(TOKEN_ARGS);
+  if (!IsCOrCpp() || !isUnnamed) return block;
   FindFullScope(st);
-  block.isNoted = !fullScope.empty();
+  block.isNoted = true;
   block.outerName = fullScope;
-  block.name = fullScope + "::<anonymous>";
+  if (!fullScope.empty()) block.name = fullScope + "::<anonymous>";
   block.memberCount = theTagParser.MemberCount(block.name);
   return block;
+}
+
+// The members of `union { int a; };` belong to the class around it. Those of `union { int a; } u;`
+// get a class of their own, which is the type of `u`; those of a block with a name have one.
+void TagC::EndClassBlock(Statement& st, const UnnamedBlock& unnamed) {
+  const bool isVariable = PeekChar() != ';';
+  if (unnamed.isNoted && isVariable) {
+    st.blockType = theTagParser.NameBlock(unnamed.name, unnamed.memberCount,
+                                          KindOf(language, TagTypeOf(st.declaration)).letter,
+                                          theCpp.lines.tagLine);
+  } else if (unnamed.isNoted && !unnamed.outerName.empty() && st.scope != SCOPEKIND_TYPEDEF) {
+    theTagParser.MoveMembers(unnamed.name, unnamed.memberCount, unnamed.outerName);
+  } else if (isVariable && st.openedName.IsName()) {
+    FindFullScope(st);
+    st.blockType = fullScope;
+    PutAfter(st.blockType, st.openedName.name, Separator());
+  }
 }
 
 // True for values in braces directly after a declared name: `int x{1};`.

@@ -44,16 +44,17 @@ class TagC {
     bool end = false;
   };
 
-  // A block of a structure or union without a name, and how many members others like it left.
+  // A block of a structure or union without a name.
   struct UnnamedBlock {
     bool isNoted = false;
-    std::string name;
-    std::string outerName;
-    size_t memberCount = 0;
+    std::string name;        // of the class that its members go to first; "" for the globals
+    std::string outerName;   // of the class around it; "" without one
+    size_t memberCount = 0;  // what is in the class of that name before
   };
 
   // Blocks (TagC.cpp).
   UnnamedBlock NoteUnnamedBlock(Statement& st);
+  void EndClassBlock(Statement& st, const UnnamedBlock& unnamed);
   void parseBlock(int blockLevel, Statement* parent);
   void ReadBlockBody(Statement& st, int blockLevel);
   bool IsBraceInitialiser(Statement& st) const;
@@ -152,6 +153,7 @@ class TagC {
   void MakeTag(Statement& st, const Token& token, bool isFileScope, TagType type);
   void FindScope(Statement& st);
   void FindFullScope(Statement& st);
+  static void PutAfter(std::string& names, std::string_view name, std::string_view separator);
   void FillExtra(TagFacts& facts, const Statement& st, TagType type);
   void SetTypeRef(TagFacts& facts, Statement& st);
   const Token& TypeAt(Statement& st, int n) const;

@@ -19,7 +19,8 @@ struct TagFacts {
   std::string_view scopeName;      // its qualified name; for a class-like tag the tag's own name
   std::string_view namespaceName;  // the namespace part of the scope
   std::string_view signature;
-  std::string_view typeRef;  // "@" stands for the type of the tag before
+  std::string_view typeRef;    // "@" stands for the type of the tag before
+  std::string_view blockType;  // the class whose block comes before the name: `struct {...} name;`
 };
 
 }  // namespace zendry

@@ -49,12 +49,12 @@ std::string_view KindName(Language language, TagType type) {
   return kind == nullptr ? std::string_view("class") : kind->name;
 }
 
-void PutAfter(std::string& names, std::string_view name, std::string_view separator) {
+}  // namespace
+
+void TagC::PutAfter(std::string& names, std::string_view name, std::string_view separator) {
   if (!names.empty() && !name.empty()) names += separator;
   names += name;
 }
-
-}  // namespace
 
 std::string_view TagC::Separator() const {
   return IsJavaOrCSharp() ? "." : "::";
@@ -118,6 +118,7 @@ void TagC::MakeTag(Statement& st, const Token& token, bool isFileScope, TagType 
   facts.kind = kind.letter;
   if (HasExtraFields(type)) FillExtra(facts, st, type);
   SetTypeRef(facts, st);
+  facts.blockType = st.blockType;
   if (IsClassLike(type)) {
     fullName = fullScope;
     PutAfter(fullName, token.name, Separator());

@@ -1,6 +1,8 @@
 #include "tags/TagParser.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 
 #include "AsciiCase.h"
 #include "Assert.h"
@@ -22,6 +24,11 @@ constexpr size_t cAccessLetter = 2;  // the letter that is different in each acc
 
 bool IsClassLike(char kind) {
   return kind == 's' || kind == 'c' || kind == 'u';
+}
+
+// True for data members and functions.
+bool MayBeMember(const TagItem& item) {
+  return item.kind == 'm' || item.kind == 'p' || item.kind == 'f';
 }
 
 // The class that an enumerator's enumeration is in, or the enumeration's own name.
@@ -93,6 +100,8 @@ bool TagParser::OpenSource(const std::string& path) {
   tagData->Changed();
   theCpp.lines.Start(*reader, *tagData);
   tagCount = 0;
+  blockCount = 0;
+  source = path;
   lastType.clear();
   lastClass = nullptr;
   return true;
@@ -123,19 +132,34 @@ void TagParser::SetLimits(int newMostTags, size_t longestLine) {
 }
 
 size_t TagParser::MemberCount(std::string_view className) const {
+  if (className.empty()) return tagData->globals.size();
   const auto found = tagData->classes.find(className);
   return found == tagData->classes.end() ? 0 : found->second.members.size();
 }
 
 void TagParser::MoveMembers(std::string_view from, size_t first, std::string_view to) {
-  const auto source = tagData->classes.find(from);
   const auto target = tagData->classes.find(to);
-  if (source == tagData->classes.end() || target == tagData->classes.end() || source == target)
-    return;
-  std::vector<TagItem>& members = source->second.members;
-  for (size_t i = first; i < members.size(); ++i)
-    target->second.members.push_back(std::move(members[i]));
-  if (first < members.size()) members.resize(first);
+  if (target == tagData->classes.end() || from == to || first >= MemberCount(from)) return;
+  std::vector<TagItem>& members = EnsureClass(from).members;
+  const auto begin = members.begin() + static_cast<std::ptrdiff_t>(first);
+  std::move(begin, members.end(), std::back_inserter(target->second.members));
+  members.erase(begin, members.end());
+}
+
+std::string TagParser::NameBlock(std::string_view from, size_t first, char kind, int line) {
+  const std::string name = "<anonymous " + std::to_string(++blockCount) + " of " + source + ">";
+  if (first >= MemberCount(from)) return name;
+  std::vector<TagItem>& items = from.empty() ? tagData->globals : EnsureClass(from).members;
+  TagClass& record = EnsureClass(name);
+  record.name = name;
+  record.line = line;
+  record.fileId = fileId;
+  record.kind = kind;
+  const auto begin = items.begin() + static_cast<std::ptrdiff_t>(first);
+  const auto moved = std::stable_partition(begin, items.end(), std::not_fn(MayBeMember));
+  std::move(moved, items.end(), std::back_inserter(record.members));
+  items.erase(moved, items.end());
+  return name;
 }
 
 void TagParser::CountTag() {
@@ -157,28 +181,28 @@ TagClass& TagParser::EnsureClass(std::string_view name) {
   return *lastClass;
 }
 
+// The members of the class of this name, which is known only from them when it is new.
+std::vector<TagItem>& TagParser::MembersOf(std::string_view className) {
+  TagClass& record = EnsureClass(className);
+  if (record.name.empty()) {
+    record.name = className;
+    record.line = -1;
+    record.fileId = fileId;
+    record.kind = 0;
+    record.owner = nullptr;
+  }
+  return record.members;
+}
+
 void TagParser::StoreItem(const TagFacts& facts) {
   const bool isMember = facts.scopeKind.data() != nullptr;
-  std::vector<TagItem>* items = &tagData->globals;
-  if (isMember) {
-    const std::string_view className = ClassName(facts);
-    TagClass& record = EnsureClass(className);
-    if (record.name.empty()) {
-      record.name = className;
-      record.line = -1;
-      record.fileId = fileId;
-      record.kind = 0;
-      record.owner = nullptr;
-    }
-    items = &record.members;
-  }
-  TagItem& item = items->emplace_back();
+  TagItem& item = (isMember ? MembersOf(ClassName(facts)) : tagData->globals).emplace_back();
   item.line = facts.lineNumber;
   item.fileId = fileId;
   item.kind = facts.kind;
   item.name = facts.name;
   item.signature = facts.signature;
-  item.type = facts.typeRef;
+  item.type = facts.typeRef.empty() ? facts.blockType : facts.typeRef;
   if (isMember && facts.access.size() > cAccessLetter) item.access = facts.access[cAccessLetter];
 }
 

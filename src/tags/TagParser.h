@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/FileReader.h"
 #include "tags/TagFacts.h"
@@ -14,6 +15,7 @@ namespace zendry {
 class OutputShell;
 class TagData;
 struct TagClass;
+struct TagItem;
 
 // Finds the tags of a source text: classes, functions, members, macros ... and the names that it
 // includes, and puts them into a store. There is one parser, since one text is parsed at a time. It
@@ -40,11 +42,15 @@ class TagParser {
   void SetLimits(int newMostTags, size_t longestLine);
   // Stores a tag that the declaration parser found.
   void addTag(const TagFacts& entry);
-  // How many members the class of that name has so far.
+  // How many members the class of that name has so far; how many globals the store has, for "".
   size_t MemberCount(std::string_view className) const;
   // Moves the members from that number on to another class, whose name they are reached by: those
   // of a union or structure that has neither a name nor a variable.
   void MoveMembers(std::string_view from, size_t first, std::string_view to);
+  // Moves the data and functions from that number on to a new class without a name: those of the
+  // type of a variable, or of an alias. `from` is "" for the globals. Returns the name by which the
+  // store has the class, which no other text uses.
+  std::string NameBlock(std::string_view from, size_t first, char kind, int line);
   // Writes to the shell's output; to the trace log without a shell.
   void logMessage(std::string_view text, std::string_view detail = {});
 
@@ -68,6 +74,7 @@ class TagParser {
   bool OpenSource(const std::string& path);
   void CountTag();
   TagClass& EnsureClass(std::string_view name);
+  std::vector<TagItem>& MembersOf(std::string_view className);
   void StoreItem(const TagFacts& facts);
   void StoreClass(const TagFacts& facts);
 
@@ -75,7 +82,9 @@ class TagParser {
   FileReader* reader = nullptr;
   FileReader defaultReader;
   std::string lastType;  // type of the last tag that had one
+  std::string source;    // the path of the text
   int tagCount = 0;
+  int blockCount = 0;  // classes without a name
   int fileId = 0;
   TagClass* lastClass = nullptr;  // the class that the last tag went to
   std::string_view lastClassName;

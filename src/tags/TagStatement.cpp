@@ -120,6 +120,7 @@ void Statement::resetStatement(bool partial, int line) {
     scope = SCOPEKIND_GLOBAL;
     declaration = HasContextualParent() ? DECLARES_BASE : DECLARES_NONE;
     access = defaultAccess;
+    blockType.clear();
   }
   isPartial = partial;
   seen = {};

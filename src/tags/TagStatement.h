@@ -144,8 +144,9 @@ struct Statement {
   int tokenIndex = 0;
   int stepCount = 0;  // tokens of the statement before the active one
   std::array<Token, cRing> token;
-  Token context;     // the qualifier of a name such as a::b
-  Token openedName;  // the name of the block that the statement opened
+  Token context;          // the qualifier of a name such as a::b
+  Token openedName;       // the name of the block that the statement opened
+  std::string blockType;  // the class that the statement's block has declared, by its store's name
   Access access = ACCESS_UNKNOWN;
   Access defaultAccess = ACCESS_UNKNOWN;
   std::string baseNames;  // joined by commas
