@@ -86,7 +86,7 @@ class EditTabs : public mavro::TabCtrl {
   // Saves the tabs with changes; then the project, if it has changes, and its session.
   void SaveAll();
   // Saves only the tabs with changes.
-  void SaveChanged();
+  void SaveChanged(CppEditor::SavedBy by);
 
   // Applies the settings to all editors.
   void ApplySettings();
@@ -122,7 +122,7 @@ class EditTabs : public mavro::TabCtrl {
   bool MayTakeName(EditTab& tab, const std::string& path);
   bool MayOverwrite(CppEditor& editor);
   bool CanClose(EditTab& tab);
-  bool Save(EditTab& tab, SaveName name);
+  bool Save(EditTab& tab, SaveName name, CppEditor::SavedBy by = CppEditor::SavedBy::cUser);
   void ActiveChanged();
 
   EditorHost* host;
