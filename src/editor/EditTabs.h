@@ -108,6 +108,8 @@ class EditTabs : public mavro::TabCtrl {
   // The tab in front, or null.
   EditTab* Active() const;
   EditTab* GetTab(int index) const;
+  // The tabs in the order in which they were in front, the one in front first.
+  const std::vector<const EditTab*>& LastUsed() const { return lastUsed; }
   void RemoveMark(EditorMark mark);
 
  private:

@@ -6,6 +6,7 @@
 #include "config/EditorSettings.h"
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
+#include "editor/TabList.h"
 
 namespace zendry {
 
@@ -66,6 +67,7 @@ constexpr CommandRow cRows[] = {
     {cEndLastLineCommand, "&End the last line"},
     {mavro::cEndSubmenuRow},
     {mavro::cSubmenuRow, "&Tabs"},
+    {cTabListCommand, "&Open tabs...", cControlKey | cShiftKey | 'O'},
     {cLastTabCommand, "&Last used", cControlKey | mavro::Key::cTab},
     {cCloseTabCommand, "&Close", cControlKey | 'W'},
     {mavro::cSeparatorRow},
@@ -150,6 +152,7 @@ void EditorActs::CarryOut(int id) {
   if (!tab) return;
   if (id == cLastTabCommand) return tabs->ShowLastUsed();
   if (id == cCloseTabCommand) return tabs->OnCommand(cCloseCommand);
+  if (id == cTabListCommand) return ChooseTab(*tabs);
   if (id >= cFirstTabCommand && id <= cNinthTabCommand) return tabs->Show(id - cFirstTabCommand);
   if (int* setting = SettingOf(id)) {
     *setting = !*setting;

@@ -30,6 +30,7 @@ enum EditorCommand {
   cCloseTabCommand = 881,
   cStripWhenSavingCommand = 882,
   cEndLastLineCommand = 883,
+  cTabListCommand = 884,
   cFirstTabCommand = 891,
   cNinthTabCommand = 899
 };
