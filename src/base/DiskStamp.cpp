@@ -1,6 +1,8 @@
 #include "base/DiskStamp.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 
@@ -29,6 +31,11 @@ DiskStamp ReadDiskStamp(const std::string& path) {
           info.st_size,
           Nanoseconds(info.st_mtim),
           Nanoseconds(info.st_ctim)};
+}
+
+bool IsWriteProtected(const std::string& path) {
+  if (faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0) return false;
+  return errno == EACCES || errno == EPERM || errno == EROFS;
 }
 
 bool AreOneFile(const DiskStamp& a, const DiskStamp& b) {

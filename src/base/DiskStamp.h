@@ -23,6 +23,9 @@ struct DiskStamp {
 // system can't say.
 DiskStamp ReadDiskStamp(const std::string& path);
 
+// True for a file that may be read but not written, by its mode or that of its disk.
+bool IsWriteProtected(const std::string& path);
+
 // True if both exist and are states of one file: two names can lead to it. For names that are
 // nowhere on the disk this is false, even if they are equal.
 bool AreOneFile(const DiskStamp& a, const DiskStamp& b);

@@ -68,6 +68,7 @@ constexpr mavro::EditorLanguage MakeLanguage() {
   language.leftOutStyles = 64;
   language.quietStyles = BitsOf(cQuietStyles);
   language.directiveStyle = 9;
+  language.rawStyle = 20;
   language.lineComment = "//";
   language.fileFilter =
       "C/C++ (c cc cpp cxx h hh hxx hpp)|*.c;*.cc;*.cpp;*.cxx;*.h;*.hh;*.hpp;*.hxx";

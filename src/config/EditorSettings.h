@@ -14,6 +14,12 @@ struct EditorSettings {
   int useMonoFont = 0;
   int lineAboveOpenFolds = 0;  // 0: a line below each closed fold instead
   int lineNumbers = 0;
+  int wrapLines = 0;
+  int showWhiteSpace = 0;
+  int showLineEnds = 0;
+  // Changes that a save makes: no blanks at the ends of lines, and an end of the last line.
+  int stripBlanks = 0;
+  int endLastLine = 0;
   // The fonts that controls use, indexed by FontUse; each can be shown.
   std::array<FontRec, 3> fonts = IdeFonts().fonts;
 };

@@ -24,7 +24,6 @@ namespace {
 constexpr char cBoundsKey[] = "Bounds";
 constexpr char cSplitterKey[] = "split-h";
 constexpr char cMaximizedKey[] = "win-max";
-constexpr char cLineNumbersKey[] = "ed-linenum";
 constexpr char cFirstSizeKey[] = "first-size";  // percent of the screen
 constexpr int cFarthest = 800;                  // a window further right or down goes to the edge
 constexpr int cFarthestBack = -32767;           // no desktop reaches further left or up
@@ -35,6 +34,21 @@ constexpr int cLeastShare = 30;
 constexpr int cBelowSplitter = 79;  // room for the bottom pane
 constexpr int cDefaultTabSize = 4;
 constexpr int cMaxTabSize = 256;
+
+// Switches of the editor that are off at first. They are stored once they have been changed.
+struct EditorSwitch {
+  const char* key;
+  int EditorSettings::*isOn;
+};
+constexpr EditorSwitch cEditorSwitches[] = {
+    {"ed-linenum", &EditorSettings::lineNumbers},
+    {"ed-linefolds", &EditorSettings::lineAboveOpenFolds},
+    {"ed-wrap", &EditorSettings::wrapLines},
+    {"ed-blanks", &EditorSettings::showWhiteSpace},
+    {"ed-lineends", &EditorSettings::showLineEnds},
+    {"ed-strip", &EditorSettings::stripBlanks},
+    {"ed-lastline", &EditorSettings::endLastLine},
+};
 
 // The number in the form of "%g".
 std::string Number(int number) {
@@ -189,13 +203,12 @@ std::string IdeSession::Value(const std::string& key, std::string_view otherwise
 void IdeSession::TakeEditorSettings() const {
   EditorSettings& editor = theEditorSettings;
   editor.useTabs = Value("ed-usetab", "1") != "0";
-  editor.lineAboveOpenFolds = Value("ed-linefolds", "0") == "1";
   editor.tabSize = ParseInt(Value("ed-tabsize", "4"));
   if (editor.tabSize < 1 || editor.tabSize > cMaxTabSize) editor.tabSize = cDefaultTabSize;
   editor.indentSize = ParseInt(Value("ed-indsize", "4"));
   if (editor.indentSize < 0 || editor.indentSize > cMaxTabSize) editor.indentSize = cDefaultTabSize;
   editor.useMonoFont = Value("ed-usemono", "0") == "1";
-  editor.lineNumbers = Value(cLineNumbersKey, "0") == "1";
+  for (const EditorSwitch& row : cEditorSwitches) editor.*row.isOn = Value(row.key, "0") == "1";
 }
 
 void IdeSession::Load(const std::string& firstStart) {
@@ -283,8 +296,10 @@ void IdeSession::StoreSettings(const Placement& placement) {
   values["ed-tabsize"] = Number(theEditorSettings.tabSize);
   values["ed-indsize"] = Number(theEditorSettings.indentSize);
   values["ed-usemono"] = Flag(theEditorSettings.useMonoFont);
-  const std::string lineNumbers = Flag(theEditorSettings.lineNumbers);
-  if (lineNumbers != Value(cLineNumbersKey, "0")) values[cLineNumbersKey] = lineNumbers;
+  for (const EditorSwitch& row : cEditorSwitches) {
+    const bool isOn = theEditorSettings.*row.isOn != 0;
+    if (isOn != (Value(row.key, "0") == "1")) values[row.key] = Flag(isOn);
+  }
 }
 
 bool IdeSession::KeepDamagedText() {

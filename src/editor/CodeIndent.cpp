@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "SciEditor.h"
+#include "UndoStep.h"
 
 namespace zendry {
 
@@ -147,10 +148,8 @@ void CodeIndent::Typed(char typed) {
   const int line = editor.LineOf(caret);
   const char lineEnd = editor.Send(mavro::SCI_GETEOLMODE) == mavro::SC_EOL_CR ? '\r' : '\n';
   if (typed == lineEnd && line > 0) {
-    editor.Send(mavro::SCI_BEGINUNDOACTION);
-    OnNewLine(line);
-    editor.Send(mavro::SCI_ENDUNDOACTION);
-    return;
+    const mavro::UndoStep step(editor);
+    return OnNewLine(line);
   }
   constexpr std::string_view cMovers = "<>&|?:.,=+-*/{}()[]# ";
   if (cMovers.find(typed) == cMovers.npos) return;

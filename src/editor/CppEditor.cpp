@@ -36,6 +36,19 @@ const mavro::EditorLanguage* LanguageOf(const std::string& path) {
   return path.empty() || isSource ? &cCppLanguage : nullptr;
 }
 
+// In a text that is no source, two blanks at the end of a line may break it. In a list of changes
+// all blanks are part of the lines that it is about.
+mavro::SaveTidying TidyingOf(const std::string& path, CppEditor::SavedBy by) {
+  const std::string_view extension = std::string_view(path).substr(path.rfind('.') + 1);
+  const bool isOfChanges = extension == "diff" || extension == "patch";
+  mavro::SaveTidying tidying;
+  tidying.stripTrailing = theEditorSettings.stripBlanks != 0 && !isOfChanges;
+  tidying.ensureLastLine = theEditorSettings.endLastLine != 0;
+  tidying.keepBreaks = !LanguageOf(path);
+  tidying.keepCaretLines = by == CppEditor::SavedBy::cProgram;
+  return tidying;
+}
+
 // True if two states differ at most in the time of the last change of any kind.
 bool OnlyTouched(const DiskStamp& before, DiskStamp now) {
   now.touched = before.touched;
@@ -64,6 +77,9 @@ void CppEditor::ApplySettings() {
   options->fontSize = font.size;
   options->fontStyle = font.style;
   options->foldMargin = true;
+  options->wrapLines = settings.wrapLines != 0;
+  options->showWhiteSpace = settings.showWhiteSpace != 0;
+  options->showLineEnds = settings.showLineEnds != 0;
   options->lineAboveOpenFolds = settings.lineAboveOpenFolds != 0;
   options->keywordStyle = cKeywordStyle;
   indent.ApplyTo(*options);
@@ -87,6 +103,8 @@ mavro::FileResult CppEditor::Load(const std::string& path) {
   seenChanges = ChangeCount();
   bytesChanged = 0;
   rescue.Drop();
+  isProtected = false;
+  FollowPermission();
   return result;
 }
 
@@ -94,7 +112,9 @@ mavro::FileResult CppEditor::Reload() {
   const DiskStamp before = ReadDiskStamp(fileName);
   mavro::FileResult result;
   if (dirty) result = rescue.LeaveReplaced();
+  const bool wasReadOnly = IsReadOnly();
   if (result.Ok()) result = reload(fileName);
+  SetReadOnly(wasReadOnly);
   if (!result.Ok()) return result;
   stamp = before;
   storedDigest = TextDigest();
@@ -120,10 +140,10 @@ void CppEditor::TakeName(const std::string& name) {
 
 // A write in place that fails changes the file's time; that is not a change by another program. A
 // text that isn't stored under its name is unsaved.
-mavro::FileResult CppEditor::Save() {
+mavro::FileResult CppEditor::Save(SavedBy by) {
   const bool diskIsOurs = ReadDiskStamp(fileName) == stamp;
   const std::string nameBefore = std::exchange(storedName, fileName);
-  mavro::FileResult result = save(fileName);
+  mavro::FileResult result = save(fileName, TidyingOf(fileName, by));
   if (!result.Ok()) {
     storedName = nameBefore;
     if (diskIsOurs) AcceptDisk();
@@ -133,10 +153,25 @@ mavro::FileResult CppEditor::Save() {
   if (language != LanguageOf(fileName)) SetLanguage(LanguageOf(fileName));
   stamp = ReadDiskStamp(fileName);
   storedDigest = TextDigest();
+  FollowPermission();
   rescue.DropReplaced();
   liveText.parsed = false;
   theProject.parseOpenEditors(&liveText);
   return result;
+}
+
+// Unsaved changes of a file that may no longer be written can be worked on and saved elsewhere.
+void CppEditor::FollowPermission() {
+  const bool isNow = !fileName.empty() && IsWriteProtected(fileName);
+  if (isNow == isProtected) return;
+  isProtected = isNow;
+  SetReadOnly(isNow && !dirty);
+}
+
+std::string CppEditor::WhyReadOnly() const {
+  const std::string fact =
+      isProtected ? "Read only: you may not write this file." : "Read only: this text is locked.";
+  return fact + " \"Read only\" in the Edit menu lets you type";
 }
 
 void CppEditor::ShowLine(int line) {
@@ -186,6 +221,7 @@ int CppEditor::MarginWidth() const {
 std::string CppEditor::TextNote() const {
   std::string note = EncodingName() + "   " + LineEndName();
   if (Send(mavro::SCI_GETOVERTYPE)) note = "OVR   " + note;
+  if (IsReadOnly()) note = "Read only   " + note;
   if (IsHuge()) note += "   large file: plain";
   if (const int lines = LinesNotShown(); lines > 0)
     note += "   " + std::to_string(lines) + (lines == 1 ? " line not shown" : " lines not shown");
@@ -287,6 +323,10 @@ bool CppEditor::getCallTip(const std::string&, std::string& tip) {
 void CppEditor::onUpdateUI() {
   FollowChanges();
   if (EditorHost* host = tab.Host()) host->ShowCaretOf(*this);
+}
+
+void CppEditor::onRefusedChange() {
+  if (EditorHost* host = tab.Host()) host->Say(WhyReadOnly());
 }
 
 // Indented braces are a matter of the editor's own rules.

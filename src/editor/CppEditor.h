@@ -37,13 +37,21 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   // counts as unsaved. True if the text now has a copy of its own, so that the old copy may be
   // removed.
   bool TakeRescued(const RescuedText& rescued);
-  // Writes the text to `fileName` and parses it. After an error the text stays dirty.
-  mavro::FileResult Save();
+  // Writes the text to `fileName` and parses it. After an error the text stays dirty. The settings
+  // say what is tidied first; a save that the user has not asked for leaves the caret's line alone.
+  enum class SavedBy { cUser, cProgram };
+  mavro::FileResult Save(SavedBy by);
   // Gives the text the name that the user has chosen for it. The file's present content may be
   // replaced: the user has been asked.
   void TakeName(const std::string& name);
   // Takes the style and typing rules from the name's extension, and options from the settings.
   void ApplySettings();
+
+  // Makes the text read only if its file has become one that may not be written, and writable if
+  // the file has. In between, the user decides.
+  void FollowPermission();
+  // The sentence that says why the text can't be changed.
+  std::string WhyReadOnly() const;
 
   // Lines count from 1, as in lists; a line after the end means the last line.
   void ShowLine(int line);
@@ -89,6 +97,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   void onListTaken(const std::string& name) override;
   bool getCallTip(const std::string& name, std::string& tip) override;
   void onUpdateUI() override;
+  void onRefusedChange() override;
   bool onAutoIndent(char typed) override;
   std::string onPaste(std::string pasted) override;
 
@@ -130,6 +139,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   std::optional<DiskStamp> askedAbout;  // of another one that the user has been asked about
   std::array<mavro::MarkType, 4> marks;
   CompletionList names;           // in the list that was opened last
+  bool isProtected = false;       // the file may not be written
   std::string storedName;         // name under which the text was last read or written
   unsigned long seenChanges = 0;  // change count when `parsed` was last reset
   long bytesChanged = 0;          // since the last call of rescue.Changed

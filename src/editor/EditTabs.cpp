@@ -161,6 +161,7 @@ CppEditor* EditTabs::NewTab(const std::string& path) {
   theProject.parseOpenEditors(&editor.LiveText());
   host->SetEditorCommandsEnabled(true);
   ActiveChanged();
+  if (editor.IsReadOnly()) host->Say(tab.caption + " - " + editor.WhyReadOnly());
   return &editor;
 }
 
@@ -210,7 +211,7 @@ bool EditTabs::SaveActive(SaveName name) {
   return tab && Save(*tab, name);
 }
 
-bool EditTabs::Save(EditTab& tab, SaveName name) {
+bool EditTabs::Save(EditTab& tab, SaveName name, CppEditor::SavedBy by) {
   CppEditor& editor = *tab.editor;
   const bool asks = name == SaveName::cAsked;
   if (asks || editor.fileName.empty()) {
@@ -226,7 +227,7 @@ bool EditTabs::Save(EditTab& tab, SaveName name) {
     host->FrontChanged();
   }
   if (!MayOverwrite(editor)) return false;
-  if (const mavro::FileResult result = editor.Save(); !result.Ok()) {
+  if (const mavro::FileResult result = editor.Save(by); !result.Ok()) {
     host->Say(ReasonFirst(result.error));
     ShowError("Error on save file:" + editor.fileName);
     return false;
@@ -250,13 +251,13 @@ void EditTabs::ApplySettings() {
   for (const auto& tab : tabs) tab->editor->ApplySettings();
 }
 
-void EditTabs::SaveChanged() {
+void EditTabs::SaveChanged(CppEditor::SavedBy by) {
   for (const auto& tab : tabs)
-    if (tab->editor->dirty) Save(*tab, SaveName::cOwn);
+    if (tab->editor->dirty) Save(*tab, SaveName::cOwn, by);
 }
 
 void EditTabs::SaveAll() {
-  SaveChanged();
+  SaveChanged(CppEditor::SavedBy::cUser);
   if (!theProject.isOpen) return;
   if (theProject.modified) host->SaveProject();
   host->SaveSession();
@@ -358,6 +359,7 @@ void EditTabs::CheckDisk() {
   const ScopedFlag guard(asking);
   for (size_t i = 0; i < tabs.size(); ++i) {
     CppEditor& editor = *tabs[i]->editor;
+    editor.FollowPermission();
     const std::optional<DiskStamp> change = editor.ChangeOnDisk();
     if (change && !editor.WasAskedAbout(*change)) AskAbout(*change, editor);
   }

@@ -86,7 +86,7 @@ class EditTabs : public mavro::TabCtrl {
   // Saves the tabs with changes; then the project, if it has changes, and its session.
   void SaveAll();
   // Saves only the tabs with changes.
-  void SaveChanged();
+  void SaveChanged(CppEditor::SavedBy by);
 
   // Applies the settings to all editors.
   void ApplySettings();
@@ -108,6 +108,8 @@ class EditTabs : public mavro::TabCtrl {
   // The tab in front, or null.
   EditTab* Active() const;
   EditTab* GetTab(int index) const;
+  // The tabs in the order in which they were in front, the one in front first.
+  const std::vector<const EditTab*>& LastUsed() const { return lastUsed; }
   void RemoveMark(EditorMark mark);
 
  private:
@@ -122,7 +124,7 @@ class EditTabs : public mavro::TabCtrl {
   bool MayTakeName(EditTab& tab, const std::string& path);
   bool MayOverwrite(CppEditor& editor);
   bool CanClose(EditTab& tab);
-  bool Save(EditTab& tab, SaveName name);
+  bool Save(EditTab& tab, SaveName name, CppEditor::SavedBy by = CppEditor::SavedBy::cUser);
   void ActiveChanged();
 
   EditorHost* host;

@@ -6,6 +6,7 @@
 #include "config/EditorSettings.h"
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
+#include "editor/TabList.h"
 
 namespace zendry {
 
@@ -54,8 +55,19 @@ constexpr CommandRow cRows[] = {
     {mavro::cSciDuplicate, "Du&plicate line or selection", cControlKey | 'D'},
     {mavro::cSciJoinLines, "&Join", cControlKey | 'J'},
     {mavro::cSciSortLines, "&Sort"},
+    {mavro::cSciStripBlanks, "Strip &trailing blanks"},
+    {mavro::cEndSubmenuRow},
+    {mavro::cSubmenuRow, "Line &ends"},
+    {mavro::cSciEndsLf, "&LF (Unix)"},
+    {mavro::cSciEndsCrLf, "&CR LF (Windows)"},
+    {mavro::cSciEndsCr, "C&R"},
+    {mavro::cEndSubmenuRow},
+    {mavro::cSubmenuRow, "&When saving"},
+    {cStripWhenSavingCommand, "&Strip trailing blanks"},
+    {cEndLastLineCommand, "&End the last line"},
     {mavro::cEndSubmenuRow},
     {mavro::cSubmenuRow, "&Tabs"},
+    {cTabListCommand, "&Open tabs...", cControlKey | cShiftKey | 'O'},
     {cLastTabCommand, "&Last used", cControlKey | mavro::Key::cTab},
     {cCloseTabCommand, "&Close", cControlKey | 'W'},
     {mavro::cSeparatorRow},
@@ -81,12 +93,44 @@ constexpr CommandRow cRows[] = {
     {cLineNumbersCommand, "Show line numbers", cControlKey | cShiftKey | 'N'},
     {cFontTypeCommand, "Switch font type", cControlKey | 'Q'},
     {cShowLongLineCommand, "Show long line"},
+    {mavro::cSciReadOnly, "Read only"},
 };
 
 // The setting that a command toggles, for all tabs and the next start.
+struct SettingRow {
+  int id;
+  int EditorSettings::*setting;
+};
+constexpr SettingRow cSettings[] = {
+    {cLineNumbersCommand, &EditorSettings::lineNumbers},
+    {cFontTypeCommand, &EditorSettings::useMonoFont},
+    {mavro::cSciWrapLines, &EditorSettings::wrapLines},
+    {mavro::cSciShowWhiteSpace, &EditorSettings::showWhiteSpace},
+    {mavro::cSciShowLineEnds, &EditorSettings::showLineEnds},
+    {cStripWhenSavingCommand, &EditorSettings::stripBlanks},
+    {cEndLastLineCommand, &EditorSettings::endLastLine},
+};
 int* SettingOf(int id) {
-  if (id == cLineNumbersCommand) return &theEditorSettings.lineNumbers;
-  return id == cFontTypeCommand ? &theEditorSettings.useMonoFont : nullptr;
+  for (const SettingRow& row : cSettings)
+    if (row.id == id) return &(theEditorSettings.*row.setting);
+  return nullptr;
+}
+
+bool IsOn(int id, const CppEditor* front) {
+  if (const int* setting = SettingOf(id)) return *setting != 0;
+  if (!front) return false;
+  switch (id) {
+    case mavro::cSciReadOnly:
+      return front->IsReadOnly();
+    case mavro::cSciEndsLf:
+      return front->Send(mavro::SCI_GETEOLMODE) == mavro::SC_EOL_LF;
+    case mavro::cSciEndsCrLf:
+      return front->Send(mavro::SCI_GETEOLMODE) == mavro::SC_EOL_CRLF;
+    case mavro::cSciEndsCr:
+      return front->Send(mavro::SCI_GETEOLMODE) == mavro::SC_EOL_CR;
+    default:
+      return false;
+  }
 }
 
 }  // namespace
@@ -95,20 +139,31 @@ EditorActs theEditorActs;
 
 EditorActs::EditorActs() : CommandList(cRows) {}
 
+CommandMarks EditorActs::MarksNow() const {
+  const EditTab* tab = tabs ? tabs->Active() : nullptr;
+  CommandMarks marks;
+  for (size_t i = 0; i < marks.size(); ++i)
+    marks[i] = IsOn(cMarkedCommands[i], tab ? tab->editor.get() : nullptr);
+  return marks;
+}
+
 void EditorActs::CarryOut(int id) {
   EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (!tab) return;
   if (id == cLastTabCommand) return tabs->ShowLastUsed();
   if (id == cCloseTabCommand) return tabs->OnCommand(cCloseCommand);
+  if (id == cTabListCommand) return ChooseTab(*tabs);
   if (id >= cFirstTabCommand && id <= cNinthTabCommand) return tabs->Show(id - cFirstTabCommand);
   if (int* setting = SettingOf(id)) {
     *setting = !*setting;
-    return tabs->ApplySettings();
+    tabs->ApplySettings();
+    return tabs->Host()->ShowCaretOf(*tab->editor);
   }
   if (id == cShowLongLineCommand && tab->editor->LinesNotShown() == 0)
     return tabs->Host()->Say("All lines of this file are shown");
   tab->editor->OnCommand(id);
   if (id == cRecordMacroCommand) tabs->Host()->SetMacroRecording(tab->editor->inMacroRecord);
+  tabs->Host()->ShowCaretOf(*tab->editor);
 }
 
 }  // namespace zendry

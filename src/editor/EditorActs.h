@@ -1,5 +1,8 @@
 #pragma once
 
+#include <bitset>
+
+#include "SciCommands.h"
 #include "base/CommandTable.h"
 
 namespace zendry {
@@ -25,9 +28,20 @@ enum EditorCommand {
   // Tabs; other commands are above 860.
   cLastTabCommand = 880,
   cCloseTabCommand = 881,
+  cStripWhenSavingCommand = 882,
+  cEndLastLineCommand = 883,
+  cTabListCommand = 884,
   cFirstTabCommand = 891,
   cNinthTabCommand = 899
 };
+
+// Commands that switch something, or choose one of several: a mark is beside those that are on.
+constexpr int cMarkedCommands[] = {
+    cLineNumbersCommand,       cFontTypeCommand,        mavro::cSciWrapLines,
+    mavro::cSciShowWhiteSpace, mavro::cSciShowLineEnds, mavro::cSciReadOnly,
+    mavro::cSciEndsLf,         mavro::cSciEndsCrLf,     mavro::cSciEndsCr,
+    cStripWhenSavingCommand,   cEndLastLineCommand};
+using CommandMarks = std::bitset<std::size(cMarkedCommands)>;
 
 class EditTabs;
 
@@ -37,6 +51,8 @@ class EditorActs : public CommandList {
   EditorActs();
   // The tabs whose front editor the commands act on; null for none: then commands do nothing.
   void Bind(EditTabs* newTabs) { tabs = newTabs; }
+  // What is on: the settings, and the state of the text in front.
+  CommandMarks MarksNow() const;
 
  private:
   void CarryOut(int id) override;

@@ -10,6 +10,7 @@
 
 #include "CommandLine.h"
 #include "SpawnConsole.h"
+#include "UndoStep.h"
 #include "base/Paths.h"
 #include "code/TidyEdits.h"
 #include "editor/CppEditor.h"
@@ -84,13 +85,12 @@ Answer AskTool(const std::string& text, const std::string& style, const std::str
 
 // From the last to the first, so that the places of those before stay.
 void Apply(CppEditor& editor, const std::vector<TextEdit>& edits) {
-  editor.Send(mavro::SCI_BEGINUNDOACTION);
+  const mavro::UndoStep step(editor);
   for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit) {
     editor.Send(mavro::SCI_SETTARGETSTART, edit->offset);
     editor.Send(mavro::SCI_SETTARGETEND, edit->offset + edit->length);
     editor.Send(mavro::SCI_REPLACETARGET, edit->text.size(), edit->text.c_str());
   }
-  editor.Send(mavro::SCI_ENDUNDOACTION);
 }
 
 std::string Changed(size_t places, const std::string& by) {
@@ -148,7 +148,7 @@ std::string NearestStyle(const std::string& path) {
 
 std::string TidySource(CppEditor& editor) {
   if (!editor.language) return "Only sources of C and C++ are tidied";
-  if (editor.Send(mavro::SCI_GETREADONLY)) return "Not tidied: the text is read only";
+  if (editor.IsReadOnly()) return "Not tidied: the text is read only";
   if (editor.IsHuge() || editor.LinesNotShown() > 0)
     return "Not tidied: the text is too large or has lines that are not shown";
   const std::string text = editor.GetRange(0, editor.Length());

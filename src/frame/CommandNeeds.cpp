@@ -1,5 +1,6 @@
 #include "frame/CommandNeeds.h"
 
+#include "SciCommands.h"
 #include "base/FileCommands.h"
 #include "build/BuildActs.h"
 #include "editor/EditorActs.h"
@@ -30,11 +31,30 @@ constexpr NeedsRow cRows[] = {
     {cCloseProjectCommand, cProject},
     {cRecentFilesCommand, cRecentFiles},
     {cRecentProjectsCommand, cRecentProjects},
-    {cCutCommand, cSelection},
+    {cCutCommand, cWritableSelection},
     {cCopyCommand, cSelection},
-    {cPasteCommand, cTab},
+    {cPasteCommand, cWritable},
     {cUndoCommand, cUndo},
     {cRedoCommand, cRedo},
+    {mavro::cSciDeleteLine, cWritable},
+    {mavro::cSciLowerCase, cWritable},
+    {mavro::cSciUpperCase, cWritable},
+    {mavro::cSciToggleComment, cWritableSource},
+    {mavro::cSciMoveLinesUp, cWritable},
+    {mavro::cSciMoveLinesDown, cWritable},
+    {mavro::cSciDuplicate, cWritable},
+    {mavro::cSciJoinLines, cWritable},
+    {mavro::cSciSortLines, cWritable},
+    {mavro::cSciStripBlanks, cWritable},
+    {mavro::cSciEndsLf, cWritable},
+    {mavro::cSciEndsCrLf, cWritable},
+    {mavro::cSciEndsCr, cWritable},
+    {mavro::cSciWrapLines, cSmallText},
+    {mavro::cSciShowWhiteSpace, cTab},
+    {mavro::cSciShowLineEnds, cTab},
+    {mavro::cSciCloseFolds, cFolds},
+    {mavro::cSciOpenFolds, cFolds},
+    {cShowLongLineCommand, cLongLines},
     {cRecordMacroCommand, cTab},
     {cPlayMacroCommand, cMacro},
     {cCompileFileCommand, cBuildSource},

@@ -8,6 +8,12 @@ namespace zendry {
 enum class Needs {
   cNothing,
   cTab,
+  cWritable,        // a tab with a text that can be changed
+  cWritableSource,  // in a language with comments
+  cWritableSelection,
+  cFolds,      // a tab with a text that has folds
+  cSmallText,  // a tab with a text that is not huge
+  cLongLines,  // that are not shown
   cSelection,
   cUndo,
   cRedo,

@@ -10,6 +10,7 @@
 #include "config/EditorSettings.h"
 #include "debug/Debugger.h"
 #include "editor/EditorActs.h"
+#include "editor/EditorViewActs.h"
 #include "frame/FileActs.h"
 #include "frame/PictureStrips.h"
 #include "frame/ToolActs.h"
@@ -64,6 +65,8 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
   viewActs.SetTarget(this, &MainForm::OnView);
   viewActs.Add(cToggleStatusBarCommand, "&Status Bar");
   viewActs.Add(cShowBottomCommand, "Bootom Pane");
+  viewActs.AddSeparator();
+  for (mavro::Action* row : theEditorViewActs.Rows()) viewActs.AddRow(row);
   InitMenus();
   InitBars();
   InitPanels();

@@ -8,6 +8,7 @@
 #include "config/IdeSession.h"
 #include "debug/WatchList.h"
 #include "editor/EditTabs.h"
+#include "editor/EditorActs.h"
 #include "editor/EditorHost.h"
 #include "editor/ReferenceList.h"
 #include "frame/CommandNeeds.h"
@@ -195,6 +196,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   mavro::Action stopAction{"Stop", 0, 0, -2, 0, nullptr, nullptr};
   bool editorCommands = true;
   MetNeeds met;
+  CommandMarks marks;
 };
 
 // The one main window; null before it is created and after it is destroyed.

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <utility>
 
 #include "base/Paths.h"
@@ -58,7 +59,15 @@ MetNeeds MainForm::NeedsMetNow() {
   if (!tab) return now;
   const CppEditor& editor = *tab->editor;
   set(Needs::cTab, true);
-  set(Needs::cSelection, !editor.Send(mavro::SCI_GETSELECTIONEMPTY));
+  const bool isSelected = !editor.Send(mavro::SCI_GETSELECTIONEMPTY);
+  const bool isWritable = !editor.IsReadOnly();
+  set(Needs::cSelection, isSelected);
+  set(Needs::cWritable, isWritable);
+  set(Needs::cWritableSelection, isWritable && isSelected);
+  set(Needs::cWritableSource, isWritable && editor.language);
+  set(Needs::cSmallText, !editor.IsHuge());
+  set(Needs::cFolds, editor.language && !editor.IsHuge());
+  set(Needs::cLongLines, editor.LinesNotShown() > 0);
   set(Needs::cUndo, editor.Send(mavro::SCI_CANUNDO));
   set(Needs::cRedo, editor.Send(mavro::SCI_CANREDO));
   set(Needs::cMacro, !editor.inMacroRecord && !editor.macro.empty());
@@ -75,8 +84,10 @@ bool MainForm::CanAct(const mavro::Action* action) const {
 // Called at every key press: most often nothing has changed.
 void MainForm::UpdateCommands() {
   const MetNeeds now = NeedsMetNow();
-  const bool isNew = now != met;
+  const CommandMarks marksNow = theEditorActs.MarksNow();
+  const bool isNew = now != met || marksNow != marks;
   met = now;
+  marks = marksNow;
   if (!isNew) return;
   for (mavro::Menu* menu : menus.menus) UpdateMenu(*menu);
   UpdateMenu(barMenu.root);
@@ -95,6 +106,11 @@ void MainForm::UpdateMenu(mavro::Menu& menu) const {
     } else if (item->action) {
       const bool on = allowed && CanAct(item->action);
       if (item->enabled != on) item->Enable(on);
+      const auto marked =
+          std::find(std::begin(cMarkedCommands), std::end(cMarkedCommands), item->action->id);
+      if (marked == std::end(cMarkedCommands)) continue;
+      const bool isOn = marks[static_cast<size_t>(marked - std::begin(cMarkedCommands))];
+      if (item->checked != isOn) item->Check(isOn);
     }
   }
 }

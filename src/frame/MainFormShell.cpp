@@ -141,7 +141,7 @@ void MainForm::CloseAllFiles() {
 }
 
 void MainForm::SaveChangedFiles() {
-  editTabs.SaveChanged();
+  editTabs.SaveChanged(CppEditor::SavedBy::cProgram);
 }
 
 void MainForm::RemoveErrorMark() {

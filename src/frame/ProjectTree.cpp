@@ -1,6 +1,7 @@
 #include "frame/ProjectTree.h"
 
 #include "FileText.h"
+#include "Keys.h"
 #include "SystemDialogs.h"
 #include "base/Paths.h"
 #include "frame/MainForm.h"
@@ -117,7 +118,13 @@ void ProjectTree::OnOpenFile(mavro::TreeArgs&) {
     mavro::Beep();
 }
 
+// Enter opens a file by OnOpenFile; a node of others is opened and closed.
 void ProjectTree::OnTreeKey(mavro::KeyArgs& args) {
+  mavro::TreeNode* node = Selected();
+  if (args.key == mavro::Key::cEnter && node && node->data == cNoId) {
+    args.handled = true;
+    return node->expanded ? Collapse(node) : Expand(node);
+  }
   if (args.key != cDeleteKey) return;
   args.handled = true;
   thePrjActs.OnCommand(cRemoveFileCommand);

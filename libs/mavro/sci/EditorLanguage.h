@@ -63,6 +63,7 @@ struct EditorLanguage {
   // The style of the preprocessor's lines, 0 if there is none. Nothing is offered by itself in
   // their strings and in those that include a file.
   int directiveStyle = 0;
+  int rawStyle = 0;        // of literals whose blanks at line ends count; 0: there are none
   int operatorStyle = 0;   // braces count in this style only; 0: in any
   int cancelAtStart = 0;   // the list closes when the caret is back where it opened
   int dropRestOfWord = 0;  // accepting a row replaces the rest of the word

@@ -33,8 +33,11 @@ struct EditorOptions {
   bool monospaced = false;
   int keywordStyle = 10;  // styles whose words decide about indentation
   int operatorStyle = 10;
-  bool caretLine = true;  // the caret's line has a ground of its own
-  int edgeColumn = 0;     // a line at this column; 0: none
+  bool caretLine = true;   // the caret's line has a ground of its own
+  bool wrapLines = false;  // at the window's edge, between words; not in a huge text
+  bool showWhiteSpace = false;
+  bool showLineEnds = false;
+  int edgeColumn = 0;  // a line at this column; 0: none
 };
 
 }  // namespace mavro

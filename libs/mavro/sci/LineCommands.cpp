@@ -7,6 +7,7 @@
 
 #include "CharSets.h"
 #include "SciEditor.h"
+#include "UndoStep.h"
 
 namespace mavro {
 
@@ -34,17 +35,6 @@ void Replace(SciEditor& editor, int start, int end, std::string_view text) {
   editor.Send(SCI_SETTARGETRANGE, static_cast<std::uintptr_t>(start), end);
   editor.Send(SCI_REPLACETARGET, text.size(), text.data());
 }
-
-class UndoStep {
- public:
-  explicit UndoStep(SciEditor& itsEditor) : editor(itsEditor) { editor.Send(SCI_BEGINUNDOACTION); }
-  ~UndoStep() { editor.Send(SCI_ENDUNDOACTION); }
-  UndoStep(const UndoStep&) = delete;
-  UndoStep& operator=(const UndoStep&) = delete;
-
- private:
-  SciEditor& editor;
-};
 
 // The place of the first letter of a line's text.
 size_t LetterIn(std::string_view text) {

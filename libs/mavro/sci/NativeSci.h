@@ -14,6 +14,7 @@ enum SciCode {
   SCN_CHARADDED = 2001,
   SCN_SAVEPOINTREACHED = 2002,
   SCN_SAVEPOINTLEFT = 2003,
+  SCN_MODIFYATTEMPTRO = 2004,
   SCN_DOUBLECLICK = 2006,
   SCN_UPDATEUI = 2007,
   SCN_MODIFIED = 2008,  // before text is inserted or deleted: nothing has changed yet
@@ -38,6 +39,7 @@ struct SciNotification : NotifyHeader {
   int updated = 0;       // SCN_UPDATEUI: SC_UPDATE flags
   int modification = 0;  // SCN_MODIFIED: SC_MOD flags
   int length = 0;        // SCN_MODIFIED: bytes that are inserted or deleted
+  int token = 0;         // SCN_MODIFIED: of an SCI_ADDUNDOACTION
   int margin = 0;        // SCN_MARGINCLICK
   int x = 0, y = 0;      // SCN_DWELLSTART
   unsigned message = 0;  // SCN_MACRORECORD

@@ -269,6 +269,8 @@ class SciWindow final : public NativeSci {
                        n.text = taken;
                        Report(SCN_AUTOCCOMPLETED, n);
                      });
+    QObject::connect(sci, &Sci::SCN_MODIFYATTEMPTRO, &life,
+                     [this] { SendCode(SCN_MODIFYATTEMPTRO); });
     QObject::connect(sci, &Sci::SCN_ZOOM, &life, [this] { SendCode(SCN_ZOOM); });
     QObject::connect(sci, &Sci::SCN_UPDATEUI, &life, [this](int updated) {
       if (updated & SC_UPDATE_SELECTION) NotifyAccessCaret(*sci);
@@ -300,12 +302,14 @@ class SciWindow final : public NativeSci {
     QObject::connect(sci, &Sci::SCN_DWELLEND, &life,
                      [this](int position, int x, int y) { Dwell(SCN_DWELLEND, position, x, y); });
     QObject::connect(sci, &Sci::SCN_MODIFIED, &life,
-                     [this](int position, int kind, const char* text, int length) {
+                     [this](int position, int kind, const char* text, int length, int, int, int,
+                            int, int token) {
                        NotifyAccessChange(*sci, position, kind, text, length);
                        SciNotification n;
                        n.position = position;
                        n.modification = kind;
                        n.length = length;
+                       n.token = token;
                        Report(SCN_MODIFIED, n);
                      });
   }

@@ -2,6 +2,7 @@
 #include "LineCommands.h"
 #include "MacroLines.h"
 #include "SciImpl.h"
+#include "UndoStep.h"
 
 namespace mavro {
 
@@ -33,20 +34,6 @@ constexpr MessageRow cMessages[] = {
     {cSciZoomNone, SCI_SETZOOM},
 };
 
-// Toggles of the component: one message reads the state, one sets it.
-struct ToggleRow {
-  int id;
-  unsigned ask;
-  unsigned set;
-  int on;
-};
-constexpr ToggleRow cToggles[] = {
-    {cSciShowWhiteSpace, SCI_GETVIEWWS, SCI_SETVIEWWS, SCWS_VISIBLEALWAYS},
-    {cSciShowLineEnds, SCI_GETVIEWEOL, SCI_SETVIEWEOL, 1},
-    {cSciWrapLines, SCI_GETWRAPMODE, SCI_SETWRAPMODE, SC_WRAP_WORD},
-    {cSciReadOnly, SCI_GETREADONLY, SCI_SETREADONLY, 1},
-};
-
 // Toggles of the options.
 struct OptionRow {
   int id;
@@ -55,6 +42,9 @@ struct OptionRow {
 constexpr OptionRow cOptions[] = {
     {cSciShowLineNumbers, &EditorOptions::lineNumbers},
     {cSciSwitchFontType, &EditorOptions::monospaced},
+    {cSciShowWhiteSpace, &EditorOptions::showWhiteSpace},
+    {cSciShowLineEnds, &EditorOptions::showLineEnds},
+    {cSciWrapLines, &EditorOptions::wrapLines},
 };
 
 struct ActionRow {
@@ -83,7 +73,14 @@ constexpr ActionRow cActions[] = {
     {cSciJoinLines, [](Editor&, SciEditor& control) { JoinLines(control); }},
     {cSciSortLines, [](Editor&, SciEditor& control) { SortLines(control); }},
     {cSciFoldAll, [](Editor& editor, SciEditor&) { editor.FoldAll(); }},
+    {cSciCloseFolds, [](Editor& editor, SciEditor&) { editor.SetAllFolds(false); }},
+    {cSciOpenFolds, [](Editor& editor, SciEditor&) { editor.SetAllFolds(true); }},
+    {cSciEndsLf, [](Editor& editor, SciEditor&) { editor.ConvertLineEnds(SC_EOL_LF); }},
+    {cSciEndsCrLf, [](Editor& editor, SciEditor&) { editor.ConvertLineEnds(SC_EOL_CRLF); }},
+    {cSciEndsCr, [](Editor& editor, SciEditor&) { editor.ConvertLineEnds(SC_EOL_CR); }},
+    {cSciStripBlanks, [](Editor& editor, SciEditor&) { editor.StripLines(); }},
     {cSciShowLongLine, [](Editor&, SciEditor& control) { control.ShowLongLine(); }},
+    {cSciReadOnly, [](Editor&, SciEditor& control) { control.SetReadOnly(!control.IsReadOnly()); }},
     {cSciPlayMacro, [](Editor& editor, SciEditor&) { editor.PlayMacro(); }},
     {cSciRecordMacro,
      [](Editor& editor, SciEditor& control) { editor.SetRecording(!control.inMacroRecord); }},
@@ -102,12 +99,9 @@ bool SciEditor::OnCommand(int id) {
   Impl& editor = ItsImpl();
   if (const MessageRow* row = FindRow(cMessages, id)) {
     editor.Send(row->message);
-  } else if (const ToggleRow* toggle = FindRow(cToggles, id)) {
-    if (id == cSciWrapLines && editor.huge) return true;
-    editor.Send(toggle->set, editor.Send(toggle->ask) ? 0 : toggle->on);
   } else if (const OptionRow* option = FindRow(cOptions, id)) {
     options.get()->*option->option = !(options.get()->*option->option);
-    editor.ApplyStyles();
+    editor.ApplyToggles();
   } else if (const ActionRow* action = FindRow(cActions, id)) {
     action->act(editor, *this);
   } else {
@@ -125,14 +119,13 @@ void SciEditor::Impl::SetRecording(bool on) {
 // One undo step. The contents of the lines are not trusted: they may come from a file.
 void SciEditor::Impl::PlayMacro() {
   if (!hwnd || Editor().inMacroRecord) return;
-  Send(SCI_BEGINUNDOACTION);
+  const UndoStep step(Editor());
   for (const std::string& line : Editor().macro) {
     MacroStep step = ParseMacroLine(line);
     if (!MakeReplayable(step, Length())) continue;
     SendText(static_cast<unsigned>(step.message), step.wParam,
              step.hasText ? step.text.c_str() : nullptr);
   }
-  Send(SCI_ENDUNDOACTION);
 }
 
 }  // namespace mavro

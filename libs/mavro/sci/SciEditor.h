@@ -38,6 +38,9 @@ struct MarkType {
 struct SaveTidying {
   bool stripTrailing = false;   // blanks and tabs at the ends of lines go
   bool ensureLastLine = false;  // the last line gets a line end
+  // Two blanks after a word stay: in some texts they break a line.
+  bool keepBreaks = false;
+  bool keepCaretLines = false;  // the lines of carets stay as they are
 };
 
 // When to offer words: if there are any, or only if there is exactly one.
@@ -72,6 +75,8 @@ class SciEditor : public Control {
   virtual void onListTaken(const std::string& name);
   virtual bool getCallTip(const std::string& name, std::string& tip);
   virtual void onUpdateUI() {}
+  // The user has tried to change a text that is read only.
+  virtual void onRefusedChange() {}
   // Called after a typed character, when indentation by the language is on. A derived class that
   // knows the language better indents the lines itself and returns true.
   virtual bool onAutoIndent(char typed);
@@ -109,6 +114,10 @@ class SciEditor : public Control {
   const std::string& OddByte() const;
   // True for a text so large that it is shown without styles, folds and wrapped lines.
   bool IsHuge() const;
+  // A read-only text is changed by nobody but `load`, `reload` and `TakeText`; `load` and `reload`
+  // leave it writable.
+  bool IsReadOnly() const { return Send(SCI_GETREADONLY) != 0; }
+  void SetReadOnly(bool on) { Send(SCI_SETREADONLY, on); }
   // The end of the next line typed: "LF", "CR LF" or "CR".
   std::string LineEndName() const;
   // "UTF-8", "UTF-16 LE", ...; "8 bit" for bytes that are not UTF-8.

@@ -11,6 +11,7 @@
 #include "SciImpl.h"
 #include "SystemDialogs.h"
 #include "TextCodec.h"
+#include "UndoStep.h"
 
 // Loads and saves the files of an editor. Bytes outside the encoding are kept as they are, so that
 // unedited text is written back unchanged.
@@ -27,6 +28,10 @@ constexpr long cMoreRoom = 8;  // times the former size
 constexpr long cHugeBytes = 64L * 1024 * 1024;
 
 constexpr Param cEolModes[] = {SC_EOL_CRLF, SC_EOL_CR, SC_EOL_LF};
+constexpr int cEndModes = 4;  // more than there are
+static_assert(static_cast<int>(LineEnding::cCrLf) == SC_EOL_CRLF &&
+              static_cast<int>(LineEnding::cCr) == SC_EOL_CR &&
+              static_cast<int>(LineEnding::cLf) == SC_EOL_LF);
 
 // Fills the buffer from the file. Fewer bytes mean the end of the file, a negative number means a
 // failure.
@@ -265,6 +270,7 @@ void SciEditor::Impl::TakeText(std::string_view newText, int newEncoding,
   SciEditor& editor = Editor();
   if (newEncoding < cPlainText || newEncoding > cByteLetters) newEncoding = cPlainText;
   const std::string shown = ShownForm(newText, newEncoding);
+  Send(SCI_SETREADONLY, 0);
   Send(SCI_SELECTALL);
   PutText(shown);
   Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(newText))]);
@@ -277,8 +283,7 @@ void SciEditor::Impl::TakeText(std::string_view newText, int newEncoding,
 FileResult SciEditor::Impl::Save(const std::string& path, SaveTidying tidying) {
   SciEditor& editor = Editor();
   if (!hwnd) return {"can't write " + path + ": the editor has no window"};
-  if (tidying.stripTrailing) StripTrailing();
-  if (tidying.ensureLastLine) EnsureLastLine();
+  if (!editor.IsReadOnly()) Tidy(tidying);
   const auto encoding = static_cast<TextEncoding>(editor.encoding);
   const std::string whole = standIns.Count() > 0 ? editor.GetText() : std::string();
   const std::string_view text = standIns.Count() > 0 ? std::string_view(whole) : Bytes();
@@ -299,23 +304,92 @@ FileResult SciEditor::Impl::Save(const std::string& path, SaveTidying tidying) {
   return result;
 }
 
-// Goes from the end to the start, so that the positions of the remaining ranges stay valid.
-void SciEditor::Impl::StripTrailing() {
-  const std::vector<ByteRange> ranges = TrailingBlanks(Bytes());
+void SciEditor::Impl::Tidy(SaveTidying tidying) {
+  if (!tidying.stripTrailing && !tidying.ensureLastLine) return;
+  const UndoStep step(Editor());
+  if (tidying.stripTrailing) {
+    std::vector<ByteRange> ranges =
+        TrailingBlanks(Bytes(), tidying.keepBreaks ? LineBreaks::cKept : LineBreaks::cNone);
+    KeepRawLiterals(ranges);
+    KeepBeforeCarets(ranges, tidying.keepCaretLines);
+    Strip(ranges);
+  }
+  if (tidying.ensureLastLine) EnsureLastLine();
+}
+
+// Blanks in a literal of several lines belong to it. The text is styled as far as they reach.
+void SciEditor::Impl::KeepRawLiterals(std::vector<ByteRange>& ranges) {
+  const EditorLanguage* language = Editor().language;
+  const bool mayHave = language && language->rawStyle && !huge && !ranges.empty() &&
+                       Bytes().find("R\"") != std::string_view::npos;
+  if (!mayHave) return;
+  Send(SCI_COLOURISE, Send(SCI_GETENDSTYLED), static_cast<Param>(ranges.back().end));
+  std::erase_if(ranges, [&](const ByteRange& range) {
+    const int style = StyleAt(static_cast<int>(range.start));
+    return style == language->rawStyle || style == language->rawStyle + language->leftOutStyles;
+  });
+}
+
+// No caret moves: the blanks between a line's text and a caret stay, or all those of its line.
+void SciEditor::Impl::KeepBeforeCarets(std::vector<ByteRange>& ranges, bool wholeLines) {
+  std::vector<size_t> places;
+  for (Param i = 0; i < Send(SCI_GETSELECTIONS); ++i)
+    for (const unsigned end : {SCI_GETSELECTIONNCARET, SCI_GETSELECTIONNANCHOR})
+      places.push_back(static_cast<size_t>(Send(end, i)));
+  for (const size_t place : places) {
+    const auto line = static_cast<size_t>(LineEnd(LineOf(static_cast<int>(place))));
+    const auto range = std::lower_bound(ranges.begin(), ranges.end(), line,
+                                        [](const ByteRange& r, size_t end) { return r.end < end; });
+    if (range == ranges.end() || range->end != line) continue;
+    range->start = wholeLines ? range->end : std::max(range->start, place);
+  }
+}
+
+void SciEditor::Impl::StripLines() {
+  if (Editor().IsReadOnly()) return;
+  const auto [start, end] = Editor().Selection();
+  const size_t first = start == end ? 0 : static_cast<size_t>(LineStart(LineOf(start)));
+  const auto last = static_cast<size_t>(start == end ? Length() : LineEnd(LineOf(end)));
+  std::vector<ByteRange> ranges = TrailingBlanks(Bytes(), LineBreaks::cNone);
+  std::erase_if(ranges, [&](const ByteRange& r) { return r.start < first || r.end > last; });
+  KeepRawLiterals(ranges);
   if (ranges.empty()) return;
-  Send(SCI_BEGINUNDOACTION);
+  const UndoStep step(Editor());
+  Strip(ranges);
+}
+
+// Goes from the end to the start, so that the positions of the remaining ranges stay valid.
+void SciEditor::Impl::Strip(const std::vector<ByteRange>& ranges) {
   for (auto range = ranges.rbegin(); range != ranges.rend(); ++range) {
     Send(SCI_SETTARGETRANGE, static_cast<Param>(range->start), static_cast<Param>(range->end));
-    SendText(SCI_REPLACETARGET, 0, "");
+    if (range->start < range->end) SendText(SCI_REPLACETARGET, 0, "");
   }
-  Send(SCI_ENDUNDOACTION);
 }
 
 void SciEditor::Impl::EnsureLastLine() {
   static constexpr const char* cEnds[] = {"\r\n", "\r", "\n"};
   const std::string_view text = Bytes();
   if (text.empty() || text.back() == '\n' || text.back() == '\r') return;
-  SendText(SCI_INSERTTEXT, Length(), cEnds[Send(SCI_GETEOLMODE)]);
+  const std::string_view end = cEnds[Send(SCI_GETEOLMODE)];
+  Send(SCI_SETTARGETRANGE, Length(), Length());
+  SendText(SCI_REPLACETARGET, static_cast<Param>(end.size()), end.data());
+}
+
+// The way of ending new lines is changed back with the lines: a token in the undo step says from
+// which end to which.
+void SciEditor::Impl::ConvertLineEnds(int mode) {
+  if (Editor().IsReadOnly()) return;
+  if (HasOtherLineEnds(Bytes(), static_cast<LineEnding>(mode))) {
+    const UndoStep step(Editor());
+    Send(SCI_CONVERTEOLS, mode);
+    Send(SCI_ADDUNDOACTION, Send(SCI_GETEOLMODE) * cEndModes + mode);
+  }
+  Send(SCI_SETEOLMODE, mode);
+}
+
+void SciEditor::Impl::FollowLineEnds(const SciNotification& n) {
+  const bool isUndone = (n.modification & SC_PERFORMED_UNDO) != 0;
+  Send(SCI_SETEOLMODE, isUndone ? n.token / cEndModes : n.token % cEndModes);
 }
 
 }  // namespace mavro

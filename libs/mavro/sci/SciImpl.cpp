@@ -12,7 +12,7 @@ namespace {
 constexpr int cFoldMargin = 2;
 // The changes that the component reports. The two notifications after an insertion and a deletion
 // are left out: on the way to their receiver they count the characters of the whole text.
-constexpr Param cReportedChanges = SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE;
+constexpr Param cReportedChanges = SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE | SC_MOD_CONTAINER;
 
 bool IsTextStep(unsigned message) {
   switch (message) {
@@ -109,11 +109,17 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
       editor.dirty = n.code == SCN_SAVEPOINTLEFT;
       editor.onSavePointChanged();
       break;
+    case SCN_MODIFYATTEMPTRO:
+      editor.onRefusedChange();
+      break;
     case SCN_UPDATEUI:
       UpdateUi(n);
       break;
     case SCN_MODIFIED:
-      BeforeChange(n);
+      if (n.modification & SC_MOD_CONTAINER)
+        FollowLineEnds(n);
+      else
+        BeforeChange(n);
       break;
     case SCN_MACRORECORD:
       RecordStep(n);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "EditorColours.h"
 #include "IndentRules.h"
@@ -10,6 +11,7 @@
 #include "SciText.h"
 #include "StylePalette.h"
 #include "SysImpl.h"
+#include "TextCodec.h"
 #include "TypingRules.h"
 
 namespace mavro {
@@ -47,6 +49,8 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void SetCodePage(int codePage);
   void DropLineIndex();
   void ApplyLineNumbers();
+  // The changes of an option that the user switches.
+  void ApplyToggles();
   // The caret's line has a ground of its own, unless a mark gives it one.
   void ShowCaretLine();
   // The marker that draws the sign of a mark.
@@ -58,6 +62,8 @@ class SciEditor::Impl : public SysImpl, public SciText {
   std::optional<size_t> FileDigest();
   std::string ShownForm(std::string_view whole, int& textEncoding);
   FileResult Save(const std::string& path, SaveTidying tidying);
+  // Removes the blanks at the ends of the selected lines, or of all lines.
+  void StripLines();
   void TakeText(std::string_view newText, int newEncoding, std::string_view newOddByte);
 
   // Group: lines that are not shown (SciLongLines.cpp).
@@ -91,6 +97,9 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void SetRecording(bool on);
   void PlayMacro();
   void FoldAll();
+  void SetAllFolds(bool open);
+  // Gives all lines the same end; new lines get it too.
+  void ConvertLineEnds(int mode);
   // The kind of bytes that the text had when it was loaded, and that later changes have added.
   TextBytes bytes = TextBytes::cAscii;
   std::string oddByte;  // of UTF-16, see TextDecoder
@@ -102,6 +111,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
 
   void BeforeChange(const SciNotification& n);
   void WatchTyping(int code);
+  void FollowLineEnds(const SciNotification& n);
   void UpdateUi(const SciNotification& n);
   void MarkBraces();
   void RecordStep(const SciNotification& n);
@@ -109,6 +119,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
 
   void ApplyLexer();
   void ApplyLayout();
+  void ApplyView();
   void ApplyCompletion();
   void ApplyMargins();
   void ApplyFoldSymbols();
@@ -131,7 +142,10 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void ConvertBytesToLetters();
   TextBytes KindOfBytes() const;
   void ClassifyText();
-  void StripTrailing();
+  void Tidy(SaveTidying tidying);
+  void Strip(const std::vector<ByteRange>& ranges);
+  void KeepBeforeCarets(std::vector<ByteRange>& ranges, bool wholeLines);
+  void KeepRawLiterals(std::vector<ByteRange>& ranges);
   void EnsureLastLine();
 
   int foldFlags = 0;

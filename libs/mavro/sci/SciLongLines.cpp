@@ -77,16 +77,18 @@ int SciEditor::Impl::StandInNear(int position) {
 // The whole text stays the same, so that a saved text stays saved.
 bool SciEditor::Impl::ShowLongLineAt(int position) {
   const int place = StandInNear(position);
-  if (place < 0 || Send(SCI_GETREADONLY)) return false;
+  if (place < 0) return false;
   const std::string line = *longLines.Kept(standIns.At(place));
   if (line.size() > cMostUnasked &&
       !Confirm("This line takes about " + std::to_string(line.size() / cMeasuredInASecond) +
                " seconds to be shown, and as long after each change of it.\n\nShow it?"))
     return false;
-  const bool wasDirty = Editor().dirty;
+  const bool wasDirty = Editor().dirty, wasReadOnly = Editor().IsReadOnly();
+  Editor().SetReadOnly(false);
   Send(SCI_SETTARGETRANGE, place, place + LongLines::cStandInBytes);
   Send(SCI_REPLACETARGET, static_cast<Param>(line.size()), reinterpret_cast<Param>(line.data()));
   if (!wasDirty) Send(SCI_SETSAVEPOINT);
+  Editor().SetReadOnly(wasReadOnly);
   return true;
 }
 

@@ -99,9 +99,25 @@ void SciEditor::Impl::ApplyLayout() {
   Send(SCI_SETSCROLLWIDTHTRACKING, 1);
   Send(SCI_SETLAYOUTCACHE, cPageCache);
   Send(SCI_SETIDLESTYLING, SC_IDLESTYLING_TOVISIBLE);
-  if (huge) Send(SCI_SETWRAPMODE, SC_WRAP_NONE);
+  ApplyView();
   Send(SCI_SETEDGECOLUMN, options.edgeColumn);
   Send(SCI_SETEDGEMODE, options.edgeColumn > 0 ? cEdgeLine : 0);
+}
+
+// A wrapped line goes on below its first letter.
+void SciEditor::Impl::ApplyView() {
+  const EditorOptions& options = *Editor().options;
+  Send(SCI_SETWRAPMODE, options.wrapLines && !huge ? SC_WRAP_WORD : SC_WRAP_NONE);
+  Send(SCI_SETWRAPINDENTMODE, SC_WRAPINDENT_SAME);
+  Send(SCI_SETWRAPVISUALFLAGS, SC_WRAPVISUALFLAG_END);
+  Send(SCI_SETVIEWWS, options.showWhiteSpace ? SCWS_VISIBLEALWAYS : SCWS_INVISIBLE);
+  Send(SCI_SETVIEWEOL, options.showLineEnds);
+}
+
+void SciEditor::Impl::ApplyToggles() {
+  if (!hwnd) return;
+  ApplyView();
+  ApplyStyles();
 }
 
 void SciEditor::Impl::ApplyCompletion() {

@@ -81,6 +81,24 @@ void SciEditor::Impl::GoToMatch(Selecting selecting) {
     Send(SCI_GOTOPOS, partner + 1);
 }
 
+// Inner folds are closed too, so that one that is opened again shows its parts. The caret goes to
+// the line that remains of its fold.
+void SciEditor::Impl::SetAllFolds(bool open) {
+  if (!hwnd || huge) return;
+  Send(SCI_COLOURISE, 0, -1);
+  if (open) {
+    Send(SCI_FOLDALL, SC_FOLDACTION_EXPAND);
+    return;
+  }
+  int shown = Editor().CaretLine();
+  for (Param line = shown; line >= 0; line = Send(SCI_GETFOLDPARENT, line))
+    shown = static_cast<int>(line);
+  if (shown != Editor().CaretLine()) Send(SCI_GOTOPOS, LineEnd(shown));
+  for (Param line = Send(SCI_GETLINECOUNT) - 1; line >= 0; --line)
+    if (Send(SCI_GETFOLDLEVEL, line) & SC_FOLDLEVELHEADERFLAG)
+      Send(SCI_FOLDLINE, line, SC_FOLDACTION_CONTRACT);
+}
+
 // Closes all folds, or opens them if the first one is closed.
 void SciEditor::Impl::FoldAll() {
   if (huge) return;

@@ -239,12 +239,26 @@ LineEnding FirstLineEnding(std::string_view text) {
   return text.substr(at).starts_with("\r\n") ? LineEnding::cCrLf : LineEnding::cCr;
 }
 
-std::vector<ByteRange> TrailingBlanks(std::string_view text) {
+bool HasOtherLineEnds(std::string_view text, LineEnding ending) {
+  for (size_t at = text.find_first_of("\r\n"); at != std::string_view::npos;
+       at = text.find_first_of("\r\n", at)) {
+    const std::string_view rest = text.substr(at);
+    if (FirstLineEnding(rest) != ending) return true;
+    at += ending == LineEnding::cCrLf ? 2 : 1;
+  }
+  return false;
+}
+
+std::vector<ByteRange> TrailingBlanks(std::string_view text, LineBreaks breaks) {
   std::vector<ByteRange> ranges;
   size_t start = 0;  // of the blanks that end at i
   for (size_t i = 0; i <= text.size(); ++i) {
     const bool atEnd = i == text.size() || text[i] == '\n' || text[i] == '\r';
-    if (atEnd && start < i) ranges.push_back({start, i});
+    const bool breaksLine = breaks == LineBreaks::cKept && start > 0 && start + 2 <= i &&
+                            text.substr(start, 2) == "  " && text[start - 1] != '\n' &&
+                            text[start - 1] != '\r';
+    const size_t kept = breaksLine ? start + 2 : start;
+    if (atEnd && kept < i) ranges.push_back({kept, i});
     if (atEnd || (text[i] != ' ' && text[i] != '\t')) start = i + 1;
   }
   return ranges;

@@ -65,6 +65,8 @@ TextBytes ClassifyBytes(std::string_view text);
 enum class LineEnding { cCrLf = 0, cCr = 1, cLf = 2 };
 // The end of the first line; LF if there is only one line.
 LineEnding FirstLineEnding(std::string_view text);
+// True if a line ends otherwise.
+bool HasOtherLineEnds(std::string_view text, LineEnding ending);
 
 // Blanks and tabs before line ends and at the end of the text, in order.
 struct ByteRange {
@@ -72,6 +74,8 @@ struct ByteRange {
   size_t end = 0;
   friend bool operator==(const ByteRange&, const ByteRange&) = default;
 };
-std::vector<ByteRange> TrailingBlanks(std::string_view text);
+// With cKept, two blanks after a word stay: in some texts they break a line.
+enum class LineBreaks { cNone, cKept };
+std::vector<ByteRange> TrailingBlanks(std::string_view text, LineBreaks breaks = LineBreaks::cNone);
 
 }  // namespace mavro

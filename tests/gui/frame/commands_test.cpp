@@ -9,6 +9,7 @@
 #include "build/BuildActs.h"
 #include "debug/Debugger.h"
 #include "editor/EditorActs.h"
+#include "editor/EditorViewActs.h"
 #include "frame/FileActs.h"
 #include "frame/PrjActs.h"
 #include "frame/ToolActs.h"
@@ -22,10 +23,15 @@ struct NamedList {
   const mavro::ActionList& list;
 };
 
-const NamedList cLists[] = {{"FileActs", theFileActs},       {"EditorActs", theEditorActs},
-                            {"BrowserActs", theBrowserActs}, {"BuildActs", theBuildActs},
-                            {"PrjActs", thePrjActs},         {"Debugger", theDebugger},
-                            {"ToolActs", theToolActs},       {"HelpActs", theHelpActs}};
+const NamedList cLists[] = {{"FileActs", theFileActs},
+                            {"EditorActs", theEditorActs},
+                            {"EditorViewActs", theEditorViewActs},
+                            {"BrowserActs", theBrowserActs},
+                            {"BuildActs", theBuildActs},
+                            {"PrjActs", thePrjActs},
+                            {"Debugger", theDebugger},
+                            {"ToolActs", theToolActs},
+                            {"HelpActs", theHelpActs}};
 
 std::string RowText(const mavro::Action& row) {
   if (row.id == mavro::cSeparatorRow) return "  --";

@@ -99,6 +99,27 @@ TEST_F(IdeTree, Enter_OnAMissingFile_OnlyBeeps) {
   });
 }
 
+TEST_F(IdeTree, Enter_OnAFolder_ClosesAndOpensIt_AndSoDoesADoubleClick) {
+  ide.Run({ide.Project({{"src/a.cpp", ""}, {"b.cpp", ""}})}, [&] {
+    for (const char* label : {"Source Files", "src"}) {
+      const mavro::TreeNode* node = Find(Tree().Root(), label);
+      const bool before = node->expanded;
+      Choose(label);
+      EXPECT_NE(node->expanded, before) << label;
+      Choose(label);
+      EXPECT_EQ(node->expanded, before) << label;
+    }
+    EXPECT_EQ(theMainForm->editTabs.TabCount(), 0);
+    const mavro::TreeNode* top = Find(Tree().Root(), "Source Files");
+    const bool before = top->expanded;
+    QWidget* widget = test::WidgetOf(Tree());
+    const QPoint text(40, 8);
+    QTest::mouseDClick(widget->window()->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                       widget->mapTo(widget->window(), text));
+    EXPECT_NE(top->expanded, before) << "once";
+  });
+}
+
 TEST_F(IdeTree, Enter_OnTheResourceFile_OpensIt) {
   ide.Run({ide.Project({{"a.cpp", ""}, {"r.rc", "text"}})}, [&] {
     Choose("r.rc");

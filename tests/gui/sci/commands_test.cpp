@@ -291,6 +291,7 @@ TEST(SciCommands, Toggles_SwitchOnAndOff) {
   RunEditor(form, [&] {
     for (const ToggleCase& row : cases) {
       EXPECT_TRUE(form.editor.OnCommand(row.id));
+      form.editor.applyOptions();
       EXPECT_EQ(form.editor.Send(row.ask), row.on) << row.id;
       EXPECT_TRUE(form.editor.OnCommand(row.id));
       EXPECT_EQ(form.editor.Send(row.ask), 0) << row.id;
@@ -310,6 +311,138 @@ TEST(SciCommands, FoldAll_ClosesAndOpens) {
     EXPECT_EQ(form.editor.Send(SCI_GETLINEVISIBLE, 4), 1) << "going there unfolds";
     form.editor.OnCommand(cSciFoldAll);
     EXPECT_EQ(form.editor.Send(SCI_GETLINEVISIBLE, 1), 1);
+  });
+}
+
+TEST(SciCommands, CloseFolds_ClosesInnerOnes_AndTheCaretGoesToTheLineThatRemains) {
+  EditorForm form;
+  form.editor.options->foldMargin = true;
+  RunEditor(form, [&] {
+    form.Fill("x;\nvoid f() {\n\tif (a) {\n\t\ty@;\n\t}\n}\nz;\n");
+    const auto shown = [&] {
+      std::string lines;
+      for (std::uintptr_t line = 0; line < 7; ++line)
+        if (form.editor.Send(SCI_GETLINEVISIBLE, line)) lines += std::to_string(line);
+      return lines;
+    };
+    form.editor.OnCommand(cSciCloseFolds);
+    EXPECT_EQ(shown(), "016");
+    EXPECT_EQ(form.Shown(), "x;\nvoid f() {@\n\tif (a) {\n\t\ty;\n\t}\n}\nz;\n");
+    form.editor.OnCommand(cSciCloseFolds);
+    EXPECT_EQ(shown(), "016") << "again";
+    form.editor.Send(SCI_TOGGLEFOLD, 1);
+    EXPECT_EQ(shown(), "01256") << "the inner fold is closed";
+    form.editor.OnCommand(cSciOpenFolds);
+    EXPECT_EQ(shown(), "0123456");
+    form.editor.Select(0, 0);
+    form.editor.OnCommand(cSciCloseFolds);
+    EXPECT_EQ(form.editor.CaretPosition(), 0) << "in no fold";
+  });
+}
+
+struct EndsCase {
+  int id;
+  const char* name;
+  const char* text;
+};
+
+TEST(SciCommands, LineEnds_AreConverted_OneUndoStepWithTheWayOfEndingLines) {
+  const EndsCase cases[] = {
+      {cSciEndsLf, "LF", "a\nbb\n\nc\n"},
+      {cSciEndsCrLf, "CR LF", "a\r\nbb\r\n\r\nc\r\n"},
+      {cSciEndsCr, "CR", "a\rbb\r\rc\r"},
+  };
+  for (const EndsCase& from : cases)
+    for (const EndsCase& to : cases) {
+      EditorForm form;
+      RunEditor(form, [&] {
+        form.editor.Send(SCI_SETEOLMODE, from.id == cSciEndsLf     ? SC_EOL_LF
+                                         : from.id == cSciEndsCrLf ? SC_EOL_CRLF
+                                                                   : SC_EOL_CR);
+        form.Fill(from.text);
+        form.editor.Select(form.editor.LineStart(1) + 1, form.editor.LineStart(1) + 1);
+        for (const int line : {1, 3}) form.editor.ToggleBookmark(line);
+        form.editor.OnCommand(to.id);
+        EXPECT_EQ(form.editor.GetText(), to.text);
+        EXPECT_EQ(form.editor.LineEndName(), to.name);
+        EXPECT_EQ(Marked(form.editor), "1 3 ") << from.name << " to " << to.name;
+        EXPECT_EQ(form.editor.CaretPosition(), form.editor.LineStart(1) + 1);
+        EXPECT_EQ(form.editor.dirty, from.id != to.id);
+        form.editor.OnCommand(cSciUndo);
+        EXPECT_EQ(form.editor.GetText(), from.text);
+        EXPECT_EQ(form.editor.LineEndName(), from.id == to.id ? to.name : from.name);
+        EXPECT_EQ(Marked(form.editor), "1 3 ") << "undone " << from.name << " to " << to.name;
+        EXPECT_FALSE(form.editor.dirty);
+        form.editor.OnCommand(cSciRedo);
+        EXPECT_EQ(form.editor.GetText(), to.text);
+        EXPECT_EQ(form.editor.LineEndName(), to.name);
+      });
+    }
+}
+
+TEST(SciCommands, LineEnds_MixedOnes_BecomeAlike) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("a\r\nb\nc\rd");
+    form.editor.OnCommand(cSciEndsLf);
+    EXPECT_EQ(form.editor.GetText(), "a\nb\nc\nd");
+    form.Fill("one line");
+    form.editor.OnCommand(cSciEndsCrLf);
+    EXPECT_FALSE(form.editor.dirty) << "there is nothing to convert";
+    EXPECT_EQ(form.editor.LineEndName(), "CR LF");
+  });
+}
+
+TEST(SciCommands, StripBlanks_OfTheSelectedLinesOrOfAll_OneUndoStep) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("a \nb\t \n  \nc  ");
+    form.editor.OnCommand(cSciStripBlanks);
+    EXPECT_EQ(form.editor.GetText(), "a\nb\n\nc");
+    form.editor.OnCommand(cSciUndo);
+    EXPECT_EQ(form.editor.GetText(), "a \nb\t \n  \nc  ");
+    form.editor.Select(4, 6);
+    form.editor.OnCommand(cSciStripBlanks);
+    EXPECT_EQ(form.editor.GetText(), "a \nb\n  \nc  ");
+  });
+}
+
+TEST(SciCommands, StripBlanks_InARawLiteral_Stay) {
+  EditorForm form;
+  form.editor.small.rawStyle = 20;
+  RunEditor(form, [&] {
+    form.Fill("x; \ns = R\"(a  \n  \n)\";  \ny;  ");
+    form.editor.OnCommand(cSciStripBlanks);
+    EXPECT_EQ(form.editor.GetText(), "x;\ns = R\"(a  \n  \n)\";\ny;");
+  });
+}
+
+struct RefusingEditor : test::AskedEditor {
+  void onRefusedChange() override { ++refused; }
+  int refused = 0;
+};
+
+TEST(SciCommands, ReadOnly_EveryChange_IsRefusedAndTold) {
+  Form form;
+  form.SetBounds(0, 0, 600, 400);
+  RefusingEditor editor;
+  editor.dock = Dock::cFill;
+  form.Add(&editor);
+  test::RunForm(form, false, [&] {
+    editor.Focus();
+    editor.ReplaceSelection("b \na ");
+    editor.OnCommand(cSciReadOnly);
+    EXPECT_TRUE(editor.IsReadOnly());
+    EXPECT_EQ(editor.refused, 0);
+    QTest::keyClick(test::WidgetOf(form)->windowHandle(), 'x');
+    EXPECT_GE(editor.refused, 1);
+    for (const int id : {cSciEndsCrLf, cSciStripBlanks, cSciUndo, cSciDeleteLine, cSciPaste,
+                         cSciToggleComment, cSciJoinLines, cSciSortLines, cSciDuplicate})
+      editor.OnCommand(id);
+    EXPECT_EQ(editor.GetText(), "b \na ");
+    EXPECT_EQ(editor.LineEndName(), "LF");
+    editor.TakeText("rescued", cPlainText, "");
+    EXPECT_EQ(editor.GetText(), "rescued") << "no work is lost";
   });
 }
 

@@ -316,6 +316,62 @@ TEST(SciFiles, Save_StripAndLastLine_EachOption) {
   });
 }
 
+struct CaretCase {
+  const char* before;  // "[" and "]" are the ends of the selection
+  SaveTidying tidying;
+  const char* after;
+};
+
+TEST(SciFiles, Save_Stripping_MovesNoCaret) {
+  const CaretCase cases[] = {
+      {"a \nb []  \nc ", {.stripTrailing = true}, "a\nb []\nc"},
+      {"a \nb  []\nc ", {.stripTrailing = true}, "a\nb  []\nc"},
+      {"a \nb[]  \nc ", {.stripTrailing = true}, "a\nb[]\nc"},
+      {"a [ \nb  ] \nc ", {.stripTrailing = true}, "a [\nb  ]\nc"},
+      {"a \n []  \nc ", {.stripTrailing = true, .keepCaretLines = true}, "a\n []  \nc"},
+      {"a \nb[]", {.stripTrailing = true, .ensureLastLine = true}, "a\nb[]\n"},
+      {"a \n[b]", {.ensureLastLine = true}, "a \n[b]\n"},
+      {"a  \nb[] ", {.stripTrailing = true, .keepBreaks = true}, "a  \nb[]"},
+  };
+  test::TempFolder folder;
+  EditorForm form;
+  RunEditor(form, [&] {
+    for (const CaretCase& row : cases) {
+      std::string text = row.before;
+      const size_t start = text.find('[');
+      text.erase(start, 1);
+      const size_t end = text.find(']');
+      text.erase(end, 1);
+      ASSERT_TRUE(form.editor.load(folder.Write("a", text)).Ok());
+      for (int line = 0; line < form.editor.LineCount(); ++line) form.editor.ToggleBookmark(line);
+      const int lines = form.editor.LineCount();
+      form.editor.Select(static_cast<int>(start), static_cast<int>(end));
+      const auto top = form.editor.Send(SCI_GETFIRSTVISIBLELINE);
+      ASSERT_TRUE(form.editor.save(folder.Path("a"), row.tidying).Ok());
+      std::string shown = form.editor.GetText();
+      const auto [first, last] = form.editor.Selection();
+      shown.insert(static_cast<size_t>(last), "]").insert(static_cast<size_t>(first), "[");
+      EXPECT_EQ(shown, row.after) << row.before;
+      EXPECT_EQ(form.editor.Send(SCI_GETFIRSTVISIBLELINE), top);
+      for (int line = 0; line < lines; ++line)
+        EXPECT_TRUE(form.editor.Send(SCI_MARKERGET, static_cast<std::uintptr_t>(line)) & 2) << line;
+      form.editor.OnCommand(cSciUndo);
+      EXPECT_EQ(form.editor.GetText(), text) << "one step";
+    }
+  });
+}
+
+TEST(SciFiles, Save_OfAReadOnlyText_ChangesNothing) {
+  test::TempFolder folder;
+  EditorForm form;
+  RunEditor(form, [&] {
+    ASSERT_TRUE(form.editor.load(folder.Write("a", "a ")).Ok());
+    form.editor.SetReadOnly(true);
+    ASSERT_TRUE(form.editor.save(folder.Path("a"), {true, true}).Ok());
+    EXPECT_EQ(folder.Read("a"), "a ");
+  });
+}
+
 TEST(SciFiles, Save_Stripping_IsOneStepBack) {
   test::TempFolder folder;
   EditorForm form;

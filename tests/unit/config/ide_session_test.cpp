@@ -164,6 +164,28 @@ TEST_F(IdeSessionTest, LineNumbers_ChangedByTheUser_AreKept) {
   EXPECT_NE(folder.Read(cIni).find("\ned-linenum=1\n"), std::string::npos);
 }
 
+TEST_F(IdeSessionTest, Switches_AreReadAndKeptOnceChanged) {
+  const std::pair<const char*, int EditorSettings::*> switches[] = {
+      {"ed-wrap", &EditorSettings::wrapLines},
+      {"ed-blanks", &EditorSettings::showWhiteSpace},
+      {"ed-lineends", &EditorSettings::showLineEnds},
+      {"ed-strip", &EditorSettings::stripBlanks},
+      {"ed-lastline", &EditorSettings::endLastLine},
+  };
+  for (const auto& [key, setting] : switches) {
+    IdeSession session = LoadedWith("", "");
+    EXPECT_EQ(theEditorSettings.*setting, 0) << key;
+    EXPECT_EQ(SavedBy(session).find(key), std::string::npos) << key << " is as at first";
+    theEditorSettings.*setting = 1;
+    EXPECT_NE(SavedBy(session).find(std::string(key) + "=1\n"), std::string::npos);
+    theEditorSettings.*setting = 0;
+    EXPECT_EQ(Loaded(std::string(key) + "=1\n").TakeError(), "");
+    EXPECT_EQ(theEditorSettings.*setting, 1) << key;
+    Loaded(std::string(key) + "=yes\n");
+    EXPECT_EQ(theEditorSettings.*setting, 0) << key;
+  }
+}
+
 TEST_F(IdeSessionTest, FirstPlacement_NothingSaid_Is800By560AtTheOrigin) {
   EXPECT_EQ(Loaded("").FirstPlacement(50, 20, 1920, 1080), (Placement{0, 0, 800, 560, 385}));
   for (const char* share : {"0", "29", "101", "-70", "x", ""}) {

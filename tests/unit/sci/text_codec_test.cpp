@@ -151,6 +151,28 @@ TEST(TextCodec, TrailingBlanks_BeforeLineEndsAndTheTextsEnd) {
   EXPECT_EQ(TrailingBlanks(""), std::vector<ByteRange>());
 }
 
+TEST(TextCodec, TrailingBlanks_LineBreaksKept_TwoBlanksAfterAWordStay) {
+  const auto kept = [](std::string_view text) { return TrailingBlanks(text, LineBreaks::cKept); };
+  EXPECT_EQ(kept("a  \nb  "), std::vector<ByteRange>());
+  EXPECT_EQ(kept("a \n"), (std::vector<ByteRange>{{1, 2}}));
+  EXPECT_EQ(kept("a   \n"), (std::vector<ByteRange>{{3, 4}}));
+  EXPECT_EQ(kept("a \t \n"), (std::vector<ByteRange>{{1, 4}}));
+  EXPECT_EQ(kept("a\n  \n\r  "), (std::vector<ByteRange>{{2, 4}, {6, 8}}));
+  EXPECT_EQ(kept("  "), (std::vector<ByteRange>{{0, 2}}));
+}
+
+TEST(TextCodec, HasOtherLineEnds_OneIsEnough) {
+  EXPECT_FALSE(HasOtherLineEnds("", LineEnding::cLf));
+  EXPECT_FALSE(HasOtherLineEnds("a", LineEnding::cCr));
+  EXPECT_FALSE(HasOtherLineEnds("a\nb\n", LineEnding::cLf));
+  EXPECT_FALSE(HasOtherLineEnds("a\r\n\r\n", LineEnding::cCrLf));
+  EXPECT_FALSE(HasOtherLineEnds("\r\rb", LineEnding::cCr));
+  EXPECT_TRUE(HasOtherLineEnds("a\nb\r\n", LineEnding::cLf));
+  EXPECT_TRUE(HasOtherLineEnds("a\r\nb\n", LineEnding::cCrLf));
+  EXPECT_TRUE(HasOtherLineEnds("\r\r\n", LineEnding::cCr));
+  EXPECT_TRUE(HasOtherLineEnds("\r", LineEnding::cLf));
+}
+
 TEST(TextCodec, ByteLetters_EveryByte_ComesBack) {
   std::string bytes;
   for (int byte = 0; byte < 256; ++byte) bytes += static_cast<char>(byte);
