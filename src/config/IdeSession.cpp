@@ -13,6 +13,7 @@
 
 #include "FileText.h"
 #include "base/ParseInt.h"
+#include "config/BuildSettings.h"
 #include "config/EditorSettings.h"
 
 namespace zendry {
@@ -198,11 +199,26 @@ void IdeSession::TakeEditorSettings() const {
   editor.lineNumbers = Value(cLineNumbersKey, "0") == "1";
 }
 
-void IdeSession::Load(const std::string& firstStart) {
-  EnsureFolder();
+void IdeSession::TakeBuildSettings() const {
+  theBuildSettings = ReadBuildSettings([this](const std::string& key) { return Value(key, ""); });
+}
+
+void IdeSession::TakeFirstValues(const std::string& firstStart) {
   firstValues.clear();
   if (const mavro::FileText first = mavro::ReadFileText(firstStart); first.Ok())
     ReadIniText(first.text, firstValues);
+}
+
+void IdeSession::LoadBuildSettings(const std::string& firstStart) {
+  TakeFirstValues(firstStart);
+  if (const mavro::FileText ini = mavro::ReadFileText(iniPath); ini.Ok())
+    ReadIniText(ini.text, values);
+  TakeBuildSettings();
+}
+
+void IdeSession::Load(const std::string& firstStart) {
+  EnsureFolder();
+  TakeFirstValues(firstStart);
   const mavro::FileText ini = mavro::ReadFileText(iniPath);
   if (ini.Ok()) {
     ReadText(ini.text);
@@ -214,6 +230,7 @@ void IdeSession::Load(const std::string& firstStart) {
   isLoaded = true;
   TakeLists();
   TakeEditorSettings();
+  TakeBuildSettings();
   fonts = theIdeFonts.fonts;
   debuggerTips = true;
 }
@@ -283,8 +300,22 @@ void IdeSession::StoreSettings(const Placement& placement) {
   values["ed-tabsize"] = Number(theEditorSettings.tabSize);
   values["ed-indsize"] = Number(theEditorSettings.indentSize);
   values["ed-usemono"] = Flag(theEditorSettings.useMonoFont);
+  StoreBuildSettings();
   const std::string lineNumbers = Flag(theEditorSettings.lineNumbers);
   if (lineNumbers != Value(cLineNumbersKey, "0")) values[cLineNumbersKey] = lineNumbers;
+}
+
+// Only what differs from the values that are read the next time anyway.
+void IdeSession::StoreBuildSettings() {
+  const BuildSettings stored =
+      ReadBuildSettings([this](const std::string& key) { return Value(key, ""); });
+  if (stored == theBuildSettings) return;
+  for (const auto& [key, value] : BuildSettingValues(theBuildSettings)) {
+    if (value.empty())
+      values.erase(key);
+    else
+      values[key] = value;
+  }
 }
 
 bool IdeSession::KeepDamagedText() {

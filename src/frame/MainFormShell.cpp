@@ -103,6 +103,12 @@ void MainForm::PumpMessages() {
   mavro::theApplication.ProcessMessages();
 }
 
+void MainForm::AnswerWhileRunning() {
+  PumpMessages();
+}
+
+void MainForm::SetProgress(const std::string&, int, int) {}
+
 std::vector<OpenFile> MainForm::OpenFiles() {
   std::vector<OpenFile> files;
   for (int i = 0; i < editTabs.TabCount(); ++i) {
