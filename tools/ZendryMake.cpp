@@ -129,6 +129,7 @@ std::string ToolsText() {
             ToolPath(theIdeConfig, set, theIdeConfig.gpp) + "; " +
             StateOfLauncher(launcher).Words() + "\n";
   }
+  if (text.ends_with('\n')) text.pop_back();  // printing adds one
   return MarkControlBytes(text);
 }
 

@@ -112,6 +112,7 @@ bool Builder::PrepareBuild(ErrorMark mark) {
   outFile = project->outName.empty() ? project->target : project->outName;
   objectNames = ObjectNames(*project, outDirName);
   const bool ready = EnsureOutputFolder();
+  running.Open(project->outputFolder);
   records.Open(project->outputFolder);
   shell->SetStopCommand(cStopCommand);
   if (mark == ErrorMark::cRemoved) shell->RemoveErrorMark();
@@ -444,6 +445,7 @@ void Builder::NameWhatIsNotBuilt() {
 void Builder::Summary() {
   shell->SetStopCommand(-1);
   shell->SetProgress("", 0, 0);
+  running.Forget();
   if (Errors() == 0 && !whyNothing.empty()) {
     shell->SetStatus(whyNothing, "");
     if (rowCount > 0) shell->ShowBottomPage(BottomPage::cError);

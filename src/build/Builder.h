@@ -13,6 +13,7 @@
 #include "build/Launchers.h"
 #include "build/ObjectNames.h"
 #include "build/OutputParser.h"
+#include "build/RunningTools.h"
 #include "build/Staleness.h"
 #include "build/StepQueue.h"
 
@@ -185,6 +186,7 @@ class Builder : private StepWatcher {
   ObjectNames objectNames;
   BuildRecords records;
   std::string buildFolder;  // the project's folder when the build began
+  RunningTools running;
   StepQueue steps{*this};
   std::vector<FileTimes::Time> startTimes;  // of the steps, by slot
   std::chrono::steady_clock::time_point lastMessages;

@@ -45,12 +45,16 @@ void DeleteRegularFile(const std::string& path) {
 }
 
 void Builder::RequestStop() {
-  if (abortRequested) steps.Stop();
+  if (abortRequested) return EndNow();
   abortRequested = true;
+  if (!steps.IsEmpty())
+    shell->SetStatus("Stopping after what is running now. Stop again to end that too.", "");
 }
 
 void Builder::EndNow() {
   abortRequested = true;
+  if (steps.IsEmpty()) return;
+  shell->SetStatus("Ending what is running", "");
   steps.Stop();
 }
 
@@ -73,6 +77,7 @@ bool Builder::BeginStep(ToolStep step) {
       environment.push_back(step.readFilesPath.empty()
                                 ? AskForReadFiles(ReadFilesPath(outDirName, slot))
                                 : "DEPENDENCIES_OUTPUT");
+    environment.push_back(running.Mark());
     records.Drop(step.product);
   }
   const auto index = static_cast<size_t>(slot);

@@ -8,7 +8,8 @@
 //              SIGNAL", "when ARGUMENT" (else the rest is passed over), "for ARGUMENT" (else the
 //              deeds up to the next "for" are passed over), "mute" (write nothing), "raw TEXT"
 //              (prints it without a newline), "flood LINES" (prints so many), "await FILE" (goes
-//              on when the file is there), "touch FILE", "stubborn" (is not ended by SIGTERM),
+//              on when the file is there), "touch FILE", "pid FILE" (writes its
+//              process number), "stubborn" (is not ended by SIGTERM),
 //              "grandchild" (leaves a process that holds the output), "wait" (goes on for a
 //              minute with a cut product), "launch" (becomes what its arguments say)
 //
@@ -61,6 +62,13 @@ void Touch(const char* path) {
   if (file) fclose(file);
 }
 
+void WriteProcess(const char* path) {
+  FILE* file = fopen(path, "w");
+  if (!file) return;
+  fprintf(file, "%d\n", static_cast<int>(getpid()));
+  fclose(file);
+}
+
 void LeaveGrandchild() {
   fflush(stdout);
   if (fork() != 0) return;
@@ -105,6 +113,7 @@ Orders ReadOrders(const char* path, int count, char** values) {
     if (strncmp(line, "flood ", 6) == 0) PrintLines(atoi(line + 6));
     if (strncmp(line, "await ", 6) == 0) fflush(stdout), Await(line + 6);
     if (strncmp(line, "touch ", 6) == 0) Touch(line + 6);
+    if (strncmp(line, "pid ", 4) == 0) WriteProcess(line + 4);
     if (strcmp(line, "stubborn") == 0) signal(SIGTERM, SIG_IGN);
     if (strcmp(line, "grandchild") == 0) LeaveGrandchild();
     if (strcmp(line, "launch") == 0) fflush(stdout), execv(values[1], values + 1);
