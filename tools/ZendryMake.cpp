@@ -12,7 +12,10 @@
 #include "base/Paths.h"
 #include "base/QuietShell.h"
 #include "build/Builder.h"
+#include "build/CommandLines.h"
+#include "build/Launchers.h"
 #include "build/ToolEnvironment.h"
+#include "config/BuildSettings.h"
 #include "config/IdeConfig.h"
 #include "config/IdeSession.h"
 #include "project/Project.h"
@@ -31,6 +34,7 @@ volatile std::sig_atomic_t stopSignal = 0;
 struct Options {
   std::string project;
   std::string mode;
+  std::string jobs;
   bool rebuild = false;
   bool clean = false;
   bool explain = false;
@@ -67,8 +71,9 @@ class ConsoleShell : public QuietShell {
   void ClearErrorRows() override { rows.clear(); }
   int ErrorRowCount() override { return static_cast<int>(rows.size()); }
 
-  void PumpMessages() override {
-    if (stopSignal) theBuilder.RequestStop();
+  void PumpMessages() override { AnswerWhileRunning(); }
+  void AnswerWhileRunning() override {
+    if (stopSignal) theBuilder.EndNow();
   }
 
   void PrintRows() const {
@@ -85,21 +90,15 @@ void Say(const std::string& text) {
   std::fprintf(stderr, "zendry-make: %s\n", OneLine(text).c_str());
 }
 
-// Stops the running tool. A tool that is just being started can't be stopped yet: the attempt is
-// repeated each second until the build has ended.
-void StopTool(int signal) {
-  if (signal != SIGALRM) stopSignal = signal;
-  mavro::SpawnConsole::StopBlockingRun();
-  alarm(1);
+void NoteSignal(int signal) {
+  stopSignal = signal;
 }
 
-// A signal ends the running tool, so that its incomplete output is deleted; no other tool is
+// A signal ends the running tools, so that their incomplete output is deleted; no other tool is
 // started. A second signal ends the program at once.
 void StopOnSignals() {
   struct sigaction action = {};
-  action.sa_handler = StopTool;
-  action.sa_flags = SA_RESTART;
-  sigaction(SIGALRM, &action, nullptr);
+  action.sa_handler = NoteSignal;
   action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
   for (int signal : {SIGINT, SIGTERM, SIGHUP}) sigaction(signal, &action, nullptr);
 }
@@ -111,13 +110,36 @@ std::string ProgramFolder() {
   return program.parent_path().string() + "/";
 }
 
+mavro::FileResult ReadSettings() {
+  theIdeConfig.appDir = ProgramFolder();
+  const mavro::FileResult config = ReadConfig(theIdeConfig, theIdeFonts);
+  theIdeSession.LoadBuildSettings(theIdeConfig.appDir + "first-start.ini");
+  return config;
+}
+
+// The compiler sets with their folders and launchers, a line each.
+std::string ToolsText() {
+  std::string text = ReadSettings().Words();
+  if (!text.empty()) text += "\n";
+  for (int set = 0; set < static_cast<int>(theIdeConfig.toolSets.size()); ++set) {
+    const std::string& name = theIdeConfig.toolSets[static_cast<size_t>(set)].name;
+    if (name.empty()) continue;
+    const std::string launcher = LauncherOf(theIdeConfig, theBuildSettings, set);
+    text += std::to_string(set) + " " + name + ": " +
+            ToolPath(theIdeConfig, set, theIdeConfig.gpp) + "; " +
+            StateOfLauncher(launcher).Words() + "\n";
+  }
+  if (text.ends_with('\n')) text.pop_back();  // printing adds one
+  return MarkControlBytes(text);
+}
+
 // Empty when the project was read whole, else the reason why not. A build that ignored a part of
 // the project file or of "Zendry.cfg" would make a different program. A damaged session is only
 // reported.
 std::string OpenProject(const Options& options, Shell& shell) {
-  theIdeConfig.appDir = ProgramFolder();
-  const mavro::FileResult config = ReadConfig(theIdeConfig, theIdeFonts);
+  const mavro::FileResult config = ReadSettings();
   if (!config.Words().empty()) return config.Words();
+  if (!options.jobs.empty()) theBuildSettings.jobs = ReadJobs(options.jobs).value_or(0);
   theProject.SetShell(&shell);
   theProject.SetInstallFolder(theIdeConfig.appDir);
   theProject.storesTags = false;
@@ -174,6 +196,17 @@ int main(int argc, char** argv) {
   app.add_option("--mode", options.mode,
                  "release or debug; else as the project was last used, else release")
       ->check(CLI::IsMember({"release", "debug"}));
+  app.add_option(
+         "-j,--jobs", options.jobs,
+         "how many sources are compiled at once; else `jobs` of zendry.ini, else as many as "
+         "there are processors")
+      ->check([](const std::string& text) {
+        return ReadJobs(text) ? ""
+                              : "jobs must be a whole number above 0, and not \"" + text + "\"";
+      });
+  app.add_flag_callback(
+      "--tools", [] { throw CLI::CallForVersion(ToolsText(), 0); },
+      "print the compiler sets and their launchers, and stop");
   CLI::Option* rebuild = app.add_flag("--rebuild", options.rebuild, "run every tool, stale or not");
   app.add_flag("--clean", options.clean, "delete the object files and stop")->excludes(rebuild);
   app.add_flag("--explain", options.explain, "say for each file why it is stale");

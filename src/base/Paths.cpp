@@ -11,6 +11,7 @@
 
 #include "AsciiCase.h"
 #include "Assert.h"
+#include "FilePath.h"
 
 namespace zendry {
 
@@ -115,16 +116,24 @@ std::string MakeRelativePath(std::string_view path, std::string_view folder) {
   return relative.append(path.substr(k + 1));
 }
 
-bool IsOnPath(const std::string& program) {
+std::string FindProgram(const std::string& program) {
+  const auto isProgram = [](const std::string& file) {
+    return access(file.c_str(), X_OK) == 0 && !mavro::IsFolder(file);
+  };
+  if (program.find('/') != std::string::npos) return isProgram(program) ? program : "";
   const char* variable = std::getenv("PATH");
   std::string_view folders = variable ? variable : "";
   while (!folders.empty()) {
     const size_t end = std::min(folders.find(':'), folders.size());
     const std::string file = std::string(folders.substr(0, end)) + "/" + program;
-    if (access(file.c_str(), X_OK) == 0) return true;
+    if (isProgram(file)) return file;
     folders.remove_prefix(std::min(end + 1, folders.size()));
   }
-  return false;
+  return "";
+}
+
+bool IsOnPath(const std::string& program) {
+  return !FindProgram(program).empty();
 }
 
 }  // namespace zendry

@@ -54,5 +54,7 @@ std::string MakeRelativePath(std::string_view path, std::string_view folder);
 
 // True if a folder of the PATH holds a program of that name.
 bool IsOnPath(const std::string& program);
+// The path of a program: itself if it has a slash, else where PATH leads. Empty if there is none.
+std::string FindProgram(const std::string& program);
 
 }  // namespace zendry

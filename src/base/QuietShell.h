@@ -32,6 +32,8 @@ class QuietShell : public Shell {
   void SetStopCommand(int) override {}
   void ShowBottomPage(BottomPage) override {}
   void PumpMessages() override {}
+  void AnswerWhileRunning() override {}
+  void SetProgress(const std::string&, int, int) override {}
   bool IsDebuggerRunning() override { return false; }
 
   std::vector<OpenFile> OpenFiles() override { return {}; }

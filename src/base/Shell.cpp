@@ -13,6 +13,10 @@ std::string LogEntry(std::string_view text, std::string_view detail) {
   return entry;
 }
 
+void LogTime(OutputShell& shell, long milliseconds) {
+  shell.AppendOutput("[" + std::to_string(milliseconds) + "]\r\n");
+}
+
 void LogMessage(OutputShell& shell, std::string_view text, std::string_view detail) {
   using Clock = std::chrono::steady_clock;
   static Clock::time_point last = Clock::now();

@@ -74,6 +74,10 @@ class FrameShell {
   virtual void SetStopCommand(int id) = 0;  // command of the stop button; negative disables it
   virtual void ShowBottomPage(BottomPage page) = 0;
   virtual void PumpMessages() = 0;  // handles the waiting messages, then returns
+  // The same, called about 30 times a second while tools run.
+  virtual void AnswerWhileRunning() = 0;
+  // Shows how far a long work is: in words, and as a bar. A total of 0 means that nothing is done.
+  virtual void SetProgress(const std::string& text, int done, int total) = 0;
   virtual bool IsDebuggerRunning() = 0;
 };
 
@@ -107,6 +111,9 @@ class Shell : public OutputShell,
 
 // "\r\n------ TEXT --> DETAIL\r\n"; the form of every logged step.
 std::string LogEntry(std::string_view text, std::string_view detail);
+
+// Writes "[", the milliseconds that a step has taken, and "]\r\n".
+void LogTime(OutputShell& shell, long milliseconds);
 
 // Writes a log entry to the output. An empty text writes "[", the milliseconds since the last
 // message, and "]\r\n" instead.

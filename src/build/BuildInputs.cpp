@@ -15,10 +15,6 @@ namespace zendry {
 
 namespace {
 
-std::string ReadFilesPath(const std::string& outDirName) {
-  return outDirName.empty() ? cReadFilesName : outDirName + "/" + cReadFilesName;
-}
-
 std::string Within(const std::string& folder, const std::string& name) {
   return folder.empty() || IsAbsolutePath(name) ? name : folder + "/" + name;
 }
@@ -63,10 +59,19 @@ std::vector<std::string> WordsOf(const std::string& text) {
 
 }  // namespace
 
-std::string AskForReadFiles(const std::string& outDirName) {
-  const std::string path = ReadFilesPath(outDirName);
+std::string ReadFilesPath(const std::string& outDirName, int slot) {
+  const std::string name = cReadFilesName + (slot > 0 ? "-" + std::to_string(slot) : "");
+  return outDirName.empty() ? name : outDirName + "/" + name;
+}
+
+std::string AskForReadFiles(const std::string& path) {
   unlink(path.c_str());
   return "DEPENDENCIES_OUTPUT=" + path + " read";
+}
+
+std::string AskForReadFilesBySwitches(const std::string& path) {
+  unlink(path.c_str());
+  return " -MMD -MF " + mavro::QuoteArgument(path) + " -MT read";
 }
 
 std::vector<InputFile> ExistingInputs(FileTimes& times, const std::vector<std::string>& paths) {
@@ -110,8 +115,7 @@ std::vector<std::string> ResourceInputs(const std::string& script) {
 }
 
 std::vector<InputFile> TakeReadFiles(FileTimes& times, const Project& project,
-                                     const std::string& outDirName, FileTimes::Time start) {
-  const std::string path = ReadFilesPath(outDirName);
+                                     const std::string& path, FileTimes::Time start) {
   const std::string rule = mavro::ReadFileText(path).text;
   unlink(path.c_str());
   std::vector<InputFile> inputs;

@@ -13,12 +13,17 @@ class Project;
 // The files that a run of a tool reads, with their times, for the records of a build. Paths are as
 // from the project's folder, which is the current one.
 
-// The compiler writes what it really reads into a file of this name in the output folder, when its
-// environment asks for it.
+// The compiler writes what it really reads into a file in the output folder, when its environment
+// asks for it. Compilers that run at the same time have a slot each, whose number is appended to
+// the name of all but the first.
 constexpr char cReadFilesName[] = ".zendry-read";
+std::string ReadFilesPath(const std::string& outDirName, int slot);
 // Removes such a file, because compilers append to it, and returns the entry of the environment
 // that asks for a new one.
-std::string AskForReadFiles(const std::string& outDirName);
+std::string AskForReadFiles(const std::string& path);
+// The same by switches, each with a blank before it: launchers that keep objects don't work with
+// the environment.
+std::string AskForReadFilesBySwitches(const std::string& path);
 
 // The files of `paths` that can be read.
 std::vector<InputFile> ExistingInputs(FileTimes& times, const std::vector<std::string>& paths);
@@ -34,7 +39,7 @@ std::vector<std::string> ResourceInputs(const std::string& script);
 // removed: those of the project and those below its folder. A file with a time after `start` gets
 // the unknown time: nobody knows which of its texts was read.
 std::vector<InputFile> TakeReadFiles(FileTimes& times, const Project& project,
-                                     const std::string& outDirName, FileTimes::Time start);
+                                     const std::string& path, FileTimes::Time start);
 
 // Not before the time that a file written until now has.
 FileTimes::Time TimeOfNow();

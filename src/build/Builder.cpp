@@ -16,7 +16,7 @@
 #include "base/DiskStamp.h"
 #include "base/Paths.h"
 #include "base/Shell.h"
-#include "build/ToolEnvironment.h"
+#include "config/BuildSettings.h"
 #include "config/IdeConfig.h"
 #include "project/Project.h"
 
@@ -41,22 +41,10 @@ std::string Because(const char* what) {
   return std::string(what) + ": " + std::strerror(errno);
 }
 
-// Deletes only regular files, so that a device named as output is not deleted.
-void DeleteFile(const std::string& path) {
-  struct stat info;
-  if (lstat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode)) unlink(path.c_str());
-}
-
 std::string WhyNotCompiled(const std::string& path, const ProjectFile* file) {
   if (path.empty()) return "Nothing compiled: no file is open";
   return "Nothing compiled: " + BaseName(path) +
          (file ? " is neither C nor C++" : " is not in the project");
-}
-
-// The name of the tool that a command line starts, for messages.
-std::string ToolName(const std::string& line) {
-  const std::vector<std::string> arguments = mavro::SplitCommandLine(line);
-  return arguments.empty() ? "" : BaseName(arguments.front());
 }
 
 }  // namespace
@@ -104,7 +92,13 @@ bool Builder::PrepareBuild(ErrorMark mark) {
   compileLines = {};
   whyNothing.clear();
   for (const auto& file : project->Files()) NoteUnusualName(SourceName(*file));
+  earlyLines = compileLines;
   abortRequested = useFrameworkRes = wasStopped = false;
+  plannedSteps = begunSteps = endedSteps = 0;
+  buildFolder = project->folder;
+  launcherState =
+      StateOfLauncher(LauncherOf(theIdeConfig, theBuildSettings, project->current->gcc));
+  saidLost = false;
   times = {};
   check.reset();
   const ProjectFlags flags = ComposeFlags(*project, theIdeConfig);
@@ -118,6 +112,7 @@ bool Builder::PrepareBuild(ErrorMark mark) {
   outFile = project->outName.empty() ? project->target : project->outName;
   objectNames = ObjectNames(*project, outDirName);
   const bool ready = EnsureOutputFolder();
+  running.Open(project->outputFolder);
   records.Open(project->outputFolder);
   shell->SetStopCommand(cStopCommand);
   if (mark == ErrorMark::cRemoved) shell->RemoveErrorMark();
@@ -159,6 +154,7 @@ bool Builder::Build(Scope scope) {
     const Outcome outcome = CompileFiles(scope);
     if (outcome != Outcome::cDone) return outcome == Outcome::cStopped;
     CompileResources(scope);
+    if (MustStop()) return Errors() == 0;
     result = failedRuns == 0 && MakeOutput();
     NameWhatIsNotBuilt();
   }
@@ -166,20 +162,61 @@ bool Builder::Build(Scope scope) {
   return result && Errors() == 0;
 }
 
-// The list is walked by index, because messages handled between two files may change it.
 Builder::Outcome Builder::CompileFiles(Scope scope) {
-  const std::string folder = project->folder;
-  for (size_t i = 0; i < project->Files().size(); ++i) {
+  const std::vector<PlannedFile> plan = PlanFiles(scope);
+  plannedSteps = static_cast<int>(plan.size());
+  return MustStop() ? Outcome::cStopped : RunPlan(plan);
+}
+
+// The sources that must be compiled. The list is walked by index, because messages handled between
+// two files may change it.
+std::vector<Builder::PlannedFile> Builder::PlanFiles(Scope scope) {
+  std::vector<PlannedFile> plan;
+  for (size_t i = 0; i < project->Files().size() && !MustStop(); ++i) {
     const ProjectFile& file = *project->Files()[i];
     if (!IsSource(file)) continue;
-    if (!CompileFile(file, scope)) return Outcome::cFailed;
-    shell->PumpMessages();
-    if (!project->isOpen || project->folder != folder) abortRequested = true;
-    if (!abortRequested) continue;
-    wasStopped = true;
-    return Outcome::cStopped;
+    const Judgement judgement = JudgeCompile(file, scope);
+    if (judgement.verdict == Verdict::cUpToDate)
+      shell->PumpMessages();
+    else
+      plan.push_back({file.id, judgement.verdict == Verdict::cRefused, judgement.reason});
   }
-  return Outcome::cDone;
+  return plan;
+}
+
+Builder::Outcome Builder::RunPlan(const std::vector<PlannedFile>& plan) {
+  const int jobs = JobsFor(plan.size());
+  size_t next = 0;
+  const auto mayBegin = [&] {
+    return next < plan.size() && errorCount == 0 && !steps.HasError() && !MustStop();
+  };
+  for (;;) {
+    while (steps.Running() < jobs && mayBegin() && BeginPlanned(plan[next])) ++next;
+    if (steps.IsEmpty()) break;
+    if (AwaitSteps() && errorCount == 0) shell->PumpMessages();
+  }
+  return errorCount > 0 ? Outcome::cFailed : MustStop() ? Outcome::cStopped : Outcome::cDone;
+}
+
+// A project that was closed or replaced meanwhile ends the build.
+bool Builder::MustStop() {
+  if (!project->isOpen || project->folder != buildFolder) abortRequested = true;
+  wasStopped |= abortRequested;
+  return abortRequested;
+}
+
+// False if the machine has no room for one more process now. A file that was removed meanwhile is
+// passed over.
+bool Builder::BeginPlanned(const PlannedFile& planned) {
+  const int index = project->IndexOfFile(planned.id);
+  if (index < 0) return true;
+  const ProjectFile& file = *project->Files()[static_cast<size_t>(index)];
+  ToolStep step = planned.isRefused ? ToolStep{.refusal = ToolStep::Refusal{file.name, cCantBeRead}}
+                                    : CompileStep(file, planned.reason);
+  if (!BeginStep(std::move(step))) return false;
+  ++begunSteps;
+  ShowProgress(BaseName(file.name));
+  return true;
 }
 
 bool Builder::CompileResources(Scope scope) {
@@ -207,28 +244,50 @@ bool Builder::MakeOutput() {
 }
 
 bool Builder::CompileFile(const ProjectFile& file, Scope scope) {
+  const Judgement judgement = JudgeCompile(file, scope);
+  if (const auto refused = Refusal(file, judgement)) return *refused;
+  plannedSteps = begunSteps = 1;
+  RunAlone(CompileStep(file, judgement.reason));
+  return errorCount < 1;
+}
+
+ToolStep Builder::CompileStep(const ProjectFile& file, const std::string& reason) {
   const std::string object = objectNames.Of(file);
-  const std::string line = CompileLine({
+  ToolStep step = {.kind = ToolKind::cCompiler,
+                   .line = CompileLineOf(file),
+                   .folder = "",
+                   .subject = file.name,
+                   .product = object,
+                   .inputs = ExistingInputs(times, {file.name}),
+                   .asksForReadFiles = true,
+                   .keepsProductOfFailure = false,
+                   .staleFile = SourceName(file),
+                   .reason = reason};
+  if (!launcherState.name.empty()) PutLauncherBefore(step);
+  step.captions = {{"Compiling", file.name}, {step.line, ""}};
+  return step;
+}
+
+// The records keep the line as it is without launcher, so that another launcher makes no object
+// stale.
+void Builder::PutLauncherBefore(ToolStep& step) const {
+  step.launcher = launcherState.name;
+  step.recordedLine = step.line;
+  step.readFilesPath = step.product + ".read";
+  step.lineWithoutLauncher = step.line + AskForReadFilesBySwitches(step.readFilesPath);
+  step.line = mavro::QuoteArgument(step.launcher) + " " + step.lineWithoutLauncher;
+  step.mayBeLostElsewhere = IsDistributing(step.launcher);
+}
+
+std::string Builder::CompileLineOf(const ProjectFile& file) const {
+  return CompileLine({
       .tool = ToolOf(CompilerOf(file)),
       .options = project->current->comp,
       .includeFlags = includeFlags,
       .setFlags = SetFlags(),
       .source = SourceName(file),
-      .object = outDirName.empty() ? "" : object,
+      .object = outDirName.empty() ? "" : objectNames.Of(file),
   });
-  const Verdict verdict = Judge(file, object, line, scope);
-  if (verdict != Verdict::cBuild) return verdict != Verdict::cRefused;
-  LogMessage(*shell, "Compiling", file.name);
-  LogMessage(*shell, line, "");
-  RunTool({.line = line,
-           .folder = "",
-           .subject = file.name,
-           .reader = &Builder::CompilerLine,
-           .product = object,
-           .inputs = ExistingInputs(times, {file.name}),
-           .asksForReadFiles = true,
-           .keepsProductOfFailure = false});
-  return errorCount < 1;
 }
 
 bool Builder::BuildSingle(const ProjectFile& file, Scope scope) {
@@ -241,15 +300,17 @@ bool Builder::BuildSingle(const ProjectFile& file, Scope scope) {
       .source = SourceName(file),
       .program = program,
   });
-  const Verdict verdict = Judge(file, ObjectPath(outDirName, file.name, "o"), line, scope);
-  if (verdict != Verdict::cBuild) return verdict != Verdict::cRefused;
-  LogMessage(*shell, "Building", line);
-  RunTool({.line = line,
-           .folder = "",
-           .subject = file.name,
-           .reader = &Builder::SingleFileToolLine,
-           .product = program,
-           .keepsProductOfFailure = true});
+  const Judgement judgement = Judge(file, ObjectPath(outDirName, file.name, "o"), line, scope);
+  if (const auto refused = Refusal(file, judgement)) return *refused;
+  plannedSteps = begunSteps = 1;
+  RunAlone({.kind = ToolKind::cSingleFile,
+            .line = line,
+            .folder = "",
+            .subject = file.name,
+            .product = program,
+            .captions = {{"Building", line}},
+            .staleFile = SourceName(file),
+            .reason = judgement.reason});
   return errorCount < 1;
 }
 
@@ -272,15 +333,16 @@ bool Builder::CompileResource(const std::string& script, Scope scope) {
     return false;
   }
   if (!staleness.stale) return true;
-  Observe(script, staleness);
-  LogMessage(*shell, "Compiling resource", line);
-  RunTool({.line = line,
-           .folder = "",
-           .subject = script,
-           .reader = &Builder::EchoOnly,
-           .product = object,
-           .inputs = ExistingInputs(times, ResourceInputs(script)),
-           .keepsProductOfFailure = false});
+  RunAlone({.kind = ToolKind::cResource,
+            .line = line,
+            .folder = "",
+            .subject = script,
+            .product = object,
+            .inputs = ExistingInputs(times, ResourceInputs(script)),
+            .keepsProductOfFailure = false,
+            .captions = {{"Compiling resource", line}},
+            .staleFile = script,
+            .reason = staleness.reason});
   return errorCount < 1;
 }
 
@@ -299,16 +361,15 @@ bool Builder::Link() {
     objects.staleness = records.Check(times, product, line);
   if (!objects.staleness.stale) return true;
   if (WouldOverwriteInput(outFile)) return false;
-  Observe(outFile, objects.staleness);
-  LogMessage(*shell, "Linking", line);
-  shell->ShowBottomPage(BottomPage::cError);
-  RunTool({.line = line,
-           .folder = outDirName,
-           .subject = outFile,
-           .reader = &Builder::LinkerLine,
-           .product = product,
-           .inputs = ExistingInputs(times, LinkInputs(line, outDirName)),
-           .keepsProductOfFailure = true});
+  RunAlone({.kind = ToolKind::cLinker,
+            .line = line,
+            .folder = outDirName,
+            .subject = outFile,
+            .product = product,
+            .inputs = ExistingInputs(times, LinkInputs(line, outDirName)),
+            .captions = {{"Linking", line}},
+            .staleFile = outFile,
+            .reason = objects.staleness.reason});
   return errorCount < 1;
 }
 
@@ -323,23 +384,20 @@ bool Builder::Archive() {
     objects.staleness = records.Check(times, product, line);
   if (!objects.staleness.stale) return true;
   if (WouldOverwriteInput(target)) return false;
-  Observe(target, objects.staleness);
-  const std::vector<InputFile> inputs = ExistingInputs(times, objects.paths);
-  if (chdir(project->outputFolder.c_str()) != 0) {
+  if (access(project->outputFolder.c_str(), X_OK) != 0) {
     Refuse(project->outputFolder, Because("it can't be entered"));
     return false;
   }
-  LogMessage(*shell, "Creating static lib", line);
-  shell->ShowBottomPage(BottomPage::cError);
-  DeleteFile(product);
-  RunTool({.line = line,
-           .folder = "",
-           .subject = target,
-           .reader = &Builder::ArchiverLine,
-           .product = product,
-           .inputs = inputs,
-           .keepsProductOfFailure = true});
-  if (!EnterProjectFolder()) return false;
+  DeleteRegularFile(product);
+  RunAlone({.kind = ToolKind::cArchiver,
+            .line = line,
+            .folder = project->outputFolder,
+            .subject = target,
+            .product = product,
+            .inputs = ExistingInputs(times, objects.paths),
+            .captions = {{"Creating static lib", line}},
+            .staleFile = target,
+            .reason = objects.staleness.reason});
   if (shell->ErrorRowCount() == 0) return true;
   shell->ShowBottomPage(BottomPage::cError);
   return false;
@@ -386,6 +444,8 @@ void Builder::NameWhatIsNotBuilt() {
 
 void Builder::Summary() {
   shell->SetStopCommand(-1);
+  shell->SetProgress("", 0, 0);
+  running.Forget();
   if (Errors() == 0 && !whyNothing.empty()) {
     shell->SetStatus(whyNothing, "");
     if (rowCount > 0) shell->ShowBottomPage(BottomPage::cError);
@@ -426,22 +486,34 @@ void Builder::DeleteOutputs(std::string_view extension) {
 
 // A missing source without an object is refused: no rule makes it stale, and the link would fail
 // because the object is missing or, worse, leave the old program.
-Builder::Verdict Builder::Judge(const ProjectFile& file, const std::string& object,
-                                const std::string& line, Scope scope) {
+Builder::Judgement Builder::Judge(const ProjectFile& file, const std::string& object,
+                                  const std::string& line, Scope scope) {
   Staleness staleness = scope == Scope::cAll ? cForced : Check().NeedsCompile(file, object);
   const bool isGone = !times.Of(file.name);
   if (!staleness.stale && !isGone && IsSource(file)) staleness = records.Check(times, object, line);
-  if (!staleness.stale && !(isGone && !times.Of(object))) return Verdict::cUpToDate;
-  if (!IsSource(file)) {
-    AddRow({file.name, 0, " -> unsupported source file"});
-    return Verdict::cUnsupported;
+  if (!staleness.stale && !(isGone && !times.Of(object))) return {Verdict::cUpToDate};
+  if (!IsSource(file)) return {Verdict::cUnsupported};
+  if (isGone) return {Verdict::cRefused};
+  return {Verdict::cBuild, staleness.reason};
+}
+
+Builder::Judgement Builder::JudgeCompile(const ProjectFile& file, Scope scope) {
+  return Judge(file, objectNames.Of(file), CompileLineOf(file), scope);
+}
+
+std::optional<bool> Builder::Refusal(const ProjectFile& file, const Judgement& judgement) {
+  switch (judgement.verdict) {
+    case Verdict::cBuild:
+      return {};
+    case Verdict::cUnsupported:
+      AddRow({file.name, 0, " -> unsupported source file"});
+      return true;
+    case Verdict::cRefused:
+      Refuse(file.name, cCantBeRead);
+      return false;
+    default:
+      return true;
   }
-  if (isGone) {
-    Refuse(file.name, cCantBeRead);
-    return Verdict::cRefused;
-  }
-  Observe(SourceName(file), staleness);
-  return Verdict::cBuild;
 }
 
 StaleCheck& Builder::Check() {
@@ -453,104 +525,6 @@ StaleCheck& Builder::Check() {
     checkedFiles = project->Files().size();
   }
   return *check;
-}
-
-void Builder::Observe(const std::string& file, const Staleness& staleness) {
-  if (staleObserver) staleObserver(file, staleness.reason);
-}
-
-void Builder::RunTool(const ToolRun& run) {
-  if (run.line.find('\0') != std::string::npos)
-    return Refuse(ToolName(run.line), "its command line holds a NUL byte");
-  const std::string& folder = project->outputFolder;
-  if (faccessat(AT_FDCWD, folder.c_str(), W_OK | X_OK, AT_EACCESS) != 0)
-    return Refuse(folder, Because("it can't be written"));
-  runner.SetOutput([this, reader = run.reader](const std::string& line) { TakeLine(reader, line); },
-                   run.folder);
-  current = {.errorsBefore = errorCount, .rowsBefore = rowCount};
-  records.Drop(run.product);
-  runner.environment = ToolEnvironment(std::getenv("LC_ALL"));
-  if (run.asksForReadFiles) runner.environment.push_back(AskForReadFiles(outDirName));
-  const FileTimes::Time start = TimeOfNow();
-  const bool started = runner.Execute(run.line, mavro::SpawnConsole::Mode::cBlocking);
-  if (const std::string held = TakeHeldNotes(compileLines); !held.empty() && rowCount > 0)
-    shell->AppendToLastErrorRow(held);
-  LogMessage(*shell, "", "");
-  times.Forget(run.product);
-  std::vector<InputFile> inputs = run.inputs;
-  if (run.asksForReadFiles)
-    for (InputFile& input : TakeReadFiles(times, *project, outDirName, start))
-      inputs.push_back(std::move(input));
-  if (!started || runner.exitCode != 0) return NoteFailure(run, started);
-  if (errorCount == current.errorsBefore) records.Add(run.product, run.line, inputs);
-}
-
-// A tool that failed may leave a file that is cut off and newer than its sources: the next build
-// would take it for a good one.
-void Builder::NoteFailure(const ToolRun& run, bool started) {
-  const std::string tool = ToolName(run.line);
-  if (!started) return CountFailedRun(run, tool + " can't be started");
-  if (runner.exitSignal != 0) {
-    DeleteFile(run.product);
-    return Refuse(run.subject, tool + " was ended by signal " + std::to_string(runner.exitSignal) +
-                                   ", what it wrote is deleted");
-  }
-  if (!run.keepsProductOfFailure) DeleteFile(run.product);
-  const std::string what = tool + " ended with status " + std::to_string(runner.exitCode);
-  shell->AppendOutput(what + "\r\n");
-  CountFailedRun(run, current.lastLine.empty() ? what : what + ": " + current.lastLine);
-}
-
-void Builder::CountFailedRun(const ToolRun& run, const std::string& what) {
-  if (errorCount != current.errorsBefore) return;
-  ++failedRuns;
-  int row = current.firstPlainRow >= 0 ? current.firstPlainRow : current.rowsBefore;
-  if (rowCount == current.rowsBefore) AddRow({run.subject, 0, " -> " + what});
-  if (firstErrorRow < 0) firstErrorRow = row;
-}
-
-void Builder::TakeLine(LineReader reader, const std::string& line) {
-  shell->AppendOutput(line + "\r\n");
-  if (line.find_first_not_of(" \t\r") != std::string::npos) current.lastLine = line;
-  const LineMeaning meaning = (this->*reader)(line);
-  if (meaning.severity == LineMeaning::cError) ++errorCount;
-  if (meaning.severity == LineMeaning::cWarning) ++warningCount;
-  if (meaning.kind == LineMeaning::cNewRow) AddRow(meaning.row, meaning.severity);
-  if (meaning.kind == LineMeaning::cAppendToLastRow) shell->AppendToLastErrorRow(meaning.row.text);
-}
-
-// With debug information the linker knows the source: such a row leads there.
-LineMeaning Builder::LinkerLine(const std::string& line) {
-  LineMeaning meaning = ReadLinkLine(line);
-  const LinePlace place = PlaceInLinkLine(line);
-  if (meaning.kind != LineMeaning::cNewRow || place.file.empty()) return meaning;
-  const std::string file(place.file);
-  if (!mavro::FileExists(project->GetFullPath(file))) return meaning;
-  meaning.row.file = file;
-  meaning.row.line = place.line;
-  return meaning;
-}
-
-// Compiler and linker in one run. The object that the linker speaks of is gone by then: its rows
-// lead to the source.
-LineMeaning Builder::SingleFileToolLine(const std::string& line) {
-  if (!IsLinkerLine(line)) return ReadCompileLine(compileLines, line);
-  LineMeaning meaning = LinkerLine(line);
-  if (meaning.row.line == 0) meaning.row.file = SourceName(*project->Files()[0]);
-  return meaning;
-}
-
-void Builder::AddRow(const ErrorRow& row, LineMeaning::Severity severity) {
-  if (severity == LineMeaning::cError && firstErrorRow < 0) firstErrorRow = rowCount;
-  if (severity == LineMeaning::cPlain && current.firstPlainRow < 0)
-    current.firstPlainRow = rowCount;
-  ++rowCount;
-  shell->AddErrorRow({project->MakeRelative(row.file), row.line, row.text});
-}
-
-void Builder::Refuse(const std::string& file, const std::string& why) {
-  ++errorCount;
-  AddRow({file, 0, " -> " + why}, LineMeaning::cError);
 }
 
 std::string Builder::ToolOf(const std::string& name) const {

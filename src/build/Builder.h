@@ -1,18 +1,21 @@
 #pragma once
 
-#include <ctime>
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
-#include "SpawnConsole.h"
 #include "base/BuildInProgress.h"
 #include "build/BuildInputs.h"
 #include "build/BuildRecords.h"
 #include "build/CommandLines.h"
+#include "build/Launchers.h"
 #include "build/ObjectNames.h"
 #include "build/OutputParser.h"
+#include "build/RunningTools.h"
 #include "build/Staleness.h"
+#include "build/StepQueue.h"
 
 namespace zendry {
 
@@ -20,12 +23,17 @@ class Project;
 class Shell;
 struct ProjectFile;
 
-// Finds the stale files of the project and runs the tools on them, one after the other. The output
-// of the tools becomes the Output panel's text and the rows of the error list. The window,
-// zendry-make and the debugger drive it.
+// Finds the stale files of the project and runs the tools on them. The output of the tools becomes
+// the Output panel's text and the rows of the error list. The window, zendry-make and the debugger
+// drive it.
 //
-// A build runs from start to end on its caller's stack. Between two files, waiting messages are
-// handled once; a request to stop that arrives there ends the build. A running tool is not killed.
+// As many sources are compiled at once as theBuildSettings say. What is shown is what one after the
+// other would have shown. After an error, compilers that are running end and are shown; no other is
+// started.
+//
+// A build runs from start to end on its caller's stack. Between two files and while tools run,
+// waiting messages are handled. A request to stop that arrives there ends the build when the
+// running tools have ended; a second one ends these tools too.
 //
 // If something can't be built at all (a file is missing, a folder can't be written), the build is
 // refused before any tool runs. A row of the error list says why and counts as an error.
@@ -33,7 +41,7 @@ struct ProjectFile;
 // A tool has failed when it can't be started or ends with a status other than 0. If none of its
 // lines counted as an error, the run itself counts as one, and it has at least one row. After such
 // a failure the other sources are still compiled, but nothing is linked.
-class Builder {
+class Builder : private StepWatcher {
  public:
   // The tools run for stale files only, or for all files.
   enum class Scope { cStale, cAll };
@@ -52,8 +60,10 @@ class Builder {
   // Whole builds; they report their result.
   void CompileCurrent();
   void Make(Scope scope);
-  // Ends the build before its next file.
-  void RequestStop() { abortRequested = true; }
+  // Ends the build before its next step; the second request also ends the running tools.
+  void RequestStop();
+  // Ends the build and the running tools.
+  void EndNow();
   // The command that the window's stop button sends during a build.
   static constexpr int cStopCommand = 1405;
 
@@ -86,29 +96,21 @@ class Builder {
   std::string outFile;           // name of the program
   std::string includeFlags;
   std::string libFlags;
-  mavro::SpawnConsole runner;
 
  private:
   enum class Outcome { cDone, cFailed, cStopped };
-  using LineReader = LineMeaning (Builder::*)(const std::string& line);
-
-  // One run of a tool.
-  struct ToolRun {
-    std::string line;
-    std::string folder;   // where it runs; empty: the current folder
-    std::string subject;  // what a row about the run itself names: a source, script or product
-    LineReader reader = nullptr;
-    std::string product;                 // the file it writes, relative to the current folder
-    std::vector<InputFile> inputs = {};  // what it reads, as far as is known before
-    bool asksForReadFiles = false;       // the tool is a compiler
-    bool keepsProductOfFailure = true;   // unless a signal ended the tool
-  };
   // What the current run has left so far.
   struct RunNotes {
     int errorsBefore = 0;
     int rowsBefore = 0;
     int firstPlainRow = -1;     // the first row of the run that is no warning
     std::string lastLine = {};  // the last line that isn't blank
+  };
+  // A source that is not up to date.
+  struct PlannedFile {
+    int id = 0;
+    bool isRefused = false;
+    std::string reason = {};
   };
   struct ObjectList {
     std::string arguments;
@@ -121,6 +123,10 @@ class Builder {
   bool EnsureOutputFolder();
   void NoteUnusualName(const std::string& name);
   Outcome CompileFiles(Scope scope);
+  std::vector<PlannedFile> PlanFiles(Scope scope);
+  Outcome RunPlan(const std::vector<PlannedFile>& plan);
+  bool BeginPlanned(const PlannedFile& planned);
+  bool MustStop();
   bool CompileResources(Scope scope);
   bool MakeOutput();
   ObjectList CollectObjects();
@@ -128,23 +134,39 @@ class Builder {
   void NameWhatIsNotBuilt();
   void DeleteOutputs(std::string_view extension);
 
-  // Decides if a source must be built. Tells the observer the reason, and refuses a source that
-  // can't be built.
+  // Decides if a source must be built, and why.
   enum class Verdict { cBuild, cUpToDate, cRefused, cUnsupported };
-  Verdict Judge(const ProjectFile& file, const std::string& object, const std::string& line,
-                Scope scope);
+  struct Judgement {
+    Verdict verdict = Verdict::cUpToDate;
+    std::string reason = {};
+  };
+  Judgement Judge(const ProjectFile& file, const std::string& object, const std::string& line,
+                  Scope scope);
+  Judgement JudgeCompile(const ProjectFile& file, Scope scope);
+  // For a file that is built alone: reports a verdict that says no. The answer is then the build's.
+  std::optional<bool> Refusal(const ProjectFile& file, const Judgement& judgement);
   StaleCheck& Check();
-  void Observe(const std::string& file, const Staleness& staleness);
 
-  void RunTool(const ToolRun& run);
-  void NoteFailure(const ToolRun& run, bool started);
-  void CountFailedRun(const ToolRun& run, const std::string& what);
-  void TakeLine(LineReader reader, const std::string& line);
-  LineMeaning EchoOnly(const std::string&) { return {}; }
-  LineMeaning CompilerLine(const std::string& line) { return ReadCompileLine(compileLines, line); }
+  std::string CompileLineOf(const ProjectFile& file) const;
+  ToolStep CompileStep(const ProjectFile& file, const std::string& reason);
+  void PutLauncherBefore(ToolStep& step) const;
+  std::optional<ToolStep::Refusal> WhyNotRun(const ToolStep& step) const;
+  int JobsFor(size_t stepCount) const;
+  bool BeginStep(ToolStep step);
+  void RunAlone(ToolStep step);
+  bool AwaitSteps();
+  void ShowProgress(const std::string& name);
+
+  void ShowStep(const ToolStep& step) override;
+  void TakeStepLine(const ToolStep& step, const std::string& line) override;
+  bool IsErrorLine(const ToolStep& step, const std::string& line) override;
+  void EndStep(const ToolStep& step, const StepEnd& end, int slot) override;
+  std::vector<InputFile> ReadFilesOf(const ToolStep& step, int slot);
+  void NoteFailure(const ToolStep& step, const StepEnd& end);
+  void CountFailedRun(const ToolStep& step, const std::string& what);
+  LineMeaning MeaningOf(ToolKind kind, const std::string& line, CompileLines& state);
   LineMeaning LinkerLine(const std::string& line);
-  LineMeaning SingleFileToolLine(const std::string& line);
-  LineMeaning ArchiverLine(const std::string& line) { return ReadArchiveLine(line); }
+  LineMeaning SingleFileToolLine(const std::string& line, CompileLines& state);
 
   void AddRow(const ErrorRow& row, LineMeaning::Severity severity = LineMeaning::cPlain);
   void Refuse(const std::string& file, const std::string& why);
@@ -156,12 +178,23 @@ class Builder {
   Shell* shell = nullptr;
   StaleObserver staleObserver;
   CompileLines compileLines;
+  CompileLines earlyLines;  // of lines that can't be shown yet
   FileTimes times;
   std::optional<StaleCheck> check;
   int checkedLastId = 0;  // state of the project's list that `check` was made for
   size_t checkedFiles = 0;
   ObjectNames objectNames;
   BuildRecords records;
+  std::string buildFolder;  // the project's folder when the build began
+  RunningTools running;
+  StepQueue steps{*this};
+  std::vector<FileTimes::Time> startTimes;  // of the steps, by slot
+  std::chrono::steady_clock::time_point lastMessages;
+  LauncherState launcherState;  // of the project's compiler set
+  bool saidLost = false;
+  int plannedSteps = 0;  // sources that this build compiles
+  int begunSteps = 0;
+  int endedSteps = 0;
   RunNotes current;
   int failedRuns = 0;
   int rowCount = 0;
@@ -171,5 +204,8 @@ class Builder {
 };
 
 extern Builder theBuilder;
+
+// Deletes only regular files, so that a device named as output is not deleted.
+void DeleteRegularFile(const std::string& path);
 
 }  // namespace zendry

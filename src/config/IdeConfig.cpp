@@ -23,7 +23,7 @@ bool IsIndex(int id, size_t count) {
 
 void ReadToolSet(const XmlTag& tag, IdeConfig& config) {
   if (IsIndex(tag.id, config.toolSets.size()))
-    config.toolSets[static_cast<size_t>(tag.id)] = {tag.o, tag.p, tag.v};
+    config.toolSets[static_cast<size_t>(tag.id)] = {tag.o, tag.p, tag.v, tag.n};
 }
 
 void ReadFont(const XmlTag& tag, IdeFonts& fonts) {

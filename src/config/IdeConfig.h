@@ -20,6 +20,7 @@ struct ToolSet {
   std::string name;
   std::string folder;
   std::string flags;
+  std::string launcher = {};  // a program put before the compilers; empty for none
 };
 
 // The use of a font record of "Zendry.cfg": the editor's proportional font, the editor's font with

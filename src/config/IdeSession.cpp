@@ -13,6 +13,7 @@
 
 #include "FileText.h"
 #include "base/ParseInt.h"
+#include "config/BuildSettings.h"
 #include "config/EditorSettings.h"
 
 namespace zendry {
@@ -211,11 +212,26 @@ void IdeSession::TakeEditorSettings() const {
   for (const EditorSwitch& row : cEditorSwitches) editor.*row.isOn = Value(row.key, "0") == "1";
 }
 
-void IdeSession::Load(const std::string& firstStart) {
-  EnsureFolder();
+void IdeSession::TakeBuildSettings() const {
+  theBuildSettings = ReadBuildSettings([this](const std::string& key) { return Value(key, ""); });
+}
+
+void IdeSession::TakeFirstValues(const std::string& firstStart) {
   firstValues.clear();
   if (const mavro::FileText first = mavro::ReadFileText(firstStart); first.Ok())
     ReadIniText(first.text, firstValues);
+}
+
+void IdeSession::LoadBuildSettings(const std::string& firstStart) {
+  TakeFirstValues(firstStart);
+  if (const mavro::FileText ini = mavro::ReadFileText(iniPath); ini.Ok())
+    ReadIniText(ini.text, values);
+  TakeBuildSettings();
+}
+
+void IdeSession::Load(const std::string& firstStart) {
+  EnsureFolder();
+  TakeFirstValues(firstStart);
   const mavro::FileText ini = mavro::ReadFileText(iniPath);
   if (ini.Ok()) {
     ReadText(ini.text);
@@ -227,6 +243,7 @@ void IdeSession::Load(const std::string& firstStart) {
   isLoaded = true;
   TakeLists();
   TakeEditorSettings();
+  TakeBuildSettings();
   fonts = theIdeFonts.fonts;
   debuggerTips = true;
 }
@@ -299,6 +316,20 @@ void IdeSession::StoreSettings(const Placement& placement) {
   for (const EditorSwitch& row : cEditorSwitches) {
     const bool isOn = theEditorSettings.*row.isOn != 0;
     if (isOn != (Value(row.key, "0") == "1")) values[row.key] = Flag(isOn);
+  }
+  StoreBuildSettings();
+}
+
+// Only what differs from the values that are read the next time anyway.
+void IdeSession::StoreBuildSettings() {
+  const BuildSettings stored =
+      ReadBuildSettings([this](const std::string& key) { return Value(key, ""); });
+  if (stored == theBuildSettings) return;
+  for (const auto& [key, value] : BuildSettingValues(theBuildSettings)) {
+    if (value.empty())
+      values.erase(key);
+    else
+      values[key] = value;
   }
 }
 

@@ -49,6 +49,8 @@ class IdeSession {
   // `firstStart` is the installation's file of the same format: it gives the value of each key that
   // the user's file doesn't have. It may be missing.
   void Load(const std::string& firstStart = "");
+  // Only reads the settings for builds; for programs that keep nothing. Makes no folder.
+  void LoadBuildSettings(const std::string& firstStart);
   // Writes the ini file. An existing file that couldn't be read is left as it is; one that held
   // lines without meaning is kept beside the new one with ".bad" appended to its name. The changes
   // that other running programs have written since are taken over first: their recent paths stay in
@@ -88,7 +90,10 @@ class IdeSession {
  private:
   bool EnsureFolder();
   void ReadText(const std::string& text);
+  void TakeFirstValues(const std::string& firstStart);
   void TakeEditorSettings() const;
+  void TakeBuildSettings() const;
+  void StoreBuildSettings();
   std::string Value(const std::string& key, std::string_view otherwise) const;
   bool IsListKey(const std::string& key) const;
   void TakeLists();

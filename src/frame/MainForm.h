@@ -96,6 +96,8 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   int SelectedMode() override;
   void SetStopCommand(int id) override;
   void PumpMessages() override;
+  void AnswerWhileRunning() override;
+  void SetProgress(const std::string& text, int done, int total) override;
   std::vector<OpenFile> OpenFiles() override;
   std::string ActiveFile() override;
   void OpenFileAt(const std::string& path, int line) override;

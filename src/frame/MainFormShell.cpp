@@ -103,6 +103,15 @@ void MainForm::PumpMessages() {
   mavro::theApplication.ProcessMessages();
 }
 
+void MainForm::AnswerWhileRunning() {
+  PumpMessages();
+}
+
+void MainForm::SetProgress(const std::string& progress, int done, int total) {
+  if (total > 0) statusBar.SetPane(cTextPane, progress);
+  statusBar.SetPaneBar(cTextPane, total > 0 ? done * 100 / total : -1);
+}
+
 std::vector<OpenFile> MainForm::OpenFiles() {
   std::vector<OpenFile> files;
   for (int i = 0; i < editTabs.TabCount(); ++i) {

@@ -260,7 +260,7 @@ TEST_F(ZendryMake, SignalWhileAToolRuns_StopsItAndDeletesWhatItWrote) {
   files.Write("a.cpp", "");
   files.Write("b.cpp", "");
   const std::string project = WriteProject("p.zpj", {{"a.cpp", "b.cpp"}});
-  test::Program program = install.Start({project});
+  test::Program program = install.Start({"-j1", project});
   while (!files.Exists("out-rel/a.o") || files.Read("out-rel/a.o") != "cut")
     std::this_thread::yield();
   kill(program.Process(), SIGINT);

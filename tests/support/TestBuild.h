@@ -16,6 +16,7 @@
 #include "base/QuietShell.h"
 #include "build/BuildActs.h"
 #include "build/BuildRecords.h"
+#include "config/BuildSettings.h"
 #include "config/IdeConfig.h"
 #include "project/Project.h"
 
@@ -70,6 +71,8 @@ struct RecordingShell : zendry::QuietShell {
   std::vector<std::string> rows;
   std::vector<std::string> events;
   std::function<void()> onPump;
+  std::function<void()> onRunning;  // called again and again while tools run
+  std::vector<std::string> progress;
   std::string activeFile;
   int mode = 0;
   bool debuggerRuns = false;
@@ -100,6 +103,12 @@ struct RecordingShell : zendry::QuietShell {
   void PumpMessages() override {
     events.push_back("pump");
     if (onPump) onPump();
+  }
+  void AnswerWhileRunning() override {
+    if (onRunning) onRunning();
+  }
+  void SetProgress(const std::string& text, int done, int total) override {
+    progress.push_back(text + " (" + std::to_string(done) + "/" + std::to_string(total) + ")");
   }
   std::string ActiveFile() override { return activeFile; }
   void SaveChangedFiles() override { events.push_back("save"); }
@@ -172,8 +181,11 @@ class FakeTools {
 class TestBuild {
  public:
   explicit TestBuild(const std::string& projectName = "p.zpj", int type = zendry::cConsole)
-      : savedConfig(zendry::theIdeConfig), savedFolder(std::filesystem::current_path()) {
+      : savedConfig(zendry::theIdeConfig),
+        savedSettings(zendry::theBuildSettings),
+        savedFolder(std::filesystem::current_path()) {
     zendry::theIdeConfig = {};
+    zendry::theBuildSettings = {.jobs = 1, .launchers = {}};
     zendry::theIdeConfig.appDir = install.Path("bin/");
     for (auto& set : zendry::theIdeConfig.toolSets) set.folder = "@/tools";
     project.SetShell(&shell);
@@ -185,6 +197,7 @@ class TestBuild {
   ~TestBuild() {
     std::filesystem::current_path(savedFolder);
     zendry::theIdeConfig = savedConfig;
+    zendry::theBuildSettings = savedSettings;
   }
   TestBuild(const TestBuild&) = delete;
   TestBuild& operator=(const TestBuild&) = delete;
@@ -214,6 +227,7 @@ class TestBuild {
 
  private:
   zendry::IdeConfig savedConfig;
+  zendry::BuildSettings savedSettings;
   std::filesystem::path savedFolder;
 };
 

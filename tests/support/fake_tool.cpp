@@ -5,7 +5,13 @@
 //              "\n", "\t" and "\\" spelled with a backslash
 //   NAME.do    what the tool of that name does, one deed a line: "print TEXT", "environment NAME"
 //              (prints the variable), "read FILE" (names it as compilers do), "exit STATUS", "kill
-//              SIGNAL", "when ARGUMENT" (else the rest is passed over), "mute" (write nothing)
+//              SIGNAL", "when ARGUMENT" (else the rest is passed over), "for ARGUMENT" (else the
+//              deeds up to the next "for" are passed over), "mute" (write nothing), "raw TEXT"
+//              (prints it without a newline), "flood LINES" (prints so many), "await FILE" (goes
+//              on when the file is there), "touch FILE", "pid FILE" (writes its
+//              process number), "stubborn" (is not ended by SIGTERM),
+//              "grandchild" (leaves a process that holds the output), "wait" (goes on for a
+//              minute with a cut product), "launch" (becomes what its arguments say)
 //
 // As a compiler it hands on what stands in SOURCE.d, if there is such a file, as the list of files
 // that it has read. It writes the file after "-o" or, for ar, after "-r". Plain C and static,
@@ -42,6 +48,34 @@ struct Orders {
   bool wait = false;
 };
 
+void PrintLines(int count) {
+  for (int i = 0; i < count; ++i)
+    puts("0123456789012345678901234567890123456789012345678901234567890123456789012345678");
+}
+
+void Await(const char* path) {
+  for (int i = 0; i < 60000 && access(path, F_OK) != 0; ++i) usleep(1000);
+}
+
+void Touch(const char* path) {
+  FILE* file = fopen(path, "a");
+  if (file) fclose(file);
+}
+
+void WriteProcess(const char* path) {
+  FILE* file = fopen(path, "w");
+  if (!file) return;
+  fprintf(file, "%d\n", static_cast<int>(getpid()));
+  fclose(file);
+}
+
+void LeaveGrandchild() {
+  fflush(stdout);
+  if (fork() != 0) return;
+  sleep(60);
+  _exit(0);
+}
+
 bool HasArgument(int count, char** values, const char* wanted) {
   for (int i = 1; i < count; ++i)
     if (strcmp(values[i], wanted) == 0) return true;
@@ -70,8 +104,19 @@ Orders ReadOrders(const char* path, int count, char** values) {
   FILE* file = fopen(path, "r");
   if (!file) return orders;
   static char line[cLongest];
+  bool isMeant = true;
   while (fgets(line, sizeof line, file)) {
     line[strcspn(line, "\n")] = '\0';
+    if (strncmp(line, "for ", 4) == 0) isMeant = HasArgument(count, values, line + 4);
+    if (!isMeant) continue;
+    if (strncmp(line, "raw ", 4) == 0) fputs(line + 4, stdout);
+    if (strncmp(line, "flood ", 6) == 0) PrintLines(atoi(line + 6));
+    if (strncmp(line, "await ", 6) == 0) fflush(stdout), Await(line + 6);
+    if (strncmp(line, "touch ", 6) == 0) Touch(line + 6);
+    if (strncmp(line, "pid ", 4) == 0) WriteProcess(line + 4);
+    if (strcmp(line, "stubborn") == 0) signal(SIGTERM, SIG_IGN);
+    if (strcmp(line, "grandchild") == 0) LeaveGrandchild();
+    if (strcmp(line, "launch") == 0) fflush(stdout), execv(values[1], values + 1);
     if (strncmp(line, "print ", 6) == 0) puts(line + 6);
     if (strncmp(line, "environment ", 12) == 0) PrintVariable(line + 12);
     if (strncmp(line, "read ", 5) == 0) NoteRead(line + 5);

@@ -16,12 +16,15 @@ class StatusBar : public Control {
     int width = 0;
     std::string text;
     int style = 0;
+    int percent = -1;  // of a bar beside the text; -1 for none
   };
 
   StatusBar();
   // Panes are placed from left to right and identified by their index, which must exist.
   void AddPane(int width, const std::string& text);
   void SetPane(int index, const std::string& text, int style = 0);
+  // Shows at the right of a pane how much of a work is done, from 0 to 100; -1 takes the bar away.
+  void SetPaneBar(int index, int percent);
   const std::string& PaneText(int index) const;
 
  private:

@@ -1,18 +1,16 @@
 #pragma once
 
-#include <chrono>
 #include <utility>
 
-#include "ChildRun.h"
+#include "ToolRun.h"
 
 namespace mavro {
 
 // A run on the caller's stack that reads the output of a started child to its end.
-class BlockingRun : public ChildRun {
+class BlockingRun : public ToolRun {
  public:
   // `outer` is the run whose handler started this one, or null; not owned.
-  BlockingRun(Handler handler, BlockingRun* outer)
-      : ChildRun(LineBuffer::Rule::cBlocking, std::move(handler)), outer(outer) {}
+  BlockingRun(Handler handler, BlockingRun* outer) : ToolRun(std::move(handler)), outer(outer) {}
 
   // Delivers all lines and returns how the child ended. If its handler ends the run, the child is
   // killed.
@@ -21,19 +19,7 @@ class BlockingRun : public ChildRun {
   BlockingRun* const outer;
 
  private:
-  using Clock = std::chrono::steady_clock;
-
-  void ReadOutput();
-  bool FetchMore();
-  bool IsQuietForGood();
-  void FollowStop();
-  void AwaitEnd();
-  bool LivesOn();
-
-  bool childHasEnded = false;  // seen at the end of a quiet time
-  bool isHeld = false;         // the child has ended, but not its output
-  bool isStopping = false;
-  Clock::time_point killTime;
+  void Wait();
 };
 
 // See SpawnConsole::StopBlockingRun.

@@ -104,7 +104,7 @@ class SpawnPlan {
     posix_spawnattr_destroy(&attributes);
   }
 
-  // The child's process id, or 0.
+  // The child's process id, or 0 and the reason in errno.
   pid_t Spawn(const std::vector<std::string>& arguments,
               const std::vector<std::string>& environmentChanges) const {
     std::vector<char*> pointers;
@@ -119,6 +119,7 @@ class SpawnPlan {
     pid_t process = 0;
     const int error = posix_spawnp(&process, pointers[0], &actions, &attributes, pointers.data(),
                                    environment.Finish());
+    errno = error;
     return error == 0 ? process : 0;
   }
 
@@ -132,6 +133,10 @@ bool CanBeArguments(const std::vector<std::string>& arguments) {
          std::all_of(arguments.begin(), arguments.end(), [](const std::string& argument) {
            return argument.find('\0') == std::string::npos;
          });
+}
+
+bool IsShortOfRoom(int error) {
+  return error == EAGAIN || error == ENOMEM || error == EMFILE || error == ENFILE;
 }
 
 // A process that was started with SIGCHLD ignored would never learn how its children end.
@@ -168,11 +173,17 @@ ChildProcess::Start ChildProcess::Run(const std::vector<std::string>& arguments,
   CollectLeftBehind();
   EnsureChildrenCanBeWaitedFor();
   Pipe outputPipe, inputPipe;
-  if (!MakePipe(outputPipe) || !MakePipe(inputPipe)) return Start::cNoPipe;
+  if (!MakePipe(outputPipe) || !MakePipe(inputPipe)) {
+    wasShortOfRoom = IsShortOfRoom(errno);
+    return Start::cNoPipe;
+  }
   if (!CanBeArguments(arguments)) return Start::cNotStarted;
   const SpawnPlan plan(inputPipe.read.Number(), outputPipe.write.Number(), folder);
   process = plan.Spawn(arguments, environmentChanges);
-  if (!process) return Start::cNotStarted;
+  if (!process) {
+    wasShortOfRoom = IsShortOfRoom(errno);
+    return Start::cNotStarted;
+  }
   output = std::move(outputPipe.read);
   input = std::move(inputPipe.write);
   SetNonBlocking(output.Number());

@@ -41,6 +41,8 @@ class ChildProcess {
   // "NAME=value" adds or replaces an entry of the environment, "NAME" removes one.
   Start Run(const std::vector<std::string>& arguments, const std::string& folder,
             const std::vector<std::string>& environmentChanges);
+  // True after a failed start if the system had no room for another process or descriptor.
+  bool WasShortOfRoom() const { return wasShortOfRoom; }
 
   // Our ends of the pipes: the child's output and its input. Neither blocks.
   int Output() const { return output.Number(); }
@@ -66,6 +68,7 @@ class ChildProcess {
  private:
   Descriptor output, input, endDescriptor;
   pid_t process = 0;
+  bool wasShortOfRoom = false;
   std::optional<ChildEnd> end;
 };
 

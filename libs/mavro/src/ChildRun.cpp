@@ -15,6 +15,7 @@ namespace mavro {
 
 namespace {
 
+constexpr size_t cShownCommand = 116;    // characters of a command line that can't be started
 constexpr size_t cMostAhead = 16 << 20;  // bytes fetched from a child that prints and doesn't read
 
 // Prevents SIGPIPE from ending this process when it writes to a pipe without a reader, whatever the
@@ -48,6 +49,11 @@ class PipeSignalGuard {
 SpawnLimits& TheSpawnLimits() {
   static SpawnLimits limits;
   return limits;
+}
+
+std::string StartFailure(ChildProcess::Start failure, const std::string& commandLine) {
+  if (failure == ChildProcess::Start::cNoPipe) return "CreatePipe";
+  return "Error run: " + commandLine.substr(0, cShownCommand);
 }
 
 void ShowRunFailure(const std::string& text) {

@@ -46,6 +46,9 @@ class ChildRun {
   Handler handler;
 };
 
+// The message for a tool that can't be started.
+std::string StartFailure(ChildProcess::Start failure, const std::string& commandLine);
+
 // Shows a failure of the runner in a message box.
 void ShowRunFailure(const std::string& text);
 

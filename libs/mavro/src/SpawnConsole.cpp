@@ -16,16 +16,7 @@ namespace mavro {
 
 namespace {
 
-constexpr size_t cShownCommand = 116;  // characters of a command line that can't be started
-constexpr int cFetchesPerPoll = 16;    // then the windows are handled
-
-// The message for a child that can't be started.
-std::string FailureText(ChildProcess::Start failure, SpawnConsole::Mode mode,
-                        const std::string& commandLine) {
-  if (failure == ChildProcess::Start::cNoPipe) return "CreatePipe";
-  if (mode == SpawnConsole::Mode::cAttached) return "Utility execution error";
-  return "Error run: " + commandLine.substr(0, cShownCommand);
-}
+constexpr int cFetchesPerPoll = 16;  // then the windows are handled
 
 // The object whose child is attached; the idle hook polls it.
 SpawnConsole* theAttached = nullptr;
@@ -89,7 +80,7 @@ bool SpawnConsole::Impl::RunBlocking(const std::string& commandLine) {
   BlockingRun run(handler, blocking);
   const auto start = run.child.Run(SplitCommandLine(commandLine), folder, owner.environment);
   if (start != ChildProcess::Start::cStarted) {
-    ShowRunFailure(FailureText(start, Mode::cBlocking, commandLine));
+    ShowRunFailure(StartFailure(start, commandLine));
     return false;
   }
   blocking = &run;
@@ -108,7 +99,8 @@ bool SpawnConsole::Impl::Attach(const std::string& commandLine) {
   auto run = std::make_shared<AttachedRun>(handler);
   const auto start = run->child.Run(SplitCommandLine(commandLine), "", owner.environment);
   if (start != ChildProcess::Start::cStarted) {
-    ShowRunFailure(FailureText(start, Mode::cAttached, commandLine));
+    const bool isPipe = start == ChildProcess::Start::cNoPipe;
+    ShowRunFailure(isPipe ? StartFailure(start, commandLine) : "Utility execution error");
     EndAttached(cStartFailed);
     return false;
   }

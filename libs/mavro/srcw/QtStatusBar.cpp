@@ -12,6 +12,8 @@ namespace mavro {
 namespace {
 
 constexpr int cMargin = 6;  // between a pane's edge and its text
+constexpr int cBarWidth = 120;
+constexpr int cBarHeight = 8;
 
 // One pane: its text, cut with dots if it doesn't fit, and a line at its left edge.
 class PaneLabel final : public QLabel {
@@ -20,10 +22,20 @@ class PaneLabel final : public QLabel {
 
   bool isFirst = false;
 
+  void SetPercent(int wanted) {
+    percent = wanted;
+    setAccessibleDescription(percent < 0 ? QString() : QString("%1 %").arg(percent));
+    update();
+  }
+
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
-    const QRect place = rect().adjusted(cMargin, 0, -cMargin, 0);
+    QRect place = rect().adjusted(cMargin, 0, -cMargin, 0);
+    if (percent >= 0 && place.width() > 2 * cBarWidth) {
+      DrawBar(painter, place);
+      place.setRight(place.right() - cBarWidth - cMargin);
+    }
     painter.drawText(place, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
                      fontMetrics().elidedText(text(), Qt::ElideRight, place.width()));
     if (isFirst) return;
@@ -32,6 +44,23 @@ class PaneLabel final : public QLabel {
     painter.setPen(line);
     painter.drawLine(0, 4, 0, height() - 5);
   }
+
+ private:
+  // At the right end of the place.
+  void DrawBar(QPainter& painter, const QRect& place) const {
+    const QRect bar(place.right() - cBarWidth, (height() - cBarHeight) / 2, cBarWidth, cBarHeight);
+    QRect done = bar;
+    done.setWidth(cBarWidth * percent / 100);
+    painter.fillRect(done, palette().color(QPalette::Highlight));
+    QColor frame = palette().color(QPalette::WindowText);
+    frame.setAlphaF(0.5F);
+    painter.save();
+    painter.setPen(frame);
+    painter.drawRect(bar);
+    painter.restore();
+  }
+
+  int percent = -1;
 };
 
 // Panes that have a width keep it; those of width 0 share the remaining width.
@@ -53,11 +82,13 @@ class PaneBar final : public QStatusBar {
     for (size_t i = 0; i < panes.size(); ++i) {
       widths.push_back(panes[i].width);
       SetText(i, panes[i].text);
+      SetPercent(i, panes[i].percent);
     }
     Arrange();
   }
 
   void SetText(size_t index, const std::string& text) { labels[index]->setText(ToScreen(text)); }
+  void SetPercent(size_t index, int percent) { labels[index]->SetPercent(percent); }
 
  protected:
   void resizeEvent(QResizeEvent* event) override {
@@ -102,6 +133,9 @@ class StatusBarWindow final : public NativeStatusBar {
   void SetPanes(const std::vector<StatusBar::Pane>& panes) override { bar->SetPanes(panes); }
   void SetPaneText(int index, const std::string& newText) override {
     bar->SetText(static_cast<size_t>(index), newText);
+  }
+  void SetPaneBar(int index, int percent) override {
+    bar->SetPercent(static_cast<size_t>(index), percent);
   }
   int TextHeight() const override { return bar->fontMetrics().height() + cMargin; }
 

@@ -43,6 +43,15 @@ void StatusBar::SetPane(int idx, const std::string& paneText, int style) {
   if (impl->hwnd) static_cast<Impl*>(impl)->Window()->SetPaneText(idx, paneText);
 }
 
+void StatusBar::SetPaneBar(int idx, int percent) {
+  MAVRO_ASSERT_AS(idx >= 0 && static_cast<size_t>(idx) < panes.size(), "idx < panes.size()");
+  Pane& pane = panes[static_cast<size_t>(idx)];
+  percent = std::clamp(percent, -1, 100);
+  if (pane.percent == percent) return;
+  pane.percent = percent;
+  if (impl->hwnd) static_cast<Impl*>(impl)->Window()->SetPaneBar(idx, percent);
+}
+
 const std::string& StatusBar::PaneText(int idx) const {
   MAVRO_ASSERT_AS(idx >= 0 && static_cast<size_t>(idx) < panes.size(), "idx < panes.size()");
   return panes[static_cast<size_t>(idx)].text;

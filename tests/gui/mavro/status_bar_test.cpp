@@ -51,6 +51,43 @@ TEST(StatusBar, SetPane_BeforeAndWithTheWindow) {
   });
 }
 
+// The columns of the pane's middle row that have the colour of what is done.
+int DoneColumns(QLabel* pane) {
+  const QImage image = pane->grab().toImage();
+  const QRgb wanted = pane->palette().color(QPalette::Highlight).rgb();
+  int count = 0;
+  for (int x = 0; x < image.width(); ++x) count += image.pixel(x, image.height() / 2) == wanted;
+  return count;
+}
+
+TEST(StatusBar, Bar_IsAsLongAsThePartThatIsDone) {
+  BarForm form;
+  form.bar.SetPaneBar(0, 50);
+  test::RunForm(form, false, [&] {
+    QLabel* pane = form.Panes()[0];
+    const int half = DoneColumns(pane);
+    EXPECT_GT(half, 10);
+    form.bar.SetPaneBar(0, 100);
+    EXPECT_NEAR(DoneColumns(pane), 2 * half, 3);
+    EXPECT_EQ(pane->accessibleDescription(), "100 %");
+    form.bar.SetPaneBar(0, 0);
+    EXPECT_EQ(DoneColumns(pane), 0);
+    form.bar.SetPaneBar(0, -1);
+    EXPECT_EQ(pane->accessibleDescription(), "");
+    EXPECT_EQ(form.bar.PaneText(0), "first");
+  });
+}
+
+TEST(StatusBar, Bar_OutsideItsRange_IsAtItsEnd) {
+  BarForm form;
+  test::RunForm(form, false, [&] {
+    form.bar.SetPaneBar(0, 1000);
+    EXPECT_EQ(form.Panes()[0]->accessibleDescription(), "100 %");
+    form.bar.SetPaneBar(0, -7);
+    EXPECT_EQ(form.Panes()[0]->accessibleDescription(), "");
+  });
+}
+
 TEST(StatusBar, SetPane_EqualText_SendsNothing) {
   BarForm form;
   test::RunForm(form, false, [&] {

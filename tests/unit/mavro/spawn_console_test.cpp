@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <poll.h>
-#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -18,6 +17,7 @@
 #include "CommandLine.h"
 #include "ConsoleFixture.h"
 #include "Descriptor.h"
+#include "FewDescriptors.h"
 #include "TempFolder.h"
 
 namespace mavro {
@@ -217,28 +217,11 @@ TEST_F(BlockingConsole, Surroundings_AreThoseOfANewProgramWithoutTerminal) {
     EXPECT_EQ(std::stoull(lines[i].substr(8), nullptr, 16) & ~cLibrarySignals, 0u) << lines[i];
 }
 
-// Leaves this process so many descriptors to open, as long as it lives.
-class FewDescriptors {
- public:
-  explicit FewDescriptors(int count) {
-    getrlimit(RLIMIT_NOFILE, &saved);
-    const int next = Descriptor(dup(0)).Number();
-    const rlimit few = {static_cast<rlim_t>(next + count), saved.rlim_max};
-    setrlimit(RLIMIT_NOFILE, &few);
-  }
-  ~FewDescriptors() { setrlimit(RLIMIT_NOFILE, &saved); }
-  FewDescriptors(const FewDescriptors&) = delete;
-  FewDescriptors& operator=(const FewDescriptors&) = delete;
-
- private:
-  rlimit saved;
-};
-
 // The first run is for the sanitizers, which need descriptors of their own at first.
 TEST_F(BlockingConsole, NoDescriptorLeft_IsShown) {
   EXPECT_TRUE(Run("print a"));
   for (int count : {0, 1, 2, 3}) {
-    const FewDescriptors few(count);
+    const test::FewDescriptors few(count);
     EXPECT_FALSE(Run("print b"));
   }
   EXPECT_THAT(dialogs.texts, Each("Compiler error: CreatePipe"));
@@ -251,7 +234,7 @@ TEST_F(BlockingConsole, NoDescriptorToWatchTheEnd_IsFoundOutByAsking) {
   constexpr int cThoseOfThePipes = 4;
   Run("close-output");
   {
-    const FewDescriptors few(cThoseOfThePipes);
+    const test::FewDescriptors few(cThoseOfThePipes);
     EXPECT_TRUE(Run("close-output"));
   }
   EXPECT_EQ(console.exitSignal, SIGTERM);

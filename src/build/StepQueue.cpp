@@ -1,0 +1,132 @@
+#include "build/StepQueue.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace zendry {
+
+namespace {
+
+// A step that prints more than this before its turn has to wait.
+constexpr size_t cMostBytes = 4 << 20;
+constexpr size_t cBytesOfALine = 64;  // what keeping a line costs besides its text
+// The longest time that lines are shown for before the window gets its turn.
+constexpr std::chrono::milliseconds cShowTime(20);
+// Exit codes that distributing launchers use for failures of their own; shells use those from 126.
+constexpr int cFirstLauncherCode = 100;
+constexpr int cLastLauncherCode = 125;
+
+}  // namespace
+
+int StepQueue::NextSlot() const {
+  const auto isTaken = [this](int slot) {
+    return std::any_of(steps.begin(), steps.end(),
+                       [slot](const auto& active) { return active->slot == slot; });
+  };
+  int slot = 0;
+  while (isTaken(slot)) ++slot;
+  return slot;
+}
+
+bool StepQueue::Begin(const ToolStep& step, const std::vector<std::string>& environment) {
+  auto owned = std::make_unique<Active>(step, NextSlot(), environment);
+  Active& active = *owned;
+  const bool isFirst = steps.empty();
+  steps.push_back(std::move(owned));
+  if (isFirst) ShowFirst();
+  if (step.refusal) {
+    active.hasEnded = active.hasError = true;
+    return true;
+  }
+  active.end.wasRun = true;
+  const mavro::SpawnPool::Failure failure = StartTool(active, step.line);
+  if (failure.text.empty()) return true;
+  if (failure.isForLackOfRoom && Running() > 0) {
+    steps.pop_back();
+    return false;
+  }
+  active.hasEnded = true;
+  active.end.startFailure = failure.text;
+  return true;
+}
+
+mavro::SpawnPool::Failure StepQueue::StartTool(Active& active, const std::string& line) {
+  return pool.Start(active.slot, {line, active.step.folder, active.environment},
+                    [this, &active](const std::string& printed) { Keep(active, printed); });
+}
+
+void StepQueue::Keep(Active& active, const std::string& line) {
+  active.bytes += line.size() + cBytesOfALine;
+  if (!active.isShown) active.hasError |= watcher.IsErrorLine(active.step, line);
+  active.lines.push_back(line);
+}
+
+bool StepQueue::Advance(int milliseconds) {
+  if (steps.empty()) return false;
+  const bool canShow = !steps.front()->lines.empty() || steps.front()->hasEnded;
+  for (const mavro::SpawnPool::Ended& ended : pool.Wait(canShow ? 0 : milliseconds)) NoteEnd(ended);
+  for (const auto& active : steps)
+    if (!active->hasEnded) pool.Pause(active->slot, active->bytes > cMostBytes);
+  ShowFirst();
+  Active& first = *steps.front();
+  if (!ShowLines(first) || !first.hasEnded) return false;
+  const std::unique_ptr<Active> done = std::move(steps.front());
+  steps.pop_front();
+  watcher.EndStep(done->step, done->end, done->slot);
+  return true;
+}
+
+void StepQueue::NoteEnd(const mavro::SpawnPool::Ended& ended) {
+  const auto found = std::find_if(steps.begin(), steps.end(), [&ended](const auto& active) {
+    return active->slot == ended.key && !active->hasEnded;
+  });
+  if (found == steps.end() || RunsHere(**found, ended)) return;
+  Active& active = **found;
+  active.hasEnded = true;
+  active.hasError |= ended.exitSignal != 0 && !ended.wasStopped;
+  active.end.exitCode = ended.exitCode;
+  active.end.exitSignal = ended.exitSignal;
+  active.end.wasStopped = ended.wasStopped && ended.exitCode != 0;
+  active.end.milliseconds =
+      std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - active.start).count();
+}
+
+// Repeats a step without its launcher if that has lost its machine.
+bool StepQueue::RunsHere(Active& active, const mavro::SpawnPool::Ended& ended) {
+  const bool isLost = active.step.mayBeLostElsewhere && active.end.lostWith == 0 &&
+                      !ended.wasStopped && ended.exitCode >= cFirstLauncherCode &&
+                      ended.exitCode <= cLastLauncherCode;
+  if (!isLost) return false;
+  active.end.lostWith = ended.exitCode;
+  return StartTool(active, active.step.lineWithoutLauncher).text.empty();
+}
+
+void StepQueue::ShowFirst() {
+  Active& first = *steps.front();
+  if (std::exchange(first.isShown, true)) return;
+  watcher.ShowStep(first.step);
+}
+
+// False if time was too short for all lines.
+bool StepQueue::ShowLines(Active& active) {
+  const Clock::time_point until = Clock::now() + cShowTime;
+  while (!active.lines.empty()) {
+    const std::string line = std::move(active.lines.front());
+    active.lines.pop_front();
+    active.bytes -= line.size() + cBytesOfALine;
+    watcher.TakeStepLine(active.step, line);
+    if (Clock::now() >= until) return active.lines.empty();
+  }
+  return true;
+}
+
+void StepQueue::Stop() {
+  pool.Stop();
+}
+
+bool StepQueue::HasError() const {
+  return std::any_of(steps.begin(), steps.end(),
+                     [](const auto& active) { return active->hasError; });
+}
+
+}  // namespace zendry
