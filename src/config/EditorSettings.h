@@ -14,6 +14,7 @@ struct EditorSettings {
   int useMonoFont = 0;
   int lineAboveOpenFolds = 0;  // 0: a line below each closed fold instead
   int lineNumbers = 0;
+  int closePairs = 1;  // brackets and quotes get their partners as they are typed
   // The fonts that controls use, indexed by FontUse; each can be shown.
   std::array<FontRec, 3> fonts = IdeFonts().fonts;
 };

@@ -196,6 +196,7 @@ void IdeSession::TakeEditorSettings() const {
   if (editor.indentSize < 0 || editor.indentSize > cMaxTabSize) editor.indentSize = cDefaultTabSize;
   editor.useMonoFont = Value("ed-usemono", "0") == "1";
   editor.lineNumbers = Value(cLineNumbersKey, "0") == "1";
+  editor.closePairs = Value("ed-closepairs", "1") != "0";
 }
 
 void IdeSession::Load(const std::string& firstStart) {

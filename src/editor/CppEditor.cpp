@@ -65,6 +65,7 @@ void CppEditor::ApplySettings() {
   options->fontStyle = font.style;
   options->foldMargin = true;
   options->lineAboveOpenFolds = settings.lineAboveOpenFolds != 0;
+  options->closePairs = settings.closePairs != 0;
   options->keywordStyle = cKeywordStyle;
   indent.ApplyTo(*options);
   language = LanguageOf(fileName);
@@ -279,6 +280,12 @@ bool CppEditor::IndentsCode() const {
 bool CppEditor::onAutoIndent(char typed) {
   if (!IndentsCode()) return false;
   indent.Typed(typed);
+  return true;
+}
+
+bool CppEditor::onIndentLine(int line) {
+  if (!IndentsCode()) return false;
+  indent.IndentLine(line);
   return true;
 }
 

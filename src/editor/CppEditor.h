@@ -86,6 +86,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   bool getCallTip(const std::string& name, std::string& tip) override;
   void onUpdateUI() override;
   bool onAutoIndent(char typed) override;
+  bool onIndentLine(int line) override;
   std::string onPaste(std::string pasted) override;
 
  private:

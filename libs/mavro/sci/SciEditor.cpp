@@ -33,6 +33,10 @@ bool SciEditor::onAutoIndent(char) {
   return false;
 }
 
+bool SciEditor::onIndentLine(int) {
+  return false;
+}
+
 std::string SciEditor::onPaste(std::string pasted) {
   return pasted;
 }
@@ -173,6 +177,18 @@ unsigned long SciEditor::ChangeCount() const {
 
 const SciText& SciEditor::Reader() const {
   return ItsImpl();
+}
+
+int SciEditor::SelectOccurrences() {
+  return ItsImpl().SelectOccurrences();
+}
+
+bool SciEditor::AddNextOccurrence() {
+  return ItsImpl().AddOccurrence();
+}
+
+bool SciEditor::IsAutomatic(int position) const {
+  return ItsImpl().pairs.OpeningOf(position) >= 0;
 }
 
 void SciEditor::goToLine(int line) {
