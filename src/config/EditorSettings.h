@@ -20,6 +20,7 @@ struct EditorSettings {
   // Changes that a save makes: no blanks at the ends of lines, and an end of the last line.
   int stripBlanks = 0;
   int endLastLine = 0;
+  int closePairs = 1;  // brackets and quotes get their partners as they are typed
   // The fonts that controls use, indexed by FontUse; each can be shown.
   std::array<FontRec, 3> fonts = IdeFonts().fonts;
 };

@@ -209,6 +209,7 @@ void IdeSession::TakeEditorSettings() const {
   editor.indentSize = ParseInt(Value("ed-indsize", "4"));
   if (editor.indentSize < 0 || editor.indentSize > cMaxTabSize) editor.indentSize = cDefaultTabSize;
   editor.useMonoFont = Value("ed-usemono", "0") == "1";
+  editor.closePairs = Value("ed-closepairs", "1") != "0";
   for (const EditorSwitch& row : cEditorSwitches) editor.*row.isOn = Value(row.key, "0") == "1";
 }
 

@@ -125,8 +125,21 @@ bool CodeIndent::IsOwn(int line) const {
   return line == ownLine && editor.Indentation(line) == ownColumns;
 }
 
-void CodeIndent::Indent(int line) {
+// What will be typed before a closer that was written automatically begins the line.
+std::optional<int> CodeIndent::ColumnsToType(int line) const {
+  const auto first = static_cast<int>(
+      editor.Send(mavro::SCI_GETLINEINDENTPOSITION, static_cast<std::uintptr_t>(line)));
+  const bool isClosed = editor.CaretPosition() == first && editor.IsAutomatic(first);
+  return isClosed ? ColumnsOf(line, "") : ColumnsOf(line);
+}
+
+void CodeIndent::IndentLine(int line) {
   const std::optional<int> columns = ColumnsOf(line);
+  if (columns && editor.Indentation(line) != *columns) editor.SetIndentation(line, *columns);
+}
+
+void CodeIndent::Indent(int line) {
+  const std::optional<int> columns = ColumnsToType(line);
   if (!columns) return;
   if (editor.Indentation(line) != *columns) editor.SetIndentation(line, *columns);
   ownLine = line;

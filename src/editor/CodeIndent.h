@@ -27,6 +27,8 @@ class CodeIndent {
   // Indents lines after a typed character: a new line, the line that Enter has left, or the line
   // whose first sign changes its place. A line that the user has indented by hand stays.
   void Typed(char typed);
+  // Indents a line by its text, wherever the caret is.
+  void IndentLine(int line);
   // A text that is about to be pasted at the selection, moved to the place's indentation. A text of
   // one line, or one for the middle of a line, comes back as it is.
   std::string Moved(std::string_view pasted) const;
@@ -41,6 +43,7 @@ class CodeIndent {
  private:
   int WindowStart(int line) const;
   bool IsOwn(int line) const;
+  std::optional<int> ColumnsToType(int line) const;
   void Indent(int line);
   void OnNewLine(int line);
 

@@ -81,6 +81,7 @@ void CppEditor::ApplySettings() {
   options->showWhiteSpace = settings.showWhiteSpace != 0;
   options->showLineEnds = settings.showLineEnds != 0;
   options->lineAboveOpenFolds = settings.lineAboveOpenFolds != 0;
+  options->closePairs = settings.closePairs != 0;
   options->keywordStyle = cKeywordStyle;
   indent.ApplyTo(*options);
   language = LanguageOf(fileName);
@@ -338,6 +339,12 @@ bool CppEditor::IndentsCode() const {
 bool CppEditor::onAutoIndent(char typed) {
   if (!IndentsCode()) return false;
   indent.Typed(typed);
+  return true;
+}
+
+bool CppEditor::onIndentLine(int line) {
+  if (!IndentsCode()) return false;
+  indent.IndentLine(line);
   return true;
 }
 

@@ -99,6 +99,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   void onUpdateUI() override;
   void onRefusedChange() override;
   bool onAutoIndent(char typed) override;
+  bool onIndentLine(int line) override;
   std::string onPaste(std::string pasted) override;
 
  private:

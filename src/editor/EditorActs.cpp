@@ -1,6 +1,7 @@
 #include "editor/EditorActs.h"
 
 #include "Keys.h"
+#include "OccurrenceRules.h"
 #include "SciCommands.h"
 #include "base/FileCommands.h"
 #include "config/EditorSettings.h"
@@ -65,6 +66,12 @@ constexpr CommandRow cRows[] = {
     {mavro::cSubmenuRow, "&When saving"},
     {cStripWhenSavingCommand, "&Strip trailing blanks"},
     {cEndLastLineCommand, "&End the last line"},
+    {mavro::cEndSubmenuRow},
+    {mavro::cSubmenuRow, "Ca&rets"},
+    {mavro::cSciSelectOccurrences, "Select &all occurrences", cControlKey | cShiftKey | 'L'},
+    {mavro::cSciNextOccurrence, "Select &next occurrence", cControlKey | cShiftKey | 'D'},
+    {mavro::cSciCaretAbove, "Add one a&bove", cControlKey | cAltKey | cKeyUp},
+    {mavro::cSciCaretBelow, "Add one b&elow", cControlKey | cAltKey | cKeyDown},
     {mavro::cEndSubmenuRow},
     {mavro::cSubmenuRow, "&Tabs"},
     {cTabListCommand, "&Open tabs...", cControlKey | cShiftKey | 'O'},
@@ -133,6 +140,13 @@ bool IsOn(int id, const CppEditor* front) {
   }
 }
 
+std::string OccurrenceNote(int count) {
+  if (count == 0) return "There is no word at the caret";
+  if (count > static_cast<int>(mavro::cMostCarets))
+    return "More than " + std::to_string(mavro::cMostCarets) + " occurrences: none is selected";
+  return std::to_string(count) + (count == 1 ? " occurrence" : " occurrences") + " selected";
+}
+
 }  // namespace
 
 EditorActs theEditorActs;
@@ -161,6 +175,8 @@ void EditorActs::CarryOut(int id) {
   }
   if (id == cShowLongLineCommand && tab->editor->LinesNotShown() == 0)
     return tabs->Host()->Say("All lines of this file are shown");
+  if (id == mavro::cSciSelectOccurrences)
+    return tabs->Host()->Say(OccurrenceNote(tab->editor->SelectOccurrences()));
   tab->editor->OnCommand(id);
   if (id == cRecordMacroCommand) tabs->Host()->SetMacroRecording(tab->editor->inMacroRecord);
   tabs->Host()->ShowCaretOf(*tab->editor);

@@ -19,6 +19,7 @@ struct EditorOptions {
   std::string wordChars = "_abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
   bool braceMatch = true;
   bool braceMatchAfter = false;  // the character after the caret counts too
+  bool closePairs = false;       // brackets and quotes get their partners as they are typed
   bool simpleIndent = false;     // a new line is indented as the one before
   bool smartIndent = true;       // by the language's blocks
   bool indentOpening = false;    // the line of an opening brace is indented too

@@ -47,6 +47,15 @@ struct SciNotification : NotifyHeader {
   const char* text = nullptr;  // SCN_MACRORECORD, SCN_AUTOCCOMPLETED
 };
 
+// A key press on its way to the component.
+struct SciKey {
+  int key = 0;             // of Key
+  bool isShifted = false;  // the Shift key is held
+  bool isCommand = false;  // another key is held with it: Ctrl, Alt, Meta
+  bool isColumn = false;   // Alt and Shift are held
+  std::string_view text;   // typed by it; empty for none
+};
+
 enum class FaceKind { cProportional, cFixed };
 
 // The window of the editing component.
@@ -59,6 +68,12 @@ class NativeSci : public NativeWindow {
   std::function<std::string(std::string_view)> fold;
   // Asked before a text from the clipboard is pasted over the selection; answers the text to paste.
   std::function<std::string(std::string)> pasted;
+  // Asked before a key press is handled; true if the editor has carried it out itself.
+  std::function<bool(const SciKey&)> keyed;
+  // A caret is added at a byte by the mouse; with `drags`, that caret's selection ends there.
+  std::function<void(int position, bool drags)> caretAdded;
+  // Answers the text to copy in place of the selections' texts one after the other.
+  std::function<std::string(std::string)> copied;
   // Returns a function if a text of the window is a different one elsewhere. The function returns
   // that text, even after the editor is gone.
   std::function<std::function<std::string()>(const std::string&)> wholeOf;

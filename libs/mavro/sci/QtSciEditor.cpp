@@ -11,6 +11,7 @@
 #include <QPixmap>
 #include <QScreen>
 #include <QWheelEvent>
+#include <utility>
 
 #include "NativeSci.h"
 #include "QtFactories.h"
@@ -74,6 +75,8 @@ class SciWidget final : public QsciScintillaBase {
     if (prints && (event->modifiers() & cCommandModifiers)) return PassWithoutText(*event);
     AnnounceText(event->text());
     if (onTyping) AnnounceListKey(event->key());
+    if (TakesKey(event->key(), event->modifiers(), prints ? event->text() : QString()))
+      return event->accept();
     if (prints && onTyping) onTyping(cSciWillType);
     QsciScintillaBase::keyPressEvent(event);
     if (prints && onTyping) onTyping(cSciTyped);
@@ -93,6 +96,8 @@ class SciWidget final : public QsciScintillaBase {
 
   void inputMethodEvent(QInputMethodEvent* event) override {
     AnnounceText(event->commitString() + event->preeditString());
+    const bool wasComposing = std::exchange(isComposing, !event->preeditString().isEmpty());
+    if (!wasComposing && TakesKey(0, Qt::NoModifier, event->commitString())) return event->accept();
     if (onTyping) onTyping(cSciWillType);
     QsciScintillaBase::inputMethodEvent(event);
     if (onTyping) onTyping(cSciTyped);
@@ -108,10 +113,38 @@ class SciWidget final : public QsciScintillaBase {
   }
 
   QMimeData* toMimeData(const QByteArray& text, bool rectangular) const override {
-    const auto whole = window && window->wholeOf ? window->wholeOf(text.toStdString()) : nullptr;
-    if (!whole) return QsciScintillaBase::toMimeData(text, rectangular);
+    std::string shown = text.toStdString();
+    if (window && window->copied) shown = window->copied(std::move(shown));
+    const auto whole = window && window->wholeOf ? window->wholeOf(shown) : nullptr;
+    if (!whole) return QsciScintillaBase::toMimeData(QByteArray::fromStdString(shown), rectangular);
     if (!rectangular) return new LateText(whole);
     return QsciScintillaBase::toMimeData(QByteArray::fromStdString(whole()), rectangular);
+  }
+
+  // On X11 the component takes the Ctrl key for the Alt key. Here Alt selects a column and Ctrl
+  // adds a caret.
+  void mousePressEvent(QMouseEvent* event) override {
+    const bool isLeft = event->button() == Qt::LeftButton;
+    if (isLeft && (event->modifiers() & Qt::AltModifier)) return PressForColumn(*event);
+    addsCaret = isLeft && event->modifiers() == Qt::ControlModifier && !IsInMargins(*event);
+    if (!addsCaret) return QsciScintillaBase::mousePressEvent(event);
+    AddCaret(*event, false);
+  }
+
+  void mouseDoubleClickEvent(QMouseEvent* event) override {
+    if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) return mousePressEvent(event);
+    QsciScintillaBase::mouseDoubleClickEvent(event);
+  }
+
+  void mouseMoveEvent(QMouseEvent* event) override {
+    if (!addsCaret) return QsciScintillaBase::mouseMoveEvent(event);
+    AddCaret(*event, true);
+  }
+
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    if (!addsCaret) return QsciScintillaBase::mouseReleaseEvent(event);
+    addsCaret = false;
+    event->accept();
   }
 
   void wheelEvent(QWheelEvent* event) override {
@@ -170,6 +203,38 @@ class SciWidget final : public QsciScintillaBase {
     event.setAccepted(bare.isAccepted());
   }
 
+  void PressForColumn(const QMouseEvent& event) {
+    const auto held = (event.modifiers() & Qt::ShiftModifier) | Qt::ControlModifier;
+    QMouseEvent press(QEvent::MouseButtonPress, event.position(), event.globalPosition(),
+                      event.button(), event.buttons(), held);
+    addsCaret = false;
+    QsciScintillaBase::mousePressEvent(&press);
+  }
+
+  bool IsInMargins(const QMouseEvent& event) const {
+    constexpr unsigned long cMargins = 5;
+    long width = 0;
+    for (unsigned long i = 0; i < cMargins; ++i) width += SendScintilla(SCI_GETMARGINWIDTHN, i);
+    return event.position().x() < static_cast<qreal>(width);
+  }
+
+  void AddCaret(QMouseEvent& event, bool drags) {
+    const QPoint at = event.position().toPoint();
+    const long place = SendScintilla(SCI_POSITIONFROMPOINT, static_cast<unsigned long>(at.x()),
+                                     static_cast<long>(at.y()));
+    if (window && window->caretAdded) window->caretAdded(static_cast<int>(place), drags);
+    event.accept();
+  }
+
+  bool TakesKey(int key, Qt::KeyboardModifiers modifiers, const QString& text) const {
+    if (!window || !window->keyed) return false;
+    const QByteArray typed = text.toUtf8();
+    return window->keyed({VirtualKeyOf(key), modifiers.testFlag(Qt::ShiftModifier),
+                          (modifiers & cCommandModifiers) != 0,
+                          modifiers == (Qt::AltModifier | Qt::ShiftModifier),
+                          std::string_view(typed.data(), static_cast<size_t>(typed.size()))});
+  }
+
   void AnnounceListKey(int key) const {
     if (key == Qt::Key_Return || key == Qt::Key_Enter) onTyping(cSciWillEnter);
     if (std::find(std::begin(cListKeys), std::end(cListKeys), key) != std::end(cListKeys))
@@ -177,7 +242,9 @@ class SciWidget final : public QsciScintillaBase {
   }
 
   bool drops = false;
-  int turned = 0;  // of the wheel, and not yet a step
+  bool addsCaret = false;    // the mouse is held for one
+  bool isComposing = false;  // a letter of several keys is shown and not yet typed
+  int turned = 0;            // of the wheel, and not yet a step
 };
 
 class SciWindow final : public NativeSci {

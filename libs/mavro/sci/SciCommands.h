@@ -46,7 +46,11 @@ enum SciCommand {
   cSciSortLines = 865,
   cSciZoomIn = 866,
   cSciZoomOut = 867,
-  cSciZoomNone = 868
+  cSciZoomNone = 868,
+  cSciSelectOccurrences = 875,
+  cSciNextOccurrence = 876,
+  cSciCaretAbove = 877,
+  cSciCaretBelow = 878
 };
 
 }  // namespace mavro

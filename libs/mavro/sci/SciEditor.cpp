@@ -43,6 +43,10 @@ bool SciEditor::onAutoIndent(char) {
   return false;
 }
 
+bool SciEditor::onIndentLine(int) {
+  return false;
+}
+
 std::string SciEditor::onPaste(std::string pasted) {
   return pasted;
 }
@@ -183,6 +187,18 @@ unsigned long SciEditor::ChangeCount() const {
 
 const SciText& SciEditor::Reader() const {
   return ItsImpl();
+}
+
+int SciEditor::SelectOccurrences() {
+  return ItsImpl().SelectOccurrences();
+}
+
+bool SciEditor::AddNextOccurrence() {
+  return ItsImpl().AddOccurrence();
+}
+
+bool SciEditor::IsAutomatic(int position) const {
+  return ItsImpl().pairs.OpeningOf(position) >= 0;
 }
 
 void SciEditor::goToLine(int line) {

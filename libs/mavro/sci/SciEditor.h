@@ -80,6 +80,9 @@ class SciEditor : public Control {
   // Called after a typed character, when indentation by the language is on. A derived class that
   // knows the language better indents the lines itself and returns true.
   virtual bool onAutoIndent(char typed);
+  // Indents a line by its text. False if a derived class has no rules for it: then it is indented
+  // as the line that it belongs to.
+  virtual bool onIndentLine(int line);
   // Called before a text is pasted over the selection; returns the text to paste. Columns that are
   // pasted, and texts that are dropped, don't come here.
   virtual std::string onPaste(std::string pasted);
@@ -168,6 +171,14 @@ class SciEditor : public Control {
   // Group: commands. Runs a command by its id; false if it is not a command of the editor.
   bool OnCommand(int id);
 
+  // Group: several carets.
+  // Selects all places that have the selected text, or the word at the caret: if that is a whole
+  // word, whole words only. Returns how many there are; if there are more than cMostCarets, it
+  // changes nothing.
+  int SelectOccurrences();
+  // Selects the next such place too, or first the word at the caret. False if there is no other.
+  bool AddNextOccurrence();
+
   // Group: completion, call tips, indentation.
   // Offers the names that may follow; true if a list is open.
   bool startCompletion();
@@ -182,6 +193,8 @@ class SciEditor : public Control {
   int Indentation(int line) const;  // in columns
   // Indents a line; the caret keeps its place in the line's text.
   void SetIndentation(int line, int columns);
+  // True for a closer that was written automatically, while the caret is in its pair.
+  bool IsAutomatic(int position) const;
 
   std::string fileName;
   bool dirty = false;

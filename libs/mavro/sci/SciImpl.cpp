@@ -176,10 +176,14 @@ void SciEditor::Impl::BeforeChange(const SciNotification& n) {
     const bool isKnown = longLines.IsEmpty() || n.length < LongLines::cStandInBytes;
     Editor().onTextWillChange(start, 0, isKnown ? n.length : cUnknownLength);
     standIns.WillInsert(n.position, n.length);
+    pairs.WillInsert(n.position, n.length);
+    FollowDone(n.position, n.length, 0);
   } else {
     const auto end = static_cast<long>(standIns.WholePosition(n.position + n.length));
     Editor().onTextWillChange(start, end - start, 0);
     standIns.WillDelete(n.position, n.length);
+    pairs.WillDelete(n.position, n.length);
+    FollowDone(n.position, 0, n.length);
   }
 }
 
@@ -188,6 +192,7 @@ void SciEditor::Impl::UpdateUi(const SciNotification& n) {
   if (Editor().codePage == 0 && bytes == TextBytes::cUtf8) SetCodePage(SC_CP_UTF8);
   if (n.updated & SC_UPDATE_CONTENT) ApplyLineNumbers();
   if (n.updated & (SC_UPDATE_CONTENT | SC_UPDATE_SELECTION)) {
+    pairs.KeepAround(Editor().CaretPosition());
     MarkBraces();
     ShowCaretLine();
   }

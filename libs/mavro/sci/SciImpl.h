@@ -1,5 +1,7 @@
 #pragma once
 
+#include <algorithm>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -7,6 +9,8 @@
 #include "IndentRules.h"
 #include "LongLines.h"
 #include "NativeSci.h"
+#include "OccurrenceRules.h"
+#include "PairRules.h"
 #include "SciEditor.h"
 #include "SciText.h"
 #include "StylePalette.h"
@@ -42,6 +46,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   // All of it, until the next change.
   std::string_view Bytes() const;
   std::string LineToCaret() const;
+  const char* LineEndBytes() const;  // of a new line
 
   // Group: look (SciLook.cpp).
   void ApplyOptions();
@@ -75,7 +80,12 @@ class SciEditor::Impl : public SysImpl, public SciText {
   LongLines longLines;
   StandIns standIns{*this, longLines};
 
+  enum class Way { cNext, cPrevious };
+
   // Group: typing (SciTyping.cpp).
+  // A key is about to be handled; true if it has been carried out.
+  bool TakeKey(const SciKey& key);
+  void IndentAtEach(char typed);
   void CharacterAdded(char typed);
   // A key that moves in the open list, or the Enter key, is about to be pressed.
   void WatchListKey(int code);
@@ -88,9 +98,46 @@ class SciEditor::Impl : public SysImpl, public SciText {
   IndentContext Context() const;
   void Indent(const std::vector<IndentChange>& changes);
 
+  // Group: brackets and quotes in pairs (SciPairs.cpp).
+  // Carries out a key at the one caret if pairs are concerned; false if the component shall.
+  bool TakePairKey(const SciKey& key);
+  // Writes the partner of the character that was just typed, if one was announced.
+  void FinishPair(char typed);
+  AutoPairs pairs;
+
+  // Group: several carets (SciCarets.cpp).
+  struct Caret {
+    int anchor = 0;
+    int position = 0;
+    int Start() const { return std::min(anchor, position); }
+    int End() const { return std::max(anchor, position); }
+  };
+  bool HasSeveral() const { return Send(SCI_GETSELECTIONS) > 1; }
+  // A column may be so thin that it is only a caret in each of its rows.
+  bool HasColumn() const {
+    const Param mode = Send(2423);
+    return mode == 1 || mode == 3;
+  }
+  // All carets in the order of the text. The main one has this place among them.
+  struct CaretList {
+    std::vector<Caret> carets;
+    size_t main = 0;
+  };
+  CaretList Carets() const;
+  void SetCarets(const CaretList& list);
+  // Carries out `act` with each caret as the only one; the carets are where it leaves them.
+  void ForEachCaret(const std::function<void()>& act);
+  // Carries out a key at several carets; false if the component shall.
+  bool TakeKeyAtEach(const SciKey& key);
+  void AddCaret(Way way);
+  void AddCaretAt(int position, bool drags);
+  int SelectOccurrences();
+  bool AddOccurrence();
+  std::string JoinedCopy(std::string asCopied) const;
+  std::string PastedAtEach(std::string pasted);
+
   // Group: places and commands (SciPlaces.cpp, SciCommandTable.cpp).
   void GoToLine(int line);
-  enum class Way { cNext, cPrevious };
   enum class Selecting { cNothing, cUpToThere };
   void GoToBookmark(Way way, Selecting selecting);
   void GoToMatch(Selecting selecting);
@@ -155,6 +202,38 @@ class SciEditor::Impl : public SysImpl, public SciText {
   Offer offered = Offer::cWords;  // in the list that was opened last
   int listStart = 0;              // where its names begin in the text
   bool movedInList = false;       // the user has chosen a row of the open list
+
+  // Group: brackets and quotes in pairs (SciPairs.cpp).
+  void Replace(int start, int end, std::string_view text);
+  bool CanPair() const;
+  bool StepOver(char typed);
+  int BlockEndBelow(char typed) const;
+  int IndentBytes(int line) const;
+  void LeaveBlock(int closing);
+  bool Surround(char typed);
+  bool DeletePair();
+  bool OpenBlock();
+  void AnnouncePair(char typed);
+  void BeginTyping();
+  void EndTyping();
+
+  // Group: several carets (SciCarets.cpp).
+  void TypeAtCaret(const std::string& text);
+  void MoveVertically(Way way, bool selects);
+  int PlaceBeside(int position, int x, Way way) const;
+  bool ExtendColumn(int key);
+  void LeaveCaretsInRows();
+  bool LeavesColumn(const SciKey& key);
+  void FollowDone(int position, int inserted, int deleted);
+  Occurrence Wanted() const;
+
+  char pairTyped = '\0';       // a partner may follow this character, which is about to be typed
+  bool pairsAnywhere = false;  // its place has been looked at
+  bool typesOneStep = false;   // an undo step has begun for the key that is being typed
+  std::vector<Caret>* done = nullptr;  // the carets that ForEachCaret has been at
+  CaretList beforeMouse;               // the carets before the one that the mouse adds
+  int mouseAnchor = 0;                 // of that one
+  std::vector<int> columnsKept;        // of the carets, in pixels, while they move up and down
 };
 
 }  // namespace mavro

@@ -18,7 +18,12 @@ constexpr size_t cMeasuredInASecond = 800 * 1024;
 
 void SciEditor::Impl::SetHooks() {
   Window()->fold = [this](std::string_view text) { return FoldNew(text); };
-  Window()->pasted = [this](std::string text) { return Editor().onPaste(std::move(text)); };
+  Window()->pasted = [this](std::string text) {
+    return HasSeveral() ? PastedAtEach(std::move(text)) : Editor().onPaste(std::move(text));
+  };
+  Window()->copied = [this](std::string text) { return JoinedCopy(std::move(text)); };
+  Window()->caretAdded = [this](int position, bool drags) { AddCaretAt(position, drags); };
+  Window()->keyed = [this](const SciKey& key) { return TakeKey(key); };
   Window()->wholeOf = [this](const std::string& shown) -> std::function<std::string()> {
     if (!longLines.AreIn(shown)) return nullptr;
     return [lines = longLines, shown] { return lines.Unfold(shown); };
@@ -102,6 +107,7 @@ void SciEditor::Impl::WatchTyping(int code) {
     pausesOvertype = false;
     Send(SCI_SETOVERTYPE, 1);
   }
+  if (code == cSciTyped) EndTyping();
 }
 
 }  // namespace mavro

@@ -97,6 +97,10 @@ void SciEditor::Impl::ApplyLayout() {
   Send(SCI_SETYCARETPOLICY, CARET_SLOP | CARET_STRICT | CARET_EVEN, cLinesAboveCaret);
   Send(SCI_SETSCROLLWIDTH, 1);
   Send(SCI_SETSCROLLWIDTHTRACKING, 1);
+  Send(SCI_SETMULTIPLESELECTION, 1);
+  Send(SCI_SETADDITIONALSELECTIONTYPING, 1);
+  Send(SCI_SETMULTIPASTE, SC_MULTIPASTE_EACH);
+  Send(SCI_SETVIRTUALSPACEOPTIONS, SCVS_RECTANGULARSELECTION);
   Send(SCI_SETLAYOUTCACHE, cPageCache);
   Send(SCI_SETIDLESTYLING, SC_IDLESTYLING_TOVISIBLE);
   ApplyView();
@@ -274,6 +278,8 @@ void SciEditor::Impl::ApplyColours() {
   Send(SCI_SETCARETLINEBACK, Colour(cCaretLineGround));
   ShowCaretLine();
   Send(SCI_SETSELBACK, 1, Colour(cSelectionGround));
+  Send(SCI_SETADDITIONALSELBACK, Colour(cSelectionGround));
+  Send(SCI_SETADDITIONALCARETFORE, Colour(cTextInk));
   Send(SCI_SETFOLDMARGINCOLOUR, 1, Colour(cMarginGround));
   Send(SCI_SETFOLDMARGINHICOLOUR, 1, Colour(cMarginGround));
   for (const int marker : cFoldMarkers) {

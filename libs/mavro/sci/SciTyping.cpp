@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "CharSets.h"
+#include "Keys.h"
 #include "SciImpl.h"
 #include "TipRules.h"
 #include "WordRules.h"
@@ -19,7 +20,9 @@ void SciEditor::Impl::CharacterAdded(char typed) {
   SciEditor& editor = Editor();
   editor.onTextChanged();
   TypingState state;
+  if (HasSeveral()) return IndentAtEach(typed);
   state.recording = editor.inMacroRecord;
+  state.hasSeveral = done != nullptr;
   const auto [start, end] = editor.Selection();
   state.hasCaret = start > 0 && start == end;
   state.tipActive = Send(SCI_CALLTIPACTIVE) != 0;
@@ -63,7 +66,26 @@ void SciEditor::Impl::CharacterAdded(char typed) {
         editor.autoIndent(typed);
         break;
     }
+  FinishPair(typed);
   editor.tipActive = Send(SCI_CALLTIPACTIVE) != 0;
+}
+
+// Only signs and line ends change the place of a line; letters may be typed at many carets.
+void SciEditor::Impl::IndentAtEach(char typed) {
+  const EditorLanguage* language = Editor().language;
+  if (!language || HasColumn() || IsInSet(language->wordChars, typed)) return;
+  ForEachCaret([this, typed] { CharacterAdded(typed); });
+}
+
+bool SciEditor::Impl::TakeKey(const SciKey& key) {
+  const bool isHeldKey = key.key == Key::cShift || key.key == Key::cControl || key.key == Key::cAlt;
+  if (isHeldKey) return false;
+  if (key.isColumn && ExtendColumn(key.key)) return true;
+  if (LeavesColumn(key)) return key.key == Key::cEscape;
+  if (key.key != Key::cUp && key.key != Key::cDown) columnsKept.clear();
+  if (!HasSeveral()) return TakePairKey(key);
+  pairs.Clear();
+  return !HasColumn() && !Send(SCI_AUTOCACTIVE) && TakeKeyAtEach(key);
 }
 
 // The Enter key ends the line as long as the user has chosen nothing from a list of words that

@@ -65,19 +65,39 @@ TypingPlan PlanInQuiet(char typed, const TypingState& state, const EditorOptions
   return plan;
 }
 
+// Lines are indented inside a call whose tip is shown, too.
+bool ChangesLines(char typed, const EditorLanguage& language) {
+  return typed == '\n' || typed == '\r' || IsInSet(language.blockStart, typed) ||
+         IsInSet(language.blockEnd, typed);
+}
+
 constexpr const char* cIncluding[] = {"include", "import"};
 
-bool IncludesFile(std::string_view line) {
+// The place after "#" and the blanks around it; npos if the line isn't one of the preprocessor's.
+size_t DirectiveIn(std::string_view line) {
   const size_t sign = line.find_first_not_of(" \t");
-  if (sign == std::string_view::npos || line[sign] != '#') return false;
-  const size_t word = line.find_first_not_of(" \t", sign + 1);
+  if (sign == std::string_view::npos || line[sign] != '#') return std::string_view::npos;
+  return std::min(line.find_first_not_of(" \t", sign + 1), line.size());
+}
+
+}  // namespace
+
+bool IsDirective(std::string_view line) {
+  return DirectiveIn(line) != std::string_view::npos;
+}
+
+bool IncludesFile(std::string_view line) {
+  const size_t word = DirectiveIn(line);
   if (word == std::string_view::npos) return false;
   return std::any_of(std::begin(cIncluding), std::end(cIncluding), [&](const char* including) {
     return line.substr(word).starts_with(including);
   });
 }
 
-// The lexer gives no styles of their own to the literals of a preprocessor's line.
+bool NamesFile(std::string_view line) {
+  return IncludesFile(line) && line.find_first_of("<\"") != std::string_view::npos;
+}
+
 bool EndsInLiteral(std::string_view line) {
   char open = '\0';
   for (size_t i = 0; i < line.size(); ++i) {
@@ -89,14 +109,6 @@ bool EndsInLiteral(std::string_view line) {
   }
   return open != '\0';
 }
-
-// Lines are indented inside a call whose tip is shown, too.
-bool ChangesLines(char typed, const EditorLanguage& language) {
-  return typed == '\n' || typed == '\r' || IsInSet(language.blockStart, typed) ||
-         IsInSet(language.blockEnd, typed);
-}
-
-}  // namespace
 
 bool PlaceMatters(char typed, const TypingState& state, const EditorLanguage& language,
                   const EditorOptions& options) {
@@ -120,6 +132,11 @@ bool IsQuietPlace(const SciText& text, int position, const EditorLanguage& langu
 TypingPlan PlanTyping(char typed, const TypingState& state, const EditorLanguage* language,
                       const EditorOptions& options) {
   if (state.recording || !state.hasCaret || !language) return {{}, state.parenDepth};
+  if (state.hasSeveral) {
+    TypingPlan plan{{cForgetWords}, state.parenDepth};
+    AddIndent(plan, options);
+    return plan;
+  }
   if (state.isQuiet) return PlanInQuiet(typed, state, options);
   if (state.tipActive || state.listActive) {
     TypingPlan plan = state.tipActive ? PlanInTip(typed, state.parenDepth, *language)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 #include "EditorLanguage.h"
@@ -15,7 +16,8 @@ struct TypingState {
   bool tipActive = false;
   bool listActive = false;
   bool wordCompleting = false;
-  bool isQuiet = false;  // the character belongs to no code, see IsQuietPlace
+  bool isQuiet = false;     // the character belongs to no code, see IsQuietPlace
+  bool hasSeveral = false;  // there are several carets: only their lines are indented
   int parenDepth = 0;
 };
 
@@ -44,6 +46,15 @@ bool PlaceMatters(char typed, const TypingState& state, const EditorLanguage& la
 // True for a character in text that is no code, and in the name of an included file. The text has
 // its styles up to there.
 bool IsQuietPlace(const SciText& text, int position, const EditorLanguage& language);
+
+// Facts about the start of a line, up to a place in it: it is a preprocessor's line; such a line
+// that includes a file; one that has the name of the file, or its beginning.
+bool IsDirective(std::string_view line);
+bool IncludesFile(std::string_view line);
+bool NamesFile(std::string_view line);
+// True if a string or a character has begun in a line and not ended. For the preprocessor's lines,
+// whose literals have no styles of their own.
+bool EndsInLiteral(std::string_view line);
 
 // The steps that a typed character leads to; none without a language.
 TypingPlan PlanTyping(char typed, const TypingState& state, const EditorLanguage* language,

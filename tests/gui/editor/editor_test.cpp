@@ -131,9 +131,9 @@ TEST_F(IdeEditor, TypedText_IsInTheFileAsItWasTyped) {
       {"/* p.\n*/", "/* p.\n */"},
       {"ele\n", "ele\n"},
       {"char c = '.';\n", "char c = '.';\n"},
-      {"auto s = \"p.\n", "auto s = \"p.\n\t"},
+      {"auto s = \"p.\n", "auto s = \"p.\n\t\""},
       {"auto s = \"p. elep\";\n", "auto s = \"p. elep\";\n"},
-      {"#include <elep.\n", "#include <elep.\n"},
+      {"#include <elep.\n", "#include <elep.\n>"},
       {"double x = 1.;\n", "double x = 1.;\n"},
   };
   ide.Run({}, [&] {

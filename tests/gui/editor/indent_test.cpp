@@ -46,11 +46,11 @@ TEST_F(IdeIndent, EachFileHasItsOwnTabsAndColumns) {
     CppEditor& tabs = Open("a.cpp", "void f()\n{\n\ta();\n}\n");
     ToEnd(tabs);
     TypeLines("void g()\n{\nx;\n");
-    EXPECT_EQ(tabs.GetText(), "void f()\n{\n\ta();\n}\nvoid g()\n{\n\tx;\n\t");
+    EXPECT_EQ(tabs.GetText(), "void f()\n{\n\ta();\n}\nvoid g()\n{\n\tx;\n\t\n}");
     CppEditor& blanks = Open("b.cpp", "void f()\n{\n   a();\n}\n");
     ToEnd(blanks);
     TypeLines("void g()\n{\nx;\n");
-    EXPECT_EQ(blanks.GetText(), "void f()\n{\n   a();\n}\nvoid g()\n{\n   x;\n   ");
+    EXPECT_EQ(blanks.GetText(), "void f()\n{\n   a();\n}\nvoid g()\n{\n   x;\n   \n}");
     Tabs().ApplySettings();
     EXPECT_EQ(blanks.Send(mavro::SCI_GETUSETABS), 0) << "settings leave what the file shows";
     EXPECT_EQ(blanks.Send(mavro::SCI_GETINDENT), 3);

@@ -152,6 +152,46 @@ TEST(SciShots, Editor_Dark_HasEachGroundAndInk) {
   QApplication::setPalette(before);
 }
 
+// Several selections with their carets, and a column that goes on after the ends of lines.
+void ShowCarets(const std::string& name, bool isDark) {
+  EditorForm form;
+  form.editor.options->monospaced = true;
+  form.editor.small.styles = cStyles;
+  form.SetBounds(0, 0, 700, 700);
+  RunEditor(form, [&] {
+    form.Fill(cSample);
+    form.editor.Send(SCI_COLOURISE, 0, static_cast<std::intptr_t>(-1));
+    form.editor.Select(form.editor.LineEnd(6) - 3, form.editor.LineEnd(6) - 3);
+    form.Settle();
+    const int plain =
+        test::CountPixels(test::Pixels(form.editor), AsPixel(cSelectionGround, isDark));
+    EXPECT_EQ(plain, 0);
+    const auto at = form.editor.GetText().find("radius *");
+    form.editor.Select(static_cast<int>(at), static_cast<int>(at));
+    EXPECT_EQ(form.editor.SelectOccurrences(), 4);
+    form.Settle();
+    test::Shot(form, name + "-carets");
+    const int several =
+        test::CountPixels(test::Pixels(form.editor), AsPixel(cSelectionGround, isDark));
+    EXPECT_GT(several, 1000);
+    form.editor.Select(form.editor.LineStart(15) + 8, form.editor.LineStart(15) + 8);
+    for (int i = 0; i < 6; ++i) test::Key(form, Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+    for (int i = 0; i < 5; ++i) test::Key(form, Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
+    form.Settle();
+    test::Shot(form, name + "-column");
+    EXPECT_GT(test::CountPixels(test::Pixels(form.editor), AsPixel(cSelectionGround, isDark)),
+              several);
+  });
+}
+
+TEST(SciShots, CaretsAndAColumn_AreSelectedAsOneIs) {
+  ShowCarets("sci-light", false);
+  const QPalette before = QApplication::palette();
+  QApplication::setPalette(test::DarkPalette());
+  ShowCarets("sci-dark", true);
+  QApplication::setPalette(before);
+}
+
 TEST(SciShots, HiddenCharacters_AreBoxes) {
   EditorForm form;
   form.editor.options->monospaced = true;

@@ -108,6 +108,11 @@ TEST_F(IdeSessionTest, Load_EditorSettings) {
   EXPECT_EQ(theEditorSettings.indentSize, 2);
   EXPECT_EQ(theEditorSettings.useMonoFont, 1);
   EXPECT_EQ(theEditorSettings.lineAboveOpenFolds, 1);
+  EXPECT_EQ(theEditorSettings.closePairs, 1);
+  Loaded("ed-closepairs=0\n");
+  EXPECT_EQ(theEditorSettings.closePairs, 0);
+  Loaded("");
+  EXPECT_EQ(theEditorSettings.closePairs, 1);
 }
 
 TEST_F(IdeSessionTest, Load_FlagsOfOtherText_OnlyOneWordCounts) {
