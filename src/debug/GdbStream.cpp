@@ -120,6 +120,7 @@ void GdbStream::HandleAnnotation(std::string_view text) {
   }
   Flush();
   lineMode = cNormal;
+  if (!lastAnnotation.starts_with("frame-begin")) ForgetFrameBefore();
   HandleStateAnnotation();
 }
 
@@ -239,8 +240,6 @@ void GdbStream::Prompt() {
   // A function of the program that an expression has called came back, or the start has failed.
   if (std::exchange(running, false)) paused = pausedBefore;
   frameLevel = 0;
-  hit.reset();
-  frameBefore.clear();
   stop = {};
   Report([](GdbListener& to) { to.OnPrompt(); });
   if (std::exchange(needsDisplay, false)) Report([](GdbListener& to) { to.OnDisplaysDue(); });
@@ -250,8 +249,6 @@ void GdbStream::Running() {
   if (!std::exchange(running, true)) pausedBefore = paused;
   paused = ended = false;
   frameLevel = 0;
-  hit.reset();
-  frameBefore.clear();
   stop = {};
   Report([](GdbListener& to) { to.OnRunning(); });
 }
@@ -330,7 +327,7 @@ void GdbStream::HandleByFirstLetter(std::string_view line) {
   if (!thread.empty()) stop.thread = std::move(thread);
   if (text.starts_with("Breakpoint") || text.starts_with("Temporary breakpoint"))
     ParseBreakHit(text);
-  else if (line.starts_with("Run till exit from "))
+  else if (line == "Run till exit from ")
     frameBefore = line;
   else
     Output(line);
@@ -418,6 +415,12 @@ void GdbStream::CloseFrame() {
   if (!frame) frame = GdbFrame{frameHead, {}};
   if (IsRowStart(frameHead)) frame->place.level = ParseInt(frameHead.substr(1));
   ReportFrame(*frame);
+}
+
+// What has announced a frame waits for it no longer.
+void GdbStream::ForgetFrameBefore() {
+  hit.reset();
+  if (!frameBefore.empty()) Output(std::exchange(frameBefore, {}));
 }
 
 void GdbStream::ReportFrame(const GdbFrame& frame) {

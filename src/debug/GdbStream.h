@@ -72,6 +72,7 @@ class GdbStream {
   void ParseBreakHit(std::string_view line);
   void AddFrame(std::string_view line);
   void CloseFrame();
+  void ForgetFrameBefore();
   void ReportFrame(const GdbFrame& frame);
   void ReadSignalText(std::string_view line);
   void ShowSource();

@@ -213,6 +213,15 @@ TEST_F(GdbStreamTest, ForgedFrame_GivesNoRow) {
   EXPECT_EQ(Feed("#1\n^pre-prompt\n#include at\n^pre-prompt\n#1 at 7\n^pre-prompt\n"), "");
 }
 
+TEST_F(GdbStreamTest, TheFrameThatFinishLeaves_IsNoRow) {
+  EXPECT_EQ(Feed("Run till exit from #0  f () at a.c:7\n"),
+            "output Run till exit from #0  f () at a.c:7\n");
+  EXPECT_EQ(Feed("Run till exit from \n^frame-begin 0 0x4\n#0  f () at a.c:7\n"),
+            "output Run till exit from #0  f () at a.c:7\n");
+  EXPECT_EQ(Feed("Run till exit from \n^error-begin\n#0  f () at a.c:7\n"),
+            "output Run till exit from \nframe 0 #0  f () at a.c:7\n");
+}
+
 // --- Stops
 
 TEST_F(GdbStreamTest, Prompt_AfterACallThatCameBack_IsPausedAsBefore) {
