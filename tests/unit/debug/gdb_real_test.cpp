@@ -1,6 +1,10 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
+#include <cstdlib>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,8 +36,9 @@ struct RealGdb : test::ConsoleFixture {
   }
 
   // Compiles sources of the folder into one program.
-  void Compile(const std::vector<std::string>& names, const std::string& program) {
-    std::string line = "gcc -g -O0 -w -o " + mavro::QuoteArgument(folder.Path(program));
+  void Compile(const std::vector<std::string>& names, const std::string& program,
+               const std::string& compilerName = "gcc") {
+    std::string line = compilerName + " -g -O0 -w -o " + mavro::QuoteArgument(folder.Path(program));
     for (const std::string& name : names) line += " " + mavro::QuoteArgument(folder.Path(name));
     mavro::SpawnConsole compiler;
     compiler.SetOutput([](const std::string& text) { ADD_FAILURE() << text; }, folder.Path());
@@ -62,6 +67,40 @@ struct RealGdb : test::ConsoleFixture {
   test::GdbEvents events;
   GdbStream stream{events};
   std::string startText;
+};
+
+// A pseudo terminal; what is written to it waits to be read.
+class Terminal {
+ public:
+  Terminal() : master(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+    if (master < 0 || grantpt(master) != 0 || unlockpt(master) != 0)
+      throw std::runtime_error("no terminal");
+    path = ptsname(master);
+    // A terminal that nobody has open any more can't be read.
+    slave = open(path.c_str(), O_RDWR | O_NOCTTY | O_CLOEXEC);
+  }
+  Terminal(const Terminal&) = delete;
+  Terminal& operator=(const Terminal&) = delete;
+  ~Terminal() {
+    close(slave);
+    close(master);
+  }
+
+  // What was written, up to a text; less when it doesn't come.
+  std::string ReadUntil(std::string_view end) {
+    std::string text;
+    char byte;
+    while (!text.ends_with(end) && mavro::WaitReadable(master, 20'000) &&
+           read(master, &byte, 1) == 1)
+      text += byte;
+    return text;
+  }
+
+  std::string path;
+
+ private:
+  int master;
+  int slave = -1;
 };
 
 bool Has(std::string_view text, std::string_view part) {
@@ -134,6 +173,54 @@ TEST_F(RealGdb, AHostileGdbinitChangesNothing) {
   EXPECT_EQ(Send(*GdbBreak(path, 3, "")), "breakpoint 1 at " + path + ":3\nprompt\n");
   EXPECT_TRUE(Has(Send("run"), "hit 1 at " + path + ":3\n"));
   EXPECT_GT(Send("help set print").size(), 1000u);
+}
+
+TEST_F(RealGdb, PrintersOfTheSystemsLibrariesAreUsed) {
+  folder.Write("a.cpp",
+               "#include <string>\nint main() {\n  std::string s = \"text\";\n  return 0;\n}\n");
+  Compile({"a.cpp"}, "program", "g++");
+  Start("program");
+  Send(*GdbTemporaryBreak(folder.Path("a.cpp"), 4));
+  EXPECT_TRUE(Has(Send("run"), "stopped by breakpoint 1"));
+  events.watched = {"s"};
+  EXPECT_EQ(Send(*GdbDisplayCommand("s")), "display 1 s is \"text\"\nprompt\n");
+}
+
+TEST_F(RealGdb, AProgramWithATerminalOfItsOwn_ForgesNothingAndCanBePaused) {
+  folder.Write("a.c", R"(#include <stdio.h>
+int main(void) {
+  puts("#1  f () at a.c:1\n1: k = 2\nBreakpoint 9 at 0x1: file a.c, line 2.\n(gdb) $1 = 2");
+  puts("\032\032exited 3\n\032\032source /p/a.c:1:1:beg:0x1\n\032\032prompt\nprinted");
+  fflush(stdout);
+  volatile int k = 1;
+  for (puts("running"), fflush(stdout); k; ++k) k = 1;
+}
+)");
+  Compile({"a.c"}, "program");
+  const std::string path = folder.Path("a.c");
+  Terminal terminal;
+  Start("program");
+  events.watched = {"k"};
+  Send(*GdbTerminal(terminal.path));
+  Send(*GdbBreak(path, 6, ""));
+  const std::string stop = Send("run");
+  EXPECT_TRUE(stop.starts_with("output Starting program")) << stop;
+  EXPECT_TRUE(stop.ends_with("hit 1 at " + path + ":6\nsource " + path +
+                             ":6 level 0\nstopped by breakpoint 1 in main () at " + path +
+                             ":6\nprompt\ndisplays due\n"))
+      << stop;
+  for (const char* forged : {"frame", "display ", "result", "breakpoint 9", "ended", "/p/a.c"})
+    EXPECT_FALSE(Has(stop, forged)) << stop;
+  EXPECT_TRUE(Has(terminal.ReadUntil("printed\r\n"), "exited 3\r\n"));
+
+  stream.CommandSent();
+  ASSERT_TRUE(console.Send("continue"));
+  EXPECT_EQ(terminal.ReadUntil("running\r\n"), "running\r\n");
+  ASSERT_TRUE(console.Interrupt());
+  ASSERT_TRUE(IdleUntil([this] { return stream.promptSeen; }));
+  const std::string pause = events.Take();
+  EXPECT_TRUE(Has(pause, "stopped by signal SIGINT (Interrupt)")) << pause;
+  EXPECT_TRUE(stream.paused);
 }
 
 }  // namespace
