@@ -395,14 +395,17 @@ bool GdbStream::TakeAsFrame(std::string_view line) {
 
 void GdbStream::AddFrame(std::string_view line) {
   if (!continuedFrame) frameHead.clear();
-  AppendBounded(frameHead, line, cLongestValue);
+  AppendBounded(frameHead, line, cLongestFrame);
   frameAnnounced = false;
-  continuedFrame = true;
-  if (frameInPieces) return;
-  const std::optional<GdbFrame> frame = ReadFrame(frameHead);
-  if (!frame) return;
-  continuedFrame = false;
-  ReportFrame(*frame);
+  const bool isFirst = !std::exchange(continuedFrame, true);
+  if (!frameInPieces) {
+    if (const std::optional<GdbFrame> frame = ReadFrame(isFirst ? line : frameHead)) {
+      continuedFrame = false;
+      return ReportFrame(*frame);
+    }
+  }
+  // Something that never becomes a frame isn't searched again and again.
+  if (frameHead.size() > cLongestFrame) continuedFrame = frameInPieces = false;
 }
 
 // Nothing more comes for the frame.

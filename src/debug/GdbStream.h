@@ -16,6 +16,8 @@ namespace zendry {
 // What is longer is cut: a line, and what follows the two leading bytes of an annotation.
 constexpr size_t cLongestLine = 1 << 20;
 constexpr size_t cLongestAnnotation = 8192;
+// A frame that is cut into lines or pieces and longer than this is dropped.
+constexpr size_t cLongestFrame = 16384;
 
 // Reads the output of "gdb --annotate=3" and reports what it understands. It knows no process and
 // no window, keeps a bounded state and accepts any bytes. docs/debugging.md tells the rules.

@@ -20,8 +20,7 @@ void Require(bool holds) {
 }
 
 void CheckState(const zendry::GdbStream& stream) {
-  constexpr size_t cMost = zendry::cLongestValue + 3;
-  Require(stream.frameHead.size() <= cMost);
+  Require(stream.frameHead.size() <= zendry::cLongestFrame + 3);
   Require(stream.lastAnnotation.size() <= zendry::cLongestAnnotation);
   Require(stream.lineMode >= 0 && stream.lineMode <= 2);
 }

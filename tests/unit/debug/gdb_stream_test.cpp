@@ -287,6 +287,19 @@ TEST_F(GdbStreamTest, ErrorsAndAnnotationsAreBounded) {
   EXPECT_EQ(stream.lastAnnotation.size(), cLongestAnnotation);
 }
 
+TEST_F(GdbStreamTest, AFrameInOneLine_MayBeLong) {
+  const std::string text = "#0  f<" + std::string(3 * cLongestFrame, 'x') + "> ()";
+  EXPECT_EQ(Feed(text + " at a.c:7\n"), "frame 0 " + text + " at a.c:7\n");
+}
+
+TEST_F(GdbStreamTest, AFrameInManyLines_IsDroppedBeyondItsLimit) {
+  const std::string head = "#0  f (" + std::string(cLongestFrame - 8, 'x') + ",";
+  EXPECT_EQ(Feed(head + "\n"), "");
+  EXPECT_TRUE(stream.continuedFrame);
+  EXPECT_EQ(Feed("y\n  at a.c:7\n"), "output   at a.c:7\n");
+  EXPECT_FALSE(stream.continuedFrame);
+}
+
 TEST_F(GdbStreamTest, Garbage_LeavesAReaderThatReadsOn) {
   std::mt19937 random(7);
   constexpr std::string_view cBytes("\x1A\n\0#$(B:= 1}\xC3\x80", 15);
