@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <numeric>
 #include <string>
 
 #include "Keys.h"
@@ -26,20 +27,38 @@ SciEditor::Impl::CaretList SciEditor::Impl::Carets() const {
   return list;
 }
 
-// Carets that have come to the same place are one.
-void SciEditor::Impl::SetCarets(const CaretList& list) {
-  int count = 0, main = 0, end = -1;
-  if (HasColumn()) Send(SCI_SETEMPTYSELECTION, list.carets.front().position);
-  for (size_t i = 0; i < list.carets.size(); ++i) {
+// Carets at one place are one, as are selections that overlap: the component would type into both.
+SciEditor::Impl::CaretList SciEditor::Impl::Merged(const CaretList& list) {
+  std::vector<size_t> order(list.carets.size());
+  std::iota(order.begin(), order.end(), size_t{0});
+  std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) {
+    return list.carets[a].Start() < list.carets[b].Start();
+  });
+  CaretList merged;
+  for (const size_t i : order) {
     const Caret& caret = list.carets[i];
-    if (caret.Start() > end || (caret.Start() == end && caret.Start() < caret.End())) {
-      Send(count == 0 ? SCI_SETSELECTION : SCI_ADDSELECTION, caret.position, caret.anchor);
-      end = caret.End();
-      ++count;
+    Caret* last = merged.carets.empty() ? nullptr : &merged.carets.back();
+    const bool isEmpty = caret.Start() == caret.End() || (last && last->Start() == last->End());
+    if (!last || caret.Start() > last->End() || (caret.Start() == last->End() && !isEmpty)) {
+      merged.carets.push_back(caret);
+    } else if (const int end = std::max(last->End(), caret.End()); end > last->End()) {
+      (caret.anchor <= caret.position ? * last = {last->Start(), end}
+                                      : * last = {end, last->Start()});
     }
-    if (i == list.main) main = count - 1;
+    if (i == list.main) merged.main = merged.carets.size() - 1;
   }
-  Send(SCI_SETMAINSELECTION, main);
+  return merged;
+}
+
+void SciEditor::Impl::SetCarets(const CaretList& list) {
+  const CaretList merged = Merged(list);
+  if (HasColumn()) Send(SCI_SETEMPTYSELECTION, merged.carets.front().position);
+  unsigned message = SCI_SETSELECTION;
+  for (const Caret& caret : merged.carets) {
+    Send(message, caret.position, caret.anchor);
+    message = SCI_ADDSELECTION;
+  }
+  Send(SCI_SETMAINSELECTION, static_cast<Param>(merged.main));
 }
 
 // A caret's act changes nothing after the next caret, but it may indent the line before it, in
@@ -85,7 +104,15 @@ void SciEditor::Impl::FollowDone(int position, int inserted, int deleted) {
     *caret = {moved(caret->anchor), moved(caret->position)};
 }
 
+// The component's own moves may have brought selections over each other.
+void SciEditor::Impl::MergeCarets() {
+  if (!HasSeveral() || HasColumn()) return;
+  const CaretList list = Carets();
+  if (Merged(list).carets.size() < list.carets.size()) SetCarets(list);
+}
+
 bool SciEditor::Impl::TakeKeyAtEach(const SciKey& key) {
+  MergeCarets();
   if (!key.text.empty()) BeginTyping();
   if (key.isCommand) return false;
   if (key.key == Key::cUp || key.key == Key::cDown) {
@@ -145,11 +172,13 @@ void SciEditor::Impl::MoveVertically(Way way, bool selects) {
 
 void SciEditor::Impl::AddCaret(Way way) {
   CaretList list = Carets();
-  const Caret& edge = way == Way::cNext ? list.carets.back() : list.carets.front();
+  const Caret edge = way == Way::cNext ? list.carets.back() : list.carets.front();
   const auto x = static_cast<int>(Send(SCI_POINTXFROMPOSITION, 0, edge.position));
   const int place = PlaceBeside(edge.position, x, way);
   if (place < 0) return;
-  Send(SCI_ADDSELECTION, place, place);
+  list.main = list.carets.size();
+  list.carets.push_back({place, place});
+  SetCarets(list);
   Send(SCI_SCROLLCARET);
 }
 
@@ -163,10 +192,8 @@ void SciEditor::Impl::AddCaretAt(int position, bool drags) {
   std::erase_if(list.carets, [&](const Caret& caret) {
     return caret.Start() <= added.End() && added.Start() <= caret.End();
   });
-  const auto isAfter = [&](const Caret& caret) { return caret.Start() > added.Start(); };
-  const auto next = std::find_if(list.carets.begin(), list.carets.end(), isAfter);
-  list.main = static_cast<size_t>(next - list.carets.begin());
-  list.carets.insert(next, added);
+  list.main = list.carets.size();
+  list.carets.push_back(added);
   SetCarets(list);
 }
 
@@ -186,6 +213,15 @@ bool SciEditor::Impl::ExtendColumn(int key) {
     return true;
   }
   return false;
+}
+
+// One row of a column becomes an ordinary selection.
+void SciEditor::Impl::KeepMainRow() {
+  const Param main = Send(SCI_GETMAINSELECTION);
+  const Param caret = Send(SCI_GETSELECTIONNCARET, main);
+  const Param anchor = Send(SCI_GETSELECTIONNANCHOR, main);
+  Send(SCI_SETEMPTYSELECTION, caret);
+  Send(SCI_SETSELECTION, caret, anchor);
 }
 
 // A caret that has left a column is in the text again: letters typed after the end of a line would
@@ -258,6 +294,7 @@ std::string SciEditor::Impl::JoinedCopy(std::string asCopied) const {
 // A text with as many lines as there are carets gives each caret a line; nothing is then left to
 // paste.
 std::string SciEditor::Impl::PastedAtEach(std::string pasted) {
+  MergeCarets();
   const CaretList list = Carets();
   const std::vector<std::string> lines = LinesFor(pasted, list.carets.size());
   if (lines.empty() || HasColumn() || Send(SCI_GETREADONLY)) return pasted;

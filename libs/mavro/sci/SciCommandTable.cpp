@@ -101,6 +101,7 @@ const Row* FindRow(const Row (&rows)[count], int id) {
 
 bool SciEditor::OnCommand(int id) {
   Impl& editor = ItsImpl();
+  editor.MergeCarets();
   if (const MessageRow* row = FindRow(cMessages, id)) {
     editor.Send(row->message);
   } else if (const OptionRow* option = FindRow(cOptions, id)) {

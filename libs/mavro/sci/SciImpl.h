@@ -86,6 +86,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   // A key is about to be handled; true if it has been carried out.
   bool TakeKey(const SciKey& key);
   void IndentAtEach(char typed);
+  void DropStrayList();
   void CharacterAdded(char typed);
   // A key that moves in the open list, or the Enter key, is about to be pressed.
   void WatchListKey(int code);
@@ -124,7 +125,9 @@ class SciEditor::Impl : public SysImpl, public SciText {
     size_t main = 0;
   };
   CaretList Carets() const;
+  static CaretList Merged(const CaretList& list);
   void SetCarets(const CaretList& list);
+  void MergeCarets();
   // Carries out `act` with each caret as the only one; the carets are where it leaves them.
   void ForEachCaret(const std::function<void()>& act);
   // Carries out a key at several carets; false if the component shall.
@@ -223,6 +226,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   int PlaceBeside(int position, int x, Way way) const;
   bool ExtendColumn(int key);
   void LeaveCaretsInRows();
+  void KeepMainRow();
   bool LeavesColumn(const SciKey& key);
   void FollowDone(int position, int inserted, int deleted);
   Occurrence Wanted() const;

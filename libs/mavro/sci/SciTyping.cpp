@@ -77,10 +77,28 @@ void SciEditor::Impl::IndentAtEach(char typed) {
   ForEachCaret([this, typed] { CharacterAdded(typed); });
 }
 
+// A command may have taken the caret away from an open list. Accepting a row would replace all
+// that is between the two.
+void SciEditor::Impl::DropStrayList() {
+  const EditorLanguage* language = Editor().language;
+  if (!Send(SCI_AUTOCACTIVE)) return;
+  const auto opened = static_cast<int>(Send(SCI_AUTOCPOSSTART));
+  const int caret = Editor().CaretPosition();
+  const std::string between = Range(std::min(opened, caret), std::max(opened, caret));
+  const char* inWords =
+      language && language->wordChars ? language->wordChars : Editor().options->wordChars.c_str();
+  const bool isWord =
+      std::all_of(between.begin(), between.end(), [&](char c) { return IsInSet(inWords, c); });
+  if (!isWord) Send(SCI_AUTOCCANCEL);
+}
+
 bool SciEditor::Impl::TakeKey(const SciKey& key) {
+  DropStrayList();
   const bool isHeldKey = key.key == Key::cShift || key.key == Key::cControl || key.key == Key::cAlt;
   if (isHeldKey) return false;
   if (key.isColumn && ExtendColumn(key.key)) return true;
+  const bool isRow = HasColumn() && !HasSeveral();
+  if (isRow || (HasColumn() && key.key == Key::cEnter)) KeepMainRow();
   if (LeavesColumn(key)) return key.key == Key::cEscape;
   if (key.key != Key::cUp && key.key != Key::cDown) columnsKept.clear();
   if (!HasSeveral()) return TakePairKey(key);
@@ -91,6 +109,7 @@ bool SciEditor::Impl::TakeKey(const SciKey& key) {
 // The Enter key ends the line as long as the user has chosen nothing from a list of words that
 // nobody asked for.
 void SciEditor::Impl::WatchListKey(int code) {
+  DropStrayList();
   if (!Send(SCI_AUTOCACTIVE)) return;
   if (code == cSciWillMove)
     movedInList = true;

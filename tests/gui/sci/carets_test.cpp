@@ -229,6 +229,27 @@ TEST(SciCarets, CaretsAtOnePlace_AreOne) {
   });
 }
 
+TEST(SciCarets, SelectionsThatTouchAreTwo_ACaretAtOneIsPartOfIt) {
+  Check(
+      "ab@cd\nab@cd\nabcd",
+      [](CaretsForm& form) {
+        form.Press(Qt::Key_Down, Qt::ShiftModifier);
+        form.Press(Qt::Key_Right, Qt::ShiftModifier);
+        form.Type("x");
+      },
+      "abx@x@d");
+  Check(
+      "ab@cd\nabcd",
+      [](CaretsForm& form) {
+        form.Press(Qt::Key_Left);
+        form.Press(Qt::Key_Right);
+        form.Press(Qt::Key_Down, Qt::ShiftModifier);
+        form.editor.OnCommand(cSciCaretAbove);
+        form.Type("x");
+      },
+      "abx@cd");
+}
+
 TEST(SciCarets, CtrlDrag_AddsASelection) {
   CaretsForm form;
   RunEditor(form, [&] {
@@ -249,6 +270,22 @@ TEST(SciCarets, OccurrencesThatTouch_AreAllSelected) {
     EXPECT_EQ(form.editor.Send(SCI_GETSELECTIONS), 3);
     form.Type("b");
     EXPECT_EQ(form.editor.GetText(), "bbb");
+  });
+}
+
+TEST(SciCarets, EnterInAColumn_LeavesIt) {
+  CaretsForm form;
+  RunEditor(form, [&] {
+    form.Fill("abc\nab@c\nabc");
+    form.Press(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+    form.Type("\n");
+    EXPECT_EQ(form.ShownAll(), "abc\nabc\nab\n@c");
+    form.Press(Qt::Key_Backspace);
+    EXPECT_EQ(form.ShownAll(), "abc\nabc\nab@c");
+    form.Press(Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
+    form.Press(Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
+    form.Press(Qt::Key_Backspace);
+    EXPECT_EQ(form.ShownAll(), "abc\nabc\nab@");
   });
 }
 

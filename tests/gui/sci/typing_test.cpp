@@ -88,6 +88,22 @@ TEST(SciTyping, List_AMemberSign_AsksAgain) {
   });
 }
 
+TEST(SciTyping, List_ThatTheCaretWasTakenAwayFrom_ReplacesNothing) {
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Tab}) {
+    EditorForm form;
+    form.editor.offered = "alpha?1";
+    RunEditor(form, [&] {
+      form.Fill("a.b;\nf@;\nlast;");
+      form.Type(".");
+      ASSERT_EQ(OpenList(form.editor), "alpha");
+      form.editor.Select(form.editor.Length(), form.editor.Length());
+      test::Key(form, key);
+      EXPECT_EQ(OpenList(form.editor), "");
+      EXPECT_TRUE(form.editor.GetText().starts_with("a.b;\nf.;\nlast;")) << form.Shown();
+    });
+  }
+}
+
 TEST(SciTyping, List_Escape_ClosesIt) {
   EditorForm form;
   form.editor.offered = "alpha?1";
