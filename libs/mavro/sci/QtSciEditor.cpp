@@ -82,18 +82,6 @@ class SciWidget final : public QsciScintillaBase {
     if (prints && onTyping) onTyping(cSciTyped);
   }
 
-  void mousePressEvent(QMouseEvent* event) override {
-    const auto time = static_cast<unsigned long>(event->timestamp());
-    if (list.IsRestOfClick(event->globalPosition().toPoint(), time)) return event->accept();
-    list.ForgetClick();
-    QsciScintillaBase::mousePressEvent(event);
-  }
-
-  void mouseDoubleClickEvent(QMouseEvent* event) override {
-    if (list.HasClicked()) return event->accept();
-    QsciScintillaBase::mouseDoubleClickEvent(event);
-  }
-
   void inputMethodEvent(QInputMethodEvent* event) override {
     AnnounceText(event->commitString() + event->preeditString());
     const bool wasComposing = std::exchange(isComposing, !event->preeditString().isEmpty());
@@ -124,6 +112,9 @@ class SciWidget final : public QsciScintillaBase {
   // On X11 the component takes the Ctrl key for the Alt key. Here Alt selects a column and Ctrl
   // adds a caret.
   void mousePressEvent(QMouseEvent* event) override {
+    const auto time = static_cast<unsigned long>(event->timestamp());
+    if (list.IsRestOfClick(event->globalPosition().toPoint(), time)) return event->accept();
+    list.ForgetClick();
     const bool isLeft = event->button() == Qt::LeftButton;
     if (isLeft && (event->modifiers() & Qt::AltModifier)) return PressForColumn(*event);
     addsCaret = isLeft && event->modifiers() == Qt::ControlModifier && !IsInMargins(*event);
@@ -132,6 +123,7 @@ class SciWidget final : public QsciScintillaBase {
   }
 
   void mouseDoubleClickEvent(QMouseEvent* event) override {
+    if (list.HasClicked()) return event->accept();
     if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) return mousePressEvent(event);
     QsciScintillaBase::mouseDoubleClickEvent(event);
   }
