@@ -152,7 +152,7 @@ CompletionList Completion::Complete(const CaretText& editor, std::string_view le
     collectCompletions(items, editor, request->text, request->kind);
     if (request->typesPrefix) list.typed = request->text;
   }
-  const bool leadsElsewhere = LeadsElsewhere(items, leftOfCaret);
+  const bool leadsElsewhere = !operand.empty() && LeadsElsewhere(items, leftOfCaret);
   list.rows = RowsOf(editor, std::move(items), place, list.typed);
   if (leadsElsewhere) CompleteByTypes(editor, place, list);
   Finish(list);

@@ -108,15 +108,18 @@ const TagIndex::Place<Record>* NearestOf(const std::vector<TagIndex::Place<Recor
   return nearest;
 }
 
-// Appends the first record to be listed of each name with the prefix.
+// Appends a record to be listed of each name with the prefix: the nearest one, else the first.
 template <class Record, class Filter>
 void ListNames(std::vector<TagItem*>& out, const TagIndex& index,
-               const TagIndex::Places<Record>& names, std::string_view prefix, Filter isListed) {
+               const TagIndex::Places<Record>& names, std::string_view prefix,
+               const std::vector<int>& distances, Filter isListed) {
   for (auto name = names.lower_bound(prefix);
        name != names.end() && name->first.starts_with(prefix); ++name) {
     const auto& places = name->second;
-    const auto place = std::find_if(places.begin(), places.end(), isListed);
-    if (place == places.end()) continue;
+    const auto first = std::find_if(places.begin(), places.end(), isListed);
+    if (first == places.end()) continue;
+    const auto* place = places.size() > 1 ? NearestOf(places, distances, isListed) : nullptr;
+    if (!place) place = &*first;
     place->record->module = index.Modules()[place->module];
     place->record->owner = nullptr;
     out.push_back(place->record);
@@ -287,21 +290,23 @@ void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
     TagData* module = index.Modules()[number];
     for (TagItem& item : module->globals)
       if (item.line >= record->line && &item != record) list(item, module);
-    for (auto& [key, item] : module->classes) {
+    for (auto& [key, item] : module->classes)
       if (item.line >= record->line) list(item, module);
-      if (item.line >= 0 || key.find("::") != key.npos) continue;
-      for (TagItem& member : item.members)
-        if (member.kind == cEnumerator && member.line >= record->line) list(member, module);
-    }
+    for (const auto& [key, places] : index.AllEnumerators())
+      for (const auto& place : places)
+        if (place.module == number && place.record->line >= record->line)
+          list(*place.record, module);
   }
 }
 
 void TagLookup::listGlobals(std::vector<TagItem*>& out, std::string_view prefix) {
   EnsureIndex();
-  ListNames(out, index, index.AllGlobals(), prefix, [](const auto&) { return true; });
-  ListNames(out, index, index.AllClasses(), prefix,
+  const std::vector<int>& distances = includes.DistancesFrom(front, index.Modules());
+  const auto isAny = [](const auto&) { return true; };
+  ListNames(out, index, index.AllGlobals(), prefix, distances, isAny);
+  ListNames(out, index, index.AllClasses(), prefix, distances,
             [](const auto& place) { return IsClassKind(place.record->kind); });
-  ListNames(out, index, index.AllEnumerators(), prefix, [](const auto&) { return true; });
+  ListNames(out, index, index.AllEnumerators(), prefix, distances, isAny);
 }
 
 void TagLookup::listNestedClasses(std::vector<TagItem*>& out, std::string_view className,
@@ -315,7 +320,8 @@ void TagLookup::listNestedClasses(std::vector<TagItem*>& out, std::string_view c
       return IsClassKind(place.record->kind) &&
              place.record->name.find("::", inside.size()) == std::string::npos;
     };
-    ListNames(out, index, index.AllClasses(), inside + std::string(prefix), isListed);
+    const std::vector<int>& distances = includes.DistancesFrom(front, index.Modules());
+    ListNames(out, index, index.AllClasses(), inside + std::string(prefix), distances, isListed);
     return RecordsOf(found);
   };
   ClassWalk walk(records, [](TagClass&, TagItem&) { return false; });

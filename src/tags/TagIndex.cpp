@@ -1,12 +1,14 @@
 #include "tags/TagIndex.h"
 
 #include <algorithm>
+#include <set>
 
 namespace zendry {
 
 namespace {
 
 constexpr int cEnumerator = 'e';
+constexpr int cEnum = 'g';
 
 template <class Record>
 bool IsBefore(const TagIndex::Place<Record>& place, int module) {
@@ -113,8 +115,11 @@ void TagIndex::Renote(int module) {
   Renoting<TagClass> ofClasses(classes, module, entry.classes);
   for (auto& [key, record] : tags.classes) ofClasses.Note(record.name, record);
   Renoting<TagItem> ofEnumerators(enumerators, module, entry.enumerators);
+  std::set<std::string_view> scoped;
+  for (const TagItem& item : tags.globals)
+    if (item.kind == cEnum && item.type != "enum") scoped.insert(item.name);
   for (auto& [key, record] : tags.classes) {
-    if (record.line >= 0) continue;
+    if (record.line >= 0 || scoped.contains(record.name)) continue;
     for (TagItem& member : record.members)
       if (member.kind == cEnumerator) ofEnumerators.Note(member.name, member);
   }

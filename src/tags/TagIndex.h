@@ -42,7 +42,7 @@ class TagIndex {
   // The places of all names, in their order.
   const Places<TagItem>& AllGlobals() const { return globals; }
   const Places<TagClass>& AllClasses() const { return classes; }
-  // The enumerators of enums that are in no class.
+  // The enumerators that are named without their enum, of enums that are in no class.
   const Places<TagItem>& AllEnumerators() const { return enumerators; }
 
  private:

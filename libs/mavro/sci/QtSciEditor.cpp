@@ -253,6 +253,7 @@ class SciWindow final : public NativeSci {
     sci->onTyping = nullptr;
     sci->onForeignText = nullptr;
     sci->onPalette = nullptr;
+    sci->list.ForgetNotes();
   }
 
   Param Send(unsigned message, Param wParam, Param lParam) const override {

@@ -26,7 +26,7 @@ constexpr int cMargin = 6;
 // Draws the note at the right end of its row, in a weaker ink.
 class SciList::Rows final : public QStyledItemDelegate {
  public:
-  explicit Rows(SciList& itsList) : QStyledItemDelegate(&itsList), list(itsList) {}
+  Rows(SciList& itsList, QObject* parent) : QStyledItemDelegate(parent), list(itsList) {}
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option,
              const QModelIndex& index) const override {
@@ -79,7 +79,7 @@ void SciList::Dress(std::function<ListNote(const std::string&)> theNoteOf) {
   if (!open) return;
   if (open != list) {
     list = open;
-    list->setItemDelegate(new Rows(*this));
+    list->setItemDelegate(new Rows(*this, list));
     list->installEventFilter(this);
     QObject::connect(list, &QListWidget::currentRowChanged, this, [this] { ShowLongNote(); });
     list->viewport()->installEventFilter(this);

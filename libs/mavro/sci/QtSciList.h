@@ -24,6 +24,8 @@ class SciList final : public QObject {
 
   // Called when a list has been opened. Without `theNoteOf` it keeps the component's look.
   void Dress(std::function<ListNote(const std::string&)> theNoteOf);
+  // From now on rows have no notes: who gave them is gone.
+  void ForgetNotes() { noteOf = nullptr; }
   // True for the second press of a double click whose first one has taken a row: it hits the text
   // below the list. HasClicked is true until the text is pressed again after such a first one.
   bool IsRestOfClick(const QPoint& globalPlace, unsigned long time) const;

@@ -90,6 +90,26 @@ TEST_F(FreeNames, OfTheLibrary_WhereItsNamespaceIsUsed) {
   EXPECT_EQ(Names("void f() {\n  std::v@\n}\n"), "vector");
 }
 
+TEST_F(FreeNames, EnumeratorsOfAScopedEnum_AreBehindItsScopeOnly) {
+  const std::string code = "enum class tKind { tRound };\nenum tPlain { tFlat };\nvoid f() {\n  ";
+  EXPECT_EQ(Names(code + "t@\n}\n"),
+            "tFlat tKind tPlain template this thread_local throw true try typedef typeid typename");
+  EXPECT_EQ(Names(code + "tKind::@\n}\n"), "tRound");
+}
+
+TEST_F(FreeNames, BehindANamespace_AreItsEnumerators) {
+  EXPECT_EQ(Names("enum before { e0 };\nnamespace geo {\nenum class Kind { k1 };\n"
+                  "enum Plain { p1 };\nint g;\n}\nvoid f() {\n  geo::@\n}\n"),
+            "Kind Plain f g p1");
+}
+
+TEST_F(FreeNames, OfANameThatExistsTwice_TheNearestIsShown) {
+  project.Add("/p/aaa.h", "int sTwice(char far);\n");
+  project.Add("/p/zzz.h", "int sTwice(char near);\n");
+  EXPECT_EQ(Row("#include \"zzz.h\"\nvoid f() {\n  sT@\n}\n", "sTwice"),
+            "function int (char near)");
+}
+
 TEST_F(FreeNames, BehindAScope_HaveTheClassesInIt) {
   EXPECT_EQ(Names("void f() {\n  Door::sIn@\n}\n"), "sInner");
   EXPECT_EQ(Names("void f() {\n  Door d;\n  d.sIn@\n}\n"), "");
