@@ -64,6 +64,7 @@ constexpr mavro::EditorLanguage MakeLanguage() {
   language.tipStart = "(";
   language.tipEnd = ")";
   language.tipSeparators = ",;";
+  language.tipCalls = "{,";
   language.memberChars = ".->:";
   language.leftOutStyles = 64;
   language.quietStyles = BitsOf(cQuietStyles);

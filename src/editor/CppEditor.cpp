@@ -312,12 +312,29 @@ void CppEditor::onListTaken(const std::string& name) {
   if (host && row) host->CodeCompletion().NoteTaken(*row);
 }
 
-bool CppEditor::getCallTip(const std::string&, std::string& tip) {
+bool CppEditor::findCallTip(mavro::EditorTip& tip) {
   EditorHost* host = tab.Host();
   const std::optional<CallTip> found =
       host ? host->CodeCompletion().callTipAt(liveText) : std::nullopt;
-  if (found) tip = found->overloads.front().label;
-  return found.has_value();
+  if (!found) return false;
+  for (const CallSignature& signature : found->overloads) {
+    mavro::TipOverload& overload = tip.overloads.emplace_back();
+    overload.text = signature.label;
+    overload.takesMore = signature.takesMore;
+    for (const auto& [start, end] : signature.parameters)
+      overload.parameters.push_back({start, end});
+  }
+  tip.name = found->name;
+  tip.bracket = found->bracket;
+  tip.innermost = found->innermost;
+  tip.argument = found->argument;
+  tip.arguments = found->arguments;
+  return true;
+}
+
+mavro::TipPlace CppEditor::placeInCall(const mavro::EditorTip& tip) {
+  const CallPlace place = PlaceInCall(liveText, tip.bracket);
+  return {place.depth, place.innermost, place.argument, place.arguments};
 }
 
 // Called after every change and every move of the caret.

@@ -95,7 +95,8 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   mavro::ListNote getListNote(const std::string& name) override;
   std::string getListChoice(const std::string& typed) override;
   void onListTaken(const std::string& name) override;
-  bool getCallTip(const std::string& name, std::string& tip) override;
+  bool findCallTip(mavro::EditorTip& tip) override;
+  mavro::TipPlace placeInCall(const mavro::EditorTip& tip) override;
   void onUpdateUI() override;
   void onRefusedChange() override;
   bool onAutoIndent(char typed) override;

@@ -38,7 +38,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Expect(mavro::CompletionText(line, language).size() <= mavro::cCompletionReach);
   const mavro::TipName name = mavro::FindTipName(line, language);
   Expect(line.substr(static_cast<size_t>(name.start)).starts_with(name.name));
-  const mavro::TipRange range = mavro::FindTipArgument(line, line, language);
-  Expect(range.start <= range.end && static_cast<size_t>(range.end) <= size);
+  const mavro::CallEnd call = mavro::FollowCall(line, language);
+  Expect(call.argument <= call.arguments && call.innermost <= static_cast<int>(size));
+  const mavro::TipOverload overload = mavro::OverloadOf(std::string(line), language);
+  for (const mavro::TipRange& range : overload.parameters)
+    Expect(range.start < range.end && static_cast<size_t>(range.end) <= size);
   return 0;
 }

@@ -7,6 +7,7 @@
 #include "Form.h"
 #include "GuiDriver.h"
 #include "SciEditor.h"
+#include "TipRules.h"
 
 namespace test {
 
@@ -30,6 +31,7 @@ inline mavro::EditorLanguage SmallLanguage() {
   language.tipStart = "(";
   language.tipEnd = ")";
   language.tipSeparators = ",;";
+  language.tipCalls = "{,";
   language.memberChars = ".->:";
   for (const int style : {1, 2, 4, 6, 7, 12, 20}) language.quietStyles |= 1u << style;
   language.directiveStyle = 9;
@@ -46,7 +48,10 @@ struct AskedEditor : mavro::SciEditor {
 
   void onTextChanged() override { ++textChanges; }
   void onSavePointChanged() override { savePoints += dirty ? "left " : "reached "; }
-  void onDwell(int position) override { dwelt = position; }
+  void onDwell(int position) override {
+    dwelt = position;
+    if (hidesTip) Send(mavro::SCI_CALLTIPCANCEL);
+  }
   bool getCompletion(std::string& text, std::string& list) override {
     asked += "[" + text + "]";
     list = offered;
@@ -64,13 +69,21 @@ struct AskedEditor : mavro::SciEditor {
     tip = offeredTip;
     return true;
   }
+  bool findCallTip(mavro::EditorTip& tip) override {
+    if (!SciEditor::findCallTip(tip)) return false;
+    for (const std::string& text : furtherTips)
+      tip.overloads.push_back(mavro::OverloadOf(text, small));
+    return true;
+  }
   void onUpdateUI() override { ++updates; }
 
   mavro::EditorLanguage small = SmallLanguage();
   std::string offered, asked, askedTips, tipName = "foo", offeredTip, savePoints;
   std::string choice, taken;
   std::map<std::string, mavro::ListNote> notes;
+  std::vector<std::string> furtherTips;  // more signatures of the offered one
   bool clearAsked = true;
+  bool hidesTip = false;  // when the mouse rests
   int textChanges = 0, updates = 0, dwelt = -1;
 };
 

@@ -49,6 +49,7 @@ struct EditorLanguage {
   const char* tipStart = nullptr;       // opens a list of arguments
   const char* tipEnd = nullptr;         // closes it
   const char* tipSeparators = nullptr;  // are between arguments
+  const char* tipCalls = nullptr;       // further characters after which a tip may be shown
   const char* wordEndChars = nullptr;   // close an open completion list
   bool ignoreCase = false;              // the completion list finds names in any case
   const char* fillUps = nullptr;        // accept the list's row and are typed after it

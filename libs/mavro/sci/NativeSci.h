@@ -23,19 +23,24 @@ enum SciCode {
   SCN_DWELLSTART = 2016,
   SCN_DWELLEND = 2017,
   SCN_ZOOM = 2018,
+  SCN_CALLTIPCLICK = 2021,
   SCN_AUTOCCOMPLETED = 2030,  // a row of a list was taken
   cSciForeignText = 1,        // a text with letters beyond ASCII is about to be typed or pasted
   cSciPaletteChanged = 2,     // the desktop's colours have changed
   cSciWillType = 3,           // a letter is about to be typed
   cSciTyped = 4,              // the letter was typed
   cSciWillEnter = 5,          // the Enter key is about to be handled
-  cSciWillMove = 6            // a key that moves in a list is about to be handled
+  cSciWillMove = 6,           // a key that moves in a list is about to be handled
+  cSciWillCancel = 7,         // the Escape key is about to be handled
+  cSciWillStep = 8,  // the Up or Down key is about to be handled, unless the answer isn't 0
+  cSciKeyDone = 9    // any key has been handled
 };
 
 // A notification with the data of its code; the other fields are 0.
 struct SciNotification : NotifyHeader {
-  int position = 0;
+  int position = 0;      // SCN_CALLTIPCLICK: 1 on the upper arrow, 2 on the lower one
   int character = 0;     // SCN_CHARADDED
+  int step = 0;          // cSciWillStep: -1 up, 1 down
   int updated = 0;       // SCN_UPDATEUI: SC_UPDATE flags
   int modification = 0;  // SCN_MODIFIED: SC_MOD flags
   int length = 0;        // SCN_MODIFIED: bytes that are inserted or deleted

@@ -67,7 +67,8 @@ class SciWidget final : public QsciScintillaBase {
   SciList list{*this, [this] { SendScintilla(SCI_AUTOCCOMPLETE); }};
   std::function<void()> onForeignText;
   std::function<void()> onPalette;
-  std::function<void(int code)> onTyping;  // cSciWillType, cSciTyped
+  std::function<void(int code)> onTyping;  // the codes of keys
+  std::function<bool(int step)> onStep;    // cSciWillStep
 
  protected:
   void keyPressEvent(QKeyEvent* event) override {
@@ -75,11 +76,15 @@ class SciWidget final : public QsciScintillaBase {
     if (prints && (event->modifiers() & cCommandModifiers)) return PassWithoutText(*event);
     AnnounceText(event->text());
     if (onTyping) AnnounceListKey(event->key());
-    if (TakesKey(event->key(), event->modifiers(), prints ? event->text() : QString()))
+    if (TakesStep(*event)) return event->accept();
+    if (TakesKey(event->key(), event->modifiers(), prints ? event->text() : QString())) {
+      if (onTyping) onTyping(cSciKeyDone);
       return event->accept();
+    }
     if (prints && onTyping) onTyping(cSciWillType);
     QsciScintillaBase::keyPressEvent(event);
     if (prints && onTyping) onTyping(cSciTyped);
+    if (onTyping) onTyping(cSciKeyDone);
   }
 
   void inputMethodEvent(QInputMethodEvent* event) override {
@@ -229,8 +234,17 @@ class SciWidget final : public QsciScintillaBase {
 
   void AnnounceListKey(int key) const {
     if (key == Qt::Key_Return || key == Qt::Key_Enter) onTyping(cSciWillEnter);
+    if (key == Qt::Key_Escape) onTyping(cSciWillCancel);
     if (std::find(std::begin(cListKeys), std::end(cListKeys), key) != std::end(cListKeys))
       onTyping(cSciWillMove);
+  }
+
+  // The arrows change the signature of a tip that has several, unless a list is open.
+  bool TakesStep(const QKeyEvent& event) const {
+    const bool isUp = event.key() == Qt::Key_Up;
+    const auto modifiers = event.modifiers() & ~Qt::KeypadModifier;
+    if ((!isUp && event.key() != Qt::Key_Down) || modifiers != Qt::NoModifier) return false;
+    return onStep && onStep(isUp ? -1 : 1);
   }
 
   bool drops = false;
@@ -244,6 +258,11 @@ class SciWindow final : public NativeSci {
   SciWindow(const CreateInfo& info, SciWidget* itsSci) : NativeSci(info, itsSci), sci(itsSci) {
     sci->window = this;
     sci->onTyping = [this](int code) { SendCode(code); };
+    sci->onStep = [this](int step) {
+      SciNotification n;
+      n.step = step;
+      return Report(cSciWillStep, n) != 0;
+    };
     sci->onForeignText = [this] { SendCode(cSciForeignText); };
     sci->onPalette = [this] { SendCode(cSciPaletteChanged); };
     Connect();
@@ -251,6 +270,7 @@ class SciWindow final : public NativeSci {
   ~SciWindow() override {
     sci->window = nullptr;
     sci->onTyping = nullptr;
+    sci->onStep = nullptr;
     sci->onForeignText = nullptr;
     sci->onPalette = nullptr;
     sci->list.ForgetNotes();
@@ -357,6 +377,11 @@ class SciWindow final : public NativeSci {
       n.position = position;
       Report(SCN_DOUBLECLICK, n);
     });
+    QObject::connect(sci, &Sci::SCN_CALLTIPCLICK, &life, [this](int place) {
+      SciNotification n;
+      n.position = place;
+      Report(SCN_CALLTIPCLICK, n);
+    });
     QObject::connect(sci, &Sci::SCN_DWELLSTART, &life,
                      [this](int position, int x, int y) { Dwell(SCN_DWELLSTART, position, x, y); });
     QObject::connect(sci, &Sci::SCN_DWELLEND, &life,
@@ -387,11 +412,11 @@ class SciWindow final : public NativeSci {
     Report(code, n);
   }
 
-  void Report(int code, SciNotification& n) {
+  Param Report(int code, SciNotification& n) {
     n.from = this;
     n.id = id;
     n.code = code;
-    Notify(n);
+    return Notify(n);
   }
 
   SciWidget* const sci;

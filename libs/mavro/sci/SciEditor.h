@@ -11,6 +11,7 @@
 #include "Core.h"
 #include "EditorLanguage.h"
 #include "EditorOptions.h"
+#include "EditorTip.h"
 #include "FileText.h"
 #include "ListNote.h"
 #include "SciCommands.h"
@@ -74,6 +75,11 @@ class SciEditor : public Control {
   // Called when the user has taken a name of that list.
   virtual void onListTaken(const std::string& name);
   virtual bool getCallTip(const std::string& name, std::string& tip);
+  // Finds the known call around the caret and all that it may mean; false if there is none. By
+  // default the line up to the caret is read, and getCallTip() gives the text.
+  virtual bool findCallTip(EditorTip& tip);
+  // Where the caret is in a call that findCallTip() has found; it is asked after every key.
+  virtual TipPlace placeInCall(const EditorTip& tip);
   virtual void onUpdateUI() {}
   // The user has tried to change a text that is read only.
   virtual void onRefusedChange() {}
@@ -182,6 +188,7 @@ class SciEditor : public Control {
   // Group: completion, call tips, indentation.
   // Offers the names that may follow; true if a list is open.
   bool startCompletion();
+  // Shows the tip of the call around the caret, and lets it follow the caret.
   void startCallTip();
   void updateCallTip();
   // Offers the words of the text that begin with the word left of the caret; true if a list is
@@ -200,7 +207,7 @@ class SciEditor : public Control {
   bool dirty = false;
   bool tipActive = false;
   const std::unique_ptr<EditorOptions> options;
-  int parenDepth = 0;
+  int parenDepth = 0;  // of calls around the caret, counted from that of the tip
   bool inMacroRecord = false;
   std::vector<std::string> macro;
   bool wordCompleting = false;

@@ -10,6 +10,7 @@ namespace mavro {
 namespace {
 
 constexpr int cFoldMargin = 2;
+constexpr int cUpperArrow = 1;  // of a tip
 // The changes that the component reports. The two notifications after an insertion and a deletion
 // are left out: on the way to their receiver they count the characters of the whole text.
 constexpr Param cReportedChanges = SC_MOD_BEFOREINSERT | SC_MOD_BEFOREDELETE | SC_MOD_CONTAINER;
@@ -134,10 +135,29 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
       mouseX = n.x;
       mouseY = n.y;
       if (n.position > 0) editor.onDwell(n.position);
+      tips.isReplaced = tips.open && !Send(SCI_CALLTIPACTIVE);
       break;
     case SCN_DWELLEND:
-      Send(SCI_CALLTIPCANCEL);
-      editor.tipActive = false;
+      // A value that was shown under the mouse has taken the tip's window.
+      if (tips.isReplaced) tips.shownText.clear();
+      if (tips.open) FollowTip();
+      if (!tips.open) Send(SCI_CALLTIPCANCEL);
+      editor.tipActive = tips.open.has_value();
+      tips.isReplaced = false;
+      break;
+    case SCN_CALLTIPCLICK:
+      if (n.position != 0) StepTip(n.position == cUpperArrow ? -1 : 1);
+      break;
+    case cSciWillStep:
+      return StepTip(n.step) ? 1 : 0;
+    case cSciWillCancel:
+      // The first Escape closes the list, the next one the tip.
+      if (!tips.open || Send(SCI_AUTOCACTIVE)) break;
+      tips.closedCall = tips.open->bracket;
+      EndTip();
+      break;
+    case cSciKeyDone:
+      FollowTip();
       break;
     case SCN_AUTOCCOMPLETED:
       if (offered == Offer::cNames && n.text) editor.onListTaken(n.text);
@@ -195,6 +215,7 @@ void SciEditor::Impl::UpdateUi(const SciNotification& n) {
     pairs.KeepAround(Editor().CaretPosition());
     MarkBraces();
     ShowCaretLine();
+    FollowTip();
   }
   Editor().onUpdateUI();
 }

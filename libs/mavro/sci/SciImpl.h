@@ -95,7 +95,6 @@ class SciEditor::Impl : public SysImpl, public SciText {
   // The names that the derived class has offered, or words of the text.
   enum class Offer { cNames, cWords };
   void ShowList(size_t typed, const std::string& list, Offer offer);
-  void ShowTip(int position);
   IndentContext Context() const;
   void Indent(const std::vector<IndentChange>& changes);
 
@@ -138,6 +137,14 @@ class SciEditor::Impl : public SysImpl, public SciText {
   bool AddOccurrence();
   std::string JoinedCopy(std::string asCopied) const;
   std::string PastedAtEach(std::string pasted);
+
+  // Group: call tips (SciTips.cpp).
+  void AskTip();
+  void FollowTip();
+  void EndTip();
+  void ShowTip();
+  bool StepTip(int step);
+  TipState tips;
 
   // Group: places and commands (SciPlaces.cpp, SciCommandTable.cpp).
   void GoToLine(int line);

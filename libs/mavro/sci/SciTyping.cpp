@@ -25,24 +25,22 @@ void SciEditor::Impl::CharacterAdded(char typed) {
   state.hasSeveral = done != nullptr;
   const auto [start, end] = editor.Selection();
   state.hasCaret = start > 0 && start == end;
-  state.tipActive = Send(SCI_CALLTIPACTIVE) != 0;
+  state.tipActive = tips.open.has_value();
   state.listActive = Send(SCI_AUTOCACTIVE) != 0;
   state.wordCompleting = editor.wordCompleting;
-  state.parenDepth = editor.parenDepth;
   state.isQuiet = editor.language &&
                   PlaceMatters(typed, state, *editor.language, *editor.options) &&
                   IsQuietHere(typed);
-  const TypingPlan plan = PlanTyping(typed, state, editor.language, *editor.options);
-  editor.parenDepth = plan.parenDepth;
-  for (const TypingStep step : plan.steps) switch (step) {
+  for (const TypingStep step : PlanTyping(typed, state, editor.language, *editor.options))
+    switch (step) {
       case TypingStep::cStartTip:
-        editor.startCallTip();
+        // A new call stands where one was whose tip the user has closed.
+        if (tips.closedCall == start - 1 && IsInSet(editor.language->tipStart, typed))
+          tips.closedCall = -1;
+        AskTip();
         break;
       case TypingStep::cUpdateTip:
         editor.updateCallTip();
-        break;
-      case TypingStep::cCancelTip:
-        Send(SCI_CALLTIPCANCEL);
         break;
       case TypingStep::cCancelList:
         Send(SCI_AUTOCCANCEL);
@@ -67,7 +65,6 @@ void SciEditor::Impl::CharacterAdded(char typed) {
         break;
     }
   FinishPair(typed);
-  editor.tipActive = Send(SCI_CALLTIPACTIVE) != 0;
 }
 
 // Only signs and line ends change the place of a line; letters may be typed at many carets.
@@ -146,27 +143,6 @@ bool SciEditor::startCompletion() {
   return Send(SCI_AUTOCACTIVE) != 0;
 }
 
-// Inside an unknown call, the tip of the call around it stays.
-void SciEditor::startCallTip() {
-  if (!language) return;
-  const std::string line = ItsImpl().LineToCaret();
-  const TipName found = FindTipName(line, *language);
-  const bool shown = Send(SCI_CALLTIPACTIVE) != 0;
-  if (!shown) {
-    tipStartPos = 0;
-    functionName.clear();
-  }
-  std::string tip;
-  if (found.name.empty() || !getCallTip(found.name, tip)) {
-    if (shown) updateCallTip();
-    return;
-  }
-  functionName = found.name;
-  tipStartPos = found.start;
-  tipText = tip;
-  ItsImpl().ShowTip(CaretPosition() - static_cast<int>(line.size()) + found.start);
-}
-
 // Offers names; their first `typed` bytes are already before the caret.
 void SciEditor::Impl::ShowList(size_t typed, const std::string& list, Offer offer) {
   listStart = Editor().CaretPosition() - static_cast<int>(typed);
@@ -187,20 +163,6 @@ void SciEditor::Impl::ChooseInList() {
   if (offered != Offer::cNames || !Send(SCI_AUTOCACTIVE)) return;
   const std::string choice = Editor().getListChoice(Range(listStart, Editor().CaretPosition()));
   if (!choice.empty()) SendText(SCI_AUTOCSELECT, 0, choice.c_str());
-}
-
-void SciEditor::Impl::ShowTip(int position) {
-  SendText(SCI_CALLTIPSHOW, position, Editor().tipText.c_str());
-  Editor().tipActive = true;
-  Editor().updateCallTip();
-}
-
-void SciEditor::updateCallTip() {
-  if (!language) return;
-  const std::string line = ItsImpl().LineToCaret();
-  const size_t start = std::min(static_cast<size_t>(std::max(tipStartPos, 0)), line.size());
-  const TipRange range = FindTipArgument(tipText, std::string_view(line).substr(start), *language);
-  Send(SCI_CALLTIPSETHLT, static_cast<std::uintptr_t>(range.start), range.end);
 }
 
 bool SciEditor::startWordCompletion(WordOffer offer) {

@@ -10,59 +10,55 @@ namespace mavro {
 namespace {
 
 using enum TypingStep;
+using Steps = std::vector<TypingStep>;
 
-// A tip is shown: it follows the argument that the caret is in.
-TypingPlan PlanInTip(char typed, int depth, const EditorLanguage& language) {
-  if (IsInSet(language.tipEnd, typed)) {
-    --depth;
-    return {{depth > 0 ? cStartTip : cCancelTip}, depth};
-  }
-  if (IsInSet(language.tipStart, typed)) return {{cStartTip}, depth + 1};
-  return {{cUpdateTip}, depth};
+void AddIndent(Steps& steps, const EditorOptions& options) {
+  if (options.simpleIndent)
+    steps.push_back(cMaintainIndent);
+  else if (options.smartIndent)
+    steps.push_back(cAutoIndent);
+}
+
+// A tip is shown: it follows the argument that the caret is in. Words aren't offered then, as a
+// list hides the tip.
+Steps PlanInTip(char typed, const EditorLanguage& language) {
+  if (IsInSet(language.tipStart, typed) || IsInSet(language.tipCalls, typed)) return {cStartTip};
+  if (IsInSet(language.memberChars, typed)) return {cStartCompletion, cUpdateTip};
+  return {cUpdateTip};
 }
 
 // A list is open: letters continue in it, everything else closes it.
-TypingPlan PlanInList(char typed, const TypingState& state, const EditorLanguage& language,
-                      const EditorOptions& options) {
-  const int depth = state.parenDepth;
-  if (IsInSet(language.tipStart, typed)) return {{cStartTip}, depth + 1};
-  if (IsInSet(language.tipEnd, typed)) return {{}, depth - 1};
-  if (IsInSet(options.wordChars.c_str(), typed)) {
-    if (state.wordCompleting) return {{cStartWords}, depth};
-    return {{}, depth};
-  }
-  TypingPlan plan{{cCancelList}, depth};
-  if (IsInSet(language.memberChars, typed)) plan.steps.push_back(cStartCompletion);
-  return plan;
+Steps PlanInList(char typed, const TypingState& state, const EditorLanguage& language,
+                 const EditorOptions& options) {
+  if (IsInSet(language.tipStart, typed)) return {cStartTip};
+  if (IsInSet(language.tipEnd, typed)) return {};
+  if (IsInSet(options.wordChars.c_str(), typed))
+    return state.wordCompleting ? Steps{cStartWords} : Steps();
+  Steps steps{cCancelList};
+  if (IsInSet(language.memberChars, typed)) steps.push_back(cStartCompletion);
+  return steps;
 }
 
-void AddIndent(TypingPlan& plan, const EditorOptions& options) {
-  if (options.simpleIndent)
-    plan.steps.push_back(cMaintainIndent);
-  else if (options.smartIndent)
-    plan.steps.push_back(cAutoIndent);
-}
-
-TypingPlan PlanInText(char typed, int depth, const EditorLanguage& language,
-                      const EditorOptions& options) {
-  if (IsInSet(language.tipStart, typed)) return {{cStartTip}, 1};
-  TypingPlan plan{{cForgetWords}, depth};
-  AddIndent(plan, options);
+Steps PlanInText(char typed, const EditorLanguage& language, const EditorOptions& options) {
+  if (IsInSet(language.tipStart, typed)) return {cStartTip};
+  Steps steps{cForgetWords};
+  AddIndent(steps, options);
+  if (IsInSet(language.tipCalls, typed)) steps.push_back(cStartTip);
   if (IsInSet(language.memberChars, typed))
-    plan.steps.push_back(cStartCompletion);
+    steps.push_back(cStartCompletion);
   else if (language.wordCompletion && IsInSet(options.wordChars.c_str(), typed))
-    plan.steps.push_back(cOfferWords);
-  return plan;
+    steps.push_back(cOfferWords);
+  return steps;
 }
 
 // Only the list and the tip that are open take notice of a character that is no code.
-TypingPlan PlanInQuiet(char typed, const TypingState& state, const EditorOptions& options) {
-  if (state.tipActive) return {{cUpdateTip}, state.parenDepth};
-  if (state.listActive && IsInSet(options.wordChars.c_str(), typed)) return {{}, state.parenDepth};
-  TypingPlan plan{{cForgetWords}, state.parenDepth};
-  if (state.listActive) plan.steps.push_back(cCancelList);
-  AddIndent(plan, options);
-  return plan;
+Steps PlanInQuiet(char typed, const TypingState& state, const EditorOptions& options) {
+  if (state.listActive && IsInSet(options.wordChars.c_str(), typed)) return {};
+  if (state.tipActive && !state.listActive) return {cUpdateTip};
+  Steps steps{cForgetWords};
+  if (state.listActive) steps.push_back(cCancelList);
+  AddIndent(steps, options);
+  return steps;
 }
 
 // Lines are indented inside a call whose tip is shown, too.
@@ -113,10 +109,10 @@ bool EndsInLiteral(std::string_view line) {
 bool PlaceMatters(char typed, const TypingState& state, const EditorLanguage& language,
                   const EditorOptions& options) {
   if (state.recording || !state.hasCaret) return false;
-  if (IsInSet(language.tipStart, typed)) return true;
-  if (state.tipActive) return IsInSet(language.tipEnd, typed);
+  if (IsInSet(language.tipStart, typed) || IsInSet(language.tipCalls, typed)) return true;
   if (IsInSet(language.memberChars, typed)) return true;
   if (state.listActive && IsInSet(language.tipEnd, typed)) return true;
+  if (state.tipActive && !state.listActive) return false;
   return language.wordCompletion && IsInSet(options.wordChars.c_str(), typed);
 }
 
@@ -129,22 +125,28 @@ bool IsQuietPlace(const SciText& text, int position, const EditorLanguage& langu
   return IncludesFile(line) || EndsInLiteral(line);
 }
 
-TypingPlan PlanTyping(char typed, const TypingState& state, const EditorLanguage* language,
-                      const EditorOptions& options) {
-  if (state.recording || !state.hasCaret || !language) return {{}, state.parenDepth};
+Steps PlanTyping(char typed, const TypingState& state, const EditorLanguage* language,
+                 const EditorOptions& options) {
+  if (state.recording || !state.hasCaret || !language) return {};
   if (state.hasSeveral) {
-    TypingPlan plan{{cForgetWords}, state.parenDepth};
-    AddIndent(plan, options);
-    return plan;
+    Steps steps{cForgetWords};
+    AddIndent(steps, options);
+    return steps;
   }
-  if (state.isQuiet) return PlanInQuiet(typed, state, options);
-  if (state.tipActive || state.listActive) {
-    TypingPlan plan = state.tipActive ? PlanInTip(typed, state.parenDepth, *language)
-                                      : PlanInList(typed, state, *language, options);
-    if (ChangesLines(typed, *language)) AddIndent(plan, options);
-    return plan;
-  }
-  return PlanInText(typed, state.parenDepth, *language, options);
+  if (!state.tipActive && !state.listActive)
+    return state.isQuiet ? PlanInQuiet(typed, state, options)
+                         : PlanInText(typed, *language, options);
+  Steps steps = state.isQuiet      ? PlanInQuiet(typed, state, options)
+                : state.listActive ? PlanInList(typed, state, *language, options)
+                                   : PlanInTip(typed, *language);
+  const bool isIndented = std::find(steps.begin(), steps.end(), cAutoIndent) != steps.end() ||
+                          std::find(steps.begin(), steps.end(), cMaintainIndent) != steps.end();
+  if (!ChangesLines(typed, *language) || isIndented) return steps;
+  // The tip opens where the line begins then.
+  Steps indented;
+  AddIndent(indented, options);
+  indented.insert(indented.end(), steps.begin(), steps.end());
+  return indented;
 }
 
 }  // namespace mavro

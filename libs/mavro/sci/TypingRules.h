@@ -18,13 +18,11 @@ struct TypingState {
   bool wordCompleting = false;
   bool isQuiet = false;     // the character belongs to no code, see IsQuietPlace
   bool hasSeveral = false;  // there are several carets: only their lines are indented
-  int parenDepth = 0;
 };
 
 enum class TypingStep {
   cStartTip,
-  cUpdateTip,
-  cCancelTip,
+  cUpdateTip,  // the tip follows the caret: to the next argument, or out of the call
   cCancelList,
   cStartCompletion,
   cStartWords,   // continues a word completion
@@ -32,11 +30,6 @@ enum class TypingStep {
   cForgetWords,  // `wordCompleting` is over
   cMaintainIndent,
   cAutoIndent
-};
-
-struct TypingPlan {
-  std::vector<TypingStep> steps;
-  int parenDepth = 0;  // from now on
 };
 
 // True if the steps of a typed character depend on its place, TypingState::isQuiet.
@@ -57,7 +50,7 @@ bool NamesFile(std::string_view line);
 bool EndsInLiteral(std::string_view line);
 
 // The steps that a typed character leads to; none without a language.
-TypingPlan PlanTyping(char typed, const TypingState& state, const EditorLanguage* language,
-                      const EditorOptions& options);
+std::vector<TypingStep> PlanTyping(char typed, const TypingState& state,
+                                   const EditorLanguage* language, const EditorOptions& options);
 
 }  // namespace mavro

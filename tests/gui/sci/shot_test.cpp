@@ -138,6 +138,14 @@ void ShowEditor(const std::string& name, bool isDark) {
     form.Type(" foo(1, ");
     form.Settle();
     EXPECT_EQ(test::GroundOf(PopupShot(form, name + "-tip")), AsPixel(cTipGround, isDark));
+    test::Key(form, Qt::Key_Escape);
+    form.editor.furtherTips = {
+        "void foo(const std::vector<Circle>& circles, const std::map<std::string, int>& names, "
+        "double radius = 1.5, bool isFilled = false)"};
+    form.Type("foo(1, 2, ");
+    form.Settle();
+    EXPECT_EQ(test::GroundOf(PopupShot(form, name + "-overloads")), AsPixel(cTipGround, isDark));
+    test::Shot(form, name + "-tips");
   });
 }
 

@@ -153,6 +153,173 @@ TEST(SciTyping, Tip_AParenthesisInside_RaisesTheDepth) {
   });
 }
 
+bool TipIsShown(const EditorForm& form) {
+  return form.editor.Send(SCI_CALLTIPACTIVE) != 0;
+}
+
+TEST(SciTyping, Tip_AMemberListComesInIt_AndTheTipIsBackAfterIt) {
+  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Tab, Qt::Key_Escape}) {
+    EditorForm form;
+    form.editor.offeredTip = "foo(int a, int b)";
+    form.editor.offered = "alpha?1 beta?2";
+    RunEditor(form, [&] {
+      form.Type("foo(p");
+      EXPECT_TRUE(TipIsShown(form));
+      form.Type(".");
+      EXPECT_EQ(OpenList(form.editor), "alpha");
+      EXPECT_FALSE(TipIsShown(form)) << "one of both";
+      test::Key(form, key);
+      EXPECT_EQ(OpenList(form.editor), "");
+      EXPECT_TRUE(TipIsShown(form));
+      EXPECT_EQ(form.Shown(), key == Qt::Key_Escape ? "foo(p.@" : "foo(p.alpha@");
+    });
+  }
+}
+
+TEST(SciTyping, Tip_Escape_ClosesTheListFirst) {
+  EditorForm form;
+  form.editor.offeredTip = "foo(int a, int b)";
+  form.editor.offered = "alpha?1";
+  RunEditor(form, [&] {
+    form.Type("foo(p.");
+    test::Key(form, Qt::Key_Escape);
+    EXPECT_TRUE(TipIsShown(form));
+    test::Key(form, Qt::Key_Escape);
+    EXPECT_FALSE(TipIsShown(form));
+    EXPECT_FALSE(form.editor.tipActive);
+    form.Type("a, {");
+    form.Settle();
+    EXPECT_FALSE(TipIsShown(form)) << "it stays closed";
+    form.editor.startCallTip();
+    EXPECT_TRUE(TipIsShown(form)) << "until somebody asks";
+  });
+}
+
+TEST(SciTyping, Tip_GoesWhenTheCaretLeavesTheCall) {
+  struct Row {
+    Qt::Key key;
+    bool stays;
+  };
+  for (const auto& [key, stays] : {Row{Qt::Key_Left, true}, Row{Qt::Key_Home, false},
+                                   Row{Qt::Key_Up, false}, Row{Qt::Key_End, true}}) {
+    EditorForm form;
+    form.editor.offeredTip = "foo(int a, int b)";
+    RunEditor(form, [&] {
+      form.Fill("x;\n@");
+      form.Type("foo(12");
+      ASSERT_TRUE(TipIsShown(form));
+      test::Key(form, key);
+      EXPECT_EQ(TipIsShown(form), stays) << key;
+      EXPECT_EQ(form.editor.tipActive, stays) << key;
+    });
+  }
+}
+
+TEST(SciTyping, Tip_GoesWithItsBracket) {
+  EditorForm form;
+  form.editor.offeredTip = "foo(int a, int b)";
+  RunEditor(form, [&] {
+    form.Type("foo(1");
+    test::Key(form, Qt::Key_Backspace);
+    EXPECT_TRUE(TipIsShown(form));
+    test::Key(form, Qt::Key_Backspace);
+    EXPECT_FALSE(TipIsShown(form));
+    form.Fill("foo(1@");
+    form.editor.startCallTip();
+    ASSERT_TRUE(TipIsShown(form));
+    form.editor.Send(SCI_CLEARALL);
+    form.Settle();
+    EXPECT_FALSE(TipIsShown(form)) << "the whole text is gone";
+  });
+}
+
+TEST(SciTyping, Tip_UpAndDown_ChangeTheSignature) {
+  EditorForm form;
+  form.editor.offeredTip = "foo(int a)";
+  form.editor.furtherTips = {"foo(int a, int b)", "foo(char* s, int n, int m)"};
+  RunEditor(form, [&] {
+    form.Fill("x;\n@");
+    form.Type("foo(");
+    EXPECT_EQ(form.editor.tipText, "foo(int a)");
+    test::Key(form, Qt::Key_Down);
+    EXPECT_EQ(form.editor.tipText, "foo(int a, int b)");
+    test::Key(form, Qt::Key_Up);
+    test::Key(form, Qt::Key_Up);
+    EXPECT_EQ(form.editor.tipText, "foo(char* s, int n, int m)");
+    form.Type("1, 2");
+    EXPECT_EQ(form.editor.tipText, "foo(char* s, int n, int m)") << "the user has chosen it";
+    EXPECT_EQ(form.Shown(), "x;\nfoo(1, 2@");
+    test::Key(form, Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(form.editor.CaretLine(), 0) << "the arrow alone belongs to the tip";
+  });
+}
+
+TEST(SciTyping, Tip_AnArgumentTooMany_ShowsTheNextSignature) {
+  EditorForm form;
+  form.editor.offeredTip = "foo(int a)";
+  form.editor.furtherTips = {"foo(int a, int b)"};
+  RunEditor(form, [&] {
+    form.Type("foo(1");
+    EXPECT_EQ(form.editor.tipText, "foo(int a)");
+    form.Type(",");
+    EXPECT_EQ(form.editor.tipText, "foo(int a, int b)");
+  });
+}
+
+TEST(SciTyping, Tip_AClickOnAnArrow_ChangesTheSignature) {
+  EditorForm form;
+  form.editor.offeredTip = "foo(int a)";
+  form.editor.furtherTips = {"foo(int a, int b)", "foo()"};
+  RunEditor(form, [&] {
+    form.Type("foo(");
+    QWidget* tip = nullptr;
+    for (QWidget* window : QApplication::topLevelWidgets())
+      if (window->isVisible() && window != test::WidgetOf(form)->window()) tip = window;
+    ASSERT_TRUE(tip);
+    const int middle = tip->height() / 2;
+    QTest::mouseClick(tip, Qt::LeftButton, Qt::NoModifier, QPoint(6, middle));
+    EXPECT_EQ(form.editor.tipText, "foo()") << "the upper arrow";
+  });
+}
+
+TEST(SciTyping, Tip_AMouseThatRestsAndMoves_LeavesIt) {
+  for (const bool showsValue : {false, true}) {
+    EditorForm form;
+    form.editor.offeredTip = "foo(int a)";
+    form.editor.hidesTip = showsValue;
+    RunEditor(form, [&] {
+      form.Type("foo(");
+      QWidget* sci = test::WidgetOf(form.editor);
+      const auto mouse = [&](const char* what) {
+        QMetaObject::invokeMethod(sci, what, Q_ARG(int, 2), Q_ARG(int, 1), Q_ARG(int, 1));
+      };
+      mouse("SCN_DWELLSTART");
+      EXPECT_EQ(TipIsShown(form), !showsValue);
+      if (showsValue) form.editor.Send(SCI_CALLTIPSHOW, 0, "a = 1");
+      mouse("SCN_DWELLEND");
+      EXPECT_TRUE(TipIsShown(form));
+      EXPECT_TRUE(form.editor.tipActive);
+      test::Key(form, Qt::Key_Escape);
+      mouse("SCN_DWELLSTART");
+      form.editor.Send(SCI_CALLTIPSHOW, 0, "a = 1");
+      mouse("SCN_DWELLEND");
+      EXPECT_FALSE(TipIsShown(form)) << "a value goes with the mouse";
+    });
+  }
+}
+
+TEST(SciTyping, Tip_EnterInTheCall_KeepsIt) {
+  EditorForm form;
+  form.editor.offeredTip = "foo(int a)";
+  RunEditor(form, [&] {
+    form.Type("  foo(1, // c");
+    ASSERT_TRUE(TipIsShown(form));
+    form.Type("\n");
+    EXPECT_EQ(form.Shown(), "  foo(1, // c\n  @") << "indented as elsewhere";
+    EXPECT_FALSE(TipIsShown(form)) << "this editor reads single lines";
+  });
+}
+
 TEST(SciTyping, Recording_NoTipAndNoList) {
   EditorForm form;
   form.editor.offered = "alpha?1";

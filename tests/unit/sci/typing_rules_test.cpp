@@ -19,6 +19,9 @@ EditorLanguage Language() {
   language.tipStart = "(";
   language.tipEnd = ")";
   language.tipSeparators = ",;";
+  language.tipCalls = "{,";
+  language.blockStart = "{";
+  language.blockEnd = "}";
   language.memberChars = ".->:";
   return language;
 }
@@ -27,66 +30,70 @@ struct PlanCase {
   char typed;
   TypingState state;
   Steps steps;
-  int depth;
 };
 
 void Check(const std::vector<PlanCase>& cases) {
   const EditorLanguage language = Language();
   const EditorOptions options;
   for (const PlanCase& row : cases) {
-    const TypingPlan plan = PlanTyping(row.typed, row.state, &language, options);
-    EXPECT_EQ(plan.steps, row.steps) << row.typed;
-    EXPECT_EQ(plan.parenDepth, row.depth) << row.typed;
+    EXPECT_EQ(PlanTyping(row.typed, row.state, &language, options), row.steps) << row.typed;
   }
 }
 
 TEST(TypingRules, InText_EachKindOfCharacter) {
   Check({
-      {'(', {}, {cStartTip}, 1},
-      {'(', {.parenDepth = 7}, {cStartTip}, 1},
-      {'.', {}, {cForgetWords, cAutoIndent, cStartCompletion}, 0},
-      {'>', {}, {cForgetWords, cAutoIndent, cStartCompletion}, 0},
-      {':', {}, {cForgetWords, cAutoIndent, cStartCompletion}, 0},
-      {'a', {}, {cForgetWords, cAutoIndent, cOfferWords}, 0},
-      {'1', {}, {cForgetWords, cAutoIndent}, 0},
-      {';', {}, {cForgetWords, cAutoIndent}, 0},
-      {')', {}, {cForgetWords, cAutoIndent}, 0},
-      {'\0', {}, {cForgetWords, cAutoIndent}, 0},
-      {'\xFF', {}, {cForgetWords, cAutoIndent}, 0},
+      {'(', {}, {cStartTip}},
+      {',', {}, {cForgetWords, cAutoIndent, cStartTip}},
+      {'{', {}, {cForgetWords, cAutoIndent, cStartTip}},
+      {'.', {}, {cForgetWords, cAutoIndent, cStartCompletion}},
+      {'>', {}, {cForgetWords, cAutoIndent, cStartCompletion}},
+      {':', {}, {cForgetWords, cAutoIndent, cStartCompletion}},
+      {'a', {}, {cForgetWords, cAutoIndent, cOfferWords}},
+      {'1', {}, {cForgetWords, cAutoIndent}},
+      {';', {}, {cForgetWords, cAutoIndent}},
+      {')', {}, {cForgetWords, cAutoIndent}},
+      {'\0', {}, {cForgetWords, cAutoIndent}},
+      {'\xFF', {}, {cForgetWords, cAutoIndent}},
   });
 }
 
-TEST(TypingRules, InTip_ParenthesesCount) {
+TEST(TypingRules, InTip_MembersAreListed_AndTheTipFollows) {
   Check({
-      {'(', {.tipActive = true, .parenDepth = 1}, {cStartTip}, 2},
-      {')', {.tipActive = true, .parenDepth = 2}, {cStartTip}, 1},
-      {')', {.tipActive = true, .parenDepth = 1}, {cCancelTip}, 0},
-      {',', {.tipActive = true, .parenDepth = 1}, {cUpdateTip}, 1},
-      {'x', {.tipActive = true, .listActive = true, .parenDepth = 1}, {cUpdateTip}, 1},
+      {'(', {.tipActive = true}, {cStartTip}},
+      {',', {.tipActive = true}, {cStartTip}},
+      {')', {.tipActive = true}, {cUpdateTip}},
+      {'.', {.tipActive = true}, {cStartCompletion, cUpdateTip}},
+      {'x', {.tipActive = true}, {cUpdateTip}},
+      {'{', {.tipActive = true}, {cAutoIndent, cStartTip}},
+      {'}', {.tipActive = true}, {cAutoIndent, cUpdateTip}},
+      {'\n', {.tipActive = true}, {cAutoIndent, cUpdateTip}},
   });
 }
 
 TEST(TypingRules, InList_LettersGoOn_OthersCloseIt) {
-  Check({
-      {'(', {.listActive = true, .parenDepth = 1}, {cStartTip}, 2},
-      {')', {.listActive = true, .parenDepth = 1}, {}, 0},
-      {'a', {.listActive = true}, {}, 0},
-      {'a', {.listActive = true, .wordCompleting = true}, {cStartWords}, 0},
-      {'1', {.listActive = true}, {cCancelList}, 0},
-      {' ', {.listActive = true}, {cCancelList}, 0},
-      {'.', {.listActive = true}, {cCancelList, cStartCompletion}, 0},
-  });
+  for (const bool tip : {false, true})
+    Check({
+        {'(', {.tipActive = tip, .listActive = true}, {cStartTip}},
+        {')', {.tipActive = tip, .listActive = true}, {}},
+        {'a', {.tipActive = tip, .listActive = true}, {}},
+        {'a', {.tipActive = tip, .listActive = true, .wordCompleting = true}, {cStartWords}},
+        {'1', {.tipActive = tip, .listActive = true}, {cCancelList}},
+        {' ', {.tipActive = tip, .listActive = true}, {cCancelList}},
+        {'.', {.tipActive = tip, .listActive = true}, {cCancelList, cStartCompletion}},
+    });
 }
 
 TEST(TypingRules, InTextThatIsNoCode_OnlyWhatIsOpenTakesNotice) {
   Check({
-      {'.', {.isQuiet = true}, {cForgetWords, cAutoIndent}, 0},
-      {'(', {.isQuiet = true, .parenDepth = 1}, {cForgetWords, cAutoIndent}, 1},
-      {'a', {.isQuiet = true}, {cForgetWords, cAutoIndent}, 0},
-      {')', {.tipActive = true, .isQuiet = true, .parenDepth = 1}, {cUpdateTip}, 1},
-      {'(', {.tipActive = true, .isQuiet = true, .parenDepth = 1}, {cUpdateTip}, 1},
-      {'a', {.listActive = true, .isQuiet = true}, {}, 0},
-      {'.', {.listActive = true, .isQuiet = true}, {cForgetWords, cCancelList, cAutoIndent}, 0},
+      {'.', {.isQuiet = true}, {cForgetWords, cAutoIndent}},
+      {'(', {.isQuiet = true}, {cForgetWords, cAutoIndent}},
+      {',', {.isQuiet = true}, {cForgetWords, cAutoIndent}},
+      {'a', {.isQuiet = true}, {cForgetWords, cAutoIndent}},
+      {')', {.tipActive = true, .isQuiet = true}, {cUpdateTip}},
+      {'(', {.tipActive = true, .isQuiet = true}, {cUpdateTip}},
+      {'\n', {.tipActive = true, .isQuiet = true}, {cAutoIndent, cUpdateTip}},
+      {'a', {.listActive = true, .isQuiet = true}, {}},
+      {'.', {.listActive = true, .isQuiet = true}, {cForgetWords, cCancelList, cAutoIndent}},
   });
 }
 
@@ -104,7 +111,10 @@ TEST(TypingRules, PlaceMatters_WhereSomethingMayOpenOrClose) {
       {'a', {}, true},
       {'1', {}, false},
       {' ', {}, false},
-      {')', {.tipActive = true}, true},
+      {')', {.tipActive = true}, false},
+      {'.', {.tipActive = true}, true},
+      {'{', {}, true},
+      {',', {}, true},
       {'(', {.tipActive = true}, true},
       {'a', {.tipActive = true}, false},
       {')', {.listActive = true}, true},
@@ -144,23 +154,23 @@ TEST(WordRules, IsOfferedUnasked_FromThreeLettersOn) {
 }
 
 TEST(TypingRules, NothingToDo_RecordingSelectionOrNoLanguage) {
-  Check({{'.', {.recording = true}, {}, 0}, {'(', {.hasCaret = false, .parenDepth = 3}, {}, 3}});
-  EXPECT_TRUE(PlanTyping('.', {}, nullptr, EditorOptions()).steps.empty());
+  Check({{'.', {.recording = true}, {}}, {'(', {.hasCaret = false}, {}}});
+  EXPECT_TRUE(PlanTyping('.', {}, nullptr, EditorOptions()).empty());
 }
 
 TEST(TypingRules, Indentation_ByTheOptions) {
   const EditorLanguage language = Language();
   EditorOptions options;
   options.simpleIndent = true;
-  EXPECT_EQ(PlanTyping(';', {}, &language, options).steps, (Steps{cForgetWords, cMaintainIndent}));
+  EXPECT_EQ(PlanTyping(';', {}, &language, options), (Steps{cForgetWords, cMaintainIndent}));
   options.simpleIndent = options.smartIndent = false;
-  EXPECT_EQ(PlanTyping(';', {}, &language, options).steps, Steps{cForgetWords});
+  EXPECT_EQ(PlanTyping(';', {}, &language, options), Steps{cForgetWords});
 }
 
 TEST(TypingRules, LanguageWithoutWords_OffersNone) {
   EditorLanguage language = Language();
   language.wordCompletion = false;
-  EXPECT_EQ(PlanTyping('a', {}, &language, {}).steps, (Steps{cForgetWords, cAutoIndent}));
+  EXPECT_EQ(PlanTyping('a', {}, &language, {}), (Steps{cForgetWords, cAutoIndent}));
 }
 
 TEST(CharSets, Includes_WordsOrCharacters) {
@@ -234,38 +244,117 @@ TEST(TipRules, FindTipName_TheCallAroundTheCaret) {
   }
 }
 
-struct ArgumentCase {
-  const char* tip;
-  const char* call;
-  const char* marked;
+struct CallCase {
+  const char* call;  // from its bracket
+  int depth;
+  int argument;
+  int arguments;
 };
 
-TEST(TipRules, FindTipArgument_TheRunningOne) {
-  const ArgumentCase cases[] = {
-      {"foo(int a, int b)", "foo(", "int a"},
-      {"foo(int a, int b)", "foo(1,", " int b"},
-      {"foo(int a, int b)", "foo(bar(1, 2", "int a"},
-      {"foo(int a, int b)", "foo(bar(1, 2), ", " int b"},
-      {"foo(int a, int b)", "foo(1, 2, 3", ""},
-      {"foo()", "foo(", ""},
-      {"foo", "foo(", ""},
-      {"", "", ""},
-      {"f(a;b", "f(1;", "b"},
-      {"f(a)", ")))f(", "a"},
+TEST(TipRules, FollowCall_CountsTheArgumentsOfTheOuterCall) {
+  const CallCase cases[] = {
+      {"(", 1, 0, 0},          {"(1", 1, 0, 1},        {"(1,", 1, 1, 2},
+      {"(1; 2", 1, 1, 2},      {"(bar(1, 2", 2, 0, 1}, {"(bar(1, 2), ", 1, 1, 2},
+      {"(1)", 0, 0, 0},        {"(1) + (2", 0, 0, 0},  {"(\"a,)\", ", 1, 1, 2},
+      {"(\"a\\\",)", 1, 0, 1}, {"(',', ", 1, 1, 2},    {"('", 1, 0, 1},
   };
-  for (const ArgumentCase& row : cases) {
-    const TipRange range = FindTipArgument(row.tip, row.call, Language());
-    ASSERT_LE(range.start, range.end);
-    EXPECT_EQ(std::string(row.tip).substr(static_cast<size_t>(range.start),
-                                          static_cast<size_t>(range.end - range.start)),
-              row.marked)
-        << row.call;
+  for (const CallCase& row : cases) {
+    const CallEnd end = FollowCall(row.call, Language());
+    EXPECT_EQ(end.depth, row.depth) << row.call;
+    EXPECT_EQ(end.argument, row.argument) << row.call;
+    EXPECT_EQ(end.arguments, row.arguments) << row.call;
   }
+  EXPECT_EQ(FollowCall("(bar(1, (2", Language()).innermost, 8);
 }
 
-TEST(TipRules, TextAfterTheTip_IsNotRead) {
-  const std::string_view tip = "f(ab";
-  EXPECT_EQ(FindTipArgument(tip.substr(0, 3), "f(", Language()).end, 3);
+TEST(TipRules, OverloadOf_FindsTheParameters) {
+  const std::pair<const char*, std::vector<TipRange>> cases[] = {
+      {"foo(int a, int b)", {{4, 9}, {11, 16}}},
+      {"foo(a;b", {{4, 5}, {6, 7}}},
+      {"foo()", {}},
+      {"foo", {}},
+      {"", {}},
+      {"foo( )", {}},
+      {"foo(a) b, c", {{4, 5}}},
+  };
+  for (const auto& [text, parameters] : cases)
+    EXPECT_EQ(OverloadOf(text, Language()).parameters, parameters) << text;
+}
+
+// Signatures "f(a)", "f(a, b)", ... with so many parameters.
+EditorTip TipOf(const std::vector<int>& counts) {
+  EditorTip tip;
+  for (const int count : counts) {
+    std::string text = "f(";
+    for (int i = 0; i < count; ++i)
+      text += std::string(i > 0 ? ", " : "") + static_cast<char>('a' + i);
+    tip.overloads.push_back(OverloadOf(text + ")", Language()));
+  }
+  return tip;
+}
+
+TEST(TipRules, AnArgumentTooMany_ShowsTheNextSignatureThatTakesIt) {
+  EditorTip tip = TipOf({1, 2, 0, 3});
+  const std::pair<int, size_t> steps[] = {{0, 0}, {1, 0}, {2, 1}, {3, 3}, {4, 3}, {2, 3}, {0, 3}};
+  for (const auto& [arguments, shown] : steps) {
+    FollowArguments(tip, std::max(arguments - 1, 0), arguments);
+    EXPECT_EQ(tip.shown, shown) << arguments;
+  }
+  tip.overloads[1].takesMore = true;
+  FollowArguments(tip, 4, 5);
+  EXPECT_EQ(tip.shown, 1u);
+}
+
+TEST(TipRules, ASignatureChosenByTheUser_Stays) {
+  EditorTip tip = TipOf({1, 2, 3});
+  StepOverload(tip, -1);
+  EXPECT_EQ(tip.shown, 2u);
+  StepOverload(tip, 1);
+  EXPECT_EQ(tip.shown, 0u);
+  FollowArguments(tip, 1, 2);
+  EXPECT_EQ(tip.shown, 0u);
+}
+
+TEST(TipRules, KeepOverload_InTheSameCallOnly) {
+  EditorTip earlier = TipOf({1, 2, 3});
+  StepOverload(earlier, 1);
+  EditorTip again = TipOf({3, 2, 1});
+  again.bracket = 1;
+  KeepOverload(again, earlier);
+  EXPECT_EQ(again.shown, 0u);
+  again.bracket = earlier.bracket;
+  KeepOverload(again, earlier);
+  EXPECT_EQ(again.shown, 1u);
+  EXPECT_TRUE(again.isChosen);
+  EXPECT_EQ(again.overloads[2].parameters.size(), 3u) << "the order stays too";
+  EditorTip other = TipOf({4});
+  KeepOverload(other, earlier);
+  EXPECT_EQ(other.shown, 0u);
+}
+
+TEST(TipRules, LayOut_CountArrowsAndTheArgument) {
+  EditorTip tip = TipOf({2});
+  tip.argument = 1;
+  EXPECT_EQ(LayOut(tip, 100).text, "f(a, b)");
+  EXPECT_EQ(LayOut(tip, 100).argument, (TipRange{5, 6}));
+  tip = TipOf({2, 1});
+  tip.argument = 1;
+  EXPECT_EQ(LayOut(tip, 100).text, "\001 1 of 2 \002 f(a, b)");
+  EXPECT_EQ(LayOut(tip, 100).argument, (TipRange{16, 17}));
+  tip.argument = 2;
+  EXPECT_EQ(LayOut(tip, 100).argument, TipRange());
+  tip.overloads[0].takesMore = true;
+  EXPECT_EQ(LayOut(tip, 100).argument, (TipRange{16, 17}));
+}
+
+TEST(TipRules, LayOut_ALongSignature_IsBrokenBetweenParameters) {
+  EditorTip tip = TipOf({4});  // "f(a, b, c, d)"
+  EXPECT_EQ(LayOut(tip, 9).text, "f(a, b, c,\n    d)");
+  EXPECT_EQ(LayOut(tip, 8).text, "f(a, b,\n    c, d)");
+  EXPECT_EQ(LayOut(tip, 1).text, "f(a,\n    b,\n    c,\n    d)");
+  tip.argument = 3;
+  const TipText shown = LayOut(tip, 8);
+  EXPECT_EQ(shown.text.substr(static_cast<size_t>(shown.argument.start), 1), "d");
 }
 
 TEST(WordRules, WordToComplete_DigitsOnly_IsNone) {
