@@ -12,7 +12,7 @@ namespace {
 
 constexpr int cNone = -1'000'000;
 constexpr int cNextToLast = 10;  // points for a letter beside the one before
-constexpr int cStartOfWord = 8;
+constexpr int cStartOfWord = 12;
 constexpr int cGap = 4;  // points off for letters between
 constexpr int cInName = 10'000;
 constexpr int cWholeName = 1'000;

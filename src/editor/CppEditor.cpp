@@ -167,6 +167,7 @@ void CppEditor::FollowPermission() {
   if (isNow == isProtected) return;
   isProtected = isNow;
   SetReadOnly(isNow && !dirty);
+  if (EditorHost* host = tab.Host()) host->ShowCaretOf(*this);
 }
 
 std::string CppEditor::WhyReadOnly() const {

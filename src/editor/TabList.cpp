@@ -74,7 +74,9 @@ class TabList : public mavro::Form {
   void MoveTo(int row);
   void OnTyped(mavro::NotifyArgs& args);
   void OnFieldKey(mavro::KeyArgs& args);
+  void OnListKey(mavro::KeyArgs& args);
   void OnRow(mavro::NotifyArgs& args);
+  void Accept();
 
   std::vector<OpenTab> entries;
   mavro::Edit field;
@@ -90,17 +92,19 @@ TabList::TabList(std::vector<OpenTab> newEntries) : entries(std::move(newEntries
   field.onKeyDown.Add_H(this, &TabList::OnFieldKey);
   list.accessibleName = text;
   list.AddColumn("file", cNameWidth);
-  list.AddColumn("folder", cWidth - cNameWidth);
+  list.AddColumn("folder", mavro::ListColumns::cWidth);
   list.headerVisible = false;
+  list.gridLines = false;
   list.fullRowSelect = true;
   list.showSelection = true;
   list.dock = mavro::Dock::cFill;
   list.onClickRow.Add_H(this, &TabList::OnRow);
   list.onChoose.Add_H(this, &TabList::OnRow);
+  list.onKeyDown.Add_H(this, &TabList::OnListKey);
   Add(&field);
   Add(&list);
   focusControl = &field;
-  autoDialogKeys = true;
+  autoDialogKeys = false;  // there are no buttons that they could press
   Fill();
 }
 
@@ -155,13 +159,31 @@ void TabList::OnFieldKey(mavro::KeyArgs& args) {
     case Key::cPageDown:
       MoveTo(row + cPageRows);
       break;
+    case Key::cEnter:
+      args.handled = true;
+      return Accept();
+    case Key::cEscape:
+      args.handled = true;
+      return Close();
     default:
       return;
   }
   args.handled = true;
 }
 
+void TabList::OnListKey(mavro::KeyArgs& args) {
+  if (args.key != Key::cEscape) return;
+  args.handled = true;
+  Close();
+}
+
 void TabList::OnRow(mavro::NotifyArgs&) {
+  Accept();
+}
+
+// As long as nothing fits, the user can go on typing.
+void TabList::Accept() {
+  if (list.selectedIndex < 0) return;
   result = cOk;
   Close();
 }

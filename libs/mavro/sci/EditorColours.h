@@ -38,8 +38,9 @@ enum EditorColour {
   cTipArgumentInk,  // on the tip's ground too
   cEndOfPairs,
   // Lines.
-  cGuideLine = cEndOfPairs,  // of indentation, the edge and blanks
+  cGuideLine = cEndOfPairs,  // of indentation and the edge
   cFoldLine,
+  cBlankSign,  // stands for a blank or a tab: seen on every ground, but weaker than any ink
   cEndOfColours
 };
 
@@ -66,6 +67,7 @@ constexpr EditorColourRow cEditorColours[] = {
     {cMarginGround, 0xF2F3F5, 0x25282D},     {cTipInk, 0x1C1C1C, 0xE2E4E7},
     {cTipGround, 0xFAFAF4, 0x2C3138},        {cTipArgumentInk, 0x0000D0, 0x8FB4FF},
     {cGuideLine, 0xC8CDD3, 0x4A5058},        {cFoldLine, 0x80868D, 0x8A929B},
+    {cBlankSign, 0x8C939B, 0x7A828C},
 };
 
 constexpr ColourPair ColourOf(EditorColour colour) {

@@ -155,6 +155,8 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void PlayMacro();
   void FoldAll();
   void SetAllFolds(bool open);
+  void CloseFolds();
+  void KeepInView(const std::function<void()>& change);
   // Gives all lines the same end; new lines get it too.
   void ConvertLineEnds(int mode);
   // The kind of bytes that the text had when it was loaded, and that later changes have added.

@@ -23,6 +23,7 @@ constexpr int cLineBelowClosed = 0x10;
 constexpr int cLineAboveOpen = 0x103;
 constexpr int cLinesAboveCaret = 2;
 constexpr int cEdgeLine = 1;
+constexpr int cBlankSize = 2;
 constexpr int cPageCache = 2;
 enum Margin { cNumberMargin, cBookmarkMargin, cFoldMargin };
 
@@ -290,7 +291,8 @@ void SciEditor::Impl::ApplyColours() {
   Send(SCI_CALLTIPSETFORE, Colour(cTipInk));
   Send(SCI_CALLTIPSETFOREHLT, Colour(cTipArgumentInk));
   Send(SCI_SETEDGECOLOUR, Colour(cGuideLine));
-  Send(SCI_SETWHITESPACEFORE, 1, Colour(cGuideLine));
+  Send(SCI_SETWHITESPACEFORE, 1, Colour(cBlankSign));
+  Send(SCI_SETWHITESPACESIZE, cBlankSize);
 }
 
 void SciEditor::Impl::ShowCaretLine() {

@@ -81,15 +81,33 @@ void SciEditor::Impl::GoToMatch(Selecting selecting) {
     Send(SCI_GOTOPOS, partner + 1);
 }
 
-// Inner folds are closed too, so that one that is opened again shows its parts. The caret goes to
-// the line that remains of its fold.
+// Runs `change`, which hides or shows lines, so that the caret stays in its row of the window, or,
+// if it is not in view, the first line.
+void SciEditor::Impl::KeepInView(const std::function<void()>& change) {
+  const Param top = Send(SCI_GETFIRSTVISIBLELINE);
+  const Param caretRow = Send(SCI_VISIBLEFROMDOCLINE, Editor().CaretLine()) - top;
+  const bool isInView = caretRow >= 0 && caretRow < Send(SCI_LINESONSCREEN);
+  const Param firstLine = Send(SCI_DOCLINEFROMVISIBLE, top);
+  change();
+  const Param line = isInView ? Editor().CaretLine() : firstLine;
+  const Param row = Send(SCI_VISIBLEFROMDOCLINE, line) - (isInView ? caretRow : 0);
+  Send(SCI_SETFIRSTVISIBLELINE, std::max<Param>(row, 0));
+}
+
 void SciEditor::Impl::SetAllFolds(bool open) {
   if (!hwnd || huge) return;
   Send(SCI_COLOURISE, 0, -1);
-  if (open) {
-    Send(SCI_FOLDALL, SC_FOLDACTION_EXPAND);
-    return;
-  }
+  KeepInView([&] {
+    if (open)
+      Send(SCI_FOLDALL, SC_FOLDACTION_EXPAND);
+    else
+      CloseFolds();
+  });
+}
+
+// Inner folds are closed too, so that one that is opened again shows its parts. The caret goes to
+// the line that remains of its fold.
+void SciEditor::Impl::CloseFolds() {
   int shown = Editor().CaretLine();
   for (Param line = shown; line >= 0; line = Send(SCI_GETFOLDPARENT, line))
     shown = static_cast<int>(line);

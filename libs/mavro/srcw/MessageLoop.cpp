@@ -5,6 +5,7 @@
 #include "Application.h"
 #include "Failures.h"
 #include "FormImpl.h"
+#include "Keys.h"
 
 namespace mavro {
 
@@ -40,7 +41,7 @@ bool TakeQuit() {
   return true;
 }
 
-bool TranslateAccelerator(Form& form, int virtualKey, int hotkeyFlags) {
+bool RunAccelerator(Form& form, int virtualKey, int hotkeyFlags) {
   const auto* table = static_cast<Form::Impl*>(form.impl)->accelerators;
   if (!table) return false;
   for (const Accelerator& row : *table)
@@ -50,6 +51,13 @@ bool TranslateAccelerator(Form& form, int virtualKey, int hotkeyFlags) {
       return true;
     }
   return false;
+}
+
+// The plus of many keyboards is the Shift of another sign.
+bool TranslateAccelerator(Form& form, int virtualKey, int hotkeyFlags) {
+  if (RunAccelerator(form, virtualKey, hotkeyFlags)) return true;
+  const bool isShiftedPlus = virtualKey == Key::cPlus && (hotkeyFlags & cShiftKey);
+  return isShiftedPlus && RunAccelerator(form, virtualKey, hotkeyFlags & ~cShiftKey);
 }
 
 }  // namespace

@@ -107,6 +107,9 @@ TEST_F(IdeRows, FoldAllAndUnfoldAll_ByKeyAndRow) {
     IdeDriver::Press(Qt::Key_Plus, Qt::AltModifier);
     EXPECT_EQ(editor.Send(SCI_GETLINEVISIBLE, 1), 1);
     Choose(cFold);
+    IdeDriver::Press(Qt::Key_Plus, Qt::AltModifier | Qt::ShiftModifier);
+    EXPECT_EQ(editor.Send(SCI_GETLINEVISIBLE, 1), 1) << "a plus that needs the Shift key";
+    Choose(cFold);
     EXPECT_EQ(editor.Send(SCI_GETLINEVISIBLE, 1), 0);
     Choose(cUnfold);
     EXPECT_EQ(editor.Send(SCI_GETLINEVISIBLE, 1), 1);
@@ -244,8 +247,11 @@ TEST_F(IdeRows, APermissionThatChanges_IsFollowed_ButUnsavedTextStaysOpenForTypi
     EXPECT_FALSE(Front().IsReadOnly());
     set(0444);
     EXPECT_TRUE(Front().IsReadOnly());
+    EXPECT_TRUE(IsOn(cReadOnlyRow));
+    EXPECT_THAT(IdeDriver::Status(cEncodingPane), HasSubstr("Read only"));
     set(0666);
     EXPECT_FALSE(Front().IsReadOnly());
+    EXPECT_FALSE(IsOn(cReadOnlyRow));
     Type("x");
     set(0444);
     EXPECT_FALSE(Front().IsReadOnly());

@@ -24,7 +24,9 @@ class IdeTabList : public test::EditorFixture {
     ide.OnDialog([&](mavro::Form& form) {
       ran = true;
       script(form);
-      if (mavro::activeForm == &form) form.Close();
+      const bool isClosed = mavro::activeForm != &form;
+      EXPECT_TRUE(isClosed) << "the keys close the list";
+      if (!isClosed) form.Close();
     });
     IdeDriver::Press(Qt::Key_O, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(ran);
@@ -80,8 +82,10 @@ TEST_F(IdeTabList, Letters_FilterByNameAndPath_BestFirst) {
       QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
       QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
       test::Key(form, Qt::Key_Return);
+      EXPECT_EQ(mavro::activeForm, &form) << "nothing fits: typing goes on";
+      test::Key(form, Qt::Key_Escape);
     });
-    EXPECT_EQ(front, "gamma.cpp") << "nothing fits, nothing changes";
+    EXPECT_EQ(front, "gamma.cpp");
     EXPECT_EQ(InList([&](mavro::Form& form) {
                 QTest::keyClicks(QApplication::focusWidget(), "ALF");
                 EXPECT_THAT(Rows(form), IsEmpty());
@@ -145,6 +149,7 @@ TEST_F(IdeTabList, UnsavedOnes_HaveTheirMark_AndATextWithoutANameIsListed) {
       EXPECT_EQ(ListOf(form).GetCell(1, 0), "a.cpp*");
       QTest::keyClicks(QApplication::focusWidget(), "nona");
       EXPECT_THAT(Rows(form), ElementsAre("Noname|"));
+      test::Key(form, Qt::Key_Escape);
     });
   });
 }
@@ -161,6 +166,9 @@ TEST_F(IdeTabList, FoldersAreShownFromTheProject) {
           "else.cpp|" + ide.home.Path("else.cpp").substr(0, ide.home.Path("else.cpp").rfind('/')));
       EXPECT_EQ(Rows(form)[1], "b.cpp|");
       EXPECT_EQ(Rows(form)[2], "a.cpp|src/deep");
+      test::Key(form, Qt::Key_Tab);
+      EXPECT_TRUE(ListOf(form).IsFocused());
+      test::Key(form, Qt::Key_Escape);
     });
   });
 }

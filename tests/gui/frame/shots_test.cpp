@@ -58,6 +58,37 @@ TEST_P(IdeShots, Window_AfterAFailedBuild_ShowsAllItsParts) {
   QApplication::setPalette(light);
 }
 
+TEST_P(IdeShots, WhiteSpaceAndTheListOfTabs_CanBeSeen) {
+  const Look look = GetParam();
+  const QPalette light = QApplication::palette();
+  if (look.isDark) QApplication::setPalette(test::DarkPalette());
+  IdeDriver ide;
+  const std::string source =
+      "/* words  and blanks */\nint  main() {   \n\tint a;\t\n\tconst char* s = \"a  b\";\n\t"
+      "if (a) return 1;  // " +
+      std::string(300, '-') + " more than one row\n}\n";
+  ide.Run({}, [&] {
+    MainForm& form = *theMainForm;
+    form.SetBounds(0, 0, look.width, look.height);
+    for (int i = 0; i < 30; ++i)
+      form.editTabs.OpenFile(ide.files.Write("src/part" + std::to_string(i) + ".cpp", source));
+    for (const int id : {mavro::cSciWrapLines, mavro::cSciShowWhiteSpace, mavro::cSciShowLineEnds})
+      theEditorActs.OnCommand(id);
+    const CppEditor& editor = *form.editTabs.Active()->editor;
+    EXPECT_TRUE(test::WaitFor([&] { return editor.Send(mavro::SCI_VISIBLEFROMDOCLINE, 5) > 5; }));
+    test::Shot(form, std::string("ide-blanks-") + look.name);
+    ide.OnDialog([&](mavro::Form& list) {
+      test::Shot(list, std::string("ide-tab-list-") + look.name);
+      QTest::keyClicks(QApplication::focusWidget(), "p1");
+      test::Shot(list, std::string("ide-tab-list-typed-") + look.name);
+      test::Key(list, Qt::Key_Return);
+    });
+    theEditorActs.OnCommand(cTabListCommand);
+    EXPECT_EQ(form.editTabs.Active()->caption, "part1.cpp");
+  });
+  QApplication::setPalette(light);
+}
+
 TEST(IdeLongNames, Window_KeepsItsShape) {
   IdeDriver ide;
   const std::string longName(200, 'n');

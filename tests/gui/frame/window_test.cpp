@@ -351,8 +351,11 @@ TEST(IdeWindow, Menus_HaveTheirTitlesInOrder) {
     EXPECT_THAT(titles, ElementsAre("&File", "&Edit", "&Browser", "&View", "&Build", "&Project",
                                     "&Debug", "&Tools", "&Help"));
     std::vector<std::string> view;
-    for (const auto& item : theMainForm->viewMenu.items) view.push_back(item->action->text);
-    EXPECT_THAT(view, ElementsAre("&Status Bar", "Bootom Pane"));
+    for (const auto& item : theMainForm->viewMenu.items)
+      view.push_back(item->IsSeparator() ? "--" : item->action->text);
+    EXPECT_THAT(view,
+                ElementsAre("&Status Bar", "Bootom Pane", "--", "&Word wrap", "Show w&hite space",
+                            "Show line &ends", "--", "&Fold all", "&Unfold all"));
   });
 }
 

@@ -340,6 +340,34 @@ TEST(SciCommands, CloseFolds_ClosesInnerOnes_AndTheCaretGoesToTheLineThatRemains
   });
 }
 
+TEST(SciCommands, Folds_ClosedAndOpened_TheCaretStaysInItsRow) {
+  EditorForm form;
+  form.editor.options->foldMargin = true;
+  RunEditor(form, [&] {
+    std::string text;
+    for (int i = 0; i < 200; ++i) text += "void f() {\n\tx;\n\ty;\n}\n";
+    form.Fill(text + "z;\n");
+    form.editor.goToLine(603);
+    const auto row = [&] {
+      const auto line = static_cast<std::uintptr_t>(form.editor.CaretLine());
+      return form.editor.Send(SCI_VISIBLEFROMDOCLINE, line) -
+             form.editor.Send(SCI_GETFIRSTVISIBLELINE);
+    };
+    const auto before = row();
+    form.editor.OnCommand(cSciCloseFolds);
+    EXPECT_EQ(form.editor.CaretLine(), 600);
+    EXPECT_EQ(row(), before);
+    form.editor.OnCommand(cSciOpenFolds);
+    EXPECT_EQ(row(), before);
+    form.editor.Select(0, 0);
+    form.editor.Send(SCI_SETFIRSTVISIBLELINE, 400);
+    form.editor.OnCommand(cSciCloseFolds);
+    EXPECT_EQ(form.editor.Send(SCI_GETFIRSTVISIBLELINE), 100) << "the caret is far away";
+    form.editor.OnCommand(cSciOpenFolds);
+    EXPECT_EQ(form.editor.Send(SCI_GETFIRSTVISIBLELINE), 400);
+  });
+}
+
 struct EndsCase {
   int id;
   const char* name;

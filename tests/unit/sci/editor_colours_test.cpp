@@ -63,6 +63,15 @@ TEST(EditorColours, EachInk_OnEachGround_IsReadWell) {
             << (desktop == Desktop::cDark ? ", dark" : "");
 }
 
+TEST(EditorColours, SignsOfBlanks_OnEachGround_AreSeenButWeakerThanText) {
+  for (const Desktop desktop : cDesktops)
+    for (int ground = cEndOfInks; ground < cEndOfGrounds; ++ground) {
+      const double contrast = Contrast(On(cBlankSign, desktop), On(At(ground), desktop));
+      EXPECT_GE(contrast, 2.2) << "ground " << ground;
+      EXPECT_LT(contrast, cLeastContrast) << "ground " << ground;
+    }
+}
+
 TEST(EditorColours, Pairs_AreReadWell) {
   constexpr std::pair<EditorColour, EditorColour> cPairs[] = {{cBraceInk, cBraceGround},
                                                               {cMarginInk, cMarginGround},
