@@ -202,7 +202,7 @@ def main():
     print_table(results)
     if options.failures:
         write_failures(options.failures, results['zendry-lsp'], results.get('clangd', []))
-    if options.peer_failures:
+    if options.peer_failures and not options.no_peer:
         write_failures(options.peer_failures, results['clangd'], results['zendry-lsp'])
 
 
