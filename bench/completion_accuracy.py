@@ -62,6 +62,8 @@ class Base:
         asked, _, names = line.partition(' => ')
         category, _, text = asked.partition('  ')
         names = names.split()
+        if not text.strip() or not names:
+            sys.exit(f'{self.package}: text or names are missing: {line}')
         return Request(self, file, place, category, text.strip().replace('\\n', '\n'),
                        [n for n in names if not n.startswith('!')], [n[1:] for n in names if n.startswith('!')])
 
@@ -202,7 +204,7 @@ def main():
     print_table(results)
     if options.failures:
         write_failures(options.failures, results['zendry-lsp'], results.get('clangd', []))
-    if options.peer_failures:
+    if options.peer_failures and not options.no_peer:
         write_failures(options.peer_failures, results['clangd'], results['zendry-lsp'])
 
 

@@ -23,7 +23,9 @@ namespace {
 
 enum ExitStatus { cDone = 0, cBroken = 1, cWrongUse = 2 };
 
-constexpr size_t cMostWaiting = 256;  // messages that are read before the first is handled
+// What is read before the first message that waits is handled.
+constexpr size_t cMostWaiting = 256;             // messages
+constexpr size_t cMostBytesWaiting = 16u << 20;  // bytes, about
 
 void Say(const std::string& text) {
   std::fprintf(stderr, "zendry-lsp: %s\n", text.c_str());
@@ -69,8 +71,14 @@ bool ReadInput(LspFrames& frames) {
   return true;
 }
 
-void ReceiveAll(LspFrames& frames, LspServer& server) {
-  while (const std::optional<std::string> body = frames.Next()) server.Receive(*body);
+// Answers the bytes of what the server has received.
+size_t ReceiveAll(LspFrames& frames, LspServer& server) {
+  size_t bytes = 0;
+  while (const std::optional<std::string> body = frames.Next()) {
+    server.Receive(*body);
+    bytes += body->size();
+  }
+  return bytes;
 }
 
 int Run() {
@@ -87,12 +95,15 @@ int Run() {
   });
   LspFrames frames;
   bool hasInput = true;
+  size_t bytesWaiting = 0;
   while (!server.HasEnded() && canWrite) {
     const bool mustRead = server.Waiting() == 0;
     if (mustRead && !hasInput) break;
-    if (hasInput && (mustRead || (server.Waiting() < cMostWaiting && IsInputReady()))) {
+    if (mustRead) bytesWaiting = 0;
+    const bool mayRead = server.Waiting() < cMostWaiting && bytesWaiting < cMostBytesWaiting;
+    if (hasInput && (mustRead || (mayRead && IsInputReady()))) {
       hasInput = ReadInput(frames);
-      ReceiveAll(frames, server);
+      bytesWaiting += ReceiveAll(frames, server);
       hasInput = hasInput && frames.Error().empty();
       continue;
     }

@@ -128,11 +128,33 @@ std::string Declared(const ResolveInfo& info) {
   return text + info.name + info.signature;
 }
 
-// The declaration of a name of the text, as it is written.
-std::string LocalText(const LspQuestion& question, const ResolveInfo& info) {
-  std::string_view line = question.text.LineText(info.line);
-  const size_t first = line.find_first_not_of(" \t");
-  return first == line.npos ? std::string() : std::string(line.substr(first));
+// The declaration that begins in a line, as it is written: without its body, its blanks as one.
+std::string WrittenAt(const LspText& text, int line) {
+  constexpr int cMostLines = 12;
+  std::string written;
+  int depth = 0;
+  for (int last = line + cMostLines; line < last; ++line) {
+    for (const char c : text.LineText(line)) {
+      if (c == '(') ++depth;
+      if (c == ')') --depth;
+      if (depth == 0 && (c == ';' || c == '{')) return written;
+      const bool isBlank = c == ' ' || c == '\t';
+      if (!isBlank || !(written.empty() || written.back() == ' ')) written += isBlank ? ' ' : c;
+    }
+    if (written.starts_with('#')) return written;
+    if (!written.empty() && written.back() != ' ') written += ' ';
+  }
+  return "";
+}
+
+// The declaration that was found: as it is written if that names it, else as its tag has it.
+std::string DeclarationText(const LspQuestion& question, const ResolveInfo& info) {
+  const std::string path = info.file.empty() ? question.text.Path() : info.file;
+  const int line = info.file.empty() ? info.line : info.targetLine;
+  const LspText text("", path, TextOfFile(question.folder, path));
+  std::string written = WrittenAt(info.file.empty() ? question.text : text, line);
+  while (written.ends_with(' ')) written.pop_back();
+  return written.find(info.name) == written.npos ? Declared(info) : written;
 }
 
 // The ranges of parameters count as columns do.
@@ -166,8 +188,7 @@ Json HoverAnswer(const LspQuestion& question) {
   if (!word) return nullptr;
   const std::optional<ResolveInfo> info = Resolve(question, *word);
   if (!info) return nullptr;
-  const std::string declared = info->file.empty() ? LocalText(question, *info) : Declared(*info);
-  std::string value = "```cpp\n" + declared + "\n```";
+  std::string value = "```cpp\n" + DeclarationText(question, *info) + "\n```";
   if (!info->file.empty()) value += "\n" + info->file + ":" + std::to_string(info->targetLine + 1);
   return {{"contents", {{"kind", "markdown"}, {"value", value}}},
           {"range", RangeJson(question.text.PlaceOf(word->begin, question.columns),

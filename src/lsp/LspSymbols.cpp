@@ -80,6 +80,17 @@ void AppendFlat(Json& out, const LspQuestion& question, const TagItem& item, int
   out.push_back(std::move(symbol));
 }
 
+// Into the order of the text.
+void SortByLine(Json& symbols) {
+  const auto lineOf = [](const Json& symbol) {
+    const Json* place = FindJson(symbol, {"location"});
+    return NumberAt(place ? *place : symbol, {"range", "start", "line"});
+  };
+  auto& list = symbols.get_ref<Json::array_t&>();
+  std::stable_sort(list.begin(), list.end(),
+                   [&](const Json& a, const Json& b) { return lineOf(a) < lineOf(b); });
+}
+
 bool HasLetters(std::string_view name, std::string_view letters) {
   for (const char c : name) {
     if (letters.empty()) break;
@@ -136,6 +147,7 @@ Json DocumentSymbols(const LspQuestion& question, bool isNested) {
     symbol["children"] = std::move(children);
     symbols.push_back(std::move(symbol));
   }
+  SortByLine(symbols);
   return symbols;
 }
 

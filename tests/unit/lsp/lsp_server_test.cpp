@@ -200,6 +200,24 @@ TEST_F(LspServerTest, Hover_ShowsTheDeclaration) {
   EXPECT_TRUE(talk.ResultOf("textDocument/hover", LspTalk::At(path, 1, 7)).is_null());
 }
 
+TEST_F(LspServerTest, Hover_ShowsWhatIsWritten_WithoutTheBody) {
+  LspTalk talk(folder.Path());
+  const std::string path = folder.Path("a.cpp");
+  talk.Open(path,
+            "static const char*  f(int a,\n    char b = ';') { return 0; }\n"
+            "std::vector<int*> all;\n#define BIG(x) \\\n  (x)\n"
+            "void g(long many) { f(1, 2); all; BIG(1); many; }\n");
+  const auto shownAt = [&](int character) {
+    const Json hover = talk.ResultOf("textDocument/hover", LspTalk::At(path, 5, character));
+    const std::string text = TextAt(hover, {"contents", "value"});
+    return text.substr(0, text.find("\n```"));
+  };
+  EXPECT_EQ(shownAt(20), "```cpp\nstatic const char* f(int a, char b = ';')");
+  EXPECT_EQ(shownAt(29), "```cpp\nstd::vector<int*> all");
+  EXPECT_EQ(shownAt(34), "```cpp\n#define BIG(x) \\");
+  EXPECT_EQ(shownAt(42), "```cpp\nvoid g(long many)");
+}
+
 TEST_F(LspServerTest, Symbols_AreNestedIfTheClientCanTakeThem) {
   const std::string path =
       folder.Write("a.cpp", "class A {\n  int x;\n  void f();\n};\nint g();\n");
@@ -207,9 +225,10 @@ TEST_F(LspServerTest, Symbols_AreNestedIfTheClientCanTakeThem) {
   LspTalk nesting(folder.Path(), {{"textDocument", {{"documentSymbol", symbols}}}});
   const Json nested = nesting.ResultOf("textDocument/documentSymbol", LspTalk::At(path, 0, 0));
   ASSERT_EQ(nested.size(), 2u);
-  EXPECT_EQ(nested[1]["name"], "A");
-  EXPECT_EQ(nested[1]["children"].size(), 2u);
-  EXPECT_EQ(nested[1]["range"]["end"]["line"], 2);
+  EXPECT_EQ(nested[0]["name"], "A") << "in the order of the text";
+  EXPECT_EQ(nested[0]["children"].size(), 2u);
+  EXPECT_EQ(nested[0]["range"]["end"]["line"], 2);
+  EXPECT_EQ(nested[1]["name"], "g");
   LspTalk flat(folder.Path());
   EXPECT_EQ(flat.ResultOf("textDocument/documentSymbol", LspTalk::At(path, 0, 0)).size(), 4u);
 }
