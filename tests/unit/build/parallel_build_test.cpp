@@ -170,10 +170,11 @@ TEST_F(ParallelBuild, Progress_NamesTheSourceAndCountsWhatIsDone) {
 
 // Group: errors.
 
+// Waiting for a file hands on what is printed: the error is in the pipe before the other ends.
 TEST_F(ParallelBuild, FileWithErrors_RunningOnesAreFinishedAndShownAndNoneIsBegun) {
   AddThree();
   build.tools.Order("g++", "for a.cpp\nprint a.cpp:1: error: x\n" + Await("b.runs") +
-                               "for b.cpp\n" + Touch("b.runs") +
+                               Touch("a.said") + "for b.cpp\n" + Touch("b.runs") + Await("a.said") +
                                "print b.cpp:1: warning: still shown\n");
   EXPECT_FALSE(Build());
   EXPECT_THAT(build.shell.rows, ElementsAre("a.cpp:1: error: x", "b.cpp:1: warning: still shown"));
@@ -183,9 +184,9 @@ TEST_F(ParallelBuild, FileWithErrors_RunningOnesAreFinishedAndShownAndNoneIsBegu
 TEST_F(ParallelBuild, LaterFileWithErrors_StopsTheBeginningOfOthersAtOnce) {
   AddThree();
   // The error of the second is printed while the first runs and can't be shown yet.
-  build.tools.Order("g++", "for a.cpp\n" + Await("b.ended") +
-                               "for b.cpp\nprint b.cpp:1: error: x\n" + Touch("b.ended") +
-                               "exit 1\n");
+  build.tools.Order("g++", "for a.cpp\n" + Touch("a.runs") + Await("b.said") +
+                               "for b.cpp\nprint b.cpp:1: error: x\n" + Await("a.runs") +
+                               Touch("b.said") + "exit 1\n");
   EXPECT_FALSE(Build());
   EXPECT_THAT(build.tools.TakeNames(), UnorderedElementsAre("g++ a.cpp", "g++ b.cpp"));
   EXPECT_THAT(build.shell.rows, ElementsAre("b.cpp:1: error: x"));
