@@ -293,9 +293,15 @@ std::string SciEditor::Impl::JoinedCopy(std::string asCopied) const {
 
 // A text with as many lines as there are carets gives each caret a line; nothing is then left to
 // paste.
+//
+// The component measures the rows of a column anew when their text is gone; so they are carets
+// before that.
 std::string SciEditor::Impl::PastedAtEach(std::string pasted) {
   MergeCarets();
   const CaretList list = Carets();
+  const auto isSelected = [](const Caret& row) { return row.Start() < row.End(); };
+  if (HasColumn() && std::any_of(list.carets.begin(), list.carets.end(), isSelected))
+    SetCarets(list);
   const std::vector<std::string> lines = LinesFor(pasted, list.carets.size());
   if (lines.empty() || HasColumn() || Send(SCI_GETREADONLY)) return pasted;
   size_t at = 0;

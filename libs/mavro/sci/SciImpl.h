@@ -115,8 +115,8 @@ class SciEditor::Impl : public SysImpl, public SciText {
   bool HasSeveral() const { return Send(SCI_GETSELECTIONS) > 1; }
   // A column may be so thin that it is only a caret in each of its rows.
   bool HasColumn() const {
-    const Param mode = Send(2423);
-    return mode == 1 || mode == 3;
+    const Param mode = Send(SCI_GETSELECTIONMODE);
+    return mode == SC_SEL_RECTANGLE || mode == SC_SEL_THIN;
   }
   // All carets in the order of the text. The main one has this place among them.
   struct CaretList {

@@ -116,8 +116,9 @@ Monkey::Before Monkey::Look() const {
   Before before;
   before.text = Text();
   before.caret = editor.CaretPosition();
-  const auto mode = editor.Send(2423);
-  before.isColumn = (mode == 1 || mode == 3) && editor.Send(mavro::SCI_GETSELECTIONS) > 1;
+  const auto mode = editor.Send(mavro::SCI_GETSELECTIONMODE);
+  before.isColumn = (mode == mavro::SC_SEL_RECTANGLE || mode == mavro::SC_SEL_THIN) &&
+                    editor.Send(mavro::SCI_GETSELECTIONS) > 1;
   const auto count = static_cast<std::uintptr_t>(editor.Send(mavro::SCI_GETSELECTIONS));
   for (std::uintptr_t i = 0; i < count; ++i) {
     const auto caret = static_cast<int>(editor.Send(mavro::SCI_GETSELECTIONNCARET, i));

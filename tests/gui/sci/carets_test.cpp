@@ -74,6 +74,10 @@ void Check(const std::string& before, const std::function<void(CaretsForm&)>& ac
   });
 }
 
+void SetClipboard(const char* text) {
+  QGuiApplication::clipboard()->setText(QString::fromUtf8(text));
+}
+
 TEST(SciCarets, CtrlClick_AddsOne_AndEscapeReturnsToOne) {
   CaretsForm form;
   RunEditor(form, [&] {
@@ -273,6 +277,22 @@ TEST(SciCarets, OccurrencesThatTouch_AreAllSelected) {
   });
 }
 
+TEST(SciCarets, AColumnOfLettersOfAllWidths_IsReplacedByAPaste) {
+  CaretsForm form;
+  RunEditor(form, [&] {
+    form.Fill("iiW@Wi\nWiiWi\nxxxxx");
+    form.Press(Qt::Key_Right, Qt::AltModifier | Qt::ShiftModifier);
+    form.Press(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+    form.Press(Qt::Key_Down, Qt::AltModifier | Qt::ShiftModifier);
+    std::string wanted = form.ShownAll();
+    for (size_t at = wanted.find('^'); at != wanted.npos; at = wanted.find('^', at))
+      wanted.replace(at, wanted.find('@', at) + 1 - at, "+");
+    SetClipboard("+");
+    form.Press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(form.editor.GetText(), wanted);
+  });
+}
+
 TEST(SciCarets, EnterInAColumn_LeavesIt) {
   CaretsForm form;
   RunEditor(form, [&] {
@@ -325,10 +345,6 @@ TEST(SciCarets, AtTheEdgesOfTheText_TheCaretStays) {
       "a@b\nc@d", [](CaretsForm& form) { form.Press(Qt::Key_Up); }, "a@b\ncd");
   Check(
       "a@b\nc@d", [](CaretsForm& form) { form.Press(Qt::Key_Down); }, "ab\nc@d");
-}
-
-void SetClipboard(const char* text) {
-  QGuiApplication::clipboard()->setText(QString::fromUtf8(text));
 }
 
 TEST(SciCarets, Paste_GivesEachALineIfTheCountsMatch_ElseTheWholeText) {
@@ -396,7 +412,7 @@ TEST(SciCarets, AltDrag_SelectsAColumn_AndLettersGoIntoAllItsRows) {
     form.editor.applyOptions();
     form.Fill("abcd\nefgh\nij\nklmn");
     form.Drag(1, 16, Qt::AltModifier);
-    EXPECT_EQ(form.editor.Send(SCI_SELECTIONISRECTANGLE), 1);
+    EXPECT_EQ(form.editor.Send(SCI_GETSELECTIONMODE), SC_SEL_RECTANGLE);
     form.Type("x");
     EXPECT_EQ(form.editor.GetText(), "axd\nexh\nix\nkxn");
     form.Type("y");
