@@ -243,6 +243,13 @@ TEST_F(GdbStreamTest, Stop_NamesItsThread) {
             "stopped by signal SIGINT (Interrupt) in thread 3 \"a hit b\"\n");
 }
 
+TEST_F(GdbStreamTest, AProgramThatWasKilled_HasEndedInAnyCase) {
+  EXPECT_EQ(Feed("^signalled\nProgram terminated with signal SIGKILL, Killed.\n^stopped\n"),
+            "output Program terminated with signal SIGKILL, Killed.\nended by SIGKILL (Killed)\n");
+  EXPECT_EQ(Feed("^starting\n^signalled\n^stopped\n"), "running\nended by a signal ()\n");
+  EXPECT_TRUE(stream.paused);
+}
+
 // --- Bounds
 
 TEST_F(GdbStreamTest, AValueOfTenMegabytes_IsCutWithAMark) {
