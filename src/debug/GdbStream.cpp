@@ -265,7 +265,9 @@ void GdbStream::End(const GdbEnd& end) {
 
 void GdbStream::Stopped() {
   paused = true;
-  running = killed = false;
+  running = false;
+  // The signal's text has not come, or was none.
+  if (std::exchange(killed, false)) End({0, "a signal", {}});
   const GdbStop report = std::exchange(stop, {});
   if (!ended) Report([report](GdbListener& to) { to.OnStopped(report); });
 }

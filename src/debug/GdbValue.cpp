@@ -11,9 +11,13 @@ constexpr std::string_view cCut = "...";
 // The longest part of a text of at most `most` bytes that cuts no UTF-8 character.
 std::string_view HeadOf(std::string_view text, size_t most) {
   if (text.size() <= most) return text;
+  constexpr size_t cLongestCharacter = 4;
+  const auto isMiddle = [text](size_t at) {
+    return (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80;
+  };
   size_t end = most;
-  while (end > 0 && most - end < 4 && (static_cast<unsigned char>(text[end]) & 0xC0) == 0x80) --end;
-  return text.substr(0, end);
+  while (end > 0 && most - end < cLongestCharacter && isMiddle(end)) --end;
+  return text.substr(0, isMiddle(end) ? most : end);
 }
 
 }  // namespace
@@ -50,7 +54,7 @@ std::string TidyValue(std::string value) {
     if (quote == std::string::npos) break;
     const size_t equals = value.rfind('=', start);
     size_t from = equals == std::string::npos ? 0 : equals;
-    if (value.front() != '{') ++from;
+    if (equals != std::string::npos && value.front() != '{') ++from;
     if (from > quote) continue;
     value.erase(from, quote - from);
     at = start = brace = from;

@@ -16,6 +16,7 @@ using testing::Optional;
 TEST(GdbPlaceText, PlainNamesAreNotQuoted) {
   EXPECT_EQ(GdbPlaceText("src/a.cpp", 12), "src/a.cpp:12");
   EXPECT_EQ(GdbPlaceText("/p/a-b_c~1+2.cpp", 1), "/p/a-b_c~1+2.cpp:1");
+  EXPECT_EQ(GdbPlaceText("../_a.cpp", 1), "../_a.cpp:1");
   EXPECT_EQ(GdbPlaceText("a\\b.cpp", 1), "a\\b.cpp:1");
   EXPECT_EQ(GdbPlaceText("gr\u00FC\u00DFe.cpp", 1), "gr\u00FC\u00DFe.cpp:1");
 }

@@ -19,6 +19,9 @@ TEST(GdbSource, FileMayContainColonsAndBlanks) {
 TEST(GdbSource, WithoutItsTail_EndsAtTheFirstColonAfterADrive) {
   EXPECT_EQ(Source("source C:/p/a.c:12:34"), "C:/p/a.c|12");
   EXPECT_EQ(Source("source /p/a.c:12:"), "/p/a.c|12");
+  EXPECT_EQ(Source("source ab:12:34"), "ab|12");
+  EXPECT_EQ(Source("source /p/a:3:b.c:12:z:beg:0x1"), "/p/a|3");
+  EXPECT_EQ(Source("source /p/a:3:b.c:12::beg:0x1"), "/p/a|3");
   EXPECT_EQ(Source("source /p/a.c:12"), "");
   EXPECT_EQ(Source("source /p/a.c:x:34:beg:0x1"), "");
   EXPECT_EQ(Source("source "), "");
@@ -40,6 +43,7 @@ TEST(GdbBreakReply, Forms) {
   EXPECT_EQ(Breakpoint("Temporary breakpoint 2 at 0x1: file a.c, line 3."), "2 temporary 1 a.c|3");
   EXPECT_EQ(Breakpoint("Breakpoint 1 at 0x1: twice. (12 locations)"), "1 12 |0");
   EXPECT_EQ(Breakpoint("Breakpoint 1 at 0x1"), "1 1 |0");
+  EXPECT_EQ(Breakpoint("Breakpoint 1 at 0x1, line 3: file a.c"), "1 1 |0");
   EXPECT_EQ(Breakpoint("Breakpoint 1 (nowhere.c:3) pending."), "1 pending 1 |0");
 }
 

@@ -153,6 +153,13 @@ TEST_F(GdbStreamTest, AnExpressionMayContainBlanksAndEqualsSigns) {
   EXPECT_EQ(Feed("1: a = {b = 3}\n^x\n"), "display 1 a is {b = 3}\n");
 }
 
+TEST_F(GdbStreamTest, AnExpressionHasALimit) {
+  const std::string most(4096, 'a');
+  events.watched = {most, most + "a"};
+  EXPECT_EQ(Feed("1: " + most + " = 5\n^x\n"), "display 1 " + most + " is 5\n");
+  EXPECT_EQ(Feed("1: " + most + "a = 5\n^x\n"), "output 1: " + most + "a = 5\n");
+}
+
 TEST_F(GdbStreamTest, WhatFinishReturns_IsNoPartOfTheLastDisplay) {
   events.watched = {"a"};
   EXPECT_EQ(Feed("1: a = 1\nValue returned is $3 = 5\n"),
@@ -200,6 +207,8 @@ TEST_F(GdbStreamTest, AFrameOf200CharactersCutByGdb_IsOneRow) {
 
 TEST_F(GdbStreamTest, AFrameCutInAWord_IsJoined) {
   EXPECT_EQ(Feed("#0  f (a=0x7ff\nfe10) at a.c:7\n"), "frame 0 #0  f (a=0x7fffe10) at a.c:7\n");
+  EXPECT_EQ(Feed("#0  f (a=0x7ff\nf1) at a.c:7\n"), "frame 0 #0  f (a=0x7fff1) at a.c:7\n");
+  EXPECT_EQ(Feed("#0  f (a=\n#x) at a.c:7\n"), "frame 0 #0  f (a=#x) at a.c:7\n");
 }
 
 TEST_F(GdbStreamTest, AFrameWithoutASource_DoesntSwallowTheNext) {
@@ -243,6 +252,13 @@ TEST_F(GdbStreamTest, Stop_NamesItsThread) {
             "stopped by signal SIGINT (Interrupt) in thread 3 \"a hit b\"\n");
 }
 
+TEST_F(GdbStreamTest, AProgramThatWasKilled_HasEndedInAnyCase) {
+  EXPECT_EQ(Feed("^signalled\nProgram terminated with signal SIGKILL, Killed.\n^stopped\n"),
+            "output Program terminated with signal SIGKILL, Killed.\nended by SIGKILL (Killed)\n");
+  EXPECT_EQ(Feed("^starting\n^signalled\n^stopped\n"), "running\nended by a signal ()\n");
+  EXPECT_TRUE(stream.paused);
+}
+
 // --- Bounds
 
 TEST_F(GdbStreamTest, AValueOfTenMegabytes_IsCutWithAMark) {
@@ -269,7 +285,8 @@ TEST_F(GdbStreamTest, AColumn_TakesNoLineAfter255Characters) {
 }
 
 TEST_F(GdbStreamTest, ALongLine_IsCutTheSameInAnyPieces) {
-  const std::string line = std::string(cLongestLine, 'x') + "y\n";
+  const std::string line =
+      std::string(cLongestLine, 'x') + "y" + std::string(cLongestLine, 'z') + "\n";
   const std::string whole = Feed(line);
   EXPECT_EQ(whole, "output " + std::string(cLongestLine, 'x') + "\n");
   for (size_t at = 0; at < line.size(); at += 4099)

@@ -15,6 +15,14 @@ TEST(GdbValueText, JoinsItsLines) {
   EXPECT_EQ(value.Take().column, "5");
 }
 
+TEST(GdbValueText, BeginForgetsWhatWasNotTaken) {
+  ValueText value;
+  value.Begin("1");
+  value.Begin("2");
+  const GdbValue taken = value.Take();
+  EXPECT_EQ(taken.text + taken.column, "22");
+}
+
 TEST(AppendBounded, LimitAndOneMore) {
   std::string text = "ab";
   AppendBounded(text, "cd", 4);
@@ -31,7 +39,10 @@ TEST(AppendBounded, CutsNoCharacter) {
   EXPECT_EQ(text, "abc  ...");
   std::string bytes;
   AppendBounded(bytes, "\x80\x80\x80\x80\x80\x80\x80\x80", 6);
-  EXPECT_EQ(bytes.size(), 9u);
+  EXPECT_EQ(bytes, "\x80\x80\x80\x80\x80\x80...");
+  std::string few;
+  AppendBounded(few, "\x80\x80\x80", 2);
+  EXPECT_EQ(few, "\x80\x80...");
 }
 
 TEST(TidyValue, AStringReadsAsItsText) {
@@ -47,6 +58,11 @@ TEST(TidyValue, AStringInAStructure) {
             "{x = 1, name \"text\"  , y = {2}}");
   EXPECT_EQ(TidyValue("S = {name = {_M_dataplus = {_M_p = 0x55 \"text\"}}}"),
             "S = {name =\"text\"  }");
+}
+
+TEST(TidyValue, NeedsSixCharactersAfterTheMembersPrefix) {
+  EXPECT_EQ(TidyValue("_M_p \"x\""), "_M_p \"x\"");
+  EXPECT_EQ(TidyValue("_M_p \"xy\""), "\"xy\"");
 }
 
 TEST(TidyValue, OtherValuesStayAsTheyAre) {
