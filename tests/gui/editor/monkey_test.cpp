@@ -478,7 +478,7 @@ TEST_F(IdeMonkey, NoByteChanges_ButByWhatIsTyped) {
       while (monkey.keys < share)
         if (!monkey.Press()) break;
       monkey.CheckUndo(text);
-      ASSERT_TRUE(editor.Save().Ok());
+      ASSERT_TRUE(editor.Save(CppEditor::SavedBy::cUser).Ok());
       EXPECT_TRUE(ide.files.Read(name) == editor.GetText()) << name;
       if (HasFailure()) return;
       Tabs().CloseTab(Tabs().TabCount() - 1, EditTabs::Unsaved::cDrop);
