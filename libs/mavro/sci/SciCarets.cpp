@@ -11,7 +11,7 @@
 
 namespace mavro {
 
-SciEditor::Impl::CaretList SciEditor::Impl::Carets() const {
+CaretList SciEditor::Impl::Carets() const {
   CaretList list;
   const auto count = Send(SCI_GETSELECTIONS);
   list.carets.reserve(static_cast<size_t>(count));
@@ -28,7 +28,7 @@ SciEditor::Impl::CaretList SciEditor::Impl::Carets() const {
 }
 
 // Carets at one place are one, as are selections that overlap: the component would type into both.
-SciEditor::Impl::CaretList SciEditor::Impl::Merged(const CaretList& list) {
+CaretList SciEditor::Impl::Merged(const CaretList& list) {
   std::vector<size_t> order(list.carets.size());
   std::iota(order.begin(), order.end(), size_t{0});
   std::stable_sort(order.begin(), order.end(), [&](size_t a, size_t b) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <algorithm>
 #include <functional>
 #include <string>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "NativeSci.h"
 #include "OccurrenceRules.h"
 #include "PairRules.h"
+#include "SciCaret.h"
 #include "SciEditor.h"
 #include "SciText.h"
 #include "StylePalette.h"
@@ -106,23 +106,12 @@ class SciEditor::Impl : public SysImpl, public SciText {
   AutoPairs pairs;
 
   // Group: several carets (SciCarets.cpp).
-  struct Caret {
-    int anchor = 0;
-    int position = 0;
-    int Start() const { return std::min(anchor, position); }
-    int End() const { return std::max(anchor, position); }
-  };
   bool HasSeveral() const { return Send(SCI_GETSELECTIONS) > 1; }
   // A column may be so thin that it is only a caret in each of its rows.
   bool HasColumn() const {
     const Param mode = Send(SCI_GETSELECTIONMODE);
     return mode == SC_SEL_RECTANGLE || mode == SC_SEL_THIN;
   }
-  // All carets in the order of the text. The main one has this place among them.
-  struct CaretList {
-    std::vector<Caret> carets;
-    size_t main = 0;
-  };
   CaretList Carets() const;
   static CaretList Merged(const CaretList& list);
   void SetCarets(const CaretList& list);
