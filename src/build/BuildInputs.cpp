@@ -33,9 +33,10 @@ std::string FindLibrary(const std::vector<std::string>& folders, const std::stri
 
 // The name under which the build knows a file that a compiler has read, so that its time is asked
 // once; empty for a file that isn't watched.
-std::string WatchedName(const Project& project, const std::string& path) {
+std::string WatchedName(const Project& project, const std::string& path, bool watchesAll) {
   const std::string full = TidyPath(project.GetFullPath(path));
   if (const ProjectFile* file = project.FindFile(full)) return file->name;
+  if (watchesAll) return path;
   const std::string relative = project.MakeRelative(full);
   return IsAbsolutePath(relative) || relative.starts_with("../") ? "" : path;
 }
@@ -64,14 +65,14 @@ std::string ReadFilesPath(const std::string& outDirName, int slot) {
   return outDirName.empty() ? name : outDirName + "/" + name;
 }
 
-std::string AskForReadFiles(const std::string& path) {
+std::string AskForReadFiles(const std::string& path, bool watchesAll) {
   unlink(path.c_str());
-  return "DEPENDENCIES_OUTPUT=" + path + " read";
+  return (watchesAll ? "SUNPRO_DEPENDENCIES=" : "DEPENDENCIES_OUTPUT=") + path + " read";
 }
 
-std::string AskForReadFilesBySwitches(const std::string& path) {
+std::string AskForReadFilesBySwitches(const std::string& path, bool watchesAll) {
   unlink(path.c_str());
-  return " -MMD -MF " + mavro::QuoteArgument(path) + " -MT read";
+  return (watchesAll ? " -MD -MF " : " -MMD -MF ") + mavro::QuoteArgument(path) + " -MT read";
 }
 
 std::vector<InputFile> ExistingInputs(FileTimes& times, const std::vector<std::string>& paths) {
@@ -115,16 +116,18 @@ std::vector<std::string> ResourceInputs(const std::string& script) {
 }
 
 std::vector<InputFile> TakeReadFiles(FileTimes& times, const Project& project,
-                                     const std::string& path, FileTimes::Time start) {
+                                     const std::string& path, FileTimes::Time start,
+                                     bool watchesAll) {
   const std::string rule = mavro::ReadFileText(path).text;
   unlink(path.c_str());
   std::vector<InputFile> inputs;
   for (const std::string& read : ReadMakeRule(rule)) {
-    const std::string name = WatchedName(project, read);
+    const std::string name = WatchedName(project, read, watchesAll);
     if (name.empty()) continue;
     if (const auto time = times.Of(name))
       inputs.push_back({name, *time > start ? InputFile::cUnknownTime : *time});
   }
+  if (watchesAll) inputs.push_back(cAllReadFiles);
   return inputs;
 }
 

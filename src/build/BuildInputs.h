@@ -20,10 +20,10 @@ constexpr char cReadFilesName[] = ".zendry-read";
 std::string ReadFilesPath(const std::string& outDirName, int slot);
 // Removes such a file, because compilers append to it, and returns the entry of the environment
 // that asks for a new one.
-std::string AskForReadFiles(const std::string& path);
+std::string AskForReadFiles(const std::string& path, bool watchesAll);
 // The same by switches, each with a blank before it: launchers that keep objects don't work with
 // the environment.
-std::string AskForReadFilesBySwitches(const std::string& path);
+std::string AskForReadFilesBySwitches(const std::string& path, bool watchesAll);
 
 // The files of `paths` that can be read.
 std::vector<InputFile> ExistingInputs(FileTimes& times, const std::vector<std::string>& paths);
@@ -36,10 +36,11 @@ std::vector<std::string> LinkInputs(const std::string& line, const std::string& 
 std::vector<std::string> ResourceInputs(const std::string& script);
 
 // The files that a compiler has read since `start`, out of the file that it wrote, which is
-// removed: those of the project and those below its folder. A file with a time after `start` gets
-// the unknown time: nobody knows which of its texts was read.
+// removed: those of the project and those below its folder, or all of them and cAllReadFiles. A
+// file with a time after `start` gets the unknown time: nobody knows which of its texts was read.
 std::vector<InputFile> TakeReadFiles(FileTimes& times, const Project& project,
-                                     const std::string& path, FileTimes::Time start);
+                                     const std::string& path, FileTimes::Time start,
+                                     bool watchesAll);
 
 // Not before the time that a file written until now has.
 FileTimes::Time TimeOfNow();

@@ -208,6 +208,13 @@ const ProductRecord* BuildRecords::Find(const std::string& product) const {
   return found == journal.records.end() ? nullptr : &found->second;
 }
 
+bool BuildRecords::HasAllReadFiles(const std::string& product) const {
+  const ProductRecord* record = Find(product);
+  return record && std::ranges::any_of(record->inputs, [this](uint32_t input) {
+           return journal.inputs[input] == cAllReadFiles;
+         });
+}
+
 void BuildRecords::Drop(const std::string& product) {
   journal.records.erase(product);
   Append(Line('-', product));

@@ -24,6 +24,10 @@ struct InputFile {
   bool operator==(const InputFile&) const = default;
 };
 
+// Stands among the inputs of a product for which all files that were read are noted, those outside
+// of the project's folder too.
+inline const InputFile cAllReadFiles = {"*", InputFile::cNotRead};
+
 // How a product was made. The inputs are numbers in the journal's list: many products have the
 // same.
 struct ProductRecord {
@@ -61,6 +65,8 @@ class BuildRecords {
   // Reads the records of a folder, given as a path from the current folder. Rewrites the file if
   // most of it is out of date or its end is cut.
   void Open(const std::string& folder);
+  // True if all files that made the product are among its inputs.
+  bool HasAllReadFiles(const std::string& product) const;
   // Null if nothing is known about the product.
   const ProductRecord* Find(const std::string& product) const;
   // Write to the disk at once; what can't be written is only known until the next Open, which makes

@@ -274,7 +274,8 @@ void Builder::PutLauncherBefore(ToolStep& step) const {
   step.launcher = launcherState.name;
   step.recordedLine = step.line;
   step.readFilesPath = step.product + ".read";
-  step.lineWithoutLauncher = step.line + AskForReadFilesBySwitches(step.readFilesPath);
+  step.lineWithoutLauncher =
+      step.line + AskForReadFilesBySwitches(step.readFilesPath, theBuildSettings.watchAllHeaders);
   step.line = mavro::QuoteArgument(step.launcher) + " " + step.lineWithoutLauncher;
   step.mayBeLostElsewhere = IsDistributing(step.launcher);
 }
@@ -484,13 +485,20 @@ void Builder::DeleteOutputs(std::string_view extension) {
   if (error) Refuse(project->outputFolder, "it can't be read: " + error.message());
 }
 
+Staleness Builder::CheckRecord(const std::string& object, const std::string& line) {
+  const Staleness staleness = records.Check(times, object, line);
+  if (staleness.stale || !theBuildSettings.watchAllHeaders || records.HasAllReadFiles(object))
+    return staleness;
+  return {true, "not all files that " + object + " was made of are known"};
+}
+
 // A missing source without an object is refused: no rule makes it stale, and the link would fail
 // because the object is missing or, worse, leave the old program.
 Builder::Judgement Builder::Judge(const ProjectFile& file, const std::string& object,
                                   const std::string& line, Scope scope) {
   Staleness staleness = scope == Scope::cAll ? cForced : Check().NeedsCompile(file, object);
   const bool isGone = !times.Of(file.name);
-  if (!staleness.stale && !isGone && IsSource(file)) staleness = records.Check(times, object, line);
+  if (!staleness.stale && !isGone && IsSource(file)) staleness = CheckRecord(object, line);
   if (!staleness.stale && !(isGone && !times.Of(object))) return {Verdict::cUpToDate};
   if (!IsSource(file)) return {Verdict::cUnsupported};
   if (isGone) return {Verdict::cRefused};

@@ -142,6 +142,7 @@ class Builder : private StepWatcher {
   };
   Judgement Judge(const ProjectFile& file, const std::string& object, const std::string& line,
                   Scope scope);
+  Staleness CheckRecord(const std::string& object, const std::string& line);
   Judgement JudgeCompile(const ProjectFile& file, Scope scope);
   // For a file that is built alone: reports a verdict that says no. The answer is then the build's.
   std::optional<bool> Refusal(const ProjectFile& file, const Judgement& judgement);

@@ -74,9 +74,10 @@ bool Builder::BeginStep(ToolStep step) {
   std::vector<std::string> environment = ToolEnvironment(std::getenv("LC_ALL"));
   if (!step.refusal) {
     if (step.asksForReadFiles)
-      environment.push_back(step.readFilesPath.empty()
-                                ? AskForReadFiles(ReadFilesPath(outDirName, slot))
-                                : "DEPENDENCIES_OUTPUT");
+      environment.push_back(
+          step.readFilesPath.empty()
+              ? AskForReadFiles(ReadFilesPath(outDirName, slot), theBuildSettings.watchAllHeaders)
+              : "DEPENDENCIES_OUTPUT");
     environment.push_back(running.Mark());
     records.Drop(step.product);
   }
@@ -161,7 +162,8 @@ void Builder::EndStep(const ToolStep& step, const StepEnd& end, int slot) {
 std::vector<InputFile> Builder::ReadFilesOf(const ToolStep& step, int slot) {
   const std::string path =
       step.readFilesPath.empty() ? ReadFilesPath(outDirName, slot) : step.readFilesPath;
-  return TakeReadFiles(times, *project, path, startTimes[static_cast<size_t>(slot)]);
+  return TakeReadFiles(times, *project, path, startTimes[static_cast<size_t>(slot)],
+                       theBuildSettings.watchAllHeaders);
 }
 
 // A tool that failed may leave a file that is cut off and newer than its sources: the next build

@@ -9,6 +9,7 @@ namespace zendry {
 namespace {
 
 constexpr char cJobsKey[] = "jobs";
+constexpr char cAllHeadersKey[] = "all-headers";
 
 std::string LauncherKey(size_t set) {
   return "launcher" + std::to_string(set);
@@ -30,6 +31,7 @@ std::optional<int> ReadJobs(std::string_view text) {
 BuildSettings ReadBuildSettings(const std::function<std::string(const std::string& key)>& value) {
   BuildSettings settings;
   settings.jobs = ReadJobs(value(cJobsKey)).value_or(0);
+  settings.watchAllHeaders = value(cAllHeadersKey) == "1";
   for (size_t set = 0; set < settings.launchers.size(); ++set)
     settings.launchers[set] = value(LauncherKey(set));
   return settings;
@@ -37,6 +39,7 @@ BuildSettings ReadBuildSettings(const std::function<std::string(const std::strin
 
 std::map<std::string, std::string> BuildSettingValues(const BuildSettings& settings) {
   std::map<std::string, std::string> values;
+  values[cAllHeadersKey] = settings.watchAllHeaders ? "1" : "";
   values[cJobsKey] = settings.jobs > 0 ? std::to_string(settings.jobs) : "";
   for (size_t set = 0; set < settings.launchers.size(); ++set)
     values[LauncherKey(set)] = settings.launchers[set];

@@ -12,8 +12,8 @@
 
 namespace zendry {
 
-// The user's settings for builds, from "zendry.ini": `jobs`, and `launcher0` to `launcher2` for the
-// compiler sets of these numbers.
+// The user's settings for builds, from "zendry.ini": `jobs`, `all-headers`, and `launcher0` to
+// `launcher2` for the compiler sets of these numbers.
 struct BuildSettings {
   // The launcher's name of a user who wants none, though the installation has one.
   static constexpr char cNoLauncher[] = "none";
@@ -21,6 +21,7 @@ struct BuildSettings {
   static constexpr int cMostJobs = 256;
 
   int jobs = 0;  // compilers that run at once; 0: as many as the machine has processors
+  bool watchAllHeaders = false;  // those outside of the project's folder too
   // Programs put before the compilers; empty: as "Zendry.cfg" says.
   std::array<std::string, std::tuple_size_v<decltype(IdeConfig::toolSets)>> launchers;
 

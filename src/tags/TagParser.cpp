@@ -202,7 +202,7 @@ void TagParser::StoreItem(const TagFacts& facts) {
   item.kind = facts.kind;
   item.name = facts.name;
   item.signature = facts.signature;
-  item.type = facts.typeRef.empty() ? facts.blockType : facts.typeRef;
+  item.type = facts.blockType.empty() ? facts.typeRef : facts.blockType;
   if (isMember && facts.access.size() > cAccessLetter) item.access = facts.access[cAccessLetter];
 }
 

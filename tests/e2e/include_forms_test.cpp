@@ -3,6 +3,7 @@
 
 #include "TestBuild.h"
 #include "ZendryMakeRun.h"
+#include "config/BuildSettings.h"
 
 // Every way to write an include: a change of what is included makes its source stale. The compiler
 // itself says what it has read.
@@ -89,6 +90,38 @@ TEST_F(IncludeForms, ChangeOfWhatIsIncluded_IsNeverMissed) {
   WriteValues(2);
   ASSERT_TRUE(build.builder.Build(Builder::Scope::cStale)) << build.shell.output;
   EXPECT_EQ(Run(), std::to_string(2 * number));
+}
+
+// Headers outside of the project's folder are watched by those who ask for it.
+TEST_F(IncludeForms, HeaderOfAnotherFolder_IsWatchedIfAllAre) {
+  const test::TempFolder elsewhere;
+  elsewhere.Write("far.h", "#define VALUE 1\n");
+  for (auto& set : theIdeConfig.toolSets) set.folder = "";
+  build.project.current->comp = "-w -I" + elsewhere.Path();
+  build.Add("main.c",
+            "#include <stdio.h>\n#include <far.h>\n"
+            "int main(void) { printf(\"%d\", VALUE); return 0; }\n");
+  const auto compiled = [this] {
+    build.shell.output.clear();
+    EXPECT_TRUE(build.builder.Build(Builder::Scope::cStale)) << build.shell.output;
+    return build.shell.output.find("Compiling") != std::string::npos;
+  };
+  EXPECT_TRUE(compiled());
+  elsewhere.Write("far.h", "#define VALUE 22\n");
+  EXPECT_FALSE(compiled());
+
+  theBuildSettings.watchAllHeaders = true;
+  EXPECT_TRUE(compiled());
+  EXPECT_EQ(Run(), "22");
+  EXPECT_FALSE(compiled());
+  elsewhere.Write("far.h", "#define VALUE 333\n");
+  EXPECT_TRUE(compiled());
+  EXPECT_EQ(Run(), "333");
+  const std::string records = build.files.Read("out-rel/.zendry-build");
+  EXPECT_NE(records.find("/stdio.h\n"), std::string::npos);
+
+  theBuildSettings = {};
+  EXPECT_FALSE(compiled());
 }
 
 }  // namespace

@@ -41,11 +41,13 @@ TEST_F(KeptBuildSettings, WrittenOnes_AreReadAgain) {
   session.Load();
   theBuildSettings.jobs = 5;
   theBuildSettings.launchers[1] = "ccache";
+  theBuildSettings.watchAllHeaders = true;
   session.Save({});
   theBuildSettings = {};
   IdeSession next;
   next.Load();
   EXPECT_EQ(theBuildSettings.jobs, 5);
+  EXPECT_TRUE(theBuildSettings.watchAllHeaders);
   EXPECT_EQ(theBuildSettings.launchers[0], "");
   EXPECT_EQ(theBuildSettings.launchers[1], "ccache");
 }
