@@ -79,6 +79,7 @@ void SciList::Dress(std::function<ListNote(const std::string&)> theNoteOf) {
   if (!open) return;
   if (open != list) {
     list = open;
+    window = static_cast<QObject*>(open);
     list->setItemDelegate(new Rows(*this, list));
     list->installEventFilter(this);
     QObject::connect(list, &QListWidget::currentRowChanged, this, [this] { ShowLongNote(); });
@@ -165,7 +166,7 @@ bool SciList::eventFilter(QObject* watched, QEvent* event) {
   }
   if (event->type() == QEvent::MouseButtonRelease && list && watched == list->viewport())
     if (TakeAt(static_cast<QMouseEvent*>(event)->position().toPoint())) return true;
-  if (event->type() == QEvent::Hide && watched == list && beside) beside->hide();
+  if (event->type() == QEvent::Hide && watched == window && beside) beside->hide();
   return QObject::eventFilter(watched, event);
 }
 

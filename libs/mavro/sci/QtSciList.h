@@ -46,6 +46,7 @@ class SciList final : public QObject {
   const std::function<void()> take;
   std::function<ListNote(const std::string&)> noteOf;
   QPointer<QListWidget> list;
+  const void* window = nullptr;  // the same; only compared, also while it is being destroyed
   QPointer<QLabel> beside;
   const void* pressed = nullptr;  // the row; only compared
   QPoint clickPlace;

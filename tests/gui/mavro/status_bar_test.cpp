@@ -62,6 +62,7 @@ int DoneColumns(QLabel* pane) {
 
 TEST(StatusBar, Bar_IsAsLongAsThePartThatIsDone) {
   BarForm form;
+  form.SetBounds(0, 0, 900, 100);  // a narrow pane has no bar
   form.bar.SetPaneBar(0, 50);
   test::RunForm(form, false, [&] {
     QLabel* pane = form.Panes()[0];
