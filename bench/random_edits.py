@@ -346,7 +346,7 @@ def run(name, source, sources, switches, libraries, make, edits, seed):
             sys.exit(f'{name} is not built: {found} {build(make, package.folder)[1]}')
         log = []
         while True:
-            os.path.exists(f'{top}/good') and shutil.rmtree(f'{top}/good')
+            shutil.rmtree(f'{top}/good', ignore_errors=True)
             os.rename(f'{top}/clean', f'{top}/good')
             good = copy.deepcopy({key: value for key, value in vars(package).items() if key not in ('folder', 'counter')})
             is_built = False

@@ -5,6 +5,7 @@
 #include "Keys.h"
 #include "OccurrenceRules.h"
 #include "SciImpl.h"
+#include "UndoStep.h"
 
 // Several carets. The component types letters, deletes and moves sideways at each of them by
 // itself; here is what it does at one caret only.
@@ -123,14 +124,13 @@ bool SciEditor::Impl::TakeKeyAtEach(const SciKey& key) {
   const bool deletes =
       key.key == Key::cDelete && !key.isShifted && Send(SCI_GETSELECTIONEMPTY) != 0;
   if ((key.key != Key::cEnter && !deletes) || Send(SCI_GETREADONLY)) return false;
-  Send(SCI_BEGINUNDOACTION);
+  const UndoStep step(Editor());
   ForEachCaret([this, deletes] {
     if (deletes)
       Send(SCI_CLEAR);
     else
       TypeAtCaret(LineEndBytes());
   });
-  Send(SCI_ENDUNDOACTION);
   return true;
 }
 
@@ -305,14 +305,13 @@ std::string SciEditor::Impl::PastedAtEach(std::string pasted) {
   const std::vector<std::string> lines = LinesFor(pasted, list.carets.size());
   if (lines.empty() || HasColumn() || Send(SCI_GETREADONLY)) return pasted;
   size_t at = 0;
-  Send(SCI_BEGINUNDOACTION);
+  const UndoStep step(Editor());
   ForEachCaret([&] {
     const std::string shown = FoldNew(lines[at++]);
     Send(SCI_TARGETFROMSELECTION);
     SendText(SCI_REPLACETARGET, static_cast<Param>(shown.size()), shown.data());
     Send(SCI_SETEMPTYSELECTION, Send(SCI_GETTARGETEND));
   });
-  Send(SCI_ENDUNDOACTION);
   return {};
 }
 

@@ -2,6 +2,7 @@
 
 #include "Keys.h"
 #include "SciImpl.h"
+#include "UndoStep.h"
 
 // Brackets and quotes in pairs: keys that write, leave, remove or open a pair.
 
@@ -56,7 +57,7 @@ bool SciEditor::Impl::StepOver(char typed) {
                         !IsEscaped(*this, caret, typed);
   const int below = isBefore ? -1 : BlockEndBelow(typed);
   if (!isBefore && below < 0) return false;
-  Send(SCI_BEGINUNDOACTION);
+  const UndoStep step(Editor());
   if (isBefore) {
     pairs.Remove(caret);
     Send(SCI_CHARRIGHT);
@@ -64,7 +65,6 @@ bool SciEditor::Impl::StepOver(char typed) {
     LeaveBlock(below);
   }
   CharacterAdded(typed);
-  Send(SCI_ENDUNDOACTION);
   return true;
 }
 
@@ -100,10 +100,11 @@ bool SciEditor::Impl::Surround(char typed) {
   if (partner == '\0' || typed == '<') return false;
   const auto [start, end] = Editor().Selection();
   const bool isBackwards = Editor().CaretPosition() == start;
-  Send(SCI_BEGINUNDOACTION);
-  Replace(end, end, {&partner, 1});
-  Replace(start, start, {&typed, 1});
-  Send(SCI_ENDUNDOACTION);
+  {
+    const UndoStep step(Editor());
+    Replace(end, end, {&partner, 1});
+    Replace(start, start, {&typed, 1});
+  }
   Editor().Select(isBackwards ? end + 1 : start + 1, isBackwards ? start + 1 : end + 1);
   Editor().onTextChanged();
   return true;
@@ -112,10 +113,9 @@ bool SciEditor::Impl::Surround(char typed) {
 bool SciEditor::Impl::DeletePair() {
   const int caret = Editor().CaretPosition();
   if (caret == 0 || pairs.OpeningOf(caret) != caret - 1) return false;
-  Send(SCI_BEGINUNDOACTION);
+  const UndoStep step(Editor());
   Replace(caret, caret + 1, "");
   Send(SCI_DELETEBACK);
-  Send(SCI_ENDUNDOACTION);
   return true;
 }
 
@@ -125,13 +125,12 @@ bool SciEditor::Impl::OpenBlock() {
   const int opening = pairs.OpeningOf(caret);
   if (opening < 0 || opening != caret - 1 || Range(caret, caret + 1) != "}") return false;
   if (Send(SCI_AUTOCACTIVE)) return false;
-  Send(SCI_BEGINUNDOACTION);
+  const UndoStep step(Editor());
   Replace(caret, caret, LineEndBytes());
   Send(SCI_SETEMPTYSELECTION, caret);
   Send(SCI_NEWLINE);
   const int line = LineOf(Editor().CaretPosition()) + 1;
   if (!Editor().onIndentLine(line)) Editor().SetIndentation(line, Indentation(LineOf(opening)));
-  Send(SCI_ENDUNDOACTION);
   return true;
 }
 
