@@ -3,8 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "TipProject.h"
-#include "code/Completion.h"
+#include "ParsedProject.h"
 
 // Call tips, from the text through the tag parser to what is shown.
 
@@ -24,9 +23,8 @@ class CallTips : public ::testing::Test {
                 "static int helper(int far) { return far; }\nint join(int a) { return a; }\n");
   }
   std::optional<CallTip> At(const std::string& withCaret) {
-    const test::CodeText editor(withCaret);
-    project.edited = &editor;
-    return completion.callTipAt(editor);
+    const test::CodeText editor = project.Edit("main.cpp", withCaret);
+    return project.completion.callTipAt(editor);
   }
   std::optional<CallTip> InFunction(const std::string& body) {
     return At("#include \"slice.h\"\nint main(int argc, char** argv) {\n  " + body);
@@ -50,8 +48,7 @@ class CallTips : public ::testing::Test {
     for (const auto& [body, tip] : rows) EXPECT_EQ(Print(InFunction(body)), tip) << body;
   }
 
-  test::TipProject project;
-  Completion completion{project};
+  test::ParsedProject project;
 
  private:
   static constexpr const char* cSlice =
