@@ -8,7 +8,6 @@
 #include <set>
 #include <utility>
 
-#include "FilePath.h"
 #include "FileText.h"
 #include "base/ParseInt.h"
 #include "base/Paths.h"
@@ -127,6 +126,11 @@ bool IsCompiled(const std::string& product) {
   return product.ends_with(".o");
 }
 
+// With its "/"; "" for the current folder.
+std::string_view FolderIn(std::string_view path) {
+  return path.substr(0, path.rfind('/') + 1);
+}
+
 bool IsSearchedFor(const InputFile& input) {
   return input.time != InputFile::cNotRead && FileKind(input.path) != cCppSource &&
          FileKind(input.path) != cCSource;
@@ -142,11 +146,10 @@ std::vector<std::string> RivalsOf(HeaderRivals& rivals, const std::string& produ
   if (!IsCompiled(product)) return found;
   std::set<uint32_t> folders;
   std::set<std::string> known;
-  for (const std::string& folder : SearchFolders(command)) folders.insert(rivals.NumberOf(folder));
+  for (const uint32_t folder : rivals.SearchedBy(command)) folders.insert(folder);
   for (const InputFile& input : inputs) {
     known.insert(rivals.Plain(input.path));
-    if (input.time != InputFile::cNotRead)
-      folders.insert(rivals.NumberOf(mavro::FolderOf(input.path)));
+    if (input.time != InputFile::cNotRead) folders.insert(rivals.NumberOf(FolderIn(input.path)));
   }
   for (const InputFile& input : inputs) {
     if (!IsSearchedFor(input)) continue;
@@ -307,10 +310,9 @@ Staleness BuildRecords::Check(FileTimes& times, const std::string& product,
 
 void BuildRecords::LookForRivals() {
   for (const auto& [product, record] : journal.records)
-    if (IsCompiled(product))
-      for (const std::string& folder : SearchFolders(record.command)) rivals.NumberOf(folder);
+    if (IsCompiled(product)) rivals.SearchedBy(record.command);
   for (const InputFile& input : journal.inputs)
-    if (input.time != InputFile::cNotRead) rivals.NumberOf(mavro::FolderOf(input.path));
+    if (input.time != InputFile::cNotRead) rivals.NumberOf(FolderIn(input.path));
   for (const InputFile& input : journal.inputs)
     hasRivals.push_back(IsSearchedFor(input) && !rivals.Of(input.path).empty());
 }

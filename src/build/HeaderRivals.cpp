@@ -2,32 +2,17 @@
 
 #include <dirent.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <memory>
 
+#include "CommandLine.h"
 #include "FilePath.h"
 #include "base/Paths.h"
+#include "base/SearchFolders.h"
 
 namespace zendry {
 
 namespace {
-
-// The argument that begins here, without its quotes.
-std::string Argument(std::string_view text) {
-  std::string argument;
-  char quote = 0;
-  for (const char c : text) {
-    if (!quote && c == ' ') break;
-    if (c == quote)
-      quote = 0;
-    else if (!quote && (c == '"' || c == '\''))
-      quote = c;
-    else
-      argument += c;
-  }
-  return argument;
-}
 
 std::unordered_set<std::string> NamesIn(const std::string& folder) {
   std::unordered_set<std::string> names;
@@ -40,34 +25,32 @@ std::unordered_set<std::string> NamesIn(const std::string& folder) {
 
 }  // namespace
 
-std::vector<std::string> SearchFolders(std::string_view command) {
-  constexpr std::string_view cSwitches[] = {"-I", "-iquote", "-isystem", "-idirafter"};
-  std::vector<std::string> folders;
-  for (size_t at = command.find(" -"); at != command.npos; at = command.find(" -", at + 1)) {
-    std::string_view rest = command.substr(at + 1);
-    const auto* found = std::ranges::find_if(
-        cSwitches, [rest](std::string_view name) { return rest.starts_with(name); });
-    if (found == std::end(cSwitches)) continue;
-    rest.remove_prefix(found->size());
-    rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
-    folders.push_back(Argument(rest));
-  }
-  return folders;
-}
-
 std::string HeaderRivals::Plain(const std::string& path) {
   if (here.empty()) here = std::filesystem::path(AbsolutePath("") + "/").lexically_normal();
-  const std::string full = (std::filesystem::path(here) / path).lexically_normal();
+  const bool isShortest = path.find("./") == path.npos && path.find("//") == path.npos;
+  const std::string full = isShortest
+                               ? (IsAbsolutePath(path) ? path : here + path)
+                               : (std::filesystem::path(here) / path).lexically_normal().string();
   return full.starts_with(here) ? full.substr(here.size()) : full;
 }
 
-uint32_t HeaderRivals::NumberOf(const std::string& folder) {
-  const auto [known, isNewSpelling] = spellings.try_emplace(folder);
-  if (!isNewSpelling) return known->second;
-  const auto [number, isNew] =
-      numbers.emplace(Plain(folder.empty() ? "" : folder + "/"), numbers.size());
+uint32_t HeaderRivals::NumberOf(std::string_view folder) {
+  if (const auto known = spellings.find(folder); known != spellings.end()) return known->second;
+  const std::string tidy = folder.empty() ? "" : Plain(std::string(folder) + "/");
+  const auto [number, isNew] = numbers.emplace(tidy, numbers.size());
   if (isNew) rivals.clear();
-  return known->second = number->second;
+  return spellings[std::string(folder)] = number->second;
+}
+
+const std::vector<uint32_t>& HeaderRivals::SearchedBy(std::string_view command) {
+  const size_t output = command.rfind(" -o ");
+  const size_t source = output == command.npos ? output : command.substr(0, output).rfind(' ');
+  const std::string_view switches = command.substr(0, source);
+  if (const auto known = searched.find(switches); known != searched.end()) return known->second;
+  std::vector<uint32_t>& folders = searched[std::string(switches)];
+  for (const std::string& folder : SearchFolders(mavro::SplitCommandLine(command)))
+    folders.push_back(NumberOf(folder));
+  return folders;
 }
 
 const std::vector<HeaderRivals::Rival>& HeaderRivals::Of(const std::string& path) {

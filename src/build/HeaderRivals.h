@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <string>
 #include <string_view>
@@ -9,10 +10,6 @@
 #include <vector>
 
 namespace zendry {
-
-// The folders that a compiler run with this command line searches for headers, as the line names
-// them: -I, -iquote, -isystem and -idirafter.
-std::vector<std::string> SearchFolders(std::string_view command);
 
 // Headers that could be read instead of others. A compiler reads the first header of a name along
 // its search folders and doesn't say where it has looked before. So a new file in one of these
@@ -30,7 +27,10 @@ class HeaderRivals {
   // The path in its shortest form, relative if it is below the current folder.
   std::string Plain(const std::string& path);
   // The number of a folder, "" for the current one.
-  uint32_t NumberOf(const std::string& folder);
+  uint32_t NumberOf(std::string_view folder);
+  // The folders that a command line of a compiler searches. It ends with the source, "-o" and the
+  // object.
+  const std::vector<uint32_t>& SearchedBy(std::string_view command);
   // The existing rivals of a header in all folders that have a number.
   const std::vector<Rival>& Of(const std::string& header);
 
@@ -39,7 +39,9 @@ class HeaderRivals {
 
   std::string here;  // the current folder with "/"
   std::map<std::string, uint32_t> numbers;
-  std::unordered_map<std::string, uint32_t> spellings;  // of folders
+  std::map<std::string, uint32_t, std::less<>> spellings;  // of folders
+  // By what comes before the source: most sources have the same switches.
+  std::map<std::string, std::vector<uint32_t>, std::less<>> searched;
   std::unordered_map<std::string, std::vector<Rival>> rivals;
   std::unordered_map<std::string, std::unordered_set<std::string>> listings;
 };

@@ -9,6 +9,7 @@
 #include "FileText.h"
 #include "base/DiskStamp.h"
 #include "base/Paths.h"
+#include "base/SearchFolders.h"
 #include "lsp/LspJson.h"
 
 namespace zendry {
@@ -21,7 +22,6 @@ namespace fs = std::filesystem;
 constexpr std::string_view cPassedOver[] = {"build*", "cmake-build*", "out",   "out-*",
                                             "_build", "node_modules", "obj-*", "CMakeFiles"};
 constexpr const char* cLeftByBuilds[] = {"CMakeCache.txt", "build.ninja"};
-constexpr const char* cFolderSwitches[] = {"-I", "-iquote", "-isystem"};
 
 bool IsSource(const std::string& path) {
   const int kind = FileKind(path);
@@ -56,19 +56,6 @@ std::vector<std::string> ArgumentsOf(const Json& command) {
     if (argument.is_string()) arguments.push_back(argument.get<std::string>());
   if (arguments.empty()) arguments = mavro::SplitCommandLine(TextAt(command, {"command"}));
   return arguments;
-}
-
-// The folders that a command's switches name, as they are written.
-std::vector<std::string> FoldersOf(const std::vector<std::string>& arguments) {
-  std::vector<std::string> folders;
-  for (size_t i = 0; i < arguments.size(); ++i)
-    for (const std::string_view name : cFolderSwitches) {
-      if (!arguments[i].starts_with(name)) continue;
-      std::string folder = arguments[i].substr(name.size());
-      if (folder.empty() && i + 1 < arguments.size()) folder = arguments[i + 1];
-      if (!folder.empty()) folders.push_back(std::move(folder));
-    }
-  return folders;
 }
 
 // Appends what isn't there yet.
@@ -122,7 +109,7 @@ LspSources SourcesOfCommands(const std::string& path, const std::string& root) {
       break;
     }
     files.Add(source);
-    for (const std::string& its : FoldersOf(ArgumentsOf(command))) {
+    for (const std::string& its : SearchFolders(ArgumentsOf(command))) {
       std::string full = Absolute(its, folder);
       while (full.ends_with('/')) full.pop_back();
       if (full == root || full.starts_with(root + "/")) folders.Add(std::move(full));

@@ -16,15 +16,6 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-TEST(SearchFolders, AreThoseOfTheSwitches) {
-  EXPECT_THAT(SearchFolders("gcc -c -Ia -I b/c -iquote q -isystem s -idirafter d -O2 x.c -o x.o"),
-              ElementsAre("a", "b/c", "q", "s", "d"));
-  EXPECT_THAT(SearchFolders("gcc -I\"my dir/x\" '-Ino' -I'o t' x.c"),
-              ElementsAre("my dir/x", "o t"));
-  EXPECT_THAT(SearchFolders("gcc -include a.h -DX=-Iz a-Ib.c"), IsEmpty());
-  EXPECT_THAT(SearchFolders("gcc -I"), ElementsAre(""));
-}
-
 struct HeaderRivalsTest : testing::Test {
   test::TempFolder files;
   std::string before = std::filesystem::current_path();
