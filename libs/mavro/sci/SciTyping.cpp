@@ -166,14 +166,17 @@ void SciEditor::Impl::ChooseInList() {
 }
 
 bool SciEditor::startWordCompletion(WordOffer offer) {
-  const std::string word = WordToComplete(ItsImpl().LineToCaret(), options->wordChars.c_str());
+  const std::string line = ItsImpl().LineToCaret();
+  const std::string word = WordToComplete(line, options->wordChars.c_str());
   if (word.empty()) return false;
   if (offer == WordOffer::cSingle && !IsOfferedUnasked(word, language)) return false;
   const int caret = CaretPosition();
   const std::string around = GetRange(caret - cWordReach, caret + cWordReach);
+  const std::string_view lineToWord(line.data(), line.size() - word.size());
   const FoundWords found =
       CollectWords(around, word, options->wordChars.c_str(),
-                   language && language->ignoreCase ? LetterCase::cIgnored : LetterCase::cCounts);
+                   language && language->ignoreCase ? LetterCase::cIgnored : LetterCase::cCounts,
+                   NamesMember(lineToWord, language) ? language->keywords : nullptr);
   if (found.count == 0 || (offer == WordOffer::cSingle && found.count > 1)) return false;
   ItsImpl().ShowList(word.size(), found.list, Impl::Offer::cWords);
   return Send(SCI_AUTOCACTIVE) != 0;

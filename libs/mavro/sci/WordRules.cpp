@@ -62,8 +62,15 @@ bool IsOfferedUnasked(std::string_view word, const EditorLanguage* language) {
   return !language || !Includes(language->keywords, word);
 }
 
+bool NamesMember(std::string_view lineToWord, const EditorLanguage* language) {
+  if (!language || lineToWord.empty()) return false;
+  if (lineToWord.back() == '.') return IsInSet(language->memberChars, '.');
+  return lineToWord.size() > 1 && IsInSet(language->memberChars, lineToWord.back()) &&
+         IsInSet(language->memberChars, lineToWord[lineToWord.size() - 2]);
+}
+
 FoundWords CollectWords(std::string_view text, std::string_view start, const char* wordChars,
-                        LetterCase letterCase) {
+                        LetterCase letterCase, const char* without) {
   const CharSet set = SetOf(wordChars);
   const auto isWord = [&set](char c) { return set[static_cast<unsigned char>(c)]; };
   std::vector<std::string_view> words;
@@ -79,6 +86,7 @@ FoundWords CollectWords(std::string_view text, std::string_view start, const cha
   }
   std::sort(words.begin(), words.end());
   words.erase(std::unique(words.begin(), words.end()), words.end());
+  std::erase_if(words, [without](std::string_view word) { return Includes(without, word); });
   FoundWords found;
   for (const std::string_view word : words)
     found.list.append(found.count++ ? " " : "").append(word);

@@ -18,6 +18,10 @@ std::string WordToComplete(std::string_view lineToCaret, const char* wordChars);
 bool IsOfferedUnasked(std::string_view word, const EditorLanguage* language);
 constexpr size_t cLeastWord = 3;
 
+// True if what ends the line to the word is an operator whose right side names a member: a dot, or
+// two of the language's member characters, such as "->" and "::". No keyword stands there.
+bool NamesMember(std::string_view lineToWord, const EditorLanguage* language);
+
 // The distance from the caret to look for words in. The limit makes typing cost the same in any
 // text.
 constexpr int cWordReach = 64 * 1024;
@@ -25,13 +29,13 @@ constexpr int cWordReach = 64 * 1024;
 enum class LetterCase { cCounts, cIgnored };
 
 // The words of a text that begin with `start` and are longer, each once, sorted, with blanks
-// between.
+// between; none that `without` includes.
 struct FoundWords {
   std::string list;
   int count = 0;
 };
 FoundWords CollectWords(std::string_view text, std::string_view start, const char* wordChars,
-                        LetterCase letterCase);
+                        LetterCase letterCase, const char* without = nullptr);
 
 // The brace at the caret, and what is marked with it.
 struct BraceAtCaret {

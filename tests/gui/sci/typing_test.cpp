@@ -407,6 +407,20 @@ TEST(SciTyping, Words_UnderThreeLettersOrAKeyword_NothingIsOffered) {
   });
 }
 
+TEST(SciTyping, Words_BehindAnOperatorOfMembers_AreNoKeywords) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("while\nwhiley\n@");
+    form.Type("a::whil");
+    EXPECT_EQ(OpenList(form.editor), "whiley");
+    form.Fill("while\n@");
+    form.Type("a::whil");
+    EXPECT_EQ(OpenList(form.editor), "");
+    form.Type("\nwhil");
+    EXPECT_EQ(OpenList(form.editor), "while");
+  });
+}
+
 TEST(SciTyping, Words_ThatBecomeAKeyword_CloseTheirList) {
   EditorForm form;
   RunEditor(form, [&] {

@@ -153,6 +153,18 @@ TEST(WordRules, IsOfferedUnasked_FromThreeLettersOn) {
   EXPECT_TRUE(IsOfferedUnasked("for", nullptr));
 }
 
+TEST(WordRules, NamesMember_BehindADotAnArrowAndTwoColons) {
+  EditorLanguage language;
+  language.memberChars = ".->:";
+  for (const char* line : {"a.", "a->", "a::", "::", "."})
+    EXPECT_TRUE(NamesMember(line, &language)) << line;
+  for (const char* line : {"", "a", "a-", "a>", "public:", "a. ", ":"})
+    EXPECT_FALSE(NamesMember(line, &language)) << line;
+  EXPECT_FALSE(NamesMember("a.", nullptr));
+  language.memberChars = nullptr;
+  EXPECT_FALSE(NamesMember("a.", &language));
+}
+
 TEST(TypingRules, NothingToDo_RecordingSelectionOrNoLanguage) {
   Check({{'.', {.recording = true}, {}}, {'(', {.hasCaret = false}, {}}});
   EXPECT_TRUE(PlanTyping('.', {}, nullptr, EditorOptions()).empty());
@@ -373,6 +385,8 @@ TEST(WordRules, CollectWords_LongerOnes_SortedAndOnce) {
   EXPECT_EQ(found.list, "bear bee bell");
   EXPECT_EQ(found.count, 3);
   EXPECT_EQ(CollectWords("Beast bee", "be", chars, LetterCase::cIgnored).list, "Beast bee");
+  EXPECT_EQ(CollectWords("bee bear be bear", "be", chars, LetterCase::cCounts, "bear if").list,
+            "bee");
   EXPECT_EQ(CollectWords("", "be", chars, LetterCase::cCounts).count, 0);
   EXPECT_EQ(CollectWords("bee", "be", nullptr, LetterCase::cCounts).count, 0);
   const std::string_view cut = std::string_view("be bee").substr(0, 5);
