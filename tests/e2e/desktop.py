@@ -57,6 +57,15 @@ def cpu_time(pid):
     return (int(fields[11]) + int(fields[12])) / os.sysconf('SC_CLK_TCK')
 
 
+def asleep(pid):
+    """True if a process waits for something; one that could run and isn't let to has work left."""
+    try:
+        with open(f'/proc/{pid}/stat') as file:
+            return file.read().rsplit(')', 1)[1].split()[0] == 'S'
+    except OSError:
+        return True
+
+
 class Window:
     """A started program and the windows it shows."""
 
@@ -113,7 +122,8 @@ class Window:
         def quiet():
             before = cpu_time(self.process.pid)
             time.sleep(0.25)
-            return not children(self.process.pid) and cpu_time(self.process.pid) - before < 0.02
+            return (not children(self.process.pid) and cpu_time(self.process.pid) - before < 0.02 and
+                    asleep(self.process.pid))
         wait_until(quiet, 'the program has nothing more to do', seconds)
 
     def picture(self, path):

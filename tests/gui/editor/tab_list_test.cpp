@@ -147,7 +147,8 @@ TEST_F(IdeTabList, UnsavedOnes_HaveTheirMark_AndATextWithoutANameIsListed) {
     InList([&](mavro::Form& form) {
       EXPECT_EQ(ListOf(form).GetCell(0, 0), "Noname");
       EXPECT_EQ(ListOf(form).GetCell(1, 0), "a.cpp*");
-      QTest::keyClicks(QApplication::focusWidget(), "nona");
+      // All of it: the letters of a shorter beginning may stand in a folder's random name.
+      QTest::keyClicks(QApplication::focusWidget(), "noname");
       EXPECT_THAT(Rows(form), ElementsAre("Noname|"));
       test::Key(form, Qt::Key_Escape);
     });
