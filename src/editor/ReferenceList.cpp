@@ -35,11 +35,15 @@ ReferenceList::ReferenceList(const std::string& caption, EditorMark newMark, Edi
 }
 
 void ReferenceList::AddRow(const std::string& file, int line, std::string_view message) {
-  const int row = list.AddRow(MarkControlBytes(file));
+  const int row = list.AddCells({MarkControlBytes(file), std::to_string(line),
+                                 MarkControlBytes(message.substr(0, cMaxRowText))});
   list.SetItemData(row, line);
-  list.SetCell(row, cLineColumn, std::to_string(line));
-  list.SetCell(row, cTextColumn, MarkControlBytes(message.substr(0, cMaxRowText)));
   files.push_back(file);
+}
+
+void ReferenceList::AddCaption(const std::string& caption) {
+  list.AddCells({"", "", caption});
+  files.emplace_back();
 }
 
 void ReferenceList::AppendToLast(std::string_view message) {
@@ -60,7 +64,7 @@ void ReferenceList::Clear() {
 
 void ReferenceList::ShowCurrent() {
   const int row = list.selectedIndex;
-  if (row < 0 || row >= RowCount()) return;
+  if (row < 0 || row >= RowCount() || files[static_cast<size_t>(row)].empty()) return;
   const std::string path = theProject.GetFullPath(files[static_cast<size_t>(row)]);
   if (!mavro::FileExists(path)) return;
   const int line = list.GetItemData(row);
@@ -74,14 +78,21 @@ void ReferenceList::ShowRow(int row) {
   if (row < RowCount()) GoToRow(row);
 }
 
+int ReferenceList::PlaceFrom(int row, int step) const {
+  while (row >= 0 && row < RowCount() && files[static_cast<size_t>(row)].empty()) row += step;
+  return row >= 0 && row < RowCount() ? row : -1;
+}
+
 void ReferenceList::GoNext() {
-  const int row = list.selectedIndex;
-  row < RowCount() - 1 ? GoToRow(row + 1) : mavro::Beep();
+  const int current = list.selectedIndex;
+  const int row = PlaceFrom(current + 1, 1);
+  row >= 0 ? GoToRow(row) : mavro::Beep();
 }
 
 void ReferenceList::GoPrev() {
-  const int row = list.selectedIndex;
-  row < 1 ? mavro::Beep() : GoToRow(row - 1);
+  const int current = list.selectedIndex;
+  const int row = PlaceFrom(current - 1, -1);
+  row >= 0 ? GoToRow(row) : mavro::Beep();
 }
 
 void ReferenceList::GoToRow(int row) {

@@ -19,6 +19,8 @@ class ReferenceList : public mavro::TabPage {
 
   // Appends a place; `file` is relative to the project's folder.
   void AddRow(const std::string& file, int line, std::string_view message);
+  // Appends a row that is no place but a heading for those after it.
+  void AddCaption(const std::string& caption);
   // Appends to the last row's text; the text is cut at a readable length.
   void AppendToLast(std::string_view message);
   void Clear();
@@ -36,6 +38,8 @@ class ReferenceList : public mavro::TabPage {
  private:
   void OnRow(mavro::NotifyArgs& args);
   void GoToRow(int row);
+  // The next place from a row on, in steps of 1 or -1; -1 if there is none.
+  int PlaceFrom(int row, int step) const;
 
   const EditorMark mark;
   EditTabs& tabs;

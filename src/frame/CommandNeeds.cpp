@@ -69,6 +69,10 @@ constexpr NeedsRow cRows[] = {
     {cProjectOptionsCommand, cProject},
     {cCreateMakefileCommand, cProject},
     {cTidyCommand, cTab},
+    {mavro::cSciReplace, cWritable},
+    {cFindInProjectCommand, cTabOrProject},
+    {cReplaceInProjectCommand, cTabOrProject},
+    {cUndoReplaceCommand, cReplaceUndo},
     {cShowLeftCommand, cHiddenLeftPanel},
     {cShowBottomCommand, cHiddenBottomPanel},
 };

@@ -22,7 +22,8 @@ enum class Needs {
   cBuildSource,  // in front: of the project, or any source as long as no project is open
   cProjectOrSource,
   cTabOrProject,
-  cErrors,  // in the error list
+  cErrors,       // in the error list, or results of a search
+  cReplaceUndo,  // a replacement in files that can be undone
   cRecentFiles,
   cRecentProjects,
   cHiddenLeftPanel,

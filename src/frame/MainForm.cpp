@@ -13,6 +13,7 @@
 #include "editor/EditorViewActs.h"
 #include "frame/FileActs.h"
 #include "frame/PictureStrips.h"
+#include "frame/SearchWindow.h"
 #include "frame/ToolActs.h"
 #include "project/Project.h"
 #include "rescue/Rescue.h"
@@ -50,6 +51,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
     : sources(theProject, *this),
       completion(sources),
       toolPanel(leftTabs),
+      search(std::make_unique<SearchWindow>(*this)),
       startup(std::move(newStartup)) {
   theMainForm = this;
   theProject.SetShell(this);
@@ -252,8 +254,14 @@ void MainForm::SayWhatIsNotKept() {
   if (!error.empty()) SetStatus(ReasonFirst(error), "");
 }
 
-// A build uses the project: closing the window stops the build, and the window stays open.
+// A build or a search uses the project: closing the window stops it, and the window stays open.
 void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
+  if (search->commands.IsRunning()) {
+    search->commands.RequestStop();
+    SetStatus("The search is being stopped. Close the window again when it has ended.", "");
+    args.value = 0;
+    return;
+  }
   if (Builder::IsBuilding()) {
     theBuilder.RequestStop();
     SetStatus("The build is being stopped. Close the window again when it has ended.", "");
@@ -308,6 +316,10 @@ void MainForm::ShowPart(mavro::Control& part, bool on) {
   mavro::RunPendingLayout(part.parent);  // if it is deeper in the window
   UpdateCommands();
   UpdateViewMarks();
+}
+
+void MainForm::ShowBottomPane() {
+  if (!bottomPanel.visible) ShowPart(bottomPanel, true);
 }
 
 void MainForm::OnCloseBottom(mavro::NotifyArgs&) {

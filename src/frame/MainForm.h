@@ -1,6 +1,7 @@
 #pragma once
 
 #include <mavro>
+#include <memory>
 #include <string>
 
 #include "base/Shell.h"
@@ -20,6 +21,8 @@
 #include "project/ProjectSources.h"
 
 namespace zendry {
+
+class SearchWindow;
 
 // Pages of the bottom pane.
 enum BottomPageIndex {
@@ -52,6 +55,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
 
   // Panels.
   void ClearPane(int index);
+  void ShowBottomPane();
   void ShowPage(int index);
 
   // The frame of the window. Ties the stop button to a command; a negative id disables it.
@@ -140,6 +144,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   mavro::SplitContainer vSplit;
   mavro::TreeView classTree;
   ProjectTree projectTree;
+  const std::unique_ptr<SearchWindow> search;
 
  private:
   // Group: calls from the editors to the window.
@@ -186,6 +191,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void OpenStartupFiles();
   void TakePlacement();
   void ShowNote();
+  ReferenceList& WalkedList();
   void ShowPart(mavro::Control& part, bool on);
 
   std::vector<StartupFile> startup;

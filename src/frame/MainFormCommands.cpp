@@ -5,6 +5,7 @@
 #include "build/BuildActs.h"
 #include "config/IdeSession.h"
 #include "frame/MainForm.h"
+#include "frame/SearchWindow.h"
 #include "project/Project.h"
 
 // The main window: which of its commands can act now.
@@ -49,7 +50,8 @@ MetNeeds MainForm::NeedsMetNow() {
   const auto set = [&now](Needs needs, bool on) { now[static_cast<size_t>(needs)] = on; };
   set(Needs::cProject, theProject.isOpen);
   set(Needs::cProjectOrSource, theProject.isOpen);
-  set(Needs::cErrors, errorList.RowCount() > 0);
+  set(Needs::cErrors, errorList.RowCount() > 0 || resultList.RowCount() > 0);
+  set(Needs::cReplaceUndo, search->CanUndo());
   set(Needs::cRecentFiles, !theIdeSession.recentFiles.items.empty());
   set(Needs::cRecentProjects, !theIdeSession.recentProjects.items.empty());
   set(Needs::cHiddenLeftPanel, !leftPanel.visible);

@@ -43,12 +43,18 @@ void MainForm::ShowErrorRow(int row) {
   errorList.ShowRow(row);
 }
 
+// The results of a search as long as their page is in front.
+ReferenceList& MainForm::WalkedList() {
+  const bool hasResults = bottomTabs.selectedIndex == cResultPage && resultList.RowCount() > 0;
+  return hasResults ? resultList : errorList;
+}
+
 void MainForm::GoToNextError() {
-  errorList.GoNext();
+  WalkedList().GoNext();
 }
 
 void MainForm::GoToPreviousError() {
-  errorList.GoPrev();
+  WalkedList().GoPrev();
 }
 
 void MainForm::ShowBottomPage(BottomPage page) {

@@ -42,6 +42,9 @@ class ListView : public Control {
   void AddColumn(const std::string& title, int width) { columns.Add(title, width); }
   // Appends a row and returns its index.
   int AddRow(const std::string& firstCell);
+  // Appends a row with its cells, at most as many as there are columns. Takes less time than
+  // setting one cell after the other.
+  int AddCells(std::vector<std::string> cells);
   void RemoveRow(int row);
   // Row and column must exist. Row -1 means none, as in selectedIndex: it has no cells and no data,
   // and setting them has no effect.

@@ -21,6 +21,7 @@
 namespace mavro {
 
 class SciText;
+class TextFinder;
 struct SciNotification;
 
 // The sign in the margin beside a marked line.
@@ -184,6 +185,16 @@ class SciEditor : public Control {
   int SelectOccurrences();
   // Selects the next such place too, or first the word at the caret. False if there is no other.
   bool AddNextOccurrence();
+
+  // Group: search.
+  // Marks all hits and returns their number; counts up to cMostHits of them and marks up to
+  // cMostMarked, in a longer list those around the lines in view. -1 if the search was given up.
+  static constexpr int cMostHits = 1'000'000;
+  static constexpr int cMostMarked = 10'000;
+  int MarkHits(const TextFinder& finder);
+  void UnmarkHits();
+  // The shown text, until the next change or message.
+  std::string_view ShownText() const;
 
   // Group: completion, call tips, indentation.
   // Offers the names that may follow; true if a list is open.

@@ -124,6 +124,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void AddCaretAt(int position, bool drags);
   int SelectOccurrences();
   bool AddOccurrence();
+  static constexpr Param cHitIndicator = 10;  // of the hits of a search
   std::string JoinedCopy(std::string asCopied) const;
   std::string PastedAtEach(std::string pasted);
 

@@ -291,8 +291,13 @@ void SciEditor::Impl::ApplyColours() {
   Send(SCI_CALLTIPSETFORE, Colour(cTipInk));
   Send(SCI_CALLTIPSETFOREHLT, Colour(cTipArgumentInk));
   Send(SCI_SETEDGECOLOUR, Colour(cGuideLine));
+  Send(SCI_INDICSETFORE, cHitIndicator, Colour(cFoundGround));
   Send(SCI_SETWHITESPACEFORE, 1, Colour(cBlankSign));
   Send(SCI_SETWHITESPACESIZE, cBlankSize);
+  constexpr Param cOpaque = 255;
+  Send(SCI_INDICSETSTYLE, cHitIndicator, INDIC_STRAIGHTBOX);
+  Send(SCI_INDICSETALPHA, cHitIndicator, cOpaque);
+  Send(SCI_INDICSETUNDER, cHitIndicator, 1);
 }
 
 void SciEditor::Impl::ShowCaretLine() {

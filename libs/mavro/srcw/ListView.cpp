@@ -222,6 +222,11 @@ int ListView::AddRow(const std::string& firstCell) {
   return TheImpl().AddRow({firstCell});
 }
 
+int ListView::AddCells(std::vector<std::string> cells) {
+  MAVRO_ASSERT(cells.size() <= static_cast<size_t>(TheImpl().ColumnCount()));
+  return TheImpl().AddRow(std::move(cells));
+}
+
 void ListView::RemoveRow(int row) {
   if (TheImpl().RowAt(row)) TheImpl().RemoveRows(row, 1);
 }
