@@ -47,13 +47,14 @@ double Best(const std::function<void()>& job) {
   return best;
 }
 
-// Lines of a source; every third one has "frequent", one in all has "Needle".
+// Lines of a source; a hundred of them have "frequent", one of all files has "Needle".
 std::string SourceText(int file, int lines) {
   std::string text;
   for (int line = 0; line < lines; ++line) {
     const std::string number = std::to_string(file * lines + line);
-    text += line % 3 == 0 ? "  frequent.Add(value" + number + ", other);\n"
-                          : "  const int value" + number + " = Compute(first, second);\n";
+    text += line % (lines / 100) == 0
+                ? "  frequent.Add(value" + number + ", other);\n"
+                : "  const int value" + number + " = Compute(first, second);\n";
   }
   return text;
 }
@@ -82,18 +83,34 @@ struct NoTexts : zendry::OpenTexts {
 
 // Fills a list as the panel of results does.
 struct Listed : zendry::SearchListener {
-  explicit Listed(mavro::ListView& itsList) : list(itsList) {}
+  explicit Listed(mavro::ListView& itsList) : list(itsList) {
+    list.lateCells = [this](int row) {
+      const Place& place = places[static_cast<size_t>(row)];
+      return std::vector<std::string>{
+          zendry::MarkControlBytes(files[place.file]), std::to_string(place.line),
+          zendry::MarkControlBytes(std::string_view(texts).substr(place.text, place.length))};
+    };
+  }
+  ~Listed() override {
+    list.Update();
+    list.lateCells = nullptr;
+  }
   void Found(const std::string& path, size_t line, std::string_view text) override {
-    const int row = list.AddCells(
-        {zendry::MarkControlBytes(path), std::to_string(line), zendry::MarkControlBytes(text)});
-    list.SetItemData(row, static_cast<int>(line));
-    files.push_back(path);
+    if (files.empty() || files.back() != path) files.push_back(path);
+    places.push_back({files.size() - 1, line, texts.size(), text.size()});
+    texts += text;
+    list.AddLateRow(static_cast<int>(places.size()) - 1);
   }
   void MissedFollow(size_t) override {}
   bool GoesOn(size_t, size_t) override { return true; }
 
+  struct Place {
+    size_t file, line, text, length;
+  };
   mavro::ListView& list;
+  std::vector<Place> places;
   std::vector<std::string> files;
+  std::string texts;
 };
 
 bool Report(const char* what, double ours, double peers, double most) {

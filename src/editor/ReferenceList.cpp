@@ -29,21 +29,30 @@ ReferenceList::ReferenceList(const std::string& caption, EditorMark newMark, Edi
   list.fullRowSelect = true;
   list.showSelection = true;
   list.dock = mavro::Dock::cFill;
+  list.lateCells = [this](int row) { return CellsOf(row); };
   list.onClickRow.Add_H(this, &ReferenceList::OnRow);
   list.onChoose.Add_H(this, &ReferenceList::OnRow);
   Add(&list);
 }
 
 void ReferenceList::AddRow(const std::string& file, int line, std::string_view message) {
-  const int row = list.AddCells({MarkControlBytes(file), std::to_string(line),
-                                 MarkControlBytes(message.substr(0, cMaxRowText))});
-  list.SetItemData(row, line);
-  files.push_back(file);
+  if (files.empty() || files.back() != file) files.push_back(file);
+  message = message.substr(0, cMaxRowText);
+  places.push_back({files.size() - 1, line, texts.size(), message.size()});
+  texts += message;
+  list.AddLateRow(static_cast<int>(places.size()) - 1);
 }
 
 void ReferenceList::AddCaption(const std::string& caption) {
-  list.AddCells({"", "", caption});
-  files.emplace_back();
+  AddRow("", 0, caption);
+}
+
+std::vector<std::string> ReferenceList::CellsOf(int row) const {
+  const Place& place = places[static_cast<size_t>(row)];
+  const std::string text =
+      MarkControlBytes(std::string_view(texts).substr(place.text, place.length));
+  if (!IsPlace(row)) return {"", "", text};
+  return {MarkControlBytes(files[place.file]), std::to_string(place.line), text};
 }
 
 void ReferenceList::AppendToLast(std::string_view message) {
@@ -59,15 +68,18 @@ void ReferenceList::Clear() {
   if (mark != cNoMark) tabs.RemoveMark(mark);
   list.Clear();
   list.selectedIndex = -1;
+  places.clear();
   files.clear();
+  texts.clear();
 }
 
 void ReferenceList::ShowCurrent() {
   const int row = list.selectedIndex;
-  if (row < 0 || row >= RowCount() || files[static_cast<size_t>(row)].empty()) return;
-  const std::string path = theProject.GetFullPath(files[static_cast<size_t>(row)]);
+  if (row < 0 || row >= RowCount() || !IsPlace(row)) return;
+  const Place& place = places[static_cast<size_t>(row)];
+  const std::string path = theProject.GetFullPath(files[place.file]);
   if (!mavro::FileExists(path)) return;
-  const int line = list.GetItemData(row);
+  const int line = place.line;
   CppEditor* editor = tabs.GoTo(path, line);
   if (!editor || mark == cNoMark || line <= 0) return;
   tabs.RemoveMark(mark);
@@ -79,7 +91,7 @@ void ReferenceList::ShowRow(int row) {
 }
 
 int ReferenceList::PlaceFrom(int row, int step) const {
-  while (row >= 0 && row < RowCount() && files[static_cast<size_t>(row)].empty()) row += step;
+  while (row >= 0 && row < RowCount() && !IsPlace(row)) row += step;
   return row >= 0 && row < RowCount() ? row : -1;
 }
 

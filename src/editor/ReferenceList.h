@@ -41,9 +41,21 @@ class ReferenceList : public mavro::TabPage {
   // The next place from a row on, in steps of 1 or -1; -1 if there is none.
   int PlaceFrom(int row, int step) const;
 
+  // A row as it was given; the list asks for its cells when they are shown.
+  struct Place {
+    size_t file = 0;  // in `files`
+    int line = 0;
+    size_t text = 0;  // where the text begins in `texts`
+    size_t length = 0;
+  };
+  bool IsPlace(int row) const { return !files[places[static_cast<size_t>(row)].file].empty(); }
+  std::vector<std::string> CellsOf(int row) const;
+
   const EditorMark mark;
   EditTabs& tabs;
-  std::vector<std::string> files;  // of each row, as given: the list shows them with marks
+  std::vector<Place> places;  // by row
+  std::vector<std::string> files;
+  std::string texts;
 };
 
 }  // namespace zendry

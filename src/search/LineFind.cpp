@@ -1,6 +1,7 @@
 #include "search/LineFind.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "AsciiCase.h"
@@ -19,9 +20,18 @@ bool IsWholeWord(std::string_view line, size_t start, size_t end) {
          (end >= line.size() || !IsNameByte(line[end]));
 }
 
+// The end of the last line before `at`, not before `first`.
 size_t LineStart(std::string_view text, size_t at, size_t first) {
-  while (at > first && text[at - 1] != '\n' && text[at - 1] != '\r') --at;
-  return at;
+  const auto after = [&](char end) {
+    const void* found = memrchr(text.data() + first, end, at - first);
+    return found ? static_cast<size_t>(static_cast<const char*>(found) - text.data()) + 1 : first;
+  };
+  return std::max(after('\n'), after('\r'));
+}
+
+size_t LineEnd(std::string_view text, size_t at) {
+  const size_t end = std::min(text.find('\n', at), text.size());
+  return std::min(text.substr(0, end).find('\r', at), end);
 }
 
 // Counts the lines of a text up to places that come in order.
@@ -69,7 +79,13 @@ size_t findInLine(std::string_view line, const LineTerm& term, size_t from) {
 TextScan::TextScan(LineTerm newTerm)
     : term(std::move(newTerm)),
       bytes(term.text, term.matchCase ? mavro::LetterCase::cExact : mavro::LetterCase::cFolded),
-      canMatch(!term.text.empty() && term.text.find_first_of("\r\n") == std::string::npos) {}
+      canMatch(!term.text.empty() && term.text.find_first_of("\r\n") == std::string::npos) {
+  for (size_t i = 0; i + 1 < term.text.size(); ++i) {
+    const char letters[] = {term.text[i], mavro::AsciiLower(term.text[i]),
+                            mavro::AsciiUpper(term.text[i])};
+    for (const char c : letters) inside.set(static_cast<unsigned char>(c));
+  }
+}
 
 size_t TextScan::NextFull(std::string_view text, size_t from) const {
   size_t at = bytes.Next(text, from);
@@ -80,6 +96,8 @@ size_t TextScan::NextFull(std::string_view text, size_t from) const {
 
 // Only a line with a hit of the full search can have one of findInLine, which compares the same
 // bytes. The ends of a line are no parts of names, so that whole words may be judged in the text.
+// After a byte that the term has nowhere but at its end the run is at the term's start, and takes
+// the hit that follows.
 void TextScan::EachLine(std::string_view text,
                         const std::function<bool(const LineHit&)>& found) const {
   if (!canMatch) return;
@@ -87,9 +105,11 @@ void TextScan::EachLine(std::string_view text,
   size_t next = 0;
   for (size_t at = NextFull(text, 0); at != text.npos; at = NextFull(text, next)) {
     const size_t start = LineStart(text, at, next);
-    const size_t end = std::min(text.find_first_of("\r\n", at), text.size());
+    const size_t end = LineEnd(text, at);
     const std::string_view line = text.substr(start, end - start);
-    if (!found({counter.At(start), line, findInLine(line, term) == 0})) return;
+    const bool isRunAtStart = at == start || !inside[static_cast<unsigned char>(text[at - 1])];
+    const bool isMissed = !isRunAtStart && findInLine(line, term) == 0;
+    if (!found({counter.At(start), line, isMissed})) return;
     if (end >= text.size()) return;
     next = end + 1;
   }

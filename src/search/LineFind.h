@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -52,7 +53,8 @@ class TextScan {
 
   const LineTerm term;
   const mavro::ByteFind bytes;
-  const bool canMatch;  // false for a term with a line end, or without any byte
+  std::bitset<256> inside;  // the bytes of the term but for its last one, in both cases
+  const bool canMatch;      // false for a term with a line end, or without any byte
 };
 
 }  // namespace zendry

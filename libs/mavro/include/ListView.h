@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -42,9 +43,12 @@ class ListView : public Control {
   void AddColumn(const std::string& title, int width) { columns.Add(title, width); }
   // Appends a row and returns its index.
   int AddRow(const std::string& firstCell);
-  // Appends a row with its cells, at most as many as there are columns. Takes less time than
-  // setting one cell after the other.
+  // Appends a row with its cells, at most as many as there are columns.
   int AddCells(std::vector<std::string> cells);
+  // Appends a row with that item data whose cells are made when they are first shown or read, by
+  // `lateCells`: for lists of so many rows that most are never seen.
+  int AddLateRow(int data);
+  std::function<std::vector<std::string>(int data)> lateCells;
   void RemoveRow(int row);
   // Row and column must exist. Row -1 means none, as in selectedIndex: it has no cells and no data,
   // and setting them has no effect.

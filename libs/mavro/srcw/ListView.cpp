@@ -65,7 +65,15 @@ std::string_view ListView::Impl::ColumnTitle(int column) const {
   return columns[static_cast<size_t>(column)].title;
 }
 
+void ListView::Impl::MakeCells(int row) const {
+  Row& late = rows[static_cast<size_t>(row)];
+  if (!late.isLate) return;
+  late.isLate = false;
+  if (TheList().lateCells) late.cells = TheList().lateCells(late.data);
+}
+
 std::string_view ListView::Impl::Cell(int row, int column) const {
+  MakeCells(row);
   const auto& cells = rows[static_cast<size_t>(row)].cells;
   return static_cast<size_t>(column) < cells.size() ? cells[static_cast<size_t>(column)]
                                                     : std::string_view();
@@ -98,8 +106,8 @@ void ListView::Impl::AddColumn(const std::string& title, int width) {
   if (hwnd) Window()->ColumnAdded(width);
 }
 
-int ListView::Impl::AddRow(std::vector<std::string> cells) {
-  rows.push_back({std::move(cells), 0, -1});
+int ListView::Impl::AddRow(Row row) {
+  rows.push_back(std::move(row));
   rowCount = vrowCount();
   if (hwnd) Window()->RowsAdded();
   return rowCount - 1;
@@ -118,6 +126,7 @@ void ListView::Impl::RemoveRows(int first, int count) {
 }
 
 void ListView::Impl::SetCell(int row, int col, const std::string& cell) {
+  MakeCells(row);
   auto& cells = rows[static_cast<size_t>(row)].cells;
   if (cells.size() <= static_cast<size_t>(col)) cells.resize(static_cast<size_t>(col) + 1);
   std::string& stored = cells[static_cast<size_t>(col)];
@@ -219,12 +228,16 @@ void ListColumns::SetEditable(int col, bool on) {
 }
 
 int ListView::AddRow(const std::string& firstCell) {
-  return TheImpl().AddRow({firstCell});
+  return TheImpl().AddRow({{firstCell}});
 }
 
 int ListView::AddCells(std::vector<std::string> cells) {
   MAVRO_ASSERT(cells.size() <= static_cast<size_t>(TheImpl().ColumnCount()));
-  return TheImpl().AddRow(std::move(cells));
+  return TheImpl().AddRow({std::move(cells)});
+}
+
+int ListView::AddLateRow(int data) {
+  return TheImpl().AddRow({{}, data, -1, true});
 }
 
 void ListView::RemoveRow(int row) {

@@ -18,6 +18,7 @@ class ListView::Impl : public SysImpl, public ListSource {
     std::vector<std::string> cells;
     int data = 0;
     int image = -1;
+    bool isLate = false;  // the cells have not been made yet
   };
 
   void Create() override;
@@ -39,7 +40,8 @@ class ListView::Impl : public SysImpl, public ListSource {
   void CheckCell(int row, int col) const;
   Column& ColumnAt(int col);
   void AddColumn(const std::string& title, int width);
-  int AddRow(std::vector<std::string> cells);
+  int AddRow(Row row);
+  void MakeCells(int row) const;
   void RemoveRows(int first, int count);
   void SetCell(int row, int col, const std::string& cell);
   void Sort(int col, bool ascending);
@@ -51,8 +53,8 @@ class ListView::Impl : public SysImpl, public ListSource {
   void LookChanged();
 
   std::vector<Column> columns;
-  std::vector<Row> rows;
-  int colCount = 0;  // as set; follows the real number
+  mutable std::vector<Row> rows;  // late cells are made by whoever reads them
+  int colCount = 0;               // as set; follows the real number
   int rowCount = 0;
   int selectedIndex = -1;
   ListLook look;

@@ -1,12 +1,11 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <QComboBox>
-#include <QLabel>
 
 #include "EditReplaceDlg.h"
 #include "EditorForm.h"
 #include "FindCommands.h"
 #include "FindTextDlg.h"
+#include "Looks.h"
 #include "ScriptedDialogs.h"
 #include "SearchState.h"
 
@@ -153,6 +152,7 @@ TEST_F(SciFind, Dialog_MarksAndCountsWhileTyping_AndFindsWithEnter) {
       test::Key(dialog, Qt::Key_Backspace);
       EXPECT_EQ(Marks(), "^^^     ^^^ ^^^");
       test::Shot(dialog, "find-text");
+      EXPECT_THAT(test::UnreadableCaptions(dialog), testing::IsEmpty());
       test::Key(dialog, Qt::Key_C, Qt::AltModifier);
       EXPECT_TRUE(test::WaitFor([&] { return Said(dialog) == "2 hits"; }));
       test::Key(dialog, Qt::Key_Return);
@@ -204,6 +204,7 @@ TEST_F(SciFind, Replace_OneAfterTheOther) {
       test::Key(dialog, Qt::Key_P, Qt::AltModifier);
       Type("x");
       test::Shot(dialog, "replace-text");
+      EXPECT_THAT(test::UnreadableCaptions(dialog), testing::IsEmpty());
       test::Key(dialog, Qt::Key_Return);
       EXPECT_EQ(form.editor.GetText(), "ab ab ab") << "the first press only finds";
       EXPECT_EQ(Selected(), "0-2");

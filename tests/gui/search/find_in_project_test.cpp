@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "EditorFixture.h"
+#include "Looks.h"
 #include "SearchState.h"
 #include "frame/SearchWindow.h"
 #include "frame/ToolActs.h"
@@ -29,9 +30,16 @@ class IdeFindInProject : public test::EditorFixture {
       EXPECT_EQ(dialog.text, "Find In Project");
       Type(text);
       test::Shot(dialog, "find-in-project");
+      EXPECT_THAT(test::UnreadableCaptions(dialog), IsEmpty());
       test::Key(dialog, Qt::Key_Return);
     });
     Press(Qt::Key_F);
+    Activate();
+  }
+  // The platform of the tests activates no window by itself.
+  static void Activate() {
+    test::WidgetOf(*theMainForm)->activateWindow();
+    EXPECT_TRUE(test::WaitFor([] { return mavro::activeForm == theMainForm; }));
   }
   // `inList` is called with the list of files, whose answer ends it.
   void Replace(const std::string& text, const std::string& with,
@@ -47,11 +55,11 @@ class IdeFindInProject : public test::EditorFixture {
       test::Key(dialog, Qt::Key_Return);
     });
     Press(Qt::Key_R);
-    // The platform of the tests activates no window by itself.
-    test::WidgetOf(*theMainForm)->activateWindow();
+    Activate();
   }
   static void Accept(mavro::Form& list) {
     test::Shot(list, "replace-list");
+    EXPECT_THAT(test::UnreadableCaptions(list), IsEmpty());
     for (mavro::Control* child : list.children)
       for (mavro::Control* button : dynamic_cast<mavro::Panel*>(child)
                                         ? static_cast<mavro::Panel*>(child)->children
@@ -107,6 +115,33 @@ TEST_F(IdeFindInProject, UnsavedText_IsWhatIsSearched) {
     EXPECT_THAT(Rows(), IsEmpty());
     EXPECT_EQ(IdeDriver::Status(), "Not found: nowhere");
     Front().OnCommand(cUndoCommand);
+  });
+}
+
+// Holes of files take no room on the disk, but a search goes over all of them.
+TEST_F(IdeFindInProject, TheStopButton_EndsALongSearch_WhichShowsItsProgress) {
+  constexpr int cFiles = 40;
+  std::vector<IdeDriver::File> sources;
+  for (int i = 0; i < cFiles; ++i) sources.push_back({std::to_string(i) + ".cpp", "needle\n"});
+  const std::string project = ide.Project(sources);
+  ide.Run({project}, [&] {
+    for (const auto& source : sources)
+      std::filesystem::resize_file(ide.files.Path(source.name), 50'000'000);
+    std::string progress;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+      if (!theMainForm->search->commands.IsRunning()) return;
+      timer.stop();
+      progress = IdeDriver::Status();
+      test::ClickToolRow(theMainForm->toolBar, cStopRow);
+    });
+    timer.start(1);
+    Find("needle");
+    EXPECT_THAT(progress, HasSubstr("Searching "));
+    EXPECT_THAT(IdeDriver::Status(), HasSubstr(", stopped"));
+    EXPECT_GT(Rows().size(), 0u);
+    EXPECT_LT(Rows().size(), static_cast<size_t>(cFiles));
+    EXPECT_FALSE(theMainForm->toolBar.GetRow(cStopRow).enabled);
   });
 }
 
@@ -200,6 +235,7 @@ TEST_F(IdeFindInProject, FindAndReplaceInTheTab_ByTheirKeys) {
       test::Key(dialog, Qt::Key_Escape);
     });
     IdeDriver::Press(Qt::Key_F, Qt::ControlModifier);
+    Activate();
     EXPECT_EQ(Front().Selection(), std::pair(0, 3));
     IdeDriver::Press(Qt::Key_F3);
     EXPECT_EQ(Front().Selection(), std::pair(8, 11));
@@ -215,6 +251,7 @@ TEST_F(IdeFindInProject, FindAndReplaceInTheTab_ByTheirKeys) {
       dialog.Close();
     });
     IdeDriver::Press(Qt::Key_R, Qt::ControlModifier);
+    Activate();
     Front().SetReadOnly(true);
     theMainForm->UpdateCommands();
     EXPECT_FALSE(theMainForm->CanAct(theEditorActs.Find(mavro::cSciReplace)));
