@@ -36,11 +36,20 @@ ReferenceList::ReferenceList(const std::string& caption, EditorMark newMark, Edi
 }
 
 void ReferenceList::AddRow(const std::string& file, int line, std::string_view message) {
+  KeepRow(file, line, message);
+  ShowKept();
+}
+
+void ReferenceList::KeepRow(const std::string& file, int line, std::string_view message) {
   if (files.empty() || files.back() != file) files.push_back(file);
   message = message.substr(0, cMaxRowText);
   places.push_back({files.size() - 1, line, texts.size(), message.size()});
   texts += message;
-  list.AddLateRow(static_cast<int>(places.size()) - 1);
+}
+
+void ReferenceList::ShowKept() {
+  const int shown = list.rowCount;
+  list.AddLateRows(shown, RowCount() - shown);
 }
 
 void ReferenceList::AddCaption(const std::string& caption) {

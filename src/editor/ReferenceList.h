@@ -19,12 +19,15 @@ class ReferenceList : public mavro::TabPage {
 
   // Appends a place; `file` is relative to the project's folder.
   void AddRow(const std::string& file, int line, std::string_view message);
+  // The same in two steps, for many places: the list shows those that were kept when it is told.
+  void KeepRow(const std::string& file, int line, std::string_view message);
+  void ShowKept();
   // Appends a row that is no place but a heading for those after it.
   void AddCaption(const std::string& caption);
   // Appends to the last row's text; the text is cut at a readable length.
   void AppendToLast(std::string_view message);
   void Clear();
-  int RowCount() const { return list.rowCount; }
+  int RowCount() const { return static_cast<int>(places.size()); }
 
   // Opens the current place; does nothing when the file does not exist.
   void ShowCurrent();

@@ -89,18 +89,22 @@ class ProjectSearch::Results : public SearchListener {
  public:
   Results(ReferenceList& itsList, Progress& itsProgress, const std::vector<std::string>& itsPaths)
       : list(itsList), progress(itsProgress), paths(itsPaths) {}
+  ~Results() override { list.ShowKept(); }
+  Results(const Results&) = delete;
+  Results& operator=(const Results&) = delete;
 
   void Found(const std::string& path, size_t line, std::string_view text) override {
     if (path != lastPath) {
       lastPath = path;
       name = theProject.isOpen ? theProject.RelativeIfSame(path) : path;
     }
-    list.AddRow(name, static_cast<int>(line), text);
+    list.KeepRow(name, static_cast<int>(line), text);
   }
   void MissedFollow(size_t count) override {
     list.AddCaption("Only a full search finds " + Counted(count, "line:", "lines:"));
   }
   bool GoesOn(size_t done, size_t total) override {
+    list.ShowKept();
     return progress.GoesOn(paths[done], done, total);
   }
 

@@ -9,7 +9,7 @@
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   const size_t middle = bytes.find('\0');
-  if (middle == bytes.npos || bytes.size() > 300) return 0;
+  if (middle == bytes.npos || bytes.size() > 120) return 0;
   const std::string_view text = bytes.substr(middle + 1);
   const mavro::TextFinder finder({std::string(bytes.substr(0, middle)), false, false, true});
   size_t least = 0;

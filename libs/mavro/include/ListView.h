@@ -45,9 +45,9 @@ class ListView : public Control {
   int AddRow(const std::string& firstCell);
   // Appends a row with its cells, at most as many as there are columns.
   int AddCells(std::vector<std::string> cells);
-  // Appends a row with that item data whose cells are made when they are first shown or read, by
-  // `lateCells`: for lists of so many rows that most are never seen.
-  int AddLateRow(int data);
+  // Appends rows whose cells are made when they are first shown or read, by `lateCells`: for lists
+  // of so many rows that most are never seen. Their item data are numbers from `firstData` on.
+  void AddLateRows(int firstData, int count);
   std::function<std::vector<std::string>(int data)> lateCells;
   void RemoveRow(int row);
   // Row and column must exist. Row -1 means none, as in selectedIndex: it has no cells and no data,

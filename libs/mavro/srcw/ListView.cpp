@@ -106,6 +106,13 @@ void ListView::Impl::AddColumn(const std::string& title, int width) {
   if (hwnd) Window()->ColumnAdded(width);
 }
 
+void ListView::Impl::AddLateRows(int firstData, int count) {
+  if (count <= 0) return;
+  for (int i = 0; i < count; ++i) rows.push_back({{}, firstData + i, -1, true});
+  rowCount = vrowCount();
+  if (hwnd) Window()->RowsAdded();
+}
+
 int ListView::Impl::AddRow(Row row) {
   rows.push_back(std::move(row));
   rowCount = vrowCount();
@@ -236,8 +243,8 @@ int ListView::AddCells(std::vector<std::string> cells) {
   return TheImpl().AddRow({std::move(cells)});
 }
 
-int ListView::AddLateRow(int data) {
-  return TheImpl().AddRow({{}, data, -1, true});
+void ListView::AddLateRows(int firstData, int count) {
+  TheImpl().AddLateRows(firstData, count);
 }
 
 void ListView::RemoveRow(int row) {

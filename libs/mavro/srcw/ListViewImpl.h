@@ -41,6 +41,7 @@ class ListView::Impl : public SysImpl, public ListSource {
   Column& ColumnAt(int col);
   void AddColumn(const std::string& title, int width);
   int AddRow(Row row);
+  void AddLateRows(int firstData, int count);
   void MakeCells(int row) const;
   void RemoveRows(int first, int count);
   void SetCell(int row, int col, const std::string& cell);

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "DarkPalette.h"
 #include "EditReplaceDlg.h"
 #include "EditorForm.h"
 #include "FindCommands.h"
@@ -166,6 +167,25 @@ TEST_F(SciFind, Dialog_MarksAndCountsWhileTyping_AndFindsWithEnter) {
     form.editor.OnCommand(cSciFindPrevious);
     EXPECT_EQ(Selected(), "0-3");
   });
+}
+
+TEST_F(SciFind, OnADarkDesktop_HitsAndDialogsAreReadable) {
+  const QPalette before = QApplication::palette();
+  QApplication::setPalette(test::DarkPalette());
+  RunEditor(form, [&] {
+    form.Fill("@int count = 0;  // count\ncount += 1;\n");
+    theSearch.findText = "count";
+    for (const int id : {cSciFind, cSciReplace})
+      InDialog(id, [&](Form& dialog) {
+        EXPECT_THAT(test::UnreadableCaptions(dialog), testing::IsEmpty());
+        EXPECT_EQ(Said(dialog), "3 hits");
+        test::Shot(dialog, id == cSciFind ? "find-text-dark" : "replace-text-dark");
+        form.Settle();
+        test::Shot(form, "find-hits-dark");
+        EXPECT_GT(test::CountPixels(test::Pixels(form), test::AsPixel(cFoundGround, true)), 500);
+      });
+  });
+  QApplication::setPalette(before);
 }
 
 TEST_F(SciFind, Dialog_SaysWhatIsWrongWithAnExpression) {
