@@ -24,10 +24,7 @@ std::string ProjectPath() {
 
 void SearchWindow::ProjectOpened() {
   if (!undo.TakeLeft()) return;
-  form.SetStatus(
-      "Zendry ended after a replacement in this project. "
-      "\"Undo replace in project\" brings the old texts back",
-      "");
+  form.SetStatus("\"Undo replace in project\" can undo what an ended run has replaced", "");
   form.UpdateCommands();
 }
 

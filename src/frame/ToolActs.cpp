@@ -20,7 +20,7 @@ constexpr CommandRow cRows[] = {
      WhileBuilding::cRefused},
     {cReplaceInProjectCommand, "Replace In Project", cControlKey | cShiftKey | 'R', cNow,
      WhileBuilding::cRefused},
-    {cUndoReplaceCommand, "Undo replace in project", 0, cNow, WhileBuilding::cRefused},
+    {cUndoReplaceCommand, "&Undo replace in project", 0, cNow, WhileBuilding::cRefused},
     {mavro::cSeparatorRow},
     {cTidyCommand, "C++ source tidy", cControlKey | cShiftKey | cKeyF11, cNow,
      WhileBuilding::cRefused},
