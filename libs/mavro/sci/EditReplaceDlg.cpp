@@ -71,6 +71,7 @@ void EditReplaceDlg::OnReplaceAll(NotifyArgs&) {
 }
 
 void AskAndReplace(SciEditor& editor) {
+  if (editor.LineCount() == 0) return;
   EditReplaceDlg dialog(editor);
   dialog.Run(true);
 }

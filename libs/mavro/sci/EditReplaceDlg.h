@@ -23,7 +23,7 @@ class EditReplaceDlg : public EditorFindDlg {
   Button replace, replaceAll, close;
 };
 
-// Shows the dialog.
+// Shows the dialog. Does nothing if the editor has no window yet.
 void AskAndReplace(SciEditor& editor);
 
 }  // namespace mavro

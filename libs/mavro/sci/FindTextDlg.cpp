@@ -41,6 +41,7 @@ void FindTextDlg::OnFind(NotifyArgs&) {
 }
 
 void AskAndFind(SciEditor& editor) {
+  if (editor.LineCount() == 0) return;
   FindTextDlg dialog(editor);
   dialog.Run(true);
 }

@@ -20,7 +20,8 @@ class FindTextDlg : public EditorFindDlg {
   Button find, close;
 };
 
-// Shows the dialog; a selection within a line is the text to look for.
+// Shows the dialog; a selection within a line is the text to look for. Does nothing if the editor
+// has no window yet.
 void AskAndFind(SciEditor& editor);
 
 }  // namespace mavro
