@@ -105,8 +105,9 @@ class TreeWidget final : public QTreeView {
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::Fixed);
     const auto changed = [this] { width.Request(); };
-    connect(&model, &QAbstractItemModel::rowsInserted, &width, changed);
-    connect(&model, &QAbstractItemModel::rowsRemoved, &width, changed);
+    const auto moved = [this] { isWidthOld = true; };
+    connect(&model, &QAbstractItemModel::rowsInserted, &width, moved);
+    connect(&model, &QAbstractItemModel::rowsRemoved, &width, moved);
     connect(&model, &QAbstractItemModel::dataChanged, &width, changed);
     connect(&model, &QAbstractItemModel::modelReset, &width, changed);
     connect(this, &QTreeView::expanded, &width, changed);
@@ -125,6 +126,7 @@ class TreeWidget final : public QTreeView {
 
   void doItemsLayout() override {
     QTreeView::doItemsLayout();
+    if (std::exchange(isWidthOld, false)) width.Request();
     const QPersistentModelIndex before = std::exchange(top, QPersistentModelIndex());
     if (!before.isValid()) return;
     QScrollBar& bar = *verticalScrollBar();
@@ -135,7 +137,10 @@ class TreeWidget final : public QTreeView {
   std::function<void(TreeNode*)> chosen;
 
  protected:
+  // In a column that is too narrow the toolkit loses the node that a key leads to.
   void keyPressEvent(QKeyEvent* event) override {
+    executeDelayedItemsLayout();
+    width.Finish();
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter && Selected().isValid())
       Choose(Selected());
@@ -168,6 +173,7 @@ class TreeWidget final : public QTreeView {
   // Makes the column as wide as the shown nodes. The header's own mode would measure after each
   // added node.
   Pacer width{[this] { resizeColumnToContents(0); }};
+  bool isWidthOld = false;    // nodes have come or gone since the last layout
   QPersistentModelIndex top;  // valid between a change and the layout after it
   int placeOfTop = 0;
 

@@ -158,6 +158,22 @@ TEST(TreeView, NodesAboveTheShownPart_ComeAndGo_TheShownPartStays) {
   });
 }
 
+TEST(TreeView, KeyRightAfterNodesCame_IsNotLost) {
+  TreeForm form;
+  test::RunForm(form, false, [&] {
+    form.tree->Focus();
+    for (int i = 0; i < 5; ++i) {
+      TreeNode* folder = form.tree->AddNode(nullptr, "f", 0);
+      form.tree->AddNode(folder, "a much longer text", 100 + i);
+      form.tree->Select(folder);
+      test::Key(form, Qt::Key_Right);
+      test::Key(form, Qt::Key_Down);
+      ASSERT_NE(form.tree->Selected(), nullptr) << i;
+      EXPECT_EQ(form.tree->Selected()->data, 100 + i);
+    }
+  });
+}
+
 TEST(TreeView, Click_SelectsAndTells) {
   TreeForm form;
   test::RunForm(form, false, [&] {
