@@ -20,8 +20,6 @@ constexpr int cDataMember = 'm';
 constexpr size_t cMostOverloads = 200;
 constexpr size_t cMostFiles = 2000;  // that one file includes
 constexpr std::string_view cCallOperator = "operator ()";
-constexpr std::string_view cTypeWords =
-    "const volatile struct class enum union unsigned signed long short typename";
 constexpr std::string_view cMakers = "make_unique make_shared make_unique_for_overwrite";
 
 bool IsFunction(const TagItem& item) {
@@ -39,31 +37,6 @@ std::string_view LastName(std::string_view name) {
 
 std::string_view BaseName(std::string_view path) {
   return path.substr(path.find_last_of('/') + 1);
-}
-
-// Appends a parameter without its name and default value.
-void AppendType(std::string& types, const CodeTokens& tokens, int begin, int end) {
-  for (int at = begin; at < end; ++at)
-    if (tokens.Is(at, "=")) end = at;
-  const auto isType = [&](int at) {
-    return tokens.IsWord(at) && !tokens.IsOneOf(at, cTypeWords) && !tokens.Is(at - 1, "::");
-  };
-  int words = 0;
-  for (int at = begin; at < end; ++at) words += isType(at);
-  if (words > 1 && isType(end - 1)) --end;
-  for (int at = begin; at < end; ++at) types.append(tokens.Text(at)) += ' ';
-  types += ',';
-}
-
-// The types of the parameters: the same for a prototype and the function's definition.
-std::string ParameterTypes(const Callable& callable) {
-  const CallSignature signature = SignatureOf({{}, {}, callable.parameters});
-  std::string types;
-  for (const auto& [start, end] : signature.parameters) {
-    const CodeTokens tokens(signature.label.substr(start, end - start));
-    AppendType(types, tokens, 0, tokens.Count());
-  }
-  return types;
 }
 
 // The files that a file includes, and those that they include, by their names.
@@ -300,7 +273,7 @@ ExprTypes::CallableList ExprTypes::Read(const std::vector<const TagItem*>& items
   for (const TagItem* item : items) {
     std::optional<Callable> callable = tagText.CallableOf(*item, budget);
     if (!callable) continue;
-    const std::string types = item->owner ? std::string() : ParameterTypes(*callable);
+    const std::string types = item->owner ? std::string() : ParameterTypes(callable->parameters);
     const auto [place, isNew] = places.try_emplace(types, found.size());
     if (item->owner || isNew)
       found.push_back(std::move(*callable));
