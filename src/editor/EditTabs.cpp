@@ -165,7 +165,14 @@ CppEditor* EditTabs::NewTab(const std::string& path) {
   return &editor;
 }
 
+void EditTabs::LeavePlace() {
+  if (!Active()) return;
+  mavro::NotifyArgs args{this, 0};
+  onLeavePlace.Fire(args);
+}
+
 CppEditor* EditTabs::GoTo(const std::string& path, int line) {
+  LeavePlace();
   CppEditor* editor = OpenFile(path);
   if (editor && line > 0) editor->ShowLine(line);
   return editor;
@@ -325,7 +332,7 @@ void EditTabs::GoToCounterpart() {
   const EditTab* tab = Active();
   if (!tab || tab->editor->fileName.empty()) return;
   const std::string found = FindCounterpart(tab->editor->fileName, theProject);
-  if (!found.empty()) OpenFile(found);
+  if (!found.empty()) GoTo(found, 0);
 }
 
 void EditTabs::RemoveMark(EditorMark mark) {

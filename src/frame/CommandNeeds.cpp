@@ -2,6 +2,7 @@
 
 #include "SciCommands.h"
 #include "base/FileCommands.h"
+#include "browser/BrowserActs.h"
 #include "build/BuildActs.h"
 #include "editor/EditorActs.h"
 #include "frame/PrjActs.h"
@@ -69,6 +70,11 @@ constexpr NeedsRow cRows[] = {
     {cProjectOptionsCommand, cProject},
     {cCreateMakefileCommand, cProject},
     {cTidyCommand, cTab},
+    {cAddMemberCommand, cTab},
+    {cOpenBrowserCommand, cTab},
+    {cDeleteMemberCommand, cClassNode},
+    {cBackCommand, cPlaceBehind},
+    {cForwardCommand, cPlaceAhead},
     {cShowLeftCommand, cHiddenLeftPanel},
     {cShowBottomCommand, cHiddenBottomPanel},
 };

@@ -22,7 +22,10 @@ enum class Needs {
   cBuildSource,  // in front: of the project, or any source as long as no project is open
   cProjectOrSource,
   cTabOrProject,
-  cErrors,  // in the error list
+  cErrors,       // in the error list
+  cClassNode,    // selected in the class tree
+  cPlaceBehind,  // that the user came from
+  cPlaceAhead,
   cRecentFiles,
   cRecentProjects,
   cHiddenLeftPanel,

@@ -17,6 +17,7 @@
 #include "project/Project.h"
 #include "rescue/Rescue.h"
 #include "rescue/TextRescue.h"
+#include "wizards/ClassWizard.h"
 
 // The main window: how it is put together and what its own controls do.
 
@@ -50,6 +51,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
     : sources(theProject, *this),
       completion(sources),
       toolPanel(leftTabs),
+      classTree(theProject, &editTabs),
       startup(std::move(newStartup)) {
   theMainForm = this;
   theProject.SetShell(this);
@@ -57,7 +59,8 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
   theBuildActs.Bind(theBuilder, theProject, *this);
   theEditorActs.Bind(&editTabs);
   theToolActs.Bind(&editTabs);
-  theBrowserActs.Bind(&editTabs);
+  theBrowserActs.Bind({&editTabs, &classTree, &completion.wizard, &sources,
+                       [this] { AddClassMember(editTabs, completion.wizard, sources); }});
   text = "Zendry";
   center = false;
   acceptFiles = true;
@@ -80,7 +83,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
 MainForm::~MainForm() {
   theEditorActs.Bind(nullptr);
   theToolActs.Bind(nullptr);
-  theBrowserActs.Bind(nullptr);
+  theBrowserActs.Bind({});
   editTabs.DetachHost();
   theProject.SetShell(nullptr);
   theMainForm = nullptr;
@@ -128,6 +131,7 @@ void MainForm::InitPanels() {
 
   toolPanel.onClosePanel.Add_H(this, &MainForm::OnCloseLeft);
   buildMode.onSelChanged.Add_H(this, &MainForm::OnBuildMode);
+  classTree.onChangeSel.Add_H(this, &MainForm::OnClassNode);
   onCreate.Add_H(this, &MainForm::OnCreated);
   onShow.Add_H(this, &MainForm::OnShown);
   onActivate.Add_H(this, &MainForm::OnActivated);
@@ -308,6 +312,10 @@ void MainForm::ShowPart(mavro::Control& part, bool on) {
   mavro::RunPendingLayout(part.parent);  // if it is deeper in the window
   UpdateCommands();
   UpdateViewMarks();
+}
+
+void MainForm::OnClassNode(mavro::NotifyArgs&) {
+  UpdateCommands();
 }
 
 void MainForm::OnCloseBottom(mavro::NotifyArgs&) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "base/Shell.h"
+#include "browser/ClassTree.h"
 #include "code/Completion.h"
 #include "config/IdeSession.h"
 #include "debug/WatchList.h"
@@ -108,8 +109,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void SaveChangedFiles() override;
   void RemoveErrorMark() override;
   std::vector<EditorText*> OpenTexts() override;
-  // No panel shows tags yet.
-  void TagsChanged() override {}
+  void TagsChanged() override { classTree.TagsChanged(); }
   bool IsDebuggerRunning() override;
 
   // Group: the panels.
@@ -138,7 +138,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   ReferenceList resultList{"Result", cNoMark, editTabs};
   mavro::SplitContainer hSplit;
   mavro::SplitContainer vSplit;
-  mavro::TreeView classTree;
+  ClassTree classTree;
   ProjectTree projectTree;
 
  private:
@@ -178,6 +178,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void OnPaneButton(mavro::NotifyArgs& args);
   void OnToolButton(mavro::NotifyArgs& args);
   void OnBuildMode(mavro::ItemArgs& args);
+  void OnClassNode(mavro::NotifyArgs& args);
 
   void OnKeyPreview(mavro::NotifyArgs& args);
   MetNeeds NeedsMetNow();

@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "base/Paths.h"
+#include "browser/BrowserActs.h"
 #include "build/BuildActs.h"
 #include "config/IdeSession.h"
 #include "frame/MainForm.h"
@@ -54,6 +55,10 @@ MetNeeds MainForm::NeedsMetNow() {
   set(Needs::cRecentProjects, !theIdeSession.recentProjects.items.empty());
   set(Needs::cHiddenLeftPanel, !leftPanel.visible);
   set(Needs::cHiddenBottomPanel, !bottomPanel.visible);
+  const mavro::TreeNode* classNode = classTree.Selected();
+  set(Needs::cClassNode, classNode && classNode->parent);
+  set(Needs::cPlaceBehind, theBrowserActs.CanGoBack());
+  set(Needs::cPlaceAhead, theBrowserActs.CanGoForward());
   const EditTab* tab = editTabs.Active();
   set(Needs::cTabOrProject, tab || theProject.isOpen);
   if (!tab) return now;

@@ -57,14 +57,17 @@ void MainForm::ShowBottomPage(BottomPage page) {
 
 void MainForm::AddTreeNode(const std::string& path, int nodeId, int type) {
   projectTree.AddNode(path, nodeId, type);
+  classTree.TagsChanged();
 }
 
 void MainForm::RemoveTreeNode(int nodeId) {
   projectTree.RemoveFileNode(nodeId);
+  classTree.TagsChanged();
 }
 
 void MainForm::ClearTree() {
   projectTree.Clear();
+  classTree.TagsChanged();
 }
 
 void MainForm::SelectTreeRoot() {

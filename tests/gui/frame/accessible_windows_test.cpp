@@ -5,6 +5,7 @@
 
 #include "GoToLineDlg.h"
 #include "IdeDriver.h"
+#include "browser/BrowserActs.h"
 
 namespace zendry {
 namespace {
@@ -98,10 +99,12 @@ TEST(AccessibleWindows, Parts_AreCalledByWhatTheyShow) {
 
 TEST(AccessibleWindows, Dialogs) {
   IdeDriver ide;
-  ide.Run({ide.Project({{"a.cpp", "int a;\n"}})}, [&] {
+  ide.Run({ide.Project({{"a.cpp", "class A {\n  int a;\n};\n"}})}, [&] {
     theMainForm->editTabs.OpenFile(ide.files.Path("a.cpp"));
     const std::pair<const char*, std::function<void()>> rows[] = {
         {"New", [] { theFileActs.OnCommand(theFileActs.actNew->id); }},
+        {"Class wizard", [] { theBrowserActs.OnCommand(cAddMemberCommand); }},
+        {"Browser", [] { theBrowserActs.OnCommand(cOpenBrowserCommand); }},
         {"Recent files", [] { theFileActs.OnCommand(cRecentFilesCommand); }},
         {"Recent projects", [] { theFileActs.OnCommand(cRecentProjectsCommand); }},
         {"Go to", [] { mavro::AskGoToLine(*theMainForm->editTabs.Active()->editor); }}};
