@@ -1,0 +1,8 @@
+#pragma once
+
+namespace zendry {
+
+// The session behind the Debugger.
+class DebugSession {};
+
+}  // namespace zendry
