@@ -52,6 +52,12 @@ class ListView : public Control {
   // Picture of a row's first cell, an index in `imageList`; -1 for none.
   void SetItemImage(int row, int image);
   int GetItemImage(int row) const;
+  // Shows a cell in a colour and weight that catch the eye, as for a value that has just changed.
+  void MarkCell(int row, int col, bool on);
+  bool IsCellMarked(int row, int col) const;
+  // The text of a cell's tip, for a cell that holds only a part of it; empty: the cell's own text.
+  // A tip shows when the mouse rests on a cell that doesn't show its text whole.
+  void SetCellTip(int row, int col, const std::string& tip);
   void Clear();  // all rows
   // Selects a row and scrolls it into view; -1 selects none.
   void Select(int row);

@@ -71,6 +71,29 @@ std::string_view ListView::Impl::Cell(int row, int column) const {
                                                     : std::string_view();
 }
 
+const ListView::Impl::CellExtra* ListView::Impl::ExtraOf(int row, int column) const {
+  const auto& extras = rows[static_cast<size_t>(row)].extras;
+  const auto index = static_cast<size_t>(column);
+  return extras && index < extras->size() ? &(*extras)[index] : nullptr;
+}
+
+ListView::Impl::CellExtra& ListView::Impl::EnsureExtra(int row, int col) {
+  auto& extras = rows[static_cast<size_t>(row)].extras;
+  if (!extras) extras = std::make_unique<std::vector<CellExtra>>();
+  if (extras->size() <= static_cast<size_t>(col)) extras->resize(static_cast<size_t>(col) + 1);
+  return (*extras)[static_cast<size_t>(col)];
+}
+
+bool ListView::Impl::IsMarked(int row, int column) const {
+  const CellExtra* extra = ExtraOf(row, column);
+  return extra && extra->isMarked;
+}
+
+std::string_view ListView::Impl::CellTip(int row, int column) const {
+  const CellExtra* extra = ExtraOf(row, column);
+  return extra ? extra->tip : std::string_view();
+}
+
 bool ListView::Impl::IsEditable(int column) const {
   return look.editLabels && columns[static_cast<size_t>(column)].editable;
 }
@@ -99,7 +122,7 @@ void ListView::Impl::AddColumn(const std::string& title, int width) {
 }
 
 int ListView::Impl::AddRow(std::vector<std::string> cells) {
-  rows.push_back({std::move(cells), 0, -1});
+  rows.push_back({std::move(cells), 0, -1, nullptr});
   rowCount = vrowCount();
   if (hwnd) Window()->RowsAdded();
   return rowCount - 1;
@@ -235,6 +258,25 @@ std::string ListView::GetCell(int row, int col) const {
   const Impl& list = TheImpl();
   list.CheckCell(row, col);
   return row == -1 ? std::string() : std::string(list.Cell(row, col));
+}
+
+void ListView::MarkCell(int row, int col, bool on) {
+  Impl& list = TheImpl();
+  list.CheckCell(row, col);
+  if (row == -1 || list.IsMarked(row, col) == on) return;
+  list.EnsureExtra(row, col).isMarked = on;
+  if (impl->hwnd) list.Window()->RowChanged(row);
+}
+
+bool ListView::IsCellMarked(int row, int col) const {
+  TheImpl().CheckCell(row, col);
+  return row != -1 && TheImpl().IsMarked(row, col);
+}
+
+void ListView::SetCellTip(int row, int col, const std::string& tip) {
+  Impl& list = TheImpl();
+  list.CheckCell(row, col);
+  if (row != -1 && list.CellTip(row, col) != tip) list.EnsureExtra(row, col).tip = tip;
 }
 
 void ListView::SetItemData(int row, int data) {

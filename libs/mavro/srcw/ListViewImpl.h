@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "ListView.h"
 #include "NativeLists.h"
 #include "SysImpl.h"
@@ -14,10 +16,15 @@ class ListView::Impl : public SysImpl, public ListSource {
     int width = 0;
     bool editable = true;
   };
+  struct CellExtra {
+    bool isMarked = false;
+    std::string tip;
+  };
   struct Row {
     std::vector<std::string> cells;
     int data = 0;
     int image = -1;
+    std::unique_ptr<std::vector<CellExtra>> extras;  // by column; most rows have none
   };
 
   void Create() override;
@@ -30,6 +37,8 @@ class ListView::Impl : public SysImpl, public ListSource {
   std::string_view ColumnTitle(int column) const override;
   std::string_view Cell(int row, int column) const override;
   int RowImage(int row) const override { return rows[static_cast<size_t>(row)].image; }
+  bool IsMarked(int row, int column) const override;
+  std::string_view CellTip(int row, int column) const override;
   bool IsEditable(int column) const override;
 
   int vrowCount() const { return static_cast<int>(rows.size()); }
@@ -42,6 +51,8 @@ class ListView::Impl : public SysImpl, public ListSource {
   int AddRow(std::vector<std::string> cells);
   void RemoveRows(int first, int count);
   void SetCell(int row, int col, const std::string& cell);
+  // Of a cell that has or gets one.
+  CellExtra& EnsureExtra(int row, int col);
   void Sort(int col, bool ascending);
 
   // Setters of the properties.
@@ -60,6 +71,7 @@ class ListView::Impl : public SysImpl, public ListSource {
  private:
   ListView& TheList() const { return *static_cast<ListView*>(owner); }
   void OnEdited(const ListViewHeader& told);
+  const CellExtra* ExtraOf(int row, int column) const;
 
   bool destroying = false;
 };
