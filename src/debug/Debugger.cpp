@@ -44,6 +44,8 @@ void Debugger::CarryOut(int) {}
 
 void Debugger::Bind(Project&, Builder&, Shell&, DebugView&) {}
 
+void Debugger::Unbind() {}
+
 DebugState Debugger::State() const {
   return DebugState::cNotRunning;
 }
@@ -73,6 +75,7 @@ bool Debugger::ChangeExpression(int, int, const std::string&) {
   return false;
 }
 void Debugger::ClearCurrent() {}
+void Debugger::ClearWatches(int) {}
 void Debugger::RefreshDisplays() {}
 
 void Debugger::PrintTip(const std::string& expression) {

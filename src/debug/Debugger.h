@@ -54,6 +54,8 @@ class Debugger : public CommandList {
 
   // Whom the session works for; none is owned. Before this call, commands do nothing.
   void Bind(Project& project, Builder& builder, Shell& shell, DebugView& view);
+  // Ends the session at once and forgets them.
+  void Unbind();
 
   // --- State
 
@@ -103,8 +105,9 @@ class Debugger : public CommandList {
   // An expression was edited in place. An empty text removes the row; the row after the last one
   // adds. False, and nothing has changed, if another row has the text.
   bool ChangeExpression(int list, int row, const std::string& text);
-  // Removes all rows of the list in front.
+  // Removes all rows of the list in front; of a list.
   void ClearCurrent();
+  void ClearWatches(int list);
   // Another list came to the front, or its values are wanted again.
   void RefreshDisplays();
 

@@ -38,7 +38,7 @@ class EditTab : public mavro::TabPage {
   void OnContextMenu(mavro::MouseArgs& args);
 
   EditTabs& tabs;
-  int pressedAt = 0;  // where the mouse was last pressed, measured from the editor's left edge
+  int pressedX = 0, pressedY = 0;  // where the mouse was last pressed, in the editor
 };
 
 // The open files, one tab each. All code that shows a place in a file uses this class. Owns its

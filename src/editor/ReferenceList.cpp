@@ -37,7 +37,7 @@ ReferenceList::ReferenceList(const std::string& caption, EditorMark newMark, Edi
 void ReferenceList::AddRow(const std::string& file, int line, std::string_view message) {
   const int row = list.AddRow(MarkControlBytes(file));
   list.SetItemData(row, line);
-  list.SetCell(row, cLineColumn, std::to_string(line));
+  if (!file.empty()) list.SetCell(row, cLineColumn, std::to_string(line));
   list.SetCell(row, cTextColumn, MarkControlBytes(message.substr(0, cMaxRowText)));
   files.push_back(file);
 }
@@ -56,12 +56,15 @@ void ReferenceList::Clear() {
   list.Clear();
   list.selectedIndex = -1;
   files.clear();
+  ++clearings;
 }
 
 void ReferenceList::ShowCurrent() {
   const int row = list.selectedIndex;
   if (row < 0 || row >= RowCount()) return;
-  const std::string path = theProject.GetFullPath(files[static_cast<size_t>(row)]);
+  const std::string& file = files[static_cast<size_t>(row)];
+  if (file.empty()) return;
+  const std::string path = theProject.GetFullPath(file);
   if (!mavro::FileExists(path)) return;
   const int line = list.GetItemData(row);
   CppEditor* editor = tabs.GoTo(path, line);

@@ -17,12 +17,15 @@ class ReferenceList : public mavro::TabPage {
   // `newMark` is put beside the current place in its editor. `itsTabs` shows the places.
   ReferenceList(const std::string& caption, EditorMark newMark, EditTabs& itsTabs);
 
-  // Appends a place; `file` is relative to the project's folder.
+  // Appends a place; `file` is relative to the project's folder. A row without a file has only the
+  // text.
   void AddRow(const std::string& file, int line, std::string_view message);
   // Appends to the last row's text; the text is cut at a readable length.
   void AppendToLast(std::string_view message);
   void Clear();
   int RowCount() const { return list.rowCount; }
+  // Counts the calls of Clear: whoever has filled the list finds out if others have since.
+  int Clearings() const { return clearings; }
 
   // Opens the current place; does nothing when the file does not exist.
   void ShowCurrent();
@@ -39,6 +42,7 @@ class ReferenceList : public mavro::TabPage {
 
   const EditorMark mark;
   EditTabs& tabs;
+  int clearings = 0;
   std::vector<std::string> files;  // of each row, as given: the list shows them with marks
 };
 

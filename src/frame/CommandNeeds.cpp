@@ -3,6 +3,7 @@
 #include "SciCommands.h"
 #include "base/FileCommands.h"
 #include "build/BuildActs.h"
+#include "debug/Debugger.h"
 #include "editor/EditorActs.h"
 #include "frame/PrjActs.h"
 #include "frame/ToolActs.h"
@@ -68,6 +69,21 @@ constexpr NeedsRow cRows[] = {
     {cRemoveFileCommand, cProject},
     {cProjectOptionsCommand, cProject},
     {cCreateMakefileCommand, cProject},
+    {cBreakpointCommand, cBreakableLine},
+    {cClearBreakpointsCommand, cBreakpoints},
+    {cAddWatchCommand, cTab},
+    {cClearWatchesCommand, cWatches},
+    {cStepIntoCommand, cStep},
+    {cStepOutCommand, cStep},
+    {cStepOverCommand, cStep},
+    {cRunToCursorCommand, cStepInSource},
+    {cRunCommand, cStep},
+    {cRunPlainCommand, cRunPlain},
+    {cPauseCommand, cRunning},
+    {cStopDebugCommand, cSession},
+    {cViewStackCommand, cPaused},
+    {cCommanderCommand, cSession},
+    {cParametersCommand, cProject},
     {cTidyCommand, cTab},
     {cShowLeftCommand, cHiddenLeftPanel},
     {cShowBottomCommand, cHiddenBottomPanel},

@@ -70,6 +70,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
   InitMenus();
   InitBars();
   InitPanels();
+  debugWindow.Begin();
   SetEditorCommandsEnabled(false);
   for (mavro::Menu* menu : menus.menus) UpdateMenu(*menu);
   UpdateMenu(barMenu.root);
@@ -78,6 +79,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
 }
 
 MainForm::~MainForm() {
+  debugWindow.End();
   theEditorActs.Bind(nullptr);
   theToolActs.Bind(nullptr);
   theBrowserActs.Bind(nullptr);
@@ -264,6 +266,7 @@ void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
     args.value = 0;
     return;
   }
+  theDebugger.Stop();
   TakePlacement();
   theIdeSession.Save(placement);
   const std::string error = theIdeSession.TakeError();
@@ -332,6 +335,11 @@ void MainForm::ClearPane(int index) {
 
 void MainForm::ShowPage(int index) {
   bottomTabs.selectedIndex = index;
+}
+
+void MainForm::OpenPage(int index) {
+  if (!bottomPanel.visible) ShowPart(bottomPanel, true);
+  ShowPage(index);
 }
 
 void MainForm::OnBuildMode(mavro::ItemArgs&) {

@@ -12,6 +12,7 @@
 #include "editor/EditorHost.h"
 #include "editor/ReferenceList.h"
 #include "frame/CommandNeeds.h"
+#include "frame/DebugWindow.h"
 #include "frame/ProjectTree.h"
 #include "frame/StartFiles.h"
 #include "frame/StartupFile.h"
@@ -53,6 +54,8 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   // Panels.
   void ClearPane(int index);
   void ShowPage(int index);
+  // The same, for a page that the user has asked for: the pane is shown if it was closed.
+  void OpenPage(int index);
 
   // The frame of the window. Ties the stop button to a command; a negative id disables it.
   void SetRunState(int id);
@@ -111,6 +114,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   // No panel shows tags yet.
   void TagsChanged() override {}
   bool IsDebuggerRunning() override;
+  void ProjectReplaced() override;
 
   // Group: the panels.
   mavro::MenuBar menus;
@@ -140,6 +144,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   mavro::SplitContainer vSplit;
   mavro::TreeView classTree;
   ProjectTree projectTree;
+  DebugWindow debugWindow{*this};
 
  private:
   // Group: calls from the editors to the window.
@@ -147,6 +152,11 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void FrontChanged() override;
   void ShowWhyNoCopy(const std::string& reason) override;
   void FileOpened(const std::string& path) override;
+  void TabOpened(const std::string& path) override { debugWindow.TabOpened(path); }
+  void TabClosing(const std::string& path) override { debugWindow.TabClosing(path); }
+  void MarginClicked(const CppEditor& editor, int line) override {
+    debugWindow.MarginClicked(editor, line);
+  }
   void SaveProject() override;
   void SaveSession() override;
   void AskForNewFile() override;

@@ -4,6 +4,7 @@
 #include "base/Paths.h"
 #include "build/BuildActs.h"
 #include "config/IdeSession.h"
+#include "debug/Debugger.h"
 #include "frame/MainForm.h"
 #include "project/Project.h"
 
@@ -54,6 +55,18 @@ MetNeeds MainForm::NeedsMetNow() {
   set(Needs::cRecentProjects, !theIdeSession.recentProjects.items.empty());
   set(Needs::cHiddenLeftPanel, !leftPanel.visible);
   set(Needs::cHiddenBottomPanel, !bottomPanel.visible);
+  const DebugState state = theDebugger.State();
+  const bool isIdle = state == DebugState::cNotRunning;
+  const bool isPaused = state == DebugState::cPaused;
+  const auto& watched =
+      theDebugger.watches.lists[static_cast<size_t>(debugWindow.CurrentWatchList())];
+  set(Needs::cBreakpoints, !theDebugger.breakpoints.entries.empty());
+  set(Needs::cWatches, !watched.empty());
+  set(Needs::cPaused, isPaused);
+  set(Needs::cRunning, state == DebugState::cRunning);
+  set(Needs::cSession, !isIdle);
+  set(Needs::cStep, isPaused || (isIdle && theProject.isOpen));
+  set(Needs::cRunPlain, isIdle && theProject.isOpen);
   const EditTab* tab = editTabs.Active();
   set(Needs::cTabOrProject, tab || theProject.isOpen);
   if (!tab) return now;
@@ -74,6 +87,12 @@ MetNeeds MainForm::NeedsMetNow() {
   const bool isSource = IsBuildSourceNow(editor.fileName);
   set(Needs::cBuildSource, isSource);
   set(Needs::cProjectOrSource, theProject.isOpen || isSource);
+  const bool isBreakable = !editor.fileName.empty() && editor.language;
+  set(Needs::cBreakableLine, isBreakable);
+  const bool canStep = isPaused || (isIdle && (theProject.isOpen || isSource));
+  set(Needs::cStep, canStep);
+  set(Needs::cStepInSource, canStep && isBreakable);
+  set(Needs::cRunPlain, isIdle && canStep);
   return now;
 }
 

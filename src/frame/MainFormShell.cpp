@@ -171,6 +171,10 @@ bool MainForm::IsDebuggerRunning() {
   return theDebugger.IsRunning();
 }
 
+void MainForm::ProjectReplaced() {
+  theDebugger.Reset();
+}
+
 void MainForm::Say(const std::string& said) {
   SetStatus(said, "");
 }
@@ -205,19 +209,19 @@ void MainForm::AskForNewFile() {
 }
 
 mavro::ContextMenu& MainForm::TextMenu() {
-  mavro::ContextMenu& menu = EditorTextMenu();
+  mavro::ContextMenu& menu = theDebugger.IsRunning() ? EditorDebugMenu() : EditorTextMenu();
   UpdateMenu(menu.root);
   return menu;
 }
 
 mavro::ContextMenu& MainForm::MarginMenu() {
-  mavro::ContextMenu& menu = EditorMarginMenu();
+  mavro::ContextMenu& menu = theDebugger.IsRunning() ? EditorDebugMenu() : EditorMarginMenu();
   UpdateMenu(menu.root);
   return menu;
 }
 
 bool MainForm::WantsValueTips() {
-  return theDebugger.IsRunning() && theIdeSession.debuggerTips;
+  return debugWindow.WantsValueTips();
 }
 
 void MainForm::ShowValueTip(const std::string& expression) {

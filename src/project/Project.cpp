@@ -38,6 +38,11 @@ void Project::SetInstallFolder(const std::string& newFolder) {
 }
 
 void Project::Init(const std::string& path, int newType) {
+  shell->ProjectReplaced();
+  Begin(path, newType);
+}
+
+void Project::Begin(const std::string& path, int newType) {
   type = newType;
   SetDefaultOptions(newType);
   isOpen = true;
@@ -68,7 +73,7 @@ void Project::OpenSingleFile(const std::string& path) {
   const std::string fullPath = TidyPath(AbsolutePath(path));
   implicit = true;
   Clear();
-  Init(ChangeExtension(fullPath, "zpj"), cConsole);
+  Begin(ChangeExtension(fullPath, "zpj"), cConsole);
   AddFile(BaseName(fullPath));
   shell->SelectTreeRoot();
   shell->TagsChanged();

@@ -58,6 +58,7 @@ class IdeDriver {
     zendry::theProject.modified = false;
     zendry::theProject.mode = zendry::cRelease;
     zendry::theIdeConfig = {};
+    zendry::theDebugger.Reset();
   }
   ~IdeDriver() {
     zendry::theIdeConfig = {};
