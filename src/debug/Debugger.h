@@ -54,6 +54,8 @@ class Debugger : public CommandList {
 
   // Whom the session works for; none is owned. Before this call, commands do nothing.
   void Bind(Project& project, Builder& builder, Shell& shell, DebugView& view);
+  // The window goes: ends the session, says nothing to it any more.
+  void Unbind();
 
   // --- State
 
@@ -105,6 +107,7 @@ class Debugger : public CommandList {
   bool ChangeExpression(int list, int row, const std::string& text);
   // Removes all rows of the list in front.
   void ClearCurrent();
+  void ClearWatches(int list);
   // Another list came to the front, or its values are wanted again.
   void RefreshDisplays();
 
