@@ -9,6 +9,7 @@ int Breakpoints::Add(const std::string& file, int line, int handle) {
   added.file = file;
   added.line = line;
   added.handle = handle;
+  added.key = ++lastKey;
   entries.push_back(std::move(added));
   return static_cast<int>(entries.size()) - 1;
 }
@@ -29,6 +30,12 @@ int Breakpoints::Find(std::string_view file, int line) const {
   return found == entries.end() ? cNone : static_cast<int>(found - entries.begin());
 }
 
+int Breakpoints::FindKey(int key) const {
+  const auto found = std::find_if(entries.begin(), entries.end(),
+                                  [key](const Breakpoint& entry) { return entry.key == key; });
+  return found == entries.end() ? cNone : static_cast<int>(found - entries.begin());
+}
+
 bool Breakpoints::Has(int index) const {
   return index >= 0 && index < static_cast<int>(entries.size());
 }
@@ -38,6 +45,7 @@ void Breakpoints::ForgetNumbers() {
     entry.id = 0;
     entry.isPending = false;
     entry.refusal.clear();
+    entry.locations = 1;
   }
   awaited = cNone;
 }

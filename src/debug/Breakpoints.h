@@ -15,6 +15,8 @@ struct Breakpoint {
   std::string file;        // full path
   bool isPending = false;  // gdb waits for a library that has its source
   std::string refusal;     // what gdb has said instead of setting it; empty if it has
+  int locations = 1;       // of a template or an inlined function: more than one
+  int key = 0;             // tells it apart from all others
 };
 
 // The project's breakpoints, in the order in which they were set.
@@ -28,12 +30,17 @@ class Breakpoints {
   void Clear();
   // The entry of a file's line, else cNone.
   int Find(std::string_view file, int line) const;
+  // The entry of a key, else cNone.
+  int FindKey(int key) const;
   bool Has(int index) const;
   // A new gdb has no number for any of them.
   void ForgetNumbers();
 
   std::vector<Breakpoint> entries;
   int awaited = cNone;  // the entry whose reply is awaited
+
+ private:
+  int lastKey = 0;
 };
 
 }  // namespace zendry

@@ -54,7 +54,7 @@ class Debugger : public CommandList {
 
   // Whom the session works for; none is owned. Before this call, commands do nothing.
   void Bind(Project& project, Builder& builder, Shell& shell, DebugView& view);
-  // Ends the session at once and forgets them.
+  // The window goes: ends the session, says nothing to it any more.
   void Unbind();
 
   // --- State
@@ -105,7 +105,7 @@ class Debugger : public CommandList {
   // An expression was edited in place. An empty text removes the row; the row after the last one
   // adds. False, and nothing has changed, if another row has the text.
   bool ChangeExpression(int list, int row, const std::string& text);
-  // Removes all rows of the list in front; of a list.
+  // Removes all rows of the list in front.
   void ClearCurrent();
   void ClearWatches(int list);
   // Another list came to the front, or its values are wanted again.

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+namespace mavro {
+
+// Wakes the message loop when a descriptor becomes readable, and calls a handler in each idle pass
+// as long as it lives. The handler must not block; it may destroy this object and make others. The
+// descriptor is not owned and must stay open as long as it is watched.
+class IdleWatch {
+ public:
+  using Handler = std::function<void()>;
+
+  IdleWatch(int descriptor, Handler handler);
+  ~IdleWatch();
+  IdleWatch(const IdleWatch&) = delete;
+  IdleWatch& operator=(const IdleWatch&) = delete;
+
+ private:
+  struct Entry;
+  std::shared_ptr<Entry> entry;
+};
+
+// Calls a handler once, in the idle pass after a time has passed. For programs without a window
+// too. Destroying it or starting it again drops what was due.
+class IdleTimer {
+ public:
+  IdleTimer();
+  ~IdleTimer();
+  IdleTimer(const IdleTimer&) = delete;
+  IdleTimer& operator=(const IdleTimer&) = delete;
+
+  void Start(int milliseconds, IdleWatch::Handler handler);
+  void Stop();
+  bool IsRunning() const { return watch != nullptr; }
+
+ private:
+  int descriptor = -1;
+  std::unique_ptr<IdleWatch> watch;
+};
+
+}  // namespace mavro
