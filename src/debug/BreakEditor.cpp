@@ -74,7 +74,6 @@ BreakEditor::BreakEditor(Debugger& itsDebugger, EditTabs& itsTabs)
 // Rows are kept, so that a cell that is being edited stays open.
 void BreakEditor::Fill() {
   const auto& entries = debugger.breakpoints.entries;
-  const int selected = list.selectedIndex;
   list.rowCount = static_cast<int>(entries.size());
   for (int row = 0; row < list.rowCount; ++row) {
     const Breakpoint& entry = entries[static_cast<size_t>(row)];
@@ -85,7 +84,7 @@ void BreakEditor::Fill() {
     list.SetCell(row, cIdColumn, entry.id > 0 ? std::to_string(entry.id) : "");
     list.SetCellTip(row, cIdColumn, MarkControlBytes(entry.refusal));
   }
-  SelectRow(selected);
+  UpdateButtons();
 }
 
 void BreakEditor::SelectRow(int row) {
@@ -132,6 +131,8 @@ void BreakEditor::OnCondition(mavro::NotifyArgs&) {
 void BreakEditor::OnEdited(mavro::ItemArgs& args) {
   if (!debugger.breakpoints.Has(args.row)) return;
   debugger.SetCondition(args.row, args.text);
+  if (debugger.breakpoints.Has(args.row))
+    args.text = debugger.breakpoints.entries[static_cast<size_t>(args.row)].condition;
 }
 
 void BreakEditor::OnRemove(mavro::NotifyArgs&) {

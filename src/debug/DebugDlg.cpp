@@ -79,7 +79,6 @@ void DebugDlg::OnExecute(mavro::NotifyArgs&) {
   output.Clear();
   if (wanted.empty()) return;
   Keep(wanted);
-  if (!debugger.IsRunning()) return AppendLine("The debugger isn't running.");
   debugger.Execute(wanted);
 }
 

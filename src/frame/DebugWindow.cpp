@@ -16,9 +16,6 @@ namespace zendry {
 
 namespace {
 
-// A step most often takes less: commands that are grayed and ungrayed at each one would flicker.
-constexpr int cLongRun = 150;  // milliseconds
-
 constexpr int cInputHeight = 26;
 constexpr int cInputLabelWidth = 110;
 constexpr int cInputMargin = 2;
@@ -48,7 +45,7 @@ std::string TipText(const std::string& text) {
 
 }  // namespace
 
-DebugWindow::DebugWindow(MainForm& itsForm) : form(itsForm), runsLong(&itsForm) {}
+DebugWindow::DebugWindow(MainForm& itsForm) : form(itsForm) {}
 
 void DebugWindow::Begin() {
   theDebugger.Bind(theProject, theBuilder, form, *this);
@@ -57,7 +54,6 @@ void DebugWindow::Begin() {
   form.bottomTabs.onChange.Add_H(this, &DebugWindow::OnBottomPage);
   form.resultList.list.onClickRow.Add_H(this, &DebugWindow::OnStackRow);
   form.resultList.list.onChoose.Add_H(this, &DebugWindow::OnStackRow);
-  runsLong.onTimer.Add_H(this, &DebugWindow::OnRunsLong);
   inputBar.dock = mavro::Dock::cBootom;
   inputBar.height = cInputHeight + 2 * cInputMargin;
   inputBar.visible = false;
@@ -79,12 +75,17 @@ void DebugWindow::OnActivated(mavro::NotifyArgs& args) {
   isActive = args.value != 0;
 }
 
+// Most often under the very name: the disk is only asked if it isn't.
 CppEditor* DebugWindow::EditorOf(const std::string& file) const {
+  for (int i = 0; i < form.editTabs.TabCount(); ++i)
+    if (CppEditor& editor = *form.editTabs.GetTab(i)->editor; editor.fileName == file)
+      return &editor;
   return form.editTabs.Activate(file, false);
 }
 
 void DebugWindow::TabOpened(const std::string& path) {
   theDebugger.FileOpened(path);
+  ShowBreakLooks(path);
 }
 
 void DebugWindow::TabClosing(const std::string& path) {
@@ -165,14 +166,19 @@ void DebugWindow::SelectWatchPage(int list) {
 }
 
 // A breakpoint that waits for its library, or that gdb has refused, has another mark.
-void DebugWindow::BreakpointsChanged() {
+void DebugWindow::ShowBreakLooks(const std::string& ofFile) {
   for (const Breakpoint& entry : theDebugger.breakpoints.entries) {
-    CppEditor* editor = entry.handle > 0 ? EditorOf(entry.file) : nullptr;
+    const bool isWanted = entry.handle > 0 && (ofFile.empty() || entry.file == ofFile);
+    CppEditor* editor = isWanted ? EditorOf(entry.file) : nullptr;
     const bool isIdle = entry.isPending || !entry.refusal.empty();
     if (editor)
       editor->ShowBreakMark(entry.handle,
                             isIdle ? CppEditor::BreakLook::cIdle : CppEditor::BreakLook::cActive);
   }
+}
+
+void DebugWindow::BreakpointsChanged() {
+  ShowBreakLooks("");
   if (breakEditor) breakEditor->Fill();
   form.UpdateCommands();
 }
@@ -216,23 +222,10 @@ void DebugWindow::OnBottomPage(mavro::NotifyArgs&) {
   form.UpdateCommands();
 }
 
+// The session tells the state only after a while if the program goes on: most steps are over by
+// then, and the bars don't flicker.
 void DebugWindow::RunStateChanged() {
-  if (theDebugger.State() == DebugState::cRunning && hasStopButton) {
-    if (!runsLong.IsRunning()) runsLong.Start(cLongRun);
-    return;
-  }
-  ShowRunState();
-}
-
-void DebugWindow::OnRunsLong(mavro::NotifyArgs&) {
-  ShowRunState();
-}
-
-void DebugWindow::ShowRunState() {
-  runsLong.Stop();
-  const bool isOn = theDebugger.State() != DebugState::cNotRunning;
-  if (isOn != hasStopButton) form.SetRunState(isOn ? cStopDebugCommand : -1);
-  hasStopButton = isOn;
+  shownState = theDebugger.State();
   const bool takesInput = theDebugger.TakesInput();
   if (takesInput != inputBar.visible) {
     inputBar.visible = takesInput;

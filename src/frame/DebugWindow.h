@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "debug/DebugView.h"
+#include "debug/Debugger.h"
 
 namespace zendry {
 
@@ -17,8 +18,8 @@ class MainForm;
 // panels and editors, and tells the session what the user does there.
 class DebugWindow : public mavro::object, public DebugView {
  public:
-  // Only keeps `itsForm`, which owns this; `Begin` is called once its panels exist, and `End` before
-  // the first of them goes.
+  // Only keeps `itsForm`, which owns this; `Begin` is called once its panels exist, and `End`
+  // before the first of them goes.
   explicit DebugWindow(MainForm& itsForm);
   void Begin();
   void End();
@@ -27,6 +28,8 @@ class DebugWindow : public mavro::object, public DebugView {
   void TabOpened(const std::string& path);
   void TabClosing(const std::string& path);
   void MarginClicked(const CppEditor& editor, int line);
+  // The session's state as the user sees it: by it commands are grayed.
+  DebugState ShownState() const { return shownState; }
   // True if the value of the expression under the mouse can be shown now.
   bool WantsValueTips() const;
 
@@ -59,20 +62,19 @@ class DebugWindow : public mavro::object, public DebugView {
 
  private:
   CppEditor* EditorOf(const std::string& file) const;
-  void ShowRunState();
+  // Of a file's breakpoints, or of all.
+  void ShowBreakLooks(const std::string& ofFile);
   void AskWatch();
   void AskParameters();
   void OnActivated(mavro::NotifyArgs& args);
   void OnBottomPage(mavro::NotifyArgs& args);
   void OnStackRow(mavro::NotifyArgs& args);
-  void OnRunsLong(mavro::NotifyArgs& args);
   void OnInputKey(mavro::KeyArgs& args);
   void OnInputResized(mavro::NotifyArgs& args);
 
   MainForm& form;
-  mavro::Timer runsLong;
   bool isActive = false;
-  bool hasStopButton = false;
+  DebugState shownState = DebugState::cNotRunning;
   int stackFill = -1;  // the result list's count of clearings when the stack was put there
   std::vector<int> stackLevels;  // of its rows
   DebugDlg* console = nullptr;   // while it is open

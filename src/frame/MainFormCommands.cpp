@@ -55,7 +55,7 @@ MetNeeds MainForm::NeedsMetNow() {
   set(Needs::cRecentProjects, !theIdeSession.recentProjects.items.empty());
   set(Needs::cHiddenLeftPanel, !leftPanel.visible);
   set(Needs::cHiddenBottomPanel, !bottomPanel.visible);
-  const DebugState state = theDebugger.State();
+  const DebugState state = debugWindow.ShownState();
   const bool isIdle = state == DebugState::cNotRunning;
   const bool isPaused = state == DebugState::cPaused;
   const auto& watched =

@@ -40,10 +40,9 @@ TEST_P(DebugDialogs, Console_KeepsItsCommandsAndStaysOpen) {
       QTest::keyClicks(QApplication::focusWidget(), "info threads");
       test::Key(dialog, Qt::Key_Return);
       ASSERT_TRUE(dialog.impl->hwnd) << "Enter executes";
-      EXPECT_EQ(dialog.output.text.Get(), "The debugger isn't running.\n");
       EXPECT_EQ(dialog.command.items.IndexOf("info threads"), 0);
       dialog.AppendLine("\x1b[31mred");
-      EXPECT_EQ(dialog.output.text.Get(), "The debugger isn't running.\n<1b>[31mred\n");
+      EXPECT_EQ(dialog.output.text.Get(), "<1b>[31mred\n");
       Keep(dialog, "ide-console");
       dialog.command.text = "";
       test::Click(dialog.execute);
