@@ -38,12 +38,12 @@ DebugDlg::DebugDlg(Debugger& itsDebugger) : debugger(itsDebugger) {
   bottom.dock = mavro::Dock::cBootom;
   bottom.height = cLabelHeight + cButtonHeight + 3 * cMargin;
   label.text = "Debuger command:";
+  execute.kind = mavro::Button::cOk;  // for the Enter key
   execute.text = "Execute";
   close.kind = mavro::Button::cCancel;
   close.text = "Close";
   for (const std::string& used : Used()) command.items.Add(used);
   execute.onClick.Add_H(this, &DebugDlg::OnExecute);
-  command.onKeyDown.Add_H(this, &DebugDlg::OnKey);
   bottom.onResize.Add_H(this, &DebugDlg::OnBottomResized);
   for (mavro::Control* control :
        std::initializer_list<mavro::Control*>{&label, &command, &execute, &close})
@@ -67,14 +67,8 @@ void DebugDlg::OnBottomResized(mavro::NotifyArgs&) {
   close.SetBounds(right - cButtonWidth, top, cButtonWidth, cButtonHeight);
 }
 
-void DebugDlg::OnKey(mavro::KeyArgs& args) {
-  if (args.key != mavro::Key::cEnter) return;
-  args.handled = true;
-  mavro::NotifyArgs click{this, 0};
-  OnExecute(click);
-}
-
 void DebugDlg::OnExecute(mavro::NotifyArgs&) {
+  StayOpen();
   const std::string wanted = command.text;
   output.Clear();
   if (wanted.empty()) return;

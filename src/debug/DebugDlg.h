@@ -23,7 +23,6 @@ class DebugDlg : public mavro::Form {
 
  private:
   void OnExecute(mavro::NotifyArgs& args);
-  void OnKey(mavro::KeyArgs& args);
   void OnBottomResized(mavro::NotifyArgs& args);
   void Keep(const std::string& used);
 

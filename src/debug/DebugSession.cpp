@@ -82,7 +82,10 @@ void DebugSession::Run(Debugger::With with) {
   if (isPreparing || Builder::IsBuilding()) return;
   if (state == cNotRunning) {
     isPreparing = true;
-    if (!builder.Build(Builder::Scope::cStale)) builder.Summary();
+    if (builder.Build(Builder::Scope::cStale))
+      shell.SetProgress("", 0, 0);
+    else
+      builder.Summary();
     isPreparing = false;
   }
   if (project.mode != cDebug || with == Debugger::With::cNothing) return RunPlain();

@@ -31,12 +31,16 @@ TextDlg::TextDlg(const std::string& caption, const std::string& preset) {
   Add(&edit);
   Add(&ok);
   Add(&cancel);
-  edit.SelectAll();
+  onShow.Add_H(this, &TextDlg::OnShown);
   focusControl = &edit;
 }
 
 bool TextDlg::Ask() {
   return Run(true) == cOk;
+}
+
+void TextDlg::OnShown(mavro::NotifyArgs&) {
+  edit.SelectAll();
 }
 
 void TextDlg::OnOk(mavro::NotifyArgs&) {

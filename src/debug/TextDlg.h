@@ -19,6 +19,7 @@ class TextDlg : public mavro::Form {
   const std::string& Accepted() const { return accepted; }
 
  private:
+  void OnShown(mavro::NotifyArgs& args);
   void OnOk(mavro::NotifyArgs& args);
 
   std::string accepted;

@@ -88,8 +88,14 @@ void DebugWindow::TabOpened(const std::string& path) {
   ShowBreakLooks(path);
 }
 
+// The session forgets the handles. The tab may stay, under another name.
 void DebugWindow::TabClosing(const std::string& path) {
+  std::vector<int> handles;
+  for (const Breakpoint& entry : theDebugger.breakpoints.entries)
+    if (entry.file == path && entry.handle > 0) handles.push_back(entry.handle);
   theDebugger.FileClosing(path);
+  if (CppEditor* editor = handles.empty() ? nullptr : EditorOf(path))
+    for (const int handle : handles) editor->RemoveSign(handle);
 }
 
 void DebugWindow::MarginClicked(const CppEditor& editor, int line) {

@@ -183,7 +183,8 @@ TEST_F(BreakMarks, F9AndAClickInTheMargin_SetAndRemove) {
 }
 
 TEST_F(BreakMarks, TextsWithoutBreakpoints_SaySo) {
-  ide.Run({ide.files.Write("a.txt", "text\n")}, [&] {
+  ide.Run({}, [&] {
+    Open("a.txt", "text\n");
     ClickMargin(0);
     EXPECT_THAT(Lines(), IsEmpty());
     EXPECT_EQ(IdeDriver::Status(), "No breakpoint: they are for C and C++ only");

@@ -36,7 +36,7 @@ TEST_P(DebugDialogs, Console_KeepsItsCommandsAndStaysOpen) {
       EXPECT_EQ(dialog.label.text.Get(), "Debuger command:");
       EXPECT_EQ(dialog.execute.text.Get(), "Execute");
       EXPECT_TRUE(dialog.command.IsFocused());
-      if (isSecond) EXPECT_EQ(dialog.command.items[0], "info threads");
+      EXPECT_EQ(dialog.command.items.GetCount(), isSecond || GetParam() ? 1 : 0);
       QTest::keyClicks(QApplication::focusWidget(), "info threads");
       test::Key(dialog, Qt::Key_Return);
       ASSERT_TRUE(dialog.impl->hwnd) << "Enter executes";

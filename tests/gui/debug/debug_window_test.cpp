@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QAbstractScrollArea>
+#include <QTreeView>
 
 #include "DarkPalette.h"
 #include "EditorFixture.h"
@@ -36,9 +36,13 @@ class DebugWindows : public test::EditorFixture {
  protected:
   static constexpr int cExecution = 1 << 2, cDisc = 1 << 9;
 
-  // A compiler and gdb may take long on a busy machine.
+  // A compiler and gdb may take long on a busy machine. gdb is heard in the idle pass.
   static bool WaitLong(const std::function<bool()>& condition) {
-    return QTest::qWaitFor(condition, 60000);
+    const auto pass = [&condition] {
+      mavro::theApplication.ProcessMessages();
+      return condition();
+    };
+    return QTest::qWaitFor(pass, 60000);
   }
   static bool WaitFor(DebugState state) {
     return WaitLong([state] { return theDebugger.State() == state; });
@@ -186,6 +190,9 @@ TEST_F(DebugWindows, AStepThatIsQuick_GraysNothing) {
 
 TEST_F(DebugWindows, ARunningProgram_CanBePausedAndStopped) {
   Debug("int main() {\n  volatile long n = 0;\n  for (;;)\n    ++n;\n}\n", [&] {
+    BreakAt(2);
+    IdeDriver::Press(Qt::Key_F5);
+    ASSERT_TRUE(StopsAt(2));
     IdeDriver::Press(Qt::Key_F5);
     ASSERT_TRUE(WaitFor(DebugState::cRunning));
     const auto* step = &theMainForm->toolBar.GetRow(cFirstRunRow);
@@ -206,7 +213,8 @@ TEST_F(DebugWindows, TheCallStack_IsWalked) {
     BreakAt(3);
     IdeDriver::Press(Qt::Key_F5);
     ASSERT_TRUE(StopsAt(3));
-    theMainForm->bottomPanel.visible = false;
+    test::Click(theMainForm->closeBottom);
+    ASSERT_FALSE(theMainForm->bottomPanel.visible);
     IdeDriver::Press(Qt::Key_C, Qt::ControlModifier | Qt::AltModifier);
     const mavro::ListView& list = theMainForm->resultList.list;
     ASSERT_TRUE(WaitLong([&] { return list.rowCount == 2; }));
@@ -217,8 +225,10 @@ TEST_F(DebugWindows, TheCallStack_IsWalked) {
     theDebugger.AddExpression(0, "sum");
     theMainForm->ShowPage(cFirstWatchPage);
     theMainForm->ShowPage(cResultPage);
-    QTest::mouseClick(qobject_cast<QAbstractScrollArea*>(test::WidgetOf(list))->viewport(),
-                      Qt::LeftButton, Qt::NoModifier, QPoint(30, 30));
+    auto* view = qobject_cast<QTreeView*>(test::WidgetOf(list));
+    ASSERT_TRUE(WaitLong([&] { return view->model()->rowCount() == 2; }));
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
+                      view->visualRect(view->model()->index(1, 0)).center());
     EXPECT_TRUE(WaitLong([&] { return Front().ShownLine() == 7; }));
     EXPECT_TRUE(StopsAt(7)) << "the mark shows the frame that is looked at";
   });

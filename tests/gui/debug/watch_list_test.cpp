@@ -106,6 +106,7 @@ TEST_F(WatchPages, Values_ChangedOnesAreMarked_ErrorsShowWhileThereIsNone) {
                 ElementsAre("same|1", "other|2", "wrong|No symbol \"wrong\" in current context.",
                             "lost|4", "longer|{1, 2", "|"));
     for (int row = 0; row < 6; ++row) EXPECT_EQ(List().IsCellMarked(row, 1), row == 1) << row;
+    List().Update();
     const auto tip = [](int row) {
       return View()->model()->index(row, 1).data(Qt::ToolTipRole).toString().toStdString();
     };
@@ -167,12 +168,12 @@ TEST_F(WatchPages, AddToWatch_AsksWithTheExpressionAtTheCaret) {
     EXPECT_THAT(IdeDriver::Rows(List(1)), ElementsAre("item->count|", "|"));
     EXPECT_EQ(theMainForm->bottomTabs.selectedIndex, cFirstWatchPage + 1);
     ide.OnDialog([&](mavro::Form& dialog) { test::Key(dialog, Qt::Key_Return); });
-    IdeDriver::Press(Qt::Key_F9, Qt::ShiftModifier);
+    theDebugger.OnCommand(cAddWatchCommand);
     EXPECT_THAT(ide.dialogs.texts, ElementsAre("Information: Watch contains: item->count"));
     EXPECT_THAT(IdeDriver::Rows(List(1)), ElementsAre("item->count|", "|"));
     ide.OnDialog([&](mavro::Form& dialog) { test::Key(dialog, Qt::Key_Escape); });
     editor.Select(4, 5);
-    IdeDriver::Press(Qt::Key_F9, Qt::ShiftModifier);
+    theDebugger.OnCommand(cAddWatchCommand);
     EXPECT_THAT(IdeDriver::Rows(List(1)), ElementsAre("item->count|", "|"));
   });
 }

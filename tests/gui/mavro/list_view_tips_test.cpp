@@ -29,6 +29,7 @@ struct TipForm : Form {
   // The tip that shows when the mouse rests on a cell; empty for none.
   std::string TipAt(int row, int col) {
     QToolTip::hideText();
+    EXPECT_TRUE(test::WaitFor([] { return !QToolTip::isVisible(); }));
     const QPoint at = Place(row, col).center();
     QHelpEvent help(QEvent::ToolTip, at, View()->viewport()->mapToGlobal(at));
     QApplication::sendEvent(View()->viewport(), &help);
