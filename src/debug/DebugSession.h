@@ -25,6 +25,7 @@ class DebugSession : public mavro::object, private GdbListener {
   ~DebugSession() override;
 
   DebugState State() const { return state; }
+  bool IsQuiet() const { return gdb.sent.empty(); }
   bool TakesInput() const;
   Project& TheProject() { return project; }
   DebugView& View() { return view; }
