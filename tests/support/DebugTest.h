@@ -13,6 +13,7 @@
 #include "ScopedVariable.h"
 #include "ScriptedDialogs.h"
 #include "TestBuild.h"
+#include "debug/DebugLimits.h"
 #include "debug/DebugView.h"
 #include "debug/Debugger.h"
 
@@ -98,7 +99,10 @@ struct DebugTest : testing::Test {
     build.project.SetMode(zendry::cDebug);
     debugger.Bind(build.project, build.builder, build.shell, view);
   }
-  ~DebugTest() override { debugger.Unbind(); }
+  ~DebugTest() override {
+    debugger.Unbind();
+    zendry::TheDebugLimits() = {};
+  }
 
   // Puts a program in the place of a tool.
   void UseTool(const std::string& name, const std::string& program) {

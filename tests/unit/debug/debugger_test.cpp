@@ -234,21 +234,37 @@ TEST_F(DebugTest, Watches_OfTheLibrarysContainers) {
 }
 
 TEST_F(DebugTest, AValueThatTakesLong_IsGivenUp) {
-  Add("a.cpp",
-      "int slow() {\n  for (volatile int i = 0; i >= 0; i = 1) {}\n  return 1;\n}\n"
-      "int main(int count, char**) {\n  int k = count > 5 ? slow() : 1;\n  ++k;\n  ++k;\n"
-      "  return k;\n}\n");
-  debugger.Toggle(Path("a.cpp"), 6);
-  debugger.AddExpression(0, "k");
-  debugger.AddExpression(0, "slow()");
-  debugger.AddExpression(0, "k + 1");
+  build.install.Write("home/.gdbinit",
+                      "python\nimport gdb, time\nclass Slow(gdb.Function):\n"
+                      "  def invoke(self, value):\n    time.sleep(1000)\n    return value\n"
+                      "Slow('slow')\nend\n");
+  Add("a.cpp", "int main() {\n  int k = 1;\n  ++k;\n  ++k;\n  return k;\n}\n");
+  debugger.Toggle(Path("a.cpp"), 2);
+  TheDebugLimits().evaluation = 300;
+  for (const char* expression : {"k", "$slow(k)", "k + 1"}) debugger.AddExpression(0, expression);
   ASSERT_TRUE(RunToStop());
-  EXPECT_THAT(Values(),
-              ElementsAre("k = 1", "slow() = <takes longer than 2 seconds>", "k + 1 = 2"));
+  const std::string given = "$slow(k) = <takes longer than 2 seconds>";
+  EXPECT_THAT(Values(), ElementsAre("k = 1", given, "k + 1 = 2"));
   ASSERT_TRUE(StepToStop(GdbStep::cOver));
-  EXPECT_EQ(view.execution, "a.cpp:8");
+  EXPECT_EQ(view.execution, "a.cpp:4");
+  EXPECT_THAT(Values(), ElementsAre("!k = 2", given, "!k + 1 = 3"));
+}
+
+TEST_F(DebugTest, AValueThatTakesLongOnlyLater_DoesNotHoldTheStop) {
+  build.install.Write("home/.gdbinit",
+                      "python\nimport gdb, time\nclass Slow(gdb.Function):\n"
+                      "  def invoke(self, value):\n    if int(value) > 1: time.sleep(1000)\n"
+                      "    return value\nSlow('slow')\nend\n");
+  Add("a.cpp", "int main() {\n  int k = 1;\n  ++k;\n  ++k;\n  return k;\n}\n");
+  debugger.Toggle(Path("a.cpp"), 2);
+  TheDebugLimits().evaluation = 300;
+  for (const char* expression : {"k", "$slow(k)", "k + 1"}) debugger.AddExpression(0, expression);
+  ASSERT_TRUE(RunToStop());
+  EXPECT_THAT(Values(), ElementsAre("k = 1", "$slow(k) = 1", "k + 1 = 2"));
+  ASSERT_TRUE(StepToStop(GdbStep::cOver));
+  EXPECT_EQ(view.execution, "a.cpp:4");
   EXPECT_THAT(Values(),
-              ElementsAre("!k = 2", "slow() = <takes longer than 2 seconds>", "!k + 1 = 3"));
+              ElementsAre("!k = 2", "$slow(k) = <takes longer than 2 seconds>", "!k + 1 = 3"));
 }
 
 TEST_F(DebugTest, PrintTip_ShowsTheValueAndNoError) {
@@ -290,13 +306,13 @@ TEST_F(RunningTest, Pause_StopsAndShowsTheFirstSource) {
 TEST_F(RunningTest, ABreakpointThatIsSetMeanwhile_TakesEffectAtOnce) {
   Add("a.cpp", cEndless);
   ASSERT_TRUE(RunUntilItPrints());
-  debugger.AddExpression(0, "ticks > 0");
+  debugger.AddExpression(0, "ticks < 0 ? 8 : 9");
   debugger.Toggle(Path("a.cpp"), 6);
   EXPECT_EQ(debugger.State(), DebugState::cRunning);
   ASSERT_TRUE(IdleUntilPaused());
   EXPECT_EQ(view.execution, "a.cpp:7");
   EXPECT_EQ(view.Said(), "Stopped at breakpoint 1 in main");
-  EXPECT_THAT(Values(), ElementsAre("ticks > 0 = true"));
+  EXPECT_THAT(Values(), ElementsAre("ticks < 0 ? 8 : 9 = 9"));
 }
 
 TEST_F(RunningTest, AProgramThatBlocksTheInterrupt_CanBePaused) {
@@ -456,7 +472,10 @@ TEST_F(DebugTest, TheConsole_ShowsWhatGdbSays) {
   debugger.Execute("print k + 41");
   ASSERT_TRUE(IdleUntilPaused());
   EXPECT_THAT(view.console, testing::Contains("$1 = 42"));
-  for (const char* line : {"define twice", "print 2 * $arg0"}) debugger.Execute(line);
+  for (const char* line : {"define twice", "print 2 * $arg0"}) {
+    debugger.Execute(line);
+    ASSERT_TRUE(IdleUntilPaused());
+  }
   debugger.Toggle(Path("a.cpp"), 11);
   debugger.Execute("twice 21");
   ASSERT_TRUE(IdleUntilPaused());
