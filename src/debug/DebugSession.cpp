@@ -12,6 +12,7 @@
 #include "build/Builder.h"
 #include "build/ToolEnvironment.h"
 #include "config/IdeConfig.h"
+#include "debug/DebugLimits.h"
 #include "debug/DebugView.h"
 #include "debug/DebugWords.h"
 #include "debug/ProgramProcesses.h"
@@ -21,11 +22,15 @@
 
 namespace zendry {
 
+DebugLimits& TheDebugLimits() {
+  static DebugLimits limits;
+  return limits;
+}
+
 namespace {
 
 using enum DebugState;
 
-constexpr int cAnswerMs = 5000;   // gdb's patience: then the user hears that it doesn't answer
 constexpr int cAnnounceMs = 100;  // a step that is shorter doesn't gray anything
 constexpr int cProcessMs = 300;   // after the start, the program's process is looked up
 constexpr int cNoCommand = -1;
@@ -166,7 +171,7 @@ void DebugSession::Start(const std::string& command) {
   SetState(cStarting);
   view.Say("gdb reads the program");
   gdb.environment = ToolEnvironment(std::getenv("LC_ALL"));
-  answerTimer.Start(cAnswerMs,
+  answerTimer.Start(TheDebugLimits().answer,
                     [this] { view.Say("gdb doesn't answer. \"Stop Debugging\" ends it."); });
   const std::string tool = ToolPath(theIdeConfig, project.current->gcc, theIdeConfig.gdb);
   if (gdb.Start(GdbStartLine(tool, program)))
@@ -235,7 +240,8 @@ void DebugSession::RunWhenReady() {
   runWasSent = true;
   if (const auto command = GdbTerminal(terminalPath)) Send(*command, SentFor::cSetting);
   Send("run", SentFor::cRun);
-  answerTimer.Start(cAnswerMs, [this] { view.Say("gdb doesn't start the program yet"); });
+  answerTimer.Start(TheDebugLimits().answer,
+                    [this] { view.Say("gdb doesn't start the program yet"); });
 }
 
 // --- End
@@ -295,11 +301,12 @@ void DebugSession::Leave() {
   for (std::string* text :
        {&terminalPath, &firstCommand, &heldError, &lastOutput, &stopWords, &ageWords})
     text->clear();
-  programProcess = 0;
+  programProcess = linesBeforeReady = 0;
   pauseBy = PauseBy::cNobody;
   changes.clear();
   heldSource = {};
   searched.clear();
+  tips.clear();
   gdb.Forget();
 }
 

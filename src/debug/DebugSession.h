@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
@@ -25,6 +26,7 @@ class DebugSession : public mavro::object, private GdbListener {
   ~DebugSession() override;
 
   DebugState State() const { return state; }
+  bool IsQuiet() const { return gdb.sent.empty(); }
   bool TakesInput() const;
   Project& TheProject() { return project; }
   DebugView& View() { return view; }
@@ -164,6 +166,7 @@ class DebugSession : public mavro::object, private GdbListener {
   bool ageWasSaid = false;
   bool locksThreads = false;  // steps stay in their thread
   std::string heldError;      // of a "break" that may still be answered
+  int linesBeforeReady = 0;   // that gdb has printed
   std::string lastOutput;     // of gdb, for the words at an end by itself
 
   PauseBy pauseBy = PauseBy::cNobody;
@@ -178,6 +181,7 @@ class DebugSession : public mavro::object, private GdbListener {
   bool interruptedEvaluation = false;
   bool mustRedisplay = false;  // gdb may display what isn't to be asked for
   std::vector<GdbFrame> searched;
+  std::deque<std::string> tips;  // the expressions of the tips that are on their way
   std::string stopWords;
   std::string ageWords;
 

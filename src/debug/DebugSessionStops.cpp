@@ -7,6 +7,7 @@
 #include "SystemDialogs.h"
 #include "base/Paths.h"
 #include "base/Shell.h"
+#include "debug/DebugLimits.h"
 #include "debug/DebugSession.h"
 #include "debug/DebugView.h"
 #include "debug/DebugWords.h"
@@ -21,8 +22,6 @@ namespace {
 
 using enum DebugState;
 
-constexpr int cPauseMs = 1000;      // then the program is stopped by a signal that it can't refuse
-constexpr int cHardPauseMs = 4000;  // then nothing helps
 constexpr char cBacktrace[] = "backtrace 10000";
 
 bool IsPauseSignal(const std::string& name) {
@@ -72,6 +71,12 @@ void DebugSession::Answered(SentCommand command) {
       return AnsweredBreak(command.key);
     case SentFor::cSearch:
       return EndSearch();
+    case SentFor::cTip:
+      if (!tips.empty()) tips.pop_front();
+      return;
+    case SentFor::cDisplay:
+      if (std::exchange(interruptedEvaluation, false)) NoteDisplayError(command.key, "Quit");
+      return;
     case SentFor::cDisplays:
       return RenewStale();
     default:
@@ -102,7 +107,9 @@ void DebugSession::OnQuestion(const std::string& text) {
 void DebugSession::OnOutput(const std::string& line) {
   if (gdb.IsCurrent(SentFor::cSetting) || gdb.IsCurrent(SentFor::cTip)) return;
   lastOutput = line;
-  Log(line);
+  // What gdb reads before it is ready may never end.
+  constexpr int cMostLines = 200;
+  if (gdbIsReady || ++linesBeforeReady <= cMostLines) Log(line);
 }
 
 void DebugSession::OnPlainLine(const std::string& line) {
@@ -124,7 +131,7 @@ bool DebugSession::Interrupt() {
     mavro::Beep();
     return false;
   }
-  pauseTimer.Start(cPauseMs, [this] { InterruptHarder(); });
+  pauseTimer.Start(TheDebugLimits().pause, [this] { InterruptHarder(); });
   return true;
 }
 
@@ -133,7 +140,7 @@ void DebugSession::InterruptHarder() {
   if (state != cRunning) return;
   NoteProcess();
   if (programProcess != 0 && kill(programProcess, SIGSTOP) == 0) wasStoppedHard = true;
-  pauseTimer.Start(cHardPauseMs, [this] {
+  pauseTimer.Start(TheDebugLimits().hardPause, [this] {
     changes.clear();
     pauseBy = PauseBy::cNobody;
     view.Say("The program can't be paused");
@@ -188,6 +195,7 @@ bool DebugSession::GoOnAfterChange(const GdbStop& stop) {
 
 void DebugSession::OnSource(const GdbPlace& place) {
   if (state == cNotRunning || state == cEnding) return;
+  if (IsEvaluating() && interruptedEvaluation) return;
   if (state == cPaused && !IsEvaluating()) {
     ++stopCount;
     isFrameChosen = true;
@@ -223,6 +231,10 @@ void DebugSession::NoteAge(const std::string& file) {
 
 void DebugSession::OnStopped(const GdbStop& stop) {
   if (state == cNotRunning || state == cEnding) return;
+  if (IsEvaluating() && interruptedEvaluation) return;
+  // A function that was called to read a value has reached a breakpoint.
+  if (gdb.IsCurrent(SentFor::cDisplay))
+    NoteDisplayError(gdb.Current()->key, "stopped while in a function");
   const bool isPause = stop.reason == GdbStop::cSignal && IsPauseSignal(stop.signalName);
   if (state == cRunning && GoOnAfterChange(stop)) return;
   if (state == cNotRunning || state == cEnding) return;
@@ -239,8 +251,6 @@ void DebugSession::EnterPause() {
   pauseTimer.Stop();
   pauseBy = PauseBy::cNobody;
   stopShowsDisplays = true;
-  // A function that was called to read a value has reached a breakpoint.
-  if (IsEvaluating()) mustRedisplay = true;
   if (!std::exchange(locksThreads, true)) Send("set scheduler-locking step", SentFor::cSetting);
   state = cPaused;
   Announce();

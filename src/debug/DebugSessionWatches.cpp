@@ -3,6 +3,7 @@
 
 #include "SystemDialogs.h"
 #include "base/Shell.h"
+#include "debug/DebugLimits.h"
 #include "debug/DebugSession.h"
 #include "debug/DebugView.h"
 #include "project/Project.h"
@@ -15,7 +16,6 @@ namespace {
 
 using enum DebugState;
 
-constexpr int cEvaluationMs = 2000;  // a value that takes longer is given up
 constexpr char cTooSlow[] = "<takes longer than 2 seconds>";
 constexpr char cHitsBreakpoint[] = "<reaches a breakpoint>";
 
@@ -167,6 +167,11 @@ void DebugSession::OnDisplay(const GdbDisplay& display) {
   if (row == Watches::cNone) return;
   Watch& watch = ShownRows()[static_cast<size_t>(row)];
   watch.number = display.number;
+  // A function of the program is called: the value comes later, or never.
+  const std::string& text = display.value.text;
+  if (text.empty()) return;
+  if (text.starts_with("<error: ") && !WhyGivenUp(text).empty())
+    return NoteDisplayError(watch.key, text);
   const bool isFirst = watch.seenAt == 0;
   const bool hasChanged = watch.seenAt == stopCount
                               ? watch.hasChanged
@@ -202,7 +207,7 @@ void DebugSession::NoteDisplayError(int key, const std::string& text) {
 
 void DebugSession::WatchTime() {
   if (!evaluationTimer.IsRunning())
-    evaluationTimer.Start(cEvaluationMs, [this] { EvaluationTakesLong(); });
+    evaluationTimer.Start(TheDebugLimits().evaluation, [this] { EvaluationTakesLong(); });
 }
 
 // A stop is never held up by a value: it is given up, and not asked for again.
@@ -223,11 +228,15 @@ void DebugSession::EvaluationTakesLong() {
 
 void DebugSession::PrintTip(const std::string& expression) {
   if (state != cPaused) return;
-  if (const auto command = GdbPrint(expression)) Send(*command, SentFor::cTip);
+  const auto command = GdbPrint(expression);
+  if (!command) return;
+  tips.push_back(expression);
+  Send(*command, SentFor::cTip);
 }
 
 void DebugSession::OnResult(const GdbValue& value) {
-  if (gdb.IsCurrent(SentFor::cTip)) view.ShowValueTip(owner.tipText + "=" + value.column);
+  if (gdb.IsCurrent(SentFor::cTip) && !tips.empty())
+    view.ShowValueTip(tips.front() + "=" + value.column);
 }
 
 }  // namespace zendry

@@ -97,6 +97,10 @@ DebugState Debugger::State() const {
   return session ? session->State() : DebugState::cNotRunning;
 }
 
+bool Debugger::IsQuiet() const {
+  return !session || session->IsQuiet();
+}
+
 bool Debugger::TakesInput() const {
   return session && session->TakesInput();
 }

@@ -62,6 +62,8 @@ class Debugger : public CommandList {
   // Builds and a change of the mode check this first.
   bool IsRunning() const { return running; }
   DebugState State() const;
+  // True if gdb has answered everything. For tests and measurements.
+  bool IsQuiet() const;
   // True if a line can be sent to the program, because it has no terminal of its own.
   bool TakesInput() const;
 

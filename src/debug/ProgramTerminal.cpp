@@ -21,6 +21,7 @@
 #include "IdleWatch.h"
 #include "base/ParseInt.h"
 #include "base/Paths.h"
+#include "debug/DebugLimits.h"
 
 extern char** environ;
 
@@ -28,7 +29,6 @@ namespace zendry {
 
 namespace {
 
-constexpr int cWindowMs = 5000;         // for the window to come up
 constexpr size_t cMostOfAPass = 65536;  // bytes that one idle pass shows
 constexpr size_t cLongestLine = 8192;   // then the panel begins a new line
 constexpr size_t cMostOfARun = 8 << 20;
@@ -52,6 +52,12 @@ class Handle {
  private:
   int number = -1;
 };
+
+// Calls a copy: a function of the owner may destroy the terminal, and itself with it.
+template <class Function, class... Arguments>
+void Tell(Function function, const Arguments&... arguments) {
+  function(arguments...);
+}
 
 bool WriteAll(int descriptor, std::string_view text) {
   constexpr int cPatienceMs = 1000;
@@ -244,7 +250,7 @@ ProgramTerminal::~ProgramTerminal() = default;
 
 // Everything is said from the idle pass, failures too.
 void ProgramTerminal::Impl::Fail() {
-  timer.Start(0, [this] { events.failed(); });
+  timer.Start(0, [this] { Tell(events.failed); });
 }
 
 bool ProgramTerminal::Impl::Await(const std::vector<std::string>& command, bool inWindow) {
@@ -253,7 +259,7 @@ bool ProgramTerminal::Impl::Await(const std::vector<std::string>& command, bool 
   line.insert(line.end(), command.begin(), command.end());
   watch = std::make_unique<mavro::IdleWatch>(doorway->Number(), [this] { Connected(); });
   if (!StartApart(line, inWindow ? -1 : slave.Number())) return false;
-  if (inWindow) timer.Start(cWindowMs, [this] { events.failed(); });
+  timer.Start(TheDebugLimits().window, [this] { Tell(events.failed); });
   return true;
 }
 
@@ -264,7 +270,7 @@ void ProgramTerminal::Impl::Connected() {
   connection = std::move(accepted);
   watch = std::make_unique<mavro::IdleWatch>(connection.Number(), [this] { Hear(); });
   doorway.reset();
-  if (isPlain) events.opened("");
+  if (isPlain) Tell(events.opened, std::string());
 }
 
 // The last call of each branch may destroy this object.
@@ -275,7 +281,7 @@ void ProgramTerminal::Impl::Hear() {
   if (count <= 0) {
     watch.reset();
     connection = {};
-    return events.closed();
+    return Tell(events.closed);
   }
   heard.append(bytes, static_cast<size_t>(count));
   const size_t end = heard.find('\n');
@@ -287,9 +293,9 @@ void ProgramTerminal::Impl::Hear() {
 
 void ProgramTerminal::Impl::HearLine(const std::string& line) {
   const auto after = [&line](std::string_view word) { return line.substr(word.size()); };
-  if (line.starts_with("tty ")) return events.opened(after("tty "));
-  if (line.starts_with("exit ")) return events.ended(ParseInt(after("exit ")), 0);
-  if (line.starts_with("signal ")) return events.ended(0, ParseInt(after("signal ")));
+  if (line.starts_with("tty ")) return Tell(events.opened, after("tty "));
+  if (line.starts_with("exit ")) return Tell(events.ended, ParseInt(after("exit ")), 0);
+  if (line.starts_with("signal ")) return Tell(events.ended, 0, ParseInt(after("signal ")));
 }
 
 bool ProgramTerminal::Impl::OpenPty() {
@@ -337,7 +343,7 @@ void ProgramTerminal::Impl::Print(std::string_view text) {
     shown += c;
   }
   if (printed > cMostOfARun) shown += "\r\n[The program prints more than is shown.]\r\n";
-  events.printed(shown);
+  Tell(events.printed, shown);
 }
 
 void ProgramTerminal::Open(Place place, const std::string& helper) {
@@ -345,7 +351,8 @@ void ProgramTerminal::Open(Place place, const std::string& helper) {
     impl->doorway.emplace();
     if (!impl->Await({helper, impl->doorway->Path()}, true)) impl->Fail();
   } else if (impl->OpenPty()) {
-    impl->timer.Start(0, [this] { impl->events.opened(ptsname(impl->master.Number())); });
+    impl->timer.Start(
+        0, [this] { Tell(impl->events.opened, std::string(ptsname(impl->master.Number()))); });
   } else {
     impl->Fail();
   }

@@ -31,7 +31,9 @@ class IdleTimer {
   IdleTimer(const IdleTimer&) = delete;
   IdleTimer& operator=(const IdleTimer&) = delete;
 
+  // Calls the handler once, no sooner than after this time.
   void Start(int milliseconds, IdleWatch::Handler handler);
+  // Drops the call; no effect if none is due.
   void Stop();
   bool IsRunning() const { return watch != nullptr; }
 
