@@ -19,6 +19,8 @@ namespace {
 constexpr int cInputHeight = 26;
 constexpr int cInputLabelWidth = 110;
 constexpr int cInputMargin = 2;
+constexpr int cLabelLeft = 6;
+constexpr int cLabelTop = 6;  // so that it is in the middle
 
 // The window of a value under the mouse.
 constexpr size_t cTipColumns = 100;
@@ -234,6 +236,8 @@ void DebugWindow::RunStateChanged() {
   shownState = theDebugger.State();
   const bool takesInput = theDebugger.TakesInput();
   if (takesInput != inputBar.visible) {
+    const EditTab* front = form.editTabs.Active();
+    if (!takesInput && input.IsFocused() && front) front->editor->Focus();
     inputBar.visible = takesInput;
     form.outputPage.layoutPending = true;
     mavro::RunPendingLayout(&form.outputPage);
@@ -242,7 +246,8 @@ void DebugWindow::RunStateChanged() {
 }
 
 void DebugWindow::OnInputResized(mavro::NotifyArgs&) {
-  inputLabel.SetBounds(cInputMargin, cInputMargin, cInputLabelWidth, cInputHeight);
+  inputLabel.SetBounds(cLabelLeft, cLabelTop, cInputLabelWidth - cLabelLeft,
+                       cInputHeight - cLabelTop);
   input.SetBounds(cInputLabelWidth, cInputMargin, inputBar.width - cInputLabelWidth - cInputMargin,
                   cInputHeight);
 }

@@ -2,10 +2,11 @@
 """A debug session by keys and clicks, with the machine's compiler and gdb. build/shots/debug-*.png are what a person
 sees meanwhile."""
 import os
+import time
 import unittest
 
-from desktop import Timeout, children, wait_until
-from fixture import ZendryTest, read, run, write, write_project
+from desktop import children, cpu_time, wait_until
+from fixture import ZendryTest, write, write_project
 
 WATCHED = """#include <map>
 #include <string>
@@ -54,6 +55,30 @@ int main() {
 """
 
 
+# Where the window of 1100 by 860 shows the line for a program's input, and the second row of a list below.
+INPUT_LINE = 820
+SECOND_ROW = 776
+
+# The colours of a desktop.
+DARK = """[Colors:Window]
+BackgroundNormal=42,46,50
+ForegroundNormal=252,252,252
+[Colors:View]
+BackgroundNormal=27,30,32
+BackgroundAlternate=35,38,41
+ForegroundNormal=252,252,252
+[Colors:Button]
+BackgroundNormal=49,54,59
+ForegroundNormal=252,252,252
+[Colors:Selection]
+BackgroundNormal=61,174,233
+ForegroundNormal=252,252,252
+[Colors:Tooltip]
+BackgroundNormal=49,54,59
+ForegroundNormal=252,252,252
+"""
+
+
 def gdb_of(pid):
     """Ids of the gdb processes that a program has started."""
     found = []
@@ -91,9 +116,6 @@ class Debugging(ZendryTest):
 
     def settle(self):
         """Waits until gdb and the program wait, and the window has nothing to do."""
-        from desktop import cpu_time
-        import time
-
         def processes():
             found, more = [], [self.window.process.pid]
             while more:
@@ -108,6 +130,9 @@ class Debugging(ZendryTest):
             after = {pid: cpu_time(pid) for pid in processes()}
             return before.keys() == after.keys() and all(after[pid] - before[pid] < 0.02 for pid in before)
         wait_until(quiet, 'everything waits')
+
+    def click(self, x, y):
+        self.desktop.ask('xdotool', 'mousemove', '--sync', '--window', self.window.main, str(x), str(y), 'click', '1')
 
     def run_to_stop(self):
         self.window.key('F5')
@@ -129,7 +154,8 @@ class Debugging(ZendryTest):
     def wait_for_end(self):
         wait_until(lambda: not children(self.window.process.pid), 'the session has ended')
 
-    def demo_to_the_end(self, name, **environment):
+    def stop_in_the_demo(self, **environment):
+        """Runs the demo up to a breakpoint; a value is watched and has changed by a step."""
         project = self.demo()
         write(project.replace('.zpj', '.zend'), '<state>\n\t<mode opt="dbg"/>\n\t<open>\n'
               '\t\t<file name="report.cpp" id="1"/>\n\t\t<file name="main.cpp" id="10"/>\n\t</open>\n</state>\n')
@@ -139,23 +165,27 @@ class Debugging(ZendryTest):
         self.run_to_stop()
         self.watch('statistics.lines')
         self.window.key('F10')
-        self.look(name + '-stopped')
+
+    def test_the_demo_from_a_breakpoint_to_its_end(self):
+        self.stop_in_the_demo()
+        self.look('demo-stopped')
         self.window.key('F8')
-        self.look(name + '-stepped-into')
+        self.look('demo-stepped-into')
         self.window.key('shift+F8')
         self.settle()
         self.window.key('ctrl+alt+c')
-        self.look(name + '-stack')
+        self.look('demo-stack')
         self.window.key('F5')
         self.wait_for_end()
-        self.look(name + '-ended')
+        self.look('demo-ended')
         self.assertEqual(self.window.close(), 0)
 
-    def test_the_demo_from_a_breakpoint_to_its_end(self):
-        self.demo_to_the_end('demo')
-
-    def test_the_same_on_a_large_screen(self):
-        self.demo_to_the_end('scale2', QT_SCALE_FACTOR='2')
+    def test_in_the_dark_and_on_a_large_screen(self):
+        write(os.path.join(self.desktop.home, '.config', 'kdeglobals'), DARK)
+        self.stop_in_the_demo(XDG_CURRENT_DESKTOP='KDE', KDE_SESSION_VERSION='5', QT_SCALE_FACTOR='2')
+        self.look('dark-and-large')
+        self.assertEqual(self.window.close(), 0)  # ends the session
+        self.assertEqual(children(self.window.process.pid), [])
 
     def test_containers_are_watched(self):
         self.open(self.make_project(WATCHED))
@@ -175,8 +205,8 @@ class Debugging(ZendryTest):
         self.open(self.make_project(CRASH))
         self.run_to_stop()
         self.look('crash')
-        self.window.key('ctrl+alt+c')
-        self.look('crash-stack')
+        self.click(500, SECOND_ROW)
+        self.look('crash-caller')
         self.assertEqual(self.window.close(), 0)  # closing ends the session
         self.assertEqual(children(self.window.process.pid), [])
 
@@ -185,8 +215,11 @@ class Debugging(ZendryTest):
         self.window.key('F5')
         wait_until(lambda: gdb_of(self.window.process.pid), 'gdb runs')
         self.look('asks')
-        self.window.key('shift+F5')
+        self.click(500, INPUT_LINE)
+        self.window.type('ann')
+        self.window.key('Return')
         self.wait_for_end()
+        self.look('answered')
         self.assertEqual(self.window.close(), 0)
 
 

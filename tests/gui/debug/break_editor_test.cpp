@@ -8,6 +8,7 @@
 
 #include "DarkPalette.h"
 #include "EditorFixture.h"
+#include "Looks.h"
 
 // The list of breakpoints, and their marks, with no session.
 
@@ -50,6 +51,7 @@ TEST_F(BreakList, ShowsFileLineConditionAndNumber) {
     EXPECT_THAT(IdeDriver::Rows(dialog.list),
                 ElementsAre("a.cpp|2||", "a.cpp|4|d > 1|7", "src/b.cpp|1||"));
     EXPECT_EQ(dialog.list.selectedIndex, 0);
+    EXPECT_THAT(test::UnreadableCaptions(dialog), IsEmpty());
     test::Shot(dialog, "ide-breakpoints");
   });
 }

@@ -3,6 +3,7 @@
 
 #include "DarkPalette.h"
 #include "EditorFixture.h"
+#include "Looks.h"
 #include "debug/BreakEditor.h"
 #include "debug/DebugDlg.h"
 #include "debug/ProgParamsDlg.h"
@@ -36,6 +37,7 @@ TEST_P(DebugDialogs, Console_KeepsItsCommandsAndStaysOpen) {
       EXPECT_EQ(dialog.label.text.Get(), "Debuger command:");
       EXPECT_EQ(dialog.execute.text.Get(), "Execute");
       EXPECT_TRUE(dialog.command.IsFocused());
+      EXPECT_THAT(test::UnreadableCaptions(dialog), IsEmpty());
       EXPECT_EQ(dialog.command.items.GetCount(), isSecond || GetParam() ? 1 : 0);
       QTest::keyClicks(QApplication::focusWidget(), "info threads");
       test::Key(dialog, Qt::Key_Return);
@@ -61,6 +63,7 @@ TEST_P(DebugDialogs, Parameters_AreAcceptedOrNot) {
   QObject::connect(&poll, &QTimer::timeout, [&] {
     if (mavro::activeForm != &dialog) return;
     poll.stop();
+    EXPECT_THAT(test::UnreadableCaptions(dialog), IsEmpty());
     Keep(dialog, "ide-parameters");
     QTest::keyClicks(QApplication::focusWidget(), "--new");
     test::Key(dialog, Qt::Key_Return);

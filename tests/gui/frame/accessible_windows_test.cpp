@@ -104,6 +104,10 @@ TEST(AccessibleWindows, Dialogs) {
         {"New", [] { theFileActs.OnCommand(theFileActs.actNew->id); }},
         {"Recent files", [] { theFileActs.OnCommand(cRecentFilesCommand); }},
         {"Recent projects", [] { theFileActs.OnCommand(cRecentProjectsCommand); }},
+        {"Breakpoints", [] { theDebugger.OnCommand(cViewBreakpointsCommand); }},
+        {"watch", [] { theDebugger.OnCommand(cAddWatchCommand); }},
+        {"Debug Commander", [] { theDebugger.OnCommand(cCommanderCommand); }},
+        {"Program parameters", [] { theDebugger.OnCommand(cParametersCommand); }},
         {"Go to", [] { mavro::AskGoToLine(*theMainForm->editTabs.Active()->editor); }}};
     for (const auto& [title, open] : rows) {
       const Seen seen = SeenInDialog(ide, open);
