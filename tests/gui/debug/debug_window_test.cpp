@@ -289,6 +289,7 @@ TEST_F(DebugWindows, AProgramWithoutATerminal_ReadsFromTheLineBelowItsOutput) {
         EXPECT_TRUE(WaitLong([] { return Output().find("hello ann") != std::string::npos; }));
         EXPECT_TRUE(WaitFor(DebugState::cNotRunning));
         EXPECT_FALSE(window.inputBar.visible);
+        EXPECT_TRUE(Front().IsFocused()) << "typing goes on there";
         EXPECT_EQ(window.input.text.Get(), "");
       });
 }
