@@ -293,7 +293,7 @@ void DebugSession::Leave() {
   watches.ForgetNumbers();
   for (mavro::IdleTimer* timer : {&answerTimer, &pauseTimer, &announceTimer, &evaluationTimer})
     timer->Stop();
-  gdbIsReady = runWasSent = hasRun = ageWasSaid = locksThreads = wasStoppedHard = false;
+  gdbIsReady = runWasSent = hasRun = ageWasSaid = wasStoppedHard = false;
   isFrameChosen = stopShowsDisplays = interruptedEvaluation = mustRedisplay = false;
   for (std::string* text :
        {&terminalPath, &firstCommand, &heldError, &lastOutput, &stopWords, &ageWords})
