@@ -386,8 +386,8 @@ void DebugSession::OnEnded(const GdbEnd& end) {
   if (state == cNotRunning || state == cEnding) return;
   SetState(cEnding);
   const std::string words = EndWords(end);
-  Log(words);
   if (terminal) terminal->Drain();
+  Log(words);
   if (terminal) terminal->SayEnd(words);
   if (!end.signalName.empty()) {
     NoteProcess();
