@@ -296,7 +296,7 @@ void DebugSession::Leave() {
   watches.ForgetNumbers();
   for (mavro::IdleTimer* timer : {&answerTimer, &pauseTimer, &announceTimer, &evaluationTimer})
     timer->Stop();
-  gdbIsReady = runWasSent = hasRun = ageWasSaid = locksThreads = wasStoppedHard = false;
+  gdbIsReady = runWasSent = hasRun = ageWasSaid = wasStoppedHard = false;
   isFrameChosen = stopShowsDisplays = interruptedEvaluation = mustRedisplay = false;
   for (std::string* text :
        {&terminalPath, &firstCommand, &heldError, &lastOutput, &stopWords, &ageWords})
@@ -389,8 +389,8 @@ void DebugSession::OnEnded(const GdbEnd& end) {
   if (state == cNotRunning || state == cEnding) return;
   SetState(cEnding);
   const std::string words = EndWords(end);
-  Log(words);
   if (terminal) terminal->Drain();
+  Log(words);
   if (terminal) terminal->SayEnd(words);
   if (!end.signalName.empty()) {
     NoteProcess();

@@ -164,10 +164,9 @@ class DebugSession : public mavro::object, private GdbListener {
   std::string program;         // full path
   int programProcess = 0;      // its id, once known
   bool ageWasSaid = false;
-  bool locksThreads = false;  // steps stay in their thread
-  std::string heldError;      // of a "break" that may still be answered
-  int linesBeforeReady = 0;   // that gdb has printed
-  std::string lastOutput;     // of gdb, for the words at an end by itself
+  std::string heldError;     // of a "break" that may still be answered
+  int linesBeforeReady = 0;  // that gdb has printed
+  std::string lastOutput;    // of gdb, for the words at an end by itself
 
   PauseBy pauseBy = PauseBy::cNobody;
   bool wasStoppedHard = false;  // by a signal that the program must not get

@@ -62,7 +62,7 @@ void DebugSession::RemoveBreakpoint(int index) {
   const Breakpoint& entry = breakpoints.entries[static_cast<size_t>(index)];
   view.RemoveBreakMark(entry.file, entry.handle);
   Drop(index);
-  Make([this] { Send("info break", SentFor::cPlain); });
+  Make([this] { Send("info break", SentFor::cSetting); });
   view.BreakpointsChanged();
 }
 
@@ -91,7 +91,7 @@ void DebugSession::Reconcile(const std::string& file) {
   }
   breakpoints.awaited = Breakpoints::cNone;
   if (!removed) return;
-  Make([this] { Send("info break", SentFor::cPlain); });
+  Make([this] { Send("info break", SentFor::cSetting); });
   view.BreakpointsChanged();
 }
 

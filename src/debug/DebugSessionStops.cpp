@@ -251,7 +251,6 @@ void DebugSession::EnterPause() {
   pauseTimer.Stop();
   pauseBy = PauseBy::cNobody;
   stopShowsDisplays = true;
-  if (!std::exchange(locksThreads, true)) Send("set scheduler-locking step", SentFor::cSetting);
   state = cPaused;
   Announce();
   SayStop();

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace mavro {
 
@@ -23,7 +25,8 @@ class IdleWatch {
 };
 
 // Calls a handler once, in the idle pass after a time has passed. For programs without a window
-// too. Destroying it or starting it again drops what was due.
+// too. Destroying it or starting it again drops what was due. Starting and stopping cost next to
+// nothing, so that each short work may be watched.
 class IdleTimer {
  public:
   IdleTimer();
@@ -35,11 +38,20 @@ class IdleTimer {
   void Start(int milliseconds, IdleWatch::Handler handler);
   // Drops the call; no effect if none is due.
   void Stop();
-  bool IsRunning() const { return watch != nullptr; }
+  // True as long as a call is due.
+  bool IsRunning() const { return handler != nullptr; }
 
  private:
-  int descriptor = -1;
+  using Time = std::chrono::steady_clock::time_point;
+
+  void Wake(Time at);
+  void Pass();
+
+  int descriptor = -1;  // a timer of the system, which may wake too early
   std::unique_ptr<IdleWatch> watch;
+  std::optional<Time> wakesAt;
+  Time due;
+  IdleWatch::Handler handler;
 };
 
 }  // namespace mavro

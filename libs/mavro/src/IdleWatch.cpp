@@ -81,30 +81,46 @@ IdleWatch::~IdleWatch() {
 IdleTimer::IdleTimer() = default;
 
 IdleTimer::~IdleTimer() {
-  Stop();
+  watch.reset();
+  if (descriptor >= 0) close(descriptor);
 }
 
-void IdleTimer::Start(int milliseconds, IdleWatch::Handler handler) {
-  Stop();
-  constexpr long cMillisecond = 1'000'000;
-  descriptor = timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK);
-  itimerspec time = {};
-  time.it_value.tv_sec = milliseconds / 1000;
-  // A time of 0 would switch the timer off.
-  time.it_value.tv_nsec = std::max(1L, (milliseconds % 1000) * cMillisecond);
-  timerfd_settime(descriptor, 0, &time, nullptr);
-  watch = std::make_unique<IdleWatch>(descriptor, [this, handler = std::move(handler)] {
-    uint64_t expirations = 0;
-    if (read(descriptor, &expirations, sizeof expirations) <= 0) return;
-    const IdleWatch::Handler due = handler;
-    Stop();
-    due();
-  });
+// A call that comes earlier than the system's timer sets that anew; for a later one it stays, and
+// is set when it wakes.
+void IdleTimer::Start(int milliseconds, IdleWatch::Handler newHandler) {
+  handler = std::move(newHandler);
+  due = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+  if (!watch) {
+    descriptor = timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK);
+    watch = std::make_unique<IdleWatch>(descriptor, [this] { Pass(); });
+  }
+  if (!wakesAt || *wakesAt > due) Wake(due);
 }
 
 void IdleTimer::Stop() {
-  watch.reset();
-  if (descriptor >= 0) close(std::exchange(descriptor, -1));
+  handler = nullptr;
+}
+
+void IdleTimer::Wake(Time at) {
+  constexpr long cSecond = 1'000'000'000;
+  const auto since = std::chrono::duration_cast<std::chrono::nanoseconds>(at.time_since_epoch());
+  itimerspec time = {};
+  time.it_value.tv_sec = since.count() / cSecond;
+  time.it_value.tv_nsec = since.count() % cSecond;
+  timerfd_settime(descriptor, TFD_TIMER_ABSTIME, &time, nullptr);
+  wakesAt = at;
+}
+
+void IdleTimer::Pass() {
+  const Time now = std::chrono::steady_clock::now();
+  if (!wakesAt || now < *wakesAt) return;
+  uint64_t expirations = 0;
+  if (read(descriptor, &expirations, sizeof expirations) <= 0) return;
+  wakesAt.reset();
+  if (!handler) return;
+  if (now < due) return Wake(due);
+  const IdleWatch::Handler call = std::exchange(handler, nullptr);
+  call();
 }
 
 }  // namespace mavro

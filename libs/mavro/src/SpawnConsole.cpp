@@ -106,12 +106,13 @@ bool SpawnConsole::Impl::Attach(const std::string& commandLine) {
 
 // True if there are bytes to deliver; ends the run if its output has ended.
 bool SpawnConsole::Impl::FetchAttached(ChildRun& run) {
-  // This is checked before the pipe: everything that an ended child has printed is in the pipe by
-  // then.
-  const bool childHasEnded = run.child.HasEnded();
-  const PipeReader::Fetch result = run.reader.FetchAhead(run.child.Output());
+  PipeReader::Fetch result = run.reader.FetchAhead(run.child.Output());
+  // Everything that an ended child has printed is in the pipe by now.
+  if (result == PipeReader::Fetch::cNone && run.child.HasEnded())
+    result = run.reader.FetchAhead(run.child.Output());
+  else if (result == PipeReader::Fetch::cNone)
+    return false;
   if (result == PipeReader::Fetch::cBytes) return true;
-  if (result == PipeReader::Fetch::cNone && !childHasEnded) return false;
   EndOfOutput(run);
   if (result == PipeReader::Fetch::cError) ShowRunFailure("Pipe read error");
   return false;

@@ -112,6 +112,20 @@ int main() {
   EXPECT_THAT(view.execution, testing::AnyOf("a.cpp:5", "a.cpp:6"));
 }
 
+TEST_F(ProgramTest, AStepOverAWaitForAnotherThread_ComesBack) {
+  Add("a.cpp",
+      "#include <unistd.h>\n#include <thread>\nint main() {\n  int k = 0;\n"
+      "  std::thread other([&k] {\n    usleep(1000);\n    k = 5;\n  });\n  other.join();\n"
+      "  return k;\n}\n");
+  build.project.debugOptions = {0, "-g -pthread", "-g -pthread"};
+  debugger.Toggle(Path("a.cpp"), 8);
+  debugger.AddExpression(0, "k");
+  ASSERT_TRUE(RunToStop()) << Output();
+  ASSERT_TRUE(StepToStop(GdbStep::cOver));
+  EXPECT_EQ(view.execution, "a.cpp:10");
+  EXPECT_THAT(Values(), ElementsAre(testing::EndsWith("k = 5")));
+}
+
 TEST_F(ProgramTest, AProgramThatForks_GoesOnBeingDebugged) {
   Add("a.cpp",
       "#include <sys/wait.h>\n#include <unistd.h>\nint main() {\n"
@@ -135,6 +149,77 @@ TEST_F(ProgramTest, EndlessRecursion_IsSaidAndItsStackIsBounded) {
   debugger.ViewCallStack();
   ASSERT_TRUE(IdleUntilPaused());
   EXPECT_EQ(view.stack.size(), 10'000u);
+}
+
+TEST_F(ProgramTest, AWatchThatReachesABreakpoint_IsGivenUp) {
+  Add("a.cpp",
+      "int twice(int k) {\n  int result = 2 * k;\n  return result;\n}\nint main() {\n"
+      "  int k = twice(1);\n  ++k;\n  ++k;\n  return k;\n}\n");
+  debugger.Toggle(Path("a.cpp"), 6);
+  debugger.Toggle(Path("a.cpp"), 2);
+  debugger.AddExpression(0, "twice(k)");
+  debugger.AddExpression(0, "k");
+  ASSERT_TRUE(RunToStop());
+  for (int i = 0; i < 3; ++i) {
+    debugger.Run(Debugger::With::cGdb);
+    ASSERT_TRUE(IdleUntil(
+        [this] { return debugger.State() != DebugState::cRunning && debugger.IsQuiet(); }));
+  }
+  EXPECT_THAT(Values()[0], testing::StartsWith("twice(k) = <")) << "given up";
+  debugger.Stop();
+  EXPECT_EQ(debugger.State(), DebugState::cNotRunning);
+}
+
+TEST_F(ProgramTest, ASourceThatIsGone_LeavesTheWindowAsItIs) {
+  Add("a.cpp", "int main() {\n  int k = 1;\n  return k;\n}\n");
+  build.builder.Build(Builder::Scope::cStale);
+  std::filesystem::remove(Path("a.cpp"));
+  debugger.Step(GdbStep::cInto);
+  ASSERT_TRUE(IdleUntilPaused());
+  EXPECT_EQ(view.execution, "");
+  ASSERT_TRUE(StepToStop(GdbStep::cOver));
+  debugger.Run(Debugger::With::cGdb);
+  ASSERT_TRUE(IdleUntilEnd());
+  EXPECT_EQ(view.Said(), "The program has ended with exit code 1");
+}
+
+TEST_F(ProgramTest, AProgramThatBecomesAnother_EndsAsThatOne) {
+  Add("a.cpp",
+      "#include <unistd.h>\nint main() {\n"
+      "  execl(\"/bin/sh\", \"sh\", \"-c\", \"exit 6\", nullptr);\n}\n");
+  debugger.Run(Debugger::With::cGdb);
+  ASSERT_TRUE(IdleUntilEnd());
+  EXPECT_EQ(view.Said(), "The program has ended with exit code 6");
+}
+
+TEST_F(ProgramTest, CommandsInEveryState_AreHarmless) {
+  Add("a.cpp", "int main() {\n  int k = 1;\n  return k;\n}\n");
+  debugger.Toggle(Path("a.cpp"), 1);
+  const auto all = [this] {
+    debugger.Step(GdbStep::cOver);
+    debugger.Step(GdbStep::cOut);
+    debugger.Pause();
+    debugger.ViewCallStack();
+    debugger.SelectFrame(7);
+    debugger.PrintTip("k");
+    debugger.Execute("info locals");
+    debugger.SetCondition(0, "");
+    debugger.RefreshDisplays();
+    debugger.ReconcileAll();
+  };
+  debugger.Run(Debugger::With::cGdb);
+  debugger.Run(Debugger::With::cGdb);
+  all();
+  ASSERT_TRUE(IdleUntilPaused());
+  EXPECT_EQ(view.execution, "a.cpp:2");
+  all();
+  IdleUntil([this] { return debugger.State() != DebugState::cRunning && debugger.IsQuiet(); });
+  debugger.Stop();
+  all();
+  EXPECT_EQ(debugger.State(), DebugState::cStarting) << "a step starts";
+  debugger.Stop();
+  debugger.Stop();
+  EXPECT_EQ(debugger.State(), DebugState::cNotRunning);
 }
 
 TEST_F(ProgramTest, Parameters_ReachTheProgramAsTheyAre) {
