@@ -157,6 +157,22 @@ TEST_F(DebugWindows, FromABreakpointToTheEnd) {
   });
 }
 
+TEST_F(DebugWindows, ABreakpoint_FollowsEditsOverARebuild) {
+  Debug(cCounts, [&] {
+    BreakAt(7);
+    IdeDriver::Press(Qt::Key_F5);
+    ASSERT_TRUE(StopsAt(7));
+    Front().Select(0, 0);
+    Front().ReplaceSelection("// one\n// two\n");
+    EXPECT_EQ(MarkedLine(), 9);
+    IdeDriver::Press(Qt::Key_F5, Qt::ShiftModifier);
+    ASSERT_TRUE(WaitFor(DebugState::cNotRunning));
+    IdeDriver::Press(Qt::Key_F5);
+    ASSERT_TRUE(StopsAt(9));
+    EXPECT_THAT(ide.files.Read("a.cpp"), StartsWith("// one")) << "the build has saved it";
+  });
+}
+
 TEST_F(DebugWindows, InTheDark_IsSeenToo) {
   const QPalette light = QApplication::palette();
   QApplication::setPalette(test::DarkPalette());

@@ -25,7 +25,8 @@ struct Seen {
 void LookBelow(QAccessibleInterface& object, Seen& seen) {
   if (object.state().invisible) return;
   const auto* widget = qobject_cast<const QWidget*>(object.object());
-  if (widget && widget->focusPolicy() & Qt::TabFocus) {
+  // A part that leaves the keyboard to another one is a part of that one.
+  if (widget && widget->focusPolicy() & Qt::TabFocus && !widget->focusProxy()) {
     ++seen.keyParts;
     const bool isArea = object.role() == QAccessible::Client;
     const bool isTabRow = object.role() == QAccessible::PageTabList;  // its tabs have the names
