@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "FileText.h"
 #include "base/ControlBytes.h"
 #include "build/Builder.h"
 #include "debug/BreakEditor.h"
@@ -110,12 +109,11 @@ bool DebugWindow::WantsValueTips() const {
   return theDebugger.IsRunning() && theIdeSession.debuggerTips;
 }
 
-// Raising a window that is active already would only cost time at each step, and a dialog of ours
-// stays in front.
+// A file that is only stepped through is none of the recent files of the user. Raising a window
+// that is active already would only cost time at each step, and a dialog of ours stays in front.
 bool DebugWindow::ShowExecution(const std::string& file, int line) {
   CppEditor* editor = form.editTabs.Activate(file, true);
-  if (!editor && mavro::FileExists(file))
-    editor = form.editTabs.OpenFile(file, EditTabs::OnFailure::cSay);
+  if (!editor) editor = form.editTabs.NewTab(file);
   if (!editor) return false;
   editor->ShowLine(line + 1);
   editor->SetMark(cExecutionMark, line + 1);

@@ -57,6 +57,7 @@ class IdeDriver {
   IdeDriver() : savedFolder(std::filesystem::current_path()) {
     zendry::theProject.modified = false;
     zendry::theProject.mode = zendry::cRelease;
+    zendry::theProject.programParams.clear();
     zendry::theIdeConfig = {};
     zendry::theDebugger.Reset();
   }

@@ -309,6 +309,7 @@ TEST_F(BreakMarks, ShowExecution_OpensTheFileAndMarksTheLine) {
     EXPECT_TRUE(window.ShowExecution(ide.files.Path("src/b.cpp"), 0));
     EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("src/b.cpp"));
     EXPECT_FALSE(window.ShowExecution("/no/such.cpp", 0));
+    EXPECT_THAT(theIdeSession.recentFiles.items, ElementsAre(ide.files.Path("a.cpp")));
     EXPECT_EQ(theMainForm->ActiveFile(), ide.files.Path("src/b.cpp"));
     EXPECT_THAT(ide.dialogs.texts, IsEmpty());
     window.RemoveExecution("");

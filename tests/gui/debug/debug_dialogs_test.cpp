@@ -63,6 +63,7 @@ TEST_P(DebugDialogs, Parameters_AreAcceptedOrNot) {
   QTimer poll;
   QObject::connect(&poll, &QTimer::timeout, [&] {
     if (mavro::activeForm != &dialog) return;
+    if (!static_cast<mavro::Form::Impl*>(dialog.impl)->firstShowDone) return;
     poll.stop();
     EXPECT_THAT(test::UnreadableCaptions(dialog), IsEmpty());
     Keep(dialog, "ide-parameters");

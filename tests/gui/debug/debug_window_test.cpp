@@ -357,17 +357,19 @@ TEST_F(DebugWindows, Parameters_AreWrittenWithTheProject) {
   ide.Run({project}, [&] {
     ide.OnDialog([&](mavro::Form& dialog) {
       EXPECT_EQ(dialog.text.Get(), "Program parameters");
-      QTest::keyClicks(QApplication::focusWidget(), "-a \"b c\"");
+      QTest::keyClicks(QApplication::focusWidget(), "-a b");
       test::Key(dialog, Qt::Key_Return);
     });
     theDebugger.OnCommand(cParametersCommand);
-    EXPECT_EQ(theProject.programParams, "-a \"b c\"");
+    EXPECT_EQ(theProject.programParams, "-a b");
     EXPECT_FALSE(theProject.modified);
     theFileActs.OnCommand(cSaveProjectCommand);
+    EXPECT_THAT(ide.files.Read("p.zpj"), HasSubstr("<pars p=\"-a b\"/>"));
   });
+  theProject.programParams.clear();
   ide.Run({project}, [&] {
-    EXPECT_EQ(theDebugger.Params(), "-a \"b c\"");
-    EXPECT_EQ(theProject.programParams, "-a \"b c\"");
+    EXPECT_EQ(theDebugger.Params(), "-a b");
+    EXPECT_EQ(theProject.programParams, "-a b");
   });
 }
 
