@@ -70,6 +70,21 @@ size_t NameStart(std::string_view text) {
   return start;
 }
 
+// The whole word at the caret.
+std::string WordAround(const CaretText& editor) {
+  const int caret = editor.CaretPosition();
+  const int end = std::min(caret + cLongestText, editor.Length());
+  const int start = std::max(caret - cLongestText, 0);
+  std::string text(static_cast<size_t>(std::max(end - start, 0)), '\0');
+  if (!text.empty()) editor.CopyRange(start, end, text.data());
+  const auto isWord = [&](size_t at) { return IsWordChar(static_cast<unsigned char>(text[at])); };
+  const auto middle = static_cast<size_t>(caret - start);
+  size_t first = middle, last = middle;
+  while (first > 0 && isWord(first - 1)) --first;
+  while (last < text.size() && isWord(last)) ++last;
+  return text.substr(first, last - first);
+}
+
 }  // namespace
 
 std::string WhyNoList(std::string_view text) {
@@ -166,7 +181,13 @@ CompletionList Completion::CompleteFreely(const CaretText& editor, const std::st
   AddLocalNames(list.rows, tokens, typed);
   Items items;
   collectCompletions(items, editor, typed, cAnyRequest);
-  std::erase_if(items, [](const TagItem* item) { return item->name.find("::") != cNowhere; });
+  const std::string word = WordAround(editor);
+  const TagData* front = sources.ModuleOf(editor);
+  const int line = editor.LineFromPosition(editor.CaretPosition()) + 1;
+  std::erase_if(items, [&](const TagItem* item) {
+    const bool isItself = item->module == front && item->line == line && item->name == word;
+    return isItself || item->name.find("::") != cNowhere;
+  });
   for (CompletionRow& row : RowsOf(editor, std::move(items), place, typed))
     list.rows.push_back(std::move(row));
   AddKnownNames(list.rows, wizard.tags, tokens, editor.Path(), place.scope, typed);

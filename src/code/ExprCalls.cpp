@@ -135,6 +135,8 @@ ExprTypes::CallableList ExprTypes::OfLibrary(std::string_view name) {
   if (TagData* library = sources.Library())
     for (const TagItem& item : library->globals)
       if (item.name == name && (IsFunction(item) || item.kind == cMacro)) items.push_back(&item);
+  for (const TagItem* item : tags.findLibraryNames("std", name))
+    if (IsFunction(*item)) items.push_back(item);
   return Read(items);
 }
 
@@ -273,7 +275,13 @@ ExprTypes::CallableList ExprTypes::Overloads(const TagItem& item) {
       items.push_back(&other);
     }
   };
-  if (item.kind == cMacro || (!item.owner && !item.module)) return Read({&item});
+  if (!item.owner && !item.module) {
+    for (const TagItem* other : tags.findLibraryNames(item.text, item.name))
+      if (other->kind == item.kind) items.push_back(other);
+    if (items.empty()) items.push_back(&item);
+    return Read(items);
+  }
+  if (item.kind == cMacro) return Read({&item});
   if (item.owner) {
     collect(item.owner->members, item.owner, item.owner->module);
     return Read(items);

@@ -246,9 +246,21 @@ ExprTypes::Found ExprTypes::QualifiedValue(const TypeText& path) {
     }
   }
   if (IsKnown(type)) return type;
+  const bool isStandard = path.path.size() > 1 && path.path.front().name == "std";
+  if (isStandard)
+    if (TagItem* named = LibraryName(path)) return ItemValue(*named, {});
   if (TagItem* global = tags.findGlobal(path.Name(), scopeFile)) return ItemValue(*global, {});
+  if (TagItem* named = LibraryName(path)) return ItemValue(*named, {});
   const std::string_view className = ClassOfVariable(path.Name());
   return className.empty() ? Found() : Value{TypeOfName(className), {}};
+}
+
+// A name of the reference libraries by its namespace.
+TagItem* ExprTypes::LibraryName(const TypeText& path) {
+  if (path.path.size() < 2) return nullptr;
+  const std::string& space = path.path[path.path.size() - 2].name;
+  const std::vector<TagItem*> named = tags.findLibraryNames(space, path.Name());
+  return named.empty() ? nullptr : named.front();
 }
 
 ExprTypes::Found ExprTypes::LibraryCall(const TypeText& path, const ExprStep& call) {

@@ -124,10 +124,21 @@ class LocalReader {
     return false;
   }
 
+  // True for "x * y;" with a variable x.
+  bool IsProduct(const CodeDecl& decl) {
+    const int sign = decl.begin + 1;
+    if (decl.name != sign + 1 || !tokens.IsOneOf(sign, "* & &&") || !tokens.Is(decl.name + 1, ";"))
+      return false;
+    const std::optional<CodeDecl> first =
+        FindDeclaration(tokens, tokens.Text(decl.begin), decl.begin, budget);
+    return first && !first->isAlias;
+  }
+
   void Note(int at, bool needsValue) {
     if (!tokens.IsWord(at) || !budget.Take(cDeclarationCost)) return;
     const std::optional<CodeDecl> decl = DeclarationAt(tokens, at, budget);
     if (!decl || (needsValue && decl->initBegin == decl->initEnd)) return;
+    if (IsProduct(*decl)) return;
     const bool isCapture = tokens.Is(decl->begin, "[");
     const bool isFirst = decl->begin == 0 || tokens.IsOneOf(decl->begin - 1, cBeforeDeclaration);
     if (!isCapture && !isFirst) return;

@@ -5,6 +5,7 @@
 #include <unordered_map>
 
 #include "code/CodeSources.h"
+#include "tags/LibraryNames.h"
 
 namespace zendry {
 
@@ -166,7 +167,11 @@ TagItem* TagLookup::findGlobal(std::string_view name, std::string_view moduleNam
   const TagData* from = ModuleNamed(moduleName);
   if (!from) from = front;
   TagItem* first = index.FindGlobal(name, moduleName);
-  if (!first) return ClassOf(name, from);
+  if (!first) {
+    if (TagClass* found = ClassOf(name, from)) return found;
+    const std::vector<TagItem*> ofC = findLibraryNames("", name);
+    return ofC.empty() ? nullptr : ofC.front();
+  }
   const auto& places = index.AllGlobals().find(name)->second;
   if (places.size() < 2) return first;
   const auto* nearest = NearestOf(places, includes.DistancesFrom(from, index.Modules()),
@@ -280,11 +285,9 @@ void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
   for (const auto& [number, record] : EnsureIndex().Classes(name))
     for (TagItem& member : record->members)
       if (member.kind == cEnumerator) list(member, index.Modules()[number]);
+  listLibrary(out, name, prefix);
   const auto namespaces = index.AllGlobals().find(name);
-  if (namespaces == index.AllGlobals().end()) {
-    listLibrary(out, name, prefix);
-    return;
-  }
+  if (namespaces == index.AllGlobals().end()) return;
   for (const auto& [number, record] : namespaces->second) {
     if (record->kind != cNamespace) continue;
     TagData* module = index.Modules()[number];
@@ -328,14 +331,23 @@ void TagLookup::listNestedClasses(std::vector<TagItem*>& out, std::string_view c
   walk.Walk(className, 0, nullptr);
 }
 
+std::vector<TagItem*> TagLookup::findLibraryNames(std::string_view nameSpace,
+                                                  std::string_view name) {
+  std::vector<TagItem*> found;
+  if (TagData* library = sources.Library())
+    for (const auto& names : library->names) names->Find(found, nameSpace, name);
+  return found;
+}
+
 // The definition of a library names a folder beside it for its headers: that of the standard
-// library is "stl", others are called like their namespace.
+// library is "stl", that of C is "c", others are called like their namespace.
 void TagLookup::listLibrary(std::vector<TagItem*>& out, std::string_view nameSpace,
                             std::string_view prefix) {
   TagData* library = sources.Library();
   if (!library) return;
   const bool isStandard = nameSpace == cLibraryNamespace;
-  const std::string folder = "/" + std::string(isStandard ? "stl" : nameSpace) + "/";
+  const std::string_view folderName = nameSpace.empty() ? "c" : isStandard ? "stl" : nameSpace;
+  const std::string folder = "/" + std::string(folderName) + "/";
   const auto isOfIt = [&](const TagItem& item) {
     const auto isItsHeader = [&](const HeaderRec& header) { return header.id == item.fileId; };
     const auto header = std::find_if(library->headers.begin(), library->headers.end(), isItsHeader);
@@ -351,6 +363,7 @@ void TagLookup::listLibrary(std::vector<TagItem*>& out, std::string_view nameSpa
     record.owner = nullptr;
     out.push_back(&record);
   }
+  for (const auto& names : library->names) names->List(out, nameSpace, prefix);
 }
 
 }  // namespace zendry

@@ -37,7 +37,7 @@ class TagLookup {
   // it; else that of the library.
   TagClass* findClass(std::string_view name, const TagData* from = nullptr);
   // A global: that of the module with the file name `moduleName`, else of the first module that has
-  // one, else the class of that name.
+  // one, else the class of that name, else one of C's library.
   TagItem* findGlobal(std::string_view name, std::string_view moduleName);
   // A member of a class of the project or of its bases there. cDeclaration accepts prototypes and
   // tags with an access; cDefinition accepts everything but prototypes.
@@ -61,12 +61,16 @@ class TagLookup {
   // names begin with `prefix`.
   void listNestedClasses(std::vector<TagItem*>& out, std::string_view className,
                          std::string_view prefix);
-  // Appends the classes with this prefix of the reference library with that namespace.
+  // Appends the names with this prefix of the reference library with that namespace, or of an inner
+  // one by its own name; with an empty namespace those of C.
   void listLibrary(std::vector<TagItem*>& out, std::string_view nameSpace, std::string_view prefix);
+  // The functions, macros, types and variables of that name that the reference libraries have in a
+  // namespace, or outside of all.
+  std::vector<TagItem*> findLibraryNames(std::string_view nameSpace, std::string_view name);
 
   // Appends the names with this prefix in a scope that isn't a class: the enumerators that are kept
   // under its name, the globals and classes that come after the beginning of a namespace of that
-  // name in their files; for "std" the classes of the library.
+  // name in their files; and what the libraries have in that namespace.
   void listNamespace(std::vector<TagItem*>& out, std::string_view name, std::string_view prefix);
 
   // True if a class derives from another one, at any depth, or is the same.

@@ -201,7 +201,8 @@ Json TargetAnswer(const LspQuestion& question, LspTarget target) {
   Json places = Json::array();
   const std::optional<WordRange> word = WordAt(question.text, question.text.CaretPosition());
   const std::optional<ResolveInfo> info = word ? Resolve(question, *word) : std::nullopt;
-  if (!info) return places;
+  const bool isOfLibrary = info && info->file.empty() && info->targetLine < 0;
+  if (!info || isOfLibrary) return places;
   if (info->file.empty()) {
     places.push_back(Location(question, question.text.Path(), info->line, info->name));
     return places;

@@ -33,6 +33,7 @@ void Project::SetShell(Shell* newShell) {
 void Project::SetInstallFolder(const std::string& newFolder) {
   installFolder = newFolder;
   if (installFolder.ends_with('/')) installFolder.pop_back();
+  cRefFile = installFolder + "/Defs/cref.tgd";
   stlRefFile = installFolder + "/Defs/stlref.tgd";
   mavroRefFile = installFolder + "/Defs/mavroref.tgd";
 }

@@ -149,6 +149,7 @@ class Project : public mavro::object {
   std::string resourceFile;
   std::string folder;
   std::string outputFolder;
+  std::string cRefFile;
   std::string stlRefFile;
   std::string mavroRefFile;
   int32_t type = cConsole;
