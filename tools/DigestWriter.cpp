@@ -243,7 +243,7 @@ class NameWriter {
       }
     }
     for (const LibraryClass& inner : library.classes)
-      if (inner.space != space && !IsHidden(inner.name))
+      if ((space.empty() || inner.space != space) && !IsHidden(inner.name))
         lines[inner.space + " " + words.Name(inner.name)].insert("c\t\t");
     std::string text;
     for (const auto& [key, rests] : lines)

@@ -113,8 +113,9 @@ std::optional<ExprOperand> ExprTypes::Operand() {
 
 // A class or a namespace comes before "::".
 std::optional<ExprOperand> ExprTypes::Scope(int begin, int end) {
-  const std::optional<TypeText> path = ReadTypeText(tokens.Source(begin, end));
+  std::optional<TypeText> path = ReadTypeText(tokens.Source(begin, end));
   if (!path) return std::nullopt;
+  FollowNamespaceAlias(*path);
   const Value plain = Plain({*path, OwnerName()});
   if (const TagClass* record = ClassOf(plain.type, plain.scope))
     return ExprOperand{record->name, {}, {}};
@@ -124,6 +125,21 @@ std::optional<ExprOperand> ExprTypes::Scope(int begin, int end) {
   const TagItem* member = record ? tags.findMemberInClass(record->name, path->Name()) : nullptr;
   const bool isEnum = member && member->kind == cEnum;
   return ExprOperand{{}, isEnum ? record->name : path->Name(), {}};
+}
+
+// "namespace fs = std::filesystem;"
+void ExprTypes::FollowNamespaceAlias(TypeText& path) const {
+  for (int i = 0; i + 3 < tokens.Count(); ++i) {
+    if (!tokens.Is(i, "namespace") || !tokens.Is(i + 1, path.path.front().name) ||
+        !tokens.Is(i + 2, "="))
+      continue;
+    int at = i + 3;
+    const std::optional<TypeText> meant = ReadType(tokens, at);
+    if (!meant || !tokens.Is(at, ";")) continue;
+    path.path.erase(path.path.begin());
+    path.path.insert(path.path.begin(), meant->path.begin(), meant->path.end());
+    return;
+  }
 }
 
 TagItem* ExprTypes::Item() {
@@ -493,6 +509,9 @@ ExprTypes::Found ExprTypes::WrittenAlias(const std::string& name) {
 // Tags name a class with the classes around it and without its namespaces.
 TagClass* ExprTypes::ClassOf(const TypeText& type, const std::string& from) {
   if (type.IsEmpty() || IsContainerType(type.Outer())) return nullptr;
+  const bool isStandard = type.path.size() == 2 && type.path.front().name == "std";
+  if (isStandard)
+    if (TagClass* found = tags.findLibraryClass(type.Name())) return found;
   const std::string names = type.Names();
   for (std::string around = from; !around.empty();) {
     if (TagClass* found = tags.findClass(around + "::" + names)) return found;

@@ -61,6 +61,7 @@ class ExprTypes {
   Found NameValue(const ExprStep& step, const ExprStep* call);
   Found LocalValue(const std::string& name);
   Found QualifiedValue(const TypeText& path);
+  void FollowNamespaceAlias(TypeText& path) const;
   TagItem* LibraryName(const TypeText& path);
   Found LibraryCall(const TypeText& path, const ExprStep& call);
   Found DeclValue(const CodeDecl& decl);

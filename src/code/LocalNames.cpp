@@ -84,6 +84,10 @@ class LocalReader {
   int ReadHead(int brace) {
     const size_t before = rows.size();
     int at = brace - 1;
+    if (const int close = OldParameters(brace); close >= 0) {
+      for (; at > close; --at) NoteOldParameter(at, close);
+      return tokens.Partner(close) - 1;
+    }
     for (; at >= 0 && budget.Take(); --at) {
       if (IsOpen(at) || tokens.Is(at, ";")) return at;
       if (tokens.Is(at, "}") && !IsMemberValue(at, brace)) return at;
@@ -102,6 +106,37 @@ class LocalReader {
       }
     }
     return at;
+  }
+
+  // The ")" of "f(a, b) int a; long b; {", where the types of the parameters follow their names; -1
+  // for any other block.
+  int OldParameters(int brace) {
+    if (!tokens.Is(brace - 1, ";")) return -1;
+    for (int at = brace - 1; at >= 0 && budget.Take(); --at) {
+      if (tokens.IsOneOf(at, "{ } ( =")) return -1;
+      if (!tokens.IsClosing(at)) continue;
+      const int open = tokens.Partner(at);
+      if (tokens.Is(at, ")") && IsListOfNames(open, at))
+        return tokens.IsWord(at + 1) && tokens.IsWord(open - 1) && !IsControl(open) ? at : -1;
+      at = open;
+    }
+    return -1;
+  }
+
+  bool IsListOfNames(int open, int close) const {
+    for (int at = open + 1; at < close; ++at)
+      if (tokens.Is(at, ",") != ((at - open) % 2 == 0) ||
+          !(tokens.IsWord(at) || tokens.Is(at, ",")))
+        return false;
+    return (close - open) % 2 == 0;
+  }
+
+  void NoteOldParameter(int at, int close) {
+    if (!tokens.IsWord(at) || !budget.Take(cDeclarationCost)) return;
+    const std::optional<CodeDecl> decl = DeclarationAt(tokens, at, budget);
+    const bool isFirst = decl && (decl->begin == close + 1 || tokens.Is(decl->begin - 1, ";"));
+    if (isFirst)
+      rows.push_back({std::string(tokens.Text(at)), RowKind::cLocal, Print(decl->type), {}, {}});
   }
 
   // True for the end of "a{1}" among the members that a constructor initialises.

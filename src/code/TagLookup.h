@@ -1,9 +1,12 @@
 #pragma once
 
+#include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "tags/IncludeGraph.h"
+#include "tags/MemberMacros.h"
 #include "tags/TagIndex.h"
 
 namespace zendry {
@@ -36,6 +39,12 @@ class TagLookup {
   // The record of that class in the first module that holds the class itself, not only members of
   // it; else that of the library.
   TagClass* findClass(std::string_view name, const TagData* from = nullptr);
+  // The full name of the class that a type means in the scope of a class: one nested there goes
+  // before a namesake. The type itself without such a one.
+  std::string NameInScope(const std::string& type, std::string_view scope,
+                          const TagData* from = nullptr);
+  // The class of a reference library.
+  TagClass* findLibraryClass(std::string_view name) const;
   // A global: that of the module with the file name `moduleName`, else of the first module that has
   // one, else the class of that name, else one of C's library.
   TagItem* findGlobal(std::string_view name, std::string_view moduleName);
@@ -70,7 +79,8 @@ class TagLookup {
 
   // Appends the names with this prefix in a scope that isn't a class: the enumerators that are kept
   // under its name, the globals and classes that come after the beginning of a namespace of that
-  // name in their files; and what the libraries have in that namespace.
+  // name in their files; and what the libraries have in that namespace. If no file that the one in
+  // front includes opens it, a macro may: then all that these files declare.
   void listNamespace(std::vector<TagItem*>& out, std::string_view name, std::string_view prefix);
 
   // True if a class derives from another one, at any depth, or is the same.
@@ -80,15 +90,24 @@ class TagLookup {
   const TagIndex& EnsureIndex();
 
  private:
+  using MacroOf = std::function<TagClass*(std::string_view, const TagData*)>;
+  using AliasOf = std::function<std::string(std::string_view, const TagData*)>;
   using ClassPlaces = std::vector<TagIndex::Place<TagClass>>;
 
   TagClass* ClassOf(std::string_view name, const TagData* from);
   TagClass* ProjectClass(std::string_view name, const TagData* from);
+  bool ListNamespaceFile(std::vector<TagItem*>& out, int number, int firstLine,
+                         std::string_view prefix);
+  TagItem* NearestGlobal(std::string_view name, const TagData* from, int kind);
+  TagClass* MacroMembers(std::string_view name, const TagData* from);
+  MacroOf MacroFinder();
+  AliasOf AliasFinder();
   std::vector<TagClass*> AllRecords(std::string_view name, const TagData* from);
 
   CodeSources& sources;
   TagIndex index;
   IncludeGraph includes;
+  MemberMacros memberMacros;
   const TagData* front = nullptr;
 };
 

@@ -117,7 +117,7 @@ std::string IncludedFile(const LspQuestion& question) {
   if (close == line.npos) return "";
   const std::string name(line.substr(open + 1, close - open - 1));
   std::string found;
-  if (line[open] == '"') found = FindQuotedInclude(name, mavro::FolderOf(question.text.Path()));
+  if (line[open] == '"') found = FindIncluded({true, name}, mavro::FolderOf(question.text.Path()));
   return found.empty() ? question.folder.project.ResolveInclude(name) : found;
 }
 

@@ -40,6 +40,7 @@ struct TagClass : TagItem {
   int serial = 0;           // order of appearance in its store, from 1
   std::string inheritance;  // base names, joined by commas
   std::vector<TagItem> members;
+  std::vector<std::string> macros;  // names alone in the block, which may bring members
 };
 
 // A header of a reference library.
