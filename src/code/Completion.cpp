@@ -49,11 +49,13 @@ size_t LastPart(std::string_view text) {
   return begin;
 }
 
-// True if the list after "->" has the members of a container, a smart pointer or an iterator, but
-// those of the object that it holds or points to are wanted.
+// True if the list after "->" has the members of a class with an arrow of its own, of a container,
+// or of an iterator, but those of the object that it holds or points to are wanted.
 bool LeadsElsewhere(const std::vector<TagItem*>& items, std::string_view text) {
   if (items.empty()) return true;
   if (!text.substr(0, LastPart(text)).ends_with("->")) return false;
+  const auto isArrow = [](const TagItem* item) { return item->name == "operator ->"; };
+  if (std::any_of(items.begin(), items.end(), isArrow)) return true;
   const TagItem* first = items.front();
   return first->owner && !first->module && IsArrowForeign(first->owner->name);
 }

@@ -66,6 +66,19 @@ std::string ParameterTypes(const Callable& callable) {
   return types;
 }
 
+// True if a function takes so many arguments.
+bool FitsCall(const TagItem& function, size_t arguments) {
+  const CallSignature signature = SignatureOf({{}, {}, function.signature});
+  const auto isNeeded = [&](const LabelRange& parameter) {
+    const std::string text = signature.label.substr(
+        static_cast<size_t>(parameter.start), static_cast<size_t>(parameter.end - parameter.start));
+    return text.find('=') == text.npos && text != "...";
+  };
+  const auto needed = static_cast<size_t>(
+      std::count_if(signature.parameters.begin(), signature.parameters.end(), isNeeded));
+  return arguments >= needed && (arguments <= signature.parameters.size() || signature.takesMore);
+}
+
 // The files that a file includes, and those that they include, by their names.
 std::set<const TagData*> FilesAround(const TagData& file, const std::vector<TagData*>& modules) {
   std::map<std::string_view, std::vector<const TagData*>> byName;
@@ -299,6 +312,28 @@ ExprTypes::CallableList ExprTypes::Overloads(const TagItem& item) {
       collect(modules[module]->globals, nullptr, modules[module]);
   if (items.empty()) collect(item.module->globals, nullptr, item.module);
   return Read(items);
+}
+
+// The first function of the same name that takes as many arguments; `first` itself if none does.
+TagItem& ExprTypes::FittingOverload(TagItem& first, const ExprStep& call) {
+  if (!IsFunction(first) || first.owner || !first.module) return first;
+  size_t arguments = call.begin < call.end ? 1 : 0;
+  for (int at = call.begin; at < call.end; ++at) {
+    if (tokens.IsOpening(at)) at = tokens.Partner(at);
+    if (tokens.Is(at, ",")) ++arguments;
+  }
+  if (FitsCall(first, arguments)) return first;
+  const TagIndex& index = tags.EnsureIndex();
+  const auto places = index.AllGlobals().find(first.name);
+  if (places == index.AllGlobals().end()) return first;
+  for (const auto& [number, record] : places->second)
+    for (TagItem& other : index.Modules()[static_cast<size_t>(number)]->globals) {
+      if (other.name != first.name || !IsFunction(other) || !FitsCall(other, arguments)) continue;
+      other.module = index.Modules()[static_cast<size_t>(number)];
+      other.owner = nullptr;
+      return other;
+    }
+  return first;
 }
 
 // Of a prototype and the definition the longer one stays: it has names or default values.

@@ -216,7 +216,8 @@ ExprTypes::Found ExprTypes::NameValue(const ExprStep& step, const ExprStep* call
   if (!OwnerName().empty())
     if (TagItem* member = tags.findMemberInClass(OwnerName(), name))
       return ItemValue(*member, TypeOfName(OwnerName()));
-  if (TagItem* global = tags.findGlobal(name, scopeFile)) return ItemValue(*global, {});
+  if (TagItem* global = tags.findGlobal(name, scopeFile))
+    return ItemValue(call ? FittingOverload(*global, *call) : *global, {});
   if (call)
     if (Found result = LibraryCall(path, *call)) return result;
   return QualifiedValue(path);

@@ -100,6 +100,7 @@ class ExprTypes {
   CallableList OfValue(const Value& value, bool isBrace);
   CallableList OfLibrary(std::string_view name);
   CallableList Overloads(const TagItem& item);
+  TagItem& FittingOverload(TagItem& first, const ExprStep& call);
   CallableList Read(const std::vector<const TagItem*>& items);
   std::string OwnerName() const;
 

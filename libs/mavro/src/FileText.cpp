@@ -29,8 +29,8 @@ FileResult LastError(const std::string& path) {
   return result;
 }
 
-// A file may grow while it is read, or report no size or a larger one, as files below /proc do; so the
-// size is only a hint.
+// A file may grow while it is read, or report no size or a larger one, as files below /proc do; so
+// the size is only a hint.
 FileText ReadToEnd(const std::string& path, int file, off_t sizeHint) {
   std::string text;
   size_t filled = 0;

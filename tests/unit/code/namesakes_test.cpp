@@ -154,6 +154,37 @@ TEST(NamesakesOfKinds, MembersOfAUnnamedUnion_HaveTheAccessAroundIt) {
   EXPECT_EQ(project.Names("/p/a.cpp", "#include \"u.h\"\nvoid f(Inst i) {\n  i.@\n}\n"), "open");
 }
 
+TEST(NamesakesOfKinds, ArrowOfAClassOfTheProject_LeadsToWhatItPointsTo) {
+  test::ParsedProject project;
+  project.Add("/p/u.h",
+              "struct Node {\n  int val;\n};\ntemplate <class T> class Ptr {\npublic:\n"
+              "  T* operator->() const;\n  void reset();\n};\n"
+              "struct Tree {\n  Ptr<Node> root;\n  Ptr<Node>* many;\n};\n");
+  const auto names = [&](const std::string& typed) {
+    return project.Names("/p/a.cpp", "#include \"u.h\"\nvoid f(Tree t) {\n  " + typed + "@\n}\n");
+  };
+  EXPECT_EQ(names("t.root->"), "val");
+  EXPECT_EQ(names("t.root."), "reset");
+  EXPECT_EQ(names("t.many->"), "reset");
+}
+
+TEST(NamesakesOfKinds, FunctionWithSeveralDeclarations_ByTheNumberOfArguments) {
+  test::ParsedProject project;
+  project.Add("/p/u.h",
+              "struct One {\n  int one;\n};\nstruct Two {\n  int two;\n};\n"
+              "One* make(int a);\nTwo* make(int a, int b);\nTwo* more(const char* f, ...);\n"
+              "One* more();\n");
+  const auto names = [&](const std::string& typed) {
+    return project.Names("/p/a.cpp",
+                         "#include \"u.h\"\nvoid f() {\n  auto p = " + typed + ";\n  p->@\n}\n");
+  };
+  EXPECT_EQ(names("make(1)"), "one");
+  EXPECT_EQ(names("make(g(1, 2), 2)"), "two");
+  EXPECT_EQ(names("make()"), "one") << "none fits: the first";
+  EXPECT_EQ(names("more(\"a, b\", 1, 2)"), "two");
+  EXPECT_EQ(names("more()"), "one");
+}
+
 TEST(NamesakesOfKinds, MacroBetweenTypeAndPointer) {
   test::ParsedProject project;
   project.Add("/p/u.h", "#define FAR\ntypedef struct {\n  int op;\n} code;\n");
