@@ -211,8 +211,9 @@ void Completion::CompleteByTypes(const CaretText& editor, const Place& place,
   const std::optional<ExprOperand> operand = wizard.operandAt(editor);
   if (!operand) return;
   Items found;
-  if (operand->nameSpace.empty())
-    wizard.tags.listMembers(found, operand->className, operand->prefix);
+  if (!operand->className.empty())
+    wizard.tags.listMembers(found, operand->className, operand->prefix, 0,
+                            operand->nameSpace.empty() ? nullptr : sources.Library());
   else
     wizard.tags.listNamespace(found, operand->nameSpace, operand->prefix);
   std::vector<CompletionRow> rows = RowsOf(editor, std::move(found), place, operand->prefix);

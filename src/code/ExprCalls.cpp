@@ -148,8 +148,11 @@ ExprTypes::CallableList ExprTypes::OfLibrary(std::string_view name) {
   if (TagData* library = sources.Library())
     for (const TagItem& item : library->globals)
       if (item.name == name && (IsFunction(item) || item.kind == cMacro)) items.push_back(&item);
-  for (const TagItem* item : tags.findLibraryNames("std", name))
-    if (IsFunction(*item)) items.push_back(item);
+  for (const char* space : {"", "std"}) {
+    if (!items.empty()) break;
+    for (const TagItem* item : tags.findLibraryNames(space, name))
+      if (IsFunction(*item)) items.push_back(item);
+  }
   return Read(items);
 }
 
@@ -229,7 +232,11 @@ std::optional<Callable> ExprTypes::OfType(const TypeText& type, const std::strin
 }
 
 ExprTypes::CallableList ExprTypes::OfValue(const Value& value, bool isBrace) {
-  if (value.isType) return Constructors(value, isBrace);
+  if (value.isType) {
+    // In C a function may have the name of a structure: "stat(".
+    CallableList found = Constructors(value, isBrace);
+    return found.empty() && !isBrace ? OfLibrary(value.type.Name()) : found;
+  }
   if (value.item && (IsFunction(*value.item) || value.item->kind == cMacro))
     return Overloads(*value.item);
   if (value.item)

@@ -105,7 +105,10 @@ std::optional<ExprOperand> ExprTypes::Operand() {
   } else if (Found value = ValueOf(begin, sign); value && !value->isType) {
     if (tokens.Is(sign, "->")) value = Pointee(*value);
     const Value plain = Plain(*value);
-    if (const TagClass* record = ClassOf(plain.type, plain.scope)) operand = {record->name, {}, {}};
+    if (const TagClass* record = ClassOf(plain.type, plain.scope)) {
+      const bool isOfLibrary = !record->module && tags.findClass(record->name) != record;
+      operand = {record->name, isOfLibrary ? "std" : "", {}};
+    }
   }
   if (operand) operand->prefix = prefix;
   return operand;

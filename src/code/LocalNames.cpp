@@ -1,6 +1,7 @@
 #include "code/LocalNames.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 
 #include "code/CodeTokens.h"
@@ -85,7 +86,7 @@ class LocalReader {
     const size_t before = rows.size();
     int at = brace - 1;
     if (const int close = OldParameters(brace); close >= 0) {
-      for (; at > close; --at) NoteOldParameter(at, close);
+      NoteOldParameters(close + 1, brace);
       return tokens.Partner(close) - 1;
     }
     for (; at >= 0 && budget.Take(); --at) {
@@ -131,12 +132,25 @@ class LocalReader {
     return (close - open) % 2 == 0;
   }
 
-  void NoteOldParameter(int at, int close) {
-    if (!tokens.IsWord(at) || !budget.Take(cDeclarationCost)) return;
-    const std::optional<CodeDecl> decl = DeclarationAt(tokens, at, budget);
-    const bool isFirst = decl && (decl->begin == close + 1 || tokens.Is(decl->begin - 1, ";"));
-    if (isFirst)
-      rows.push_back({std::string(tokens.Text(at)), RowKind::cLocal, Print(decl->type), {}, {}});
+  // The parameters that are declared between two tokens: "int a, *b; long c[];".
+  void NoteOldParameters(int begin, int end) {
+    std::vector<CompletionRow> found;
+    for (int at = begin; at < end && budget.Take(cDeclarationCost); ++at) {
+      const std::optional<TypeText> type = ReadType(tokens, at);
+      for (bool isMore = type.has_value(); isMore && at < end;) {
+        TypeText own = *type;
+        own.pointers = ReadPointers(tokens, at);
+        if (!tokens.IsWord(at)) break;
+        const std::string name(tokens.Text(at++));
+        for (; tokens.IsOpening(at); at = tokens.Partner(at) + 1)
+          if (tokens.Is(at, "[")) ++own.pointers;
+        found.push_back({name, RowKind::cLocal, Print(own), {}, {}});
+        isMore = tokens.Is(at, ",");
+        if (isMore) ++at;
+      }
+      while (at < end && !tokens.Is(at, ";")) ++at;
+    }
+    std::move(found.rbegin(), found.rend(), std::back_inserter(rows));
   }
 
   // True for the end of "a{1}" among the members that a constructor initialises.

@@ -85,8 +85,9 @@ class ClassWalk {
     size_t colon = name.find("::");
     for (; colon != name.npos && records(name, from).empty(); colon = name.find("::"))
       name.remove_prefix(colon + 2);
-    if (aliases && records(name, from).empty())
-      if (const std::string meant = aliases(name, from); !meant.empty())
+    if (aliases)
+      if (const std::string meant = aliases(name, from);
+          !meant.empty() && records(name, from).empty())
         return Walk(kept.emplace_back(meant), depth, from);
     return Walk(name, depth, from);
   }
@@ -179,6 +180,7 @@ TagClass* TagLookup::findClass(std::string_view name, const TagData* from) {
 }
 
 TagClass* TagLookup::ClassOf(std::string_view name, const TagData* from) {
+  if (from && from == sources.Library()) return findLibraryClass(name);
   if (TagClass* found = ProjectClass(name, from)) return found;
   return findLibraryClass(name);
 }
@@ -383,20 +385,26 @@ void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
   const bool isEnum = out.size() > before;
   listLibrary(out, name, prefix);
   const bool isOfLibrary = out.size() > before && !isEnum;
+  const auto namespaces = index.AllGlobals().find(name);
+  if (namespaces == index.AllGlobals().end()) return;
   const std::vector<int>& distances = includes.DistancesFrom(front, index.Modules());
   const auto isNear = [&](int module) {
     return !distances.empty() && distances[module] < IncludeGraph::cFar;
   };
-  bool isFoundNear = false;
-  const auto namespaces = index.AllGlobals().find(name);
-  if (namespaces != index.AllGlobals().end())
-    for (const auto& [number, record] : namespaces->second) {
-      if (record->kind != cNamespace) continue;
-      const bool lists = ListNamespaceFile(out, number, record->line, prefix);
-      isFoundNear = isFoundNear || (lists && isNear(number));
-    }
-  // A macro opens the namespace, or another file does: all that is known here may be in it.
-  if (isFoundNear || isEnum || isOfLibrary) return;
+  std::vector<int> openers;
+  bool isAny = false;
+  for (const auto& [number, record] : namespaces->second) {
+    if (record->kind != cNamespace) continue;
+    isAny = true;
+    const size_t listed = out.size();
+    ListNamespaceFile(out, number, record->line, prefix);
+    if (!isNear(number)) continue;
+    openers.push_back(number);
+    // Above that line a macro may open it.
+    if (out.size() == listed) ListNamespaceFile(out, number, 0, prefix);
+  }
+  // Other files open it, so a macro does it here: all that is known here may be in it.
+  if (!isAny || !openers.empty() || isEnum || isOfLibrary) return;
   for (int number = 0; number < static_cast<int>(index.Modules().size()); ++number)
     if (isNear(number)) ListNamespaceFile(out, number, 0, prefix);
 }
