@@ -21,7 +21,7 @@ INNER = re.compile(r'std::(__|_[A-Z]|experimental|tr1|tr2|pmr)|.*::(__|_[A-Z])')
 MARKS = re.compile(r'[, ]*\[(?:inline|constexpr|noexcept|default|inherited|explicit|virtual|static|protected|private'
                    r'|delete|pure virtual|override|final|mutable|friend)\]')
 NOT_TEXT = re.compile(r'(Definition at line|References |Referenced by |Implements |Implemented in |Reimplemented)')
-BLOCKS = {'Parameters': 'params', 'Template Parameters': 'params', 'Returns': 'returns', 'Return values': 'returns'}
+BLOCKS = {'Parameters': 'params', 'Template Parameters': 'params', 'Returns': 'returns', 'Return values': 'returns', 'Todo': 'todo'}
 CAPTIONS = re.compile(r'(Parameters|Template Parameters|Returns|Return values|Exceptions|Note|See also|Precondition'
                       r'|Postcondition|Todo|Deprecated:?|Remarks|Warning|Attention|Invariant|Since)$')
 # The headers whose functions are documented, each in the module of the header that a program includes.
@@ -41,7 +41,7 @@ FUNCTION = re.compile(r'/\*\*(?P<comment>.*?)\*/\s*(?P<code>[^;{}#/]{3,600}?)[;{
 
 def texts_of(lines):
     """The fields of a member from the lines of its section."""
-    texts = {'params': [], 'returns': [], 'body': []}
+    texts = {'params': [], 'returns': [], 'body': [], 'todo': []}  # the last isn't for readers
     to = 'body'
     for line in '\n'.join(lines).strip().split('\n'):
         if NOT_TEXT.match(line):

@@ -1,5 +1,7 @@
 #include "browser/BrowserActs.h"
 
+#include "base/HelpCommands.h"
+#include "code/WordAtCaret.h"
 #include "editor/EditTabs.h"
 
 namespace zendry {
@@ -34,6 +36,10 @@ BrowserActs::BrowserActs() : CommandList(cRows) {}
 void BrowserActs::CarryOut(int id) {
   EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (!tab) return;
+  if (id == cWordHelpCommand) {
+    if (onWordHelp) onWordHelp(WordAtCaret(tab->editor->LiveText()).text);
+    return;
+  }
   if (id == cSwitchFileCommand) return tabs->GoToCounterpart();
   if (id == cCompleteCommand) tab->editor->AskForList();
   if (id == cShowTipCommand) tab->editor->startCallTip();

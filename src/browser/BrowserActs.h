@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "base/CommandTable.h"
 
 namespace zendry {
@@ -21,6 +24,9 @@ class BrowserActs : public CommandList {
   BrowserActs();
   // The tabs whose front editor the commands act on; null for none: then commands do nothing.
   void Bind(EditTabs* newTabs) { tabs = newTabs; }
+
+  // Shows help on the word at the caret of the active editor.
+  std::function<void(const std::string& word)> onWordHelp;
 
  private:
   void CarryOut(int id) override;

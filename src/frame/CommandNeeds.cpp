@@ -2,6 +2,7 @@
 
 #include "SciCommands.h"
 #include "base/FileCommands.h"
+#include "base/HelpCommands.h"
 #include "build/BuildActs.h"
 #include "editor/EditorActs.h"
 #include "frame/PrjActs.h"
@@ -69,6 +70,7 @@ constexpr NeedsRow cRows[] = {
     {cProjectOptionsCommand, cProject},
     {cCreateMakefileCommand, cProject},
     {cTidyCommand, cTab},
+    {cWordHelpCommand, cTab},
     {cShowLeftCommand, cHiddenLeftPanel},
     {cShowBottomCommand, cHiddenBottomPanel},
 };

@@ -12,6 +12,7 @@
 #include "editor/EditorActs.h"
 #include "editor/EditorViewActs.h"
 #include "frame/FileActs.h"
+#include "frame/HelpRoute.h"
 #include "frame/PictureStrips.h"
 #include "frame/ToolActs.h"
 #include "project/Project.h"
@@ -58,6 +59,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
   theEditorActs.Bind(&editTabs);
   theToolActs.Bind(&editTabs);
   theBrowserActs.Bind(&editTabs);
+  BindHelp(*this);
   text = "Zendry";
   center = false;
   acceptFiles = true;
@@ -81,6 +83,7 @@ MainForm::~MainForm() {
   theEditorActs.Bind(nullptr);
   theToolActs.Bind(nullptr);
   theBrowserActs.Bind(nullptr);
+  UnbindHelp();
   editTabs.DetachHost();
   theProject.SetShell(nullptr);
   theMainForm = nullptr;
