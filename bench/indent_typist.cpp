@@ -47,6 +47,9 @@ struct NoHost : zendry::EditorHost {
   void SetEditorCommandsEnabled(bool) override {}
   void SetMacroRecording(bool) override {}
   void FileOpened(const std::string&) override {}
+  void TabOpened(const std::string&) override {}
+  void TabClosing(const std::string&) override {}
+  void MarginClicked(const zendry::CppEditor&, int) override {}
   void SaveProject() override {}
   void SaveSession() override {}
   void AskForNewFile() override {}

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """packages.py ZENDRY_MAKE FOLDER [NAME...]
 
-Builds packages of other people by projects of ours and runs their own tests, in both modes. FOLDER holds the
+Builds packages of other people by projects of ours, two sources at once, and runs their own tests, in both modes. FOLDER holds the
 sources (apt-get source, names below). Each is copied first. Prints one row for each package and mode, and ends
 with 1 if something wasn't built, reported an error, or failed its tests."""
 import glob
@@ -89,7 +89,7 @@ def try_package(make, corpus, name, folder, patterns, switches, libraries, prepa
         write_project(copy, sources, switches, libraries)
         for mode, out in (('release', 'out-rel'), ('debug', 'out-dbg')):
             started = time.monotonic()
-            built = subprocess.run([make, '--mode', mode, 'p.zpj'], cwd=copy, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+            built = subprocess.run([make, '-j', '2', '--mode', mode, 'p.zpj'], cwd=copy, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                                    text=True, errors='replace')
             seconds = time.monotonic() - started
             programs = glob.glob(f'{copy}/{out}/*.exe')

@@ -53,7 +53,9 @@ prepare_packages() {
   # shellcheck disable=SC2086
   apt --assume-no --no-install-recommends install $missing | grep -E '^(Need to get|After this)' || true
   # shellcheck disable=SC2086
-  apt -y -qq -o Dpkg::Use-Pty=0 --no-install-recommends install $missing >/dev/null || true
+  # Images of small machines leave out manual pages, which the help indexes are made from.
+  # shellcheck disable=SC2086
+  apt -y -qq -o Dpkg::Use-Pty=0 -o "Dpkg::Options::=--path-include=/usr/share/man/*" --no-install-recommends install $missing >/dev/null || true
   missing=$(missing_packages "${1:-}")
   [ -z "$missing" ] || {
     tail -n 20 "$logs/packages.log" >&2

@@ -22,13 +22,15 @@ class Splitter {
       else
         Add(piece);
     }
-    return {std::move(tokens), std::move(headers)};
+    return {std::move(tokens), std::move(headers), std::move(macros)};
   }
 
  private:
   // "# LINE "FILE" FLAGS": 1 enters a file, 2 returns to one. A header that the source itself
   // includes has depth 1.
   void ReadMarker(std::string_view marker) {
+    constexpr std::string_view cDefine = "#define ";
+    if (marker.starts_with(cDefine)) return ReadMacro(marker.substr(cDefine.size()));
     const size_t quote = marker.rfind('"');
     if (quote == std::string_view::npos) return;
     const std::string_view flags = marker.substr(quote + 1);
@@ -36,6 +38,15 @@ class Splitter {
     const std::string_view path = marker.substr(0, quote);
     if (enters && ++depth == 1) headers.emplace_back(path.substr(path.find_last_of("/\"") + 1));
     if (leaves) --depth;
+  }
+
+  void ReadMacro(std::string_view text) {
+    if (depth == 0) return;
+    const size_t end = text.find_first_of(" (");
+    ExpandedMacro macro{std::string(text.substr(0, end)), {}};
+    if (end != text.npos && text[end] == '(')
+      macro.parameters = text.substr(end, text.find(')') + 1 - end);
+    macros.push_back(std::move(macro));
   }
 
   void Add(const CppPiece& piece) {
@@ -46,6 +57,7 @@ class Splitter {
   CppLexer lexer;
   std::vector<CppToken> tokens;
   std::vector<std::string> headers;
+  std::vector<ExpandedMacro> macros;
   int depth = 0;
 };
 

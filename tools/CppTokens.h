@@ -31,10 +31,18 @@ bool IsOneOf(const CppToken& token, const std::string_view (&words)[count]) {
   return IsOneOf(token.text, words);
 }
 
-// The output of `g++ -E` for a source that includes one header after another.
+// A macro of a header: "(a, b)" if it takes arguments.
+struct ExpandedMacro {
+  std::string name;
+  std::string parameters;
+};
+
+// The output of `g++ -E` for a source that includes one header after another; with `-dD` the macros
+// of the headers are in it too.
 struct ExpandedSource {
   std::vector<CppToken> tokens;
   std::vector<std::string> headers;  // names without folders
+  std::vector<ExpandedMacro> macros;
 };
 
 // Splits the compiler's output; its line markers say which header each token comes from.

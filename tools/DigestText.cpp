@@ -8,9 +8,10 @@ namespace zendry {
 
 namespace {
 
-constexpr std::string_view cDropped[] = {"typename", "class",     "struct",
-                                         "enum",     "constexpr", "noexcept",
-                                         "template", "volatile",  "__restrict__"};
+constexpr std::string_view cDropped[] = {"typename",     "class",     "struct",   "enum",
+                                         "constexpr",    "noexcept",  "template", "volatile",
+                                         "__restrict__", "__restrict"};
+constexpr std::string_view cTagWords[] = {"struct", "union", "enum"};
 // Names that must not appear without their underscores.
 constexpr std::string_view cKeywords[] = {
     "alignof", "asm",    "auto",   "bool", "const",  "decltype", "default",  "delete",
@@ -87,7 +88,8 @@ CppTokens DigestText::Simplified(const CppTokens& tokens) const {
   CppTokens simple;
   for (size_t i = 0; i < tokens.size();) {
     const CppToken& token = tokens[i];
-    if (IsOneOf(token.text, cDropped) || token.kind == CppToken::Kind::cLiteral) {
+    const bool isTag = keepsTags && IsOneOf(token.text, cTagWords);
+    if ((IsOneOf(token.text, cDropped) && !isTag) || token.kind == CppToken::Kind::cLiteral) {
       ++i;
     } else if (token.Is("std") && i + 1 < tokens.size() && tokens[i + 1].Is("::")) {
       i += 2;

@@ -16,8 +16,9 @@ constexpr std::string_view cFamilyPrefix = "basic_";
 class DigestText {
  public:
   // `families`: names without "basic_" for which there is a class with "basic_".
-  explicit DigestText(std::set<std::string, std::less<>> newFamilies)
-      : families(std::move(newFamilies)) {}
+  // With `itKeepsTags`, "struct stat" stays so, as C needs it.
+  explicit DigestText(std::set<std::string, std::less<>> newFamilies, bool itKeepsTags = false)
+      : families(std::move(newFamilies)), keepsTags(itKeepsTags) {}
 
   // A name without its leading underscores, or without the prefix of its family.
   std::string Name(std::string_view name) const;
@@ -31,6 +32,7 @@ class DigestText {
   std::string Joined(const CppTokens& tokens) const;
 
   std::set<std::string, std::less<>> families;
+  const bool keepsTags;
 };
 
 }  // namespace zendry

@@ -1,6 +1,7 @@
 #include "DigestWriter.h"
 
 #include <algorithm>
+#include <cctype>
 #include <map>
 #include <set>
 #include <utility>
@@ -199,6 +200,137 @@ class Digest {
 };
 
 }  // namespace
+
+namespace {
+
+// "sinf32x", "M_PIf128".
+bool IsFloatingVariant(std::string_view name) {
+  constexpr std::string_view cEndings[] = {"f16", "f32", "f64", "f128", "f32x", "f64x", "f128x"};
+  return std::any_of(std::begin(cEndings), std::end(cEndings), [&](std::string_view ending) {
+    return name.size() > ending.size() + 2 && name.ends_with(ending);
+  });
+}
+
+char KindOf(const LibraryName& name) {
+  switch (name.kind) {
+    case LibraryName::cType:
+      return 't';
+    case LibraryName::cEnumerator:
+      return 'e';
+    case LibraryName::cMacro:
+      return 'd';
+    default:
+      return name.member.kind == LibraryMember::cFunction ? 'p' : 'x';
+  }
+}
+
+class NameWriter {
+ public:
+  explicit NameWriter(const Library& theLibrary, bool isC)
+      : library(theLibrary), words(FamiliesOf(theLibrary), isC) {
+    for (const LibraryName& name : library.names)
+      if (name.space.empty() && name.kind != LibraryName::cElsewhere)
+        outside[name.member.name].push_back(&name);
+  }
+
+  std::string Write(const std::string& space) {
+    for (const LibraryName& name : library.names) {
+      if (!name.isInside || IsFloatingVariant(name.member.name)) continue;
+      if (name.kind == LibraryName::cElsewhere) {
+        for (const LibraryName* meant : outside[name.member.name]) Add(name.space, *meant);
+      } else {
+        Add(name.space, name);
+      }
+    }
+    for (const LibraryClass& inner : library.classes)
+      if ((space.empty() || inner.space != space) && !IsHidden(inner.name))
+        lines[inner.space + " " + words.Name(inner.name)].insert("c\t\t");
+    std::string text;
+    for (const auto& [key, rests] : lines)
+      for (const std::string& rest : rests)
+        if (!IsForeshadowed(rest, rests)) text += key + "\t" + rest + "\n";
+    return text;
+  }
+
+ private:
+  using Rests = std::set<std::string>;
+
+  static std::string_view ParametersOf(std::string_view rest) {
+    return rest.substr(rest.rfind('\t') + 1);
+  }
+
+  // True if there is another declaration with as many parameters, and only that one names them; or
+  // without the policy of execution.
+  static bool IsForeshadowed(const std::string& rest, const Rests& rests) {
+    constexpr std::string_view cPolicy = "(ExecutionPolicy&&";
+    const std::string_view own = ParametersOf(rest);
+    if (own.starts_with(cPolicy)) return rests.size() > 1;
+    if (own.size() < 3 || NamesParameters(own)) return false;
+    return std::any_of(rests.begin(), rests.end(), [&](const std::string& other) {
+      const std::string_view parameters = ParametersOf(other);
+      return NamesParameters(parameters) && CountOf(parameters) == CountOf(own);
+    });
+  }
+
+  // Names of parameters are written small here; types that stand alone are not.
+  static bool NamesParameters(std::string_view parameters) {
+    const size_t end = parameters.find_last_not_of(")");
+    const size_t blank = parameters.rfind(' ', end);
+    if (end == parameters.npos || blank == parameters.npos) return false;
+    const std::string_view last = parameters.substr(blank + 1, end - blank);
+    const bool isOneOfSeveral = parameters[blank - 1] == ',';
+    return !isOneOfSeveral && std::all_of(last.begin(), last.end(), [](unsigned char c) {
+      return std::isalnum(c) || c == '_';
+    });
+  }
+
+  static std::ptrdiff_t CountOf(std::string_view parameters) {
+    return std::count(parameters.begin(), parameters.end(), ',');
+  }
+
+  // The type that a name with a leading underscore stands for, and "auto" for one of the library's
+  // own namespaces.
+  std::string TypeOf(CppTokens type) const {
+    for (int depth = 0; depth < cDeepestBase && type.size() == 1; ++depth) {
+      const auto hidden = library.hiddenTypes.find(std::string(type[0].text));
+      if (hidden == library.hiddenTypes.end()) break;
+      type = hidden->second;
+    }
+    for (size_t i = 0; i + 1 < type.size(); ++i)
+      if (type[i].text.starts_with("__") && type[i + 1].Is("::")) return "auto";
+    return words.Type(type);
+  }
+
+  // A macro stands back for a declaration: "stdin" is both.
+  void Add(const std::string& space, const LibraryName& name) {
+    const LibraryMember& member = name.member;
+    const bool isFunction = member.kind == LibraryMember::cFunction;
+    const bool isMacro = name.kind == LibraryName::cMacro;
+    const bool isClass =
+        library.byName.contains(member.name) || words.Name(member.name) != member.name;
+    if (isClass && !isMacro && !isFunction) return;
+    Rests& rests = lines[space + " " + member.name];
+    if (isMacro && !rests.empty()) return;
+    const std::string type = isMacro ? "" : TypeOf(member.type);
+    if (name.kind == LibraryName::cType && type == member.name) return;
+    std::string parameters;
+    if (isFunction)
+      parameters = isMacro ? std::string(member.parameters.front().text)
+                           : words.Parameters(member.parameters);
+    rests.insert(std::string(1, KindOf(name)) + "\t" + type + "\t" + parameters);
+  }
+
+  const Library& library;
+  const DigestText words;
+  std::map<std::string, std::vector<const LibraryName*>> outside;
+  std::map<std::string, Rests> lines;  // by namespace and name
+};
+
+}  // namespace
+
+std::string WriteNames(const Library& library, const std::string& space) {
+  return NameWriter(library, space.empty()).Write(space);
+}
 
 std::vector<DigestPart> WriteDigest(const Library& library) {
   return Digest(library).Write();

@@ -26,4 +26,10 @@ struct DigestPart {
 // No line has 1024 characters, and no part gives more tags than the parser takes from one file.
 std::vector<DigestPart> WriteDigest(const Library& library);
 
+// The names of a library that are in no class, as the lines of its file of names (LibraryNames.h):
+// functions with their parameters, macros, types, variables and enumerators, and the classes of
+// inner namespaces other than `space`. Variants for further floating types are left out, and
+// overloads with a policy of execution.
+std::string WriteNames(const Library& library, const std::string& space);
+
 }  // namespace zendry

@@ -39,7 +39,7 @@ class LibraryParser {
 
   Library Read() {
     while (!cursor.AtEnd()) {
-      ReadNamespaceMember(false);
+      ReadNamespaceMember(space.empty());
       cursor.Accept("}");
     }
     for (size_t i = 0; i < library.classes.size(); ++i)
@@ -63,8 +63,36 @@ class LibraryParser {
     if (!SkipTemplateHeads()) return;
     if (cursor.Is("using")) return ReadAlias(isInside);
     if (cursor.Is("typedef")) return ReadNamespaceTypedef(isInside);
-    if (LibraryClass found; ReadClass(found)) return AddClass(std::move(found), isInside);
-    ReadDeclaration();
+    if (LibraryClass found; ReadClass(found)) {
+      if (found.isOpenEnum) AddEnumerators(found, isInside);
+      return AddClass(std::move(found), isInside);
+    }
+    AddDeclared(ReadDeclaration(), isInside);
+  }
+
+  void AddName(LibraryName::Kind kind, LibraryMember member, bool isInside) {
+    if (!member.name.empty() && member.name.front() != '_')
+      library.names.push_back({kind, currentSpace, isInside, std::move(member)});
+  }
+
+  void AddEnumerators(const LibraryClass& found, bool isInside) {
+    for (const LibraryMember& member : found.members)
+      AddName(LibraryName::cEnumerator, member, isInside);
+  }
+
+  // Neither definitions of members nor classes that are only announced.
+  void AddDeclared(Declaration declaration, bool isInside) {
+    LibraryMember& member = declaration.member;
+    const bool isFunction = member.kind == LibraryMember::cFunction;
+    if (declaration.isUnclear || member.type.empty() || member.isDeleted) return;
+    if (member.type.back().Is("::") || member.name.starts_with("operator")) return;
+    if (!isFunction && member.type.size() == 1 && IsOneOf(member.type[0], cClassKeys)) return;
+    for (std::string& name : declaration.furtherNames) {
+      LibraryMember further = member;
+      further.name = std::move(name);
+      AddName(LibraryName::cDeclared, std::move(further), isInside);
+    }
+    AddName(LibraryName::cDeclared, std::move(member), isInside);
   }
 
   void ReadMembersUntilBrace(bool isInside) {
@@ -92,7 +120,10 @@ class LibraryParser {
                                          std::count(leftOut.begin(), leftOut.end(), name) > 0);
     if (isHidden || !isOurs) return cursor.SkipBalanced();
     cursor.Next();
+    std::string outer = currentSpace;
+    if (!isInline && !inlineSpaces.contains(name)) currentSpace = name;
     ReadMembersUntilBrace(true);
+    currentSpace = std::move(outer);
   }
 
   // False when the declaration was only an instantiation or a concept.
@@ -156,9 +187,34 @@ class LibraryParser {
 
   void ReadAlias(bool isInside) { AddAlias(TakeAlias(), isInside); }
 
-  void ReadNamespaceTypedef(bool isInside) { AddAlias(TakeTypedef(), isInside); }
+  // "typedef struct {...} NAME;" makes a class.
+  void ReadNamespaceTypedef(bool isInside) {
+    const size_t start = cursor.position;
+    cursor.Next();
+    LibraryClass found;
+    const bool isClass = ReadClassAndBody(found);
+    const CppToken name = cursor.Peek();
+    if (!isClass || name.kind != CppToken::Kind::cWord || !cursor.Peek(1).Is(";")) {
+      cursor.position = start;
+      return AddAlias(TakeTypedef(), isInside);
+    }
+    cursor.SkipStatement();
+    if (found.isOpenEnum) AddEnumerators(found, isInside);
+    const std::string tag = std::exchange(found.name, std::string(name.text));
+    AddClass(found, isInside);
+    found.name = tag;
+    if (tag != name.text) AddClass(std::move(found), isInside);
+  }
 
   void AddAlias(LibraryAlias alias, bool isInside) {
+    const bool isElsewhere = alias.name.empty() && alias.type.size() == 2 && alias.type[0].Is("::");
+    LibraryMember member;
+    member.kind = LibraryMember::cType;
+    member.name = isElsewhere ? std::string(alias.type[1].text) : alias.name;
+    member.type = alias.type;
+    if (member.name.starts_with('_')) library.hiddenTypes[member.name] = alias.type;
+    AddName(isElsewhere ? LibraryName::cElsewhere : LibraryName::cType, std::move(member),
+            isInside);
     if (isInside && !alias.name.empty() && alias.name.front() != '_')
       library.aliases.push_back(std::move(alias));
   }
@@ -181,6 +237,7 @@ class LibraryParser {
   // A primary definition replaces a specialisation that came before it.
   void AddClass(LibraryClass found, bool isInside) {
     if (!isInside || found.name.empty()) return;
+    found.space = currentSpace;
     const auto same = std::find_if(library.classes.begin(), library.classes.end(),
                                    [&](const LibraryClass& old) { return old.name == found.name; });
     if (same == library.classes.end())
@@ -195,6 +252,13 @@ class LibraryParser {
 
   // Reads a whole definition. False, with nothing read, when the next declaration is not one.
   bool ReadClass(LibraryClass& found) {
+    if (!ReadClassAndBody(found)) return false;
+    cursor.SkipStatement();
+    return true;
+  }
+
+  // The same up to the "}".
+  bool ReadClassAndBody(LibraryClass& found) {
     const size_t start = cursor.position;
     const bool isEnum = cursor.Is("enum");
     if (!isEnum && !IsOneOf(cursor.Peek(), cClassKeys)) return false;
@@ -216,7 +280,6 @@ class LibraryParser {
       ReadEnumerators(found, name);
     else
       ReadBody(found, access);
-    cursor.SkipStatement();
     return true;
   }
 
@@ -554,6 +617,7 @@ class LibraryParser {
   const std::vector<std::string> leftOut;
   const Access leastAccess;
   std::set<std::string> inlineSpaces;
+  std::string currentSpace;
   Library library;
 };
 

@@ -30,6 +30,7 @@ struct LibraryBase {
 
 struct LibraryClass {
   std::string name;
+  std::string space;  // the last name of its namespace
   int header = -1;
   bool isSpecialisation = false;
   bool isOpenEnum = false;         // its values are also names of the enclosing scope
@@ -45,16 +46,29 @@ struct LibraryAlias {
   CppTokens type;
 };
 
+// A name outside of classes: a function, a variable, an enumerator, a type or a macro.
+struct LibraryName {
+  enum Kind { cDeclared, cType, cEnumerator, cMacro, cElsewhere };  // cElsewhere: by "using ::name"
+
+  Kind kind = cDeclared;
+  std::string space;      // the last name of its namespace; empty outside of all
+  bool isInside = false;  // of the library's namespace
+  LibraryMember member;
+};
+
 // The declarations of a library's headers, in the order of appearance.
 struct Library {
   std::vector<LibraryClass> classes;  // templates once, by their primary definition if there is one
   std::vector<LibraryAlias> aliases;
   std::map<std::string, size_t> byName;  // index of the class
+  std::vector<LibraryName> names;
+  std::map<std::string, CppTokens> hiddenTypes;  // outside of classes, with a leading underscore
 };
 
-// Reads the classes of the namespace `space` and of its inner namespaces from preprocessed headers.
-// Skips inner namespaces whose names are in `leftOut` or begin with an underscore. If two classes
-// have the same name, the first one counts. Takes the public members of a class, with
+// Reads the classes of the namespace `space` and of its inner namespaces from preprocessed headers,
+// and all names outside of classes. The namespace of C's headers is empty: nothing is outside of
+// it. Skips inner namespaces whose names are in `leftOut` or begin with an underscore. If two
+// classes have the same name, the first one counts. Takes the public members of a class, with
 // `withProtected` the protected members too. Assumes that the headers compile; skips declarations
 // that it doesn't understand.
 Library ReadLibrary(const CppTokens& tokens, const std::string& space,

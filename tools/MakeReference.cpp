@@ -9,11 +9,12 @@
 #include "FileText.h"
 #include "LibraryReader.h"
 #include "base/XmlTag.h"
+#include "tags/LibraryNames.h"
 #include "tags/TagData.h"
 
 // make-reference: writes the definition of a reference library, digests of its headers in the same
-// folder, and its compiled tags. Runs in the build. Its input is the preprocessed text of a source
-// that includes the library's headers.
+// folder, its compiled tags, and its names that are in no class. Runs in the build. Its input is
+// the preprocessed text of a source that includes the library's headers.
 
 using namespace zendry;
 
@@ -35,21 +36,36 @@ class Definition {
       : options(options), source(source) {}
 
   bool Write() {
-    const Library library =
+    Library library =
         ReadLibrary(source.tokens, options.space, options.leftOut, options.withProtected);
+    AddMacros(library);
     std::error_code error;
     std::filesystem::remove_all(Folder() / options.folder, error);
     std::filesystem::create_directories(Folder() / options.folder, error);
-    Line("library", LibraryName(), options.folder, -1);
+    Line("library", VersionName(), options.folder, -1);
     Line("options", "", "", -1, "-x");
     for (const DigestPart& part : WriteDigest(library))
       if (part.header >= 0 && !WritePart(part)) return false;
-    return Save(options.definition, text) && WriteCache();
+    return Save(NamesPath(options.definition), WriteNames(library, options.space)) &&
+           Save(options.definition, text) && WriteCache();
   }
 
  private:
+  void AddMacros(Library& library) const {
+    for (const ExpandedMacro& macro : source.macros) {
+      if (macro.name.starts_with('_')) continue;
+      LibraryName name{LibraryName::cMacro, "", true, {}};
+      name.member.name = macro.name;
+      if (!macro.parameters.empty()) {
+        name.member.kind = LibraryMember::cFunction;
+        name.member.parameters = {{CppToken::Kind::cWord, macro.parameters, -1}};
+      }
+      library.names.push_back(std::move(name));
+    }
+  }
+
   // The compiler's name: the quoted text in the source itself.
-  std::string LibraryName() const {
+  std::string VersionName() const {
     std::string name;
     for (const CppToken& token : source.tokens)
       if (token.header < 0 && token.kind == CppToken::Kind::cLiteral && token.text.size() > 2)
@@ -116,7 +132,7 @@ int main(int argc, char** argv) {
   app.add_option("EXPANDED", options.expanded, "what the compiler made of the headers")->required();
   app.add_option("DEFINITION", options.definition, "the definition file (.tgd)")->required();
   app.add_option("--folder", options.folder, "of the digests, beside the definition")->required();
-  app.add_option("--namespace", options.space, "of the library")->required();
+  app.add_option("--namespace", options.space, "of the library; without it C's");
   app.add_option("--leave-out", options.leftOut, "inner namespaces");
   app.add_flag("--protected", options.withProtected, "take protected members too");
   app.add_option("--first-id", options.firstId, "of the headers");

@@ -31,6 +31,8 @@ struct Strip {
   std::string error;  // "FILE:LINE: text"; empty if the list could be read
 };
 
+constexpr int cJpegQuality = 92;
+
 struct Options {
   std::string list;
   std::string theme = "/usr/share/icons/Tango";
@@ -179,7 +181,9 @@ int Run(const Options& options) {
   QImage image(cell.width() * count, cell.height(), QImage::Format_ARGB32_Premultiplied);
   if (const auto missing = DrawStrip(image, options, strip, cell))
     return Fail(options.list + ": no picture named " + *missing);
-  if (!image.save(QString::fromStdString(options.output), "PNG"))
+  const QString output = QString::fromStdString(options.output);
+  const bool isJpeg = output.endsWith(".jpg");
+  if (!image.save(output, isJpeg ? "JPEG" : "PNG", isJpeg ? cJpegQuality : -1))
     return Fail("can't write " + options.output);
   return 0;
 }

@@ -226,3 +226,63 @@ static const char* const library = "libstdc++ " __VERSION__;
 #if __has_include(<cstdio>)
 #include <cstdio>
 #endif
+#if __has_include(<algorithm>)
+#include <algorithm>
+#endif
+#if __has_include(<concepts>)
+#include <concepts>
+#endif
+#if __has_include(<cassert>)
+#include <cassert>
+#endif
+#if __has_include(<cctype>)
+#include <cctype>
+#endif
+#if __has_include(<cerrno>)
+#include <cerrno>
+#endif
+#if __has_include(<cfloat>)
+#include <cfloat>
+#endif
+#if __has_include(<cinttypes>)
+#include <cinttypes>
+#endif
+#if __has_include(<climits>)
+#include <climits>
+#endif
+#if __has_include(<clocale>)
+#include <clocale>
+#endif
+#if __has_include(<cmath>)
+#include <cmath>
+#endif
+#if __has_include(<csetjmp>)
+#include <csetjmp>
+#endif
+#if __has_include(<csignal>)
+#include <csignal>
+#endif
+#if __has_include(<cstdarg>)
+#include <cstdarg>
+#endif
+#if __has_include(<cstddef>)
+#include <cstddef>
+#endif
+#if __has_include(<cstdint>)
+#include <cstdint>
+#endif
+#if __has_include(<cstring>)
+#include <cstring>
+#endif
+#if __has_include(<cuchar>)
+#include <cuchar>
+#endif
+#if __has_include(<cwchar>)
+#include <cwchar>
+#endif
+#if __has_include(<cwctype>)
+#include <cwctype>
+#endif
+#if __has_include(<version>)
+#include <version>
+#endif

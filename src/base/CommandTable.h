@@ -9,7 +9,9 @@ namespace zendry {
 // Virtual key codes that the command tables use besides letters. The code of a letter is the letter
 // itself.
 constexpr int cKeySpace = 0x20;
+constexpr int cKeyLeft = 0x25;
 constexpr int cKeyUp = 0x26;
+constexpr int cKeyRight = 0x27;
 constexpr int cKeyDown = 0x28;
 constexpr int cKeyF1 = 0x70;
 constexpr int cKeyF2 = 0x71;

@@ -35,6 +35,7 @@ class QuietShell : public Shell {
   void AnswerWhileRunning() override {}
   void SetProgress(const std::string&, int, int) override {}
   bool IsDebuggerRunning() override { return false; }
+  void ProjectReplaced() override {}
 
   std::vector<OpenFile> OpenFiles() override { return {}; }
   std::string ActiveFile() override { return ""; }

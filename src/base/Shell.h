@@ -79,6 +79,8 @@ class FrameShell {
   // Shows how far a long work is: in words, and as a bar. A total of 0 means that nothing is done.
   virtual void SetProgress(const std::string& text, int done, int total) = 0;
   virtual bool IsDebuggerRunning() = 0;
+  // The project has been closed, or another one begins: what belonged to it is over.
+  virtual void ProjectReplaced() = 0;
 };
 
 // The open files and their texts.

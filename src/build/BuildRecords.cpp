@@ -194,16 +194,24 @@ std::string WriteJournal(const BuildJournal& journal) {
 
 void BuildRecords::Open(const std::string& folder) {
   path = folder.empty() ? cRecordsName : folder + "/" + cRecordsName;
-  const mavro::FileText file = mavro::ReadFileText(path);
-  journal = ReadJournal(file.text);
-  size = file.text.size();
-  numbers.clear();
   states.clear();
   rivals = {};
   hasRivals.clear();
+  if (const DiskStamp onDisk = ReadDiskStamp(path); !onDisk.exists || onDisk != stamp) {
+    stamp = onDisk;
+    Read();
+  }
   const bool isLong =
       size > cWorthRewriting && journal.entries > cMostEntries * (journal.records.size() + 1);
-  if (file.Ok() && (!journal.isWhole || isLong)) Rewrite();
+  if (stamp.exists && (!journal.isWhole || isLong)) Rewrite();
+}
+
+void BuildRecords::Read() {
+  const mavro::FileText file = mavro::ReadFileText(path);
+  if (!file.Ok()) stamp = {};
+  journal = ReadJournal(file.text);
+  size = file.text.size();
+  numbers.clear();
 }
 
 const ProductRecord* BuildRecords::Find(const std::string& product) const {
@@ -252,6 +260,7 @@ uint32_t BuildRecords::NumberOf(const InputFile& input, std::string& text) {
 // records. If another program builds into the folder at the same time, neither knows what the other
 // makes of its products.
 void BuildRecords::Append(const std::string& text) {
+  stamp = {};
   const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW | O_CLOEXEC, 0666);
   if (file < 0) return;
   if (lseek(file, 0, SEEK_END) != static_cast<off_t>(size)) {
@@ -263,6 +272,13 @@ void BuildRecords::Append(const std::string& text) {
   const ssize_t written = write(file, bytes.data(), bytes.size());
   if (written > 0) size += static_cast<size_t>(written);
   close(file);
+  if (written == static_cast<ssize_t>(bytes.size())) NoteStamp();
+}
+
+// What is known is what the file says, unless somebody else has written to it by now.
+void BuildRecords::NoteStamp() {
+  stamp = ReadDiskStamp(path);
+  if (stamp.size != static_cast<int64_t>(size)) stamp = {};
 }
 
 void BuildRecords::Forget() {
@@ -279,6 +295,7 @@ void BuildRecords::Rewrite() {
   states.clear();
   size = mavro::SaveFileText(path, text).Ok() ? text.size() : 0;
   if (size == 0) unlink(path.c_str());
+  NoteStamp();
 }
 
 BuildRecords::InputState BuildRecords::StateOf(uint32_t input, FileTimes& times) {

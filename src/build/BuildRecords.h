@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/DiskStamp.h"
 #include "build/HeaderRivals.h"
 #include "build/Staleness.h"
 
@@ -62,7 +63,8 @@ class BuildRecords {
  public:
   static constexpr char cRecordsName[] = ".zendry-build";
 
-  // Reads the records of a folder, given as a path from the current folder. Rewrites the file if
+  // Reads the records of a folder, given as a path from the current folder, unless it is the same
+  // file in the same state as before. Rewrites the file if
   // most of it is out of date or its end is cut.
   void Open(const std::string& folder);
   // True if all files that made the product are among its inputs.
@@ -86,6 +88,8 @@ class BuildRecords {
   InputState StateOf(uint32_t input, FileTimes& times);
   void LookForRivals();
   std::string NewRival(const std::string& product, const ProductRecord& record);
+  void Read();
+  void NoteStamp();
   void Append(const std::string& text);
   void Forget();
   void Rewrite();
@@ -96,6 +100,7 @@ class BuildRecords {
   std::vector<InputState> states;
   HeaderRivals rivals;
   std::vector<bool> hasRivals;  // by input; empty until somebody asks
+  DiskStamp stamp;              // of the file that says what is known; none if none does
   size_t size = 0;              // of the file, as far as this program has read and written it
 };
 

@@ -439,6 +439,10 @@ void Builder::NameWhatIsNotBuilt() {
   for (const auto& file : project->Files())
     if (file->type == cUnknownKind) names += (names.empty() ? "" : ", ") + SourceName(*file);
   if (!names.empty()) LogMessage(*shell, "Not compiled", names);
+  const auto isBuilt = [](const auto& file) { return IsSource(*file); };
+  const bool isAnyBuilt = !project->resourceFile.empty() ||
+                          std::any_of(project->Files().begin(), project->Files().end(), isBuilt);
+  if (!isAnyBuilt) whyNothing = "Nothing built: no file of the project is compiled";
   if (project->type == cDynamicLib || project->type == cOther)
     LogMessage(*shell, "Not linked", "projects of this type are only compiled");
 }

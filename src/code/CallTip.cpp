@@ -1,6 +1,7 @@
 #include "code/CallTip.h"
 
 #include <algorithm>
+#include <climits>
 
 #include "base/CaretText.h"
 #include "code/CodeTokens.h"
@@ -40,6 +41,19 @@ int CallSignature::ParameterFor(int argument) const {
 
 bool CallSignature::Takes(int arguments) const {
   return takesMore || arguments <= static_cast<int>(parameters.size());
+}
+
+Arity ArityOf(const std::string& parameters) {
+  const CallSignature signature = SignatureOf({{}, {}, parameters});
+  Arity arity{0, static_cast<int>(signature.parameters.size())};
+  for (const auto& [start, end] : signature.parameters) {
+    const std::string_view text =
+        std::string_view(signature.label)
+            .substr(static_cast<size_t>(start), static_cast<size_t>(end - start));
+    if (text.find('=') == text.npos && text.find("...") == text.npos) ++arity.least;
+  }
+  if (signature.takesMore) arity.most = INT_MAX;
+  return arity;
 }
 
 CallSignature SignatureOf(const Callable& callable) {

@@ -51,6 +51,16 @@ struct Callable {
 
 CallSignature SignatureOf(const Callable& callable);
 
+// How many arguments a function takes at least and at most.
+struct Arity {
+  int least = 0;
+  int most = 0;
+
+  bool Takes(int arguments) const { return arguments >= least && arguments <= most; }
+};
+// Of a list of parameters with its brackets.
+Arity ArityOf(const std::string& parameters);
+
 // Puts those first that take as many arguments, then those with fewer parameters; otherwise the
 // order stays. Of signatures with the same label one is left.
 void SortByArguments(std::vector<CallSignature>& overloads, int arguments);

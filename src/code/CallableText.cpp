@@ -177,6 +177,23 @@ bool IsDefine(std::string_view text) {
   return letters == "#define" && (text.ends_with(' ') || text.ends_with('\t'));
 }
 
+constexpr std::string_view cTypeWords =
+    "const volatile struct class enum union unsigned signed long short typename";
+
+// Appends a parameter without its name and default value.
+void AppendType(std::string& types, const CodeTokens& tokens, int begin, int end) {
+  for (int at = begin; at < end; ++at)
+    if (tokens.Is(at, "=")) end = at;
+  const auto isType = [&](int at) {
+    return tokens.IsWord(at) && !tokens.IsOneOf(at, cTypeWords) && !tokens.Is(at - 1, "::");
+  };
+  int words = 0;
+  for (int at = begin; at < end; ++at) words += isType(at);
+  if (words > 1 && isType(end - 1)) --end;
+  for (int at = begin; at < end; ++at) types.append(tokens.Text(at)) += ' ';
+  types += ',';
+}
+
 }  // namespace
 
 std::string ResultBefore(const CodeTokens& tokens, int name, StepBudget& budget) {
@@ -221,6 +238,16 @@ std::optional<Callable> MacroIn(std::string_view text, std::string_view name) {
     return Callable{{}, std::string(name), std::string(text.substr(open, close + 1 - open))};
   }
   return std::nullopt;
+}
+
+std::string ParameterTypes(std::string_view parameters) {
+  const CallSignature signature = SignatureOf({{}, {}, std::string(parameters)});
+  std::string types;
+  for (const auto& [start, end] : signature.parameters) {
+    const CodeTokens tokens(signature.label.substr(start, end - start));
+    AppendType(types, tokens, 0, tokens.Count());
+  }
+  return types;
 }
 
 }  // namespace zendry

@@ -21,5 +21,8 @@ bool IsDeleted(const CodeTokens& tokens, int name);
 std::optional<Callable> CallableAt(const CodeTokens& tokens, int name, StepBudget& budget);
 // The macro `name` with arguments that a text defines in one of its first lines.
 std::optional<Callable> MacroIn(std::string_view text, std::string_view name);
+// The types of the parameters in a list with its brackets, without names and default values: the
+// same for a prototype and the function's definition.
+std::string ParameterTypes(std::string_view parameters);
 
 }  // namespace zendry

@@ -139,12 +139,15 @@ bool CodeWizard::resolveChain(TextScanner& scanner, const TagItem* scopeItem, Re
   info.signature = CallText(scanner, chain.start);
   if (info.type.empty()) findLocalDecl(scanner, chain.start, scopeItem, info);
   if (info.type.empty()) return false;
+  if (isOperator && scopeItem && scopeItem->owner)
+    info.type = tags.NameInScope(info.type, scopeItem->owner->name);
   sources.Log("-----> ", Trace(info));
   info.targetLine = info.line;
   if (info.memberPath.empty()) return true;
   const TagItem* member = tags.findMemberPath(info.memberPath, info.type);
   if (!member) return false;
   fill(info, *member);
+  if (isOperator) info.type = tags.NameInScope(info.type, info.className, member->module);
   sources.Log("-------> ", Trace(info));
   return true;
 }

@@ -49,11 +49,13 @@ size_t LastPart(std::string_view text) {
   return begin;
 }
 
-// True if the list after "->" has the members of a container, a smart pointer or an iterator, but
-// those of the object that it holds or points to are wanted.
+// True if the list after "->" has the members of a class with an arrow of its own, of a container,
+// or of an iterator, but those of the object that it holds or points to are wanted.
 bool LeadsElsewhere(const std::vector<TagItem*>& items, std::string_view text) {
   if (items.empty()) return true;
   if (!text.substr(0, LastPart(text)).ends_with("->")) return false;
+  const auto isArrow = [](const TagItem* item) { return item->name == "operator ->"; };
+  if (std::any_of(items.begin(), items.end(), isArrow)) return true;
   const TagItem* first = items.front();
   return first->owner && !first->module && IsArrowForeign(first->owner->name);
 }
@@ -68,6 +70,21 @@ size_t NameStart(std::string_view text) {
   size_t start = text.size();
   while (start > 0 && IsWordChar(static_cast<unsigned char>(text[start - 1]))) --start;
   return start;
+}
+
+// The whole word at the caret.
+std::string WordAround(const CaretText& editor) {
+  const int caret = editor.CaretPosition();
+  const int end = std::min(caret + cLongestText, editor.Length());
+  const int start = std::max(caret - cLongestText, 0);
+  std::string text(static_cast<size_t>(std::max(end - start, 0)), '\0');
+  if (!text.empty()) editor.CopyRange(start, end, text.data());
+  const auto isWord = [&](size_t at) { return IsWordChar(static_cast<unsigned char>(text[at])); };
+  const auto middle = static_cast<size_t>(caret - start);
+  size_t first = middle, last = middle;
+  while (first > 0 && isWord(first - 1)) --first;
+  while (last < text.size() && isWord(last)) ++last;
+  return text.substr(first, last - first);
 }
 
 }  // namespace
@@ -166,7 +183,13 @@ CompletionList Completion::CompleteFreely(const CaretText& editor, const std::st
   AddLocalNames(list.rows, tokens, typed);
   Items items;
   collectCompletions(items, editor, typed, cAnyRequest);
-  std::erase_if(items, [](const TagItem* item) { return item->name.find("::") != cNowhere; });
+  const std::string word = WordAround(editor);
+  const TagData* front = sources.ModuleOf(editor);
+  const int line = editor.LineFromPosition(editor.CaretPosition()) + 1;
+  std::erase_if(items, [&](const TagItem* item) {
+    const bool isItself = item->module == front && item->line == line && item->name == word;
+    return isItself || item->name.find("::") != cNowhere;
+  });
   for (CompletionRow& row : RowsOf(editor, std::move(items), place, typed))
     list.rows.push_back(std::move(row));
   AddKnownNames(list.rows, wizard.tags, tokens, editor.Path(), place.scope, typed);
@@ -188,8 +211,9 @@ void Completion::CompleteByTypes(const CaretText& editor, const Place& place,
   const std::optional<ExprOperand> operand = wizard.operandAt(editor);
   if (!operand) return;
   Items found;
-  if (operand->nameSpace.empty())
-    wizard.tags.listMembers(found, operand->className, operand->prefix);
+  if (!operand->className.empty())
+    wizard.tags.listMembers(found, operand->className, operand->prefix, 0,
+                            operand->nameSpace.empty() ? nullptr : sources.Library());
   else
     wizard.tags.listNamespace(found, operand->nameSpace, operand->prefix);
   std::vector<CompletionRow> rows = RowsOf(editor, std::move(found), place, operand->prefix);

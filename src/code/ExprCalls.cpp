@@ -20,8 +20,6 @@ constexpr int cDataMember = 'm';
 constexpr size_t cMostOverloads = 200;
 constexpr size_t cMostFiles = 2000;  // that one file includes
 constexpr std::string_view cCallOperator = "operator ()";
-constexpr std::string_view cTypeWords =
-    "const volatile struct class enum union unsigned signed long short typename";
 constexpr std::string_view cMakers = "make_unique make_shared make_unique_for_overwrite";
 
 bool IsFunction(const TagItem& item) {
@@ -39,31 +37,6 @@ std::string_view LastName(std::string_view name) {
 
 std::string_view BaseName(std::string_view path) {
   return path.substr(path.find_last_of('/') + 1);
-}
-
-// Appends a parameter without its name and default value.
-void AppendType(std::string& types, const CodeTokens& tokens, int begin, int end) {
-  for (int at = begin; at < end; ++at)
-    if (tokens.Is(at, "=")) end = at;
-  const auto isType = [&](int at) {
-    return tokens.IsWord(at) && !tokens.IsOneOf(at, cTypeWords) && !tokens.Is(at - 1, "::");
-  };
-  int words = 0;
-  for (int at = begin; at < end; ++at) words += isType(at);
-  if (words > 1 && isType(end - 1)) --end;
-  for (int at = begin; at < end; ++at) types.append(tokens.Text(at)) += ' ';
-  types += ',';
-}
-
-// The types of the parameters: the same for a prototype and the function's definition.
-std::string ParameterTypes(const Callable& callable) {
-  const CallSignature signature = SignatureOf({{}, {}, callable.parameters});
-  std::string types;
-  for (const auto& [start, end] : signature.parameters) {
-    const CodeTokens tokens(signature.label.substr(start, end - start));
-    AppendType(types, tokens, 0, tokens.Count());
-  }
-  return types;
 }
 
 // The files that a file includes, and those that they include, by their names.
@@ -135,6 +108,11 @@ ExprTypes::CallableList ExprTypes::OfLibrary(std::string_view name) {
   if (TagData* library = sources.Library())
     for (const TagItem& item : library->globals)
       if (item.name == name && (IsFunction(item) || item.kind == cMacro)) items.push_back(&item);
+  for (const char* space : {"", "std"}) {
+    if (!items.empty()) break;
+    for (const TagItem* item : tags.findLibraryNames(space, name))
+      if (IsFunction(*item)) items.push_back(item);
+  }
   return Read(items);
 }
 
@@ -214,7 +192,11 @@ std::optional<Callable> ExprTypes::OfType(const TypeText& type, const std::strin
 }
 
 ExprTypes::CallableList ExprTypes::OfValue(const Value& value, bool isBrace) {
-  if (value.isType) return Constructors(value, isBrace);
+  if (value.isType) {
+    // In C a function may have the name of a structure: "stat(".
+    CallableList found = Constructors(value, isBrace);
+    return found.empty() && !isBrace ? OfLibrary(value.type.Name()) : found;
+  }
   if (value.item && (IsFunction(*value.item) || value.item->kind == cMacro))
     return Overloads(*value.item);
   if (value.item)
@@ -273,7 +255,13 @@ ExprTypes::CallableList ExprTypes::Overloads(const TagItem& item) {
       items.push_back(&other);
     }
   };
-  if (item.kind == cMacro || (!item.owner && !item.module)) return Read({&item});
+  if (!item.owner && !item.module) {
+    for (const TagItem* other : tags.findLibraryNames(item.text, item.name))
+      if (other->kind == item.kind) items.push_back(other);
+    if (items.empty()) items.push_back(&item);
+    return Read(items);
+  }
+  if (item.kind == cMacro) return Read({&item});
   if (item.owner) {
     collect(item.owner->members, item.owner, item.owner->module);
     return Read(items);
@@ -293,6 +281,30 @@ ExprTypes::CallableList ExprTypes::Overloads(const TagItem& item) {
   return Read(items);
 }
 
+// The first function of the same name that takes as many arguments; `first` itself if none does.
+TagItem& ExprTypes::FittingOverload(TagItem& first, const ExprStep& call) {
+  if (!IsFunction(first) || first.owner || !first.module) return first;
+  int arguments = call.begin < call.end ? 1 : 0;
+  for (int at = call.begin; at < call.end; ++at) {
+    if (tokens.IsOpening(at)) at = tokens.Partner(at);
+    if (tokens.Is(at, ",")) ++arguments;
+  }
+  if (ArityOf(first.signature).Takes(arguments)) return first;
+  const TagIndex& index = tags.EnsureIndex();
+  const auto places = index.AllGlobals().find(first.name);
+  if (places == index.AllGlobals().end()) return first;
+  for (const auto& [number, record] : places->second)
+    for (TagItem& other : index.Modules()[static_cast<size_t>(number)]->globals) {
+      if (other.name != first.name || !IsFunction(other) ||
+          !ArityOf(other.signature).Takes(arguments))
+        continue;
+      other.module = index.Modules()[static_cast<size_t>(number)];
+      other.owner = nullptr;
+      return other;
+    }
+  return first;
+}
+
 // Of a prototype and the definition the longer one stays: it has names or default values.
 ExprTypes::CallableList ExprTypes::Read(const std::vector<const TagItem*>& items) {
   CallableList found;
@@ -300,7 +312,7 @@ ExprTypes::CallableList ExprTypes::Read(const std::vector<const TagItem*>& items
   for (const TagItem* item : items) {
     std::optional<Callable> callable = tagText.CallableOf(*item, budget);
     if (!callable) continue;
-    const std::string types = item->owner ? std::string() : ParameterTypes(*callable);
+    const std::string types = item->owner ? std::string() : ParameterTypes(callable->parameters);
     const auto [place, isNew] = places.try_emplace(types, found.size());
     if (item->owner || isNew)
       found.push_back(std::move(*callable));

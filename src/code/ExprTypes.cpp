@@ -105,7 +105,10 @@ std::optional<ExprOperand> ExprTypes::Operand() {
   } else if (Found value = ValueOf(begin, sign); value && !value->isType) {
     if (tokens.Is(sign, "->")) value = Pointee(*value);
     const Value plain = Plain(*value);
-    if (const TagClass* record = ClassOf(plain.type, plain.scope)) operand = {record->name, {}, {}};
+    if (const TagClass* record = ClassOf(plain.type, plain.scope)) {
+      const bool isOfLibrary = !record->module && tags.findClass(record->name) != record;
+      operand = {record->name, isOfLibrary ? "std" : "", {}};
+    }
   }
   if (operand) operand->prefix = prefix;
   return operand;
@@ -113,8 +116,9 @@ std::optional<ExprOperand> ExprTypes::Operand() {
 
 // A class or a namespace comes before "::".
 std::optional<ExprOperand> ExprTypes::Scope(int begin, int end) {
-  const std::optional<TypeText> path = ReadTypeText(tokens.Source(begin, end));
+  std::optional<TypeText> path = ReadTypeText(tokens.Source(begin, end));
   if (!path) return std::nullopt;
+  FollowNamespaceAlias(*path);
   const Value plain = Plain({*path, OwnerName()});
   if (const TagClass* record = ClassOf(plain.type, plain.scope))
     return ExprOperand{record->name, {}, {}};
@@ -124,6 +128,21 @@ std::optional<ExprOperand> ExprTypes::Scope(int begin, int end) {
   const TagItem* member = record ? tags.findMemberInClass(record->name, path->Name()) : nullptr;
   const bool isEnum = member && member->kind == cEnum;
   return ExprOperand{{}, isEnum ? record->name : path->Name(), {}};
+}
+
+// "namespace fs = std::filesystem;"
+void ExprTypes::FollowNamespaceAlias(TypeText& path) const {
+  for (int i = 0; i + 3 < tokens.Count(); ++i) {
+    if (!tokens.Is(i, "namespace") || !tokens.Is(i + 1, path.path.front().name) ||
+        !tokens.Is(i + 2, "="))
+      continue;
+    int at = i + 3;
+    const std::optional<TypeText> meant = ReadType(tokens, at);
+    if (!meant || !tokens.Is(at, ";")) continue;
+    path.path.erase(path.path.begin());
+    path.path.insert(path.path.begin(), meant->path.begin(), meant->path.end());
+    return;
+  }
 }
 
 TagItem* ExprTypes::Item() {
@@ -200,7 +219,8 @@ ExprTypes::Found ExprTypes::NameValue(const ExprStep& step, const ExprStep* call
   if (!OwnerName().empty())
     if (TagItem* member = tags.findMemberInClass(OwnerName(), name))
       return ItemValue(*member, TypeOfName(OwnerName()));
-  if (TagItem* global = tags.findGlobal(name, scopeFile)) return ItemValue(*global, {});
+  if (TagItem* global = tags.findGlobal(name, scopeFile))
+    return ItemValue(call ? FittingOverload(*global, *call) : *global, {});
   if (call)
     if (Found result = LibraryCall(path, *call)) return result;
   return QualifiedValue(path);
@@ -246,9 +266,21 @@ ExprTypes::Found ExprTypes::QualifiedValue(const TypeText& path) {
     }
   }
   if (IsKnown(type)) return type;
+  const bool isStandard = path.path.size() > 1 && path.path.front().name == "std";
+  if (isStandard)
+    if (TagItem* named = LibraryName(path)) return ItemValue(*named, {});
   if (TagItem* global = tags.findGlobal(path.Name(), scopeFile)) return ItemValue(*global, {});
+  if (TagItem* named = LibraryName(path)) return ItemValue(*named, {});
   const std::string_view className = ClassOfVariable(path.Name());
   return className.empty() ? Found() : Value{TypeOfName(className), {}};
+}
+
+// A name of the reference libraries by its namespace.
+TagItem* ExprTypes::LibraryName(const TypeText& path) {
+  if (path.path.size() < 2) return nullptr;
+  const std::string& space = path.path[path.path.size() - 2].name;
+  const std::vector<TagItem*> named = tags.findLibraryNames(space, path.Name());
+  return named.empty() ? nullptr : named.front();
 }
 
 ExprTypes::Found ExprTypes::LibraryCall(const TypeText& path, const ExprStep& call) {
@@ -481,6 +513,9 @@ ExprTypes::Found ExprTypes::WrittenAlias(const std::string& name) {
 // Tags name a class with the classes around it and without its namespaces.
 TagClass* ExprTypes::ClassOf(const TypeText& type, const std::string& from) {
   if (type.IsEmpty() || IsContainerType(type.Outer())) return nullptr;
+  const bool isStandard = type.path.size() == 2 && type.path.front().name == "std";
+  if (isStandard)
+    if (TagClass* found = tags.findLibraryClass(type.Name())) return found;
   const std::string names = type.Names();
   for (std::string around = from; !around.empty();) {
     if (TagClass* found = tags.findClass(around + "::" + names)) return found;

@@ -61,6 +61,8 @@ class ExprTypes {
   Found NameValue(const ExprStep& step, const ExprStep* call);
   Found LocalValue(const std::string& name);
   Found QualifiedValue(const TypeText& path);
+  void FollowNamespaceAlias(TypeText& path) const;
+  TagItem* LibraryName(const TypeText& path);
   Found LibraryCall(const TypeText& path, const ExprStep& call);
   Found DeclValue(const CodeDecl& decl);
   Found ItemValue(TagItem& item, const TypeText& owner);
@@ -98,6 +100,7 @@ class ExprTypes {
   CallableList OfValue(const Value& value, bool isBrace);
   CallableList OfLibrary(std::string_view name);
   CallableList Overloads(const TagItem& item);
+  TagItem& FittingOverload(TagItem& first, const ExprStep& call);
   CallableList Read(const std::vector<const TagItem*>& items);
   std::string OwnerName() const;
 

@@ -53,6 +53,10 @@ void AddKnownNames(std::vector<CompletionRow>& rows, TagLookup& tags, const Code
   AddKeywords(rows, isC ? KeywordsOfC() : KeywordsOfCpp(), prefix);
   if (!isC && std::string_view("std").starts_with(prefix))
     rows.push_back({"std", RowKind::cNamespace, {}, {}, {}});
+  if (prefix.empty()) return;
+  items.clear();
+  tags.listLibrary(items, "", prefix);
+  for (const TagItem* item : items) rows.push_back(RowOf(*item));
 }
 
 }  // namespace zendry

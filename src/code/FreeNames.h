@@ -17,8 +17,8 @@ void AddLocalNames(std::vector<CompletionRow>& rows, const CodeTokens& tokens,
                    std::string_view prefix);
 
 // The names with this prefix that neither the text nor the project's globals declare: classes
-// inside of the class `scope`, those of the libraries whose namespaces the text uses, and the
-// keywords of the language of `path`.
+// inside of the class `scope`, the names of the libraries whose namespaces the text uses, the
+// keywords of the language of `path`, and with a prefix those of C's library.
 void AddKnownNames(std::vector<CompletionRow>& rows, TagLookup& tags, const CodeTokens& tokens,
                    std::string_view path, std::string_view scope, std::string_view prefix);
 

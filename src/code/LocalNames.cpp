@@ -1,6 +1,7 @@
 #include "code/LocalNames.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 
 #include "code/CodeTokens.h"
@@ -84,6 +85,10 @@ class LocalReader {
   int ReadHead(int brace) {
     const size_t before = rows.size();
     int at = brace - 1;
+    if (const int close = OldParameters(brace); close >= 0) {
+      NoteOldParameters(close + 1, brace);
+      return tokens.Partner(close) - 1;
+    }
     for (; at >= 0 && budget.Take(); --at) {
       if (IsOpen(at) || tokens.Is(at, ";")) return at;
       if (tokens.Is(at, "}") && !IsMemberValue(at, brace)) return at;
@@ -102,6 +107,50 @@ class LocalReader {
       }
     }
     return at;
+  }
+
+  // The ")" of "f(a, b) int a; long b; {", where the types of the parameters follow their names; -1
+  // for any other block.
+  int OldParameters(int brace) {
+    if (!tokens.Is(brace - 1, ";")) return -1;
+    for (int at = brace - 1; at >= 0 && budget.Take(); --at) {
+      if (tokens.IsOneOf(at, "{ } ( =")) return -1;
+      if (!tokens.IsClosing(at)) continue;
+      const int open = tokens.Partner(at);
+      if (tokens.Is(at, ")") && IsListOfNames(open, at))
+        return tokens.IsWord(at + 1) && tokens.IsWord(open - 1) && !IsControl(open) ? at : -1;
+      at = open;
+    }
+    return -1;
+  }
+
+  bool IsListOfNames(int open, int close) const {
+    for (int at = open + 1; at < close; ++at)
+      if (tokens.Is(at, ",") != ((at - open) % 2 == 0) ||
+          !(tokens.IsWord(at) || tokens.Is(at, ",")))
+        return false;
+    return (close - open) % 2 == 0;
+  }
+
+  // The parameters that are declared between two tokens: "int a, *b; long c[];".
+  void NoteOldParameters(int begin, int end) {
+    std::vector<CompletionRow> found;
+    for (int at = begin; at < end && budget.Take(cDeclarationCost); ++at) {
+      const std::optional<TypeText> type = ReadType(tokens, at);
+      for (bool isMore = type.has_value(); isMore && at < end;) {
+        TypeText own = *type;
+        own.pointers = ReadPointers(tokens, at);
+        if (!tokens.IsWord(at)) break;
+        const std::string name(tokens.Text(at++));
+        for (; tokens.IsOpening(at); at = tokens.Partner(at) + 1)
+          if (tokens.Is(at, "[")) ++own.pointers;
+        found.push_back({name, RowKind::cLocal, Print(own), {}, {}});
+        isMore = tokens.Is(at, ",");
+        if (isMore) ++at;
+      }
+      while (at < end && !tokens.Is(at, ";")) ++at;
+    }
+    std::move(found.rbegin(), found.rend(), std::back_inserter(rows));
   }
 
   // True for the end of "a{1}" among the members that a constructor initialises.
@@ -124,10 +173,21 @@ class LocalReader {
     return false;
   }
 
+  // True for "x * y;" with a variable x.
+  bool IsProduct(const CodeDecl& decl) {
+    const int sign = decl.begin + 1;
+    if (decl.name != sign + 1 || !tokens.IsOneOf(sign, "* & &&") || !tokens.Is(decl.name + 1, ";"))
+      return false;
+    const std::optional<CodeDecl> first =
+        FindDeclaration(tokens, tokens.Text(decl.begin), decl.begin, budget);
+    return first && !first->isAlias;
+  }
+
   void Note(int at, bool needsValue) {
     if (!tokens.IsWord(at) || !budget.Take(cDeclarationCost)) return;
     const std::optional<CodeDecl> decl = DeclarationAt(tokens, at, budget);
     if (!decl || (needsValue && decl->initBegin == decl->initEnd)) return;
+    if (IsProduct(*decl)) return;
     const bool isCapture = tokens.Is(decl->begin, "[");
     const bool isFirst = decl->begin == 0 || tokens.IsOneOf(decl->begin - 1, cBeforeDeclaration);
     if (!isCapture && !isFirst) return;

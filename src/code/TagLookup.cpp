@@ -1,10 +1,12 @@
 #include "code/TagLookup.h"
 
 #include <algorithm>
+#include <deque>
 #include <string>
 #include <unordered_map>
 
 #include "code/CodeSources.h"
+#include "tags/LibraryNames.h"
 
 namespace zendry {
 
@@ -17,6 +19,8 @@ constexpr int cStruct = 's';
 constexpr int cUnion = 'u';
 constexpr int cNamespace = 'n';
 constexpr int cEnumerator = 'e';
+constexpr int cMacro = 'd';
+constexpr int cTypedef = 't';
 constexpr std::string_view cLibraryNamespace = "std";
 
 // True for the definition of a member outside of its class; the declaration inside is used instead.
@@ -54,8 +58,16 @@ class ClassWalk {
   // True if the walk ends with this member, whose module and owner are then set.
   using Visit = std::function<bool(TagClass&, TagItem&)>;
 
-  ClassWalk(Records theRecords, Visit theVisit)
-      : records(std::move(theRecords)), visit(std::move(theVisit)) {}
+  // The members that a macro brings, which is named in a file; null without any.
+  using Macros = std::function<TagClass*(std::string_view, const TagData*)>;
+  // The class that another name stands for; empty without one.
+  using Aliases = std::function<std::string(std::string_view, const TagData*)>;
+
+  ClassWalk(Records theRecords, Visit theVisit, Macros theMacros = {}, Aliases theAliases = {})
+      : records(std::move(theRecords)),
+        visit(std::move(theVisit)),
+        macros(std::move(theMacros)),
+        aliases(std::move(theAliases)) {}
 
   // The member that ended the walk; null without one.
   TagItem* Walk(std::string_view className, int depth, const TagData* from) {
@@ -73,6 +85,10 @@ class ClassWalk {
     size_t colon = name.find("::");
     for (; colon != name.npos && records(name, from).empty(); colon = name.find("::"))
       name.remove_prefix(colon + 2);
+    if (aliases)
+      if (const std::string meant = aliases(name, from);
+          !meant.empty() && records(name, from).empty())
+        return Walk(kept.emplace_back(meant), depth, from);
     return Walk(name, depth, from);
   }
 
@@ -80,13 +96,34 @@ class ClassWalk {
   TagItem* WalkRecord(TagClass& record, int depth) {
     for (TagItem& member : record.members)
       if (visit(record, member)) return &member;
+    if (TagItem* hit = WalkMacros(record, record, 0)) return hit;
     for (std::string_view bases = record.inheritance; !bases.empty();)
       if (TagItem* hit = WalkBase(TakeLastBase(bases), depth + 1, record.module)) return hit;
     return nullptr;
   }
 
+  // The members that macros bring into a class belong to it, but lie where the macro is.
+  TagItem* WalkMacros(TagClass& owner, const TagClass& brought, int depth) {
+    if (!macros || depth >= TagLookup::cMostDepth) return nullptr;
+    for (const std::string& name : brought.macros) {
+      TagClass* found =
+          &brought == &owner || name != brought.name ? macros(name, brought.module) : nullptr;
+      if (!found) continue;
+      for (TagItem& member : found->members) {
+        const bool isHit = visit(owner, member);
+        member.module = found->module;
+        if (isHit) return &member;
+      }
+      if (TagItem* hit = WalkMacros(owner, *found, depth + 1)) return hit;
+    }
+    return nullptr;
+  }
+
   Records records;
   Visit visit;
+  Macros macros;
+  Aliases aliases;
+  std::deque<std::string> kept;                          // names that no store has
   std::unordered_map<std::string_view, int> walkedFrom;  // class and least depth
 };
 
@@ -143,9 +180,25 @@ TagClass* TagLookup::findClass(std::string_view name, const TagData* from) {
 }
 
 TagClass* TagLookup::ClassOf(std::string_view name, const TagData* from) {
+  if (from && from == sources.Library()) return findLibraryClass(name);
   if (TagClass* found = ProjectClass(name, from)) return found;
+  return findLibraryClass(name);
+}
+
+TagClass* TagLookup::findLibraryClass(std::string_view name) const {
   TagData* library = sources.Library();
   return library ? library->findClass(name) : nullptr;
+}
+
+std::string TagLookup::NameInScope(const std::string& type, std::string_view scope,
+                                   const TagData* from) {
+  EnsureIndex();
+  for (std::string around(scope); !around.empty();) {
+    if (const TagClass* found = ClassOf(around + "::" + type, from)) return found->name;
+    const size_t colon = around.rfind("::");
+    around.resize(colon == around.npos ? 0 : colon);
+  }
+  return type;
 }
 
 // Most names are those of one class: the files that include each other count among several only.
@@ -166,7 +219,11 @@ TagItem* TagLookup::findGlobal(std::string_view name, std::string_view moduleNam
   const TagData* from = ModuleNamed(moduleName);
   if (!from) from = front;
   TagItem* first = index.FindGlobal(name, moduleName);
-  if (!first) return ClassOf(name, from);
+  if (!first) {
+    if (TagClass* found = ClassOf(name, from)) return found;
+    const std::vector<TagItem*> ofC = findLibraryNames("", name);
+    return ofC.empty() ? nullptr : ofC.front();
+  }
   const auto& places = index.AllGlobals().find(name)->second;
   if (places.size() < 2) return first;
   const auto* nearest = NearestOf(places, includes.DistancesFrom(from, index.Modules()),
@@ -206,9 +263,12 @@ TagItem* TagLookup::findMember(std::string_view className, std::string_view memb
     const bool isPrototype = item.kind == cPrototype;
     return want == Want::cDefinition ? !isPrototype : isPrototype || item.access != 0;
   };
-  ClassWalk walk(records, [&](TagClass& record, TagItem& item) {
-    return isWanted(item) && item.name == memberName && BelongsTo(item, record);
-  });
+  ClassWalk walk(
+      records,
+      [&](TagClass& record, TagItem& item) {
+        return isWanted(item) && item.name == memberName && BelongsTo(item, record);
+      },
+      MacroFinder(), AliasFinder());
   return walk.Walk(className, depth, from);
 }
 
@@ -218,9 +278,12 @@ TagItem* TagLookup::findMemberInClass(std::string_view className, std::string_vi
   const auto records = [this](std::string_view name, const TagData* user) {
     return RecordsOf(ClassOf(name, user));
   };
-  ClassWalk walk(records, [&](TagClass& record, TagItem& item) {
-    return !IsOuterDefinition(item) && item.name == memberName && BelongsTo(item, record);
-  });
+  ClassWalk walk(
+      records,
+      [&](TagClass& record, TagItem& item) {
+        return !IsOuterDefinition(item) && item.name == memberName && BelongsTo(item, record);
+      },
+      MacroFinder(), AliasFinder());
   return walk.Walk(className, depth, from);
 }
 
@@ -232,8 +295,8 @@ TagItem* TagLookup::findMemberPath(std::string_view path, std::string_view typeN
     const bool isLast = dot == path.npos || dot == 0;
     TagItem* found = findMemberInClass(type, path.substr(0, isLast ? path.npos : dot), 0, from);
     if (!found || isLast || dot + 1 == path.size()) return found;
-    type = found->type;
     from = found->module;
+    type = NameInScope(found->type, found->owner ? found->owner->name : "", from);
     path.remove_prefix(dot + 1);
   }
 }
@@ -246,12 +309,52 @@ void TagLookup::listMembers(std::vector<TagItem*>& out, std::string_view classNa
     if (found.empty()) sources.Log(" - class not found", name);
     return found;
   };
-  ClassWalk walk(records, [&](TagClass& record, TagItem& item) {
-    if (!IsOuterDefinition(item) && item.name.starts_with(prefix) && BelongsTo(item, record))
-      out.push_back(&item);
-    return false;
-  });
+  ClassWalk walk(
+      records,
+      [&](TagClass& record, TagItem& item) {
+        if (!IsOuterDefinition(item) && item.name.starts_with(prefix) && BelongsTo(item, record))
+          out.push_back(&item);
+        return false;
+      },
+      MacroFinder(), AliasFinder());
   walk.Walk(className, depth, from);
+}
+
+TagLookup::MacroOf TagLookup::MacroFinder() {
+  return [this](std::string_view name, const TagData* user) { return MacroMembers(name, user); };
+}
+
+TagLookup::AliasOf TagLookup::AliasFinder() {
+  return [this](std::string_view name, const TagData* user) {
+    const TagItem* alias = NearestGlobal(name, user, cTypedef);
+    return alias && alias->type != name ? alias->type : std::string();
+  };
+}
+
+// The nearest global of a kind; its `module` is set.
+TagItem* TagLookup::NearestGlobal(std::string_view name, const TagData* from, int kind) {
+  const auto found = index.AllGlobals().find(name);
+  if (found == index.AllGlobals().end()) return nullptr;
+  const auto isOfKind = [kind](const auto& place) { return place.record->kind == kind; };
+  const auto& places = found->second;
+  const auto first = std::find_if(places.begin(), places.end(), isOfKind);
+  if (first == places.end()) return nullptr;
+  const auto* place =
+      places.size() < 2
+          ? nullptr
+          : NearestOf(places, includes.DistancesFrom(from ? from : front, index.Modules()),
+                      isOfKind);
+  if (!place) place = &*first;
+  place->record->module = index.Modules()[place->module];
+  return place->record;
+}
+
+TagClass* TagLookup::MacroMembers(std::string_view name, const TagData* from) {
+  const TagItem* macro = NearestGlobal(name, from, cMacro);
+  if (!macro) return nullptr;
+  TagData& file = *macro->module;
+  const bool isKnown = memberMacros.IsKnown(*macro, file);
+  return memberMacros.MembersOf(*macro, file, isKnown ? std::string() : sources.TextOf(file));
 }
 
 bool TagLookup::IsDerived(std::string_view className, std::string_view baseName) {
@@ -271,32 +374,60 @@ bool TagLookup::IsDerived(std::string_view className, std::string_view baseName)
 // Tags don't know their namespace; a file's namespace usually lasts to the file's end.
 void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
                               std::string_view prefix) {
-  const auto list = [&](TagItem& item, TagData* module) {
-    if (!item.name.starts_with(prefix) || item.name.find("::") != item.name.npos) return;
+  const size_t before = out.size();
+  for (const auto& [number, record] : EnsureIndex().Classes(name))
+    for (TagItem& member : record->members)
+      if (member.kind == cEnumerator && member.name.starts_with(prefix)) {
+        member.module = index.Modules()[number];
+        member.owner = nullptr;
+        out.push_back(&member);
+      }
+  const bool isEnum = out.size() > before;
+  listLibrary(out, name, prefix);
+  const bool isOfLibrary = out.size() > before && !isEnum;
+  const auto namespaces = index.AllGlobals().find(name);
+  if (namespaces == index.AllGlobals().end()) return;
+  const std::vector<int>& distances = includes.DistancesFrom(front, index.Modules());
+  const auto isNear = [&](int module) {
+    return !distances.empty() && distances[module] < IncludeGraph::cFar;
+  };
+  std::vector<int> openers;
+  bool isAny = false;
+  for (const auto& [number, record] : namespaces->second) {
+    if (record->kind != cNamespace) continue;
+    isAny = true;
+    const size_t listed = out.size();
+    ListNamespaceFile(out, number, record->line, prefix);
+    if (!isNear(number)) continue;
+    openers.push_back(number);
+    // Above that line a macro may open it.
+    if (out.size() == listed) ListNamespaceFile(out, number, 0, prefix);
+  }
+  // Other files open it, so a macro does it here: all that is known here may be in it.
+  if (!isAny || !openers.empty() || isEnum || isOfLibrary) return;
+  for (int number = 0; number < static_cast<int>(index.Modules().size()); ++number)
+    if (isNear(number)) ListNamespaceFile(out, number, 0, prefix);
+}
+
+// Appends what comes from a line of a file on. True if anything does. Macros are in no namespace.
+bool TagLookup::ListNamespaceFile(std::vector<TagItem*>& out, int number, int firstLine,
+                                  std::string_view prefix) {
+  TagData* module = index.Modules()[number];
+  const size_t before = out.size();
+  const auto list = [&](TagItem& item) {
+    const bool isListed = item.line >= std::max(firstLine, 1) && item.kind != cMacro &&
+                          item.name.starts_with(prefix) && item.name.find("::") == item.name.npos;
+    if (!isListed || (item.kind == cNamespace && item.line == firstLine)) return;
     item.module = module;
     item.owner = nullptr;
     out.push_back(&item);
   };
-  for (const auto& [number, record] : EnsureIndex().Classes(name))
-    for (TagItem& member : record->members)
-      if (member.kind == cEnumerator) list(member, index.Modules()[number]);
-  const auto namespaces = index.AllGlobals().find(name);
-  if (namespaces == index.AllGlobals().end()) {
-    listLibrary(out, name, prefix);
-    return;
-  }
-  for (const auto& [number, record] : namespaces->second) {
-    if (record->kind != cNamespace) continue;
-    TagData* module = index.Modules()[number];
-    for (TagItem& item : module->globals)
-      if (item.line >= record->line && &item != record) list(item, module);
-    for (auto& [key, item] : module->classes)
-      if (item.line >= record->line) list(item, module);
-    for (const auto& [key, places] : index.AllEnumerators())
-      for (const auto& place : places)
-        if (place.module == number && place.record->line >= record->line)
-          list(*place.record, module);
-  }
+  for (TagItem& item : module->globals) list(item);
+  for (auto& [key, item] : module->classes) list(item);
+  for (const auto& [key, places] : index.AllEnumerators())
+    for (const auto& place : places)
+      if (place.module == number) list(*place.record);
+  return out.size() > before;
 }
 
 void TagLookup::listGlobals(std::vector<TagItem*>& out, std::string_view prefix) {
@@ -328,8 +459,16 @@ void TagLookup::listNestedClasses(std::vector<TagItem*>& out, std::string_view c
   walk.Walk(className, 0, nullptr);
 }
 
+std::vector<TagItem*> TagLookup::findLibraryNames(std::string_view nameSpace,
+                                                  std::string_view name) {
+  std::vector<TagItem*> found;
+  if (TagData* library = sources.Library())
+    for (const auto& names : library->names) names->Find(found, nameSpace, name);
+  return found;
+}
+
 // The definition of a library names a folder beside it for its headers: that of the standard
-// library is "stl", others are called like their namespace.
+// library is "stl", others are called like their namespace. The classes of C are among its names.
 void TagLookup::listLibrary(std::vector<TagItem*>& out, std::string_view nameSpace,
                             std::string_view prefix) {
   TagData* library = sources.Library();
@@ -342,15 +481,22 @@ void TagLookup::listLibrary(std::vector<TagItem*>& out, std::string_view nameSpa
     return header == library->headers.end() ? isStandard
                                             : header->path.find(folder) != std::string::npos;
   };
+  const auto isOfC = [&](const TagItem& item) {
+    const std::vector<TagItem*> names = findLibraryNames("", item.name);
+    return std::any_of(names.begin(), names.end(),
+                       [](const TagItem* name) { return name->kind == cClass; });
+  };
   auto& classes = library->classes;
   for (auto at = classes.lower_bound(prefix); at != classes.end() && at->first.starts_with(prefix);
        ++at) {
     TagClass& record = at->second;
-    if (record.name.find("::") != std::string::npos || !isOfIt(record)) continue;
+    const bool isInside = record.name.find("::") != std::string::npos;
+    if (nameSpace.empty() || isInside || !isOfIt(record) || isOfC(record)) continue;
     record.module = nullptr;
     record.owner = nullptr;
     out.push_back(&record);
   }
+  for (const auto& names : library->names) names->List(out, nameSpace, prefix);
 }
 
 }  // namespace zendry

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <functional>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "tags/IncludeGraph.h"
+#include "tags/MemberMacros.h"
 #include "tags/TagIndex.h"
 
 namespace zendry {
@@ -36,8 +39,14 @@ class TagLookup {
   // The record of that class in the first module that holds the class itself, not only members of
   // it; else that of the library.
   TagClass* findClass(std::string_view name, const TagData* from = nullptr);
+  // The full name of the class that a type means in the scope of a class: one nested there goes
+  // before a namesake. The type itself without such a one.
+  std::string NameInScope(const std::string& type, std::string_view scope,
+                          const TagData* from = nullptr);
+  // The class of a reference library.
+  TagClass* findLibraryClass(std::string_view name) const;
   // A global: that of the module with the file name `moduleName`, else of the first module that has
-  // one, else the class of that name.
+  // one, else the class of that name, else one of C's library.
   TagItem* findGlobal(std::string_view name, std::string_view moduleName);
   // A member of a class of the project or of its bases there. cDeclaration accepts prototypes and
   // tags with an access; cDefinition accepts everything but prototypes.
@@ -61,12 +70,17 @@ class TagLookup {
   // names begin with `prefix`.
   void listNestedClasses(std::vector<TagItem*>& out, std::string_view className,
                          std::string_view prefix);
-  // Appends the classes with this prefix of the reference library with that namespace.
+  // Appends the names with this prefix of the reference library with that namespace, or of an inner
+  // one by its own name; with an empty namespace those of C.
   void listLibrary(std::vector<TagItem*>& out, std::string_view nameSpace, std::string_view prefix);
+  // The functions, macros, types and variables of that name that the reference libraries have in a
+  // namespace, or outside of all.
+  std::vector<TagItem*> findLibraryNames(std::string_view nameSpace, std::string_view name);
 
   // Appends the names with this prefix in a scope that isn't a class: the enumerators that are kept
   // under its name, the globals and classes that come after the beginning of a namespace of that
-  // name in their files; for "std" the classes of the library.
+  // name in their files; and what the libraries have in that namespace. If no file that the one in
+  // front includes opens it, a macro may: then all that these files declare.
   void listNamespace(std::vector<TagItem*>& out, std::string_view name, std::string_view prefix);
 
   // True if a class derives from another one, at any depth, or is the same.
@@ -76,15 +90,24 @@ class TagLookup {
   const TagIndex& EnsureIndex();
 
  private:
+  using MacroOf = std::function<TagClass*(std::string_view, const TagData*)>;
+  using AliasOf = std::function<std::string(std::string_view, const TagData*)>;
   using ClassPlaces = std::vector<TagIndex::Place<TagClass>>;
 
   TagClass* ClassOf(std::string_view name, const TagData* from);
   TagClass* ProjectClass(std::string_view name, const TagData* from);
+  bool ListNamespaceFile(std::vector<TagItem*>& out, int number, int firstLine,
+                         std::string_view prefix);
+  TagItem* NearestGlobal(std::string_view name, const TagData* from, int kind);
+  TagClass* MacroMembers(std::string_view name, const TagData* from);
+  MacroOf MacroFinder();
+  AliasOf AliasFinder();
   std::vector<TagClass*> AllRecords(std::string_view name, const TagData* from);
 
   CodeSources& sources;
   TagIndex index;
   IncludeGraph includes;
+  MemberMacros memberMacros;
   const TagData* front = nullptr;
 };
 

@@ -68,6 +68,9 @@ const std::string& TagText::WholeText(const TagData& module) {
 }
 
 TypeText TagText::TypeOf(const TagItem& item, StepBudget& budget) {
+  // Names of a library have their whole types.
+  if (!item.module && !item.owner)
+    if (std::optional<TypeText> type = ReadTypeText(item.type)) return *type;
   const Piece piece = Around(item);
   const CodeTokens tokens(piece.text);
   for (int i = 0; i < tokens.Count() && budget.Take(); ++i) {

@@ -128,8 +128,10 @@ std::optional<TypeText> ReadType(const CodeTokens& tokens, int& at) {
 }
 
 bool IsMacroBeforePointer(const CodeTokens& tokens, int at) {
-  const bool isBetween = tokens.Is(at + 1, "*") && tokens.IsWord(at - 1) && tokens.IsWord(at);
-  return isBetween && IsInCapitals(tokens.Text(at)) && CanNameType(tokens.Text(at - 1));
+  int type = at - 1;
+  while (tokens.IsOneOf(type, "const volatile")) --type;
+  const bool isBetween = tokens.Is(at + 1, "*") && tokens.IsWord(type) && tokens.IsWord(at);
+  return isBetween && IsInCapitals(tokens.Text(at)) && CanNameType(tokens.Text(type));
 }
 
 int ReadPointers(const CodeTokens& tokens, int& at) {

@@ -15,6 +15,7 @@
 #include "base/ParseInt.h"
 #include "config/BuildSettings.h"
 #include "config/EditorSettings.h"
+#include "config/SearchSettings.h"
 
 namespace zendry {
 
@@ -245,6 +246,7 @@ void IdeSession::Load(const std::string& firstStart) {
   TakeLists();
   TakeEditorSettings();
   TakeBuildSettings();
+  TakeSearchSettings(values);
   fonts = theIdeFonts.fonts;
   debuggerTips = true;
 }
@@ -319,6 +321,7 @@ void IdeSession::StoreSettings(const Placement& placement) {
     if (isOn != (Value(row.key, "0") == "1")) values[row.key] = Flag(isOn);
   }
   StoreBuildSettings();
+  StoreSearchSettings(values);
 }
 
 // Only what differs from the values that are read the next time anyway.

@@ -20,11 +20,12 @@ namespace zendry {
 namespace {
 
 // Indexed by EditorMark.
-constexpr std::array<mavro::MarkType, 4> cMarks = {{
+constexpr std::array<mavro::MarkType, 5> cMarks = {{
     {0, mavro::ColourOf(mavro::cPlaceGround)},
-    {1, mavro::ColourOf(mavro::cPlaceGround)},
+    {1, {}, mavro::MarkSign::cDisc, true, false, false},
     {4, mavro::ColourOf(mavro::cErrorGround), mavro::MarkSign::cError},
     {2, mavro::ColourOf(mavro::cExecutionGround), mavro::MarkSign::cArrow},
+    {5, {}, mavro::MarkSign::cRing, true, false, false},
 }};
 
 constexpr int cKeywordStyle = 5;  // of the lexer: "if" and "for" decide about indentation
@@ -58,7 +59,6 @@ bool OnlyTouched(const DiskStamp& before, DiskStamp now) {
 }  // namespace
 
 CppEditor::CppEditor(EditTab& itsTab) : tab(itsTab), marks(cMarks) {
-  marks[cBreakpointMark].enabled = false;
   markTypes = marks.data();
   markTypeCount = static_cast<int>(marks.size());
   dock = mavro::Dock::cFill;
@@ -77,6 +77,7 @@ void CppEditor::ApplySettings() {
   options->fontSize = font.size;
   options->fontStyle = font.style;
   options->foldMargin = true;
+  options->marginClicks = true;
   options->wrapLines = settings.wrapLines != 0;
   options->showWhiteSpace = settings.showWhiteSpace != 0;
   options->showLineEnds = settings.showLineEnds != 0;
@@ -189,6 +190,20 @@ void CppEditor::RemoveMark(EditorMark mark) {
   RemoveLineMarks(marks[static_cast<size_t>(mark)].number);
 }
 
+int CppEditor::AddBreakMark(int line) {
+  const bool hasLine = line >= 0 && line < LineCount();
+  return hasLine ? AddSign(marks[cBreakpointMark].number, line) : -1;
+}
+
+void CppEditor::ShowBreakMark(int handle, BreakLook look) {
+  const EditorMark mark = look == BreakLook::cActive ? cBreakpointMark : cIdleBreakpointMark;
+  ChangeSign(handle, marks[static_cast<size_t>(mark)].number);
+}
+
+int CppEditor::LineAt(int y) const {
+  return LineOf(static_cast<int>(Send(mavro::SCI_POSITIONFROMPOINT, 0, y)));
+}
+
 // A file of the same size with its time set back may hold another text or the same; so may a file
 // with only its mode changed. The digest of its content decides.
 //
@@ -271,12 +286,29 @@ void CppEditor::onDwell(int position) {
   EditorHost* host = tab.Host();
   if (!host || !host->WantsValueTips()) return;
   Send(mavro::SCI_CALLTIPCANCEL);
+  const std::string expression = ExpressionAtPosition(position);
+  if (!expression.empty()) host->ShowValueTip(expression);
+}
+
+std::string CppEditor::ExpressionAtPosition(int position) const {
   const int line = LineOf(position);
   const int column = position - LineStart(line);
   const std::string text = GetRange(LineStart(line), LineEnd(line));
-  if (column >= static_cast<int>(text.size())) return;
-  const std::string expression = ExpressionAt(text, column);
-  if (!expression.empty()) host->ShowValueTip(expression);
+  return column < static_cast<int>(text.size()) ? ExpressionAt(text, column) : std::string();
+}
+
+// The caret may be after the last letter of a line.
+std::string CppEditor::ExpressionAtCaret() const {
+  const auto [start, end] = Selection();
+  if (start != end && LineOf(start) == LineOf(end)) return SelectedText();
+  const int caret = CaretPosition();
+  const std::string expression = ExpressionAtPosition(caret);
+  return expression.empty() && caret > LineStart(LineOf(caret)) ? ExpressionAtPosition(caret - 1)
+                                                                : expression;
+}
+
+void CppEditor::onMarginClick(int line) {
+  if (EditorHost* host = tab.Host()) host->MarginClicked(*this, line);
 }
 
 void CppEditor::AskForList() {

@@ -17,7 +17,13 @@ class EditTab;
 
 // Marks that lists and the debugger put beside a line: rows of the editor's table of markers. A
 // file has each mark at most once, except breakpoints.
-enum EditorMark { cNoMark = -1, cBreakpointMark = 1, cErrorMark = 2, cExecutionMark = 3 };
+enum EditorMark {
+  cNoMark = -1,
+  cBreakpointMark = 1,
+  cErrorMark = 2,
+  cExecutionMark = 3,
+  cIdleBreakpointMark = 4
+};
 
 // The editor of one open file. It connects typing to the tags of the project, keeps the flag that
 // says if the tags are up to date, and has the unsaved text rescued. `fileName` is the full path
@@ -59,6 +65,14 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   // Moves a mark to a line, or removes it.
   void SetMark(EditorMark mark, int line);
   void RemoveMark(EditorMark mark);
+  // Adds the mark of a breakpoint; `line` counts from 0. The answer is the sign's handle, for
+  // SignLine and RemoveSign; -1 if there is no such line.
+  int AddBreakMark(int line);
+  // A breakpoint that the debugger can't stop at has a mark of its own.
+  enum class BreakLook { cActive, cIdle };
+  void ShowBreakMark(int handle, BreakLook look);
+  // The line at a height of the window, from 0.
+  int LineAt(int y) const;
 
   // The file's state on disk, if that has changed since this editor last read or wrote the file.
   // `AcceptDisk` makes the present state the known one.
@@ -78,6 +92,11 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   // Opens the list of names at the caret, or says in the status line why there is none.
   void AskForList();
 
+  // The expression at a place, as a debugger can print it; empty if there is none. The caret's is
+  // the selection if there is one, in one line.
+  std::string ExpressionAtPosition(int position) const;
+  std::string ExpressionAtCaret() const;
+
   // How the text indents its lines.
   IndentHabits Habits() const { return indent.Habits(); }
   // The width of all margins together, in pixels.
@@ -91,6 +110,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   void onTextWillChange(long position, long removed, long added) override;
   void onSavePointChanged() override;
   void onDwell(int position) override;
+  void onMarginClick(int line) override;
   bool getCompletion(std::string& text, std::string& list) override;
   mavro::ListNote getListNote(const std::string& name) override;
   std::string getListChoice(const std::string& typed) override;
@@ -139,7 +159,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   DiskStamp stamp;                      // of the file that the text was read from or written to
   std::optional<size_t> storedDigest;   // of what that file holds, if known
   std::optional<DiskStamp> askedAbout;  // of another one that the user has been asked about
-  std::array<mavro::MarkType, 4> marks;
+  std::array<mavro::MarkType, 5> marks;
   CompletionList names;           // in the list that was opened last
   bool isProtected = false;       // the file may not be written
   std::string storedName;         // name under which the text was last read or written

@@ -56,12 +56,18 @@ EditorHost* EditTab::Host() const {
 }
 
 void EditTab::OnMouseDown(mavro::MouseArgs& args) {
-  pressedAt = args.x;
+  pressedX = args.x;
+  pressedY = args.y;
 }
 
-// A key press asks for the text's menu.
+// A key press asks for the text's menu. The commands of the margin's menu act on the caret's line:
+// the caret goes to the line beside which the mouse was pressed.
 void EditTab::OnContextMenu(mavro::MouseArgs& args) {
-  const bool inMargin = args.x >= 0 && pressedAt < editor->MarginWidth();
+  const bool inMargin = args.x >= 0 && pressedX < editor->MarginWidth();
+  if (inMargin && editor->LineAt(pressedY) != editor->CaretLine()) {
+    const int start = editor->LineStart(editor->LineAt(pressedY));
+    editor->Select(start, start);
+  }
   editor->menu = inMargin ? &Host()->MarginMenu() : &Host()->TextMenu();
 }
 
@@ -161,11 +167,19 @@ CppEditor* EditTabs::NewTab(const std::string& path) {
   theProject.parseOpenEditors(&editor.LiveText());
   host->SetEditorCommandsEnabled(true);
   ActiveChanged();
+  if (!path.empty()) host->TabOpened(path);
   if (editor.IsReadOnly()) host->Say(tab.caption + " - " + editor.WhyReadOnly());
   return &editor;
 }
 
+void EditTabs::LeavePlace() {
+  if (!Active()) return;
+  mavro::NotifyArgs args{this, 0};
+  onLeavePlace.Fire(args);
+}
+
 CppEditor* EditTabs::GoTo(const std::string& path, int line) {
+  LeavePlace();
   CppEditor* editor = OpenFile(path);
   if (editor && line > 0) editor->ShowLine(line);
   return editor;
@@ -183,6 +197,7 @@ bool EditTabs::CanClose(EditTab& tab) {
 bool EditTabs::CloseTab(int n, Unsaved unsaved) {
   MAVRO_ASSERT_AS(n < TabCount(), "n<TabCount()");
   if (unsaved == Unsaved::cAsk && !CanClose(*GetTab(n))) return false;
+  if (const std::string& path = GetTab(n)->editor->fileName; !path.empty()) host->TabClosing(path);
   const std::unique_ptr<EditTab> closed = std::move(tabs[static_cast<size_t>(n)]);
   tabs.erase(tabs.begin() + n);
   std::erase(lastUsed, closed.get());
@@ -222,9 +237,11 @@ bool EditTabs::Save(EditTab& tab, SaveName name, CppEditor::SavedBy by) {
     question.defaultExtension = "cpp";
     const std::vector<std::string> chosen = mavro::Dialogs().chooseFiles(question);
     if (chosen.empty() || !MayTakeName(tab, chosen.front())) return false;
+    if (!editor.fileName.empty()) host->TabClosing(editor.fileName);
     editor.TakeName(chosen.front());
     tab.ShowName();
     host->FrontChanged();
+    host->TabOpened(editor.fileName);
   }
   if (!MayOverwrite(editor)) return false;
   if (const mavro::FileResult result = editor.Save(by); !result.Ok()) {
@@ -325,7 +342,7 @@ void EditTabs::GoToCounterpart() {
   const EditTab* tab = Active();
   if (!tab || tab->editor->fileName.empty()) return;
   const std::string found = FindCounterpart(tab->editor->fileName, theProject);
-  if (!found.empty()) OpenFile(found);
+  if (!found.empty()) GoTo(found, 0);
 }
 
 void EditTabs::RemoveMark(EditorMark mark) {

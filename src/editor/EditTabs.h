@@ -38,7 +38,7 @@ class EditTab : public mavro::TabPage {
   void OnContextMenu(mavro::MouseArgs& args);
 
   EditTabs& tabs;
-  int pressedAt = 0;  // where the mouse was last pressed, measured from the editor's left edge
+  int pressedX = 0, pressedY = 0;  // where the mouse was last pressed, in the editor
 };
 
 // The open files, one tab each. All code that shows a place in a file uses this class. Owns its
@@ -102,6 +102,8 @@ class EditTabs : public mavro::TabCtrl {
   void GoToCounterpart();
   // Offers the unsaved texts of earlier runs of the program, and opens those that the user wants.
   void OfferRescuedTexts();
+  // To be called before the user is taken to another place: fires onLeavePlace.
+  void LeavePlace();
   // Asks about each open file that another program has changed, once for each change.
   void CheckDisk();
 
@@ -111,6 +113,9 @@ class EditTabs : public mavro::TabCtrl {
   // The tabs in the order in which they were in front, the one in front first.
   const std::vector<const EditTab*>& LastUsed() const { return lastUsed; }
   void RemoveMark(EditorMark mark);
+
+  // The caret is about to be taken to another place, by a list or a command.
+  mavro::NotifyEvent onLeavePlace;
 
  private:
   void OnChangeSel(mavro::NotifyArgs& args);

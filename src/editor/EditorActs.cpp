@@ -3,6 +3,8 @@
 #include "Keys.h"
 #include "OccurrenceRules.h"
 #include "SciCommands.h"
+#include "SearchState.h"
+#include "base/ControlBytes.h"
 #include "base/FileCommands.h"
 #include "config/EditorSettings.h"
 #include "editor/EditTabs.h"
@@ -21,12 +23,12 @@ using enum Offered;
 
 constexpr CommandRow cRows[] = {
     {mavro::cSubmenuRow, "&Find and Replace"},
-    {cFindCommand, "&Find", cControlKey | 'F', cLater},
-    {802, "&Find Selection", cControlKey | cKeyF3, cLater},
-    {803, "&Find Selection Back", cControlKey | cShiftKey | cKeyF3, cLater},
-    {cFindRepeatCommand, "Find Repeat", cKeyF3, cLater},
-    {805, "Find Previous", cShiftKey | cKeyF3, cLater},
-    {806, "&Replace", cControlKey | 'R', cLater},
+    {cFindCommand, "&Find", cControlKey | 'F'},
+    {mavro::cSciFindSelection, "&Find Selection", cControlKey | cKeyF3},
+    {mavro::cSciFindSelectionBack, "&Find Selection Back", cControlKey | cShiftKey | cKeyF3},
+    {cFindRepeatCommand, "Find Repeat", cKeyF3},
+    {mavro::cSciFindPrevious, "Find Previous", cShiftKey | cKeyF3},
+    {mavro::cSciReplace, "&Replace", cControlKey | 'R'},
     {807, "&Go to line", cControlKey | 'G'},
     {mavro::cEndSubmenuRow},
     {mavro::cSubmenuRow, "&Bookmarks"},
@@ -180,6 +182,9 @@ void EditorActs::CarryOut(int id) {
   tab->editor->OnCommand(id);
   if (id == cRecordMacroCommand) tabs->Host()->SetMacroRecording(tab->editor->inMacroRecord);
   tabs->Host()->ShowCaretOf(*tab->editor);
+  const bool searches = id >= mavro::cSciFindSelection && id <= mavro::cSciFindPrevious;
+  if (searches && !mavro::theSearch.found && !mavro::theSearch.whyNot.empty())
+    tabs->Host()->Say(MarkControlBytes(mavro::theSearch.whyNot));
 }
 
 }  // namespace zendry

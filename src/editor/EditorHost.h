@@ -28,6 +28,11 @@ class EditorHost {
 
   // A file has been opened by the user, or by a list.
   virtual void FileOpened(const std::string& path) = 0;
+  // A file is in a tab now, under its name; a tab is about to lose the file or its name.
+  virtual void TabOpened(const std::string& path) = 0;
+  virtual void TabClosing(const std::string& path) = 0;
+  // The user has clicked beside a line, counted from 0, in the margin of marks.
+  virtual void MarginClicked(const CppEditor& editor, int line) = 0;
   // Writes the project, or its session.
   virtual void SaveProject() = 0;
   virtual void SaveSession() = 0;

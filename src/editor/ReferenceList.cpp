@@ -29,17 +29,39 @@ ReferenceList::ReferenceList(const std::string& caption, EditorMark newMark, Edi
   list.fullRowSelect = true;
   list.showSelection = true;
   list.dock = mavro::Dock::cFill;
+  list.lateCells = [this](int row) { return CellsOf(row); };
   list.onClickRow.Add_H(this, &ReferenceList::OnRow);
   list.onChoose.Add_H(this, &ReferenceList::OnRow);
   Add(&list);
 }
 
 void ReferenceList::AddRow(const std::string& file, int line, std::string_view message) {
-  const int row = list.AddRow(MarkControlBytes(file));
-  list.SetItemData(row, line);
-  list.SetCell(row, cLineColumn, std::to_string(line));
-  list.SetCell(row, cTextColumn, MarkControlBytes(message.substr(0, cMaxRowText)));
-  files.push_back(file);
+  KeepRow(file, line, message);
+  ShowKept();
+}
+
+void ReferenceList::KeepRow(const std::string& file, int line, std::string_view message) {
+  if (files.empty() || files.back() != file) files.push_back(file);
+  message = message.substr(0, cMaxRowText);
+  places.push_back({files.size() - 1, line, texts.size(), message.size()});
+  texts += message;
+}
+
+void ReferenceList::ShowKept() {
+  const int shown = list.rowCount;
+  list.AddLateRows(shown, RowCount() - shown);
+}
+
+void ReferenceList::AddCaption(const std::string& caption) {
+  AddRow("", 0, caption);
+}
+
+std::vector<std::string> ReferenceList::CellsOf(int row) const {
+  const Place& place = places[static_cast<size_t>(row)];
+  const std::string text =
+      MarkControlBytes(std::string_view(texts).substr(place.text, place.length));
+  if (!IsPlace(row)) return {"", "", text};
+  return {MarkControlBytes(files[place.file]), std::to_string(place.line), text};
 }
 
 void ReferenceList::AppendToLast(std::string_view message) {
@@ -55,15 +77,19 @@ void ReferenceList::Clear() {
   if (mark != cNoMark) tabs.RemoveMark(mark);
   list.Clear();
   list.selectedIndex = -1;
+  places.clear();
   files.clear();
+  texts.clear();
+  ++clearings;
 }
 
 void ReferenceList::ShowCurrent() {
   const int row = list.selectedIndex;
-  if (row < 0 || row >= RowCount()) return;
-  const std::string path = theProject.GetFullPath(files[static_cast<size_t>(row)]);
+  if (row < 0 || row >= RowCount() || !IsPlace(row)) return;
+  const Place& place = places[static_cast<size_t>(row)];
+  const std::string path = theProject.GetFullPath(files[place.file]);
   if (!mavro::FileExists(path)) return;
-  const int line = list.GetItemData(row);
+  const int line = place.line;
   CppEditor* editor = tabs.GoTo(path, line);
   if (!editor || mark == cNoMark || line <= 0) return;
   tabs.RemoveMark(mark);
@@ -74,14 +100,21 @@ void ReferenceList::ShowRow(int row) {
   if (row < RowCount()) GoToRow(row);
 }
 
+int ReferenceList::PlaceFrom(int row, int step) const {
+  while (row >= 0 && row < RowCount() && !IsPlace(row)) row += step;
+  return row >= 0 && row < RowCount() ? row : -1;
+}
+
 void ReferenceList::GoNext() {
-  const int row = list.selectedIndex;
-  row < RowCount() - 1 ? GoToRow(row + 1) : mavro::Beep();
+  const int current = list.selectedIndex;
+  const int row = PlaceFrom(current + 1, 1);
+  row >= 0 ? GoToRow(row) : mavro::Beep();
 }
 
 void ReferenceList::GoPrev() {
-  const int row = list.selectedIndex;
-  row < 1 ? mavro::Beep() : GoToRow(row - 1);
+  const int current = list.selectedIndex;
+  const int row = PlaceFrom(current - 1, -1);
+  row >= 0 ? GoToRow(row) : mavro::Beep();
 }
 
 void ReferenceList::GoToRow(int row) {

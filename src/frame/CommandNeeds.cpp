@@ -2,7 +2,10 @@
 
 #include "SciCommands.h"
 #include "base/FileCommands.h"
+#include "base/HelpCommands.h"
+#include "browser/BrowserActs.h"
 #include "build/BuildActs.h"
+#include "debug/Debugger.h"
 #include "editor/EditorActs.h"
 #include "frame/PrjActs.h"
 #include "frame/ToolActs.h"
@@ -68,7 +71,37 @@ constexpr NeedsRow cRows[] = {
     {cRemoveFileCommand, cProject},
     {cProjectOptionsCommand, cProject},
     {cCreateMakefileCommand, cProject},
+    {cBreakpointCommand, cBreakableLine},
+    {cClearBreakpointsCommand, cBreakpoints},
+    {cAddWatchCommand, cTab},
+    {cClearWatchesCommand, cWatches},
+    {cStepIntoCommand, cStep},
+    {cStepOutCommand, cStep},
+    {cStepOverCommand, cStep},
+    {cRunToCursorCommand, cStepInSource},
+    {cRunCommand, cStep},
+    {cRunPlainCommand, cRunPlain},
+    {cPauseCommand, cRunning},
+    {cStopDebugCommand, cSession},
+    {cViewStackCommand, cPaused},
+    {cCommanderCommand, cSession},
+    {cParametersCommand, cProject},
     {cTidyCommand, cTab},
+    {mavro::cSciFind, cTab},
+    {mavro::cSciFindSelection, cTab},
+    {mavro::cSciFindSelectionBack, cTab},
+    {mavro::cSciFindRepeat, cTab},
+    {mavro::cSciFindPrevious, cTab},
+    {mavro::cSciReplace, cWritable},
+    {cFindInProjectCommand, cTabOrProject},
+    {cReplaceInProjectCommand, cTabOrProject},
+    {cUndoReplaceCommand, cReplaceUndo},
+    {cAddMemberCommand, cTab},
+    {cOpenBrowserCommand, cTab},
+    {cDeleteMemberCommand, cClassNode},
+    {cBackCommand, cPlaceBehind},
+    {cForwardCommand, cPlaceAhead},
+    {cWordHelpCommand, cTab},
     {cShowLeftCommand, cHiddenLeftPanel},
     {cShowBottomCommand, cHiddenBottomPanel},
 };

@@ -22,7 +22,20 @@ enum class Needs {
   cBuildSource,  // in front: of the project, or any source as long as no project is open
   cProjectOrSource,
   cTabOrProject,
-  cErrors,  // in the error list
+  cErrors,       // in the error list, or results of a search
+  cReplaceUndo,  // a replacement in files that can be undone
+  cClassNode,    // selected in the class tree
+  cPlaceBehind,  // that the user came from
+  cPlaceAhead,
+  cBreakableLine,  // the caret's: of a source that has a file
+  cBreakpoints,
+  cWatches,       // in the list in front
+  cStep,          // what can be run, and not in the middle of a run
+  cStepInSource,  // the same, with a source in front
+  cRunPlain,      // the same, and no debug session
+  cPaused,        // a debug session whose program has stopped
+  cRunning,       // one whose program runs
+  cSession,       // one in any state
   cRecentFiles,
   cRecentProjects,
   cHiddenLeftPanel,

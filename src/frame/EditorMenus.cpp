@@ -28,6 +28,24 @@ struct CtxEditorActs : mavro::ActionList {
   }
 };
 
+struct CtxDebugActs : mavro::ActionList {
+  CtxDebugActs() {
+    Add({cBreakpointCommand, cAddWatchCommand});
+    AddSeparator();
+    Add({cStepIntoCommand, cStepOverCommand, cStepOutCommand, cRunToCursorCommand});
+    AddSeparator();
+    Add({cRunCommand, cPauseCommand, cStopDebugCommand});
+    AddSeparator();
+    Add({cViewStackCommand, cViewBreakpointsCommand});
+    AddSeparator();
+    AddRow(theEditorActs.Find(cCopyCommand));
+    AddRow(theEditorActs.Find(cToggleBookmarkCommand));
+  }
+  void Add(std::initializer_list<int> ids) {
+    for (const int id : ids) AddRow(theDebugger.Find(id));
+  }
+};
+
 struct FilledMenu : mavro::ContextMenu {
   explicit FilledMenu(mavro::ActionList& rows) { root.Fill(rows); }
 };
@@ -36,6 +54,12 @@ struct FilledMenu : mavro::ContextMenu {
 
 mavro::ContextMenu& EditorTextMenu() {
   static CtxEditorActs rows;
+  static FilledMenu menu(rows);
+  return menu;
+}
+
+mavro::ContextMenu& EditorDebugMenu() {
+  static CtxDebugActs rows;
   static FilledMenu menu(rows);
   return menu;
 }

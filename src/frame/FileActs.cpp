@@ -9,6 +9,7 @@
 #include "config/IdeSession.h"
 #include "frame/MainForm.h"
 #include "frame/RecentDialog.h"
+#include "frame/SearchWindow.h"
 #include "project/Project.h"
 #include "project/SessionFile.h"
 #include "rescue/Rescue.h"
@@ -114,6 +115,7 @@ void FileActs::LoadProject(const std::string& path) {
   else
     theMainForm->SetStatus(ReasonFirst(result.Words()), "");
   theMainForm->startFiles.AllLoaded();
+  theMainForm->search->ProjectOpened();
 }
 
 void FileActs::OpenFiles(std::vector<std::string> paths) {
@@ -145,6 +147,7 @@ void FileActs::SaveSession() {
 bool FileActs::CloseProjectForEnd() {
   if (!theProject.Close()) return false;
   DropRescueCopy();
+  theMainForm->search->ProjectClosed();
   theMainForm->ShowActiveFile();
   return true;
 }

@@ -12,11 +12,14 @@
 #include "editor/EditorActs.h"
 #include "editor/EditorViewActs.h"
 #include "frame/FileActs.h"
+#include "frame/HelpRoute.h"
 #include "frame/PictureStrips.h"
+#include "frame/SearchWindow.h"
 #include "frame/ToolActs.h"
 #include "project/Project.h"
 #include "rescue/Rescue.h"
 #include "rescue/TextRescue.h"
+#include "wizards/ClassWizard.h"
 
 // The main window: how it is put together and what its own controls do.
 
@@ -50,6 +53,8 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
     : sources(theProject, *this),
       completion(sources),
       toolPanel(leftTabs),
+      classTree(theProject, &editTabs),
+      search(std::make_unique<SearchWindow>(*this)),
       startup(std::move(newStartup)) {
   theMainForm = this;
   theProject.SetShell(this);
@@ -57,7 +62,9 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
   theBuildActs.Bind(theBuilder, theProject, *this);
   theEditorActs.Bind(&editTabs);
   theToolActs.Bind(&editTabs);
-  theBrowserActs.Bind(&editTabs);
+  theBrowserActs.Bind({&editTabs, &classTree, &completion.wizard, &sources,
+                       [this] { AddClassMember(editTabs, completion.wizard, sources); }});
+  BindHelp(*this);
   text = "Zendry";
   center = false;
   acceptFiles = true;
@@ -70,6 +77,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
   InitMenus();
   InitBars();
   InitPanels();
+  debugWindow.Begin();
   SetEditorCommandsEnabled(false);
   for (mavro::Menu* menu : menus.menus) UpdateMenu(*menu);
   UpdateMenu(barMenu.root);
@@ -78,9 +86,11 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
 }
 
 MainForm::~MainForm() {
+  debugWindow.End();
   theEditorActs.Bind(nullptr);
   theToolActs.Bind(nullptr);
-  theBrowserActs.Bind(nullptr);
+  theBrowserActs.Bind({});
+  UnbindHelp();
   editTabs.DetachHost();
   theProject.SetShell(nullptr);
   theMainForm = nullptr;
@@ -128,6 +138,7 @@ void MainForm::InitPanels() {
 
   toolPanel.onClosePanel.Add_H(this, &MainForm::OnCloseLeft);
   buildMode.onSelChanged.Add_H(this, &MainForm::OnBuildMode);
+  classTree.onChangeSel.Add_H(this, &MainForm::OnClassNode);
   onCreate.Add_H(this, &MainForm::OnCreated);
   onShow.Add_H(this, &MainForm::OnShown);
   onActivate.Add_H(this, &MainForm::OnActivated);
@@ -252,8 +263,14 @@ void MainForm::SayWhatIsNotKept() {
   if (!error.empty()) SetStatus(ReasonFirst(error), "");
 }
 
-// A build uses the project: closing the window stops the build, and the window stays open.
+// A build or a search uses the project: closing the window stops it, and the window stays open.
 void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
+  if (search->commands.IsRunning()) {
+    search->commands.RequestStop();
+    SetStatus("The search is being stopped. Close the window again when it has ended.", "");
+    args.value = 0;
+    return;
+  }
   if (Builder::IsBuilding()) {
     theBuilder.RequestStop();
     SetStatus("The build is being stopped. Close the window again when it has ended.", "");
@@ -264,6 +281,7 @@ void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
     args.value = 0;
     return;
   }
+  theDebugger.Stop();
   TakePlacement();
   theIdeSession.Save(placement);
   const std::string error = theIdeSession.TakeError();
@@ -310,6 +328,10 @@ void MainForm::ShowPart(mavro::Control& part, bool on) {
   UpdateViewMarks();
 }
 
+void MainForm::OnClassNode(mavro::NotifyArgs&) {
+  UpdateCommands();
+}
+
 void MainForm::OnCloseBottom(mavro::NotifyArgs&) {
   ShowPart(bottomPanel, false);
 }
@@ -332,6 +354,11 @@ void MainForm::ClearPane(int index) {
 
 void MainForm::ShowPage(int index) {
   bottomTabs.selectedIndex = index;
+}
+
+void MainForm::OpenPage(int index) {
+  if (!bottomPanel.visible) ShowPart(bottomPanel, true);
+  ShowPage(index);
 }
 
 void MainForm::OnBuildMode(mavro::ItemArgs&) {

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <mavro>
+#include <memory>
 #include <string>
 
 #include "base/Shell.h"
+#include "browser/ClassTree.h"
 #include "code/Completion.h"
 #include "config/IdeSession.h"
 #include "debug/WatchList.h"
@@ -12,6 +14,7 @@
 #include "editor/EditorHost.h"
 #include "editor/ReferenceList.h"
 #include "frame/CommandNeeds.h"
+#include "frame/DebugWindow.h"
 #include "frame/ProjectTree.h"
 #include "frame/StartFiles.h"
 #include "frame/StartupFile.h"
@@ -20,6 +23,8 @@
 #include "project/ProjectSources.h"
 
 namespace zendry {
+
+class SearchWindow;
 
 // Pages of the bottom pane.
 enum BottomPageIndex {
@@ -53,6 +58,8 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   // Panels.
   void ClearPane(int index);
   void ShowPage(int index);
+  // The same, for a page that the user has asked for: the pane is shown if it was closed.
+  void OpenPage(int index);
 
   // The frame of the window. Ties the stop button to a command; a negative id disables it.
   void SetRunState(int id);
@@ -108,9 +115,9 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void SaveChangedFiles() override;
   void RemoveErrorMark() override;
   std::vector<EditorText*> OpenTexts() override;
-  // No panel shows tags yet.
-  void TagsChanged() override {}
+  void TagsChanged() override { classTree.TagsChanged(); }
   bool IsDebuggerRunning() override;
+  void ProjectReplaced() override;
 
   // Group: the panels.
   mavro::MenuBar menus;
@@ -138,8 +145,10 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   ReferenceList resultList{"Result", cNoMark, editTabs};
   mavro::SplitContainer hSplit;
   mavro::SplitContainer vSplit;
-  mavro::TreeView classTree;
+  ClassTree classTree;
   ProjectTree projectTree;
+  const std::unique_ptr<SearchWindow> search;
+  DebugWindow debugWindow{*this};
 
  private:
   // Group: calls from the editors to the window.
@@ -147,6 +156,11 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void FrontChanged() override;
   void ShowWhyNoCopy(const std::string& reason) override;
   void FileOpened(const std::string& path) override;
+  void TabOpened(const std::string& path) override { debugWindow.TabOpened(path); }
+  void TabClosing(const std::string& path) override { debugWindow.TabClosing(path); }
+  void MarginClicked(const CppEditor& editor, int line) override {
+    debugWindow.MarginClicked(editor, line);
+  }
   void SaveProject() override;
   void SaveSession() override;
   void AskForNewFile() override;
@@ -178,6 +192,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void OnPaneButton(mavro::NotifyArgs& args);
   void OnToolButton(mavro::NotifyArgs& args);
   void OnBuildMode(mavro::ItemArgs& args);
+  void OnClassNode(mavro::NotifyArgs& args);
 
   void OnKeyPreview(mavro::NotifyArgs& args);
   MetNeeds NeedsMetNow();
@@ -186,6 +201,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void OpenStartupFiles();
   void TakePlacement();
   void ShowNote();
+  ReferenceList& WalkedList();
   void ShowPart(mavro::Control& part, bool on);
 
   std::vector<StartupFile> startup;

@@ -8,6 +8,7 @@
 #include "frame/MainForm.h"
 #include "frame/PictureStrips.h"
 #include "frame/PrjActs.h"
+#include "frame/SearchWindow.h"
 #include "frame/ToolActs.h"
 #include "help/HelpActs.h"
 #include "project/Project.h"
@@ -154,7 +155,9 @@ void MainForm::OnPaneButton(mavro::NotifyArgs& args) {
 }
 
 void MainForm::OnStop(int id) {
-  if (id == cStopBuildCommand)
+  if (id == cStopSearchCommand)
+    search->commands.RequestStop();
+  else if (id == cStopBuildCommand)
     theBuildActs.OnCommand(id);
   else
     theDebugger.OnCommand(id);

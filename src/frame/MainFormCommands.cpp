@@ -2,9 +2,12 @@
 #include <utility>
 
 #include "base/Paths.h"
+#include "browser/BrowserActs.h"
 #include "build/BuildActs.h"
 #include "config/IdeSession.h"
+#include "debug/Debugger.h"
 #include "frame/MainForm.h"
+#include "frame/SearchWindow.h"
 #include "project/Project.h"
 
 // The main window: which of its commands can act now.
@@ -49,11 +52,28 @@ MetNeeds MainForm::NeedsMetNow() {
   const auto set = [&now](Needs needs, bool on) { now[static_cast<size_t>(needs)] = on; };
   set(Needs::cProject, theProject.isOpen);
   set(Needs::cProjectOrSource, theProject.isOpen);
-  set(Needs::cErrors, errorList.RowCount() > 0);
+  set(Needs::cErrors, errorList.RowCount() > 0 || resultList.RowCount() > 0);
+  set(Needs::cReplaceUndo, search->CanUndo());
   set(Needs::cRecentFiles, !theIdeSession.recentFiles.items.empty());
   set(Needs::cRecentProjects, !theIdeSession.recentProjects.items.empty());
   set(Needs::cHiddenLeftPanel, !leftPanel.visible);
   set(Needs::cHiddenBottomPanel, !bottomPanel.visible);
+  const mavro::TreeNode* classNode = classTree.Selected();
+  set(Needs::cClassNode, classNode && classNode->parent);
+  set(Needs::cPlaceBehind, theBrowserActs.CanGoBack());
+  set(Needs::cPlaceAhead, theBrowserActs.CanGoForward());
+  const DebugState state = debugWindow.ShownState();
+  const bool isIdle = state == DebugState::cNotRunning;
+  const bool isPaused = state == DebugState::cPaused;
+  const auto& watched =
+      theDebugger.watches.lists[static_cast<size_t>(debugWindow.CurrentWatchList())];
+  set(Needs::cBreakpoints, !theDebugger.breakpoints.entries.empty());
+  set(Needs::cWatches, !watched.empty());
+  set(Needs::cPaused, isPaused);
+  set(Needs::cRunning, state == DebugState::cRunning);
+  set(Needs::cSession, !isIdle);
+  set(Needs::cStep, isPaused || (isIdle && theProject.isOpen));
+  set(Needs::cRunPlain, isIdle && theProject.isOpen);
   const EditTab* tab = editTabs.Active();
   set(Needs::cTabOrProject, tab || theProject.isOpen);
   if (!tab) return now;
@@ -74,6 +94,12 @@ MetNeeds MainForm::NeedsMetNow() {
   const bool isSource = IsBuildSourceNow(editor.fileName);
   set(Needs::cBuildSource, isSource);
   set(Needs::cProjectOrSource, theProject.isOpen || isSource);
+  const bool isBreakable = !editor.fileName.empty() && editor.language;
+  set(Needs::cBreakableLine, isBreakable);
+  const bool canStep = isPaused || (isIdle && (theProject.isOpen || isSource));
+  set(Needs::cStep, canStep);
+  set(Needs::cStepInSource, canStep && isBreakable);
+  set(Needs::cRunPlain, isIdle && canStep);
   return now;
 }
 

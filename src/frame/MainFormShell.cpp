@@ -43,12 +43,18 @@ void MainForm::ShowErrorRow(int row) {
   errorList.ShowRow(row);
 }
 
+// The results of a search as long as their page is in front.
+ReferenceList& MainForm::WalkedList() {
+  const bool hasResults = bottomTabs.selectedIndex == cResultPage && resultList.RowCount() > 0;
+  return hasResults ? resultList : errorList;
+}
+
 void MainForm::GoToNextError() {
-  errorList.GoNext();
+  WalkedList().GoNext();
 }
 
 void MainForm::GoToPreviousError() {
-  errorList.GoPrev();
+  WalkedList().GoPrev();
 }
 
 void MainForm::ShowBottomPage(BottomPage page) {
@@ -57,14 +63,17 @@ void MainForm::ShowBottomPage(BottomPage page) {
 
 void MainForm::AddTreeNode(const std::string& path, int nodeId, int type) {
   projectTree.AddNode(path, nodeId, type);
+  classTree.TagsChanged();
 }
 
 void MainForm::RemoveTreeNode(int nodeId) {
   projectTree.RemoveFileNode(nodeId);
+  classTree.TagsChanged();
 }
 
 void MainForm::ClearTree() {
   projectTree.Clear();
+  classTree.TagsChanged();
 }
 
 void MainForm::SelectTreeRoot() {
@@ -171,6 +180,10 @@ bool MainForm::IsDebuggerRunning() {
   return theDebugger.IsRunning();
 }
 
+void MainForm::ProjectReplaced() {
+  theDebugger.Reset();
+}
+
 void MainForm::Say(const std::string& said) {
   SetStatus(said, "");
 }
@@ -205,19 +218,19 @@ void MainForm::AskForNewFile() {
 }
 
 mavro::ContextMenu& MainForm::TextMenu() {
-  mavro::ContextMenu& menu = EditorTextMenu();
+  mavro::ContextMenu& menu = theDebugger.IsRunning() ? EditorDebugMenu() : EditorTextMenu();
   UpdateMenu(menu.root);
   return menu;
 }
 
 mavro::ContextMenu& MainForm::MarginMenu() {
-  mavro::ContextMenu& menu = EditorMarginMenu();
+  mavro::ContextMenu& menu = theDebugger.IsRunning() ? EditorDebugMenu() : EditorMarginMenu();
   UpdateMenu(menu.root);
   return menu;
 }
 
 bool MainForm::WantsValueTips() {
-  return theDebugger.IsRunning() && theIdeSession.debuggerTips;
+  return debugWindow.WantsValueTips();
 }
 
 void MainForm::ShowValueTip(const std::string& expression) {

@@ -3,6 +3,8 @@
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
 #include "editor/SourceTidy.h"
+#include "frame/MainForm.h"
+#include "frame/SearchWindow.h"
 
 namespace zendry {
 
@@ -14,8 +16,11 @@ using mavro::cShiftKey;
 using enum Offered;
 
 constexpr CommandRow cRows[] = {
-    {1005, "Find In Project", cControlKey | cShiftKey | 'F', cLater},
-    {1006, "Replace In Project", cControlKey | cShiftKey | 'R', cLater},
+    {cFindInProjectCommand, "Find In Project", cControlKey | cShiftKey | 'F', cNow,
+     WhileBuilding::cRefused},
+    {cReplaceInProjectCommand, "Replace In Project", cControlKey | cShiftKey | 'R', cNow,
+     WhileBuilding::cRefused},
+    {cUndoReplaceCommand, "&Undo replace in project", 0, cNow, WhileBuilding::cRefused},
     {mavro::cSeparatorRow},
     {cTidyCommand, "C++ source tidy", cControlKey | cShiftKey | cKeyF11, cNow,
      WhileBuilding::cRefused},
@@ -32,6 +37,10 @@ ToolActs theToolActs;
 ToolActs::ToolActs() : CommandList(cRows) {}
 
 void ToolActs::CarryOut(int id) {
+  ProjectSearch* search = theMainForm ? &theMainForm->search->commands : nullptr;
+  if (id == cFindInProjectCommand && search) return search->Find();
+  if (id == cReplaceInProjectCommand && search) return search->Replace();
+  if (id == cUndoReplaceCommand && search) return search->UndoReplace();
   EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (id == cTidyCommand && tab) tabs->Host()->Say(TidySource(*tab->editor));
 }

@@ -6,7 +6,10 @@ namespace zendry {
 
 class EditTabs;
 
+constexpr int cFindInProjectCommand = 1005;
+constexpr int cReplaceInProjectCommand = 1006;
 constexpr int cTidyCommand = 1007;
+constexpr int cUndoReplaceCommand = 1008;
 constexpr int cOpenDesignerCommand = 3290;
 
 // The commands of the menu "&Tools".

@@ -15,7 +15,7 @@ constexpr int cClassesPage = 1;
 
 // The commands of the rows before the last one, for each page.
 constexpr int cProjectIds[] = {cProjectOptionsCommand, cAddFileCommand, cRemoveFileCommand};
-constexpr int cBrowserIds[] = {1111, 1109, 1110};
+constexpr int cBrowserIds[] = {cOpenBrowserCommand, cAddMemberCommand, cDeleteMemberCommand};
 
 }  // namespace
 
@@ -36,8 +36,9 @@ ToolPanel::ToolPanel(mavro::TabCtrl& newTabs) : tabs(newTabs) {
 
 mavro::Action* ToolPanel::ActionOf(int row) const {
   if (row < cMainRow || row >= cCloseRow) return nullptr;
-  return tabs.selectedIndex == cClassesPage ? theBrowserActs.Find(cBrowserIds[row])
-                                            : thePrjActs.Find(cProjectIds[row]);
+  if (tabs.selectedIndex != cClassesPage) return thePrjActs.Find(cProjectIds[row]);
+  const int id = cBrowserIds[row];
+  return id == cDeleteMemberCommand ? &theBrowserActs.deleteMember : theBrowserActs.Find(id);
 }
 
 // The window decides which commands can act, once it exists.

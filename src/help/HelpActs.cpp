@@ -1,16 +1,19 @@
 #include "help/HelpActs.h"
 
+#include <utility>
+
+#include "base/HelpCommands.h"
+#include "help/AboutDlg.h"
+
 namespace zendry {
 
 namespace {
 
-using enum Offered;
-
 constexpr CommandRow cRows[] = {
-    {1700, "&About Zendry...", 0, cLater},
+    {cAboutCommand, "&About Zendry..."},
     {mavro::cSeparatorRow},
-    {1701, "&Programer help", mavro::cControlKey | cKeyF1, cLater},
-    {1112, "&Code word help", cKeyF1, cLater},
+    {cShowHelpCommand, "&Programer help", mavro::cControlKey | cKeyF1},
+    {cWordHelpCommand, "&Code word help", cKeyF1},
 };
 
 }  // namespace
@@ -18,5 +21,26 @@ constexpr CommandRow cRows[] = {
 HelpActs theHelpActs;
 
 HelpActs::HelpActs() : CommandList(cRows) {}
+
+void HelpActs::Bind(HelpFolders newFolders, std::function<void()> newWordHelp) {
+  folders = std::move(newFolders);
+  wordHelp = std::move(newWordHelp);
+}
+
+void HelpActs::Unbind() {
+  window.reset();
+  wordHelp = nullptr;
+}
+
+void HelpActs::showHelp(const char* word, const std::string& firstClass) {
+  if (!window) window = std::make_unique<HelpWindow>(folders);
+  window->showHelp(word, firstClass);
+}
+
+void HelpActs::CarryOut(int id) {
+  if (id == cAboutCommand) AboutDlg().Run(true);
+  if (id == cShowHelpCommand) showHelp(nullptr);
+  if (id == cWordHelpCommand && wordHelp) wordHelp();
+}
 
 }  // namespace zendry

@@ -5,6 +5,7 @@
 #include "base/Paths.h"
 #include "config/IdeSession.h"
 #include "lsp/LspSources.h"
+#include "project/StandAlone.h"
 
 namespace zendry {
 
@@ -96,6 +97,9 @@ void LspFolder::FollowIncludes(const std::vector<std::string>& folders) {
         place->second = std::move(path);
         break;
       }
+      // The commands may not say where it is.
+      if (isNew && place->second.empty()) place->second = FindIncluded(include, beside);
+      if (!Has(place->second)) continue;
       if (!place->second.empty()) AddFile(place->second);
     }
   }

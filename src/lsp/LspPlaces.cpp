@@ -1,9 +1,9 @@
-#include <algorithm>
 #include <optional>
 
 #include "FilePath.h"
 #include "FileText.h"
 #include "code/CallTip.h"
+#include "code/SymbolPlaces.h"
 #include "code/TextScanner.h"
 #include "lsp/LspAnswers.h"
 #include "lsp/LspUri.h"
@@ -11,8 +11,6 @@
 namespace zendry {
 
 namespace {
-
-constexpr char cPrototype = 'p', cFunction = 'f';
 
 Json PlaceJson(LspPlace place) {
   return {{"line", place.line}, {"character", place.column}};
@@ -76,48 +74,15 @@ Json Location(const LspQuestion& question, const std::string& path, int line,
   return {{"uri", uri}, {"range", NameRange(text, line, name, question.columns)}};
 }
 
-int CountParameters(std::string_view signature) {
-  return static_cast<int>(std::count(signature.begin(), signature.end(), ','));
-}
-
-// The tags with the name and owner of a function that are of a kind; those with as many parameters
-// if there are any.
-std::vector<const TagItem*> Counterparts(LspFolder& folder, const ResolveInfo& info, char kind) {
-  std::vector<const TagItem*> all, same;
-  const auto look = [&](std::vector<TagItem>& items, TagData& module) {
-    for (TagItem& item : items) {
-      if (item.kind != kind || item.name != info.name) continue;
-      item.module = &module;
-      all.push_back(&item);
-      if (CountParameters(item.signature) == CountParameters(info.signature)) same.push_back(&item);
-    }
-  };
-  for (TagData* module : folder.sources.Modules()) {
-    if (info.className.empty()) {
-      look(module->globals, *module);
-    } else if (const auto found = module->classes.find(info.className);
-               found != module->classes.end()) {
-      look(found->second.members, *module);
-    }
-  }
-  return same.empty() ? all : same;
-}
-
 // The file that the caret's line includes; empty if it includes none, or one that isn't known.
 std::string IncludedFile(const LspQuestion& question) {
   const std::string_view line =
       question.text.LineText(question.text.LineFromPosition(question.text.CaretPosition()));
-  const size_t sign = line.find_first_not_of(" \t");
-  if (sign == line.npos || line[sign] != '#') return "";
-  const size_t word = line.find_first_not_of(" \t", sign + 1);
-  if (word == line.npos || !line.substr(word).starts_with("include")) return "";
-  const size_t open = line.find_first_of("\"<", word);
-  if (open == line.npos) return "";
-  const size_t close = line.find(line[open] == '<' ? '>' : '"', open + 1);
-  if (close == line.npos) return "";
-  const std::string name(line.substr(open + 1, close - open - 1));
+  const std::optional<IncludeName> include = IncludeNameIn(line);
+  if (!include) return "";
+  const std::string& name = include->name;
   std::string found;
-  if (line[open] == '"') found = FindQuotedInclude(name, mavro::FolderOf(question.text.Path()));
+  if (include->isQuoted) found = FindIncluded({true, name}, mavro::FolderOf(question.text.Path()));
   return found.empty() ? question.folder.project.ResolveInclude(name) : found;
 }
 
@@ -200,20 +165,14 @@ Json TargetAnswer(const LspQuestion& question, LspTarget target) {
     return {Location(question, file, 0, "")};
   Json places = Json::array();
   const std::optional<WordRange> word = WordAt(question.text, question.text.CaretPosition());
-  const std::optional<ResolveInfo> info = word ? Resolve(question, *word) : std::nullopt;
-  if (!info) return places;
-  if (info->file.empty()) {
-    places.push_back(Location(question, question.text.Path(), info->line, info->name));
-    return places;
-  }
-  const char wanted = target == LspTarget::cDefinition ? cFunction : cPrototype;
-  const bool isOther =
-      info->kind != wanted && (info->kind == cPrototype || info->kind == cFunction);
-  if (isOther)
-    for (const TagItem* item : Counterparts(question.folder, *info, wanted))
-      places.push_back(Location(question, item->module->fileName, item->line - 1, item->name));
-  if (places.empty())
-    places.push_back(Location(question, info->file, info->targetLine, info->name));
+  if (!word) return places;
+  question.text.SetCaret(word->end - 1);
+  question.folder.sources.RefreshTags();
+  SymbolPlaces symbols(question.folder.completion.wizard, question.folder.sources);
+  const auto want = target == LspTarget::cDefinition ? SymbolPlaces::Want::cDefinition
+                                                     : SymbolPlaces::Want::cDeclaration;
+  for (const CodePlace& place : symbols.AtCaret(question.text, want).places)
+    places.push_back(Location(question, place.path, place.line, place.name));
   return places;
 }
 

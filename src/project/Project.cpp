@@ -33,11 +33,17 @@ void Project::SetShell(Shell* newShell) {
 void Project::SetInstallFolder(const std::string& newFolder) {
   installFolder = newFolder;
   if (installFolder.ends_with('/')) installFolder.pop_back();
+  cRefFile = installFolder + "/Defs/cref.tgd";
   stlRefFile = installFolder + "/Defs/stlref.tgd";
   mavroRefFile = installFolder + "/Defs/mavroref.tgd";
 }
 
 void Project::Init(const std::string& path, int newType) {
+  shell->ProjectReplaced();
+  Begin(path, newType);
+}
+
+void Project::Begin(const std::string& path, int newType) {
   type = newType;
   SetDefaultOptions(newType);
   isOpen = true;
@@ -68,7 +74,7 @@ void Project::OpenSingleFile(const std::string& path) {
   const std::string fullPath = TidyPath(AbsolutePath(path));
   implicit = true;
   Clear();
-  Init(ChangeExtension(fullPath, "zpj"), cConsole);
+  Begin(ChangeExtension(fullPath, "zpj"), cConsole);
   AddFile(BaseName(fullPath));
   shell->SelectTreeRoot();
   shell->TagsChanged();

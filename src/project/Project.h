@@ -149,6 +149,7 @@ class Project : public mavro::object {
   std::string resourceFile;
   std::string folder;
   std::string outputFolder;
+  std::string cRefFile;
   std::string stlRefFile;
   std::string mavroRefFile;
   int32_t type = cConsole;
@@ -169,6 +170,7 @@ class Project : public mavro::object {
   // Files by name; for equal names, the file that was added first. The keys point into the files.
   using NameIndex = std::unordered_map<std::string_view, ProjectFile*>;
 
+  void Begin(const std::string& path, int newType);
   void AddResourceFile(const std::string& path);
   void ReadTags(ProjectFile& file);
   void EnsureIndex() const;

@@ -137,6 +137,7 @@ bool Project::Close() {
     if (cancelled || (save && !Save(false))) return false;
   }
   shell->CloseAllFiles();
+  shell->ProjectReplaced();
   Clear();
   return true;
 }

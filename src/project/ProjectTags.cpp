@@ -132,6 +132,7 @@ TagData& Project::ModuleOf(const std::string& path) {
 void Project::LoadReferences() {
   if (!storesTags) return;
   const ParserLog log(shell);
+  tags.loadReference(cRefFile);
   tags.loadReference(stlRefFile);
   if (type == cFormApplication) tags.loadReference(mavroRefFile);
 }

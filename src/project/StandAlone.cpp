@@ -20,11 +20,12 @@ constexpr int cFoldersAbove = 4;
 
 }  // namespace
 
-std::string FindQuotedInclude(const std::string& name, const std::string& fromFolder) {
+std::string FindIncluded(const IncludeRec& include, const std::string& fromFolder) {
   std::string folder = fromFolder;
   for (int above = 0; above <= cFoldersAbove && !folder.empty(); ++above) {
     for (const char* within : {"", "include/"}) {
-      std::string path = TidyPath(folder + within + name);
+      if (!include.quoted && !*within) continue;
+      std::string path = TidyPath(folder + within + include.name);
       if (mavro::FileExists(path)) return path;
     }
     folder.pop_back();
@@ -61,7 +62,7 @@ void StandAlone::Follow(const TagData& front) {
   std::vector<const TagData*> queue = {&front};
   for (size_t next = 0; next < queue.size(); ++next)
     for (const IncludeRec& include : queue[next]->includes) {
-      if (!include.quoted || modules.size() > cMostIncluded) continue;
+      if (modules.size() > cMostIncluded) continue;
       const std::string& path = Resolve(include, mavro::FolderOf(queue[next]->fileName));
       if (path.empty() || project.FindFile(path) || !reached.insert(path).second) continue;
       Included* file = Read(path);
@@ -74,8 +75,9 @@ void StandAlone::Follow(const TagData& front) {
 
 // The disk is asked once for each name, until another file is in front.
 const std::string& StandAlone::Resolve(const IncludeRec& include, const std::string& fromFolder) {
-  const auto [known, isNew] = resolved.try_emplace(fromFolder + '\n' + include.name);
-  if (isNew) known->second = FindQuotedInclude(include.name, fromFolder);
+  const auto [known, isNew] =
+      resolved.try_emplace(fromFolder + (include.quoted ? "\n" : "\r") + include.name);
+  if (isNew) known->second = FindIncluded(include, fromFolder);
   return known->second;
 }
 

@@ -14,7 +14,7 @@ class FilesShell;
 class Project;
 
 // The tags of a file in front that is not in the project, or that is open without a project, and
-// of the files that it includes by their quoted names, as far as the project has them not.
+// of the files that it includes, as far as the project has them not.
 class StandAlone {
  public:
   // Both must outlive it.
@@ -48,8 +48,8 @@ class StandAlone {
   std::map<std::string, std::string> resolved;  // include and folder to its file, for this front
 };
 
-// The file that a quoted include of a file stands for: beside the file, or in one of the few
-// folders above it or their "include". Empty if there is none.
-std::string FindQuotedInclude(const std::string& name, const std::string& fromFolder);
+// The file that an include of a file stands for: a quoted one beside the file, or in one of the few
+// folders above it or their "include"; others in these "include" only. Empty if there is none.
+std::string FindIncluded(const IncludeRec& include, const std::string& fromFolder);
 
 }  // namespace zendry

@@ -116,7 +116,8 @@ void TagC::EndClassBlock(Statement& st, const UnnamedBlock& unnamed) {
                                           KindOf(language, TagTypeOf(st.declaration)).letter,
                                           theCpp.lines.tagLine);
   } else if (unnamed.isNoted && !unnamed.outerName.empty() && st.scope != SCOPEKIND_TYPEDEF) {
-    theTagParser.MoveMembers(unnamed.name, unnamed.memberCount, unnamed.outerName);
+    theTagParser.MoveMembers(unnamed.name, unnamed.memberCount, unnamed.outerName,
+                             AccessText(st.access)[2]);
   } else if (isVariable && st.openedName.IsName()) {
     FindFullScope(st);
     st.blockType = fullScope;

@@ -149,6 +149,7 @@ class TagC {
   // Tags (TagMake.cpp).
   void tagFunction(Statement& st, const Token& token);
   void tagVariable(Statement& st, const Token& token);
+  void NoteMemberMacro(Statement& st, const Token& token);
   bool HasTypeOfMember(Statement& st, const Token& token) const;
   void MakeTag(Statement& st, const Token& token, bool isFileScope, TagType type);
   void FindScope(Statement& st);

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -12,6 +13,7 @@
 
 namespace zendry {
 
+class LibraryNames;
 class TagData;
 struct TagClass;
 
@@ -23,7 +25,7 @@ struct TagItem {
   // Third letter of the access: i private or friend, o protected, b public, f default, c local,
   // ? unknown; 0 for none, 1 for every member that was read from a cache.
   int access = 0;
-  std::string text;  // free
+  std::string text;  // namespace of a name in LibraryNames; else free
   std::string name;
   std::string signature;      // parameter list with its parentheses; empty if it isn't a function
   std::string type;           // name of the type it was declared with
@@ -38,6 +40,7 @@ struct TagClass : TagItem {
   int serial = 0;           // order of appearance in its store, from 1
   std::string inheritance;  // base names, joined by commas
   std::vector<TagItem> members;
+  std::vector<std::string> macros;  // names alone in the block, which may bring members
 };
 
 // A header of a reference library.
@@ -80,6 +83,7 @@ class TagData {
   bool saveCache = false;
   std::set<std::string> loaded;  // definition files that have been read
   std::vector<HeaderRec> headers;
+  std::vector<std::shared_ptr<LibraryNames>> names;  // of its libraries, in no class
 
  private:
   static inline uint64_t lastGeneration = 0;

@@ -88,7 +88,7 @@ void TagC::tagVariable(Statement& st, const Token& token) {
     if (IsJavaOrCSharp())
       MakeTag(st, token, isPrivate, cField);
     else if (IsCOrCpp() && !HasTypeOfMember(st, token))
-      return;
+      NoteMemberMacro(st, token);
     else if (st.scope == SCOPEKIND_GLOBAL || isStatic)
       MakeTag(st, token, true, cMember);
   } else if (st.scope == SCOPEKIND_EXTERN || !st.seen.typeSeen) {
@@ -96,6 +96,11 @@ void TagC::tagVariable(Statement& st, const Token& token) {
   } else {
     MakeTag(st, token, isStatic, st.seen.inFunction ? cLocal : cVariable);
   }
+}
+
+void TagC::NoteMemberMacro(Statement& st, const Token& token) {
+  FindFullScope(st);
+  theTagParser.AddMemberMacro(fullScope, token.name);
 }
 
 // False for a word alone in a class, which is a macro.

@@ -20,6 +20,7 @@ TagParser theTagParser;
 namespace {
 
 constexpr size_t cLongestExtension = 3;
+constexpr int cPrivateLetter = 'i', cProtectedLetter = 'o';
 constexpr size_t cAccessLetter = 2;  // the letter that is different in each access text
 
 bool IsClassLike(char kind) {
@@ -137,11 +138,18 @@ size_t TagParser::MemberCount(std::string_view className) const {
   return found == tagData->classes.end() ? 0 : found->second.members.size();
 }
 
-void TagParser::MoveMembers(std::string_view from, size_t first, std::string_view to) {
+void TagParser::AddMemberMacro(std::string_view className, std::string_view name) {
+  const auto found = tagData->classes.find(className);
+  if (found != tagData->classes.end()) found->second.macros.emplace_back(name);
+}
+
+void TagParser::MoveMembers(std::string_view from, size_t first, std::string_view to, int access) {
   const auto target = tagData->classes.find(to);
   if (target == tagData->classes.end() || from == to || first >= MemberCount(from)) return;
   std::vector<TagItem>& members = EnsureClass(from).members;
   const auto begin = members.begin() + static_cast<std::ptrdiff_t>(first);
+  const bool isHidden = access == cPrivateLetter || access == cProtectedLetter;
+  for (auto member = begin; isHidden && member != members.end(); ++member) member->access = access;
   std::move(begin, members.end(), std::back_inserter(target->second.members));
   members.erase(begin, members.end());
 }

@@ -45,8 +45,11 @@ class TagParser {
   // How many members the class of that name has so far; how many globals the store has, for "".
   size_t MemberCount(std::string_view className) const;
   // Moves the members from that number on to another class, whose name they are reached by: those
-  // of a union or structure that has neither a name nor a variable.
-  void MoveMembers(std::string_view from, size_t first, std::string_view to);
+  // of a union or structure that has neither a name nor a variable. `access` is the letter of that
+  // in the other class.
+  void MoveMembers(std::string_view from, size_t first, std::string_view to, int access);
+  // Notes a name alone in the block of a class.
+  void AddMemberMacro(std::string_view className, std::string_view name);
   // Moves the data and functions from that number on to a new class without a name: those of the
   // type of a variable, or of an alias. `from` is "" for the globals. Returns the name by which the
   // store has the class, which no other text uses.

@@ -12,6 +12,7 @@
 #include "base/Paths.h"
 #include "base/TextMark.h"
 #include "base/XmlTag.h"
+#include "tags/LibraryNames.h"
 #include "tags/TagCache.h"
 #include "tags/TagData.h"
 #include "tags/TagParser.h"
@@ -144,6 +145,7 @@ void TagData::loadReference(const std::string& path) {
   for (HeaderRec& header : library.headers) header.path = FullHeaderPath(header.path, path);
   if (loaded.empty()) clear();
   Add(*this, std::move(library));
+  names.push_back(std::make_shared<LibraryNames>(NamesPath(path)));
   loaded.insert(path);
 }
 

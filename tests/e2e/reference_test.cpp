@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -10,6 +11,7 @@
 
 #include "TempFolder.h"
 #include "ZendryMakeRun.h"
+#include "tags/LibraryNames.h"
 #include "tags/TagData.h"
 
 // The reference libraries that the build makes: what the store has of common classes, beside a list
@@ -93,6 +95,24 @@ void ExpectShares(TagData& data) {
   }
 }
 
+struct Function {
+  std::string space;  // empty for those outside of all namespaces
+  std::string name;
+};
+
+std::vector<Function> Functions() {
+  std::vector<Function> functions;
+  std::ifstream list(REFERENCE_DATA "/standard-functions.txt");
+  for (std::string line; std::getline(list, line);) {
+    if (line.empty() || line.front() == '#') continue;
+    std::istringstream fields(line);
+    std::string space, bar;
+    fields >> space >> bar;
+    for (std::string name; fields >> name;) functions.push_back({space == "-" ? "" : space, name});
+  }
+  return functions;
+}
+
 // The definitions without their compiled tags.
 std::string CopyDefinitions(const test::TempFolder& folder) {
   fs::copy(REFERENCES, folder.Path("Defs"), fs::copy_options::recursive);
@@ -164,6 +184,44 @@ TEST(Reference, Definition_NamesItsCompiler) {
   std::string line;
   std::getline(file, line);
   EXPECT_TRUE(line.starts_with("<library n=\"libstdc++ ")) << line;
+}
+
+TEST(Reference, ListedFunctions_AreConfirmedByTheCompiler) {
+  std::string text;
+  for (const char* name : {"c.c", "stl.cpp"}) {
+    std::ifstream source(std::string(REFERENCE_SOURCES "/") + name);
+    for (std::string line; std::getline(source, line);)
+      if (line.starts_with("#") && !line.ends_with("include <stdatomic.h>")) text += line + "\n";
+  }
+  for (const Function& function : Functions())
+    text += std::string("namespace from_") + (function.space.empty() ? "c" : "std") + " { using " +
+            function.space + "::" + function.name + "; }\n";
+  const test::TempFolder folder;
+  const std::string source = folder.Write("probe.cpp", text);
+  const test::Ended ended =
+      test::Program({"/usr/bin/g++", "-std=c++20", "-w", "-fsyntax-only", source}, folder.Path())
+          .Wait();
+  EXPECT_EQ(ended.status, 0) << ended.err.substr(0, 3000);
+}
+
+TEST(Reference, ListedFunctions_AreAmongTheNames) {
+  TagData data;
+  data.loadReference(REFERENCES "/cref.tgd");
+  data.loadReference(REFERENCES "/stlref.tgd");
+  size_t count = 0;
+  for (const Function& function : Functions()) {
+    const std::string space = function.space.substr(function.space.rfind(':') + 1);
+    std::vector<zendry::TagItem*> found;
+    for (const auto& names : data.names) names->Find(found, space, function.name);
+    const bool hasParameters = std::any_of(found.begin(), found.end(), [](const auto* item) {
+      return item->signature.starts_with("(");
+    });
+    EXPECT_TRUE(hasParameters) << function.space << "::" << function.name;
+    ++count;
+  }
+  EXPECT_GE(count, 250u);
+  for (const char* name : {"tm", "stat", "timespec", "sockaddr_in", "pollfd", "dirent"})
+    EXPECT_NE(data.findClass(name), nullptr) << name;
 }
 
 TEST(Reference, BothLibraries_StandInOneStore) {

@@ -5,13 +5,15 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include "FileText.h"
+#include "tags/LibraryNames.h"
 #include "tags/TagData.h"
 #include "tags/TagReference.h"
 
 // Loads a definition of a reference library, in a folder with one header that it may name, and what
-// it has compiled once more.
+// it has compiled once more. The same bytes are read as a file of names, too.
 
 namespace {
 
@@ -28,6 +30,19 @@ struct Folder {
   std::string path = (std::filesystem::temp_directory_path() / "tgd-fuzz-XXXXXX").string();
 };
 
+// What is listed begins as asked, and is found.
+void AskForNames(zendry::LibraryNames& names) {
+  for (const char* space : {"", "std"})
+    for (const char* prefix : {"", "a", "ze"}) {
+      std::vector<zendry::TagItem*> listed, found;
+      names.List(listed, space, prefix);
+      for (const zendry::TagItem* item : listed) {
+        if (!item->name.starts_with(prefix) || item->text != space) std::abort();
+        if (names.HasNamespace(space)) names.Find(found, space, item->name);
+      }
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
@@ -41,5 +56,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   compiled.loadReference(definition);
   if (compiled.headers.size() != parsed.headers.size()) std::abort();
   if (compiled.classes.size() != parsed.classes.size()) std::abort();
+  zendry::LibraryNames names(definition);
+  AskForNames(names);
   return 0;
 }

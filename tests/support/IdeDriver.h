@@ -57,7 +57,9 @@ class IdeDriver {
   IdeDriver() : savedFolder(std::filesystem::current_path()) {
     zendry::theProject.modified = false;
     zendry::theProject.mode = zendry::cRelease;
+    zendry::theProject.programParams.clear();
     zendry::theIdeConfig = {};
+    zendry::theDebugger.Reset();
   }
   ~IdeDriver() {
     zendry::theIdeConfig = {};

@@ -28,6 +28,7 @@ class ComboBox : public Control {
   WriteProperty<bool> chooseOnly;  // the user can't type any other text
   // By the user only, not by assignment; row and value: the selected index.
   ItemEvent onSelChanged;
+  NotifyEvent onChange;  // the user has typed into the text
 };
 
 }  // namespace mavro

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,12 @@ class ListView : public Control {
   void AddColumn(const std::string& title, int width) { columns.Add(title, width); }
   // Appends a row and returns its index.
   int AddRow(const std::string& firstCell);
+  // Appends a row with its cells, at most as many as there are columns.
+  int AddCells(std::vector<std::string> cells);
+  // Appends rows whose cells are made when they are first shown or read, by `lateCells`: for lists
+  // of so many rows that most are never seen. Their item data are numbers from `firstData` on.
+  void AddLateRows(int firstData, int count);
+  std::function<std::vector<std::string>(int data)> lateCells;
   void RemoveRow(int row);
   // Row and column must exist. Row -1 means none, as in selectedIndex: it has no cells and no data,
   // and setting them has no effect.
@@ -52,6 +59,12 @@ class ListView : public Control {
   // Picture of a row's first cell, an index in `imageList`; -1 for none.
   void SetItemImage(int row, int image);
   int GetItemImage(int row) const;
+  // Shows a cell in a colour and weight that catch the eye, as for a value that has just changed.
+  void MarkCell(int row, int col, bool on);
+  bool IsCellMarked(int row, int col) const;
+  // The text of a cell's tip, for a cell that holds only a part of it; empty: the cell's own text.
+  // A tip shows when the mouse rests on a cell that doesn't show its text whole.
+  void SetCellTip(int row, int col, const std::string& tip);
   void Clear();  // all rows
   // Selects a row and scrolls it into view; -1 selects none.
   void Select(int row);

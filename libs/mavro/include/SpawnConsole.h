@@ -52,6 +52,8 @@ class SpawnConsole : public object {
   void Terminate();
   // Sends the interrupt of Ctrl+C to the attached child's group; false if there is none.
   bool Interrupt();
+  // The process id of the attached child, which is also its group's; 0 for none.
+  int ProcessId() const;
   // Reads the output of the attached child so far, about a megabyte at most so that windows stay
   // responsive; never blocks. A handler called from here may use this object in any way and even
   // destroy it.

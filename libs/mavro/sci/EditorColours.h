@@ -27,6 +27,7 @@ enum EditorColour {
   cPlaceGround,       // a place that a list has shown
   cLeftOutGround,     // text that the preprocessor leaves out
   cUnfinishedGround,  // a string without an end
+  cFoundGround,       // a hit of the search whose dialog is open
   cEndOfGrounds,
   // Pairs of an ink and its ground.
   cBraceInk = cEndOfGrounds,
@@ -62,12 +63,12 @@ constexpr EditorColourRow cEditorColours[] = {
     {cCaretLineGround, 0xF1F5FA, 0x292D33},  {cSelectionGround, 0xD3E5FA, 0x283C58},
     {cErrorGround, 0xFDE7E7, 0x452629},      {cExecutionGround, 0xE0F3DE, 0x243B2A},
     {cPlaceGround, 0xE6E9FF, 0x2B3350},      {cLeftOutGround, 0xF3F3F3, 0x282828},
-    {cUnfinishedGround, 0xF8E8F5, 0x402C3D}, {cBraceInk, 0x0000D0, 0xBFD4FF},
-    {cBraceGround, 0xC8DEF8, 0x35506F},      {cMarginInk, 0x62676D, 0x9AA2AB},
-    {cMarginGround, 0xF2F3F5, 0x25282D},     {cTipInk, 0x1C1C1C, 0xE2E4E7},
-    {cTipGround, 0xFAFAF4, 0x2C3138},        {cTipArgumentInk, 0x0000D0, 0x8FB4FF},
-    {cGuideLine, 0xC8CDD3, 0x4A5058},        {cFoldLine, 0x80868D, 0x8A929B},
-    {cBlankSign, 0x8C939B, 0x7A828C},
+    {cUnfinishedGround, 0xF8E8F5, 0x402C3D}, {cFoundGround, 0xFFF0A8, 0x3F3A12},
+    {cBraceInk, 0x0000D0, 0xBFD4FF},         {cBraceGround, 0xC8DEF8, 0x35506F},
+    {cMarginInk, 0x62676D, 0x9AA2AB},        {cMarginGround, 0xF2F3F5, 0x25282D},
+    {cTipInk, 0x1C1C1C, 0xE2E4E7},           {cTipGround, 0xFAFAF4, 0x2C3138},
+    {cTipArgumentInk, 0x0000D0, 0x8FB4FF},   {cGuideLine, 0xC8CDD3, 0x4A5058},
+    {cFoldLine, 0x80868D, 0x8A929B},         {cBlankSign, 0x8C939B, 0x7A828C},
 };
 
 constexpr ColourPair ColourOf(EditorColour colour) {

@@ -31,6 +31,7 @@ struct EditorOptions {
   bool lineAboveOpenFolds = false;  // a line is drawn above each, and none below closed ones
   bool foldPreprocessor = false;
   bool bookmarkMargin = true;
+  bool marginClicks = false;  // a click in that margin calls onMarginClick
   bool monospaced = false;
   int keywordStyle = 10;  // styles whose words decide about indentation
   int operatorStyle = 10;

@@ -43,6 +43,7 @@ struct TipState {
   std::string shownText;          // in the tip's window
   int shownPosition = 0;
   bool isReplaced = false;  // something else is shown there
+  int mouseRests = -1;      // the byte under the mouse; -1 while it moves
   int closedCall = -1;      // the bracket of the call whose tip the user has closed
 };
 

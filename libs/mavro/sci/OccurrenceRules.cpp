@@ -1,21 +1,15 @@
 #include "OccurrenceRules.h"
 
 #include <algorithm>
-#include <cctype>
+
+#include "WordBytes.h"
 
 namespace mavro {
 
 namespace {
 
-// Letters beyond ASCII are parts of words.
-bool IsWordByte(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return byte >= 0x80 || std::isalnum(byte) || c == '_';
-}
-
 bool IsWholeWord(std::string_view text, size_t start, size_t end) {
-  if (start > 0 && IsWordByte(text[start - 1])) return false;
-  if (end < text.size() && IsWordByte(text[end])) return false;
+  if (!StandsAlone(text, start, end)) return false;
   return std::all_of(text.begin() + static_cast<ptrdiff_t>(start),
                      text.begin() + static_cast<ptrdiff_t>(end), IsWordByte);
 }

@@ -1,3 +1,6 @@
+#include "EditReplaceDlg.h"
+#include "FindCommands.h"
+#include "FindTextDlg.h"
 #include "GoToLineDlg.h"
 #include "LineCommands.h"
 #include "MacroLines.h"
@@ -52,6 +55,15 @@ struct ActionRow {
   void (*act)(Editor& editor, SciEditor& control);
 };
 constexpr ActionRow cActions[] = {
+    {cSciFind, [](Editor&, SciEditor& control) { AskAndFind(control); }},
+    {cSciFindSelection,
+     [](Editor&, SciEditor& control) { FindSelection(control, FindWay::cForward); }},
+    {cSciFindSelectionBack,
+     [](Editor&, SciEditor& control) { FindSelection(control, FindWay::cBackward); }},
+    {cSciFindRepeat, [](Editor&, SciEditor& control) { FindNext(control, FindWayOfDialog()); }},
+    {cSciFindPrevious,
+     [](Editor&, SciEditor& control) { FindNext(control, Opposite(FindWayOfDialog())); }},
+    {cSciReplace, [](Editor&, SciEditor& control) { AskAndReplace(control); }},
     {cSciGoToLine, [](Editor&, SciEditor& control) { AskGoToLine(control); }},
     {cSciToggleBookmark,
      [](Editor&, SciEditor& control) { control.ToggleBookmark(control.CaretLine()); }},

@@ -2,9 +2,14 @@
 
 namespace mavro {
 
-// The editing commands that an editor carries out itself, by the ids of the menu's table. The rows
-// of find, replace and print belong to their dialogs.
+// The editing commands that an editor carries out itself, by the ids of the menu's table.
 enum SciCommand {
+  cSciFind = 801,
+  cSciFindSelection = 802,
+  cSciFindSelectionBack = 803,
+  cSciFindRepeat = 804,
+  cSciFindPrevious = 805,
+  cSciReplace = 806,
   cSciGoToLine = 807,
   cSciToggleBookmark = 808,
   cSciNextBookmark = 809,

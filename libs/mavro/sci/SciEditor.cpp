@@ -21,6 +21,8 @@ void SciEditor::onTextWillChange(long, long, long) {}
 
 void SciEditor::onDwell(int) {}
 
+void SciEditor::onMarginClick(int) {}
+
 ListNote SciEditor::getListNote(const std::string&) {
   return {};
 }

@@ -21,10 +21,11 @@
 namespace mavro {
 
 class SciText;
+class TextFinder;
 struct SciNotification;
 
 // The sign in the margin beside a marked line.
-enum class MarkSign { cNone, cError, cArrow };
+enum class MarkSign { cNone, cError, cArrow, cDisc, cRing };
 
 // The look of lines with a marker: a ground of this colour under the text, and a sign beside it.
 struct MarkType {
@@ -33,6 +34,7 @@ struct MarkType {
   MarkSign sign = MarkSign::cNone;
   bool enabled = true;
   bool exclusive = true;  // at most one line of the text has it
+  bool hasGround = true;
 };
 
 // The changes that a save makes to the text before it is written.
@@ -65,6 +67,9 @@ class SciEditor : public Control {
   virtual void onTextWillChange(long position, long removed, long added);
   virtual void onSavePointChanged() {}
   virtual void onDwell(int position);
+  // The user has clicked beside a line, in the margin of the bookmarks; only with the option
+  // marginClicks.
+  virtual void onMarginClick(int line);
   // Lists the names that fit after `text`, the text left of the caret. The names have blanks
   // between them; each has "?" and the number of its picture after it, see cListPictures.
   virtual bool getCompletion(std::string& text, std::string& list);
@@ -173,6 +178,15 @@ class SciEditor : public Control {
   // Puts a marker of the table on a line; an exclusive marker is removed from its former line.
   void SetLineMark(int number, int line);
   void RemoveLineMarks(int number);
+  // Puts the sign of a marker of the table beside a line; any number of lines may have it. Answers
+  // the sign's handle, which is above 0. The sign follows its line, also when the line is moved,
+  // and goes with it.
+  int AddSign(int number, int line);
+  // The line of a sign; -1 if it has gone with its line: then it doesn't come back.
+  int SignLine(int handle);
+  // Gives a sign the look of another marker.
+  void ChangeSign(int handle, int number);
+  void RemoveSign(int handle);
 
   // Group: commands. Runs a command by its id; false if it is not a command of the editor.
   bool OnCommand(int id);
@@ -185,12 +199,25 @@ class SciEditor : public Control {
   // Selects the next such place too, or first the word at the caret. False if there is no other.
   bool AddNextOccurrence();
 
+  // Group: search.
+  // Marks all hits and returns their number; counts up to cMostHits of them and marks up to
+  // cMostMarked, in a longer list those around the lines in view. -1 if the search was given up.
+  static constexpr int cMostHits = 1'000'000;
+  static constexpr int cMostMarked = 10'000;
+  int MarkHits(const TextFinder& finder);
+  void UnmarkHits();
+  // The shown text, until the next change or message.
+  std::string_view ShownText() const;
+
   // Group: completion, call tips, indentation.
   // Offers the names that may follow; true if a list is open.
   bool startCompletion();
   // Shows the tip of the call around the caret, and lets it follow the caret.
   void startCallTip();
   void updateCallTip();
+  // Shows a text as a tip where the mouse rests, for an answer that comes some time after onDwell.
+  // False, with nothing shown, if the mouse has moved meanwhile.
+  bool ShowMouseTip(const std::string& text);
   // Offers the words of the text that begin with the word left of the caret; true if a list is
   // open.
   bool startWordCompletion(WordOffer offer);

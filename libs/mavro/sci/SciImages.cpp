@@ -73,6 +73,50 @@ static const char *image[] = {
 };
 )xpm";
 
+const char* const cDiscImage = R"xpm(/* XPM */
+static const char *image[] = {
+"13 13 3 1",
+"  c None",
+". c #A40000",
+"+ c #DD3333",
+"    .....    ",
+"   .+++++.   ",
+"  .+++++++.  ",
+" .+++++++++. ",
+".+++++++++++.",
+".+++++++++++.",
+".+++++++++++.",
+".+++++++++++.",
+".+++++++++++.",
+" .+++++++++. ",
+"  .+++++++.  ",
+"   .+++++.   ",
+"    .....    "
+};
+)xpm";
+
+const char* const cRingImage = R"xpm(/* XPM */
+static const char *image[] = {
+"13 13 3 1",
+"  c None",
+". c #A40000",
+"+ c #DD3333",
+"    .....    ",
+"   .+++++.   ",
+"  .++   ++.  ",
+" .+       +. ",
+".++       ++.",
+".+         +.",
+".+         +.",
+".+         +.",
+".++       ++.",
+" .+       +. ",
+"  .++   ++.  ",
+"   .+++++.   ",
+"    .....    "
+};
+)xpm";
+
 namespace {
 
 constexpr int cLetterRows = 6, cLetterColumns = 6;

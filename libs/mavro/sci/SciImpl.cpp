@@ -9,6 +9,7 @@ namespace mavro {
 
 namespace {
 
+constexpr int cBookmarkMargin = 1;
 constexpr int cFoldMargin = 2;
 constexpr int cUpperArrow = 1;  // of a tip
 // The changes that the component reports. The two notifications after an insertion and a deletion
@@ -127,6 +128,7 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
       break;
     case SCN_MARGINCLICK:
       if (n.margin == cFoldMargin) ToggleFold(LineOf(n.position));
+      if (n.margin == cBookmarkMargin) editor.onMarginClick(LineOf(n.position));
       break;
     case SCN_DOUBLECLICK:
       if (standIns.At(n.position) >= 0) ShowLongLineAt(n.position);
@@ -134,10 +136,12 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
     case SCN_DWELLSTART:
       mouseX = n.x;
       mouseY = n.y;
+      tips.mouseRests = n.position;
       if (n.position > 0) editor.onDwell(n.position);
       tips.isReplaced = tips.open && !Send(SCI_CALLTIPACTIVE);
       break;
     case SCN_DWELLEND:
+      tips.mouseRests = -1;
       // A value that was shown under the mouse has taken the tip's window.
       if (tips.isReplaced) tips.shownText.clear();
       if (tips.open) FollowTip();
@@ -197,12 +201,14 @@ void SciEditor::Impl::BeforeChange(const SciNotification& n) {
     Editor().onTextWillChange(start, 0, isKnown ? n.length : cUnknownLength);
     standIns.WillInsert(n.position, n.length);
     pairs.WillInsert(n.position, n.length);
+    signs.WillInsert(n.position, n.length);
     FollowDone(n.position, n.length, 0);
   } else {
     const auto end = static_cast<long>(standIns.WholePosition(n.position + n.length));
     Editor().onTextWillChange(start, end - start, 0);
     standIns.WillDelete(n.position, n.length);
     pairs.WillDelete(n.position, n.length);
+    signs.WillDelete(n.position, n.length);
     FollowDone(n.position, 0, n.length);
   }
 }
@@ -210,7 +216,10 @@ void SciEditor::Impl::BeforeChange(const SciNotification& n) {
 // An ASCII text is shown as UTF-8 after the first letter that needs it.
 void SciEditor::Impl::UpdateUi(const SciNotification& n) {
   if (Editor().codePage == 0 && bytes == TextBytes::cUtf8) SetCodePage(SC_CP_UTF8);
-  if (n.updated & SC_UPDATE_CONTENT) ApplyLineNumbers();
+  if (n.updated & SC_UPDATE_CONTENT) {
+    ApplyLineNumbers();
+    signs.Settle();
+  }
   if (n.updated & (SC_UPDATE_CONTENT | SC_UPDATE_SELECTION)) {
     pairs.KeepAround(Editor().CaretPosition());
     MarkBraces();

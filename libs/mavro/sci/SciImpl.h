@@ -6,6 +6,7 @@
 
 #include "EditorColours.h"
 #include "IndentRules.h"
+#include "LineSigns.h"
 #include "LongLines.h"
 #include "NativeSci.h"
 #include "OccurrenceRules.h"
@@ -21,7 +22,7 @@
 namespace mavro {
 
 // The platform half of the editor: its window and the window's notifications.
-class SciEditor::Impl : public SysImpl, public SciText {
+class SciEditor::Impl : public SysImpl, public SciText, private SignBoard {
  public:
   void Create() override;
   Param OnNotify(NotifyHeader* header) override;
@@ -124,6 +125,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void AddCaretAt(int position, bool drags);
   int SelectOccurrences();
   bool AddOccurrence();
+  static constexpr Param cHitIndicator = 10;  // of the hits of a search
   std::string JoinedCopy(std::string asCopied) const;
   std::string PastedAtEach(std::string pasted);
 
@@ -146,6 +148,7 @@ class SciEditor::Impl : public SysImpl, public SciText {
   void SetAllFolds(bool open);
   void CloseFolds();
   void KeepInView(const std::function<void()>& change);
+  LineSigns signs{*this, *this};
   // Gives all lines the same end; new lines get it too.
   void ConvertLineEnds(int mode);
   // The kind of bytes that the text had when it was loaded, and that later changes have added.
@@ -156,6 +159,11 @@ class SciEditor::Impl : public SysImpl, public SciText {
 
  private:
   SciEditor& Editor() const { return *static_cast<SciEditor*>(owner); }
+
+  int Put(int number, int line) override;
+  void Take(int boardHandle) override;
+  int LineOfSign(int boardHandle) const override;
+  bool HasSign(int number, int line) const override;
 
   void BeforeChange(const SciNotification& n);
   void WatchTyping(int code);

@@ -55,6 +55,19 @@ constexpr Hidden cHiddenUtf8[] = {
 };
 constexpr Hidden cHiddenBytes[] = {{"\xA0", "NBSP"}, {"\xAD", "SHY"}};
 
+const char* SignImage(MarkSign sign) {
+  switch (sign) {
+    case MarkSign::cArrow:
+      return cArrowImage;
+    case MarkSign::cDisc:
+      return cDiscImage;
+    case MarkSign::cRing:
+      return cRingImage;
+    default:
+      return cErrorImage;
+  }
+}
+
 Param AsParam(const char* text) {
   return reinterpret_cast<Param>(text ? text : "");
 }
@@ -145,6 +158,7 @@ void SciEditor::Impl::ApplyMargins() {
   Send(SCI_SETMARGINTYPEN, cBookmarkMargin, SC_MARGIN_SYMBOL);
   Send(SCI_SETMARGINMASKN, cBookmarkMargin, ~cFolderMask & 0xFFFFFFFF);
   Send(SCI_SETMARGINWIDTHN, cBookmarkMargin, options.bookmarkMargin ? cBookmarkWidth : 0);
+  Send(SCI_SETMARGINSENSITIVEN, cBookmarkMargin, options.marginClicks);
   Send(SCI_SETMARGINTYPEN, cFoldMargin, SC_MARGIN_SYMBOL);
   Send(SCI_SETMARGINMASKN, cFoldMargin, cFolderMask);
   Send(SCI_SETMARGINSENSITIVEN, cFoldMargin, 1);
@@ -185,12 +199,13 @@ void SciEditor::Impl::ApplyMarkers() {
   for (int i = 0; i < Editor().markTypeCount; ++i) {
     const MarkType& type = Editor().markTypes[i];
     if (!type.enabled) continue;
-    Send(SCI_MARKERDEFINE, type.number, SC_MARK_BACKGROUND);
-    Send(SCI_MARKERSETBACK, type.number, GroundOf(type.ground, ItsDesktop()));
+    if (type.hasGround) {
+      Send(SCI_MARKERDEFINE, type.number, SC_MARK_BACKGROUND);
+      Send(SCI_MARKERSETBACK, type.number, GroundOf(type.ground, ItsDesktop()));
+    }
     // A marker without a margin would colour the ground of its line.
-    const char* image = type.sign == MarkSign::cError ? cErrorImage : cArrowImage;
     if (hasMargin && type.sign != MarkSign::cNone)
-      Window()->SendImage(SCI_MARKERDEFINEPIXMAP, SignOf(type.number), image);
+      Window()->SendImage(SCI_MARKERDEFINEPIXMAP, SignOf(type.number), SignImage(type.sign));
     else
       Send(SCI_MARKERDEFINE, SignOf(type.number), SC_MARK_EMPTY);
   }
@@ -291,8 +306,13 @@ void SciEditor::Impl::ApplyColours() {
   Send(SCI_CALLTIPSETFORE, Colour(cTipInk));
   Send(SCI_CALLTIPSETFOREHLT, Colour(cTipArgumentInk));
   Send(SCI_SETEDGECOLOUR, Colour(cGuideLine));
+  Send(SCI_INDICSETFORE, cHitIndicator, Colour(cFoundGround));
   Send(SCI_SETWHITESPACEFORE, 1, Colour(cBlankSign));
   Send(SCI_SETWHITESPACESIZE, cBlankSize);
+  constexpr Param cOpaque = 255;
+  Send(SCI_INDICSETSTYLE, cHitIndicator, INDIC_STRAIGHTBOX);
+  Send(SCI_INDICSETALPHA, cHitIndicator, cOpaque);
+  Send(SCI_INDICSETUNDER, cHitIndicator, 1);
 }
 
 void SciEditor::Impl::ShowCaretLine() {

@@ -48,6 +48,38 @@ void SciEditor::RemoveLineMarks(int number) {
   ItsImpl().ShowCaretLine();
 }
 
+int SciEditor::Impl::Put(int number, int line) {
+  return static_cast<int>(Send(SCI_MARKERADD, line, SignOf(number)));
+}
+
+void SciEditor::Impl::Take(int boardHandle) {
+  Send(SCI_MARKERDELETEHANDLE, boardHandle);
+}
+
+int SciEditor::Impl::LineOfSign(int boardHandle) const {
+  return static_cast<int>(Send(SCI_MARKERLINEFROMHANDLE, boardHandle));
+}
+
+bool SciEditor::Impl::HasSign(int number, int line) const {
+  return (Send(SCI_MARKERGET, line) >> SignOf(number) & 1) != 0;
+}
+
+int SciEditor::AddSign(int number, int line) {
+  return ItsImpl().signs.Add(number, line);
+}
+
+int SciEditor::SignLine(int handle) {
+  return ItsImpl().signs.LineOf(handle);
+}
+
+void SciEditor::ChangeSign(int handle, int number) {
+  ItsImpl().signs.Change(handle, number);
+}
+
+void SciEditor::RemoveSign(int handle) {
+  ItsImpl().signs.Remove(handle);
+}
+
 // Past one end of the text it continues at the other.
 void SciEditor::Impl::GoToBookmark(Way way, Selecting selecting) {
   const bool goesOn = way == Way::cNext;

@@ -110,4 +110,13 @@ bool SciEditor::Impl::StepTip(int step) {
   return true;
 }
 
+// The window of the tip is shared with calls, which get it back when the mouse moves.
+bool SciEditor::ShowMouseTip(const std::string& shown) {
+  const int position = ItsImpl().tips.mouseRests;
+  if (position < 0) return false;
+  Send(SCI_CALLTIPSHOW, static_cast<std::uintptr_t>(position), shown.c_str());
+  ItsImpl().tips.isReplaced = ItsImpl().tips.open.has_value();
+  return true;
+}
+
 }  // namespace mavro

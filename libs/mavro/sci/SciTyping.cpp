@@ -165,13 +165,23 @@ void SciEditor::Impl::ChooseInList() {
   if (!choice.empty()) SendText(SCI_AUTOCSELECT, 0, choice.c_str());
 }
 
+namespace {
+
+// A text without the rest of the word that it begins with: the word at the caret is not offered.
+std::string AfterWord(const std::string& text, const std::string& wordChars) {
+  return text.substr(std::min(text.find_first_not_of(wordChars), text.size()));
+}
+
+}  // namespace
+
 bool SciEditor::startWordCompletion(WordOffer offer) {
   const std::string line = ItsImpl().LineToCaret();
   const std::string word = WordToComplete(line, options->wordChars.c_str());
   if (word.empty()) return false;
   if (offer == WordOffer::cSingle && !IsOfferedUnasked(word, language)) return false;
   const int caret = CaretPosition();
-  const std::string around = GetRange(caret - cWordReach, caret + cWordReach);
+  const std::string around = GetRange(caret - cWordReach, caret) +
+                             AfterWord(GetRange(caret, caret + cWordReach), options->wordChars);
   const std::string_view lineToWord(line.data(), line.size() - word.size());
   const FoundWords found =
       CollectWords(around, word, options->wordChars.c_str(),

@@ -29,8 +29,8 @@ FileResult LastError(const std::string& path) {
   return result;
 }
 
-// A file may grow while it is read, or report no size, as files below /proc do; so the size is only
-// a hint.
+// A file may grow while it is read, or report no size or a larger one, as files below /proc do; so
+// the size is only a hint.
 FileText ReadToEnd(const std::string& path, int file, off_t sizeHint) {
   std::string text;
   size_t filled = 0;
@@ -41,6 +41,8 @@ FileText ReadToEnd(const std::string& path, int file, off_t sizeHint) {
     if (count < 0) return {LastError(path)};
     if (count == 0) break;
     filled += static_cast<size_t>(count);
+    // One byte more was asked for: the file ends here.
+    if (filled == static_cast<size_t>(sizeHint)) break;
     if (filled > static_cast<size_t>(cMaxBytes)) return {Unreadable(path)};
     if (filled == text.size()) text.resize(filled * 2 + 4096);
   }

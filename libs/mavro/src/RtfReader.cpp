@@ -4,6 +4,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "RtfRows.h"
 #include "RtfScan.h"
 
 namespace mavro {
@@ -209,6 +210,7 @@ class Reader {
   }
 
   void Apply(const RtfToken& token) {
+    if (Now().target == Target::cPage && rows.Take(token, colors)) return;
     if (token.text == "u") {
       TakeNumbered(token.number);
     } else if (token.text == "uc") {
@@ -238,12 +240,16 @@ class Reader {
 
   bool ApplyParagraph(const RtfToken& token) {
     RtfParagraph& look = Now().paragraph;
-    if (token.text == "par" || token.text == "page" || token.text == "row") {
+    if (token.text == "row" && rows.HasCells()) {
+      EndRow();
+    } else if (token.text == "par" || token.text == "page" || token.text == "row") {
       if (Now().target == Target::cPage) EndParagraph();
     } else if (token.text == "pard") {
       look = RtfParagraph();
+    } else if (token.text == "intbl") {
+      look.isInTable = true;
     } else if (token.text == "cell") {
-      Add("\t");
+      EndCell();
     } else if (const ParagraphNumber* row = FindRow(cParagraphNumbers, token.text)) {
       look.*row->member = std::clamp(token.number, -cMaxTwips, cMaxTwips);
     } else if (const Alignment* align = FindRow(cAlignments, token.text)) {
@@ -331,11 +337,35 @@ class Reader {
   void EndParagraph() {
     Put(units.Rest());
     text.paragraphs.push_back(Now().paragraph);
-    text.paragraphs.back().runs = std::exchange(runs, {});
+    RtfParagraph& ended = text.paragraphs.back();
+    ended.runs = std::exchange(runs, {});
+    if (!ended.isInTable || !rows.IsDefined()) return;
+    ended.row = static_cast<int>(text.rows.size());
+    ended.cell = rows.Cell();
+    rowHasText = true;
   }
+
+  // A cell outside of all rows is a tab. So are those beyond the limit.
+  void EndCell() {
+    if (Now().target != Target::cPage || !rows.IsDefined() || rows.IsFull()) return Add("\t");
+    Now().paragraph.isInTable = true;
+    EndParagraph();
+    rows.NextCell();
+  }
+
+  void EndRow() {
+    if (!runs.empty()) {
+      Now().paragraph.isInTable = true;
+      EndParagraph();
+    }
+    text.rows.push_back(rows.EndRow());
+    rowHasText = false;
+  }
+
   void EndText() {
     Put(units.Rest());
     if (!runs.empty()) EndParagraph();
+    if (rowHasText) text.rows.push_back(rows.EndRow());
   }
 
   static constexpr int cHalfPoints = 24;
@@ -351,6 +381,8 @@ class Reader {
   std::string face;
   std::string instruction;
   UnitJoiner units;
+  RtfRows rows;
+  bool rowHasText = false;  // paragraphs belong to the row that hasn't ended
   int32_t color = 0;
   bool hasColor = false;
   bool opened = false;

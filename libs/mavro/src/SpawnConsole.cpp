@@ -3,13 +3,14 @@
 #include <signal.h>
 #include <sys/epoll.h>
 
+#include <optional>
 #include <string_view>
 #include <utility>
 
 #include "BlockingRun.h"
 #include "ChildRun.h"
 #include "CommandLine.h"
-#include "IdleHook.h"
+#include "IdleWatch.h"
 #include "SpawnLimits.h"
 
 namespace mavro {
@@ -18,19 +19,8 @@ namespace {
 
 constexpr int cFetchesPerPoll = 16;  // then the windows are handled
 
-// The object whose child is attached; the idle hook polls it.
+// The object whose child is attached; the idle pass polls it.
 SpawnConsole* theAttached = nullptr;
-
-void PollAttached() {
-  if (theAttached) theAttached->Poll();
-}
-
-void SetIdleSlot(void (*hook)(), int wakeDescriptor) {
-  IdleSlot& slot = TheIdleSlot();
-  slot.hook = hook;
-  slot.wakeDescriptor = wakeDescriptor;
-  if (slot.changed) slot.changed();
-}
 
 // An attached child, and a descriptor that becomes readable when it prints or ends. The end needs
 // its own check: another process may hold the output, which then never ends.
@@ -70,6 +60,7 @@ struct SpawnConsole::Impl {
   ChildRun::Handler handler;
   std::string folder;
   std::shared_ptr<AttachedRun> attached;
+  std::optional<IdleWatch> watch;   // of the attached run
   BlockingRun* blocking = nullptr;  // the innermost; on the stack of its caller
 };
 
@@ -107,18 +98,21 @@ bool SpawnConsole::Impl::Attach(const std::string& commandLine) {
   attached = run;
   theAttached = &owner;
   owner.running = true;
-  SetIdleSlot(PollAttached, run->WakeDescriptor());
+  watch.emplace(run->WakeDescriptor(), [] {
+    if (theAttached) theAttached->Poll();
+  });
   return true;
 }
 
 // True if there are bytes to deliver; ends the run if its output has ended.
 bool SpawnConsole::Impl::FetchAttached(ChildRun& run) {
-  // This is checked before the pipe: everything that an ended child has printed is in the pipe by
-  // then.
-  const bool childHasEnded = run.child.HasEnded();
-  const PipeReader::Fetch result = run.reader.FetchAhead(run.child.Output());
+  PipeReader::Fetch result = run.reader.FetchAhead(run.child.Output());
+  // Everything that an ended child has printed is in the pipe by now.
+  if (result == PipeReader::Fetch::cNone && run.child.HasEnded())
+    result = run.reader.FetchAhead(run.child.Output());
+  else if (result == PipeReader::Fetch::cNone)
+    return false;
   if (result == PipeReader::Fetch::cBytes) return true;
-  if (result == PipeReader::Fetch::cNone && !childHasEnded) return false;
   EndOfOutput(run);
   if (result == PipeReader::Fetch::cError) ShowRunFailure("Pipe read error");
   return false;
@@ -136,7 +130,7 @@ bool SpawnConsole::Impl::EndAttached(int reason) {
   if (const std::shared_ptr<AttachedRun> run = std::exchange(attached, nullptr)) {
     run->ended = true;
     theAttached = nullptr;
-    SetIdleSlot(nullptr, -1);
+    watch.reset();
     // If a child ends by itself, the other processes of its group are not killed: they may be meant
     // to go on.
     const int patience = reason == cPipeEnded ? TheSpawnLimits().attachedEnd : 0;
@@ -180,6 +174,10 @@ void SpawnConsole::Terminate() {
     impl->EndAttached(cTerminated);
   else if (impl->blocking)
     StopInnermostRun();
+}
+
+int SpawnConsole::ProcessId() const {
+  return running ? static_cast<int>(impl->attached->child.Group()) : 0;
 }
 
 bool SpawnConsole::Interrupt() {

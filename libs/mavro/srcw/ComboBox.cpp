@@ -39,6 +39,7 @@ class ComboBox::Impl : public ItemsImpl {
       TheBox().onSelChanged.Fire(args);
     } else if (code == CBN_EDITCHANGE) {
       selectedIndex = -1;
+      FireNotify(TheBox().onChange, 0);
     }
   }
 

@@ -65,10 +65,41 @@ std::string_view ListView::Impl::ColumnTitle(int column) const {
   return columns[static_cast<size_t>(column)].title;
 }
 
+void ListView::Impl::MakeCells(int row) const {
+  Row& late = rows[static_cast<size_t>(row)];
+  if (!late.isLate) return;
+  late.isLate = false;
+  if (TheList().lateCells) late.cells = TheList().lateCells(late.data);
+}
+
 std::string_view ListView::Impl::Cell(int row, int column) const {
+  MakeCells(row);
   const auto& cells = rows[static_cast<size_t>(row)].cells;
   return static_cast<size_t>(column) < cells.size() ? cells[static_cast<size_t>(column)]
                                                     : std::string_view();
+}
+
+const ListView::Impl::CellExtra* ListView::Impl::ExtraOf(int row, int column) const {
+  const auto& extras = rows[static_cast<size_t>(row)].extras;
+  const auto index = static_cast<size_t>(column);
+  return extras && index < extras->size() ? &(*extras)[index] : nullptr;
+}
+
+ListView::Impl::CellExtra& ListView::Impl::EnsureExtra(int row, int col) {
+  auto& extras = rows[static_cast<size_t>(row)].extras;
+  if (!extras) extras = std::make_unique<std::vector<CellExtra>>();
+  if (extras->size() <= static_cast<size_t>(col)) extras->resize(static_cast<size_t>(col) + 1);
+  return (*extras)[static_cast<size_t>(col)];
+}
+
+bool ListView::Impl::IsMarked(int row, int column) const {
+  const CellExtra* extra = ExtraOf(row, column);
+  return extra && extra->isMarked;
+}
+
+std::string_view ListView::Impl::CellTip(int row, int column) const {
+  const CellExtra* extra = ExtraOf(row, column);
+  return extra ? extra->tip : std::string_view();
 }
 
 bool ListView::Impl::IsEditable(int column) const {
@@ -98,8 +129,15 @@ void ListView::Impl::AddColumn(const std::string& title, int width) {
   if (hwnd) Window()->ColumnAdded(width);
 }
 
-int ListView::Impl::AddRow(std::vector<std::string> cells) {
-  rows.push_back({std::move(cells), 0, -1});
+void ListView::Impl::AddLateRows(int firstData, int count) {
+  if (count <= 0) return;
+  for (int i = 0; i < count; ++i) rows.push_back({{}, firstData + i, -1, true});
+  rowCount = vrowCount();
+  if (hwnd) Window()->RowsAdded();
+}
+
+int ListView::Impl::AddRow(Row row) {
+  rows.push_back(std::move(row));
   rowCount = vrowCount();
   if (hwnd) Window()->RowsAdded();
   return rowCount - 1;
@@ -118,6 +156,7 @@ void ListView::Impl::RemoveRows(int first, int count) {
 }
 
 void ListView::Impl::SetCell(int row, int col, const std::string& cell) {
+  MakeCells(row);
   auto& cells = rows[static_cast<size_t>(row)].cells;
   if (cells.size() <= static_cast<size_t>(col)) cells.resize(static_cast<size_t>(col) + 1);
   std::string& stored = cells[static_cast<size_t>(col)];
@@ -219,7 +258,16 @@ void ListColumns::SetEditable(int col, bool on) {
 }
 
 int ListView::AddRow(const std::string& firstCell) {
-  return TheImpl().AddRow({firstCell});
+  return TheImpl().AddRow({{firstCell}});
+}
+
+int ListView::AddCells(std::vector<std::string> cells) {
+  MAVRO_ASSERT(cells.size() <= static_cast<size_t>(TheImpl().ColumnCount()));
+  return TheImpl().AddRow({std::move(cells)});
+}
+
+void ListView::AddLateRows(int firstData, int count) {
+  TheImpl().AddLateRows(firstData, count);
 }
 
 void ListView::RemoveRow(int row) {
@@ -235,6 +283,25 @@ std::string ListView::GetCell(int row, int col) const {
   const Impl& list = TheImpl();
   list.CheckCell(row, col);
   return row == -1 ? std::string() : std::string(list.Cell(row, col));
+}
+
+void ListView::MarkCell(int row, int col, bool on) {
+  Impl& list = TheImpl();
+  list.CheckCell(row, col);
+  if (row == -1 || list.IsMarked(row, col) == on) return;
+  list.EnsureExtra(row, col).isMarked = on;
+  if (impl->hwnd) list.Window()->RowChanged(row);
+}
+
+bool ListView::IsCellMarked(int row, int col) const {
+  TheImpl().CheckCell(row, col);
+  return row != -1 && TheImpl().IsMarked(row, col);
+}
+
+void ListView::SetCellTip(int row, int col, const std::string& tip) {
+  Impl& list = TheImpl();
+  list.CheckCell(row, col);
+  if (row != -1 && list.CellTip(row, col) != tip) list.EnsureExtra(row, col).tip = tip;
 }
 
 void ListView::SetItemData(int row, int data) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "ListView.h"
 #include "NativeLists.h"
 #include "SysImpl.h"
@@ -14,10 +16,16 @@ class ListView::Impl : public SysImpl, public ListSource {
     int width = 0;
     bool editable = true;
   };
+  struct CellExtra {
+    bool isMarked = false;
+    std::string tip;
+  };
   struct Row {
     std::vector<std::string> cells;
     int data = 0;
     int image = -1;
+    bool isLate = false;                                       // the cells have not been made yet
+    std::unique_ptr<std::vector<CellExtra>> extras = nullptr;  // by column; most rows have none
   };
 
   void Create() override;
@@ -30,6 +38,8 @@ class ListView::Impl : public SysImpl, public ListSource {
   std::string_view ColumnTitle(int column) const override;
   std::string_view Cell(int row, int column) const override;
   int RowImage(int row) const override { return rows[static_cast<size_t>(row)].image; }
+  bool IsMarked(int row, int column) const override;
+  std::string_view CellTip(int row, int column) const override;
   bool IsEditable(int column) const override;
 
   int vrowCount() const { return static_cast<int>(rows.size()); }
@@ -39,9 +49,13 @@ class ListView::Impl : public SysImpl, public ListSource {
   void CheckCell(int row, int col) const;
   Column& ColumnAt(int col);
   void AddColumn(const std::string& title, int width);
-  int AddRow(std::vector<std::string> cells);
+  int AddRow(Row row);
+  void AddLateRows(int firstData, int count);
+  void MakeCells(int row) const;
   void RemoveRows(int first, int count);
   void SetCell(int row, int col, const std::string& cell);
+  // Of a cell that has or gets one.
+  CellExtra& EnsureExtra(int row, int col);
   void Sort(int col, bool ascending);
 
   // Setters of the properties.
@@ -51,8 +65,8 @@ class ListView::Impl : public SysImpl, public ListSource {
   void LookChanged();
 
   std::vector<Column> columns;
-  std::vector<Row> rows;
-  int colCount = 0;  // as set; follows the real number
+  mutable std::vector<Row> rows;  // late cells are made by whoever reads them
+  int colCount = 0;               // as set; follows the real number
   int rowCount = 0;
   int selectedIndex = -1;
   ListLook look;
@@ -60,6 +74,7 @@ class ListView::Impl : public SysImpl, public ListSource {
  private:
   ListView& TheList() const { return *static_cast<ListView*>(owner); }
   void OnEdited(const ListViewHeader& told);
+  const CellExtra* ExtraOf(int row, int column) const;
 
   bool destroying = false;
 };

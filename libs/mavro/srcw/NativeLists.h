@@ -40,6 +40,9 @@ class ListSource {
   virtual std::string_view ColumnTitle(int column) const = 0;
   virtual std::string_view Cell(int row, int column) const = 0;
   virtual int RowImage(int row) const = 0;  // -1 for none
+  virtual bool IsMarked(int row, int column) const = 0;
+  // The whole text of a cell; empty if the cell holds it.
+  virtual std::string_view CellTip(int row, int column) const = 0;
   virtual bool IsEditable(int column) const = 0;
 };
 

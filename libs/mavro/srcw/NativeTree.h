@@ -27,8 +27,8 @@ class NativeTreeView : public NativeWindow {
   virtual void SetTree(const TreeNode* root, int imageStrip) = 0;
   virtual void SetStrip(int imageStrip) = 0;
   // A null `parentNode` is the root.
-  virtual void AddingNode(const TreeNode* parentNode, int row) = 0;
-  virtual void NodeAdded() = 0;
+  virtual void AddingNodes(const TreeNode* parentNode, int row, int count) = 0;
+  virtual void NodesAdded() = 0;
   virtual void RemovingNode(const TreeNode* parentNode, int row) = 0;
   virtual void NodeRemoved() = 0;
   virtual void NodeChanged(const TreeNode* node) = 0;

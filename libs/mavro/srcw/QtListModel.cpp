@@ -12,6 +12,10 @@ namespace {
 
 // No screen shows more of a cell, and painting a longer text costs its whole length.
 constexpr size_t cShownBytes = 2000;
+// The most that a tip shows.
+constexpr int cTipColumns = 120;
+constexpr int cTipRows = 30;
+constexpr size_t cTipBytes = 4 * cTipColumns * cTipRows;
 
 // A cell is shown in one line, whatever its text.
 QString OneLine(std::string_view bytes) {
@@ -22,7 +26,34 @@ QString OneLine(std::string_view bytes) {
   return shown;
 }
 
+// Cuts a text so that it fits a screen.
+QString Bounded(const QString& text) {
+  QString shown;
+  int rows = 1;
+  int columns = 0;
+  for (const QChar c : text) {
+    if (c == '\n' || columns == cTipColumns) {
+      if (rows++ == cTipRows) return shown + QStringLiteral("\n...");
+      shown += '\n';
+      columns = 0;
+    }
+    if (c == '\n' || c == '\r') continue;
+    shown += c;
+    ++columns;
+  }
+  return shown;
+}
+
 }  // namespace
+
+QString ListModel::TipOf(int row, int column) const {
+  const std::string_view tip = source->CellTip(row, column);
+  return Bounded(ToScreen((tip.empty() ? source->Cell(row, column) : tip).substr(0, cTipBytes)));
+}
+
+bool ListModel::HoldsWhole(int row, int column) const {
+  return source && row < source->RowCount() && source->CellTip(row, column).empty();
+}
 
 void ListModel::SetSource(const ListSource* itsSource) {
   beginResetModel();
@@ -102,6 +133,8 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
   if (role == Qt::DecorationRole && strip != 0 && index.column() == 0 &&
       source->RowImage(index.row()) >= 0)
     return StripIcon(strip, source->RowImage(index.row()));
+  if (role == Qt::ToolTipRole) return TipOf(index.row(), index.column());
+  if (role == cMarkedRole) return source->IsMarked(index.row(), index.column());
   if (role != Qt::DisplayRole) return {};
   return OneLine(source->Cell(index.row(), index.column()));
 }

@@ -31,6 +31,10 @@ class ListModel final : public QAbstractTableModel {
   void SetStrip(int stripId);
   // Gets the text that the user has typed into a cell; the model stores nothing.
   std::function<void(int row, int column, const std::string& text)> edited;
+  // The role of a cell's mark, a bool.
+  static constexpr int cMarkedRole = Qt::UserRole;
+  // True if a cell holds all of its text: then a tip says nothing more unless the cell is cut.
+  bool HoldsWhole(int row, int column) const;
   // Without it only the first column of a row can be selected.
   void SetFullRowSelect(bool on) { fullRowSelect = on; }
 
@@ -42,6 +46,8 @@ class ListModel final : public QAbstractTableModel {
   Qt::ItemFlags flags(const QModelIndex& index) const override;
 
  private:
+  QString TipOf(int row, int column) const;
+
   const ListSource* source = nullptr;
   int rows = 0;  // published
   int columns = 0;

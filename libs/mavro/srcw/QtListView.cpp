@@ -1,7 +1,9 @@
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QStyledItemDelegate>
+#include <QToolTip>
 #include <QTreeView>
 
 #include "ListView.h"
@@ -10,6 +12,7 @@
 #include "QtListModel.h"
 #include "QtPacer.h"
 #include "QtStrips.h"
+#include "QtToolTip.h"
 #include "Virtual.h"
 
 namespace mavro {
@@ -17,6 +20,8 @@ namespace mavro {
 namespace {
 
 constexpr int cRowPadding = 4;
+constexpr QRgb cMarkOnLight = 0xFFC00018;
+constexpr QRgb cMarkOnDark = 0xFFFF8F86;
 constexpr int cGridPercent = 15;  // share of the text's colour in a line between cells
 
 // The colour is mixed here, not by painting with a translucent pen: the toolkit passes each
@@ -44,8 +49,23 @@ class RowDelegate final : public QStyledItemDelegate {
   void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
     QStyledItemDelegate::initStyleOption(option, index);
     option->state &= ~QStyle::State_HasFocus;
+    if (index.data(ListModel::cMarkedRole).toBool()) {
+      const bool isDark = option->palette.color(QPalette::Base).lightness() < 128;
+      option->palette.setColor(QPalette::Text, isDark ? cMarkOnDark : cMarkOnLight);
+      option->font.setBold(true);
+      option->fontMetrics = QFontMetrics(option->font);
+    }
     if (!showSelection && !(option->state & QStyle::State_Active && option->widget->hasFocus()))
       option->state &= ~QStyle::State_Selected;
+  }
+
+  // True if the column is too narrow for the cell's text.
+  bool IsCut(QStyleOptionViewItem option, const QModelIndex& index) const {
+    initStyleOption(&option, index);
+    const QStyle* style = option.widget->style();
+    const QRect room = style->subElementRect(QStyle::SE_ItemViewItemText, &option, option.widget);
+    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, option.widget) + 1;
+    return option.fontMetrics.horizontalAdvance(option.text) > room.width() - 2 * margin;
   }
 
   bool showSelection = false;
@@ -91,6 +111,22 @@ class RowView final : public QTreeView {
     const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (!isEnter) return QTreeView::keyPressEvent(event);
     if (!IsEditing()) onEnter();  // otherwise Enter ends the edit
+  }
+
+  // A cell that shows all of its text needs no tip.
+  bool viewportEvent(QEvent* event) override {
+    if (event->type() != QEvent::ToolTip) return QTreeView::viewportEvent(event);
+    const auto* help = static_cast<QHelpEvent*>(event);
+    const QModelIndex index = indexAt(help->pos());
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    option.rect = visualRect(index);
+    const auto* shown = dynamic_cast<const ListModel*>(model());
+    const bool isWhole = !index.isValid() || (shown->HoldsWhole(index.row(), index.column()) &&
+                                              !delegate.IsCut(option, index));
+    const QString tip = isWhole ? QString() : index.data(Qt::ToolTipRole).toString();
+    QToolTip::showText(help->globalPos(), PlainToolTip(tip), viewport(), option.rect);
+    return true;
   }
 
   void drawRow(QPainter* painter, const QStyleOptionViewItem& option,

@@ -1,4 +1,5 @@
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QWheelEvent>
@@ -58,7 +59,8 @@ class ListBoxWindow final : public NativeItems {
   QObject context;     // ends the connections with this window
 };
 
-// Without the focus the wheel changes nothing: the user may only be scrolling the form.
+// Without the focus the wheel changes nothing: the user may only be scrolling the form. The text
+// is selected when it gets the focus, until somebody types: in a new form typing replaces it.
 class ComboWidget final : public QComboBox {
  public:
   using QComboBox::QComboBox;
@@ -70,6 +72,18 @@ class ComboWidget final : public QComboBox {
     else
       event->ignore();
   }
+  void focusInEvent(QFocusEvent* event) override {
+    QComboBox::focusInEvent(event);
+    if (event->reason() == Qt::MouseFocusReason) isNew = false;
+    if (lineEdit() && isNew) lineEdit()->selectAll();
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    isNew = false;
+    QComboBox::keyPressEvent(event);
+  }
+
+ private:
+  bool isNew = true;  // nobody has typed or clicked into it
 };
 
 class ComboBoxWindow final : public NativeComboBox {

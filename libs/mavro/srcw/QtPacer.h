@@ -28,6 +28,11 @@ class Pacer final : public QObject {
       waiting.start(static_cast<int>(cMilliseconds - last.elapsed()), Qt::PreciseTimer, this);
   }
 
+  // Runs a job that is due or waits, at once.
+  void Finish() {
+    if (waiting.isActive()) RunNow();
+  }
+
   void RunNow() {
     waiting.stop();
     job();

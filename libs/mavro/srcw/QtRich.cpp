@@ -5,10 +5,14 @@
 #include <QTextCursor>
 #include <QTextDocument>
 #include <QTextDocumentFragment>
+#include <QTextTable>
 #include <algorithm>
+#include <functional>
+#include <vector>
 
 #include "NativeRich.h"
 #include "QtFactories.h"
+#include "QtRichTable.h"
 #include "QtText.h"
 #include "RtfReader.h"
 #include "Virtual.h"
@@ -37,8 +41,10 @@ QTextBlockFormat FormatOf(const RtfParagraph& paragraph) {
   return format;
 }
 
-// Black is the colour of plain letters in RTF: it follows the palette.
-QTextCharFormat FormatOf(const RtfStyle& style, const RtfText& text, const QPalette& palette) {
+// Black is the colour of plain letters in RTF: it follows the palette, but for letters on a
+// background of their own.
+QTextCharFormat FormatOf(const RtfStyle& style, const RtfText& text, const QPalette& palette,
+                         const QColor& background) {
   QTextCharFormat format;
   if (style.bold) format.setFontWeight(QFont::Bold);
   format.setFontItalic(style.italic);
@@ -47,7 +53,10 @@ QTextCharFormat FormatOf(const RtfStyle& style, const RtfText& text, const QPale
   if (style.halfPoints != cPlainHalfPoints) format.setFontPointSize(style.halfPoints / 2.0);
   if (style.face >= 0)
     format.setFontFamilies({ToScreen(text.faces[static_cast<size_t>(style.face)])});
-  if (style.color > 0) format.setForeground(QColor::fromRgb(static_cast<QRgb>(style.color)));
+  const bool isOwnPaper = background != palette.color(QPalette::Base);
+  if (style.color > 0 || isOwnPaper)
+    format.setForeground(
+        Legible(QColor::fromRgb(static_cast<QRgb>(std::max(style.color, 0))), background));
   if (style.link < 0) return format;
   format.setAnchor(true);
   format.setAnchorHref(ToScreen(text.links[static_cast<size_t>(style.link)]));
@@ -81,6 +90,8 @@ class RichBrowser final : public QTextBrowser {
   }
 
   void BeginParagraph() { word = 0; }
+
+  std::function<void()> onPaletteChange, onResized;
 
   // Inserts text at the cursor; its first word may continue the text before.
   void Insert(QTextCursor& cursor, const QString& text, const QTextCharFormat& format) {
@@ -124,6 +135,16 @@ class RichBrowser final : public QTextBrowser {
     return data;
   }
 
+  void resizeEvent(QResizeEvent* event) override {
+    QTextBrowser::resizeEvent(event);
+    if (onResized) onResized();
+  }
+
+  void changeEvent(QEvent* event) override {
+    QTextBrowser::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && onPaletteChange) onPaletteChange();
+  }
+
  private:
   void BeginPart(QTextCursor& cursor) {
     QTextBlockFormat upper = cursor.blockFormat();
@@ -149,6 +170,11 @@ class RichWindow final : public NativeRichView {
     view->setTabStopDistance(Pixels(cTabTwips));
     view->setUndoRedoEnabled(false);
     view->setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
+    view->onResized = [this] { FitTables(); };
+    // Colours are chosen for the palette in force.
+    view->onPaletteChange = [this] {
+      if (IsRtf(Text())) ShowRich(ReadRtf(Text()));
+    };
     QObject::connect(view, &QTextBrowser::anchorClicked, &context, [this](const QUrl& url) {
       RichHeader header;
       header.from = this;
@@ -180,6 +206,7 @@ class RichWindow final : public NativeRichView {
 
  private:
   void ShowPlain(const QString& text) {
+    tables.clear();
     view->Begin();
     if (!HasLongWord(text)) return view->setPlainText(text);
     QTextCursor cursor(view->document());
@@ -190,26 +217,99 @@ class RichWindow final : public NativeRichView {
   }
 
   void ShowRich(const RtfText& text) {
+    tables.clear();
     view->Begin();
     QTextCursor cursor(view->document());
     cursor.beginEditBlock();
-    bool first = true;
-    for (const RtfParagraph& paragraph : text.paragraphs) {
-      if (!first) cursor.insertBlock();
-      first = false;
-      cursor.setBlockFormat(FormatOf(paragraph));
-      view->BeginParagraph();
-      for (const RtfRun& run : paragraph.runs) {
-        QString shown = ToScreen(run.text);
-        shown.replace('\n', QChar::LineSeparator);
-        view->Insert(cursor, shown, FormatOf(run.style, text, view->palette()));
+    bool isInBlock = true;  // the cursor is in a paragraph that nothing was written to
+    for (size_t i = 0; i < text.paragraphs.size();) {
+      if (text.paragraphs[i].row >= 0) {
+        i = ShowRow(cursor, text, i);
+        isInBlock = true;
+        continue;
       }
+      if (!isInBlock) cursor.insertBlock();
+      isInBlock = false;
+      ShowParagraph(cursor, text, text.paragraphs[i++], view->palette().color(QPalette::Base));
     }
     cursor.endEditBlock();
     view->moveCursor(QTextCursor::Start);
   }
 
+  void ShowParagraph(QTextCursor& cursor, const RtfText& text, const RtfParagraph& paragraph,
+                     const QColor& background) {
+    cursor.setBlockFormat(FormatOf(paragraph));
+    view->BeginParagraph();
+    // A block is laid out whole, and only those in view at once: where a paragraph and its lines
+    // look the same, each line is a block.
+    const bool linesAreBlocks =
+        paragraph.firstIndent == 0 && paragraph.before == 0 && paragraph.after == 0;
+    for (const RtfRun& run : paragraph.runs) {
+      QString shown = ToScreen(run.text);
+      if (!linesAreBlocks) shown.replace('\n', QChar::LineSeparator);
+      view->Insert(cursor, shown, FormatOf(run.style, text, view->palette(), background));
+    }
+  }
+
+  // Shows a row of a table, whose first paragraph is `first`. Answers the first one after it.
+  size_t ShowRow(QTextCursor& cursor, const RtfText& text, size_t first) {
+    const RtfParagraph& begin = text.paragraphs[first];
+    const RtfRow& row = text.rows[static_cast<size_t>(begin.row)];
+    size_t end = first;
+    int cells = std::max(static_cast<int>(row.cells.size()), 1);
+    for (; end < text.paragraphs.size() && text.paragraphs[end].row == begin.row; ++end)
+      cells = std::max(cells, text.paragraphs[end].cell + 1);
+    QTextTable* table =
+        cursor.insertTable(1, cells, TableFormatOf(row, cells, view->viewport()->width()));
+    tables.push_back({table, row, cells});
+    for (int column = 0; column < cells; ++column) {
+      const QTextTableCellFormat format = CellFormatOf(row, column, LineHeight(text, first));
+      QTextTableCell cell = table->cellAt(0, column);
+      cell.setFormat(format);
+      const bool isColored = format.background().style() != Qt::NoBrush;
+      const QColor background =
+          isColored ? format.background().color() : view->palette().color(QPalette::Base);
+      QTextCursor inside = cell.firstCursorPosition();
+      bool isFirst = true;
+      for (size_t i = first; i < end; ++i) {
+        if (text.paragraphs[i].cell != column) continue;
+        if (!isFirst) inside.insertBlock();
+        isFirst = false;
+        ShowParagraph(inside, text, text.paragraphs[i], background);
+      }
+    }
+    cursor = table->lastCursorPosition();
+    cursor.movePosition(QTextCursor::NextBlock);
+    return end;
+  }
+
+  // Rows that don't fit any more become as wide as the view; others get their own width back.
+  void FitTables() {
+    for (const ShownRow& shown : tables) {
+      const QTextTableFormat fitting =
+          TableFormatOf(shown.row, shown.cells, view->viewport()->width());
+      if (shown.table->format().width().type() != fitting.width().type())
+        shown.table->setFormat(fitting);
+    }
+  }
+
+  // The height of a line of a row's first letters.
+  double LineHeight(const RtfText& text, size_t paragraph) const {
+    QFont font = view->font();
+    const std::vector<RtfRun>& runs = text.paragraphs[paragraph].runs;
+    if (!runs.empty() && runs[0].style.halfPoints != cPlainHalfPoints)
+      font.setPointSizeF(runs[0].style.halfPoints / 2.0);
+    return QFontMetricsF(font).height();
+  }
+
+  struct ShownRow {
+    QTextTable* table;  // owned by the document
+    RtfRow row;
+    int cells;
+  };
+
   RichBrowser* const view;
+  std::vector<ShownRow> tables;
   QObject context;  // ends the connections with this window
 };
 

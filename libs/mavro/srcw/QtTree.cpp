@@ -3,9 +3,11 @@
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QScrollBar>
 #include <QToolTip>
 #include <QTreeView>
 #include <functional>
+#include <utility>
 
 #include "NativeTree.h"
 #include "QtFactories.h"
@@ -65,8 +67,8 @@ class TreeModel final : public QAbstractItemModel {
   }
 
   // Calls of the base class that announce changes to the views.
-  void BeginAdd(const TreeNode* parentNode, int row) {
-    beginInsertRows(IndexOf(parentNode), row, row);
+  void BeginAdd(const TreeNode* parentNode, int row, int count) {
+    beginInsertRows(IndexOf(parentNode), row, row + count - 1);
   }
   void EndAdd() { endInsertRows(); }
   void BeginRemove(const TreeNode* parentNode, int row) {
@@ -103,8 +105,9 @@ class TreeWidget final : public QTreeView {
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::Fixed);
     const auto changed = [this] { width.Request(); };
-    connect(&model, &QAbstractItemModel::rowsInserted, &width, changed);
-    connect(&model, &QAbstractItemModel::rowsRemoved, &width, changed);
+    const auto moved = [this] { isWidthOld = true; };
+    connect(&model, &QAbstractItemModel::rowsInserted, &width, moved);
+    connect(&model, &QAbstractItemModel::rowsRemoved, &width, moved);
     connect(&model, &QAbstractItemModel::dataChanged, &width, changed);
     connect(&model, &QAbstractItemModel::modelReset, &width, changed);
     connect(this, &QTreeView::expanded, &width, changed);
@@ -114,11 +117,30 @@ class TreeWidget final : public QTreeView {
   // The selected node; another one may have the focus frame.
   QModelIndex Selected() const { return selectionModel()->selectedIndexes().value(0); }
 
+  // Called before nodes come or go: the node at the top of the shown part will stay there.
+  void KeepPlace() {
+    if (top.isValid() || verticalScrollBar()->value() == 0) return;
+    top = indexAt(QPoint(0, 0));
+    placeOfTop = visualRect(top).top();
+  }
+
+  void doItemsLayout() override {
+    QTreeView::doItemsLayout();
+    if (std::exchange(isWidthOld, false)) width.Request();
+    const QPersistentModelIndex before = std::exchange(top, QPersistentModelIndex());
+    if (!before.isValid()) return;
+    QScrollBar& bar = *verticalScrollBar();
+    bar.setValue(bar.value() + visualRect(before).top() - placeOfTop);
+  }
+
   TreeModel model;
   std::function<void(TreeNode*)> chosen;
 
  protected:
+  // In a column that is too narrow the toolkit loses the node that a key leads to.
   void keyPressEvent(QKeyEvent* event) override {
+    executeDelayedItemsLayout();
+    width.Finish();
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter && Selected().isValid())
       Choose(Selected());
@@ -151,6 +173,9 @@ class TreeWidget final : public QTreeView {
   // Makes the column as wide as the shown nodes. The header's own mode would measure after each
   // added node.
   Pacer width{[this] { resizeColumnToContents(0); }};
+  bool isWidthOld = false;    // nodes have come or gone since the last layout
+  QPersistentModelIndex top;  // valid between a change and the layout after it
+  int placeOfTop = 0;
 
   void Choose(const QModelIndex& index) {
     if (chosen) chosen(TreeModel::NodeOf(index));
@@ -183,12 +208,14 @@ class TreeWindow final : public NativeTreeView {
     ShowStrip(imageStrip);
     tree->doItemsLayout();
   }
-  void AddingNode(const TreeNode* parentNode, int row) override {
-    tree->model.BeginAdd(parentNode, row);
+  void AddingNodes(const TreeNode* parentNode, int row, int count) override {
+    tree->KeepPlace();
+    tree->model.BeginAdd(parentNode, row, count);
   }
-  void NodeAdded() override { tree->model.EndAdd(); }
+  void NodesAdded() override { tree->model.EndAdd(); }
   void RemovingNode(const TreeNode* parentNode, int row) override {
     const Quiet now(*this);
+    tree->KeepPlace();
     tree->model.BeginRemove(parentNode, row);
   }
   void NodeRemoved() override {

@@ -26,14 +26,26 @@ size_t TreeIndex::KeyOf(const TreeNode* parentNode, const std::string& label) {
 
 void TreeIndex::EnterPending() {
   for (TreeNode* node : pending) {
+    if (!node) continue;
+    node->pending = -1;
     byText[KeyOf(node->parent, node->text)].push_back(node);
     byData[node->data].push_back(node);
   }
   pending.clear();
 }
 
+void TreeIndex::Add(TreeNode* node) {
+  node->pending = static_cast<int>(pending.size());
+  pending.push_back(node);
+}
+
 void TreeIndex::Remove(TreeNode* node) {
-  EnterPending();
+  if (node->pending >= 0) {
+    pending[static_cast<size_t>(node->pending)] = nullptr;
+    node->pending = -1;
+    while (!pending.empty() && !pending.back()) pending.pop_back();
+    return;
+  }
   EraseFrom(byText, KeyOf(node->parent, node->text), node);
   EraseFrom(byData, node->data, node);
 }

@@ -13,7 +13,7 @@ namespace mavro {
 // index.
 class TreeIndex {
  public:
-  void Add(TreeNode* node) { pending.push_back(node); }
+  void Add(TreeNode* node);
   // Called before the node's text, data or place changes.
   void Remove(TreeNode* node);
   // Removes the node with everything below it.
@@ -29,7 +29,7 @@ class TreeIndex {
   static size_t KeyOf(const TreeNode* parentNode, const std::string& label);
   void EnterPending();
 
-  Nodes pending;                             // not yet in the maps
+  Nodes pending;                             // not yet in the maps; null for one that went again
   std::unordered_map<size_t, Nodes> byText;  // by parent and text; different ones may share a key
   std::unordered_map<int, Nodes> byData;
 };

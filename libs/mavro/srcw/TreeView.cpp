@@ -1,5 +1,7 @@
 #include "TreeView.h"
 
+#include <iterator>
+
 #include "Assert.h"
 #include "NativeTree.h"
 #include "SysImpl.h"
@@ -18,7 +20,8 @@ class TreeView::Impl : public SysImpl {
   std::vector<std::unique_ptr<TreeNode>>& ChildrenOf(TreeNode* node) {
     return node ? node->children : root.children;
   }
-  TreeNode* Insert(TreeNode* parentNode, int at, std::unique_ptr<TreeNode> node);
+  using Nodes = std::vector<std::unique_ptr<TreeNode>>;
+  void Insert(TreeNode* parentNode, int at, Nodes nodes);
   void Remove(TreeNode* node);
   void Clear();
   void Expand(TreeNode* node, bool on);
@@ -43,6 +46,14 @@ namespace {
 
 void Renumber(std::vector<std::unique_ptr<TreeNode>>& nodes, size_t from) {
   for (size_t i = from; i < nodes.size(); ++i) nodes[i]->row = static_cast<int>(i);
+}
+
+std::unique_ptr<TreeNode> NewNode(TreeRow row) {
+  auto node = std::make_unique<TreeNode>();
+  node->text = std::move(row.text);
+  node->data = row.data;
+  node->image = row.image;
+  return node;
 }
 
 bool IsBelow(const TreeNode* node, const TreeNode* above) {
@@ -120,22 +131,25 @@ void TreeView::Impl::FillsOnExpandChanged(TreeNode* node, bool on) {
   if (hwnd) Window()->NodeChanged(node);
 }
 
-TreeNode* TreeView::Impl::Insert(TreeNode* parentNode, int at, std::unique_ptr<TreeNode> node) {
+void TreeView::Impl::Insert(TreeNode* parentNode, int at, Nodes nodes) {
   auto& siblings = ChildrenOf(parentNode);
   MAVRO_ASSERT(at >= -1 && at <= static_cast<int>(siblings.size()));
+  if (nodes.empty()) return;
   const size_t row = at == -1 ? siblings.size() : static_cast<size_t>(at);
-  TreeNode* added = node.get();
-  added->parent = parentNode;
-  if (hwnd) Window()->AddingNode(parentNode, static_cast<int>(row));
-  siblings.insert(siblings.begin() + static_cast<std::ptrdiff_t>(row), std::move(node));
+  const size_t count = nodes.size();
+  const bool isFirst = siblings.empty();
+  if (hwnd) Window()->AddingNodes(parentNode, static_cast<int>(row), static_cast<int>(count));
+  for (const auto& node : nodes) {
+    node->parent = parentNode;
+    index.Add(node.get());
+  }
+  siblings.insert(siblings.begin() + static_cast<std::ptrdiff_t>(row),
+                  std::make_move_iterator(nodes.begin()), std::make_move_iterator(nodes.end()));
   Renumber(siblings, row);
-  index.Add(added);
-  if (!hwnd) return added;
-  Window()->NodeAdded();
+  if (!hwnd) return;
+  Window()->NodesAdded();
   // A node without children can't be shown expanded; it is expanded when its first child is added.
-  if (parentNode && parentNode->expanded && siblings.size() == 1)
-    Window()->ExpandNode(parentNode, true);
-  return added;
+  if (parentNode && parentNode->expanded && isFirst) Window()->ExpandNode(parentNode, true);
 }
 
 void TreeView::Impl::Remove(TreeNode* node) {
@@ -188,11 +202,18 @@ TreeNode* TreeView::AddNode(TreeNode* parentNode, const std::string& label, int 
 
 TreeNode* TreeView::InsertNode(TreeNode* parentNode, int at, const std::string& label, int data,
                                int image) {
-  auto node = std::make_unique<TreeNode>();
-  node->text = label;
-  node->data = data;
-  node->image = image;
-  return TheImpl().Insert(parentNode, at, std::move(node));
+  Impl::Nodes nodes;
+  nodes.push_back(NewNode({label, data, image}));
+  TreeNode* added = nodes.front().get();
+  TheImpl().Insert(parentNode, at, std::move(nodes));
+  return added;
+}
+
+void TreeView::InsertNodes(TreeNode* parentNode, int at, std::vector<TreeRow> rows) {
+  Impl::Nodes nodes;
+  nodes.reserve(rows.size());
+  for (TreeRow& row : rows) nodes.push_back(NewNode(std::move(row)));
+  TheImpl().Insert(parentNode, at, std::move(nodes));
 }
 
 void TreeView::SetNodeText(TreeNode* node, const std::string& label) {

@@ -282,16 +282,18 @@ bool Monkey::Tab() {
   Send(Qt::Key_Tab);
   const std::string now = Text();
   bool holds = before.hasList && TakesRow(before);
-  const Replaced kept = test::ReplaceAll(before.text, {}, "");
-  const std::vector<test::LineSpan> all = {{0, before.text.size()}};
   const auto lineOf = [&](int place) {
     return static_cast<size_t>(std::count(before.text.begin(), before.text.begin() + place, '\n'));
   };
+  // A selection within a line gives way to the tab; the lines of a longer one are indented.
   std::vector<test::LineSpan> spans;
-  for (const Selected& place : before.places)
+  std::vector<Selected> within;
+  for (const Selected& place : before.places) {
     spans.push_back({lineOf(place.start), lineOf(place.end)});
+    if (spans.back().first == spans.back().last) within.push_back(place);
+  }
   holds = holds || test::SameButBlanks(now, before.text, spans) ||
-          test::SameButBlanks(now, test::ReplaceAll(before.text, before.places, "").text, spans) ||
+          test::SameButBlanks(now, test::ReplaceAll(before.text, within, "").text, spans) ||
           (before.isColumn && std::count(now.begin(), now.end(), '\n') ==
                                   std::count(before.text.begin(), before.text.end(), '\n'));
   Follow(before, -1);

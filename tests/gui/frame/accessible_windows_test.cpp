@@ -5,6 +5,7 @@
 
 #include "GoToLineDlg.h"
 #include "IdeDriver.h"
+#include "browser/BrowserActs.h"
 
 namespace zendry {
 namespace {
@@ -25,7 +26,8 @@ struct Seen {
 void LookBelow(QAccessibleInterface& object, Seen& seen) {
   if (object.state().invisible) return;
   const auto* widget = qobject_cast<const QWidget*>(object.object());
-  if (widget && widget->focusPolicy() & Qt::TabFocus) {
+  // A part that leaves the keyboard to another one is a part of that one.
+  if (widget && widget->focusPolicy() & Qt::TabFocus && !widget->focusProxy()) {
     ++seen.keyParts;
     const bool isArea = object.role() == QAccessible::Client;
     const bool isTabRow = object.role() == QAccessible::PageTabList;  // its tabs have the names
@@ -98,12 +100,18 @@ TEST(AccessibleWindows, Parts_AreCalledByWhatTheyShow) {
 
 TEST(AccessibleWindows, Dialogs) {
   IdeDriver ide;
-  ide.Run({ide.Project({{"a.cpp", "int a;\n"}})}, [&] {
+  ide.Run({ide.Project({{"a.cpp", "class A {\n  int a;\n};\n"}})}, [&] {
     theMainForm->editTabs.OpenFile(ide.files.Path("a.cpp"));
     const std::pair<const char*, std::function<void()>> rows[] = {
         {"New", [] { theFileActs.OnCommand(theFileActs.actNew->id); }},
+        {"Class wizard", [] { theBrowserActs.OnCommand(cAddMemberCommand); }},
+        {"Browser", [] { theBrowserActs.OnCommand(cOpenBrowserCommand); }},
         {"Recent files", [] { theFileActs.OnCommand(cRecentFilesCommand); }},
         {"Recent projects", [] { theFileActs.OnCommand(cRecentProjectsCommand); }},
+        {"Breakpoints", [] { theDebugger.OnCommand(cViewBreakpointsCommand); }},
+        {"watch", [] { theDebugger.OnCommand(cAddWatchCommand); }},
+        {"Debug Commander", [] { theDebugger.OnCommand(cCommanderCommand); }},
+        {"Program parameters", [] { theDebugger.OnCommand(cParametersCommand); }},
         {"Go to", [] { mavro::AskGoToLine(*theMainForm->editTabs.Active()->editor); }}};
     for (const auto& [title, open] : rows) {
       const Seen seen = SeenInDialog(ide, open);

@@ -281,6 +281,26 @@ TEST(ComboBox, Destroyed_InOnSelChanged) {
   });
 }
 
+TEST(ComboBox, Typing_IsTold_AndReplacesTheTextOfANewForm) {
+  test::EventLog log;
+  Form form;
+  form.SetBounds(0, 0, 300, 100);
+  ComboBox box;
+  box.items.Add("item");
+  box.text = "old";
+  log.Listen("typed", box.onChange);
+  form.Add(&box);
+  form.focusControl = &box;
+  test::RunForm(form, false, [&] {
+    EXPECT_TRUE(test::WaitFor([&] { return box.IsFocused(); }));
+    QTest::keyClicks(QApplication::focusWidget(), "ab");
+    EXPECT_EQ(box.text, "ab");
+    EXPECT_EQ(log.Take(), "typed:0 typed:0 ");
+    box.text = "set";
+    EXPECT_EQ(log.Take(), "") << "an assignment isn't told";
+  });
+}
+
 TEST(ComboBox, Destroyed_ByAChoiceInThePopup) {
   test::EventLog log;
   ItemsForm form;

@@ -76,6 +76,33 @@ TEST(ListView, Cells_AnyBytes_ComeOutAsTheyWent) {
   EXPECT_EQ(form.list.GetItemData(1), 42);
 }
 
+TEST(ListView, LateRows_AreMadeOnceWhenTheyAreRead) {
+  TableForm form;
+  std::vector<int> made;
+  form.list.lateCells = [&made](int data) {
+    made.push_back(data);
+    return std::vector<std::string>{"late " + std::to_string(data), "text"};
+  };
+  form.list.AddCells({"early", "x"});
+  form.list.AddLateRows(7, 1);
+  form.list.AddLateRows(100, 10'000);
+  form.list.AddLateRows(5, 0);
+  EXPECT_TRUE(made.empty());
+  test::RunForm(form, false, [&] {
+    EXPECT_TRUE(test::WaitFor([&] { return form.ShownRows() == 10'002; }));
+    EXPECT_EQ(form.list.GetCell(1, 0), "late 7");
+    form.list.SetCell(9'000, 1, "changed");
+    EXPECT_EQ(form.list.GetCell(9'000, 0), "late 9098");
+    EXPECT_EQ(form.list.GetCell(9'000, 1), "changed");
+    EXPECT_EQ(form.list.GetItemData(9'000), 9098);
+    const size_t count = made.size();
+    EXPECT_LT(count, 200u) << "rows that nobody sees are not made";
+    form.list.GetCell(1, 0);
+    EXPECT_EQ(made.size(), count);
+    form.list.Clear();
+  });
+}
+
 TEST(ListView, RowMinusOne_StandsForNone) {
   TableForm form;
   form.list.AddRow("a");

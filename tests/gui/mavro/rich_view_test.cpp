@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractTextDocumentLayout>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextBrowser>
+#include <QTextTable>
 #include <ctime>
 #include <memory>
 
@@ -187,6 +189,73 @@ TEST(RichView, Destroyed_InOnLink) {
     QTest::keyClick(test::WidgetOf(*form.doomed), Qt::Key_Tab);
     test::Key(form, Qt::Key_Return);
     EXPECT_EQ(form.doomed, nullptr);
+  });
+}
+
+constexpr char cTable[] =
+    "{\\rtf1{\\colortbl\\red0\\green0\\blue0;\\red0\\green0\\blue200;\\red255\\green200\\blue64;}"
+    "before\\par\\trowd\\trgaph108\\trrh600\\trleft36\\clbrdrt\\brdrdb\\clbrdrl\\brdrth\\clbrdrb\\b"
+    "rdrs"
+    "\\clcbpat2\\clvertalc\\cellx1500\\cellx3000\\pard\\intbl{\\fs28\\cf0 head}\\cell\\pard\\intbl "
+    "side\\cell\\row\\pard{\\cf1 after}\\par\\trowd\\cellx99999\\intbl wide\\cell\\row\\pard end}";
+
+struct TableForm : RichForm {
+  TableForm() { view.text = cTable; }
+  QTextTable* Table(int index) {
+    return qobject_cast<QTextTable*>(Widget()->document()->rootFrame()->childFrames().at(index));
+  }
+};
+
+TEST(RichView, Tables_AreShownAsDefined) {
+  TableForm form;
+  test::RunForm(form, false, [&] {
+    EXPECT_EQ(form.view.PlainText(), "before\nhead\nside\nafter\nwide\nend");
+    QTextTable* table = form.Table(0);
+    ASSERT_NE(table, nullptr);
+    EXPECT_EQ(table->columns(), 2);
+    const auto cell = table->cellAt(0, 0).format().toTableCellFormat();
+    EXPECT_EQ(cell.background().color(), QColor(255, 200, 64));
+    EXPECT_EQ(cell.verticalAlignment(), QTextCharFormat::AlignMiddle);
+    EXPECT_EQ(cell.topBorderStyle(), QTextFrameFormat::BorderStyle_Double);
+    EXPECT_EQ(cell.leftBorder(), 2);
+    EXPECT_EQ(cell.bottomBorder(), 1);
+    EXPECT_EQ(cell.rightBorder(), 0);
+    const QRectF place =
+        form.Widget()->document()->documentLayout()->frameBoundingRect(form.Table(0));
+    EXPECT_NEAR(place.height(), 40, 5);
+    EXPECT_NEAR(place.width(), 200, 4);
+    test::Shot(form, "rich_table");
+  });
+}
+
+TEST(RichView, WideTable_IsAsWideAsTheView_AlsoWhenThatChanges) {
+  TableForm form;
+  test::RunForm(form, false, [&] {
+    EXPECT_EQ(form.Table(1)->format().width().type(), QTextLength::PercentageLength);
+    form.view.SetBounds(10, 10, 250, 180);
+    EXPECT_TRUE(test::WaitFor([&form] { return form.Widget()->width() < 300; }));
+    EXPECT_EQ(form.Widget()->horizontalScrollBar()->maximum(), 0);
+    EXPECT_EQ(form.Table(0)->format().width().type(), QTextLength::FixedLength);
+    form.view.SetBounds(10, 10, 150, 180);
+    EXPECT_TRUE(test::WaitFor([&form] { return form.Widget()->width() < 200; }));
+    EXPECT_EQ(form.Table(0)->format().width().type(), QTextLength::PercentageLength);
+  });
+}
+
+TEST(RichView, Colors_CanBeReadOnADarkPage_AlsoWhenThePaletteChanges) {
+  TableForm form;
+  test::RunForm(form, false, [&] {
+    EXPECT_EQ(form.FormatAt("after").foreground().color(), QColor(0, 0, 200));
+    EXPECT_EQ(form.FormatAt("head").foreground().color(), QColor(0, 0, 0));
+    QPalette dark = form.Widget()->palette();
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    dark.setColor(QPalette::Text, Qt::white);
+    form.Widget()->setPalette(dark);
+    EXPECT_GT(form.FormatAt("after").foreground().color().lightness(), 120);
+    EXPECT_EQ(form.FormatAt("after").foreground().color().hslHue(), 240);
+    EXPECT_EQ(form.FormatAt("head").foreground().color(), QColor(0, 0, 0));
+    EXPECT_EQ(form.FormatAt("side").foreground().style(), Qt::NoBrush);
+    EXPECT_EQ(form.view.PlainText(), "before\nhead\nside\nafter\nwide\nend");
   });
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QScrollBar>
 #include <QTreeView>
 
 #include "Application.h"
@@ -98,6 +99,78 @@ TEST(TreeView, InsertNode_AtAPlace_StandsThereAndFindsItsRow) {
     EXPECT_EQ(form.src->children[2]->row, 2);
     EXPECT_LT(form.PlaceOf("a.cpp").y(), form.PlaceOf("aa.cpp").y());
     EXPECT_LT(form.PlaceOf("aa.cpp").y(), form.PlaceOf("b.cpp").y());
+  });
+}
+
+TEST(TreeView, InsertNodes_InTheMiddle_AreShownInTheirOrder) {
+  TreeForm form;
+  form.tree->Expand(form.src);
+  test::RunForm(form, false, [&] {
+    form.tree->InsertNodes(form.src, 1, {{"x", 31}, {"y", 32}});
+    form.tree->InsertNodes(form.src, 0, {});
+    std::string shown;
+    for (const auto& node : form.src->children)
+      shown += node->text + std::to_string(node->row) + " ";
+    EXPECT_EQ(shown, "a.cpp0 x1 y2 b.cpp3 ");
+    EXPECT_TRUE(form.IsShown("y"));
+    EXPECT_EQ(form.tree->FindData(32)->text, "y");
+    form.tree->RemoveNode(form.tree->FindChild(form.src, "x"));
+    EXPECT_EQ(form.tree->FindData(31), nullptr);
+  });
+}
+
+TEST(TreeView, FindData_OfANodeThatWentBeforeTheFirstSearch_FindsNothing) {
+  TreeForm form;
+  form.tree->RemoveNode(form.src->children.front().get());
+  form.tree->RemoveNode(form.inc);
+  form.tree->AddNode(form.src, "c.cpp", 13);
+  EXPECT_EQ(form.tree->FindData(11), nullptr);
+  EXPECT_EQ(form.tree->FindData(21), nullptr);
+  EXPECT_EQ(form.tree->FindData(12)->text, "b.cpp");
+  EXPECT_EQ(form.tree->FindData(13)->text, "c.cpp");
+}
+
+TEST(TreeView, NodesAboveTheShownPart_ComeAndGo_TheShownPartStays) {
+  TreeForm form;
+  std::vector<TreeRow> rows;
+  for (int i = 0; i < 200; ++i) rows.push_back({"n" + std::to_string(i), 100 + i});
+  form.tree->InsertNodes(form.src, -1, std::move(rows));
+  form.tree->Expand(form.src);
+  test::RunForm(form, false, [&] {
+    form.tree->Select(form.tree->FindData(220));
+    QScrollBar& bar = *form.Widget()->verticalScrollBar();
+    bar.setValue(bar.maximum() / 2 + 3);
+    const auto topText = [&] { return form.Widget()->indexAt(QPoint(0, 0)).data().toString(); };
+    const QString top = topText();
+    const int place = form.Widget()->visualRect(form.Widget()->indexAt(QPoint(0, 0))).top();
+    const auto expectSame = [&] {
+      form.Widget()->viewport()->repaint();
+      EXPECT_EQ(topText(), top);
+      EXPECT_EQ(form.Widget()->visualRect(form.Widget()->indexAt(QPoint(0, 0))).top(), place);
+    };
+    form.tree->AddNode(form.inc, "below", 500);
+    for (int i = 0; i < 3; ++i) form.tree->InsertNode(form.src, 0, "new", 400 + i);
+    expectSame();
+    for (int i = 0; i < 3; ++i) form.tree->RemoveNode(form.tree->FindData(400 + i));
+    form.tree->RemoveNode(form.tree->FindData(11));
+    expectSame();
+    EXPECT_EQ(form.tree->Selected()->data, 220);
+  });
+}
+
+TEST(TreeView, KeyRightAfterNodesCame_IsNotLost) {
+  TreeForm form;
+  test::RunForm(form, false, [&] {
+    form.tree->Focus();
+    for (int i = 0; i < 5; ++i) {
+      TreeNode* folder = form.tree->AddNode(nullptr, "f", 0);
+      form.tree->AddNode(folder, "a much longer text", 100 + i);
+      form.tree->Select(folder);
+      test::Key(form, Qt::Key_Right);
+      test::Key(form, Qt::Key_Down);
+      ASSERT_NE(form.tree->Selected(), nullptr) << i;
+      EXPECT_EQ(form.tree->Selected()->data, 100 + i);
+    }
   });
 }
 

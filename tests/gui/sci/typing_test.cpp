@@ -421,6 +421,18 @@ TEST(SciTyping, Words_BehindAnOperatorOfMembers_AreNoKeywords) {
   });
 }
 
+TEST(SciTyping, Words_TheOneThatTheCaretIsInIsNotOffered) {
+  EditorForm form;
+  RunEditor(form, [&] {
+    form.Fill("el@ant\n");
+    form.Type("e");
+    EXPECT_EQ(OpenList(form.editor), "");
+    form.Fill("elephant\nel@ant\n");
+    form.Type("e");
+    EXPECT_EQ(OpenList(form.editor), "elephant");
+  });
+}
+
 TEST(SciTyping, Words_ThatBecomeAKeyword_CloseTheirList) {
   EditorForm form;
   RunEditor(form, [&] {

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "TempFolder.h"
 #include "TestBuild.h"
 
@@ -131,6 +133,31 @@ TEST_F(OpenRecords, FileOfOldRecords_IsMadeShort) {
   EXPECT_GT(files.Read(BuildRecords::cRecordsName).size(), 100'000u);
   EXPECT_TRUE(Open().Find("a.o"));
   EXPECT_LT(files.Read(BuildRecords::cRecordsName).size(), 2000u);
+}
+
+TEST_F(OpenRecords, OpenedAgain_KnowsWhatTheFileSaysNow) {
+  BuildRecords records = Open();
+  records.Add("a.o", "one", {{"a.cpp", 1}});
+  records.Open(files.Path());
+  EXPECT_TRUE(records.Find("a.o"));
+  BuildRecords other = Open();
+  other.Add("b.o", "two", {});
+  records.Open(files.Path());
+  EXPECT_TRUE(records.Find("a.o") && records.Find("b.o"));
+  files.Write(BuildRecords::cRecordsName, cHeader);
+  records.Open(files.Path());
+  EXPECT_FALSE(records.Find("a.o"));
+}
+
+TEST_F(OpenRecords, WhatCouldNotBeWritten_IsForgottenWhenOpenedAgain) {
+  BuildRecords records = Open();
+  records.Add("a.o", "one", {});
+  std::filesystem::remove(files.Path(BuildRecords::cRecordsName));
+  files.Folder(BuildRecords::cRecordsName);
+  records.Add("b.o", "two", {});
+  EXPECT_TRUE(records.Find("b.o"));
+  records.Open(files.Path());
+  EXPECT_FALSE(records.Find("b.o") || records.Find("a.o"));
 }
 
 TEST_F(OpenRecords, ProductsWithTheSameInputs_ShareThem) {

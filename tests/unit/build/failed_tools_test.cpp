@@ -205,6 +205,18 @@ TEST_F(BuildTest, NoteLeftAtTheEndOfARun_ExtendsTheLastRow) {
 
 // Group: what a build leaves out, and what it must not write.
 
+TEST_F(BuildTest, ProjectWhoseFilesNobodyCompiles_SaysThatNothingWasBuilt) {
+  build.Add("notes.txt", "");
+  build.Add("b.asm", "");
+  build.builder.Make(Builder::Scope::cStale);
+  EXPECT_TRUE(build.tools.TakeNames().empty());
+  EXPECT_EQ(build.shell.status, "Nothing built: no file of the project is compiled");
+  EXPECT_THAT(Output(), AllOf(HasSubstr(build.shell.status), Not(HasSubstr("Build succeeded"))));
+  build.Add("a.cpp", cMain);
+  build.builder.Make(Builder::Scope::cStale);
+  EXPECT_THAT(Output(), HasSubstr("Build succeeded"));
+}
+
 TEST_F(BuildTest, FilesThatNobodyCompiles_AreNamedInOneLine) {
   build.Add("a.cpp", cMain);
   build.Add("a.h", "");

@@ -1,9 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <memory>
+#include <optional>
 #include <string>
 
 #include "ParsedProject.h"
+#include "TempFolder.h"
+#include "tags/LibraryNames.h"
 
 // What can stand where an expression or a statement begins: the free list.
 
@@ -88,6 +92,48 @@ TEST_F(FreeNames, OfTheLibrary_WhereItsNamespaceIsUsed) {
   EXPECT_EQ(Names("using namespace std;\nvoid f() {\n  v@\n}\n"), "vector virtual void volatile");
   EXPECT_EQ(Names("using namespace bank;\nvoid f() {\n  va@\n}\n"), "vault");
   EXPECT_EQ(Names("void f() {\n  std::v@\n}\n"), "vector");
+}
+
+TEST_F(FreeNames, OfC_ComeAfterTheProjects) {
+  const test::TempFolder folder;
+  const std::string path = folder.Write("c.tgn",
+                                        " sFunc\tp\tint\t(void)\n sigset\tp\tint\t(int sig)\n"
+                                        " sort\tp\tint\t()\nstd sort\tp\tvoid\t(I first, I last)\n"
+                                        "std sort\tp\tvoid\t(I first, I last, C comp)\n");
+  project.library.names = {std::make_shared<LibraryNames>(path)};
+  EXPECT_EQ(Row("void f() {\n  s@\n}\n", "sFunc"), "function int (int a)");
+  EXPECT_EQ(Row("void f() {\n  s@\n}\n", "sigset"), "function int (int sig)");
+  EXPECT_EQ(Names("void f() {\n  std::so@\n}\n"), "sort");
+  EXPECT_EQ(Names("using namespace std;\nvoid f() {\n  sor@\n}\n"), "sort");
+  const auto tips = [&](const std::string& call) {
+    const test::CodeText editor = project.Edit("/p/tip.cpp", "void f() {\n  " + call + "@\n}\n");
+    const std::optional<CallTip> tip = project.completion.callTipAt(editor);
+    std::string labels;
+    for (size_t i = 0; tip && i < tip->overloads.size(); ++i)
+      labels += (i ? "; " : "") + tip->overloads[i].label;
+    return labels;
+  };
+  EXPECT_EQ(tips("sigset("), "int sigset(int sig)");
+  EXPECT_EQ(tips("std::sort("), "void sort(I first, I last); void sort(I first, I last, C comp)");
+  project.Add("/p/mine.h", "char sigset(char mine);\n");
+  EXPECT_EQ(tips("sigset("), "char sigset(char mine)");
+}
+
+TEST_F(FreeNames, InsideAWord_DontHaveTheWordItself) {
+  EXPECT_EQ(Names("int foo@bar;\n"), "");
+  EXPECT_EQ(Names("int foobaz;\nint foo@bar;\n"), "foobaz");
+  EXPECT_EQ(Names("struct foobaz {\n  int foo@bar;\n};\n"), "foobaz");
+  EXPECT_EQ(Names("int foobar;\nvoid f() {\n  foo@bar = 1;\n}\n"), "foobar");
+}
+
+TEST_F(FreeNames, BehindANamespaceThatAMacroOpens_AreThoseOfTheIncludedFiles) {
+  project.Add("/p/far.cpp", "namespace lib {\nint farOne;\n}\n");
+  project.Add("/p/near.h",
+              "#define LIB_BEGIN namespace lib {\nLIB_BEGIN\nstruct nearOne {};\n"
+              "int nearTwo(int a);\n}\n");
+  EXPECT_EQ(Names("#include \"near.h\"\nvoid f() {\n  lib::near@\n}\n"), "nearOne nearTwo");
+  EXPECT_EQ(Names("namespace lib {\nint own;\n}\n#include \"near.h\"\nvoid f() {\n  lib::ne@\n}\n"),
+            "");
 }
 
 TEST_F(FreeNames, EnumeratorsOfAScopedEnum_AreBehindItsScopeOnly) {

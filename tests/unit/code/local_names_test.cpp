@@ -76,6 +76,23 @@ TEST(LocalNames, Expressions_DeclareNothing) {
   EXPECT_EQ(Locals("void f() {\n  goto done;\n  throw e;\n  std::cout << a;\n  case B:\n  "), "");
 }
 
+TEST(LocalNames, ParametersWhoseTypesFollowThem) {
+  EXPECT_EQ(Locals("local int f(strm, count)\nz_streamp strm;\nint *count;\n{\n  int k;\n  "),
+            "k:int count:int* strm:z_streamp");
+  EXPECT_EQ(Locals("f(a, b)\nconst char *a, b[];\n{\n  "), "b:char* a:char*");
+  EXPECT_EQ(Locals("void f() {\n  if (x) y;\n  {\n    "), "");
+  EXPECT_EQ(Locals("void f() {\n  g(x);\n  int k;\n  {\n    "), "k:int");
+  EXPECT_EQ(Locals("int a;\nint b;\n{\n  "), "");
+}
+
+TEST(LocalNames, ProductOfVariables_DeclaresNothing) {
+  EXPECT_EQ(Locals("void f() {\n  int x = 1, y = 2;\n  x * y;\n  "), "y:int x:int");
+  EXPECT_EQ(Locals("void f(int x) {\n  x & y;\n  x && z;\n  "), "x:int");
+  EXPECT_EQ(Locals("int x;\nvoid f() {\n  x * y;\n  "), "");
+  EXPECT_EQ(Locals("void f() {\n  using X = Foo;\n  X * y;\n  "), "y:X* X:Foo");
+  EXPECT_EQ(Locals("class X;\nvoid f() {\n  X * y;\n  X * z = x;\n  "), "z:X* y:X*");
+}
+
 TEST(LocalNames, BrokenText_EndsWithoutHarm) {
   const std::string text =
       "Foo::Foo(int a) : b(a), c{a} { for (auto& [k, v] : m) if (int x = 1) { [q = x](T t) { } } "

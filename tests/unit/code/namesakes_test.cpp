@@ -101,5 +101,96 @@ TEST_F(Namesakes, Symbols_LeadToTheirOwnFile) {
             "/p/two/options.h:0");
 }
 
+// Of a nested class and a namesake elsewhere the scope of the function's class, or of the member's,
+// decides.
+TEST(NamesakesOfKinds, NestedClassOfTheScope_GoesFirst) {
+  test::ParsedProject project;
+  project.Add("/p/other.h", "struct State { int wrong; };\n");
+  project.Add("/p/dfa.h",
+              "class Dfa {\n  struct State { int right; };\n  struct Params { State* start; };\n"
+              "  void Run(State* s, Params* p);\n};\n");
+  const std::string code = "#include \"dfa.h\"\n#include \"other.h\"\n";
+  const auto names = [&](const std::string& typed) {
+    return project.Names("/p/a.cpp",
+                         code + "void Dfa::Run(State* s, Params* p) {\n  " + typed + "@\n}\n");
+  };
+  EXPECT_EQ(names("s->"), "right");
+  EXPECT_EQ(names("p->start->"), "right");
+  EXPECT_EQ(project.Names("/p/a.cpp", code + "void run(State* s) {\n  s->@\n}\n"), "wrong");
+}
+
+TEST(NamesakesOfKinds, StandardClass_ByItsNamespace) {
+  test::ParsedProject project;
+  test::CodeStores::AddClass(project.library, "string", 0).members = {test::Tag("size", 'p')};
+  project.Add("/p/mine.h", "struct string { int mine; };\nstd::string name();\nstring own();\n");
+  const std::string code = "#include \"mine.h\"\nvoid f() {\n  auto s = ";
+  EXPECT_EQ(project.Names("/p/a.cpp", code + "name();\n  s.@\n}\n"), "size");
+  EXPECT_EQ(project.Names("/p/a.cpp", code + "own();\n  s.@\n}\n"), "mine");
+}
+
+TEST(NamesakesOfKinds, BaseThatATypedefNames) {
+  test::ParsedProject project;
+  project.Add("/p/set.h",
+              "template <class T> class SetOf {\npublic:\n  int size();\n};\n"
+              "typedef SetOf<void> Set;\nclass Queue : public Set {\npublic:\n  int own;\n};\n");
+  EXPECT_EQ(project.Names("/p/a.cpp", "#include \"set.h\"\nvoid f(Queue q) {\n  q.@\n}\n"),
+            "own size");
+}
+
+TEST(NamesakesOfKinds, AliasOfANamespace) {
+  test::ParsedProject project;
+  project.Add("/p/lib.h", "namespace longName {\nstruct One {};\n}\n");
+  EXPECT_EQ(project.Names("/p/a.cpp",
+                          "#include \"lib.h\"\nnamespace ln = longName;\nvoid f() {\n"
+                          "  ln::O@\n}\n"),
+            "One");
+}
+
+TEST(NamesakesOfKinds, MembersOfAUnnamedUnion_HaveTheAccessAroundIt) {
+  test::ParsedProject project;
+  project.Add("/p/u.h",
+              "class Inst {\npublic:\n  int open;\nprivate:\n  union {\n    int hidden;\n"
+              "  };\n};\n");
+  EXPECT_EQ(project.Names("/p/a.cpp", "#include \"u.h\"\nvoid f(Inst i) {\n  i.@\n}\n"), "open");
+}
+
+TEST(NamesakesOfKinds, ArrowOfAClassOfTheProject_LeadsToWhatItPointsTo) {
+  test::ParsedProject project;
+  project.Add("/p/u.h",
+              "struct Node {\n  int val;\n};\ntemplate <class T> class Ptr {\npublic:\n"
+              "  T* operator->() const;\n  void reset();\n};\n"
+              "struct Tree {\n  Ptr<Node> root;\n  Ptr<Node>* many;\n};\n");
+  const auto names = [&](const std::string& typed) {
+    return project.Names("/p/a.cpp", "#include \"u.h\"\nvoid f(Tree t) {\n  " + typed + "@\n}\n");
+  };
+  EXPECT_EQ(names("t.root->"), "val");
+  EXPECT_EQ(names("t.root."), "reset");
+  EXPECT_EQ(names("t.many->"), "reset");
+}
+
+TEST(NamesakesOfKinds, FunctionWithSeveralDeclarations_ByTheNumberOfArguments) {
+  test::ParsedProject project;
+  project.Add("/p/u.h",
+              "struct One {\n  int one;\n};\nstruct Two {\n  int two;\n};\n"
+              "One* make(int a);\nTwo* make(int a, int b);\nTwo* more(const char* f, ...);\n"
+              "One* more();\n");
+  const auto names = [&](const std::string& typed) {
+    return project.Names("/p/a.cpp",
+                         "#include \"u.h\"\nvoid f() {\n  auto p = " + typed + ";\n  p->@\n}\n");
+  };
+  EXPECT_EQ(names("make(1)"), "one");
+  EXPECT_EQ(names("make(g(1, 2), 2)"), "two");
+  EXPECT_EQ(names("make()"), "one") << "none fits: the first";
+  EXPECT_EQ(names("more(\"a, b\", 1, 2)"), "two");
+  EXPECT_EQ(names("more()"), "one");
+}
+
+TEST(NamesakesOfKinds, MacroBetweenTypeAndPointer) {
+  test::ParsedProject project;
+  project.Add("/p/u.h", "#define FAR\ntypedef struct {\n  int op;\n} code;\n");
+  EXPECT_EQ(project.Names("/p/a.c", "#include \"u.h\"\nvoid f(code const FAR *t) {\n  t->@\n}\n"),
+            "op");
+}
+
 }  // namespace
 }  // namespace zendry

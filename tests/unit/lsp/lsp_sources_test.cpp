@@ -104,6 +104,22 @@ TEST_F(LspSourcesTest, ProjectFile_GoesBeforeCommands_CommandsBeforeTheWalk) {
   EXPECT_EQ(Known(folder.Path()), "OnlyOwn ");
 }
 
+// As a user has it who hasn't told anybody how the code is compiled.
+TEST_F(LspSourcesTest, HeaderThatNoSwitchLeadsTo_IsLookedForInTheFoldersIncludes) {
+  folder.Write("src/listed.cpp", "#include <lib.h>\n#include <else.h>\n");
+  folder.Write("include/lib.h", "class OnlyIncluded { int a; };\n");
+  folder.Write("other/else.h", "class OnlyElsewhere { int a; };\n");
+  folder.Write("compile_commands.json",
+               R"([{"directory": ")" + folder.Path() +
+                   R"(", "file": "src/listed.cpp", "command": "g++ src/listed.cpp"}])");
+  EXPECT_EQ(Known(folder.Path()), "OnlyIncluded ");
+  folder.Write("inner/src/listed.cpp", "#include <lib.h>\n");
+  folder.Write("inner/compile_commands.json",
+               R"([{"directory": ")" + folder.Path("inner") +
+                   R"(", "file": "src/listed.cpp", "command": "g++ src/listed.cpp"}])");
+  EXPECT_EQ(Known(folder.Path("inner")), "") << "outside of the folder";
+}
+
 TEST_F(LspSourcesTest, HomeFolder_IsNotWalked) {
   folder.Write("walked.cpp", "class OnlyWalked { int a; };\n");
   const test::ScopedHome home(folder.Path());

@@ -185,5 +185,69 @@ TEST(RtfReader, CutAnywhere_Ends) {
     EXPECT_LE(ReadRtf(std::string_view(rtf).substr(0, length)).paragraphs.size(), 1u);
 }
 
+constexpr char cRow[] =
+    "{\\rtf1{\\colortbl;\\red255\\green200\\blue64;}a\\par\\trowd\\trql\\trgaph108\\trrh600"
+    "\\trleft36\\clbrdrt\\brdrdb\\clbrdrl\\brdrth\\clbrdrb\\brdrsh\\brdrs\\clcbpat1\\clvertalc"
+    "\\cellx900\\cellx1800\\pard\\intbl {\\b x}\\cell\\pard\\intbl y\\cell\\row\\pard z}";
+
+TEST(RtfTables, Row_IsReadAsDefined) {
+  const RtfText text = ReadRtf(cRow);
+  EXPECT_EQ(Shown(text), "[a][<b>x][y][z]");
+  ASSERT_EQ(text.rows.size(), 1u);
+  const RtfRow& row = text.rows[0];
+  EXPECT_EQ(row.left, 36);
+  EXPECT_EQ(row.gap, 108);
+  EXPECT_EQ(row.height, 600);
+  ASSERT_EQ(row.cells.size(), 2u);
+  EXPECT_EQ(row.cells[0].right, 900);
+  EXPECT_EQ(row.cells[0].background, 0xFFC840);
+  EXPECT_EQ(row.cells[0].align, RtfCell::cCentered);
+  EXPECT_THAT(row.cells[0].borders, testing::ElementsAre(RtfCell::cDouble, RtfCell::cThick,
+                                                         RtfCell::cSingle, RtfCell::cNone));
+  EXPECT_EQ(row.cells[1].right, 1800);
+  EXPECT_EQ(row.cells[1].background, -1);
+  EXPECT_THAT(row.cells[1].borders, testing::Each(RtfCell::cNone));
+}
+
+// The paragraphs of a text as "row.cell", "-" for one outside of tables.
+std::string Places(std::string_view rtf) {
+  std::string places;
+  const RtfText text = ReadRtf(rtf);
+  for (const RtfParagraph& paragraph : text.paragraphs) {
+    if (paragraph.row < 0) {
+      places += "- ";
+      continue;
+    }
+    EXPECT_LT(static_cast<size_t>(paragraph.row), text.rows.size());
+    places += std::to_string(paragraph.row) + "." + std::to_string(paragraph.cell) + " ";
+  }
+  return places;
+}
+
+TEST(RtfTables, Paragraphs_KnowTheirCells) {
+  EXPECT_EQ(Places(cRow), "- 0.0 0.1 - ");
+  EXPECT_EQ(Places("{\\rtf1\\trowd\\cellx9\\intbl a\\par b\\cell\\row c\\cell\\row\\pard d}"),
+            "0.0 0.0 1.0 - ");
+  EXPECT_EQ(Places("{\\rtf1\\trowd\\cellx9\\intbl a\\cell b\\row\\pard c}"), "0.0 0.1 - ");
+  EXPECT_EQ(Places("{\\rtf1\\trowd\\cellx9\\intbl a\\cell b"), "0.0 0.1 ");
+  EXPECT_EQ(Places("{\\rtf1\\trowd\\cellx9\\intbl a"), "0.0 ");
+  EXPECT_EQ(Places("{\\rtf1\\intbl a\\par}"), "- ");
+}
+
+TEST(RtfTables, CellOutsideOfRows_IsATab) {
+  EXPECT_EQ(Shown("{\\rtf1 a\\cell b\\row c}"), "[a\tb][c]");
+}
+
+TEST(RtfTables, Cells_HaveALimit) {
+  std::string rtf = "{\\rtf1\\trowd\\intbl ";
+  for (int i = 0; i < 66; ++i) rtf += "\\cellx1 x\\cell ";
+  const RtfText text = ReadRtf(rtf + "\\row}");
+  ASSERT_EQ(text.rows.size(), 1u);
+  EXPECT_EQ(text.rows[0].cells.size(), 64u);
+  ASSERT_EQ(text.paragraphs.size(), 65u);
+  EXPECT_EQ(text.paragraphs[63].cell, 63);
+  EXPECT_EQ(text.paragraphs[64].runs[0].text, "x\tx\t");
+}
+
 }  // namespace
 }  // namespace mavro

@@ -109,17 +109,19 @@ TEST_F(StandAloneTest, WithoutAProject_TheLibraryIsRead) {
   EXPECT_EQ(ListIn("solo.cpp", "void f() {\n  Stl s;\n  s.@\n}\n"), "m?1");
 }
 
-TEST_F(StandAloneTest, FindQuotedInclude_BesideAboveAndInInclude) {
+TEST_F(StandAloneTest, FindIncluded_BesideAboveAndInInclude) {
   folder.Write("root/include/lib/a.h", "");
   folder.Write("root/util/b.h", "");
   folder.Write("root/src/deep/c.h", "");
   const std::string from = folder.Path("root/src/deep/");
-  EXPECT_EQ(FindQuotedInclude("c.h", from), folder.Path("root/src/deep/c.h"));
-  EXPECT_EQ(FindQuotedInclude("util/b.h", from), folder.Path("root/util/b.h"));
-  EXPECT_EQ(FindQuotedInclude("lib/a.h", from), folder.Path("root/include/lib/a.h"));
-  EXPECT_EQ(FindQuotedInclude("../../util/b.h", from), folder.Path("root/util/b.h"));
-  EXPECT_EQ(FindQuotedInclude("a.h", from), "");
-  EXPECT_EQ(FindQuotedInclude("", ""), "");
+  EXPECT_EQ(FindIncluded({true, "c.h"}, from), folder.Path("root/src/deep/c.h"));
+  EXPECT_EQ(FindIncluded({true, "util/b.h"}, from), folder.Path("root/util/b.h"));
+  EXPECT_EQ(FindIncluded({true, "lib/a.h"}, from), folder.Path("root/include/lib/a.h"));
+  EXPECT_EQ(FindIncluded({true, "../../util/b.h"}, from), folder.Path("root/util/b.h"));
+  EXPECT_EQ(FindIncluded({false, "lib/a.h"}, from), folder.Path("root/include/lib/a.h"));
+  EXPECT_EQ(FindIncluded({false, "c.h"}, from), "") << "beside it are quoted ones only";
+  EXPECT_EQ(FindIncluded({true, "a.h"}, from), "");
+  EXPECT_EQ(FindIncluded({true, ""}, ""), "");
 }
 
 }  // namespace

@@ -1,0 +1,292 @@
+#include "code/SymbolPlaces.h"
+
+#include <algorithm>
+
+#include "code/CallTip.h"
+#include "code/CallableText.h"
+#include "code/CodeSources.h"
+#include "code/CodeTokens.h"
+#include "code/TextScanner.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr int cFunction = 'f';
+constexpr int cPrototype = 'p';
+constexpr int cLongestCall = 4000;  // bytes
+
+using Want = SymbolPlaces::Want;
+
+bool IsFunction(int kind) {
+  return kind == cFunction || kind == cPrototype;
+}
+
+// The parameter types, and the words after the parameters by which overloads differ.
+std::string TypesOf(const std::string& signature) {
+  std::string types = ParameterTypes(signature);
+  const size_t close = signature.rfind(')');
+  const std::string_view after =
+      close == std::string::npos ? std::string_view() : std::string_view(signature).substr(close);
+  if (after.find("const") != after.npos) types += "const";
+  return types;
+}
+
+// The number of arguments of the call of the name that ends at `place`; -1 if it isn't called.
+int ArgumentsAt(const CaretText& editor, int place) {
+  const int end = std::min(editor.Length(), place + cLongestCall);
+  std::string text(static_cast<size_t>(end - place), '\0');
+  editor.CopyRange(place, end, text.data());
+  const CodeTokens tokens(std::move(text));
+  int open = 0;
+  if (tokens.Is(open, "<")) open = tokens.AngleEnd(open) + 1;
+  if (!tokens.Is(open, "(") || !tokens.IsOpening(open)) return -1;
+  const int close = tokens.Partner(open);
+  int count = close > open + 1;
+  for (int at = open + 1; at < close; ++at) {
+    if (tokens.IsOpening(at))
+      at = tokens.Partner(at);
+    else if (tokens.Is(at, "<") && tokens.AngleEnd(at) > at && tokens.AngleEnd(at) < close)
+      at = tokens.AngleEnd(at);
+    else if (tokens.Is(at, ","))
+      ++count;
+  }
+  return count;
+}
+
+int NameEnd(const CaretText& editor, int place) {
+  TextScanner scanner(editor);
+  while (IsWordChar(scanner.At(place))) ++place;
+  return place;
+}
+
+std::string_view StemOf(std::string_view path) {
+  const size_t dot = path.rfind('.');
+  const size_t slash = path.rfind('/');
+  return dot == path.npos || (slash != path.npos && dot < slash) ? path : path.substr(0, dot);
+}
+
+// 0 for the same file, 1 for its counterpart, 2 for others.
+int Distance(const TagItem& item, std::string_view path) {
+  const std::string& its = item.module->fileName;
+  if (its == path) return 0;
+  return StemOf(its).substr(its.rfind('/') + 1) == StemOf(path).substr(path.rfind('/') + 1) ? 1 : 2;
+}
+
+void SortByDistance(std::vector<TagItem*>& items, const std::string& path) {
+  std::stable_sort(items.begin(), items.end(), [&](const TagItem* a, const TagItem* b) {
+    return Distance(*a, path) < Distance(*b, path);
+  });
+}
+
+// Keeps those that pass, if any do.
+template <class Filter>
+void Prefer(std::vector<TagItem*>& items, Filter passes) {
+  if (std::none_of(items.begin(), items.end(), passes)) return;
+  std::erase_if(items, [&](TagItem* item) { return !passes(item); });
+}
+
+CodePlace PlaceOf(const TagItem& item) {
+  return {item.module->fileName, std::max(item.line - 1, 0), item.name};
+}
+
+}  // namespace
+
+bool HaveSameTypes(const TagItem& a, const TagItem& b) {
+  return TypesOf(a.signature) == TypesOf(b.signature);
+}
+
+std::optional<IncludeName> IncludeNameIn(std::string_view line) {
+  const auto skipBlanks = [&line] {
+    line.remove_prefix(std::min(line.find_first_not_of(" \t"), line.size()));
+  };
+  skipBlanks();
+  if (!line.starts_with('#')) return std::nullopt;
+  line.remove_prefix(1);
+  skipBlanks();
+  if (!line.starts_with("include")) return std::nullopt;
+  const size_t open = line.find_first_of("\"<");
+  if (open == line.npos) return std::nullopt;
+  const bool isQuoted = line[open] == '"';
+  const size_t close = line.find(isQuoted ? '"' : '>', open + 1);
+  if (close == line.npos || close == open + 1) return std::nullopt;
+  return IncludeName{std::string(line.substr(open + 1, close - open - 1)), isQuoted};
+}
+
+TagClass* SymbolPlaces::ClassSeen(std::string_view name, const TagData* module) {
+  for (;;) {
+    if (TagClass* found = wizard.tags.findClass(name, module)) return found;
+    const size_t colon = name.find("::");
+    if (colon == name.npos) return nullptr;
+    name.remove_prefix(colon + 2);
+  }
+}
+
+// All functions of this name and owner in the project. Two files may have different classes of one
+// name: members are those of the class that their file sees.
+std::vector<TagItem*> SymbolPlaces::Namesakes(const TagItem& item) {
+  std::vector<TagItem*> found;
+  const auto collect = [&](std::vector<TagItem>& items, TagClass* owner, TagData& module) {
+    for (TagItem& other : items) {
+      if (other.name != item.name || !IsFunction(other.kind)) continue;
+      other.module = &module;
+      other.owner = owner;
+      found.push_back(&other);
+    }
+  };
+  const TagClass* meant = item.owner ? ClassSeen(item.owner->name, item.module) : nullptr;
+  const std::string owner = meant ? meant->name : item.owner ? item.owner->name : "";
+  for (TagData* module : sources.Modules()) {
+    if (!item.owner) {
+      collect(module->globals, nullptr, *module);
+      continue;
+    }
+    for (auto& [name, record] : module->classes) {
+      if (name != owner && !name.ends_with("::" + owner)) continue;
+      const bool isSame =
+          record.line >= 0 ? !meant || &record == meant : ClassSeen(name, module) == meant;
+      if (isSame) collect(record.members, &record, *module);
+    }
+  }
+  return found;
+}
+
+std::vector<TagItem*> SymbolPlaces::Counterparts(const TagItem& item, Want want) {
+  const int kind = want == Want::cDefinition ? cFunction : cPrototype;
+  std::vector<TagItem*> found = Namesakes(item);
+  std::erase_if(found, [&](const TagItem* other) { return other->kind != kind; });
+  const std::string types = TypesOf(item.signature);
+  const int most = ArityOf(item.signature).most;
+  const auto isSame = [&](const TagItem* other) { return TypesOf(other->signature) == types; };
+  const auto isAsLong = [&](const TagItem* o) { return ArityOf(o->signature).most == most; };
+  Prefer(found, isAsLong);
+  Prefer(found, isSame);
+  if (item.module) SortByDistance(found, item.module->fileName);
+  return found;
+}
+
+// `item` may be a copy of the tag that was resolved.
+void SymbolPlaces::Choose(SymbolAnswer& answer, const TagItem& item, Want want,
+                          const CaretText& editor) {
+  const int caret = editor.CaretPosition();
+  const int caretLine = editor.LineFromPosition(caret);
+  const std::string path = editor.Path();
+  const auto isAtCaret = [&](const TagItem* other) {
+    return other->line - 1 == caretLine && other->module->fileName == path;
+  };
+  std::vector<TagItem*> all = Namesakes(item);
+  const TagItem* chosen = &item;
+  if (const auto here = std::find_if(all.begin(), all.end(), isAtCaret); here != all.end()) {
+    chosen = *here;
+  } else if (const int count = ArgumentsAt(editor, NameEnd(editor, caret)); count >= 0) {
+    const auto takes = [&](const TagItem* other) {
+      const Arity arity = ArityOf(other->signature);
+      return arity.least <= count && count <= arity.most;
+    };
+    const auto fits = [&](const TagItem* other) {
+      return takes(other) && other->kind == item.kind;
+    };
+    if (!takes(&item)) {
+      SortByDistance(all, item.module->fileName);
+      auto better = std::find_if(all.begin(), all.end(), fits);
+      if (better == all.end()) better = std::find_if(all.begin(), all.end(), takes);
+      if (better != all.end()) chosen = *better;
+    }
+  }
+  if (want == Want::cNearest && isAtCaret(chosen))
+    want = chosen->kind == cPrototype ? Want::cDefinition : Want::cDeclaration;
+  const int wanted = want == Want::cDefinition ? cFunction : cPrototype;
+  if (want != Want::cNearest && chosen->kind != wanted)
+    for (const TagItem* other : Counterparts(*chosen, want))
+      answer.places.push_back(PlaceOf(*other));
+  if (answer.places.empty()) answer.places.push_back(PlaceOf(*chosen));
+}
+
+// A name that completion needs no lookup for: a member or class of the classes around, or an
+// enumerator.
+TagItem* SymbolPlaces::FindInScopes(const CaretText& editor, const std::string& name) {
+  const TagItem* scope = wizard.currentItem(editor);
+  const TagData* module = scope ? scope->module : nullptr;
+  std::string owner = scope && scope->owner ? scope->owner->name : "";
+  while (!owner.empty()) {
+    if (TagItem* found = wizard.tags.findMemberInClass(owner, name, 0, module)) return found;
+    if (TagClass* found = wizard.tags.findClass(owner + "::" + name, module)) return found;
+    const size_t colon = owner.rfind("::");
+    owner.resize(colon == std::string::npos ? 0 : colon);
+  }
+  const TagIndex& index = wizard.tags.EnsureIndex();
+  const auto places = index.AllEnumerators().find(name);
+  if (places == index.AllEnumerators().end() || places->second.empty()) return nullptr;
+  auto place = std::find_if(places->second.begin(), places->second.end(), [&](const auto& each) {
+    return index.Modules()[static_cast<size_t>(each.module)] == module;
+  });
+  if (place == places->second.end()) place = places->second.begin();
+  place->record->module = index.Modules()[static_cast<size_t>(place->module)];
+  place->record->owner = nullptr;
+  return place->record;
+}
+
+SymbolAnswer SymbolPlaces::AtCaret(const CaretText& editor, Want want) {
+  ResolveInfo info;
+  info.kind = cAnyRequest;
+  const bool isFound = wizard.resolveAt(editor, info, 0);
+  SymbolAnswer answer;
+  answer.name = info.memberPath.empty() ? info.name : info.name + "." + info.memberPath;
+  if (!isFound) {
+    const bool isName = !info.name.empty() && info.memberPath.empty();
+    const TagItem* found = isName ? FindInScopes(editor, info.name) : nullptr;
+    if (found && found->module) answer.places.push_back(PlaceOf(*found));
+    return answer;
+  }
+  const bool isTag = info.kind != cAnyRequest;
+  if (!isTag) {
+    const TagItem* here = wizard.currentItem(editor);
+    const bool isFunction =
+        here && IsFunction(here->kind) && here->name == info.name && here->line - 1 == info.line;
+    if (isFunction) {
+      Choose(answer, *here, want, editor);
+      return answer;
+    }
+    answer.places.push_back({editor.Path(), info.targetLine, info.name, info.position});
+    return answer;
+  }
+  TagData* module = info.file.empty() ? nullptr : wizard.tags.ModuleNamed(info.file);
+  answer.isLibrary = info.file.empty();
+  if (answer.isLibrary) return answer;
+  TagClass owner;
+  TagItem item;
+  owner.name = info.className;
+  owner.module = item.module = module;
+  item.name = info.name;
+  item.kind = info.kind;
+  item.line = info.targetLine + 1;
+  item.signature = info.signature;
+  if (!info.className.empty()) item.owner = &owner;
+  if (module && IsFunction(info.kind))
+    Choose(answer, item, want, editor);
+  else
+    answer.places.push_back({info.file, std::max(info.targetLine, 0), info.name});
+  return answer;
+}
+
+SymbolAnswer SymbolPlaces::Around(const CaretText& editor, Want want) {
+  SymbolAnswer answer;
+  TagItem* item = wizard.currentItem(editor);
+  if (!item) return answer;
+  const bool isMember = item->owner && item->owner != item;
+  answer.name = isMember ? item->owner->name + "::" + item->name : item->name;
+  if (IsFunction(item->kind)) {
+    const int wanted = want == Want::cDefinition ? cFunction : cPrototype;
+    const bool isInline = item->kind == cFunction && item->access != 0;
+    if (item->kind == wanted || isInline) {
+      answer.places.push_back(PlaceOf(*item));
+      return answer;
+    }
+    for (const TagItem* other : Counterparts(*item, want)) answer.places.push_back(PlaceOf(*other));
+    return answer;
+  }
+  answer.places.push_back(PlaceOf(*item));
+  return answer;
+}
+
+}  // namespace zendry

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <mavro>
+#include <string>
+
+namespace zendry {
+
+class Debugger;
+class EditTabs;
+
+// The dialog that lists the breakpoints.
+class BreakEditor : public mavro::Form {
+ public:
+  // `itsDebugger` has the breakpoints, `itsTabs` shows their places; neither is owned.
+  BreakEditor(Debugger& itsDebugger, EditTabs& itsTabs);
+
+  // Shows the breakpoints anew: their numbers, places or conditions have changed.
+  void Fill();
+
+  mavro::Panel buttons;
+  mavro::Button locate, condition, remove, removeAll, close;
+  mavro::ListView list;
+
+ private:
+  void OnLocate(mavro::NotifyArgs& args);
+  void OnCondition(mavro::NotifyArgs& args);
+  void OnRemove(mavro::NotifyArgs& args);
+  void OnRemoveAll(mavro::NotifyArgs& args);
+  void OnSelected(mavro::NotifyArgs& args);
+  void OnKey(mavro::KeyArgs& args);
+  void OnEdited(mavro::ItemArgs& args);
+  void SelectRow(int row);
+  void UpdateButtons();
+
+  Debugger& debugger;
+  EditTabs& tabs;
+};
+
+}  // namespace zendry

@@ -1,0 +1,304 @@
+#include <signal.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <utility>
+
+#include "SystemDialogs.h"
+#include "base/Paths.h"
+#include "base/Shell.h"
+#include "debug/DebugLimits.h"
+#include "debug/DebugSession.h"
+#include "debug/DebugView.h"
+#include "debug/DebugWords.h"
+#include "debug/ProgramProcesses.h"
+#include "project/Project.h"
+
+// The session: prompts, stops and pauses.
+
+namespace zendry {
+
+namespace {
+
+using enum DebugState;
+
+constexpr char cBacktrace[] = "backtrace 10000";
+
+bool IsPauseSignal(const std::string& name) {
+  return name == "SIGINT" || name == "SIGSTOP" || name.empty();
+}
+
+}  // namespace
+
+// --- Prompts
+
+bool DebugSession::IsEvaluating() const {
+  return gdb.IsCurrent(SentFor::cDisplay) || gdb.IsCurrent(SentFor::cDisplays) ||
+         gdb.IsCurrent(SentFor::cTip);
+}
+
+bool DebugSession::AwaitsResume() const {
+  return std::any_of(gdb.sent.begin(), gdb.sent.end(), [](const SentCommand& command) {
+    return command.purpose == SentFor::cResume || command.purpose == SentFor::cRun;
+  });
+}
+
+void DebugSession::OnPrompt() {
+  if (state == cNotRunning || state == cEnding) return;
+  if (!gdbIsReady) {
+    answerTimer.Stop();
+    return SendPreparations();
+  }
+  evaluationTimer.Stop();
+  Answered(gdb.TakeAnswered());
+  if (state == cNotRunning || state == cEnding) return;
+  // A step that can't be made, or a stop whose values were interrupted.
+  if (state == cRunning && gdb.stream.paused && !AwaitsResume()) EnterPause();
+  if (state == cPaused && std::exchange(mustRedisplay, false)) ShowList(shownList);
+  if (gdb.sent.empty())
+    interruptedEvaluation = false;
+  else if (IsEvaluating())
+    WatchTime();
+}
+
+void DebugSession::Answered(SentCommand command) {
+  switch (command.purpose) {
+    case SentFor::cRun:
+      if (hasRun) return;
+      Stop();
+      return view.Say("The program can't be run: " + lastOutput);
+    case SentFor::cBreak:
+      return AnsweredBreak(command.key);
+    case SentFor::cSearch:
+      return EndSearch();
+    case SentFor::cTip:
+      if (!tips.empty()) tips.pop_front();
+      return;
+    case SentFor::cDisplay:
+      if (std::exchange(interruptedEvaluation, false)) NoteDisplayError(command.key, "Quit");
+      return;
+    case SentFor::cDisplays:
+      return RenewStale();
+    default:
+      return;
+  }
+}
+
+void DebugSession::OnError(const std::string& text) {
+  const SentCommand* current = gdb.Current();
+  // The interrupt came when the program had stopped by itself.
+  if (text == "Quit" && !interruptedEvaluation) return gdb.ExpectStrayPrompt();
+  const SentFor purpose = current ? current->purpose : SentFor::cPlain;
+  if (purpose == SentFor::cSetting || purpose == SentFor::cTip) return;
+  if (purpose == SentFor::cBreak) {
+    heldError = text;
+    return;
+  }
+  if (purpose == SentFor::cDisplay) return NoteDisplayError(current->key, text);
+  lastOutput = text;
+  Log(text);
+  if (purpose == SentFor::cResume || purpose == SentFor::cRun) view.Say(text);
+}
+
+void DebugSession::OnQuestion(const std::string& text) {
+  Log(text);
+}
+
+void DebugSession::OnOutput(const std::string& line) {
+  if (gdb.IsCurrent(SentFor::cSetting) || gdb.IsCurrent(SentFor::cTip)) return;
+  lastOutput = line;
+  // What gdb reads before it is ready may never end.
+  constexpr int cMostLines = 200;
+  if (gdbIsReady || ++linesBeforeReady <= cMostLines) Log(line);
+}
+
+void DebugSession::OnPlainLine(const std::string& line) {
+  view.AppendToConsole(line);
+}
+
+void DebugSession::Log(const std::string& line) {
+  if (!line.empty()) LogMessage(shell, line, "");
+}
+
+// --- Pauses
+
+bool DebugSession::Listens() const {
+  return state == cPaused || (state == cStarting && gdbIsReady && !runWasSent);
+}
+
+bool DebugSession::Interrupt() {
+  if (!gdb.Interrupt()) {
+    mavro::Beep();
+    return false;
+  }
+  pauseTimer.Start(TheDebugLimits().pause, [this] { InterruptHarder(); });
+  return true;
+}
+
+// A program may block the interrupt.
+void DebugSession::InterruptHarder() {
+  if (state != cRunning) return;
+  NoteProcess();
+  if (programProcess != 0 && kill(programProcess, SIGSTOP) == 0) wasStoppedHard = true;
+  pauseTimer.Start(TheDebugLimits().hardPause, [this] {
+    changes.clear();
+    pauseBy = PauseBy::cNobody;
+    view.Say("The program can't be paused");
+  });
+}
+
+void DebugSession::Pause() {
+  if (state != cRunning || pauseBy == PauseBy::cUser) return;
+  if (pauseBy == PauseBy::cChange || Interrupt()) pauseBy = PauseBy::cUser;
+}
+
+// Before something changes that gdb must know: pauses a running program, which goes on when all
+// changes are made. False, with a beep, if it can't be paused.
+bool DebugSession::MayChange() {
+  if (state == cEnding) return false;
+  if (state != cRunning || pauseBy != PauseBy::cNobody) return true;
+  if (!Interrupt()) return false;
+  pauseBy = PauseBy::cChange;
+  return true;
+}
+
+// Tells gdb a change, at the next pause if it doesn't listen. A gdb that isn't ready is told
+// everything at its start.
+void DebugSession::Make(Change change) {
+  if (Listens())
+    change();
+  else if (state == cRunning || runWasSent)
+    changes.push_back(std::move(change));
+}
+
+// True if the stop was only made for changes: the program goes on.
+bool DebugSession::GoOnAfterChange(const GdbStop& stop) {
+  const bool isLate = wasStoppedHard && stop.signalName == "SIGSTOP";
+  const bool isOurs = stop.reason == GdbStop::cSignal && IsPauseSignal(stop.signalName) &&
+                      (pauseBy == PauseBy::cChange || (isLate && pauseBy == PauseBy::cNobody));
+  // The program must not get this signal when it goes on.
+  if (isLate) {
+    wasStoppedHard = false;
+    Send("queue-signal 0", SentFor::cSetting);
+  }
+  state = cPaused;
+  pauseBy = PauseBy::cNobody;
+  for (const Change& change : std::exchange(changes, {})) change();
+  if (!isOurs || state != cPaused) return false;
+  heldSource = {};
+  Resume("cont");
+  Announce();
+  return true;
+}
+
+// --- Stops
+
+void DebugSession::OnSource(const GdbPlace& place) {
+  if (state == cNotRunning || state == cEnding) return;
+  if (IsEvaluating() && interruptedEvaluation) return;
+  if (state == cPaused && !IsEvaluating()) {
+    ++stopCount;
+    isFrameChosen = true;
+  }
+  // gdb prints the values next.
+  if (state == cRunning) WatchTime();
+  if (pauseBy == PauseBy::cChange)
+    heldSource = place;
+  else
+    ShowSource(place);
+}
+
+void DebugSession::ShowSource(const GdbPlace& place) {
+  if (place.line <= 0) return;
+  const std::string file = TidyPath(project.GetFullPath(place.file));
+  NoteAge(file);
+  if (file != lastSourceFile && !lastSourceFile.empty()) view.RemoveExecution(lastSourceFile);
+  lastSourceFile = file;
+  if (!view.ShowExecution(file, place.line - 1)) lastSourceFile.clear();
+}
+
+// Lines of a text that is newer than the program are not those of the program.
+void DebugSession::NoteAge(const std::string& file) {
+  if (ageWasSaid) return;
+  std::error_code error;
+  const auto ofText = std::filesystem::last_write_time(file, error);
+  if (error) return;
+  const auto ofProgram = std::filesystem::last_write_time(program, error);
+  if (error || ofText <= ofProgram) return;
+  ageWasSaid = true;
+  ageWords = ". The program is older than this text";
+}
+
+void DebugSession::OnStopped(const GdbStop& stop) {
+  if (state == cNotRunning || state == cEnding) return;
+  if (IsEvaluating() && interruptedEvaluation) return;
+  // A function that was called to read a value has reached a breakpoint.
+  if (gdb.IsCurrent(SentFor::cDisplay))
+    NoteDisplayError(gdb.Current()->key, "stopped while in a function");
+  const bool isPause = stop.reason == GdbStop::cSignal && IsPauseSignal(stop.signalName);
+  if (state == cRunning && GoOnAfterChange(stop)) return;
+  if (state == cNotRunning || state == cEnding) return;
+  stopWords = StopWords(stop);
+  if (heldSource.line > 0) ShowSource(std::exchange(heldSource, {}));
+  EnterPause();
+  const bool hasSource = !stop.place.file.empty();
+  if (!hasSource && !lastSourceFile.empty())
+    view.RemoveExecution(std::exchange(lastSourceFile, {}));
+  if (stop.reason == GdbStop::cSignal && (!isPause || !hasSource)) SearchSource();
+}
+
+void DebugSession::EnterPause() {
+  pauseTimer.Stop();
+  pauseBy = PauseBy::cNobody;
+  stopShowsDisplays = true;
+  state = cPaused;
+  Announce();
+  SayStop();
+}
+
+void DebugSession::SayStop() {
+  if (stopWords.empty()) return;
+  view.Say(stopWords + std::exchange(ageWords, {}));
+  stopWords.clear();
+}
+
+// --- The call stack
+
+void DebugSession::ViewCallStack() {
+  view.ClearStack();
+  view.ShowStackPage();
+  if (state == cPaused) Send(cBacktrace, SentFor::cStack);
+}
+
+void DebugSession::SelectFrame(int level) {
+  if (state == cPaused) Send(GdbSelectFrame(level), SentFor::cSetting);
+}
+
+// The program has stopped where no source is, or by a fault: its stack tells where it came from.
+void DebugSession::SearchSource() {
+  searched.clear();
+  Send("backtrace 100", SentFor::cSearch);
+}
+
+void DebugSession::OnFrame(const GdbFrame& frame) {
+  if (gdb.IsCurrent(SentFor::cStack)) view.AddStackRow(frame);
+  if (gdb.IsCurrent(SentFor::cSearch)) searched.push_back(frame);
+}
+
+void DebugSession::EndSearch() {
+  view.ClearStack();
+  for (const GdbFrame& frame : searched) view.AddStackRow(frame);
+  if (std::any_of(searched.begin(), searched.end(),
+                  [](const GdbFrame& frame) { return IsUncaughtException(frame.text); }))
+    view.Say("The program has thrown an exception that nobody catches");
+  const auto first = std::find_if(searched.begin(), searched.end(), [this](const auto& frame) {
+    std::error_code error;
+    return !frame.place.file.empty() &&
+           std::filesystem::exists(project.GetFullPath(frame.place.file), error);
+  });
+  if (!searched.empty()) view.ShowStackPage();
+  if (first != searched.end() && first->place.level > 0) SelectFrame(first->place.level);
+  searched.clear();
+}
+
+}  // namespace zendry

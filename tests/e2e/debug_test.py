@@ -1,0 +1,227 @@
+#!/usr/bin/env python3
+"""A debug session by keys and clicks, with the machine's compiler and gdb. build/shots/debug-*.png are what a person
+sees meanwhile."""
+import os
+import time
+import unittest
+
+from desktop import children, cpu_time, wait_until
+from fixture import ZendryTest, write, write_project
+
+WATCHED = """#include <map>
+#include <string>
+#include <vector>
+
+int main() {
+  std::string name = "first";
+  std::vector<int> numbers = {1, 2, 3};
+  std::map<std::string, int> ages = {{"ann", 31}, {"bob", 4}};
+  numbers.push_back(4);
+  name += " and second";
+  return static_cast<int>(numbers.size() + ages.size() + name.size()) - 24;
+}
+"""
+
+CRASH = """struct Item {
+  int value;
+  Item* next;
+};
+
+int Inner(Item* item) {
+  return item->value;
+}
+
+int Outer(Item* item) {
+  int sum = item->value;
+  return sum + Inner(item->next);
+}
+
+int main() {
+  Item only = {5, nullptr};
+  return Outer(&only);
+}
+"""
+
+ASKS = """#include <iostream>
+#include <string>
+
+int main() {
+  std::string name;
+  std::cout << "name? " << std::flush;
+  std::getline(std::cin, name);
+  std::cout << "hello " << name << std::endl;
+  return 3;
+}
+"""
+
+
+# Where the window of 1100 by 860 shows the line for a program's input, and the second row of a list below.
+INPUT_LINE = 820
+SECOND_ROW = 776
+
+# The colours of a desktop.
+DARK = """[Colors:Window]
+BackgroundNormal=42,46,50
+ForegroundNormal=252,252,252
+[Colors:View]
+BackgroundNormal=27,30,32
+BackgroundAlternate=35,38,41
+ForegroundNormal=252,252,252
+[Colors:Button]
+BackgroundNormal=49,54,59
+ForegroundNormal=252,252,252
+[Colors:Selection]
+BackgroundNormal=61,174,233
+ForegroundNormal=252,252,252
+[Colors:Tooltip]
+BackgroundNormal=49,54,59
+ForegroundNormal=252,252,252
+"""
+
+
+def gdb_of(pid):
+    """Ids of the gdb processes that a program has started."""
+    found = []
+    for child in children(pid):
+        try:
+            with open(f'/proc/{child}/comm') as file:
+                if file.read().strip() == 'gdb':
+                    found.append(child)
+        except OSError:
+            pass
+    return found
+
+
+class Debugging(ZendryTest):
+    def open(self, project, **environment):
+        """Opens a project in debug mode, with its source in front."""
+        self.window = self.start(project, **environment)
+        self.desktop.ask('xdotool', 'windowsize', '--sync', self.window.main, '1100', '860')
+        self.window.wait_quiet()
+
+    def make_project(self, source):
+        folder = os.path.join(self.folder, 'program')
+        write(os.path.join(folder, 'main.cpp'), source)
+        project = write_project(os.path.join(folder, 'program.zpj'), ['main.cpp'])
+        write(os.path.join(folder, 'program.zend'), '<state>\n\t<mode opt="dbg"/>\n\t<open>\n'
+              '\t\t<file name="main.cpp" id="1"/>\n\t</open>\n</state>\n')
+        return project
+
+    def go_to(self, line):
+        self.window.key('ctrl+g')
+        self.window.wait_for_message()
+        self.window.type(str(line))
+        self.window.key('Return')
+        wait_until(lambda: len(self.window.titles()) == 1, 'the dialog has gone')
+
+    def settle(self):
+        """Waits until gdb and the program wait, and the window has nothing to do."""
+        def processes():
+            found, more = [], [self.window.process.pid]
+            while more:
+                pid = more.pop()
+                found.append(pid)
+                more += children(pid)
+            return found
+
+        def quiet():
+            before = {pid: cpu_time(pid) for pid in processes()}
+            time.sleep(0.25)
+            after = {pid: cpu_time(pid) for pid in processes()}
+            return before.keys() == after.keys() and all(after[pid] - before[pid] < 0.02 for pid in before)
+        wait_until(quiet, 'everything waits')
+
+    def click(self, x, y):
+        self.desktop.ask('xdotool', 'mousemove', '--sync', '--window', self.window.main, str(x), str(y), 'click', '1')
+
+    def run_to_stop(self):
+        self.window.key('F5')
+        wait_until(lambda: gdb_of(self.window.process.pid), 'gdb runs')
+        self.settle()
+
+    def look(self, name):
+        self.settle()
+        self.picture('debug-' + name)
+
+    def watch(self, expression):
+        self.window.key('shift+F9')
+        self.window.wait_for_message()
+        self.window.key('ctrl+a')
+        self.window.type(expression)
+        self.window.key('Return')
+        wait_until(lambda: len(self.window.titles()) == 1, 'the dialog has gone')
+
+    def wait_for_end(self):
+        wait_until(lambda: not children(self.window.process.pid), 'the session has ended')
+
+    def stop_in_the_demo(self, **environment):
+        """Runs the demo up to a breakpoint; a value is watched and has changed by a step."""
+        project = self.demo()
+        write(project.replace('.zpj', '.zend'), '<state>\n\t<mode opt="dbg"/>\n\t<open>\n'
+              '\t\t<file name="report.cpp" id="1"/>\n\t\t<file name="main.cpp" id="10"/>\n\t</open>\n</state>\n')
+        self.open(project, **environment)
+        self.go_to(31)
+        self.window.key('F9')
+        self.run_to_stop()
+        self.watch('statistics.lines')
+        self.window.key('F10')
+
+    def test_the_demo_from_a_breakpoint_to_its_end(self):
+        self.stop_in_the_demo()
+        self.look('demo-stopped')
+        self.window.key('F8')
+        self.look('demo-stepped-into')
+        self.window.key('shift+F8')
+        self.settle()
+        self.window.key('ctrl+alt+c')
+        self.look('demo-stack')
+        self.window.key('F5')
+        self.wait_for_end()
+        self.look('demo-ended')
+        self.assertEqual(self.window.close(), 0)
+
+    def test_in_the_dark_and_on_a_large_screen(self):
+        write(os.path.join(self.desktop.home, '.config', 'kdeglobals'), DARK)
+        self.stop_in_the_demo(XDG_CURRENT_DESKTOP='KDE', KDE_SESSION_VERSION='5', QT_SCALE_FACTOR='2')
+        self.look('dark-and-large')
+        self.assertEqual(self.window.close(), 0)  # ends the session
+        self.assertEqual(children(self.window.process.pid), [])
+
+    def test_containers_are_watched(self):
+        self.open(self.make_project(WATCHED))
+        self.go_to(9)
+        self.window.key('F9')
+        self.run_to_stop()
+        for expression in ('name', 'numbers', 'ages'):
+            self.watch(expression)
+        self.look('containers')
+        self.window.key('F10')
+        self.look('containers-changed')
+        self.window.key('shift+F5')
+        self.wait_for_end()
+        self.assertEqual(self.window.close(), 0)
+
+    def test_a_crash_is_walked_by_the_call_stack(self):
+        self.open(self.make_project(CRASH))
+        self.run_to_stop()
+        self.look('crash')
+        self.click(500, SECOND_ROW)
+        self.look('crash-caller')
+        self.assertEqual(self.window.close(), 0)  # closing ends the session
+        self.assertEqual(children(self.window.process.pid), [])
+
+    def test_a_program_reads_a_line(self):
+        self.open(self.make_project(ASKS))
+        self.window.key('F5')
+        wait_until(lambda: gdb_of(self.window.process.pid), 'gdb runs')
+        self.look('asks')
+        self.click(500, INPUT_LINE)
+        self.window.type('ann')
+        self.window.key('Return')
+        self.wait_for_end()
+        self.look('answered')
+        self.assertEqual(self.window.close(), 0)
+
+
+if __name__ == '__main__':
+    unittest.main(verbosity=2)
