@@ -1,22 +1,20 @@
 #pragma once
 
 #include <array>
-#include <bitset>
-#include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
+
+struct pcre2_real_code_8;
 
 namespace mavro {
 
-// A regular expression that is looked for in one line of a text. It has . [] ^ $ | () (?:) * + ?
-// {n,m}, the same with ? after them for as little as possible, \d \w \s \b and their opposites,
-// \t, and \1 to \9 for what a group has matched. Letters beyond ASCII are characters like others;
-// only the case of ASCII letters can be ignored.
+// A regular expression of PCRE2, that is as in Perl, which is looked for in one line of a text. In
+// a line of UTF-8 a letter is one character; in any other line each byte is one.
 //
 // The search tries one way after the other, so some expressions take a time that doubles with each
-// letter of the line: the steps are counted, and it gives up.
+// letter of the line: the tries and their memory are limited, and it gives up.
 class RegularExpr {
  public:
   static constexpr size_t cGroups = 10;  // the first one is the whole match
@@ -36,43 +34,15 @@ class RegularExpr {
   Outcome Find(std::string_view line, size_t from, Match& match) const;
 
  private:
-  friend class ExprReader;
-  enum class Op : uint8_t {
-    cByte,          // `a` is the byte
-    cAny,           // a character
-    cSet,           // `a` is its number
-    cStart,         // of the line
-    cEnd,           // of the line
-    cWordEdge,      // `a` is 1 for its opposite
-    cGroupAgain,    // `a` is the group
-    cSave,          // the place, as number `a`
-    cSplit,         // goes on at `a`, and if that fails at `b`
-    cGoTo,          // `a`
-    cMark,          // notes the place as number `a`, at the start of a round of a loop
-    cLeaveIfStill,  // fails if the place is the one noted as `a`: the round has matched nothing
-    cDone
+  struct FreeCode {
+    void operator()(pcre2_real_code_8* code) const;
   };
-  struct Step {
-    Op op;
-    int a = 0;
-    int b = 0;
-  };
-  struct Set {
-    std::bitset<128> ascii;
-    std::vector<std::pair<uint32_t, uint32_t>> ranges;  // beyond ASCII
-    bool isNegated = false;
-    bool Has(uint32_t character) const;
-  };
-  class Run;
+  using Code = std::unique_ptr<pcre2_real_code_8, FreeCode>;
 
-  void FindFirstBytes();
+  static int Run(const Code& code, std::string_view line, size_t from, Match& match);
 
-  std::vector<Step> steps;
-  std::vector<Set> sets;
-  int marks = 0;
-  bool foldsCase = false;
-  bool canBeEmpty = true;
-  std::bitset<256> firstBytes;  // that a match can begin with, unless it can be empty
+  Code letters;  // for lines of UTF-8; none for a pattern that isn't UTF-8
+  Code bytes;    // for other lines
   std::string error;
 };
 

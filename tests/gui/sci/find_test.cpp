@@ -194,10 +194,10 @@ TEST_F(SciFind, Dialog_SaysWhatIsWrongWithAnExpression) {
     theSearch.regExp = true;
     InDialog(cSciFind, [&](Form& dialog) {
       Type("(a+");
-      EXPECT_EQ(Said(dialog), "Not an expression: '(' without ')' (at 1)");
+      EXPECT_EQ(Said(dialog), "Not an expression: missing closing parenthesis (at 3)");
       test::Key(dialog, Qt::Key_Return);
       EXPECT_EQ(activeForm, &dialog);
-      Type(")+b");
+      Type(")+[bc]");
       EXPECT_EQ(Said(dialog), "This expression takes too long in a line of this text");
     });
     EXPECT_TRUE(dialogs.texts.empty()) << "no box";

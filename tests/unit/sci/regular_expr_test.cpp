@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <random>
-#include <regex>
+#include <string>
 
 namespace mavro {
 namespace {
@@ -57,7 +55,7 @@ TEST(RegularExpr, Repetitions) {
   EXPECT_EQ(Found("ab{1,2}", "abbb"), "abb");
   EXPECT_EQ(Found("ab{2,}", "ab abbbb"), "abbbb");
   EXPECT_EQ(Found("a{x}", "a{x}"), "a{x}") << "a brace that begins no bounds is a character";
-  EXPECT_EQ(Found("(a*)*b", "aab"), "aab|aa") << "a round that matches nothing ends the loop";
+  EXPECT_EQ(Found("(?:a*)*b", "aab"), "aab") << "a round that matches nothing ends the loop";
   EXPECT_EQ(Found("x*", "aaa"), "");
 }
 
@@ -79,59 +77,48 @@ TEST(RegularExpr, Case_IsIgnoredForLettersOfAscii) {
 TEST(RegularExpr, LettersBeyondAscii_AreOneCharacter) {
   EXPECT_EQ(Found("^.$", "\u00E4"), "\u00E4");
   EXPECT_EQ(Found("[\u00E0-\u00E9]+", "x\u00E4\u00E9y"), "\u00E4\u00E9");
-  EXPECT_EQ(Found("^.{3}$",
-                  "a\xFF"
-                  "b"),
-            "a\xFF"
-            "b")
-      << "an odd byte is one too";
   EXPECT_EQ(Found("\u20AC+", "\u20AC\u20AC"), "\u20AC\u20AC");
+  EXPECT_EQ(Found("^\\w+$", "\u00E4b"), "\u00E4b");
+  EXPECT_EQ(Found("\u00E4", "\u00C4", false), "\u00C4");
+}
+
+TEST(RegularExpr, LinesThatAreNoUtf8_AreBytes) {
+  const std::string odd =
+      "a\xE4"
+      "b";
+  EXPECT_EQ(Found("^.{3}$", odd), odd);
+  EXPECT_EQ(Found("\xE4", odd), "\xE4") << "nor is the pattern";
+  EXPECT_EQ(Found("\\x{20AC}", odd), "-") << "no byte";
+  EXPECT_EQ(Found("\\x{20AC}", "\u20AC"), "\u20AC");
+}
+
+TEST(RegularExpr, AStartWithinALetter_IsTheNextOne) {
+  RegularExpr::Match match;
+  ASSERT_EQ(RegularExpr(".", true).Find("\u00E4b", 1, match), Outcome::cFound);
+  EXPECT_EQ(match.groups[0], (RegularExpr::Range{2, 3}));
+}
+
+TEST(RegularExpr, LooksAround) {
+  EXPECT_EQ(Found("a(?=b)", "ac ab"), "a");
+  EXPECT_EQ(Found("(?<!\\w)if", "elif if"), "if");
+  EXPECT_EQ(Found("a\\Kb", "ab"), "b");
 }
 
 TEST(RegularExpr, BrokenOnes_SayWhyAndWhere) {
-  EXPECT_EQ(Found("a(b", ""), "'(' without ')' (at 2)");
-  EXPECT_EQ(Found("ab)", ""), "')' without '(' (at 3)");
-  EXPECT_EQ(Found("[ab", ""), "'[' without ']' (at 1)");
-  EXPECT_EQ(Found("*a", ""), "nothing to repeat before '*' (at 1)");
-  EXPECT_EQ(Found("a\\", ""), "nothing after '\\' (at 3)");
-  EXPECT_EQ(Found("a{3,2}", ""), "the bounds of a repetition are exchanged (at 7)");
-  EXPECT_EQ(Found("a{1001}", ""), "more than 1000 repetitions (at 8)");
-  EXPECT_EQ(Found("[z-a]", ""), "a range with exchanged ends (at 5)");
-  EXPECT_EQ(Found("\\2", ""), "there is no group 2 before (at 2)");
-  EXPECT_EQ(Found("\\q", ""), "'\\q' is not known (at 2)");
-  EXPECT_EQ(Found("(?=a)", ""), "'(?' is known as '(?:' only (at 3)");
-  EXPECT_NE(Found("((a{1000}){1000}){1000}", "").find("too long"), std::string::npos);
-  EXPECT_NE(Found(std::string(200, '('), "").find("too many"), std::string::npos);
+  EXPECT_EQ(Found("a(b", ""), "missing closing parenthesis (at 3)");
+  EXPECT_EQ(Found("[ab", ""), "missing terminating ] for character class (at 3)");
+  EXPECT_EQ(Found("*a", ""), "quantifier does not follow a repeatable item (at 0)");
+  for (const char* pattern : {"ab)", "a\\", "a{3,2}", "[z-a]", "\\2", "[\u00E9-\u00E4]"})
+    EXPECT_FALSE(RegularExpr(pattern, true).Error().empty()) << pattern;
+  EXPECT_FALSE(RegularExpr("((a{1000}){1000}){1000}", true).Error().empty());
+  EXPECT_FALSE(RegularExpr(std::string(2000, '('), true).Error().empty());
 }
 
 TEST(RegularExpr, WaysWithoutEnd_AreGivenUp) {
-  const auto start = std::chrono::steady_clock::now();
   RegularExpr::Match match;
   const std::string line(60, 'a');
-  for (const char* pattern : {"(a+)+b", "(a|a)*b", "(a|aa)+$x", "(.*)*\\1b"})
+  for (const char* pattern : {"(a+)+[bc]", "(a|a)*[bc]", "^(a|aa)+[^a]"})
     EXPECT_EQ(RegularExpr(pattern, true).Find(line, 0, match), Outcome::cTooLong) << pattern;
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
-}
-
-TEST(RegularExpr, AgreesWithTheStandardLibrary) {
-  std::mt19937 random(1);
-  const char* const pieces[] = {"a",  "b",   "(a|b)", "[ab]", "a*", "b+?",    ".",
-                                "a?", "\\w", "(ab)*", "$",    "^",  "a{1,2}", "\\b"};
-  for (int round = 0; round < 3000; ++round) {
-    std::string pattern, line;
-    for (unsigned i = 0; i < 1 + random() % 4; ++i) pattern += pieces[random() % std::size(pieces)];
-    for (unsigned i = 0; i < random() % 10; ++i) line += "ab c"[random() % 4];
-    std::smatch expected;
-    const bool isFound = std::regex_search(line, expected, std::regex(pattern));
-    RegularExpr::Match match;
-    const Outcome outcome = RegularExpr(pattern, true).Find(line, 0, match);
-    ASSERT_EQ(outcome == Outcome::cFound, isFound) << pattern << " in " << line;
-    if (!isFound) continue;
-    EXPECT_EQ(match.groups[0].first, static_cast<size_t>(expected.position(0)));
-    EXPECT_EQ(match.groups[0].second - match.groups[0].first,
-              static_cast<size_t>(expected.length(0)))
-        << pattern << " in " << line;
-  }
 }
 
 }  // namespace
