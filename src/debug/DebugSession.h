@@ -139,6 +139,7 @@ class DebugSession : public mavro::object, private GdbListener {
   void ShowList(int list);
   void WatchTime();
   void EvaluationTakesLong();
+  void EndCall();
 
   Debugger& owner;
   Project& project;
@@ -178,6 +179,7 @@ class DebugSession : public mavro::object, private GdbListener {
   bool isFrameChosen = false;      // values are those of another frame than the stop's
   bool stopShowsDisplays = false;  // gdb has printed them with the stop
   bool interruptedEvaluation = false;
+  int calledFor = 0;           // key of the watch whose value a function of the program is making
   bool mustRedisplay = false;  // gdb may display what isn't to be asked for
   std::vector<GdbFrame> searched;
   std::deque<std::string> tips;  // the expressions of the tips that are on their way

@@ -219,6 +219,7 @@ void DebugSession::AnsweredBreak(int key) {
 }
 
 void DebugSession::OnBreakpointHit(const GdbHit& hit) {
+  if (calledFor != 0) return EndCall();
   bool moved = false;
   for (Breakpoint& entry : breakpoints.entries) {
     const bool isIt = entry.id == hit.number && entry.locations == 1 && hit.place.line > 0 &&

@@ -50,6 +50,7 @@ void DebugSession::OnPrompt() {
     return SendPreparations();
   }
   evaluationTimer.Stop();
+  calledFor = 0;
   Answered(gdb.TakeAnswered());
   if (state == cNotRunning || state == cEnding) return;
   // A step that can't be made, or a stop whose values were interrupted.

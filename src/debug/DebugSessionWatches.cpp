@@ -1,3 +1,5 @@
+#include <signal.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -169,6 +171,7 @@ void DebugSession::OnDisplay(const GdbDisplay& display) {
   watch.number = display.number;
   // A function of the program is called: the value comes later, or never.
   const std::string& text = display.value.text;
+  calledFor = text.empty() ? watch.key : 0;
   if (text.empty()) return;
   if (text.starts_with("<error: ") && !WhyGivenUp(text).empty())
     return NoteDisplayError(watch.key, text);
@@ -222,6 +225,16 @@ void DebugSession::EvaluationTakesLong() {
     return;
   }
   interruptedEvaluation = gdb.Interrupt();
+  WatchTime();
+}
+
+// gdb shows all values at a stop within a call that it makes for a value, so the function is called
+// again, and never ends. An interrupt may get lost between two calls; a signal of the program ends
+// the innermost one, and with it all.
+void DebugSession::EndCall() {
+  NoteDisplayError(calledFor, "stopped while in a function");
+  NoteProcess();
+  if (programProcess != 0 && kill(programProcess, SIGINT) == 0) interruptedEvaluation = true;
 }
 
 // --- Tips
