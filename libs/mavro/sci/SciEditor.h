@@ -14,6 +14,7 @@
 #include "EditorTip.h"
 #include "FileText.h"
 #include "ListNote.h"
+#include "MarkType.h"
 #include "SciCommands.h"
 #include "SciMessages.h"
 #include "TextCodec.h"
@@ -23,19 +24,6 @@ namespace mavro {
 class SciText;
 class TextFinder;
 struct SciNotification;
-
-// The sign in the margin beside a marked line.
-enum class MarkSign { cNone, cError, cArrow, cDisc, cRing };
-
-// The look of lines with a marker: a ground of this colour under the text, and a sign beside it.
-struct MarkType {
-  int number = 0;  // up to 7
-  ColourPair ground = {};
-  MarkSign sign = MarkSign::cNone;
-  bool enabled = true;
-  bool exclusive = true;  // at most one line of the text has it
-  bool hasGround = true;
-};
 
 // The changes that a save makes to the text before it is written.
 struct SaveTidying {

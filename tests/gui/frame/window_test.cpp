@@ -644,37 +644,6 @@ TEST(IdeWindow, Output_ControlBytes_AreShownAsMarks) {
   });
 }
 
-// Group: caption.
-
-TEST(IdeWindow, Caption_NamesProjectAndFile) {
-  IdeDriver ide;
-  ide.Run({ide.Project(cTwoFiles)}, [&] {
-    MainForm& form = *theMainForm;
-    EXPECT_EQ(form.text.Get(), "p - Zendry");
-    form.editTabs.OpenFile(ide.files.Path("a.cpp"));
-    EXPECT_EQ(form.text.Get(), "p - " + ide.files.Path("a.cpp"));
-    form.editTabs.CloseAll();
-    EXPECT_EQ(form.text.Get(), "p - Zendry");
-    theFileActs.OnCommand(cCloseProjectCommand);
-    EXPECT_EQ(form.text.Get(), "Zendry");
-  });
-}
-
-TEST(IdeWindow, Caption_OfATextWithoutName_IsThatOfItsTab) {
-  IdeDriver ide;
-  ide.Run({}, [&] {
-    MainForm& form = *theMainForm;
-    form.editTabs.NewTab("");
-    EXPECT_EQ(form.text.Get(), "Noname - Zendry");
-    ide.dialogs.files = {{ide.files.Path("new.cpp")}};
-    theFileActs.OnCommand(cSaveCommand);
-    EXPECT_EQ(form.text.Get(), ide.files.Path("new.cpp") + " - Zendry");
-    ide.dialogs.files = {{ide.files.Path("other.h")}};
-    theFileActs.OnCommand(cSaveAsCommand);
-    EXPECT_EQ(form.text.Get(), ide.files.Path("other.h") + " - Zendry");
-  });
-}
-
 TEST(IdeWindow, Exit_ClosesTheWindow) {
   IdeDriver ide;
   ide.Run({}, [&] {
