@@ -90,7 +90,7 @@ void ShowUntilKey(const std::string& text) {
   }
 }
 
-// --- A terminal for a program that gdb runs
+// Group: a terminal for a program that gdb runs.
 
 class Relay {
  public:
@@ -184,7 +184,7 @@ int ShowProgramOfGdb(int connection) {
   return EXIT_SUCCESS;
 }
 
-// --- A program without gdb
+// Group: a program without gdb.
 
 // False for one that is only lent, such as that of the Output panel.
 bool OwnsTerminal() {

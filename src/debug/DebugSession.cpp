@@ -79,7 +79,7 @@ void DebugSession::SendInput(const std::string& text) {
   }
 }
 
-// --- Start
+// Group: start.
 
 // The run goes on after a build with errors, with the program that there is.
 void DebugSession::Run(Debugger::With with) {
@@ -244,7 +244,7 @@ void DebugSession::RunWhenReady() {
                     [this] { view.Say("gdb doesn't start the program yet"); });
 }
 
-// --- End
+// Group: end.
 
 // Works in every state, and from within any call.
 void DebugSession::Stop() {
@@ -318,7 +318,7 @@ void DebugSession::Reset() {
   view.BreakpointsChanged();
 }
 
-// --- State
+// Group: state.
 
 void DebugSession::SetState(DebugState newState) {
   state = newState;
@@ -331,7 +331,7 @@ void DebugSession::Announce() {
   if (std::exchange(announced, state) != state) view.RunStateChanged();
 }
 
-// --- Commands
+// Group: commands.
 
 bool DebugSession::Send(const std::string& text, SentFor purpose, int key) {
   const bool wasSent = gdb.SendCommand(text, {purpose, key});

@@ -17,7 +17,7 @@ using enum DebugState;
 
 }  // namespace
 
-// --- Names
+// Group: names.
 
 // As the compiler was given it, unless that could mean another file too.
 std::string DebugSession::NameForGdb(const std::string& file) const {
@@ -37,7 +37,7 @@ bool DebugSession::IsSameFile(const std::string& file, const std::string& named)
   return !IsAbsolutePath(named) && file.ends_with("/" + named);
 }
 
-// --- Changes by the user
+// Group: changes by the user.
 
 void DebugSession::Toggle(const std::string& file, int line) {
   if (file.empty() || line < 0 || !MayChange()) return;
@@ -129,7 +129,7 @@ void DebugSession::SetCondition(int index, const std::string& condition) {
   view.BreakpointsChanged();
 }
 
-// --- Tabs
+// Group: tabs.
 
 void DebugSession::FileOpened(const std::string& file) {
   for (Breakpoint& entry : breakpoints.entries)
@@ -157,7 +157,7 @@ void DebugSession::MoveMark(Breakpoint& entry, int line) {
   entry.line = line;
 }
 
-// --- gdb
+// Group: gdb.
 
 void DebugSession::SendBreak(const Breakpoint& entry) {
   const auto command = GdbBreak(NameForGdb(entry.file), entry.line + 1, entry.condition);

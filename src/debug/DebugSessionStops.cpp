@@ -30,7 +30,7 @@ bool IsPauseSignal(const std::string& name) {
 
 }  // namespace
 
-// --- Prompts
+// Group: prompts.
 
 bool DebugSession::IsEvaluating() const {
   return gdb.IsCurrent(SentFor::cDisplay) || gdb.IsCurrent(SentFor::cDisplays) ||
@@ -121,7 +121,7 @@ void DebugSession::Log(const std::string& line) {
   if (!line.empty()) LogMessage(shell, line, "");
 }
 
-// --- Pauses
+// Group: pauses.
 
 bool DebugSession::Listens() const {
   return state == cPaused || (state == cStarting && gdbIsReady && !runWasSent);
@@ -192,7 +192,7 @@ bool DebugSession::GoOnAfterChange(const GdbStop& stop) {
   return true;
 }
 
-// --- Stops
+// Group: stops.
 
 void DebugSession::OnSource(const GdbPlace& place) {
   if (state == cNotRunning || state == cEnding) return;
@@ -263,7 +263,7 @@ void DebugSession::SayStop() {
   stopWords.clear();
 }
 
-// --- The call stack
+// Group: the call stack.
 
 void DebugSession::ViewCallStack() {
   view.ClearStack();

@@ -43,7 +43,7 @@ std::string Trimmed(const std::string& text) {
 
 }  // namespace
 
-// --- Changes by the user
+// Group: changes by the user.
 
 bool DebugSession::AddExpression(int list, const std::string& text) {
   const std::string expression = Trimmed(text);
@@ -110,7 +110,7 @@ void DebugSession::RefreshDisplays() {
   if (state == cPaused) AskDisplays(false);
 }
 
-// --- Values
+// Group: values.
 
 std::vector<Watch>& DebugSession::ShownRows() {
   return watches.lists[static_cast<size_t>(shownList)];
@@ -206,7 +206,7 @@ void DebugSession::NoteDisplayError(int key, const std::string& text) {
   view.ShowWatchValue(shownList, row);
 }
 
-// --- Values that take long
+// Group: values that take long.
 
 void DebugSession::WatchTime() {
   if (!evaluationTimer.IsRunning())
@@ -237,7 +237,7 @@ void DebugSession::EndCall() {
   if (programProcess != 0 && kill(programProcess, SIGINT) == 0) interruptedEvaluation = true;
 }
 
-// --- Tips
+// Group: tips.
 
 void DebugSession::PrintTip(const std::string& expression) {
   if (state != cPaused) return;

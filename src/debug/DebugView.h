@@ -24,7 +24,7 @@ class DebugView {
  public:
   virtual ~DebugView() = default;
 
-  // --- The text
+  // Group: the text.
 
   // Opens the file at the line, sets the execution mark there and raises the window. False if the
   // file can't be shown; nothing has changed then and nothing was said.
@@ -43,7 +43,7 @@ class DebugView {
   virtual std::optional<CaretPlace> Caret() = 0;
   virtual std::string ExpressionAtCaret() = 0;
 
-  // --- Lists and tips. The session's models hold what is shown (Debugger::watches,
+  // Group: lists and tips. The session's models hold what is shown (Debugger::watches,
   // Debugger::breakpoints).
 
   // The list whose page is selected, 0 to 3; 0 if it is none.
@@ -64,7 +64,7 @@ class DebugView {
   // One line of gdb for its console; dropped if the console isn't open.
   virtual void AppendToConsole(const std::string& line) = 0;
 
-  // --- The frame
+  // Group: the frame.
 
   // Debugger::State() has changed, or what SendInput can reach: commands are grayed and ungrayed,
   // the stop button and the input line follow.

@@ -57,7 +57,7 @@ class Debugger : public CommandList {
   // The window goes: ends the session, says nothing to it any more.
   void Unbind();
 
-  // --- State
+  // Group: state.
 
   // Builds and a change of the mode check this first.
   bool IsRunning() const { return running; }
@@ -67,7 +67,7 @@ class Debugger : public CommandList {
   // True if a line can be sent to the program, because it has no terminal of its own.
   bool TakesInput() const;
 
-  // --- Running
+  // Group: running.
 
   enum class With { cGdb, cNothing };
   // Builds what is stale, then starts the program, with gdb only in debug mode. A paused program
@@ -83,7 +83,7 @@ class Debugger : public CommandList {
   // Writes a line to a program that has no terminal of its own; see TakesInput.
   void SendInput(const std::string& text);
 
-  // --- Breakpoints; lines count from 0
+  // Group: breakpoints; lines count from 0.
 
   // Adds or removes the breakpoint of a line. Sets the project's mode to debug.
   void Toggle(const std::string& file, int line);
@@ -99,7 +99,7 @@ class Debugger : public CommandList {
   // A tab is about to go, with its marks.
   void FileClosing(const std::string& file);
 
-  // --- Watches, by list (0 to 3) and row
+  // Group: watches, by list (0 to 3) and row.
 
   // Appends an expression. Says "Watch contains: " and answers false if the list has it; also false
   // for an empty text.
@@ -113,7 +113,7 @@ class Debugger : public CommandList {
   // Another list came to the front, or its values are wanted again.
   void RefreshDisplays();
 
-  // --- The rest
+  // Group: the rest.
 
   // Asks for the value of the expression under the mouse; it comes by DebugView::ShowValueTip. Does
   // nothing unless the program is paused.

@@ -45,7 +45,7 @@ bool IsRowStart(std::string_view line) {
 
 }  // namespace
 
-// --- Bytes to lines
+// Group: bytes to lines.
 
 void GdbStream::Feed(std::string_view bytes) {
   input.append(bytes);
@@ -110,7 +110,7 @@ void GdbStream::Deliver() {
   }
 }
 
-// --- Annotations
+// Group: annotations.
 
 void GdbStream::HandleAnnotation(std::string_view text) {
   lastAnnotation = text.substr(0, cLongestAnnotation);
@@ -272,7 +272,7 @@ void GdbStream::Stopped() {
   if (!ended) Report([report](GdbListener& to) { to.OnStopped(report); });
 }
 
-// --- Plain lines
+// Group: plain lines.
 
 void GdbStream::HandlePlain(std::string_view line) {
   Report([text = std::string(line)](GdbListener& to) { to.OnPlainLine(text); });
@@ -376,7 +376,7 @@ void GdbStream::ParseBreakHit(std::string_view line) {
   if (frame) ReportHit(frame->place);
 }
 
-// --- Frames
+// Group: frames.
 
 // A frame's line may be cut, or split by annotations. True if the line belongs to one.
 bool GdbStream::TakeAsFrame(std::string_view line) {
@@ -446,7 +446,7 @@ void GdbStream::ReportHit(const GdbPlace& place) {
   });
 }
 
-// --- The rest
+// Group: the rest.
 
 void GdbStream::ReadSignalText(std::string_view line) {
   std::string_view text = line;

@@ -73,7 +73,7 @@ bool WriteAll(int descriptor, std::string_view text) {
   return true;
 }
 
-// --- Starting what isn't our child afterwards
+// Group: starting what isn't our child afterwards.
 
 // Starts a program in a session of its own, which goes on without us: a shell that ends at once is
 // its parent, so that nobody has to wait for it. `terminal` becomes its standard streams; -1 for

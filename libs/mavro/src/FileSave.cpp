@@ -151,8 +151,8 @@ Reason SyncFolder(int folder) {
   return Sync(file.Number());
 }
 
-// --- Temporary files. The process that writes one holds a lock on it, so a file without a lock was
-// left by a killed process.
+// Group: temporary files. The process that writes one holds a lock on it, so a file without a lock
+// was. left by a killed process.
 
 bool IsTemporaryName(std::string_view name) {
   if (!name.starts_with(cTemporaryPrefix)) return false;
@@ -203,7 +203,7 @@ Descriptor MakeTemporary(int folder, mode_t mode, std::string& name) {
   return Descriptor();
 }
 
-// --- Properties that the new file takes over from the old one.
+// Group: properties that the new file takes over from the old one.
 
 constexpr char cAccessList[] = "system.posix_acl_access";
 constexpr size_t cMostValue = 65536;  // the kernel's limit for a value, and for a list of names
@@ -268,7 +268,7 @@ Attempt TakeOver(const Target& target, int file) {
   return attempt.outcome == Attempt::cDone ? CopyAttributes(target, file) : attempt;
 }
 
-// --- Replacing.
+// Group: replacing.
 
 // The mode is set after the content, since writing clears the set-id bits.
 Attempt Fill(const Target& target, int file, std::string_view content) {
@@ -304,7 +304,7 @@ Attempt Replace(const Target& target, std::string_view content) {
   return {};
 }
 
-// --- Writing in place.
+// Group: writing in place.
 
 // A copy of the old content in the rescue folder. It is kept unless Remove is called.
 struct RescueCopy {
@@ -410,7 +410,7 @@ Reason WriteInPlace(const Target& target, std::string_view content) {
   return reason;
 }
 
-// --- Appending.
+// Group: appending.
 
 // A failure restores the old length of the file, if possible.
 Reason Append(int file, off_t end, off_t oldSize, std::string_view bytes) {
