@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "code/CodeSources.h"
+#include "code/OuterDefinition.h"
 #include "project/Project.h"
 
 namespace zendry {
@@ -20,10 +21,6 @@ constexpr int cFunction = 'f';
 
 bool IsClass(const TagClass& record) {
   return record.line >= 0 && !record.name.starts_with('<');
-}
-
-bool IsOuterDefinition(const TagItem& item) {
-  return item.kind == cFunction && item.access == 0;
 }
 
 bool IsNameBefore(const TagItem* a, const TagItem* b) {

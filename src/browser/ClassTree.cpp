@@ -7,6 +7,7 @@
 #include "AsciiCase.h"
 #include "Keys.h"
 #include "browser/BrowserActs.h"
+#include "code/OuterDefinition.h"
 #include "code/TagLookup.h"
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
@@ -20,7 +21,6 @@ using mavro::TreeNode;
 using mavro::TreeRow;
 
 constexpr int cRefreshDelay = 200;  // milliseconds
-constexpr int cFunction = 'f';
 constexpr int cModuleMask = 0xFFFF;
 constexpr int cGroupShift = 16;
 
@@ -53,11 +53,6 @@ size_t ModuleOf(int data) {
 bool IsClass(const TagClass& record) {
   return record.line >= 0 && (record.kind == 'c' || record.kind == 's' || record.kind == 'u') &&
          !record.name.starts_with('<');
-}
-
-// A definition outside of the class; the class has the declaration.
-bool IsOuterDefinition(const TagItem& item) {
-  return item.kind == cFunction && item.access == 0;
 }
 
 // By name without the case of letters, then by the whole text, then by what the node stands for.

@@ -5,6 +5,7 @@
 #include "code/CodeSources.h"
 #include "code/ContainerTypes.h"
 #include "code/ExprTypes.h"
+#include "code/OuterDefinition.h"
 
 // What a call may mean.
 
@@ -24,10 +25,6 @@ constexpr std::string_view cMakers = "make_unique make_shared make_unique_for_ov
 
 bool IsFunction(const TagItem& item) {
   return item.kind == cFunction || item.kind == cPrototype;
-}
-
-bool IsOuterDefinition(const TagItem& item) {
-  return item.kind == cFunction && item.access == 0;
 }
 
 std::string_view LastName(std::string_view name) {

@@ -6,6 +6,7 @@
 #include "base/FileKinds.h"
 #include "base/TextDigest.h"
 #include "code/CodeSources.h"
+#include "code/OuterDefinition.h"
 #include "code/PrototypeText.h"
 #include "code/SourceShape.h"
 
@@ -30,10 +31,6 @@ std::string_view LastName(std::string_view name) {
 std::string_view StemOf(std::string_view path) {
   path.remove_prefix(path.rfind('/') + 1);
   return path.substr(0, path.rfind('.'));
-}
-
-bool IsOuterDefinition(const TagItem& item) {
-  return item.kind == cFunction && item.access == 0;
 }
 
 bool IsBlankText(std::string_view text) {

@@ -6,13 +6,13 @@
 #include <unordered_map>
 
 #include "code/CodeSources.h"
+#include "code/OuterDefinition.h"
 #include "tags/LibraryNames.h"
 
 namespace zendry {
 
 namespace {
 
-constexpr int cFunction = 'f';
 constexpr int cPrototype = 'p';
 constexpr int cClass = 'c';
 constexpr int cStruct = 's';
@@ -22,11 +22,6 @@ constexpr int cEnumerator = 'e';
 constexpr int cMacro = 'd';
 constexpr int cTypedef = 't';
 constexpr std::string_view cLibraryNamespace = "std";
-
-// True for the definition of a member outside of its class; the declaration inside is used instead.
-bool IsOuterDefinition(const TagItem& item) {
-  return item.kind == cFunction && item.access == 0;
-}
 
 bool IsClassKind(int kind) {
   return kind == cClass || kind == cStruct || kind == cUnion;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "code/CodeSources.h"
+#include "code/OuterDefinition.h"
 #include "editor/ApplyEdits.h"
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
@@ -19,10 +20,6 @@ constexpr int cButtonWidth = 84, cButtonHeight = 30;
 constexpr int cFunction = 'f';
 constexpr int cPrototype = 'p';
 constexpr int cPublic = 'b';
-
-bool IsOuterDefinition(const TagItem& item) {
-  return item.kind == cFunction && item.access == 0;
-}
 
 }  // namespace
 

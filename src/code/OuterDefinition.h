@@ -1,0 +1,13 @@
+#pragma once
+
+#include "tags/TagData.h"
+
+namespace zendry {
+
+// True for a member function's tag that stands for its definition outside of the class; the class
+// has the declaration as a tag of its own.
+inline bool IsOuterDefinition(const TagItem& item) {
+  return item.kind == 'f' && item.access == 0;
+}
+
+}  // namespace zendry
