@@ -38,16 +38,19 @@ std::string WhyNot(const CppEditor* editor, const FileEdits& file) {
   return "";
 }
 
-void Apply(const CppEditor& editor, const std::vector<TextEdit>& edits) {
+}  // namespace
+
+// From the first to the last: the component's gap moves over the text once.
+void ApplyTextEdits(const mavro::SciEditor& editor, const std::vector<TextEdit>& edits) {
   const mavro::UndoStep step(editor);
-  for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit) {
-    editor.Send(mavro::SCI_SETTARGETSTART, edit->offset);
-    editor.Send(mavro::SCI_SETTARGETEND, edit->offset + edit->length);
-    editor.Send(mavro::SCI_REPLACETARGET, edit->text.size(), edit->text.c_str());
+  size_t grown = 0;  // may wrap around
+  for (const TextEdit& edit : edits) {
+    editor.Send(mavro::SCI_SETTARGETRANGE, edit.offset + grown,
+                static_cast<std::intptr_t>(edit.offset + edit.length + grown));
+    editor.Send(mavro::SCI_REPLACETARGET, edit.text.size(), edit.text.c_str());
+    grown += edit.text.size() - edit.length;
   }
 }
-
-}  // namespace
 
 MemberEdits EditsOfTabs(EditTabs& tabs, CodeWizard& wizard, CodeSources& sources) {
   const EditorSettings& settings = theEditorSettings;
@@ -72,7 +75,8 @@ bool ApplyChange(EditTabs& tabs, const MemberChange& change) {
     if (!file.edits.empty() && (!shown || file.caret)) shown = &file;
   }
   for (const FileEdits& file : change.files)
-    if (const CppEditor* editor = tabs.Activate(file.path, false)) Apply(*editor, file.edits);
+    if (const CppEditor* editor = tabs.Activate(file.path, false))
+      ApplyTextEdits(*editor, file.edits);
   if (!shown) return false;
   CppEditor* editor = tabs.OpenFile(shown->path);
   if (!editor) return true;

@@ -2,12 +2,20 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "code/MemberEdits.h"
+
+namespace mavro {
+class SciEditor;
+}
 
 namespace zendry {
 
 class EditTabs;
+
+// Makes edits of the shown text, which are in its order and don't overlap, in one undo step.
+void ApplyTextEdits(const mavro::SciEditor& editor, const std::vector<TextEdit>& edits);
 
 // Makes the edits of members for the texts of the tabs, unsaved text first. Files that aren't open
 // are read, not opened. Everything must outlive the result.

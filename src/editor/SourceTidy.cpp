@@ -10,9 +10,9 @@
 
 #include "CommandLine.h"
 #include "SpawnConsole.h"
-#include "UndoStep.h"
 #include "base/Paths.h"
 #include "code/TidyEdits.h"
+#include "editor/ApplyEdits.h"
 #include "editor/CppEditor.h"
 
 namespace zendry {
@@ -83,16 +83,6 @@ Answer AskTool(const std::string& text, const std::string& style, const std::str
   return answer;
 }
 
-// From the last to the first, so that the places of those before stay.
-void Apply(CppEditor& editor, const std::vector<TextEdit>& edits) {
-  const mavro::UndoStep step(editor);
-  for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit) {
-    editor.Send(mavro::SCI_SETTARGETSTART, edit->offset);
-    editor.Send(mavro::SCI_SETTARGETEND, edit->offset + edit->length);
-    editor.Send(mavro::SCI_REPLACETARGET, edit->text.size(), edit->text.c_str());
-  }
-}
-
 std::string Changed(size_t places, const std::string& by) {
   if (places == 0) return "Nothing to tidy: " + by;
   return "Tidied at " + std::to_string(places) + (places == 1 ? " place: " : " places: ") + by;
@@ -120,14 +110,14 @@ std::string TidyByTool(CppEditor& editor, const std::string& text, Lines lines) 
   std::erase_if(narrowed, [&](const TextEdit& edit) {
     return isSelected && (edit.offset < first || edit.offset + edit.length > last);
   });
-  Apply(editor, narrowed);
+  ApplyTextEdits(editor, narrowed);
   return Changed(narrowed.size(), file.empty() ? "clang-format in the file's own style"
                                                : "clang-format with " + file);
 }
 
 std::string TidyByRules(CppEditor& editor, const std::string& text, Lines lines) {
   const auto edits = Narrowed(IndentEdits(text, editor.Habits(), lines.first, lines.last), text);
-  Apply(editor, edits);
+  ApplyTextEdits(editor, edits);
   return Changed(edits.size(), "indented by Zendry's own rules, as there is no clang-format");
 }
 

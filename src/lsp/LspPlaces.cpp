@@ -1,12 +1,12 @@
 #include <optional>
 
-#include "FilePath.h"
 #include "FileText.h"
 #include "code/CallTip.h"
 #include "code/SymbolPlaces.h"
 #include "code/TextScanner.h"
 #include "lsp/LspAnswers.h"
 #include "lsp/LspUri.h"
+#include "project/IncludeFile.h"
 
 namespace zendry {
 
@@ -80,10 +80,8 @@ std::string IncludedFile(const LspQuestion& question) {
       question.text.LineText(question.text.LineFromPosition(question.text.CaretPosition()));
   const std::optional<IncludeName> include = IncludeNameIn(line);
   if (!include) return "";
-  const std::string& name = include->name;
-  std::string found;
-  if (include->isQuoted) found = FindIncluded({true, name}, mavro::FolderOf(question.text.Path()));
-  return found.empty() ? question.folder.project.ResolveInclude(name) : found;
+  return FindIncludedFile(question.folder.project, question.text.Path(), include->name,
+                          include->isQuoted);
 }
 
 std::string Declared(const ResolveInfo& info) {

@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "TextCodec.h"
-#include "UndoStep.h"
 #include "base/DiskStamp.h"
+#include "editor/ApplyEdits.h"
 #include "editor/EditTabs.h"
 
 namespace zendry {
@@ -63,16 +63,8 @@ std::optional<std::string> TabTexts::TabText::Bytes() const {
   return mavro::EncodeText(editor.GetText(), EncodingOf(editor), editor.OddByte());
 }
 
-// From the first to the last: the component's gap moves over the text once.
 void TabTexts::TabText::Apply(const std::vector<TextEdit>& edits) {
-  const mavro::UndoStep step(editor);
-  size_t grown = 0;  // may wrap around
-  for (const TextEdit& edit : edits) {
-    editor.Send(mavro::SCI_SETTARGETRANGE, edit.offset + grown,
-                static_cast<std::intptr_t>(edit.offset + edit.length + grown));
-    editor.Send(mavro::SCI_REPLACETARGET, edit.text.size(), edit.text.c_str());
-    grown += edit.text.size() - edit.length;
-  }
+  ApplyTextEdits(editor, edits);
 }
 
 // Only the part that differs is replaced, so that marks and folds of the rest stay.
