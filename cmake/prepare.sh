@@ -52,7 +52,6 @@ prepare_packages() {
   apt -qq update >/dev/null || say "The package lists could not be renewed; trying with the old ones"
   # shellcheck disable=SC2086
   apt --assume-no --no-install-recommends install $missing | grep -E '^(Need to get|After this)' || true
-  # shellcheck disable=SC2086
   # Images of small machines leave out manual pages, which the help indexes are made from.
   # shellcheck disable=SC2086
   apt -y -qq -o Dpkg::Use-Pty=0 -o "Dpkg::Options::=--path-include=/usr/share/man/*" --no-install-recommends install $missing >/dev/null || true
@@ -69,6 +68,17 @@ progress() {
   if [ -t 1 ]; then grep --line-buffered -aE '^\[[0-9]+/' || true
   else grep --line-buffered -aE '^\[[0-9]*[05]0/|^== ' || true; fi
 }
+
+# What was compiled before, from this folder or another, is taken from the compiler cache where there is one.
+if [ -z "${CMAKE_CXX_COMPILER_LAUNCHER:-}" ] && command -v ccache >/dev/null; then
+  export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+fi
+# Precompiled headers need it.
+export CCACHE_SLOPPINESS=${CCACHE_SLOPPINESS:-pch_defines,time_macros,include_file_mtime,include_file_ctime}
+# A clean clone of continuous integration has a folder of its own and nobody debugs what it builds.
+if [ -n "${CI:-}" ]; then
+  export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$PWD} CCACHE_NOHASHDIR=1
+fi
 
 # Configures and builds targets of a preset; without targets all of them. CMake runs only when the
 # preset was not configured before: the build itself notices changes.
