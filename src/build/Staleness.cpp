@@ -1,6 +1,8 @@
 #include "build/Staleness.h"
 
+#include <algorithm>
 #include <cstdio>
+#include <limits>
 
 #include "project/Project.h"
 
@@ -42,9 +44,24 @@ Staleness IsNewer(FileTimes& times, const Project& project, const std::string& p
 
 Staleness StaleCheck::NeedsCompile(const ProjectFile& file, const std::string& object) {
   Staleness answer = IsNewer(times, project, file.name, object);
-  for (size_t i = 0; i < file.tags.includes.size() && !answer.stale; ++i)
-    answer = IncludeIsNewer(file.tags.includes[i].name, object, 0);
+  if (answer.stale || NoFileIsNewer(object)) return answer;
+  for (const IncludeRec& entry : file.Includes()) {
+    answer = IncludeIsNewer(entry.name, object, 0);
+    if (answer.stale) break;
+  }
   return answer;
+}
+
+// What an include can reach are files of the project.
+bool StaleCheck::NoFileIsNewer(const std::string& object) {
+  const std::optional<FileTimes::Time> made = times.Of(object);
+  if (!made) return false;
+  if (!newestFile) {
+    newestFile = std::numeric_limits<FileTimes::Time>::min();
+    for (const auto& file : project.Files())
+      newestFile = std::max(*newestFile, times.Of(file->name).value_or(*newestFile));
+  }
+  return *newestFile <= *made;
 }
 
 Staleness StaleCheck::IncludeIsNewer(std::string_view name, const std::string& object, int depth) {
@@ -77,7 +94,7 @@ StaleCheck::Newest StaleCheck::FindNewest(const Header& header, int levels) {
   Newest best;
   if (const auto time = times.Of(header.file->name)) best = {*time, &header};
   if (levels == 0) return best;
-  for (const IncludeRec& entry : header.file->tags.includes) {
+  for (const IncludeRec& entry : header.file->Includes()) {
     ++entriesVisited;
     Header* included = Resolve(entry.name);
     if (!included) continue;

@@ -33,7 +33,8 @@ Staleness IsNewer(FileTimes& times, const Project& project, const std::string& p
 // The rule walks every path through the includes. Some header within reach is newer than the object
 // exactly if the newest one is. So it is enough to know, per header and number of levels left, the
 // newest time within reach. The cost grows with the include entries and not with the paths, and the
-// levels end cycles. The reason names that newest header.
+// levels end cycles. The reason names that newest header. While no file of the project is newer
+// than the object, the includes aren't looked at.
 //
 // Keeps pointers to the project's files: make a new StaleCheck when the list of files has changed.
 class StaleCheck {
@@ -63,6 +64,7 @@ class StaleCheck {
     std::array<std::optional<Newest>, cMaxIncludeDepth + 1> newest;
   };
 
+  bool NoFileIsNewer(const std::string& object);
   Header* Resolve(std::string_view name);
   Newest NewestWithin(Header& header, int levels);
   Newest FindNewest(const Header& header, int levels);
@@ -71,6 +73,7 @@ class StaleCheck {
   FileTimes& times;
   std::map<const ProjectFile*, Header> headers;
   std::map<std::string, Header*, std::less<>> byName;  // null: not a file of the project
+  std::optional<FileTimes::Time> newestFile;  // of the project, as far as they can be opened
   size_t entriesVisited = 0;
 };
 

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -44,6 +45,14 @@ struct ProjectFile {
   const int32_t type;      // FileKind
   const std::string name;  // absolute path, forward slashes, normalised if possible
   TagData tags;            // its declarations and includes
+
+  // The files that it includes. Those of a file that has no tags are read when they are first asked
+  // for, once: most builds never need them.
+  const std::vector<IncludeRec>& Includes() const;
+  bool readsIncludesLate = false;
+
+ private:
+  mutable std::optional<std::vector<IncludeRec>> lateIncludes;
 };
 
 // The one project of the running program: its file, files, options and output names, and the
@@ -164,7 +173,7 @@ class Project : public mavro::object {
   std::string programParams;  // stored in the project file for the debugger
   TagData tags;               // of the reference libraries
   TagData scratchModule;      // of an open file outside the project
-  bool storesTags = true;     // false in tools, which need only the includes
+  bool storesTags = true;     // false in tools, which need at most the includes
 
  private:
   // Files by name; for equal names, the file that was added first. The keys point into the files.

@@ -71,7 +71,7 @@ std::string ObjectName(const Project& project, const ProjectFile& file) {
 std::string Rule(const Project& project, const ProjectFile& file) {
   const std::string source = project.RelativeIfSame(file.name);
   std::string rule = ObjectName(project, file) + ": " + source;
-  for (const IncludeRec& include : file.tags.includes)
+  for (const IncludeRec& include : file.Includes())
     if (include.quoted) rule += " " + include.name;
   return rule + "\n\t$(CC) $(CCFLAGS) -c " + source + "\n";
 }

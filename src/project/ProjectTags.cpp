@@ -67,8 +67,16 @@ void Project::ReadTags(ProjectFile& file) {
   bool isHeader = false;
   if (!TagParser::languageOf(file.name, isHeader)) return;
   if (storesTags) return parseModule(file.tags, nullptr);
-  if (const mavro::FileText read = mavro::ReadFileText(file.name); read.Ok())
-    file.tags.includes = ScanIncludes(read.text);
+  file.readsIncludesLate = true;
+}
+
+const std::vector<IncludeRec>& ProjectFile::Includes() const {
+  if (!readsIncludesLate) return tags.includes;
+  if (!lateIncludes) {
+    const mavro::FileText read = mavro::ReadFileText(name);
+    lateIncludes = read.Ok() ? ScanIncludes(read.text) : std::vector<IncludeRec>();
+  }
+  return *lateIncludes;
 }
 
 EditorText* Project::FindEditor(const TagData& module) const {

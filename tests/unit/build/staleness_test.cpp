@@ -39,6 +39,8 @@ class StalenessTest : public testing::Test {
     FileTimes times;
     return StaleCheck(project, times).NeedsCompile(file, object);
   }
+  // A file newer than every object, that nobody includes: without one no include is looked at.
+  void AddNewStranger() { Add("stranger.h", 9); }
   // A source that includes h0.h, which includes h1.h and so on; all of time 1 but the last.
   ProjectFile& AddChain(int headers, long lastTick) {
     for (int i = 0; i < headers; ++i) {
@@ -139,6 +141,7 @@ TEST_F(StalenessTest, NeedsCompile_SameHeaderNearAndFar_TheNearWayCounts) {
 }
 
 TEST_F(StalenessTest, NeedsCompile_HeaderOutsideTheProject_NeverMakesStale) {
+  AddNewStranger();
   test::SetTime(folder.Write("outside.h", ""), 9);
   const ProjectFile& source =
       Add("a.cpp", 1, "#include \"outside.h\"\n#include <vector>\n#include \"gone.h\"\n");
@@ -167,6 +170,7 @@ TEST_F(StalenessTest, NeedsCompile_MissingSourceWithHeader_HeaderAloneMakesStale
 }
 
 TEST_F(StalenessTest, NeedsCompile_CycleOfIncludes_Ends) {
+  AddNewStranger();
   Add("a.h", 1, "#include \"b.h\"\n");
   Add("b.h", 1, "#include \"a.h\"\n#include \"b.h\"\n");
   const ProjectFile& source = Add("a.cpp", 1, "#include \"a.h\"\n");
@@ -180,6 +184,7 @@ TEST_F(StalenessTest, NeedsCompile_SixtyHeadersIncludingEachOther_CostsTheirEntr
   for (int i = 0; i < cHeaders; ++i) Add("h" + std::to_string(i) + ".h", 1, all);
   const ProjectFile& first = Add("a.cpp", 1, all);
   const ProjectFile& second = Add("b.cpp", 1, all);
+  AddNewStranger();
   FileTimes times;
   StaleCheck check(project, times);
   EXPECT_FALSE(check.NeedsCompile(first, Object(5)).stale);
@@ -187,7 +192,7 @@ TEST_F(StalenessTest, NeedsCompile_SixtyHeadersIncludingEachOther_CostsTheirEntr
   EXPECT_LE(visited, static_cast<size_t>(cHeaders) * cHeaders * (StaleCheck::cMaxIncludeDepth + 1));
   EXPECT_FALSE(check.NeedsCompile(second, Object(5)).stale);
   EXPECT_EQ(check.EntriesVisited(), visited + cHeaders);
-  EXPECT_EQ(times.Asked(), cHeaders + 3u);
+  EXPECT_EQ(times.Asked(), cHeaders + 4u);
 }
 
 TEST_F(StalenessTest, FileTimes_AskEachFileOnce) {
@@ -199,6 +204,23 @@ TEST_F(StalenessTest, FileTimes_AskEachFileOnce) {
   EXPECT_EQ(times.Asked(), 1u);
   times.Forget(path);
   EXPECT_EQ(times.Of(path), *time + 1);
+}
+
+// What a file includes is read only if something may have come of it.
+TEST_F(StalenessTest, NeedsCompile_NoFileNewerThanTheObject_LooksAtNoInclude) {
+  const ProjectFile& source = Add("a.cpp", 1, "#include \"a.h\"\n");
+  Add("a.h", 4);
+  Add("other.h", 5);
+  const std::string object = Object(5);
+  FileTimes times;
+  StaleCheck check(project, times);
+  EXPECT_FALSE(check.NeedsCompile(source, object).stale);
+  EXPECT_EQ(check.EntriesVisited(), 0u);
+  Object(4);
+  FileTimes later;
+  StaleCheck oneIsNewer(project, later);
+  EXPECT_FALSE(oneIsNewer.NeedsCompile(source, object).stale);
+  EXPECT_GT(oneIsNewer.EntriesVisited(), 0u);
 }
 
 // The plain rule, which walks every path.

@@ -2,6 +2,7 @@
 #include <sys/stat.h>
 
 #include <cstdint>
+#include <filesystem>
 #include <fstream>
 #include <string>
 #include <vector>
@@ -118,8 +119,25 @@ TEST_F(ProjectTagsTest, ToolProject_ReadsIncludesOnly) {
   project.storesTags = false;
   const ProjectFile& file = Add("a.cpp", "#include \"a.h\"\n#include <b>\nint a;\n");
   EXPECT_EQ(Globals(file.tags), "");
-  ASSERT_EQ(file.tags.includes.size(), 2u);
-  EXPECT_FALSE(file.tags.includes[1].quoted);
+  ASSERT_EQ(file.Includes().size(), 2u);
+  EXPECT_FALSE(file.Includes()[1].quoted);
+}
+
+TEST_F(ProjectTagsTest, ToolProject_ReadsIncludesWhenTheyAreAskedForAndOnce) {
+  project.storesTags = false;
+  const ProjectFile& file = Add("a.cpp", "#include \"a.h\"\n");
+  folder.Write("a.cpp", "#include \"b.h\"\n");
+  ASSERT_EQ(file.Includes().size(), 1u);
+  EXPECT_EQ(file.Includes()[0].name, "b.h");
+  folder.Write("a.cpp", "");
+  EXPECT_EQ(file.Includes().size(), 1u);
+}
+
+TEST_F(ProjectTagsTest, ToolProject_FileThatIsGone_IncludesNothing) {
+  project.storesTags = false;
+  const ProjectFile& file = Add("a.cpp", "#include \"a.h\"\n");
+  std::filesystem::remove(folder.Path("a.cpp"));
+  EXPECT_TRUE(file.Includes().empty());
 }
 
 TEST_F(ProjectTagsTest, Includes_AreTheSameWithAndWithoutTags) {
@@ -131,7 +149,7 @@ TEST_F(ProjectTagsTest, Includes_AreTheSameWithAndWithoutTags) {
   Project tool;
   tool.storesTags = false;
   tool.AddFile(folder.Path("a.cpp"));
-  const std::vector<IncludeRec>& expected = tool.Files()[0]->tags.includes;
+  const std::vector<IncludeRec>& expected = tool.Files()[0]->Includes();
   ASSERT_EQ(parsed.tags.includes.size(), expected.size());
   ASSERT_EQ(expected.size(), 5u);
   for (size_t i = 0; i < expected.size(); ++i) {
@@ -287,7 +305,7 @@ TEST_F(ProjectTagsTest, FileInNoLanguage_HasNoIncludes) {
   for (const bool stores : {false, true}) {
     project.storesTags = stores;
     const std::string name = stores ? "b.txt" : "a.txt";
-    EXPECT_TRUE(Add(name, "#include \"a.h\"\nint a;\n").tags.includes.empty()) << name;
+    EXPECT_TRUE(Add(name, "#include \"a.h\"\nint a;\n").Includes().empty()) << name;
   }
 }
 
@@ -297,7 +315,7 @@ TEST_F(ProjectTagsTest, BrokenFiles_HaveNoTags) {
   for (const char* name : {"dir.cpp", "pipe.cpp", "gone.cpp", "gone.txt"})
     project.AddFile(folder.Path(name));
   for (const auto& file : project.Files()) {
-    EXPECT_TRUE(file->tags.globals.empty() && file->tags.includes.empty()) << file->name;
+    EXPECT_TRUE(file->tags.globals.empty() && file->Includes().empty()) << file->name;
   }
 }
 
