@@ -1,0 +1,56 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zendry {
+
+class TagData;
+
+// The tag that a line of a source belongs to: the class around it, or a method.
+struct FormTag {
+  std::string className;  // empty without a class
+  std::string name;       // of the tag itself
+  int kind = 0;           // letter of the tag's kind; 0 without a tag
+};
+
+// The text of a source and the tags of its lines: of a file, or of an editor's text, in UTF-8. It
+// doesn't change.
+class FormText {
+ public:
+  // Finds the tags itself.
+  FormText(std::string newPath, std::string newText);
+
+  const std::string& Path() const { return path; }
+  const std::string& Text() const { return text; }
+  // As in an editor: a text that ends with a line end has an empty line behind it.
+  int LineCount() const { return static_cast<int>(starts.size()); }
+  // With its line end.
+  std::string_view Line(int line) const;
+  // The first byte of a line; the text's length for the line behind the last one.
+  size_t LineStart(int line) const;
+  // The tag around a line, from 0.
+  FormTag TagAtLine(int line) const;
+
+ private:
+  void FindTags() const;
+
+  // A class or a method with its block.
+  struct Block {
+    FormTag tag;
+    size_t start = 0;
+    size_t end = 0;
+  };
+
+  const std::string path;
+  const std::string text;
+  std::vector<size_t> starts;
+  mutable bool isParsed = false;
+  mutable std::vector<Block> blocks;
+};
+
+using FormTextPtr = std::shared_ptr<const FormText>;
+
+}  // namespace zendry
