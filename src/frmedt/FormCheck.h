@@ -17,30 +17,22 @@ struct FormLoss {
 
   Kind kind = Kind::cLost;
   bool isInDecl = false;
-  int line = 0;         // in the region's lines, from 0; CheckForm: in the file
+  int line = 0;         // in the region's lines, from 0; in the file if CheckForm made it
   std::string text;     // the line, without blanks around it
-  std::string becomes;  // the line in its place, or the reason of the loss; may be empty
-  std::string path;     // set by CheckForm only
+  std::string becomes;  // the statement in its place, or why it is lost; may be empty
+  std::string path;     // of the file, if CheckForm made it
 };
 
 // The statements of a form that would not come back: the regions are read and written, and the
 // statements compared. Blanks between words, and the number of names in a declaration, don't
-// count. Lines as in FormData.
-std::vector<FormLoss> CheckRegions(std::string_view className,
-                                   const std::vector<std::string>& declLines,
+// count. The lines are those that FormData reads.
+std::vector<FormLoss> CheckRegions(const std::vector<std::string>& declLines,
                                    const std::vector<std::string>& initLines);
-// The same for a target of a locator.
+// The same for a target of a locator, in the order of declarations and statements.
 std::vector<FormLoss> CheckForm(const FormTarget& target);
 
-// True if a line has one of the forms that a region may hold, by itself: for a mark while it is
-// typed. Blank lines and markers have.
+// True if a line is one of the statements that a region may hold, as far as the line alone tells.
+// Blank lines and markers are. For a mark while it is typed.
 bool FitsRegion(std::string_view line, bool isInDecl);
-
-// The region with some lines moved to just behind its end: the lines of the region, markers
-// included, then the kept ones unchanged, or as comments where they would not compile. `lines`: the
-// written region, `losses`: of this region, `original`: its lines as they were.
-std::vector<std::string> KeepBehind(std::vector<std::string> lines,
-                                    const std::vector<FormLoss>& losses,
-                                    const std::vector<std::string>& original);
 
 }  // namespace zendry

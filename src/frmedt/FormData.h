@@ -127,30 +127,14 @@ class FormData {
   std::vector<FormReport> reports;  // what reading had to tell
 
  private:
-  friend class InitReader;
+  friend class FormReader;
 
-  CtrlRec* current = nullptr;
+  CtrlRec& Append(std::string_view name, std::string_view className);
+
   std::vector<std::unique_ptr<CtrlRec>> owned;
 };
 
 // True if two models hold the same: what the writer's text depends on.
 bool SameForm(const FormData& left, const FormData& right);
-
-// A line cut into words, as the regions are read.
-struct LineTokens {
-  static constexpr size_t cMost = 6;
-
-  std::vector<std::string> words;  // six at most; further ones are passed over
-  std::vector<bool> isQuoted;      // for each word: a part of it was in quotes
-  std::string rest;                // the line from the end of the word with number `limit`
-
-  bool Has(size_t number) const { return number < words.size(); }
-};
-// Cuts a line at blanks, control characters, bytes from 0x80 up and the characters .,<>()[]=; which
-// count as other characters in quotes. A word that isn't ended by the end of the line is dropped.
-LineTokens Tokenize(std::string_view line, size_t limit);
-// Takes the operator at the beginning of a statement's rest and the ";" at its end away. Returns
-// the operator.
-char TrimValue(std::string& text);
 
 }  // namespace zendry

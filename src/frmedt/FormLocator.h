@@ -35,7 +35,7 @@ struct RegionEdit {
   TextEdit edit;
 };
 
-// The kind of marker a line is. Anything else after "//!" is cOther, a line of another form cNone.
+// The kind of marker that a line is: cOther has something else after "//!", cNone is no marker.
 enum class FormMarker { cNone, cDecl, cInit, cEnd, cOther };
 FormMarker MarkerOf(std::string_view line);
 
@@ -54,8 +54,8 @@ class FormLocator {
 
   // The class of the selected form's regions.
   const FormTarget& Selected() const { return selected; }
-  // The edits that replace the regions, that of the initialisation first. Both are valid for the
-  // texts as they were read, in this order.
+  // The edits that replace the regions, to be made in this order: the lower one of a file goes
+  // first, so that both are valid for the text as it was read. Line ends are those of the source.
   std::vector<RegionEdit> ReplaceRegions(const std::vector<std::string>& declLines,
                                          const std::vector<std::string>& initLines) const;
 
@@ -63,7 +63,7 @@ class FormLocator {
   std::vector<FormReport> reports;
 
  private:
-  void CloseRegion(FormTarget& open);
+  void CloseRegion(const FormTarget& open, const SectionRef& section);
   void AddCompanion(const FormTextPtr& text);
 
   FormTarget selected;

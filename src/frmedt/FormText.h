@@ -5,16 +5,9 @@
 #include <string_view>
 #include <vector>
 
+#include "frmedt/FormBlocks.h"
+
 namespace zendry {
-
-class TagData;
-
-// The tag that a line of a source belongs to: the class around it, or a method.
-struct FormTag {
-  std::string className;  // empty without a class
-  std::string name;       // of the tag itself
-  int kind = 0;           // letter of the tag's kind; 0 without a tag
-};
 
 // The text of a source and the tags of its lines: of a file, or of an editor's text, in UTF-8. It
 // doesn't change.
@@ -35,20 +28,11 @@ class FormText {
   FormTag TagAtLine(int line) const;
 
  private:
-  void FindTags() const;
-
-  // A class or a method with its block.
-  struct Block {
-    FormTag tag;
-    size_t start = 0;
-    size_t end = 0;
-  };
-
   const std::string path;
   const std::string text;
   std::vector<size_t> starts;
   mutable bool isParsed = false;
-  mutable std::vector<Block> blocks;
+  mutable std::vector<FormBlock> blocks;
 };
 
 using FormTextPtr = std::shared_ptr<const FormText>;
