@@ -2,8 +2,8 @@
 
 #include <set>
 
-#include "code/CppLexer.h"
 #include "frmedt/FormCheck.h"
+#include "frmedt/FormStatement.h"
 
 namespace zendry {
 
@@ -11,43 +11,31 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-// True if the brackets of a text are closed and its last statement is ended: only comments are,
-// too.
-bool IsWhole(const std::string& text) {
-  CppLexer lexer(text);
-  std::string open;
-  std::string last = ";";
-  for (CppPiece piece = lexer.Next(); piece.kind != CppPiece::Kind::cEnd; piece = lexer.Next()) {
-    last = piece.text;
-    if (last == "(" || last == "[" || last == "{") open += last;
-    const char opening = last == ")" ? '(' : last == "]" ? '[' : last == "}" ? '{' : '\0';
-    if (!opening) continue;
-    if (open.empty() || open.back() != opening) return false;
-    open.pop_back();
-  }
-  const bool isDirective = last.starts_with('#');
-  return open.empty() && (last == ";" || last == "}" || isDirective);
-}
-
 size_t BlanksBefore(const std::string& line) {
   const size_t place = line.find_first_not_of(" \t");
   return place == std::string::npos ? 0 : place;
 }
 
-// Lines that follow each other are one statement, or several whole ones.
+// The number of the lines from `first` on that are the shortest whole statement; 0 if none are.
+size_t WholeLines(const Lines& lines, const std::set<size_t>& taken, size_t first) {
+  std::string text;
+  for (size_t at = first; taken.contains(at); ++at) {
+    text += lines[at];
+    if (IsWholeStatement(text)) return at + 1 - first;
+  }
+  return 0;
+}
+
+// A statement stays as it is if all of its lines are taken.
 Lines Kept(const Lines& lines, const std::set<size_t>& taken) {
   Lines kept;
   for (auto at = taken.begin(); at != taken.end();) {
-    Lines group;
-    size_t next = *at;
-    for (; at != taken.end() && *at == next; ++at, ++next) group.push_back(lines[*at]);
-    std::string text;
-    for (const std::string& line : group) text += line;
-    const bool isWhole = IsWhole(text);
-    for (std::string& line : group) {
-      if (!isWhole) line.insert(BlanksBefore(line), "// ");
-      kept.push_back(std::move(line));
-    }
+    const size_t count = WholeLines(lines, taken, *at);
+    for (size_t i = 0; i < count; ++i) kept.push_back(lines[*at++]);
+    if (count > 0) continue;
+    std::string line = lines[*at++];
+    line.insert(BlanksBefore(line), "// ");
+    kept.push_back(std::move(line));
   }
   return kept;
 }

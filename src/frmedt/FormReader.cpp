@@ -4,6 +4,7 @@
 
 #include "base/ParseInt.h"
 #include "frmedt/CtrlReg.h"
+#include "frmedt/FormStatement.h"
 #include "frmedt/FormTokens.h"
 #include "frmedt/FormWriter.h"
 #include "frmedt/PropClass.h"
@@ -120,7 +121,7 @@ void FormReader::ReadInitLine(const std::string& line) {
   CtrlRec& rec = FindOrAdd(tokens.words[0], pending);
   Resolve(rec, pending);
   if (!rec.classDef) {
-    rec.kept.push_back(Trimmed(line));
+    if (IsWholeStatement(line)) rec.kept.push_back(Trimmed(line));
     return;
   }
   TrimValue(tokens.rest);

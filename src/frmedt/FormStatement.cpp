@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cctype>
 
+#include "code/CppLexer.h"
+
 namespace zendry {
 
 namespace {
@@ -69,6 +71,22 @@ std::string PlainStatement(std::string_view line) {
     i = end;
   }
   return plain;
+}
+
+bool IsWholeStatement(std::string_view text) {
+  CppLexer lexer(text);
+  std::string open;
+  std::string last = ";";
+  for (CppPiece piece = lexer.Next(); piece.kind != CppPiece::Kind::cEnd; piece = lexer.Next()) {
+    last = piece.text;
+    if (last == "(" || last == "[" || last == "{") open += last;
+    const char opening = last == ")" ? '(' : last == "]" ? '[' : last == "}" ? '{' : '\0';
+    if (!opening) continue;
+    if (open.empty() || open.back() != opening) return false;
+    open.pop_back();
+  }
+  const bool isDirective = last.starts_with('#');
+  return open.empty() && (last == ";" || last == "}" || isDirective);
 }
 
 FormDeclaration ReadDeclaration(std::string_view line) {

@@ -10,6 +10,10 @@ namespace zendry {
 // Literals stay as they are, and so do comments but for the blanks around them.
 std::string PlainStatement(std::string_view line);
 
+// True if the brackets of a text are closed and its last statement is ended. Comments alone are,
+// too.
+bool IsWholeStatement(std::string_view text);
+
 // A declaration of a region: a class and the names of its controls.
 struct FormDeclaration {
   std::string className;

@@ -9,11 +9,11 @@ namespace zendry {
 namespace {
 
 // Line ends are LF, CR LF and CR, as in an editor.
-std::vector<size_t> LineStarts(const std::string& text) {
+std::vector<size_t> FindStarts(std::string_view text) {
   std::vector<size_t> starts = {0};
-  for (size_t at = 0; (at = text.find_first_of("\r\n", at)) != std::string::npos;) {
-    at += text.compare(at, 2, "\r\n") == 0 ? 2 : 1;
-    starts.push_back(at);
+  for (size_t i = 0; i < text.size(); ++i) {
+    const bool isEnd = text[i] == '\n' || (text[i] == '\r' && text.substr(i + 1, 1) != "\n");
+    if (isEnd) starts.push_back(i + 1);
   }
   return starts;
 }
@@ -21,10 +21,19 @@ std::vector<size_t> LineStarts(const std::string& text) {
 }  // namespace
 
 FormText::FormText(std::string newPath, std::string newText)
-    : path(std::move(newPath)), text(std::move(newText)), starts(LineStarts(text)) {}
+    : path(std::move(newPath)), text(std::move(newText)) {}
+
+const std::vector<size_t>& FormText::Starts() const {
+  if (starts.empty()) starts = FindStarts(text);
+  return starts;
+}
+
+int FormText::LineCount() const {
+  return static_cast<int>(Starts().size());
+}
 
 size_t FormText::LineStart(int line) const {
-  return line < LineCount() ? starts[static_cast<size_t>(line)] : text.size();
+  return line < LineCount() ? Starts()[static_cast<size_t>(line)] : text.size();
 }
 
 std::string_view FormText::Line(int line) const {

@@ -19,7 +19,7 @@ class FormText {
   const std::string& Path() const { return path; }
   const std::string& Text() const { return text; }
   // As in an editor: a text that ends with a line end has an empty line behind it.
-  int LineCount() const { return static_cast<int>(starts.size()); }
+  int LineCount() const;
   // With its line end.
   std::string_view Line(int line) const;
   // The first byte of a line; the text's length for the line behind the last one.
@@ -28,9 +28,11 @@ class FormText {
   FormTag TagAtLine(int line) const;
 
  private:
+  const std::vector<size_t>& Starts() const;
+
   const std::string path;
   const std::string text;
-  std::vector<size_t> starts;
+  mutable std::vector<size_t> starts;  // of the lines, found when they are first asked for
   mutable bool isParsed = false;
   mutable std::vector<FormBlock> blocks;
 };

@@ -12,7 +12,7 @@ target_link_libraries(make_tests PRIVATE zendry-core GTest::gmock GTest::gtest_m
 gtest_discover_tests(make_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS e2e)
 
 # The tools that need no window start without the toolkit's libraries.
-foreach(tool IN ITEMS Lsp Make Tags)
+foreach(tool IN ITEMS Form Lsp Make Tags)
   string(TOLOWER zendry-${tool} program)
   add_test(NAME Zendry${tool}.LinksNoToolkit
     COMMAND ${CMAKE_COMMAND} -D PROGRAM=$<TARGET_FILE:${program}> -P ${CMAKE_CURRENT_LIST_DIR}/LinksNoToolkit.cmake)
