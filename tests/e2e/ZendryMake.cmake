@@ -7,6 +7,7 @@ target_compile_definitions(make_tests PRIVATE
   ZENDRY_MAKE="$<TARGET_FILE:zendry-make>" ZENDRY_DIST="${CMAKE_SOURCE_DIR}/dist"
   FAKE_TOOL="$<TARGET_FILE:fake_tool>" ZENDRY_TAGS="$<TARGET_FILE:zendry-tags>"
   REFERENCES="${CMAKE_BINARY_DIR}/dist/reference/Defs" REFERENCE_DATA="${CMAKE_SOURCE_DIR}/tests/data/reference"
+  FRAMEWORK_HEADERS="${CMAKE_SOURCE_DIR}/libs/mavro/include"
   REFERENCE_SOURCES="${CMAKE_SOURCE_DIR}/dist/reference")
 target_link_libraries(make_tests PRIVATE zendry-core GTest::gmock GTest::gtest_main)
 gtest_discover_tests(make_tests DISCOVERY_TIMEOUT 60 PROPERTIES TIMEOUT 120 LABELS e2e)
