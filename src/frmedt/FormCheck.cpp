@@ -26,8 +26,8 @@ constexpr size_t cShortestName = 3;
 // What is compared: a statement, or one name of a declaration.
 struct Element {
   int line = 0;
-  std::string key;      // equal for equal statements
-  std::string subject;  // equal for statements that take each other's place
+  std::string key;   // equal for equal statements
+  std::string name;  // of the control that is declared
 };
 
 std::string Trimmed(std::string_view line) {
@@ -37,7 +37,12 @@ std::string Trimmed(std::string_view line) {
   return std::string(line);
 }
 
-std::string SubjectOf(const std::string& line) {
+std::string_view WithoutLineEnd(std::string_view line) {
+  while (!line.empty() && (line.back() == '\n' || line.back() == '\r')) line.remove_suffix(1);
+  return line;
+}
+
+std::string SubjectOfStatement(const std::string& line) {
   static const std::set<std::string_view> cBounds = {"SetBounds", "SetLocation", "SetSize", "left",
                                                      "top",       "width",       "height"};
   const LineTokens tokens = Tokenize(line + "\n", 2);
@@ -56,12 +61,14 @@ void AddDeclElements(std::vector<Element>& elements, const std::string& line, in
 std::vector<Element> ElementsOf(const Lines& lines, bool isInDecl) {
   std::vector<Element> elements;
   for (size_t i = 0; i < lines.size(); ++i) {
-    if (Trimmed(lines[i]).empty()) continue;
+    const std::string text = Trimmed(lines[i]);
+    // The closing marker is no statement.
+    if (text.empty() || (i > 0 && i + 1 == lines.size() && text == "//!end")) continue;
     const int number = static_cast<int>(i);
     if (isInDecl && i > 0)
       AddDeclElements(elements, lines[i], number);
     else
-      elements.push_back({number, PlainStatement(lines[i]), i > 0 ? SubjectOf(lines[i]) : "//!"});
+      elements.push_back({number, PlainStatement(lines[i]), {}});
   }
   return elements;
 }
@@ -129,11 +136,13 @@ class RegionCheck {
       : form(theForm), isInDecl(theIsInDecl), lines(theLines), written(theWritten) {}
 
   std::vector<FormLoss> Run() {
+    if (IsSame()) return {};
     const std::vector<Element> before = ElementsOf(lines, isInDecl);
     const std::vector<Element> after = ElementsOf(written, isInDecl);
     const std::vector<int> matches = MatchElements(before, after);
     const std::vector<bool> isInOrder = InOrder(matches);
-    NoteSuccessors(after, matches);
+    const bool isAllThere = std::find(matches.begin(), matches.end(), -1) == matches.end();
+    if (!isAllThere) NoteSuccessors(after, matches);
     for (size_t i = 0; i < before.size(); ++i) {
       if (matches[i] < 0)
         AddLost(before[i]);
@@ -144,18 +153,34 @@ class RegionCheck {
   }
 
  private:
+  // What the designer wrote comes back as it is.
+  bool IsSame() const {
+    return std::equal(lines.begin(), lines.end(), written.begin(), written.end(),
+                      [](std::string_view left, std::string_view right) {
+                        return WithoutLineEnd(left) == WithoutLineEnd(right);
+                      });
+  }
+
+  // The same for statements that take each other's place; empty if that can't be told.
+  std::string SubjectOf(const Element& element, const Lines& from) const {
+    if (!element.name.empty()) return element.name;
+    if (element.line == 0) return std::string(cMarker);
+    return isInDecl ? std::string() : SubjectOfStatement(from[static_cast<size_t>(element.line)]);
+  }
+
   // Statements that are new go before those that have been there.
   void NoteSuccessors(const std::vector<Element>& after, const std::vector<int>& matches) {
     const std::set<int> matched(matches.begin(), matches.end());
     for (const bool wantsNew : {true, false})
       for (size_t i = 0; i < after.size(); ++i)
-        if (matched.contains(static_cast<int>(i)) != wantsNew && !after[i].subject.empty())
-          successors.try_emplace(after[i].subject, after[i].line);
+        if (matched.contains(static_cast<int>(i)) != wantsNew)
+          successors.try_emplace(SubjectOf(after[i], written), after[i].line);
+    successors.erase(std::string());
   }
 
   void AddLost(const Element& element) {
     FormLoss loss{Kind::cLost, isInDecl, element.line, {}, {}, {}};
-    const auto next = successors.find(element.subject);
+    const auto next = successors.find(SubjectOf(element, lines));
     const std::string text = Trimmed(lines[static_cast<size_t>(element.line)]);
     if (next != successors.end()) {
       loss.kind = Kind::cChanged;
@@ -294,6 +319,11 @@ std::vector<FormLoss> CheckRegions(const Lines& declLines, const Lines& initLine
   FormData form;
   form.ReadDecl(declLines);
   form.ReadInit(initLines);
+  return CompareRegions(form, declLines, initLines);
+}
+
+std::vector<FormLoss> CompareRegions(const FormData& form, const Lines& declLines,
+                                     const Lines& initLines) {
   FormWriter writer(form);
   Lines decl, init;
   writer.WriteDecl(decl);
@@ -307,16 +337,33 @@ std::vector<FormLoss> CheckRegions(const Lines& declLines, const Lines& initLine
   return losses;
 }
 
-std::vector<FormLoss> CheckForm(const FormTarget& target) {
-  std::vector<FormLoss> losses = CheckRegions(target.decl.Lines(), target.init.Lines());
-  CheckEnd(target.decl, true, losses);
-  CheckEnd(target.init, false, losses);
-  for (FormLoss& loss : losses) {
+FormCheckup CheckupOf(const FormTarget& target) {
+  const Lines decl = target.decl.Lines();
+  const Lines init = target.init.Lines();
+  FormData form;
+  form.ReadDecl(decl);
+  form.ReadInit(init);
+  FormCheckup result;
+  result.losses = CompareRegions(form, decl, init);
+  CheckEnd(target.decl, true, result.losses);
+  CheckEnd(target.init, false, result.losses);
+  for (FormLoss& loss : result.losses) {
     const SectionRef& section = loss.isInDecl ? target.decl : target.init;
     loss.line += section.startLine;
     loss.path = section.text->Path();
   }
-  return losses;
+  result.canOpen = form.CheckParents();
+  result.reports = std::move(form.reports);
+  for (FormReport& report : result.reports) {
+    const SectionRef& section = report.line < 0 ? target.decl : target.init;
+    report.path = section.text->Path();
+    report.line = section.startLine + std::max(report.line, 0);
+  }
+  return result;
+}
+
+std::vector<FormLoss> CheckForm(const FormTarget& target) {
+  return CheckupOf(target).losses;
 }
 
 bool FitsRegion(std::string_view line, bool isInDecl) {

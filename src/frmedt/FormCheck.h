@@ -28,7 +28,19 @@ struct FormLoss {
 // count. The lines are those that FormData reads.
 std::vector<FormLoss> CheckRegions(const std::vector<std::string>& declLines,
                                    const std::vector<std::string>& initLines);
-// The same for a target of a locator, in the order of declarations and statements.
+// The same for a form that has been read from these lines.
+std::vector<FormLoss> CompareRegions(const FormData& form,
+                                     const std::vector<std::string>& declLines,
+                                     const std::vector<std::string>& initLines);
+
+// What there is to tell of a form before it is opened, by lines of its files.
+struct FormCheckup {
+  std::vector<FormLoss> losses;     // of the declarations, then of the statements
+  std::vector<FormReport> reports;  // what its reading had to tell
+  bool canOpen = false;
+};
+FormCheckup CheckupOf(const FormTarget& target);
+// The losses alone.
 std::vector<FormLoss> CheckForm(const FormTarget& target);
 
 // True if a line is one of the statements that a region may hold, as far as the line alone tells.

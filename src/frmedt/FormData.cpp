@@ -73,6 +73,7 @@ bool SameRecord(const CtrlRec& left, const CtrlRec& right) {
 
 void CtrlRec::SetClass(const CtrlClass& newClass) {
   classDef = &newClass;
+  props.reserve(newClass.props.size());
   for (const PropDef& row : newClass.props) props.push_back({&row, {}});
 }
 

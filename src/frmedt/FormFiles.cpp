@@ -70,18 +70,10 @@ bool FormFiles::Select(FormLocator& locator, size_t number) {
 }
 
 bool FormFiles::CheckSelected(const FormTarget& target, bool& canOpen) {
-  FormData form;
-  form.ReadDecl(target.decl.Lines());
-  form.ReadInit(target.init.Lines());
-  canOpen = form.CheckParents();
-  for (FormReport& report : form.reports) {
-    const SectionRef& section = report.line < 0 ? target.decl : target.init;
-    report.path = section.text->Path();
-    report.line = section.startLine + std::max(report.line, 0);
-  }
-  bool isClean = TellReports(form.reports, {});
-  for (const FormLoss& loss : CheckForm(target))
-    isClean = TellOnce(loss.path, loss.line, loss.Words());
+  const FormCheckup found = CheckupOf(target);
+  canOpen = found.canOpen;
+  bool isClean = TellReports(found.reports, {});
+  for (const FormLoss& loss : found.losses) isClean = TellOnce(loss.path, loss.line, loss.Words());
   return isClean;
 }
 

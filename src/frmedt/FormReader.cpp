@@ -42,6 +42,7 @@ std::string HandlerIn(const LineTokens& tokens) {
 
 // A value that begins with these words would be read as a handler once it is written.
 bool ReadsAsHandler(const std::string& value) {
+  if (value.find("Add_H") == std::string::npos) return false;
   return !HandlerIn(Tokenize("x.x = " + value + ";\n", 2)).empty();
 }
 
@@ -173,9 +174,10 @@ void FormReader::ReadBounds(CtrlRec& rec, std::string_view name, const std::stri
 // as the marker's, so that the same text is written again.
 void FormReader::Resolve(CtrlRec& rec, std::string_view marker) {
   if (rec.classDef || unknown.contains(&rec)) return;
-  for (const std::string& name : {rec.declClass, std::string(marker), rec.className}) {
+  for (const std::string_view name :
+       {std::string_view(rec.declClass), marker, std::string_view(rec.className)}) {
     if (const CtrlClass* found = FindClass(name)) {
-      rec.className = name;
+      rec.className = found->name;
       rec.SetClass(*found);
       return;
     }

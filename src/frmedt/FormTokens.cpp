@@ -1,15 +1,22 @@
 #include "frmedt/FormTokens.h"
 
 #include <algorithm>
+#include <array>
 
 namespace zendry {
 
 namespace {
 
-constexpr std::string_view cDelimiters = ".,<>()[]=;";
+// For each byte: it ends a word.
+constexpr std::array<bool, 256> cIsDelimiter = [] {
+  std::array<bool, 256> table{};
+  for (size_t c = 0; c < table.size(); ++c) table[c] = c < '!' || c >= 0x80;
+  for (const char c : std::string_view(".,<>()[]=;")) table[static_cast<unsigned char>(c)] = true;
+  return table;
+}();
 
 bool IsDelimiter(char c) {
-  return static_cast<signed char>(c) < '!' || cDelimiters.find(c) != std::string_view::npos;
+  return cIsDelimiter[static_cast<unsigned char>(c)];
 }
 
 bool IsBlank(char c) {
@@ -33,6 +40,8 @@ bool LineTokens::HasQuoted(size_t count) const {
 
 LineTokens Tokenize(std::string_view line, size_t limit) {
   LineTokens tokens;
+  tokens.words.reserve(LineTokens::cMost);
+  tokens.isQuoted.reserve(LineTokens::cMost);
   std::string word;
   bool isInQuotes = false;
   bool hasQuotes = false;

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -29,25 +28,22 @@ Lines RegionOf(const std::string& written) {
   return lines;
 }
 
-std::map<std::string, int> Counted(const Lines& lines) {
-  std::map<std::string, int> counts;
-  for (std::string line : lines) {
-    std::erase_if(line, [](char c) { return static_cast<unsigned char>(c) <= ' '; });
-    ++counts[line];
-  }
-  return counts;
+std::string WithoutBlanks(std::string line) {
+  std::erase_if(line, [](char c) { return static_cast<unsigned char>(c) <= ' '; });
+  return line;
 }
 
+// Of equal lines as many are named as are written less often than they were read.
 void CheckNamed(const zendry::FormData& form, const Lines& decl, const Lines& init) {
-  const std::vector<zendry::FormLoss> losses = zendry::CheckRegions(decl, init);
-  std::map<std::string, int> written = Counted(test::FormLines(test::WrittenInit(form)));
-  for (size_t i = 0; i < init.size(); ++i) {
-    const std::string plain = Counted({init[i]}).begin()->first;
-    if (plain.empty() || --written[plain] >= 0) continue;
-    Require(std::any_of(losses.begin(), losses.end(), [i](const zendry::FormLoss& loss) {
-      return !loss.isInDecl && loss.line == static_cast<int>(i);
-    }));
+  std::map<std::string, int> unnamed;
+  for (const std::string& line : init) ++unnamed[WithoutBlanks(line)];
+  for (const zendry::FormLoss& loss : zendry::CheckRegions(decl, init)) {
+    const bool isGone = !loss.isInDecl && loss.kind != zendry::FormLoss::Kind::cMoved;
+    if (isGone) --unnamed[WithoutBlanks(init[static_cast<size_t>(loss.line)])];
   }
+  for (const std::string& line : test::FormLines(test::WrittenInit(form)))
+    --unnamed[WithoutBlanks(line)];
+  for (const auto& [line, count] : unnamed) Require(line.empty() || count <= 0);
 }
 
 void CheckForm(const Lines& decl, const Lines& init) {

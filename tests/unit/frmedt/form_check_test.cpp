@@ -44,6 +44,12 @@ TEST(FormCheck, LayoutOfStatements_DoesNotCount) {
             Texts{});
 }
 
+TEST(FormCheck, TheClosingMarker_MayBeAmongTheLines) {
+  EXPECT_EQ(Losses("Button one;\n//!end\n", "//!<Button>\nthis->Add(&one);\n//!end\n"), Texts{});
+  EXPECT_EQ(Losses("Button one;\n//!end\n", "// x\nthis->Add(&one);\n//!end\n"),
+            Texts{"i1 lost: // x"});
+}
+
 TEST(FormCheck, LostStatements_AreNamed) {
   EXPECT_EQ(InitLosses("// a note\none.text = name;\nif (x) {\n"),
             (Texts{"i1 lost: // a note", "i2 lost: one.text = name;",
