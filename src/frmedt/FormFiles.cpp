@@ -69,9 +69,8 @@ bool FormFiles::Select(FormLocator& locator, size_t number) {
   return TellReports(locator.reports, {});
 }
 
-bool FormFiles::CheckSelected(const FormTarget& target, bool& canOpen) {
+bool FormFiles::CheckSelected(const FormTarget& target) {
   const FormCheckup found = CheckupOf(target);
-  canOpen = found.canOpen;
   bool isClean = TellReports(found.reports, {});
   for (const FormLoss& loss : found.losses) isClean = TellOnce(loss.path, loss.line, loss.Words());
   return isClean;
@@ -87,12 +86,12 @@ bool FormFiles::Check(const std::string& path) {
   locator.Scan(file.text);
   bool isClean = TellReports(locator.reports, path);
   for (size_t i = 0; i < locator.targets.size(); ++i) {
-    bool canOpen = false;
-    isClean &= Select(locator, i) && CheckSelected(locator.Selected(), canOpen);
+    isClean &= Select(locator, i) && CheckSelected(locator.Selected());
   }
   return isClean;
 }
 
+// None if the form can't be opened, without what is kept.
 std::vector<RegionEdit> FormFiles::EditsOf(const FormLocator& locator, Losses losses) {
   std::vector<std::string> declLines = locator.Selected().decl.Lines();
   std::vector<std::string> initLines = locator.Selected().init.Lines();
@@ -101,6 +100,7 @@ std::vector<RegionEdit> FormFiles::EditsOf(const FormLocator& locator, Losses lo
   FormData form;
   form.ReadDecl(declLines);
   form.ReadInit(initLines);
+  if (!form.CheckParents()) return {};
   FormWriter writer(form);
   std::vector<std::string> decl, init;
   writer.WriteDecl(decl);
@@ -142,11 +142,12 @@ bool FormFiles::Rewrite(const std::string& path, Losses losses) {
   bool isDone = TellReports(locator.reports, path);
   std::vector<RegionEdit> edits;
   for (size_t i = 0; i < locator.targets.size(); ++i) {
-    bool canOpen = false;
-    if (Select(locator, i)) CheckSelected(locator.Selected(), canOpen);
-    isDone &= canOpen;
-    if (!canOpen) continue;
-    const std::vector<RegionEdit> more = EditsOf(locator, losses);
+    std::vector<RegionEdit> more;
+    if (Select(locator, i)) {
+      CheckSelected(locator.Selected());
+      more = EditsOf(locator, losses);
+    }
+    isDone &= !more.empty();
     edits.insert(edits.end(), more.begin(), more.end());
   }
   return WriteEdits(std::move(edits)) && isDone;

@@ -50,7 +50,7 @@ class FormFiles {
   bool TellOnce(const std::string& path, int line, const std::string& text);
   bool TellReports(const std::vector<FormReport>& reports, const std::string& path);
   bool Select(FormLocator& locator, size_t number);
-  bool CheckSelected(const FormTarget& target, bool& canOpen);
+  bool CheckSelected(const FormTarget& target);
   static std::vector<RegionEdit> EditsOf(const FormLocator& locator, Losses losses);
   bool WriteEdits(std::vector<RegionEdit> edits);
 

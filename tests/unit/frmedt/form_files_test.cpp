@@ -4,6 +4,7 @@
 
 #include <filesystem>
 
+#include "Privileges.h"
 #include "TempFolder.h"
 
 namespace zendry {
@@ -129,10 +130,42 @@ TEST_F(FormFilesTest, Rewrite_CanKeepWhatWouldBeLost) {
   EXPECT_EQ(folder.Read("a.cpp"), Form("\t\tok1.Foo(1);\n"));
 }
 
+TEST_F(FormFilesTest, Rewrite_CanKeepWhatKeepsAFormFromBeingOpened) {
+  const std::string text =
+      Replace(Form(), "\t//!end\nprivate", "\tint count = 5;\n\t//!end\nprivate");
+  const std::string path = folder.Write("a.cpp", text);
+  EXPECT_FALSE(Rewrite(path));
+  EXPECT_EQ(folder.Read("a.cpp"), text);
+  EXPECT_TRUE(Rewrite(path, FormFiles::Losses::cKeep));
+  EXPECT_EQ(folder.Read("a.cpp"),
+            Replace(Form(), "\t//!end\nprivate", "\t//!end\n\tint count = 5;\nprivate"));
+}
+
 TEST_F(FormFilesTest, Rewrite_LeavesAFormThatCannotBeOpened) {
   const std::string text = Replace(Form(), "\t\tthis->Add(&ok1);\n", "// x\n");
   EXPECT_FALSE(Rewrite(folder.Write("a.cpp", text)));
   EXPECT_EQ(folder.Read("a.cpp"), text);
+}
+
+TEST_F(FormFilesTest, Rewrite_RefusesAReadOnlyFile) {
+  const std::string text = Replace(Form(), "\t\tthis->Add", "\t\t// x\n\t\tthis->Add");
+  const std::string path = folder.Write("a.cpp", text);
+  std::filesystem::permissions(path, std::filesystem::perms(0444));
+  std::filesystem::permissions(folder.Path(), std::filesystem::perms(0755));
+  {
+    const test::WithoutRights user;
+    EXPECT_FALSE(Rewrite(path));
+  }
+  EXPECT_EQ(folder.Read("a.cpp"), text);
+  EXPECT_EQ(told.size(), 2U);
+}
+
+TEST_F(FormFilesTest, Rewrite_OfACleanForm_TouchesNoFile) {
+  const std::string path = folder.Write("a.cpp", Form());
+  std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+  const auto before = std::filesystem::last_write_time(path);
+  EXPECT_TRUE(Rewrite(path));
+  EXPECT_EQ(std::filesystem::last_write_time(path), before);
 }
 
 TEST_F(FormFilesTest, AFormInTwoFiles_IsWrittenFromEither) {

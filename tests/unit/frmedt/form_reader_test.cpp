@@ -144,6 +144,25 @@ TEST(FormReader, UnknownClass_IsReportedAndItsStatementsAreKept) {
             "//!<Button>\none.text = \"x\";\nthis->Add(&one);\n");
 }
 
+TEST(FormReader, EventsOfAnUnknownClass_AreKept) {
+  const std::string body =
+      "//!<Gadget>\ngad.onSpin.Add_H(this, &This::DoSpin);\nthis->Add(&gad);\n";
+  const ReadForm form("Gadget gad;\n", body);
+  EXPECT_TRUE(form.data.Find("gad")->events.empty());
+  EXPECT_EQ(test::InitBody(form.data), body);
+}
+
+TEST(FormReader, AStatementThatIsNotWhole_IsNotKept) {
+  const ReadForm form("Gadget gad;\n", "gad.Spin(1,\n2);\nthis->Add(&gad);\n");
+  EXPECT_TRUE(form.data.Find("gad")->kept.empty());
+}
+
+TEST(FormReader, HandlersThatDoNotExist_AreKept) {
+  const std::string body =
+      "//!<Button>\none.onNothing.Add_H(this, &This::None);\nthis->Add(&one);\n";
+  EXPECT_EQ(test::InitBody(ReadForm("Button one;\n", body).data), body);
+}
+
 TEST(FormReader, TwoControlsOfOneName_AreOne) {
   const ReadForm form("Button one;\nEdit one;\n", "this->Add(&one);\n");
   EXPECT_EQ(Names(form.data), (Texts{"this-", "one"}));
