@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <regex>
 #include <set>
 
 #include "FormMaker.h"
@@ -122,10 +123,43 @@ std::map<std::string, int> Counted(const Lines& lines) {
   return counts;
 }
 
-bool IsNamed(const std::vector<FormLoss>& losses, size_t line) {
-  return std::any_of(losses.begin(), losses.end(), [line](const FormLoss& one) {
-    return !one.isInDecl && one.line == static_cast<int>(line);
+bool IsNamed(const std::vector<FormLoss>& losses, size_t line, bool isInDecl = false) {
+  return std::any_of(losses.begin(), losses.end(), [=](const FormLoss& one) {
+    return one.isInDecl == isInDecl && one.line == static_cast<int>(line);
   });
+}
+
+// The controls that lines declare, each with its class.
+std::multiset<std::string> Declared(const Lines& lines) {
+  static const std::regex cLine("\\s*([\\w:]+)\\s+(\\w+(?:\\s*,\\s*\\w+)*)\\s*;\\s*"),
+      cName("\\w+");
+  std::multiset<std::string> declared;
+  for (const std::string& line : lines) {
+    std::smatch match;
+    if (!std::regex_match(line, match, cLine)) continue;
+    const std::string names = match[2];
+    for (std::sregex_iterator at(names.begin(), names.end(), cName), end; at != end; ++at)
+      declared.insert(match[1].str() + ' ' + at->str());
+  }
+  return declared;
+}
+
+// Each declaration that isn't named comes back with all of its controls; another line as it is.
+void ExpectDeclarationsNamed(const Lines& decl, const FormData& form,
+                             const std::vector<FormLoss>& losses) {
+  const Lines lines = test::FormLines(WrittenDecl(form));
+  std::multiset<std::string> written = Declared(lines);
+  const std::map<std::string, int> same = Counted(lines);
+  for (size_t line = 1; line < decl.size(); ++line) {
+    if (WithoutBlanks(decl[line]).empty() || IsNamed(losses, line, true)) continue;
+    const std::multiset<std::string> declared = Declared({decl[line]});
+    if (declared.empty()) EXPECT_TRUE(same.contains(WithoutBlanks(decl[line]))) << decl[line];
+    for (const std::string& one : declared) {
+      const auto at = written.find(one);
+      ASSERT_NE(at, written.end()) << decl[line];
+      written.erase(at);
+    }
+  }
 }
 
 TEST(FormRoundTrip, DamagedRegions_LoseNothingUnnamed) {
@@ -149,6 +183,7 @@ TEST(FormRoundTrip, DamagedRegions_LoseNothingUnnamed) {
       if (plain.empty() || --written[plain] >= 0) continue;
       ASSERT_TRUE(IsNamed(losses, line)) << i << ' ' << init[line];
     }
+    ExpectDeclarationsNamed(decl, second, losses);
     if (!second.CheckParents()) continue;
     ++opened;
     FormData third;
