@@ -7,15 +7,15 @@ from desktop import wait_until
 from fixture import STAGE, ZENDRY, ZENDRY_MAKE, ZendryTest, run, write, write_project
 
 BUILD = os.environ.get('ZENDRY_BUILD', '')
-IN_ROOT = ['bin/zendry', 'bin/zendry-console', 'bin/zendry-make', 'bin/zendry-tags', 'bin/zendry-lsp', 'bin/Zendry.cfg', 'bin/first-start.ini', 'bin/Defs/stlref.tgd',
+IN_ROOT = ['bin/zendry', 'bin/zendry-console', 'bin/zendry-make', 'bin/zendry-tags', 'bin/zendry-form', 'bin/zendry-lsp', 'bin/Zendry.cfg', 'bin/first-start.ini', 'bin/Defs/stlref.tgd',
            'bin/Defs/stlref.tgx', 'bin/Defs/stlref.tgn', 'bin/Defs/cref.tgd', 'bin/Defs/cref.tgx', 'bin/Defs/cref.tgn', 'bin/Defs/mavroref.tgd', 'bin/Defs/mavroref.tgx', 'bin/Help/mavro.ch', 'bin/Help/stl.ch', 'bin/Help/clib.ch', 'bin/Help/stl.copyright', 'bin/Help/clib.copyright',
            'bin/Repos/demos/console/console.zpj',
            'libs/mavro/include/mavro', 'libs/mavro/libmavro.a', 'libs/mavro/mavro.rc', 'libs/basic', 'mylib',
            'libs/mavro/mavro-reference.md', 'tools/gcc', 'tools/g++', 'tools/ar', 'tools/gdb', 'tools/windres']
-IN_PREFIX = ['bin/zendry', 'bin/zendry-make', 'bin/zendry-tags', 'bin/zendry-lsp', 'share/applications/zendry.desktop', 'share/mime/packages/zendry-project.xml',
+IN_PREFIX = ['bin/zendry', 'bin/zendry-make', 'bin/zendry-tags', 'bin/zendry-form', 'bin/zendry-lsp', 'share/applications/zendry.desktop', 'share/mime/packages/zendry-project.xml',
              'share/metainfo/org.zendry.zendry.metainfo.xml', 'share/icons/hicolor/scalable/apps/zendry.svg',
              'share/man/man1/zendry-windres.1', 'share/doc/zendry/mavro.md', 'lib/pkgconfig/mavro.pc',
-             'lib/cmake/mavro/mavro-config.cmake', 'share/man/man1/zendry.1', 'share/man/man1/zendry-make.1', 'share/man/man1/zendry-tags.1', 'share/man/man1/zendry-lsp.1',
+             'lib/cmake/mavro/mavro-config.cmake', 'share/man/man1/zendry.1', 'share/man/man1/zendry-make.1', 'share/man/man1/zendry-tags.1', 'share/man/man1/zendry-form.1', 'share/man/man1/zendry-lsp.1',
              'share/man/man5/zpj.5', 'share/doc/zendry/LICENSE']
 WINDOW_PROGRAM = '''#include <mavro>
 
