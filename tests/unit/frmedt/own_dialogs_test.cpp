@@ -71,11 +71,12 @@ TEST(OwnDialogs, EachIsWrittenBackWithoutAChange) {
       EXPECT_EQ(text.substr(edit.edit.offset, edit.edit.length), edit.edit.text) << edit.path;
     }
   }
-  EXPECT_THAT(opened, ElementsAre("mavro::GoToLineDlg", "zendry::AboutDlg", "zendry::ClassWizard",
-                                  "zendry::DebugDlg", "zendry::EventDlg", "zendry::FontPropDlg",
-                                  "zendry::ItemsDlg", "zendry::NewFileDlg", "zendry::NewFormDlg",
-                                  "zendry::SelectBox", "zendry::SelectDlg", "zendry::TextDlg",
-                                  "zendry::ToolBarEditor"));
+  EXPECT_THAT(opened,
+              ElementsAre("mavro::GoToLineDlg", "zendry::AboutDlg", "zendry::BreakEditor",
+                          "zendry::ClassWizard", "zendry::DebugDlg", "zendry::EventDlg",
+                          "zendry::FontPropDlg", "zendry::ItemsDlg", "zendry::NewFileDlg",
+                          "zendry::NewFormDlg", "zendry::ReplaceListDlg", "zendry::SelectBox",
+                          "zendry::SelectDlg", "zendry::TextDlg", "zendry::ToolBarEditor"));
 }
 
 }  // namespace
