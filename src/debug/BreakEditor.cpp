@@ -15,57 +15,20 @@ namespace zendry {
 
 namespace {
 
-constexpr int cWidth = 592;
-constexpr int cHeight = 321;
-constexpr int cButtonWidth = 84;
-constexpr int cButtonHeight = 34;
-constexpr int cButtonTop = 4;
-
 enum Column { cFileColumn, cLineColumn, cConditionColumn, cIdColumn };
 
 }  // namespace
 
 BreakEditor::BreakEditor(Debugger& itsDebugger, EditTabs& itsTabs)
     : debugger(itsDebugger), tabs(itsTabs) {
-  struct ButtonRow {
-    mavro::Button& button;
-    const char* caption;
-    int left;
-    void (BreakEditor::*handler)(mavro::NotifyArgs&);
-  };
-  text = "Breakpoints";
-  SetSize(cWidth, cHeight);
-  buttons.dock = mavro::Dock::cTop;
-  buttons.height = cButtonHeight + 2 * cButtonTop;
-  for (const ButtonRow& row : {ButtonRow{locate, " Locate", 8, &BreakEditor::OnLocate},
-                               ButtonRow{condition, "Condition", 96, &BreakEditor::OnCondition},
-                               ButtonRow{remove, "  Remove", 202, &BreakEditor::OnRemove},
-                               ButtonRow{removeAll, "Remove All", 288, &BreakEditor::OnRemoveAll},
-                               ButtonRow{close, "Close", 452, nullptr}}) {
-    row.button.text = row.caption;
-    row.button.SetBounds(row.left, cButtonTop, cButtonWidth, cButtonHeight);
-    if (row.handler) row.button.onClick.Add_H(this, row.handler);
-    buttons.Add(&row.button);
-  }
-  close.kind = mavro::Button::cCancel;
-  close.text = "Close";
+  Initialize();
   list.AddColumn("file", 200);
   list.AddColumn("line", 32);
   list.AddColumn("condition", 250);
   list.AddColumn("id", 32);
   for (const int column : {cFileColumn, cLineColumn, cIdColumn})
     list.columns.SetEditable(column, false);
-  list.editLabels = true;
-  list.fullRowSelect = true;
-  list.showSelection = true;
   list.accessibleName = text.Get();
-  list.dock = mavro::Dock::cFill;
-  list.onChoose.Add_H(this, &BreakEditor::OnLocate);
-  list.onChangeSel.Add_H(this, &BreakEditor::OnSelected);
-  list.onKeyDown.Add_H(this, &BreakEditor::OnKey);
-  list.onPostEdit.Add_H(this, &BreakEditor::OnEdited);
-  Add(&buttons);
-  Add(&list);
   focusControl = &list;
   Fill();
   SelectRow(0);
@@ -126,6 +89,54 @@ void BreakEditor::OnCondition(mavro::NotifyArgs&) {
   if (!form.Ask() || !debugger.breakpoints.Has(row)) return;
   debugger.SetCondition(row, form.Accepted());
   Fill();
+}
+
+void BreakEditor::Initialize() {
+  using mavro::Button, mavro::Dock;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 592, 321);
+	this->text = "Breakpoints";
+	//!<Panel>
+	buttons.dock = Dock::cTop;
+	buttons.height = 42;
+	this->Add(&buttons);
+	//!<Button>
+	locate.SetBounds(8, 4, 84, 34);
+	locate.text = " Locate";
+	locate.onClick.Add_H(this, &This::OnLocate);
+	buttons.Add(&locate);
+	//!<Button>
+	condition.SetBounds(96, 4, 84, 34);
+	condition.text = "Condition";
+	condition.onClick.Add_H(this, &This::OnCondition);
+	buttons.Add(&condition);
+	//!<Button>
+	remove.SetBounds(202, 4, 84, 34);
+	remove.text = "  Remove";
+	remove.onClick.Add_H(this, &This::OnRemove);
+	buttons.Add(&remove);
+	//!<Button>
+	removeAll.SetBounds(288, 4, 84, 34);
+	removeAll.text = "Remove All";
+	removeAll.onClick.Add_H(this, &This::OnRemoveAll);
+	buttons.Add(&removeAll);
+	//!<Button>
+	close.SetBounds(452, 4, 84, 34);
+	close.text = "Close";
+	close.kind = Button::cCancel;
+	buttons.Add(&close);
+	//!<ListView>
+	list.dock = Dock::cFill;
+	list.editLabels = true;
+	list.showSelection = true;
+	list.onChoose.Add_H(this, &This::OnLocate);
+	list.onChangeSel.Add_H(this, &This::OnSelected);
+	list.onKeyDown.Add_H(this, &This::OnKey);
+	list.onPostEdit.Add_H(this, &This::OnEdited);
+	this->Add(&list);
+	//!end
+  // clang-format on
 }
 
 void BreakEditor::OnEdited(mavro::ItemArgs& args) {

@@ -10,6 +10,8 @@ class EditTabs;
 
 // The dialog that lists the breakpoints.
 class BreakEditor : public mavro::Form {
+  typedef BreakEditor This;
+
  public:
   // `itsDebugger` has the breakpoints, `itsTabs` shows their places; neither is owned.
   BreakEditor(Debugger& itsDebugger, EditTabs& itsTabs);
@@ -17,11 +19,16 @@ class BreakEditor : public mavro::Form {
   // Shows the breakpoints anew: their numbers, places or conditions have changed.
   void Fill();
 
-  mavro::Panel buttons;
-  mavro::Button locate, condition, remove, removeAll, close;
-  mavro::ListView list;
+  // clang-format off
+	//!decl
+	mavro::Panel buttons;
+	mavro::Button locate, condition, remove, removeAll, close;
+	mavro::ListView list;
+	//!end
+  // clang-format on
 
  private:
+  void Initialize();
   void OnLocate(mavro::NotifyArgs& args);
   void OnCondition(mavro::NotifyArgs& args);
   void OnRemove(mavro::NotifyArgs& args);

@@ -10,8 +10,6 @@ namespace zendry {
 
 namespace {
 
-constexpr int cWidth = 640;
-constexpr int cHeight = 420;
 constexpr int cMargin = 10;
 constexpr int cLabelHeight = 20;
 constexpr int cButtonWidth = 84;
@@ -28,29 +26,50 @@ std::vector<std::string>& Used() {
 }  // namespace
 
 DebugDlg::DebugDlg(Debugger& itsDebugger) : debugger(itsDebugger) {
-  text = "Debug Commander";
-  SetSize(cWidth, cHeight);
-  output.dock = mavro::Dock::cFill;
+  Initialize();
   output.readOnly = true;
   output.monospaced = true;
   output.maxLines = cMostLines;
   output.accessibleName = "Output";
-  bottom.dock = mavro::Dock::cBootom;
-  bottom.height = cLabelHeight + cButtonHeight + 3 * cMargin;
-  label.text = "Debuger command:";
-  execute.kind = mavro::Button::cOk;  // for the Enter key
-  execute.text = "Execute";
-  close.kind = mavro::Button::cCancel;
-  close.text = "Close";
   for (const std::string& used : Used()) command.items.Add(used);
-  execute.onClick.Add_H(this, &DebugDlg::OnExecute);
-  bottom.onResize.Add_H(this, &DebugDlg::OnBottomResized);
-  for (mavro::Control* control :
-       std::initializer_list<mavro::Control*>{&label, &command, &execute, &close})
-    bottom.Add(control);
-  Add(&output);
-  Add(&bottom);
   focusControl = &command;
+}
+
+// The first button is an OK button for the Enter key.
+void DebugDlg::Initialize() {
+  using mavro::Button, mavro::Dock;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 640, 420);
+	this->text = "Debug Commander";
+	//!<Memo>
+	output.dock = Dock::cFill;
+	this->Add(&output);
+	//!<Panel>
+	bottom.dock = Dock::cBootom;
+	bottom.height = 80;
+	bottom.onResize.Add_H(this, &This::OnBottomResized);
+	this->Add(&bottom);
+	//!<Label>
+	label.SetBounds(10, 10, 620, 20);
+	label.text = "Debuger command:";
+	bottom.Add(&label);
+	//!<ComboBox>
+	command.SetBounds(10, 40, 432, 30);
+	bottom.Add(&command);
+	//!<Button>
+	execute.SetBounds(452, 40, 84, 30);
+	execute.text = "Execute";
+	execute.kind = Button::cOk;
+	execute.onClick.Add_H(this, &This::OnExecute);
+	bottom.Add(&execute);
+	//!<Button>
+	close.SetBounds(546, 40, 84, 30);
+	close.text = "Close";
+	close.kind = Button::cCancel;
+	bottom.Add(&close);
+	//!end
+  // clang-format on
 }
 
 void DebugDlg::AppendLine(const std::string& line) {

@@ -4,35 +4,41 @@ namespace zendry {
 
 namespace {
 
-constexpr int cWidth = 300;
-constexpr int cHeight = 118;
-constexpr int cPlace = 200;
-constexpr int cMargin = 15;
-constexpr int cEditHeight = 26;
-constexpr int cButtonWidth = 84;
-constexpr int cButtonHeight = 30;
+constexpr int cPlace = 200;  // on the screen, for left and top
 
 }  // namespace
 
 TextDlg::TextDlg(const std::string& caption, const std::string& preset) {
+  Initialize();
+  SetLocation(cPlace, cPlace);
   text = caption;
-  center = false;
-  resizable = false;
-  SetBounds(cPlace, cPlace, cWidth, cHeight);
   edit.text = preset;
   edit.accessibleName = caption;
-  edit.SetBounds(cMargin, cMargin, cWidth - 2 * cMargin, cEditHeight);
-  const int top = cHeight - cMargin - cButtonHeight;
-  ok.kind = mavro::Button::cOk;
-  ok.SetBounds(cWidth - cMargin - 2 * cButtonWidth - 10, top, cButtonWidth, cButtonHeight);
-  ok.onClick.Add_H(this, &TextDlg::OnOk);
-  cancel.kind = mavro::Button::cCancel;
-  cancel.SetBounds(cWidth - cMargin - cButtonWidth, top, cButtonWidth, cButtonHeight);
-  Add(&edit);
-  Add(&ok);
-  Add(&cancel);
-  onShow.Add_H(this, &TextDlg::OnShown);
   focusControl = &edit;
+}
+
+void TextDlg::Initialize() {
+  using mavro::Button;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 300, 118);
+	this->resizable = false;
+	this->center = false;
+	this->onShow.Add_H(this, &This::OnShown);
+	//!<Edit>
+	edit.SetBounds(15, 15, 270, 26);
+	this->Add(&edit);
+	//!<Button>
+	okButton.SetBounds(107, 73, 84, 30);
+	okButton.kind = Button::cOk;
+	okButton.onClick.Add_H(this, &This::OnOk);
+	this->Add(&okButton);
+	//!<Button>
+	cancel.SetBounds(201, 73, 84, 30);
+	cancel.kind = Button::cCancel;
+	this->Add(&cancel);
+	//!end
+  // clang-format on
 }
 
 bool TextDlg::Ask() {

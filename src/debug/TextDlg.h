@@ -10,6 +10,8 @@ namespace zendry {
 
 // Asks for one line of text.
 class TextDlg : public mavro::Form {
+  typedef TextDlg This;
+
  public:
   // `preset` is in the field at first, selected.
   TextDlg(const std::string& caption, const std::string& preset);
@@ -19,12 +21,18 @@ class TextDlg : public mavro::Form {
   const std::string& Accepted() const { return accepted; }
 
  private:
+  // clang-format off
+	//!decl
+	mavro::Edit edit;
+	mavro::Button okButton, cancel;
+	//!end
+  // clang-format on
+
+  void Initialize();
   void OnShown(mavro::NotifyArgs& args);
   void OnOk(mavro::NotifyArgs& args);
 
   std::string accepted;
-  mavro::Edit edit;
-  mavro::Button ok, cancel;
 };
 
 }  // namespace zendry

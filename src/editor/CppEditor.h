@@ -106,6 +106,10 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   // The text for the tag parser and lookups; lives as long as the editor.
   CaretText& LiveText() { return liveText; }
 
+  // Group: what marks the regions of forms keeps here: the change count that it has seen.
+  static constexpr unsigned long cNeverSeen = static_cast<unsigned long>(-1);
+  mutable unsigned long regionsSeen = cNeverSeen;
+
   void onTextChanged() override;
   void onTextWillChange(long position, long removed, long added) override;
   void onSavePointChanged() override;

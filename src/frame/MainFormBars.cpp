@@ -10,6 +10,7 @@
 #include "frame/PrjActs.h"
 #include "frame/SearchWindow.h"
 #include "frame/ToolActs.h"
+#include "frmedt/RegionMarks.h"
 #include "help/HelpActs.h"
 #include "project/Project.h"
 
@@ -202,6 +203,9 @@ void MainForm::ShowCaretOf(const CppEditor& editor) {
   if (!tab || tab->editor.get() != &editor) return;
   SetCaretInfo(editor.ShownLine(), editor.CaretColumn() + 1);
   statusBar.SetPane(cEncodingPane, editor.TextNote());
+  // Called in the middle of a painting: nothing may be painted at once.
+  if (const std::string note = RegionMarks::Update(editor); !note.empty())
+    statusBar.SetPane(cTextPane, note);
   UpdateCommands();
 }
 

@@ -9,8 +9,8 @@
 #include "base/ReasonFirst.h"
 #include "frame/FileActs.h"
 #include "frame/MainForm.h"
+#include "frame/PrjActs.h"
 #include "project/Project.h"
-#include "rescue/Rescue.h"
 
 namespace zendry {
 
@@ -26,12 +26,7 @@ bool MakeAndOpen(const std::string& path, const std::string& content, bool appen
     return false;
   }
   if (!theMainForm->editTabs.OpenFile(path)) return false;
-  if (append && !theProject.FindFile(path)) {
-    theProject.AddFile(theProject.RelativeIfSame(path));
-    theProject.modified = true;
-    KeepRescueCopy(theProject);
-    theMainForm->UpdateCommands();
-  }
+  if (append) thePrjActs.AddMade(path);
   return true;
 }
 
@@ -43,39 +38,63 @@ NewFileDlg::NewFileDlg(const std::string& title, NewFileWish& newWish)
       nameSource(newWish.name),
       pathLink(&pathEdit),
       nameLink(&nameEdit) {
+  Initialize();
   text = title;
-  resizable = false;
-  SetSize(407, 261);
-  pathLabel.text = "File path:";
-  pathLabel.SetBounds(15, 4, 200, 18);
-  pathEdit.SetBounds(15, 22, 335, 24);
-  browse.text = "...";
-  browse.hint = "Choose the folder";
-  browse.SetBounds(355, 22, 36, 24);
-  browse.onClick.Add_H(this, &NewFileDlg::OnBrowse);
-  nameLabel.text = "File name:";
-  nameLabel.SetBounds(15, 48, 200, 18);
-  nameEdit.SetBounds(15, 66, 335, 24);
-  append.text = "Append files to the project";
-  append.SetBounds(20, 93, 330, 22);
   append.checked = wish.append;
-  action.text = "Action:";
-  action.items.Add("Create new module (*.h) and (*.cpp)");
-  action.items.Add("Create header file  (*.h)");
-  action.items.Add("Create source file  (*.cpp)");
-  action.SetBounds(15, 118, 376, 96);
   action.itemIndex = static_cast<int>(wish.kind);
-  ok.kind = mavro::Button::cOk;
-  ok.SetBounds(213, 221, 84, 30);
-  cancel.kind = mavro::Button::cCancel;
-  cancel.SetBounds(307, 221, 84, 30);
   pathLink.source = &folderSource;
   nameLink.source = &nameSource;
-  for (mavro::Control* control : std::initializer_list<mavro::Control*>{
-           &pathLabel, &pathEdit, &browse, &nameLabel, &nameEdit, &append, &action, &ok, &cancel})
-    Add(control);
   focusControl = &nameEdit;
-  onDestroy.Add_H(this, &NewFileDlg::OnDestroyed);
+}
+
+void NewFileDlg::Initialize() {
+  using mavro::Button;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 407, 261);
+	this->resizable = false;
+	this->onDestroy.Add_H(this, &This::OnDestroyed);
+	//!<Label>
+	pathLabel.SetBounds(15, 4, 200, 18);
+	pathLabel.text = "File path:";
+	this->Add(&pathLabel);
+	//!<Edit>
+	pathEdit.SetBounds(15, 22, 335, 24);
+	this->Add(&pathEdit);
+	//!<Button>
+	browse.SetBounds(355, 22, 36, 24);
+	browse.text = "...";
+	browse.toolTip = "Choose the folder";
+	browse.onClick.Add_H(this, &This::OnBrowse);
+	this->Add(&browse);
+	//!<Label>
+	nameLabel.SetBounds(15, 48, 200, 18);
+	nameLabel.text = "File name:";
+	this->Add(&nameLabel);
+	//!<Edit>
+	nameEdit.SetBounds(15, 66, 335, 24);
+	this->Add(&nameEdit);
+	//!<CheckBox>
+	append.SetBounds(20, 93, 330, 22);
+	append.text = "Append files to the project";
+	this->Add(&append);
+	//!<RadioGroup>
+	action.SetBounds(15, 118, 376, 96);
+	action.text = "Action:";
+	action.items.Add("Create new module (*.h) and (*.cpp)");
+	action.items.Add("Create header file  (*.h)");
+	action.items.Add("Create source file  (*.cpp)");
+	this->Add(&action);
+	//!<Button>
+	okButton.SetBounds(213, 221, 84, 30);
+	okButton.kind = Button::cOk;
+	this->Add(&okButton);
+	//!<Button>
+	cancel.SetBounds(307, 221, 84, 30);
+	cancel.kind = Button::cCancel;
+	this->Add(&cancel);
+	//!end
+  // clang-format on
 }
 
 void NewFileDlg::OnBrowse(mavro::NotifyArgs&) {

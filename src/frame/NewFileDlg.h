@@ -18,7 +18,22 @@ struct NewFileWish {
 
 // Asks for folder, name and kind of a new file.
 class NewFileDlg : public mavro::Form {
+  typedef NewFileDlg This;
+
  public:
+  // clang-format off
+	//!decl
+	mavro::Label pathLabel;
+	mavro::Edit pathEdit;
+	mavro::Button browse;
+	mavro::Label nameLabel;
+	mavro::Edit nameEdit;
+	mavro::CheckBox append;
+	mavro::RadioGroup action;
+	mavro::Button okButton, cancel;
+	//!end
+  // clang-format on
+
   // `newWish` has the initial values; it gets the user's choices when the dialog closes with OK.
   NewFileDlg(const std::string& title, NewFileWish& newWish);
 
@@ -34,18 +49,12 @@ class NewFileDlg : public mavro::Form {
     std::string& shown;
   };
 
+  void Initialize();
   void OnBrowse(mavro::NotifyArgs& args);
   void OnDestroyed(mavro::NotifyArgs& args);
 
   NewFileWish& wish;
   TextSource folderSource, nameSource;
-  mavro::Label pathLabel, nameLabel;
-  mavro::Edit pathEdit;
-  mavro::Button browse;
-  mavro::Edit nameEdit;
-  mavro::CheckBox append;
-  mavro::RadioGroup action;
-  mavro::Button ok, cancel;
   mavro::DataLink pathLink, nameLink;
 };
 

@@ -63,6 +63,14 @@ void PrjActs::RemoveSelected() {
   theMainForm->UpdateCommands();
 }
 
+void PrjActs::AddMade(const std::string& path) {
+  if (theProject.FindFile(path)) return;
+  theProject.AddFile(theProject.RelativeIfSame(path));
+  theProject.modified = true;
+  KeepRescueCopy(theProject);
+  theMainForm->UpdateCommands();
+}
+
 void PrjActs::CreateMakefile() {
   if (!theProject.isOpen) return;
   const mavro::FileResult result = theProject.ExportMakefile("");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "base/CommandTable.h"
 
 namespace zendry {
@@ -20,6 +22,8 @@ class PrjActs : public CommandList {
   void AddFiles();
   // Removes the file selected in the tree from the project; the file on the disk and its tab stay.
   void RemoveSelected();
+  // Adds a file that has been made to the project, unless it has it.
+  void AddMade(const std::string& path);
   // Writes "Makefile" into the folder of the project file.
   void CreateMakefile();
 

@@ -8,14 +8,14 @@ namespace zendry {
 
 namespace {
 
-constexpr int cWidth = 560;
-constexpr int cHeight = 320;
 constexpr int cMargin = 10;
 constexpr int cButtonWidth = 84;
 constexpr int cButtonHeight = 30;
 
 // A list to choose a row from.
 class SelectBox : public mavro::Form {
+  typedef SelectBox This;
+
  public:
   SelectBox(const std::string& title, const std::vector<std::string>& texts);
 
@@ -23,34 +23,53 @@ class SelectBox : public mavro::Form {
   std::string Choose();
 
  private:
+  // clang-format off
+	//!decl
+	mavro::ListBox list;
+	mavro::Panel buttons;
+	mavro::Button open, cancel;
+	//!end
+  // clang-format on
+
+  void Initialize();
   void OnChooseRow(mavro::NotifyArgs& args);
   void OnSizeChanged(mavro::NotifyArgs& args);
-
-  mavro::ListBox list;
-  mavro::Panel buttons;
-  mavro::Button open;
-  mavro::Button cancel;
 };
 
 SelectBox::SelectBox(const std::string& title, const std::vector<std::string>& texts) {
+  Initialize();
   text = title;
   list.accessibleName = title;
-  SetSize(cWidth, cHeight);
   for (const std::string& item : texts) list.items.Add(item);
   if (!texts.empty()) list.selectedIndex = 0;
-  list.dock = mavro::Dock::cFill;
-  list.onDblClick.Add_H(this, &SelectBox::OnChooseRow);
-  buttons.dock = mavro::Dock::cBootom;
-  buttons.height = cButtonHeight + 2 * cMargin;
-  open.kind = mavro::Button::cOk;
-  open.text = "Open";
-  cancel.kind = mavro::Button::cCancel;
-  buttons.Add(&open);
-  buttons.Add(&cancel);
-  buttons.onResize.Add_H(this, &SelectBox::OnSizeChanged);
-  Add(&list);
-  Add(&buttons);
   focusControl = &list;
+}
+
+void SelectBox::Initialize() {
+  using mavro::Button, mavro::Dock;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 560, 320);
+	//!<ListBox>
+	list.dock = Dock::cFill;
+	list.onDblClick.Add_H(this, &This::OnChooseRow);
+	this->Add(&list);
+	//!<Panel>
+	buttons.dock = Dock::cBootom;
+	buttons.height = 50;
+	buttons.onResize.Add_H(this, &This::OnSizeChanged);
+	this->Add(&buttons);
+	//!<Button>
+	open.SetBounds(372, 10, 84, 30);
+	open.text = "Open";
+	open.kind = Button::cOk;
+	buttons.Add(&open);
+	//!<Button>
+	cancel.SetBounds(466, 10, 84, 30);
+	cancel.kind = Button::cCancel;
+	buttons.Add(&cancel);
+	//!end
+  // clang-format on
 }
 
 std::string SelectBox::Choose() {

@@ -4,7 +4,10 @@
 #include "editor/EditorHost.h"
 #include "editor/SourceTidy.h"
 #include "frame/MainForm.h"
+#include "frame/PrjActs.h"
 #include "frame/SearchWindow.h"
+#include "frmedt/NewForm.h"
+#include "project/Project.h"
 
 namespace zendry {
 
@@ -26,7 +29,7 @@ constexpr CommandRow cRows[] = {
      WhileBuilding::cRefused},
     {mavro::cSeparatorRow},
     {cOpenDesignerCommand, "Open Form Designer ", cKeyF11, cLater},
-    {3291, "Insert New Form ", cShiftKey | cKeyF11, cLater},
+    {cNewFormCommand, "Insert New Form ", cShiftKey | cKeyF11, cNow, WhileBuilding::cRefused},
     {1602, "Ide Options", 0, cLater},
 };
 
@@ -41,6 +44,10 @@ void ToolActs::CarryOut(int id) {
   if (id == cFindInProjectCommand && search) return search->Find();
   if (id == cReplaceInProjectCommand && search) return search->Replace();
   if (id == cUndoReplaceCommand && search) return search->UndoReplace();
+  if (id == cNewFormCommand && tabs)
+    NewForm(*tabs, [](const std::string& path) {
+      if (theProject.isOpen) thePrjActs.AddMade(path);
+    });
   EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (id == cTidyCommand && tab) tabs->Host()->Say(TidySource(*tab->editor));
 }

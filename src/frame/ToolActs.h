@@ -11,6 +11,7 @@ constexpr int cReplaceInProjectCommand = 1006;
 constexpr int cTidyCommand = 1007;
 constexpr int cUndoReplaceCommand = 1008;
 constexpr int cOpenDesignerCommand = 3290;
+constexpr int cNewFormCommand = 3291;
 
 // The commands of the menu "&Tools".
 class ToolActs : public CommandList {

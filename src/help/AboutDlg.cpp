@@ -4,14 +4,6 @@ namespace zendry {
 
 namespace {
 
-constexpr int cWidth = 480;
-constexpr int cBannerHeight = 90;
-constexpr int cMargin = 14;
-constexpr int cLineHeight = 22;
-constexpr int cLicencesHeight = 200;
-constexpr int cButtonWidth = 90;
-constexpr int cButtonHeight = 30;
-
 constexpr char cVersionLine[] = "Version 0.1 build: " __DATE__;
 
 constexpr char cLicences[] =
@@ -37,31 +29,42 @@ constexpr char cLicences[] =
 }  // namespace
 
 AboutDlg::AboutDlg() {
-  text = "Zendry";
-  resizable = false;
-  int top = 0;
+  Initialize();
   banner.picture.LoadResource("JPEG", "BANER");
-  banner.stretch = true;  // it is drawn for scaled screens
-  banner.SetBounds(0, top, cWidth, cBannerHeight);
-  top += cBannerHeight + cMargin;
-  const int width = cWidth - 2 * cMargin;
-  name.text = "Zendry";
-  name.SetBounds(cMargin, top, width, cLineHeight);
-  top += cLineHeight;
   version.text = cVersionLine;
-  version.SetBounds(cMargin, top, width, cLineHeight);
-  top += cLineHeight + cMargin;
   licences.text = cLicences;
   licences.accessibleName = "Licences";
-  licences.SetBounds(cMargin, top, width, cLicencesHeight);
-  top += cLicencesHeight + cMargin;
-  ok.kind = mavro::Button::cOk;
-  ok.SetBounds(cWidth - cMargin - cButtonWidth, top, cButtonWidth, cButtonHeight);
-  SetSize(cWidth, top + cButtonHeight + cMargin);
-  for (mavro::Control* control :
-       std::initializer_list<mavro::Control*>{&banner, &name, &version, &licences, &ok})
-    Add(control);
-  focusControl = &ok;
+  focusControl = &okButton;
+}
+
+// The banner is drawn for scaled screens, so it is stretched.
+void AboutDlg::Initialize() {
+  using mavro::Button;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 480, 420);
+	this->text = "Zendry";
+	this->resizable = false;
+	//!<Image>
+	banner.SetBounds(0, 0, 480, 90);
+	banner.stretch = true;
+	this->Add(&banner);
+	//!<Label>
+	name.SetBounds(14, 104, 452, 22);
+	name.text = "Zendry";
+	this->Add(&name);
+	//!<Label>
+	version.SetBounds(14, 126, 452, 22);
+	this->Add(&version);
+	//!<RichView>
+	licences.SetBounds(14, 162, 452, 200);
+	this->Add(&licences);
+	//!<Button>
+	okButton.SetBounds(376, 376, 90, 30);
+	okButton.kind = Button::cOk;
+	this->Add(&okButton);
+	//!end
+  // clang-format on
 }
 
 }  // namespace zendry

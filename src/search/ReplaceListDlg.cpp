@@ -10,10 +10,7 @@ namespace zendry {
 
 namespace {
 
-constexpr int cWidth = 640;
-constexpr int cHeight = 400;
 constexpr int cMargin = 10;
-constexpr int cLabelHeight = 24;
 constexpr int cButtonWidth = 92;
 constexpr int cButtonHeight = 30;
 constexpr int cTickWidth = 34;
@@ -33,44 +30,68 @@ std::string Quoted(const std::string& text) {
 ReplaceListDlg::ReplaceListDlg(const std::vector<FileHits>& newFiles, const std::string& what,
                                const std::string& with)
     : files(newFiles), ticked(newFiles.size(), true) {
-  text = "Repace in project";
-  SetSize(cWidth, cHeight);
+  Initialize();
   question.text = "  Replace " + Quoted(what) + " by " + Quoted(with) + " in these files?";
-  question.dock = mavro::Dock::cTop;
-  question.height = cLabelHeight;
-  sum.dock = mavro::Dock::cBootom;
-  sum.height = cLabelHeight;
   list.accessibleName = "Files with hits";
   list.AddColumn("", cTickWidth);
   list.AddColumn("file", cFileWidth);
   list.AddColumn("hits", cCountWidth);
   list.AddColumn("stay", cCountWidth);
-  list.showSelection = true;
-  list.dock = mavro::Dock::cFill;
   for (const FileHits& file : files)
     list.AddCells({cTicked, MarkControlBytes(theProject.MakeRelative(file.path)),
                    std::to_string(file.hits), file.missed > 0 ? std::to_string(file.missed) : ""});
   if (!files.empty()) list.selectedIndex = 0;
-  list.onClickRow.Add_H(this, &ReplaceListDlg::OnRow);
-  list.onKeyDown.Add_H(this, &ReplaceListDlg::OnListKey);
-  buttons.dock = mavro::Dock::cBootom;
-  buttons.height = cButtonHeight + 2 * cMargin;
-  all.text = "&All";
-  none.text = "&None";
-  replace.kind = mavro::Button::cOk;
-  replace.text = "Replace";
-  cancel.kind = mavro::Button::cCancel;
-  for (mavro::Button* button : {&all, &none, &replace, &cancel}) buttons.Add(button);
-  all.onClick.Add_H(this, &ReplaceListDlg::OnAll);
-  none.onClick.Add_H(this, &ReplaceListDlg::OnNone);
-  replace.onClick.Add_H(this, &ReplaceListDlg::OnReplace);
-  buttons.onResize.Add_H(this, &ReplaceListDlg::OnSizeChanged);
-  Add(&question);
-  Add(&list);
-  Add(&buttons);
-  Add(&sum);
   focusControl = &list;
   ShowSum();
+}
+
+void ReplaceListDlg::Initialize() {
+  using mavro::Button, mavro::Dock;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 640, 400);
+	this->text = "Repace in project";
+	//!<Label>
+	question.dock = Dock::cTop;
+	question.height = 24;
+	this->Add(&question);
+	//!<ListView>
+	list.dock = Dock::cFill;
+	list.showSelection = true;
+	list.onClickRow.Add_H(this, &This::OnRow);
+	list.onKeyDown.Add_H(this, &This::OnListKey);
+	this->Add(&list);
+	//!<Panel>
+	buttons.dock = Dock::cBootom;
+	buttons.height = 50;
+	buttons.onResize.Add_H(this, &This::OnSizeChanged);
+	this->Add(&buttons);
+	//!<Button>
+	all.SetBounds(10, 10, 92, 30);
+	all.text = "&All";
+	all.onClick.Add_H(this, &This::OnAll);
+	buttons.Add(&all);
+	//!<Button>
+	none.SetBounds(112, 10, 92, 30);
+	none.text = "&None";
+	none.onClick.Add_H(this, &This::OnNone);
+	buttons.Add(&none);
+	//!<Button>
+	replace.SetBounds(436, 10, 92, 30);
+	replace.text = "Replace";
+	replace.kind = Button::cOk;
+	replace.onClick.Add_H(this, &This::OnReplace);
+	buttons.Add(&replace);
+	//!<Button>
+	cancel.SetBounds(538, 10, 92, 30);
+	cancel.kind = Button::cCancel;
+	buttons.Add(&cancel);
+	//!<Label>
+	sum.dock = Dock::cBootom;
+	sum.height = 24;
+	this->Add(&sum);
+	//!end
+  // clang-format on
 }
 
 std::vector<std::string> ReplaceListDlg::Choose() {

@@ -13,6 +13,8 @@ namespace zendry {
 
 // Shows the files with hits before any is changed: each has a tick that can be taken away.
 class ReplaceListDlg : public mavro::Form {
+  typedef ReplaceListDlg This;
+
  public:
   ReplaceListDlg(const std::vector<FileHits>& newFiles, const std::string& what,
                  const std::string& with);
@@ -21,6 +23,17 @@ class ReplaceListDlg : public mavro::Form {
   std::vector<std::string> Choose();
 
  private:
+  // clang-format off
+	//!decl
+	mavro::Label question;
+	mavro::ListView list;
+	mavro::Panel buttons;
+	mavro::Button all, none, replace, cancel;
+	mavro::Label sum;
+	//!end
+  // clang-format on
+
+  void Initialize();
   void OnRow(mavro::NotifyArgs& args);
   void OnListKey(mavro::KeyArgs& args);
   void OnAll(mavro::NotifyArgs& args);
@@ -33,11 +46,6 @@ class ReplaceListDlg : public mavro::Form {
 
   const std::vector<FileHits> files;
   std::vector<bool> ticked;
-  mavro::Label question;
-  mavro::Label sum;
-  mavro::ListView list;
-  mavro::Panel buttons;
-  mavro::Button all, none, replace, cancel;
 };
 
 }  // namespace zendry

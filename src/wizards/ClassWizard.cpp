@@ -12,11 +12,6 @@ namespace zendry {
 
 namespace {
 
-constexpr int cWidth = 460, cHeight = 400;
-constexpr int cMargin = 12, cGap = 6;
-constexpr int cLabelHeight = 20, cEditHeight = 26;
-constexpr int cListHeight = 190;
-constexpr int cButtonWidth = 84, cButtonHeight = 30;
 constexpr int cFunction = 'f';
 constexpr int cPrototype = 'p';
 constexpr int cPublic = 'b';
@@ -25,38 +20,54 @@ constexpr int cPublic = 'b';
 
 ClassWizard::ClassWizard(CodeWizard& wizard, CodeSources& sources,
                          const ClassWizardContext& context) {
-  text = "Class wizard";
-  resizable = false;
-  SetSize(cWidth, cHeight);
-  targetLabel.text = "Add to class:";
-  afterLabel.text = "Insert new method after:";
-  prototypeLabel.text = "New method prototype:";
+  Initialize();
   target.accessibleName = "Class";
   after.accessibleName = "Insert after";
   prototype.accessibleName = "Prototype";
-  target.chooseOnly = true;
-  ok.kind = mavro::Button::cOk;
-  cancel.kind = mavro::Button::cCancel;
-  const int width = cWidth - 2 * cMargin;
-  int top = cMargin;
-  const auto place = [&](mavro::Control& label, mavro::Control& control, int height) {
-    label.SetBounds(cMargin, top, width, cLabelHeight);
-    control.SetBounds(cMargin, top + cLabelHeight, width, height);
-    top += cLabelHeight + height + cGap;
-  };
-  place(targetLabel, target, cEditHeight);
-  place(afterLabel, after, cListHeight);
-  place(prototypeLabel, prototype, cEditHeight);
-  const int buttonsTop = cHeight - cMargin - cButtonHeight;
-  const int right = cWidth - cMargin - cButtonWidth;
-  ok.SetBounds(right - cButtonWidth - cGap, buttonsTop, cButtonWidth, cButtonHeight);
-  cancel.SetBounds(right, buttonsTop, cButtonWidth, cButtonHeight);
-  for (mavro::Control* control : std::initializer_list<mavro::Control*>{
-           &targetLabel, &target, &afterLabel, &after, &prototypeLabel, &prototype, &ok, &cancel})
-    Add(control);
-  target.onSelChanged.Add_H(this, &ClassWizard::OnTarget);
   FillClasses(wizard, sources, context);
   focusControl = &prototype;
+}
+
+void ClassWizard::Initialize() {
+  using mavro::Button;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 460, 400);
+	this->text = "Class wizard";
+	this->resizable = false;
+	//!<Label>
+	targetLabel.SetBounds(12, 12, 436, 20);
+	targetLabel.text = "Add to class:";
+	this->Add(&targetLabel);
+	//!<ComboBox>
+	target.SetBounds(12, 32, 436, 26);
+	target.chooseOnly = true;
+	target.onSelChanged.Add_H(this, &This::OnTarget);
+	this->Add(&target);
+	//!<Label>
+	afterLabel.SetBounds(12, 64, 436, 20);
+	afterLabel.text = "Insert new method after:";
+	this->Add(&afterLabel);
+	//!<ListBox>
+	after.SetBounds(12, 84, 436, 190);
+	this->Add(&after);
+	//!<Label>
+	prototypeLabel.SetBounds(12, 280, 436, 20);
+	prototypeLabel.text = "New method prototype:";
+	this->Add(&prototypeLabel);
+	//!<Edit>
+	prototype.SetBounds(12, 300, 436, 26);
+	this->Add(&prototype);
+	//!<Button>
+	okButton.SetBounds(274, 358, 84, 30);
+	okButton.kind = Button::cOk;
+	this->Add(&okButton);
+	//!<Button>
+	cancel.SetBounds(364, 358, 84, 30);
+	cancel.kind = Button::cCancel;
+	this->Add(&cancel);
+	//!end
+  // clang-format on
 }
 
 // The class at the caret is selected, else the one that begins nearest above it in the file, else

@@ -21,6 +21,8 @@ struct ClassWizardContext {
 
 // Asks for a new method of a class. The tags must not be parsed again while it is shown.
 class ClassWizard : public mavro::Form {
+  typedef ClassWizard This;
+
  public:
   ClassWizard(CodeWizard& wizard, CodeSources& sources, const ClassWizardContext& context);
 
@@ -29,13 +31,20 @@ class ClassWizard : public mavro::Form {
   std::string Prototype() const { return prototype.text; }
   bool HasClasses() const { return !classes.empty(); }
 
-  mavro::Label targetLabel, afterLabel, prototypeLabel;
-  mavro::ComboBox target;
-  mavro::ListBox after;
-  mavro::Edit prototype;
-  mavro::Button ok, cancel;
+  // clang-format off
+	//!decl
+	mavro::Label targetLabel;
+	mavro::ComboBox target;
+	mavro::Label afterLabel;
+	mavro::ListBox after;
+	mavro::Label prototypeLabel;
+	mavro::Edit prototype;
+	mavro::Button okButton, cancel;
+	//!end
+  // clang-format on
 
  private:
+  void Initialize();
   void FillClasses(CodeWizard& wizard, CodeSources& sources, const ClassWizardContext& context);
   void FillMembers();
   void SelectMember(const TagItem& item);

@@ -9,23 +9,37 @@
 namespace mavro {
 
 GoToLineDlg::GoToLineDlg(int shownLine) {
-  text = "Go to";
-  resizable = false;
-  SetSize(290, 96);
-  label.text = "Go to line:";
-  label.SetBounds(15, 19, 90, 18);
+  Initialize();
   number.text = std::to_string(shownLine);
-  number.SetBounds(110, 15, 165, 24);
-  goTo.kind = Button::cOk;
-  goTo.text = "&Go to";
-  goTo.SetBounds(97, 54, 84, 30);
-  cancel.kind = Button::cCancel;
-  cancel.SetBounds(191, 54, 84, 30);
-  for (Control* control : std::initializer_list<Control*>{&label, &number, &goTo, &cancel})
-    Add(control);
   focusControl = &number;
-  onCreate.Add_H(this, &GoToLineDlg::OnCreated);
-  onDestroy.Add_H(this, &GoToLineDlg::OnDestroyed);
+}
+
+void GoToLineDlg::Initialize() {
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 290, 96);
+	this->text = "Go to";
+	this->resizable = false;
+	this->onCreate.Add_H(this, &This::OnCreated);
+	this->onDestroy.Add_H(this, &This::OnDestroyed);
+	//!<Label>
+	label.SetBounds(15, 19, 90, 18);
+	label.text = "Go to line:";
+	this->Add(&label);
+	//!<Edit>
+	number.SetBounds(110, 15, 165, 24);
+	this->Add(&number);
+	//!<Button>
+	goTo.SetBounds(97, 54, 84, 30);
+	goTo.text = "&Go to";
+	goTo.kind = Button::cOk;
+	this->Add(&goTo);
+	//!<Button>
+	cancel.SetBounds(191, 54, 84, 30);
+	cancel.kind = Button::cCancel;
+	this->Add(&cancel);
+	//!end
+  // clang-format on
 }
 
 void GoToLineDlg::OnCreated(NotifyArgs&) {

@@ -11,6 +11,8 @@ class SciEditor;
 
 // Asks for the number of a line. Shown modally by AskGoToLine.
 class GoToLineDlg : public Form {
+  typedef GoToLineDlg This;
+
  public:
   // `shownLine` counts from 1; the field shows it, selected.
   explicit GoToLineDlg(int shownLine);
@@ -19,12 +21,18 @@ class GoToLineDlg : public Form {
   int Line() const { return line; }
 
  private:
+  // clang-format off
+	//!decl
+	Label label;
+	Edit number;
+	Button goTo, cancel;
+	//!end
+  // clang-format on
+
+  void Initialize();
   void OnCreated(NotifyArgs& args);
   void OnDestroyed(NotifyArgs& args);
 
-  Label label;
-  Edit number;
-  Button goTo, cancel;
   int line = 0;
 };
 

@@ -74,6 +74,13 @@ bool MoveInGroup(Control* focused, int step) {
   return true;
 }
 
+bool OwnsKey(const Control& control, int virtualKey) {
+  const int own = control.impl->ownKeys;
+  if (virtualKey == VK_RETURN) return own & cOwnEnter;
+  if (virtualKey == VK_ESCAPE) return own & cOwnEscape;
+  return ArrowStep(virtualKey) != 0 && own & cOwnArrows;
+}
+
 // Enter presses the OK button; a focused push button has already used it.
 bool OnEnter(Form& form) {
   if (!form.autoDialogKeys) return false;
@@ -91,7 +98,7 @@ bool DialogKey(Form& form, int virtualKey, int hotkeyFlags) {
     const bool leaves = (hotkeyFlags & (cShiftKey | cControlKey)) && !(hotkeyFlags & cAltKey);
     return leaves && MoveFocus(form, step);
   }
-  if (window && window->WantsKey(virtualKey)) return false;
+  if (window && (window->WantsKey(virtualKey) || OwnsKey(*focused, virtualKey))) return false;
   const bool plain = (hotkeyFlags & ~cShiftKey) == 0;
   if (!plain) return false;
   switch (virtualKey) {

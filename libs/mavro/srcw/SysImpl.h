@@ -11,6 +11,9 @@ namespace mavro {
 class Brush;
 class DataLink;
 
+// Keys that a control has for itself where they would move the focus or press a dialog's button.
+enum OwnKeys { cOwnEnter = 1, cOwnEscape = 2, cOwnArrows = 4 };
+
 // The platform half of a control: holds its native window and turns messages into its events. Owned
 // by the control. Plain code over NativeWindow, independent of the toolkit.
 class SysImpl : public object {
@@ -77,6 +80,7 @@ class SysImpl : public object {
   bool textIsLive = true;
   bool keepTextOnDestroy = false;
   int modalResult = 0;  // the result that a button closes its form with
+  int ownKeys = 0;      // OwnKeys, as bits
   DataLink* dataLink = nullptr;
   int mouseX = 0;  // where the mouse was last pressed, client coordinates
   int mouseY = 0;

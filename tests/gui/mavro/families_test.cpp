@@ -16,6 +16,7 @@
 #include "ListBox.h"
 #include "ListView.h"
 #include "ProgressBar.h"
+#include "PropertyBox.h"
 #include "QtInput.h"
 #include "RichView.h"
 #include "ScriptedDialogs.h"
@@ -63,6 +64,7 @@ const Kind cKinds[] = {
     KindOf<StatusBar>("StatusBar", QAccessible::StatusBar),
     KindOf<Panel>("Panel", QAccessible::Border),
     KindOf<Scroller>("Scroller", QAccessible::Client),
+    KindOf<PropertyBox>("PropertyBox", QAccessible::Client),
     KindOf<TabCtrl>("TabCtrl", QAccessible::PageTabList),  // named by the page that is shown
 };
 

@@ -1,0 +1,136 @@
+#include "frmedt/RegionMarks.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
+#include "EditorColours.h"
+#include "editor/CppEditor.h"
+#include "frmedt/FormCheck.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr std::string_view cMark = "//!";
+constexpr int cTintMask = 1 << RegionMarks::cTintMarker;
+// Both colours can be seen on light grounds and on dark ones; the tint is a veil over either.
+constexpr int cTint = mavro::FromRgb(0x4A90E2);
+constexpr int cTintStrength = 26;  // of 255
+constexpr int cWave = mavro::FromRgb(0xE05A50);
+constexpr std::uintptr_t cSquiggle = 1;  // a style of indicators
+
+// The places of the mark. The component keeps its text in two pieces with a gap between them.
+std::vector<int> PlacesOfMark(const CppEditor& editor) {
+  std::vector<int> places;
+  const int length = editor.Length();
+  const int gap = static_cast<int>(editor.Send(mavro::SCI_GETGAPPOSITION));
+  const auto search = [&](int from, int to) {
+    if (to - from < static_cast<int>(cMark.size())) return;
+    const auto* bytes = reinterpret_cast<const char*>(
+        editor.Send(mavro::SCI_GETRANGEPOINTER, static_cast<std::uintptr_t>(from), to - from));
+    const std::string_view piece(bytes, static_cast<size_t>(to - from));
+    for (size_t at = piece.find(cMark); at != piece.npos; at = piece.find(cMark, at + cMark.size()))
+      places.push_back(from + static_cast<int>(at));
+  };
+  search(0, gap);
+  const int around = static_cast<int>(cMark.size()) - 1;
+  const int seamStart = std::max(gap - around, 0);
+  const size_t inSeam = editor.GetRange(seamStart, std::min(gap + around, length)).find(cMark);
+  if (inSeam != std::string::npos) places.push_back(seamStart + static_cast<int>(inSeam));
+  search(gap, length);
+  return places;
+}
+
+void Define(const CppEditor& editor) {
+  using namespace mavro;
+  editor.Send(SCI_MARKERDEFINE, RegionMarks::cTintMarker, SC_MARK_BACKGROUND);
+  editor.Send(SCI_MARKERSETBACK, RegionMarks::cTintMarker, cTint);
+  editor.Send(SCI_MARKERSETALPHA, RegionMarks::cTintMarker, cTintStrength);
+  editor.Send(SCI_INDICSETSTYLE, RegionMarks::cWaveIndicator,
+              static_cast<std::intptr_t>(cSquiggle));
+  editor.Send(SCI_INDICSETFORE, RegionMarks::cWaveIndicator, cWave);
+}
+
+bool IsTinted(const CppEditor& editor, int line) {
+  return editor.Send(mavro::SCI_MARKERGET, static_cast<std::uintptr_t>(line)) & cTintMask;
+}
+
+// Only the lines that have to change are touched.
+void Tint(const CppEditor& editor, const std::vector<RegionMarks::Region>& regions) {
+  const auto isInside = [&](int line) {
+    return std::any_of(regions.begin(), regions.end(),
+                       [line](const RegionMarks::Region& region) { return region.Has(line); });
+  };
+  for (auto line = editor.Send(mavro::SCI_MARKERNEXT, 0, cTintMask); line >= 0;
+       line = editor.Send(mavro::SCI_MARKERNEXT, static_cast<std::uintptr_t>(line + 1), cTintMask))
+    if (!isInside(static_cast<int>(line)))
+      editor.Send(mavro::SCI_MARKERDELETE, static_cast<std::uintptr_t>(line),
+                  RegionMarks::cTintMarker);
+  for (const RegionMarks::Region& region : regions)
+    for (int line = region.first; line <= region.last; ++line)
+      if (!IsTinted(editor, line))
+        editor.Send(mavro::SCI_MARKERADD, static_cast<std::uintptr_t>(line),
+                    RegionMarks::cTintMarker);
+}
+
+bool Fits(const CppEditor& editor, const RegionMarks::Region& region, int line) {
+  const bool isMarker = line == region.first || line == region.last;
+  return isMarker || FitsRegion(editor.LineText(line), region.isDecl);
+}
+
+// Under the words of a line, not under its indentation.
+void Wave(const CppEditor& editor, const std::vector<RegionMarks::Region>& regions) {
+  editor.Send(mavro::SCI_SETINDICATORCURRENT, RegionMarks::cWaveIndicator);
+  editor.Send(mavro::SCI_INDICATORCLEARRANGE, 0, editor.Length());
+  for (const RegionMarks::Region& region : regions)
+    for (int line = region.first; line <= region.last; ++line) {
+      if (Fits(editor, region, line)) continue;
+      const std::string text = editor.GetRange(editor.LineStart(line), editor.LineEnd(line));
+      const size_t indent = std::min(text.find_first_not_of(" \t"), text.size());
+      const size_t end = text.find_last_not_of(" \t") + 1;
+      if (end > indent)
+        editor.Send(mavro::SCI_INDICATORFILLRANGE,
+                    static_cast<std::uintptr_t>(editor.LineStart(line)) + indent,
+                    static_cast<std::intptr_t>(end - indent));
+    }
+}
+
+}  // namespace
+
+std::vector<RegionMarks::Region> RegionMarks::RegionsOf(const CppEditor& editor) {
+  std::vector<Region> regions;
+  std::optional<Region> open;
+  for (const int place : PlacesOfMark(editor)) {
+    const int line = editor.LineOf(place);
+    const FormMarker marker = MarkerOf(editor.LineText(line));
+    if (!open && (marker == FormMarker::cDecl || marker == FormMarker::cInit))
+      open = Region{marker == FormMarker::cDecl, line, line};
+    if (!open || marker != FormMarker::cEnd) continue;
+    open->last = line;
+    regions.push_back(*open);
+    open.reset();
+  }
+  return regions;
+}
+
+std::string RegionMarks::Update(const CppEditor& editor) {
+  const unsigned long changes = editor.ChangeCount();
+  const bool isFirst = editor.regionsSeen == CppEditor::cNeverSeen;
+  if (changes == editor.regionsSeen || !editor.language || editor.IsHuge()) return {};
+  editor.regionsSeen = changes;
+  const std::vector<Region> regions = RegionsOf(editor);
+  if (regions.empty() && editor.Send(mavro::SCI_MARKERNEXT, 0, cTintMask) < 0) return {};
+  Define(editor);
+  Tint(editor, regions);
+  Wave(editor, regions);
+  const int line = editor.CaretLine();
+  const auto found = std::find_if(regions.begin(), regions.end(),
+                                  [line](const Region& region) { return region.Has(line); });
+  if (isFirst || found == regions.end()) return {};
+  return Fits(editor, *found, line)
+             ? "The form designer writes these lines: it replaces them when it saves"
+             : "The form designer can't take this line: it would be lost when it saves";
+}
+
+}  // namespace zendry

@@ -1,0 +1,203 @@
+#include "frmedt/RegionMarks.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+
+#include "DarkPalette.h"
+#include "EditorFixture.h"
+
+// The regions of forms, as the editor shows them.
+
+namespace zendry {
+namespace {
+
+using test::IdeDriver;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+constexpr char cForm[] =
+    "class MyForm : public Form {\n"           // 0
+    "\ttypedef MyForm This;\n"                 // 1
+    "public:\n"                                // 2
+    "\t//!decl\n"                              // 3
+    "\tButton okButton;\n"                     // 4
+    "\t//!end\n"                               // 5
+    "\tMyForm() { Initialize(); }\n"           // 6
+    "private:\n"                               // 7
+    "\tvoid Initialize() {\n"                  // 8
+    "\t\t//!init\n"                            // 9
+    "\t\tthis->SetBounds(0, 0, 300, 200);\n"   // 10
+    "\t\t//!<Button>\n"                        // 11
+    "\t\tokButton.SetBounds(1, 2, 84, 30);\n"  // 12
+    "\t\tthis->Add(&okButton);\n"              // 13
+    "\t\t//!end\n"                             // 14
+    "\t}\n"                                    // 15
+    "};\n";
+
+class IdeRegions : public test::EditorFixture {
+ protected:
+  static std::vector<int> TintedLines(const CppEditor& editor) {
+    std::vector<int> lines;
+    const int mask = 1 << RegionMarks::cTintMarker;
+    for (auto line = editor.Send(mavro::SCI_MARKERNEXT, 0, mask); line >= 0;
+         line = editor.Send(mavro::SCI_MARKERNEXT, static_cast<std::uintptr_t>(line + 1), mask))
+      lines.push_back(static_cast<int>(line));
+    return lines;
+  }
+  // The texts that have a wave line.
+  static std::vector<std::string> Waves(const CppEditor& editor) {
+    std::vector<std::string> found;
+    std::string wave;
+    for (int at = 0; at <= editor.Length(); ++at) {
+      const bool on = at < editor.Length() &&
+                      editor.Send(mavro::SCI_INDICATORVALUEAT, RegionMarks::cWaveIndicator, at);
+      if (on) wave += editor.GetRange(at, at + 1);
+      if (!on && !wave.empty()) found.push_back(std::exchange(wave, ""));
+    }
+    return found;
+  }
+  // Waits for the marks that follow a change.
+  static void Settle(const CppEditor& editor) {
+    EXPECT_TRUE(test::WaitFor([&] { return editor.regionsSeen == editor.ChangeCount(); }));
+  }
+  CppEditor& OpenForm(const std::string& text = cForm) {
+    CppEditor& editor = Open("form.h", text);
+    Settle(editor);
+    return editor;
+  }
+};
+
+TEST_F(IdeRegions, LinesOfBothRegions_AreTinted) {
+  ide.Run({}, [&] {
+    EXPECT_THAT(TintedLines(OpenForm()), ElementsAre(3, 4, 5, 9, 10, 11, 12, 13, 14));
+    EXPECT_THAT(Waves(Front()), IsEmpty());
+  });
+}
+
+TEST_F(IdeRegions, TintFollowsEdits_AndGoesWithItsMarker) {
+  ide.Run({}, [&] {
+    CppEditor& editor = OpenForm();
+    editor.ShowLine(1);
+    editor.ReplaceSelection("// one\n// two\n");
+    Settle(editor);
+    EXPECT_THAT(TintedLines(editor), ElementsAre(5, 6, 7, 11, 12, 13, 14, 15, 16));
+    const int end = editor.LineStart(7);
+    editor.Select(end, end + 4);
+    editor.ReplaceSelection("");
+    Settle(editor);
+    EXPECT_THAT(TintedLines(editor), ElementsAre(5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16))
+        << "up to the next end";
+    editor.Send(mavro::SCI_UNDO);
+    editor.Send(mavro::SCI_UNDO);
+    Settle(editor);
+    EXPECT_THAT(TintedLines(editor), ElementsAre(3, 4, 5, 9, 10, 11, 12, 13, 14));
+    editor.Select(0, editor.Length());
+    editor.ReplaceSelection("int a;\n");
+    Settle(editor);
+    EXPECT_THAT(TintedLines(editor), IsEmpty());
+  });
+}
+
+TEST_F(IdeRegions, ARegionWithoutAnEnd_IsNone) {
+  ide.Run({}, [&] {
+    EXPECT_THAT(TintedLines(OpenForm("class A {\n//!decl\nButton b;\n};\n")), IsEmpty());
+  });
+}
+
+TEST_F(IdeRegions, AMarkInTheMiddleOfALine_IsNone) {
+  ide.Run({}, [&] {
+    EXPECT_THAT(TintedLines(OpenForm("int a; //!decl\nint b;\n//!end\n")), IsEmpty());
+  });
+}
+
+TEST_F(IdeRegions, AStatementThatDoesNotFit_HasAWaveLineWhileItIsTyped) {
+  ide.Run({}, [&] {
+    CppEditor& editor = OpenForm();
+    const int line = 12;
+    editor.Select(editor.LineEnd(line), editor.LineEnd(line));
+    editor.Focus();
+    editor.ReplaceSelection("\n");
+    Type("if (a) b();");
+    Settle(editor);
+    EXPECT_THAT(Waves(editor), ElementsAre("if (a) b();"));
+    EXPECT_THAT(IdeDriver::Status(), HasSubstr("can't take this line"));
+    editor.Select(editor.LineStart(line + 1), editor.LineEnd(line + 1));
+    Type("okButton.text = \"x\";");
+    Settle(editor);
+    EXPECT_THAT(Waves(editor), IsEmpty());
+    EXPECT_THAT(IdeDriver::Status(), HasSubstr("The form designer writes these lines"));
+  });
+}
+
+TEST_F(IdeRegions, TypingElsewhere_SaysNothing) {
+  ide.Run({}, [&] {
+    CppEditor& editor = OpenForm();
+    editor.ShowLine(7);
+    editor.Focus();
+    Type("x");
+    Settle(editor);
+    EXPECT_THAT(IdeDriver::Status(), Not(HasSubstr("designer")));
+  });
+}
+
+TEST_F(IdeRegions, WhereverTheGapIs_TheMarksAreFound) {
+  ide.Run({}, [&] {
+    CppEditor& editor = OpenForm();
+    for (int at = 0; at < editor.Length(); ++at) {
+      editor.Select(at, at);
+      editor.ReplaceSelection("x");
+      editor.Send(mavro::SCI_UNDO);
+      ASSERT_EQ(RegionMarks::RegionsOf(editor).size(), 2u) << at;
+    }
+  });
+}
+
+TEST_F(IdeRegions, PlainTexts_AreLeftAlone) {
+  ide.Run({}, [&] {
+    CppEditor& editor = Open("form.txt", cForm);
+    RegionMarks::Update(editor);
+    EXPECT_THAT(TintedLines(editor), IsEmpty());
+  });
+}
+
+// Generous: the sanitizers and a busy machine are ten times slower.
+TEST_F(IdeRegions, AKeyInALargeSource_IsCheap) {
+  ide.Run({}, [&] {
+    std::string text(cForm);
+    for (int line = 0; line < 40'000; ++line) text += "// a comment line in a large source\n";
+    CppEditor& editor = OpenForm(text);
+    QElapsedTimer time;
+    time.start();
+    constexpr int cKeys = 50;
+    for (int key = 0; key < cKeys; ++key) {
+      editor.regionsSeen = 0;
+      RegionMarks::Update(editor);
+    }
+    RecordProperty("us_per_key", static_cast<int>(time.nsecsElapsed() / 1000 / cKeys));
+    EXPECT_LT(time.elapsed() / cKeys, 20);
+  });
+}
+
+class IdeRegionsLook : public IdeRegions, public testing::WithParamInterface<bool> {};
+
+INSTANTIATE_TEST_SUITE_P(Looks, IdeRegionsLook, testing::Bool(),
+                         [](const auto& look) { return look.param ? "dark" : "light"; });
+
+TEST_P(IdeRegionsLook, Shot) {
+  const QPalette before = QApplication::palette();
+  if (GetParam()) QApplication::setPalette(test::DarkPalette());
+  ide.Run({}, [&] {
+    std::string text(cForm);
+    text.replace(text.find("\t\tthis->Add"), 0, "\t\tif (a) b();\n");
+    OpenForm(text).ShowLine(8);
+    test::Shot(*theMainForm, GetParam() ? "form-regions-dark" : "form-regions");
+  });
+  QApplication::setPalette(before);
+}
+
+}  // namespace
+}  // namespace zendry
