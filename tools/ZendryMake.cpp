@@ -13,11 +13,14 @@
 #include "base/QuietShell.h"
 #include "build/Builder.h"
 #include "build/CommandLines.h"
+#include "build/CompileCommands.h"
 #include "build/Launchers.h"
 #include "build/ToolEnvironment.h"
 #include "config/BuildSettings.h"
 #include "config/IdeConfig.h"
 #include "config/IdeSession.h"
+#include "project/ImportCommands.h"
+#include "project/ImportFolder.h"
 #include "project/Project.h"
 
 // zendry-make: builds a project without a window. Prints the text of the Output panel, then one
@@ -33,6 +36,11 @@ volatile std::sig_atomic_t stopSignal = 0;
 
 struct Options {
   std::string project;
+  std::string import;  // a folder or a compile_commands.json
+  std::string output;
+  std::string main;
+  bool takesRisky = false;
+  bool compileCommands = false;
   std::string mode;
   std::string jobs;
   bool rebuild = false;
@@ -163,6 +171,49 @@ void PrintReason(const std::string& file, const std::string& reason) {
   std::printf("explain: %s: %s\n", OneLine(file).c_str(), OneLine(reason).c_str());
 }
 
+// Makes a project of existing files.
+int RunImport(const Options& options) {
+  if (const mavro::FileResult config = ReadSettings(); !config.Words().empty()) {
+    Say(config.Words());
+    return cCannotStart;
+  }
+  if (FileKind(options.output) != cProjectFile) {
+    Say(options.output.empty() ? "--import needs -o NAME.zpj"
+                               : options.output + " is no project file (.zpj)");
+    return cCannotStart;
+  }
+  const std::string path = AbsolutePath(options.output);
+  const bool isFolder = mavro::FolderExists(options.import);
+  Import import = isFolder
+                      ? ListFolder(options.import)
+                      : ReadCommands(options.import, std::filesystem::path(path).parent_path());
+  std::string error = import.error;
+  if (error.empty())
+    error = isFolder ? SettleImport(import, options.main) : SettleCommands(import, options.main);
+  import.takesRisky = options.takesRisky;
+  if (error.empty()) error = WriteImport(import, path, Replacing::cRefused).error;
+  if (!error.empty()) {
+    Say(error);
+    return cCannotStart;
+  }
+  std::printf("%s\n", OneLine(path).c_str());
+  for (const std::string& line : ImportReport(import)) std::printf("%s\n", OneLine(line).c_str());
+  return cBuilt;
+}
+
+// Writes the command lines of a project for other tools.
+int RunCompileCommands(const Options& options) {
+  const CommandsText text = CompileCommandsText(theBuilder.CompileCommands());
+  const std::string path = options.output.empty() ? theProject.GetFullPath(cCompileCommandsName)
+                                                  : AbsolutePath(options.output);
+  const std::string error = SaveCompileCommands(path, text.text).error;
+  for (const std::string& name : text.leftOut)
+    Say("left out, because the name is not UTF-8: " + name);
+  if (error.empty()) return cBuilt;
+  Say(error);
+  return cNotBuilt;
+}
+
 int Run(const Options& options) {
   ClearCompilerEnvironment();
   ConsoleShell shell;
@@ -172,6 +223,7 @@ int Run(const Options& options) {
   }
   StopOnSignals();
   theBuilder.Bind(theProject, shell);
+  if (options.compileCommands) return RunCompileCommands(options);
   if (options.explain) theBuilder.SetStaleObserver(PrintReason);
   if (options.clean) {
     theBuilder.ClearOutput();
@@ -191,8 +243,8 @@ int main(int argc, char** argv) {
   Options options;
   CLI::App app("Builds a Zendry project without a window.", "zendry-make");
   app.set_version_flag("--version", "zendry-make " ZENDRY_VERSION);
-  app.add_option("PROJECT", options.project, "the project file (.zpj), or a source to build alone")
-      ->required();
+  CLI::Option* project = app.add_option("PROJECT", options.project,
+                                        "the project file (.zpj), or a source to build alone");
   app.add_option("--mode", options.mode,
                  "release or debug; else as the project was last used, else release")
       ->check(CLI::IsMember({"release", "debug"}));
@@ -210,11 +262,32 @@ int main(int argc, char** argv) {
   CLI::Option* rebuild = app.add_flag("--rebuild", options.rebuild, "run every tool, stale or not");
   app.add_flag("--clean", options.clean, "delete the object files and stop")->excludes(rebuild);
   app.add_flag("--explain", options.explain, "say for each file why it is stale");
+  CLI::Option* import = app.add_option("--import", options.import,
+                                       "make the project NAME.zpj of a folder with sources or of a "
+                                       "compile_commands.json, and stop");
+  import->excludes(project);
+  app.add_option("-o,--output", options.output,
+                 "the file that --import or --compile-commands writes");
+  app.add_option("--main", options.main,
+                 "the source with the main of the imported program; else the one that is highest "
+                 "in the folder")
+      ->needs(import);
+  app.add_flag("--take-risky", options.takesRisky,
+               "import switches that can run programs while compiling too")
+      ->needs(import);
+  app.add_flag("--compile-commands", options.compileCommands,
+               "write the project's command lines into a compile_commands.json beside it, and stop")
+      ->excludes(import);
   app.footer("Exit status: 0 built, 1 not built, 2 wrong command line or unreadable project.");
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? cBuilt : cCannotStart;
+  }
+  if (!options.import.empty()) return RunImport(options);
+  if (options.project.empty()) {
+    Say("PROJECT is required; see --help");
+    return cCannotStart;
   }
   return Run(options);
 }

@@ -280,6 +280,20 @@ void Builder::PutLauncherBefore(ToolStep& step) const {
   step.mayBeLostElsewhere = IsDistributing(step.launcher);
 }
 
+std::vector<CompileCommand> Builder::CompileCommands() {
+  includeFlags = ComposeFlags(*project, theIdeConfig).include;
+  outDirName = BaseName(project->outputFolder);
+  objectNames = ObjectNames(*project, outDirName);
+  std::vector<CompileCommand> commands;
+  for (const auto& file : project->Files())
+    if (IsSource(*file))
+      commands.push_back({.folder = project->folder,
+                          .file = SourceName(*file),
+                          .line = CompileLineOf(*file),
+                          .object = objectNames.Of(*file)});
+  return commands;
+}
+
 std::string Builder::CompileLineOf(const ProjectFile& file) const {
   return CompileLine({
       .tool = ToolOf(CompilerOf(file)),

@@ -10,6 +10,7 @@
 #include "build/BuildInputs.h"
 #include "build/BuildRecords.h"
 #include "build/CommandLines.h"
+#include "build/CompileCommands.h"
 #include "build/Launchers.h"
 #include "build/ObjectNames.h"
 #include "build/OutputParser.h"
@@ -80,6 +81,8 @@ class Builder : private StepWatcher {
   // in the status line, since another page may cover the Output panel.
   void Summary();
   void ClearOutput();
+  // How each source would be compiled now, without a launcher. Runs nothing.
+  std::vector<CompileCommand> CompileCommands();
 
   // True while a build runs: the project must not be closed now.
   static bool IsBuilding() { return BuildInProgress::Any(); }

@@ -8,6 +8,7 @@
 #include "base/ReasonFirst.h"
 #include "config/IdeSession.h"
 #include "frame/MainForm.h"
+#include "frame/NewProjects.h"
 #include "frame/RecentDialog.h"
 #include "frame/SearchWindow.h"
 #include "project/Project.h"
@@ -32,8 +33,8 @@ constexpr CommandRow cRows[] = {
     {mavro::cSeparatorRow},
     {cPrintCommand, "Print file", 0, cLater, cRefused},
     {mavro::cSeparatorRow},
-    {cNewProjectCommand, "New project", 0, cLater, cRefused},
-    {cCloneProjectCommand, "Clone project", 0, cLater, cRefused},
+    {cNewProjectCommand, "New project", 0, cNow, cRefused},
+    {cCloneProjectCommand, "Clone project", 0, cNow, cRefused},
     {cOpenProjectCommand, "Open project", 0, cNow, cRefused},
     {cSaveProjectCommand, "Save project", 0, cNow, cRefused},
     {cSaveAllCommand, "Save all", 0, cNow, cRefused},
@@ -68,6 +69,10 @@ void FileActs::CarryOut(int id) {
   switch (id) {
     case cOpenProjectCommand:
       return AskAndLoad();
+    case cNewProjectCommand:
+      return MakeNewProject();
+    case cCloneProjectCommand:
+      return CloneProject();
     case cSaveProjectCommand:
       return SaveProject();
     case cCloseProjectCommand:

@@ -84,7 +84,7 @@ class Build(ZendryTest):
         program = os.path.join(os.path.dirname(project), 'out-rel', 'console.exe')
         window = self.start(project)
         self.make(window, program)
-        self.assertEqual(len(self.objects(project)), 4)
+        self.assertEqual(len(self.objects(project)), 6)
         window.key('ctrl+shift+F7')
         wait_until(lambda: not self.objects(project), 'no object')
         self.assertEqual(window.close(), 0)

@@ -9,7 +9,7 @@ from fixture import STAGE, ZENDRY, ZENDRY_MAKE, ZendryTest, run, write, write_pr
 BUILD = os.environ.get('ZENDRY_BUILD', '')
 IN_ROOT = ['bin/zendry', 'bin/zendry-console', 'bin/zendry-make', 'bin/zendry-tags', 'bin/zendry-form', 'bin/zendry-lsp', 'bin/Zendry.cfg', 'bin/first-start.ini', 'bin/Defs/stlref.tgd',
            'bin/Defs/stlref.tgx', 'bin/Defs/stlref.tgn', 'bin/Defs/cref.tgd', 'bin/Defs/cref.tgx', 'bin/Defs/cref.tgn', 'bin/Defs/mavroref.tgd', 'bin/Defs/mavroref.tgx', 'bin/Help/mavro.ch', 'bin/Help/stl.ch', 'bin/Help/clib.ch', 'bin/Help/stl.copyright', 'bin/Help/clib.copyright',
-           'bin/Repos/demos/console/console.zpj',
+           'bin/Repos/demos/console/console.zpj', 'bin/Repos/items.def', 'bin/Repos/templates/static-lib/_.zpj',
            'libs/mavro/include/mavro', 'libs/mavro/libmavro.a', 'libs/mavro/mavro.rc', 'libs/basic', 'mylib',
            'libs/mavro/mavro-reference.md', 'tools/gcc', 'tools/g++', 'tools/ar', 'tools/gdb', 'tools/windres']
 IN_PREFIX = ['bin/zendry', 'bin/zendry-make', 'bin/zendry-tags', 'bin/zendry-form', 'bin/zendry-lsp', 'share/applications/zendry.desktop', 'share/mime/packages/zendry-project.xml',

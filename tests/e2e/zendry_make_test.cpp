@@ -389,7 +389,6 @@ TEST(Demo, ConsoleProgramAndItsLibrary_BuildCleanlyInBothModes) {
   for (const char* mode : {"release", "debug"})
     for (const char* project : {"/textstat/libtextstat.zpj", "/console.zpj"}) {
       const Ended ended = install.Make({"--mode", mode, demo + project});
-      // The library is linked from its release folder in both modes.
       EXPECT_EQ(ended.status, 0) << ended.out << ended.err;
       EXPECT_EQ(ended.err, "");
     }

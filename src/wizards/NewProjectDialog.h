@@ -1,0 +1,51 @@
+#pragma once
+
+#include <mavro>
+#include <string>
+
+#include "wizards/ImportPage.h"
+#include "wizards/PrjPanel.h"
+#include "wizards/Repository.h"
+
+namespace zendry {
+
+// Asks what a new project is to be: where, under which name, and out of what.
+class NewProjectDialog : public mavro::Form {
+ public:
+  enum Page { cConsolePage, cFormsPage, cTemplatePage, cDemosPage, cImportPage };
+
+  NewProjectDialog(RepositoryItems newItems, const std::string& folder);
+
+  int ShownPage() const { return tabs.selectedIndex; }
+  // True for a project in a folder of its own; false for files directly in the folder chosen.
+  bool IsMultiFile() const { return projectType.itemIndex == 1; }
+  bool IsCpp() const { return language.itemIndex == 0; }
+  // The folder of the chosen template or demo, below "Repos/"; empty if there is none.
+  std::string RepositoryFolder() const;
+
+  PrjPanel place;
+  mavro::TabCtrl tabs;
+  mavro::TabPage console, forms, templates, demos;
+  mavro::RadioGroup projectType, language;
+  mavro::GroupBox include;
+  mavro::CheckBox resourceFile;
+  mavro::Label formLabel;
+  mavro::Edit formName;
+  mavro::Label templateLabel;
+  mavro::ListBox templateList, demoList;
+  mavro::Label demoText;
+  ImportPage existing;
+  mavro::Button ok, cancel;
+
+ private:
+  void InitConsole();
+  void InitForms();
+  void InitLists();
+  void OnOk(mavro::NotifyArgs& args);
+  void OnDemo(mavro::NotifyArgs& args);
+  void OnListed(mavro::NotifyArgs& args);
+
+  const RepositoryItems items;
+};
+
+}  // namespace zendry
