@@ -14,7 +14,9 @@
 #include "frame/FileActs.h"
 #include "frame/HelpRoute.h"
 #include "frame/PictureStrips.h"
+#include "frame/PrjActs.h"
 #include "frame/SearchWindow.h"
+#include "frame/StrangerQuestion.h"
 #include "frame/ToolActs.h"
 #include "project/Project.h"
 #include "rescue/Rescue.h"
@@ -59,6 +61,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
   theMainForm = this;
   theProject.SetShell(this);
   theBuilder.Bind(theProject, *this);
+  theBuilder.SetGate(MayBuild);
   theBuildActs.Bind(theBuilder, theProject, *this);
   theEditorActs.Bind(&editTabs);
   theToolActs.Bind(&editTabs);
@@ -87,6 +90,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
 
 MainForm::~MainForm() {
   debugWindow.End();
+  theBuilder.SetGate(nullptr);
   theEditorActs.Bind(nullptr);
   theToolActs.Bind(nullptr);
   theBrowserActs.Bind({});
@@ -248,14 +252,24 @@ void MainForm::OpenStartupFiles() {
   startFiles.WatchShown();
 }
 
+// A project that is dropped on the tree is opened too.
 void MainForm::OnDropFiles(mavro::FilesArgs& args) {
-  theFileActs.OpenFiles(args.paths);
+  const bool isForProject =
+      args.over == &projectTree && theProject.isOpen &&
+      std::none_of(args.paths.begin(), args.paths.end(),
+                   [](const std::string& path) { return FileKind(path) == cProjectFile; });
+  if (isForProject)
+    thePrjActs.AddDropped(args.paths);
+  else
+    theFileActs.OpenFiles(args.paths);
 }
 
 // Deactivation means nothing: the active window may be a message box of this program.
 void MainForm::OnActivated(mavro::NotifyArgs& args) {
   if (args.value == 0) return;
-  if (state == mavro::cShown && mavro::activeForm == this) editTabs.CheckDisk();
+  if (state != mavro::cShown || mavro::activeForm != this) return;
+  projectTree.ShowMissing();
+  editTabs.CheckDisk();
 }
 
 void MainForm::SayWhatIsNotKept() {
