@@ -158,8 +158,7 @@ void MainForm::InitBottomPanel() {
   bottomPanel.Add(&closeBottom);
   output.readOnly = true;
   output.monospaced = true;
-  const FontRec& font = theEditorSettings.fonts[cOutputFont];
-  output.font = mavro::Font(font.size, font.style, font.name);
+  TakeOutputFont();
   outputPage.text = "Output";
   outputPage.Add(&output);
   output.accessibleName = outputPage.text;
@@ -177,6 +176,11 @@ void MainForm::InitBottomPanel() {
   closeBottom.onClick.Add_H(this, &MainForm::OnCloseBottom);
   bottomPanel.onResize.Add_H(this, &MainForm::OnBottomResized);
   hSplit.onResize.Add_H(this, &MainForm::OnSplitResized);
+}
+
+void MainForm::TakeOutputFont() {
+  const FontRec& font = theEditorSettings.fonts[cOutputFont];
+  output.font = mavro::Font(font.size, font.style, font.name);
 }
 
 // The close button is at the right end of the bar. The bar is beside the tabs if there is room,
@@ -307,6 +311,15 @@ void MainForm::TakePlacement() {
   const mavro::Rect at = NormalBounds();
   const int grown = IsMaximized() ? Bounds().height - at.height : 0;
   placement = {at.left, at.top, at.width, at.height, hSplit.Position() - grown, IsMaximized()};
+}
+
+void MainForm::TakeOptions() {
+  TakeOutputFont();
+  editTabs.ApplySettings();
+  TakePlacement();
+  theIdeSession.Save(placement);
+  SayWhatIsNotKept();
+  UpdateCommands();
 }
 
 void MainForm::KeepUnasked() {

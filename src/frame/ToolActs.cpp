@@ -3,6 +3,7 @@
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
 #include "editor/SourceTidy.h"
+#include "frame/IdeOptForm.h"
 #include "frame/MainForm.h"
 #include "frame/SearchWindow.h"
 
@@ -27,7 +28,7 @@ constexpr CommandRow cRows[] = {
     {mavro::cSeparatorRow},
     {cOpenDesignerCommand, "Open Form Designer ", cKeyF11, cLater},
     {3291, "Insert New Form ", cShiftKey | cKeyF11, cLater},
-    {1602, "Ide Options", 0, cLater},
+    {cIdeOptionsCommand, "Ide Options"},
 };
 
 }  // namespace
@@ -41,6 +42,7 @@ void ToolActs::CarryOut(int id) {
   if (id == cFindInProjectCommand && search) return search->Find();
   if (id == cReplaceInProjectCommand && search) return search->Replace();
   if (id == cUndoReplaceCommand && search) return search->UndoReplace();
+  if (id == cIdeOptionsCommand && theMainForm) return ChangeIdeOptions();
   EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (id == cTidyCommand && tab) tabs->Host()->Say(TidySource(*tab->editor));
 }
