@@ -15,6 +15,7 @@
 #include "build/CommandLines.h"
 #include "build/CompileCommands.h"
 #include "build/Launchers.h"
+#include "build/ProjectDangers.h"
 #include "build/ToolEnvironment.h"
 #include "config/BuildSettings.h"
 #include "config/IdeConfig.h"
@@ -167,6 +168,13 @@ std::string OpenProject(const Options& options, Shell& shell) {
   return "";
 }
 
+// Scripts have nobody to ask.
+void WarnOfDangers() {
+  for (const ProjectDanger& danger : FindDangers(theProject))
+    Say("warning: this project can run or write something by itself: " + danger.place + ": " +
+        danger.text);
+}
+
 void PrintReason(const std::string& file, const std::string& reason) {
   std::printf("explain: %s: %s\n", OneLine(file).c_str(), OneLine(reason).c_str());
 }
@@ -221,6 +229,7 @@ int Run(const Options& options) {
     Say(error);
     return cCannotStart;
   }
+  WarnOfDangers();
   StopOnSignals();
   theBuilder.Bind(theProject, shell);
   if (options.compileCommands) return RunCompileCommands(options);

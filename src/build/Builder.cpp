@@ -66,8 +66,14 @@ bool Builder::HasProject() {
   return project->isOpen;
 }
 
+bool Builder::PassesGate() {
+  wasDenied = gate && !gate(*project);
+  if (wasDenied) shell->SetStatus("Nothing is run, as you wished", "");
+  return !wasDenied;
+}
+
 void Builder::CompileCurrent() {
-  if (IsBuilding() || !HasProject()) return;
+  if (IsBuilding() || !HasProject() || !PassesGate()) return;
   {
     const BuildInProgress guard;
     const bool ready = PrepareBuild(ErrorMark::cRemoved);
@@ -141,7 +147,7 @@ bool Builder::EnterProjectFolder() {
 }
 
 bool Builder::Build(Scope scope) {
-  if (IsBuilding() || !HasProject()) return false;
+  if (IsBuilding() || !HasProject() || !PassesGate()) return false;
   const BuildInProgress guard;
   const bool ready = PrepareBuild(ErrorMark::cRemoved);
   shell->SaveChangedFiles();
@@ -462,6 +468,7 @@ void Builder::NameWhatIsNotBuilt() {
 }
 
 void Builder::Summary() {
+  if (wasDenied) return;
   shell->SetStopCommand(-1);
   shell->SetProgress("", 0, 0);
   running.Forget();

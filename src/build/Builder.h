@@ -58,6 +58,10 @@ class Builder : private StepWatcher {
   void Bind(Project& newProject, Shell& newShell);
   void SetStaleObserver(StaleObserver observer) { staleObserver = std::move(observer); }
 
+  // Asked before the first step of each build; false: nothing is run.
+  using Gate = std::function<bool(const Project& project)>;
+  void SetGate(Gate newGate) { gate = std::move(newGate); }
+
   // Whole builds; they report their result.
   void CompileCurrent();
   void Make(Scope scope);
@@ -89,7 +93,11 @@ class Builder : private StepWatcher {
   // The errors of the last build: those that lines counted and the failed runs without such lines.
   int Errors() const { return errorCount + failedRuns; }
   // The last build came to its end, and without errors.
-  bool HasSucceeded() const { return Errors() == 0 && !wasStopped; }
+  bool HasSucceeded() const { return Errors() == 0 && !wasStopped && !wasDenied; }
+  // Asks the gate, and says so if it denies. To be called before a run without a build.
+  bool PassesGate();
+  // The gate has denied the last build: what is there must not be run either.
+  bool WasDenied() const { return wasDenied; }
 
   int warningCount = 0;
   int errorCount = 0;  // of what the tools' lines say, and of what was refused
@@ -181,6 +189,8 @@ class Builder : private StepWatcher {
   Project* project = nullptr;
   Shell* shell = nullptr;
   StaleObserver staleObserver;
+  Gate gate;
+  bool wasDenied = false;
   CompileLines compileLines;
   CompileLines earlyLines;  // of lines that can't be shown yet
   FileTimes times;

@@ -16,6 +16,7 @@
 #include "config/BuildSettings.h"
 #include "config/EditorSettings.h"
 #include "config/SearchSettings.h"
+#include "config/WindowSettings.h"
 
 namespace zendry {
 
@@ -25,6 +26,7 @@ namespace {
 
 constexpr char cBoundsKey[] = "Bounds";
 constexpr char cSplitterKey[] = "split-h";
+constexpr char cPairsKey[] = "ed-closepairs";
 constexpr char cMaximizedKey[] = "win-max";
 constexpr char cFirstSizeKey[] = "first-size";  // percent of the screen
 constexpr int cFarthest = 800;                  // a window further right or down goes to the edge
@@ -210,7 +212,7 @@ void IdeSession::TakeEditorSettings() const {
   editor.indentSize = ParseInt(Value("ed-indsize", "4"));
   if (editor.indentSize < 0 || editor.indentSize > cMaxTabSize) editor.indentSize = cDefaultTabSize;
   editor.useMonoFont = Value("ed-usemono", "0") == "1";
-  editor.closePairs = Value("ed-closepairs", "1") != "0";
+  editor.closePairs = Value(cPairsKey, "1") != "0";
   for (const EditorSwitch& row : cEditorSwitches) editor.*row.isOn = Value(row.key, "0") == "1";
 }
 
@@ -246,6 +248,7 @@ void IdeSession::Load(const std::string& firstStart) {
   TakeLists();
   TakeEditorSettings();
   TakeBuildSettings();
+  theWindowSettings = ReadWindowSettings([this](const std::string& key) { return Value(key, ""); });
   TakeSearchSettings(values);
   fonts = theIdeFonts.fonts;
   debuggerTips = true;
@@ -320,7 +323,10 @@ void IdeSession::StoreSettings(const Placement& placement) {
     const bool isOn = theEditorSettings.*row.isOn != 0;
     if (isOn != (Value(row.key, "0") == "1")) values[row.key] = Flag(isOn);
   }
+  const bool closesPairs = theEditorSettings.closePairs != 0;
+  if (closesPairs != (Value(cPairsKey, "1") != "0")) values[cPairsKey] = Flag(closesPairs);
   StoreBuildSettings();
+  StoreWindowSettings();
   StoreSearchSettings(values);
 }
 
@@ -335,6 +341,15 @@ void IdeSession::StoreBuildSettings() {
     else
       values[key] = value;
   }
+}
+
+// The same.
+void IdeSession::StoreWindowSettings() {
+  const WindowSettings stored =
+      ReadWindowSettings([this](const std::string& key) { return Value(key, ""); });
+  const auto before = WindowSettingValues(stored);
+  for (const auto& [key, value] : WindowSettingValues(theWindowSettings))
+    if (value != before.at(key)) values[key] = value;
 }
 
 bool IdeSession::KeepDamagedText() {

@@ -94,6 +94,7 @@ class IdeSession {
   void TakeEditorSettings() const;
   void TakeBuildSettings() const;
   void StoreBuildSettings();
+  void StoreWindowSettings();
   std::string Value(const std::string& key, std::string_view otherwise) const;
   bool IsListKey(const std::string& key) const;
   void TakeLists();

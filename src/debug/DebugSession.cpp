@@ -92,6 +92,7 @@ void DebugSession::Run(Debugger::With with) {
     else
       builder.Summary();
     isPreparing = false;
+    if (builder.WasDenied()) return;
   }
   if (project.mode != cDebug || with == Debugger::With::cNothing) return RunPlain();
   if (state == cNotRunning) Start("");
@@ -153,7 +154,7 @@ bool DebugSession::EnsureStarted(const std::string& command) {
     return true;
   }
   if (state != cNotRunning) return false;
-  if (!isPreparing && !Builder::IsBuilding()) Start(command);
+  if (!isPreparing && !Builder::IsBuilding() && builder.PassesGate()) Start(command);
   return true;
 }
 

@@ -84,8 +84,9 @@ void CppEditor::ApplySettings() {
   options->lineAboveOpenFolds = settings.lineAboveOpenFolds != 0;
   options->closePairs = settings.closePairs != 0;
   options->keywordStyle = cKeywordStyle;
-  indent.ApplyTo(*options);
   language = LanguageOf(fileName);
+  // What the file doesn't show of its habits is as the settings say now.
+  if (language && !storedName.empty()) indent.Learn();
   applyOptions();
 }
 

@@ -14,6 +14,7 @@
 #include "base/ReasonFirst.h"
 #include "base/ScopedFlag.h"
 #include "config/IdeSession.h"
+#include "config/WindowSettings.h"
 #include "editor/EditorHost.h"
 #include "project/Counterpart.h"
 #include "project/Project.h"
@@ -387,6 +388,13 @@ void EditTabs::AskAbout(const DiskStamp& change, CppEditor& editor) {
   if (!change.exists) {
     host->Say("No longer there, its text is here only: " + editor.fileName);
     return;
+  }
+  if (theWindowSettings.reload == WindowSettings::cLeave)
+    return host->Say("Changed by another program: " + editor.fileName);
+  if (theWindowSettings.reload == WindowSettings::cLoadIfNothingIsLost && !editor.dirty) {
+    const bool isLoaded = editor.Reload().Ok();
+    return host->Say((isLoaded ? "Loaded again: " : "It can't be loaded again: ") +
+                     editor.fileName);
   }
   const std::string fact = "File:   " + editor.fileName + "\n\nwas changed by another program!\t";
   const bool wanted = editor.dirty

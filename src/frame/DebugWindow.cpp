@@ -9,6 +9,7 @@
 #include "debug/Debugger.h"
 #include "debug/ProgParamsDlg.h"
 #include "frame/MainForm.h"
+#include "frame/StrangerQuestion.h"
 #include "project/Project.h"
 
 namespace zendry {
@@ -293,6 +294,7 @@ void DebugWindow::AskWatch() {
 }
 
 void DebugWindow::AskParameters() {
+  const OwnDangers own(theProject);
   ProgParamsDlg dialog(theDebugger.Params());
   if (dialog.Ask() && dialog.Accepted() != theDebugger.Params())
     theDebugger.SetParams(dialog.Accepted());

@@ -6,6 +6,7 @@
 #include "config/EditorSettings.h"
 #include "config/IdeConfig.h"
 #include "config/IdeSession.h"
+#include "frame/IdeOptForm.h"
 #include "frame/MainForm.h"
 #include "frame/PictureStrips.h"
 #include "frame/StartupFile.h"
@@ -48,6 +49,7 @@ int RunIde(const mavro::ArgumentList& arguments) {
   ClearCompilerEnvironment();
   std::vector<StartupFile> startup = FindStartupFiles(arguments);
   RegisterImageLists();
+  ApplyLook();
   RescueOnLastWords();
   MainForm form(std::move(startup));
   form.SetPlacement(WindowPlacement());

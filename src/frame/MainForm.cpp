@@ -14,7 +14,9 @@
 #include "frame/FileActs.h"
 #include "frame/HelpRoute.h"
 #include "frame/PictureStrips.h"
+#include "frame/PrjActs.h"
 #include "frame/SearchWindow.h"
+#include "frame/StrangerQuestion.h"
 #include "frame/ToolActs.h"
 #include "project/Project.h"
 #include "rescue/Rescue.h"
@@ -59,6 +61,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
   theMainForm = this;
   theProject.SetShell(this);
   theBuilder.Bind(theProject, *this);
+  theBuilder.SetGate(MayBuild);
   theBuildActs.Bind(theBuilder, theProject, *this);
   theEditorActs.Bind(&editTabs);
   theToolActs.Bind(&editTabs);
@@ -87,6 +90,7 @@ MainForm::MainForm(std::vector<StartupFile> newStartup)
 
 MainForm::~MainForm() {
   debugWindow.End();
+  theBuilder.SetGate(nullptr);
   theEditorActs.Bind(nullptr);
   theToolActs.Bind(nullptr);
   theBrowserActs.Bind({});
@@ -154,8 +158,7 @@ void MainForm::InitBottomPanel() {
   bottomPanel.Add(&closeBottom);
   output.readOnly = true;
   output.monospaced = true;
-  const FontRec& font = theEditorSettings.fonts[cOutputFont];
-  output.font = mavro::Font(font.size, font.style, font.name);
+  TakeOutputFont();
   outputPage.text = "Output";
   outputPage.Add(&output);
   output.accessibleName = outputPage.text;
@@ -173,6 +176,11 @@ void MainForm::InitBottomPanel() {
   closeBottom.onClick.Add_H(this, &MainForm::OnCloseBottom);
   bottomPanel.onResize.Add_H(this, &MainForm::OnBottomResized);
   hSplit.onResize.Add_H(this, &MainForm::OnSplitResized);
+}
+
+void MainForm::TakeOutputFont() {
+  const FontRec& font = theEditorSettings.fonts[cOutputFont];
+  output.font = mavro::Font(font.size, font.style, font.name);
 }
 
 // The close button is at the right end of the bar. The bar is beside the tabs if there is room,
@@ -248,14 +256,24 @@ void MainForm::OpenStartupFiles() {
   startFiles.WatchShown();
 }
 
+// A project that is dropped on the tree is opened too.
 void MainForm::OnDropFiles(mavro::FilesArgs& args) {
-  theFileActs.OpenFiles(args.paths);
+  const bool isForProject =
+      args.over == &projectTree && theProject.isOpen &&
+      std::none_of(args.paths.begin(), args.paths.end(),
+                   [](const std::string& path) { return FileKind(path) == cProjectFile; });
+  if (isForProject)
+    thePrjActs.AddDropped(args.paths);
+  else
+    theFileActs.OpenFiles(args.paths);
 }
 
 // Deactivation means nothing: the active window may be a message box of this program.
 void MainForm::OnActivated(mavro::NotifyArgs& args) {
   if (args.value == 0) return;
-  if (state == mavro::cShown && mavro::activeForm == this) editTabs.CheckDisk();
+  if (state != mavro::cShown || mavro::activeForm != this) return;
+  projectTree.ShowMissing();
+  editTabs.CheckDisk();
 }
 
 void MainForm::SayWhatIsNotKept() {
@@ -293,6 +311,15 @@ void MainForm::TakePlacement() {
   const mavro::Rect at = NormalBounds();
   const int grown = IsMaximized() ? Bounds().height - at.height : 0;
   placement = {at.left, at.top, at.width, at.height, hSplit.Position() - grown, IsMaximized()};
+}
+
+void MainForm::TakeOptions() {
+  TakeOutputFont();
+  editTabs.ApplySettings();
+  TakePlacement();
+  theIdeSession.Save(placement);
+  SayWhatIsNotKept();
+  UpdateCommands();
 }
 
 void MainForm::KeepUnasked() {

@@ -77,6 +77,8 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void UpdateMenu(mavro::Menu& menu) const;
   // Shows in the status bar, once, which settings or session could not be read or written.
   void SayWhatIsNotKept();
+  // The user has changed the options: shows them everywhere and writes the settings.
+  void TakeOptions();
   // Stores what a normal end stores, and copies of unsaved work; asks no question.
   void KeepUnasked();
   // Shows the position of the editor's caret if its file is in front.
@@ -200,6 +202,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void UpdateViewMarks();
   void OpenStartupFiles();
   void TakePlacement();
+  void TakeOutputFont();
   void ShowNote();
   ReferenceList& WalkedList();
   void ShowPart(mavro::Control& part, bool on);

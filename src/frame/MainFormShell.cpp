@@ -202,6 +202,7 @@ void MainForm::FrontChanged() {
 }
 
 void MainForm::FileOpened(const std::string& path) {
+  projectTree.ShowMissing(path);
   startFiles.Opened(path);
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "base/CommandTable.h"
 
@@ -18,17 +19,27 @@ class PrjActs : public CommandList {
  public:
   PrjActs();
 
-  // Asks for files and adds those that the project doesn't have.
+  // Asks for files and adds those that the project doesn't have. The question starts in the
+  // project's folder, or in `folder`.
   void AddFiles();
+  void AddFilesFrom(const std::string& folder);
+  // Adds files that were dropped on the tree; folders are passed over.
+  void AddDropped(const std::vector<std::string>& paths);
   // Removes the file selected in the tree from the project; the file on the disk and its tab stay.
   void RemoveSelected();
   // Adds a file that has been made to the project, unless it has it.
   void AddMade(const std::string& path);
+  // The same for files by their ids.
+  void Remove(const std::vector<int>& ids);
+  // Shows the project's options; the next build uses what the user changes.
+  void ChangeOptions();
   // Writes "Makefile" into the folder of the project file.
   void CreateMakefile();
 
  private:
   void CarryOut(int id) override;
+  bool Add(const std::string& path);
+  void FilesChanged();
 };
 
 extern PrjActs thePrjActs;

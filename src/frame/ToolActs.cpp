@@ -3,6 +3,7 @@
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
 #include "editor/SourceTidy.h"
+#include "frame/IdeOptForm.h"
 #include "frame/MainForm.h"
 #include "frame/PrjActs.h"
 #include "frame/SearchWindow.h"
@@ -30,7 +31,7 @@ constexpr CommandRow cRows[] = {
     {mavro::cSeparatorRow},
     {cOpenDesignerCommand, "Open Form Designer ", cKeyF11, cLater},
     {cNewFormCommand, "Insert New Form ", cShiftKey | cKeyF11, cNow, WhileBuilding::cRefused},
-    {1602, "Ide Options", 0, cLater},
+    {cIdeOptionsCommand, "Ide Options"},
 };
 
 }  // namespace
@@ -48,6 +49,7 @@ void ToolActs::CarryOut(int id) {
     NewForm(*tabs, [](const std::string& path) {
       if (theProject.isOpen) thePrjActs.AddMade(path);
     });
+  if (id == cIdeOptionsCommand && theMainForm) return ChangeIdeOptions();
   EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (id == cTidyCommand && tab) tabs->Host()->Say(TidySource(*tab->editor));
 }

@@ -10,6 +10,7 @@ constexpr int cFindInProjectCommand = 1005;
 constexpr int cReplaceInProjectCommand = 1006;
 constexpr int cTidyCommand = 1007;
 constexpr int cUndoReplaceCommand = 1008;
+constexpr int cIdeOptionsCommand = 1602;
 constexpr int cOpenDesignerCommand = 3290;
 constexpr int cNewFormCommand = 3291;
 

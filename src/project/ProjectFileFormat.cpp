@@ -233,6 +233,18 @@ void ProjectReader::ReadGeneral(const XmlTag& tag) {
 
 }  // namespace
 
+std::string WhyUnwritable(std::string_view value) {
+  XmlTag tag(cLabels);
+  tag.begin("inc", 0, XmlTag::Ends::cAtOnce);
+  tag.set("", "", "", value, -1);
+  if (tag.ReadsBack()) return "";
+  constexpr size_t cMost = cMaxTagToken - 3;  // two quotes and the slash are in the same token
+  if (value.size() > cMost)
+    return "too long for the project file, " + std::to_string(value.size()) + " characters of " +
+           std::to_string(cMost);
+  return "the project file can't hold these double quotes";
+}
+
 ProjectText WriteProjectText(const Project& project) {
   return ProjectWriter().Write(project);
 }

@@ -17,6 +17,9 @@ struct ProjectText {
 
 ProjectText WriteProjectText(const Project& project);
 
+// Why the format can't hold a value, for the user to read; empty if it can.
+std::string WhyUnwritable(std::string_view value);
+
 // The result of reading a project file.
 struct ProjectReading {
   bool hasElements = false;

@@ -23,6 +23,7 @@ constexpr unsigned cSecondsToWrite = 3;
 constexpr size_t cSignalStack = 0x40000;
 
 volatile sig_atomic_t rescuing = 0;
+bool keepsCopies = true;
 
 // Each of the two rescues may itself fail and lead here again; then neither is started a second
 // time.
@@ -61,8 +62,14 @@ void CatchEndingSignals() {
 
 }  // namespace
 
+void KeepRescueCopies(bool on) {
+  keepsCopies = on;
+  TextRescue::SetOn(on);
+  KeepRescueCopy(theProject);
+}
+
 void KeepRescueCopy(const Project& project) {
-  const bool unsaved = project.isOpen && project.modified && !project.implicit;
+  const bool unsaved = keepsCopies && project.isOpen && project.modified && !project.implicit;
   if (!unsaved || project.name.empty()) return DropRescueCopy();
   // Without a copy, the window still has the project; its settings are not worth a message.
   std::ignore =

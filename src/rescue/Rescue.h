@@ -14,6 +14,8 @@ class Project;
 void KeepRescueCopy(const Project& project);
 // Removes this program's copy.
 void DropRescueCopy();
+// Says if unsaved projects and texts get copies; false also removes the copies that are there.
+void KeepRescueCopies(bool on);
 
 // The changed projects of runs of the program that have ended unexpectedly.
 std::vector<RescueCopy> FindRescuedProjects();

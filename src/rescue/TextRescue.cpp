@@ -14,6 +14,7 @@ namespace {
 
 const RescueCopies cCopies("text");
 int lastNumber = 0;
+bool isOn = true;
 
 // A copy has at most this many changes in its steps, and at most this many bytes or a part of the
 // text; after that a new copy is written.
@@ -128,6 +129,7 @@ void TextRescue::KeepDue(Clock::time_point now) {
 
 bool TextRescue::KeepNow() {
   if (bytesBehind == 0) return true;
+  if (!isOn) return false;
   const bool isKept = KeepStep() || KeepCopy();
   bytesBehind = isKept ? 0 : 1;
   if (isKept) whyNone.clear();
@@ -196,7 +198,15 @@ void TextRescue::DropReplaced() {
   replaced.clear();
 }
 
+void TextRescue::SetOn(bool on) {
+  if (on == isOn) return;
+  isOn = on;
+  for (TextRescue* text : OpenTexts())
+    if (!on) text->Drop();
+}
+
 void TextRescue::KeepAll() {
+  if (!isOn) return;
   for (TextRescue* text : OpenTexts()) {
     if (text->bytesBehind == 0 || !text->WriteCopy(text->number, RandomName()).Ok()) continue;
     text->bytesBehind = 0;

@@ -64,6 +64,10 @@ class TextRescue {
   // Removes the extra copies.
   void DropReplaced();
 
+  // While it is off, no copies of unsaved texts are written; those that are there are removed. A
+  // text that was unsaved before gets a copy again with its next change.
+  static void SetOn(bool on);
+
   // Writes the copies of all open files that are out of date, when a failure is about to end the
   // program. Writes whole texts, because the collected changes may be incomplete; where there is no
   // room, a step.

@@ -115,6 +115,16 @@ TEST_F(ZendryMake, StaticLibraryProject_LinksIntoAConsoleProject) {
   EXPECT_EQ(Run("out-rel/p.exe"), "0 8\n");
 }
 
+TEST_F(ZendryMake, SwitchThatCanRunSomething_IsWarnedAboutAndBuilt) {
+  files.Write("a.cpp", "int main() {}\n");
+  const Ended ended = install.Make({WriteProject("p.zpj", {{"a.cpp"}, 0, "-Btools"})});
+  EXPECT_EQ(ended.status, 0) << ended.err;
+  EXPECT_EQ(ended.err,
+            "zendry-make: warning: this project can run or write something by itself: "
+            "Include search path: -Btools\n");
+  EXPECT_EQ(install.Make({WriteProject("q.zpj", {{"a.cpp"}})}).err, "");
+}
+
 TEST_F(ZendryMake, DynamicLibProject_CompilesAndStops) {
   files.Write("a.c", "int a;\n");
   EXPECT_EQ(install.Make({WriteProject("p.zpj", {{"a.c"}, zendry::cDynamicLib})}).status, 0);

@@ -56,6 +56,7 @@ struct TreeArgs {
 // Files were dropped on a form.
 struct FilesArgs {
   Control* sender = nullptr;
+  Control* over = nullptr;         // the innermost control under the drop; null if it is gone
   std::vector<std::string> paths;  // absolute, in the order of the drop; at least one
 };
 

@@ -16,6 +16,8 @@ struct TreeNode {
   int image = -1;  // index in the tree's strip
   bool expanded = false;
   bool fillsOnExpand = false;  // shown as having children before it has any
+  bool faded = false;          // shown gray, with a line through its text
+  std::string tip;             // shown when the mouse rests on it; empty: its text, if that is cut
   TreeNode* parent = nullptr;  // null for a top node
   int row = 0;                 // index among its siblings
   int pending = -1;            // for the tree's own use
@@ -48,6 +50,8 @@ class TreeView : public Control {
   void InsertNodes(TreeNode* parentNode, int index, std::vector<TreeRow> rows);
   void SetNodeText(TreeNode* node, const std::string& label);
   void SetNodeData(TreeNode* node, int data);
+  // Shows a node gray and struck out, as one that stands for nothing, and with a tip that says why.
+  void SetNodeFaded(TreeNode* node, bool on, const std::string& tip = "");
   // The first child with this text, or null.
   TreeNode* FindChild(TreeNode* parentNode, const std::string& label) const;
   // The node with this data, or null; if there are several, the one that was added first.
@@ -59,6 +63,8 @@ class TreeView : public Control {
   void Expand(TreeNode* node);
   void Collapse(TreeNode* node);
   TreeNode* Selected() const;  // null for none
+  // The node at a point of the screen, as a context menu's event has it; null beside all nodes.
+  TreeNode* NodeAt(int x, int y) const;
   // Selects a node and scrolls it into view; null selects none.
   void Select(TreeNode* node);
   const TreeNode& Root() const;  // not shown; holds the top nodes

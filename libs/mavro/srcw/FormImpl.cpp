@@ -153,7 +153,9 @@ Param Form::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
       RequestClose();
       return 0;
     case WM_DROPFILES: {
-      FilesArgs args{&form, std::move(*reinterpret_cast<std::vector<std::string>*>(wParam))};
+      const auto* over = reinterpret_cast<NativeWindow*>(lParam);
+      FilesArgs args{&form, IsWindow(over) ? over->creationData : nullptr,
+                     std::move(*reinterpret_cast<std::vector<std::string>*>(wParam))};
       form.onDropFiles.Fire(args);
       return 0;
     }

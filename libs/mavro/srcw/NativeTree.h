@@ -37,6 +37,7 @@ class NativeTreeView : public NativeWindow {
   virtual void ExpandNode(const TreeNode* node, bool on) = 0;
   virtual void SelectNode(const TreeNode* node) = 0;  // null for none
   virtual TreeNode* SelectedNode() const = 0;
+  virtual TreeNode* NodeAt(int x, int y) const = 0;  // a point of the screen; null for none
 };
 
 }  // namespace mavro

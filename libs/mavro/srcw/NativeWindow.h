@@ -65,7 +65,7 @@ enum Message : unsigned {
   WM_MBUTTONDBLCLK = 0x209,
   WM_MOUSEWHEEL = 0x20A,
   // Files were dropped on a form; wParam points to a vector of their paths, which may be taken.
-  WM_DROPFILES = 0x233,
+  WM_DROPFILES = 0x233,  // wParam: the paths; lParam: the window under the drop
   WM_MOUSEENTER = 0x2A0,
   WM_MOUSELEAVE = 0x2A3,
   WM_CREATED = 0x428,  // private: the window has been made

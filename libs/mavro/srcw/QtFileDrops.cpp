@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "NativeWindow.h"
+#include "QtInput.h"
 #include "UriList.h"
 
 namespace mavro {
@@ -53,7 +54,10 @@ bool QtFileDrops::eventFilter(QObject*, QEvent* event) {
   if (type != QEvent::Drop) return filesOverForm && Answer(drag);
   std::vector<std::string> paths = LocalFilesIn(*drag.mimeData());
   if (paths.empty() || !Answer(drag)) return false;
-  if (drag.isAccepted()) OnDrop(std::move(paths));
+  if (drag.isAccepted()) {
+    const QWidget* under = window->widget->childAt(drag.position().toPoint());
+    OnDrop(std::move(paths), under ? WindowOf(under) : window);
+  }
   return true;
 }
 
@@ -68,10 +72,11 @@ bool QtFileDrops::Answer(QDropEvent& drag) const {
 }
 
 // The program that the files come from waits until the drop is over, so the form is notified later.
-void QtFileDrops::OnDrop(std::vector<std::string> paths) {
-  QTimer::singleShot(cSoon, this, [form = window, paths = std::move(paths)]() mutable {
+void QtFileDrops::OnDrop(std::vector<std::string> paths, NativeWindow* over) {
+  QTimer::singleShot(cSoon, this, [form = window, over, paths = std::move(paths)]() mutable {
     if (IsWindow(form) && !IsBlocked(*form))
-      SendMessage(form, WM_DROPFILES, reinterpret_cast<Param>(&paths), 0);
+      SendMessage(form, WM_DROPFILES, reinterpret_cast<Param>(&paths),
+                  reinterpret_cast<Param>(over));
   });
 }
 

@@ -19,7 +19,7 @@ class QtFileDrops final : public QObject {
 
  private:
   bool Answer(QDropEvent& drag) const;
-  void OnDrop(std::vector<std::string> paths);
+  void OnDrop(std::vector<std::string> paths, NativeWindow* over);
 
   NativeWindow* const window;  // may be gone: test with IsWindow before each use
   bool filesOverForm = false;  // kept: asking the other program takes time

@@ -1,4 +1,5 @@
 #include <QAbstractItemModel>
+#include <QApplication>
 #include <QHash>
 #include <QHeaderView>
 #include <QHelpEvent>
@@ -62,7 +63,16 @@ class TreeModel final : public QAbstractItemModel {
   QVariant data(const QModelIndex& index, int role) const override {
     const TreeNode* node = NodeOf(index);
     if (role == Qt::DisplayRole) return ToScreen(node->text);
-    if (role == Qt::DecorationRole && node->image >= 0) return Picture(node->image);
+    if (role == Qt::DecorationRole && node->image >= 0) return Picture(node->image, node->faded);
+    if (role == Qt::ToolTipRole) return ToScreen(node->tip);
+    if (!node->faded) return QVariant();
+    if (role == Qt::ForegroundRole)
+      return QApplication::palette("QTreeView").brush(QPalette::Disabled, QPalette::Text);
+    if (role == Qt::FontRole) {
+      QFont font = QApplication::font("QTreeView");
+      font.setStrikeOut(true);
+      return font;
+    }
     return QVariant();
   }
 
@@ -82,15 +92,18 @@ class TreeModel final : public QAbstractItemModel {
   const TreeNode* Holder(const QModelIndex& parent) const {
     return parent.isValid() ? NodeOf(parent) : root;
   }
-  QIcon Picture(int image) const {
-    const auto found = pictures.constFind(image);
+  QIcon Picture(int image, bool faded) const {
+    const int key = faded ? -1 - image : image;
+    const auto found = pictures.constFind(key);
     if (found != pictures.constEnd()) return *found;
-    return *pictures.insert(image, StripIcon(strip, image));
+    QIcon icon = StripIcon(strip, image);
+    if (faded) icon = QIcon(icon.pixmap(StripPictureSize(strip), QIcon::Disabled));
+    return *pictures.insert(key, icon);
   }
 
   const TreeNode* root = nullptr;
   int strip = 0;
-  mutable QHash<int, QIcon> pictures;
+  mutable QHash<int, QIcon> pictures;  // by image; those of faded nodes by -1 - image
 };
 
 class TreeWidget final : public QTreeView {
@@ -155,8 +168,8 @@ class TreeWidget final : public QTreeView {
     if (event->button() == Qt::LeftButton && clicked.isValid() && onText) Choose(clicked);
   }
 
-  // A text that is cut off is shown in full in a tool tip. The column gets its due width before a
-  // click is handled.
+  // A node's tip, or its text if that is cut off, is shown in a tool tip. The column gets its due
+  // width before a click is handled.
   bool viewportEvent(QEvent* event) override {
     if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)
       width.RunNow();
@@ -164,8 +177,9 @@ class TreeWidget final : public QTreeView {
     auto* help = static_cast<QHelpEvent*>(event);
     const QModelIndex at = indexAt(help->pos());
     const bool cut = at.isValid() && visualRect(at).right() > viewport()->width();
-    QToolTip::showText(help->globalPos(), cut ? PlainToolTip(at.data().toString()) : QString(),
-                       viewport());
+    QString tip = at.data(Qt::ToolTipRole).toString();
+    if (tip.isEmpty() && cut) tip = at.data().toString();
+    QToolTip::showText(help->globalPos(), PlainToolTip(tip), viewport());
     return true;
   }
 
@@ -243,6 +257,10 @@ class TreeWindow final : public NativeTreeView {
     tree->setCurrentIndex(tree->model.IndexOf(node));
   }
   TreeNode* SelectedNode() const override { return TreeModel::NodeOf(tree->Selected()); }
+  TreeNode* NodeAt(int x, int y) const override {
+    const QModelIndex at = tree->indexAt(tree->viewport()->mapFromGlobal(QPoint(x, y)));
+    return at.isValid() ? TreeModel::NodeOf(at) : nullptr;
+  }
 
   bool WantsKey(int virtualKey) const override { return virtualKey == VK_RETURN && SelectedNode(); }
 

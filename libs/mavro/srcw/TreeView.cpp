@@ -231,6 +231,17 @@ void TreeView::SetNodeData(TreeNode* node, int data) {
   TheImpl().index.Add(node);
 }
 
+void TreeView::SetNodeFaded(TreeNode* node, bool on, const std::string& tip) {
+  if (node->faded == on && node->tip == tip) return;
+  node->faded = on;
+  node->tip = tip;
+  if (impl->hwnd) TheImpl().Window()->NodeChanged(node);
+}
+
+TreeNode* TreeView::NodeAt(int x, int y) const {
+  return impl->hwnd ? TheImpl().Window()->NodeAt(x, y) : nullptr;
+}
+
 TreeNode* TreeView::FindChild(TreeNode* parentNode, const std::string& label) const {
   return TheImpl().index.FirstChild(parentNode, label);
 }

@@ -50,17 +50,44 @@ TEST_F(IdeDrop, OnTheEditor_OpensTheFile_AndInsertsNoName) {
   });
 }
 
-TEST_F(IdeDrop, OnAnyPanel_OpensTheFile) {
+TEST_F(IdeDrop, OnAnyPanelButTheTree_OpensTheFile) {
   ide.Run({ide.Project({{"p.cpp", ""}})}, [&] {
-    const mavro::Control* panels[] = {&theMainForm->output, &theMainForm->projectTree,
-                                      &theMainForm->toolBar, &theMainForm->statusBar,
-                                      &theMainForm->buildMode};
+    const mavro::Control* panels[] = {&theMainForm->output, &theMainForm->toolBar,
+                                      &theMainForm->statusBar, &theMainForm->buildMode};
     int number = 0;
     for (const mavro::Control* panel : panels) {
       EXPECT_TRUE(FileDrag({Write(std::to_string(number) + ".cpp")}).Drop(*panel)) << number;
       EXPECT_TRUE(test::WaitFor([&] { return Tabs().TabCount() == number + 1; })) << number;
       ++number;
     }
+  });
+}
+
+TEST_F(IdeDrop, OnTheTree_AddsTheFilesToTheProject) {
+  ide.Run({ide.Project({{"p.cpp", ""}})}, [&] {
+    const ProjectTree& tree = theMainForm->projectTree;
+    EXPECT_TRUE(FileDrag({Write("sub/b.cpp"), Write("p.cpp"), Write("a.h"), Write("notes.txt"),
+                          ide.files.Folder("dir")})
+                    .Drop(tree));
+    EXPECT_TRUE(test::WaitFor([] { return theProject.modified; }));
+    EXPECT_EQ(IdeDriver::Tree(), "(Source Files(p.cpp sub(b.cpp)) Header Files(a.h))");
+    EXPECT_EQ(IdeDriver::Status(),
+              "3 files added, 1 there already; the tree doesn't show notes.txt");
+    EXPECT_EQ(Tabs().TabCount(), 0);
+    EXPECT_THAT(ide.dialogs.texts, IsEmpty());
+    ide.dialogs.answers = {mavro::Answer::cNo};
+  });
+}
+
+TEST_F(IdeDrop, OnTheTree_WithoutAProjectOrOfAProject_Opens) {
+  const std::string other = ide.Project({{"o.cpp", ""}}, "other.zpj");
+  ide.Run({}, [&] {
+    const ProjectTree& tree = theMainForm->projectTree;
+    EXPECT_TRUE(FileDrag({Write("a.cpp")}).Drop(tree));
+    EXPECT_TRUE(HasTabs({"a.cpp"}));
+    theFileActs.ReplaceProject(ide.Project({{"p.cpp", ""}}));
+    EXPECT_TRUE(FileDrag({other}).Drop(tree));
+    EXPECT_TRUE(test::WaitFor([] { return theProject.name == "other.zpj"; }));
   });
 }
 

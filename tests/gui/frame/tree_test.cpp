@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
+#include <QMenu>
+
 #include "IdeDriver.h"
 #include "base/Paths.h"
 
@@ -191,6 +194,117 @@ TEST_F(IdeTree, AddFiles_Cancelled_ChangesNothing) {
   ide.Run({ide.Project({{"a.cpp", ""}})}, [&] {
     thePrjActs.OnCommand(cAddFileCommand);
     EXPECT_FALSE(theProject.modified);
+  });
+}
+
+TEST_F(IdeTree, MissingFile_IsFaded_UntilItIsThereAgain) {
+  const std::string project = ide.Project({{"a.cpp", "a"}, {"b.cpp", "b"}, {"r.rc", ""}});
+  std::filesystem::remove(ide.files.Path("a.cpp"));
+  ide.Run({project}, [&] {
+    const mavro::TreeNode* missing = Find(Tree().Root(), "a.cpp");
+    EXPECT_TRUE(missing->faded);
+    EXPECT_EQ(missing->tip, "There is no such file: " + ide.files.Path("a.cpp"));
+    EXPECT_FALSE(Find(Tree().Root(), "b.cpp")->faded);
+    EXPECT_FALSE(Find(Tree().Root(), "r.rc")->faded);
+    int passes = 0;  // of the event loop, in which the tree is painted
+    test::WaitFor([&passes] { return ++passes > 5; });
+    test::Shot(*theMainForm, "ide-tree-missing");
+    ide.files.Write("a.cpp", "");
+    std::filesystem::remove(ide.files.Path("r.rc"));
+    Tree().ShowMissing();
+    EXPECT_FALSE(missing->faded);
+    EXPECT_EQ(missing->tip, "");
+    EXPECT_TRUE(Find(Tree().Root(), "r.rc")->faded);
+    std::filesystem::remove(ide.files.Path("b.cpp"));
+    Choose("b.cpp");
+    EXPECT_EQ(ide.dialogs.beeps, 1);
+    EXPECT_TRUE(Find(Tree().Root(), "b.cpp")->faded) << "seen when it was to be opened";
+  });
+}
+
+// The rows of the menu that a right click opens; `choose` is then chosen by a key.
+std::vector<std::string> PopupRows(ProjectTree& tree, QPoint at, const QString& choose = "") {
+  std::vector<std::string> rows;
+  QTimer timer;
+  QObject::connect(&timer, &QTimer::timeout, [&] {
+    auto* shown = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (!shown) return;
+    timer.stop();
+    QAction* chosen = nullptr;
+    for (QAction* action : shown->actions()) {
+      if (action->isSeparator()) continue;
+      rows.push_back((action->isEnabled() ? "" : "-") + action->text().toStdString());
+      if (action->text() == choose) chosen = action;
+    }
+    if (chosen) shown->setActiveAction(chosen);
+    QTest::keyClick(shown, chosen ? Qt::Key_Return : Qt::Key_Escape);
+  });
+  timer.start(0);
+  auto* view = dynamic_cast<QAbstractItemView*>(test::WidgetOf(tree));
+  QWindow* window = view->window()->windowHandle();
+  const QPoint place = view->viewport()->mapTo(view->window(), at);
+  QTest::mousePress(window, Qt::RightButton, Qt::NoModifier, place);
+  QTest::mouseRelease(window, Qt::RightButton, Qt::NoModifier, place);
+  return rows;
+}
+
+QPoint PlaceOf(ProjectTree& tree, const QString& label) {
+  auto* view = dynamic_cast<QAbstractItemView*>(test::WidgetOf(tree));
+  const QModelIndexList found = view->model()->match(
+      view->model()->index(0, 0), Qt::DisplayRole, label, 1, Qt::MatchExactly | Qt::MatchRecursive);
+  return view->visualRect(found.value(0)).center();
+}
+
+TEST_F(IdeTree, RightClick_OpensTheMenuOfWhatIsThere) {
+  ide.Run({ide.Project({{"src/a.cpp", ""}, {"b.cpp", ""}})}, [&] {
+    Tree().Expand(Find(Tree().Root(), "src"));
+    EXPECT_THAT(PopupRows(Tree(), PlaceOf(Tree(), "a.cpp")),
+                ElementsAre("&Open", "&Add file here...", "&Remove file", "&Project options"));
+    EXPECT_EQ(Tree().SelectedId(), theProject.Files()[0]->id);
+    for (const char* folder : {"src", "Source Files"}) {
+      EXPECT_THAT(PopupRows(Tree(), PlaceOf(Tree(), folder)),
+                  ElementsAre("&Expand", "&Collapse", "&Add file here...", "&Remove its files...",
+                              "&Project options"));
+      EXPECT_EQ(Tree().Selected()->text, folder);
+    }
+    EXPECT_THAT(PopupRows(Tree(), QPoint(30, 200)),
+                ElementsAre("&Add file", "&Project options", "&Create MakFile", "Save project",
+                            "Close project"));
+  });
+}
+
+TEST_F(IdeTree, RightClick_WithoutAProject_OpensNoMenu) {
+  ide.Run({}, [&] { EXPECT_THAT(PopupRows(Tree(), QPoint(30, 200)), IsEmpty()); });
+}
+
+TEST_F(IdeTree, MenuRows_ActOnTheNodeThatWasClicked) {
+  ide.Run({ide.Project({{"src/a.cpp", ""}, {"src/c.cpp", ""}, {"b.cpp", ""}})}, [&] {
+    const auto choose = [&](const char* node, const char* row) {
+      PopupRows(Tree(), PlaceOf(Tree(), node), row);
+    };
+    choose("src", "&Expand");
+    EXPECT_TRUE(Find(Tree().Root(), "src")->expanded);
+    choose("a.cpp", "&Open");
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
+    for (const char* node : {"a.cpp", "src"}) {
+      choose(node, "&Add file here...");
+      EXPECT_EQ(ide.dialogs.questions.back().folder, ide.files.Path("src"));
+    }
+    for (const char* node : {"b.cpp", "Source Files"}) {
+      choose(node, "&Add file here...");
+      EXPECT_EQ(ide.dialogs.questions.back().folder, ide.files.Path());
+    }
+    choose("src", "&Collapse");
+    EXPECT_FALSE(Find(Tree().Root(), "src")->expanded);
+    choose("src", "&Remove its files...");
+    EXPECT_EQ(theProject.Files().size(), 3u) << "No";
+    ide.dialogs.answers = {mavro::Answer::cYes};
+    choose("src", "&Remove its files...");
+    EXPECT_THAT(ide.dialogs.texts.back(), HasSubstr("Remove 2 files below \"src\""));
+    EXPECT_EQ(theProject.Files().size(), 1u);
+    choose("b.cpp", "&Remove file");
+    EXPECT_EQ(theProject.Files().size(), 0u);
+    ide.dialogs.answers = {mavro::Answer::cNo};
   });
 }
 

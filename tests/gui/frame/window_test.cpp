@@ -263,7 +263,8 @@ TEST(IdeWindow, ProjectOpen_IsBuilt_AndASourceOfItCompiled) {
                                          cClearOutputCommand};
     EXPECT_EQ(EnabledIds(form.buildMenu), wholeBuild);
     EXPECT_THAT(EnabledIds(form.projectMenu),
-                ElementsAre(cAddFileCommand, cRemoveFileCommand, cCreateMakefileCommand));
+                ElementsAre(cAddFileCommand, cRemoveFileCommand, cProjectOptionsCommand,
+                            cCreateMakefileCommand));
     EXPECT_TRUE(form.toolPanel.bar.GetRow(ToolPanel::cAddRow).enabled);
     form.editTabs.OpenFile(ide.files.Path("src/b.h"));
     EXPECT_EQ(EnabledIds(form.buildMenu), wholeBuild) << "a header is not compiled";

@@ -1,5 +1,6 @@
 #include "project/ProjectFileFormat.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <string>
@@ -349,6 +350,15 @@ TEST(ProjectFileFormat, Read_NulBytesInAName_AreKept) {
   const std::string text("<file name=\"a\0b.c\"/>", 20);
   const ReadProject project(text);
   EXPECT_EQ(Names(project), std::string("/w/demo/a\0b.c;", 14));
+}
+
+TEST(WhyUnwritable, NamesQuotesAndLength_AndNothingElse) {
+  for (const char* fits : {"", "a b", "-DX=\"a\"", "a>b=c<d/", "\\", "'x'"})
+    EXPECT_EQ(WhyUnwritable(fits), "") << fits;
+  for (const char* bad : {"\"", "-I\"a b\"", "\"a>b\""})
+    EXPECT_THAT(WhyUnwritable(bad), testing::HasSubstr("double quotes")) << bad;
+  EXPECT_EQ(WhyUnwritable(std::string(508, 'x')), "");
+  EXPECT_THAT(WhyUnwritable(std::string(509, 'x')), testing::HasSubstr("too long"));
 }
 
 }  // namespace

@@ -1,0 +1,274 @@
+#include "frame/PrjOptionsDlg.h"
+
+#include <string_view>
+
+#include "CommandLine.h"
+#include "SystemDialogs.h"
+#include "base/Paths.h"
+#include "build/CommandLines.h"
+#include "config/IdeConfig.h"
+#include "frame/StrangerQuestion.h"
+#include "project/ProjectFileFormat.h"
+#include "rescue/Rescue.h"
+
+namespace zendry {
+
+namespace {
+
+constexpr const char* cTypeNames[] = {"Console",    "Form application", "API application",
+                                      "Static lib", "Dynamic lib",      "Other"};
+constexpr int cTopHeight = 48;
+constexpr int cBottomHeight = 68;
+
+// What "@" stands for, with a trailing slash.
+std::string Root() {
+  return InstallRoot(theIdeConfig.appDir);
+}
+
+// The path as an option's value: "@" for the root of the installation.
+std::string WithMark(const std::string& path) {
+  const std::string root = Root();
+  const bool isInside = root.size() > 1 && (path + "/").starts_with(root);
+  if (!isInside) return path;
+  return "@/" + (path.size() < root.size() ? "" : path.substr(root.size()));
+}
+
+// "foo" for "libfoo.a" and for "foo.a".
+std::string LibraryName(const std::string& path) {
+  std::string name = BaseName(path);
+  if (name.starts_with("lib")) name.erase(0, 3);
+  return name.substr(0, name.rfind('.'));
+}
+
+}  // namespace
+
+BuildOptionsPan::BuildOptionsPan(const std::string& caption) {
+  text = caption;
+  group.text = "Gcc:";
+  group.SetBounds(4, 4, 484, 138);
+  packageLabel.text = "Package:";
+  packageLabel.SetBounds(12, 26, 66, 20);
+  package.SetBounds(80, 24, 394, 24);
+  package.chooseOnly = true;
+  for (const ToolSet& set : theIdeConfig.toolSets)
+    package.items.Add(set.name.empty() ? "(not set up)" : set.name);
+  compileLabel.text = "Compile:";
+  compileLabel.SetBounds(12, 68, 66, 20);
+  compile.SetBounds(80, 66, 394, 24);
+  linkLabel.text = "Link:";
+  linkLabel.SetBounds(12, 104, 66, 20);
+  link.SetBounds(80, 102, 394, 24);
+  for (mavro::Control* control : std::initializer_list<mavro::Control*>{
+           &packageLabel, &package, &compileLabel, &compile, &linkLabel, &link})
+    group.Add(control);
+  Add(&group);
+}
+
+void BuildOptionsPan::Load(const BuildOptions& options) {
+  shownSet = CompilerSet(options.gcc);
+  package.selectedIndex = shownSet;
+  compile.text = options.comp;
+  link.text = options.link;
+}
+
+// A number that no set has means the first one; it stays as it is unless another set is chosen.
+void BuildOptionsPan::Store(BuildOptions& options) const {
+  if (package.selectedIndex != shownSet) options.gcc = package.selectedIndex;
+  options.comp = compile.text;
+  options.link = link.text;
+}
+
+PrjOptionsDlg::PrjOptionsDlg(Project& itsProject)
+    : debug("Debug"), release("Relase"), project(itsProject) {
+  text = "Project options";
+  resizable = false;
+  SetSize(514, 295);
+  Place();
+  PlaceGeneral();
+  Connect();
+  Load();
+  focusControl = &type;
+}
+
+void PrjOptionsDlg::Place() {
+  top.dock = mavro::Dock::cTop;
+  top.height = cTopHeight;
+  typeLabel.text = "Project type";
+  typeLabel.SetBounds(8, 2, 160, 18);
+  type.SetBounds(8, 20, 160, 24);
+  type.chooseOnly = true;
+  for (const char* name : cTypeNames) type.items.Add(name);
+  libSetLabel.text = "Main library set:";
+  libSetLabel.SetBounds(189, 2, 165, 18);
+  libSet.SetBounds(187, 20, 167, 24);
+  for (const auto& [name, set] : theIdeConfig.libSets) libSet.items.Add(name);
+  outNameLabel.text = "Output name:";
+  outNameLabel.SetBounds(372, 2, 130, 18);
+  outName.SetBounds(371, 20, 131, 24);
+  for (mavro::Control* control : std::initializer_list<mavro::Control*>{
+           &typeLabel, &type, &libSetLabel, &libSet, &outNameLabel, &outName})
+    top.Add(control);
+  tabs.dock = mavro::Dock::cFill;
+  bottom.dock = mavro::Dock::cBootom;
+  bottom.height = cBottomHeight;
+  note.SetBounds(8, 2, 498, 20);
+  note.accessibleName = "What the project file can't hold";
+  ok.kind = mavro::Button::cOk;
+  ok.SetBounds(402, 26, 84, 36);
+  cancel.kind = mavro::Button::cCancel;
+  cancel.SetBounds(302, 26, 84, 36);
+  for (mavro::Control* control : std::initializer_list<mavro::Control*>{&note, &ok, &cancel})
+    bottom.Add(control);
+  Add(&top);
+  Add(&tabs);
+  Add(&bottom);
+}
+
+void PrjOptionsDlg::PlaceGeneral() {
+  struct Row {
+    mavro::Label& label;
+    const char* caption;
+    mavro::Edit& field;
+    mavro::Button& add;
+    const char* hint;
+  };
+  const Row rows[] = {
+      {includeLabel, "Additional include search path:", include, addInclude,
+       "Add a folder with headers"},
+      {linkerLabel, "Additional linker search path:", linker, addLinker,
+       "Add a folder with libraries"},
+      {libsLabel, "Additional link library:", libs, addLibrary, "Add a library"},
+  };
+  general.text = "General";
+  int y = 4;
+  for (const Row& row : rows) {
+    row.label.text = row.caption;
+    row.label.SetBounds(8, y, 300, 18);
+    row.field.SetBounds(8, y + 18, 444, 24);
+    row.add.text = "...";
+    row.add.hint = row.hint;
+    row.add.accessibleName = row.hint;
+    row.add.SetBounds(456, y + 16, 28, 28);
+    for (mavro::Control* control :
+         std::initializer_list<mavro::Control*>{&row.label, &row.field, &row.add})
+      general.Add(control);
+    y += 45;
+  }
+  for (mavro::TabPage* page :
+       {&general, static_cast<mavro::TabPage*>(&debug), static_cast<mavro::TabPage*>(&release)})
+    tabs.Add(page);
+}
+
+void PrjOptionsDlg::Connect() {
+  addInclude.onClick.Add_H(this, &PrjOptionsDlg::OnAddInclude);
+  addLinker.onClick.Add_H(this, &PrjOptionsDlg::OnAddLinker);
+  addLibrary.onClick.Add_H(this, &PrjOptionsDlg::OnAddLibrary);
+  ok.onClick.Add_H(this, &PrjOptionsDlg::OnOk);
+  libSet.onChange.Add_H(this, &PrjOptionsDlg::OnFieldChanged);
+  for (mavro::Edit* edit : {&outName, &include, &linker, &libs, &debug.compile, &debug.link,
+                            &release.compile, &release.link})
+    edit->onChange.Add_H(this, &PrjOptionsDlg::OnFieldChanged);
+}
+
+// The name of a set that the installation doesn't have is shown too, so that it isn't lost.
+void PrjOptionsDlg::Load() {
+  const bool isKnown = project.type >= cConsole && project.type <= cOther;
+  shownType = isKnown ? project.type : static_cast<int>(cOther);
+  type.selectedIndex = shownType;
+  libSet.selectedIndex = libSet.items.IndexOf(project.libSet);
+  libSet.text = project.libSet;
+  outName.text = project.outName;
+  include.text = project.includePath;
+  linker.text = project.linkerPath;
+  libs.text = project.linkLibs;
+  debug.Load(project.debugOptions);
+  release.Load(project.releaseOptions);
+}
+
+void PrjOptionsDlg::Store() {
+  if (type.selectedIndex != shownType) project.type = type.selectedIndex;
+  project.libSet = libSet.text;
+  project.includePath = include.text;
+  project.linkerPath = linker.text;
+  project.linkLibs = libs.text;
+  project.outName = outName.text;
+  debug.Store(project.debugOptions);
+  release.Store(project.releaseOptions);
+}
+
+std::vector<PrjOptionsDlg::Field> PrjOptionsDlg::Fields() {
+  return {
+      {&libSet, nullptr, "Main library set"},      {&outName, nullptr, "Output name"},
+      {&include, &general, "Include search path"}, {&linker, &general, "Linker search path"},
+      {&libs, &general, "Link library"},           {&debug.compile, &debug, "Debug, Compile"},
+      {&debug.link, &debug, "Debug, Link"},        {&release.compile, &release, "Relase, Compile"},
+      {&release.link, &release, "Relase, Link"}};
+}
+
+// The first field with a value that the project file can't hold, or null.
+const PrjOptionsDlg::Field* PrjOptionsDlg::ShowWhatDoesNotFit(const std::vector<Field>& fields) {
+  for (const Field& field : fields) {
+    const std::string why = WhyUnwritable(field.control->text.Get());
+    if (why.empty()) continue;
+    note.text = std::string(field.name) + ": " + why;
+    return &field;
+  }
+  note.text = "";
+  return nullptr;
+}
+
+void PrjOptionsDlg::AppendFolder(mavro::Edit& field, const char* option) {
+  const std::string chosen = mavro::Dialogs().chooseFolder("Ref path", Root() + "libs");
+  if (chosen.empty()) return;
+  field.text = field.text.Get() + option + mavro::QuoteArgument(WithMark(chosen));
+  ShowWhatDoesNotFit(Fields());
+}
+
+void PrjOptionsDlg::OnAddInclude(mavro::NotifyArgs&) {
+  AppendFolder(include, " -I");
+}
+
+void PrjOptionsDlg::OnAddLinker(mavro::NotifyArgs&) {
+  AppendFolder(linker, " -L");
+}
+
+void PrjOptionsDlg::OnAddLibrary(mavro::NotifyArgs&) {
+  mavro::FileQuestion question;
+  question.title = "Open...";
+  question.folder = Root() + "libs";
+  question.filter = "Lib files|*.a";
+  question.defaultExtension = "a";
+  const std::vector<std::string> chosen = mavro::Dialogs().chooseFiles(question);
+  if (chosen.empty()) return;
+  libs.text = libs.text.Get() + " -l" + mavro::QuoteArgument(LibraryName(chosen.front()));
+  ShowWhatDoesNotFit(Fields());
+}
+
+void PrjOptionsDlg::OnFieldChanged(mavro::NotifyArgs&) {
+  ShowWhatDoesNotFit(Fields());
+}
+
+void PrjOptionsDlg::OnOk(mavro::NotifyArgs&) {
+  const std::vector<Field> fields = Fields();
+  if (const Field* field = ShowWhatDoesNotFit(fields)) {
+    StayOpen();
+    if (field->page) tabs.selectedIndex = tabs.IndexOf(field->page);
+    field->control->Focus();
+    return mavro::Beep();
+  }
+  Store();
+}
+
+// The name of the output follows the new type, as it would after the project was opened again. A
+// save that fails leaves the project changed, so that closing it asks.
+void ShowOptions(Project& project) {
+  const OwnDangers own(project);
+  if (PrjOptionsDlg(project).Run(true) != mavro::Form::cOk || !project.isOpen) return;
+  project.SetFileName(project.GetFullPath(project.name));
+  project.LoadReferences();
+  project.modified = true;
+  project.Save(false);
+  KeepRescueCopy(project);
+}
+
+}  // namespace zendry
