@@ -15,6 +15,7 @@
 #include "base/ParseInt.h"
 #include "config/BuildSettings.h"
 #include "config/EditorSettings.h"
+#include "config/PrintSettings.h"
 #include "config/SearchSettings.h"
 
 namespace zendry {
@@ -247,6 +248,7 @@ void IdeSession::Load(const std::string& firstStart) {
   TakeEditorSettings();
   TakeBuildSettings();
   TakeSearchSettings(values);
+  TakePrintSettings(values);
   fonts = theIdeFonts.fonts;
   debuggerTips = true;
 }
@@ -322,6 +324,7 @@ void IdeSession::StoreSettings(const Placement& placement) {
   }
   StoreBuildSettings();
   StoreSearchSettings(values);
+  StorePrintSettings(values);
 }
 
 // Only what differs from the values that are read the next time anyway.
