@@ -18,7 +18,9 @@ enum FileCommand {
   cRecentFilesCommand = 1313,
   cRecentProjectsCommand = 1314,
   cPrintCommand = 1315,
-  cExitCommand = 1316
+  cExitCommand = 1316,
+  cPrintPreviewCommand = 1331,
+  cPageSetupCommand = 1332
 };
 
 }  // namespace zendry

@@ -15,6 +15,7 @@
 #include "base/ParseInt.h"
 #include "config/BuildSettings.h"
 #include "config/EditorSettings.h"
+#include "config/PrintSettings.h"
 #include "config/SearchSettings.h"
 #include "config/WindowSettings.h"
 
@@ -250,6 +251,7 @@ void IdeSession::Load(const std::string& firstStart) {
   TakeBuildSettings();
   theWindowSettings = ReadWindowSettings([this](const std::string& key) { return Value(key, ""); });
   TakeSearchSettings(values);
+  TakePrintSettings(values);
   fonts = theIdeFonts.fonts;
   debuggerTips = true;
 }
@@ -328,6 +330,7 @@ void IdeSession::StoreSettings(const Placement& placement) {
   StoreBuildSettings();
   StoreWindowSettings();
   StoreSearchSettings(values);
+  StorePrintSettings(values);
 }
 
 // Only what differs from the values that are read the next time anyway.

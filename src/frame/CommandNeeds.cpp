@@ -28,6 +28,7 @@ constexpr NeedsRow cRows[] = {
     {cCloseCommand, cTab},
     {cCloseAllCommand, cTab},
     {cPrintCommand, cTab},
+    {cPrintPreviewCommand, cTab},
     {cSaveAllCommand, cTabOrProject},
     {cSaveProjectCommand, cProject},
     {cCloneProjectCommand, cProject},

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "PageSetupDlg.h"
 #include "SystemDialogs.h"
 #include "base/Paths.h"
 #include "base/ReasonFirst.h"
@@ -11,6 +12,7 @@
 #include "frame/NewProjects.h"
 #include "frame/RecentDialog.h"
 #include "frame/SearchWindow.h"
+#include "print/PrintFile.h"
 #include "project/Project.h"
 #include "project/SessionFile.h"
 #include "rescue/Rescue.h"
@@ -31,7 +33,9 @@ constexpr CommandRow cRows[] = {
     {cSaveCommand, "&Save", cControlKey | 'S', cNow, cRefused},
     {cSaveAsCommand, "Save &As...", 0, cNow, cRefused},
     {mavro::cSeparatorRow},
-    {cPrintCommand, "Print file", 0, cLater, cRefused},
+    {cPrintCommand, "Print file", 0, cNow, cRefused},
+    {cPrintPreviewCommand, "Print preview", 0, cNow, cRefused},
+    {cPageSetupCommand, "Page set-up"},
     {mavro::cSeparatorRow},
     {cNewProjectCommand, "New project", 0, cNow, cRefused},
     {cCloneProjectCommand, "Clone project", 0, cNow, cRefused},
@@ -88,11 +92,28 @@ void FileActs::CarryOut(int id) {
       if (!path.empty()) ReplaceProject(path);
       return;
     }
+    case cPrintCommand:
+    case cPrintPreviewCommand:
+      return Print(id);
+    case cPageSetupCommand:
+      mavro::AskPageSetup();
+      return;
     case cExitCommand:
       return theMainForm->Close();
     default:
       return theMainForm->editTabs.OnCommand(id);
   }
+}
+
+// Prints the text in front, with what has not been saved.
+void FileActs::Print(int id) {
+  const EditTab* tab = theMainForm->editTabs.Active();
+  if (!tab) return;
+  const mavro::PrintJob job = PrintJobOf(*tab->editor, tab->caption, theMainForm->sources);
+  if (id == cPrintPreviewCommand)
+    mavro::PreviewEditor(job);
+  else if (mavro::PrintEditor(job) == mavro::Printer::Outcome::cPrinted)
+    theMainForm->SetStatus(job.title + ": printed", "");
 }
 
 void FileActs::AskAndLoad() {

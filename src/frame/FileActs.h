@@ -39,6 +39,7 @@ class FileActs : public CommandList {
  private:
   void CarryOut(int id) override;
   void AskAndLoad();
+  void Print(int id);
 };
 
 extern FileActs theFileActs;

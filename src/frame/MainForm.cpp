@@ -138,6 +138,12 @@ void MainForm::InitPanels() {
   leftTabs.Add(&projectPage);
   leftTabs.Add(&classesPage);
   rightPanel.Add(&editTabs);
+  startPage.visible = startup.empty() && StartPage::IsWanted();
+  if (startPage.visible) {
+    startPage.Fill();
+    rightPanel.Add(&startPage);  // after the tabs, because it covers them
+  }
+  rightPanel.onResize.Add_H(this, &MainForm::OnEditorPaneSized);
   InitBottomPanel();
 
   toolPanel.onClosePanel.Add_H(this, &MainForm::OnCloseLeft);
@@ -227,7 +233,10 @@ void MainForm::OnCreated(mavro::NotifyArgs&) {
 
 // Files opened before the window was shown are ready for typing at once.
 void MainForm::OnShown(mavro::NotifyArgs&) {
-  if (const EditTab* tab = editTabs.Active()) focusControl = tab->editor.get();
+  if (const EditTab* tab = editTabs.Active())
+    focusControl = tab->editor.get();
+  else if (startPage.visible)
+    focusControl = startPage.FirstRow();
 }
 
 // Rescued projects of an earlier run are offered first, so that the saved state is the one that
@@ -254,6 +263,18 @@ void MainForm::OpenStartupFiles() {
   startFiles.AllLoaded();
   editTabs.OfferRescuedTexts();
   startFiles.WatchShown();
+}
+
+// The page has gone once there is something to work on, and doesn't come back.
+void MainForm::UpdateStartPage() {
+  if (!startPage.visible) return;
+  startPage.UpdateRows();
+  if (!editTabs.Active() && !theProject.isOpen) return;
+  startPage.visible = false;
+}
+
+void MainForm::OnEditorPaneSized(mavro::NotifyArgs&) {
+  if (startPage.visible) startPage.SetBounds(0, 0, rightPanel.width, rightPanel.height);
 }
 
 // A project that is dropped on the tree is opened too.

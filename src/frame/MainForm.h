@@ -17,6 +17,7 @@
 #include "frame/DebugWindow.h"
 #include "frame/ProjectTree.h"
 #include "frame/StartFiles.h"
+#include "frame/StartPage.h"
 #include "frame/StartupFile.h"
 #include "frame/ToolPanel.h"
 #include "frame/ViewCommands.h"
@@ -145,6 +146,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   WatchList watches[4];
   ReferenceList errorList{"Error", cErrorMark, editTabs};
   ReferenceList resultList{"Result", cNoMark, editTabs};
+  StartPage startPage;
   mavro::SplitContainer hSplit;
   mavro::SplitContainer vSplit;
   ClassTree classTree;
@@ -199,6 +201,8 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void OnKeyPreview(mavro::NotifyArgs& args);
   MetNeeds NeedsMetNow();
   void UpdateBars();
+  void UpdateStartPage();
+  void OnEditorPaneSized(mavro::NotifyArgs& args);
   void UpdateViewMarks();
   void OpenStartupFiles();
   void TakePlacement();

@@ -222,6 +222,7 @@ void MainForm::ShowActiveFile() {
   else
     SetCaretInfo(0, 0);
   if (!tab) statusBar.SetPane(cEncodingPane, "");
+  UpdateStartPage();
   UpdateCommands();
 }
 

@@ -108,8 +108,7 @@ void PrjActs::AddMade(const std::string& path) {
   if (theProject.FindFile(path)) return;
   theProject.AddFile(theProject.RelativeIfSame(path));
   theProject.modified = true;
-  KeepRescueCopy(theProject);
-  theMainForm->UpdateCommands();
+  FilesChanged();
 }
 
 void PrjActs::CreateMakefile() {
