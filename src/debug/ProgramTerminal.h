@@ -40,7 +40,8 @@ class ProgramTerminal {
            const std::vector<std::string>& command);
   // Shows a text in the window, which stays until a key is pressed. Lets go of the window.
   void SayEnd(const std::string& text);
-  // Passes on what was printed and not read yet.
+  // Passes on all that was printed up to now. Waits for what the system has not handed over, a
+  // second at most.
   void Drain();
 
   // True for a terminal in the Output panel: lines for the program come from there.
