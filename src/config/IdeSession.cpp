@@ -249,6 +249,7 @@ void IdeSession::Load(const std::string& firstStart) {
   TakeSearchSettings(values);
   fonts = theIdeFonts.fonts;
   debuggerTips = true;
+  quietDebugger = Value("dbg-quiet", "0") == "1";
 }
 
 bool IdeSession::IsListKey(const std::string& key) const {

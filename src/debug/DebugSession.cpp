@@ -297,7 +297,7 @@ void DebugSession::Leave() {
   for (mavro::IdleTimer* timer : {&answerTimer, &pauseTimer, &announceTimer, &evaluationTimer})
     timer->Stop();
   gdbIsReady = runWasSent = hasRun = ageWasSaid = wasStoppedHard = false;
-  isFrameChosen = stopShowsDisplays = interruptedEvaluation = mustRedisplay = false;
+  isFrameChosen = stackIsAsked = stopShowsDisplays = interruptedEvaluation = mustRedisplay = false;
   for (std::string* text :
        {&terminalPath, &firstCommand, &heldError, &lastOutput, &stopWords, &ageWords})
     text->clear();
@@ -305,8 +305,8 @@ void DebugSession::Leave() {
   pauseBy = PauseBy::cNobody;
   changes.clear();
   heldSource = {};
-  searched.clear();
-  tips.clear();
+  frames.clear();
+  termination.reset();
   gdb.Forget();
 }
 
@@ -343,6 +343,7 @@ void DebugSession::Resume(std::string_view command) {
   if (state != cPaused) return;
   state = cRunning;
   ++stopCount;
+  ++lastTip;
   isFrameChosen = false;
   if (Send(std::string(command), SentFor::cResume))
     announceTimer.Start(cAnnounceMs, [this] { Announce(); });

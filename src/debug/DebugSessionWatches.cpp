@@ -195,6 +195,8 @@ void DebugSession::NoteDisplayError(int key, const std::string& text) {
   if (row == Watches::cNone) return;
   Watch& watch = ShownRows()[static_cast<size_t>(row)];
   const std::string why = WhyGivenUp(text);
+  // What ends the evaluation says something else after that.
+  if (watch.isHeld && !why.empty()) return;
   const std::string error = why.empty() ? text : why;
   if (!why.empty()) watch.isHeld = mustRedisplay = true;
   watch.number = 0;
@@ -239,17 +241,25 @@ void DebugSession::EndCall() {
 
 // Group: tips.
 
+// An answer that is still on its way belongs to another place of the mouse.
 void DebugSession::PrintTip(const std::string& expression) {
+  ++lastTip;
   if (state != cPaused) return;
   const auto command = GdbPrint(expression);
   if (!command) return;
-  tips.push_back(expression);
-  Send(*command, SentFor::cTip);
+  tipExpression = expression;
+  Send(*command, SentFor::cTip, lastTip);
 }
 
 void DebugSession::OnResult(const GdbValue& value) {
-  if (gdb.IsCurrent(SentFor::cTip) && !tips.empty())
-    view.ShowValueTip(tips.front() + "=" + value.column);
+  const SentCommand* current = gdb.Current();
+  if (!current) return;
+  if (current->purpose == SentFor::cTip && current->key == lastTip)
+    view.ShowValueTip(tipExpression + "=" + value.column);
+  if (current->purpose == SentFor::cThrown && current->key == cThrownType)
+    thrownType = ThrownType(value.text);
+  if (current->purpose == SentFor::cThrown && current->key == cThrownText)
+    thrownText = GdbQuotedText(value.text);
 }
 
 }  // namespace zendry
