@@ -31,7 +31,7 @@ namespace zendry {
 
 namespace {
 
-constexpr size_t cMostOfAPass = 65536;  // bytes that one idle pass shows
+constexpr size_t cMostOfAPass = 16384;  // bytes that one idle pass shows
 constexpr size_t cLongestLine = 8192;   // then the panel begins a new line
 constexpr size_t cMostOfARun = 8 << 20;
 constexpr size_t cLineCost = 32;  // what a line counts for beside its letters

@@ -24,7 +24,7 @@ class ProgramTerminal {
     std::function<void()> failed;
     // The user has closed the window.
     std::function<void()> closed;
-    // Text for the Output panel, lines ended by CR LF, in pieces of no more than 64 KiB.
+    // Text for the Output panel, lines ended by CR LF, in pieces of no more than 20 KiB.
     std::function<void(std::string_view text)> printed;
     // A program that runs without gdb has ended.
     std::function<void(int exitCode, int signal)> ended;

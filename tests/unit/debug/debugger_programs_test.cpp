@@ -345,7 +345,7 @@ TEST_F(ProgramTest, AProgramThatPrintsWithoutEnd_LeavesTimeForTheUserInEachPass)
       "#include <cstdio>\nint main() {\n"
       "  for (int i = 0;; ++i) std::printf(\"line %d\\n\", i);\n}\n");
   debugger.Run(Debugger::With::cGdb);
-  constexpr size_t cPass = 65536, cEnough = 1 << 20;
+  constexpr size_t cPass = 16384, cEnough = 1 << 20;
   size_t largest = 0, before = 0;
   ASSERT_TRUE(IdleUntil([&] {
     largest = std::max(largest, build.shell.output.size() - before);
