@@ -301,7 +301,7 @@ void DebugSession::Leave() {
   for (std::string* text :
        {&terminalPath, &firstCommand, &heldError, &lastOutput, &stopWords, &ageWords})
     text->clear();
-  programProcess = linesBeforeReady = calledFor = 0;
+  programProcess = linesBeforeReady = calledFor = temporary = 0;
   pauseBy = PauseBy::cNobody;
   changes.clear();
   heldSource = {};

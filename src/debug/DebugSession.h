@@ -181,6 +181,7 @@ class DebugSession : public mavro::object, private GdbListener {
   bool wasStoppedHard = false;  // by a signal that the program must not get
   std::vector<Change> changes;  // to be made at the pause
   GdbPlace heldSource;          // of a pause that may be ours
+  int temporary = 0;            // number of the breakpoint that a start or "Run To Cursor" has set
 
   int shownList = 0;               // the list that gdb displays
   int stopCount = 1;               // tells the age of values

@@ -246,7 +246,10 @@ void DebugSession::OnStopped(const GdbStop& stop) {
   const bool isPause = stop.reason == GdbStop::cSignal && IsPauseSignal(stop.signalName);
   if (state == cRunning && GoOnAfterChange(stop)) return;
   if (state == cNotRunning || state == cEnding) return;
-  stopWords = StopWords(stop);
+  // The user has set no breakpoint there.
+  GdbStop said = stop;
+  if (said.reason == GdbStop::cBreakpoint && said.number == temporary) said.reason = GdbStop::cStep;
+  stopWords = StopWords(said);
   if (heldSource.line > 0) ShowSource(std::exchange(heldSource, {}));
   EnterPause();
   const bool hasSource = !stop.place.file.empty();

@@ -48,6 +48,7 @@ TEST_F(DebugTest, Step_GoesIntoOverAndOut) {
   ASSERT_TRUE(IdleUntilEnd());
   ASSERT_TRUE(StepToStop(GdbStep::cInto)) << Output();
   EXPECT_EQ(view.execution, "a.cpp:9") << "the first stop is in main";
+  EXPECT_EQ(view.Said(), "Stopped in main") << "no breakpoint of the user's";
   ASSERT_TRUE(StepToStop(GdbStep::cOver));
   ASSERT_TRUE(StepToStop(GdbStep::cOver));
   EXPECT_EQ(view.execution, "a.cpp:11");
@@ -149,6 +150,7 @@ TEST_F(DebugTest, RunToCursor_StopsThereOnce) {
   debugger.RunToCursor();
   ASSERT_TRUE(IdleUntilPaused()) << Output();
   EXPECT_EQ(view.execution, "a.cpp:4");
+  EXPECT_EQ(view.Said(), "Stopped in twice");
   view.caret = CaretPlace{Path("a.cpp"), 11};
   debugger.RunToCursor();
   ASSERT_TRUE(IdleUntilPaused());
