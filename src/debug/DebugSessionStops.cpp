@@ -12,6 +12,7 @@
 #include "debug/DebugSession.h"
 #include "debug/DebugView.h"
 #include "debug/DebugWords.h"
+#include "debug/GdbLines.h"
 #include "debug/ProgramProcesses.h"
 #include "project/Project.h"
 
@@ -112,6 +113,8 @@ void DebugSession::OnQuestion(const std::string& text) {
 void DebugSession::OnOutput(const std::string& line) {
   if (gdb.IsCurrent(SentFor::cSetting) || gdb.IsCurrent(SentFor::cTip)) return;
   if (gdb.IsCurrent(SentFor::cThrown)) return;
+  const std::optional<GdbSignal> signal = ReadSignal(line);
+  if (signal && pauseBy == PauseBy::cChange && IsPauseSignal(signal->name)) return;
   lastOutput = line;
   if (theIdeSession.quietDebugger && IsRoutine(line)) return;
   // What gdb reads before it is ready may never end.

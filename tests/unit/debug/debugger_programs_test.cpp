@@ -194,6 +194,21 @@ TEST_F(ProgramTest, AWatchThatReachesABreakpoint_IsGivenUp) {
   EXPECT_EQ(debugger.State(), DebugState::cNotRunning);
 }
 
+TEST_F(ProgramTest, AWatchThatCallsAFunction_LeavesTheMarkWhereTheStopIs) {
+  Add("a.cpp",
+      "int twice(int k) {\n  return 2 * k;\n}\nint main() {\n  int k = twice(1);\n  ++k;\n  ++k;\n"
+      "  return k;\n}\n");
+  debugger.Toggle(Path("a.cpp"), 5);
+  debugger.AddExpression(0, "twice(k)");
+  ASSERT_TRUE(RunToStop());
+  for (const char* place : {"a.cpp:7", "a.cpp:8"}) {
+    ASSERT_TRUE(StepToStop(GdbStep::cOver));
+    EXPECT_EQ(view.execution, place);
+  }
+  // Not every kernel lets gdb call functions: then it says why.
+  EXPECT_THAT(Values(), ElementsAre(testing::AnyOf("!twice(k) = 8", HasSubstr("<error: "))));
+}
+
 TEST_F(ProgramTest, ASourceThatIsGone_LeavesTheWindowAsItIs) {
   Add("a.cpp", "int main() {\n  int k = 1;\n  return k;\n}\n");
   build.builder.Build(Builder::Scope::cStale);

@@ -362,6 +362,7 @@ TEST_F(RunningTest, ABreakpointThatIsSetMeanwhile_TakesEffectAtOnce) {
   ASSERT_TRUE(IdleUntilPaused());
   EXPECT_EQ(view.execution, "a.cpp:7");
   EXPECT_EQ(view.Said(), "Stopped at breakpoint 1 in main");
+  EXPECT_THAT(Output(), testing::Not(HasSubstr("SIGINT"))) << "the pause was ours";
   EXPECT_THAT(Values(), ElementsAre("ticks < 0 ? 8 : 9 = 9"));
 }
 
