@@ -1,6 +1,3 @@
-#include <fcntl.h>
-#include <signal.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -11,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "GdbPeer.h"
 #include "IdleHook.h"
 #include "base/QuietShell.h"
 #include "build/Builder.h"
@@ -51,67 +49,13 @@ struct NoView : DebugView {
   void BreakpointsChanged() override {}
   void ClearStack() override {}
   void AddStackRow(const GdbFrame&) override {}
+  bool ShowsStack() override { return false; }
   void ShowStackPage() override {}
   void ShowValueTip(const std::string&) override {}
   void AppendToConsole(const std::string&) override {}
   void RunStateChanged() override {}
   void Say(const std::string&) override {}
   void OpenDialog(DebugDialog) override {}
-};
-
-// gdb alone.
-class Peer {
- public:
-  explicit Peer(const std::string& program) {
-    int input[2], output[2];
-    if (pipe(input) != 0 || pipe(output) != 0) std::exit(EXIT_FAILURE);
-    process = fork();
-    if (process == 0) {
-      setsid();
-      dup2(input[0], STDIN_FILENO);
-      dup2(output[1], STDOUT_FILENO);
-      dup2(output[1], STDERR_FILENO);
-      for (const int number : {input[0], input[1], output[0], output[1]}) close(number);
-      execlp("gdb", "gdb", "--annotate=3", "--quiet", program.c_str(), nullptr);
-      _exit(EXIT_FAILURE);
-    }
-    close(input[0]);
-    close(output[1]);
-    in = input[1];
-    out = output[0];
-  }
-  Peer(const Peer&) = delete;
-  Peer& operator=(const Peer&) = delete;
-  ~Peer() {
-    close(in);
-    close(out);
-    kill(-process, SIGKILL);
-    waitpid(process, nullptr, 0);
-  }
-
-  void Send(const std::string& commands) const {
-    if (write(in, commands.data(), commands.size()) < 0) std::exit(EXIT_FAILURE);
-  }
-  void AwaitPrompts(int count) {
-    constexpr std::string_view cPrompt = "\x1A\x1Aprompt\n";
-    while (count > 0) {
-      if (const size_t at = text.find(cPrompt); at != std::string::npos) {
-        text.erase(0, at + cPrompt.size());
-        --count;
-        continue;
-      }
-      char bytes[4096];
-      const ssize_t size = read(out, bytes, sizeof bytes);
-      if (size <= 0) std::exit(EXIT_FAILURE);
-      text.append(bytes, static_cast<size_t>(size));
-    }
-  }
-
- private:
-  pid_t process = 0;
-  int in = -1;
-  int out = -1;
-  std::string text;
 };
 
 // The session on a project in a folder of its own.
@@ -159,7 +103,7 @@ std::vector<std::string> Expressions() {
   return expressions;
 }
 
-double PeerSteps(Peer& peer) {
+double PeerSteps(GdbPeer& peer) {
   const auto start = Clock::now();
   for (int i = 0; i < cSteps; ++i) {
     peer.Send("next\n");
@@ -191,7 +135,7 @@ int main() {
   if (std::system(compile.c_str()) != 0) return EXIT_FAILURE;
 
   auto start = Clock::now();
-  Peer peer(program);
+  GdbPeer peer(program);
   peer.Send("set confirm off\nset inferior-tty /dev/null\ntbreak main\nrun\n");
   peer.AwaitPrompts(5);
   const double peerStart = Milliseconds(start);

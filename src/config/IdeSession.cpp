@@ -254,6 +254,7 @@ void IdeSession::Load(const std::string& firstStart) {
   TakePrintSettings(values);
   fonts = theIdeFonts.fonts;
   debuggerTips = true;
+  quietDebugger = Value("dbg-quiet", "0") == "1";
 }
 
 bool IdeSession::IsListKey(const std::string& key) const {

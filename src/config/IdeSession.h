@@ -82,7 +82,8 @@ class IdeSession {
   std::map<std::string, std::string> firstValues;  // of the installation; never saved
   std::string folder;                              // empty when there is no profile folder
   std::string iniPath;
-  bool debuggerTips = true;  // stored, but true again at each start
+  bool debuggerTips = true;    // stored, but true again at each start
+  bool quietDebugger = false;  // what gdb says in every session isn't logged; never stored
   RecentList recentFiles = {8, "file0", {}};
   RecentList recentProjects = {8, "proj0", {}};
   std::array<FontRec, 3> fonts = IdeFonts().fonts;  // for the options dialog

@@ -298,16 +298,16 @@ void DebugSession::Leave() {
   for (mavro::IdleTimer* timer : {&answerTimer, &pauseTimer, &announceTimer, &evaluationTimer})
     timer->Stop();
   gdbIsReady = runWasSent = hasRun = ageWasSaid = wasStoppedHard = false;
-  isFrameChosen = stopShowsDisplays = interruptedEvaluation = mustRedisplay = false;
+  isFrameChosen = stackIsAsked = stopShowsDisplays = interruptedEvaluation = mustRedisplay = false;
   for (std::string* text :
        {&terminalPath, &firstCommand, &heldError, &lastOutput, &stopWords, &ageWords})
     text->clear();
-  programProcess = linesBeforeReady = calledFor = 0;
+  programProcess = linesBeforeReady = calledFor = temporary = 0;
   pauseBy = PauseBy::cNobody;
   changes.clear();
   heldSource = {};
-  searched.clear();
-  tips.clear();
+  frames.clear();
+  termination.reset();
   gdb.Forget();
 }
 
@@ -344,6 +344,7 @@ void DebugSession::Resume(std::string_view command) {
   if (state != cPaused) return;
   state = cRunning;
   ++stopCount;
+  ++lastTip;
   isFrameChosen = false;
   if (Send(std::string(command), SentFor::cResume))
     announceTimer.Start(cAnnounceMs, [this] { Announce(); });

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <deque>
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +12,7 @@
 #include "debug/Debugger.h"
 #include "debug/DebuggerInterface.h"
 #include "debug/ProgramTerminal.h"
+#include "debug/ThrownException.h"
 
 namespace zendry {
 
@@ -53,6 +54,7 @@ class DebugSession : public mavro::object, private GdbListener {
   void RefreshDisplays();
   void PrintTip(const std::string& expression);
   void ViewCallStack();
+  void FollowStack();
   void SelectFrame(int level);
   void Execute(const std::string& command);
   void Reset();
@@ -61,6 +63,8 @@ class DebugSession : public mavro::object, private GdbListener {
   // Who has asked for the next pause.
   enum class PauseBy { cNobody, cUser, cChange };
   using Change = std::function<void()>;
+  // What is asked of the exception that has ended the program.
+  enum ThrownPart { cThrownAddress, cThrownType, cThrownText };
 
   void OnPrompt() override;
   void OnDisplaysDue() override;
@@ -113,6 +117,10 @@ class DebugSession : public mavro::object, private GdbListener {
   void SayStop();
   void SearchSource();
   void EndSearch();
+  void SayTermination();
+  void AnsweredThrown(int part);
+  void AskStack(std::string_view command);
+  void ListStack();
   bool GoOnAfterChange(const GdbStop& stop);
   void EnterPause();
   void NoteProcess();
@@ -173,16 +181,22 @@ class DebugSession : public mavro::object, private GdbListener {
   bool wasStoppedHard = false;  // by a signal that the program must not get
   std::vector<Change> changes;  // to be made at the pause
   GdbPlace heldSource;          // of a pause that may be ours
+  int temporary = 0;            // number of the breakpoint that a start or "Run To Cursor" has set
 
   int shownList = 0;               // the list that gdb displays
   int stopCount = 1;               // tells the age of values
   bool isFrameChosen = false;      // values are those of another frame than the stop's
   bool stopShowsDisplays = false;  // gdb has printed them with the stop
   bool interruptedEvaluation = false;
-  int calledFor = 0;           // key of the watch whose value a function of the program is making
-  bool mustRedisplay = false;  // gdb may display what isn't to be asked for
-  std::vector<GdbFrame> searched;
-  std::deque<std::string> tips;  // the expressions of the tips that are on their way
+  int calledFor = 0;             // key of the watch whose value a function of the program is making
+  bool mustRedisplay = false;    // gdb may display what isn't to be asked for
+  std::vector<GdbFrame> frames;  // of the call stack that is being read
+  bool stackIsAsked = false;     // at this stop
+  std::optional<Termination> termination;
+  std::string thrownType;
+  std::string thrownText;
+  std::string tipExpression;  // the newest one
+  int lastTip = 0;            // its number
   std::string stopWords;
   std::string ageWords;
 

@@ -175,6 +175,7 @@ void DebugSession::SendRemoval(const Breakpoint& entry) {
 }
 
 void DebugSession::OnBreakpointSet(const GdbBreakpoint& set) {
+  if (set.isTemporary && gdb.IsCurrent(SentFor::cPlain)) temporary = set.number;
   if (set.isTemporary || !gdb.IsCurrent(SentFor::cBreak)) return;
   heldError.clear();
   const int index = breakpoints.FindKey(gdb.Current()->key);

@@ -7,10 +7,12 @@
 #include "SystemDialogs.h"
 #include "base/Paths.h"
 #include "base/Shell.h"
+#include "config/IdeSession.h"
 #include "debug/DebugLimits.h"
 #include "debug/DebugSession.h"
 #include "debug/DebugView.h"
 #include "debug/DebugWords.h"
+#include "debug/GdbLines.h"
 #include "debug/ProgramProcesses.h"
 #include "project/Project.h"
 
@@ -23,6 +25,7 @@ namespace {
 using enum DebugState;
 
 constexpr char cBacktrace[] = "backtrace 10000";
+constexpr char cShortBacktrace[] = "backtrace 100";  // what a stop may cost
 
 bool IsPauseSignal(const std::string& name) {
   return name == "SIGINT" || name == "SIGSTOP" || name.empty();
@@ -72,9 +75,10 @@ void DebugSession::Answered(SentCommand command) {
       return AnsweredBreak(command.key);
     case SentFor::cSearch:
       return EndSearch();
-    case SentFor::cTip:
-      if (!tips.empty()) tips.pop_front();
-      return;
+    case SentFor::cStack:
+      return ListStack();
+    case SentFor::cThrown:
+      return AnsweredThrown(command.key);
     case SentFor::cDisplay:
       if (std::exchange(interruptedEvaluation, false)) NoteDisplayError(command.key, "Quit");
       return;
@@ -90,7 +94,8 @@ void DebugSession::OnError(const std::string& text) {
   // The interrupt came when the program had stopped by itself.
   if (text == "Quit" && !interruptedEvaluation) return gdb.ExpectStrayPrompt();
   const SentFor purpose = current ? current->purpose : SentFor::cPlain;
-  if (purpose == SentFor::cSetting || purpose == SentFor::cTip) return;
+  if (purpose == SentFor::cSetting || purpose == SentFor::cTip || purpose == SentFor::cThrown)
+    return;
   if (purpose == SentFor::cBreak) {
     heldError = text;
     return;
@@ -107,7 +112,11 @@ void DebugSession::OnQuestion(const std::string& text) {
 
 void DebugSession::OnOutput(const std::string& line) {
   if (gdb.IsCurrent(SentFor::cSetting) || gdb.IsCurrent(SentFor::cTip)) return;
+  if (gdb.IsCurrent(SentFor::cThrown)) return;
+  const std::optional<GdbSignal> signal = ReadSignal(line);
+  if (signal && pauseBy == PauseBy::cChange && IsPauseSignal(signal->name)) return;
   lastOutput = line;
+  if (theIdeSession.quietDebugger && IsRoutine(line)) return;
   // What gdb reads before it is ready may never end.
   constexpr int cMostLines = 200;
   if (gdbIsReady || ++linesBeforeReady <= cMostLines) Log(line);
@@ -236,16 +245,23 @@ void DebugSession::OnStopped(const GdbStop& stop) {
   // A function that was called to read a value has reached a breakpoint.
   if (gdb.IsCurrent(SentFor::cDisplay))
     NoteDisplayError(gdb.Current()->key, "stopped while in a function");
+  stackIsAsked = false;
   const bool isPause = stop.reason == GdbStop::cSignal && IsPauseSignal(stop.signalName);
   if (state == cRunning && GoOnAfterChange(stop)) return;
   if (state == cNotRunning || state == cEnding) return;
-  stopWords = StopWords(stop);
+  // The user has set no breakpoint there.
+  GdbStop said = stop;
+  if (said.reason == GdbStop::cBreakpoint && said.number == temporary) said.reason = GdbStop::cStep;
+  stopWords = StopWords(said);
   if (heldSource.line > 0) ShowSource(std::exchange(heldSource, {}));
   EnterPause();
   const bool hasSource = !stop.place.file.empty();
   if (!hasSource && !lastSourceFile.empty())
     view.RemoveExecution(std::exchange(lastSourceFile, {}));
-  if (stop.reason == GdbStop::cSignal && (!isPause || !hasSource)) SearchSource();
+  if (stop.reason == GdbStop::cSignal && (!isPause || !hasSource))
+    SearchSource();
+  else
+    FollowStack();
 }
 
 void DebugSession::EnterPause() {
@@ -267,8 +283,23 @@ void DebugSession::SayStop() {
 
 void DebugSession::ViewCallStack() {
   view.ClearStack();
+  if (state == cPaused) AskStack(cBacktrace);
   view.ShowStackPage();
-  if (state == cPaused) Send(cBacktrace, SentFor::cStack);
+}
+
+void DebugSession::AskStack(std::string_view command) {
+  stackIsAsked = true;
+  Send(std::string(command), SentFor::cStack);
+}
+
+// The stack that is seen is that of the last stop.
+void DebugSession::FollowStack() {
+  if (state == cPaused && !stackIsAsked && view.ShowsStack()) AskStack(cShortBacktrace);
+}
+
+void DebugSession::ListStack() {
+  view.ClearStack();
+  for (const GdbFrame& frame : std::exchange(frames, {})) view.AddStackRow(frame);
 }
 
 void DebugSession::SelectFrame(int level) {
@@ -277,29 +308,43 @@ void DebugSession::SelectFrame(int level) {
 
 // The program has stopped where no source is, or by a fault: its stack tells where it came from.
 void DebugSession::SearchSource() {
-  searched.clear();
-  Send("backtrace 100", SentFor::cSearch);
+  stackIsAsked = true;
+  Send(cShortBacktrace, SentFor::cSearch);
 }
 
 void DebugSession::OnFrame(const GdbFrame& frame) {
-  if (gdb.IsCurrent(SentFor::cStack)) view.AddStackRow(frame);
-  if (gdb.IsCurrent(SentFor::cSearch)) searched.push_back(frame);
+  if (gdb.IsCurrent(SentFor::cStack) || gdb.IsCurrent(SentFor::cSearch)) frames.push_back(frame);
 }
 
 void DebugSession::EndSearch() {
-  view.ClearStack();
-  for (const GdbFrame& frame : searched) view.AddStackRow(frame);
-  if (std::any_of(searched.begin(), searched.end(),
-                  [](const GdbFrame& frame) { return IsUncaughtException(frame.text); }))
-    view.Say("The program has thrown an exception that nobody catches");
-  const auto first = std::find_if(searched.begin(), searched.end(), [this](const auto& frame) {
+  const std::vector<GdbFrame> stack = frames;
+  ListStack();
+  termination = FindTermination(stack);
+  if (termination) SayTermination();
+  const auto first = std::find_if(stack.begin(), stack.end(), [this](const auto& frame) {
     std::error_code error;
     return !frame.place.file.empty() &&
            std::filesystem::exists(project.GetFullPath(frame.place.file), error);
   });
-  if (!searched.empty()) view.ShowStackPage();
-  if (first != searched.end() && first->place.level > 0) SelectFrame(first->place.level);
-  searched.clear();
+  if (!stack.empty()) view.ShowStackPage();
+  if (first != stack.end() && first->place.level > 0) SelectFrame(first->place.level);
+}
+
+void DebugSession::SayTermination() {
+  view.Say(TerminationWords(*termination, "", ""));
+  if (!termination->throwLevel) return;
+  thrownType.clear();
+  thrownText.clear();
+  const ThrownCommands commands = AskForThrown(*termination->throwLevel);
+  for (const std::string& command : commands.preparations)
+    Send(command, SentFor::cThrown, cThrownAddress);
+  Send(commands.type, SentFor::cThrown, cThrownType);
+  Send(commands.text, SentFor::cThrown, cThrownText);
+}
+
+void DebugSession::AnsweredThrown(int part) {
+  if (part == cThrownText && state == cPaused && !thrownType.empty())
+    view.Say(TerminationWords(*termination, thrownType, thrownText));
 }
 
 }  // namespace zendry

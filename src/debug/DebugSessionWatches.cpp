@@ -20,15 +20,17 @@ using enum DebugState;
 
 constexpr char cTooSlow[] = "<takes longer than 2 seconds>";
 constexpr char cHitsBreakpoint[] = "<reaches a breakpoint>";
+constexpr char cFails[] = "<ends by a signal>";
 
 bool IsList(int list) {
   return list >= 0 && list < Watches::cLists;
 }
 
 // Why a value was given up; empty for an error of the expression itself.
-std::string WhyGivenUp(const std::string& error) {
-  if (error == "Quit" || error.find("was signaled while in a function") != std::string::npos)
-    return cTooSlow;
+std::string WhyGivenUp(const std::string& error, bool wasInterrupted) {
+  if (error == "Quit") return cTooSlow;
+  if (error.find("was signaled while in a function") != std::string::npos)
+    return wasInterrupted ? cTooSlow : cFails;
   if (error.find("stopped while in a function") != std::string::npos) return cHitsBreakpoint;
   return {};
 }
@@ -173,7 +175,7 @@ void DebugSession::OnDisplay(const GdbDisplay& display) {
   const std::string& text = display.value.text;
   calledFor = text.empty() ? watch.key : 0;
   if (text.empty()) return;
-  if (text.starts_with("<error: ") && !WhyGivenUp(text).empty())
+  if (text.starts_with("<error: ") && !WhyGivenUp(text, interruptedEvaluation).empty())
     return NoteDisplayError(watch.key, text);
   const bool isFirst = watch.seenAt == 0;
   const bool hasChanged = watch.seenAt == stopCount
@@ -194,7 +196,9 @@ void DebugSession::NoteDisplayError(int key, const std::string& text) {
   const int row = watches.FindKey(shownList, key);
   if (row == Watches::cNone) return;
   Watch& watch = ShownRows()[static_cast<size_t>(row)];
-  const std::string why = WhyGivenUp(text);
+  const std::string why = WhyGivenUp(text, interruptedEvaluation);
+  // What ends the evaluation says something else after that.
+  if (watch.isHeld && !why.empty()) return;
   const std::string error = why.empty() ? text : why;
   if (!why.empty()) watch.isHeld = mustRedisplay = true;
   watch.number = 0;
@@ -239,17 +243,25 @@ void DebugSession::EndCall() {
 
 // Group: tips.
 
+// An answer that is still on its way belongs to another place of the mouse.
 void DebugSession::PrintTip(const std::string& expression) {
+  ++lastTip;
   if (state != cPaused) return;
   const auto command = GdbPrint(expression);
   if (!command) return;
-  tips.push_back(expression);
-  Send(*command, SentFor::cTip);
+  tipExpression = expression;
+  Send(*command, SentFor::cTip, lastTip);
 }
 
 void DebugSession::OnResult(const GdbValue& value) {
-  if (gdb.IsCurrent(SentFor::cTip) && !tips.empty())
-    view.ShowValueTip(tips.front() + "=" + value.column);
+  const SentCommand* current = gdb.Current();
+  if (!current) return;
+  if (current->purpose == SentFor::cTip && current->key == lastTip)
+    view.ShowValueTip(tipExpression + "=" + value.column);
+  if (current->purpose == SentFor::cThrown && current->key == cThrownType)
+    thrownType = ThrownType(value.text);
+  if (current->purpose == SentFor::cThrown && current->key == cThrownText)
+    thrownText = GdbQuotedText(value.text);
 }
 
 }  // namespace zendry

@@ -57,6 +57,8 @@ class DebugView {
   virtual void BreakpointsChanged() = 0;
   virtual void ClearStack() = 0;
   virtual void AddStackRow(const GdbFrame& frame) = 0;
+  // True if the call stack that was listed last can be seen.
+  virtual bool ShowsStack() = 0;
   // Brings the call stack's page to the front.
   virtual void ShowStackPage() = 0;
   // Shows "EXPRESSION = VALUE" where the mouse has rested.

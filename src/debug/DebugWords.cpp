@@ -1,6 +1,7 @@
 #include "debug/DebugWords.h"
 
-#include <string_view>
+#include <algorithm>
+#include <iterator>
 
 namespace zendry {
 
@@ -56,9 +57,14 @@ std::string FunctionOf(const std::string& frame) {
   return end == std::string_view::npos ? "" : std::string(text.substr(0, end));
 }
 
-bool IsUncaughtException(const std::string& frame) {
-  return frame.find(" std::terminate") != std::string::npos ||
-         frame.find("__verbose_terminate_handler") != std::string::npos;
+bool IsRoutine(std::string_view line) {
+  constexpr std::string_view cBeginnings[] = {
+      "Reading symbols from ", "Starting program: ",       "[Thread ",
+      "[New Thread ",          "[Switching to Thread ",    "[Inferior ",
+      "[Detaching after ",     "Using host libthread_db ", "Run till exit from "};
+  return line == "Continuing." ||
+         std::any_of(std::begin(cBeginnings), std::end(cBeginnings),
+                     [line](std::string_view beginning) { return line.starts_with(beginning); });
 }
 
 }  // namespace zendry

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "debug/GdbListener.h"
 
@@ -18,7 +19,8 @@ std::string EndWords(const GdbEnd& end);
 // The name of the function that a frame's text begins with: "outer" of "#1  0x1151 in outer (k=1)".
 std::string FunctionOf(const std::string& frame);
 
-// True if a frame's text shows that the program ends because nobody catches an exception.
-bool IsUncaughtException(const std::string& frame);
+// True for a line that gdb prints in every session, whatever happens in the program: what it reads,
+// threads that come and go, "Continuing.".
+bool IsRoutine(std::string_view line);
 
 }  // namespace zendry

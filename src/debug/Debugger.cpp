@@ -182,12 +182,16 @@ void Debugger::RefreshDisplays() {
 }
 
 void Debugger::PrintTip(const std::string& expression) {
-  tipText = expression;
+  if (!expression.empty()) tipText = expression;
   if (session) session->PrintTip(expression);
 }
 
 void Debugger::ViewCallStack() {
   if (session) session->ViewCallStack();
+}
+
+void Debugger::FollowStack() {
+  if (session) session->FollowStack();
 }
 
 void Debugger::SelectFrame(int level) {

@@ -115,10 +115,15 @@ class Debugger : public CommandList {
 
   // Group: the rest.
 
-  // Asks for the value of the expression under the mouse; it comes by DebugView::ShowValueTip. Does
-  // nothing unless the program is paused.
+  // Asks for the value of the expression under the mouse; it comes by DebugView::ShowValueTip,
+  // unless the mouse has moved on by then. An empty text: nothing is under the mouse. Does nothing
+  // unless the program is paused.
   void PrintTip(const std::string& expression);
+  // Lists the call stack and brings its page to the front. As long as it can be seen, it is listed
+  // anew at each stop.
   void ViewCallStack();
+  // The call stack has come to the front again: lists it anew if it is that of an earlier stop.
+  void FollowStack();
   // A click on a row of the call stack: its frame becomes the one in which expressions are read.
   void SelectFrame(int level);
   // A command from gdb's console. gdb's lines come by DebugView::AppendToConsole.

@@ -17,7 +17,8 @@ enum class SentFor {
   cResume,    // a step, "cont"
   cDisplay,   // `key` is the watch's
   cDisplays,  // all displays
-  cTip,       // a value under the mouse
+  cTip,       // a value under the mouse; `key` tells the newest one
+  cThrown,    // the exception that has ended the program; `key` is the part
   cStack,     // the rows of the call stack
   cSearch,    // the same, to find the first frame that has a source
   cConsole    // of the user

@@ -28,6 +28,7 @@ constexpr std::string_view cSettings[] = {
     "set breakpoint pending on",
     "set non-stop off",
     "set print elements 200",
+    "set max-value-size 1048576",
     "set unwindonsignal on",
     "set startup-with-shell off",
 };

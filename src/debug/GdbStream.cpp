@@ -17,6 +17,9 @@ constexpr auto cNone = std::string_view::npos;
 constexpr std::string_view cFramePieces[] = {"frame-address", "frame-args",  "frame-function",
                                              "frame-source",  "frame-where", "arg-"};
 
+// Those of a function of the program that gdb calls to read a value.
+constexpr std::string_view cCallWords[] = {"starting", "frames-invalid", "breakpoints-invalid"};
+
 // Those that come in the middle of a value.
 constexpr std::string_view cValuePieces[] = {"array-section",  "display-expression",
                                              "display-format", "display-number",
@@ -83,6 +86,7 @@ void GdbStream::Reset() {
   pieces = Pieces::cNone;
   frameLevel = 0;
   hit.reset();
+  called.reset();
   stop = {};
   events.clear();
 }
@@ -120,6 +124,7 @@ void GdbStream::HandleAnnotation(std::string_view text) {
   }
   Flush();
   lineMode = cNormal;
+  if (!BeginsWithOneOf(lastAnnotation, cCallWords)) called.reset();
   if (!lastAnnotation.starts_with("frame-begin")) ForgetFrameBefore();
   HandleStateAnnotation();
 }
@@ -194,6 +199,7 @@ void GdbStream::Flush() {
 void GdbStream::FlushDisplay() {
   lineMode = cNormal;
   display.value = displayValue.Take();
+  if (display.value.text.empty()) called = display;
   Report([report = std::exchange(display, {})](GdbListener& to) { to.OnDisplay(report); });
 }
 
@@ -249,7 +255,8 @@ void GdbStream::Running() {
   if (!std::exchange(running, true)) pausedBefore = paused;
   paused = ended = false;
   frameLevel = 0;
-  stop = {};
+  // A value of a display may call a function before the stop is told: what is known of it stays.
+  // The prompt has forgotten the one before.
   Report([](GdbListener& to) { to.OnRunning(); });
 }
 
@@ -294,6 +301,13 @@ void GdbStream::HandlePlain(std::string_view line) {
     FlushDisplay();
   }
   if (TakeAsFrame(line)) return;
+  // A thread that begins meanwhile is no value.
+  if (called && lineMode == cNormal && line.front() != '[') {
+    display = *std::exchange(called, {});
+    displayValue.Begin(line);
+    lineMode = cInDisplay;
+    return;
+  }
   HandleByFirstLetter(line);
 }
 

@@ -97,6 +97,7 @@ class GdbStream {
 
   GdbDisplay display;  // the one whose value is being read
   ValueText displayValue;
+  std::optional<GdbDisplay> called;  // its value comes after a call of a function of the program
   ValueText result;
   bool hasResult = false;
   std::string error;

@@ -13,11 +13,13 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
 #include <optional>
 #include <utility>
 
+#include "Descriptor.h"
 #include "IdleWatch.h"
 #include "base/ParseInt.h"
 #include "base/Paths.h"
@@ -29,29 +31,17 @@ namespace zendry {
 
 namespace {
 
-constexpr size_t cMostOfAPass = 65536;  // bytes that one idle pass shows
+constexpr size_t cMostOfAPass = 16384;  // bytes that one idle pass shows
 constexpr size_t cLongestLine = 8192;   // then the panel begins a new line
 constexpr size_t cMostOfARun = 8 << 20;
+constexpr size_t cLineCost = 32;  // what a line counts for beside its letters
 
-// Owns a file descriptor.
-class Handle {
- public:
-  Handle() = default;
-  explicit Handle(int itsNumber) : number(itsNumber) {}
-  Handle(Handle&& other) noexcept : number(std::exchange(other.number, -1)) {}
-  Handle& operator=(Handle&& other) noexcept {
-    std::swap(number, other.number);
-    return *this;
-  }
-  ~Handle() {
-    if (number >= 0) close(number);
-  }
-  int Number() const { return number; }
-  bool IsOpen() const { return number >= 0; }
+// Follows a program's last text. No program prints it by chance, and no terminal changes it.
+constexpr std::string_view cEndMark = "\x05\x06zendry-end\x06\x05";
+constexpr int cDrainMs = 1000;  // for text that is on its way
+constexpr int cMarkMs = 20;     // for room for the mark
 
- private:
-  int number = -1;
-};
+using mavro::Descriptor;
 
 // Calls a copy: a function of the owner may destroy the terminal, and itself with it.
 template <class Function, class... Arguments>
@@ -135,14 +125,14 @@ class Doorway {
 
   const std::string& Path() const { return path; }
   int Number() const { return listening.Number(); }
-  Handle Accept() const {
-    return Handle(accept4(listening.Number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
+  Descriptor Accept() const {
+    return Descriptor(accept4(listening.Number(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK));
   }
 
  private:
   std::string folder;
   std::string path;
-  Handle listening;
+  Descriptor listening;
 };
 
 Doorway::Doorway() {
@@ -158,7 +148,7 @@ Doorway::Doorway() {
   address.sun_family = AF_UNIX;
   if (path.size() >= sizeof address.sun_path) return;
   std::memcpy(address.sun_path, path.c_str(), path.size() + 1);
-  Handle made(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
+  Descriptor made(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   if (!made.IsOpen()) return;
   if (bind(made.Number(), reinterpret_cast<sockaddr*>(&address), sizeof address) == 0 &&
       listen(made.Number(), 1) == 0)
@@ -225,16 +215,19 @@ struct ProgramTerminal::Impl {
   void HearLine(const std::string& line);
   bool OpenPty();
   void ReadPty();
+  Descriptor OpenForMark() const;
+  void Drain();
+  void Show(std::string text);
   void Print(std::string_view text);
   void Fail();
 
   const Events events;
   bool isPlain = false;  // a program without gdb
   std::optional<Doorway> doorway;
-  Handle connection;
+  Descriptor connection;
   std::string heard;
-  Handle master;
-  Handle slave;           // kept open: a terminal that nobody has open can't be read
+  Descriptor master;
+  Descriptor slave;       // kept open: a terminal that nobody has open can't be read
   std::string unread;     // a character that isn't complete
   size_t lineLength = 0;  // of the line that the panel is in
   size_t printed = 0;
@@ -264,7 +257,7 @@ bool ProgramTerminal::Impl::Await(const std::vector<std::string>& command, bool 
 }
 
 void ProgramTerminal::Impl::Connected() {
-  Handle accepted = doorway->Accept();
+  Descriptor accepted = doorway->Accept();
   if (!accepted.IsOpen()) return;
   timer.Stop();
   connection = std::move(accepted);
@@ -299,12 +292,12 @@ void ProgramTerminal::Impl::HearLine(const std::string& line) {
 }
 
 bool ProgramTerminal::Impl::OpenPty() {
-  master = Handle(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
+  master = Descriptor(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC | O_NONBLOCK));
   if (!master.IsOpen() || grantpt(master.Number()) != 0 || unlockpt(master.Number()) != 0)
     return false;
   const char* path = ptsname(master.Number());
   if (!path) return false;
-  slave = Handle(open(path, O_RDWR | O_NOCTTY | O_CLOEXEC));
+  slave = Descriptor(open(path, O_RDWR | O_NOCTTY | O_CLOEXEC));
   if (!slave.IsOpen()) return false;
   const winsize size = {.ws_row = 25, .ws_col = 80, .ws_xpixel = 0, .ws_ypixel = 0};
   ioctl(master.Number(), TIOCSWINSZ, &size);
@@ -314,13 +307,53 @@ bool ProgramTerminal::Impl::OpenPty() {
 
 // One piece in each pass, so that windows answer while a program prints without end.
 void ProgramTerminal::Impl::ReadPty() {
-  std::string text = std::exchange(unread, {});
+  std::string text;
   while (text.size() < cMostOfAPass) {
     char bytes[4096];
     const ssize_t count = read(master.Number(), bytes, sizeof bytes);
     if (count <= 0) break;
     text.append(bytes, static_cast<size_t>(count));
   }
+  Show(std::move(text));
+}
+
+// Never waits for room. The program's own descriptors stay as they are.
+Descriptor ProgramTerminal::Impl::OpenForMark() const {
+  const char* path = ptsname(master.Number());
+  return path ? Descriptor(open(path, O_WRONLY | O_NOCTTY | O_CLOEXEC | O_NONBLOCK)) : Descriptor();
+}
+
+// The system passes a text on some time after the program has written it, but in its order: when
+// our mark has come, nothing is missing.
+void ProgramTerminal::Impl::Drain() {
+  using Clock = std::chrono::steady_clock;
+  const auto end = Clock::now() + std::chrono::milliseconds(cDrainMs);
+  const Descriptor terminal = OpenForMark();
+  std::string_view toWrite = cEndMark;
+  std::string text;
+  size_t mark = std::string::npos;
+  while (mark == std::string::npos && Clock::now() < end) {
+    const ssize_t written = write(terminal.Number(), toWrite.data(), toWrite.size());
+    if (written > 0) toWrite.remove_prefix(static_cast<size_t>(written));
+    pollfd entry{master.Number(), POLLIN, 0};
+    if (poll(&entry, 1, toWrite.empty() ? cDrainMs : cMarkMs) <= 0) break;
+    char bytes[4096];
+    const ssize_t count = read(master.Number(), bytes, sizeof bytes);
+    if (count <= 0) break;
+    text.append(bytes, static_cast<size_t>(count));
+    mark = text.find(cEndMark);
+    if (mark != std::string::npos) text.erase(mark, cEndMark.size());
+    if (text.size() < cMostOfAPass) continue;
+    // The mark may have come in part.
+    const std::string rest = text.substr(text.size() - cEndMark.size());
+    text.resize(text.size() - rest.size());
+    Show(std::exchange(text, rest));
+  }
+  Show(std::move(text));
+}
+
+void ProgramTerminal::Impl::Show(std::string text) {
+  text.insert(0, std::exchange(unread, {}));
   const size_t whole = WholeCharacters(text);
   unread = text.substr(whole);
   text.resize(whole);
@@ -334,7 +367,10 @@ void ProgramTerminal::Impl::Print(std::string_view text) {
   printed += text.size();
   std::string shown;
   for (const char c : text) {
-    if (c == '\n') lineLength = 0;
+    if (c == '\n') {
+      lineLength = 0;
+      printed += cLineCost;
+    }
     // A character is never cut.
     if (++lineLength > cLongestLine && (static_cast<unsigned char>(c) & 0xC0) != 0x80) {
       shown += "\r\n";
@@ -379,10 +415,7 @@ void ProgramTerminal::SayEnd(const std::string& text) {
 }
 
 void ProgramTerminal::Drain() {
-  if (!impl->master.IsOpen()) return;
-  pollfd entry{impl->master.Number(), POLLIN, 0};
-  while (poll(&entry, 1, 0) > 0 && (entry.revents & POLLIN) && impl->printed <= cMostOfARun)
-    impl->ReadPty();
+  if (impl->master.IsOpen()) impl->Drain();
 }
 
 bool ProgramTerminal::TakesInput() const {

@@ -24,7 +24,7 @@ class ProgramTerminal {
     std::function<void()> failed;
     // The user has closed the window.
     std::function<void()> closed;
-    // Text for the Output panel, lines ended by CR LF, in pieces of no more than 64 KiB.
+    // Text for the Output panel, lines ended by CR LF, in pieces of no more than 20 KiB.
     std::function<void(std::string_view text)> printed;
     // A program that runs without gdb has ended.
     std::function<void(int exitCode, int signal)> ended;
@@ -40,7 +40,8 @@ class ProgramTerminal {
            const std::vector<std::string>& command);
   // Shows a text in the window, which stays until a key is pressed. Lets go of the window.
   void SayEnd(const std::string& text);
-  // Passes on what was printed and not read yet.
+  // Passes on all that was printed up to now. Waits for what the system has not handed over, a
+  // second at most.
   void Drain();
 
   // True for a terminal in the Output panel: lines for the program come from there.

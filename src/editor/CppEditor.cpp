@@ -288,7 +288,7 @@ void CppEditor::onDwell(int position) {
   if (!host || !host->WantsValueTips()) return;
   Send(mavro::SCI_CALLTIPCANCEL);
   const std::string expression = ExpressionAtPosition(position);
-  if (!expression.empty()) host->ShowValueTip(expression);
+  host->ShowValueTip(expression);
 }
 
 std::string CppEditor::ExpressionAtPosition(int position) const {

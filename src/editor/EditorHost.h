@@ -47,7 +47,7 @@ class EditorHost {
   virtual Completion& CodeCompletion() = 0;
 
   // The first says if the value of the expression under the mouse is wanted now; the second asks
-  // for it.
+  // for it, or says by an empty text that none is there.
   virtual bool WantsValueTips() = 0;
   virtual void ShowValueTip(const std::string& expression) = 0;
 };

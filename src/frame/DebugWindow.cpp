@@ -203,6 +203,11 @@ void DebugWindow::AddStackRow(const GdbFrame& frame) {
   stackLevels.push_back(frame.place.level);
 }
 
+bool DebugWindow::ShowsStack() {
+  return form.bottomPanel.visible && form.bottomTabs.selectedIndex == cResultPage &&
+         form.resultList.Clearings() == stackFill;
+}
+
 void DebugWindow::ShowStackPage() {
   form.OpenPage(cResultPage);
 }
@@ -226,6 +231,7 @@ void DebugWindow::AppendToConsole(const std::string& line) {
 void DebugWindow::OnBottomPage(mavro::NotifyArgs&) {
   const int page = form.bottomTabs.selectedIndex;
   if (page >= cFirstWatchPage && page <= cLastWatchPage) theDebugger.RefreshDisplays();
+  if (page == cResultPage) theDebugger.FollowStack();
   form.UpdateCommands();
 }
 

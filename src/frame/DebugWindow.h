@@ -48,6 +48,7 @@ class DebugWindow : public mavro::object, public DebugView {
   void BreakpointsChanged() override;
   void ClearStack() override;
   void AddStackRow(const GdbFrame& frame) override;
+  bool ShowsStack() override;
   void ShowStackPage() override;
   void ShowValueTip(const std::string& text) override;
   void AppendToConsole(const std::string& line) override;

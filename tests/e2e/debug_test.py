@@ -2,11 +2,13 @@
 """A debug session by keys and clicks, with the machine's compiler and gdb. build/shots/debug-*.png are what a person
 sees meanwhile."""
 import os
+import re
+import shutil
 import time
 import unittest
 
 from desktop import children, cpu_time, wait_until
-from fixture import ZendryTest, write, write_project
+from fixture import TOP, ZendryTest, read, write, write_project
 
 WATCHED = """#include <map>
 #include <string>
@@ -58,6 +60,14 @@ int main() {
 # Where the window of 1100 by 860 shows the line for a program's input, and the second row of a list below.
 INPUT_LINE = 820
 SECOND_ROW = 776
+OUTPUT_TAB = (32, 718)
+OUTPUT = (400, 780)
+EDITOR = (700, 300)
+MARGIN_COLUMN = '14x600+236+90'  # of the discs
+TEXT_COLUMN = '1x600+1000+90'  # beyond the ends of the lines
+FIRST_VALUE = '90x12+104+754'  # of a list of watches
+DIGIT_7 = (43, 165)  # in the calculator
+PIXEL = re.compile(r'^(\d+),(\d+): \((\d+),(\d+),(\d+)', re.MULTILINE)
 
 # The colours of a desktop.
 DARK = """[Colors:Window]
@@ -77,6 +87,11 @@ ForegroundNormal=252,252,252
 BackgroundNormal=49,54,59
 ForegroundNormal=252,252,252
 """
+
+
+def is_execution(red, green, blue):
+    """True for the ground of the line where the program has stopped."""
+    return green > red + 8 and green > blue + 8
 
 
 def gdb_of(pid):
@@ -142,6 +157,23 @@ class Debugging(ZendryTest):
     def look(self, name):
         self.settle()
         self.picture('debug-' + name)
+
+    def rows(self, area, is_meant):
+        """Rows of an area of the window that have a pixel of the meant colour."""
+        pixels = self.desktop.ask('import', '-window', self.window.main, '-crop', area, '+repage', '-depth', '8',
+                                  '-type', 'TrueColor', 'txt:-')
+        return sorted({int(y) for _, y, *colour in PIXEL.findall(pixels) if is_meant(*map(int, colour))})
+
+    def output(self):
+        """What the Output panel says, put by way of the clipboard into the file in front."""
+        self.click(*OUTPUT_TAB)
+        self.click(*OUTPUT)
+        self.window.key('ctrl+a', 'ctrl+c')
+        self.click(*EDITOR)
+        before = read(self.source)
+        self.window.key('ctrl+a', 'ctrl+v', 'ctrl+s')
+        wait_until(lambda: read(self.source) != before, 'the file is saved')
+        return read(self.source)
 
     def watch(self, expression):
         self.window.key('shift+F9')
@@ -220,6 +252,47 @@ class Debugging(ZendryTest):
         self.window.key('Return')
         self.wait_for_end()
         self.look('answered')
+        self.assertEqual(self.window.close(), 0)
+
+    def test_a_form_program_stops_in_the_handler_of_a_click(self):
+        folder = os.path.join(self.folder, 'calculator')
+        shutil.copytree(os.path.join(TOP, 'dist', 'Repos', 'demos', 'calculator'), folder)
+        self.source = os.path.join(folder, 'calcform.cpp')
+        write(os.path.join(folder, 'calculator.zend'), '<state>\n\t<mode opt="dbg"/>\n\t<open>\n'
+              '\t\t<file name="calcform.cpp" id="1"/>\n\t</open>\n</state>\n')
+        lines = read(self.source).splitlines()
+        handler = next(i for i, line in enumerate(lines, 2) if line.startswith('void CalcForm::ClickKey'))
+        pressing = next(i for i, line in enumerate(lines, 1) if 'bool calculates' in line)
+        self.open(os.path.join(folder, 'calculator.zpj'))
+        self.go_to(handler)
+        self.window.key('F9')
+        disc = wait_until(lambda: self.rows(MARGIN_COLUMN, lambda r, g, b: r > 180 > 2 * g), 'the breakpoint is shown')
+        self.window.key('F5')
+
+        def calculators():
+            return self.desktop.ask('xdotool', 'search', '--onlyvisible', '--name', '^Calculator$').split()
+        calculator = wait_until(calculators, 'the calculator')[0]
+        self.settle()
+        self.assertEqual(self.rows(TEXT_COLUMN, is_execution), [])
+        x, y = map(str, DIGIT_7)
+        self.desktop.ask('xdotool', 'mousemove', '--sync', '--window', calculator, x, y, 'click', '1')
+        wait_until(lambda: self.desktop.ask('xdotool', 'getactivewindow').strip() == self.window.main, 'the stop')
+        ground = wait_until(lambda: self.rows(TEXT_COLUMN, is_execution), 'the line of the stop')
+        self.assertTrue(ground[0] <= disc[0] and disc[-1] <= ground[-1], f'{disc} is beside {ground}')
+
+        self.go_to(pressing)
+        self.window.key('ctrl+F10')
+        wait_until(lambda: self.rows(TEXT_COLUMN, is_execution) not in ([], ground), 'another line')
+        self.settle()
+        self.watch('key')
+        wait_until(lambda: self.rows(FIRST_VALUE, lambda r, g, b: r + g + b < 150), 'the value')
+        self.look('calculator')
+        self.window.key('F5')
+        wait_until(lambda: not self.rows(TEXT_COLUMN, is_execution), 'the program runs on')
+        self.desktop.ask('xdotool', 'windowactivate', '--sync', calculator, 'key', 'alt+F4')
+        self.wait_for_end()
+        self.desktop.ask('xdotool', 'windowactivate', '--sync', self.window.main)
+        self.assertIn('The program has ended with exit code 0', self.output())
         self.assertEqual(self.window.close(), 0)
 
 

@@ -32,6 +32,7 @@ struct FakeDebugView : zendry::DebugView {
   int list = 0;
   int watchesShown = 0;
   bool canShow = true;
+  bool showsStack = false;
 
   // The last sentence.
   std::string Said() const { return says.empty() ? "" : says.back(); }
@@ -75,6 +76,7 @@ struct FakeDebugView : zendry::DebugView {
                     std::filesystem::path(frame.place.file).filename().string() + ":" +
                     std::to_string(frame.place.line));
   }
+  bool ShowsStack() override { return showsStack; }
   void ShowStackPage() override {}
   void ShowValueTip(const std::string& text) override { tip = text; }
   void AppendToConsole(const std::string& line) override { console.push_back(line); }

@@ -136,7 +136,7 @@ Param SciEditor::Impl::OnNotify(NotifyHeader* header) {
     case SCN_DWELLSTART:
       mouseX = n.x;
       mouseY = n.y;
-      tips.mouseRests = n.position;
+      tips.mouseRests = n.position > 0 ? n.position : -1;
       if (n.position > 0) editor.onDwell(n.position);
       tips.isReplaced = tips.open && !Send(SCI_CALLTIPACTIVE);
       break;

@@ -250,6 +250,48 @@ TEST_F(DebugWindows, TheCallStack_IsWalked) {
   });
 }
 
+TEST_F(DebugWindows, TheCallStack_FollowsTheSteps) {
+  Debug(cCounts, [&] {
+    BreakAt(7);
+    IdeDriver::Press(Qt::Key_F5);
+    ASSERT_TRUE(StopsAt(7));
+    const mavro::ListView& list = theMainForm->resultList.list;
+    IdeDriver::Press(Qt::Key_C, Qt::ControlModifier | Qt::AltModifier);
+    ASSERT_TRUE(WaitLong([&] { return list.rowCount == 1; }));
+    IdeDriver::Press(Qt::Key_F8);
+    ASSERT_TRUE(StopsAt(3));
+    EXPECT_TRUE(WaitLong([&] { return list.rowCount == 2; })) << "its page is in front";
+    theMainForm->ShowPage(cFirstWatchPage);
+    IdeDriver::Press(Qt::Key_F8, Qt::ShiftModifier);
+    ASSERT_TRUE(StopsAt(7));
+    EXPECT_EQ(list.rowCount, 2) << "nobody sees it";
+    theMainForm->ShowPage(cResultPage);
+    EXPECT_TRUE(WaitLong([&] { return list.rowCount == 1; }));
+    theMainForm->resultList.Clear();
+    theMainForm->resultList.AddRow("a.cpp", 1, "found");
+    theMainForm->resultList.AddRow("a.cpp", 2, "found");
+    IdeDriver::Press(Qt::Key_F10);
+    ASSERT_TRUE(StopsAt(8));
+    EXPECT_EQ(list.rowCount, 2) << "the page has the rows of a search now";
+  });
+}
+
+TEST_F(DebugWindows, AProgramThatPrintsWithoutEnd_LeavesTheWindowToTheUser) {
+  Debug(
+      "#include <cstdio>\nint main() {\n"
+      "  for (int i = 0;; ++i) std::printf(\"line %d\\n\", i);\n}\n",
+      [&] {
+        IdeDriver::Press(Qt::Key_F5);
+        ASSERT_TRUE(WaitLong([] { return Output().find("line 20000") != std::string::npos; }));
+        Front().Focus();
+        Type("//x");
+        EXPECT_THAT(Front().GetText(), StartsWith("//x")) << "keys are answered";
+        EXPECT_EQ(theDebugger.State(), DebugState::cRunning);
+        test::ClickToolRow(theMainForm->toolBar, cStopRow);
+        ASSERT_TRUE(WaitFor(DebugState::cNotRunning));
+      });
+}
+
 TEST_F(DebugWindows, AValueUnderTheMouse_IsShown) {
   Debug(cCounts, [&] {
     BreakAt(8);

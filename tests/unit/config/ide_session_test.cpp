@@ -249,6 +249,13 @@ TEST_F(IdeSessionTest, DebuggerTips_AreWrittenAndNeverReadBack) {
   EXPECT_NE(SavedBy(session).find("dbg-tip=0\n"), std::string::npos);
 }
 
+TEST_F(IdeSessionTest, QuietDebugger_IsReadFromTheUserFirst) {
+  EXPECT_FALSE(Loaded("").quietDebugger);
+  EXPECT_TRUE(Loaded("dbg-quiet=1\n").quietDebugger);
+  EXPECT_TRUE(LoadedWith("dbg-quiet=1\n", "").quietDebugger);
+  EXPECT_FALSE(LoadedWith("dbg-quiet=1\n", "dbg-quiet=0\n").quietDebugger);
+}
+
 TEST_F(IdeSessionTest, Load_RecentLists_FromAToH) {
   const IdeSession session = Loaded("fileA=1\nfileH=8\nfileI=9\nprojB=p\nfileC=3\n");
   EXPECT_EQ(session.recentFiles.items, (std::vector<std::string>{"1", "3", "8"}));

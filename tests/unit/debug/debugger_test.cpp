@@ -48,6 +48,7 @@ TEST_F(DebugTest, Step_GoesIntoOverAndOut) {
   ASSERT_TRUE(IdleUntilEnd());
   ASSERT_TRUE(StepToStop(GdbStep::cInto)) << Output();
   EXPECT_EQ(view.execution, "a.cpp:9") << "the first stop is in main";
+  EXPECT_EQ(view.Said(), "Stopped in main") << "no breakpoint of the user's";
   ASSERT_TRUE(StepToStop(GdbStep::cOver));
   ASSERT_TRUE(StepToStop(GdbStep::cOver));
   EXPECT_EQ(view.execution, "a.cpp:11");
@@ -149,6 +150,7 @@ TEST_F(DebugTest, RunToCursor_StopsThereOnce) {
   debugger.RunToCursor();
   ASSERT_TRUE(IdleUntilPaused()) << Output();
   EXPECT_EQ(view.execution, "a.cpp:4");
+  EXPECT_EQ(view.Said(), "Stopped in twice");
   view.caret = CaretPlace{Path("a.cpp"), 11};
   debugger.RunToCursor();
   ASSERT_TRUE(IdleUntilPaused());
@@ -281,6 +283,54 @@ TEST_F(DebugTest, PrintTip_ShowsTheValueAndNoError) {
   EXPECT_EQ(Output(), before);
 }
 
+TEST_F(DebugTest, ATip_IsOfTheExpressionThatIsUnderTheMouseNow) {
+  Add("a.cpp", cCounting);
+  debugger.Toggle(Path("a.cpp"), 3);
+  ASSERT_TRUE(RunToStop());
+  debugger.PrintTip("k");
+  debugger.PrintTip("nosuch");
+  ASSERT_TRUE(IdleUntilPaused());
+  EXPECT_EQ(view.tip, "") << "the mouse has moved on to another name";
+  debugger.PrintTip("k");
+  debugger.PrintTip("");
+  ASSERT_TRUE(IdleUntilPaused());
+  EXPECT_EQ(view.tip, "") << "the mouse has left the name";
+  debugger.PrintTip("k");
+  ASSERT_TRUE(StepToStop(GdbStep::cOver));
+  EXPECT_EQ(view.tip, "") << "the value is that of the stop before";
+  debugger.PrintTip("k");
+  debugger.PrintTip("k + 1");
+  ASSERT_TRUE(IdleUntilPaused());
+  EXPECT_EQ(view.tip, "k + 1=2");
+}
+
+// --- The call stack
+
+TEST_F(DebugTest, TheCallStack_FollowsEachStopAsLongAsItIsSeen) {
+  Add("a.cpp", cCounting);
+  debugger.Toggle(Path("a.cpp"), 3);
+  ASSERT_TRUE(RunToStop());
+  EXPECT_TRUE(view.stack.empty()) << "nobody has asked for it";
+  debugger.ViewCallStack();
+  view.showsStack = true;
+  ASSERT_TRUE(StepToStop(GdbStep::cOver));
+  EXPECT_THAT(view.stack, ElementsAre("#0  twice (k=1) at a.cpp:6", testing::StartsWith("#1 ")));
+  debugger.SelectFrame(1);
+  ASSERT_TRUE(IdleUntilPaused());
+  EXPECT_EQ(view.stack.size(), 2u) << "another frame is no other stop";
+  debugger.SelectFrame(0);
+  ASSERT_TRUE(StepToStop(GdbStep::cOut));
+  EXPECT_THAT(view.stack, ElementsAre(testing::EndsWith(" at a.cpp:11")));
+  view.showsStack = false;
+  ASSERT_TRUE(RunToStop());
+  EXPECT_EQ(view.stack.size(), 1u);
+  view.showsStack = true;
+  debugger.FollowStack();
+  debugger.FollowStack();
+  ASSERT_TRUE(IdleUntilPaused());
+  EXPECT_EQ(view.stack.size(), 2u) << "its page has come to the front again";
+}
+
 // --- Running programs
 
 constexpr char cEndless[] =
@@ -312,6 +362,7 @@ TEST_F(RunningTest, ABreakpointThatIsSetMeanwhile_TakesEffectAtOnce) {
   ASSERT_TRUE(IdleUntilPaused());
   EXPECT_EQ(view.execution, "a.cpp:7");
   EXPECT_EQ(view.Said(), "Stopped at breakpoint 1 in main");
+  EXPECT_THAT(Output(), testing::Not(HasSubstr("SIGINT"))) << "the pause was ours";
   EXPECT_THAT(Values(), ElementsAre("ticks < 0 ? 8 : 9 = 9"));
 }
 
@@ -372,14 +423,48 @@ TEST_F(DebugTest, ACrash_IsSaidAndShownWhereTheSourceIs) {
   EXPECT_GE(view.stack.size(), 2u);
 }
 
-TEST_F(DebugTest, AnExceptionThatNobodyCatches_IsNamed) {
+// Programs that end by an exception: one statement each, what is said then.
+struct Throw {
+  const char* statement;
+  const char* words;
+};
+
+class Throws : public DebugTest, public testing::WithParamInterface<Throw> {};
+
+TEST_P(Throws, AnExceptionThatNobodyCatches_IsNamed) {
   Add("a.cpp",
-      "#include <stdexcept>\nvoid f() {\n  throw std::runtime_error(\"x\");\n}\n"
-      "int main() {\n  f();\n}\n");
-  ASSERT_TRUE(RunToStop());
-  EXPECT_TRUE(view.HasSaid("The program has thrown an exception that nobody catches"));
-  EXPECT_EQ(view.execution, "a.cpp:3");
+      "#include <exception>\n#include <stdexcept>\n"
+      "struct Own : std::runtime_error { using runtime_error::runtime_error; };\n"
+      "struct Speaker : Own {\n  using Own::Own;\n"
+      "  const char* what() const noexcept override { return \"speaks\"; }\n};\n"
+      "namespace { struct Hidden {}; }\n"
+      "int main() {\n  " +
+          std::string(GetParam().statement) + "\n}\n");
+  ASSERT_TRUE(RunToStop()) << Output();
+  EXPECT_EQ(view.Said(), GetParam().words);
+  EXPECT_THAT(view.execution, testing::StartsWith("a.cpp:"));
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    All, Throws,
+    testing::Values(
+        Throw{"throw std::runtime_error(\"it is \\\"so\\\"\");",
+              "The program has thrown an exception that nobody catches: std::runtime_error: it is "
+              "\"so\""},
+        Throw{"throw Own(\"mine\");",
+              "The program has thrown an exception that nobody catches: Own: mine"},
+        Throw{"throw Speaker(\"unheard\");",
+              "The program has thrown an exception that nobody catches: Speaker"},
+        Throw{"throw Hidden();",
+              "The program has thrown an exception that nobody catches: (anonymous "
+              "namespace)::Hidden"},
+        Throw{"throw 5;", "The program has thrown an exception that nobody catches: int"},
+        Throw{"[]() noexcept { throw std::logic_error(\"no\"); }();",
+              "The program has thrown an exception that nobody catches: std::logic_error: no"},
+        Throw{"std::exception_ptr kept; try { throw Own(\"again\"); } catch (...) { kept = "
+              "std::current_exception(); } std::rethrow_exception(kept);",
+              "The program has thrown an exception that nobody catches: Own: again"},
+        Throw{"std::terminate();", "The program has called std::terminate"}));
 
 TEST_F(DebugTest, AMissingProgram_IsSaid) {
   Add("a.cpp", "int main() { return no_such; }\n");

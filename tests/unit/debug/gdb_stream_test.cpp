@@ -241,6 +241,18 @@ TEST_F(GdbStreamTest, Prompt_AfterACallThatCameBack_IsPausedAsBefore) {
   EXPECT_TRUE(stream.paused);
 }
 
+TEST_F(GdbStreamTest, ACallForADisplay_LeavesTheStopAndHasItsValue) {
+  events.watched = {"f(k)", "k"};
+  EXPECT_EQ(Feed("^source /p/a.c:4:1:beg:0x40\n1: f(k) = \n^starting\n^frames-invalid\n"
+                 "[New Thread 0x7f (LWP 7)]\n8\n2: k = 1\n^stopped\n"),
+            "source /p/a.c:4 level 0\ndisplay 1 f(k) is \nrunning\n"
+            "output [New Thread 0x7f (LWP 7)]\ndisplay 1 f(k) is 8\ndisplay 2 k is 1\n"
+            "stopped by step at /p/a.c:4\n");
+  EXPECT_EQ(Feed("1: f(k) = \n^starting\n^error-begin\nno\n^prompt\n8\n"),
+            "display 1 f(k) is \nrunning\nerror no\nprompt\ndisplays due\noutput 8\n")
+      << "the value never came";
+}
+
 TEST_F(GdbStreamTest, Prompt_AfterAStartThatFailed_IsNotPaused) {
   EXPECT_EQ(Feed("^starting\n^prompt\n"), "running\nprompt\n");
   EXPECT_FALSE(stream.paused);

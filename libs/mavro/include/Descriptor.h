@@ -6,10 +6,11 @@
 
 namespace mavro {
 
-// Owns one file descriptor and closes it at the end of its life.
+// Owns one file descriptor and closes it at the end of its life. Moved from, it owns none.
 class Descriptor {
  public:
   Descriptor() = default;
+  // Takes the descriptor over; -1 is none, as system calls answer it.
   explicit Descriptor(int number) : number(number) {}
   Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
   Descriptor& operator=(Descriptor&& other) noexcept {
@@ -20,6 +21,7 @@ class Descriptor {
 
   int Number() const { return number; }  // -1 for none
   bool IsOpen() const { return number >= 0; }
+  // Closes it now; no effect if there is none.
   void Close() {
     if (number >= 0) ::close(std::exchange(number, -1));
   }
