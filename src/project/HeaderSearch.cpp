@@ -3,9 +3,12 @@
 #include <algorithm>
 #include <chrono>
 #include <limits>
+#include <list>
+#include <map>
 #include <set>
 #include <utility>
 
+#include "FilePath.h"
 #include "FileText.h"
 #include "base/TextReader.h"
 #include "project/IncludeFile.h"
@@ -22,7 +25,7 @@ constexpr size_t cLargestFile = 4 << 20;
 constexpr auto cPatience = std::chrono::seconds(1);
 
 // How well a tag fits what is sought; the best is 0.
-enum Rank { cExactly, cInOtherNamespace, cNotMember, cNotAtAll };
+enum Rank { cExactly, cNotMember, cInOtherNamespace, cNotAtAll };
 
 // While it lives, the parser keeps all names, says nothing, and hands its tags to a function.
 class PatientParser {
@@ -107,7 +110,7 @@ Rank RankOf(const TagFacts& facts, const UnplacedName& sought) {
                            ? parts.size() <= 1
                            : !parts.empty() && parts.back() == sought.nameSpace;
   if (!isThere) return cInOtherNamespace;
-  return sought.classes.empty() ? cExactly : cNotMember;
+  return sought.classes.empty() || !sought.nameSpace.empty() ? cExactly : cNotMember;
 }
 
 // True for the tag of an "#undef".
@@ -126,18 +129,29 @@ class HeaderSearch {
 
   std::optional<CodePlace> Run(const std::string& path) {
     const auto end = std::chrono::steady_clock::now() + cPatience;
-    Reach(path);
-    for (size_t next = 0; next < files.size() && best != cExactly; ++next) {
-      if (std::chrono::steady_clock::now() > end) break;
-      Read(std::string(files[next]));
+    Reach(path, files.end());
+    while (!files.empty() && best != cExactly && std::chrono::steady_clock::now() < end) {
+      const std::string next = std::move(files.front());
+      files.pop_front();
+      Read(next);
     }
     return place;
   }
 
  private:
-  void Reach(const std::string& path) {
-    if (!path.empty() && files.size() < cMostFiles && reached.insert(path).second)
-      files.push_back(path);
+  using Files = std::list<std::string>;
+
+  void Reach(const std::string& path, Files::const_iterator before) {
+    if (!path.empty() && reached.size() < cMostFiles && reached.insert(path).second)
+      files.insert(before, path);
+  }
+
+  // Each name is looked for once: the system's headers include each other all the time.
+  const std::string& FileOf(const IncludeRec& include, const std::string& from) {
+    const std::string folder = include.quoted ? mavro::FolderOf(from) + "\n" : "";
+    const auto [known, isNew] = found.try_emplace(folder + include.name);
+    if (isNew) known->second = includes.Find(from, include.name, include.quoted);
+    return known->second;
   }
 
   void Read(const std::string& path) {
@@ -147,10 +161,12 @@ class HeaderSearch {
       if (!file.Ok() || file.text.size() > cLargestFile) return;
       text = std::move(file.text);
     }
+    const Rank before = best;
     if (HasWord(*text, sought.name)) Parse(path, *text);
     if (best == cExactly) return;
-    for (const IncludeRec& include : ScanIncludes(*text))
-      Reach(includes.Find(path, include.name, include.quoted));
+    // A header that has nearly what is sought often includes the one that has it: "pmr::string".
+    const Files::const_iterator next = best < before ? files.cbegin() : files.cend();
+    for (const IncludeRec& include : ScanIncludes(*text)) Reach(FileOf(include, path), next);
   }
 
   void Parse(const std::string& path, std::string_view text) {
@@ -170,8 +186,9 @@ class HeaderSearch {
   IncludeSearch includes;
   const UnplacedName& sought;
   const OpenTextOf& openText;
-  std::vector<std::string> files;
+  Files files;  // that are still to be read
   std::set<std::string> reached;
+  std::map<std::string, std::string> found;  // the files of includes
   Rank best = cNotAtAll;
   std::optional<CodePlace> place;
 };

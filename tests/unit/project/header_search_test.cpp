@@ -54,6 +54,7 @@ TEST_F(HeaderSearchTest, TheNamespaceDecides) {
               "namespace a { inline namespace __v2 {\nint both();\n} }\n");
   EXPECT_EQ(Find({"both", {}, false, "a"}), "main.cpp:5");
   EXPECT_EQ(Find({"both", {}, false, "b"}), "main.cpp:2");
+  EXPECT_EQ(Find({"both", {"a"}, false, "a"}), "main.cpp:5") << "it could be a class";
   EXPECT_EQ(Find({"both", {}, false, ""}), "main.cpp:5");
   EXPECT_EQ(Find({"both", {}, false, "alias"}), "main.cpp:2") << "any, if none is right";
 }
