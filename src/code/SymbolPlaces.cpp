@@ -339,7 +339,8 @@ void SymbolPlaces::AddClasses(std::vector<std::string>& names, const std::string
   const TagClass* record = wizard.tags.findClass(name);
   if (!record) return;
   // A class of a library may be kept under a shorter name: "string" for "basic_string".
-  if (!record->module && !record->signature.empty()) names.push_back(record->signature);
+  if (!record->module)
+    names.push_back(record->signature.empty() ? "basic_" + name : record->signature);
   const std::string bases = record->inheritance;
   for (size_t begin = 0; begin < bases.size();) {
     const size_t end = std::min(bases.find(',', begin), bases.size());
@@ -391,6 +392,9 @@ SymbolAnswer SymbolPlaces::FindTagged(const CaretText& editor, Want want, const 
   const bool isFound = wizard.resolveAt(editor, info, 0);
   SymbolAnswer answer;
   answer.name = info.memberPath.empty() ? info.name : info.name + "." + info.memberPath;
+  if (isFound) answer.name = info.name;
+  if (isFound && !info.className.empty() && info.className != info.name)
+    answer.name = info.className + "::" + info.name;
   if (!isFound) {
     const bool isName = !info.name.empty() && info.memberPath.empty();
     const TagItem* found = isName ? FindInScopes(editor, info.name) : nullptr;

@@ -229,7 +229,12 @@ TEST_F(SymbolPlacesTest, AtCaret_WithoutPlace_TellsWhatToLookForInFiles) {
   const std::string head = "class Own : public Base {\n  void f(std::string text);\n};\n";
   At(head + "void f(std::string text) { text.push_@back('a'); }\n");
   EXPECT_EQ(answer.unplaced.name, "push_back");
+  EXPECT_EQ(answer.name, "string::push_back");
   EXPECT_TRUE(answer.unplaced.isMember);
+  EXPECT_EQ(answer.unplaced.classes,
+            (std::vector<std::string>{"string", "basic_string", "holder"}));
+  project.library.classes["string"].signature = "";
+  At(head + "void f(std::string* text) { text->push_@back('a'); }\n");
   EXPECT_EQ(answer.unplaced.classes,
             (std::vector<std::string>{"string", "basic_string", "holder"}));
   At(head + "void Own::f(std::string text) { _hid@den = 1; }\n");
