@@ -13,6 +13,7 @@ namespace {
 constexpr int cWidth = 640;
 constexpr int cHeight = 400;
 constexpr int cMargin = 10;
+constexpr int cGap = 6;
 constexpr int cLabelHeight = 24;
 constexpr int cButtonWidth = 92;
 constexpr int cButtonHeight = 30;
@@ -40,6 +41,9 @@ ReplaceListDlg::ReplaceListDlg(const std::vector<FileHits>& newFiles, const std:
   question.height = cLabelHeight;
   sum.dock = mavro::Dock::cBootom;
   sum.height = cLabelHeight;
+  above.dock = mavro::Dock::cTop;
+  gap.dock = mavro::Dock::cBootom;
+  above.height = gap.height = cGap;
   list.accessibleName = "Files with hits";
   list.AddColumn("", cTickWidth);
   list.AddColumn("file", cFileWidth);
@@ -65,10 +69,12 @@ ReplaceListDlg::ReplaceListDlg(const std::vector<FileHits>& newFiles, const std:
   none.onClick.Add_H(this, &ReplaceListDlg::OnNone);
   replace.onClick.Add_H(this, &ReplaceListDlg::OnReplace);
   buttons.onResize.Add_H(this, &ReplaceListDlg::OnSizeChanged);
+  Add(&above);
   Add(&question);
   Add(&list);
   Add(&buttons);
   Add(&sum);
+  Add(&gap);
   focusControl = &list;
   ShowSum();
 }

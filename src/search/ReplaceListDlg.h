@@ -36,6 +36,7 @@ class ReplaceListDlg : public mavro::Form {
   mavro::Label question;
   mavro::Label sum;
   mavro::ListView list;
+  mavro::Panel above, gap;  // keep the lines of text off the edges
   mavro::Panel buttons;
   mavro::Button all, none, replace, cancel;
 };
