@@ -55,7 +55,7 @@ AboutDlg::AboutDlg() {
   licences.accessibleName = "Licences";
   licences.SetBounds(cMargin, top, width, cLicencesHeight);
   top += cLicencesHeight + cMargin;
-  ok.kind = mavro::Button::cOk;
+  ok.kind = mavro::Button::cCancel;  // Escape presses it too
   ok.SetBounds(cWidth - cMargin - cButtonWidth, top, cButtonWidth, cButtonHeight);
   SetSize(cWidth, top + cButtonHeight + cMargin);
   for (mavro::Control* control :
