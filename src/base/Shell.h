@@ -19,6 +19,7 @@ struct ErrorRow {
   std::string file;  // relative to the project's folder
   int line = 0;
   std::string text;
+  int column = 0;  // as the compiler counts: from 1, TAB stops at each 8; 0 if it names none
 };
 
 // A file that is open in a tab, and the line its caret is on.

@@ -13,6 +13,7 @@
 #include "editor/ApplyEdits.h"
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
+#include "project/HeaderSearch.h"
 #include "project/IncludeFile.h"
 #include "project/Project.h"
 
@@ -144,11 +145,19 @@ void BrowserActs::FindSymbol(CppEditor& editor) {
   if (OpenInclude(editor)) return;
   SymbolPlaces symbols(*parts.wizard, *parts.sources);
   const SymbolAnswer answer = symbols.AtCaret(editor.LiveText(), Want::cNearest);
+  if (!answer.places.empty()) return GoTo(answer.places.front());
+  const auto openText = [this](const std::string& path) -> std::optional<std::string> {
+    for (int i = 0; i < parts.tabs->TabCount(); ++i)
+      if (const CppEditor& open = *parts.tabs->GetTab(i)->editor; open.fileName == path)
+        return open.GetText();
+    return std::nullopt;
+  };
+  const auto place = FindInHeaders(theProject, editor.fileName, answer.unplaced, openText);
+  if (place) return GoTo(*place);
   if (answer.isLibrary)
     return parts.tabs->Host()->Say("\"" + answer.name +
-                                   "\" is of a library: the line of its header isn't known");
-  if (answer.places.empty()) return SayMissing("No symbol", answer.name, editor);
-  GoTo(answer.places.front());
+                                   "\" is of a library: no header that this file includes has it");
+  SayMissing("No symbol", answer.name.empty() ? answer.unplaced.name : answer.name, editor);
 }
 
 void BrowserActs::FindAround(CppEditor& editor, Want want) {

@@ -236,7 +236,7 @@ void Builder::AddRow(const ErrorRow& row, LineMeaning::Severity severity) {
   if (severity == LineMeaning::cPlain && current.firstPlainRow < 0)
     current.firstPlainRow = rowCount;
   ++rowCount;
-  shell->AddErrorRow({project->MakeRelative(row.file), row.line, row.text});
+  shell->AddErrorRow({project->MakeRelative(row.file), row.line, row.text, row.column});
 }
 
 void Builder::Refuse(const std::string& file, const std::string& why) {

@@ -11,6 +11,7 @@ namespace {
 
 constexpr size_t cNone = std::string_view::npos;
 constexpr size_t cMaxLineDigits = 5;
+constexpr size_t cMaxColumnDigits = 6;
 constexpr size_t cLongestHeld = 1000;
 constexpr size_t cDriveLength = 2;  // a drive's colon is before this position
 
@@ -26,15 +27,19 @@ bool IsDigit(char c) {
 struct Place {
   std::string_view file;
   int line = 0;
+  int column = 0;         // 0 without one
   std::string_view text;  // empty when the line doesn't have this form
 };
 
-// Removes the column between line number and text, if there is one.
-std::string_view WithoutColumn(std::string_view text) {
+// Takes the column between line number and text off, if there is one; 0 without one.
+int TakeColumn(std::string_view& text) {
   size_t end = 0;
   while (end < text.size() && IsDigit(text[end])) ++end;
   const bool isColumn = end > 0 && end < text.size() && text[end] == ':';
-  return isColumn ? text.substr(end + 1) : text;
+  if (!isColumn) return 0;
+  const int column = end <= cMaxColumnDigits ? ParseInt(text.substr(0, end)) : 0;
+  text.remove_prefix(end + 1);
+  return column;
 }
 
 bool IsNameOf(std::string_view line, const std::string& file) {
@@ -76,9 +81,10 @@ Place ReadPlace(const CompileLines& state, std::string_view line) {
   const size_t digits = line.find(':');
   if (digits == cNone || digits < 1 || digits > cMaxLineDigits) return {};
   const int number = ParseInt(line.substr(0, digits));
-  const std::string_view rest = WithoutColumn(line.substr(digits + 1));
+  std::string_view rest = line.substr(digits + 1);
+  const int column = TakeColumn(rest);
   // One character is skipped unread: the blank after the colon.
-  return {file, number, rest.empty() ? rest : rest.substr(1)};
+  return {file, number, column, rest.empty() ? rest : rest.substr(1)};
 }
 
 LineMeaning::Severity SeverityOf(std::string_view text) {
@@ -124,7 +130,8 @@ LineMeaning ReadCompileLine(CompileLines& state, std::string_view line) {
   state.lastErrorLine = place.line;
   state.lastErrorFile = place.file;
   meaning.kind = LineMeaning::cNewRow;
-  meaning.row = {state.lastErrorFile, place.line, std::string(place.text) + TakeHeldNotes(state)};
+  meaning.row = {state.lastErrorFile, place.line, std::string(place.text) + TakeHeldNotes(state),
+                 place.column};
   return meaning;
 }
 

@@ -4,6 +4,7 @@
 
 #include "code/CodeSources.h"
 #include "code/DeclScan.h"
+#include "code/LocalNames.h"
 #include "code/TextScanner.h"
 
 namespace zendry {
@@ -208,6 +209,29 @@ std::optional<ExprOperand> CodeWizard::operandAt(const CaretText& editor) {
   return ExprTypes(tags, sources, editor, sources.ModuleOf(editor), scopeItem,
                    editor.CaretPosition())
       .Operand();
+}
+
+int CodeWizard::localPlace(const CaretText& editor, int position, std::string_view name) {
+  const CodeTokens tokens = CodeTokens::Before(editor, position);
+  StepBudget budget;
+  if (!IsInFunction(tokens, tokens.Count(), budget)) return -1;
+  const int token = LocalDeclaration(tokens, name);
+  return token < 0 ? -1 : position - (tokens.Size() - tokens.Start(token));
+}
+
+bool CodeWizard::isDeclaredAt(const CaretText& editor, int wordEnd) {
+  const int end = std::min(wordEnd + TextScanner::cNearReach, editor.Length());
+  const CodeTokens tokens = CodeTokens::Before(editor, end);
+  int token = tokens.Count() - 1;
+  while (token >= 0 && tokens.Size() - tokens.End(token) < end - wordEnd) --token;
+  StepBudget budget;
+  return DeclarationAt(tokens, token, budget).has_value();
+}
+
+TagItem* CodeWizard::bestOverload(const CaretText& editor, int callEnd,
+                                  const std::vector<TagItem*>& functions) {
+  ExprTypes types(tags, sources, editor, sources.ModuleOf(editor), currentItem(editor), callEnd);
+  return types.BestOverload(functions);
 }
 
 // The text from the tag around the caret on has all that counts, unless the parser has lost its way

@@ -2,6 +2,8 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "code/ExprTypes.h"
 #include "code/TagLookup.h"
@@ -58,6 +60,15 @@ class CodeWizard {
   // The declarations that the innermost known call around the caret may mean, the best fitting
   // first. Nothing if there is none.
   std::optional<CallTip> callTipAt(const CaretText& editor);
+  // The position where the functions around a position declare a name; -1 if they don't, and for a
+  // position outside of functions.
+  int localPlace(const CaretText& editor, int position, std::string_view name);
+  // True if the word that ends at a position is declared there.
+  bool isDeclaredAt(const CaretText& editor, int wordEnd);
+  // The function that fits the arguments of a call best; the first of several, null if the text at
+  // `callEnd`, the place of the call's closing bracket, can't be read.
+  TagItem* bestOverload(const CaretText& editor, int callEnd,
+                        const std::vector<TagItem*>& functions);
   // The tag which the caret's line belongs to: the global or member that begins nearest above it,
   // or the class around it when nothing begins above; null without one. If it is a class, its
   // `owner` is the class itself.

@@ -42,6 +42,10 @@ class ExprTypes {
   // What a call may mean: functions, constructors, a macro, or an object that can be called. Empty
   // if that isn't known. `begin` becomes the token where the name begins.
   std::vector<Callable> Callables(const OpenCall& call, int& begin);
+  // The one of some functions that fits the arguments of the call best by their types; of those
+  // that fit alike the first. The place is in the call, after its arguments. Null if that isn't a
+  // call.
+  TagItem* BestOverload(const std::vector<TagItem*>& functions);
   // How far a token begins before the place.
   int BytesBefore(int token) const { return tokens.Size() - tokens.Start(token); }
 
@@ -102,6 +106,13 @@ class ExprTypes {
   CallableList Overloads(const TagItem& item);
   TagItem& FittingOverload(TagItem& first, const ExprStep& call);
   CallableList Read(const std::vector<const TagItem*>& items);
+
+  // Group: overloads (ExprFit.cpp).
+  Found ArgumentValue(int begin, int end);
+  std::vector<Found> ArgumentValues(int bracket);
+  int FitOf(const Found& argument, const Value& parameter);
+  int FitOfPlain(const Value& argument, const Value& parameter);
+  int FitOfFunction(const std::vector<Found>& arguments, const TagItem& function);
   std::string OwnerName() const;
 
   TagLookup& tags;

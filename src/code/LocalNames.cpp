@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <utility>
 
 #include "code/CodeTokens.h"
 #include "code/DeclRead.h"
@@ -26,7 +27,13 @@ class LocalReader {
  public:
   explicit LocalReader(const CodeTokens& theTokens) : tokens(theTokens) {}
 
-  std::vector<CompletionRow> Read() {
+  // The names, and the token of each.
+  struct Local {
+    CompletionRow row;
+    int token = 0;
+  };
+
+  std::vector<Local> Read() {
     int at = tokens.Count() - 1;
     bool inStatement = true;
     while (at >= 0 && budget.Take()) {
@@ -134,17 +141,18 @@ class LocalReader {
 
   // The parameters that are declared between two tokens: "int a, *b; long c[];".
   void NoteOldParameters(int begin, int end) {
-    std::vector<CompletionRow> found;
+    std::vector<Local> found;
     for (int at = begin; at < end && budget.Take(cDeclarationCost); ++at) {
       const std::optional<TypeText> type = ReadType(tokens, at);
       for (bool isMore = type.has_value(); isMore && at < end;) {
         TypeText own = *type;
         own.pointers = ReadPointers(tokens, at);
         if (!tokens.IsWord(at)) break;
+        const int token = at;
         const std::string name(tokens.Text(at++));
         for (; tokens.IsOpening(at); at = tokens.Partner(at) + 1)
           if (tokens.Is(at, "[")) ++own.pointers;
-        found.push_back({name, RowKind::cLocal, Print(own), {}, {}});
+        found.push_back({{name, RowKind::cLocal, Print(own), {}, {}}, token});
         isMore = tokens.Is(at, ",");
         if (isMore) ++at;
       }
@@ -192,18 +200,41 @@ class LocalReader {
     const bool isFirst = decl->begin == 0 || tokens.IsOneOf(decl->begin - 1, cBeforeDeclaration);
     if (!isCapture && !isFirst) return;
     const RowKind kind = decl->isAlias ? RowKind::cTypedef : RowKind::cLocal;
-    rows.push_back({std::string(tokens.Text(at)), kind, Print(decl->type), {}, {}});
+    rows.push_back({{std::string(tokens.Text(at)), kind, Print(decl->type), {}, {}}, at});
   }
 
   const CodeTokens& tokens;
   StepBudget budget;
-  std::vector<CompletionRow> rows;
+  std::vector<Local> rows;
 };
+
+// "template <class T, typename... Ts>": a name after one of these words.
+int TemplateParameter(const CodeTokens& tokens, std::string_view name) {
+  for (int at = tokens.Count() - 1; at > 0; --at) {
+    if (!tokens.Is(at, "<") || !tokens.Is(at - 1, "template")) continue;
+    const int end = tokens.AngleEnd(at);
+    for (int each = at + 1; each < end; ++each) {
+      const int before = tokens.Is(each - 1, "...") ? each - 2 : each - 1;
+      if (tokens.Is(each, name) && tokens.IsOneOf(before, "class typename int bool size_t"))
+        return each;
+    }
+  }
+  return -1;
+}
 
 }  // namespace
 
 std::vector<CompletionRow> LocalNames(const CodeTokens& tokens) {
-  return LocalReader(tokens).Read();
+  std::vector<CompletionRow> names;
+  for (LocalReader::Local& local : LocalReader(tokens).Read())
+    names.push_back(std::move(local.row));
+  return names;
+}
+
+int LocalDeclaration(const CodeTokens& tokens, std::string_view name) {
+  for (const LocalReader::Local& local : LocalReader(tokens).Read())
+    if (local.row.name == name) return local.token;
+  return TemplateParameter(tokens, name);
 }
 
 }  // namespace zendry

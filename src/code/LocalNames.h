@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string_view>
 #include <vector>
 
 #include "code/CompletionList.h"
@@ -12,5 +13,8 @@ class CodeTokens;
 // the blocks that are still open, parameters, captures with a value, names of structured bindings
 // and aliases of types.
 std::vector<CompletionRow> LocalNames(const CodeTokens& tokens);
+// The token where the nearest of them with that name is declared; else that of a template parameter
+// of the nearest template before the end. -1 without one.
+int LocalDeclaration(const CodeTokens& tokens, std::string_view name);
 
 }  // namespace zendry

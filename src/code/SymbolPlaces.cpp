@@ -1,12 +1,14 @@
 #include "code/SymbolPlaces.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "code/CallTip.h"
 #include "code/CallableText.h"
 #include "code/CodeSources.h"
 #include "code/CodeTokens.h"
 #include "code/TextScanner.h"
+#include "code/WordAtCaret.h"
 
 namespace zendry {
 
@@ -14,7 +16,10 @@ namespace {
 
 constexpr int cFunction = 'f';
 constexpr int cPrototype = 'p';
+constexpr int cTypedef = 't';
+constexpr int cEnum = 'g';
 constexpr int cLongestCall = 4000;  // bytes
+constexpr int cNear = 200;
 
 using Want = SymbolPlaces::Want;
 
@@ -32,26 +37,75 @@ std::string TypesOf(const std::string& signature) {
   return types;
 }
 
-// The number of arguments of the call of the name that ends at `place`; -1 if it isn't called.
-int ArgumentsAt(const CaretText& editor, int place) {
+// The call of the name that ends at `place`.
+struct CallText {
+  int arguments = -1;  // -1 if it isn't called
+  int end = 0;         // the position of the closing bracket
+};
+
+CallText CallAt(const CaretText& editor, int place) {
   const int end = std::min(editor.Length(), place + cLongestCall);
   std::string text(static_cast<size_t>(end - place), '\0');
   editor.CopyRange(place, end, text.data());
   const CodeTokens tokens(std::move(text));
   int open = 0;
   if (tokens.Is(open, "<")) open = tokens.AngleEnd(open) + 1;
-  if (!tokens.Is(open, "(") || !tokens.IsOpening(open)) return -1;
+  if (!tokens.Is(open, "(") || !tokens.IsOpening(open)) return {};
   const int close = tokens.Partner(open);
-  int count = close > open + 1;
+  CallText call{close > open + 1, place + tokens.Start(close)};
   for (int at = open + 1; at < close; ++at) {
     if (tokens.IsOpening(at))
       at = tokens.Partner(at);
     else if (tokens.Is(at, "<") && tokens.AngleEnd(at) > at && tokens.AngleEnd(at) < close)
       at = tokens.AngleEnd(at);
     else if (tokens.Is(at, ","))
-      ++count;
+      ++call.arguments;
   }
-  return count;
+  return call;
+}
+
+// How the text around a name uses it.
+enum class NameUse { cPlain, cMember, cQualified, cScope, cType, cTagged, cLabel };
+
+// The tokens around a word, by a few bytes on each side.
+NameUse UseOf(const CaretText& editor, const CaretWord& word) {
+  const int begin = std::max(word.begin - cNear, 0);
+  std::string text(static_cast<size_t>(word.begin - begin), '\0');
+  editor.CopyRange(begin, word.begin, text.data());
+  const CodeTokens before(std::move(text));
+  const int last = before.Count() - 1;
+  if (before.IsOneOf(last, ". -> .* ->*")) return NameUse::cMember;
+  if (before.Is(last, "::")) return NameUse::cQualified;
+  if (before.Is(last, "goto")) return NameUse::cLabel;
+  if (before.IsOneOf(last, "struct class union enum")) return NameUse::cTagged;
+  const int end = word.begin + static_cast<int>(word.text.size());
+  const int far = std::min(end + cNear, editor.Length());
+  text.assign(static_cast<size_t>(far - end), '\0');
+  editor.CopyRange(end, far, text.data());
+  const CodeTokens after(std::move(text));
+  if (after.Is(0, "::")) return NameUse::cScope;
+  int at = 0;
+  while (after.IsOneOf(at, "* & && const")) ++at;
+  const bool isOperator = at > 0 && before.IsOneOf(last, ") ] = return");
+  return after.IsWord(at) && !isOperator ? NameUse::cType : NameUse::cPlain;
+}
+
+// The position of a label, which is in the same function as its "goto": the nearest one.
+int LabelPlace(const CaretText& editor, const CaretWord& word) {
+  const int from = std::max(word.begin - CodeTokens::cMostText, 0);
+  const int to = std::min(word.begin + CodeTokens::cMostText, editor.Length());
+  std::string text(static_cast<size_t>(to - from), '\0');
+  editor.CopyRange(from, to, text.data());
+  const CodeTokens tokens(std::move(text));
+  int nearest = -1;
+  for (int at = 0; at < tokens.Count(); ++at) {
+    if (!tokens.Is(at, word.text) || !tokens.Is(at + 1, ":")) continue;
+    if (!tokens.IsOneOf(at - 1, "; { } : )")) continue;
+    const int place = from + tokens.Start(at);
+    if (nearest < 0 || std::abs(place - word.begin) < std::abs(nearest - word.begin))
+      nearest = place;
+  }
+  return nearest;
 }
 
 int NameEnd(const CaretText& editor, int place) {
@@ -165,6 +219,62 @@ std::vector<TagItem*> SymbolPlaces::Counterparts(const TagItem& item, Want want)
   return found;
 }
 
+// Of functions that take as many arguments the one that fits their types. If the types don't tell,
+// the one that was resolved, or the first. Null if it is that, or if none takes as many.
+TagItem* SymbolPlaces::CalledOf(std::vector<TagItem*> all, const TagItem& item,
+                                const CaretText& editor, int arguments, int callEnd) {
+  std::erase_if(all,
+                [&](const TagItem* each) { return !ArityOf(each->signature).Takes(arguments); });
+  Prefer(all, [&](const TagItem* each) { return each->kind == item.kind; });
+  const auto isResolved = [&](const TagItem* each) {
+    return each->line == item.line && each->module == item.module;
+  };
+  std::stable_partition(all.begin(), all.end(), isResolved);
+  if (all.empty()) return nullptr;
+  TagItem* best = wizard.bestOverload(editor, callEnd, all);
+  return best ? best : all.front();
+}
+
+// A name of the text around it: a variable, a parameter or a label.
+bool SymbolPlaces::FindInText(SymbolAnswer& answer, const CaretText& editor, const CaretWord& word,
+                              bool isLabel) {
+  const int position =
+      isLabel ? LabelPlace(editor, word) : wizard.localPlace(editor, word.begin, word.text);
+  if (position < 0) return false;
+  answer.name = word.text;
+  answer.places.push_back({editor.Path(), editor.LineFromPosition(position), word.text, position});
+  return true;
+}
+
+// A name that stands where only a type or a scope can. The class itself is meant, not one of its
+// constructors. In C a name may be that of a structure and of a type: "struct" before it decides.
+bool SymbolPlaces::FindType(SymbolAnswer& answer, const CaretText& editor, const std::string& name,
+                            bool isTagged) {
+  const TagItem* scope = wizard.currentItem(editor);
+  const TagData* module = scope ? scope->module : nullptr;
+  const TagItem* found = nullptr;
+  std::string owner = scope && scope->owner ? scope->owner->name : "";
+  while (!found && !owner.empty()) {
+    found = wizard.tags.findClass(owner + "::" + name, module);
+    const size_t colon = owner.rfind("::");
+    owner.resize(colon == std::string::npos ? 0 : colon);
+  }
+  if (!found && !isTagged) {
+    const TagItem* global = wizard.tags.findGlobal(name, editor.Path());
+    if (global && global->kind == cTypedef) found = global;
+  }
+  if (!found) found = wizard.tags.findClass(name, module);
+  if (!found) {
+    const TagItem* global = wizard.tags.findGlobal(name, editor.Path());
+    if (global && global->kind == cEnum) found = global;
+  }
+  if (!found || !found->module || found->line <= 0) return false;
+  answer.name = name;
+  answer.places.push_back(PlaceOf(*found));
+  answer.places.back().name = name;
+  return true;
+}
+
 // `item` may be a copy of the tag that was resolved.
 void SymbolPlaces::Choose(SymbolAnswer& answer, const TagItem& item, Want want,
                           const CaretText& editor) {
@@ -178,20 +288,9 @@ void SymbolPlaces::Choose(SymbolAnswer& answer, const TagItem& item, Want want,
   const TagItem* chosen = &item;
   if (const auto here = std::find_if(all.begin(), all.end(), isAtCaret); here != all.end()) {
     chosen = *here;
-  } else if (const int count = ArgumentsAt(editor, NameEnd(editor, caret)); count >= 0) {
-    const auto takes = [&](const TagItem* other) {
-      const Arity arity = ArityOf(other->signature);
-      return arity.least <= count && count <= arity.most;
-    };
-    const auto fits = [&](const TagItem* other) {
-      return takes(other) && other->kind == item.kind;
-    };
-    if (!takes(&item)) {
-      SortByDistance(all, item.module->fileName);
-      auto better = std::find_if(all.begin(), all.end(), fits);
-      if (better == all.end()) better = std::find_if(all.begin(), all.end(), takes);
-      if (better != all.end()) chosen = *better;
-    }
+  } else if (const CallText call = CallAt(editor, NameEnd(editor, caret)); call.arguments >= 0) {
+    SortByDistance(all, item.module->fileName);
+    if (TagItem* called = CalledOf(all, item, editor, call.arguments, call.end)) chosen = called;
   }
   if (want == Want::cNearest && isAtCaret(chosen))
     want = chosen->kind == cPrototype ? Want::cDefinition : Want::cDeclaration;
@@ -226,12 +325,76 @@ TagItem* SymbolPlaces::FindInScopes(const CaretText& editor, const std::string& 
   return place->record;
 }
 
+// A name that reads like a declaration and is none.
+TagItem* SymbolPlaces::FindKnown(const CaretText& editor, const std::string& name) {
+  if (TagItem* found = FindInScopes(editor, name)) return found;
+  return wizard.tags.findGlobal(name, editor.Path());
+}
+
+// A class and its bases, by all names that they have in headers.
+void SymbolPlaces::AddClasses(std::vector<std::string>& names, const std::string& name, int depth) {
+  const bool isKnown = std::find(names.begin(), names.end(), name) != names.end();
+  if (name.empty() || isKnown || depth > TagLookup::cMostDepth) return;
+  names.push_back(name);
+  const TagClass* record = wizard.tags.findClass(name);
+  if (!record) return;
+  // A class of a library may be kept under a shorter name: "string" for "basic_string".
+  if (!record->module)
+    names.push_back(record->signature.empty() ? "basic_" + name : record->signature);
+  const std::string bases = record->inheritance;
+  for (size_t begin = 0; begin < bases.size();) {
+    const size_t end = std::min(bases.find(',', begin), bases.size());
+    AddClasses(names, bases.substr(begin, end - begin), depth + 1);
+    begin = end + 1;
+  }
+}
+
+UnplacedName SymbolPlaces::Unplaced(const CaretText& editor, const CaretWord& word,
+                                    const SymbolAnswer& answer) {
+  UnplacedName sought;
+  sought.name = word.text;
+  const NameUse use = UseOf(editor, word);
+  sought.isMember = use == NameUse::cMember;
+  AddClasses(sought.classes, answer.unplaced.classes.empty() ? "" : answer.unplaced.classes[0], 0);
+  const std::string scope = ScopeBefore(editor, word);
+  if (!scope.empty()) {
+    const size_t colon = scope.rfind("::");
+    sought.nameSpace = colon == scope.npos ? scope : scope.substr(colon + 2);
+    AddClasses(sought.classes, sought.nameSpace, 0);
+  } else if (sought.isMember && sought.classes.empty()) {
+    if (const std::optional<ExprOperand> operand = wizard.operandAt(editor))
+      AddClasses(sought.classes, operand->className, 0);
+  } else if (sought.classes.empty()) {
+    const TagItem* around = wizard.currentItem(editor);
+    if (around && around->owner) AddClasses(sought.classes, around->owner->name, 0);
+  }
+  return sought;
+}
+
 SymbolAnswer SymbolPlaces::AtCaret(const CaretText& editor, Want want) {
+  const CaretWord word = WordAtCaret(editor);
+  SymbolAnswer answer = FindTagged(editor, want, word);
+  if (answer.places.empty() && !word.text.empty()) answer.unplaced = Unplaced(editor, word, answer);
+  return answer;
+}
+
+SymbolAnswer SymbolPlaces::FindTagged(const CaretText& editor, Want want, const CaretWord& word) {
+  const NameUse use = word.text.empty() ? NameUse::cQualified : UseOf(editor, word);
+  SymbolAnswer first;
+  const bool isOfText =
+      use != NameUse::cMember && use != NameUse::cQualified && use != NameUse::cTagged;
+  if (isOfText && FindInText(first, editor, word, use == NameUse::cLabel)) return first;
+  const bool isTagged = use == NameUse::cTagged;
+  const bool isOfType = isTagged || use == NameUse::cType || use == NameUse::cScope;
+  if (isOfType && FindType(first, editor, word.text, isTagged)) return first;
   ResolveInfo info;
   info.kind = cAnyRequest;
   const bool isFound = wizard.resolveAt(editor, info, 0);
   SymbolAnswer answer;
   answer.name = info.memberPath.empty() ? info.name : info.name + "." + info.memberPath;
+  if (isFound) answer.name = info.name;
+  if (isFound && !info.className.empty() && info.className != info.name)
+    answer.name = info.className + "::" + info.name;
   if (!isFound) {
     const bool isName = !info.name.empty() && info.memberPath.empty();
     const TagItem* found = isName ? FindInScopes(editor, info.name) : nullptr;
@@ -247,12 +410,21 @@ SymbolAnswer SymbolPlaces::AtCaret(const CaretText& editor, Want want) {
       Choose(answer, *here, want, editor);
       return answer;
     }
-    answer.places.push_back({editor.Path(), info.targetLine, info.name, info.position});
+    const bool isWrong = info.name == word.text && info.position > word.begin &&
+                         !wizard.isDeclaredAt(editor, info.position);
+    const TagItem* other = isWrong ? FindKnown(editor, info.name) : nullptr;
+    if (other && other->module)
+      answer.places.push_back(PlaceOf(*other));
+    else
+      answer.places.push_back({editor.Path(), info.targetLine, info.name, info.position});
     return answer;
   }
   TagData* module = info.file.empty() ? nullptr : wizard.tags.ModuleNamed(info.file);
   answer.isLibrary = info.file.empty();
-  if (answer.isLibrary) return answer;
+  if (answer.isLibrary) {
+    if (!info.className.empty()) answer.unplaced.classes.push_back(info.className);
+    return answer;
+  }
   TagClass owner;
   TagItem item;
   owner.name = info.className;

@@ -11,6 +11,7 @@ namespace zendry {
 
 class CaretText;
 class CodeSources;
+struct CaretWord;
 
 // A line of a file where a name is declared.
 struct CodePlace {
@@ -22,11 +23,20 @@ struct CodePlace {
   friend bool operator==(const CodePlace&, const CodePlace&) = default;
 };
 
+// A name whose place the tags don't tell: one of a library, or one that begins with "_".
+struct UnplacedName {
+  std::string name;
+  std::vector<std::string> classes;  // those that may have it as a member; empty for none
+  bool isMember = false;             // it can only be a member
+  std::string nameSpace;  // the last word of the one written before it; empty without one
+};
+
 // What was found, or for what it was looked.
 struct SymbolAnswer {
   std::vector<CodePlace> places;
   std::string name;        // empty if there is no name at the place
   bool isLibrary = false;  // the name belongs to a reference library, whose places aren't known
+  UnplacedName unplaced;   // what to look for in files if there is no place
 };
 
 // The name in the "#include" of a line.
@@ -65,6 +75,16 @@ class SymbolPlaces {
  private:
   std::vector<TagItem*> Namesakes(const TagItem& item);
   TagItem* FindInScopes(const CaretText& editor, const std::string& name);
+  TagItem* FindKnown(const CaretText& editor, const std::string& name);
+  TagItem* CalledOf(std::vector<TagItem*> all, const TagItem& item, const CaretText& editor,
+                    int arguments, int callEnd);
+  bool FindInText(SymbolAnswer& answer, const CaretText& editor, const CaretWord& word,
+                  bool isLabel);
+  bool FindType(SymbolAnswer& answer, const CaretText& editor, const std::string& name,
+                bool isTagged);
+  SymbolAnswer FindTagged(const CaretText& editor, Want want, const CaretWord& word);
+  UnplacedName Unplaced(const CaretText& editor, const CaretWord& word, const SymbolAnswer& answer);
+  void AddClasses(std::vector<std::string>& names, const std::string& name, int depth);
   void Choose(SymbolAnswer& answer, const TagItem& item, Want want, const CaretText& editor);
 
   CodeWizard& wizard;

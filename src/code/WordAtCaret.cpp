@@ -18,18 +18,6 @@ bool IsNameByte(char c) {
          (c >= 'A' && c <= 'Z');
 }
 
-// The names before a word and its "::".
-std::string WrittenScope(const CaretText& editor, const CaretWord& word) {
-  const int start = std::max(word.begin - cReach, 0);
-  std::string text(static_cast<size_t>(word.begin - start), '\0');
-  editor.CopyRange(start, word.begin, text.data());
-  if (!text.ends_with("::")) return {};
-  text.resize(text.size() - 2);
-  size_t begin = text.size();
-  while (begin > 0 && (IsNameByte(text[begin - 1]) || text[begin - 1] == ':')) --begin;
-  return text.substr(begin);
-}
-
 }  // namespace
 
 CaretWord WordAtCaret(const CaretText& editor) {
@@ -43,6 +31,17 @@ CaretWord WordAtCaret(const CaretText& editor) {
   return {text.substr(begin, end - begin), start + static_cast<int>(begin)};
 }
 
+std::string ScopeBefore(const CaretText& editor, const CaretWord& word) {
+  const int start = std::max(word.begin - cReach, 0);
+  std::string text(static_cast<size_t>(word.begin - start), '\0');
+  editor.CopyRange(start, word.begin, text.data());
+  if (!text.ends_with("::")) return {};
+  text.resize(text.size() - 2);
+  size_t begin = text.size();
+  while (begin > 0 && (IsNameByte(text[begin - 1]) || text[begin - 1] == ':')) --begin;
+  return text.substr(begin);
+}
+
 std::string ClassOfWord(CodeWizard& wizard, const CaretText& editor, const CaretWord& word) {
   if (word.text.empty()) return {};
   ResolveInfo info;
@@ -50,7 +49,7 @@ std::string ClassOfWord(CodeWizard& wizard, const CaretText& editor, const Caret
   const int last = word.begin + static_cast<int>(word.text.size()) - 1;
   const bool isKnown = wizard.resolveAt(editor, info, last - editor.CaretPosition());
   if (isKnown && info.name == word.text && !info.className.empty()) return info.className;
-  return WrittenScope(editor, word);
+  return ScopeBefore(editor, word);
 }
 
 }  // namespace zendry

@@ -17,6 +17,9 @@ struct CaretWord {
 // caret are read.
 CaretWord WordAtCaret(const CaretText& editor);
 
+// The names before a word and its "::", as in "std::chrono"; empty for none.
+std::string ScopeBefore(const CaretText& editor, const CaretWord& word);
+
 // The class whose member the word means at its place, else the class or namespace that is written
 // before it, as in "std::max"; empty for none.
 std::string ClassOfWord(CodeWizard& wizard, const CaretText& editor, const CaretWord& word);

@@ -17,6 +17,27 @@ constexpr int cLineWidth = 70;
 constexpr int cTextWidth = 480;
 constexpr size_t cMaxRowText = 0x4000;
 
+// The byte of a line that is shown in a column.
+size_t ByteInColumn(std::string_view line, int column) {
+  constexpr int cTabStops = 8;
+  size_t at = 0;
+  for (int reached = 1; at < line.size() && reached < column;) {
+    reached =
+        line[at] == '\t' ? (reached - 1) / cTabStops * cTabStops + cTabStops + 1 : reached + 1;
+    ++at;
+    while (at < line.size() && (static_cast<unsigned char>(line[at]) & 0xC0) == 0x80) ++at;
+  }
+  return at;
+}
+
+// The line may have changed since the compiler read it: then the caret ends before its end.
+void GoToColumn(CppEditor& editor, int line, int column) {
+  const int start = editor.LineStart(line);
+  const std::string text = editor.GetRange(start, editor.LineEnd(line));
+  const int position = start + static_cast<int>(ByteInColumn(text, column));
+  editor.Select(position, position);
+}
+
 }  // namespace
 
 ReferenceList::ReferenceList(const std::string& caption, EditorMark newMark, EditTabs& itsTabs)
@@ -35,15 +56,17 @@ ReferenceList::ReferenceList(const std::string& caption, EditorMark newMark, Edi
   Add(&list);
 }
 
-void ReferenceList::AddRow(const std::string& file, int line, std::string_view message) {
-  KeepRow(file, line, message);
+void ReferenceList::AddRow(const std::string& file, int line, std::string_view message,
+                           int column) {
+  KeepRow(file, line, message, column);
   ShowKept();
 }
 
-void ReferenceList::KeepRow(const std::string& file, int line, std::string_view message) {
+void ReferenceList::KeepRow(const std::string& file, int line, std::string_view message,
+                            int column) {
   if (files.empty() || files.back() != file) files.push_back(file);
   message = message.substr(0, cMaxRowText);
-  places.push_back({files.size() - 1, line, texts.size(), message.size()});
+  places.push_back({files.size() - 1, line, column, texts.size(), message.size()});
   texts += message;
 }
 
@@ -91,6 +114,7 @@ void ReferenceList::ShowCurrent() {
   if (!mavro::FileExists(path)) return;
   const int line = place.line;
   CppEditor* editor = tabs.GoTo(path, line);
+  if (editor && line > 0 && place.column > 0) GoToColumn(*editor, line - 1, place.column);
   if (!editor || mark == cNoMark || line <= 0) return;
   tabs.RemoveMark(mark);
   editor->SetMark(mark, line);

@@ -18,10 +18,11 @@ class ReferenceList : public mavro::TabPage {
   ReferenceList(const std::string& caption, EditorMark newMark, EditTabs& itsTabs);
 
   // Appends a place; `file` is relative to the project's folder. A row without a file has only the
-  // text.
-  void AddRow(const std::string& file, int line, std::string_view message);
+  // text. The caret goes to `column`, counted as a compiler does: from 1, a TAB to the next of the
+  // stops at each 8; 0 for the beginning of the line.
+  void AddRow(const std::string& file, int line, std::string_view message, int column = 0);
   // The same in two steps, for many places: the list shows those that were kept when it is told.
-  void KeepRow(const std::string& file, int line, std::string_view message);
+  void KeepRow(const std::string& file, int line, std::string_view message, int column = 0);
   void ShowKept();
   // Appends a row that is no place but a heading for those after it.
   void AddCaption(const std::string& caption);
@@ -51,6 +52,7 @@ class ReferenceList : public mavro::TabPage {
   struct Place {
     size_t file = 0;  // in `files`
     int line = 0;
+    int column = 0;
     size_t text = 0;  // where the text begins in `texts`
     size_t length = 0;
   };

@@ -21,7 +21,7 @@ void MainForm::ClearOutput() {
 }
 
 void MainForm::AddErrorRow(const ErrorRow& row) {
-  errorList.AddRow(row.file, row.line, row.text);
+  errorList.AddRow(row.file, row.line, row.text, row.column);
   if (!IsMet(met, Needs::cErrors)) UpdateCommands();
 }
 

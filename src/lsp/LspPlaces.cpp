@@ -6,6 +6,7 @@
 #include "code/TextScanner.h"
 #include "lsp/LspAnswers.h"
 #include "lsp/LspUri.h"
+#include "project/HeaderSearch.h"
 #include "project/IncludeFile.h"
 
 namespace zendry {
@@ -82,6 +83,14 @@ std::string IncludedFile(const LspQuestion& question) {
   if (!include) return "";
   return FindIncludedFile(question.folder.project, question.text.Path(), include->name,
                           include->isQuoted);
+}
+
+std::optional<CodePlace> FindUnplaced(const LspQuestion& question, const UnplacedName& sought) {
+  return FindInHeaders(question.folder.project, question.text.Path(), sought,
+                       [&](const std::string& path) -> std::optional<std::string> {
+                         const LspText* open = question.folder.FindText(path);
+                         return open ? std::optional<std::string>(open->View()) : std::nullopt;
+                       });
 }
 
 std::string Declared(const ResolveInfo& info) {
@@ -169,7 +178,10 @@ Json TargetAnswer(const LspQuestion& question, LspTarget target) {
   SymbolPlaces symbols(question.folder.completion.wizard, question.folder.sources);
   const auto want = target == LspTarget::cDefinition ? SymbolPlaces::Want::cDefinition
                                                      : SymbolPlaces::Want::cDeclaration;
-  for (const CodePlace& place : symbols.AtCaret(question.text, want).places)
+  SymbolAnswer answer = symbols.AtCaret(question.text, want);
+  if (answer.places.empty())
+    if (const auto place = FindUnplaced(question, answer.unplaced)) answer.places.push_back(*place);
+  for (const CodePlace& place : answer.places)
     places.push_back(Location(question, place.path, place.line, place.name));
   return places;
 }

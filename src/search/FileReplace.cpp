@@ -1,8 +1,6 @@
 #include "search/FileReplace.h"
 
-#include <algorithm>
 #include <optional>
-#include <tuple>
 #include <utility>
 
 #include "FileText.h"
@@ -64,6 +62,8 @@ Change ChangeOf(const std::string& path, const std::string& oldBytes, const Text
   return change;
 }
 
+constexpr size_t cMostKept = 64 << 20;  // bytes of new texts that wait for being written
+
 // The replacement of all files, in its steps.
 class Replacement {
  public:
@@ -77,26 +77,33 @@ class Replacement {
     if (text) return PlanOpen(path, *text);
     mavro::FileText old = mavro::ReadFileText(path);
     if (!old.Ok()) return Fail(old.error);
-    const Change change = ChangeOf(path, old.text, scan, with);
+    Change change = ChangeOf(path, old.text, scan, with);
     if (!change.error.empty()) return Fail(change.error);
     if (IsWriteProtected(path)) return Fail(path + ": may not be written");
-    if (change.hits > 0)
-      files.push_back({path, std::move(old.text), DigestOf(change.newBytes)});
-    else
+    if (change.hits == 0) {
       sum.missed += change.missed;
+      return;
+    }
+    const uint64_t digest = DigestOf(change.newBytes);
+    Note({path, std::move(old.text), digest}, std::move(change));
   }
 
-  // Pass 2: changes it, if it still is as planned.
-  void CarryOut(const ReplacedFile& file) {
+  // Pass 2: changes the file at this index, if it still is as planned. True if it has another text
+  // now.
+  bool CarryOut(size_t index) {
+    const ReplacedFile& file = files[index];
     OpenText* text = open.At(file.path);
     if (text) return CarryOutOpen(file, *text);
     const mavro::FileText now = mavro::ReadFileText(file.path);
-    if (!now.Ok()) return Fail(now.error);
-    if (now.text != file.oldBytes) return Fail(file.path + ": was changed by another program");
-    const Change change = ChangeOf(file.path, now.text, scan, with);
+    if (!now.Ok()) return Fail(now.error), false;
+    if (now.text != file.oldBytes)
+      return Fail(file.path + ": was changed by another program"), false;
+    const std::optional<Change> kept = std::exchange(changes[index], std::nullopt);
+    const Change change = kept ? *kept : ChangeOf(file.path, now.text, scan, with);
     const mavro::FileResult saved = mavro::SaveFileText(file.path, change.newBytes);
-    if (!saved.Ok()) return Fail(saved.error);
+    if (!saved.Ok()) return Fail(saved.error), mavro::ReadFileText(file.path).text != now.text;
     Count(change.hits, change.missed);
+    return true;
   }
 
   std::vector<ReplacedFile> files;
@@ -107,6 +114,14 @@ class Replacement {
     sum.hits += hits;
     sum.missed += missed;
     ++sum.files;
+  }
+
+  // New texts beyond the limit are made again when they are written.
+  void Note(ReplacedFile file, std::optional<Change> change) {
+    if (change && kept + change->newBytes.size() > cMostKept) change.reset();
+    if (change) kept += change->newBytes.size();
+    files.push_back(std::move(file));
+    changes.push_back(std::move(change));
   }
 
   std::vector<TextEdit> EditsOf(const TextScan::Hits& hits) const {
@@ -127,22 +142,44 @@ class Replacement {
     const Change change = ChangeOf(path, *old, scan, with);
     if (!change.error.empty()) return Fail(change.error);
     if (change.hits > 0)
-      files.push_back({path, *std::move(old), isAllShown ? DigestOf(change.newBytes) : 0});
+      Note({path, *std::move(old), isAllShown ? DigestOf(change.newBytes) : 0}, std::nullopt);
   }
 
-  void CarryOutOpen(const ReplacedFile& file, OpenText& text) {
+  // The user can type between the passes.
+  bool CarryOutOpen(const ReplacedFile& file, OpenText& text) {
+    if (const std::string why = text.WhyFixed(); !why.empty())
+      return Fail(file.path + ": " + why), false;
+    if (text.Bytes() != file.oldBytes) return Fail(file.path + ": was changed meanwhile"), false;
     const TextScan::Hits whole = scan.AllHits(text.Whole());
     const TextScan::Hits hits = scan.AllHits(text.Shown());
     text.Apply(EditsOf(hits));
     Count(hits.starts.size(), whole.missed + whole.starts.size() - hits.starts.size());
-    std::ignore = file;
+    return true;
   }
 
   const TextScan& scan;
   const std::string_view with;
   OpenTexts& open;
   ReplaceSum& sum;
+  std::vector<std::optional<Change>> changes;  // of `files`
+  size_t kept = 0;                             // bytes in them
 };
+
+// Carries out what is planned. The journal keeps the files that may have been changed.
+void CarryOutAll(Replacement& replacement, ReplaceSum& sum, ReplaceUndo& undo, size_t planned,
+                 const ReplaceGoesOn& goesOn) {
+  const size_t count = replacement.files.size();
+  std::vector<ReplacedFile> touched;
+  for (size_t i = 0; i < count; ++i) {
+    ReplacedFile& file = replacement.files[i];
+    if (goesOn && !goesOn(file.path, planned + i, planned + count)) {
+      sum.untouched = count - i;
+      break;
+    }
+    if (replacement.CarryOut(i)) touched.push_back(std::move(file));
+  }
+  if (touched.size() < count) undo.KeepOnly(touched);
+}
 
 }  // namespace
 
@@ -157,17 +194,23 @@ FileHits CountHits(const std::string& path, const TextScan& scan, OpenTexts& ope
 }
 
 ReplaceSum ReplaceInFiles(const std::vector<std::string>& paths, const TextScan& scan,
-                          std::string_view with, OpenTexts& open, ReplaceUndo& undo) {
+                          std::string_view with, OpenTexts& open, ReplaceUndo& undo,
+                          const ReplaceGoesOn& goesOn) {
   ReplaceSum sum;
   Replacement replacement(scan, with, open, sum);
-  for (const std::string& path : paths) replacement.Plan(path);
+  for (size_t i = 0; i < paths.size(); ++i) {
+    if (goesOn && !goesOn(paths[i], i, 2 * paths.size())) {
+      sum.whyNothing = "Stopped, nothing is replaced";
+      return sum;
+    }
+    replacement.Plan(paths[i]);
+  }
   if (replacement.files.empty()) return sum;
   if (const mavro::FileResult kept = undo.Begin(replacement.files); !kept.Ok()) {
     sum.whyNothing = "The old texts can't be kept: " + kept.error;
     return sum;
   }
-  for (const ReplacedFile& file : replacement.files) replacement.CarryOut(file);
-  if (sum.files == 0) undo.CallOff();
+  CarryOutAll(replacement, sum, undo, paths.size(), goesOn);
   return sum;
 }
 

@@ -49,7 +49,9 @@ std::string Named(const std::vector<std::string>& names) {
 // it has ended. A search that is over before anybody could read it shows nothing.
 class ProjectSearch::Progress {
  public:
-  explicit Progress(ProjectSearch& itsSearch) : search(itsSearch), frame(search.host.Frame()) {
+  // `itsVerb` is what is done with each file.
+  Progress(ProjectSearch& itsSearch, std::string itsVerb)
+      : search(itsSearch), frame(search.host.Frame()), verb(std::move(itsVerb)) {
     search.isRunning = true;
     search.isStopWanted = false;
     hasStop = !frame.IsDebuggerRunning();
@@ -66,8 +68,8 @@ class ProjectSearch::Progress {
   bool GoesOn(const std::string& file, size_t done, size_t total) {
     const auto now = Clock::now();
     if (now < next) return !search.isStopWanted;
-    next = now + cEvery;
-    frame.SetProgress("Searching " + MarkControlBytes(BaseName(file)), static_cast<int>(done),
+    next = now + search.shownEvery;
+    frame.SetProgress(verb + " " + MarkControlBytes(BaseName(file)), static_cast<int>(done),
                       static_cast<int>(total));
     frame.PumpMessages();
     return !search.isStopWanted;
@@ -75,12 +77,12 @@ class ProjectSearch::Progress {
 
  private:
   using Clock = std::chrono::steady_clock;
-  static constexpr auto cEvery = std::chrono::milliseconds(100);
 
   ProjectSearch& search;
   FrameShell& frame;
+  const std::string verb;
   const BuildInProgress keepsProject;
-  Clock::time_point next = Clock::now() + cEvery;
+  Clock::time_point next = Clock::now() + search.shownEvery;
   bool hasStop = false;
 };
 
@@ -147,7 +149,7 @@ void ProjectSearch::Find() {
   host.ShowResults();
   SearchSum sum;
   {
-    Progress progress(*this);
+    Progress progress(*this, "Searching");
     TabTexts open(host.Tabs());
     Results results(list, progress, files);
     sum = SearchFiles(files, TermNow(), open, results);
@@ -172,7 +174,7 @@ void ProjectSearch::Replace() {
   std::vector<FileHits> found;
   size_t missed = 0;
   {
-    Progress progress(*this);
+    Progress progress(*this, "Searching");
     for (size_t i = 0; i < files.size(); ++i) {
       if (!progress.GoesOn(files[i], i, files.size())) return Say("Stopped, nothing is replaced");
       FileHits hits = CountHits(files[i], scan, open);
@@ -187,11 +189,24 @@ void ProjectSearch::Replace() {
   ReplaceListDlg dialog(found, scan.Term().text, with);
   const std::vector<std::string> chosen = dialog.Choose();
   if (chosen.empty()) return;
-  TabTexts openNow(host.Tabs());
-  const ReplaceSum sum = ReplaceInFiles(chosen, scan, with, openNow, host.Undo());
+  ReplaceIn(chosen, scan.Term());
+}
+
+void ProjectSearch::ReplaceIn(const std::vector<std::string>& paths, const LineTerm& term) {
+  ReplaceSum sum;
+  {
+    Progress progress(*this, "Replacing in");
+    TabTexts open(host.Tabs());
+    sum = ReplaceInFiles(paths, TextScan(term), mavro::theSearch.replaceText, open, host.Undo(),
+                         [&](const std::string& path, size_t done, size_t total) {
+                           return progress.GoesOn(path, done, total);
+                         });
+  }
   std::string said =
       Counted(sum.hits, "hit", "hits") + " replaced in " + Counted(sum.files, "file", "files");
   if (sum.missed > 0) said += ", " + std::to_string(sum.missed) + " that the search misses stay";
+  if (sum.untouched > 0)
+    said += ", stopped: " + Counted(sum.untouched, "file stays", "files stay") + " as before";
   Say(sum.whyNothing.empty() ? said : sum.whyNothing);
   host.ResultsChanged();
   host.Tabs().CheckDisk();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 #include <vector>
 
@@ -25,11 +26,15 @@ class ProjectSearch {
   bool IsRunning() const { return isRunning; }
   void RequestStop() { isStopWanted = true; }
 
+  // How often the progress is shown. A search that ends sooner shows none.
+  std::chrono::milliseconds shownEvery{100};
+
  private:
   class Progress;
   class Results;
 
   bool Ask(FindInFilesDlg::Mode mode);
+  void ReplaceIn(const std::vector<std::string>& paths, const LineTerm& term);
   std::vector<std::string> Files() const;
   void Say(const std::string& text);
 

@@ -88,8 +88,13 @@ mavro::FileResult ReplaceUndo::Begin(const std::vector<ReplacedFile>& files) {
   return kept;
 }
 
-void ReplaceUndo::CallOff() {
+// If the shorter journal can't be written, the longer one does no harm.
+void ReplaceUndo::KeepOnly(const std::vector<ReplacedFile>& files) {
   if (ids.empty()) return;
+  if (!files.empty()) {
+    std::ignore = store.Keep(ids.back(), WriteReplaceJournal(files));
+    return;
+  }
   store.Drop(ids.back());
   ids.pop_back();
 }

@@ -53,8 +53,8 @@ class ReplaceUndo {
   // Notes the files of a replacement before the first of them is changed. After an error none may
   // be.
   mavro::FileResult Begin(const std::vector<ReplacedFile>& files);
-  // The replacement that was begun last has changed nothing.
-  void CallOff();
+  // The replacement that was begun last has ended and can have changed only these of its files.
+  void KeepOnly(const std::vector<ReplacedFile>& files);
   // Gives the files of the last replacement their old bytes, those that still have the new ones.
   // Others are refused and stay in the journal.
   UndoneReplace Undo(OpenTexts& open);

@@ -51,6 +51,10 @@ void ReplaceListDlg::Initialize() {
 	//!init
 	this->SetBounds(0, 0, 640, 400);
 	this->text = "Repace in project";
+	//!<Panel>
+	above.dock = Dock::cTop;
+	above.height = 6;
+	this->Add(&above);
 	//!<Label>
 	question.dock = Dock::cTop;
 	question.height = 24;
@@ -90,6 +94,10 @@ void ReplaceListDlg::Initialize() {
 	sum.dock = Dock::cBootom;
 	sum.height = 24;
 	this->Add(&sum);
+	//!<Panel>
+	gap.dock = Dock::cBootom;
+	gap.height = 6;
+	this->Add(&gap);
 	//!end
   // clang-format on
 }

@@ -25,11 +25,13 @@ class ReplaceListDlg : public mavro::Form {
  private:
   // clang-format off
 	//!decl
+	mavro::Panel above;
 	mavro::Label question;
 	mavro::ListView list;
 	mavro::Panel buttons;
 	mavro::Button all, none, replace, cancel;
 	mavro::Label sum;
+	mavro::Panel gap;
 	//!end
   // clang-format on
 

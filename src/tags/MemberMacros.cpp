@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "base/FileReader.h"
+#include "base/TextReader.h"
 #include "tags/TagParser.h"
 
 namespace zendry {
@@ -11,35 +11,6 @@ namespace {
 
 constexpr size_t cMostBody = 8192;
 constexpr std::string_view cBlanks = " \t";
-
-// Hands a text to the tag parser.
-class TextReader : public FileReader {
- public:
-  explicit TextReader(std::string_view newText) : text(newText) {}
-  ~TextReader() override { TextReader::close(); }
-
-  int getc() override {
-    return position < text.size() ? static_cast<unsigned char>(text[position++]) : -1;
-  }
-  void ungetc(int) override {
-    if (position > 0) --position;
-  }
-  mavro::FileResult open(const char*) override {
-    stream = this;
-    position = 0;
-    return {};
-  }
-  void close() override { stream = nullptr; }
-  size_t read(char* buffer, size_t size) override {
-    const size_t count = text.copy(buffer, size, position);
-    position += count;
-    return count;
-  }
-
- private:
-  std::string_view text;
-  size_t position = 0;
-};
 
 // Takes the word off the beginning of a text, and the blanks before it. False for another word.
 bool TakeWord(std::string_view& text, std::string_view word) {

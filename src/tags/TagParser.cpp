@@ -113,7 +113,8 @@ void TagParser::logMessage(std::string_view text, std::string_view detail) {
 }
 
 void TagParser::addTag(const TagFacts& entry) {
-  if (entry.name.empty() || entry.name.front() == '_' || tagCount > mostTags) return;
+  const bool isDropped = entry.name.empty() || (entry.name.front() == '_' && !keepReserved);
+  if (isDropped || tagCount > mostTags) return;
   CountTag();
   TagFacts told = entry;
   if (entry.typeRef == "@")

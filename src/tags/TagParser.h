@@ -72,6 +72,7 @@ class TagParser {
   bool keepFilePrivate = true;   // tags that are visible only in their own file are kept
   bool addQualifiedTag = false;  // a second tag of each member, named with its class
   bool readIfZero = false;       // the text after `#if 0` is read
+  bool keepReserved = false;     // names that begin with "_" are tags too
 
  private:
   bool OpenSource(const std::string& path);

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
-"""A class is found in the tree, gets a method by the wizard, and a call of it is followed and left again, all by keys and
-clicks. build/shots/browsing-*.png are what a person sees meanwhile."""
+"""A class is found in the tree, gets a method by the wizard, a call of it is followed and left again, and the method is
+renamed in the whole project and named back, all by keys and clicks, with builds in between. build/shots/browsing-*.png
+are what a person sees meanwhile."""
 import os
 import unittest
 
@@ -144,17 +145,65 @@ class Browsing(ZendryTest):
         self.wait_for_one_window()
         self.call_it(look)
 
+    def files(self):
+        return {name: read(self.path(name)) for name in ('shape.h', 'shape.cpp', 'main.cpp')}
+
+    def program_answers(self, what):
+        """Builds; the new program must have been made and must answer 6."""
+        program = self.path('out-rel/shapes.exe')
+        before = os.stat(program).st_mtime_ns if os.path.exists(program) else 0
+        self.window.key('F7')
+        wait_until(lambda: os.path.exists(program) and os.stat(program).st_mtime_ns != before,
+                   'a program is built ' + what)
+        self.window.wait_quiet()
+        self.assertEqual(len(self.window.titles()), 1, 'no message came ' + what)
+        self.assertEqual(run(program).returncode, 6, what)
+
+    def dialog(self, title, besides=()):
+        found = self.window.wait_for_window(besides=[self.window.main, *besides])
+        self.assertEqual(self.window.titles()[found], title)
+        return found
+
+    def rename_everywhere(self, look):
+        self.window.key('ctrl+shift+r')
+        asking = self.dialog('Repace in project')
+        self.window.type('area')
+        self.window.key('alt+p')
+        self.window.type('surface')
+        look('rename')
+        self.window.key('Return')
+        self.dialog('Repace in project', besides=[asking])
+        look('rename-list')
+        self.window.key('Return')
+        self.wait_for_one_window()
+        self.program_answers('with the new name')
+        for name, text in self.files().items():
+            self.assertIn('surface', text, name)
+            self.assertNotIn('area', text, name)
+
+    def name_back(self, before):
+        self.window.key('alt+t', 'u')
+        self.window.wait_quiet()
+        self.program_answers('with the old name')
+        for name in before:
+            compared = run('cmp', self.path(name), self.path(name + '.before'))
+            self.assertEqual(compared.returncode, 0, compared.stdout)
+
     def test_round_trip_builds(self):
         self.begin()
         self.find_class_in_tree(self.look)
         self.round_trip(self.look)
-        self.assertIn('  virtual int area(int height = 1) const;\n', read(self.path('shape.h')))
-        self.assertIn('int Shape::area(int height) const {\n    return its_width * height;\n}\n'
-                      .replace('    ', '  '), read(self.path('shape.cpp')))
-        compiled = run('g++', '-std=c++17', '-Wall', '-Werror', '-Wno-non-virtual-dtor', '-o', self.path('out'),
-                       self.path('shape.cpp'), self.path('main.cpp'))
-        self.assertEqual(compiled.returncode, 0, compiled.stderr)
-        self.assertEqual(run(self.path('out')).returncode, 6)
+        before = self.files()
+        self.assertIn('  virtual int area(int height = 1) const;\n', before['shape.h'])
+        self.assertIn('int Shape::area(int height) const {\n  return its_width * height;\n}\n', before['shape.cpp'])
+        for name, text in before.items():
+            write(self.path(name + '.before'), text)
+        self.program_answers('with the new method')
+        self.window.key('ctrl+w')  # replaced on the disk, the others in their editors
+        self.window.wait_quiet()
+        self.rename_everywhere(self.look)
+        self.look('renamed')
+        self.name_back(before)
         self.assertEqual(self.window.close(), 0)
 
 

@@ -75,6 +75,7 @@ struct RecordingShell : zendry::QuietShell {
   std::vector<std::string> progress;
   std::string activeFile;
   int mode = 0;
+  std::vector<int> columns;  // of the rows
   bool debuggerRuns = false;
 
   void AppendOutput(std::string_view text) override { output += text; }
@@ -82,7 +83,10 @@ struct RecordingShell : zendry::QuietShell {
     output.clear();
     events.push_back("clear output");
   }
-  void AddErrorRow(const zendry::ErrorRow& row) override { rows.push_back(RowText(row)); }
+  void AddErrorRow(const zendry::ErrorRow& row) override {
+    rows.push_back(RowText(row));
+    columns.push_back(row.column);
+  }
   void AppendToLastErrorRow(std::string_view text) override {
     if (!rows.empty()) rows.back() += text;
   }

@@ -6,8 +6,12 @@
 #include <QTextDocument>
 #include <QTextDocumentFragment>
 #include <QTextTable>
+#include <QTimer>
 #include <algorithm>
 #include <functional>
+#include <limits>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "NativeRich.h"
@@ -92,6 +96,7 @@ class RichBrowser final : public QTextBrowser {
   void BeginParagraph() { word = 0; }
 
   std::function<void()> onPaletteChange, onResized;
+  std::function<void()> needsAll;  // something is done that concerns the whole text
 
   // Inserts text at the cursor; its first word may continue the text before.
   void Insert(QTextCursor& cursor, const QString& text, const QTextCharFormat& format) {
@@ -135,6 +140,21 @@ class RichBrowser final : public QTextBrowser {
     return data;
   }
 
+  void keyPressEvent(QKeyEvent* event) override {
+    needsAll();
+    QTextBrowser::keyPressEvent(event);
+  }
+
+  void mousePressEvent(QMouseEvent* event) override {
+    needsAll();
+    QTextBrowser::mousePressEvent(event);
+  }
+
+  void contextMenuEvent(QContextMenuEvent* event) override {
+    needsAll();
+    QTextBrowser::contextMenuEvent(event);
+  }
+
   void resizeEvent(QResizeEvent* event) override {
     QTextBrowser::resizeEvent(event);
     if (onResized) onResized();
@@ -163,6 +183,17 @@ class RichBrowser final : public QTextBrowser {
 };
 
 class RichWindow final : public NativeRichView {
+  // What isn't shown yet of a text, and where it goes.
+  struct Rest {
+    Rest(RtfText&& itsText, QTextCursor itsCursor)
+        : text(std::move(itsText)), cursor(std::move(itsCursor)) {}
+    RtfText text;
+    QTextCursor cursor;
+    size_t paragraph = 0, run = 0;
+    qsizetype offset = 0;   // in the run
+    bool isInBlock = true;  // the cursor is in a paragraph that nothing was written to
+  };
+
  public:
   RichWindow(const CreateInfo& info, RichBrowser* itsView)
       : NativeRichView(info, itsView), view(itsView) {
@@ -171,6 +202,11 @@ class RichWindow final : public NativeRichView {
     view->setUndoRedoEnabled(false);
     view->setTextInteractionFlags(Qt::TextBrowserInteraction | Qt::TextSelectableByKeyboard);
     view->onResized = [this] { FitTables(); };
+    view->needsAll = [this] { ShowRest(); };
+    later.setSingleShot(true);
+    QObject::connect(&later, &QTimer::timeout, &context, [this] {
+      if (!ShowSome(cLaterLetters)) later.start(0);
+    });
     // Colours are chosen for the palette in force.
     view->onPaletteChange = [this] {
       if (IsRtf(Text())) ShowRich(ReadRtf(Text()));
@@ -192,11 +228,17 @@ class RichWindow final : public NativeRichView {
       ShowPlain(ToScreen(newText));
   }
 
-  void SelectAll() override { view->selectAll(); }
+  void SelectAll() override {
+    ShowRest();
+    view->selectAll();
+  }
   std::string SelectedText() const override {
     return FromScreen(view->Selected(view->textCursor()));
   }
-  std::string PlainText() const override { return FromScreen(view->All()); }
+  std::string PlainText() const override {
+    view->needsAll();
+    return FromScreen(view->All());
+  }
 
   // Enter follows the link that the keyboard has selected.
   bool WantsKey(int virtualKey) const override {
@@ -207,6 +249,7 @@ class RichWindow final : public NativeRichView {
  private:
   void ShowPlain(const QString& text) {
     tables.clear();
+    rest.reset();
     view->Begin();
     if (!HasLongWord(text)) return view->setPlainText(text);
     QTextCursor cursor(view->document());
@@ -216,39 +259,84 @@ class RichWindow final : public NativeRichView {
     view->moveCursor(QTextCursor::Start);
   }
 
-  void ShowRich(const RtfText& text) {
+  // The part that is seen at once, and a little more; the rest follows when the page is painted, in
+  // pieces that nobody notices.
+  void ShowRich(RtfText text) {
     tables.clear();
     view->Begin();
-    QTextCursor cursor(view->document());
-    cursor.beginEditBlock();
-    bool isInBlock = true;  // the cursor is in a paragraph that nothing was written to
-    for (size_t i = 0; i < text.paragraphs.size();) {
-      if (text.paragraphs[i].row >= 0) {
-        i = ShowRow(cursor, text, i);
-        isInBlock = true;
+    rest.emplace(std::move(text), QTextCursor(view->document()));
+    const bool isAll = ShowSome(cFirstLetters);
+    view->moveCursor(QTextCursor::Start);
+    if (!isAll) later.start(cUntilPainted);
+  }
+
+  void ShowRest() { ShowSome(std::numeric_limits<qsizetype>::max()); }
+
+  // Shows about as many letters more; true if that is all.
+  bool ShowSome(qsizetype letters) {
+    if (!rest) return true;
+    Rest& from = *rest;
+    const std::vector<RtfParagraph>& paragraphs = from.text.paragraphs;
+    from.cursor.beginEditBlock();
+    while (from.paragraph < paragraphs.size() && letters > 0) {
+      if (paragraphs[from.paragraph].row >= 0) {
+        from.paragraph = ShowRow(from.cursor, from.text, from.paragraph);
+        from.isInBlock = true;
         continue;
       }
-      if (!isInBlock) cursor.insertBlock();
-      isInBlock = false;
-      ShowParagraph(cursor, text, text.paragraphs[i++], view->palette().color(QPalette::Base));
+      letters = ShowPiece(from, letters);
     }
-    cursor.endEditBlock();
-    view->moveCursor(QTextCursor::Start);
+    const bool isAll = from.paragraph >= paragraphs.size();
+    from.cursor.endEditBlock();
+    if (isAll) rest.reset();
+    return isAll;
+  }
+
+  // Shows a paragraph outside of tables, or the part of it that is left, or as many letters of that
+  // as are wanted. Answers how many are wanted still.
+  qsizetype ShowPiece(Rest& from, qsizetype letters) {
+    const RtfParagraph& paragraph = from.text.paragraphs[from.paragraph];
+    if (from.run == 0 && from.offset == 0) {
+      if (!from.isInBlock) from.cursor.insertBlock();
+      from.isInBlock = false;
+      from.cursor.setBlockFormat(FormatOf(paragraph));
+      view->BeginParagraph();
+    }
+    const QColor paper = view->palette().color(QPalette::Base);
+    while (from.run < paragraph.runs.size() && letters > 0) {
+      const RtfRun& run = paragraph.runs[from.run];
+      const QString shown = ShownText(run, paragraph);
+      const QString piece = shown.mid(from.offset, letters);
+      view->Insert(from.cursor, piece, FormatOf(run.style, from.text, view->palette(), paper));
+      letters -= std::max<qsizetype>(piece.size(), 1);
+      from.offset += piece.size();
+      if (from.offset < shown.size()) continue;
+      from.offset = 0;
+      ++from.run;
+    }
+    if (from.run < paragraph.runs.size()) return 0;
+    from.run = 0;
+    ++from.paragraph;
+    return letters - 1;
+  }
+
+  // A block is laid out whole, and only those in view at once: where a paragraph and its lines look
+  // the same, each line is a block.
+  static QString ShownText(const RtfRun& run, const RtfParagraph& paragraph) {
+    const bool linesAreBlocks =
+        paragraph.firstIndent == 0 && paragraph.before == 0 && paragraph.after == 0;
+    QString shown = ToScreen(run.text);
+    if (!linesAreBlocks) shown.replace('\n', QChar::LineSeparator);
+    return shown;
   }
 
   void ShowParagraph(QTextCursor& cursor, const RtfText& text, const RtfParagraph& paragraph,
                      const QColor& background) {
     cursor.setBlockFormat(FormatOf(paragraph));
     view->BeginParagraph();
-    // A block is laid out whole, and only those in view at once: where a paragraph and its lines
-    // look the same, each line is a block.
-    const bool linesAreBlocks =
-        paragraph.firstIndent == 0 && paragraph.before == 0 && paragraph.after == 0;
-    for (const RtfRun& run : paragraph.runs) {
-      QString shown = ToScreen(run.text);
-      if (!linesAreBlocks) shown.replace('\n', QChar::LineSeparator);
-      view->Insert(cursor, shown, FormatOf(run.style, text, view->palette(), background));
-    }
+    for (const RtfRun& run : paragraph.runs)
+      view->Insert(cursor, ShownText(run, paragraph),
+                   FormatOf(run.style, text, view->palette(), background));
   }
 
   // Shows a row of a table, whose first paragraph is `first`. Answers the first one after it.
@@ -302,6 +390,10 @@ class RichWindow final : public NativeRichView {
     return QFontMetricsF(font).height();
   }
 
+  static constexpr qsizetype cFirstLetters = 6000;  // more than a large window shows
+  static constexpr qsizetype cLaterLetters = 6000;
+  static constexpr int cUntilPainted = 20;  // milliseconds
+
   struct ShownRow {
     QTextTable* table;  // owned by the document
     RtfRow row;
@@ -310,6 +402,8 @@ class RichWindow final : public NativeRichView {
 
   RichBrowser* const view;
   std::vector<ShownRow> tables;
+  std::optional<Rest> rest;
+  QTimer later;
   QObject context;  // ends the connections with this window
 };
 

@@ -135,6 +135,46 @@ TEST_F(IdeBrowsing, BackAndForward_ThroughTheJumps) {
   });
 }
 
+TEST_F(IdeBrowsing, RowsOfErrors_LeadToTheColumnThatTheCompilerNames) {
+  ide.Run({ide.Project({{"a.cpp", "int a;\n\tint b = \"\xC3\xA4\" + c;\n"}})}, [&] {
+    // gcc: 8 columns for the TAB, one for the letter of two bytes.
+    const std::pair<int, int> places[] = {{9, 1}, {17, 9}, {19, 12}, {23, 16}, {2, 1}, {1000, 18}};
+    for (const auto& [column, byte] : places) {
+      theMainForm->ClearErrorRows();
+      theMainForm->AddErrorRow({"a.cpp", 2, "error", column});
+      theMainForm->ShowErrorRow(0);
+      EXPECT_EQ(Place(), "a.cpp:2");
+      EXPECT_EQ(Front().CaretPosition() - Front().LineStart(1), byte) << column;
+    }
+    theMainForm->AddErrorRow({"a.cpp", 1, "error"});
+    theMainForm->AddErrorRow({"a.cpp", 200, "error", 3});
+    theMainForm->ShowErrorRow(1);
+    EXPECT_EQ(Front().CaretPosition(), 0) << "without a column the beginning of the line";
+    theMainForm->ShowErrorRow(2);
+  });
+}
+
+TEST_F(IdeBrowsing, FindSymbol_OfALibrary_OpensItsHeaderAtTheLine) {
+  const std::string source =
+      "#include <string>\n#include <stdio.h>\n"
+      "int f(std::string text) {\n  text.push_back('a');\n  return printf(\"a\");\n}\n";
+  ide.Run({ide.Project({{"a.cpp", source}})}, [&] {
+    const auto lineAfterF12 = [&](int line, const std::string& before) {
+      Tabs().OpenFile(ide.files.Path("a.cpp"));
+      PutCaret(line, before);
+      Press(Qt::Key_F12);
+      const int at = Front().CaretLine();
+      return Front().GetRange(Front().LineStart(at), Front().LineEnd(at));
+    };
+    EXPECT_THAT(lineAfterF12(5, "rintf"), testing::HasSubstr("extern int printf ("));
+    EXPECT_EQ(Tabs().Active()->caption, "stdio.h");
+    EXPECT_THAT(lineAfterF12(3, "tring text"), testing::HasSubstr("string;"));
+    EXPECT_EQ(Tabs().Active()->caption, "stringfwd.h");
+    Press(Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(Place(), "a.cpp:3");
+  });
+}
+
 TEST_F(IdeBrowsing, Back_FromTheErrorListAndTheTree_AfterLinesHaveCome) {
   Run([&] {
     PutCaret(5, "next");

@@ -10,6 +10,7 @@
 #include <QTextBrowser>
 #include <QTextTable>
 #include <ctime>
+#include <functional>
 #include <memory>
 
 #include "EventLog.h"
@@ -158,6 +159,63 @@ TEST(RichView, LongWordOfPairs_StaysWhole) {
       EXPECT_FALSE(block.text().front().isLowSurrogate());
     EXPECT_EQ(form.view.PlainText(), word);
   });
+}
+
+// What is seen is shown at once, the rest when it has been painted.
+struct LongForm : RichForm {
+  LongForm() {
+    text = "";
+    for (int line = 0; line < cLines; ++line)
+      plain += "line " + std::to_string(line) + " with some words\n";
+    rtf = "{\\rtf1\\ansi ";
+    for (const char c : plain) c == '\n' ? rtf += "\\line " : rtf += c;
+    plain.pop_back();
+    rtf.replace(rtf.size() - 6, 6, "\\par}");
+  }
+  int Letters() { return Widget()->document()->characterCount(); }
+  static constexpr int cLines = 1500;
+  std::string plain, rtf;
+};
+
+TEST(RichView, LongText_ItsBeginningIsShownAtOnce_TheRestFollows) {
+  LongForm form;
+  test::RunForm(form, false, [&] {
+    form.view.text = form.rtf;
+    EXPECT_LT(form.Letters(), 20'000);
+    EXPECT_GT(form.Letters(), 5'000);
+    EXPECT_TRUE(test::WaitFor([&] { return form.Letters() > 30'000; }));
+    EXPECT_TRUE(test::WaitFor([&] { return form.view.PlainText() == form.plain; }));
+    EXPECT_EQ(form.Widget()->verticalScrollBar()->value(), 0) << "the beginning stays in view";
+    EXPECT_EQ(form.Widget()->textCursor().position(), 0);
+  });
+}
+
+TEST(RichView, LongText_IsWholeForWhoeverReadsSelectsOrGoesToItsEnd) {
+  const std::function<void(LongForm&)> uses[] = {
+      [](LongForm& form) { EXPECT_TRUE(form.view.PlainText() == form.plain); },
+      [](LongForm& form) {
+        form.view.SelectAll();
+        EXPECT_TRUE(form.view.SelectedText() == form.plain);
+      },
+      [](LongForm& form) {
+        form.view.Focus();
+        test::Key(form, Qt::Key_End, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_TRUE(form.view.SelectedText() == form.plain);
+      },
+  };
+  for (const auto& use : uses) {
+    LongForm form;
+    test::RunForm(form, false, [&] {
+      form.view.text = form.rtf;
+      ASSERT_LT(form.Letters(), 20'000);
+      use(form);
+      form.view.text = "{\\rtf1 short\\par}";
+      EXPECT_EQ(form.view.PlainText(), "short") << "nothing of the text before comes later";
+      int passes = 0;
+      test::WaitFor([&passes] { return ++passes > 50; });
+      EXPECT_EQ(form.view.PlainText(), "short");
+    });
+  }
 }
 
 // A word without a place to break it costs no more than a text of its length.

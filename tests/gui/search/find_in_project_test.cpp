@@ -146,6 +146,43 @@ TEST_F(IdeFindInProject, TheStopButton_EndsALongSearch_WhichShowsItsProgress) {
   });
 }
 
+TEST_F(IdeFindInProject, TheStopButton_EndsAReplacement_WhoseFilesCanBeUndone) {
+  constexpr size_t cFiles = 40;
+  std::vector<IdeDriver::File> sources;
+  for (size_t i = 0; i < cFiles; ++i) sources.push_back({std::to_string(i) + ".cpp", "old\n"});
+  const std::string project = ide.Project(sources);
+  ide.Run({project}, [&] {
+    ProjectSearch& search = theMainForm->search->commands;
+    search.shownEvery = std::chrono::milliseconds(0);
+    const auto changed = [&] {
+      size_t count = 0;
+      for (const auto& source : sources) count += ide.files.Read(source.name) == "new\n";
+      return count;
+    };
+    std::string progress;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, [&] {
+      if (!search.IsRunning() || changed() < 3) return;
+      timer.stop();
+      progress = IdeDriver::Status();
+      test::ClickToolRow(theMainForm->toolBar, cStopRow);
+    });
+    timer.start(0);
+    Replace("old", "new", Accept);
+    EXPECT_THAT(progress, HasSubstr("Replacing in "));
+    const size_t written = changed();
+    EXPECT_GE(written, 3u);
+    EXPECT_LT(written, cFiles);
+    EXPECT_EQ(IdeDriver::Status(),
+              std::to_string(written) + " hits replaced in " + std::to_string(written) +
+                  " files, stopped: " + std::to_string(cFiles - written) + " files stay as before");
+    EXPECT_FALSE(theMainForm->toolBar.GetRow(cStopRow).enabled);
+    theToolActs.OnCommand(cUndoReplaceCommand);
+    EXPECT_EQ(changed(), 0u);
+    EXPECT_FALSE(theMainForm->CanAct(theToolActs.Find(cUndoReplaceCommand)));
+  });
+}
+
 TEST_F(IdeFindInProject, Replace_ChangesTickedFiles_AndUndoBringsThemBack) {
   const std::string project = ide.Project(
       {{"a.cpp", "old\r\nold\n"}, {"b.cpp", "old\n"}, {"c.cpp", "// old\n"}, {"d.cpp", "none\n"}});

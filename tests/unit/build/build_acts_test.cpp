@@ -243,9 +243,10 @@ TEST_F(BuildTest, CompileError_EndsTheBuildAndShowsTheFirstRow) {
 
 TEST_F(BuildTest, Warnings_AreCountedAndDoNotEndTheBuild) {
   build.Add("a.cpp", cMain);
-  build.tools.Order("g++", "print a.cpp:3:1: warning: odd\nprint   more\nexit 0\n");
+  build.tools.Order("g++", "print a.cpp:3:7: warning: odd\nprint   more\nexit 0\n");
   build.acts.OnCommand(cMakeCommand);
   EXPECT_THAT(build.shell.rows.at(0), "a.cpp:3: warning: odd  more");
+  EXPECT_EQ(build.shell.columns.at(0), 7);
   EXPECT_THAT(Output(), HasSubstr("Build succeeded  errors: 0  warnings: 1"));
 }
 

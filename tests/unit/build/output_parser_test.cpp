@@ -95,6 +95,15 @@ TEST(CompilerOutput, column_is_passed_over) {
   EXPECT_EQ(reading.warnings, 1);
 }
 
+TEST(CompilerOutput, column_is_kept_for_the_caret) {
+  CompileLines state;
+  EXPECT_EQ(ReadCompileLine(state, "a.cpp:12:5: error: x").row.column, 5);
+  EXPECT_EQ(ReadCompileLine(state, "a.cpp:13: error: x").row.column, 0);
+  EXPECT_EQ(ReadCompileLine(state, "a.cpp:14:999999: error: x").row.column, 999999);
+  EXPECT_EQ(ReadCompileLine(state, "a.cpp:15:1234567: error: x").row.column, 0);
+  EXPECT_EQ(ReadCompileLine(state, "a.cpp:16: 5: x").row.column, 0);
+}
+
 TEST(CompilerOutput, digits_that_are_no_column) {
   EXPECT_EQ(Compile({"a.cpp:12: 5: x"}).rows, Rows{"a.cpp|12|5: x"});
   EXPECT_EQ(Compile({"a.cpp:12:5 apples"}).rows, Rows{"a.cpp|12| apples"});

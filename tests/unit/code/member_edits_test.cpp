@@ -266,6 +266,24 @@ TEST_F(MemberEditsTest, Insert_ClassClosedByAMacro_GoesBehindTheMember) {
   EXPECT_EQ(Header(), "class A {\n  int f();\n  int h();\n  int g();\nEND_OF_CLASS\n");
 }
 
+TEST_F(MemberEditsTest, Insert_IntoTextsThatDoNotParse_LeavesAllElse) {
+  const std::string brokenHeader = "class A {\n  int f();\n  int g(;\n  }} @@@ \"\n";
+  const std::string brokenSource = "int A::f() {\n  return (1;\n}\n}}} '\n";
+  Add("a.h", brokenHeader);
+  Add("a.cpp", brokenSource);
+  Insert(Item("A", "f"), "int h()");
+  EXPECT_EQ(Header(), "class A {\n  int f();\n  int h();\n  int g(;\n  }} @@@ \"\n");
+  std::string rest = Source();
+  const std::string added = "int A::h() {\n  @\n}\n";
+  const size_t at = rest.find(added);
+  ASSERT_NE(at, rest.npos) << rest;
+  rest.erase(at, added.size());
+  std::erase(rest, '\n');
+  std::string before = brokenSource;
+  std::erase(before, '\n');
+  EXPECT_EQ(rest, before) << "every byte but empty lines is where it was";
+}
+
 TEST_F(MemberEditsTest, Insert_TextThatHasChangedSince_ChangesNothing) {
   Add("a.h", cHeader);
   Add("a.cpp", cSource);

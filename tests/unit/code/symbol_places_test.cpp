@@ -132,6 +132,119 @@ TEST_F(SymbolPlacesTest, AtCaret_NameOfTheLibrary_IsNoPlaceInTheText) {
   EXPECT_EQ(answer.name, "vector");
 }
 
+TEST_F(SymbolPlacesTest, AtCaret_OverloadsWithAsManyArguments_TheirTypesDecide) {
+  project.Add("/p/pen.h",
+              "struct Base { float weight; };\n"
+              "struct Derived : Base {};\n"
+              "struct Other {};\n"
+              "class Pen {\n"
+              " public:\n"
+              "  void put(int n);\n"               // 6
+              "  void put(double d);\n"            // 7
+              "  void put(const char* text);\n"    // 8
+              "  void put(const Base* base);\n"    // 9
+              "  void put(const Other& other);\n"  // 10
+              "  void put(bool on);\n"             // 11
+              "  void put(char c);\n"              // 12
+              "  void put(int n, Other o);\n"      // 13
+              "  void put(int n, double d);\n"     // 14
+              "};\n"
+              "void draw(Pen& pen);\n"           // 16
+              "void draw(Base base);\n"          // 17
+              "void draw(const char text[]);\n"  // 18
+  );
+  const auto at = [this](const std::string& call) {
+    return At(
+        "#include \"pen.h\"\nvoid f(Pen pen, Derived d, Other* o, int n) {\n  const double x = "
+        "1;\n  " +
+        call + "\n}\n");
+  };
+  EXPECT_EQ(at("pen.pu@t(1);"), "pen.h:6");
+  EXPECT_EQ(at("pen.pu@t(-1.5);"), "pen.h:7");
+  EXPECT_EQ(at("pen.pu@t(x);"), "pen.h:7");
+  EXPECT_EQ(at("pen.pu@t(d.weight);"), "pen.h:7") << "a float becomes a double";
+  EXPECT_EQ(at("pen.pu@t(\"a\" \"b\");"), "pen.h:8");
+  EXPECT_EQ(at("pen.pu@t(&d);"), "pen.h:9") << "a base";
+  EXPECT_EQ(at("pen.pu@t(*o);"), "pen.h:10");
+  EXPECT_EQ(at("pen.pu@t(!n);"), "pen.h:11");
+  EXPECT_EQ(at("pen.pu@t(true);"), "pen.h:11");
+  EXPECT_EQ(at("pen.pu@t('a');"), "pen.h:12");
+  EXPECT_EQ(at("pen.pu@t(unknown());"), "pen.h:6") << "the first";
+  EXPECT_EQ(at("pen.pu@t(n, 2.5);"), "pen.h:14");
+  EXPECT_EQ(at("pen.pu@t(n, *o);"), "pen.h:13");
+  EXPECT_EQ(at("dra@w(pen);"), "pen.h:16");
+  EXPECT_EQ(at("dra@w(d);"), "pen.h:17");
+  EXPECT_EQ(at("dra@w(\"text\");"), "pen.h:18");
+}
+
+TEST_F(SymbolPlacesTest, AtCaret_WhatTheFunctionItselfDeclares) {
+  EXPECT_EQ(At("template <class Unit>\nvoid f() {\n  Un@it u;\n}\n"), "main.cpp:1");
+  EXPECT_EQ(At("void f() {\n  using far = std::ratio<1, 3>;\n  g<fa@r>();\n}\n"), "main.cpp:2");
+  EXPECT_EQ(At("void f() {\n  ns::store<int> kept;\n  kep@t.clear();\n}\n"), "main.cpp:2");
+  EXPECT_EQ(At("int old(a, b)\n  int a;\n  long b;\n{\n  return @b;\n}\n"), "main.cpp:3");
+  EXPECT_EQ(At("void f(int a,\n  int b) {\n  g(a,\n    @b);\n}\n"), "main.cpp:2");
+  EXPECT_EQ(At("struct P { int width; P(int width)\n  : wi@dth(width) {} };\n"), "main.cpp:1")
+      << "the member, not the parameter";
+}
+
+TEST_F(SymbolPlacesTest, AtCaret_Labels) {
+  EXPECT_EQ(At("int f() {\n  goto er@ror;\nerror:\n  return 1;\n}\n"), "main.cpp:3");
+  EXPECT_EQ(At("int g() {\nend:\n  goto en@d;\n}\nint f() {\nend:\n  return 1;\n}\n"), "main.cpp:2")
+      << "the nearest";
+  EXPECT_EQ(At("int f() {\n  goto nowhe@re;\n}\n"), "none");
+}
+
+TEST_F(SymbolPlacesTest, AtCaret_AClassBeforeItsMemberOrAName_IsTheClass) {
+  const std::string head = "#include \"node.h\"\n";
+  project.Add("/p/node.h",
+              "class Node {\n public:\n  Node(int n);\n  Node* next();\n};\ntypedef int Count;\n");
+  EXPECT_EQ(At(head + "No@de::Node(int n) {}\n"), "node.h:1");
+  EXPECT_EQ(At(head + "Node::No@de(int n) {}\n"), "node.h:3");
+  EXPECT_EQ(At(head + "API No@de* Node::next() {}\n"), "node.h:1");
+  EXPECT_EQ(At(head + "void f(Node* a,\n  Cou@nt n, Count m);\n"), "node.h:6");
+  EXPECT_EQ(At(head + "int f(int a, int Node) { return a * No@de; }\n"), "main.cpp:2");
+}
+
+TEST_F(SymbolPlacesTest, AtCaret_StructureAndTypeOfOneName_TheWordBeforeDecides) {
+  project.Add("/p/list.h", "typedef struct List List;\nstruct List {\n  int length;\n};\n");
+  EXPECT_EQ(At("#include \"list.h\"\nvoid f(Li@st* l);\n"), "list.h:1");
+  EXPECT_EQ(At("#include \"list.h\"\nvoid f(struct Li@st* l);\n"), "list.h:2");
+}
+
+TEST_F(SymbolPlacesTest, AtCaret_AnArgumentInALineOfItsOwn_IsNoDeclaration) {
+  project.Add("/p/style.h", "enum Style {\n  cPlain,\n  cBold\n};\n");
+  EXPECT_EQ(At("#include \"style.h\"\nint f(char* d) { return g(&d, (char*)\"a\", -1,\n"
+               "  cPla@in); }\n"),
+            "style.h:2");
+}
+
+TEST_F(SymbolPlacesTest, AtCaret_WithoutPlace_TellsWhatToLookForInFiles) {
+  TagClass& record = project.library.classes["string"];
+  record.name = "string";
+  record.signature = "basic_string";
+  record.inheritance = "holder";
+  record.members.emplace_back().name = "push_back";
+  record.members.back().kind = 'p';
+  project.library.Changed();
+  const std::string head = "class Own : public Base {\n  void f(std::string text);\n};\n";
+  At(head + "void f(std::string text) { text.push_@back('a'); }\n");
+  EXPECT_EQ(answer.unplaced.name, "push_back");
+  EXPECT_EQ(answer.name, "string::push_back");
+  EXPECT_TRUE(answer.unplaced.isMember);
+  EXPECT_EQ(answer.unplaced.classes,
+            (std::vector<std::string>{"string", "basic_string", "holder"}));
+  project.library.classes["string"].signature = "";
+  At(head + "void f(std::string* text) { text->push_@back('a'); }\n");
+  EXPECT_EQ(answer.unplaced.classes,
+            (std::vector<std::string>{"string", "basic_string", "holder"}));
+  At(head + "void Own::f(std::string text) { _hid@den = 1; }\n");
+  EXPECT_EQ(answer.unplaced.name, "_hidden");
+  EXPECT_FALSE(answer.unplaced.isMember);
+  EXPECT_EQ(answer.unplaced.classes, (std::vector<std::string>{"Own", "Base"}));
+  At("int f() { return std::chrono::nowhe@re(); }\n");
+  EXPECT_EQ(answer.unplaced.nameSpace, "chrono");
+}
+
 TEST_F(SymbolPlacesTest, Around_TheSignatureAtTheCaretDecides) {
   EXPECT_EQ(Around("/p/shape.h", WithCaret(cHeader, "  void draw(in"), Want::cDefinition),
             "shape.cpp:3");

@@ -152,6 +152,51 @@ TEST_F(FileReplaceTest, ARefusedOne_DoesNotHideTheOneBefore) {
   EXPECT_EQ(folder.Read("a"), "one");
 }
 
+// Stops before the call of this number, counted from 0.
+ReplaceGoesOn StopAt(int& calls, int last) {
+  return [&calls, last](const std::string&, size_t done, size_t total) {
+    EXPECT_LT(done, total);
+    return calls++ < last;
+  };
+}
+
+TEST_F(FileReplaceTest, Stopped_WhatIsWrittenStays_AndOnlyThatIsUndone) {
+  const std::vector<std::string> paths = {folder.Write("a", "one"), folder.Write("b", "one"),
+                                          folder.Write("c", "one")};
+  for (int last = 0; last <= 6; ++last) {
+    int calls = 0;
+    const ReplaceSum sum =
+        ReplaceInFiles(paths, TextScan({"one"}), "two", open, undo, StopAt(calls, last));
+    const size_t written = static_cast<size_t>(std::max(last - 3, 0));
+    EXPECT_EQ(sum.files, written) << last;
+    EXPECT_EQ(sum.whyNothing.empty(), last >= 3) << last;
+    EXPECT_EQ(sum.untouched, last < 3 ? 0 : 3 - written) << last;
+    for (size_t i = 0; i < 3; ++i)
+      EXPECT_EQ(mavro::ReadFileText(paths[i]).text, i < written ? "two" : "one") << last;
+    if (written < 3) folder.Write("c", "changed by the user, which doesn't matter");
+    const UndoneReplace undone = undo.Undo(open);
+    EXPECT_EQ(undone.restored, written) << last;
+    EXPECT_EQ(undone.wasThereOne, written > 0) << last;
+    EXPECT_THAT(undone.refused, IsEmpty()) << last;
+    EXPECT_THAT(store.journals, IsEmpty()) << last;
+    folder.Write("c", "one");
+  }
+}
+
+TEST_F(FileReplaceTest, ATextThatIsTypedIntoMeanwhile_StaysAndIsNamed) {
+  const std::string a = folder.Write("a", "old"), b = folder.Write("b", "old");
+  open.texts[a].text = "old";
+  const ReplaceSum sum = ReplaceInFiles({a, b}, TextScan({"old"}), "new", open, undo,
+                                        [&](const std::string&, size_t done, size_t) {
+                                          if (done == 2) open.texts[a].text = "typed old";
+                                          return true;
+                                        });
+  EXPECT_EQ(open.texts[a].text, "typed old");
+  EXPECT_THAT(sum.failed, ElementsAre(HasSubstr("was changed meanwhile")));
+  EXPECT_EQ(folder.Read("b"), "new");
+  EXPECT_THAT(undo.Undo(open).refused, IsEmpty());
+}
+
 TEST_F(FileReplaceTest, AFullDisk_LeavesEachFileWhole) {
   test::TempFolder disk;
   const int answer = test::RunOnSmallDisk(disk.Path(), "200k", [&] {

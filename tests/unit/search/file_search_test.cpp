@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include <filesystem>
+#include <functional>
+
 #include "TempFolder.h"
 #include "TextsInMemory.h"
 
@@ -19,9 +22,13 @@ struct Heard : SearchListener {
                    std::string(text));
   }
   void MissedFollow(size_t count) override { rows.push_back("missed " + std::to_string(count)); }
-  bool GoesOn(size_t done, size_t) override { return done < mostFiles; }
+  bool GoesOn(size_t done, size_t) override {
+    if (before) before(done);
+    return done < mostFiles;
+  }
 
   std::vector<std::string> rows;
+  std::function<void(size_t)> before;  // each file is searched
   size_t mostFiles = SIZE_MAX;
 };
 
@@ -87,6 +94,20 @@ TEST_F(FileSearchTest, AStop_EndsIt_AndKeepsWhatWasFound) {
   heard.mostFiles = 1;
   EXPECT_TRUE(Search({a, b}, {"x"}).isStopped);
   EXPECT_THAT(heard.rows, ElementsAre("a.cpp:1:x"));
+}
+
+TEST_F(FileSearchTest, FilesThatVanishGrowOrBecomeFolders_WhileItSearches) {
+  const std::string a = folder.Write("a.cpp", "x"), b = folder.Write("b.cpp", "x"),
+                    c = folder.Write("c.cpp", "x"), d = folder.Write("d.cpp", "x");
+  heard.before = [&](size_t done) {
+    if (done == 1) std::filesystem::remove(b);
+    if (done == 2) folder.Write("c.cpp", std::string(5'000'000, ' ') + "\nx\nx");
+    if (done == 3) std::filesystem::remove(d);
+    if (done == 3) std::filesystem::create_directory(d);
+  };
+  const SearchSum sum = Search({a, b, c, d}, {"x"});
+  EXPECT_THAT(heard.rows, ElementsAre("a.cpp:1:x", "c.cpp:2:x", "c.cpp:3:x"));
+  EXPECT_EQ(sum.unread, 2u);
 }
 
 TEST_F(FileSearchTest, AHugeLine_IsCutInTheList) {
