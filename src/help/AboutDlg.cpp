@@ -61,6 +61,7 @@ void AboutDlg::Initialize() {
 	this->Add(&licences);
 	//!<Button>
 	okButton.SetBounds(376, 376, 90, 30);
+	okButton.text = "OK";
 	okButton.kind = Button::cCancel;
 	this->Add(&okButton);
 	//!end
