@@ -41,10 +41,19 @@ std::string_view FormText::Line(int line) const {
   return std::string_view(text).substr(start, LineStart(line + 1) - start);
 }
 
+// What follows the last marker is not read for the lines of markers.
+void FormText::FindBlocks(size_t end) const {
+  constexpr std::string_view cMarker = "//!";
+  if (end <= known) return;
+  const size_t last = text.rfind(cMarker);
+  const bool isEnough = last != std::string::npos && last + cMarker.size() >= end;
+  known = isEnough ? last + cMarker.size() : std::max(end, text.size());
+  blocks = FindFormBlocks(std::string_view(text).substr(0, known));
+}
+
 FormTag FormText::TagAtLine(int line) const {
-  if (!isParsed) blocks = FindFormBlocks(text);
-  isParsed = true;
   const size_t place = LineStart(line);
+  FindBlocks(place + 1);
   const auto around = [place](const FormBlock& one) {
     return one.start < place && place < one.end;
   };

@@ -29,11 +29,13 @@ class FormText {
 
  private:
   const std::vector<size_t>& Starts() const;
+  // Finds the blocks that begin before `end`.
+  void FindBlocks(size_t end) const;
 
   const std::string path;
   const std::string text;
   mutable std::vector<size_t> starts;  // of the lines, found when they are first asked for
-  mutable bool isParsed = false;
+  mutable size_t known = 0;            // the bytes that `blocks` are of
   mutable std::vector<FormBlock> blocks;
 };
 

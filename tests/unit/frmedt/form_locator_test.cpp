@@ -69,6 +69,14 @@ TEST(FormText, TagAtLine_IsTheClassOfAMethod) {
   EXPECT_EQ(Owner("A::A() : b(1) {\n//!init\n"), "A");
 }
 
+TEST(FormText, TagAtLine_IsToldBehindTheLastMarker) {
+  const FormTextPtr text = Text("class A {\n//!decl\n//!end\n};\nclass B {\nint x;\n};\n");
+  EXPECT_EQ(text->TagAtLine(1).className, "A");
+  EXPECT_EQ(text->TagAtLine(5).className, "B");
+  EXPECT_EQ(text->TagAtLine(2).className, "A");
+  EXPECT_EQ(text->TagAtLine(7).className, "");
+}
+
 TEST(FormText, TagAtLine_IsEmptyOutside) {
   EXPECT_EQ(Owner("//!decl\n"), "");
   EXPECT_EQ(Owner("class A {\n};\n//!decl\n"), "");

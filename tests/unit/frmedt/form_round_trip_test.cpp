@@ -153,7 +153,7 @@ void ExpectDeclarationsNamed(const Lines& decl, const FormData& form,
   for (size_t line = 1; line < decl.size(); ++line) {
     if (WithoutBlanks(decl[line]).empty() || IsNamed(losses, line, true)) continue;
     const std::multiset<std::string> declared = Declared({decl[line]});
-    if (declared.empty()) EXPECT_TRUE(same.contains(WithoutBlanks(decl[line]))) << decl[line];
+    EXPECT_TRUE(!declared.empty() || same.contains(WithoutBlanks(decl[line]))) << decl[line];
     for (const std::string& one : declared) {
       const auto at = written.find(one);
       ASSERT_NE(at, written.end()) << decl[line];
