@@ -56,6 +56,7 @@ AboutDlg::AboutDlg() {
   licences.SetBounds(cMargin, top, width, cLicencesHeight);
   top += cLicencesHeight + cMargin;
   ok.kind = mavro::Button::cCancel;  // Escape presses it too
+  ok.text = "OK";
   ok.SetBounds(cWidth - cMargin - cButtonWidth, top, cButtonWidth, cButtonHeight);
   SetSize(cWidth, top + cButtonHeight + cMargin);
   for (mavro::Control* control :
