@@ -9,7 +9,7 @@
 #include "Scroller.h"
 
 namespace mavro {
-class Action;
+struct Action;
 }
 
 namespace zendry {

@@ -6,6 +6,9 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <algorithm>
+#include <cctype>
+#include <cmath>
 #include <map>
 #include <set>
 #include <string>

@@ -4,6 +4,7 @@
 #include <QGlyphRun>
 #include <QString>
 #include <QTextLayout>
+#include <algorithm>
 #include <cmath>
 
 #include "QtText.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 #include "EditorColours.h"
