@@ -7,6 +7,7 @@ namespace zendry {
 
 // A demo of the installation.
 struct Demo {
+  int place = 0;  // in the wizard's list of demos
   std::string title;
   std::string sentence;  // what it shows
   std::string picture;   // the path of its picture, which may be missing

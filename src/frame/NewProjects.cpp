@@ -168,9 +168,10 @@ void CreateFromImport(ProjectPlace place, Import import) {
 
 }  // namespace
 
-void MakeNewProject() {
+void MakeNewProject(int firstPage, int demo) {
   const mavro::FileText list = mavro::ReadFileText(RepositoryPath() + "items.def");
   NewProjectDialog dialog(ReadRepositoryItems(list.text), FolderToOffer());
+  dialog.Begin(firstPage, demo);
   if (dialog.Run(true) != mavro::Form::cOk) return;
   ProjectPlace place;
   if (!TakePlace(dialog.place, place)) return;

@@ -12,7 +12,9 @@
 #include "frame/DemoList.h"
 #include "frame/FileActs.h"
 #include "frame/MainForm.h"
+#include "frame/NewProjects.h"
 #include "help/HelpActs.h"
+#include "wizards/NewProjectDialog.h"
 
 namespace zendry {
 
@@ -36,12 +38,13 @@ constexpr int cKeyColumn = 110;
 struct CommandRowText {
   int id;
   const char* caption;
+  int wizardPage = -1;  // of the dialog for new projects, where that is the command
 };
 constexpr CommandRowText cCommands[] = {
-    {cNewProjectCommand, "New project..."},
+    {cNewProjectCommand, "New project...", NewProjectDialog::cConsolePage},
     {cOpenProjectCommand, "Open a project..."},
     {cOpenCommand, "Open a file..."},
-    {cNewProjectCommand, "Import existing files..."},
+    {cNewProjectCommand, "Import existing files...", NewProjectDialog::cImportPage},
 };
 
 struct KeyRow {
@@ -136,8 +139,11 @@ StartPage::Row& StartPage::AddRow(const std::string& caption, Place& at) {
 
 void StartPage::AddCommands(Place& at) {
   AddHeading("Begin", at);
-  for (const CommandRowText& command : cCommands)
-    AddRow(command.caption, at).action = theFileActs.Find(command.id);
+  for (const CommandRowText& command : cCommands) {
+    Row& row = AddRow(command.caption, at);
+    row.action = theFileActs.Find(command.id);
+    row.wizardPage = command.wizardPage;
+  }
   at.y += cSectionGap;
 }
 
@@ -183,6 +189,8 @@ void StartPage::AddDemos(Place& at) {
     row.button.width = cColumn - cPictureWidth - 10;
     row.button.hint = demo.sentence;
     row.action = theFileActs.Find(cNewProjectCommand);
+    row.wizardPage = NewProjectDialog::cDemosPage;
+    row.demo = demo.place;
     constexpr size_t cLettersInLine = 22;
     const auto lines = Wrapped(demo.sentence, cLettersInLine);
     for (size_t i = 0; i < std::min<size_t>(cSentenceLines + 1, lines.size()); ++i)
@@ -209,7 +217,9 @@ mavro::Control* StartPage::FirstRow() {
 void StartPage::OnRow(mavro::NotifyArgs& args) {
   for (const Row& row : rows) {
     if (args.sender != &row.button) continue;
-    if (row.action)
+    if (row.wizardPage >= 0)
+      MakeNewProject(row.wizardPage, row.demo);
+    else if (row.action)
       row.action->Execute();
     else
       theFileActs.OpenFiles({row.path});

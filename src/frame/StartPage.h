@@ -31,11 +31,13 @@ class StartPage : public mavro::Scroller {
   // The first row that can act.
   mavro::Control* FirstRow();
 
-  // A row that runs a command, or opens a file used before.
+  // A row that runs a command, begins a new project, or opens a file used before.
   struct Row {
     mavro::Button button;
     mavro::Action* action = nullptr;
     std::string path;
+    int wizardPage = -1;  // of the dialog for new projects, for the rows that open it
+    int demo = -1;
   };
   std::deque<Row> rows;
   mavro::CheckBox showAgain;
