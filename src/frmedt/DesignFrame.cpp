@@ -108,7 +108,8 @@ bool DesignFrame::SurfaceKeys::IsEnabled(int) const {
   return !frame.editor.IsDragging() && !TakesText(FocusedIn(frame));
 }
 
-DesignFrame::DesignFrame(FormData& itsForm) : editor(itsForm, *this), form(itsForm) {
+DesignFrame::DesignFrame(FormData& itsForm)
+    : propBox(itsForm), eventBox(itsForm), editor(itsForm, *this), form(itsForm) {
   theDesignFrame = this;
   text = "Form designer";
   autoDialogKeys = false;
@@ -120,7 +121,9 @@ DesignFrame::DesignFrame(FormData& itsForm) : editor(itsForm, *this), form(itsFo
   statusBar.AddPane(cPlaceWidth, "");
   statusBar.AddPane(cPlaceWidth, "");
   pages.dock = mavro::Dock::cFill;
-  pages.Add(&toolBox);
+  for (mavro::TabPage* page : std::initializer_list<mavro::TabPage*>{&toolBox, &propBox, &eventBox})
+    pages.Add(page);
+  BindBoxes();
   leftPanel.Add(&pages);
   scroller.backColor = mavro::Color(mavro::Color::cControlShadow);
   scroller.Add(&editor);
@@ -217,10 +220,59 @@ void DesignFrame::SelectionExtended() {
   ShowRecord(editor.ShownRecord());
 }
 
-void DesignFrame::FillBoxes(CtrlRec&) {}
+void DesignFrame::BindBoxes() {
+  propBox.onCommit = [this](CtrlRec& rec, PropValue& prop) { TakeValue(rec, prop); };
+  propBox.onDone = [this] {
+    editor.FollowControls();
+    StepDone();
+    ShowPlace(editor.ShownRecord());
+  };
+  propBox.onRefused = [this](const std::string& words) { SayReady(words); };
+  eventBox.onBind = [this](CtrlRec&) { StepDone(); };
+  eventBox.onRequestHandler = [this](const auto& className, const auto& name, const auto& args) {
+    RequestHandler(className, name, args);
+  };
+  eventBox.onRequestRemoval = [this](const auto& className, const auto& name, const auto& args) {
+    RequestRemoval(className, name, args);
+  };
+}
 
+// The value is in the record already.
+void DesignFrame::TakeValue(CtrlRec& rec, PropValue& prop) {
+  SayReady();
+  const int kind = prop.pd ? prop.pd->kind : cOtherKind;
+  if (kind == cClassKind || kind == cNameKind) {
+    statusBar.SetPane(cNamePart, &rec == &form.root ? form.root.declClass : rec.name);
+    return;
+  }
+  editor.live.Apply(rec, prop);
+  if (!rec.ctrl) return;
+  if (kind >= cDockKind && kind <= cHeightKind) editor.LayoutAround(rec);
+  rec.ctrl->Invalidate();
+}
+
+// Of several controls what they have in common is shown.
+void DesignFrame::FillBoxes(CtrlRec& rec) {
+  const std::vector<CtrlRec*> selected = editor.SelectedRecords();
+  if (selected.size() > 1) {
+    propBox.Show(selected);
+    eventBox.Clear();
+    return;
+  }
+  propBox.Show(rec);
+  eventBox.Show(rec);
+}
+
+// The boxes hold a record's values as they are; only a control that has been moved has new ones.
 void DesignFrame::ShowPlace(CtrlRec& rec) {
   ShowNumbers(rec);
+  if (!rec.ctrl) return;
+  const mavro::Rect at = rec.ctrl->Bounds();
+  const bool isForm = &rec == &form.root;
+  propBox.SetValue("left", std::to_string(isForm ? 0 : at.left));
+  propBox.SetValue("top", std::to_string(isForm ? 0 : at.top));
+  propBox.SetValue("width", std::to_string(at.width));
+  propBox.SetValue("height", std::to_string(at.height));
 }
 
 void DesignFrame::ShowNumbers(const CtrlRec& rec) {

@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "frmedt/EventBox.h"
 #include "frmedt/FormEditor.h"
 #include "frmedt/FormHistory.h"
+#include "frmedt/PropBox.h"
 #include "frmedt/ToolBox.h"
 
 namespace zendry {
@@ -65,6 +67,8 @@ class DesignFrame : public mavro::Form, private DesignHost {
 
   mavro::ToolBar toolBar;
   ToolBox toolBox;
+  PropBox propBox;
+  EventBox eventBox;
   mavro::StatusBar statusBar;
   mavro::TabCtrl pages;
   mavro::Panel leftPanel;
@@ -110,6 +114,8 @@ class DesignFrame : public mavro::Form, private DesignHost {
   void ShowOutcome(const FormHistory::Outcome& outcome);
   void ShowButtons();
   void FillBoxes(CtrlRec& rec);
+  void BindBoxes();
+  void TakeValue(CtrlRec& rec, PropValue& prop);
   void Copy();
   void Paste(const std::string& clip);
   void MoveBeside(CtrlRec& rec);

@@ -233,6 +233,7 @@ mavro::Control* LiveControls::Make(CtrlRec& rec) {
         child && isNameless && child->painter == mavro::PaintPlaceholder)
       child->text = rec.classDef->name;
     mavro::Control& control = *made;
+    control.backColor = GroundOf(rec, "");
     controls[&rec] = std::move(made);
     Bind(rec, control);
     return &control;
@@ -366,6 +367,15 @@ void LiveControls::ApplyText(CtrlRec& rec, const std::string& value) {
   rec.ctrl->text = value;
 }
 
+// Bars show no ground of their own; the grid would be seen through them.
+mavro::Color LiveControls::GroundOf(const CtrlRec& rec, const std::string& value) const {
+  const mavro::Color color = ColorOf(value);
+  const int id = rec.classDef ? rec.classDef->ctrlId : cFormId;
+  const bool isBar = purpose == Purpose::cSurface && (id == cToolBarId || id == cStatusBarId);
+  const bool hasGround = &rec == &form.root || isBar;
+  return hasGround && color.IsDefault() ? mavro::Color(mavro::Color::cControl) : color;
+}
+
 void LiveControls::ApplyGeneral(CtrlRec& rec, const PropValue& prop, const std::string& value) {
   mavro::Control& control = *rec.ctrl;
   const int number = ValueNumber(*prop.pd->cvt, value);
@@ -380,14 +390,10 @@ void LiveControls::ApplyGeneral(CtrlRec& rec, const PropValue& prop, const std::
     case cBorderKind:
       control.borderStyle = static_cast<mavro::BorderStyle>(number);
       break;
-    case cBackColorKind: {
-      const mavro::Color color = ColorOf(value);
-      const bool isForm = &rec == &form.root;
-      control.backColor =
-          isForm && color.IsDefault() ? mavro::Color(mavro::Color::cControl) : color;
+    case cBackColorKind:
+      control.backColor = GroundOf(rec, value);
       control.Invalidate();
       break;
-    }
     case cForeColorKind:
       control.foreColor = ColorOf(value);
       control.Invalidate();

@@ -66,6 +66,7 @@ class LiveControls {
   std::vector<std::string> failures;
 
  private:
+  mavro::Color GroundOf(const CtrlRec& rec, const std::string& value) const;
   void ApplyGeneral(CtrlRec& rec, const PropValue& prop, const std::string& value);
   void ApplyToClass(CtrlRec& rec, const PropValue& prop, const std::string& value);
   void ApplyGeometry(CtrlRec& rec, int kind, int number);

@@ -308,5 +308,100 @@ TEST_F(DesignFrameTest, CirclesOfParents_EndWithAWord) {
   EXPECT_THAT(dialogs.texts, testing::Not(IsEmpty()));
 }
 
+// Group: the pages with properties and events.
+
+class DesignBoxesTest : public test::DesignTest {
+ protected:
+  mavro::PopertyItem& Row(const std::string& title) const {
+    for (int i = 0; i < frame->propBox.box.Count(); ++i)
+      if (frame->propBox.box.Item(i).title.text == title) return frame->propBox.box.Item(i);
+    throw std::runtime_error("no row " + title);
+  }
+  void Enter(const std::string& title, const std::string& value) const {
+    frame->pages.selectedIndex = 1;
+    mavro::PopertyItem& row = Row(title);
+    row.edit.Focus();
+    row.edit.SelectAll();
+    QTest::keyClicks(QApplication::focusWidget(), QString::fromStdString(value));
+    Type(Qt::Key_Return);
+  }
+};
+
+TEST_F(DesignBoxesTest, Pages_AreToolboxPropertyEvents) {
+  Design("", "", [&] {
+    ASSERT_EQ(frame->pages.TabCount(), 3);
+    EXPECT_EQ(frame->pages.GetPage(0)->text, "Toolbox");
+    EXPECT_EQ(frame->pages.GetPage(1)->text, "Property");
+    EXPECT_EQ(frame->pages.GetPage(2)->text, "Events");
+  });
+}
+
+TEST_F(DesignBoxesTest, TypedValue_ReachesTheControlAndIsAStep) {
+  Design(Names(1), Buttons(1), [&] {
+    Click(60, 52);
+    Enter("width", "120");
+    EXPECT_EQ(At("button1"), (Rect{40, 40, 120, 24}));
+    EXPECT_EQ(Surface().selector.width, 120) << "the frame follows";
+    EXPECT_EQ(Status(3), "width:120  height:24");
+    Enter("text", "Start");
+    EXPECT_EQ(Live("button1").text, "Start");
+    test::Shot(*frame, "designer-property");
+    frame->Command(cDesignUndoCommand);
+    EXPECT_EQ(Live("button1").text, "");
+    frame->Command(cDesignUndoCommand);
+    EXPECT_EQ(At("button1").width, 80);
+    EXPECT_EQ(Row("width").Value(), "80");
+  });
+}
+
+TEST_F(DesignBoxesTest, Drag_ShowsTheBoundsInTheRows) {
+  Design(Names(1), Buttons(1), [&] {
+    frame->pages.selectedIndex = 1;
+    Click(60, 52);
+    Press(60, 52);
+    MoveTo(70, 60);
+    EXPECT_EQ(Row("left").Value(), "50");
+    EXPECT_EQ(Row("top").Value(), "48");
+    Release(70, 60);
+  });
+}
+
+TEST_F(DesignBoxesTest, DeleteInAField_EditsTheText) {
+  Design(Names(1), Buttons(1), [&] {
+    Click(60, 52);
+    frame->pages.selectedIndex = 1;
+    Row("text").edit.Focus();
+    Type(Qt::Key_Delete);
+    Type(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_THAT(AllNames(), ElementsAre("button1"));
+    Click(60, 52);
+    Type(Qt::Key_Delete);
+    EXPECT_THAT(AllNames(), IsEmpty());
+  });
+}
+
+TEST_F(DesignBoxesTest, SeveralControls_TakeOneValue) {
+  Design(Names(2), Buttons(2), [&] {
+    Click(60, 52);
+    Click(60, 92, Qt::ControlModifier);
+    Enter("width", "60");
+    EXPECT_EQ(At("button1").width, 60);
+    EXPECT_EQ(At("button2").width, 60);
+    frame->Command(cDesignUndoCommand);
+    EXPECT_EQ(At("button1").width, 80);
+    EXPECT_EQ(At("button2").width, 80);
+  });
+}
+
+TEST_F(DesignBoxesTest, TabControlWithoutPages_ShowsItsRows) {
+  Design("TabCtrl tabs;\n", "//!<TabCtrl>\ntabs.SetBounds(20, 20, 300, 200);\nthis->Add(&tabs);\n",
+         [&] {
+           Click(100, 100);
+           EXPECT_THAT(Selected(), ElementsAre("tabs"));
+           Enter("text", "nothing");
+           EXPECT_THAT(AllNames(), ElementsAre("tabs"));
+         });
+}
+
 }  // namespace
 }  // namespace zendry
