@@ -6,6 +6,7 @@
 #include "frame/MainForm.h"
 #include "frame/PrjActs.h"
 #include "frame/SearchWindow.h"
+#include "frmedt/DesignSession.h"
 #include "frmedt/NewForm.h"
 #include "project/Project.h"
 
@@ -28,7 +29,7 @@ constexpr CommandRow cRows[] = {
     {cTidyCommand, "C++ source tidy", cControlKey | cShiftKey | cKeyF11, cNow,
      WhileBuilding::cRefused},
     {mavro::cSeparatorRow},
-    {cOpenDesignerCommand, "Open Form Designer ", cKeyF11, cLater},
+    {cOpenDesignerCommand, "Open Form Designer ", cKeyF11, cNow, WhileBuilding::cRefused},
     {cNewFormCommand, "Insert New Form ", cShiftKey | cKeyF11, cNow, WhileBuilding::cRefused},
     {1602, "Ide Options", 0, cLater},
 };
@@ -48,6 +49,8 @@ void ToolActs::CarryOut(int id) {
     NewForm(*tabs, [](const std::string& path) {
       if (theProject.isOpen) thePrjActs.AddMade(path);
     });
+  if (id == cOpenDesignerCommand && theMainForm && tabs)
+    return DesignForm(*tabs, theMainForm->completion.wizard, theMainForm->sources);
   EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (id == cTidyCommand && tab) tabs->Host()->Say(TidySource(*tab->editor));
 }

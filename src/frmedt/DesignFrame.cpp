@@ -266,7 +266,7 @@ void DesignFrame::FillBoxes(CtrlRec& rec) {
 // The boxes hold a record's values as they are; only a control that has been moved has new ones.
 void DesignFrame::ShowPlace(CtrlRec& rec) {
   ShowNumbers(rec);
-  if (!rec.ctrl) return;
+  if (!rec.ctrl || &rec != shown) return;
   const mavro::Rect at = rec.ctrl->Bounds();
   const bool isForm = &rec == &form.root;
   propBox.SetValue("left", std::to_string(isForm ? 0 : at.left));
