@@ -88,6 +88,7 @@ constexpr NeedsRow cRows[] = {
     {cCommanderCommand, cSession},
     {cParametersCommand, cProject},
     {cTidyCommand, cTab},
+    {cOpenDesignerCommand, cTab},
     {cNewFormCommand, cTabOrProject},
     {mavro::cSciFind, cTab},
     {mavro::cSciFindSelection, cTab},

@@ -7,6 +7,7 @@
 #include "frame/MainForm.h"
 #include "frame/PrjActs.h"
 #include "frame/SearchWindow.h"
+#include "frmedt/DesignSession.h"
 #include "frmedt/NewForm.h"
 #include "project/Project.h"
 
@@ -29,7 +30,7 @@ constexpr CommandRow cRows[] = {
     {cTidyCommand, "C++ source tidy", cControlKey | cShiftKey | cKeyF11, cNow,
      WhileBuilding::cRefused},
     {mavro::cSeparatorRow},
-    {cOpenDesignerCommand, "Open Form Designer ", cKeyF11, cLater},
+    {cOpenDesignerCommand, "Open Form Designer ", cKeyF11, cNow, WhileBuilding::cRefused},
     {cNewFormCommand, "Insert New Form ", cShiftKey | cKeyF11, cNow, WhileBuilding::cRefused},
     {cIdeOptionsCommand, "Ide Options"},
 };
@@ -50,6 +51,8 @@ void ToolActs::CarryOut(int id) {
       if (theProject.isOpen) thePrjActs.AddMade(path);
     });
   if (id == cIdeOptionsCommand && theMainForm) return ChangeIdeOptions();
+  if (id == cOpenDesignerCommand && theMainForm && tabs)
+    return DesignForm(*tabs, theMainForm->completion.wizard, theMainForm->sources);
   EditTab* tab = tabs ? tabs->Active() : nullptr;
   if (id == cTidyCommand && tab) tabs->Host()->Say(TidySource(*tab->editor));
 }

@@ -79,8 +79,9 @@ void PropBox::AddCommonRow(const PropDef& pd) {
 std::string PropBox::ShownText(const Row& row) const {
   const CtrlRec& rec = *recs.front();
   if (row.pd->kind == cTextKind && recs.size() == 1 && rec.classDef && rec.classDef->alwaysRefresh)
-    if (const auto* tabs = dynamic_cast<const mavro::TabCtrl*>(rec.ctrl))
-      if (const mavro::TabPage* page = tabs->GetPage(tabs->selectedIndex)) return page->text;
+    if (const auto* tabs = dynamic_cast<const mavro::TabCtrl*>(rec.ctrl);
+        tabs && tabs->selectedIndex >= 0)
+      return tabs->GetPage(tabs->selectedIndex)->text;
   return row.Common();
 }
 

@@ -102,6 +102,11 @@ void NewProjectDialog::InitLists() {
   demos.Add(&demoText);
 }
 
+void NewProjectDialog::Begin(int page, int demo) {
+  tabs.selectedIndex = page;
+  if (page == cDemosPage && demo >= 0) demoList.selectedIndex = demo;
+}
+
 std::string NewProjectDialog::RepositoryFolder() const {
   if (ShownPage() == cDemosPage) return items.DemoFolder(demoList.selectedIndex);
   const int row = templateList.selectedIndex;

@@ -11,6 +11,8 @@ inline void RegisterStrips() {
   mavro::theApplication.RegisterImageList(0x6E, 22, 22, 0);
   mavro::theApplication.RegisterImageList(0x6D, 28, 28, 0);
   mavro::theApplication.RegisterImageList(0x6F, 16, 16, 8);
+  mavro::theApplication.RegisterImageList(0x70, 22, 22, 0);
+  mavro::theApplication.RegisterImageList(0x71, 22, 22, 0);
 }
 
 }  // namespace test

@@ -40,6 +40,8 @@ class TabCtrl : public Control {
   // Sets the picture of a page's tab, an index in the image list, -1 for none. There must be a
   // list.
   void SetPageImage(int ix, int image);
+  // The page whose tab is at a point of the control, -1 for none and without a window.
+  int TabAt(int x, int y) const;
   // Places the visible page.
   void Layout() override;
 

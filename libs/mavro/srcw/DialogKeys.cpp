@@ -16,6 +16,7 @@ constexpr int cIdCancel = 2;
 
 // The controls that can have the focus, in child order.
 void CollectFocusable(Control* control, std::vector<Control*>& found) {
+  if (!control->impl->childrenTakeKeys) return;
   for (Control* child : control->children) {
     if (!child->impl->hwnd || !child->impl->hwnd->IsShown()) continue;
     if (child->impl->hwnd->TakesFocus()) found.push_back(child);

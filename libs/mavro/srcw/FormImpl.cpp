@@ -260,6 +260,7 @@ void Form::Impl::EnableOthers() {
 namespace {
 
 Control* FirstFocusable(Control* control) {
+  if (!control->impl->childrenTakeKeys) return nullptr;
   for (Control* child : control->children) {
     if (child->impl->hwnd && child->impl->hwnd->TakesFocus()) return child;
     if (Control* found = FirstFocusable(child)) return found;

@@ -1,5 +1,7 @@
 #include "LayoutForm.h"
 
+#include <cmath>
+
 #include "Graphics.h"
 #include "NativeGlass.h"
 #include "SysImpl.h"
@@ -17,9 +19,12 @@ constexpr Color cDotColor = Color::cControlShadow;
 // Paints the grid and keeps the glass over the children.
 class LayoutForm::Impl : public Container::Impl {
  public:
+  Impl() { childrenTakeKeys = false; }
+
   void Create() override {
     Container::Impl::Create();
     glass = MakeGlassLayer(*hwnd);
+    glass->ShowMarks(marks);
   }
 
   void AfterCreate() override {
@@ -31,6 +36,7 @@ class LayoutForm::Impl : public Container::Impl {
   void Destroy() override {
     if (theLayoutForm == owner) theLayoutForm = nullptr;
     glass.reset();
+    grid = Bitmap();
     Container::Impl::Destroy();
   }
 
@@ -39,6 +45,7 @@ class LayoutForm::Impl : public Container::Impl {
       PaintGrid();
       return 0;
     }
+    if (message == WM_SYSCOLORCHANGE) grid = Bitmap();
     if (message == WM_SIZE && glass) {
       glass->Fit();
       hwnd->Invalidate();
@@ -46,20 +53,62 @@ class LayoutForm::Impl : public Container::Impl {
     return Container::Impl::WndProc(message, wParam, lParam);
   }
 
+  void ShowMarks(const std::vector<Mark>& wanted) {
+    if (marks == wanted) return;
+    marks = wanted;
+    if (glass) glass->ShowMarks(marks);
+  }
+  const std::vector<Mark>& Marks() const { return marks; }
+
  private:
   void PaintGrid() {
     Graphics graphics(owner, Graphics::cPainting);
-    for (int y = 0; y < hwnd->ClientHeight(); y += cGrid)
-      for (int x = 0; x < hwnd->ClientWidth(); x += cGrid) graphics.SetPixel(x, y, cDotColor);
+    const Rect area{0, 0, hwnd->ClientWidth(), hwnd->ClientHeight()};
+    if (area.width < 1 || area.height < 1) return;
+    DrawGrid(area, graphics.PixelRatio());
+    graphics.DrawBitmap(grid, area);
+  }
+
+  // Thousands of dots: they are drawn anew only when the size, the screen or the palette changes.
+  void DrawGrid(const Rect& area, double ratio) {
+    const int width = static_cast<int>(std::ceil(area.width * ratio));
+    const int height = static_cast<int>(std::ceil(area.height * ratio));
+    if (grid.Width() == width && grid.Height() == height && grid.PixelRatio() == ratio) return;
+    grid = Bitmap(width, height, ratio);
+    if (grid.IsEmpty()) return;
+    Graphics graphics(grid, owner);
+    for (int y = 0; y < area.height; y += cGrid)
+      for (int x = 0; x < area.width; x += cGrid) graphics.SetPixel(x, y, cDotColor);
   }
 
   std::unique_ptr<GlassLayer> glass;
+  std::vector<Mark> marks;
+  Bitmap grid;  // transparent but for the dots
 };
 
 LayoutForm::LayoutForm() : Container(new Impl) {}
 
 LayoutForm::~LayoutForm() {
   if (impl->hwnd) impl->Destroy();
+}
+
+void LayoutForm::ShowMarks(const std::vector<Mark>& marks) {
+  static_cast<Impl*>(impl)->ShowMarks(marks);
+}
+
+const std::vector<LayoutForm::Mark>& LayoutForm::Marks() const {
+  return static_cast<const Impl*>(impl)->Marks();
+}
+
+Rect LayoutForm::RectOf(const Control& control) const {
+  const NativeWindow* window = control.impl->hwnd;
+  if (!window || !window->parent || !impl->hwnd) return control.Bounds();
+  const Rect around = window->parent->ScreenClientRect();
+  const Rect canvas = impl->hwnd->ScreenClientRect();
+  Rect rect = window->Bounds();
+  rect.left += around.left - canvas.left;
+  rect.top += around.top - canvas.top;
+  return rect;
 }
 
 }  // namespace mavro

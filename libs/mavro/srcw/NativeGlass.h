@@ -1,7 +1,9 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
+#include "LayoutForm.h"
 #include "NativeWindow.h"
 
 namespace mavro {
@@ -12,9 +14,17 @@ namespace mavro {
 class GlassLayer : public object {
  public:
   virtual void Fit() = 0;
+  virtual void ShowMarks(const std::vector<LayoutForm::Mark>& marks) = 0;
+};
+
+// A transparent layer above one window, which it always covers. It paints grips and takes no input.
+class GripLayer : public object {
+ public:
+  virtual void Show(bool on) = 0;
 };
 
 // Destroying the result removes the layer; it may outlive the window.
 std::unique_ptr<GlassLayer> MakeGlassLayer(NativeWindow& window);
+std::unique_ptr<GripLayer> MakeGripLayer(NativeWindow& window, Selector::Look look);
 
 }  // namespace mavro

@@ -35,6 +35,8 @@ class NativeTabs : public NativeWindow {
   virtual void SetImage(int index, int image) = 0;
   // Places the row and the page area for the present size, also while the window is hidden.
   virtual void Arrange() = 0;
+  // The tab at a point of the whole window, -1 for none.
+  virtual int TabAt(int x, int y) const = 0;
 };
 
 }  // namespace mavro

@@ -33,6 +33,7 @@ class IconWidget final : public QListWidget {
     setGridSize(
         QSize(std::max(picture.width(), fontMetrics().averageCharWidth() * cTextLetters) + cPadding,
               std::max(picture.height(), 0) + fontMetrics().height() + cPadding));
+    for (int i = 0; i < count(); ++i) item(i)->setSizeHint(gridSize());
   }
 
   std::function<void()> chosen;
@@ -88,6 +89,8 @@ class IconWindow final : public NativeIconView {
     auto* added = new QListWidgetItem(StripIcon(strip, image), shown);
     added->setData(Qt::UserRole, image);
     added->setToolTip(shown.toHtmlEscaped());
+    // Else all items would be as narrow as the first one's text.
+    added->setSizeHint(list->gridSize());
     const Quiet now(*this);
     list->addItem(added);
   }

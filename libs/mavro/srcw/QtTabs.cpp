@@ -169,6 +169,10 @@ class TabsWindow final : public NativeTabs {
     tabs->Arrange();
   }
   void Arrange() override { tabs->Arrange(); }
+  int TabAt(int x, int y) const override {
+    const QPoint inRow = tabs->row->mapFrom(tabs, QPoint(x, y));
+    return tabs->row->rect().contains(inRow) ? tabs->row->tabAt(inRow) : -1;
+  }
   void SetFont(const Font& font) override {
     NativeTabs::SetFont(font);
     tabs->Arrange();

@@ -79,8 +79,9 @@ class SysImpl : public object {
   bool eraseBackground;
   bool textIsLive = true;
   bool keepTextOnDestroy = false;
-  int modalResult = 0;  // the result that a button closes its form with
-  int ownKeys = 0;      // OwnKeys, as bits
+  bool childrenTakeKeys = true;  // false: Tab and the first focus pass over all that is in it
+  int modalResult = 0;           // the result that a button closes its form with
+  int ownKeys = 0;               // OwnKeys, as bits
   DataLink* dataLink = nullptr;
   int mouseX = 0;  // where the mouse was last pressed, client coordinates
   int mouseY = 0;

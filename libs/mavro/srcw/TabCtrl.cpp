@@ -275,6 +275,10 @@ void TabCtrl::SetPageImage(int ix, int image) {
   TheImpl().PageImageChanged(*page);
 }
 
+int TabCtrl::TabAt(int x, int y) const {
+  return impl->hwnd ? TheImpl().Window()->TabAt(x, y) : -1;
+}
+
 int TabCtrl::IndexOf(const TabPage* page) const {
   const auto found = std::find(pages.begin(), pages.end(), page);
   return found == pages.end() ? -1 : static_cast<int>(found - pages.begin());

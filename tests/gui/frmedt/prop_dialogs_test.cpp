@@ -1,5 +1,4 @@
 // A word of the toolkit, and a field of the registry's rows.
-#undef emit
 
 #include "frmedt/CtrlReg.h"
 #include "frmedt/FontPropDlg.h"

@@ -29,11 +29,10 @@ struct StripRow {
 };
 
 std::vector<StripRow> AllStrips() {
-  std::vector<StripRow> strips = {{1, 24, "strip-1", 1},
-                                  {0x6A, 16, "strip-6a", 0},
-                                  {0x6D, 28, "strip-6e", 1},
-                                  {0x6E, 22, "strip-6e", 1},
-                                  {0x6F, 16, "strip-6f", 0}};
+  std::vector<StripRow> strips = {{1, 24, "strip-1", 1},     {0x6A, 16, "strip-6a", 0},
+                                  {0x6D, 28, "strip-6e", 1}, {0x6E, 22, "strip-6e", 1},
+                                  {0x6F, 16, "strip-6f", 0}, {0x70, 22, "strip-70", 0},
+                                  {0x71, 22, "strip-71", 1}};
   for (StripRow& strip : strips) {
     std::ifstream list(std::string(TEST_DATA "/../../dist/pictures/") + strip.list + ".list");
     for (std::string line; std::getline(list, line);)

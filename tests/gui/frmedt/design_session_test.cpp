@@ -1,0 +1,227 @@
+#include "frmedt/DesignSession.h"
+
+// Before the toolkit, which has a macro "emit".
+#include "frmedt/CtrlReg.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "EditorFixture.h"
+#include "frmedt/DesignFrame.h"
+#include "frmedt/LossDlg.h"
+
+// The designer on a source of the user's, from its key to the text in the editor.
+
+namespace zendry {
+namespace {
+
+using test::IdeDriver;
+using testing::HasSubstr;
+using testing::Not;
+
+constexpr char cForm[] =
+    "#pragma once\n#include<mavro>\n\nclass Dlg: public Form\n{\n\ttypedef Dlg This;\npublic:\n"
+    "\t//!decl\n\tButton button1;\n\t//!end\n\tDlg() {\n\t\tInitialize();\n\t}\nprivate:\n"
+    "\tvoid Initialize() {\n\t\t//!init\n\t\tthis->SetBounds(0, 0, 300, 200);\n"
+    "\t\t//!<Button>\n\t\tbutton1.SetBounds(40, 40, 80, 24);\n\t\tbutton1.text = \"Go\";\n"
+    "\t\tthis->Add(&button1);\n\t\t//!end\n\t}\n};\n";
+
+class DesignSessionTest : public test::EditorFixture {
+ protected:
+  // Opens the designer with its key on the tab in front; `script` gets its window.
+  void Design(const std::function<void(DesignFrame&)>& script) {
+    ide.OnDialog([&](mavro::Form& form) {
+      auto* frame = dynamic_cast<DesignFrame*>(&form);
+      EXPECT_TRUE(frame) << form.text;
+      if (frame)
+        script(*frame);
+      else
+        form.Close();
+    });
+    IdeDriver::Press(Qt::Key_F11);
+  }
+  // The same where a list of lost statements comes first.
+  void DesignAfter(mavro::Button LossDlg::*choice, std::vector<std::string>& rows,
+                   const std::function<void(DesignFrame&)>& script) {
+    ide.OnDialog([&, choice](mavro::Form& form) {
+      auto* dialog = dynamic_cast<LossDlg*>(&form);
+      ASSERT_TRUE(dialog) << form.text;
+      rows = IdeDriver::Rows(dialog->list);
+      if (script)
+        ide.OnDialog([&](mavro::Form& next) {
+          if (auto* frame = dynamic_cast<DesignFrame*>(&next)) script(*frame);
+        });
+      test::Shot(form, "designer-losses");
+      test::Click(dialog->*choice);
+    });
+    IdeDriver::Press(Qt::Key_F11);
+  }
+  static void MoveButton(DesignFrame& frame) {
+    frame.editor.Select(frame.editor.FindControl("button1")->ctrl, false);
+    frame.Command(cMoveRightCommand);
+  }
+  static std::string Replaced(std::string text, const std::string& what, const std::string& with) {
+    return text.replace(text.find(what), what.size(), with);
+  }
+  static bool HasText(const std::string& part) {
+    return Front().GetText().find(part) != std::string::npos;
+  }
+};
+
+TEST_F(DesignSessionTest, UntouchedForm_ChangesNothing) {
+  ide.Run({}, [&] {
+    Open("dlg.h", cForm);
+    Design([](DesignFrame& frame) {
+      EXPECT_EQ(frame.editor.FindControl("button1")->ctrl->text, "Go");
+      test::Shot(frame, "designer-session");
+      frame.Command(cSaveAndCloseCommand);
+    });
+    EXPECT_EQ(Front().GetText(), cForm);
+    EXPECT_FALSE(Front().dirty);
+  });
+}
+
+TEST_F(DesignSessionTest, Change_IsTheOnlyDifferenceAndOneUndoStep) {
+  ide.Run({}, [&] {
+    Open("dlg.h", cForm);
+    Design([](DesignFrame& frame) {
+      MoveButton(frame);
+      frame.Command(cSaveAndCloseCommand);
+    });
+    EXPECT_EQ(Front().GetText(), Replaced(cForm, "(40, 40,", "(41, 40,"));
+    Front().Send(mavro::SCI_UNDO);
+    EXPECT_EQ(Front().GetText(), cForm);
+    EXPECT_EQ(ide.files.Read("dlg.h"), cForm) << "nothing is written to the disk";
+  });
+}
+
+TEST_F(DesignSessionTest, ClosedWithoutSaving_LeavesTheText) {
+  ide.Run({}, [&] {
+    Open("dlg.h", cForm);
+    Design([&](DesignFrame& frame) {
+      MoveButton(frame);
+      ide.dialogs.answers = {mavro::Answer::cNo};
+      frame.Close();
+    });
+    EXPECT_EQ(Front().GetText(), cForm);
+  });
+}
+
+TEST_F(DesignSessionTest, TextWithoutAForm_SaysSo) {
+  ide.Run({}, [&] {
+    Open("a.cpp", "int main() {}\n");
+    IdeDriver::Press(Qt::Key_F11);
+    EXPECT_EQ(IdeDriver::Status(), "There is no form in this text");
+    EXPECT_TRUE(ide.dialogs.texts.empty());
+  });
+}
+
+TEST_F(DesignSessionTest, FormInTwoFiles_OpensFromEither) {
+  const std::string header =
+      "#pragma once\nclass Dlg: public Form\n{\n\ttypedef Dlg This;\npublic:\n\t//!decl\n"
+      "\tButton button1;\n\t//!end\n\tvoid Initialize();\n};\n";
+  const std::string source =
+      "#include \"dlg.h\"\n\nvoid Dlg::Initialize()\n{\n\t//!init\n\tthis->SetBounds(0, 0, 300, "
+      "200);\n"
+      "\t//!<Button>\n\tbutton1.SetBounds(40, 40, 80, 24);\n\tthis->Add(&button1);\n\t//!end\n}\n";
+  ide.Run({}, [&] {
+    ide.files.Write("dlg.h", header);
+    Open("dlg.cpp", source);
+    Design([](DesignFrame& frame) {
+      MoveButton(frame);
+      frame.Command(cSaveAndCloseCommand);
+    });
+    EXPECT_EQ(Tabs().Active()->caption, "dlg.h") << "the declarations are in front";
+    EXPECT_EQ(Front().GetText(), header);
+    EXPECT_EQ(Tabs().Activate(ide.files.Path("dlg.cpp"), false)->GetText(),
+              Replaced(source, "(40, 40,", "(41, 40,"));
+  });
+}
+
+TEST_F(DesignSessionTest, OtherHalfMissing_IsTold) {
+  ide.Run({}, [&] {
+    Open("dlg.h", "class Dlg: public Form\n{\n\t//!decl\n\t//!end\n};\n");
+    IdeDriver::Press(Qt::Key_F11);
+    EXPECT_THAT(ide.dialogs.texts,
+                testing::ElementsAre("Information: The //!init section not found!"));
+  });
+}
+
+TEST_F(DesignSessionTest, HandlerIsAddedAndShown) {
+  ide.Run({ide.Project({{"dlg.h", cForm}})}, [&] {
+    Tabs().OpenFile(ide.files.Path("dlg.h"));
+    Design([](DesignFrame& frame) {
+      frame.editor.FindControl("button1")->events.push_back({"onClick", "Button1DoOnClick"});
+      frame.RequestHandler("Dlg", "Button1DoOnClick", "NotifyArgs");
+    });
+    EXPECT_TRUE(HasText("button1.onClick.Add_H(this, &This::Button1DoOnClick);"));
+    EXPECT_TRUE(HasText("void Button1DoOnClick(NotifyArgs &e)")) << Front().GetText();
+  });
+}
+
+TEST_F(DesignSessionTest, Keep_MovesForeignStatementsBehindTheirRegion) {
+  const std::string text =
+      Replaced(cForm, "\t\tthis->Add(&button1);\n", "\t\tthis->Add(&button1);\n\t\tif (x) y();\n");
+  std::vector<std::string> rows;
+  ide.Run({}, [&] {
+    Open("dlg.h", text);
+    DesignAfter(&LossDlg::keep, rows, [](DesignFrame& frame) {
+      MoveButton(frame);
+      frame.Command(cSaveAndCloseCommand);
+    });
+    ASSERT_EQ(rows.size(), 1u);
+    EXPECT_THAT(rows[0], HasSubstr("if (x) y();"));
+    EXPECT_TRUE(HasText("button1.SetBounds(41, 40, 80, 24);"));
+    EXPECT_TRUE(HasText("//!end\n\t\tif (x) y();\n")) << Front().GetText();
+  });
+}
+
+TEST_F(DesignSessionTest, Cancel_LeavesEveryByte) {
+  const std::string text =
+      Replaced(cForm, "\t\tthis->Add(&button1);\n", "\t\tthis->Add(&button1);\n\t\tif (x) y();\n");
+  std::vector<std::string> rows;
+  ide.Run({}, [&] {
+    Open("dlg.h", text);
+    DesignAfter(&LossDlg::cancel, rows, nullptr);
+    EXPECT_EQ(rows.size(), 1u);
+    EXPECT_EQ(Front().GetText(), text);
+  });
+}
+
+TEST_F(DesignSessionTest, FileChangedByAnotherProgram_IsAskedAboutAndNotOverwritten) {
+  const std::string theirs = std::string(cForm) + "// theirs\n";
+  ide.Run({}, [&] {
+    Open("dlg.h", cForm);
+    Design([&](DesignFrame& frame) {
+      MoveButton(frame);
+      ide.files.Write("dlg.h", theirs);
+      ide.dialogs.answers = {mavro::Answer::cYes};
+      frame.Command(cSaveAndCloseCommand);
+    });
+    EXPECT_FALSE(ide.dialogs.texts.empty());
+    EXPECT_EQ(ide.files.Read("dlg.h"), theirs);
+    EXPECT_EQ(Front().GetText(), Replaced(theirs, "(40, 40,", "(41, 40,"));
+  });
+}
+
+TEST_F(DesignSessionTest, ControlWithoutAdd_IsNotOpened) {
+  ide.Run({}, [&] {
+    Open("dlg.h", Replaced(cForm, "\t\tthis->Add(&button1);\n", ""));
+    IdeDriver::Press(Qt::Key_F11);
+    ASSERT_FALSE(ide.dialogs.texts.empty());
+    EXPECT_THAT(ide.dialogs.texts.back(), HasSubstr("button1 hasn't Add statment!"));
+  });
+}
+
+TEST_F(DesignSessionTest, ReadOnlyText_IsRefused) {
+  ide.Run({}, [&] {
+    Open("dlg.h", cForm);
+    Front().Send(mavro::SCI_SETREADONLY, 1);
+    IdeDriver::Press(Qt::Key_F11);
+    ASSERT_EQ(ide.dialogs.texts.size(), 1u);
+    EXPECT_THAT(ide.dialogs.texts[0], HasSubstr("Read only"));
+  });
+}
+
+}  // namespace
+}  // namespace zendry
