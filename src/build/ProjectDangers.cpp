@@ -29,9 +29,11 @@ struct OptionRule {
   bool holdsOptions = false;  // the value is a file with further options
 };
 constexpr OptionRule cOptions[] = {
-    {"-wrapper"},  {"--wrapper"},     {"-fplugin="}, {"-iplugindir"}, {"-specs", true},
-    {"-B"},        {"--specs", true}, {"--prefix"},  {"-o"},          {"-MF"},
-    {"-aux-info"}, {"-dumpdir"},      {"--output"},
+    {"-wrapper"},      {"--wrapper"},       {"-fplugin="},
+    {"-iplugindir"},   {"-specs", true},    {"-B"},
+    {"--specs", true}, {"--prefix"},        {"-o"},
+    {"-MF"},           {"-aux-info"},       {"-dumpdir"},
+    {"--output"},      {"-fmodule-mapper"},
 };
 // Options that hand the rest, or the next argument, to the preprocessor, assembler or linker.
 constexpr std::string_view cLists[] = {"-Wl,", "-Wa,", "-Wp,"};

@@ -1,5 +1,6 @@
 #include "search/FileReplace.h"
 
+#include <memory>
 #include <optional>
 #include <utility>
 
@@ -85,7 +86,7 @@ class Replacement {
       return;
     }
     const uint64_t digest = DigestOf(change.newBytes);
-    Note({path, std::move(old.text), digest}, std::move(change));
+    Note({path, std::move(old.text), digest}, std::make_unique<Change>(std::move(change)));
   }
 
   // Pass 2: changes the file at this index, if it still is as planned. True if it has another text
@@ -98,8 +99,8 @@ class Replacement {
     if (!now.Ok()) return Fail(now.error), false;
     if (now.text != file.oldBytes)
       return Fail(file.path + ": was changed by another program"), false;
-    const std::optional<Change> kept = std::exchange(changes[index], std::nullopt);
-    const Change change = kept ? *kept : ChangeOf(file.path, now.text, scan, with);
+    const std::unique_ptr<Change> kept = std::move(changes[index]);
+    const Change change = kept ? std::move(*kept) : ChangeOf(file.path, now.text, scan, with);
     const mavro::FileResult saved = mavro::SaveFileText(file.path, change.newBytes);
     if (!saved.Ok()) return Fail(saved.error), mavro::ReadFileText(file.path).text != now.text;
     Count(change.hits, change.missed);
@@ -117,7 +118,7 @@ class Replacement {
   }
 
   // New texts beyond the limit are made again when they are written.
-  void Note(ReplacedFile file, std::optional<Change> change) {
+  void Note(ReplacedFile file, std::unique_ptr<Change> change) {
     if (change && kept + change->newBytes.size() > cMostKept) change.reset();
     if (change) kept += change->newBytes.size();
     files.push_back(std::move(file));
@@ -142,7 +143,7 @@ class Replacement {
     const Change change = ChangeOf(path, *old, scan, with);
     if (!change.error.empty()) return Fail(change.error);
     if (change.hits > 0)
-      Note({path, *std::move(old), isAllShown ? DigestOf(change.newBytes) : 0}, std::nullopt);
+      Note({path, *std::move(old), isAllShown ? DigestOf(change.newBytes) : 0}, nullptr);
   }
 
   // The user can type between the passes.
@@ -161,8 +162,8 @@ class Replacement {
   const std::string_view with;
   OpenTexts& open;
   ReplaceSum& sum;
-  std::vector<std::optional<Change>> changes;  // of `files`
-  size_t kept = 0;                             // bytes in them
+  std::vector<std::unique_ptr<Change>> changes;  // of `files`
+  size_t kept = 0;                               // bytes in them
 };
 
 // Carries out what is planned. The journal keeps the files that may have been changed.

@@ -219,7 +219,7 @@ TEST(ToolBar, Narrow_MenuAtTheEndOffersTheRest) {
     QToolButton* more = form.Button("More commands");
     ASSERT_NE(more, nullptr);
     EXPECT_LE(more->geometry().right(), 120);
-    emit more->menu()->aboutToShow();
+    more->menu()->aboutToShow();
     ASSERT_EQ(more->menu()->actions().last()->text(), "Plain");
     more->menu()->actions().last()->trigger();
     form.SetSize(400, 200);

@@ -64,6 +64,7 @@ TEST_F(ProjectDangers, UsualSwitches_AreNone) {
 
 TEST_F(ProjectDangers, OptionsThatRunSomething_AreListedWithTheirValue) {
   EXPECT_THAT(InCompile("-O2 -wrapper ./w,-x -g"), ElementsAre("-wrapper ./w,-x"));
+  EXPECT_THAT(InCompile("-fmodule-mapper=|./run"), ElementsAre("-fmodule-mapper=|./run"));
   EXPECT_THAT(InCompile("-fplugin=./p.so -fplugin-arg-p-x"), ElementsAre("-fplugin=./p.so"));
   EXPECT_THAT(InCompile("-specs=a --specs=b -specs c"),
               ElementsAre("-specs=a", "--specs=b", "-specs c"));

@@ -155,6 +155,36 @@ TEST_F(OddTest, LargeAndEndlessValues_AreBounded) {
   for (const Watch& watch : debugger.watches.lists[0]) EXPECT_LT(watch.whole.size(), 4096u);
 }
 
+// What lies in the stack before the constructors run looks like containers of any length.
+TEST_F(OddTest, ContainersBeforeTheirConstructors_AreBounded) {
+  Add("a.cpp",
+      "#include <cstring>\n#include <list>\n#include <map>\n#include <string>\n#include "
+      "<vector>\nvoid scribble() {\n  volatile char bytes[4096];\n  std::memset((char*)bytes, "
+      "0x55, sizeof bytes);\n}\nint use() {\n  int k = 1;\n  std::string text = \"a\";\n  "
+      "std::vector<int> numbers(3);\n  std::map<int, int> map;\n  std::list<int> list;\n  return "
+      "k;\n}\nint main() {\n  scribble();\n  return use();\n}\n");
+  debugger.Toggle(Path("a.cpp"), 10);
+  for (const char* expression : {"text", "numbers", "map", "list", "k"})
+    debugger.AddExpression(0, expression);
+  ASSERT_TRUE(RunToStop()) << Output();
+  ASSERT_TRUE(IdleUntil([this] { return debugger.IsQuiet(); }));
+  ASSERT_TRUE(StepToStop(GdbStep::cOver));
+  for (const std::string& value : Values()) EXPECT_LT(value.size(), 4096u) << value;
+  EXPECT_THAT(Values().back(), HasSubstr("k = 1"));
+  ASSERT_TRUE(StepToStop(GdbStep::cOver));
+  EXPECT_THAT(Values()[0], HasSubstr("\"a\""));
+}
+
+// This gdb knows no consoles of programs; that is no news for the user.
+TEST_F(OddTest, TheRefusedConsoleSetting_IsNotShown) {
+  Add("a.cpp", "int main() {\n  return 0;\n}\n");
+  debugger.Toggle(Path("a.cpp"), 1);
+  ASSERT_TRUE(RunToStop());
+  EXPECT_THAT(Output(), testing::Not(HasSubstr("No symbol \"new\"")));
+  for (const std::string& said : view.says)
+    EXPECT_THAT(said, testing::Not(HasSubstr("No symbol"))) << said;
+}
+
 TEST_F(OddTest, AWatchWithASideEffect_HasItOnceAtEachStop) {
   Add("a.cpp",
       "int count = 0;\nint main() {\n  int k = 1;\n  ++k;\n  ++k;\n  ++k;\n  return k;\n}\n");
