@@ -111,6 +111,7 @@ class Session(ZendryTest):
                 write(os.path.join(folder, 'p.zend'), '<state>\n<file name="a.cpp" id="1"/>\n</state>\n')
                 window = self.start(project)
                 window.wait_for_title('a.cpp')
+                window.wait_quiet()
                 window.type('x')
                 window.wait_quiet()
                 window.process.send_signal(number)

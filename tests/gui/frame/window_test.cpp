@@ -216,8 +216,9 @@ TEST(IdeWindow, NothingOpen_OnlyWhatCanActIsOffered) {
   IdeDriver ide;
   ide.Run({}, [&] {
     MainForm& form = *theMainForm;
-    EXPECT_THAT(EnabledIds(form.fileMenu), ElementsAre(cNewCommand, cOpenCommand, cPageSetupCommand,
-                                                       cOpenProjectCommand, cExitCommand));
+    EXPECT_THAT(EnabledIds(form.fileMenu),
+                ElementsAre(cNewCommand, cOpenCommand, cPageSetupCommand, cNewProjectCommand,
+                            cOpenProjectCommand, cExitCommand));
     EXPECT_THAT(EnabledIds(form.buildMenu), IsEmpty());
     EXPECT_THAT(EnabledIds(form.projectMenu), IsEmpty());
     EXPECT_THAT(ClickablePictures(), ElementsAre(cNewPicture, cOpenProjectPicture, cOpenPicture));
@@ -229,11 +230,11 @@ TEST(IdeWindow, SourceAlone_CanBeSavedClosedAndBuilt) {
   IdeDriver ide;
   ide.Run({ide.files.Write("a.cpp", "int main() {}\n")}, [&] {
     MainForm& form = *theMainForm;
-    EXPECT_THAT(
-        EnabledIds(form.fileMenu),
-        ElementsAre(cNewCommand, cOpenCommand, cCloseCommand, cCloseAllCommand, cSaveCommand,
-                    cSaveAsCommand, cPrintCommand, cPrintPreviewCommand, cPageSetupCommand,
-                    cOpenProjectCommand, cSaveAllCommand, cRecentFilesCommand, cExitCommand));
+    EXPECT_THAT(EnabledIds(form.fileMenu),
+                ElementsAre(cNewCommand, cOpenCommand, cCloseCommand, cCloseAllCommand,
+                            cSaveCommand, cSaveAsCommand, cPrintCommand, cPrintPreviewCommand,
+                            cPageSetupCommand, cNewProjectCommand, cOpenProjectCommand,
+                            cSaveAllCommand, cRecentFilesCommand, cExitCommand));
     EXPECT_THAT(EnabledIds(form.buildMenu),
                 ElementsAre(cCompileFileCommand, cMakeCommand, cRebuildCommand));
     IdeDriver::Press(Qt::Key_F7);
