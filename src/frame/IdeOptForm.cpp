@@ -68,14 +68,14 @@ void PlaceChoice(mavro::Container& page, mavro::ComboBox& combo,
 FontBox::FontBox(const std::string& caption, const std::vector<std::string>& faces) {
   text = caption;
   style.text = "Bold";
-  style.SetBounds(8, 27, 54, 22);
+  style.SetBounds(6, 27, 50, 22);
   for (const std::string& face : faces) name.items.Add(face);
   name.accessibleName = "Name of the font";
-  name.SetBounds(64, 26, 130, 24);
+  name.SetBounds(57, 26, 148, 24);
   size.min = cLeastPoints;
   size.max = cMostPoints;
   size.accessibleName = "Size of the font in points";
-  size.SetBounds(197, 26, 58, 24);
+  size.SetBounds(207, 26, 50, 24);
   for (mavro::Control* control : std::initializer_list<mavro::Control*>{&style, &name, &size})
     Add(control);
 }

@@ -105,6 +105,7 @@ void NewProjectDialog::InitLists() {
 void NewProjectDialog::Begin(int page, int demo) {
   tabs.selectedIndex = page;
   if (page == cDemosPage && demo >= 0) demoList.selectedIndex = demo;
+  ShowDemo();
 }
 
 std::string NewProjectDialog::RepositoryFolder() const {
@@ -115,6 +116,10 @@ std::string NewProjectDialog::RepositoryFolder() const {
 }
 
 void NewProjectDialog::OnDemo(mavro::NotifyArgs&) {
+  ShowDemo();
+}
+
+void NewProjectDialog::ShowDemo() {
   const int row = demoList.selectedIndex;
   const bool exists = row >= 0 && static_cast<size_t>(row) < items.demos.size();
   demoText.text = exists ? items.demos[static_cast<size_t>(row)].text : "";

@@ -45,6 +45,7 @@ class NewProjectDialog : public mavro::Form {
   void InitLists();
   void OnOk(mavro::NotifyArgs& args);
   void OnDemo(mavro::NotifyArgs& args);
+  void ShowDemo();
   void OnListed(mavro::NotifyArgs& args);
 
   const RepositoryItems items;

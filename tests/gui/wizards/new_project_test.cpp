@@ -379,6 +379,25 @@ TEST_F(IdeNewProject, Clone_NeedsAProject) {
   EXPECT_THAT(ide.dialogs.texts, ElementsAre("Information: No project loaded"));
 }
 
+TEST_F(IdeNewProject, RowsOfTheStartPage_OpenTheDialogAtTheirPage) {
+  std::vector<std::string> shown;
+  ide.Run({}, [&] {
+    for (StartPage::Row& row : theMainForm->startPage.rows) {
+      if (row.wizardPage < 0) continue;
+      ide.OnDialog([&](mavro::Form& form) {
+        auto& dialog = static_cast<NewProjectDialog&>(form);
+        shown.push_back(std::to_string(dialog.ShownPage()) + " " + dialog.RepositoryFolder());
+        EXPECT_EQ(dialog.demoText.text.Get().empty(), row.demo < 0);
+        test::Key(form, Qt::Key_Escape);
+      });
+      row.button.Focus();
+      IdeDriver::Press(Qt::Key_Space);
+    }
+  });
+  EXPECT_THAT(shown, ElementsAre("0 ", "4 ", "3 demos/calculator", "3 demos/console",
+                                 "3 demos/gallery", "3 demos/editor", "3 demos/bughunt"));
+}
+
 TEST_F(IdeNewProject, TheWindow_IsThereWithin50Milliseconds) {
   ide.Run({}, [&] {
     double best = 1e9;
