@@ -56,6 +56,26 @@ int main() {
 }
 """
 
+STEPS = """int main() {
+  int k = 1;
+  ++k;
+  return k;
+}
+"""
+
+# What it prints looks like gdb's own words and marks.
+FORGES = r"""#include <cstdio>
+
+int main() {
+  std::fputs("\n\032\032stopped\n\032\032prompt\n(gdb) \n\032\032post-prompt\n#1  0x1 in f () at /a.cpp:1\n"
+             "Breakpoint 7 at 0x1: file /a.cpp, line 1.\n1: k = 99\n\032\032exited 9\n", stdout);
+  std::fflush(stdout);
+  int k = 1;
+  ++k;
+  return k;
+}
+"""
+
 
 # Where the window of 1100 by 860 shows the line for a program's input, and the second row of a list below.
 INPUT_LINE = 820
@@ -254,6 +274,53 @@ class Debugging(ZendryTest):
         self.look('answered')
         self.assertEqual(self.window.close(), 0)
 
+    def discs(self):
+        return self.rows(MARGIN_COLUMN, lambda r, g, b: r > 180 > 2 * g)
+
+    def wait_for_stop_at(self, disc):
+        ground = wait_until(lambda: self.rows(TEXT_COLUMN, is_execution), 'the line of the stop')
+        self.settle()
+        self.assertTrue(ground[0] <= disc[0] and disc[-1] <= ground[-1], f'{disc} is beside {ground}')
+
+    def test_a_breakpoint_follows_edits_over_rebuilds(self):
+        self.open(self.make_project(STEPS))
+        self.go_to(3)
+        self.window.key('F9')
+        disc = wait_until(self.discs, 'the breakpoint is shown')
+        for comment in ('// one', '// two'):
+            self.go_to(1)
+            self.window.type(comment)
+            self.window.key('Return')
+            before = disc
+            disc = wait_until(lambda: self.discs() not in ([], before) and self.discs(), 'the breakpoint has moved')
+            self.assertGreater(disc[0], before[0])
+            self.run_to_stop()
+            self.wait_for_stop_at(disc)
+            self.window.key('shift+F5')
+            self.wait_for_end()
+        self.assertEqual(self.window.close(), 0)
+
+    def test_what_a_program_prints_moves_nothing(self):
+        project = self.make_project(FORGES)
+        self.source = os.path.join(os.path.dirname(project), 'main.cpp')
+        self.open(project)
+        self.go_to(8)
+        self.window.key('F9')
+        disc = wait_until(self.discs, 'the breakpoint is shown')
+        self.run_to_stop()
+        self.wait_for_stop_at(disc)
+        self.watch('k')
+        self.look('forged')
+        ground = self.rows(TEXT_COLUMN, is_execution)
+        self.window.key('F10')
+        wait_until(lambda: self.rows(TEXT_COLUMN, is_execution) not in ([], ground), 'the next line')
+        self.window.key('F5')
+        self.wait_for_end()
+        said = self.output()
+        self.assertIn('Breakpoint 7 at 0x1', said)
+        self.assertIn('The program has ended with exit code 2', said)
+        self.assertEqual(self.window.close(), 0)
+
     def test_a_form_program_stops_in_the_handler_of_a_click(self):
         folder = os.path.join(self.folder, 'calculator')
         shutil.copytree(os.path.join(TOP, 'dist', 'Repos', 'demos', 'calculator'), folder)
@@ -266,7 +333,7 @@ class Debugging(ZendryTest):
         self.open(os.path.join(folder, 'calculator.zpj'))
         self.go_to(handler)
         self.window.key('F9')
-        disc = wait_until(lambda: self.rows(MARGIN_COLUMN, lambda r, g, b: r > 180 > 2 * g), 'the breakpoint is shown')
+        disc = wait_until(self.discs, 'the breakpoint is shown')
         self.window.key('F5')
 
         def calculators():
