@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QFontDatabase>
 #include <QMap>
+#include <QPalette>
 #include <algorithm>
 #include <initializer_list>
 
