@@ -105,10 +105,7 @@ void PrjActs::ChangeOptions() {
 }
 
 void PrjActs::AddMade(const std::string& path) {
-  if (theProject.FindFile(path)) return;
-  theProject.AddFile(theProject.RelativeIfSame(path));
-  theProject.modified = true;
-  FilesChanged();
+  if (Add(path)) FilesChanged();
 }
 
 void PrjActs::CreateMakefile() {

@@ -27,10 +27,10 @@ class PrjActs : public CommandList {
   void AddDropped(const std::vector<std::string>& paths);
   // Removes the file selected in the tree from the project; the file on the disk and its tab stay.
   void RemoveSelected();
-  // Adds a file that has been made to the project, unless it has it.
-  void AddMade(const std::string& path);
   // The same for files by their ids.
   void Remove(const std::vector<int>& ids);
+  // Adds a file that has been made to the project, unless it has it.
+  void AddMade(const std::string& path);
   // Shows the project's options; the next build uses what the user changes.
   void ChangeOptions();
   // Writes "Makefile" into the folder of the project file.

@@ -152,7 +152,7 @@ Reason SyncFolder(int folder) {
 }
 
 // Group: temporary files. The process that writes one holds a lock on it, so a file without a lock
-// was. left by a killed process.
+// was left by a killed process.
 
 bool IsTemporaryName(std::string_view name) {
   if (!name.starts_with(cTemporaryPrefix)) return false;

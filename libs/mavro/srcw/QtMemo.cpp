@@ -217,9 +217,14 @@ class MemoWindow final : public NativeMemo {
   void SetDataType(int) override {}
   void SelectAll() override { edit->selectAll(); }
 
+  // Much text isn't kept for later: showing it would take longer than a click may wait.
   void Append(std::string_view bytes) override {
+    constexpr size_t cMostWaiting = 128 << 10;
     pending += bytes;
-    pacer.Request();
+    if (pending.size() < cMostWaiting)
+      pacer.Request();
+    else
+      pacer.RunNow();
   }
 
   void Update() override {

@@ -413,6 +413,19 @@ TEST(Memo, Hidden_TakesTextAndShowsItsEndWhenShown) {
   });
 }
 
+// A burst is shown in parts, so that no part takes long; the rest waits for no more than one.
+TEST(Memo, Burst_LeavesLittleWaiting) {
+  MemoForm form;
+  test::RunForm(form, false, [&] {
+    const std::string lines(16 << 10, '\n');
+    for (int part = 1; part <= 40; ++part) {
+      form.memo.Append(lines);
+      const int appended = part * static_cast<int>(lines.size());
+      EXPECT_GT(form.Widget()->blockCount(), appended - (128 << 10));
+    }
+  });
+}
+
 TEST(Memo, Destroyed_InItsOwnEvents) {
   for (const bool byChange : {true, false}) {
     test::EventLog log;
