@@ -21,7 +21,6 @@ using Lines = std::vector<std::string>;
 using Kind = FormLoss::Kind;
 
 constexpr std::string_view cMarker = "//!";
-constexpr size_t cShortestName = 3;
 
 // What is compared: a statement, or one name of a declaration.
 struct Element {
@@ -29,13 +28,6 @@ struct Element {
   std::string key;   // equal for equal statements
   std::string name;  // of the control that is declared
 };
-
-std::string Trimmed(std::string_view line) {
-  const auto isBlank = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
-  while (!line.empty() && isBlank(line.front())) line.remove_prefix(1);
-  while (!line.empty() && isBlank(line.back())) line.remove_suffix(1);
-  return std::string(line);
-}
 
 std::string_view WithoutLineEnd(std::string_view line) {
   while (!line.empty() && (line.back() == '\n' || line.back() == '\r')) line.remove_suffix(1);
@@ -61,7 +53,7 @@ void AddDeclElements(std::vector<Element>& elements, const std::string& line, in
 std::vector<Element> ElementsOf(const Lines& lines, bool isInDecl) {
   std::vector<Element> elements;
   for (size_t i = 0; i < lines.size(); ++i) {
-    const std::string text = Trimmed(lines[i]);
+    const std::string_view text = Trimmed(lines[i]);
     // The closing marker is no statement.
     if (text.empty() || (i > 0 && i + 1 == lines.size() && text == "//!end")) continue;
     const int number = static_cast<int>(i);
@@ -181,7 +173,7 @@ class RegionCheck {
   void AddLost(const Element& element) {
     FormLoss loss{Kind::cLost, isInDecl, element.line, {}, {}, {}};
     const auto next = successors.find(SubjectOf(element, lines));
-    const std::string text = Trimmed(lines[static_cast<size_t>(element.line)]);
+    const std::string text(Trimmed(lines[static_cast<size_t>(element.line)]));
     if (next != successors.end()) {
       loss.kind = Kind::cChanged;
       loss.becomes = Trimmed(written[static_cast<size_t>(next->second)]);
@@ -208,7 +200,7 @@ class RegionCheck {
 
 // The closing marker is written anew, too.
 void CheckEnd(const SectionRef& section, bool isInDecl, std::vector<FormLoss>& losses) {
-  const std::string line = Trimmed(section.text->Line(section.endLine));
+  const std::string line(Trimmed(section.text->Line(section.endLine)));
   if (line == "//!end") return;
   losses.push_back(
       {Kind::cChanged, isInDecl, section.endLine - section.startLine, line, "//!end", {}});
@@ -367,7 +359,7 @@ std::vector<FormLoss> CheckForm(const FormTarget& target) {
 }
 
 bool FitsRegion(std::string_view line, bool isInDecl) {
-  const std::string plain = Trimmed(line);
+  const std::string_view plain = Trimmed(line);
   if (plain.empty() || plain.starts_with(cMarker)) return true;
   if (!isInDecl) return FitsInit(plain);
   const size_t names = ReadDeclaration(plain).names.size();

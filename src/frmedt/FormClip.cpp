@@ -5,13 +5,12 @@
 
 #include "frmedt/CtrlReg.h"
 #include "frmedt/FormLocator.h"
+#include "frmedt/FormTokens.h"
 #include "frmedt/FormWriter.h"
 
 namespace zendry {
 
 namespace {
-
-constexpr size_t cShortestRead = 3;  // a shorter name is not read back
 
 using Copies = std::map<const CtrlRec*, CtrlRec*>;
 
@@ -68,7 +67,7 @@ std::string CopyText(const FormData& form, const std::vector<CtrlRec*>& records)
   Copies copies;
   for (const CtrlRec* rec : form.controls) {
     if (rec == &form.root || !rec->classDef || !IsAmong(rec, records)) continue;
-    const bool isRead = rec->name.size() >= cShortestRead && !clip.Find(rec->name);
+    const bool isRead = rec->name.size() >= cShortestName && !clip.Find(rec->name);
     CopyRecord(*rec, clip, clip.root, copies,
                isRead ? rec->name : clip.UniqueName(rec->classDef->name));
   }

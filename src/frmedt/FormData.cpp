@@ -9,6 +9,7 @@
 #include "frmedt/CtrlReg.h"
 #include "frmedt/FormGeometry.h"
 #include "frmedt/FormReader.h"
+#include "frmedt/FormTokens.h"
 #include "frmedt/PropClass.h"
 
 namespace zendry {
@@ -17,8 +18,6 @@ namespace {
 
 // What follows the beginning of a name counts as its number up to here.
 constexpr size_t cLongestNumber = 64;
-// The reader passes over statements that begin with a shorter name.
-constexpr size_t cShortestName = 3;
 
 template <class Props>
 auto FindIn(Props& props, std::string_view property) -> decltype(&props.front()) {

@@ -16,19 +16,11 @@ namespace {
 constexpr std::string_view cMarker = "//!";
 // Stands in the marker of a control for which no class is named at all.
 constexpr std::string_view cNoClass = "?";
-constexpr size_t cShortestName = 3;
 
 int IndentOf(const std::vector<std::string>& lines) {
   const size_t place = lines.empty() ? std::string::npos : lines[0].find('/');
   if (place == std::string::npos) return 0;
   return static_cast<int>(std::min<size_t>(place, FormWriter::cMostTabs));
-}
-
-std::string Trimmed(std::string_view line) {
-  const auto isBlank = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
-  while (!line.empty() && isBlank(line.front())) line.remove_prefix(1);
-  while (!line.empty() && isBlank(line.back())) line.remove_suffix(1);
-  return std::string(line);
 }
 
 // The handler that a statement binds, as in `button1.onClick.Add_H(this, &This::Handler);`. Empty
@@ -122,7 +114,7 @@ void FormReader::ReadInitLine(const std::string& line) {
   CtrlRec& rec = FindOrAdd(tokens.words[0], pending);
   Resolve(rec, pending);
   if (!rec.classDef) {
-    if (IsWholeStatement(line)) rec.kept.push_back(Trimmed(line));
+    if (IsWholeStatement(line)) rec.kept.emplace_back(Trimmed(line));
     return;
   }
   TrimValue(tokens.rest);

@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "code/CppLexer.h"
+#include "frmedt/FormTokens.h"
 
 namespace zendry {
 
@@ -33,12 +34,6 @@ size_t LiteralEnd(std::string_view text, size_t at) {
       return i + 1;
   }
   return text.size();
-}
-
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-  return text;
 }
 
 bool IsClassName(std::string_view text) {

@@ -66,6 +66,13 @@ LineTokens Tokenize(std::string_view line, size_t limit) {
   return tokens;
 }
 
+std::string_view Trimmed(std::string_view line) {
+  const auto isAround = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
+  while (!line.empty() && isAround(line.front())) line.remove_prefix(1);
+  while (!line.empty() && isAround(line.back())) line.remove_suffix(1);
+  return line;
+}
+
 char TrimValue(std::string& text) {
   if (text.empty()) return 0;
   std::string_view kept = text;

@@ -6,6 +6,9 @@
 
 namespace zendry {
 
+// Statements that begin with a shorter name are not read.
+constexpr size_t cShortestName = 3;
+
 // A line cut into words, as the regions of a form are read.
 struct LineTokens {
   static constexpr size_t cMost = 6;
@@ -25,6 +28,9 @@ struct LineTokens {
 // count as other characters between quotes. A quote with a backslash before it is no quote. A word
 // that the end of the line ends is dropped.
 LineTokens Tokenize(std::string_view line, size_t limit);
+
+// A line without the blanks and control characters around it.
+std::string_view Trimmed(std::string_view line);
 
 // Reduces the rest of a statement to its value: takes the operator before it and the ";" behind it
 // away. Returns the operator.
