@@ -17,6 +17,7 @@ constexpr char cLicences[] =
     "Qt 6, under the GNU LGPL 3\n"
     "QScintilla, under the GNU GPL 3, with Scintilla, under its own free licence\n"
     "JSON for Modern C++ and CLI11, under the MIT and BSD licences\n"
+    "PCRE2, under the BSD licence\n"
     "The Tango icons, in the public domain\n"
     "\n"
     "The help indexes, in the folder Help of the installation:\n"

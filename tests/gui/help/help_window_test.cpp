@@ -210,6 +210,7 @@ TEST_F(HelpTest, About_SaysNameVersionAndLicences) {
       EXPECT_THAT(about.version.text.Get(),
                   MatchesRegex("Version 0\\.1 build: [A-Z][a-z]+ +[0-9]+ 20[0-9]+"));
       EXPECT_THAT(about.licences.text.Get(), HasSubstr("Linux man-pages"));
+      EXPECT_THAT(about.licences.text.Get(), HasSubstr("PCRE2"));
       EXPECT_EQ(about.okButton.text.Get(), "OK");
       test::Shot(form, "about");
       seen = true;
