@@ -93,7 +93,9 @@ class DesignTest : public testing::Test {
   void Press(int x, int y, Qt::KeyboardModifiers keys = Qt::NoModifier) const {
     QTest::mousePress(Window(), Qt::LeftButton, keys, Place(x, y));
   }
-  void MoveTo(int x, int y) const { QTest::mouseMove(Window(), Place(x, y)); }
+  void MoveTo(int x, int y, Qt::KeyboardModifiers keys = Qt::NoModifier) const {
+    QTest::mouseEvent(QTest::MouseMove, Window(), Qt::NoButton, keys, Place(x, y));
+  }
   void Release(int x, int y, Qt::KeyboardModifiers keys = Qt::NoModifier) const {
     QTest::mouseRelease(Window(), Qt::LeftButton, keys, Place(x, y));
   }

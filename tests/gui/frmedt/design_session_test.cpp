@@ -9,6 +9,7 @@
 #include "EditorFixture.h"
 #include "frmedt/DesignFrame.h"
 #include "frmedt/LossDlg.h"
+#include "frmedt/SelectDlg.h"
 
 // The designer on a source of the user's, from its key to the text in the editor.
 
@@ -159,6 +160,50 @@ TEST_F(DesignSessionTest, HandlerIsAddedAndShown) {
   });
 }
 
+TEST_F(DesignSessionTest, HandlerIsRemovedWithItsBinding) {
+  std::string text = Replaced(cForm, "\t\tthis->Add(&button1);\n",
+                              "\t\tbutton1.onClick.Add_H(this, &This::Pressed);\n"
+                              "\t\tthis->Add(&button1);\n");
+  text = Replaced(text, "\t}\n};\n", "\t}\n\tvoid Pressed(NotifyArgs &e) {\n\t}\n};\n");
+  ide.Run({ide.Project({{"dlg.h", text}})}, [&] {
+    Tabs().OpenFile(ide.files.Path("dlg.h"));
+    Design([](DesignFrame& frame) {
+      frame.editor.Select(frame.editor.FindControl("button1")->ctrl, false);
+      frame.Show(frame.editor.FindControl("button1")->ctrl);
+      frame.eventBox.RemoveHandler(0);
+    });
+    EXPECT_FALSE(HasText("Pressed")) << Front().GetText();
+    EXPECT_TRUE(HasText("button1.text = \"Go\";"));
+  });
+}
+
+TEST_F(DesignSessionTest, OfSeveralForms_TheChosenOneIsDesigned) {
+  const std::string other =
+      Replaced(Replaced(Replaced(cForm, "#pragma once\n#include<mavro>\n\n", "\n"),
+                        "class Dlg:", "class Other:"),
+               "typedef Dlg", "typedef Other");
+  const std::string text = cForm + Replaced(other, "\tDlg() {", "\tOther() {");
+  ide.Run({}, [&] {
+    Open("dlg.h", text);
+    ide.OnDialog([&](mavro::Form& form) {
+      auto* dialog = dynamic_cast<SelectDlg*>(&form);
+      ASSERT_TRUE(dialog) << form.text;
+      EXPECT_EQ(dialog->formList.rowCount, 2);
+      dialog->formList.selectedIndex = 1;
+      ide.OnDialog([](mavro::Form& next) {
+        auto* frame = dynamic_cast<DesignFrame*>(&next);
+        ASSERT_TRUE(frame) << next.text;
+        MoveButton(*frame);
+        frame->Command(cSaveAndCloseCommand);
+      });
+      test::Click(dialog->okButton);
+    });
+    IdeDriver::Press(Qt::Key_F11);
+    const size_t second = text.rfind("(40, 40,");
+    EXPECT_EQ(Front().GetText(), std::string(text).replace(second, 8, "(41, 40,"));
+  });
+}
+
 TEST_F(DesignSessionTest, Keep_MovesForeignStatementsBehindTheirRegion) {
   const std::string text =
       Replaced(cForm, "\t\tthis->Add(&button1);\n", "\t\tthis->Add(&button1);\n\t\tif (x) y();\n");
@@ -173,6 +218,21 @@ TEST_F(DesignSessionTest, Keep_MovesForeignStatementsBehindTheirRegion) {
     EXPECT_THAT(rows[0], HasSubstr("if (x) y();"));
     EXPECT_TRUE(HasText("button1.SetBounds(41, 40, 80, 24);"));
     EXPECT_TRUE(HasText("//!end\n\t\tif (x) y();\n")) << Front().GetText();
+  });
+}
+
+TEST_F(DesignSessionTest, GoOn_LosesWhatWasListed) {
+  const std::string text =
+      Replaced(cForm, "\t\tthis->Add(&button1);\n", "\t\tthis->Add(&button1);\n\t\tif (x) y();\n");
+  std::vector<std::string> rows;
+  ide.Run({}, [&] {
+    Open("dlg.h", text);
+    DesignAfter(&LossDlg::goOn, rows, [](DesignFrame& frame) {
+      MoveButton(frame);
+      frame.Command(cSaveAndCloseCommand);
+    });
+    EXPECT_EQ(rows.size(), 1u);
+    EXPECT_EQ(Front().GetText(), Replaced(cForm, "(40, 40,", "(41, 40,"));
   });
 }
 

@@ -161,7 +161,21 @@ TEST_F(FormEditorTest, DraggingADockedControl_SnapsBack) {
          });
 }
 
-TEST_F(FormEditorTest, EscapeGivesUpADrag_AndShiftKeepsAnAxis) {
+TEST_F(FormEditorTest, ShiftKeepsADragOnTheAxisThatItIsFurtherOn) {
+  Design(Names(1), Buttons(1), [&] {
+    Click(60, 52);
+    Press(80, 52);
+    MoveTo(111, 60, Qt::ShiftModifier);
+    EXPECT_EQ(At("button1"), (Rect{71, 40, 80, 24}));
+    MoveTo(84, 83, Qt::ShiftModifier);
+    EXPECT_EQ(At("button1"), (Rect{40, 71, 80, 24}));
+    MoveTo(85, 84);
+    EXPECT_EQ(At("button1"), (Rect{45, 72, 80, 24})) << "without the key";
+    Release(85, 84);
+  });
+}
+
+TEST_F(FormEditorTest, EscapeGivesUpADrag) {
   Design(Names(2), Buttons(2), [&] {
     Click(60, 52);
     Click(60, 92, Qt::ControlModifier);

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
-#include <chrono>
 
 #include "Application.h"
 #include "DarkPalette.h"
@@ -396,24 +395,6 @@ TEST_F(IdeNewProject, RowsOfTheStartPage_OpenTheDialogAtTheirPage) {
   });
   EXPECT_THAT(shown, ElementsAre("0 ", "4 ", "3 demos/calculator", "3 demos/console",
                                  "3 demos/gallery", "3 demos/editor", "3 demos/bughunt"));
-}
-
-TEST_F(IdeNewProject, TheWindow_IsThereWithin50Milliseconds) {
-  ide.Run({}, [&] {
-    double best = 1e9;
-    for (int i = 0; i < 5; ++i) {
-      const auto start = std::chrono::steady_clock::now();
-      ide.OnDialog([&](mavro::Form& form) {
-        const std::chrono::duration<double, std::milli> took =
-            std::chrono::steady_clock::now() - start;
-        best = std::min(best, took.count());
-        LeaveByEscape(form);
-      });
-      theFileActs.OnCommand(cNewProjectCommand);
-    }
-    RecordProperty("milliseconds", std::to_string(best));
-    std::printf("the dialog shows after %.1f ms\n", best);
-  });
 }
 
 // For people to look at: build/shots/new-project-*.png.
