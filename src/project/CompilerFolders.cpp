@@ -3,11 +3,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <map>
-#include <optional>
 #include <utility>
 
+#include "CommandLine.h"
+#include "SpawnConsole.h"
 #include "base/Paths.h"
-#include "base/ToolOutput.h"
 
 namespace zendry {
 
@@ -43,6 +43,26 @@ std::vector<std::string> UsualFolders() {
 
 constexpr std::string_view cBegin = "#include <...> search starts here:\n";
 constexpr std::string_view cEnd = "End of search list.";
+// A compiler that can't be started then is no failure of the runner, which would show a box.
+constexpr char cTimeLimit[] = "timeout -k 1 5 ";
+constexpr size_t cLongestReport = 1 << 20;  // bytes
+
+// What a compiler says of itself while it reads nothing, in English.
+std::string ReportOf(const std::string& compiler, bool isCpp) {
+  mavro::SpawnConsole runner;
+  std::string report;
+  runner.environment = {"LC_ALL=C"};
+  runner.SetOutput(
+      [&](const std::string& line) {
+        report += line + '\n';
+        if (report.size() > cLongestReport) runner.Terminate();
+      },
+      "");
+  const std::string line = cTimeLimit + mavro::QuoteArgument(compiler) + " -E -v -x " +
+                           (isCpp ? "c++" : "c") + " /dev/null";
+  runner.Execute(line, mavro::SpawnConsole::Mode::cBlocking);
+  return report;
+}
 
 }  // namespace
 
@@ -64,9 +84,7 @@ const std::vector<std::string>& CompilerFolders(const std::string& compiler, boo
   static std::map<std::pair<std::string, bool>, std::vector<std::string>> known;
   const auto [entry, isNew] = known.try_emplace({compiler, isCpp});
   if (!isNew) return entry->second;
-  const std::optional<std::string> report =
-      ToolOutput({compiler, "-E", "-v", "-x", isCpp ? "c++" : "c", "/dev/null"});
-  if (report) entry->second = FoldersInReport(*report);
+  entry->second = FoldersInReport(ReportOf(compiler, isCpp));
   if (entry->second.empty()) entry->second = UsualFolders();
   return entry->second;
 }
