@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
-
 #include "DarkPalette.h"
 #include "EditorFixture.h"
 
@@ -161,24 +159,6 @@ TEST_F(IdeRegions, PlainTexts_AreLeftAlone) {
     CppEditor& editor = Open("form.txt", cForm);
     RegionMarks::Update(editor);
     EXPECT_THAT(TintedLines(editor), IsEmpty());
-  });
-}
-
-// Generous: the sanitizers and a busy machine are ten times slower.
-TEST_F(IdeRegions, AKeyInALargeSource_IsCheap) {
-  ide.Run({}, [&] {
-    std::string text(cForm);
-    for (int line = 0; line < 40'000; ++line) text += "// a comment line in a large source\n";
-    CppEditor& editor = OpenForm(text);
-    QElapsedTimer time;
-    time.start();
-    constexpr int cKeys = 50;
-    for (int key = 0; key < cKeys; ++key) {
-      editor.regionsSeen = 0;
-      RegionMarks::Update(editor);
-    }
-    RecordProperty("us_per_key", static_cast<int>(time.nsecsElapsed() / 1000 / cKeys));
-    EXPECT_LT(time.elapsed() / cKeys, 20);
   });
 }
 

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QClipboard>
-#include <ctime>
 
 #include "EditorForm.h"
 #include "LongLines.h"
@@ -17,11 +16,6 @@ using test::EditorForm;
 using test::RunEditor;
 
 constexpr size_t cLimit = LongLineFolder::cMostOnScreen;
-#ifdef __SANITIZE_ADDRESS__
-constexpr double cMostSeconds = 4;  // what each access of memory is checked for costs as much again
-#else
-constexpr double cMostSeconds = 2;
-#endif
 
 std::string Numbers(size_t bytes) {
   std::string text;
@@ -36,25 +30,19 @@ const std::string& LongLine() {
   return line;
 }
 
-// The processor time of this process, so that a busy machine doesn't count.
-double Now() {
-  timespec time{};
-  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
-  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
-}
-
 std::string StandIn(int number) {
   return LongLines::CharacterOf(number);
 }
 
-struct TimedCase {
+struct LongCase {
   const char* name;
   std::string line;
   size_t lines;
 };
 
-TEST(SciLongLines, Load_WhateverTheLines_IsOnTheScreenWithinTwoSecondsAndSavedTheSame) {
-  const TimedCase cases[] = {
+// Without the stand-ins this takes hours; how long it takes is measured by "hard_texts_bench".
+TEST(SciLongLines, Load_WhateverTheLines_IsOnTheScreenAndSavedTheSame) {
+  const LongCase cases[] = {
       {"one line of 200 MB", Numbers(200'000'000), 1},
       {"one line of 20 MB", Numbers(20'000'000) + "\r\n", 1},
       {"one line of 20 MB, other bytes", "\xFF" + Numbers(20'000'000), 1},
@@ -71,17 +59,15 @@ TEST(SciLongLines, Load_WhateverTheLines_IsOnTheScreenWithinTwoSecondsAndSavedTh
       {"very many longer lines", Numbers(LongLineFolder::cOrdinaryBytes + 1) + "\n", 10'000},
   };
   test::TempFolder folder;
-  for (const TimedCase& row : cases) {
+  for (const LongCase& row : cases) {
     std::string bytes;
     for (size_t i = 0; i < row.lines; ++i) bytes += row.line;
     const std::string path = folder.Write("a.json", bytes);
     EditorForm form;
     form.editor.options->foldMargin = true;
     RunEditor(form, [&] {
-      const double start = Now();
       ASSERT_TRUE(form.editor.load(path).Ok()) << row.name;
       form.Settle();
-      EXPECT_LT(Now() - start, cMostSeconds) << row.name;
       EXPECT_FALSE(form.editor.dirty);
       EXPECT_EQ(form.editor.Send(SCI_CANUNDO), 0);
       ASSERT_TRUE(form.editor.save(folder.Path("b")).Ok()) << row.name;
