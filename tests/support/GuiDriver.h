@@ -49,9 +49,9 @@ inline void Click(const mavro::Control& control, QPoint at = QPoint(),
                     widget->mapTo(widget->window(), at));
 }
 
-// Waits until `condition` holds, handling events; false after five seconds.
+// Waits until `condition` holds, handling events; false after twenty seconds.
 inline bool WaitFor(const std::function<bool()>& condition) {
-  return QTest::qWaitFor(condition, 5000);
+  return QTest::qWaitFor(condition, 20000);
 }
 
 // Saves what a form shows as build/shots/NAME.png, for people to look at.

@@ -170,7 +170,7 @@ TEST(Memo, Append_WhileATaskBlocks_IsShownWithoutTimers) {
     form.AppendLines(50);
     QElapsedTimer clock;
     clock.start();
-    while (form.Widget()->blockCount() < 51 && clock.elapsed() < 5000)
+    while (form.Widget()->blockCount() < 51 && clock.elapsed() < 20000)
       QAbstractEventDispatcher::instance()->processEvents(QEventLoop::ExcludeUserInputEvents |
                                                           QEventLoop::X11ExcludeTimers);
     EXPECT_EQ(form.Widget()->blockCount(), 51);

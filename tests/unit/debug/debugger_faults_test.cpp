@@ -60,7 +60,7 @@ struct FaultTest : test::DebugTest {
     return std::atoi(text.c_str() + text.find(cTracer) + cTracer.size());
   }
   static bool WaitForEnd(int process) {
-    for (int i = 0; i < 5000 && !HasEnded(process); ++i) usleep(1000);
+    for (int i = 0; i < 20'000 && !HasEnded(process); ++i) usleep(1000);
     return HasEnded(process);
   }
 };
