@@ -11,6 +11,7 @@ constexpr int cMargin = 15;
 constexpr int cRow = 34;
 constexpr int cFirstRow = 15;
 constexpr int cFieldHeight = 26;
+constexpr int cTextDown = 6;  // a label beside its field, so that both texts have one line
 constexpr int cColumn = 210;
 constexpr int cLabelWidth = 100;
 constexpr int cFieldWidth = 70;
@@ -50,7 +51,7 @@ PageSetupDlg::PageSetupDlg(const PageSetup& shown)
   text = "Page set-up";
   resizable = false;
   paperLabel.text = "&Paper:";
-  paperLabel.SetBounds(cMargin, cFirstRow + 4, cLabelWidth, 18);
+  paperLabel.SetBounds(cMargin, cFirstRow + cTextDown, cLabelWidth, 18);
   paper.chooseOnly = true;
   paper.SetBounds(cMargin + cLabelWidth, cFirstRow, 100, cFieldHeight);
   for (size_t i = 0; i < std::size(cPapers); ++i) {
@@ -82,7 +83,7 @@ PageSetupDlg::PageSetupDlg(const PageSetup& shown)
 void PageSetupDlg::PlaceNumber(Number& number, const char* caption, int row, int column) {
   const int x = cMargin + column * cColumn, y = cFirstRow + row * cRow;
   number.label.text = caption;
-  number.label.SetBounds(x, y + 4, cLabelWidth, 18);
+  number.label.SetBounds(x, y + cTextDown, cLabelWidth, 18);
   number.field.SetBounds(x + cLabelWidth, y, cFieldWidth, cFieldHeight);
   Add(&number.label);
   Add(&number.field);

@@ -13,12 +13,26 @@ namespace {
 
 constexpr char cDigits[] = "0123456789ABCDEF";
 constexpr int cPointsInInch = 72;
-constexpr double cSameDistance = 0.6;  // dots
+constexpr double cSameDistance = 1.2;  // dots; more can't be seen
 constexpr int cTextWeight = 80;        // of stems, which readers only use without the font
 constexpr size_t cMostInMap = 100;     // lines in one part of a table of letters
 
 void PutHex(std::string& to, unsigned value) {
   for (int shift = 12; shift >= 0; shift -= 4) to += cDigits[value >> shift & 0xF];
+}
+
+// A glyph's number as two bytes of a text; some bytes mean something there.
+void PutGlyph(std::string& to, uint16_t number) {
+  for (const int byte : {number >> 8, number & 0xFF}) {
+    const char letter = static_cast<char>(byte);
+    if (letter == '(' || letter == ')' || letter == '\\')
+      to += '\\';
+    else if (letter == '\r') {
+      to += "\\r";
+      continue;
+    }
+    to += letter;
+  }
 }
 
 void PutUtf16(std::string& to, char32_t code) {
@@ -96,7 +110,14 @@ std::string PdfText(std::string_view utf8) {
   return text + ">";
 }
 
-PdfFile::PdfFile(Deflate itsDeflate) : deflate(std::move(itsDeflate)) {}
+PdfFile::PdfFile(Deflate itsDeflate)
+    : deflate(std::move(itsDeflate)),
+      out("%PDF-1.5\n%\xE2\xE3\xCF\xD3\n"),
+      offsets(1),
+      catalog(NewObject()),
+      tree(NewObject()),
+      info(NewObject()),
+      resources(NewObject()) {}
 
 void PdfFile::BeginPage(int width, int height, int dpi) {
   scale = double(cPointsInInch) / dpi;
@@ -105,12 +126,19 @@ void PdfFile::BeginPage(int width, int height, int dpi) {
   page.height = height * scale;
   char matrix[96];
   std::snprintf(matrix, sizeof matrix, "%.8f 0 0 %.8f 0 %.4f cm\n", scale, -scale, page.height);
-  page.content = matrix;
+  page.object = NewObject();
+  content = matrix;
   ink = font = size = -1;
 }
 
 void PdfFile::EndPage() {
-  pages.back().content = Compressed(pages.back().content);
+  EndText();
+  const Page& page = pages.back();
+  const int stream = NewObject();
+  PutStream(stream, "", Compressed(content));
+  Put(page.object, "<< /Type /Page /Parent " + Reference(tree) + " /MediaBox [0 0 " +
+                       Real(page.width) + " " + Real(page.height) + "] /Resources " +
+                       Reference(resources) + " /Contents " + Reference(stream) + " >>");
 }
 
 int PdfFile::AddFont(PdfFont newFont) {
@@ -123,50 +151,67 @@ int PdfFile::AddFont(PdfFont newFont) {
 void PdfFile::SetInk(int colour) {
   if (ink == colour) return;
   ink = colour;
-  pages.back().content +=
-      Channel(colour) + " " + Channel(colour >> 8) + " " + Channel(colour >> 16) + " rg\n";
+  std::string& words = inks[colour];
+  if (words.empty())
+    words = Channel(colour) + " " + Channel(colour >> 8) + " " + Channel(colour >> 16) + " rg\n";
+  content += words;
 }
 
 void PdfFile::Fill(int left, int top, int right, int bottom, int colour) {
+  EndText();
   SetInk(colour);
-  std::string& to = pages.back().content;
-  for (const int number : {left, top, right - left, bottom - top}) PutNumber(to, number);
-  to += "re f\n";
+  for (const int number : {left, top, right - left, bottom - top}) PutNumber(content, number);
+  content += "re f\n";
+}
+
+void PdfFile::EndText() {
+  if (std::exchange(isInText, false)) content += "ET\n";
+}
+
+// Nothing moves the pen to a place where it is already: most words of a line follow each other.
+void PdfFile::MoveTo(double x, double y) {
+  const long row = std::lround(y);
+  if (isInText && row == penRow && std::abs(x - pen) <= cSameDistance) return;
+  if (!std::exchange(isInText, true)) content += "BT\n";
+  const long column = std::lround(x);
+  content += "1 0 0 -1 ";
+  PutNumber(content, column);
+  PutNumber(content, row);
+  content += "Tm ";
+  pen = static_cast<double>(column);
+  penRow = row;
 }
 
 void PdfFile::Glyphs(int newFont, int newSize, int newInk, double baseline,
                      const std::vector<PdfGlyph>& glyphs) {
   UsedFont& used = fonts[static_cast<size_t>(newFont)];
   SetInk(newInk);
-  std::string& to = pages.back().content;
-  to += "BT ";
   if (newFont != font || newSize != size) {
-    to += "/F" + std::to_string(newFont) + " ";
-    PutNumber(to, newSize);
-    to += "Tf ";
+    content += "/F" + std::to_string(newFont) + " ";
+    PutNumber(content, newSize);
+    content += "Tf ";
     font = newFont;
     size = newSize;
   }
-  const auto widthOf = [&](uint16_t glyph) {
-    return glyph < used.facts.widths.size() ? used.facts.widths[glyph] * newSize / 1000.0 : 0.0;
-  };
-  double pen = 0;
+  const double unit = newSize / 1000.0;
   bool isOpen = false;
   for (const PdfGlyph& glyph : glyphs) {
-    used.glyphs.try_emplace(glyph.number, glyph.text);
-    if (!isOpen || std::abs(glyph.x - pen) > cSameDistance) {
-      if (isOpen) to += "> Tj ";
-      to += "1 0 0 -1 ";
-      PutNumber(to, std::lround(glyph.x));
-      PutNumber(to, std::lround(baseline));
-      to += "Tm <";
-      isOpen = true;
-      pen = glyph.x;
+    if (glyph.number >= used.isKnown.size()) used.isKnown.resize(glyph.number + size_t{1});
+    if (!used.isKnown[glyph.number]) {
+      used.isKnown[glyph.number] = true;
+      used.glyphs.emplace(glyph.number, glyph.text);
     }
-    PutHex(to, glyph.number);
-    pen += widthOf(glyph.number);
+    const bool isFar = std::abs(glyph.x - pen) > cSameDistance;
+    if (isOpen && isFar) content += ") Tj ";
+    if (!isOpen || isFar) {
+      MoveTo(glyph.x, baseline);
+      content += '(';
+      isOpen = true;
+    }
+    PutGlyph(content, glyph.number);
+    if (glyph.number < used.facts.widths.size()) pen += used.facts.widths[glyph.number] * unit;
   }
-  to += isOpen ? "> Tj ET\n" : "ET\n";
+  if (isOpen) content += ") Tj\n";
 }
 
 void PdfFile::AddOutline(std::string_view title, int y) {
@@ -247,7 +292,7 @@ void PdfFile::WriteFont(const UsedFont& used, int object) {
 }
 
 // All entries on one level, in the order of the pages. Answers the object of the table.
-int PdfFile::WriteOutlines(int firstPage) {
+int PdfFile::WriteOutlines() {
   const int root = NewObject();
   const int first = root + 1;
   const int count = static_cast<int>(outline.size());
@@ -259,7 +304,7 @@ int PdfFile::WriteOutlines(int firstPage) {
     std::string body = "<< /Title " + PdfText(entry.title) + " /Parent " + Reference(root);
     if (i > 0) body += " /Prev " + Reference(first + i - 1);
     if (i + 1 < count) body += " /Next " + Reference(first + i + 1);
-    const int page = firstPage + 2 * static_cast<int>(entry.page);
+    const int page = pages[entry.page].object;
     Put(first + i,
         body + " /Dest [" + Reference(page) + " /XYZ null " + Real(entry.y) + " null] >>");
   }
@@ -267,9 +312,6 @@ int PdfFile::WriteOutlines(int firstPage) {
 }
 
 std::string PdfFile::Finish(std::string_view title) {
-  out = "%PDF-1.5\n%\xE2\xE3\xCF\xD3\n";
-  offsets.assign(1, 0);
-  const int catalog = NewObject(), tree = NewObject(), info = NewObject(), resources = NewObject();
   std::string fontList;
   for (size_t i = 0; i < fonts.size(); ++i) {
     if (fonts[i].glyphs.empty()) continue;
@@ -278,20 +320,11 @@ std::string PdfFile::Finish(std::string_view title) {
     fontList += "/F" + std::to_string(i) + " " + Reference(object) + " ";
   }
   Put(resources, "<< /Font << " + fontList + ">> >>");
-  const int firstPage = static_cast<int>(offsets.size());
   std::string kids;
-  for (Page& page : pages) {
-    const int object = NewObject(), content = NewObject();
-    kids += Reference(object) + " ";
-    Put(object, "<< /Type /Page /Parent " + Reference(tree) + " /MediaBox [0 0 " +
-                    Real(page.width) + " " + Real(page.height) + "] /Resources " +
-                    Reference(resources) + " /Contents " + Reference(content) + " >>");
-    PutStream(content, "", page.content);
-    std::string().swap(page.content);
-  }
+  for (const Page& page : pages) kids += Reference(page.object) + " ";
   std::string more;
   if (!outline.empty())
-    more = " /Outlines " + Reference(WriteOutlines(firstPage)) + " /PageMode /UseOutlines";
+    more = " /Outlines " + Reference(WriteOutlines()) + " /PageMode /UseOutlines";
   Put(tree, "<< /Type /Pages /Kids [" + kids + "] /Count " + std::to_string(pages.size()) + " >>");
   Put(catalog, "<< /Type /Catalog /Pages " + Reference(tree) + more + " >>");
   Put(info, "<< /Title " + PdfText(title) + " /Producer (Zendry) >>");

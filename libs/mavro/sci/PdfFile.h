@@ -5,6 +5,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "FontSubset.h"
@@ -38,8 +39,8 @@ class PdfFile {
   void BeginPage(int width, int height, int dpi);
   void EndPage();
   int AddFont(PdfFont font);
-  // The glyphs of a text in one line, left to right. Neighbours whose distance is the first one's
-  // width are written together.
+  // The glyphs of a text in one line, left to right. What begins where the text before it has ended
+  // is written without its place.
   void Glyphs(int font, int size, int ink, double baseline, const std::vector<PdfGlyph>& glyphs);
   void Fill(int left, int top, int right, int bottom, int colour);
   // An entry in the table of contents for a height of the present page.
@@ -51,13 +52,14 @@ class PdfFile {
 
  private:
   struct Page {
-    std::string content;
+    int object = 0;
     double width = 0, height = 0;  // in points
   };
   struct UsedFont {
     PdfFont font;
     FontFacts facts;
     std::map<uint16_t, std::u32string> glyphs;
+    std::vector<bool> isKnown;  // by glyph: it is one of them
   };
   struct Entry {
     std::string title;
@@ -66,22 +68,30 @@ class PdfFile {
   };
 
   void SetInk(int colour);
+  void MoveTo(double x, double y);
+  void EndText();
   std::string Compressed(std::string_view bytes) const;
   int NewObject();
   void Put(int object, const std::string& body);
   void PutStream(int object, const std::string& entries, const std::string& bytes);
   void WriteFont(const UsedFont& used, int object);
   std::string WidthsOf(const UsedFont& used) const;
-  int WriteOutlines(int firstPage);
+  int WriteOutlines();
 
   const Deflate deflate;
+  std::string out;              // the file up to the last page that has ended
+  std::vector<size_t> offsets;  // by object
+  const int catalog, tree, info, resources;
   std::vector<UsedFont> fonts;
   std::vector<Page> pages;
+  std::string content;  // of the present page
   std::vector<Entry> outline;
-  double scale = 1;  // points in a dot
+  std::unordered_map<int, std::string> inks;  // the words that choose a colour
+  double scale = 1;                           // points in a dot
   int ink = -1, font = -1, size = -1;
-  std::string out;
-  std::vector<size_t> offsets;  // by object
+  bool isInText = false;  // then the pen is at:
+  double pen = 0;
+  long penRow = 0;
 };
 
 // A text as PDF writes it: UTF-16 with a mark, in hexadecimal digits.

@@ -83,12 +83,12 @@ PrintLayout::PrintLayout(const PrintText& itsText, PrintDevice& itsDevice,
   int descent = 0;
   const auto take = [&](const PrintFont& font) {
     const int number = device.AddFont(font);
-    if (widths.try_emplace(number).second) {
-      const PrintHeights heights = device.HeightsOf(number);
-      ascent = std::max(ascent, heights.ascent);
-      descent = std::max(descent, heights.descent + heights.leading);
-      widths[number].fill(-1);
-    }
+    const PrintHeights heights = device.HeightsOf(number);
+    ascent = std::max(ascent, heights.ascent);
+    descent = std::max(descent, heights.descent + heights.leading);
+    std::array<double, 128> unknown;
+    unknown.fill(-1);
+    widths.resize(std::max(widths.size(), static_cast<size_t>(number) + 1), unknown);
     return number;
   };
   for (size_t i = 0; i < fonts.size(); ++i) {
@@ -103,55 +103,83 @@ PrintLayout::PrintLayout(const PrintText& itsText, PrintDevice& itsDevice,
   numberWidth = device.WidthOf(numberFont, widest + "  ");
 }
 
-double PrintLayout::Measure(int font, const Token& token) const {
-  if (token.text.size() != 1) return device.WidthOf(font, token.text);
-  double& known = widths[font][static_cast<size_t>(token.text[0] & 0x7F)];
-  if (known < 0) known = device.WidthOf(font, token.text);
+std::string_view PrintLayout::Shown(const Token& token) const {
+  return std::string_view(shownBytes).substr(token.shown, token.count);
+}
+
+double PrintLayout::Measure(int font, const Token& token) {
+  const std::string_view shown = Shown(token);
+  if (shown.size() != 1) return device.WidthOf(font, shown);
+  double& known = widths[static_cast<size_t>(font)][static_cast<size_t>(shown[0] & 0x7F)];
+  if (known < 0) known = device.WidthOf(font, shown);
   return known;
 }
 
-PrintLayout::Token PrintLayout::NextToken(const PrintLine& line, size_t& at) const {
+PrintLayout::Token PrintLayout::NextToken(const PrintLine& line, size_t& at) {
   Token token;
   token.start = static_cast<int>(at);
   token.look = static_cast<unsigned char>(at < line.styles.size() ? line.styles[at] : 0);
-  const Letter first = LetterAt(line.text, at, styles.isUtf8);
-  at += first.length;
-  token.isTab = first.code == '\t';
-  token.isBlank = token.isTab || first.code == ' ';
-  if (token.isTab) return token;
-  if (first.isByte || IsIn(cHidden, first.code)) {
-    token.text = NameOf(first);
-  } else if (!styles.isUtf8) {
-    token.text = Utf8Of(static_cast<unsigned char>(first.code));
-  } else {
-    token.text = line.text.substr(static_cast<size_t>(token.start), first.length);
-    token.isAlone = IsIn(cJoining, first.code);
-    for (size_t joined = 1; !token.isBlank && joined < cMostJoined && at < line.text.size();
-         ++joined) {
-      if (static_cast<unsigned char>(line.text[at]) < 0x80) break;
-      const Letter next = LetterAt(line.text, at, true);
-      if (next.isByte || IsIn(cHidden, next.code) || !IsIn(cJoining, next.code)) break;
-      token.text.append(line.text, at, next.length);
-      token.isAlone = true;
-      at += next.length;
-    }
+  token.shown = shownBytes.size();
+  const auto byteAt = [&line](size_t i) {
+    return i < line.text.size() ? static_cast<unsigned char>(line.text[i]) : 0u;
+  };
+  const unsigned byte = byteAt(at);
+  token.isTab = byte == '\t';
+  token.isBlank = token.isTab || byte == ' ';
+  // Marks for a letter, and for a blank, come after it.
+  const bool isAlone = token.isBlank || !styles.isUtf8 || byteAt(at + 1) < 0x80;
+  if (token.isTab) {
+    ++at;
+    return token;
   }
+  if (byte >= ' ' && byte < 0x7F && isAlone) {
+    shownBytes += static_cast<char>(byte);
+    ++at;
+  } else {
+    TakeOther(line, at, token);
+  }
+  token.count = shownBytes.size() - token.shown;
   token.width = Measure(fonts[static_cast<size_t>(token.look)], token);
   return token;
 }
 
-// A tab reaches to the next stop, counted from the start of the line or of its rest.
-void PrintLayout::Put(std::vector<Token>& row, Token token, double& x, double start) const {
-  if (token.isTab) {
-    const double stop = std::max(1.0, blankWidth * styles.tabWidth);
-    token.width = start + (std::floor((x - start) / stop + 1e-6) + 1) * stop - x;
+// A letter that is named, that isn't ASCII, or that has marks.
+void PrintLayout::TakeOther(const PrintLine& line, size_t& at, Token& token) {
+  const Letter first = LetterAt(line.text, at, styles.isUtf8);
+  const size_t start = at;
+  at += first.length;
+  if (first.isByte || IsIn(cHidden, first.code)) {
+    shownBytes += NameOf(first);
+    return;
   }
-  x += token.width;
-  row.push_back(std::move(token));
+  if (!styles.isUtf8) {
+    shownBytes += Utf8Of(static_cast<unsigned char>(first.code));
+    return;
+  }
+  token.isAlone = IsIn(cJoining, first.code);
+  for (size_t joined = 1; joined < cMostJoined && at < line.text.size(); ++joined) {
+    if (static_cast<unsigned char>(line.text[at]) < 0x80) break;
+    const Letter next = LetterAt(line.text, at, true);
+    if (next.isByte || IsIn(cHidden, next.code) || !IsIn(cJoining, next.code)) break;
+    token.isAlone = true;
+    at += next.length;
+  }
+  shownBytes.append(line.text, start, at - start);
 }
 
-void PrintLayout::Emit(const std::vector<Token>& row, size_t count, double start) {
-  PrintRow made;
+// A tab reaches to the next stop, counted from the start of the line or of its rest.
+void PrintLayout::Put(const Token& token, double& x, double start) {
+  Token& put = row.emplace_back(token);
+  if (put.isTab) {
+    const double stop = std::max(1.0, blankWidth * styles.tabWidth);
+    put.width = start + (std::floor((x - start) / stop + 1e-6) + 1) * stop - x;
+  }
+  x += put.width;
+}
+
+// Makes a row of the first tokens.
+void PrintLayout::Emit(size_t count, double start) {
+  PrintRow& made = rows.emplace_back();
   made.start = count > 0 ? row[0].start : 0;
   double x = start;
   bool canJoin = false;
@@ -160,24 +188,22 @@ void PrintLayout::Emit(const std::vector<Token>& row, size_t count, double start
     if (!token.isTab) {
       const bool joins =
           canJoin && !token.isAlone && (made.pieces.back().look == token.look || token.isBlank);
-      if (joins)
-        made.pieces.back().text += token.text;
-      else
-        made.pieces.push_back({x, token.look, token.text});
+      if (!joins) made.pieces.push_back({x, token.look, {}});
+      made.pieces.back().text += Shown(token);
     }
     canJoin = !token.isTab && !token.isAlone;
     x += token.width;
   }
-  rows.push_back(std::move(made));
 }
 
 void PrintLayout::Break(const PrintLine& line, double width) {
   rows.clear();
-  std::vector<Token> row;
+  row.clear();
+  shownBytes.clear();
   double x = 0, start = 0, indent = 0;
   bool isIndent = true;
   for (size_t at = 0; at < line.text.size();) {
-    Token token = NextToken(line, at);
+    const Token token = NextToken(line, at);
     isIndent = isIndent && token.isBlank;
     if (!token.isBlank && x + token.width > width && !row.empty()) {
       size_t count = row.size();
@@ -186,23 +212,24 @@ void PrintLayout::Break(const PrintLine& line, double width) {
           std::all_of(row.begin(), row.begin() + static_cast<std::ptrdiff_t>(count),
                       [](const Token& before) { return before.isBlank; });
       if (count == 0 || isAllIndent) count = row.size();
-      Emit(row, count, start);
-      std::vector<Token> rest(std::make_move_iterator(row.begin() + static_cast<long>(count)),
-                              std::make_move_iterator(row.end()));
+      Emit(count, start);
+      const std::vector<Token> rest(row.begin() + static_cast<std::ptrdiff_t>(count), row.end());
       row.clear();
       x = start = std::min(indent, width * cMostIndent);
-      for (Token& kept : rest) Put(row, std::move(kept), x, start);
+      for (const Token& kept : rest) Put(kept, x, start);
     }
-    Put(row, std::move(token), x, start);
+    Put(token, x, start);
     if (isIndent) indent = x;
   }
   if (line.isFolded) {
     Token sign;
-    sign.text = cFoldedSign;
+    sign.shown = shownBytes.size();
+    shownBytes += cFoldedSign;
+    sign.count = shownBytes.size() - sign.shown;
     sign.start = static_cast<int>(line.text.size());
-    Put(row, std::move(sign), x, start);
+    Put(sign, x, start);
   }
-  Emit(row, row.size(), start);
+  Emit(row.size(), start);
 }
 
 const std::vector<PrintRow>& PrintLayout::RowsOf(int line, double width) {

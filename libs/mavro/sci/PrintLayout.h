@@ -3,7 +3,6 @@
 #include <array>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include "PrintDevice.h"
@@ -90,20 +89,23 @@ class PrintLayout {
   int RowHeight() const { return rowHeight; }
 
  private:
+  // Letters that are never parted. There is one for nearly every byte of a text, so it owns none.
   struct Token {
-    std::string text;
-    int start = 0;
+    int start = 0;                // its first byte in the line
+    size_t shown = 0, count = 0;  // the bytes to print, of `shownBytes`
     int look = 0;
     double width = 0;
     bool isBlank = false;
     bool isTab = false;
     bool isAlone = false;  // shaped as a whole, in a piece of its own
   };
-  Token NextToken(const PrintLine& line, size_t& at) const;
-  double Measure(int font, const Token& token) const;
+  Token NextToken(const PrintLine& line, size_t& at);
+  void TakeOther(const PrintLine& line, size_t& at, Token& token);
+  std::string_view Shown(const Token& token) const;
+  double Measure(int font, const Token& token);
   void Break(const PrintLine& line, double width);
-  void Put(std::vector<Token>& row, Token token, double& x, double start) const;
-  void Emit(const std::vector<Token>& row, size_t count, double start);
+  void Put(const Token& token, double& x, double start);
+  void Emit(size_t count, double start);
   void DrawRow(const PrintRow& row, int left, int top);
 
   const PrintText& text;
@@ -114,8 +116,10 @@ class PrintLayout {
   int ascent = 0, rowHeight = 0;
   double numberWidth = 0;  // of the column of line numbers
   double blankWidth = 0;
-  mutable std::unordered_map<int, std::array<double, 128>> widths;  // of ASCII, by font
-  std::vector<PrintRow> rows;                                       // of `rowsLine`
+  std::vector<std::array<double, 128>> widths;  // of ASCII, by font
+  std::vector<Token> row;                       // the one that is being filled
+  std::string shownBytes;                       // of the tokens of a line
+  std::vector<PrintRow> rows;                   // of `rowsLine`
   int rowsLine = -1;
   double rowsWidth = 0;
 };

@@ -44,7 +44,7 @@ PrintPreviewDlg::PrintPreviewDlg(const PrintJob& itsJob) : job(itsJob) {
     x += width + cGap;
     bar.Add(&button);
   }
-  pageLabel.SetBounds(x, cGap + 6, 150, 18);
+  pageLabel.SetBounds(x, cGap + 8, 150, 18);
   bar.Add(&pageLabel);
   close.kind = Button::cCancel;
   close.text = "&Close";

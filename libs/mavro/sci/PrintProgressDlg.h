@@ -22,15 +22,16 @@ class PrintProgressDlg : public Form {
   // True if all pages have been printed, false if the user has cancelled.
   bool PrintAll() { return Run(true) == cOk; }
 
+  Label label;
+  ProgressBar bar;
+  Button cancel;
+
  private:
   void OnTick(NotifyArgs& args);
 
   const std::function<bool()> step;
   const std::function<int()> share;
   const std::function<std::string()> words;
-  Label label;
-  ProgressBar bar;
-  Button cancel;
   Timer timer{this};
 };
 

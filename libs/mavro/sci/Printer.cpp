@@ -49,6 +49,7 @@ Printer::Outcome Printer::run(bool showDialog) {
     selectionOnly = question.what == PrintQuestion::cSelection;
     fromPage = question.what == PrintQuestion::cPages ? std::max(1, question.fromPage) : 0;
     toPage = question.what == PrintQuestion::cPages ? std::max(fromPage, question.toPage) : 0;
+    onlyPages = toPage > 0 ? question.onlyPages : std::vector<PageRange>();
   } else if (Printing().defaultPrinter) {
     device = Printing().defaultPrinter(thePageSetup);
   }
@@ -122,9 +123,17 @@ int Printer::AddLineFont(int size, int style) const {
   return dc->AddFont({cLineFace, size, (style & 1) != 0, (style & 2) != 0});
 }
 
+bool Printer::IsWanted(int page) const {
+  const auto isIn = [page](const PageRange& range) {
+    return page >= range.from && page <= range.to;
+  };
+  if (toPage > 0 && !isIn({fromPage, toPage})) return false;
+  return onlyPages.empty() || std::any_of(onlyPages.begin(), onlyPages.end(), isIn);
+}
+
 bool Printer::NextPage() {
   if (!hasMorePages) return false;
-  printThisPage = toPage == 0 || (pageNumber >= fromPage && pageNumber <= toPage);
+  printThisPage = IsWanted(pageNumber);
   headerText = title + "  -  page: " + std::to_string(pageNumber);
   if (printThisPage) dc->StartPage();
   if (printThisPage && showHeader) DrawHeader();

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "Object.h"
 #include "PrintDevice.h"
@@ -10,13 +11,19 @@ namespace mavro {
 
 struct PageSetup;
 
+// Pages from one to another, both included; the first page is 1.
+struct PageRange {
+  int from = 1, to = 1;
+};
+
 // What the user has chosen in the print dialog.
 struct PrintQuestion {
   enum What { cAll, cPages, cSelection };
   What what = cAll;
-  int fromPage = 0, toPage = 0;  // with cPages, from 1
-  bool canSelect = false;        // there is a selection
-  std::string title = {};        // of the document
+  int fromPage = 0, toPage = 0;           // with cPages, from 1
+  std::vector<PageRange> onlyPages = {};  // with cPages: those of them to print; empty for all
+  bool canSelect = false;                 // there is a selection
+  std::string title = {};                 // of the document
 };
 
 // The areas of the page that onPage fills.
@@ -75,7 +82,8 @@ class Printer : public object {
   int dpiX = 0, dpiY = 0;
   PrintDevice* dc = nullptr;  // while a job runs; not owned
   int pageNumber = 1;
-  int fromPage = 0, toPage = 0;  // toPage 0: all pages
+  int fromPage = 0, toPage = 0;      // toPage 0: all pages
+  std::vector<PageRange> onlyPages;  // those of them to print; empty for all
   int printedPages = 0;
   bool hasMorePages = false;
   bool printThisPage = true;
@@ -86,6 +94,7 @@ class Printer : public object {
   virtual bool PrintPages();
 
  private:
+  bool IsWanted(int page) const;
   int MarginOf(int margin, int dpi) const;
   void TakeMetrics();
   int AddLineFont(int size, int style) const;

@@ -1,6 +1,6 @@
 #include <QApplication>
-#include <QGlyphRun>
 #include <QImage>
+#include <QPageRanges>
 #include <QPageSize>
 #include <QPainter>
 #include <QPrintDialog>
@@ -14,12 +14,12 @@
 #include <string>
 #include <utility>
 
-#include "FileText.h"
+#include "FileProduct.h"
 #include "PageSetup.h"
 #include "PdfFile.h"
 #include "PreviewDevice.h"
 #include "Printer.h"
-#include "QtPrintType.h"
+#include "QtPaper.h"
 #include "QtText.h"
 
 // Devices of the toolkit to print on: printers, PDF files and the pictures of pages.
@@ -29,109 +29,12 @@ namespace mavro {
 namespace {
 
 constexpr int cDpi = 1200;
-constexpr int cInch = 2540;          // hundredths of a millimetre
 constexpr int cFastCompression = 1;  // most of the effect, for a fraction of the time
 constexpr int cMostPages = 999999;
 
-int ToDots(int length, int dpi) {
-  return static_cast<int>(qint64{length} * dpi / cInch);
-}
-
-QColor ToColour(int colour) {
-  return QColor(colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
-}
-
-// What all devices share: the sheet and the fonts.
-template <class Device>
-class TypeDevice : public Device {
+class SheetDevice final : public QtPaper<PreviewDevice> {
  public:
-  TypeDevice(const PageSetup& setup, int itsDpi) : type(itsDpi) {
-    const PaperSize sheet = SheetOf(setup);
-    metrics.dpiX = metrics.dpiY = itsDpi;
-    metrics.width = metrics.physicalWidth = ToDots(sheet.width, itsDpi);
-    metrics.height = metrics.physicalHeight = ToDots(sheet.height, itsDpi);
-  }
-  PrintMetrics Metrics() const override { return metrics; }
-  int AddFont(const PrintFont& font) override { return type.Add(font); }
-  PrintHeights HeightsOf(int font) override { return type.HeightsOf(font); }
-  double WidthOf(int font, std::string_view text) override { return type.WidthOf(font, text); }
-
- protected:
-  PrintMetrics metrics;
-  QtPrintType type;
-};
-
-// A device that the toolkit's painter draws on.
-template <class Device>
-class PaintedDevice : public TypeDevice<Device> {
- public:
-  using TypeDevice<Device>::TypeDevice;
-
-  void TextOut(double x, double baseline, int font, int ink, std::string_view text) override {
-    if (!painter.isActive()) return;
-    painter.setPen(ToColour(ink));
-    for (const QtPrintType::Run& run : this->type.Shape(font, text)) {
-      QGlyphRun glyphs;
-      glyphs.setRawFont(run.font);
-      glyphs.setGlyphIndexes(run.glyphs);
-      glyphs.setPositions(run.places);
-      painter.drawGlyphRun(QPointF(x, baseline), glyphs);
-    }
-  }
-  void Fill(const PrintRect& area, int colour) override {
-    if (!painter.isActive()) return;
-    painter.fillRect(area.left, area.top, area.right - area.left, area.bottom - area.top,
-                     ToColour(colour));
-  }
-  void AddOutline(const std::string&, int) override {}
-
- protected:
-  QPainter painter;
-};
-
-class PrinterDevice final : public PaintedDevice<PrintDevice> {
- public:
-  PrinterDevice(std::unique_ptr<QPrinter> itsPrinter, const PageSetup& setup)
-      : PaintedDevice(setup, itsPrinter->resolution()), printer(std::move(itsPrinter)) {
-    printer->setFullPage(true);
-    const QRect sheet = printer->pageLayout().fullRectPixels(printer->resolution());
-    const QMarginsF least = printer->pageLayout().minimumMargins();
-    const double dots = printer->resolution() / 72.0;  // the margins are in points
-    printer->setPageMargins(QMarginsF());
-    metrics.physicalWidth = sheet.width();
-    metrics.physicalHeight = sheet.height();
-    metrics.offsetX = static_cast<int>(least.left() * dots);
-    metrics.offsetY = static_cast<int>(least.top() * dots);
-    metrics.width = sheet.width() - metrics.offsetX - static_cast<int>(least.right() * dots);
-    metrics.height = sheet.height() - metrics.offsetY - static_cast<int>(least.bottom() * dots);
-  }
-
-  bool StartDoc(const std::string& title) override {
-    printer->setDocName(ToScreen(title));
-    return printer->isValid() && painter.begin(printer.get());
-  }
-  void StartPage() override {
-    if (std::exchange(hasPage, true)) printer->newPage();
-  }
-  void EndPage() override {}
-  std::string EndDoc() override {
-    painter.end();
-    if (printer->printerState() != QPrinter::Error) return {};
-    return FromScreen(printer->printerName()) + ": The printer reports an error.";
-  }
-  void Abort() override {
-    printer->abort();
-    painter.end();
-  }
-
- private:
-  const std::unique_ptr<QPrinter> printer;
-  bool hasPage = false;
-};
-
-class SheetDevice final : public PaintedDevice<PreviewDevice> {
- public:
-  explicit SheetDevice(const PageSetup& setup) : PaintedDevice(setup, cDpi) {}
+  explicit SheetDevice(const PageSetup& setup) : QtPaper(setup, cDpi) {}
 
   void SetTarget(const Bitmap& newTarget) override { target = newTarget; }
   bool StartDoc(const std::string&) override { return true; }
@@ -151,9 +54,18 @@ class SheetDevice final : public PaintedDevice<PreviewDevice> {
   std::string EndDoc() override { return {}; }
   void Abort() override {}
 
+  void TextOut(double x, double baseline, int font, int ink, std::string_view text) override {
+    if (painter.isActive()) DrawPrint(painter, type, {x, baseline}, font, ink, text);
+  }
+  void Fill(const PrintRect& area, int colour) override {
+    if (painter.isActive()) FillPrint(painter, area, colour);
+  }
+  void AddOutline(const std::string&, int) override {}
+
  private:
   Bitmap target;
   QImage picture;  // shares the pixels of the target
+  QPainter painter;
 };
 
 std::string Deflate(std::string_view bytes) {
@@ -165,10 +77,10 @@ std::string Deflate(std::string_view bytes) {
 
 // A PDF file. It is written as a whole when the job ends, so that a job that is cancelled or fails
 // leaves the file as it was.
-class PdfDevice final : public TypeDevice<PrintDevice> {
+class PdfDevice final : public QtPaper<PrintDevice> {
  public:
   PdfDevice(std::string itsPath, const PageSetup& setup)
-      : TypeDevice(setup, cDpi), path(std::move(itsPath)) {}
+      : QtPaper(setup, cDpi), path(std::move(itsPath)) {}
 
   bool StartDoc(const std::string& newTitle) override {
     title = newTitle;
@@ -176,10 +88,11 @@ class PdfDevice final : public TypeDevice<PrintDevice> {
   }
   void StartPage() override { pdf.BeginPage(metrics.physicalWidth, metrics.physicalHeight, cDpi); }
   void EndPage() override { pdf.EndPage(); }
-  std::string EndDoc() override { return SaveFileText(path, pdf.Finish(title)).error; }
+  std::string EndDoc() override { return SaveProduct(path, pdf.Finish(title)).error; }
   void Abort() override {}
 
   void TextOut(double x, double baseline, int font, int ink, std::string_view text) override {
+    if (TextOutSimply(x, baseline, font, ink, text)) return;
     for (const QtPrintType::Run& run : type.Shape(font, text)) {
       const bool isByLetter = run.letters.size() == static_cast<size_t>(run.glyphs.size());
       glyphs.clear();
@@ -192,7 +105,7 @@ class PdfDevice final : public TypeDevice<PrintDevice> {
         glyphs.push_back(
             {static_cast<uint16_t>(run.glyphs[i]), x + run.places[i].x(), std::move(letters)});
       }
-      if (const int file = FontOf(font, run); file >= 0)
+      if (const int file = FontOf(font, run.font, run.isMain); file >= 0)
         pdf.Glyphs(file, type.SizeOf(font), ink, baseline, glyphs);
     }
   }
@@ -202,26 +115,40 @@ class PdfDevice final : public TypeDevice<PrintDevice> {
   void AddOutline(const std::string& entry, int y) override { pdf.AddOutline(entry, y); }
 
  private:
-  // The number of the file that has a run's glyphs; -1 if it can't be a part of the document, as a
-  // font of pictures: its letters are left out.
-  int FontOf(int font, const QtPrintType::Run& run) {
-    if (run.isMain)
+  // Nearly all of a source is such text. False for other text.
+  bool TextOutSimply(double x, double baseline, int font, int ink, std::string_view text) {
+    const std::vector<QtPrintType::Letter>& letters = type.SimpleLetters(font, text);
+    if (letters.empty()) return false;
+    glyphs.resize(letters.size());
+    for (size_t i = 0; i < letters.size(); ++i) {
+      glyphs[i].number = static_cast<uint16_t>(letters[i].glyph);
+      glyphs[i].x = x;
+      glyphs[i].text = letters[i].code;
+      x += letters[i].width;
+    }
+    const int file = FontOf(font, type.RawFontOf(font), true);
+    if (file >= 0) pdf.Glyphs(file, type.SizeOf(font), ink, baseline, glyphs);
+    return true;
+  }
+  // The number of the file that has the glyphs of a run; -1 if it can't be a part of the document,
+  // as a font of pictures: its letters are left out. The main font is the one that `font` is.
+  int FontOf(int font, const QRawFont& raw, bool isMain) {
+    if (isMain)
       if (const auto found = mainFonts.find(font); found != mainFonts.end()) return found->second;
-    const std::string name = NameOf(run.font);
-    if (!run.isMain && cannotEmbed.contains(name)) return -1;
+    const std::string name = NameOf(raw);
+    if (!isMain && cannotEmbed.contains(name)) return -1;
     auto known = files.find(name);
     if (known == files.end()) {
-      if (!QtPrintType::CanEmbed(run.font)) {
+      if (!QtPrintType::CanEmbed(raw)) {
         cannotEmbed.insert(name);
         return -1;
       }
       const PrintFont& asked = type.FontOf(font);
-      const QRawFont raw = run.font;
       PdfFont added{name, [raw](const char* tag) { return raw.fontTable(tag).toStdString(); },
                     asked.isItalic, false};
       known = files.emplace(name, pdf.AddFont(std::move(added))).first;
     }
-    if (run.isMain) mainFonts[font] = known->second;
+    if (isMain) mainFonts[font] = known->second;
     return known->second;
   }
   static std::string NameOf(const QRawFont& font) {
@@ -278,11 +205,13 @@ std::unique_ptr<PrintDevice> ChoosePrinter(PrintQuestion& question, const PageSe
     question.what = PrintQuestion::cPages;
     question.fromPage = printer->fromPage();
     question.toPage = printer->toPage();
+    for (const auto [from, to] : printer->pageRanges().toRangeList())
+      question.onlyPages.push_back({from, to});
   }
   const PageSetup chosen = SetupOf(*printer, setup);
   if (printer->outputFormat() == QPrinter::PdfFormat)
     return std::make_unique<PdfDevice>(FromScreen(printer->outputFileName()), chosen);
-  return std::make_unique<PrinterDevice>(std::move(printer), chosen);
+  return MakePrinter(std::move(printer), chosen);
 }
 
 std::unique_ptr<PrintDevice> DefaultPrinter(const PageSetup& setup) {
@@ -290,7 +219,7 @@ std::unique_ptr<PrintDevice> DefaultPrinter(const PageSetup& setup) {
   if (info.isNull()) return nullptr;
   auto printer = std::make_unique<QPrinter>(info, QPrinter::HighResolution);
   printer->setPageLayout(LayoutOf(setup));
-  return std::make_unique<PrinterDevice>(std::move(printer), setup);
+  return MakePrinter(std::move(printer), setup);
 }
 
 std::unique_ptr<PrintDevice> MakePdf(const std::string& path, const PageSetup& setup) {

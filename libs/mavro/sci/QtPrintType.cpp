@@ -6,6 +6,7 @@
 #include <QTextLayout>
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "QtText.h"
 
@@ -14,8 +15,6 @@ namespace mavro {
 namespace {
 
 constexpr int cPointsInInch = 72;
-// Letters above this may be shaped with those beside them.
-constexpr char32_t cFirstShaped = 0x300;
 
 }  // namespace
 
@@ -35,7 +34,7 @@ int QtPrintType::Add(const PrintFont& font) {
     toolkit.setFamily(QFontDatabase::systemFont(QFontDatabase::GeneralFont).family());
     raw = QRawFont::fromFont(toolkit);
   }
-  entries.push_back({font, toolkit, QFontMetricsF(toolkit), raw, {}});
+  entries.push_back({font, toolkit, QFontMetricsF(toolkit), raw, {}, {}});
   return static_cast<int>(entries.size()) - 1;
 }
 
@@ -52,39 +51,32 @@ PrintHeights QtPrintType::HeightsOf(int font) const {
           static_cast<int>(std::ceil(std::max(0.0, metrics.leading())))};
 }
 
-QtPrintType::Letter QtPrintType::LetterOf(Entry& entry, char32_t code) {
-  const auto [found, isNew] = entry.letters.try_emplace(code);
-  if (!isNew) return found->second;
+const QtPrintType::Letter& QtPrintType::LetterOf(Entry& entry, char32_t code) {
+  Letter& letter = entry.letters[code];
+  if (letter.code == code && letter.glyph != 0) return letter;
   const QList<quint32> glyphs = entry.raw.glyphIndexesForString(QString::fromUcs4(&code, 1));
-  if (glyphs.size() != 1 || glyphs[0] == 0) return {};
-  found->second = {glyphs[0], entry.raw.advancesForGlyphIndexes(glyphs).value(0).x()};
-  return found->second;
+  if (glyphs.size() == 1 && glyphs[0] != 0)
+    letter = {glyphs[0], entry.raw.advancesForGlyphIndexes(glyphs).value(0).x(), code};
+  return letter;
 }
 
-// The letters of most texts stand beside each other, whatever they are. False if one may not, or if
-// the font hasn't got it.
-bool QtPrintType::ShapeSimply(Entry& entry, std::string_view text, Run& run, double& width) {
-  width = 0;
-  for (size_t at = 0; at < text.size();) {
+const std::vector<QtPrintType::Letter>& QtPrintType::SimpleLetters(int font,
+                                                                   std::string_view text) {
+  Entry& entry = entries[static_cast<size_t>(font)];
+  static const std::vector<Letter> none;
+  simple.clear();
+  for (size_t at = 0; at < text.size(); ++at) {
     const auto lead = static_cast<unsigned char>(text[at]);
-    if (lead >= 0xE0) return false;
     char32_t code = lead;
     if (lead >= 0x80) {
-      if (lead < 0xC2 || at + 1 >= text.size()) return false;
-      code = static_cast<char32_t>((lead & 0x1F) << 6 | (text[at + 1] & 0x3F));
-      if (code >= cFirstShaped) return false;
+      if (lead < 0xC2 || lead >= 0xE0 || at + 1 >= text.size()) return none;
+      code = static_cast<char32_t>((lead & 0x1F) << 6 | (text[++at] & 0x3F));
+      if (code >= cFirstShaped) return none;
     }
-    at += lead < 0x80 ? 1 : 2;
-    const Letter letter = LetterOf(entry, code);
-    if (letter.glyph == 0) return false;
-    run.glyphs.append(letter.glyph);
-    run.places.append(QPointF(width, 0));
-    run.letters += code;
-    width += letter.width;
+    simple.push_back(LetterOf(entry, code));
+    if (simple.back().glyph == 0) return none;
   }
-  run.font = entry.raw;
-  run.isMain = true;
-  return true;
+  return simple;
 }
 
 std::vector<QtPrintType::Run> QtPrintType::ShapeWhole(const Entry& entry, const QString& text) {
@@ -109,24 +101,35 @@ std::vector<QtPrintType::Run> QtPrintType::ShapeWhole(const Entry& entry, const 
 }
 
 double QtPrintType::WidthOf(int font, std::string_view text) {
+  const std::vector<Letter>& letters = SimpleLetters(font, text);
+  if (!letters.empty())
+    return std::accumulate(letters.begin(), letters.end(), 0.0,
+                           [](double sum, const Letter& letter) { return sum + letter.width; });
   Entry& entry = entries[static_cast<size_t>(font)];
-  Run run;
-  double width = 0;
-  if (ShapeSimply(entry, text, run, width)) return width;
   const QString shown = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-  const auto letters = shown.toStdU32String();
-  if (letters.size() != 1) return entry.metrics.horizontalAdvance(shown);
-  Letter& known = entry.letters[letters[0]];
-  if (known.width == 0) known.width = entry.metrics.horizontalAdvance(shown);
-  return known.width;
+  const auto codes = shown.toStdU32String();
+  if (codes.size() != 1) return entry.metrics.horizontalAdvance(shown);
+  const auto [known, isNew] = entry.widths.try_emplace(codes[0]);
+  if (isNew) known->second = entry.metrics.horizontalAdvance(shown);
+  return known->second;
 }
 
 std::vector<QtPrintType::Run> QtPrintType::Shape(int font, std::string_view text) {
-  Entry& entry = entries[static_cast<size_t>(font)];
+  const std::vector<Letter>& letters = SimpleLetters(font, text);
+  const Entry& entry = At(font);
+  if (letters.empty())
+    return ShapeWhole(entry, QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
   Run run;
-  double width = 0;
-  if (ShapeSimply(entry, text, run, width)) return {std::move(run)};
-  return ShapeWhole(entry, QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+  double x = 0;
+  for (const Letter& letter : letters) {
+    run.glyphs.append(letter.glyph);
+    run.places.append(QPointF(x, 0));
+    run.letters += letter.code;
+    x += letter.width;
+  }
+  run.font = entry.raw;
+  run.isMain = true;
+  return {std::move(run)};
 }
 
 }  // namespace mavro

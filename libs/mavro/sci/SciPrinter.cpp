@@ -16,9 +16,13 @@ namespace mavro {
 
 namespace {
 
-// A job that takes longer shows its progress.
-constexpr auto cPatience = std::chrono::milliseconds(400);
 constexpr int cLinesStyledAhead = 200;
+
+// The component's structure for a part of its text.
+struct StyledRange {
+  long start, end;
+  char* bytes;
+};
 
 // The notes that the editor shows in place of lines that are too long to be shown.
 void UnfoldNotes(const LongLines& lines, PrintLine& line) {
@@ -59,10 +63,7 @@ class SciPrinter::Text : public PrintText {
     const int from = StartOf(line), till = std::min(editor.LineEnd(line), end);
     EnsureStyled(line, till);
     PrintLine read;
-    editor.AppendRange(from, till, read.text);
-    read.styles.reserve(read.text.size());
-    for (int at = from; at < till; ++at)
-      read.styles += static_cast<char>(editor.Send(SCI_GETSTYLEAT, Unsigned(at)));
+    ReadStyled(from, till, read);
     read.isFolded =
         isAsFolded && line < last && !editor.Send(SCI_GETLINEVISIBLE, Unsigned(line + 1));
     UnfoldNotes(static_cast<SciEditor::Impl*>(editor.impl)->longLines, read);
@@ -71,6 +72,21 @@ class SciPrinter::Text : public PrintText {
 
  private:
   static std::uintptr_t Unsigned(int number) { return static_cast<std::uintptr_t>(number); }
+
+  // The component gives each byte with its style.
+  void ReadStyled(int from, int till, PrintLine& read) const {
+    if (till <= from) return;
+    const auto count = static_cast<size_t>(till - from);
+    std::string both(2 * count + 2, '\0');  // the component ends it with two zeros
+    const StyledRange range = {from, till, both.data()};
+    editor.Send(SCI_GETSTYLEDTEXT, 0, reinterpret_cast<std::intptr_t>(&range));
+    read.text.resize(count);
+    read.styles.resize(count);
+    for (size_t i = 0; i < count; ++i) {
+      read.text[i] = both[2 * i];
+      read.styles[i] = both[2 * i + 1];
+    }
+  }
 
   // Editors style what is shown and what comes before it.
   void EnsureStyled(int line, int till) const {
@@ -111,6 +127,7 @@ void SciPrinter::SetEditor(SciEditor& newEditor, const PageSetup& setup,
   isAsFolded = setup.isAsFolded;
   selectionOnly = false;
   fromPage = toPage = 0;
+  onlyPages.clear();
   title = newEditor.fileName.substr(newEditor.fileName.rfind('/') + 1);
   std::tie(selectionStart, selectionEnd) = newEditor.Selection();
   MakeStyles(setup);
@@ -200,7 +217,7 @@ int SciPrinter::Progress() const {
 
 bool SciPrinter::PrintPages() {
   const auto start = std::chrono::steady_clock::now();
-  while (std::chrono::steady_clock::now() - start < cPatience)
+  while (std::chrono::steady_clock::now() - start < patience)
     if (!NextPage()) return true;
   PrintProgressDlg progress(
       [this] { return NextPage(); }, [this] { return Progress(); },

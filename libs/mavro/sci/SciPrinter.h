@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -42,7 +43,8 @@ class SciPrinter : public Printer {
   int position = 0;       // of the next character to print
   int lengthPrinted = 0;  // the end of what is printed
   int startPosition = 0;
-  SciEditor* editor = nullptr;  // not owned
+  SciEditor* editor = nullptr;              // not owned
+  std::chrono::milliseconds patience{400};  // a job that takes longer shows its progress
 
  protected:
   // Shows the progress of a job that takes long, with a button that cancels it.

@@ -17,6 +17,7 @@
 
 #include "Descriptor.h"
 #include "FileCalls.h"
+#include "FileProduct.h"
 
 // Saving a file: a new file is written beside the old one and renamed over it. If a new file can't
 // replace the old one (further links, a foreign owner, a folder without write permission), the old
@@ -39,12 +40,20 @@ Reason LastError() {
   return std::strerror(errno);
 }
 
+// A text of the user is on the disk when a save returns. A product can be made again: a new one is
+// only handed to the system.
+enum class Kind { cText, cProduct };
+
 // The file to write, after links have been followed.
 struct Target {
   Descriptor folder;
   std::string name;
+  Kind kind = Kind::cText;
   bool exists = false;
   struct stat old = {};
+
+  // A file that is there is only replaced by one that is on the disk.
+  bool IsSynced() const { return exists || kind == Kind::cText; }
 };
 
 // The result of writing a new file in the folder of the old one.
@@ -141,6 +150,14 @@ Reason WriteAll(int file, std::string_view content) {
 // A file system that can't sync returns EINVAL; this is not a failure.
 Reason Sync(int file) {
   return TheFileCalls().fsync(file) == 0 || errno == EINVAL ? Reason() : LastError();
+}
+
+// Begins to write a file to the disk. File systems of the network fail when a file is closed, if
+// they have no room; then it must still be known.
+Reason HandOver(int file) {
+  sync_file_range(file, 0, 0, SYNC_FILE_RANGE_WRITE);
+  const int copy = dup(file);
+  return copy >= 0 && close(copy) == 0 ? Reason() : LastError();
 }
 
 // Syncs a new name to the disk. A folder with write but no read permission can't be opened for
@@ -279,8 +296,8 @@ Attempt Fill(const Target& target, int file, std::string_view content) {
   if (Reason reason = WriteAll(file, content); !reason.empty()) return Failed(reason);
   if (target.exists && TheFileCalls().fchmod(file, target.old.st_mode & 07777) != 0)
     return Failed(LastError());
-  if (Reason reason = Sync(file); !reason.empty()) return Failed(reason);
-  return {};
+  Reason reason = target.IsSynced() ? Sync(file) : HandOver(file);
+  return reason.empty() ? Attempt() : Failed(reason);
 }
 
 Attempt Replace(const Target& target, std::string_view content) {
@@ -300,6 +317,7 @@ Attempt Replace(const Target& target, std::string_view content) {
     calls.unlinkat(folder, name.c_str(), 0);
     return attempt;
   }
+  if (!target.IsSynced()) return {};
   if (Reason reason = SyncFolder(folder); !reason.empty()) return Failed(reason);
   return {};
 }
@@ -434,10 +452,9 @@ FileResult ResultOf(const std::string& path, const Reason& reason) {
   return {reason.empty() ? std::string() : "can't write " + path + ": " + reason};
 }
 
-}  // namespace
-
-FileResult SaveFileText(const std::string& path, std::string_view content) {
+FileResult Save(const std::string& path, std::string_view content, Kind kind) {
   Target target;
+  target.kind = kind;
   Reason reason = FindTarget(path, target);
   if (reason.empty()) {
     Attempt attempt{Attempt::cNeedsInPlace, {}};
@@ -446,6 +463,16 @@ FileResult SaveFileText(const std::string& path, std::string_view content) {
         attempt.outcome == Attempt::cNeedsInPlace ? WriteInPlace(target, content) : attempt.reason;
   }
   return ResultOf(path, reason);
+}
+
+}  // namespace
+
+FileResult SaveFileText(const std::string& path, std::string_view content) {
+  return Save(path, content, Kind::cText);
+}
+
+FileResult SaveProduct(const std::string& path, std::string_view content) {
+  return Save(path, content, Kind::cProduct);
 }
 
 FileResult AppendFileText(const std::string& path, size_t offset, std::string_view bytes) {

@@ -1,116 +1,15 @@
 #include <gtest/gtest.h>
 
-#include <QImage>
-#include <QProcess>
-#include <filesystem>
-
 #include "DarkPalette.h"
-#include "EditorForm.h"
-#include "FakePaper.h"
-#include "PageSetup.h"
 #include "PageSetupDlg.h"
-#include "PrintCommands.h"
 #include "PrintPreviewDlg.h"
 #include "PrintProgressDlg.h"
-#include "Privileges.h"
-#include "ScriptedDialogs.h"
-#include "TempFolder.h"
+#include "PrintTest.h"
 
 // What is on paper, as other readers of PDF see it.
 
 namespace mavro {
 namespace {
-
-using Outcome = Printer::Outcome;
-using test::EditorForm;
-using test::FakePaper;
-
-std::string RunTool(const char* tool, const QStringList& arguments) {
-  QProcess process;
-  process.start(tool, arguments);
-  EXPECT_TRUE(process.waitForFinished()) << tool;
-  EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
-  return process.readAllStandardOutput().toStdString();
-}
-
-class PrintTest : public testing::Test {
- protected:
-  PrintTest() { thePageSetup = {}; }
-  ~PrintTest() override {
-    thePageSetup = {};
-    chosen = nullptr;
-  }
-
-  // Runs `script` with an editor that has a text.
-  void With(const std::string& content, const std::function<void(EditorForm&)>& script) {
-    EditorForm form;
-    test::RunEditor(form, [&] {
-      form.editor.options->monospaced = true;
-      form.editor.applyOptions();
-      form.Fill(content);
-      job = {&form.editor, "a.cpp", "/src/a.cpp", {}};
-      script(form);
-    });
-  }
-  std::string Path() const { return folder.Path("out.pdf"); }
-  // What a page says, one blank for several.
-  // What a page says, with one blank for several.
-  std::string Text(int page = 1) const {
-    const QString number = QString::number(page);
-    const std::string text = RunTool(
-        "pdftotext", {"-layout", "-f", number, "-l", number, QString::fromStdString(Path()), "-"});
-    std::string squeezed;
-    for (const char c : text)
-      if (c != ' ' || !squeezed.ends_with(' ')) squeezed += c;
-    return squeezed;
-  }
-  int PageCount() const {
-    const std::string info = RunTool("pdfinfo", {QString::fromStdString(Path())});
-    return std::stoi(info.substr(info.find("Pages:") + 6));
-  }
-  // A page as a picture of 50 dots an inch; it is kept for people to look at.
-  QImage Picture(const std::string& name, int page = 1) const {
-    std::filesystem::create_directories(SHOTS_FOLDER);
-    const QString base = QString::fromStdString(std::string(SHOTS_FOLDER) + "/print-" + name);
-    RunTool("pdftoppm", {"-r", "100", "-png", "-singlefile", "-f", QString::number(page),
-                         QString::fromStdString(Path()), base});
-    return QImage(base + ".png");
-  }
-  // Prints on fake paper, after the print dialog has answered so.
-  Outcome Print(const PrintQuestion& answer) {
-    static PrintQuestion given;
-    given = answer;
-    chosen = this;
-    InstallQtPrinting();
-    const PrintPlatform saved = Printing();
-    Printing().choosePrinter = [](PrintQuestion& question, const PageSetup&) {
-      chosen->couldSelect = question.canSelect;
-      question = given;
-      return std::unique_ptr<PrintDevice>(std::make_unique<FakePaper>(400, 200, chosen->log));
-    };
-    thePageSetup.left = thePageSetup.right = thePageSetup.top = thePageSetup.bottom = 0;
-    thePageSetup.hasNumbers = false;
-    const Outcome outcome = PrintEditor(job);
-    Printing() = saved;
-    return outcome;
-  }
-  using Texts = std::vector<std::string>;
-
-  test::TempFolder folder;
-  test::ScriptedDialogs dialogs;
-  PrintJob job;
-  FakePaper::Log log;
-  bool couldSelect = false;
-  static inline PrintTest* chosen = nullptr;
-};
-
-constexpr char cSmall[] = "// one\nint main() {\n\treturn 0;  // two\n}\n";
-
-std::string Lines(int count) {
-  std::string text;
-  for (int i = 1; i <= count; ++i) text += "int line" + std::to_string(i) + ";\n";
-  return text;
-}
 
 TEST_F(PrintTest, Pdf_HasHeaderNumbersAndText) {
   With(cSmall, [&](EditorForm&) {
@@ -238,14 +137,6 @@ TEST_F(PrintTest, TableOfContents_LeadsToTheLines) {
   });
 }
 
-TEST_F(PrintTest, FileThatCannotBeWritten_IsSaid_AndAFileStaysAfterAFailure) {
-  With(cSmall, [&](EditorForm&) {
-    EXPECT_EQ(WritePdf(job, folder.Path("none/out.pdf")), Outcome::cFailed);
-    ASSERT_EQ(dialogs.texts.size(), 1u);
-    EXPECT_NE(dialogs.texts[0].find("none/out.pdf"), std::string::npos) << dialogs.texts[0];
-  });
-}
-
 TEST_F(PrintTest, PageOfThreeLines_HasThreeRows) {
   With("a\nb\nc\nd\n", [&](EditorForm&) {
     thePageSetup.hasHeader = false;
@@ -275,18 +166,6 @@ TEST_F(PrintTest, LineOfTenMegabytes_IsItsNote) {
   });
 }
 
-TEST_F(PrintTest, LongJob_ShowsItsProgress_AndLeavesNoFileWhenCancelled) {
-  int steps = 0;
-  PrintProgressDlg progress([&] { return ++steps > 0; }, [] { return 10; },
-                            [] { return std::string("Page 1"); });
-  QTimer::singleShot(50, [&] { test::Key(progress, Qt::Key_Escape); });
-  EXPECT_FALSE(progress.PrintAll());
-  EXPECT_GT(steps, 0);
-  PrintProgressDlg whole([&] { return false; }, [] { return 100; },
-                         [] { return std::string("Page 1"); });
-  EXPECT_TRUE(whole.PrintAll());
-}
-
 TEST_F(PrintTest, PdfByTheDialog_HasTheFilesNameAndFolder) {
   With(cSmall, [&](EditorForm&) {
     EXPECT_EQ(ExportPdf(job), Outcome::cCancelled);
@@ -299,8 +178,20 @@ TEST_F(PrintTest, PdfByTheDialog_HasTheFilesNameAndFolder) {
   });
 }
 
+// A program of many functions.
+std::string Functions(int count) {
+  std::string text = "#include <string>\n\n";
+  for (int i = 1; i <= count; ++i)
+    text += "// The sum of the numbers up to " + std::to_string(i) + ".\nint Sum" +
+            std::to_string(i) +
+            "(int start) {\n\tint sum = 0;\n\tfor (int i = start; i <= " + std::to_string(i) +
+            "; ++i)\n\t\tsum += i;\n\treturn sum;\n}\n\n";
+  return text;
+}
+
 TEST_F(PrintTest, Preview_ShowsThePagesThatArePrinted) {
-  With(Lines(300), [&](EditorForm&) {
+  With(Functions(40), [&](EditorForm&) {
+    job.title = "sums.cpp";
     WritePdf(job, Path());
     PrintPreviewDlg preview(job);
     test::RunForm(preview, true, [&] {
@@ -338,6 +229,24 @@ TEST_F(PrintTest, Preview_OfADarkDesktop_IsWhitePaper) {
       EXPECT_EQ(shown.pixel(shown.width() / 2, shown.height() - 40), qRgb(255, 255, 255));
       test::Shot(preview, "print-preview-dark");
     });
+  });
+  QApplication::setPalette(light);
+}
+
+// For people to look at.
+TEST_F(PrintTest, PageSetup_AndProgress_OnADarkDesktop) {
+  const QPalette light = QApplication::palette();
+  QApplication::setPalette(test::DarkPalette());
+  PageSetupDlg dialog(thePageSetup);
+  test::RunForm(dialog, true, [&] { test::Shot(dialog, "print-setup-dark"); });
+  bool isShown = false;
+  PrintProgressDlg progress([&] { return !isShown; }, [] { return 40; },
+                            [] { return std::string("Page 12 of MainForm.cpp"); });
+  test::RunForm(progress, true, [&] {
+    EXPECT_TRUE(test::WaitFor([&] { return progress.bar.value == 40; }));
+    test::Shot(progress, "print-progress-dark");
+    isShown = true;
+    EXPECT_TRUE(test::WaitFor([&] { return progress.result == Form::cOk; }));
   });
   QApplication::setPalette(light);
 }

@@ -14,6 +14,7 @@
 
 #include "Descriptor.h"
 #include "FileCalls.h"
+#include "FileProduct.h"
 #include "FileText.h"
 #include "Privileges.h"
 #include "ScopedVariable.h"
@@ -527,8 +528,10 @@ TEST_F(SaveFileTextTest, FilesThatOnlyLookLikeLeftOvers_Stay) {
   EXPECT_EQ(folder.Names().size(), 6u);
 }
 
+using Save = FileResult (*)(const std::string& path, std::string_view content);
+
 // The calls of a save that make the order in which things reach the disk, as a text.
-std::string OrderOfCalls(const std::string& path) {
+std::string OrderOfCalls(const std::string& path, Save save = SaveFileText) {
   static std::string order;
   static FileCalls saved;
   order.clear();
@@ -551,13 +554,19 @@ std::string OrderOfCalls(const std::string& path) {
     order += "remove ";
     return saved.unlinkat(at, name, flags);
   };
-  EXPECT_TRUE(SaveFileText(path, "new text\n").Ok());
+  EXPECT_TRUE(save(path, "new text\n").Ok());
   TheFileCalls() = saved;
   return order;
 }
 
 TEST_F(SaveFileTextTest, NewContent_IsOnDiskBeforeItTakesTheName) {
   EXPECT_EQ(OrderOfCalls(path), "write sync rename sync-folder ");
+}
+
+TEST_F(SaveFileTextTest, Product_IsOnDiskBeforeItTakesAnOldFilesName_ANewOneIsNotWaitedFor) {
+  EXPECT_EQ(OrderOfCalls(path, SaveProduct), "write sync rename sync-folder ");
+  EXPECT_EQ(OrderOfCalls(folder.Path("new.pdf"), SaveProduct), "write rename ");
+  EXPECT_EQ(folder.Read("new.pdf"), "new text\n");
 }
 
 TEST_F(SaveFileTextTest, RescueCopy_IsOnDiskBeforeTheFileIsTouchedAndUntilItIs) {

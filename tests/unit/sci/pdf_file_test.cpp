@@ -103,9 +103,45 @@ TEST(PdfFile, HasPagesFontsAndATableOfContents) {
   EXPECT_EQ(Count(file, "/XYZ null 108.0000 null"), 3u);
   EXPECT_EQ(Count(file, "1.0000 0.0000 0.0000 rg"), 3u);
   // The second letter is where the first one ends, the third one isn't.
-  EXPECT_EQ(Count(file, "1 0 0 -1 100 200 Tm <00240025> Tj 1 0 0 -1 900 200 Tm <0026> Tj ET"), 3u);
+  const std::string shown("1 0 0 -1 100 200 Tm (\0$\0%) Tj 1 0 0 -1 900 200 Tm (\0&) Tj\nET", 60);
+  EXPECT_EQ(Count(file, shown), 3u);
   EXPECT_EQ(Count(file, "/FontFile2"), 1u);
   EXPECT_EQ(Count(file, "<0024> <0041>"), 1u);
+}
+
+// Words of a line in other colours follow each other; an area between them ends the text.
+TEST(PdfFile, TextThatBeginsWhereTheLastOneEnded_HasNoPlace) {
+  PdfFile pdf;
+  const int font = pdf.AddFont({"Mono", Mono(), false, true});
+  pdf.BeginPage(1200, 2400, 1200);
+  pdf.Glyphs(font, 1000, 0, 200, {{'A', 100, U"a"}});
+  pdf.Glyphs(font, 1000, 0xFF, 200, {{'B', 703, U"b"}});  // the first one is 602 wide
+  pdf.Glyphs(font, 1000, 0xFF, 200, {{'C', 1306, U"c"}});
+  pdf.Glyphs(font, 1000, 0xFF, 300, {{'E', 2512, U"e"}});
+  pdf.Fill(0, 0, 10, 10, 0);
+  pdf.EndPage();
+  const std::string file = pdf.Finish("a.cpp");
+  EXPECT_EQ(Count(file, "BT\n"), 1u);
+  EXPECT_EQ(Count(file, std::string("100 200 Tm (\0A) Tj\n1.0000", 25)), 1u);
+  EXPECT_EQ(Count(file, std::string("rg\n(\0B) Tj\n1 0 0 -1 1306", 24)), 1u);
+  EXPECT_EQ(Count(file, "1306 200 Tm "), 1u);
+  EXPECT_EQ(Count(file, "2512 300 Tm "), 1u);
+  EXPECT_LT(file.find("ET\n"), file.find("re f\n"));
+}
+
+// Bytes that would end a text, or that readers change, are written with a backslash.
+TEST(PdfFile, GlyphsWithBytesThatMeanSomething_AreWrittenSo) {
+  PdfFile pdf;
+  const int font = pdf.AddFont({"Mono", Mono(), false, true});
+  pdf.BeginPage(1200, 2400, 1200);
+  pdf.Glyphs(font, 167, 0, 200, {{'(', 0, U"a"}});
+  pdf.Glyphs(font, 167, 0, 200, {{')' << 8 | '\\', 0, U"b"}});
+  pdf.Glyphs(font, 167, 0, 200, {{'\r' << 8 | '\n', 0, U"c"}});
+  pdf.EndPage();
+  const std::string file = pdf.Finish("a.cpp");
+  EXPECT_EQ(Count(file, std::string("Tm (\0\\() Tj", 11)), 1u);
+  EXPECT_EQ(Count(file, "Tm (\\)\\\\) Tj"), 1u);
+  EXPECT_EQ(Count(file, "(\\r\n) Tj"), 1u);
 }
 
 // Every entry of the table of objects leads to the object with its number.

@@ -52,6 +52,16 @@ TEST_F(PrinterTest, Range_LaysOutThePagesBeforeItAndStopsAfterIt) {
   EXPECT_EQ(log.pages, Pages{"a.cpp  -  page: 2\ntext"});
 }
 
+TEST_F(PrinterTest, Ranges_WithAGap_LeaveItOut) {
+  printer.pages = 6;
+  printer.fromPage = 1;
+  printer.toPage = 5;
+  printer.onlyPages = {{1, 2}, {5, 5}};
+  EXPECT_EQ(Print(), Printer::Outcome::cPrinted);
+  EXPECT_EQ(printer.calls, "begin 1p 2p 3 4 5p end");
+  EXPECT_EQ(printer.printedPages, 3);
+}
+
 TEST_F(PrinterTest, Range_AfterTheLastPage_SaysHowManyThereAre) {
   printer.fromPage = printer.toPage = 4;
   EXPECT_EQ(Print(), Printer::Outcome::cFailed);
