@@ -92,7 +92,7 @@ constexpr ClassRow cClasses[] = {
     {cTabCtrlId, New<mavro::TabCtrl>, New<mavro::TabCtrl>},
     {cListViewId, NewPlaceholder, New<mavro::ListView>},
     {cTreeViewId, NewPlaceholder, New<mavro::TreeView>},
-    {cDataGridId, NewPlaceholder, NewPlaceholder},
+    {cDataGridId, NewPlaceholder, New<mavro::DataGrid>},
     {cPaintBoxId, NewPlaceholder, NewPlaceholder},
     {cPlotXYId, NewPlaceholder, NewPlaceholder},
     {cToolBarId, New<mavro::ToolBar>, New<mavro::ToolBar>},
