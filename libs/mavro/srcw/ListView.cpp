@@ -1,5 +1,6 @@
 #include "ListView.h"
 
+#include <algorithm>
 #include <numeric>
 
 #include "Assert.h"
@@ -130,6 +131,8 @@ void ListView::Impl::AddColumn(const std::string& title, int width) {
 
 void ListView::Impl::AddLateRows(int firstData, int count) {
   if (count <= 0) return;
+  const size_t wanted = rows.size() + static_cast<size_t>(count);
+  if (wanted > rows.capacity()) rows.reserve(std::max(wanted, 2 * rows.capacity()));
   for (int i = 0; i < count; ++i) rows.push_back({{}, firstData + i, -1, true});
   rowCount = vrowCount();
   if (hwnd) Window()->RowsAdded();

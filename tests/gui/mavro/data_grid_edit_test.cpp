@@ -1,6 +1,7 @@
 // Cells of a grid that are edited, copied, pasted and emptied.
 #include <gtest/gtest.h>
 
+#include <QInputMethodEvent>
 #include <QScrollBar>
 #include <memory>
 
@@ -309,6 +310,22 @@ TEST(DataGridEdit, ProgramChangesTheRow_WhatIsTypedStays) {
     EXPECT_EQ(form.Editor()->text(), "mine");
     form.Press(Qt::Key_Return);
     EXPECT_EQ(form.grid.GetCell(1, 1), "mine");
+  });
+}
+
+TEST(DataGridEdit, InputMethod_BeginsAnEdit) {
+  GridForm form;
+  test::RunForm(form, false, [&] {
+    form.Click(1, 1);
+    QInputMethodEvent nothing;
+    QCoreApplication::sendEvent(form.View(), &nothing);
+    EXPECT_EQ(form.Editor(), nullptr);
+    QInputMethodEvent composed;
+    composed.setCommitString(QStringLiteral("\u00e9"));
+    QCoreApplication::sendEvent(form.View(), &composed);
+    ASSERT_NE(form.Editor(), nullptr);
+    form.Press(Qt::Key_Return);
+    EXPECT_EQ(form.grid.GetCell(1, 1), "\xC3\xA9");
   });
 }
 

@@ -8,12 +8,15 @@
 
 #include "DarkPalette.h"
 #include "GridForm.h"
+#include "Icons.h"
 #include "Looks.h"
 
 namespace mavro {
 namespace {
 
 using test::GridForm;
+
+constexpr int cLongMilliseconds = 60000;  // for what a busy machine does late
 
 struct KeyRow {
   Qt::Key key;
@@ -94,7 +97,8 @@ TEST(DataGrid, Drag_SelectsAndScrolls) {
     QTest::mouseMove(area, form.Middle(3, 2));
     EXPECT_EQ(form.Where(), "3,2 1,1+3x2");
     QTest::mouseMove(area, QPoint(form.Middle(3, 2).x(), area->height() + 20));
-    EXPECT_TRUE(test::WaitFor([&] { return form.grid.selectedIndex == GridForm::cRows - 1; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return form.grid.selectedIndex == GridForm::cRows - 1; },
+                                cLongMilliseconds));
     QTest::mouseRelease(area, Qt::LeftButton, {}, QPoint(100, area->height() + 20));
     EXPECT_EQ(form.Where(), "39,2 1,1+39x2");
     EXPECT_EQ(form.View()->verticalScrollBar()->value(),
@@ -345,6 +349,39 @@ TEST(DataGrid, Drag_OfALockedColumn_WhileTheOthersAreScrolled) {
     DragEdge(form, GridForm::cWidth, 25);
     EXPECT_EQ(form.grid.GetColWidth(0), GridForm::cWidth + 25);
     EXPECT_EQ(form.grid.GetColWidth(1), GridForm::cWidth);
+  });
+}
+
+TEST(DataGrid, DoubleClickOnAnEdge_FitsTheColumn) {
+  GridForm form;
+  form.grid.SetCell(2, 1, "a text that is wider than its column");
+  form.grid.SetCell(2, 3, std::string(5000, 'x'));
+  test::RunForm(form, false, [&] {
+    QHeaderView* header = form.View()->horizontalHeader();
+    const auto fit = [&](int col) {
+      const int edge = header->sectionViewportPosition(col) + header->sectionSize(col) - 1;
+      QTest::mouseDClick(header->viewport(), Qt::LeftButton, {}, QPoint(edge, 5));
+      return form.grid.GetColWidth(col);
+    };
+    EXPECT_GT(fit(1),
+              form.View()->fontMetrics().horizontalAdvance("a text that is wider than its"));
+    EXPECT_LT(fit(0), GridForm::cWidth);
+    form.View()->horizontalScrollBar()->setValue(form.View()->horizontalScrollBar()->maximum());
+    EXPECT_EQ(fit(3), 600) << "no cell fills the screen";
+  });
+}
+
+TEST(DataGrid, ImageList_ShowsPicturesInTheFirstColumn) {
+  GridForm form;
+  test::RunForm(form, false, [&] {
+    const int plain = form.View()->rowHeight(0);
+    form.grid.imageList = Icons::cStrip;
+    form.grid.SetItemImage(0, Icons::icoNew);
+    EXPECT_GE(form.View()->rowHeight(0), 24);
+    const QAbstractItemModel& model = *form.View()->model();
+    EXPECT_FALSE(model.index(0, 0).data(Qt::DecorationRole).value<QIcon>().isNull());
+    form.grid.imageList = 0;
+    EXPECT_EQ(form.View()->rowHeight(0), plain);
   });
 }
 
