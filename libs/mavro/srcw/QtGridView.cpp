@@ -372,6 +372,22 @@ void GridView::PaintCells(QPainter& painter, const QRect& area, int firstColumn,
       PaintCell(painter, option, {row, column});
     }
   }
+  if (!look.gridLines || lastColumn < firstColumn) return;
+  const QRect corner = visualRect(model.index(firstRow, firstColumn))
+                           .united(visualRect(model.index(lastRow, lastColumn)));
+  PaintLines(painter, corner, {firstRow, firstColumn}, {lastRow, lastColumn});
+}
+
+// Whole lines: one for each cell would take as long as the cells' texts.
+void GridView::PaintLines(QPainter& painter, const QRect& area, GridCell first,
+                          GridCell last) const {
+  const QColor color = GridColor(palette());
+  const int height = QTableView::rowHeight(first.row);
+  for (int row = first.row, bottom = area.top() - 1; row <= last.row; ++row)
+    painter.fillRect(area.left(), bottom += height, area.width(), 1, color);
+  for (int column = first.col; column <= last.col; ++column)
+    painter.fillRect(visualRect(model.index(first.row, column)).right(), area.top(), 1,
+                     area.height(), color);
 }
 
 // The current cell has a frame instead of the ground of the selected ones.
@@ -382,11 +398,6 @@ void GridView::PaintCell(QPainter& painter, QStyleOptionViewItem option, GridCel
   if (look.gridLines) option.rect.adjust(0, 0, -1, -1);
   if (cell.col < lockCol) painter.fillRect(whole, palette().color(QPalette::Base));
   delegate.paint(&painter, option, model.index(cell.row, cell.col));
-  if (look.gridLines) {
-    const QColor color = GridColor(palette());
-    painter.fillRect(whole.left(), whole.bottom(), whole.width(), 1, color);
-    painter.fillRect(whole.right(), whole.top(), 1, whole.height(), color);
-  }
   if (!isFramed) return;
   const QRect inside = option.rect.adjusted(cFrameWidth, cFrameWidth, -cFrameWidth, -cFrameWidth);
   for (const QRect& side : QRegion(option.rect) - QRegion(inside))

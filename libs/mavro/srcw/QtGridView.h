@@ -124,6 +124,7 @@ class GridView final : public QTableView {
   // As MoveTo, without scrolling: what is looked at stays.
   void SelectUnscrolled(GridCell itsAnchor, GridCell itsCursor);
   void PaintCells(QPainter& painter, const QRect& area, int firstColumn, int lastColumn) const;
+  void PaintLines(QPainter& painter, const QRect& area, GridCell first, GridCell last) const;
   // `option` has the cell's place and says if it is selected.
   void PaintCell(QPainter& painter, QStyleOptionViewItem option, GridCell cell) const;
 
