@@ -17,6 +17,8 @@ using ControlPtr = std::unique_ptr<mavro::Control>;
 
 constexpr int cSmallWidth = 80, cSmallHeight = 24;  // of combo and spin placeholders
 constexpr int cInfoWidth = 100;                     // of the only part of a status bar
+constexpr int cGridRow = 20, cGridColumn = 90;      // of a grid's placeholder
+constexpr int cMostRows = 10000, cMostCols = 200;   // of a list that is only tried
 
 struct ColorRow {
   std::string_view name;
@@ -57,6 +59,24 @@ ControlPtr NewPlaceholder() {
   return std::make_unique<mavro::ChildCtrl>(mavro::PaintPlaceholder);
 }
 
+// Titles, rows and columns, with the control's text in the first title.
+void PaintGrid(mavro::ChildCtrl& control, mavro::Graphics& graphics) {
+  mavro::PaintPlaceholder(control, graphics);
+  graphics.SetPen(mavro::Pen(mavro::Color::cControlShadow));
+  for (int y = cGridRow; y < control.height; y += cGridRow) {
+    graphics.MoveTo(0, y);
+    graphics.LineTo(control.width, y);
+  }
+  for (int x = cGridColumn; x < control.width; x += cGridColumn) {
+    graphics.MoveTo(x, 0);
+    graphics.LineTo(x, control.height);
+  }
+}
+
+ControlPtr NewGrid() {
+  return std::make_unique<mavro::ChildCtrl>(PaintGrid);
+}
+
 ControlPtr NewCombo() {
   auto combo = std::make_unique<mavro::ChildCtrl>(mavro::PaintComboPlaceholder);
   combo->flag = true;
@@ -92,7 +112,7 @@ constexpr ClassRow cClasses[] = {
     {cTabCtrlId, New<mavro::TabCtrl>, New<mavro::TabCtrl>},
     {cListViewId, NewPlaceholder, New<mavro::ListView>},
     {cTreeViewId, NewPlaceholder, New<mavro::TreeView>},
-    {cDataGridId, NewPlaceholder, NewPlaceholder},
+    {cDataGridId, NewGrid, New<mavro::DataGrid>},
     {cPaintBoxId, NewPlaceholder, NewPlaceholder},
     {cPlotXYId, NewPlaceholder, NewPlaceholder},
     {cToolBarId, New<mavro::ToolBar>, New<mavro::ToolBar>},
@@ -170,6 +190,20 @@ bool IsTrue(const std::string& value) {
   return value == "true";
 }
 
+void ApplyToList(mavro::ListView& list, std::string_view name, const std::string& value,
+                 int number) {
+  if (name == "colCount") list.colCount = std::clamp(number, 0, cMostCols);
+  if (name == "rowCount") list.rowCount = std::clamp(number, 0, cMostRows);
+  if (name == "fullRowSelect") list.fullRowSelect = IsTrue(value);
+  if (name == "editLabels") list.editLabels = IsTrue(value);
+  if (name == "gridLines") list.gridLines = IsTrue(value);
+  if (name == "headerVisible") list.headerVisible = IsTrue(value);
+  if (name == "showSelection") list.showSelection = IsTrue(value);
+  auto* grid = dynamic_cast<mavro::DataGrid*>(&list);
+  if (grid && name == "lockCol") grid->lockCol = number;
+  if (grid && name == "rowHeight") grid->rowHeight = number;
+}
+
 // Properties that have no kind of their own and are seen: the surface shows what the program shows.
 void ApplyByName(mavro::Control& control, std::string_view name, const std::string& value,
                  int number) {
@@ -198,6 +232,8 @@ void ApplyByName(mavro::Control& control, std::string_view name, const std::stri
     if (is("chooseOnly")) combo->chooseOnly = IsTrue(value);
     if (is("selectedIndex") && !value.empty()) combo->selectedIndex = number;
   }
+  if (auto* list = dynamic_cast<mavro::ListView*>(&control))
+    ApplyToList(*list, name, value, number);
   if (auto* spin = dynamic_cast<mavro::ChildCtrl*>(&control);
       spin && spin->painter == mavro::PaintSpinPlaceholder && is("value"))
     spin->text = value;

@@ -94,6 +94,10 @@ class ListView : public Control {
   ItemEvent onPostEdit;
   NotifyEvent onChangeText;  // an edited text has been accepted; value: the row
 
+ protected:
+  // Takes ownership of `newImpl`.
+  explicit ListView(Impl* newImpl);
+
  private:
   Impl& TheImpl() const;
 };

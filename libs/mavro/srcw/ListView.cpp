@@ -1,5 +1,6 @@
 #include "ListView.h"
 
+#include <algorithm>
 #include <numeric>
 
 #include "Assert.h"
@@ -9,7 +10,7 @@
 namespace mavro {
 
 void ListView::Impl::Create() {
-  CreateNative("SysListView32", cWantsKeys);
+  CreateNative(NativeClass(), cWantsKeys);
   Window()->SetSource(this);
   for (const Column& column : columns) Window()->ColumnAdded(column.width);
   Window()->SetHeaderClickable(TheList().onColumnClick.HasHandlers());
@@ -27,7 +28,7 @@ void ListView::Impl::Destroy() {
 // Enter is passed on if the list has no handler for a choice.
 Param ListView::Impl::OnNotify(NotifyHeader* header) {
   if (destroying) return 0;
-  const auto* told = static_cast<const ListViewHeader*>(header);
+  auto* told = static_cast<ListViewHeader*>(header);
   switch (header->code) {
     case LVN_SELCHANGED:
       selectedIndex = told->row;
@@ -43,7 +44,7 @@ Param ListView::Impl::OnNotify(NotifyHeader* header) {
       FireNotify(TheList().onColumnClick, told->column);
       return 0;
     case LVN_ENDLABELEDIT:
-      OnEdited(*told);
+      told->taken = TakeTyped(told->row, told->column, told->text) == Typed::cTaken;
       return 0;
     default:
       return 1;
@@ -51,14 +52,13 @@ Param ListView::Impl::OnNotify(NotifyHeader* header) {
 }
 
 // A handler may have removed the row meanwhile.
-void ListView::Impl::OnEdited(const ListViewHeader& told) {
-  const int row = told.row;
-  const int column = told.column;
-  ItemArgs args{owner, 1, row, column, told.text};
-  if (!TheList().onPostEdit.Fire(args) || args.value == 0) return;
-  if (row >= vrowCount() || column >= ColumnCount()) return;
+ListView::Impl::Typed ListView::Impl::TakeTyped(int row, int column, const std::string& typed) {
+  ItemArgs args{owner, 1, row, column, typed};
+  if (!TheList().onPostEdit.Fire(args)) return Typed::cGone;
+  if (args.value == 0) return Typed::cRefused;
+  if (row >= vrowCount() || column >= ColumnCount()) return Typed::cTaken;
   SetCell(row, column, args.text);
-  FireNotify(TheList().onChangeText, row);
+  return FireNotify(TheList().onChangeText, row) ? Typed::cTaken : Typed::cGone;
 }
 
 std::string_view ListView::Impl::ColumnTitle(int column) const {
@@ -131,6 +131,8 @@ void ListView::Impl::AddColumn(const std::string& title, int width) {
 
 void ListView::Impl::AddLateRows(int firstData, int count) {
   if (count <= 0) return;
+  const size_t wanted = rows.size() + static_cast<size_t>(count);
+  if (wanted > rows.capacity()) rows.reserve(std::max(wanted, 2 * rows.capacity()));
   for (int i = 0; i < count; ++i) rows.push_back({{}, firstData + i, -1, true});
   rowCount = vrowCount();
   if (hwnd) Window()->RowsAdded();
@@ -165,7 +167,9 @@ void ListView::Impl::SetCell(int row, int col, const std::string& cell) {
   if (hwnd) Window()->RowChanged(row);
 }
 
+// A text that is being typed belongs to the row that it was begun in.
 void ListView::Impl::Sort(int col, bool ascending) {
+  if (hwnd) Window()->EndEdit();
   std::vector<std::string_view> cells;
   cells.reserve(rows.size());
   for (int row = 0; row < vrowCount(); ++row) cells.push_back(Cell(row, col));
@@ -214,8 +218,10 @@ void ListView::Impl::LookChanged() {
   if (hwnd) Window()->SetLook(look);
 }
 
-ListView::ListView()
-    : Control(new Impl),
+ListView::ListView() : ListView(new Impl) {}
+
+ListView::ListView(Impl* newImpl)
+    : Control(newImpl),
       columns(*this),
       colCount(impl, static_cast<PropertySetter>(&Impl::ColCountChanged), &TheImpl().colCount),
       rowCount(impl, static_cast<PropertySetter>(&Impl::RowCountChanged), &TheImpl().rowCount),

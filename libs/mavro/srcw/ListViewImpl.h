@@ -58,6 +58,11 @@ class ListView::Impl : public SysImpl, public ListSource {
   CellExtra& EnsureExtra(int row, int col);
   void Sort(int col, bool ascending);
 
+  // What became of a text that the user has typed into a cell.
+  enum class Typed { cTaken, cRefused, cGone };  // gone: a handler has destroyed the list
+  // Asks the handlers and stores the text.
+  Typed TakeTyped(int row, int column, const std::string& typed);
+
   // Setters of the properties.
   void ColCountChanged();
   void RowCountChanged();
@@ -71,12 +76,14 @@ class ListView::Impl : public SysImpl, public ListSource {
   int selectedIndex = -1;
   ListLook look;
 
- private:
+ protected:
   ListView& TheList() const { return *static_cast<ListView*>(owner); }
-  void OnEdited(const ListViewHeader& told);
-  const CellExtra* ExtraOf(int row, int column) const;
+  virtual std::string_view NativeClass() const { return "SysListView32"; }
 
   bool destroying = false;
+
+ private:
+  const CellExtra* ExtraOf(int row, int column) const;
 };
 
 }  // namespace mavro

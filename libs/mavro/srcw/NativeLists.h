@@ -61,14 +61,16 @@ enum ListViewCode {
   LVN_SELCHANGED = -101,
   LVN_CLICKED = -102,
   LVN_CHOSEN = -103,
-  LVN_ENDLABELEDIT = -106,  // the text has not been stored
+  LVN_BEGINLABELEDIT = -105,  // sent by grids only
+  LVN_ENDLABELEDIT = -106,    // the text has not been stored
   LVN_COLUMNCLICK = -108
 };
 
 struct ListViewHeader : NotifyHeader {
   int row = -1;
   int column = -1;
-  std::string text;  // the text that the user has typed
+  std::string text;   // the text that the user has typed, or is going to edit
+  bool taken = true;  // the answer: false if a handler refuses the text or the edit
 };
 
 // A table of rows with a header.
@@ -98,6 +100,8 @@ class NativeListView : public NativeWindow {
   virtual void SelectRow(int row) = 0;
   virtual int SelectedRow() const = 0;
   virtual void EditCell(int row, int column) = 0;
+  // Takes the text that is being typed, if there is one.
+  virtual void EndEdit() = 0;
   // Enables clicks on the column titles.
   virtual void SetHeaderClickable(bool on) = 0;
 };

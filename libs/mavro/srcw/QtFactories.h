@@ -26,6 +26,7 @@ NativeWindow* MakeEdit(const CreateInfo& info);
 NativeWindow* MakeListBox(const CreateInfo& info);
 NativeWindow* MakeComboBox(const CreateInfo& info);
 NativeWindow* MakeListView(const CreateInfo& info);
+NativeWindow* MakeGrid(const CreateInfo& info);
 NativeWindow* MakeStatusBar(const CreateInfo& info);
 NativeWindow* MakeTreeView(const CreateInfo& info);
 NativeWindow* MakeTabs(const CreateInfo& info);

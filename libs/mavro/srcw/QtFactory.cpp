@@ -29,6 +29,7 @@ constexpr ClassRow cClasses[] = {
     {"ListBox", MakeListBox},
     {"ComboBox", MakeComboBox},
     {"SysListView32", MakeListView},
+    {"mavroGrid", MakeGrid},
     {"mavroBtnGroup", MakeButtonGroup},
     {"mavroScroller", MakeScroller},
     {"msctls_updown32", MakeSpinEdit},

@@ -2,8 +2,6 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QStyledItemDelegate>
-#include <QToolTip>
 #include <QTreeView>
 
 #include "ListView.h"
@@ -11,66 +9,13 @@
 #include "QtFactories.h"
 #include "QtListModel.h"
 #include "QtPacer.h"
+#include "QtRowDelegate.h"
 #include "QtStrips.h"
-#include "QtToolTip.h"
 #include "Virtual.h"
 
 namespace mavro {
 
 namespace {
-
-constexpr int cRowPadding = 4;
-constexpr QRgb cMarkOnLight = 0xFFC00018;
-constexpr QRgb cMarkOnDark = 0xFFFF8F86;
-constexpr int cGridPercent = 15;  // share of the text's colour in a line between cells
-
-// The colour is mixed here, not by painting with a translucent pen: the toolkit passes each
-// translucent line to other threads and waits for them, which takes longer than the rest of a row.
-QColor GridColor(const QPalette& palette) {
-  const QColor text = palette.color(QPalette::Text);
-  const QColor base = palette.color(QPalette::Base);
-  const auto mix = [](int over, int below) {
-    return (over * cGridPercent + below * (100 - cGridPercent)) / 100;
-  };
-  return QColor(mix(text.red(), base.red()), mix(text.green(), base.green()),
-                mix(text.blue(), base.blue()));
-}
-
-// Rows of one height, that of the font or of the pictures; the selection shows without the focus
-// only if that is wanted.
-class RowDelegate final : public QStyledItemDelegate {
- public:
-  using QStyledItemDelegate::QStyledItemDelegate;
-
-  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex&) const override {
-    return QSize(0, std::max(option.fontMetrics.height(), pictureHeight) + cRowPadding);
-  }
-
-  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-    QStyledItemDelegate::initStyleOption(option, index);
-    option->state &= ~QStyle::State_HasFocus;
-    if (index.data(ListModel::cMarkedRole).toBool()) {
-      const bool isDark = option->palette.color(QPalette::Base).lightness() < 128;
-      option->palette.setColor(QPalette::Text, isDark ? cMarkOnDark : cMarkOnLight);
-      option->font.setBold(true);
-      option->fontMetrics = QFontMetrics(option->font);
-    }
-    if (!showSelection && !(option->state & QStyle::State_Active && option->widget->hasFocus()))
-      option->state &= ~QStyle::State_Selected;
-  }
-
-  // True if the column is too narrow for the cell's text.
-  bool IsCut(QStyleOptionViewItem option, const QModelIndex& index) const {
-    initStyleOption(&option, index);
-    const QStyle* style = option.widget->style();
-    const QRect room = style->subElementRect(QStyle::SE_ItemViewItemText, &option, option.widget);
-    const int margin = style->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, option.widget) + 1;
-    return option.fontMetrics.horizontalAdvance(option.text) > room.width() - 2 * margin;
-  }
-
-  bool showSelection = false;
-  int pictureHeight = 0;  // 0: the rows have no pictures
-};
 
 class RowView final : public QTreeView {
  public:
@@ -113,19 +58,11 @@ class RowView final : public QTreeView {
     if (!IsEditing()) onEnter();  // otherwise Enter ends the edit
   }
 
-  // A cell that shows all of its text needs no tip.
   bool viewportEvent(QEvent* event) override {
     if (event->type() != QEvent::ToolTip) return QTreeView::viewportEvent(event);
-    const auto* help = static_cast<QHelpEvent*>(event);
-    const QModelIndex index = indexAt(help->pos());
     QStyleOptionViewItem option;
     initViewItemOption(&option);
-    option.rect = visualRect(index);
-    const auto* shown = dynamic_cast<const ListModel*>(model());
-    const bool isWhole = !index.isValid() || (shown->HoldsWhole(index.row(), index.column()) &&
-                                              !delegate.IsCut(option, index));
-    const QString tip = isWhole ? QString() : index.data(Qt::ToolTipRole).toString();
-    QToolTip::showText(help->globalPos(), PlainToolTip(tip), viewport(), option.rect);
+    ShowCellTip(*this, delegate, option, *static_cast<QHelpEvent*>(event));
     return true;
   }
 
@@ -236,6 +173,10 @@ class ListViewWindow final : public NativeListView {
     view->setFocus();
     view->setCurrentIndex(model->index(row, column));
     view->edit(model->index(row, column));
+  }
+
+  void EndEdit() override {
+    if (view->IsEditing()) view->delegate.Finish();
   }
 
   void SetHeaderClickable(bool on) override { view->header()->setSectionsClickable(on); }

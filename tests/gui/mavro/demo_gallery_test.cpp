@@ -10,6 +10,7 @@
 #include "../../../dist/Repos/demos/gallery/drawpage.cpp"
 #include "../../../dist/Repos/demos/gallery/galleryform.cpp"
 #include "../../../dist/Repos/demos/gallery/gallerypage.cpp"
+#include "../../../dist/Repos/demos/gallery/gridpage.cpp"
 #include "../../../dist/Repos/demos/gallery/inputpage.cpp"
 #include "../../../dist/Repos/demos/gallery/listpage.cpp"
 
@@ -105,6 +106,30 @@ TEST(DemoGallery, Dialogs_AnswerIntoTheLog) {
         EXPECT_EQ(gallery.LastLine(), lines[i]);
       }
     }
+  });
+}
+
+TEST(DemoGallery, Grid_AddsUpItsRows) {
+  Gallery gallery;
+  test::RunForm(gallery.form, false, [&] {
+    TabCtrl& tabs = gallery.Tabs();
+    tabs.selectedIndex = tabs.TabCount() - 1;
+    auto& grid = *Find<DataGrid>(*tabs.GetPage(tabs.TabCount() - 1));
+    ASSERT_EQ(grid.rowCount, 100000);
+    const auto enter = [&](int col, Qt::Key digit) {
+      grid.SelectCells({1, col, 1, 1});
+      grid.Focus();
+      test::Key(gallery.form, digit);
+      test::Key(gallery.form, Qt::Key_Return);
+    };
+    enter(1, Qt::Key_7);
+    enter(2, Qt::Key_3);
+    EXPECT_EQ(gallery.LastLine(), "Article 2: 21.00");
+    EXPECT_EQ(grid.GetCell(1, 3), "21.00");
+    enter(2, Qt::Key_X);
+    EXPECT_EQ(gallery.LastLine(), "not taken: x");
+    enter(3, Qt::Key_9);
+    EXPECT_EQ(grid.GetCell(1, 3), "21.00");
   });
 }
 

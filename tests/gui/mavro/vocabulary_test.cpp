@@ -13,6 +13,7 @@
 #include <QSlider>
 #include <QSpinBox>
 #include <QTabBar>
+#include <QTableView>
 #include <QTreeView>
 #include <mavro>
 
@@ -45,6 +46,7 @@ class VocabularyForm : public Form {
   TabCtrl tabCtrl1;
   TabPage tabPage1, tabPage2;
   ListView listView1;
+  DataGrid dataGrid1;
   TreeView treeView1;
   ToolBar toolBar1;
   StatusBar statusBar1;
@@ -230,6 +232,30 @@ class VocabularyForm : public Form {
     listView1.onChangeSel.Add_H(this, &This::OnNotify);
     listView1.onPostEdit.Add_H(this, &This::OnItem);
     this->Add(&listView1);
+    //!< DataGrid>
+    dataGrid1.SetBounds(330, 400, 200, 100);
+    dataGrid1.text = "Grid";
+    dataGrid1.colCount = 3;
+    dataGrid1.rowCount = 5;
+    dataGrid1.fullRowSelect = false;
+    dataGrid1.editLabels = true;
+    dataGrid1.gridLines = false;
+    dataGrid1.headerVisible = false;
+    dataGrid1.showSelection = true;
+    dataGrid1.lockCol = 1;
+    dataGrid1.rowHeight = 30;
+    dataGrid1.onClick.Add_H(this, &This::OnNotify);
+    dataGrid1.onDblClick.Add_H(this, &This::OnNotify);
+    dataGrid1.onCreate.Add_H(this, &This::OnNotify);
+    dataGrid1.onMouseWeel.Add_H(this, &This::OnMouse);
+    dataGrid1.onChar.Add_H(this, &This::OnKey);
+    dataGrid1.onLostFocus.Add_H(this, &This::OnNotify);
+    dataGrid1.onChoose.Add_H(this, &This::OnNotify);
+    dataGrid1.onChangeText.Add_H(this, &This::OnNotify);
+    dataGrid1.onChangeSel.Add_H(this, &This::OnNotify);
+    dataGrid1.onPostEdit.Add_H(this, &This::OnItem);
+    dataGrid1.onStartEdit.Add_H(this, &This::OnItem);
+    this->Add(&dataGrid1);
     treeView1.SetBounds(220, 270, 100, 90);
     treeView1.onChoose.Add_H(this, &This::OnTree);
     treeView1.onExpand.Add_H(this, &This::OnTree);
@@ -398,6 +424,15 @@ TEST_F(Vocabulary, Lists) {
     EXPECT_FALSE(list->header()->isVisible());
     EXPECT_FALSE(form.listView1.gridLines);
     EXPECT_TRUE(form.listView1.showSelection);
+    auto* grid = As<QTableView>(form.dataGrid1);
+    EXPECT_EQ(grid->model()->columnCount(), 3);
+    EXPECT_EQ(grid->model()->rowCount(), 5);
+    EXPECT_EQ(grid->rowHeight(0), 30);
+    EXPECT_FALSE(grid->horizontalHeader()->isVisible());
+    EXPECT_FALSE(form.dataGrid1.fullRowSelect || form.dataGrid1.gridLines);
+    EXPECT_TRUE(form.dataGrid1.editLabels && form.dataGrid1.showSelection);
+    EXPECT_EQ(form.dataGrid1.lockCol, 1);
+    EXPECT_EQ(form.dataGrid1.text.Get(), "Grid");
     EXPECT_EQ(form.tabCtrl1.selectedIndex, 1);
     EXPECT_EQ(test::WidgetOf(form.tabCtrl1)->findChild<QTabBar*>()->tabText(0), "Page1");
     EXPECT_EQ(form.tabPage2.tag, 3);

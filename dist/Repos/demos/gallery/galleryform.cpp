@@ -20,6 +20,7 @@ void GalleryForm::Initialize() {
   InitializeSwitches();
   for (TabPage* page : {(TabPage*)&input, (TabPage*)&lists, (TabPage*)&drawing, (TabPage*)&dialogs})
     tabs.Add(page);
+  tabs.Add(&grid);
   tabs.onChange.Add_H(this, &This::PageChanged);
   upper.pan1 = &tabs;
   upper.pan2 = &side;

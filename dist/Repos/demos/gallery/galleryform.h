@@ -3,6 +3,7 @@
 
 #include "dialogpage.h"
 #include "drawpage.h"
+#include "gridpage.h"
 #include "inputpage.h"
 #include "listpage.h"
 
@@ -41,6 +42,7 @@ class GalleryForm : public Form {
   ListPage lists{log};
   DrawPage drawing{log};
   DialogPage dialogs{log};
+  GridPage grid{log};
   Panel side;
   CheckGroup switches;
   ListBox events;
