@@ -19,6 +19,7 @@ constexpr int cLeastSide = 24;   // of an area that can show something
 constexpr int cLegendShare = 3;  // at most one third of the height
 constexpr double cThickness = 1.6;
 constexpr double cDotRadius = 2.6;
+constexpr double cMostLength = 8e6;  // pixels of all strokes of a series
 constexpr double cGridShare = 0.14;
 constexpr double cAxisShare = 0.55;
 
@@ -162,10 +163,10 @@ void DrawSeries(PlotRaster& raster, const KeptSeries& kept, const PlotView& view
   const PlotSeries& series = kept.series;
   const PlotPart part = PartInView(series, kept.extent.sorted, view);
   if (series.style != PlotStyle::cPoints)
-    for (const PlotStroke& stroke : Reduced(series, part, view))
+    for (const PlotStroke& stroke :
+         Thinned(Reduced(series, part, view), cMostLength, view.width + view.height))
       raster.Line(stroke, cThickness * ratio);
-  if (series.style != PlotStyle::cLines)
-    for (const PlotPoint& dot : Dots(series, part, view)) raster.Dot(dot, cDotRadius * ratio);
+  if (series.style != PlotStyle::cLines) raster.Dots(Dots(series, part, view), cDotRadius * ratio);
 }
 
 // The curves are drawn on pixels of their own, which cut them off at the axes.

@@ -17,8 +17,8 @@ class PlotRaster {
 
   void Clear();
   void Line(const PlotStroke& stroke, double thickness);
-  // A round dot.
-  void Dot(PlotPoint middle, double radius);
+  // Round dots of one size.
+  void Dots(const std::vector<PlotPoint>& middles, double radius);
   // Paints the covered pixels in a plain colour, 0xRRGGBB, over a bitmap of the same size.
   void PaintTo(const Bitmap& bitmap, int32_t rgb) const;
 
@@ -33,7 +33,7 @@ class PlotRaster {
   void Upright(double x, double top, double bottom, double thickness);
 
   int width, height;
-  std::vector<uint8_t> mask;
+  std::vector<uint8_t> mask;  // row by row, and room for one more lane of a stamp
 };
 
 }  // namespace mavro

@@ -164,6 +164,27 @@ std::vector<PlotStroke> Reduced(const PlotSeries& series, const PlotPart& part,
   return std::move(made.strokes);
 }
 
+std::vector<PlotStroke> Thinned(std::vector<PlotStroke> strokes, double most, double longest) {
+  double sum = 0;
+  for (const PlotStroke& stroke : strokes)
+    sum += std::min(std::abs(stroke.to.x - stroke.from.x) + std::abs(stroke.to.y - stroke.from.y),
+                    longest);
+  if (sum <= most) return strokes;
+  const auto step = static_cast<size_t>(std::ceil(sum / most));
+  std::vector<PlotStroke> kept;
+  kept.reserve(strokes.size() * 2);
+  for (size_t i = 0; i < strokes.size(); ++i) {
+    const PlotStroke& stroke = strokes[i];
+    if (i % step == 0) {
+      kept.push_back(stroke);
+    } else {
+      kept.push_back({stroke.from, stroke.from});
+      kept.push_back({stroke.to, stroke.to});
+    }
+  }
+  return kept;
+}
+
 std::vector<PlotPoint> Dots(const PlotSeries& series, const PlotPart& part, const PlotView& view) {
   const Scale across = Across(view), down = Down(view);
   std::vector<bool> taken(static_cast<size_t>(view.width) * static_cast<size_t>(view.height));

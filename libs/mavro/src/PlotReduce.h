@@ -51,6 +51,11 @@ PlotPart PartInView(const PlotSeries& series, bool sorted, const PlotView& view)
 std::vector<PlotStroke> Reduced(const PlotSeries& series, const PlotPart& part,
                                 const PlotView& view);
 
+// Strokes that are longer in sum than `most` pixels cover the whole raster many times. Of these
+// only so many are kept that the sum is reached, spread over all; of the others the ends remain,
+// so that no extreme is lost. A stroke counts at most `longest`.
+std::vector<PlotStroke> Thinned(std::vector<PlotStroke> strokes, double most, double longest);
+
 // The places of the dots of a series: of all points in one pixel the first.
 std::vector<PlotPoint> Dots(const PlotSeries& series, const PlotPart& part, const PlotView& view);
 

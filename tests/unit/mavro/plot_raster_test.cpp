@@ -91,13 +91,29 @@ TEST_F(Drawn, AnyLine_StaysInsideTheRaster) {
 }
 
 TEST_F(Drawn, Dot_IsRound) {
-  raster.Dot({20.5, 15.5}, 3);
+  raster.Dots({{20.5, 15.5}}, 3);
   EXPECT_EQ(raster.Coverage(20, 15), 255);
   EXPECT_EQ(raster.Coverage(23, 15), 128);
   EXPECT_EQ(raster.Coverage(23, 12), 0);
   EXPECT_NEAR(Sum() / 255.0, M_PI * 9, 1.5);
-  raster.Dot({0, 0}, 3);
-  raster.Dot({40, 30}, 3);
+}
+
+// Dots that are cut, and large ones of several lanes, have the coverage of a whole small one.
+TEST_F(Drawn, DotsAtTheEdges_AreCut) {
+  const double radius = 3;
+  raster.Dots({{20.5, 15.5}, {0.5, 0.5}, {39.5, 29.5}, {-100, 5}, {5, 1e12}}, radius);
+  for (int y = 0; y <= 4; ++y)
+    for (int x = 0; x <= 4; ++x) {
+      EXPECT_NEAR(raster.Coverage(x, y), raster.Coverage(20 + x, 15 + y), 1);
+      EXPECT_NEAR(raster.Coverage(39 - x, 29 - y), raster.Coverage(20 - x, 15 - y), 1);
+    }
+  EXPECT_EQ(raster.Coverage(0, 15), 0) << "nothing of the right edge";
+  PlotRaster large(200, 200);
+  large.Dots({{100.5, 100.5}}, 20);
+  EXPECT_EQ(large.Coverage(100, 81), 255);
+  EXPECT_EQ(large.Coverage(81, 100), 255);
+  EXPECT_EQ(large.Coverage(100, 79), 0);
+  EXPECT_EQ(large.Coverage(121, 100), 0);
 }
 
 TEST_F(Drawn, PaintTo_MixesAtTheEdges) {

@@ -175,6 +175,18 @@ TEST(ExtentOf, KnowsSortedSeries) {
   EXPECT_TRUE(ExtentOf(Points({}, {3, 1, 2})).sorted) << "without x they are counted";
 }
 
+TEST(Thinned, KeepsTheEndsOfAllAndTheLengthOfFew) {
+  const std::vector<PlotStroke> all(10, {{0, 0}, {60, 40}});
+  EXPECT_EQ(Thinned(all, 1000, 1e9), all);
+  EXPECT_EQ(Thinned(all, 500, 50), all) << "a stroke counts what can be seen of it";
+  const auto thinned = Thinned(all, 999, 1e9);
+  ASSERT_EQ(thinned.size(), 15u);
+  EXPECT_EQ(thinned[0], all[0]);
+  EXPECT_EQ(thinned[1], (PlotStroke{{0, 0}, {0, 0}}));
+  EXPECT_EQ(thinned[2], (PlotStroke{{60, 40}, {60, 40}}));
+  EXPECT_EQ(thinned[3], all[0]);
+}
+
 TEST(Dots, OneForEachPixel) {
   const PlotSeries series = Points({1.1, 1.9, 2.0, -1, 5, 3, 10}, {1.5, 1.6, 1.5, 5, 11, cNan, 10});
   const std::vector<PlotPoint> wanted = {{1.1, 8.5}, {2, 8.5}, {10, 0}};
