@@ -113,8 +113,8 @@ constexpr ClassRow cClasses[] = {
     {cListViewId, NewPlaceholder, New<mavro::ListView>},
     {cTreeViewId, NewPlaceholder, New<mavro::TreeView>},
     {cDataGridId, NewGrid, New<mavro::DataGrid>},
-    {cPaintBoxId, NewPlaceholder, NewPlaceholder},
-    {cPlotXYId, NewPlaceholder, NewPlaceholder},
+    {cPaintBoxId, NewPlaceholder, New<mavro::PaintBox>},
+    {cPlotXYId, NewPlaceholder, New<mavro::PlotXY>},
     {cToolBarId, New<mavro::ToolBar>, New<mavro::ToolBar>},
     {cStatusBarId, NewStatusBar, New<mavro::StatusBar>},
     {cProgressBarId, New<mavro::ProgressBar>, New<mavro::ProgressBar>},
@@ -269,7 +269,7 @@ mavro::Control* LiveControls::Make(CtrlRec& rec) {
         child && isNameless && child->painter == mavro::PaintPlaceholder)
       child->text = rec.classDef->name;
     mavro::Control& control = *made;
-    control.backColor = GroundOf(rec, "");
+    SetGround(rec, control, "");
     controls[&rec] = std::move(made);
     Bind(rec, control);
     return &control;
@@ -412,6 +412,13 @@ mavro::Color LiveControls::GroundOf(const CtrlRec& rec, const std::string& value
   return hasGround && color.IsDefault() ? mavro::Color(mavro::Color::cControl) : color;
 }
 
+// In a preview, controls without a value keep the ground that they have in the program.
+void LiveControls::SetGround(const CtrlRec& rec, mavro::Control& control,
+                             const std::string& value) {
+  const mavro::Color ground = GroundOf(rec, value);
+  if (purpose == Purpose::cSurface || !ground.IsDefault()) control.backColor = ground;
+}
+
 void LiveControls::ApplyGeneral(CtrlRec& rec, const PropValue& prop, const std::string& value) {
   mavro::Control& control = *rec.ctrl;
   const int number = ValueNumber(*prop.pd->cvt, value);
@@ -427,7 +434,7 @@ void LiveControls::ApplyGeneral(CtrlRec& rec, const PropValue& prop, const std::
       control.borderStyle = static_cast<mavro::BorderStyle>(number);
       break;
     case cBackColorKind:
-      control.backColor = GroundOf(rec, value);
+      SetGround(rec, control, value);
       control.Invalidate();
       break;
     case cForeColorKind:

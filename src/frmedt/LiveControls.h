@@ -67,6 +67,7 @@ class LiveControls {
 
  private:
   mavro::Color GroundOf(const CtrlRec& rec, const std::string& value) const;
+  void SetGround(const CtrlRec& rec, mavro::Control& control, const std::string& value);
   void ApplyGeneral(CtrlRec& rec, const PropValue& prop, const std::string& value);
   void ApplyToClass(CtrlRec& rec, const PropValue& prop, const std::string& value);
   void ApplyGeometry(CtrlRec& rec, int kind, int number);

@@ -59,6 +59,13 @@ class DemosTest(ZendryTest):
         demo.key('ctrl+q')
         self.assertEqual(demo.process.wait(20), 0)
 
+    def test_plotter_builds_without_a_warning_and_runs(self):
+        demo = self.start_demo('demos/plotter', 'Plotter', 'x^2')
+        demo.key('Return')
+        self.picture('demo-plotter')
+        demo.key('alt+F4')
+        self.assertEqual(demo.process.wait(20), 0)
+
     def test_form_with_menu_and_tool_bar(self):
         demo = self.start_demo('templates/form-menu', 'Lines')
         demo.key('ctrl+n')

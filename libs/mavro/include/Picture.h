@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "Bitmap.h"
+#include "FileText.h"
 #include "Handlers.h"
 
 namespace mavro {
@@ -29,6 +30,9 @@ class Picture : public object {
   // From the program's resources.
   PictureResult LoadResource(std::string_view type, uint64_t id);
   PictureResult LoadResource(std::string_view type, std::string_view name);
+  // Writes the image as a PNG file, replacing an old one as SaveFileText does. An error for an
+  // empty picture and for a file that can't be written.
+  FileResult Save(const std::string& path) const;
   // Shows these pixels, which stay shared with the caller.
   void Assign(const Bitmap& pixels);
   void Clear() { Assign(Bitmap()); }

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "DialImpl.h"
+#include "PlainColors.h"
 
 namespace mavro {
 
@@ -31,15 +32,6 @@ struct Canvas {
             static_cast<int>(std::lround(CenterY() + std::sin(angle) * distance * ratio))};
   }
 };
-
-Color Blend(Color over, Color under, double share) {
-  const auto channel = [&](int shift) {
-    const int top = over.Value() >> shift & 0xFF;
-    const int below = under.Value() >> shift & 0xFF;
-    return static_cast<int32_t>(std::lround(below + (top - below) * share)) << shift;
-  };
-  return Color(channel(16) | channel(8) | channel(0));
-}
 
 // A disc lit from the upper left: at the rim `a` is the colour of the lit side, and towards the
 // centre the two colours become more alike. Pixels on the rim are mixed with the background.

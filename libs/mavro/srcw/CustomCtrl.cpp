@@ -59,6 +59,11 @@ void CustomCtrl::Impl::Redraw(int notify) {
   if (IsWindow(window)) hwnd->Invalidate();
 }
 
+void CustomCtrl::Impl::MarkStale() {
+  isDrawn = false;
+  if (hwnd) hwnd->Invalidate();
+}
+
 bool CustomCtrl::Impl::Refresh() {
   const NativeWindow* window = hwnd;
   MakeBackBuffer();

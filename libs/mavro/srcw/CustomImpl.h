@@ -16,6 +16,8 @@ class CustomCtrl::Impl : public SysImpl {
   Param WndProc(unsigned message, Param wParam, Param lParam) override;
 
   void Redraw(int notify);
+  // Has onDraw fill the buffer before the next painting, once for any number of calls.
+  void MarkStale();
 
   Graphics backBuffer;
 

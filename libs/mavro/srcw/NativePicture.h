@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <string_view>
 
 #include "Picture.h"
@@ -10,5 +11,8 @@ namespace mavro {
 // file that claims more pixels than a bitmap may have is refused before memory for them is
 // allocated.
 PictureResult DecodePicture(std::string_view bytes, Bitmap& decoded);
+
+// The bytes of a PNG file with these pixels; empty for an empty bitmap.
+std::string EncodePicture(const Bitmap& bitmap);
 
 }  // namespace mavro

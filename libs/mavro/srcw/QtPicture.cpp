@@ -6,6 +6,7 @@
 
 #include "NativePicture.h"
 #include "PictureHeader.h"
+#include "QtOverlay.h"
 
 namespace mavro {
 
@@ -52,6 +53,14 @@ PictureResult DecodePicture(std::string_view bytes, Bitmap& decoded) {
   if (!Bitmap::IsPossible(image.width(), image.height())) return PictureResult::cTooLarge;
   decoded = BitmapOf(image);
   return PictureResult::cLoaded;
+}
+
+std::string EncodePicture(const Bitmap& bitmap) {
+  if (bitmap.IsEmpty()) return {};
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  return ImageOf(bitmap).save(&buffer, "PNG") ? bytes.toStdString() : std::string();
 }
 
 }  // namespace mavro

@@ -25,6 +25,7 @@
 #include "ListBox.h"
 #include "ListView.h"
 #include "Menu.h"
+#include "PlotXY.h"
 #include "ProgressBar.h"
 #include "RichView.h"
 #include "Scroller.h"
@@ -153,6 +154,10 @@ struct ShownCanvas : CustomCtrl {
   ShownCanvas() { wantsKeys = true; }
 };
 
+struct ShownBox : PaintBox {
+  ShownBox() { wantsKeys = true; }
+};
+
 struct TypedCombo : ComboBox {
   TypedCombo() { items.Add("one"); }
 };
@@ -185,6 +190,8 @@ const Kind cKinds[] = {
     {"Image", Plain<Image>(), {}},
     {"DialCtrl", Plain<DialCtrl>(), {}},
     {"CustomCtrl", Plain<ShownCanvas>(), {}},
+    {"PaintBox", Plain<ShownBox>(), {}},
+    {"PlotXY", Plain<PlotXY>(), {}},
     {"ChildCtrl", Plain<ChildCtrl>(), {}},
     {"LayoutForm", Plain<LayoutForm>(), {}},
 };

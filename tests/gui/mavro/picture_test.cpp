@@ -72,6 +72,24 @@ std::string XpmOf(int width, int height) {
 
 constexpr int cHuge = 50000;
 
+TEST(Picture, Saved_IsTheSameAfterwards) {
+  const test::TempFolder folder;
+  const std::string path = folder.Path() + "/saved.png";
+  const Bitmap bitmap(3, 2);
+  bitmap.Row(0)[1] = 0xFF102030;
+  bitmap.Row(1)[2] = 0x80404040;
+  Picture picture, back;
+  picture.Assign(bitmap);
+  EXPECT_EQ(picture.Save(path).Words(), "");
+  EXPECT_EQ(back.Load(path), PictureResult::cLoaded);
+  ASSERT_EQ(back.Width(), 3);
+  for (int y = 0; y < 2; ++y)
+    for (int x = 0; x < 3; ++x) EXPECT_EQ(back.Pixels().Row(y)[x], bitmap.Row(y)[x]);
+  EXPECT_NE(Picture().Save(path).Words(), "");
+  EXPECT_EQ(back.Load(path), PictureResult::cLoaded) << "nothing replaces it with nothing";
+  EXPECT_NE(picture.Save(folder.Path() + "/none/saved.png").Words(), "");
+}
+
 TEST(Picture, EveryKindOfFile_IsDecoded) {
   for (const char* format : {"BMP", "JPG", "PNG", "XPM"}) {
     Picture picture;

@@ -56,6 +56,8 @@ class VocabularyForm : public Form {
   CheckGroup checkGroup1;
   Image image1;
   DialCtrl dialCtrl1;
+  PaintBox paintBox1;
+  PlotXY plotXY1;
   //! end
   VocabularyForm() { Initialize(); }
 
@@ -67,6 +69,7 @@ class VocabularyForm : public Form {
   void OnMouse(MouseArgs&) { ++fired; }
   void OnItem(ItemArgs&) { ++fired; }
   void OnTree(TreeArgs&) { ++fired; }
+  void OnPaint(PaintArgs&) { ++fired; }
 
  private:
   void Initialize() {
@@ -316,6 +319,56 @@ class VocabularyForm : public Form {
     dialCtrl1.text = "Dial";
     dialCtrl1.onChange.Add_H(this, &This::OnNotify);
     this->Add(&dialCtrl1);
+    //!< PaintBox>
+    paintBox1.SetBounds(590, 270, 100, 60);
+    paintBox1.borderStyle = BorderStyle::cFrame;
+    paintBox1.backColor = Color::cYellow;
+    paintBox1.foreColor = Color::cBlue;
+    paintBox1.toolTip = "a drawing";
+    paintBox1.tag = 8;
+    paintBox1.onClick.Add_H(this, &This::OnNotify);
+    paintBox1.onDblClick.Add_H(this, &This::OnNotify);
+    paintBox1.onCreate.Add_H(this, &This::OnNotify);
+    paintBox1.onContextMenu.Add_H(this, &This::OnMouse);
+    paintBox1.onMouseDown.Add_H(this, &This::OnMouse);
+    paintBox1.onMouseUp.Add_H(this, &This::OnMouse);
+    paintBox1.onMouseMove.Add_H(this, &This::OnMouse);
+    paintBox1.onMouseLeave.Add_H(this, &This::OnMouse);
+    paintBox1.onMouseEnter.Add_H(this, &This::OnMouse);
+    paintBox1.onMouseWeel.Add_H(this, &This::OnMouse);
+    paintBox1.onKeyDown.Add_H(this, &This::OnKey);
+    paintBox1.onKeyUp.Add_H(this, &This::OnKey);
+    paintBox1.onChar.Add_H(this, &This::OnKey);
+    paintBox1.onMove.Add_H(this, &This::OnNotify);
+    paintBox1.onResize.Add_H(this, &This::OnNotify);
+    paintBox1.onGotFocus.Add_H(this, &This::OnNotify);
+    paintBox1.onDraw.Add_H(this, &This::OnNotify);
+    paintBox1.onPaint.Add_H(this, &This::OnPaint);
+    this->Add(&paintBox1);
+    //!< PlotXY>
+    plotXY1.SetBounds(590, 340, 100, 80);
+    plotXY1.borderStyle = BorderStyle::cFrame;
+    plotXY1.backColor = Color::cYellow;
+    plotXY1.foreColor = Color::cBlue;
+    plotXY1.toolTip = "a plot";
+    plotXY1.tag = 9;
+    plotXY1.onClick.Add_H(this, &This::OnNotify);
+    plotXY1.onDblClick.Add_H(this, &This::OnNotify);
+    plotXY1.onCreate.Add_H(this, &This::OnNotify);
+    plotXY1.onContextMenu.Add_H(this, &This::OnMouse);
+    plotXY1.onMouseDown.Add_H(this, &This::OnMouse);
+    plotXY1.onMouseUp.Add_H(this, &This::OnMouse);
+    plotXY1.onMouseMove.Add_H(this, &This::OnMouse);
+    plotXY1.onMouseLeave.Add_H(this, &This::OnMouse);
+    plotXY1.onMouseEnter.Add_H(this, &This::OnMouse);
+    plotXY1.onMouseWeel.Add_H(this, &This::OnMouse);
+    plotXY1.onKeyDown.Add_H(this, &This::OnKey);
+    plotXY1.onKeyUp.Add_H(this, &This::OnKey);
+    plotXY1.onChar.Add_H(this, &This::OnKey);
+    plotXY1.onMove.Add_H(this, &This::OnNotify);
+    plotXY1.onResize.Add_H(this, &This::OnNotify);
+    plotXY1.onGotFocus.Add_H(this, &This::OnNotify);
+    this->Add(&plotXY1);
     //! end
   }
 };
@@ -468,6 +521,30 @@ TEST_F(Vocabulary, PicturesAndDials) {
     EXPECT_FALSE(form.dialCtrl1.showPos);
     EXPECT_EQ(form.dialCtrl1.labels, DialCtrl::cView);
     EXPECT_EQ(form.dialCtrl1.text.Get(), "Dial");
+  });
+}
+
+TEST_F(Vocabulary, DrawingsAndPlots) {
+  Run([&] {
+    for (const Control* control : {(Control*)&form.paintBox1, (Control*)&form.plotXY1}) {
+      const QWidget* widget = test::WidgetOf(*control);
+      EXPECT_EQ(widget->geometry().left(), 590);
+      EXPECT_EQ(control->borderStyle, BorderStyle::cFrame);
+      EXPECT_EQ(control->backColor, Color(Color::cYellow));
+      EXPECT_EQ(control->foreColor, Color(Color::cBlue));
+    }
+    EXPECT_EQ(test::WidgetOf(form.paintBox1)->toolTip(), "a drawing");
+    EXPECT_EQ(test::WidgetOf(form.plotXY1)->toolTip(), "a plot");
+    EXPECT_EQ(form.paintBox1.tag, 8);
+    EXPECT_EQ(form.plotXY1.tag, 9);
+    form.fired = 0;
+    form.paintBox1.Redraw();
+    EXPECT_EQ(form.fired, 1) << "onDraw";
+    test::WidgetOf(form.paintBox1)->grab();
+    EXPECT_EQ(form.fired, 2) << "onPaint";
+    form.fired = 0;
+    test::Click(form.plotXY1);
+    EXPECT_GE(form.fired, 3) << "onMouseDown, onMouseUp, onClick";
   });
 }
 

@@ -393,8 +393,9 @@ TEST_F(IdeNewProject, RowsOfTheStartPage_OpenTheDialogAtTheirPage) {
       IdeDriver::Press(Qt::Key_Space);
     }
   });
-  EXPECT_THAT(shown, ElementsAre("0 ", "4 ", "3 demos/calculator", "3 demos/console",
-                                 "3 demos/gallery", "3 demos/editor", "3 demos/bughunt"));
+  EXPECT_THAT(shown,
+              ElementsAre("0 ", "4 ", "3 demos/calculator", "3 demos/console", "3 demos/gallery",
+                          "3 demos/editor", "3 demos/bughunt", "3 demos/plotter"));
 }
 
 // For people to look at: build/shots/new-project-*.png.

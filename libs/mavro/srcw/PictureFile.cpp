@@ -19,6 +19,12 @@ PictureResult Picture::LoadData(std::string_view bytes) {
   return result;
 }
 
+FileResult Picture::Save(const std::string& path) const {
+  const std::string bytes = EncodePicture(bitmap);
+  if (bytes.empty()) return {path + ": there is no picture to write"};
+  return SaveFileText(path, bytes);
+}
+
 namespace {
 
 PictureResult LoadEntry(Picture& picture, std::string_view bytes) {
