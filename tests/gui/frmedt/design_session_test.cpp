@@ -113,6 +113,8 @@ TEST_F(DesignSessionTest, CalculatorDemo_IsOpenedAndChanged) {
     });
     EXPECT_EQ(textOf("calcform.h"), header);
     EXPECT_EQ(textOf("calcform.cpp"), source) << "opening and saving changes nothing";
+    test::WidgetOf(*theMainForm)->activateWindow();
+    ASSERT_TRUE(test::WaitFor([] { return mavro::activeForm == theMainForm; }));
     Design([](DesignFrame& frame) {
       frame.editor.Select(frame.editor.FindControl("tape")->ctrl, false);
       frame.Command(cWiderCommand);
