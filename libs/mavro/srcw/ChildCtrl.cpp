@@ -37,10 +37,16 @@ void DrawArrowButton(Graphics& graphics, const Rect& rect, Arrow arrow) {
   graphics.Polygon(triangle, 3);
 }
 
+// The ground has the frame that the control has in the program, so that its edges can be seen on a
+// ground of the same colour.
 void FillGround(ChildCtrl& control, Graphics& graphics) {
   const Color own = control.backColor;
   graphics.FillRect({0, 0, control.width, control.height},
                     own.IsDefault() ? Color(Color::cWindow) : own);
+  const int right = control.width - 1, bottom = control.height - 1;
+  const Point edges[] = {{0, 0}, {right, 0}, {right, bottom}, {0, bottom}, {0, 0}};
+  graphics.SetPen(Pen(Color::cControlShadow));
+  graphics.Polyline(edges, 5);
   const Color ink = control.foreColor;
   graphics.SetTextColor(ink.IsDefault() ? Color(Color::cWindowText) : ink);
 }

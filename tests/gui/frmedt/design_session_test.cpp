@@ -96,6 +96,36 @@ TEST_F(DesignSessionTest, Change_IsTheOnlyDifferenceAndOneUndoStep) {
   });
 }
 
+TEST_F(DesignSessionTest, CalculatorDemo_IsOpenedAndChanged) {
+  const std::filesystem::path demo = std::filesystem::path(DEMOS_FOLDER) / "calculator";
+  std::filesystem::copy(demo, ide.files.Path("calculator"));
+  const std::string header = ide.files.Read("calculator/calcform.h");
+  const std::string source = ide.files.Read("calculator/calcform.cpp");
+  ide.Run({ide.files.Path("calculator/calculator.zpj")}, [&] {
+    const auto textOf = [&](const std::string& name) {
+      return Tabs().OpenFile(ide.files.Path("calculator/" + name))->GetText();
+    };
+    EXPECT_EQ(textOf("calcform.cpp"), source);
+    Design([](DesignFrame& frame) {
+      EXPECT_EQ(frame.editor.FindControl("divide")->ctrl->text, "\303\267");
+      test::Shot(frame, "designer-calculator");
+      frame.Command(cSaveAndCloseCommand);
+    });
+    EXPECT_EQ(textOf("calcform.h"), header);
+    EXPECT_EQ(textOf("calcform.cpp"), source) << "opening and saving changes nothing";
+    test::WidgetOf(*theMainForm)->activateWindow();
+    ASSERT_TRUE(test::WaitFor([] { return mavro::activeForm == theMainForm; }));
+    Design([](DesignFrame& frame) {
+      frame.editor.Select(frame.editor.FindControl("tape")->ctrl, false);
+      frame.Command(cWiderCommand);
+      frame.Command(cSaveAndCloseCommand);
+    });
+    EXPECT_EQ(textOf("calcform.h"), header);
+    EXPECT_EQ(textOf("calcform.cpp"),
+              Replaced(source, "tape.SetBounds(290, 12, 180,", "tape.SetBounds(290, 12, 181,"));
+  });
+}
+
 TEST_F(DesignSessionTest, ClosedWithoutSaving_LeavesTheText) {
   ide.Run({}, [&] {
     Open("dlg.h", cForm);

@@ -32,7 +32,7 @@ constexpr DemoWord cWords[] = {
     {"calculator/engine.cpp", "pop_back", "Remove the last character"},
     {"calculator/engine.cpp", "std::string", "Managing sequences of characters"},
     {"calculator/calcform.cpp", "SetBounds", "Control"},
-    {"calculator/calcform.h", "Place(Button", "A push button."},
+    {"calculator/calcform.h", "Button", "A push button."},
     {"calculator/calcform.h", "public Form", "A top-level window."},
     {"calculator/calcform.cpp", "onClick", "AnyButton"},
     {"gallery/drawpage.cpp", "MoveTo", "MoveTo"},

@@ -231,7 +231,11 @@ int InkFrom(const Control& control, int left, int right) {
 TEST(Placeholders, Default_ShowsTheTextOnTheWindowGround) {
   PlaceholderForm form;
   test::RunForm(form, false, [&] {
-    EXPECT_EQ(Shown(form.plain, 150, 60), QApplication::palette().color(QPalette::Base));
+    const QColor ground = QApplication::palette().color(QPalette::Base);
+    EXPECT_EQ(Shown(form.plain, 150, 60), ground);
+    for (const auto& [x, y] : {std::pair{0, 40}, {179, 40}, {90, 0}, {90, 79}})
+      EXPECT_NE(Shown(form.plain, x, y), ground) << "a frame, " << x << "," << y;
+    EXPECT_EQ(Shown(form.plain, 178, 78), ground);
     EXPECT_GE(InkFrom(form.plain, 0, 180), 4);
     EXPECT_LE(InkFrom(form.plain, 0, 180), 7);
     form.plain.text = "";

@@ -9,8 +9,8 @@
 #include "frmedt/FormCheck.h"
 #include "frmedt/FormWriter.h"
 
-// The dialogs of the program are forms: the designer can open each of them, and saving it untouched
-// changes no byte.
+// The dialogs of the program are forms, and so is a demo: the designer can open each of them, and
+// saving it untouched changes no byte.
 
 namespace zendry {
 namespace {
@@ -30,10 +30,10 @@ FormTextPtr Beside(const std::string& path, bool isHeader) {
   return Read(fs::path(path).replace_extension(isHeader ? ".h" : ".cpp"));
 }
 
-// The sources that have a region of declarations.
-std::vector<fs::path> Sources() {
+// The sources in folders of the tree that have a region of declarations.
+std::vector<fs::path> Sources(const std::vector<std::string>& folders) {
   std::vector<fs::path> found;
-  for (const char* folder : {"src", "libs/mavro/sci"})
+  for (const std::string& folder : folders)
     for (const auto& entry : fs::recursive_directory_iterator(cTree / folder)) {
       const auto extension = entry.path().extension();
       if (extension != ".h" && extension != ".cpp") continue;
@@ -43,40 +43,49 @@ std::vector<fs::path> Sources() {
   return found;
 }
 
+// Opens the form of a source and writes it as an untouched designer does; the text must be the
+// same. Adds the form's class to `opened`.
+void ExpectUnchanged(const fs::path& path, std::set<std::string>& opened) {
+  SCOPED_TRACE(path.string());
+  FormLocator locator;
+  locator.Scan(Read(path));
+  ASSERT_EQ(locator.targets.size(), 1u);
+  ASSERT_TRUE(locator.Select(0, Beside)) << locator.reports.front().text;
+  const FormTarget& target = locator.Selected();
+  opened.insert(target.className);
+  for (const FormLoss& loss : CheckForm(target)) ADD_FAILURE() << loss.path << ": " << loss.Words();
+
+  FormData form;
+  form.ReadDecl(target.decl.Lines());
+  form.ReadInit(target.init.Lines());
+  EXPECT_TRUE(form.CheckParents());
+  EXPECT_THAT(form.reports, IsEmpty());
+  EXPECT_GT(form.controls.size(), 1u);
+  std::vector<std::string> decl, init;
+  FormWriter writer(form);
+  writer.WriteDecl(decl);
+  writer.WriteInit(init);
+  for (const RegionEdit& edit : locator.ReplaceRegions(decl, init)) {
+    const std::string text = mavro::ReadFileText(edit.path).text;
+    EXPECT_EQ(text.substr(edit.edit.offset, edit.edit.length), edit.edit.text) << edit.path;
+  }
+}
+
 TEST(OwnDialogs, EachIsWrittenBackWithoutAChange) {
   std::set<std::string> opened;
-  for (const fs::path& path : Sources()) {
-    SCOPED_TRACE(path.string());
-    FormLocator locator;
-    locator.Scan(Read(path));
-    ASSERT_EQ(locator.targets.size(), 1u);
-    ASSERT_TRUE(locator.Select(0, Beside)) << locator.reports.front().text;
-    const FormTarget& target = locator.Selected();
-    opened.insert(target.className);
-    for (const FormLoss& loss : CheckForm(target))
-      ADD_FAILURE() << loss.path << ": " << loss.Words();
-
-    FormData form;
-    form.ReadDecl(target.decl.Lines());
-    form.ReadInit(target.init.Lines());
-    EXPECT_TRUE(form.CheckParents());
-    EXPECT_THAT(form.reports, IsEmpty());
-    EXPECT_GT(form.controls.size(), 1u);
-    std::vector<std::string> decl, init;
-    FormWriter writer(form);
-    writer.WriteDecl(decl);
-    writer.WriteInit(init);
-    for (const RegionEdit& edit : locator.ReplaceRegions(decl, init)) {
-      const std::string text = mavro::ReadFileText(edit.path).text;
-      EXPECT_EQ(text.substr(edit.edit.offset, edit.edit.length), edit.edit.text) << edit.path;
-    }
-  }
+  for (const fs::path& path : Sources({"src", "libs/mavro/sci"})) ExpectUnchanged(path, opened);
   EXPECT_THAT(opened,
               ElementsAre("mavro::GoToLineDlg", "zendry::AboutDlg", "zendry::BreakEditor",
                           "zendry::ClassWizard", "zendry::DebugDlg", "zendry::EventDlg",
                           "zendry::FontPropDlg", "zendry::ItemsDlg", "zendry::NewFileDlg",
                           "zendry::NewFormDlg", "zendry::ReplaceListDlg", "zendry::SelectBox",
                           "zendry::SelectDlg", "zendry::TextDlg", "zendry::ToolBarEditor"));
+}
+
+TEST(Demos, ThoseWithAFormAreWrittenBackWithoutAChange) {
+  std::set<std::string> opened;
+  for (const fs::path& path : Sources({"dist/Repos"})) ExpectUnchanged(path, opened);
+  EXPECT_THAT(opened, ElementsAre("CalcForm"));
 }
 
 }  // namespace

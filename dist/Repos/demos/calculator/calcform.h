@@ -13,10 +13,18 @@ class CalcForm : public Form {
   CalcForm();
 
  private:
-  void Initialize();
-  void PlaceButtons();
-  void Place(Button& button, const char* caption, char key, int column, int row);
+  // Written by the form designer.
+	//!decl
+	Panel screen;
+	Label pending, number;
+	Button clear, sign, percent, divide, seven;
+	Button eight, nine, times, four, five;
+	Button six, minus, one, two, three;
+	Button plus, zero, point, back, equals;
+	ListBox tape;
+	//!end
 
+  void Initialize();
   void ClickKey(NotifyArgs& args);
   void PreviewKey(NotifyArgs& args);
   void Typed(KeyArgs& args);
@@ -24,10 +32,4 @@ class CalcForm : public Form {
   void ShowNumbers();
 
   Engine engine;
-  Panel screen;
-  Label pending, number;
-  Button digits[10];
-  Button point, sign, percent, back, clear;
-  Button plus, minus, times, divide, equals;
-  ListBox tape;
 };
