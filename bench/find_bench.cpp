@@ -113,7 +113,7 @@ struct Listed : zendry::SearchListener {
     list.Update();
     list.lateCells = nullptr;
   }
-  void Found(const std::string& path, size_t line, std::string_view text) override {
+  void Found(const std::string& path, size_t line, int, std::string_view text) override {
     if (files.empty() || files.back() != path) files.push_back(path);
     places.push_back({files.size() - 1, line, texts.size(), text.size()});
     texts += text;

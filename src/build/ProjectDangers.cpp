@@ -15,6 +15,7 @@
 #include "config/BuildSettings.h"
 #include "config/IdeConfig.h"
 #include "project/Project.h"
+#include "project/RiskySwitches.h"
 
 namespace zendry {
 
@@ -22,22 +23,6 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-// An option of the compiler that starts with `begin`. One that is no longer than this has its value
-// in the next argument.
-struct OptionRule {
-  std::string_view begin;
-  bool holdsOptions = false;  // the value is a file with further options
-};
-constexpr OptionRule cOptions[] = {
-    {"-wrapper"},      {"--wrapper"},       {"-fplugin="},
-    {"-iplugindir"},   {"-specs", true},    {"-B"},
-    {"--specs", true}, {"--prefix"},        {"-o"},
-    {"-MF"},           {"-aux-info"},       {"-dumpdir"},
-    {"--output"},      {"-fmodule-mapper"},
-};
-// Options that hand the rest, or the next argument, to the preprocessor, assembler or linker.
-constexpr std::string_view cLists[] = {"-Wl,", "-Wa,", "-Wp,"};
-constexpr std::string_view cNextArgument[] = {"-Xlinker", "-Xassembler", "-Xpreprocessor"};
 constexpr std::string_view cShellMarks = "<>|&;";
 
 std::string_view WithoutDashes(std::string_view text) {
@@ -116,29 +101,25 @@ void DangerSearch::SearchOptions(const char* place, const std::string& line) {
 // Answers the number of arguments that it has looked at.
 size_t DangerSearch::SearchOption(const char* place, const Arguments& arguments, size_t at) {
   const std::string& argument = arguments[at];
+  const RiskySwitch* found = FindRiskySwitch(argument);
+  if (!found || found->risk == Risk::cUnasked) return 1;
+  const bool isAlone = found->takesNext && argument.size() == found->begin.size();
   const std::string next = at + 1 < arguments.size() ? arguments[at + 1] : "";
-  if (argument.starts_with('@')) {
-    Add(place, argument, argument.substr(1));
-    return 1;
-  }
-  if (std::find(std::begin(cNextArgument), std::end(cNextArgument), argument) !=
-      std::end(cNextArgument)) {
-    if (IsInnerDanger(next))
+  if (found->risk == Risk::cHandsOnNext) {
+    if (isAlone && IsInnerDanger(next))
       Add(place, Joined(arguments, at, 2), next.starts_with('@') ? next.substr(1) : "");
-    return 2;
-  }
-  for (const std::string_view list : cLists)
-    if (argument.starts_with(list) &&
-        HasInnerDanger(std::string_view(argument).substr(list.size())))
-      Add(place, argument);
-  for (const OptionRule& rule : cOptions) {
-    if (!argument.starts_with(rule.begin)) continue;
-    const bool isAlone = argument.size() == rule.begin.size();
-    const std::string value = isAlone ? next : argument.substr(argument.find('=') + 1);
-    Add(place, Joined(arguments, at, isAlone ? 2 : 1), rule.holdsOptions ? value : "");
     return isAlone ? 2 : 1;
   }
-  return 1;
+  if (found->risk == Risk::cHandsOn) {
+    if (HasInnerDanger(std::string_view(argument).substr(found->begin.size())))
+      Add(place, argument);
+    return 1;
+  }
+  // The value of "@file" comes at once, that of the others after "=".
+  const size_t start = argument.find('=') + 1;
+  const std::string value = isAlone ? next : argument.substr(argument[0] == '@' ? 1 : start);
+  Add(place, Joined(arguments, at, isAlone ? 2 : 1), found->holdsOptions ? value : "");
+  return isAlone ? 2 : 1;
 }
 
 bool DangerSearch::HasInnerDanger(std::string_view list) const {

@@ -6,6 +6,7 @@
 #include "FileText.h"
 #include "SystemDialogs.h"
 #include "base/ControlBytes.h"
+#include "base/KeyName.h"
 #include "debug/Debugger.h"
 #include "debug/TextDlg.h"
 #include "editor/EditTabs.h"
@@ -20,7 +21,11 @@ enum Column { cFileColumn, cLineColumn, cConditionColumn, cIdColumn };
 }  // namespace
 
 BreakEditor::BreakEditor(Debugger& itsDebugger, EditTabs& itsTabs)
-    : debugger(itsDebugger), tabs(itsTabs) {
+    : debugger(itsDebugger),
+      tabs(itsTabs),
+      noBreakpoints(list, "The places where the program stops. " +
+                              KeyName(itsDebugger.Find(cBreakpointCommand)) +
+                              " in the editor, or a click beside a line, sets one.") {
   Initialize();
   list.AddColumn("file", 200);
   list.AddColumn("line", 32);

@@ -3,6 +3,8 @@
 #include <mavro>
 #include <string>
 
+#include "EmptyText.h"
+
 namespace zendry {
 
 class Debugger;
@@ -41,6 +43,7 @@ class BreakEditor : public mavro::Form {
 
   Debugger& debugger;
   EditTabs& tabs;
+  mavro::EmptyText noBreakpoints;
 };
 
 }  // namespace zendry

@@ -6,6 +6,7 @@
 #include "config/EditorSettings.h"
 #include "config/IdeConfig.h"
 #include "config/IdeSession.h"
+#include "frame/EmptyPanels.h"
 #include "frame/IdeOptForm.h"
 #include "frame/MainForm.h"
 #include "frame/PictureStrips.h"
@@ -52,6 +53,7 @@ int RunIde(const mavro::ArgumentList& arguments) {
   ApplyLook();
   RescueOnLastWords();
   MainForm form(std::move(startup));
+  const EmptyPanels emptyPanels(form);
   form.SetPlacement(WindowPlacement());
   mavro::theApplication.KeepOnEnd(KeepUnasked);
   form.Run(false);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/HelpCommands.h"
+#include "base/KeyName.h"
 #include "base/Paths.h"
 #include "build/BuildActs.h"
 #include "config/IdeConfig.h"
@@ -59,12 +60,6 @@ const KeyRow cKeys[] = {
     {theEditorActs, cTabListCommand, "go to an open file"},
     {theHelpActs, cWordHelpCommand, "help on a word"},
 };
-
-// The key alone: what comes after the tab of the text in a menu.
-std::string KeyName(const mavro::Action* action) {
-  const std::string text = action ? mavro::HotKeyText(action->hotkey) : "";
-  return text.substr(std::min(text.size(), text.find('\t') + 1));
-}
 
 // A text in lines of about a width.
 std::vector<std::string> Wrapped(const std::string& text, size_t letters) {

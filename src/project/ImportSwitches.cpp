@@ -4,6 +4,7 @@
 #include "CommandLine.h"
 #include "FileText.h"
 #include "project/ImportCommands.h"
+#include "project/RiskySwitches.h"
 
 // The arguments of a compiler, and what becomes of each in a project.
 
@@ -23,8 +24,6 @@ enum class Use {
   cOutput,
   cSilent,  // the project decides it itself, or it doesn't concern the compiler
   cSilentPair,
-  cRisky,
-  cRiskyPair,
 };
 
 struct Row {
@@ -33,26 +32,9 @@ struct Row {
   bool isWhole = false;  // else the name is the beginning of a switch
 };
 
-// The first row that fits decides. A switch that no row fits is dropped and said.
+// The first row that fits decides, after the rows of risky switches. A switch that no row fits is
+// dropped and said.
 constexpr Row cRows[] = {
-    {"@", Use::cRisky},
-    {"-wrapper", Use::cRiskyPair, true},
-    {"-fplugin", Use::cRisky},
-    {"-specs", Use::cRisky},
-    {"--specs", Use::cRisky},
-    {"-B", Use::cRiskyPair, true},
-    {"-B", Use::cRisky},
-    {"-iplugindir", Use::cRisky},
-    {"-Xclang", Use::cRiskyPair, true},
-    {"-Xassembler", Use::cRiskyPair, true},
-    {"-Xpreprocessor", Use::cRiskyPair, true},
-    {"-Xlinker", Use::cRiskyPair, true},
-    {"-Wa,", Use::cRisky},
-    {"-Wp,-M", Use::cSilent},
-    {"-Wp,", Use::cRisky},
-    {"-Wl,", Use::cRisky},
-    {"-fuse-ld", Use::cRisky},
-    {"-load", Use::cRiskyPair, true},
     {"-isystem", Use::cInclude},
     {"-iquote", Use::cInclude},
     {"-idirafter", Use::cInclude},
@@ -84,12 +66,6 @@ constexpr Row cRows[] = {
     {"-fmacro-prefix-map", Use::cSilent},
     {"-l", Use::cSilent},
     {"-L", Use::cSilent},
-    {"-fdump", Use::cRisky},
-    {"-fprofile", Use::cRisky},
-    {"-fcallgraph", Use::cRisky},
-    {"-fmodule-mapper", Use::cRisky},  // "=|PROGRAM" starts one
-    {"-foffload", Use::cRisky},
-    {"-fopt-info", Use::cRisky},
     {"-f", Use::cKeep},
     {"-m", Use::cKeep},
     {"-W", Use::cKeep},
@@ -133,7 +109,11 @@ class SwitchReader {
     // After a further comma another switch may follow.
     if (isMacro && argument.find(',', 4) == std::string::npos)
       return switches.macros.push_back(argument.substr(4));
+    if (argument.starts_with("-Wp,-M")) return;
     const Row* row = RowOf(argument);
+    // A file to write that the project names itself is no risk.
+    const RiskySwitch* risk = FindRiskySwitch(argument);
+    if (risk && !(row && risk->risk == Risk::cWrites)) return TakeRisky(argument, *risk);
     // The compiler, a launcher before it, and the source begin with no dash.
     if (!row) {
       if (argument.size() > 1 && argument.starts_with('-')) switches.dropped.push_back(argument);
@@ -161,13 +141,9 @@ class SwitchReader {
       case Use::cKeep:
         switches.others.push_back(mavro::QuoteArgument(argument));
         return;
-      case Use::cRisky:
-        switches.risky.push_back(mavro::QuoteArgument(argument));
-        return;
       case Use::cSilent:
         return;
       case Use::cPair:
-      case Use::cRiskyPair:
       case Use::cSilentPair:
         return TakePair(argument, *row);
     }
@@ -175,9 +151,15 @@ class SwitchReader {
 
   void TakePair(const std::string& argument, const Row& row) {
     const std::string value = at + 1 < arguments.size() ? arguments[++at] : "";
-    if (row.use == Use::cSilentPair) return;
-    auto& list = row.use == Use::cPair ? switches.others : switches.risky;
-    list.push_back(argument + " " + mavro::QuoteArgument(value));
+    if (row.use == Use::cPair)
+      switches.others.push_back(argument + " " + mavro::QuoteArgument(value));
+  }
+
+  void TakeRisky(const std::string& argument, const RiskySwitch& risk) {
+    const bool isPair = risk.takesNext && argument.size() == risk.begin.size();
+    if (!isPair) return switches.risky.push_back(mavro::QuoteArgument(argument));
+    const std::string value = at + 1 < arguments.size() ? arguments[++at] : "";
+    switches.risky.push_back(argument + " " + mavro::QuoteArgument(value));
   }
 
   // A file beside the source is found by its name alone too.

@@ -4,6 +4,7 @@
 
 #include "FileBuffer.h"
 #include "TextCodec.h"
+#include "base/ToolColumns.h"
 
 namespace zendry {
 
@@ -14,6 +15,7 @@ constexpr size_t cMostShown = 0x4000;  // bytes of a line
 struct MissedLine {
   size_t file = 0;
   size_t line = 0;
+  int column = 0;
   std::string text;
 };
 
@@ -41,7 +43,8 @@ class Search {
     }
     sum.missed = missed.size() + missedNotListed;
     if (sum.missed > 0) listener.MissedFollow(sum.missed);
-    for (const MissedLine& one : missed) listener.Found(paths[one.file], one.line, one.text);
+    for (const MissedLine& one : missed)
+      listener.Found(paths[one.file], one.line, one.column, one.text);
     return sum;
   }
 
@@ -71,10 +74,11 @@ class Search {
       if (!isListed) return true;
       ++listed;
       const std::string_view shown = Shown(hit.text, copy);
+      const int column = ColumnOfByte(hit.text, hit.start);
       if (hit.isMissed)
-        missed.push_back({file, hit.line, std::string(shown)});
+        missed.push_back({file, hit.line, column, std::string(shown)});
       else
-        listener.Found(paths[file], hit.line, shown);
+        listener.Found(paths[file], hit.line, column, shown);
       return true;
     });
     sum.files += sum.lines > before;

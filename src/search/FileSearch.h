@@ -15,8 +15,8 @@ class SearchListener {
  public:
   virtual ~SearchListener() = default;
   // A line with a hit. `text` has blanks in place of control characters and is cut at a readable
-  // length.
-  virtual void Found(const std::string& path, size_t line, std::string_view text) = 0;
+  // length. `column` is that of the first hit, as ToolColumns.h counts.
+  virtual void Found(const std::string& path, size_t line, int column, std::string_view text) = 0;
   // The search by findInLine is done; what is found from now on, it has missed.
   virtual void MissedFollow(size_t count) = 0;
   // Asked before each file; false ends the search.

@@ -109,7 +109,7 @@ void TextScan::EachLine(std::string_view text,
     const std::string_view line = text.substr(start, end - start);
     const bool isRunAtStart = at == start || !inside[static_cast<unsigned char>(text[at - 1])];
     const bool isMissed = !isRunAtStart && findInLine(line, term) == 0;
-    if (!found({counter.At(start), line, isMissed})) return;
+    if (!found({counter.At(start), line, isMissed, at - start})) return;
     if (end >= text.size()) return;
     next = end + 1;
   }

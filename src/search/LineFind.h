@@ -28,6 +28,7 @@ struct LineHit {
   size_t line = 0;  // from 1
   std::string_view text;
   bool isMissed = false;  // findInLine misses it, only a full search finds a hit
+  size_t start = 0;       // where the first hit of the full search begins in `text`
 };
 
 // Finds the hits of a term in whole texts. Lines end as in an editor: with LF, CR LF or a lone CR.

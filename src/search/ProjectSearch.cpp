@@ -95,12 +95,12 @@ class ProjectSearch::Results : public SearchListener {
   Results(const Results&) = delete;
   Results& operator=(const Results&) = delete;
 
-  void Found(const std::string& path, size_t line, std::string_view text) override {
+  void Found(const std::string& path, size_t line, int column, std::string_view text) override {
     if (path != lastPath) {
       lastPath = path;
       name = theProject.isOpen ? theProject.RelativeIfSame(path) : path;
     }
-    list.KeepRow(name, static_cast<int>(line), text);
+    list.KeepRow(name, static_cast<int>(line), text, column);
   }
   void MissedFollow(size_t count) override {
     list.AddCaption("Only a full search finds " + Counted(count, "line:", "lines:"));

@@ -104,7 +104,11 @@ void NewProjectDialog::InitLists() {
 
 void NewProjectDialog::Begin(int page, int demo) {
   tabs.selectedIndex = page;
-  if (page == cDemosPage && demo >= 0) demoList.selectedIndex = demo;
+  if (page == cDemosPage && demo >= 0) {
+    demoList.selectedIndex = demo;
+    const std::string name = BaseName(items.DemoFolder(demo));
+    if (IsProjectName(name)) place.name.text = name;
+  }
   ShowDemo();
 }
 

@@ -16,7 +16,8 @@ class NewProjectDialog : public mavro::Form {
 
   NewProjectDialog(RepositoryItems newItems, const std::string& folder);
 
-  // Shows a page first, and on that of the demos the row of one. Before the dialog runs.
+  // Shows a page first, and on that of the demos the row of one, whose name is offered for the
+  // project. Before the dialog runs.
   void Begin(int page, int demo);
   int ShownPage() const { return tabs.selectedIndex; }
   // True for a project in a folder of its own; false for files directly in the folder chosen.

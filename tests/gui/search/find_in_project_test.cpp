@@ -79,10 +79,13 @@ TEST_F(IdeFindInProject, Hits_AreListed_AndF4WalksThem) {
     EXPECT_EQ(theMainForm->bottomTabs.selectedIndex, cResultPage);
     IdeDriver::Press(Qt::Key_F4);
     EXPECT_EQ(Front().CaretLine(), 0);
+    EXPECT_EQ(Front().CaretPosition(), 4);
     IdeDriver::Press(Qt::Key_F4);
     EXPECT_EQ(Front().CaretLine(), 1);
+    EXPECT_EQ(Front().CaretPosition(), 10) << "after the TAB";
     IdeDriver::Press(Qt::Key_F4);
     EXPECT_EQ(Tabs().Active()->caption, "b.cpp");
+    EXPECT_EQ(Front().CaretPosition(), 5);
     IdeDriver::Press(Qt::Key_F4);
     EXPECT_EQ(ide.dialogs.beeps, 1) << "the end of the list";
     IdeDriver::Press(Qt::Key_F4, Qt::ShiftModifier);

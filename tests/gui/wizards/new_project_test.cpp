@@ -386,6 +386,8 @@ TEST_F(IdeNewProject, RowsOfTheStartPage_OpenTheDialogAtTheirPage) {
       ide.OnDialog([&](mavro::Form& form) {
         auto& dialog = static_cast<NewProjectDialog&>(form);
         shown.push_back(std::to_string(dialog.ShownPage()) + " " + dialog.RepositoryFolder());
+        const std::string name = dialog.place.name.text;
+        EXPECT_EQ(name.empty() ? "" : "demos/" + name, dialog.RepositoryFolder());
         EXPECT_EQ(dialog.demoText.text.Get().empty(), row.demo < 0);
         test::Key(form, Qt::Key_Escape);
       });

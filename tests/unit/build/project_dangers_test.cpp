@@ -3,10 +3,12 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "CommandLine.h"
 #include "ScopedVariable.h"
 #include "TempFolder.h"
 #include "config/BuildSettings.h"
 #include "config/IdeConfig.h"
+#include "project/ImportCommands.h"
 #include "project/Project.h"
 
 namespace zendry {
@@ -82,6 +84,22 @@ TEST_F(ProjectDangers, OptionsForOtherTools_AreReadToo) {
               ElementsAre("-Xlinker --plug=x", "-Xassembler @f"));
   EXPECT_THAT(InCompile("-Wp,-fplugin=x -Wl,--dynamic-linker=/x -Wl,-I/x/ld.so"),
               ElementsAre("-Wp,-fplugin=x", "-Wl,--dynamic-linker=/x", "-Wl,-I/x/ld.so"));
+}
+
+// Both use one table; a switch that a project may have unasked is still one that an import names.
+TEST_F(ProjectDangers, WhatIsListed_AnImportLeavesOut) {
+  for (const char* danger :
+       {"-wrapper ./w", "--wrapper ./w", "-fplugin=./p.so", "-iplugindir=x", "-specs=a",
+        "--specs b", "-Bx", "-B x", "--prefix=x", "@flags", "-fmodule-mapper=|./run",
+        "-Xclang -load", "-aux-info ../x", "-dumpdir ../x", "--output=../x", "-Wl,--plugin,x.so",
+        "-Xlinker --plugin=x"}) {
+    EXPECT_EQ(InCompile(danger).size(), 1u) << danger;
+    const auto read = ReadSwitches(mavro::SplitCommandLine("g++ " + std::string(danger)), "/src");
+    EXPECT_THAT(read.risky, ElementsAre(danger));
+    EXPECT_THAT(read.others, IsEmpty()) << danger;
+  }
+  EXPECT_THAT(InCompile("-fprofile-arcs"), IsEmpty());
+  EXPECT_THAT(ReadSwitches({"g++", "-fprofile-arcs"}, "/src").risky, ElementsAre("-fprofile-arcs"));
 }
 
 TEST_F(ProjectDangers, FilesWrittenElsewhere_AreListed) {

@@ -17,7 +17,8 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 struct Heard : SearchListener {
-  void Found(const std::string& path, size_t line, std::string_view text) override {
+  void Found(const std::string& path, size_t line, int column, std::string_view text) override {
+    columns.push_back(column);
     rows.push_back(path.substr(path.rfind('/') + 1) + ":" + std::to_string(line) + ":" +
                    std::string(text));
   }
@@ -28,6 +29,7 @@ struct Heard : SearchListener {
   }
 
   std::vector<std::string> rows;
+  std::vector<int> columns;
   std::function<void(size_t)> before;  // each file is searched
   size_t mostFiles = SIZE_MAX;
 };
@@ -49,6 +51,17 @@ TEST_F(FileSearchTest, Lines_HaveFileAndNumber_AndBlanksForControls) {
   EXPECT_THAT(heard.rows, ElementsAre("a.cpp:1:int x;", "a.cpp:2: x y = 1;", "b.cpp:1:X"));
   EXPECT_EQ(sum.lines, 3u);
   EXPECT_EQ(sum.files, 2u);
+}
+
+// The shown text has no TABs and is cut; columns are those of the line.
+TEST_F(FileSearchTest, Columns_AreThoseOfTheFirstHit_AsCompilersCount) {
+  const std::string a =
+      folder.Write("a.cpp", "x x\n\tx\n\xC3\xA9x\naaab\n" + std::string(0x4000, ' ') + "x\nxx\n");
+  Search({a}, {"x"});
+  EXPECT_THAT(heard.columns, ElementsAre(1, 9, 2, 0x4001, 1));
+  heard.columns.clear();
+  Search({a}, {"aab", true});
+  EXPECT_THAT(heard.columns, ElementsAre(2)) << "a line that the run misses";
 }
 
 TEST_F(FileSearchTest, MissedLines_FollowUnderACaption) {
