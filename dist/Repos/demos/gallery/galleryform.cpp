@@ -18,7 +18,8 @@ void GalleryForm::Initialize() {
   SetBounds(80, 80, 760, 620);
   InitializeBars();
   InitializeSwitches();
-  for (TabPage* page : {(TabPage*)&input, (TabPage*)&lists, (TabPage*)&drawing, (TabPage*)&dialogs})
+  for (TabPage* page : {(TabPage*)&input, (TabPage*)&lists, (TabPage*)&drawing, (TabPage*)&dialogs,
+                        (TabPage*)&plots})
     tabs.Add(page);
   tabs.onChange.Add_H(this, &This::PageChanged);
   upper.pan1 = &tabs;

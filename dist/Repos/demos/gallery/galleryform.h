@@ -5,6 +5,7 @@
 #include "drawpage.h"
 #include "inputpage.h"
 #include "listpage.h"
+#include "plotpage.h"
 
 // The window: pages at the left, switches for the controls of the page at the right, the log of
 // events below.
@@ -41,6 +42,7 @@ class GalleryForm : public Form {
   ListPage lists{log};
   DrawPage drawing{log};
   DialogPage dialogs{log};
+  PlotPage plots{log};
   Panel side;
   CheckGroup switches;
   ListBox events;
