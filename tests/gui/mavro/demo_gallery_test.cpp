@@ -13,6 +13,7 @@
 #include "../../../dist/Repos/demos/gallery/gridpage.cpp"
 #include "../../../dist/Repos/demos/gallery/inputpage.cpp"
 #include "../../../dist/Repos/demos/gallery/listpage.cpp"
+#include "../../../dist/Repos/demos/gallery/plotpage.cpp"
 
 namespace {
 
@@ -69,6 +70,35 @@ TEST(DemoGallery, Dial_WritesToTheLog) {
     dial->Focus();
     test::Key(gallery.form, Qt::Key_End);
     EXPECT_EQ(gallery.LastLine(), "dial: 100");
+  });
+}
+
+TEST(DemoGallery, PlotsPage_ZoomsDrawsAndCopies) {
+  Gallery gallery;
+  test::RunForm(gallery.form, false, [&] {
+    gallery.Tabs().selectedIndex = 4;
+    QApplication::processEvents();
+    Control& page = *gallery.Tabs().GetPage(4);
+    auto& plot = *Find<PlotXY>(page);
+    EXPECT_GT(plot.Series(0).y.size(), 100u);
+    plot.Focus();
+    test::Key(gallery.form, Qt::Key_Plus);
+    EXPECT_EQ(gallery.LastLine(), "plot: a part");
+    test::Key(gallery.form, Qt::Key_Escape);
+    EXPECT_EQ(gallery.LastLine(), "plot: all");
+    test::Click(*Find<Button>(page));
+    EXPECT_EQ(gallery.LastLine(), "plot: copied");
+    auto& box = static_cast<PaintBox&>(*page.children[2]);
+    QWidget* widget = test::WidgetOf(box);
+    QWindow* window = widget->window()->windowHandle();
+    const auto at = [&](int x, int y) { return widget->mapTo(widget->window(), QPoint(x, y)); };
+    QTest::mousePress(window, Qt::LeftButton, Qt::NoModifier, at(20, 50));
+    QTest::mouseMove(window, at(90, 50));
+    QTest::mouseRelease(window, Qt::LeftButton, Qt::NoModifier, at(90, 50));
+    EXPECT_EQ(box.BackBuffer().GetPixel(50, 50), Color(0x3080D0));
+    QTest::mouseDClick(window, Qt::LeftButton, Qt::NoModifier, at(20, 80));
+    EXPECT_NE(box.BackBuffer().GetPixel(50, 50), Color(0x3080D0));
+    EXPECT_EQ(gallery.LastLine(), "paint box: cleared");
   });
 }
 

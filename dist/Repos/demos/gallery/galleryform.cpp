@@ -18,9 +18,9 @@ void GalleryForm::Initialize() {
   SetBounds(80, 80, 760, 620);
   InitializeBars();
   InitializeSwitches();
-  for (TabPage* page : {(TabPage*)&input, (TabPage*)&lists, (TabPage*)&drawing, (TabPage*)&dialogs})
+  for (TabPage* page : {(TabPage*)&input, (TabPage*)&lists, (TabPage*)&drawing, (TabPage*)&dialogs,
+                        (TabPage*)&plots, (TabPage*)&grid})
     tabs.Add(page);
-  tabs.Add(&grid);
   tabs.onChange.Add_H(this, &This::PageChanged);
   upper.pan1 = &tabs;
   upper.pan2 = &side;

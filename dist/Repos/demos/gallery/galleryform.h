@@ -6,6 +6,7 @@
 #include "gridpage.h"
 #include "inputpage.h"
 #include "listpage.h"
+#include "plotpage.h"
 
 // The window: pages at the left, switches for the controls of the page at the right, the log of
 // events below.
@@ -43,6 +44,7 @@ class GalleryForm : public Form {
   DrawPage drawing{log};
   DialogPage dialogs{log};
   GridPage grid{log};
+  PlotPage plots{log};
   Panel side;
   CheckGroup switches;
   ListBox events;

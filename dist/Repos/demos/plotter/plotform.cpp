@@ -32,7 +32,7 @@ PlotForm::PlotForm() {
 
 void PlotForm::Place(Control& control, int left, int width, const std::string& caption) {
   const bool isLabel = dynamic_cast<Label*>(&control) != nullptr;
-  control.SetBounds(left, isLabel ? 12 : 8, width, isLabel ? 20 : 28);
+  control.SetBounds(left, isLabel ? 14 : 8, width, isLabel ? 20 : 28);
   if (!caption.empty()) control.text = caption;
   line.Add(&control);
 }
