@@ -1,3 +1,4 @@
+#include <QApplication>
 #include <QByteArray>
 #include <QDataStream>
 #include <QGlyphRun>
@@ -22,6 +23,14 @@ constexpr int cFastCompression = 1;
 QColor ToColour(int colour) {
   return QColor(colour & 0xFF, colour >> 8 & 0xFF, colour >> 16 & 0xFF);
 }
+
+// As long as it lives, the mouse says that the program is busy.
+struct WaitCursor {
+  WaitCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+  ~WaitCursor() { QApplication::restoreOverrideCursor(); }
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
+};
 
 // A job of the toolkit can't be called off: what has been painted is printed when the painter ends.
 // So the pages are kept, and painted when the job is whole.
@@ -49,6 +58,7 @@ class PrinterDevice final : public QtPaper<PrintDevice> {
   void StartPage() override { page.clear(); }
   void EndPage() override { pages.push_back(qCompress(page, cFastCompression)); }
   std::string EndDoc() override {
+    const WaitCursor cursor;
     QPainter painter;
     if (!painter.begin(printer.get())) return Failure();
     bool isFirst = true;

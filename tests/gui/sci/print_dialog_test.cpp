@@ -176,6 +176,7 @@ TEST_F(PrintDialogTest, Printer_PrintsAWholeJob) {
     SciPrinter& printer = TheSciPrinter();
     TakeJob(printer, job);
     EXPECT_EQ(printer.PrintOn(FilePrinter(Path())), Outcome::cPrinted);
+    EXPECT_FALSE(QApplication::overrideCursor()) << "the program is not busy any more";
     EXPECT_EQ(PageCount(), 3);
     EXPECT_THAT(Text(1), HasSubstr("1 int line1;"));
     EXPECT_THAT(Text(3), HasSubstr("200 int line200;"));
