@@ -1,7 +1,8 @@
 // design_bench: the form designer on the offscreen platform. A form of 200 controls from the
-// command to the painted surface, and saved, beside a program that creates the same controls; then
-// a step of a drag, from the mouse's move to the painted control, in forms of 200, 1,000 and 5,000
-// controls. Limits: 50 ms to open and to save, 8 ms for a step.
+// command to the painted surface, and saved, beside a program that creates the same controls;
+// then a step of a drag, from the mouse's move to the painted control, in forms of 200, 1,000 and
+// 5,000 controls; and what a key in the source of a form costs. Limits: 50 ms to open and to
+// save, 8 ms for a step.
 
 #include <algorithm>
 #include <cstdio>
@@ -17,6 +18,7 @@
 #include "Shortest.h"
 #include "editor/EditTabs.h"
 #include "frame/ToolActs.h"
+#include "frmedt/RegionMarks.h"
 
 using namespace zendry;
 namespace {
@@ -179,6 +181,28 @@ void MeasureSession(const char* what, int count, double limit) {
   Report(std::string(what) + ", saved", saved, limit);
 }
 
+// What is done after a key in the source of a form: its regions are looked for, and counted as
+// folds in a text that isn't too long for it.
+void MeasureKey(const char* what, size_t length) {
+  constexpr int cKeys = 50;
+  std::vector<double> times;
+  test::IdeDriver ide;
+  std::string text = SourceOf(cControls);
+  while (text.size() < length) text += "// a comment line in a large source\n";
+  text.resize(length);
+  const std::string path = ide.files.Write("main.cpp", text);
+  ide.Run({}, [&] {
+    CppEditor& editor = *theMainForm->editTabs.OpenFile(path);
+    for (int key = 0; key < cKeys; ++key) {
+      editor.regionsSeen = 0;
+      const double start = Now();
+      RegionMarks::Update(editor);
+      times.push_back(Since(start));
+    }
+  });
+  Report(what, times, cMostStep);
+}
+
 class PaintCount : public QObject {
  public:
   bool eventFilter(QObject*, QEvent* event) override {
@@ -228,6 +252,8 @@ int mavro::Application::Main(ArgumentList&) {
   }
   MeasureSession("a form without controls", 0, cMost);
   MeasureSession("a form of 200 controls", cControls, cMost);
+  MeasureKey("a key in a source of 128 KiB", RegionMarks::cMostFolded);
+  MeasureKey("a key in a source of 1.4 MB", 1'400'000);
   for (const int count : {200, 1000, 5000}) Dragging().Measure(count);
   return isWithinLimits ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -30,7 +30,7 @@ class RegionMarks {
   static constexpr int cTintMarker = 7;
   static constexpr int cWaveIndicator = 11;
   // Regions of longer texts don't fold: their levels are counted anew after each key.
-  static constexpr int cMostFolded = 256 * 1024;
+  static constexpr int cMostFolded = 128 * 1024;
 };
 
 }  // namespace zendry
