@@ -30,12 +30,15 @@ inline zendry::FormTextPtr OtherHalf(const std::string& path, bool isHeader) {
   return ReadForm(std::filesystem::path(path).replace_extension(isHeader ? ".h" : ".cpp"));
 }
 
-// Calls `take` with the path and the text of each source.
+inline const std::vector<std::string> cOwnFolders = {"src", "libs/mavro/sci"};
+
+// Calls `take` with the path and the text of each source in folders of the tree.
 inline void ForEachSource(
+    const std::vector<std::string>& folders,
     const std::function<void(const std::filesystem::path&, const std::string&)>& take) {
   namespace fs = std::filesystem;
   const fs::path tree = fs::path(TEST_DATA).parent_path().parent_path();
-  for (const char* folder : {"src", "libs/mavro/sci"})
+  for (const std::string& folder : folders)
     for (const auto& entry : fs::recursive_directory_iterator(tree / folder)) {
       const auto extension = entry.path().extension();
       if (extension != ".h" && extension != ".cpp") continue;
@@ -44,9 +47,10 @@ inline void ForEachSource(
 }
 
 // The sources that have a region of declarations.
-inline std::vector<std::filesystem::path> FormSources() {
+inline std::vector<std::filesystem::path> FormSources(
+    const std::vector<std::string>& folders = cOwnFolders) {
   std::vector<std::filesystem::path> found;
-  ForEachSource([&](const std::filesystem::path& path, const std::string& text) {
+  ForEachSource(folders, [&](const std::filesystem::path& path, const std::string& text) {
     if (text.find("\n\t//!decl\n") != text.npos) found.push_back(path);
   });
   return found;
