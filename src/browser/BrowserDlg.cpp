@@ -10,11 +10,6 @@ namespace zendry {
 
 namespace {
 
-constexpr int cWidth = 620, cHeight = 440;
-constexpr int cMargin = 12, cGap = 8;
-constexpr int cScopeWidth = 180, cScopeHeight = 104;
-constexpr int cLabelHeight = 20;
-constexpr int cButtonWidth = 110, cButtonHeight = 30;
 constexpr const char* cGlobals = "-- globals --";
 constexpr int cPrototype = 'p';
 constexpr int cFunction = 'f';
@@ -32,36 +27,10 @@ bool IsNameBefore(const TagItem* a, const TagItem* b) {
 BrowserDlg::BrowserDlg(const Project& itsProject, CodeWizard& itsWizard, CodeSources& itsSources,
                        const TagItem* start, const std::string& path)
     : wizard(itsWizard), sources(itsSources) {
-  text = "Browser";
-  resizable = false;
-  SetSize(cWidth, cHeight);
-  scope.text = "Show:";
-  scope.items.Add("One file");
-  scope.items.Add("All files");
-  scope.items.Add("The libraries");
-  modulesLabel.text = "&Files:";
-  classesLabel.text = "C&lasses:";
-  membersLabel.text = "&Members:";
+  Initialize();
   modules.accessibleName = "Files";
   classList.accessibleName = "Classes";
   memberList.accessibleName = "Members";
-  definition.text = "&Definition";
-  cancel.kind = mavro::Button::cCancel;
-  declaration.kind = mavro::Button::cOk;
-  declaration.text = "De&claration";
-  PlaceControls();
-  for (mavro::Control* control : std::initializer_list<mavro::Control*>{
-           &scope, &modulesLabel, &modules, &classesLabel, &classList, &membersLabel, &memberList,
-           &declaration, &definition, &cancel})
-    Add(control);
-  scope.onChange.Add_H(this, &BrowserDlg::OnScope);
-  modules.onChangeSel.Add_H(this, &BrowserDlg::OnModule);
-  classList.onSelChanged.Add_H(this, &BrowserDlg::OnClass);
-  memberList.onSelChanged.Add_H(this, &BrowserDlg::OnMember);
-  memberList.onGotFocus.Add_H(this, &BrowserDlg::OnMembersFocused);
-  memberList.onDblClick.Add_H(this, &BrowserDlg::OnMemberDoubleClick);
-  declaration.onClick.Add_H(this, &BrowserDlg::OnDeclaration);
-  definition.onClick.Add_H(this, &BrowserDlg::OnDefinition);
   modules.Fill(itsProject, path);
   scope.itemIndex = modules.SelectedModule() ? cModuleScope : cProjectScope;
   FillClasses();
@@ -69,26 +38,64 @@ BrowserDlg::BrowserDlg(const Project& itsProject, CodeWizard& itsWizard, CodeSou
   focusControl = &classList;
 }
 
-void BrowserDlg::PlaceControls() {
-  const int listsTop = cMargin + cLabelHeight;
-  const int listsHeight = cHeight - listsTop - cButtonHeight - 3 * cMargin;
-  scope.SetBounds(cMargin, cMargin, cScopeWidth, cScopeHeight);
-  const int modulesTop = cMargin + cScopeHeight + cGap;
-  modulesLabel.SetBounds(cMargin, modulesTop, cScopeWidth, cLabelHeight);
-  modules.SetBounds(cMargin, modulesTop + cLabelHeight, cScopeWidth,
-                    listsTop + listsHeight - modulesTop - cLabelHeight);
-  const int left = cMargin + cScopeWidth + cGap;
-  const int width = (cWidth - left - cGap - cMargin) / 2;
-  classesLabel.SetBounds(left, cMargin, width, cLabelHeight);
-  classList.SetBounds(left, listsTop, width, listsHeight);
-  membersLabel.SetBounds(left + width + cGap, cMargin, width, cLabelHeight);
-  memberList.SetBounds(left + width + cGap, listsTop, width, listsHeight);
-  int right = cWidth - cMargin;
-  for (mavro::Button* button : {&cancel, &definition, &declaration}) {
-    right -= cButtonWidth;
-    button->SetBounds(right, cHeight - cMargin - cButtonHeight, cButtonWidth, cButtonHeight);
-    right -= cGap;
-  }
+void BrowserDlg::Initialize() {
+  using mavro::Button;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 620, 440);
+	this->text = "Browser";
+	this->resizable = false;
+	//!<RadioGroup>
+	scope.SetBounds(12, 12, 180, 104);
+	scope.text = "Show:";
+	scope.items.Add("One file");
+	scope.items.Add("All files");
+	scope.items.Add("The libraries");
+	scope.onChange.Add_H(this, &This::OnScope);
+	this->Add(&scope);
+	//!<Label>
+	modulesLabel.SetBounds(12, 124, 180, 20);
+	modulesLabel.text = "&Files:";
+	this->Add(&modulesLabel);
+	//!<ListView>
+	modules.SetBounds(12, 144, 180, 230);
+	modules.onChangeSel.Add_H(this, &This::OnModule);
+	this->Add(&modules);
+	//!<Label>
+	classesLabel.SetBounds(200, 12, 200, 20);
+	classesLabel.text = "C&lasses:";
+	this->Add(&classesLabel);
+	//!<ListBox>
+	classList.SetBounds(200, 32, 200, 342);
+	classList.onSelChanged.Add_H(this, &This::OnClass);
+	this->Add(&classList);
+	//!<Label>
+	membersLabel.SetBounds(408, 12, 200, 20);
+	membersLabel.text = "&Members:";
+	this->Add(&membersLabel);
+	//!<ListBox>
+	memberList.SetBounds(408, 32, 200, 342);
+	memberList.onDblClick.Add_H(this, &This::OnMemberDoubleClick);
+	memberList.onGotFocus.Add_H(this, &This::OnMembersFocused);
+	memberList.onSelChanged.Add_H(this, &This::OnMember);
+	this->Add(&memberList);
+	//!<Button>
+	declaration.SetBounds(262, 398, 110, 30);
+	declaration.text = "De&claration";
+	declaration.kind = Button::cOk;
+	declaration.onClick.Add_H(this, &This::OnDeclaration);
+	this->Add(&declaration);
+	//!<Button>
+	definition.SetBounds(380, 398, 110, 30);
+	definition.text = "&Definition";
+	definition.onClick.Add_H(this, &This::OnDefinition);
+	this->Add(&definition);
+	//!<Button>
+	cancel.SetBounds(498, 398, 110, 30);
+	cancel.kind = Button::cCancel;
+	this->Add(&cancel);
+	//!end
+  // clang-format on
 }
 
 void BrowserDlg::FillClasses() {

@@ -17,6 +17,8 @@ class Project;
 // the globals. The form closes when the user has chosen a place. The tags must not be parsed again
 // while it is shown.
 class BrowserDlg : public mavro::Form {
+  typedef BrowserDlg This;
+
  public:
   enum Scope { cModuleScope = 0, cProjectScope = 1, cLibraryScope = 2 };
 
@@ -28,14 +30,21 @@ class BrowserDlg : public mavro::Form {
   // The place that the user wants to see; none after Cancel.
   std::optional<CodePlace> Choose();
 
-  mavro::RadioGroup scope;
-  mavro::Label modulesLabel, classesLabel, membersLabel;
-  ModuleList modules;
-  mavro::ListBox classList, memberList;
-  mavro::Button declaration, definition, cancel;
+  // clang-format off
+	//!decl
+	mavro::RadioGroup scope;
+	mavro::Label modulesLabel;
+	ModuleList modules;
+	mavro::Label classesLabel;
+	mavro::ListBox classList;
+	mavro::Label membersLabel;
+	mavro::ListBox memberList;
+	mavro::Button declaration, definition, cancel;
+	//!end
+  // clang-format on
 
  private:
-  void PlaceControls();
+  void Initialize();
   void FillClasses();
   void FillMembers();
   void SelectItem(const TagItem& item);

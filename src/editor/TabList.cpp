@@ -18,8 +18,6 @@ namespace {
 
 using mavro::Key;
 
-constexpr int cWidth = 600;
-constexpr int cHeight = 380;
 constexpr int cNameWidth = 220;
 constexpr int cPageRows = 10;
 
@@ -63,6 +61,8 @@ std::vector<OpenTab> Entries(const EditTabs& tabs) {
 }
 
 class TabList : public mavro::Form {
+  typedef TabList This;
+
  public:
   explicit TabList(std::vector<OpenTab> newEntries);
 
@@ -70,6 +70,14 @@ class TabList : public mavro::Form {
   int Choose();
 
  private:
+  // clang-format off
+	//!decl
+	mavro::Edit field;
+	mavro::ListView list;
+	//!end
+  // clang-format on
+
+  void Initialize();
   void Fill();
   void MoveTo(int row);
   void OnTyped(mavro::NotifyArgs& args);
@@ -79,33 +87,43 @@ class TabList : public mavro::Form {
   void Accept();
 
   std::vector<OpenTab> entries;
-  mavro::Edit field;
-  mavro::ListView list;
 };
 
 TabList::TabList(std::vector<OpenTab> newEntries) : entries(std::move(newEntries)) {
-  text = "Open tabs";
-  SetSize(cWidth, cHeight);
+  Initialize();
   field.accessibleName = "Letters of a name or path";
-  field.dock = mavro::Dock::cTop;
-  field.onChange.Add_H(this, &TabList::OnTyped);
-  field.onKeyDown.Add_H(this, &TabList::OnFieldKey);
   list.accessibleName = text;
   list.AddColumn("file", cNameWidth);
   list.AddColumn("folder", mavro::ListColumns::cWidth);
-  list.headerVisible = false;
-  list.gridLines = false;
   list.fullRowSelect = true;
-  list.showSelection = true;
-  list.dock = mavro::Dock::cFill;
-  list.onClickRow.Add_H(this, &TabList::OnRow);
-  list.onChoose.Add_H(this, &TabList::OnRow);
-  list.onKeyDown.Add_H(this, &TabList::OnListKey);
-  Add(&field);
-  Add(&list);
   focusControl = &field;
   autoDialogKeys = false;  // there are no buttons that they could press
   Fill();
+}
+
+void TabList::Initialize() {
+  using mavro::Dock;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 600, 380);
+	this->text = "Open tabs";
+	//!<Edit>
+	field.dock = Dock::cTop;
+	field.height = 24;
+	field.onChange.Add_H(this, &This::OnTyped);
+	field.onKeyDown.Add_H(this, &This::OnFieldKey);
+	this->Add(&field);
+	//!<ListView>
+	list.dock = Dock::cFill;
+	list.gridLines = false;
+	list.headerVisible = false;
+	list.showSelection = true;
+	list.onKeyDown.Add_H(this, &This::OnListKey);
+	list.onChoose.Add_H(this, &This::OnRow);
+	list.onClickRow.Add_H(this, &This::OnRow);
+	this->Add(&list);
+	//!end
+  // clang-format on
 }
 
 // With nothing typed, the tab that was in front before is offered: Enter changes between two.

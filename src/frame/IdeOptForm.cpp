@@ -14,62 +14,27 @@ namespace zendry {
 
 namespace {
 
-constexpr int cWidth = 306;
-constexpr int cHeight = 377;
-constexpr int cBottomHeight = 48;
-constexpr int cMostColumns = 256;  // of a tab
 constexpr int cLeastPoints = 4, cMostPoints = 72;
-constexpr int cMostSpinJobs = 256;
 
 // A switch of the page "Editor" below those for tabs.
 struct SwitchRow {
   mavro::CheckBox IdeOptForm::*box;
   int EditorSettings::*setting;
-  const char* caption;
 };
 constexpr SwitchRow cSwitches[] = {
-    {&IdeOptForm::lineNumbers, &EditorSettings::lineNumbers, "Show line numbers"},
-    {&IdeOptForm::wrapLines, &EditorSettings::wrapLines, "Word wrap"},
-    {&IdeOptForm::showWhiteSpace, &EditorSettings::showWhiteSpace, "Show white space"},
-    {&IdeOptForm::closePairs, &EditorSettings::closePairs, "Close brackets and quotes"},
-    {&IdeOptForm::stripBlanks, &EditorSettings::stripBlanks, "Strip trailing blanks when saving"},
-    {&IdeOptForm::endLastLine, &EditorSettings::endLastLine, "End the last line when saving"},
+    {&IdeOptForm::lineNumbers, &EditorSettings::lineNumbers},
+    {&IdeOptForm::wrapLines, &EditorSettings::wrapLines},
+    {&IdeOptForm::showWhiteSpace, &EditorSettings::showWhiteSpace},
+    {&IdeOptForm::closePairs, &EditorSettings::closePairs},
+    {&IdeOptForm::stripBlanks, &EditorSettings::stripBlanks},
+    {&IdeOptForm::endLastLine, &EditorSettings::endLastLine},
 };
-
-void PlaceLabel(mavro::Control& page, mavro::Label& label, const char* caption, mavro::Rect at) {
-  label.text = caption;
-  label.SetBounds(at.left, at.top, at.width, at.height);
-  static_cast<mavro::Container&>(page).Add(&label);
-}
-
-void PlaceSpin(mavro::Container& page, mavro::SpinEdit& spin, int least, int most, mavro::Rect at) {
-  spin.min = least;
-  spin.max = most;
-  spin.SetBounds(at.left, at.top, at.width, at.height);
-  page.Add(&spin);
-}
-
-void PlaceCheck(mavro::Container& page, mavro::CheckBox& box, const char* caption, mavro::Rect at) {
-  box.text = caption;
-  box.SetBounds(at.left, at.top, at.width, at.height);
-  page.Add(&box);
-}
-
-void PlaceChoice(mavro::Container& page, mavro::ComboBox& combo,
-                 std::initializer_list<const char*> items, mavro::Rect at) {
-  for (const char* item : items) combo.items.Add(item);
-  combo.chooseOnly = true;
-  combo.SetBounds(at.left, at.top, at.width, at.height);
-  page.Add(&combo);
-}
 
 }  // namespace
 
-FontBox::FontBox(const std::string& caption, const std::vector<std::string>& faces) {
-  text = caption;
+FontBox::FontBox() {
   style.text = "Bold";
   style.SetBounds(6, 27, 50, 22);
-  for (const std::string& face : faces) name.items.Add(face);
   name.accessibleName = "Name of the font";
   name.SetBounds(57, 26, 148, 24);
   size.min = cLeastPoints;
@@ -78,6 +43,10 @@ FontBox::FontBox(const std::string& caption, const std::vector<std::string>& fac
   size.SetBounds(207, 26, 50, 24);
   for (mavro::Control* control : std::initializer_list<mavro::Control*>{&style, &name, &size})
     Add(control);
+}
+
+void FontBox::Offer(const std::vector<std::string>& faces) {
+  for (const std::string& face : faces) name.items.Add(face);
 }
 
 void FontBox::Load(const FontRec& font) {
@@ -98,83 +67,176 @@ void FontBox::Store(FontRec& font) const {
 }
 
 IdeOptForm::IdeOptForm() {
-  text = "Ide Options";
-  resizable = false;
-  SetSize(cWidth, cHeight);
-  PlaceEditorPage();
-  PlaceFontsPage();
-  PlaceMorePage();
-  PlaceButtons();
-  tabs.dock = mavro::Dock::cFill;
-  Add(&tabs);
-  Add(&bottom);
-  for (mavro::TabPage* page : {&editorPage, &fontsPage, &morePage}) tabs.Add(page);
+  Initialize();
+  letters.max = mavro::cMostLetters;
+  launcher.accessibleName = "Program before the compiler";
+  for (const ToolSet& set : theIdeConfig.toolSets)
+    launcherSet.items.Add(set.name.empty() ? "(not set up)" : set.name);
+  for (FontBox* box : {&variableFont, &fixedFont, &outputFont}) {
+    box->Offer(faces);
+    box->name.onChange.Add_H(this, &This::OnFaceTyped);
+    box->name.onSelChanged.Add_H(this, &This::OnFaceChosen);
+  }
   tabs.selectedIndex = 1;
 }
 
-void IdeOptForm::PlaceEditorPage() {
-  editorPage.text = "Editor";
-  PlaceCheck(editorPage, useTabs, "Use tab chars", {29, 33, 139, 22});
-  PlaceLabel(editorPage, tabLabel, "Tab size:", {27, 63, 65, 18});
-  PlaceSpin(editorPage, tabSize, 1, cMostColumns, {136, 59, 80, 22});
-  PlaceLabel(editorPage, indentLabel, "IndentSize:", {30, 89, 80, 18});
-  PlaceSpin(editorPage, indentSize, 0, cMostColumns, {136, 86, 80, 22});
-  PlaceCheck(editorPage, useMonoFont, "Use mono space font", {28, 127, 190, 22});
-  int y = 151;
-  for (const SwitchRow& row : cSwitches) {
-    PlaceCheck(editorPage, this->*row.box, row.caption, {28, y, 260, 22});
-    y += 23;
-  }
-}
-
-void IdeOptForm::PlaceFontsPage() {
-  fontsPage.text = "Fonts";
-  int y = 14;
-  for (FontBox* box : {&variableFont, &fixedFont, &outputFont}) {
-    box->SetBounds(11, y, 262, 61);
-    box->name.onChange.Add_H(this, &IdeOptForm::OnFaceTyped);
-    box->name.onSelChanged.Add_H(this, &IdeOptForm::OnFaceChosen);
-    fontsPage.Add(box);
-    y += 70;
-  }
-  PlaceLabel(fontsPage, fontNote, "", {11, y + 4, 280, 18});
-}
-
-void IdeOptForm::PlaceMorePage() {
-  morePage.text = "More";
-  PlaceLabel(morePage, themeLabel, "Colours:", {11, 12, 120, 18});
-  PlaceChoice(morePage, theme, {"As the desktop", "Light", "Dark"}, {136, 9, 150, 24});
-  PlaceLabel(morePage, lettersLabel, "Letters, 0 as usual:", {11, 41, 125, 18});
-  PlaceSpin(morePage, letters, 0, mavro::cMostLetters, {136, 38, 80, 24});
-  letters.hint = "Size of the letters of menus, tabs and lists, in points";
-  PlaceLabel(morePage, jobsLabel, "Compilers, 0 all:", {11, 70, 125, 18});
-  PlaceSpin(morePage, jobs, 0, cMostSpinJobs, {136, 67, 80, 24});
-  jobs.hint = "How many compilers run at once; 0: one for each processor";
-  PlaceLabel(morePage, launcherLabel, "Program before the compiler of:", {11, 98, 270, 18});
-  PlaceChoice(morePage, launcherSet, {}, {11, 117, 275, 24});
-  for (const ToolSet& set : theIdeConfig.toolSets)
-    launcherSet.items.Add(set.name.empty() ? "(not set up)" : set.name);
-  launcherSet.onSelChanged.Add_H(this, &IdeOptForm::OnLauncherSet);
-  launcher.SetBounds(11, 145, 275, 24);
-  launcher.accessibleName = "Program before the compiler";
-  launcher.hint = "Such as ccache; \"none\" for none; empty: as the installation says";
-  morePage.Add(&launcher);
-  PlaceCheck(morePage, allHeaders, "Watch headers of other folders", {11, 177, 275, 22});
-  PlaceCheck(morePage, rescue, "Keep copies of unsaved work", {11, 201, 275, 22});
-  PlaceLabel(morePage, reloadLabel, "File changed by another program:", {11, 230, 275, 18});
-  PlaceChoice(morePage, reload, {"Ask", "Load it if nothing is lost", "Leave it"},
-              {11, 249, 275, 24});
-}
-
-void IdeOptForm::PlaceButtons() {
-  bottom.dock = mavro::Dock::cBootom;
-  bottom.height = cBottomHeight;
-  ok.kind = mavro::Button::cOk;
-  ok.SetBounds(100, 7, 84, 34);
-  cancel.kind = mavro::Button::cCancel;
-  cancel.SetBounds(192, 8, 84, 34);
-  bottom.Add(&ok);
-  bottom.Add(&cancel);
+void IdeOptForm::Initialize() {
+  using mavro::Button, mavro::Dock;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 306, 377);
+	this->text = "Ide Options";
+	this->resizable = false;
+	//!<TabCtrl>
+	tabs.dock = Dock::cFill;
+	this->Add(&tabs);
+	//!<TabPage>
+	editorPage.text = "Editor";
+	tabs.Add(&editorPage);
+	//!<CheckBox>
+	useTabs.SetBounds(29, 33, 139, 22);
+	useTabs.text = "Use tab chars";
+	editorPage.Add(&useTabs);
+	//!<Label>
+	tabLabel.SetBounds(27, 63, 65, 18);
+	tabLabel.text = "Tab size:";
+	editorPage.Add(&tabLabel);
+	//!<SpinEdit>
+	tabSize.SetBounds(136, 59, 80, 22);
+	tabSize.min = 1;
+	tabSize.max = 256;
+	editorPage.Add(&tabSize);
+	//!<Label>
+	indentLabel.SetBounds(30, 89, 80, 18);
+	indentLabel.text = "IndentSize:";
+	editorPage.Add(&indentLabel);
+	//!<SpinEdit>
+	indentSize.SetBounds(136, 86, 80, 22);
+	indentSize.max = 256;
+	editorPage.Add(&indentSize);
+	//!<CheckBox>
+	useMonoFont.SetBounds(28, 127, 190, 22);
+	useMonoFont.text = "Use mono space font";
+	editorPage.Add(&useMonoFont);
+	//!<CheckBox>
+	lineNumbers.SetBounds(28, 151, 260, 22);
+	lineNumbers.text = "Show line numbers";
+	editorPage.Add(&lineNumbers);
+	//!<CheckBox>
+	wrapLines.SetBounds(28, 174, 260, 22);
+	wrapLines.text = "Word wrap";
+	editorPage.Add(&wrapLines);
+	//!<CheckBox>
+	showWhiteSpace.SetBounds(28, 197, 260, 22);
+	showWhiteSpace.text = "Show white space";
+	editorPage.Add(&showWhiteSpace);
+	//!<CheckBox>
+	closePairs.SetBounds(28, 220, 260, 22);
+	closePairs.text = "Close brackets and quotes";
+	editorPage.Add(&closePairs);
+	//!<CheckBox>
+	stripBlanks.SetBounds(28, 243, 260, 22);
+	stripBlanks.text = "Strip trailing blanks when saving";
+	editorPage.Add(&stripBlanks);
+	//!<CheckBox>
+	endLastLine.SetBounds(28, 266, 260, 22);
+	endLastLine.text = "End the last line when saving";
+	editorPage.Add(&endLastLine);
+	//!<TabPage>
+	fontsPage.text = "Fonts";
+	tabs.Add(&fontsPage);
+	//!<GroupBox>
+	variableFont.SetBounds(11, 14, 262, 61);
+	variableFont.text = "Editor variable font";
+	fontsPage.Add(&variableFont);
+	//!<GroupBox>
+	fixedFont.SetBounds(11, 84, 262, 61);
+	fixedFont.text = "Editor fixed font";
+	fontsPage.Add(&fixedFont);
+	//!<GroupBox>
+	outputFont.SetBounds(11, 154, 262, 61);
+	outputFont.text = "Output panel font";
+	fontsPage.Add(&outputFont);
+	//!<Label>
+	fontNote.SetBounds(11, 228, 280, 18);
+	fontsPage.Add(&fontNote);
+	//!<TabPage>
+	morePage.text = "More";
+	tabs.Add(&morePage);
+	//!<Label>
+	themeLabel.SetBounds(11, 12, 120, 18);
+	themeLabel.text = "Colours:";
+	morePage.Add(&themeLabel);
+	//!<ComboBox>
+	theme.SetBounds(136, 9, 150, 24);
+	theme.items.Add("As the desktop");
+	theme.items.Add("Light");
+	theme.items.Add("Dark");
+	theme.chooseOnly = true;
+	morePage.Add(&theme);
+	//!<Label>
+	lettersLabel.SetBounds(11, 41, 125, 18);
+	lettersLabel.text = "Letters, 0 as usual:";
+	morePage.Add(&lettersLabel);
+	//!<SpinEdit>
+	letters.SetBounds(136, 38, 80, 24);
+	letters.toolTip = "Size of the letters of menus, tabs and lists, in points";
+	morePage.Add(&letters);
+	//!<Label>
+	jobsLabel.SetBounds(11, 70, 125, 18);
+	jobsLabel.text = "Compilers, 0 all:";
+	morePage.Add(&jobsLabel);
+	//!<SpinEdit>
+	jobs.SetBounds(136, 67, 80, 24);
+	jobs.toolTip = "How many compilers run at once; 0: one for each processor";
+	jobs.max = 256;
+	morePage.Add(&jobs);
+	//!<Label>
+	launcherLabel.SetBounds(11, 98, 270, 18);
+	launcherLabel.text = "Program before the compiler of:";
+	morePage.Add(&launcherLabel);
+	//!<ComboBox>
+	launcherSet.SetBounds(11, 117, 275, 24);
+	launcherSet.chooseOnly = true;
+	launcherSet.onSelChanged.Add_H(this, &This::OnLauncherSet);
+	morePage.Add(&launcherSet);
+	//!<Edit>
+	launcher.SetBounds(11, 145, 275, 24);
+	launcher.toolTip = "Such as ccache; \"none\" for none; empty: as the installation says";
+	morePage.Add(&launcher);
+	//!<CheckBox>
+	allHeaders.SetBounds(11, 177, 275, 22);
+	allHeaders.text = "Watch headers of other folders";
+	morePage.Add(&allHeaders);
+	//!<CheckBox>
+	rescue.SetBounds(11, 201, 275, 22);
+	rescue.text = "Keep copies of unsaved work";
+	morePage.Add(&rescue);
+	//!<Label>
+	reloadLabel.SetBounds(11, 230, 275, 18);
+	reloadLabel.text = "File changed by another program:";
+	morePage.Add(&reloadLabel);
+	//!<ComboBox>
+	reload.SetBounds(11, 249, 275, 24);
+	reload.items.Add("Ask");
+	reload.items.Add("Load it if nothing is lost");
+	reload.items.Add("Leave it");
+	reload.chooseOnly = true;
+	morePage.Add(&reload);
+	//!<Panel>
+	bottom.dock = Dock::cBootom;
+	bottom.height = 48;
+	this->Add(&bottom);
+	//!<Button>
+	okButton.SetBounds(100, 7, 84, 34);
+	okButton.kind = Button::cOk;
+	bottom.Add(&okButton);
+	//!<Button>
+	cancel.SetBounds(192, 8, 84, 34);
+	cancel.kind = Button::cCancel;
+	bottom.Add(&cancel);
+	//!end
+  // clang-format on
 }
 
 void IdeOptForm::Load() {

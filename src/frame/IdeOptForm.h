@@ -12,9 +12,10 @@ namespace zendry {
 // The fields for one font.
 class FontBox : public mavro::GroupBox {
  public:
-  // Offers the font families of this machine.
-  FontBox(const std::string& caption, const std::vector<std::string>& faces);
+  FontBox();
 
+  // Offers the families of fonts.
+  void Offer(const std::vector<std::string>& faces);
   void Load(const FontRec& font);
   void Store(FontRec& font) const;
 
@@ -26,6 +27,8 @@ class FontBox : public mavro::GroupBox {
 // The options of the program. The dialog shows and stores the settings in force; ApplyOptions puts
 // them to work.
 class IdeOptForm : public mavro::Form {
+  typedef IdeOptForm This;
+
  public:
   IdeOptForm();
 
@@ -33,30 +36,40 @@ class IdeOptForm : public mavro::Form {
   void Load();
   void Store();
 
-  mavro::TabCtrl tabs;
-  mavro::TabPage editorPage, fontsPage, morePage;
-  // Group: page "Editor".
-  mavro::CheckBox useTabs, useMonoFont, lineNumbers, wrapLines, showWhiteSpace, closePairs,
-      stripBlanks, endLastLine;
-  mavro::SpinEdit tabSize, indentSize;
-  // Group: page "Fonts".
-  const std::vector<std::string> faces = mavro::FontFaces();
-  FontBox variableFont{"Editor variable font", faces};
-  FontBox fixedFont{"Editor fixed font", faces};
-  FontBox outputFont{"Output panel font", faces};
-  mavro::Label fontNote;
-  // Group: page "More".
-  mavro::ComboBox theme, launcherSet, reload;
-  mavro::SpinEdit letters, jobs;
-  mavro::Edit launcher;
-  mavro::CheckBox allHeaders, rescue;
-  mavro::Button ok, cancel;
+  // clang-format off
+	//!decl
+	mavro::TabCtrl tabs;
+	mavro::TabPage editorPage;
+	mavro::CheckBox useTabs;
+	mavro::Label tabLabel;
+	mavro::SpinEdit tabSize;
+	mavro::Label indentLabel;
+	mavro::SpinEdit indentSize;
+	mavro::CheckBox useMonoFont, lineNumbers, wrapLines, showWhiteSpace, closePairs;
+	mavro::CheckBox stripBlanks, endLastLine;
+	mavro::TabPage fontsPage;
+	FontBox variableFont, fixedFont, outputFont;
+	mavro::Label fontNote;
+	mavro::TabPage morePage;
+	mavro::Label themeLabel;
+	mavro::ComboBox theme;
+	mavro::Label lettersLabel;
+	mavro::SpinEdit letters;
+	mavro::Label jobsLabel;
+	mavro::SpinEdit jobs;
+	mavro::Label launcherLabel;
+	mavro::ComboBox launcherSet;
+	mavro::Edit launcher;
+	mavro::CheckBox allHeaders, rescue;
+	mavro::Label reloadLabel;
+	mavro::ComboBox reload;
+	mavro::Panel bottom;
+	mavro::Button okButton, cancel;
+	//!end
+  // clang-format on
 
  private:
-  void PlaceEditorPage();
-  void PlaceFontsPage();
-  void PlaceMorePage();
-  void PlaceButtons();
+  void Initialize();
   void KeepLauncher();
   void ShowLauncher(int set);
   void ShowUnknownFaces();
@@ -64,9 +77,7 @@ class IdeOptForm : public mavro::Form {
   void OnFaceTyped(mavro::NotifyArgs& args);
   void OnFaceChosen(mavro::ItemArgs& args);
 
-  mavro::Panel bottom;
-  mavro::Label tabLabel, indentLabel, themeLabel, lettersLabel, jobsLabel, launcherLabel,
-      reloadLabel;
+  const std::vector<std::string> faces = mavro::FontFaces();
   std::array<std::string, 3> launchers;  // of the compiler sets
   int shownSet = 0;
 };

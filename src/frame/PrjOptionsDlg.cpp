@@ -15,11 +15,6 @@ namespace zendry {
 
 namespace {
 
-constexpr const char* cTypeNames[] = {"Console",    "Form application", "API application",
-                                      "Static lib", "Dynamic lib",      "Other"};
-constexpr int cTopHeight = 48;
-constexpr int cBottomHeight = 68;
-
 // What "@" stands for, with a trailing slash.
 std::string Root() {
   return InstallRoot(theIdeConfig.appDir);
@@ -42,8 +37,7 @@ std::string LibraryName(const std::string& path) {
 
 }  // namespace
 
-BuildOptionsPan::BuildOptionsPan(const std::string& caption) {
-  text = caption;
+BuildOptionsPan::BuildOptionsPan() {
   group.text = "Gcc:";
   group.SetBounds(4, 4, 484, 138);
   packageLabel.text = "Package:";
@@ -78,96 +72,136 @@ void BuildOptionsPan::Store(BuildOptions& options) const {
   options.link = link.text;
 }
 
-PrjOptionsDlg::PrjOptionsDlg(Project& itsProject)
-    : debug("Debug"), release("Relase"), project(itsProject) {
-  text = "Project options";
-  resizable = false;
-  SetSize(514, 295);
-  Place();
-  PlaceGeneral();
+PrjOptionsDlg::PrjOptionsDlg(Project& itsProject) : project(itsProject) {
+  Initialize();
+  for (const auto& [name, set] : theIdeConfig.libSets) libSet.items.Add(name);
+  note.accessibleName = "What the project file can't hold";
+  for (mavro::Button* add : {&addInclude, &addLinker, &addLibrary})
+    add->accessibleName = add->toolTip;
   Connect();
   Load();
   focusControl = &type;
 }
 
-void PrjOptionsDlg::Place() {
-  top.dock = mavro::Dock::cTop;
-  top.height = cTopHeight;
-  typeLabel.text = "Project type";
-  typeLabel.SetBounds(8, 2, 160, 18);
-  type.SetBounds(8, 20, 160, 24);
-  type.chooseOnly = true;
-  for (const char* name : cTypeNames) type.items.Add(name);
-  libSetLabel.text = "Main library set:";
-  libSetLabel.SetBounds(189, 2, 165, 18);
-  libSet.SetBounds(187, 20, 167, 24);
-  for (const auto& [name, set] : theIdeConfig.libSets) libSet.items.Add(name);
-  outNameLabel.text = "Output name:";
-  outNameLabel.SetBounds(372, 2, 130, 18);
-  outName.SetBounds(371, 20, 131, 24);
-  for (mavro::Control* control : std::initializer_list<mavro::Control*>{
-           &typeLabel, &type, &libSetLabel, &libSet, &outNameLabel, &outName})
-    top.Add(control);
-  tabs.dock = mavro::Dock::cFill;
-  bottom.dock = mavro::Dock::cBootom;
-  bottom.height = cBottomHeight;
-  note.SetBounds(8, 2, 498, 20);
-  note.accessibleName = "What the project file can't hold";
-  ok.kind = mavro::Button::cOk;
-  ok.SetBounds(402, 26, 84, 36);
-  cancel.kind = mavro::Button::cCancel;
-  cancel.SetBounds(302, 26, 84, 36);
-  for (mavro::Control* control : std::initializer_list<mavro::Control*>{&note, &ok, &cancel})
-    bottom.Add(control);
-  Add(&top);
-  Add(&tabs);
-  Add(&bottom);
+void PrjOptionsDlg::Initialize() {
+  using mavro::Button, mavro::Dock;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 514, 295);
+	this->text = "Project options";
+	this->resizable = false;
+	//!<Panel>
+	top.dock = Dock::cTop;
+	top.height = 48;
+	this->Add(&top);
+	//!<Label>
+	typeLabel.SetBounds(8, 2, 160, 18);
+	typeLabel.text = "Project type";
+	top.Add(&typeLabel);
+	//!<ComboBox>
+	type.SetBounds(8, 20, 160, 24);
+	type.items.Add("Console");
+	type.items.Add("Form application");
+	type.items.Add("API application");
+	type.items.Add("Static lib");
+	type.items.Add("Dynamic lib");
+	type.items.Add("Other");
+	type.chooseOnly = true;
+	top.Add(&type);
+	//!<Label>
+	libSetLabel.SetBounds(189, 2, 165, 18);
+	libSetLabel.text = "Main library set:";
+	top.Add(&libSetLabel);
+	//!<ComboBox>
+	libSet.SetBounds(187, 20, 167, 24);
+	top.Add(&libSet);
+	//!<Label>
+	outNameLabel.SetBounds(372, 2, 130, 18);
+	outNameLabel.text = "Output name:";
+	top.Add(&outNameLabel);
+	//!<Edit>
+	outName.SetBounds(371, 20, 131, 24);
+	outName.onChange.Add_H(this, &This::OnFieldChanged);
+	top.Add(&outName);
+	//!<TabCtrl>
+	tabs.dock = Dock::cFill;
+	this->Add(&tabs);
+	//!<TabPage>
+	general.text = "General";
+	tabs.Add(&general);
+	//!<Label>
+	includeLabel.SetBounds(8, 4, 300, 18);
+	includeLabel.text = "Additional include search path:";
+	general.Add(&includeLabel);
+	//!<Edit>
+	include.SetBounds(8, 22, 444, 24);
+	include.onChange.Add_H(this, &This::OnFieldChanged);
+	general.Add(&include);
+	//!<Button>
+	addInclude.SetBounds(456, 20, 28, 28);
+	addInclude.text = "...";
+	addInclude.toolTip = "Add a folder with headers";
+	addInclude.onClick.Add_H(this, &This::OnAddInclude);
+	general.Add(&addInclude);
+	//!<Label>
+	linkerLabel.SetBounds(8, 49, 300, 18);
+	linkerLabel.text = "Additional linker search path:";
+	general.Add(&linkerLabel);
+	//!<Edit>
+	linker.SetBounds(8, 67, 444, 24);
+	linker.onChange.Add_H(this, &This::OnFieldChanged);
+	general.Add(&linker);
+	//!<Button>
+	addLinker.SetBounds(456, 65, 28, 28);
+	addLinker.text = "...";
+	addLinker.toolTip = "Add a folder with libraries";
+	addLinker.onClick.Add_H(this, &This::OnAddLinker);
+	general.Add(&addLinker);
+	//!<Label>
+	libsLabel.SetBounds(8, 94, 300, 18);
+	libsLabel.text = "Additional link library:";
+	general.Add(&libsLabel);
+	//!<Edit>
+	libs.SetBounds(8, 112, 444, 24);
+	libs.onChange.Add_H(this, &This::OnFieldChanged);
+	general.Add(&libs);
+	//!<Button>
+	addLibrary.SetBounds(456, 110, 28, 28);
+	addLibrary.text = "...";
+	addLibrary.toolTip = "Add a library";
+	addLibrary.onClick.Add_H(this, &This::OnAddLibrary);
+	general.Add(&addLibrary);
+	//!<TabPage>
+	debug.text = "Debug";
+	tabs.Add(&debug);
+	//!<TabPage>
+	release.text = "Relase";
+	tabs.Add(&release);
+	//!<Panel>
+	bottom.dock = Dock::cBootom;
+	bottom.height = 68;
+	this->Add(&bottom);
+	//!<Label>
+	note.SetBounds(8, 2, 498, 20);
+	bottom.Add(&note);
+	//!<Button>
+	okButton.SetBounds(402, 26, 84, 36);
+	okButton.kind = Button::cOk;
+	okButton.onClick.Add_H(this, &This::OnOk);
+	bottom.Add(&okButton);
+	//!<Button>
+	cancel.SetBounds(302, 26, 84, 36);
+	cancel.kind = Button::cCancel;
+	bottom.Add(&cancel);
+	//!end
+  // clang-format on
 }
 
-void PrjOptionsDlg::PlaceGeneral() {
-  struct Row {
-    mavro::Label& label;
-    const char* caption;
-    mavro::Edit& field;
-    mavro::Button& add;
-    const char* hint;
-  };
-  const Row rows[] = {
-      {includeLabel, "Additional include search path:", include, addInclude,
-       "Add a folder with headers"},
-      {linkerLabel, "Additional linker search path:", linker, addLinker,
-       "Add a folder with libraries"},
-      {libsLabel, "Additional link library:", libs, addLibrary, "Add a library"},
-  };
-  general.text = "General";
-  int y = 4;
-  for (const Row& row : rows) {
-    row.label.text = row.caption;
-    row.label.SetBounds(8, y, 300, 18);
-    row.field.SetBounds(8, y + 18, 444, 24);
-    row.add.text = "...";
-    row.add.hint = row.hint;
-    row.add.accessibleName = row.hint;
-    row.add.SetBounds(456, y + 16, 28, 28);
-    for (mavro::Control* control :
-         std::initializer_list<mavro::Control*>{&row.label, &row.field, &row.add})
-      general.Add(control);
-    y += 45;
-  }
-  for (mavro::TabPage* page :
-       {&general, static_cast<mavro::TabPage*>(&debug), static_cast<mavro::TabPage*>(&release)})
-    tabs.Add(page);
-}
-
+// Events that the designer has no row for.
 void PrjOptionsDlg::Connect() {
-  addInclude.onClick.Add_H(this, &PrjOptionsDlg::OnAddInclude);
-  addLinker.onClick.Add_H(this, &PrjOptionsDlg::OnAddLinker);
-  addLibrary.onClick.Add_H(this, &PrjOptionsDlg::OnAddLibrary);
-  ok.onClick.Add_H(this, &PrjOptionsDlg::OnOk);
-  libSet.onChange.Add_H(this, &PrjOptionsDlg::OnFieldChanged);
-  for (mavro::Edit* edit : {&outName, &include, &linker, &libs, &debug.compile, &debug.link,
-                            &release.compile, &release.link})
-    edit->onChange.Add_H(this, &PrjOptionsDlg::OnFieldChanged);
+  libSet.onChange.Add_H(this, &This::OnFieldChanged);
+  for (mavro::Edit* edit : {&debug.compile, &debug.link, &release.compile, &release.link})
+    edit->onChange.Add_H(this, &This::OnFieldChanged);
 }
 
 // The name of a set that the installation doesn't have is shown too, so that it isn't lost.

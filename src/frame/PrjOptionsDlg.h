@@ -10,7 +10,7 @@ namespace zendry {
 // The page of a dialog for the switches of one build mode.
 class BuildOptionsPan : public mavro::TabPage {
  public:
-  explicit BuildOptionsPan(const std::string& caption);
+  BuildOptionsPan();
 
   void Load(const BuildOptions& options);
   void Store(BuildOptions& options) const;
@@ -27,17 +27,38 @@ class BuildOptionsPan : public mavro::TabPage {
 // All values of a project except its files. What the project file can't hold is said below the
 // pages, and the dialog then stays open.
 class PrjOptionsDlg : public mavro::Form {
+  typedef PrjOptionsDlg This;
+
  public:
   explicit PrjOptionsDlg(Project& itsProject);
 
-  mavro::ComboBox type, libSet;
-  mavro::Edit outName, include, linker, libs;
-  mavro::Button addInclude, addLinker, addLibrary;
-  mavro::TabCtrl tabs;
-  mavro::TabPage general;
-  BuildOptionsPan debug, release;
-  mavro::Label note;  // why the dialog can't be accepted; empty if it can
-  mavro::Button ok, cancel;
+  // `note` says why the dialog can't be accepted; empty if it can.
+  // clang-format off
+	//!decl
+	mavro::Panel top;
+	mavro::Label typeLabel;
+	mavro::ComboBox type;
+	mavro::Label libSetLabel;
+	mavro::ComboBox libSet;
+	mavro::Label outNameLabel;
+	mavro::Edit outName;
+	mavro::TabCtrl tabs;
+	mavro::TabPage general;
+	mavro::Label includeLabel;
+	mavro::Edit include;
+	mavro::Button addInclude;
+	mavro::Label linkerLabel;
+	mavro::Edit linker;
+	mavro::Button addLinker;
+	mavro::Label libsLabel;
+	mavro::Edit libs;
+	mavro::Button addLibrary;
+	BuildOptionsPan debug, release;
+	mavro::Panel bottom;
+	mavro::Label note;
+	mavro::Button okButton, cancel;
+	//!end
+  // clang-format on
 
  private:
   // A field whose text goes into the project file.
@@ -47,8 +68,7 @@ class PrjOptionsDlg : public mavro::Form {
     const char* name;
   };
 
-  void Place();
-  void PlaceGeneral();
+  void Initialize();
   void Connect();
   void Load();
   void Store();
@@ -63,8 +83,6 @@ class PrjOptionsDlg : public mavro::Form {
 
   Project& project;
   int shownType = 0;
-  mavro::Panel top, bottom;
-  mavro::Label typeLabel, libSetLabel, outNameLabel, includeLabel, linkerLabel, libsLabel;
 };
 
 // Lets the user change the options of a project, and saves an open project then. The next build

@@ -7,11 +7,8 @@ namespace zendry {
 
 namespace {
 
-constexpr int cWidth = 760, cHeight = 360;
-constexpr int cMargin = 12, cGap = 6;
-constexpr int cLabelHeight = 22;
-constexpr int cButtonWidth = 96, cButtonHeight = 32;
 constexpr int cPlaceWidth = 150;
+constexpr int cKindWidth = 96;
 constexpr int cScrollBar = 24;
 
 std::string_view KindWord(FormLoss::Kind kind) {
@@ -29,16 +26,11 @@ std::string_view KindWord(FormLoss::Kind kind) {
 }  // namespace
 
 LossDlg::LossDlg(const std::string& question, const std::vector<FormLoss>& losses) {
-  text = "Form designer";
-  SetSize(cWidth, cHeight);
+  Initialize();
   label.text = question;
-  label.SetBounds(cMargin, cMargin, cWidth - 2 * cMargin, cLabelHeight);
-  const int listTop = cMargin + cLabelHeight + cGap;
-  const int buttonsTop = cHeight - cMargin - cButtonHeight;
-  list.SetBounds(cMargin, listTop, cWidth - 2 * cMargin, buttonsTop - cGap - listTop);
-  const int wide = (cWidth - 2 * cMargin - cPlaceWidth - cButtonWidth - cScrollBar) / 2;
+  const int wide = (list.width - cPlaceWidth - cKindWidth - cScrollBar) / 2;
   list.AddColumn("Place", cPlaceWidth);
-  list.AddColumn("Is", cButtonWidth);
+  list.AddColumn("Is", cKindWidth);
   list.AddColumn("Statement", wide);
   list.AddColumn("Becomes", wide);
   for (const FormLoss& loss : losses) {
@@ -48,23 +40,39 @@ LossDlg::LossDlg(const std::string& question, const std::vector<FormLoss>& losse
                    MarkControlBytes(loss.becomes)});
   }
   list.Select(0);
-  goOn.text = "Go on";
-  keep.text = "Keep";
-  keep.hint = "Moves these lines behind the end of their region";
-  cancel.kind = mavro::Button::cCancel;
-  int left = cWidth - cMargin;
-  for (mavro::Button* button : {&cancel, &keep, &goOn}) {
-    left -= cButtonWidth;
-    button->SetBounds(left, buttonsTop, cButtonWidth, cButtonHeight);
-    left -= cGap;
-  }
-  goOn.onClick.Add_H(this, &LossDlg::OnGoOn);
-  keep.onClick.Add_H(this, &LossDlg::OnKeep);
-  for (mavro::Control* control :
-       std::initializer_list<mavro::Control*>{&label, &list, &goOn, &keep, &cancel})
-    Add(control);
-  resizable = false;
   focusControl = &keep;
+}
+
+void LossDlg::Initialize() {
+  using mavro::Button;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 760, 360);
+	this->text = "Form designer";
+	this->resizable = false;
+	//!<Label>
+	label.SetBounds(12, 12, 736, 22);
+	this->Add(&label);
+	//!<ListView>
+	list.SetBounds(12, 40, 736, 270);
+	this->Add(&list);
+	//!<Button>
+	goOn.SetBounds(448, 316, 96, 32);
+	goOn.text = "Go on";
+	goOn.onClick.Add_H(this, &This::OnGoOn);
+	this->Add(&goOn);
+	//!<Button>
+	keep.SetBounds(550, 316, 96, 32);
+	keep.text = "Keep";
+	keep.toolTip = "Moves these lines behind the end of their region";
+	keep.onClick.Add_H(this, &This::OnKeep);
+	this->Add(&keep);
+	//!<Button>
+	cancel.SetBounds(652, 316, 96, 32);
+	cancel.kind = Button::cCancel;
+	this->Add(&cancel);
+	//!end
+  // clang-format on
 }
 
 LossDlg::Choice LossDlg::Choose() {

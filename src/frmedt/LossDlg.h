@@ -11,6 +11,8 @@ namespace zendry {
 // Lists the statements of a form that the designer would not write back as they are, and asks what
 // is to become of them.
 class LossDlg : public mavro::Form {
+  typedef LossDlg This;
+
  public:
   enum Choice { cGoOn, cKeep, cCancelled };
 
@@ -20,11 +22,16 @@ class LossDlg : public mavro::Form {
   // Escape and the close box mean cCancelled.
   Choice Choose();
 
-  mavro::Label label;
-  mavro::ListView list;
-  mavro::Button goOn, keep, cancel;
+  // clang-format off
+	//!decl
+	mavro::Label label;
+	mavro::ListView list;
+	mavro::Button goOn, keep, cancel;
+	//!end
+  // clang-format on
 
  private:
+  void Initialize();
   void OnGoOn(mavro::NotifyArgs& args);
   void OnKeep(mavro::NotifyArgs& args);
 

@@ -9,6 +9,7 @@
 #include "editor/ApplyEdits.h"
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
+#include "frmedt/FormLocator.h"
 #include "frmedt/FormSkeleton.h"
 #include "frmedt/NewFormDlg.h"
 #include "project/Project.h"
@@ -34,11 +35,17 @@ std::string WithEndsOf(const CppEditor& editor, const std::string& text) {
   return changed;
 }
 
+int FoldParent(const CppEditor& editor, int line) {
+  return static_cast<int>(editor.Send(mavro::SCI_GETFOLDPARENT, static_cast<size_t>(line)));
+}
+
 // Where a class goes: at the caret, or above the block that the caret is just inside of.
 int PlaceFor(const CppEditor& editor) {
   const int line = editor.CaretLine();
-  const int block =
-      static_cast<int>(editor.Send(mavro::SCI_GETFOLDPARENT, static_cast<size_t>(line)));
+  int block = FoldParent(editor, line);
+  // A region of a form is no block of the language.
+  if (block >= 0 && MarkerOf(editor.LineText(block)) != FormMarker::cNone)
+    block = FoldParent(editor, block);
   const bool leaves = block > cFirstLines && line - block < cFarBlock;
   return leaves ? editor.LineStart(block - 1) : editor.CaretPosition();
 }

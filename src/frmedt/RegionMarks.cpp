@@ -7,6 +7,7 @@
 #include "EditorColours.h"
 #include "editor/CppEditor.h"
 #include "frmedt/FormCheck.h"
+#include "frmedt/FormFolds.h"
 
 namespace zendry {
 
@@ -96,6 +97,41 @@ void Wave(const CppEditor& editor, const std::vector<RegionMarks::Region>& regio
     }
 }
 
+// True if the component's lexer counts the levels of folds. It knows one pair of words that begin
+// and end a block, and the regions have two.
+bool IsLexerFolding(const CppEditor& editor) {
+  const auto name = reinterpret_cast<std::uintptr_t>("fold");
+  if (editor.Send(mavro::SCI_GETPROPERTY, name) != 1) return false;
+  char value[2] = {};
+  editor.Send(mavro::SCI_GETPROPERTY, name, reinterpret_cast<std::intptr_t>(value));
+  return value[0] == '1';
+}
+
+void LetLexerFold(const CppEditor& editor, bool on) {
+  if (IsLexerFolding(editor) == on) return;
+  editor.Send(mavro::SCI_SETPROPERTY, reinterpret_cast<std::uintptr_t>("fold"),
+              reinterpret_cast<std::intptr_t>(on ? "1" : "0"));
+}
+
+bool MayFold(const CppEditor& editor, const std::vector<RegionMarks::Region>& regions) {
+  return !regions.empty() && editor.Length() <= RegionMarks::cMostFolded;
+}
+
+// A level that is already right isn't set: the component would open a closed fold.
+void Fold(const CppEditor& editor, const std::vector<RegionMarks::Region>& regions) {
+  LetLexerFold(editor, !MayFold(editor, regions));
+  if (IsLexerFolding(editor)) return;
+  std::vector<FoldRegion> blocks;
+  for (const RegionMarks::Region& region : regions) blocks.push_back({region.first, region.last});
+  constexpr int cMeaning = 0xFFFF;  // what is above it is the lexer's own
+  std::uintptr_t line = 0;
+  for (const int level : FoldLevels(editor.GetRange(0, editor.Length()), blocks)) {
+    if ((editor.Send(mavro::SCI_GETFOLDLEVEL, line) & cMeaning) != level)
+      editor.Send(mavro::SCI_SETFOLDLEVEL, line, level);
+    ++line;
+  }
+}
+
 }  // namespace
 
 std::vector<RegionMarks::Region> RegionMarks::RegionsOf(const CppEditor& editor) {
@@ -120,9 +156,11 @@ std::string RegionMarks::Update(const CppEditor& editor) {
   if (changes == editor.regionsSeen || !editor.language || editor.IsHuge()) return {};
   editor.regionsSeen = changes;
   const std::vector<Region> regions = RegionsOf(editor);
-  if (regions.empty() && editor.Send(mavro::SCI_MARKERNEXT, 0, cTintMask) < 0) return {};
+  const bool wasPlain = editor.Send(mavro::SCI_MARKERNEXT, 0, cTintMask) < 0;
+  if (regions.empty() && wasPlain && IsLexerFolding(editor)) return {};
   Define(editor);
   Tint(editor, regions);
+  Fold(editor, regions);
   Wave(editor, regions);
   const int line = editor.CaretLine();
   const auto found = std::find_if(regions.begin(), regions.end(),

@@ -7,8 +7,8 @@ namespace zendry {
 
 class CppEditor;
 
-// Makes the regions of forms visible in an editor: their lines are tinted, and a wave line is under
-// each statement that the designer could not take.
+// Makes the regions of forms visible in an editor: their lines are tinted and fold as a block, and
+// a wave line is under each statement that the designer could not take.
 class RegionMarks {
  public:
   // The lines of a region, from 0, markers included.
@@ -29,6 +29,8 @@ class RegionMarks {
 
   static constexpr int cTintMarker = 7;
   static constexpr int cWaveIndicator = 11;
+  // Regions of longer texts don't fold: their levels are counted anew after each key.
+  static constexpr int cMostFolded = 128 * 1024;
 };
 
 }  // namespace zendry

@@ -2,54 +2,85 @@
 
 namespace zendry {
 
-namespace {
-
-constexpr int cRow = 36;
-constexpr int cFieldHeight = 24;
-constexpr int cLabelHeight = 18;
-
-}  // namespace
-
 FindInFilesDlg::FindInFilesDlg(Mode newMode, SearchTarget& newTarget, const std::string& shown)
-    : FindBaseDlg(shown), mode(newMode), target(newTarget) {
-  const bool replaces = mode == Mode::cReplace;
-  text = replaces ? "Repace in project" : "Find In Project";
-  int top = 15;
-  const auto place = [&top](mavro::Label& label, mavro::Control& field) {
-    label.SetBounds(cMargin, top + 4, cFieldLeft - cMargin - 5, cLabelHeight);
-    field.SetBounds(cFieldLeft, top, cFieldWidth, cFieldHeight);
-    top += cRow;
-  };
-  top += cRow;
-  if (replaces) {
-    withLabel.text = "Re&place:";
-    with.text = mavro::theSearch.replaceText;
-    place(withLabel, with);
-  }
-  selectionLabel.text = "Selection:";
+    : mode(newMode), target(newTarget) {
+  Initialize();
+  Begin({&findWhat, &matchCase, &wholeWord, &note}, shown);
+  with.text = mavro::theSearch.replaceText;
   selection.accessibleName = "Selection:";
-  for (const char* choice : {"Current file", "Current project", "Loaded library tags"})
-    selection.items.Add(choice);
-  selection.chooseOnly = true;
   selection.selectedIndex = target;
-  place(selectionLabel, selection);
-  Place(15, top, top + 56);
-  search.kind = mavro::Button::cOk;
-  search.text = replaces ? "Replace" : "&Find";
-  PlaceButton(search, 15);
-  close.kind = mavro::Button::cCancel;
-  close.text = "Close";
-  PlaceButton(close, 52);
-  SetSize(cDialogWidth, top + 56 + cLabelHeight + 12);
-  Add(&findLabel);
-  Add(&findWhat);
-  if (replaces) Add(&withLabel);
-  if (replaces) Add(&with);
+  if (mode == Mode::cFind) LeaveOutReplacement();
+}
+
+void FindInFilesDlg::Initialize() {
+  using mavro::Button;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 570, 209);
+	this->text = "Repace in project";
+	this->onDestroy.Add_H(this, &This::OnDestroyed);
+	//!<Label>
+	findLabel.SetBounds(15, 19, 90, 18);
+	findLabel.text = "Find what:";
+	this->Add(&findLabel);
+	//!<ComboBox>
+	findWhat.SetBounds(110, 15, 330, 24);
+	this->Add(&findWhat);
+	//!<Label>
+	withLabel.SetBounds(15, 55, 90, 18);
+	withLabel.text = "Re&place:";
+	this->Add(&withLabel);
+	//!<Edit>
+	with.SetBounds(110, 51, 330, 24);
+	this->Add(&with);
+	//!<Label>
+	selectionLabel.SetBounds(15, 91, 90, 18);
+	selectionLabel.text = "Selection:";
+	this->Add(&selectionLabel);
+	//!<ComboBox>
+	selection.SetBounds(110, 87, 330, 24);
+	selection.items.Add("Current file");
+	selection.items.Add("Current project");
+	selection.items.Add("Loaded library tags");
+	selection.chooseOnly = true;
+	this->Add(&selection);
+	//!<CheckBox>
+	matchCase.SetBounds(110, 123, 150, 22);
+	matchCase.text = "Match &case";
+	this->Add(&matchCase);
+	//!<CheckBox>
+	wholeWord.SetBounds(110, 147, 150, 22);
+	wholeWord.text = "&Whole word";
+	this->Add(&wholeWord);
+	//!<Button>
+	search.SetBounds(455, 15, 100, 30);
+	search.text = "Replace";
+	search.kind = Button::cOk;
+	search.onClick.Add_H(this, &This::OnSearch);
+	this->Add(&search);
+	//!<Button>
+	close.SetBounds(455, 52, 100, 30);
+	close.text = "Close";
+	close.kind = Button::cCancel;
+	this->Add(&close);
+	//!<Label>
+	note.SetBounds(15, 179, 540, 18);
+	this->Add(&note);
+	//!end
+  // clang-format on
+}
+
+// What is below the field moves up.
+void FindInFilesDlg::LeaveOutReplacement() {
+  text = "Find In Project";
+  search.text = "&Find";
+  const int row = selection.top - with.top;
+  Remove(&withLabel);
+  Remove(&with);
   for (mavro::Control* control : std::initializer_list<mavro::Control*>{
-           &selectionLabel, &selection, &matchCase, &wholeWord, &search, &close, &note})
-    Add(control);
-  search.onClick.Add_H(this, &FindInFilesDlg::OnSearch);
-  onDestroy.Add_H(this, &FindInFilesDlg::OnDestroyed);
+           &selectionLabel, &selection, &matchCase, &wholeWord, &note})
+    control->top = control->top - row;
+  height = height - row;
 }
 
 bool FindInFilesDlg::Ask() {

@@ -11,6 +11,8 @@ enum SearchTarget { cCurrentFile, cCurrentProject, cLibraryHeaders };
 
 // Asks what to look for in files, and with what to replace it.
 class FindInFilesDlg : public mavro::FindBaseDlg {
+  typedef FindInFilesDlg This;
+
  public:
   enum class Mode { cFind, cReplace };
   // `newTarget` is shown first and takes the choice. `shown` is the text to look for; empty for
@@ -24,15 +26,27 @@ class FindInFilesDlg : public mavro::FindBaseDlg {
   void Store() override;
 
  private:
+  // clang-format off
+	//!decl
+	mavro::Label findLabel;
+	mavro::ComboBox findWhat;
+	mavro::Label withLabel;
+	mavro::Edit with;
+	mavro::Label selectionLabel;
+	mavro::ComboBox selection;
+	mavro::CheckBox matchCase, wholeWord;
+	mavro::Button search, close;
+	mavro::Label note;
+	//!end
+  // clang-format on
+
+  void Initialize();
+  void LeaveOutReplacement();
   void OnSearch(mavro::NotifyArgs& args);
   void OnDestroyed(mavro::NotifyArgs& args);
 
   const Mode mode;
   SearchTarget& target;
-  mavro::Label withLabel, selectionLabel;
-  mavro::Edit with;
-  mavro::ComboBox selection;
-  mavro::Button search, close;
 };
 
 }  // namespace zendry

@@ -5,101 +5,105 @@
 
 namespace zendry {
 
-namespace {
-
-constexpr int cWidth = 392;
-constexpr int cHeight = 354;
-constexpr int cMargin = 12;
-constexpr int cPlaceHeight = 88;
-constexpr int cTabsLeft = 6;  // all five tabs are seen
-constexpr int cTabsTop = 92;
-constexpr int cTabsHeight = 216;
-constexpr int cButtonWidth = 84;
-constexpr int cButtonHeight = 30;
-constexpr int cGap = 10;
-constexpr int cPageWidth = 350;  // of what stands in a page
-constexpr int cLabelHeight = 18;
-
-}  // namespace
-
 NewProjectDialog::NewProjectDialog(RepositoryItems newItems, const std::string& folder)
     : items(std::move(newItems)) {
-  text = "New project";
-  resizable = false;
-  SetSize(cWidth, cHeight);
-  place.SetBounds(0, 0, cWidth, cPlaceHeight);
+  Initialize();
   place.path.text = folder;
-  tabs.SetBounds(cTabsLeft, cTabsTop, cWidth - 2 * cTabsLeft, cTabsHeight);
-  console.text = "Console";
-  forms.text = "Forms";
-  templates.text = "Template";
-  demos.text = "Demos";
-  InitConsole();
-  InitForms();
-  InitLists();
-  for (mavro::TabPage* page :
-       std::initializer_list<mavro::TabPage*>{&console, &forms, &templates, &demos, &existing})
-    tabs.Add(page);
-  existing.onListed.Add_H(this, &NewProjectDialog::OnListed);
-  ok.kind = mavro::Button::cOk;
-  cancel.kind = mavro::Button::cCancel;
-  const int top = cHeight - cMargin + 4 - cButtonHeight;
-  const int right = cWidth - cMargin - cButtonWidth;
-  ok.SetBounds(right - cGap - cButtonWidth, top, cButtonWidth, cButtonHeight);
-  cancel.SetBounds(right, top, cButtonWidth, cButtonHeight);
-  ok.onClick.Add_H(this, &NewProjectDialog::OnOk);
-  for (mavro::Control* control :
-       std::initializer_list<mavro::Control*>{&place, &tabs, &ok, &cancel})
-    Add(control);
+  projectType.itemIndex = 0;
+  language.itemIndex = 0;
+  formName.accessibleName = "Main form name";
+  FillLists();
   focusControl = &place.name;
 }
 
-void NewProjectDialog::InitConsole() {
-  projectType.text = "Project type";
-  projectType.items.Add("Single file application");
-  projectType.items.Add("Multi-file project");
-  projectType.SetBounds(cMargin, 8, cPageWidth, 78);
-  projectType.itemIndex = 0;
-  language.text = "Language";
-  language.items.Add("C++");
-  language.items.Add("C");
-  language.SetBounds(cMargin, 94, cPageWidth, 78);
-  language.itemIndex = 0;
-  console.Add(&projectType);
-  console.Add(&language);
+void NewProjectDialog::Initialize() {
+  using mavro::Button;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 392, 354);
+	this->text = "New project";
+	this->resizable = false;
+	//!<Panel>
+	place.SetBounds(0, 0, 392, 88);
+	this->Add(&place);
+	//!<TabCtrl>
+	tabs.SetBounds(6, 92, 380, 216);
+	this->Add(&tabs);
+	//!<TabPage>
+	console.text = "Console";
+	tabs.Add(&console);
+	//!<RadioGroup>
+	projectType.SetBounds(12, 8, 350, 78);
+	projectType.text = "Project type";
+	projectType.items.Add("Single file application");
+	projectType.items.Add("Multi-file project");
+	console.Add(&projectType);
+	//!<RadioGroup>
+	language.SetBounds(12, 94, 350, 78);
+	language.text = "Language";
+	language.items.Add("C++");
+	language.items.Add("C");
+	console.Add(&language);
+	//!<TabPage>
+	forms.text = "Forms";
+	tabs.Add(&forms);
+	//!<GroupBox>
+	include.SetBounds(12, 8, 350, 60);
+	include.text = "Include:";
+	forms.Add(&include);
+	//!<CheckBox>
+	resourceFile.SetBounds(14, 26, 200, 22);
+	resourceFile.text = "Resource file";
+	include.Add(&resourceFile);
+	//!<Label>
+	formLabel.SetBounds(12, 82, 160, 18);
+	formLabel.text = "Main form name:";
+	forms.Add(&formLabel);
+	//!<Edit>
+	formName.SetBounds(12, 102, 350, 22);
+	formName.text = "MainForm";
+	forms.Add(&formName);
+	//!<TabPage>
+	templates.text = "Template";
+	tabs.Add(&templates);
+	//!<Label>
+	templateLabel.SetBounds(12, 6, 350, 18);
+	templateLabel.text = "Choose a template";
+	templates.Add(&templateLabel);
+	//!<ListBox>
+	templateList.SetBounds(12, 26, 350, 148);
+	templates.Add(&templateList);
+	//!<TabPage>
+	demos.text = "Demos";
+	tabs.Add(&demos);
+	//!<ListBox>
+	demoList.SetBounds(12, 8, 350, 130);
+	demoList.onSelChanged.Add_H(this, &This::OnDemo);
+	demos.Add(&demoList);
+	//!<Label>
+	demoText.SetBounds(12, 144, 350, 36);
+	demos.Add(&demoText);
+	//!<TabPage>
+	existing.onListed.Add_H(this, &This::OnListed);
+	tabs.Add(&existing);
+	//!<Button>
+	okButton.SetBounds(202, 316, 84, 30);
+	okButton.kind = Button::cOk;
+	okButton.onClick.Add_H(this, &This::OnOk);
+	this->Add(&okButton);
+	//!<Button>
+	cancel.SetBounds(296, 316, 84, 30);
+	cancel.kind = Button::cCancel;
+	this->Add(&cancel);
+	//!end
+  // clang-format on
 }
 
-void NewProjectDialog::InitForms() {
-  include.text = "Include:";
-  include.SetBounds(cMargin, 8, cPageWidth, 60);
-  resourceFile.text = "Resource file";
-  resourceFile.SetBounds(14, 26, 200, 22);
-  include.Add(&resourceFile);
-  formLabel.text = "Main form name:";
-  formLabel.SetBounds(cMargin, 82, 160, cLabelHeight);
-  formName.text = "MainForm";
-  formName.SetBounds(cMargin, 102, cPageWidth, 22);
-  formName.accessibleName = "Main form name";
-  forms.Add(&include);
-  forms.Add(&formLabel);
-  forms.Add(&formName);
-}
-
-void NewProjectDialog::InitLists() {
-  templateLabel.text = "Choose a template";
-  templateLabel.SetBounds(cMargin, 6, cPageWidth, cLabelHeight);
-  templateList.SetBounds(cMargin, 26, cPageWidth, 148);
+void NewProjectDialog::FillLists() {
   templateList.accessibleName = "Choose a template";
   for (const auto& item : items.templates) templateList.items.Add(item.text);
-  templates.Add(&templateLabel);
-  templates.Add(&templateList);
-  demoList.SetBounds(cMargin, 8, cPageWidth, 130);
   demoList.accessibleName = "Demos";
   for (const std::string& title : items.demoTitles) demoList.items.Add(title);
-  demoText.SetBounds(cMargin, 144, cPageWidth, 36);
-  demoList.onSelChanged.Add_H(this, &NewProjectDialog::OnDemo);
-  demos.Add(&demoList);
-  demos.Add(&demoText);
 }
 
 void NewProjectDialog::Begin(int page, int demo) {

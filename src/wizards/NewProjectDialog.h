@@ -11,6 +11,8 @@ namespace zendry {
 
 // Asks what a new project is to be: where, under which name, and out of what.
 class NewProjectDialog : public mavro::Form {
+  typedef NewProjectDialog This;
+
  public:
   enum Page { cConsolePage, cFormsPage, cTemplatePage, cDemosPage, cImportPage };
 
@@ -26,24 +28,31 @@ class NewProjectDialog : public mavro::Form {
   // The folder of the chosen template or demo, below "Repos/"; empty if there is none.
   std::string RepositoryFolder() const;
 
-  PrjPanel place;
-  mavro::TabCtrl tabs;
-  mavro::TabPage console, forms, templates, demos;
-  mavro::RadioGroup projectType, language;
-  mavro::GroupBox include;
-  mavro::CheckBox resourceFile;
-  mavro::Label formLabel;
-  mavro::Edit formName;
-  mavro::Label templateLabel;
-  mavro::ListBox templateList, demoList;
-  mavro::Label demoText;
-  ImportPage existing;
-  mavro::Button ok, cancel;
+  // clang-format off
+	//!decl
+	PrjPanel place;
+	mavro::TabCtrl tabs;
+	mavro::TabPage console;
+	mavro::RadioGroup projectType, language;
+	mavro::TabPage forms;
+	mavro::GroupBox include;
+	mavro::CheckBox resourceFile;
+	mavro::Label formLabel;
+	mavro::Edit formName;
+	mavro::TabPage templates;
+	mavro::Label templateLabel;
+	mavro::ListBox templateList;
+	mavro::TabPage demos;
+	mavro::ListBox demoList;
+	mavro::Label demoText;
+	ImportPage existing;
+	mavro::Button okButton, cancel;
+	//!end
+  // clang-format on
 
  private:
-  void InitConsole();
-  void InitForms();
-  void InitLists();
+  void Initialize();
+  void FillLists();
   void OnOk(mavro::NotifyArgs& args);
   void OnDemo(mavro::NotifyArgs& args);
   void ShowDemo();

@@ -41,24 +41,32 @@ bool HasProjectName(const PrjPanel& place) {
 }
 
 CopyProjectDlg::CopyProjectDlg(const std::string& folder) {
-  constexpr int cWidth = 387, cHeight = 205;
-  constexpr int cButtonWidth = 84, cButtonHeight = 30, cGap = 10, cMargin = 12;
-  text = "Clone project";
-  resizable = false;
-  SetSize(cWidth, cHeight);
-  place.SetBounds(0, 8, cWidth, 100);
+  Initialize();
   place.path.text = folder;
-  ok.kind = mavro::Button::cOk;
-  cancel.kind = mavro::Button::cCancel;
-  const int top = cHeight - cMargin - cButtonHeight;
-  const int right = cWidth - cMargin - cButtonWidth;
-  ok.SetBounds(right - cGap - cButtonWidth, top, cButtonWidth, cButtonHeight);
-  cancel.SetBounds(right, top, cButtonWidth, cButtonHeight);
-  ok.onClick.Add_H(this, &CopyProjectDlg::OnOk);
-  Add(&place);
-  Add(&ok);
-  Add(&cancel);
   focusControl = &place.name;
+}
+
+void CopyProjectDlg::Initialize() {
+  using mavro::Button;
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 387, 205);
+	this->text = "Clone project";
+	this->resizable = false;
+	//!<Panel>
+	place.SetBounds(0, 8, 387, 100);
+	this->Add(&place);
+	//!<Button>
+	okButton.SetBounds(197, 163, 84, 30);
+	okButton.kind = Button::cOk;
+	okButton.onClick.Add_H(this, &This::OnOk);
+	this->Add(&okButton);
+	//!<Button>
+	cancel.SetBounds(291, 163, 84, 30);
+	cancel.kind = Button::cCancel;
+	this->Add(&cancel);
+	//!end
+  // clang-format on
 }
 
 void CopyProjectDlg::OnOk(mavro::NotifyArgs&) {

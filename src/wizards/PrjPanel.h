@@ -24,13 +24,20 @@ class PrjPanel : public mavro::Panel {
 
 // Clones the open project: asks for folder and name.
 class CopyProjectDlg : public mavro::Form {
+  typedef CopyProjectDlg This;
+
  public:
   explicit CopyProjectDlg(const std::string& folder);
 
-  PrjPanel place;
-  mavro::Button ok, cancel;
+  // clang-format off
+	//!decl
+	PrjPanel place;
+	mavro::Button okButton, cancel;
+	//!end
+  // clang-format on
 
  private:
+  void Initialize();
   void OnOk(mavro::NotifyArgs& args);
 };
 

@@ -85,10 +85,13 @@ def tests_mirror_the_rooms():
 
 def function_lengths(lines):
     """First line and length of each function body, told by the formatting: it ends with a brace that stands
-    where its first line begins. Tables and types count for nothing."""
-    start = None
+    where its first line begins. Tables and types count for nothing, nor does what the form designer writes."""
+    start, designed, is_designed = None, 0, False
     for number, line in enumerate(lines, 1):
+        is_designed = line.strip() == '//!init' or (is_designed and line.strip() != '//!end')
+        designed += is_designed
         if start is None:
+            designed = 0
             is_head = re.match(r'(  )?[A-Za-z_~].*\)( const| override| final| noexcept| mutable)*( ->.*)? \{$', line)
             is_tail = re.match(r'(  )? {4,}.*\)( const| override| final| noexcept)*( ->.*)? \{$', line)
             if is_head and not re.match(r' *(if|for|while|switch|do|else|namespace|class|struct|enum)\b', line):
@@ -96,7 +99,7 @@ def function_lengths(lines):
             elif is_tail and number > 1 and re.match(r'(  )?[A-Za-z_~]', lines[number - 2]):
                 start, indent = number - 1, re.match(r'(  )?(?! )', lines[number - 2]).group(1) or ''
         elif line == indent + '}':
-            yield start, number - start + 1
+            yield start, number - start + 1 - designed
             start = None
 
 

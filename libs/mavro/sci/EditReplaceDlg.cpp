@@ -11,38 +11,78 @@ enum Where { cSelection, cWholeFile };
 
 }  // namespace
 
-EditReplaceDlg::EditReplaceDlg(SciEditor& itsEditor)
-    : EditorFindDlg(itsEditor, SelectionInLine(itsEditor)) {
-  text = "Replace";
-  SetSize(cDialogWidth, 232);
-  Place(15, 86, 202);
-  PlaceSwitches(86);
-  withLabel.text = "Re&place:";
-  withLabel.SetBounds(cMargin, 53, cFieldLeft - cMargin - 5, 18);
+EditReplaceDlg::EditReplaceDlg(SciEditor& itsEditor) : EditorFindDlg(itsEditor) {
+  Initialize();
+  Begin({&findWhat, &matchCase, &wholeWord, &note}, regExp, wrap, SelectionInLine(editor));
   with.text = theSearch.replaceText;
-  with.SetBounds(cFieldLeft, 49, cFieldWidth, 24);
   const auto [start, end] = editor.Selection();
   const bool isOverLines = editor.LineOf(start) != editor.LineOf(end);
-  where.text = "Replace in:";
-  where.items.Add("&Selection");
-  where.items.Add("Wh&ole file");
   where.itemIndex = isOverLines ? cSelection : cWholeFile;
-  where.SetBounds(cFieldLeft, 134, 160, 64);
-  replace.kind = Button::cOk;
-  replace.text = "Repace";
-  PlaceButton(replace, 15);
-  replace.onClick.Add_H(this, &EditReplaceDlg::OnReplace);
-  replaceAll.text = "Replace all";
-  PlaceButton(replaceAll, 52);
-  replaceAll.onClick.Add_H(this, &EditReplaceDlg::OnReplaceAll);
-  close.kind = Button::cCancel;
-  close.text = "Close";
-  PlaceButton(close, 89);
-  for (Control* control : std::initializer_list<Control*>{
-           &findLabel, &findWhat, &withLabel, &with, &matchCase, &wholeWord, &regExp, &wrap, &where,
-           &replace, &replaceAll, &close, &note})
-    Add(control);
   PlaceOverEditor();
+}
+
+void EditReplaceDlg::Initialize() {
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 570, 232);
+	this->text = "Replace";
+	//!<Label>
+	findLabel.SetBounds(15, 19, 90, 18);
+	findLabel.text = "Find what:";
+	this->Add(&findLabel);
+	//!<ComboBox>
+	findWhat.SetBounds(110, 15, 330, 24);
+	this->Add(&findWhat);
+	//!<Label>
+	withLabel.SetBounds(15, 53, 90, 18);
+	withLabel.text = "Re&place:";
+	this->Add(&withLabel);
+	//!<Edit>
+	with.SetBounds(110, 49, 330, 24);
+	this->Add(&with);
+	//!<CheckBox>
+	matchCase.SetBounds(110, 86, 150, 22);
+	matchCase.text = "Match &case";
+	this->Add(&matchCase);
+	//!<CheckBox>
+	wholeWord.SetBounds(110, 110, 150, 22);
+	wholeWord.text = "&Whole word";
+	this->Add(&wholeWord);
+	//!<CheckBox>
+	regExp.SetBounds(270, 86, 170, 22);
+	regExp.text = "Regular e&xpression";
+	this->Add(&regExp);
+	//!<CheckBox>
+	wrap.SetBounds(270, 110, 170, 22);
+	wrap.text = "Wr&ap around";
+	this->Add(&wrap);
+	//!<RadioGroup>
+	where.SetBounds(110, 134, 160, 64);
+	where.text = "Replace in:";
+	where.items.Add("&Selection");
+	where.items.Add("Wh&ole file");
+	this->Add(&where);
+	//!<Button>
+	replace.SetBounds(455, 15, 100, 30);
+	replace.text = "Repace";
+	replace.kind = Button::cOk;
+	replace.onClick.Add_H(this, &This::OnReplace);
+	this->Add(&replace);
+	//!<Button>
+	replaceAll.SetBounds(455, 52, 100, 30);
+	replaceAll.text = "Replace all";
+	replaceAll.onClick.Add_H(this, &This::OnReplaceAll);
+	this->Add(&replaceAll);
+	//!<Button>
+	close.SetBounds(455, 89, 100, 30);
+	close.text = "Close";
+	close.kind = Button::cCancel;
+	this->Add(&close);
+	//!<Label>
+	note.SetBounds(15, 202, 540, 18);
+	this->Add(&note);
+	//!end
+  // clang-format on
 }
 
 void EditReplaceDlg::Store() {

@@ -10,49 +10,29 @@ namespace mavro {
 
 namespace {
 
-constexpr int cFieldHeight = 24;
-constexpr int cLabelHeight = 18;
-constexpr int cButtonHeight = 30;
-constexpr int cSwitchHeight = 22;
-constexpr int cSwitchGap = 24;
 constexpr int cFromEdge = 40;  // of the window
 
 }  // namespace
 
-FindBaseDlg::FindBaseDlg(const std::string& shown) {
-  resizable = false;
-  findLabel.text = "Find what:";
-  findWhat.accessibleName = "Find what:";
-  for (const std::string& text : theSearch.history) findWhat.items.Add(text);
+void FindBaseDlg::Begin(const FindFields& its, const std::string& shown) {
+  fields = its;
+  its.what->accessibleName = "Find what:";
+  for (const std::string& text : theSearch.history) its.what->items.Add(text);
   if (!shown.empty()) theSearch.findText = shown;
-  findWhat.text = theSearch.findText;
-  matchCase.text = "Match &case";
-  matchCase.checked = theSearch.matchCase;
-  wholeWord.text = "&Whole word";
-  wholeWord.checked = theSearch.wholeWord;
-  findWhat.onChange.Add_H(this, &FindBaseDlg::OnTyped);
-  findWhat.onSelChanged.Add_H(this, &FindBaseDlg::OnChosen);
-  matchCase.onClick.Add_H(this, &FindBaseDlg::OnSwitched);
-  wholeWord.onClick.Add_H(this, &FindBaseDlg::OnSwitched);
-  focusControl = &findWhat;
-}
-
-void FindBaseDlg::Place(int top, int switchTop, int noteTop) {
-  findLabel.SetBounds(cMargin, top + 4, cFieldLeft - cMargin - 5, cLabelHeight);
-  findWhat.SetBounds(cFieldLeft, top, cFieldWidth, cFieldHeight);
-  matchCase.SetBounds(cFieldLeft, switchTop, 150, cSwitchHeight);
-  wholeWord.SetBounds(cFieldLeft, switchTop + cSwitchGap, 150, cSwitchHeight);
-  note.SetBounds(cMargin, noteTop, cDialogWidth - 2 * cMargin, cLabelHeight);
-}
-
-void FindBaseDlg::PlaceButton(Button& button, int top) {
-  button.SetBounds(cButtonLeft, top, cButtonWidth, cButtonHeight);
+  its.what->text = theSearch.findText;
+  its.matchCase->checked = theSearch.matchCase;
+  its.wholeWord->checked = theSearch.wholeWord;
+  its.what->onChange.Add_H(this, &FindBaseDlg::OnTyped);
+  its.what->onSelChanged.Add_H(this, &FindBaseDlg::OnChosen);
+  its.matchCase->onClick.Add_H(this, &FindBaseDlg::OnSwitched);
+  its.wholeWord->onClick.Add_H(this, &FindBaseDlg::OnSwitched);
+  focusControl = its.what;
 }
 
 void FindBaseDlg::Store() {
-  theSearch.findText = findWhat.text;
-  theSearch.matchCase = matchCase.checked;
-  theSearch.wholeWord = wholeWord.checked;
+  theSearch.findText = fields.what->text;
+  theSearch.matchCase = fields.matchCase->checked;
+  theSearch.wholeWord = fields.wholeWord->checked;
 }
 
 void FindBaseDlg::Changed() {
@@ -72,21 +52,17 @@ void FindBaseDlg::OnSwitched(NotifyArgs&) {
   Changed();
 }
 
-EditorFindDlg::EditorFindDlg(SciEditor& itsEditor, const std::string& shown)
-    : FindBaseDlg(shown), editor(itsEditor) {
-  regExp.text = "Regular e&xpression";
-  regExp.checked = theSearch.regExp;
-  wrap.text = "Wr&ap around";
-  wrap.checked = theSearch.wrap;
-  regExp.onClick.Add_H(this, &EditorFindDlg::OnSwitch);
-  wrap.onClick.Add_H(this, &EditorFindDlg::OnSwitch);
+void EditorFindDlg::Begin(const FindFields& its, CheckBox& itsRegExp, CheckBox& itsWrap,
+                          const std::string& shown) {
+  FindBaseDlg::Begin(its, shown);
+  regExpBox = &itsRegExp;
+  wrapBox = &itsWrap;
+  itsRegExp.checked = theSearch.regExp;
+  itsWrap.checked = theSearch.wrap;
+  itsRegExp.onClick.Add_H(this, &EditorFindDlg::OnSwitch);
+  itsWrap.onClick.Add_H(this, &EditorFindDlg::OnSwitch);
   onShow.Add_H(this, &EditorFindDlg::OnShown);
   onDestroy.Add_H(this, &EditorFindDlg::OnDestroyed);
-}
-
-void EditorFindDlg::PlaceSwitches(int top) {
-  regExp.SetBounds(cFieldLeft + 160, top, 170, cSwitchHeight);
-  wrap.SetBounds(cFieldLeft + 160, top + cSwitchGap, 170, cSwitchHeight);
 }
 
 void EditorFindDlg::PlaceOverEditor() {
@@ -100,8 +76,8 @@ void EditorFindDlg::PlaceOverEditor() {
 
 void EditorFindDlg::Store() {
   FindBaseDlg::Store();
-  theSearch.regExp = regExp.checked;
-  theSearch.wrap = wrap.checked;
+  theSearch.regExp = regExpBox->checked;
+  theSearch.wrap = wrapBox->checked;
 }
 
 void EditorFindDlg::OnSwitch(NotifyArgs&) {

@@ -12,41 +12,38 @@
 
 namespace mavro {
 
-// What the dialogs of find and replace have in common: the text with its history, two switches and
-// a line that says what was found. They show theSearch and change it.
+// The controls that the form of each dialog of find and replace has, wherever it places them.
+struct FindFields {
+  ComboBox* what = nullptr;
+  CheckBox* matchCase = nullptr;
+  CheckBox* wholeWord = nullptr;
+  Label* note = nullptr;  // a line that says what was found
+};
+
+// What the dialogs of find and replace have in common: the text with its history, and two switches.
+// They show theSearch and change it.
 class FindBaseDlg : public Form {
  public:
-  // `shown` is the first text to look for; empty for the last one that was looked for.
-  explicit FindBaseDlg(const std::string& shown);
+  FindBaseDlg() { resizable = false; }
 
  protected:
-  static constexpr int cMargin = 15;
-  static constexpr int cFieldLeft = 110;
-  static constexpr int cFieldWidth = 330;
-  static constexpr int cButtonLeft = 455;
-  static constexpr int cButtonWidth = 100;
-  static constexpr int cDialogWidth = 570;
-
+  // Takes the fields of the form and fills them; once, before the dialog runs. `shown` is the first
+  // text to look for; empty for the last one that was looked for.
+  void Begin(const FindFields& its, const std::string& shown);
   // Text or switches have changed; theSearch has them.
   virtual void OnTermChanged() {}
   // Takes the text and the switches into theSearch.
   virtual void Store();
   // Says something below the fields; long texts are cut.
-  void Say(const std::string& said) { note.text = said; }
-  // Places the fields of this class, from `top` down to the note at `noteTop`.
-  void Place(int top, int switchTop, int noteTop);
-  void PlaceButton(Button& button, int top);
-
-  Label findLabel;
-  ComboBox findWhat;
-  CheckBox matchCase, wholeWord;
-  Label note;
+  void Say(const std::string& said) { fields.note->text = said; }
 
  private:
   void OnTyped(NotifyArgs& args);
   void OnChosen(ItemArgs& args);
   void OnSwitched(NotifyArgs& args);
   void Changed();
+
+  FindFields fields;
 };
 
 class SciEditor;
@@ -55,13 +52,15 @@ class SciEditor;
 // hits as long as the dialog is open.
 class EditorFindDlg : public FindBaseDlg {
  public:
-  EditorFindDlg(SciEditor& itsEditor, const std::string& shown);
+  explicit EditorFindDlg(SciEditor& itsEditor) : editor(itsEditor) {}
 
  protected:
+  // The same with the two further switches.
+  void Begin(const FindFields& its, CheckBox& itsRegExp, CheckBox& itsWrap,
+             const std::string& shown);
   void OnTermChanged() override;
   void Store() override;
-  // Places the switches and the dialog itself, at the upper right of the editor's window.
-  void PlaceSwitches(int top);
+  // Places the dialog at the upper right of the editor's window.
   void PlaceOverEditor();
   // Selects the next hit where the dialog doesn't hide it, and says what there is.
   void FindAndShow();
@@ -72,12 +71,14 @@ class EditorFindDlg : public FindBaseDlg {
   bool Accept();
 
   SciEditor& editor;
-  CheckBox regExp, wrap;
 
  private:
   void OnShown(NotifyArgs& args);
   void OnDestroyed(NotifyArgs& args);
   void OnSwitch(NotifyArgs& args);
+
+  CheckBox* regExpBox = nullptr;
+  CheckBox* wrapBox = nullptr;
 };
 
 }  // namespace mavro

@@ -7,6 +7,8 @@ namespace mavro {
 
 // Looks for a text in an editor. It stays open, so that one hit after the other can be looked at.
 class FindTextDlg : public EditorFindDlg {
+  typedef FindTextDlg This;
+
  public:
   explicit FindTextDlg(SciEditor& itsEditor);
 
@@ -14,10 +16,19 @@ class FindTextDlg : public EditorFindDlg {
   void Store() override;
 
  private:
-  void OnFind(NotifyArgs& args);
+  // clang-format off
+	//!decl
+	Label findLabel;
+	ComboBox findWhat;
+	CheckBox matchCase, wholeWord, regExp, wrap;
+	RadioGroup direction;
+	Button find, close;
+	Label note;
+	//!end
+  // clang-format on
 
-  RadioGroup direction;
-  Button find, close;
+  void Initialize();
+  void OnFind(NotifyArgs& args);
 };
 
 // Shows the dialog; a selection within a line is the text to look for. Does nothing if the editor

@@ -62,11 +62,10 @@ class LayoutForm::Impl : public Container::Impl {
 
  private:
   void PaintGrid() {
-    Graphics graphics(owner, Graphics::cPainting);
     const Rect area{0, 0, hwnd->ClientWidth(), hwnd->ClientHeight()};
     if (area.width < 1 || area.height < 1) return;
-    DrawGrid(area, graphics.PixelRatio());
-    graphics.DrawBitmap(grid, area);
+    DrawGrid(area, PixelRatioOf(*hwnd));
+    PaintPixels(*hwnd, grid);
   }
 
   // Thousands of dots: they are drawn anew only when the size, the screen or the palette changes.

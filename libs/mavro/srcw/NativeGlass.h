@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "Graphics.h"
 #include "LayoutForm.h"
 #include "NativeWindow.h"
 
@@ -26,5 +27,11 @@ class GripLayer : public object {
 // Destroying the result removes the layer; it may outlive the window.
 std::unique_ptr<GlassLayer> MakeGlassLayer(NativeWindow& window);
 std::unique_ptr<GripLayer> MakeGripLayer(NativeWindow& window, Selector::Look look);
+
+// How many pixels of the screen are one of a window's.
+double PixelRatioOf(const NativeWindow& window);
+// Paints pixels on the client area of a window that is painting, with the cost of the part that is
+// to be painted anew, however large the window is. False if the window isn't painting.
+bool PaintPixels(NativeWindow& window, const Bitmap& pixels);
 
 }  // namespace mavro

@@ -5,6 +5,7 @@
 #include <QWidget>
 
 #include "NativeGlass.h"
+#include "QtOverlay.h"
 #include "QtText.h"
 
 namespace mavro {
@@ -150,6 +151,18 @@ class QtGrips final : public GripLayer {
 
 std::unique_ptr<GlassLayer> MakeGlassLayer(NativeWindow& window) {
   return std::make_unique<QtGlass>(window);
+}
+
+double PixelRatioOf(const NativeWindow& window) {
+  return window.widget->devicePixelRatioF();
+}
+
+bool PaintPixels(NativeWindow& window, const Bitmap& pixels) {
+  QWidget* widget = window.ClientWidget();
+  if (!widget->testAttribute(Qt::WA_WState_InPaintEvent)) return false;
+  QPainter painter(widget);
+  painter.drawImage(widget->contentsRect().topLeft(), ImageOf(pixels));
+  return true;
 }
 
 std::unique_ptr<GripLayer> MakeGripLayer(NativeWindow& window, Selector::Look look) {

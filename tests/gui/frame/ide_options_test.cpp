@@ -129,12 +129,12 @@ TEST_F(IdeOptions, Fonts_ReachEditorsAndOutput_AndLastUntilTheEnd) {
       form.outputFont.size.value = 17;
       form.outputFont.style.checked = true;
       form.variableFont.size.value = 19;
-      test::Click(form.ok);
+      test::Click(form.okButton);
     });
     const mavro::Font output = theMainForm->output.font;
     EXPECT_EQ(output, mavro::Font(17, mavro::Font::cBold, face));
     EXPECT_EQ(editor.options->fontSize, 19);
-    EXPECT_THAT(Ini(), Not(HasSubstr("17")));
+    EXPECT_THAT(Ini(), Not(HasSubstr("=17")));
   });
 }
 
@@ -147,7 +147,7 @@ TEST_F(IdeOptions, NumbersOutOfRange_BecomeTheNearest) {
       form.tabs.selectedIndex = 2;
       TypeNumber(form.jobs, "9999");
       TypeNumber(form.letters, "3");
-      test::Click(form.ok);
+      test::Click(form.okButton);
     });
     EXPECT_EQ(theIdeFonts.fonts[cOutputFont].size, 72);
     EXPECT_EQ(theEditorSettings.tabSize, 1);
@@ -175,7 +175,7 @@ TEST_F(IdeOptions, More_WorksAtOnce_AndIsReadAgain) {
       test::Click(form.rescue);
       form.reload.Focus();
       test::Key(form, Qt::Key_Down);
-      test::Click(form.ok);
+      test::Click(form.okButton);
     });
     EXPECT_EQ(mavro::CurrentTheme(), mavro::Theme::cDark);
     EXPECT_LT(QApplication::palette().color(QPalette::Window).lightness(), 100);
@@ -193,7 +193,7 @@ TEST_F(IdeOptions, More_WorksAtOnce_AndIsReadAgain) {
     Show([](IdeOptForm& form) {
       form.theme.selectedIndex = 0;
       form.letters.value = 0;
-      test::Click(form.ok);
+      test::Click(form.okButton);
     });
     EXPECT_EQ(mavro::CurrentTheme(), mavro::Theme::cSystem);
     EXPECT_THAT(Ini(), HasSubstr("theme=system\n"));

@@ -115,14 +115,14 @@ TEST_F(IdePrjOptions, Ok_OfNewSwitches_WorksAtTheNextBuild) {
     Show([](PrjOptionsDlg& dialog) {
       dialog.tabs.selectedIndex = 2;
       Type(dialog.release.compile, " -DCODE=0");
-      test::Click(dialog.ok);
+      test::Click(dialog.okButton);
     });
     theBuildActs.OnCommand(cMakeCommand);
     EXPECT_TRUE(ide.files.Exists("out-rel/p.exe"));
     EXPECT_THAT(theMainForm->output.text.Get(), HasSubstr("-DCODE=0"));
     Show([](PrjOptionsDlg& dialog) {
       dialog.type.selectedIndex = cStaticLib;
-      test::Click(dialog.ok);
+      test::Click(dialog.okButton);
     });
     EXPECT_EQ(theProject.target, "p.a");
     theBuildActs.OnCommand(cMakeCommand);
@@ -138,7 +138,7 @@ TEST_F(IdePrjOptions, ValueThatTheFileCantHold_IsSaidAtItsField) {
       Type(dialog.debug.compile, " -DX=\"a b\"");
       EXPECT_THAT(dialog.note.text.Get(), HasSubstr("Debug, Compile: "));
       dialog.tabs.selectedIndex = 0;
-      test::Click(dialog.ok);
+      test::Click(dialog.okButton);
       ASSERT_TRUE(dialog.impl->hwnd) << "it stays open";
       EXPECT_EQ(dialog.tabs.selectedIndex, 1);
       EXPECT_TRUE(dialog.debug.compile.IsFocused());
@@ -146,7 +146,7 @@ TEST_F(IdePrjOptions, ValueThatTheFileCantHold_IsSaidAtItsField) {
       EXPECT_THAT(test::UnreadableCaptions(dialog), IsEmpty());
       test::Shot(dialog, "ide-project-options-refused");
       dialog.debug.compile.text = "-g -DX=\"ab\"";
-      test::Click(dialog.ok);
+      test::Click(dialog.okButton);
     });
     EXPECT_EQ(ide.dialogs.beeps, 1);
     EXPECT_NE(File(), before);
@@ -158,10 +158,10 @@ TEST_F(IdePrjOptions, LongestValue_IsSaved_OneMoreIsNot) {
   ide.Run({Project()}, [&] {
     Show([](PrjOptionsDlg& dialog) {
       dialog.libs.text = std::string(509, 'l');
-      test::Click(dialog.ok);
+      test::Click(dialog.okButton);
       EXPECT_THAT(dialog.note.text.Get(), HasSubstr("509 characters of 508"));
       dialog.libs.text = std::string(508, 'l');
-      test::Click(dialog.ok);
+      test::Click(dialog.okButton);
     });
     EXPECT_THAT(File(), HasSubstr(std::string(508, 'l')));
   });
@@ -214,14 +214,14 @@ TEST_F(IdePrjOptions, NumbersWithoutAMeaning_StayUntilAnotherIsChosen) {
     theProject.debugOptions.gcc = -3;
     Show([](PrjOptionsDlg& dialog) {
       EXPECT_EQ(dialog.type.text.Get(), "Other");
-      test::Click(dialog.ok);
+      test::Click(dialog.okButton);
     });
     EXPECT_EQ(theProject.type, 77);
     EXPECT_EQ(theProject.debugOptions.gcc, -3);
     Show([](PrjOptionsDlg& dialog) {
       dialog.type.selectedIndex = cConsole;
       dialog.debug.package.selectedIndex = 2;
-      test::Click(dialog.ok);
+      test::Click(dialog.okButton);
     });
     EXPECT_EQ(theProject.type, cConsole);
     EXPECT_EQ(theProject.debugOptions.gcc, 2);
@@ -233,7 +233,7 @@ TEST_F(IdePrjOptions, WithoutAProject_OkWritesNoFile) {
     ide.OnDialog([](mavro::Form& form) {
       auto& dialog = dynamic_cast<PrjOptionsDlg&>(form);
       dialog.libs.text = "-lm";
-      test::Click(dialog.ok);
+      test::Click(dialog.okButton);
     });
     ShowOptions(theProject);
     EXPECT_EQ(theProject.linkLibs, "-lm");
@@ -249,7 +249,7 @@ TEST_F(IdePrjOptions, FileThatCantBeWritten_LeavesTheProjectChanged) {
     std::filesystem::create_directory(ide.files.Path("p.zpj"));
     Show([](PrjOptionsDlg& dialog) {
       dialog.libs.text = "-lm";
-      test::Click(dialog.ok);
+      test::Click(dialog.okButton);
     });
     EXPECT_TRUE(theProject.modified);
     EXPECT_EQ(theProject.linkLibs, "-lm");

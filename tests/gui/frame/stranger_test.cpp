@@ -96,7 +96,7 @@ TEST_F(IdeStranger, SwitchOfTheUser_IsNotAskedAbout) {
     ShowOptions(
         [](PrjOptionsDlg& dialog) {
           dialog.release.compile.text = "-O2 -wrapper ./w";
-          test::Click(dialog.ok);
+          test::Click(dialog.okButton);
         },
         ide);
     theBuildActs.OnCommand(cMakeCommand);
@@ -110,7 +110,7 @@ TEST_F(IdeStranger, DialogOverAStrangersSwitch_DoesNotTrustIt) {
     ShowOptions(
         [](PrjOptionsDlg& dialog) {
           dialog.libs.text = "-lm";
-          test::Click(dialog.ok);
+          test::Click(dialog.okButton);
         },
         ide);
     theBuildActs.OnCommand(cMakeCommand);

@@ -380,6 +380,24 @@ TEST_F(DesignBoxesTest, DeleteInAField_EditsTheText) {
   });
 }
 
+TEST_F(DesignBoxesTest, Delete_OutsideOfTheSurface_LeavesTheControls) {
+  Design(Names(1), Buttons(1), [&] {
+    Click(60, 52);
+    for (int page = 0; page < frame->pages.TabCount(); ++page) {
+      SCOPED_TRACE(page);
+      frame->pages.selectedIndex = page;
+      if (page == 0) frame->toolBox.icons.Focus();
+      if (page == 1) frame->propBox.box.FocusRow(0);
+      if (page == 2) frame->eventBox.box.FocusRow(0);
+      Type(Qt::Key_Delete);
+      EXPECT_THAT(AllNames(), ElementsAre("button1"));
+    }
+    Click(60, 52);
+    Type(Qt::Key_Delete);
+    EXPECT_THAT(AllNames(), IsEmpty());
+  });
+}
+
 TEST_F(DesignBoxesTest, SeveralControls_TakeOneValue) {
   Design(Names(2), Buttons(2), [&] {
     Click(60, 52);

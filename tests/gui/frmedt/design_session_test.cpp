@@ -6,9 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "EditorFixture.h"
-#include "frmedt/DesignFrame.h"
-#include "frmedt/LossDlg.h"
+#include "DesignSessionFixture.h"
 #include "frmedt/SelectDlg.h"
 
 // The designer on a source of the user's, from its key to the text in the editor.
@@ -20,79 +18,32 @@ using test::IdeDriver;
 using testing::HasSubstr;
 using testing::Not;
 
-constexpr char cForm[] =
-    "#pragma once\n#include<mavro>\n\nclass Dlg: public Form\n{\n\ttypedef Dlg This;\npublic:\n"
-    "\t//!decl\n\tButton button1;\n\t//!end\n\tDlg() {\n\t\tInitialize();\n\t}\nprivate:\n"
-    "\tvoid Initialize() {\n\t\t//!init\n\t\tthis->SetBounds(0, 0, 300, 200);\n"
-    "\t\t//!<Button>\n\t\tbutton1.SetBounds(40, 40, 80, 24);\n\t\tbutton1.text = \"Go\";\n"
-    "\t\tthis->Add(&button1);\n\t\t//!end\n\t}\n};\n";
-
-class DesignSessionTest : public test::EditorFixture {
- protected:
-  // Opens the designer with its key on the tab in front; `script` gets its window.
-  void Design(const std::function<void(DesignFrame&)>& script) {
-    ide.OnDialog([&](mavro::Form& form) {
-      auto* frame = dynamic_cast<DesignFrame*>(&form);
-      EXPECT_TRUE(frame) << form.text;
-      if (frame)
-        script(*frame);
-      else
-        form.Close();
-    });
-    IdeDriver::Press(Qt::Key_F11);
-  }
-  // The same where a list of lost statements comes first.
-  void DesignAfter(mavro::Button LossDlg::*choice, std::vector<std::string>& rows,
-                   const std::function<void(DesignFrame&)>& script) {
-    ide.OnDialog([&, choice](mavro::Form& form) {
-      auto* dialog = dynamic_cast<LossDlg*>(&form);
-      ASSERT_TRUE(dialog) << form.text;
-      rows = IdeDriver::Rows(dialog->list);
-      if (script)
-        ide.OnDialog([&](mavro::Form& next) {
-          if (auto* frame = dynamic_cast<DesignFrame*>(&next)) script(*frame);
-        });
-      test::Shot(form, "designer-losses");
-      test::Click(dialog->*choice);
-    });
-    IdeDriver::Press(Qt::Key_F11);
-  }
-  static void MoveButton(DesignFrame& frame) {
-    frame.editor.Select(frame.editor.FindControl("button1")->ctrl, false);
-    frame.Command(cMoveRightCommand);
-  }
-  static std::string Replaced(std::string text, const std::string& what, const std::string& with) {
-    return text.replace(text.find(what), what.size(), with);
-  }
-  static bool HasText(const std::string& part) {
-    return Front().GetText().find(part) != std::string::npos;
-  }
-};
+class DesignSessionTest : public test::DesignSessionFixture {};
 
 TEST_F(DesignSessionTest, UntouchedForm_ChangesNothing) {
   ide.Run({}, [&] {
-    Open("dlg.h", cForm);
+    Open("dlg.h", cDialogForm);
     Design([](DesignFrame& frame) {
       EXPECT_EQ(frame.editor.FindControl("button1")->ctrl->text, "Go");
       test::Shot(frame, "designer-session");
       frame.Command(cSaveAndCloseCommand);
     });
-    EXPECT_EQ(Front().GetText(), cForm);
+    EXPECT_EQ(Front().GetText(), cDialogForm);
     EXPECT_FALSE(Front().dirty);
   });
 }
 
 TEST_F(DesignSessionTest, Change_IsTheOnlyDifferenceAndOneUndoStep) {
   ide.Run({}, [&] {
-    Open("dlg.h", cForm);
+    Open("dlg.h", cDialogForm);
     Design([](DesignFrame& frame) {
       MoveButton(frame);
       frame.Command(cSaveAndCloseCommand);
     });
-    EXPECT_EQ(Front().GetText(), Replaced(cForm, "(40, 40,", "(41, 40,"));
+    EXPECT_EQ(Front().GetText(), Replaced(cDialogForm, "(40, 40,", "(41, 40,"));
     Front().Send(mavro::SCI_UNDO);
-    EXPECT_EQ(Front().GetText(), cForm);
-    EXPECT_EQ(ide.files.Read("dlg.h"), cForm) << "nothing is written to the disk";
+    EXPECT_EQ(Front().GetText(), cDialogForm);
+    EXPECT_EQ(ide.files.Read("dlg.h"), cDialogForm) << "nothing is written to the disk";
   });
 }
 
@@ -128,13 +79,13 @@ TEST_F(DesignSessionTest, CalculatorDemo_IsOpenedAndChanged) {
 
 TEST_F(DesignSessionTest, ClosedWithoutSaving_LeavesTheText) {
   ide.Run({}, [&] {
-    Open("dlg.h", cForm);
+    Open("dlg.h", cDialogForm);
     Design([&](DesignFrame& frame) {
       MoveButton(frame);
       ide.dialogs.answers = {mavro::Answer::cNo};
       frame.Close();
     });
-    EXPECT_EQ(Front().GetText(), cForm);
+    EXPECT_EQ(Front().GetText(), cDialogForm);
   });
 }
 
@@ -179,7 +130,7 @@ TEST_F(DesignSessionTest, OtherHalfMissing_IsTold) {
 }
 
 TEST_F(DesignSessionTest, HandlerIsAddedAndShown) {
-  ide.Run({ide.Project({{"dlg.h", cForm}})}, [&] {
+  ide.Run({ide.Project({{"dlg.h", cDialogForm}})}, [&] {
     Tabs().OpenFile(ide.files.Path("dlg.h"));
     Design([](DesignFrame& frame) {
       frame.editor.FindControl("button1")->events.push_back({"onClick", "Button1DoOnClick"});
@@ -191,7 +142,7 @@ TEST_F(DesignSessionTest, HandlerIsAddedAndShown) {
 }
 
 TEST_F(DesignSessionTest, HandlerIsRemovedWithItsBinding) {
-  std::string text = Replaced(cForm, "\t\tthis->Add(&button1);\n",
+  std::string text = Replaced(cDialogForm, "\t\tthis->Add(&button1);\n",
                               "\t\tbutton1.onClick.Add_H(this, &This::Pressed);\n"
                               "\t\tthis->Add(&button1);\n");
   text = Replaced(text, "\t}\n};\n", "\t}\n\tvoid Pressed(NotifyArgs &e) {\n\t}\n};\n");
@@ -209,10 +160,10 @@ TEST_F(DesignSessionTest, HandlerIsRemovedWithItsBinding) {
 
 TEST_F(DesignSessionTest, OfSeveralForms_TheChosenOneIsDesigned) {
   const std::string other =
-      Replaced(Replaced(Replaced(cForm, "#pragma once\n#include<mavro>\n\n", "\n"),
+      Replaced(Replaced(Replaced(cDialogForm, "#pragma once\n#include<mavro>\n\n", "\n"),
                         "class Dlg:", "class Other:"),
                "typedef Dlg", "typedef Other");
-  const std::string text = cForm + Replaced(other, "\tDlg() {", "\tOther() {");
+  const std::string text = cDialogForm + Replaced(other, "\tDlg() {", "\tOther() {");
   ide.Run({}, [&] {
     Open("dlg.h", text);
     ide.OnDialog([&](mavro::Form& form) {
@@ -235,8 +186,8 @@ TEST_F(DesignSessionTest, OfSeveralForms_TheChosenOneIsDesigned) {
 }
 
 TEST_F(DesignSessionTest, Keep_MovesForeignStatementsBehindTheirRegion) {
-  const std::string text =
-      Replaced(cForm, "\t\tthis->Add(&button1);\n", "\t\tthis->Add(&button1);\n\t\tif (x) y();\n");
+  const std::string text = Replaced(cDialogForm, "\t\tthis->Add(&button1);\n",
+                                    "\t\tthis->Add(&button1);\n\t\tif (x) y();\n");
   std::vector<std::string> rows;
   ide.Run({}, [&] {
     Open("dlg.h", text);
@@ -252,8 +203,8 @@ TEST_F(DesignSessionTest, Keep_MovesForeignStatementsBehindTheirRegion) {
 }
 
 TEST_F(DesignSessionTest, GoOn_LosesWhatWasListed) {
-  const std::string text =
-      Replaced(cForm, "\t\tthis->Add(&button1);\n", "\t\tthis->Add(&button1);\n\t\tif (x) y();\n");
+  const std::string text = Replaced(cDialogForm, "\t\tthis->Add(&button1);\n",
+                                    "\t\tthis->Add(&button1);\n\t\tif (x) y();\n");
   std::vector<std::string> rows;
   ide.Run({}, [&] {
     Open("dlg.h", text);
@@ -262,13 +213,13 @@ TEST_F(DesignSessionTest, GoOn_LosesWhatWasListed) {
       frame.Command(cSaveAndCloseCommand);
     });
     EXPECT_EQ(rows.size(), 1u);
-    EXPECT_EQ(Front().GetText(), Replaced(cForm, "(40, 40,", "(41, 40,"));
+    EXPECT_EQ(Front().GetText(), Replaced(cDialogForm, "(40, 40,", "(41, 40,"));
   });
 }
 
 TEST_F(DesignSessionTest, Cancel_LeavesEveryByte) {
-  const std::string text =
-      Replaced(cForm, "\t\tthis->Add(&button1);\n", "\t\tthis->Add(&button1);\n\t\tif (x) y();\n");
+  const std::string text = Replaced(cDialogForm, "\t\tthis->Add(&button1);\n",
+                                    "\t\tthis->Add(&button1);\n\t\tif (x) y();\n");
   std::vector<std::string> rows;
   ide.Run({}, [&] {
     Open("dlg.h", text);
@@ -279,9 +230,9 @@ TEST_F(DesignSessionTest, Cancel_LeavesEveryByte) {
 }
 
 TEST_F(DesignSessionTest, FileChangedByAnotherProgram_IsAskedAboutAndNotOverwritten) {
-  const std::string theirs = std::string(cForm) + "// theirs\n";
+  const std::string theirs = std::string(cDialogForm) + "// theirs\n";
   ide.Run({}, [&] {
-    Open("dlg.h", cForm);
+    Open("dlg.h", cDialogForm);
     Design([&](DesignFrame& frame) {
       MoveButton(frame);
       ide.files.Write("dlg.h", theirs);
@@ -296,7 +247,7 @@ TEST_F(DesignSessionTest, FileChangedByAnotherProgram_IsAskedAboutAndNotOverwrit
 
 TEST_F(DesignSessionTest, ControlWithoutAdd_IsNotOpened) {
   ide.Run({}, [&] {
-    Open("dlg.h", Replaced(cForm, "\t\tthis->Add(&button1);\n", ""));
+    Open("dlg.h", Replaced(cDialogForm, "\t\tthis->Add(&button1);\n", ""));
     IdeDriver::Press(Qt::Key_F11);
     ASSERT_FALSE(ide.dialogs.texts.empty());
     EXPECT_THAT(ide.dialogs.texts.back(), HasSubstr("button1 hasn't Add statment!"));
@@ -305,7 +256,7 @@ TEST_F(DesignSessionTest, ControlWithoutAdd_IsNotOpened) {
 
 TEST_F(DesignSessionTest, ReadOnlyText_IsRefused) {
   ide.Run({}, [&] {
-    Open("dlg.h", cForm);
+    Open("dlg.h", cDialogForm);
     Front().Send(mavro::SCI_SETREADONLY, 1);
     IdeDriver::Press(Qt::Key_F11);
     ASSERT_EQ(ide.dialogs.texts.size(), 1u);

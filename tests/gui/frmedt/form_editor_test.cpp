@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "DesignTest.h"
+#include "NextDialog.h"
 
 // The surface of the designer: what mouse and keys do to controls.
 
@@ -189,6 +190,42 @@ TEST_F(FormEditorTest, EscapeGivesUpADrag) {
     EXPECT_EQ(At("button1"), (Rect{40, 40, 80, 24}));
     EXPECT_FALSE(frame->History().CanUndo());
   });
+}
+
+// Another press while the left button is held neither drops nor selects, and no key deletes.
+TEST_F(FormEditorTest, DropWhileDragging_WaitsForTheButton) {
+  Design(Names(2), Buttons(2), [&] {
+    Press(60, 52);
+    MoveTo(70, 60);
+    ChooseTool("Edit");
+    QTest::mousePress(Window(), Qt::RightButton, Qt::NoModifier, Place(200, 200));
+    QTest::mouseRelease(Window(), Qt::RightButton, Qt::NoModifier, Place(200, 200));
+    Press(60, 92);
+    Type(Qt::Key_Delete);
+    Type(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_THAT(AllNames(), ElementsAre("button1", "button2"));
+    EXPECT_THAT(Selected(), ElementsAre("button1"));
+    Release(70, 60);
+    EXPECT_EQ(At("button1"), (Rect{50, 48, 80, 24}));
+    Click(300, 300);
+    EXPECT_THAT(AllNames(), ElementsAre("button1", "button2", "edit1")) << "the tool was kept";
+  });
+}
+
+TEST_F(FormEditorTest, ImageWithoutAPicture_IsShownAndPreviewed) {
+  Design("Image photo;\n",
+         "//!<Image>\nphoto.SetBounds(10, 10, 100, 80);\nphoto.stretch = true;\n"
+         "this->Add(&photo);\n",
+         [&] {
+           EXPECT_EQ(At("photo"), (Rect{10, 10, 100, 80}));
+           bool isShown = false;
+           test::OnNextDialog(*frame, [&](mavro::Form& preview) {
+             isShown = dynamic_cast<mavro::Image*>(preview.children[0]);
+             preview.Close();
+           });
+           Type(Qt::Key_F9);
+           EXPECT_TRUE(isShown);
+         });
 }
 
 TEST_F(FormEditorTest, Drop_MakesAControlWithItsCornerAtThePoint) {

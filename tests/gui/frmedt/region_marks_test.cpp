@@ -5,6 +5,7 @@
 
 #include "DarkPalette.h"
 #include "EditorFixture.h"
+#include "frmedt/FormFolds.h"
 
 // The regions of forms, as the editor shows them.
 
@@ -44,6 +45,21 @@ class IdeRegions : public test::EditorFixture {
     for (auto line = editor.Send(mavro::SCI_MARKERNEXT, 0, mask); line >= 0;
          line = editor.Send(mavro::SCI_MARKERNEXT, static_cast<std::uintptr_t>(line + 1), mask))
       lines.push_back(static_cast<int>(line));
+    return lines;
+  }
+  // The lines that begin a fold.
+  static std::vector<int> FoldPoints(const CppEditor& editor) {
+    std::vector<int> lines;
+    for (int line = 0; line < editor.LineCount(); ++line)
+      if (editor.Send(mavro::SCI_GETFOLDLEVEL, static_cast<std::uintptr_t>(line)) & cFoldHeader)
+        lines.push_back(line);
+    return lines;
+  }
+  static std::vector<int> HiddenLines(const CppEditor& editor) {
+    std::vector<int> lines;
+    for (int line = 0; line < editor.LineCount(); ++line)
+      if (!editor.Send(mavro::SCI_GETLINEVISIBLE, static_cast<std::uintptr_t>(line)))
+        lines.push_back(line);
     return lines;
   }
   // The texts that have a wave line.
@@ -159,6 +175,84 @@ TEST_F(IdeRegions, PlainTexts_AreLeftAlone) {
     CppEditor& editor = Open("form.txt", cForm);
     RegionMarks::Update(editor);
     EXPECT_THAT(TintedLines(editor), IsEmpty());
+  });
+}
+
+TEST_F(IdeRegions, BothRegions_AreFoldPoints) {
+  ide.Run({}, [&] {
+    CppEditor& editor = OpenForm();
+    EXPECT_THAT(FoldPoints(editor), ElementsAre(0, 3, 8, 9));
+    editor.Send(mavro::SCI_TOGGLEFOLD, 3);
+    EXPECT_THAT(HiddenLines(editor), ElementsAre(4, 5));
+    editor.Send(mavro::SCI_TOGGLEFOLD, 9);
+    EXPECT_THAT(HiddenLines(editor), ElementsAre(4, 5, 10, 11, 12, 13, 14));
+  });
+}
+
+TEST_F(IdeRegions, AClosedRegion_StaysClosedWhileOneTypesAroundIt) {
+  ide.Run({}, [&] {
+    CppEditor& editor = OpenForm();
+    editor.Send(mavro::SCI_TOGGLEFOLD, 3);
+    editor.Select(editor.LineEnd(1), editor.LineEnd(1));
+    editor.Focus();
+    editor.ReplaceSelection("\n");
+    Type("// {");
+    editor.ReplaceSelection("\n");
+    Type("int a;");
+    Settle(editor);
+    editor.Select(editor.Length(), editor.Length());
+    Type("int b;");
+    editor.ReplaceSelection("\n");
+    Settle(editor);
+    EXPECT_THAT(FoldPoints(editor), ElementsAre(0, 5, 10, 11));
+    EXPECT_THAT(HiddenLines(editor), ElementsAre(6, 7));
+  });
+}
+
+TEST_F(IdeRegions, WithoutRegions_TheComponentFoldsAgain) {
+  ide.Run({}, [&] {
+    CppEditor& editor = OpenForm();
+    editor.Select(editor.LineStart(9), editor.LineStart(10));
+    editor.ReplaceSelection("");
+    editor.Select(editor.LineStart(3), editor.LineStart(4));
+    editor.ReplaceSelection("");
+    Settle(editor);
+    editor.Send(mavro::SCI_COLOURISE, 0, -1);
+    EXPECT_THAT(FoldPoints(editor), ElementsAre(0, 7));
+    editor.Send(mavro::SCI_UNDO);
+    editor.Send(mavro::SCI_UNDO);
+    Settle(editor);
+    EXPECT_THAT(FoldPoints(editor), ElementsAre(0, 3, 8, 9));
+  });
+}
+
+// The levels are counted here and by the component's lexer alike.
+TEST_F(IdeRegions, FoldsOfTheRest_AreTheComponentsOwn) {
+  ide.Run({}, [&] {
+    const std::string tree = std::string(TEST_DATA) + "/../../src/frmedt/";
+    for (const char* name : {"FormEditor.cpp", "CtrlReg.cpp", "DesignFrame.h", "FormTokens.cpp"}) {
+      SCOPED_TRACE(name);
+      CppEditor& editor = *Tabs().OpenFile(tree + name);
+      editor.Send(mavro::SCI_COLOURISE, 0, -1);
+      const std::vector<int> levels = FoldLevels(editor.GetText(), {});
+      ASSERT_EQ(static_cast<int>(levels.size()), editor.LineCount());
+      for (size_t line = 0; line < levels.size(); ++line)
+        ASSERT_EQ(editor.Send(mavro::SCI_GETFOLDLEVEL, line) & 0xFFFF, levels[line]) << line + 1;
+    }
+  });
+}
+
+TEST_F(IdeRegions, ALongText_KeepsTheComponentsFolds) {
+  ide.Run({}, [&] {
+    std::string text(cForm);
+    text.resize(RegionMarks::cMostFolded, ' ');
+    CppEditor& editor = OpenForm(text);
+    EXPECT_THAT(FoldPoints(editor), ElementsAre(0, 3, 8, 9));
+    editor.Select(editor.Length(), editor.Length());
+    editor.ReplaceSelection(" ");
+    Settle(editor);
+    editor.Send(mavro::SCI_COLOURISE, 0, -1);
+    EXPECT_THAT(FoldPoints(editor), ElementsAre(0, 8));
   });
 }
 

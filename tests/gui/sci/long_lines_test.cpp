@@ -40,7 +40,7 @@ struct LongCase {
   size_t lines;
 };
 
-// Without the stand-ins this takes hours; how long it takes is measured by "hard_texts_bench".
+// Without the stand-ins this takes hours; how long it takes is measured by "hard_lines_bench".
 TEST(SciLongLines, Load_WhateverTheLines_IsOnTheScreenAndSavedTheSame) {
   const LongCase cases[] = {
       {"one line of 200 MB", Numbers(200'000'000), 1},

@@ -56,7 +56,7 @@ class IdeNewProject : public test::EditorFixture {
         if (choose) choose(dialog);
         // Return would press the button that has the focus.
         if (form.impl->hwnd && page == NewProjectDialog::cImportPage)
-          test::Click(dialog.ok);
+          test::Click(dialog.okButton);
         else if (form.impl->hwnd)
           test::Key(form, Qt::Key_Return);
       });
