@@ -38,6 +38,17 @@ std::string CallText(TextScanner& scanner, int start) {
   return text;
 }
 
+// True if that many opening parentheses are directly before a place: "((p)). " is "p.", but in
+// "((A*)p)." a group stands for more than its last word.
+bool IsInGroups(TextScanner& scanner, int place, int groups) {
+  for (; groups > 0; --groups) {
+    do --place;
+    while (place > 0 && IsWhiteSpace(scanner.At(place)));
+    if (place < 0 || scanner.At(place) != '(') return false;
+  }
+  return true;
+}
+
 // Looks for the tag that begins nearest above a line.
 class NearestItem {
  public:
@@ -128,8 +139,13 @@ bool CodeWizard::ResolveNames(const CaretText& editor, TagItem* scopeItem, Resol
 bool CodeWizard::resolveChain(TextScanner& scanner, const TagItem* scopeItem, ResolveInfo& info) {
   const bool isOperator = info.kind == cMemberRequest || info.kind == cPrefixRequest;
   int place = isOperator ? operandEnd(scanner, scanner.position) : scanner.position;
-  while (place > 0 && !IsWordChar(scanner.At(place))) --place;
+  int groups = 0;
+  for (; place > 0 && !IsWordChar(scanner.At(place)); --place) {
+    if (scanner.At(place) == ')') ++groups;
+    if (isOperator && scanner.At(place) == ']') return false;
+  }
   const Chain chain = readChain(scanner, place);
+  if (isOperator && !IsInGroups(scanner, chain.start, groups)) return false;
   info.name = chain.text;
   if (info.name.empty()) return false;
   if (const auto decl = declarationAt(scanner, chain.wordEnd)) {

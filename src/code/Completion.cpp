@@ -60,6 +60,19 @@ bool LeadsElsewhere(const std::vector<TagItem*>& items, std::string_view text) {
   return first->owner && !first->module && IsArrowForeign(first->owner->name);
 }
 
+// True if the member operator before the caret follows an index, which the names don't show.
+bool IsAfterIndex(const CaretText& editor, std::string_view text) {
+  const size_t part = LastPart(text);
+  if (text.substr(0, part) != "." && text.substr(0, part) != "->") return false;
+  int before = editor.CaretPosition() - static_cast<int>(text.size());
+  char c = ' ';
+  while (before > 0 && (c == ' ' || c == '\t')) {
+    editor.CopyRange(before - 1, before, &c);
+    --before;
+  }
+  return c == ']';
+}
+
 bool IsType(const TagItem& item) {
   const RowKind kind = KindOf(item);
   return kind == RowKind::cClass || kind == RowKind::cEnum || kind == RowKind::cTypedef;
@@ -134,9 +147,10 @@ void Completion::collectCompletions(std::vector<TagItem*>& out, const CaretText&
   wizard.tags.LookFrom(sources.ModuleOf(editor));
   ResolveInfo info;
   info.kind = kind;
+  const std::string viewer = ScopeAt(editor);
   const auto list = [&](std::string_view prefix) {
     TagLookup& tags = wizard.tags;
-    tags.listMembers(out, info.type, prefix, 0, tags.ModuleNamed(info.file));
+    tags.listMembers(out, info.type, prefix, 0, tags.ModuleNamed(info.file), &viewer);
   };
   const int typed = static_cast<int>(text.size());
   switch (kind) {
@@ -151,7 +165,7 @@ void Completion::collectCompletions(std::vector<TagItem*>& out, const CaretText&
       break;
     case cAnyRequest:
       if (const TagItem* item = wizard.currentItem(editor); item && item->owner)
-        wizard.tags.listMembers(out, item->owner->name, text);
+        wizard.tags.listMembers(out, item->owner->name, text, 0, nullptr, &viewer);
       wizard.tags.listGlobals(out, text);
       break;
   }
@@ -169,7 +183,8 @@ CompletionList Completion::Complete(const CaretText& editor, std::string_view le
     collectCompletions(items, editor, request->text, request->kind);
     if (request->typesPrefix) list.typed = request->text;
   }
-  const bool leadsElsewhere = !operand.empty() && LeadsElsewhere(items, leftOfCaret);
+  const bool leadsElsewhere =
+      !operand.empty() && (IsAfterIndex(editor, leftOfCaret) || LeadsElsewhere(items, leftOfCaret));
   list.rows = RowsOf(editor, std::move(items), place, list.typed);
   if (leadsElsewhere) CompleteByTypes(editor, place, list);
   Finish(list);
@@ -213,7 +228,8 @@ void Completion::CompleteByTypes(const CaretText& editor, const Place& place,
   Items found;
   if (!operand->className.empty())
     wizard.tags.listMembers(found, operand->className, operand->prefix, 0,
-                            operand->nameSpace.empty() ? nullptr : sources.Library());
+                            operand->nameSpace.empty() ? nullptr : sources.Library(),
+                            place.operand.ends_with("::") ? nullptr : &place.scope);
   else
     wizard.tags.listNamespace(found, operand->nameSpace, operand->prefix);
   std::vector<CompletionRow> rows = RowsOf(editor, std::move(found), place, operand->prefix);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "code/DeclScan.h"
+#include "tags/TagMacros.h"
 
 namespace zendry {
 
@@ -12,6 +13,8 @@ constexpr std::string_view cAfterPointer = "* & && const volatile";
 constexpr std::string_view cAfterParameters = "const noexcept override final mutable";
 // The signs that can follow a declared name.
 constexpr std::string_view cAfterName = "; = ( { [ , ) : ]";
+// The same after macros, where a name in capitals may also be the declared one.
+constexpr std::string_view cAfterMacros = "; = {";
 constexpr int cLongestStatement = 512;  // tokens
 constexpr int cDeclarationCost = 20;    // steps for reading one
 
@@ -30,9 +33,19 @@ int InitEnd(const CodeTokens& tokens, int at, StepBudget& budget) {
   return at;
 }
 
+// The token after the macros that follow a declared name: "T* name GUARDED_BY(lock) UNUSED = 0;".
+int AfterMacros(const CodeTokens& tokens, int at) {
+  const int first = at;
+  while (tokens.IsWord(at) && IsInCapitals(tokens.Text(at))) {
+    ++at;
+    if (tokens.Is(at, "(") && tokens.IsOpening(at)) at = tokens.Partner(at) + 1;
+  }
+  return at == first || tokens.IsOneOf(at, cAfterMacros) ? at : first;
+}
+
 // Reads the text after the name: "[]" and the initial value.
 int ReadInit(const CodeTokens& tokens, CodeDecl& decl, StepBudget& budget) {
-  int at = decl.name + 1;
+  int at = AfterMacros(tokens, decl.name + 1);
   for (; tokens.Is(at, "[") && tokens.IsOpening(at); at = tokens.Partner(at) + 1)
     ++decl.type.pointers;
   decl.isRange = tokens.Is(at, ":");
@@ -160,7 +173,8 @@ int TypeStart(const CodeTokens& tokens, int end) {
 }
 
 std::optional<CodeDecl> DeclarationAt(const CodeTokens& tokens, int name, StepBudget& budget) {
-  if (!tokens.IsWord(name) || !tokens.IsOneOf(name + 1, cAfterName)) return std::nullopt;
+  if (!tokens.IsWord(name) || !tokens.IsOneOf(AfterMacros(tokens, name + 1), cAfterName))
+    return std::nullopt;
   const int before = name - 1;
   if (tokens.Is(before, "using"))
     return tokens.Is(name + 1, "=") ? UsingDeclaration(tokens, name) : std::nullopt;

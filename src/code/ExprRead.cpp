@@ -122,12 +122,8 @@ class Reader {
     if (beginsOperand) {
       if (std::optional<TypeText> type = TypeUpTo(open + 1, close)) {
         at = close + 1;
-        const size_t kept = steps.size();
         Put(Kind::cValue, *type);
-        const ExprStep value = steps.back();
-        if (!Unary(end)) return false;
-        steps.resize(kept);
-        steps.push_back(value);
+        SkipCastOperand(end);
         return true;
       }
     }
@@ -135,6 +131,19 @@ class Reader {
     --depth;
     at = close + 1;
     return true;
+  }
+
+  // What a cast is applied to has no part in its type.
+  void SkipCastOperand(int end) {
+    while (at < end && tokens.IsOneOf(at, "* & ++ --")) ++at;
+    while (at < end && budget.Take()) {
+      if (tokens.IsOpening(at) && !tokens.Is(at, "{"))
+        at = tokens.Partner(at) + 1;
+      else if (tokens.IsWord(at) || tokens.IsOneOf(at, ". -> :: ++ --"))
+        ++at;
+      else
+        return;
+    }
   }
 
   bool NamedCast(int end) {

@@ -21,6 +21,7 @@ bool IsClassKind(int kind) {
   return kind == 'c' || kind == 's' || kind == 'u' || kind == 'i';
 }
 
+constexpr int cMacro = 'd';
 constexpr int cTypedef = 't';
 constexpr int cNamespace = 'n';
 constexpr int cEnum = 'g';
@@ -219,8 +220,11 @@ ExprTypes::Found ExprTypes::NameValue(const ExprStep& step, const ExprStep* call
   if (!OwnerName().empty())
     if (TagItem* member = tags.findMemberInClass(OwnerName(), name))
       return ItemValue(*member, TypeOfName(OwnerName()));
-  if (TagItem* global = tags.findGlobal(name, scopeFile))
+  if (TagItem* global = tags.findGlobal(name, scopeFile)) {
+    if (global->kind == cMacro)
+      if (Found expanded = ExpandedValue(*global, call)) return expanded;
     return ItemValue(call ? FittingOverload(*global, *call) : *global, {});
+  }
   if (call)
     if (Found result = LibraryCall(path, *call)) return result;
   return QualifiedValue(path);
@@ -361,7 +365,7 @@ ExprTypes::Found ExprTypes::MemberValue(const Value& value, const std::string& n
   if (!record || !record->module) result = WithType(MemberOf(object.type, name), object);
   if (result) result->item = member;
   if (!result && member) result = ItemValue(*member, object.type);
-  return result;
+  return result || member ? result : MacroMember(object, name);
 }
 
 ExprTypes::Found ExprTypes::WithType(std::optional<TypeText> type, const Value& from) const {
@@ -468,6 +472,7 @@ ExprTypes::Found ExprTypes::NamedAlias(const Value& value) {
   }
   TagItem* global = tags.findGlobal(name, scopeFile);
   if (global && global->kind == cTypedef) return ItemValue(*global, {});
+  if (global && global->kind == cMacro) return MacroAlias(*global);
   return WrittenAlias(name);
 }
 
@@ -488,7 +493,7 @@ std::optional<CodeDecl> ExprTypes::FindAlias(const std::string& name) {
   return std::nullopt;
 }
 
-// "Outer::Name": a type that a class or container declares.
+// "Outer::Name": a type that a class, a namespace or a container declares.
 ExprTypes::Found ExprTypes::NestedAlias(const Value& value) {
   const std::string& name = value.type.Name();
   const Value outer = Plain({value.type.Outer(), value.scope});
@@ -497,6 +502,10 @@ ExprTypes::Found ExprTypes::NestedAlias(const Value& value) {
     return Print(made->type) == Print(value.type) ? Found() : made;
   }
   const TagClass* record = ClassOf(outer.type, outer.scope);
+  if (!record && value.type.path.front().name != "std" && !ClassOf(value.type, value.scope)) {
+    TagItem* global = tags.findGlobal(name, scopeFile);
+    return global && global->kind == cTypedef ? ItemValue(*global, {}) : Found();
+  }
   if (!record || tags.findClass(record->name + "::" + name)) return std::nullopt;
   TagItem* member = tags.findMemberInClass(record->name, name);
   if (member) return member->kind == cTypedef ? ItemValue(*member, outer.type) : Found();

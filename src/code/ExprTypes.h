@@ -91,6 +91,11 @@ class ExprTypes {
   bool IsKnown(const Value& value);
   std::optional<ExprOperand> Scope(int begin, int end);
 
+  // Group: macros (ExprMacros.cpp).
+  Found ExpandedValue(TagItem& macro, const ExprStep* call);
+  Found MacroAlias(const TagItem& macro);
+  Found MacroMember(const Value& object, const std::string& name);
+
   // Group: calls (ExprCalls.cpp).
   using CallableList = std::vector<Callable>;
   std::optional<CallableList> Declared(int name, bool isBrace);
@@ -125,6 +130,7 @@ class ExprTypes {
   StepBudget budget;
   int before = 0;  // only declarations before this token are found
   int depth = 0;
+  int expansions = 0;  // of macros so far
 };
 
 }  // namespace zendry

@@ -1,5 +1,7 @@
 #include "code/MemberAccess.h"
 
+#include <algorithm>
+
 #include "base/CaretText.h"
 #include "code/CodeTokens.h"
 #include "code/TagLookup.h"
@@ -32,9 +34,22 @@ bool MemberAccess::IsBase(const std::string& className) {
   return isBase;
 }
 
+// Classes in a friend are friends too.
+bool MemberAccess::IsFriend(const TagClass& record) const {
+  std::string_view around = scope;
+  while (!around.empty()) {
+    const size_t colon = around.rfind("::");
+    const std::string_view name = colon == around.npos ? around : around.substr(colon + 2);
+    if (std::find(record.friends.begin(), record.friends.end(), name) != record.friends.end())
+      return true;
+    around = around.substr(0, colon == around.npos ? 0 : colon);
+  }
+  return false;
+}
+
 bool MemberAccess::IsReachable(const TagItem& member) {
   if (member.access != cPrivate && member.access != cProtected) return true;
-  if (!member.owner || IsOwn(member.owner->name)) return true;
+  if (!member.owner || IsOwn(member.owner->name) || IsFriend(*member.owner)) return true;
   return member.access == cProtected && IsBase(member.owner->name);
 }
 

@@ -8,10 +8,12 @@ namespace zendry {
 
 class CaretText;
 class TagLookup;
+struct TagClass;
 struct TagItem;
 
 // Decides which members of a class a list shows at a place: those that the code there may name.
-// Whether a function is a friend isn't known; friends count as any other code.
+// Classes that the class calls its friends may name all; whether a function is a friend isn't
+// known.
 class MemberAccess {
  public:
   // `theTags` must outlive it. `theScope` is the class that the code at the place belongs to, empty
@@ -26,6 +28,7 @@ class MemberAccess {
  private:
   bool IsOwn(const std::string& className) const;
   bool IsBase(const std::string& className);
+  bool IsFriend(const TagClass& record) const;
 
   TagLookup& tags;
   std::string scope;

@@ -13,6 +13,8 @@ namespace zendry {
 
 namespace {
 
+using Items = std::vector<TagItem*>;
+
 constexpr int cPrototype = 'p';
 constexpr int cClass = 'c';
 constexpr int cStruct = 's';
@@ -34,6 +36,18 @@ std::string_view TakeLastBase(std::string_view& bases) {
   const std::string_view base = bases.substr(begin);
   bases = bases.substr(0, begin == 0 ? 0 : comma);
   return base;
+}
+
+// The class around the one of a name; empty without one.
+std::string_view ClassAround(std::string_view name) {
+  const size_t colon = name.rfind("::");
+  return name.substr(0, colon == name.npos ? 0 : colon);
+}
+
+bool IsInList(std::string_view names, std::string_view name) {
+  while (!names.empty())
+    if (TakeLastBase(names) == name) return true;
+  return false;
 }
 
 // Sets the module and owner of a member.
@@ -64,6 +78,9 @@ class ClassWalk {
         macros(std::move(theMacros)),
         aliases(std::move(theAliases)) {}
 
+  // True if the walk leaves out that base of a class.
+  std::function<bool(TagClass&, std::string_view)> isHidden;
+
   // The member that ended the walk; null without one.
   TagItem* Walk(std::string_view className, int depth, const TagData* from) {
     if (depth >= TagLookup::cMostDepth) return nullptr;
@@ -75,8 +92,14 @@ class ClassWalk {
     return nullptr;
   }
 
-  // A base may be written with its namespaces, which tags don't know.
-  TagItem* WalkBase(std::string_view name, int depth, const TagData* from) {
+  // A base may be a class in the ones around `scope`, and may be written with its namespaces, which
+  // tags don't know.
+  TagItem* WalkBase(std::string_view name, int depth, const TagData* from,
+                    std::string_view scope = {}) {
+    for (scope = ClassAround(scope); !scope.empty(); scope = ClassAround(scope)) {
+      const std::string inner = std::string(scope) + "::" + std::string(name);
+      if (!records(inner, from).empty()) return Walk(kept.emplace_back(inner), depth, from);
+    }
     size_t colon = name.find("::");
     for (; colon != name.npos && records(name, from).empty(); colon = name.find("::"))
       name.remove_prefix(colon + 2);
@@ -92,8 +115,11 @@ class ClassWalk {
     for (TagItem& member : record.members)
       if (visit(record, member)) return &member;
     if (TagItem* hit = WalkMacros(record, record, 0)) return hit;
-    for (std::string_view bases = record.inheritance; !bases.empty();)
-      if (TagItem* hit = WalkBase(TakeLastBase(bases), depth + 1, record.module)) return hit;
+    for (std::string_view bases = record.inheritance; !bases.empty();) {
+      const std::string_view base = TakeLastBase(bases);
+      if (isHidden && isHidden(record, base)) continue;
+      if (TagItem* hit = WalkBase(base, depth + 1, record.module, record.name)) return hit;
+    }
     return nullptr;
   }
 
@@ -296,14 +322,15 @@ TagItem* TagLookup::findMemberPath(std::string_view path, std::string_view typeN
   }
 }
 
-void TagLookup::listMembers(std::vector<TagItem*>& out, std::string_view className,
-                            std::string_view prefix, int depth, const TagData* from) {
+void TagLookup::listMembers(Items& out, std::string_view className, std::string_view prefix,
+                            int depth, const TagData* from, const std::string* viewer) {
   EnsureIndex();
   const auto records = [this](std::string_view name, const TagData* user) {
     std::vector<TagClass*> found = RecordsOf(ClassOf(name, user));
     if (found.empty()) sources.Log(" - class not found", name);
     return found;
   };
+  std::vector<TagClass*> withHiddenBases;
   ClassWalk walk(
       records,
       [&](TagClass& record, TagItem& item) {
@@ -312,7 +339,24 @@ void TagLookup::listMembers(std::vector<TagItem*>& out, std::string_view classNa
         return false;
       },
       MacroFinder(), AliasFinder());
+  walk.isHidden = [&](TagClass& record, std::string_view base) {
+    const bool isLeftOut =
+        viewer && IsInList(record.hiddenBases, base) && !IsOpenTo(record, *viewer);
+    if (isLeftOut) withHiddenBases.push_back(&record);
+    return isLeftOut;
+  };
   walk.Walk(className, depth, from);
+  for (TagClass* record : withHiddenBases)
+    for (const std::string& name : record->reopened)
+      if (name.starts_with(prefix))
+        if (TagItem* item = findMemberInClass(record->name, name, depth, record->module))
+          out.push_back(item);
+}
+
+bool TagLookup::IsOpenTo(const TagClass& record, const std::string& viewer) {
+  for (std::string_view around = viewer; !around.empty(); around = ClassAround(around))
+    if (around == record.name || IsDerived(around, record.name)) return true;
+  return false;
 }
 
 TagLookup::MacroOf TagLookup::MacroFinder() {
@@ -380,6 +424,7 @@ void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
   const bool isEnum = out.size() > before;
   listLibrary(out, name, prefix);
   const bool isOfLibrary = out.size() > before && !isEnum;
+  const bool isOfMacro = !isEnum && !isOfLibrary && ListMacroNamespace(out, name, prefix);
   const auto namespaces = index.AllGlobals().find(name);
   if (namespaces == index.AllGlobals().end()) return;
   const std::vector<int>& distances = includes.DistancesFrom(front, index.Modules());
@@ -399,9 +444,26 @@ void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
     if (out.size() == listed) ListNamespaceFile(out, number, 0, prefix);
   }
   // Other files open it, so a macro does it here: all that is known here may be in it.
-  if (!isAny || !openers.empty() || isEnum || isOfLibrary) return;
+  if (!isAny || isOfMacro || !openers.empty() || isEnum || isOfLibrary) return;
   for (int number = 0; number < static_cast<int>(index.Modules().size()); ++number)
     if (isNear(number)) ListNamespaceFile(out, number, 0, prefix);
+}
+
+// The same for the files that open it by a macro. True if any does.
+bool TagLookup::ListMacroNamespace(std::vector<TagItem*>& out, std::string_view name,
+                                   std::string_view prefix) {
+  const std::vector<int>& distances = includes.DistancesFrom(front, index.Modules());
+  std::vector<int> numbers;
+  std::vector<const TagData*> files;
+  for (int number = 0; number < static_cast<int>(distances.size()); ++number) {
+    if (distances[number] >= IncludeGraph::cFar) continue;
+    numbers.push_back(number);
+    files.push_back(index.Modules()[number]);
+  }
+  const auto textOf = [this](const TagData& file) { return sources.TextOf(file); };
+  const auto opened = macroNamespaces.FirstLines(files, name, textOf);
+  for (const auto& [place, line] : opened) ListNamespaceFile(out, numbers[place], line, prefix);
+  return !opened.empty();
 }
 
 // Appends what comes from a line of a file on. True if anything does. Macros are in no namespace.

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tags/IncludeGraph.h"
+#include "tags/MacroNamespaces.h"
 #include "tags/MemberMacros.h"
 #include "tags/TagIndex.h"
 
@@ -60,9 +61,12 @@ class TagLookup {
                           const TagData* from = nullptr);
   // Appends the members of a class and its bases whose names begin with `prefix`, without
   // definitions outside of the class. A base that is met again is listed once. A class that isn't
-  // found is logged.
+  // found is logged. With a viewer, the class that the code belongs to which asks ("" for none), a
+  // private or protected base of a class is left out unless the viewer is that class, is in it or
+  // derives from it; its members stay that the class declares again by "using".
   void listMembers(std::vector<TagItem*>& out, std::string_view className, std::string_view prefix,
-                   int depth = 0, const TagData* from = nullptr);
+                   int depth = 0, const TagData* from = nullptr,
+                   const std::string* viewer = nullptr);
   // Appends the first global, then the first class, struct or union, and then the first enumerator
   // of each name with this prefix in the project, in the order of names.
   void listGlobals(std::vector<TagItem*>& out, std::string_view prefix);
@@ -79,8 +83,9 @@ class TagLookup {
 
   // Appends the names with this prefix in a scope that isn't a class: the enumerators that are kept
   // under its name, the globals and classes that come after the beginning of a namespace of that
-  // name in their files; and what the libraries have in that namespace. If no file that the one in
-  // front includes opens it, a macro may: then all that these files declare.
+  // name in their files, which a macro may open too; and what the libraries have in that namespace.
+  // If no file that the one in front includes opens it, but others do: all that these files
+  // declare.
   void listNamespace(std::vector<TagItem*>& out, std::string_view name, std::string_view prefix);
 
   // True if a class derives from another one, at any depth, or is the same.
@@ -96,6 +101,9 @@ class TagLookup {
 
   TagClass* ClassOf(std::string_view name, const TagData* from);
   TagClass* ProjectClass(std::string_view name, const TagData* from);
+  bool ListMacroNamespace(std::vector<TagItem*>& out, std::string_view name,
+                          std::string_view prefix);
+  bool IsOpenTo(const TagClass& record, const std::string& viewer);
   bool ListNamespaceFile(std::vector<TagItem*>& out, int number, int firstLine,
                          std::string_view prefix);
   TagItem* NearestGlobal(std::string_view name, const TagData* from, int kind);
@@ -108,6 +116,7 @@ class TagLookup {
   TagIndex index;
   IncludeGraph includes;
   MemberMacros memberMacros;
+  MacroNamespaces macroNamespaces;
   const TagData* front = nullptr;
 };
 

@@ -6,6 +6,7 @@
 #include "code/CallableText.h"
 #include "code/CodeSources.h"
 #include "code/DeclRead.h"
+#include "tags/MacroText.h"
 #include "tags/TagData.h"
 
 namespace zendry {
@@ -128,6 +129,15 @@ std::optional<Callable> TagText::CallableOf(const TagItem& item, StepBudget& bud
     return callable;
   }
   return std::nullopt;
+}
+
+std::optional<std::string> TagText::Expansion(const TagItem& macro, bool takesArguments,
+                                              const std::vector<std::string>& arguments) {
+  const Piece piece = Around(macro);
+  const std::string_view text = std::string_view(piece.text).substr(piece.lineStart);
+  const std::optional<MacroText> read = ReadMacro(text, 1, macro.name);
+  if (!read || read->takesArguments != takesArguments) return std::nullopt;
+  return Expand(*read, arguments);
 }
 
 std::vector<std::string> TagText::ParametersOf(const TagClass& record) {

@@ -35,6 +35,10 @@ class TagText {
   // A function, macro, pointer to a function or lambda as it is declared, with the class that it
   // belongs to. Nothing for other tags, and for a function that is deleted.
   std::optional<Callable> CallableOf(const TagItem& item, StepBudget& budget);
+  // What a macro stands for with these arguments. Nothing if it takes another number of them, or
+  // if `takesArguments` isn't what it does.
+  std::optional<std::string> Expansion(const TagItem& macro, bool takesArguments,
+                                       const std::vector<std::string>& arguments);
   // The names of the template parameters of a class.
   std::vector<std::string> ParametersOf(const TagClass& record);
   // The type of an alias that is made with "using" in a project file that the current one includes.

@@ -142,6 +142,7 @@ void FileActs::LoadProject(const std::string& path) {
     theMainForm->SetStatus(ReasonFirst(result.Words()), "");
   theMainForm->startFiles.AllLoaded();
   theMainForm->search->ProjectOpened();
+  theMainForm->completion.wizard.tags.EnsureIndex();  // or the first list would wait for it
 }
 
 void FileActs::OpenFiles(std::vector<std::string> paths) {

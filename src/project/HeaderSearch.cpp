@@ -35,11 +35,9 @@ class PatientParser {
         keptFound(std::exchange(theTagParser.found, std::move(found))),
         keptShell(std::exchange(theTagParser.shell, nullptr)) {
     theTagParser.mostTags = std::numeric_limits<int>::max() - 1;
-    theTagParser.keepReserved = true;
   }
   ~PatientParser() {
     theTagParser.mostTags = keptMost;
-    theTagParser.keepReserved = false;
     theTagParser.found = std::move(keptFound);
     theTagParser.shell = keptShell;
   }
@@ -47,6 +45,7 @@ class PatientParser {
   PatientParser& operator=(const PatientParser&) = delete;
 
  private:
+  const ReservedNamesKept allNames;
   int keptMost;
   std::function<void(const TagFacts&)> keptFound;
   OutputShell* keptShell;

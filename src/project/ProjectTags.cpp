@@ -90,6 +90,7 @@ void Project::parseModule(TagData& module, EditorText* editor) {
   const bool isTyped = editor != nullptr;
   // A text that somebody types is unfinished at nearly every key: that is no news for the shell.
   const ParserLog log(isTyped ? nullptr : shell);
+  const ReservedNamesKept allNames;
   if (!editor) editor = FindEditor(module);
   std::vector<IncludeRec> known = std::move(module.includes);
   module.clear();

@@ -194,6 +194,7 @@ void TagC::CheckTagAtEnd(Statement& st) {
   const Token& prev = st.earlierToken(1);
   const Token& prev2 = st.earlierToken(2);
   if (prev.IsName()) {
+    if (st.scope == SCOPEKIND_FRIEND && IsForwardWord(prev2)) NoteFriend(st, prev);
     if (IsForwardWord(prev2))
       st.scope = SCOPEKIND_EXTERN;
     else
@@ -208,6 +209,11 @@ void TagC::CheckTagAtEnd(Statement& st) {
     else if (IsTypeSpecifier(st.declaration) && CanBeFunction(st))
       MakeTag(st, prev2, false, TagType::cPrototype);
   }
+}
+
+void TagC::NoteFriend(Statement& st, const Token& name) {
+  FindScope(st);
+  theTagParser.AddFriend(st.outerScope, name.name);
 }
 
 void TagC::CheckTagAtBrace(Statement& st) {

@@ -61,6 +61,7 @@ class TagC {
   void EndStatement(Statement& st);
   void CheckTag(Statement& st);
   void CheckTagAtEnd(Statement& st);
+  void NoteFriend(Statement& st, const Token& name);
   void CheckTagAtBrace(Statement& st);
   void CheckEnumerator(Statement& st);
   bool MayStandAlone(Statement& st) const;
@@ -104,6 +105,7 @@ class TagC {
   void ReadPackage(Token& token);
   void SkipStatement();
   void ApplyUsing();
+  void NoteReopened();
   void ApplyTemplate();
   void ReadAlias(const Token& name);
   void ReadLiteralOperator(Token& token);

@@ -39,8 +39,11 @@ struct TagItem {
 struct TagClass : TagItem {
   int serial = 0;           // order of appearance in its store, from 1
   std::string inheritance;  // base names, joined by commas
+  std::string hiddenBases;  // those of them that are private or protected, joined likewise
   std::vector<TagItem> members;
-  std::vector<std::string> macros;  // names alone in the block, which may bring members
+  std::vector<std::string> friends;   // classes that may use all its members
+  std::vector<std::string> reopened;  // names of bases that "using" declares here
+  std::vector<std::string> macros;    // names alone in the block, which may bring members
 };
 
 // A header of a reference library.

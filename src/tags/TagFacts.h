@@ -15,6 +15,7 @@ struct TagFacts {
   std::string_view access;
   std::string_view implementation;
   std::string_view inheritance;    // base names, joined by commas
+  std::string_view hiddenBases;    // those of them that only the class itself may use
   std::string_view scopeKind;      // kind name of the scope that the tag is in
   std::string_view scopeName;      // its qualified name; for a class-like tag the tag's own name
   std::string_view namespaceName;  // the namespace part of the scope

@@ -180,6 +180,7 @@ void TagC::FillExtra(TagFacts& facts, const Statement& st, TagType type) {
   if (!fullNamespace.empty()) facts.namespaceName = fullNamespace;
   const bool hasBases = type == cClass || type == cInterface || type == cStruct;
   if (hasBases && !st.baseNames.empty()) facts.inheritance = st.baseNames;
+  if (hasBases) facts.hiddenBases = st.hiddenBases;
   const bool tellsImplementation = IsCpp() || IsJavaOrCSharp();
   if (tellsImplementation && st.implementation != IMP_DEFAULT)
     facts.implementation = ImplementationText(st.implementation);

@@ -144,6 +144,16 @@ void TagParser::AddMemberMacro(std::string_view className, std::string_view name
   if (found != tagData->classes.end()) found->second.macros.emplace_back(name);
 }
 
+void TagParser::AddReopened(std::string_view className, std::string_view name) {
+  const auto found = tagData->classes.find(className);
+  if (found != tagData->classes.end()) found->second.reopened.emplace_back(name);
+}
+
+void TagParser::AddFriend(std::string_view className, std::string_view name) {
+  const auto found = tagData->classes.find(className);
+  if (found != tagData->classes.end()) found->second.friends.emplace_back(name);
+}
+
 void TagParser::MoveMembers(std::string_view from, size_t first, std::string_view to, int access) {
   const auto target = tagData->classes.find(to);
   if (target == tagData->classes.end() || from == to || first >= MemberCount(from)) return;
@@ -225,6 +235,7 @@ void TagParser::StoreClass(const TagFacts& facts) {
   record.fileId = fileId;
   record.serial = ++tagData->classCount;
   if (facts.inheritance.data() != nullptr) record.inheritance = facts.inheritance;
+  if (facts.inheritance.data() != nullptr) record.hiddenBases = facts.hiddenBases;
 }
 
 }  // namespace zendry

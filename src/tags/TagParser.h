@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/FileReader.h"
@@ -48,6 +49,10 @@ class TagParser {
   // of a union or structure that has neither a name nor a variable. `access` is the letter of that
   // in the other class.
   void MoveMembers(std::string_view from, size_t first, std::string_view to, int access);
+  // Notes a name of a base that a class declares again: "using Base::name;".
+  void AddReopened(std::string_view className, std::string_view name);
+  // Notes a class that may use all members of another one: "friend class Name;".
+  void AddFriend(std::string_view className, std::string_view name);
   // Notes a name alone in the block of a class.
   void AddMemberMacro(std::string_view className, std::string_view name);
   // Moves the data and functions from that number on to a new class without a name: those of the
@@ -95,5 +100,17 @@ class TagParser {
 };
 
 extern TagParser theTagParser;
+
+// While it lives, names that begin with "_" are tags too, as in a project's own sources.
+class ReservedNamesKept {
+ public:
+  ReservedNamesKept() : before(std::exchange(theTagParser.keepReserved, true)) {}
+  ~ReservedNamesKept() { theTagParser.keepReserved = before; }
+  ReservedNamesKept(const ReservedNamesKept&) = delete;
+  ReservedNamesKept& operator=(const ReservedNamesKept&) = delete;
+
+ private:
+  const bool before;
+};
 
 }  // namespace zendry

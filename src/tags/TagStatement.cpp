@@ -131,6 +131,7 @@ void Statement::resetStatement(bool partial, int line) {
   context.Reset(line);
   openedName.Reset(line);
   baseNames.clear();
+  hiddenBases.clear();
 }
 
 void Statement::stepTokenForward(int line) {

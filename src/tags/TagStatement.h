@@ -149,7 +149,8 @@ struct Statement {
   std::string blockType;  // the class that the statement's block has declared, by its store's name
   Access access = ACCESS_UNKNOWN;
   Access defaultAccess = ACCESS_UNKNOWN;
-  std::string baseNames;  // joined by commas
+  std::string baseNames;    // joined by commas
+  std::string hiddenBases;  // those of them that are private or protected
   Statement* parent = nullptr;
 
   // The names of the blocks around, put together when the first tag of the block asks for them.

@@ -2,6 +2,7 @@
 
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
+#include "tags/TagParser.h"
 
 namespace zendry {
 namespace {
@@ -306,8 +307,26 @@ void TagC::ApplyUsing() {
     ReadAlias(name);
   } else {
     theCpp.sourceUngetc(c);
+    if (currentStatement->IsMember()) NoteReopened();
     SkipStatement();
   }
+}
+
+// The rest of "using Base<T>::name;" in a class: its last word is declared in the class.
+void TagC::NoteReopened() {
+  bool isName = false;
+  int c = NextChar();
+  for (; c == ':' || c == '<' || theCpp.IsIdentifierStart(c); c = NextChar()) {
+    isName = theCpp.IsIdentifierStart(c);
+    if (isName)
+      ReadIdentifier(scratch, c);
+    else if (c == '<')
+      skipBalanced("<>");
+  }
+  theCpp.sourceUngetc(c);
+  if (!isName || c != ';' || !scratch.IsName()) return;
+  FindFullScope(*currentStatement);
+  theTagParser.AddReopened(fullScope, scratch.name);
 }
 
 // Reads what the alias stands for; the statement then ends like that of a typedef. The last word of
@@ -439,11 +458,13 @@ void TagC::SkipThrows() {
 // Collects the names of bases up to the block. `separator` joins the parts of a name.
 void TagC::readParents(char separator) {
   Statement& st = *currentStatement;
+  const bool isHiddenAtFirst = IsCpp() && st.declaration == DECLARES_CLASS;
+  bool isHidden = isHiddenAtFirst;
   std::string name;
-  const auto finish = [&st, &name] {
+  const auto finish = [&] {
     if (name.empty()) return;
-    if (!st.baseNames.empty()) st.baseNames += ',';
-    st.baseNames += name;
+    PutAfter(st.baseNames, name, ",");
+    if (isHidden) PutAfter(st.hiddenBases, name, ",");
     name.clear();
   };
   int c;
@@ -454,12 +475,16 @@ void TagC::readParents(char separator) {
       ReadIdentifier(scratch, c);
       if (scratch.Is(TOKEN_KEYWORD) || before != separator) finish();
       if (scratch.IsName()) name += scratch.name;
+      if (scratch.IsKeyword(Keyword::cPublic)) isHidden = false;
+      isHidden = isHidden || scratch.IsKeyword(Keyword::cPrivate) ||
+                 scratch.IsKeyword(Keyword::cProtected);
     } else if (c == separator) {
       if (separator == '.' || !name.empty()) name += separator;
     } else if (c == '<') {
       skipBalanced("<>");
     } else {
       finish();
+      if (c == ',') isHidden = isHiddenAtFirst;
     }
     before = c;
   } while (c != '{' && c != ';' && c != -1);

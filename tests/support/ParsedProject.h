@@ -66,6 +66,7 @@ class ParsedProject : public zendry::CodeSources {
     editor.path = data.fileName;
     editor.text = text;
     zendry::EditorReader reader(editor);
+    const zendry::ReservedNamesKept allNames;
     zendry::theTagParser.parseBuffer(data, &reader, false);
   }
   zendry::TagData& StoreOf(const std::string& path) {

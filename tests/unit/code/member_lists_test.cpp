@@ -85,5 +85,85 @@ TEST_F(MemberLists, InAMacroWithABlock_HaveThoseOfTheFixture) {
   EXPECT_EQ(in("auto* x = db_; x->@"), "get");
 }
 
+TEST_F(MemberLists, OfAPrivateBase_AreForTheClassAndItsDerivedOnesOnly) {
+  const std::string code =
+      "class Open { public: void read(); void write(); };\n"
+      "class File : Open { public: using Open::write; void close(); struct In { void f(); }; };\n"
+      "class Log : public File, protected Stranger { public: void add(); };\n"
+      "struct Plain : Open {};\nstruct Hidden : private virtual ns::Open {};\n";
+  EXPECT_EQ(Names(code + "void f(File x) {\n  x.@\n}\n"), "close write");
+  EXPECT_EQ(Names(code + "void f(File* x) {\n  (*x).@\n}\n"), "close write");
+  EXPECT_EQ(Names(code + "void f(Log x) {\n  x.@\n}\n"), "add close write");
+  EXPECT_EQ(Names(code + "void f(Plain x) {\n  x.@\n}\n"), "read write");
+  EXPECT_EQ(Names(code + "void f(Hidden x) {\n  x.@\n}\n"), "");
+  EXPECT_EQ(Names(code + "void File::close() {\n  this->@\n}\n"), "close read write");
+  EXPECT_EQ(Names(code + "void File::In::f() {\n  File x;\n  x.@\n}\n"), "close read write");
+  EXPECT_EQ(Names(code + "void Log::add() {\n  this->@\n}\n"), "add close look read write");
+}
+
+TEST_F(MemberLists, OfAClassWithFriends_HaveAllForThem) {
+  const std::string code =
+      "class Node {\n  friend class Tree;\n  friend struct ns::Other;\n"
+      "  Node* next;\npublic:\n  int count;\n};\n"
+      "class Tree { void f(); struct In { void g(); }; };\nclass Oak : Tree { void f(); };\n"
+      "struct Other { void f(); };\n"
+      "class Leaf {\n  friend void walk(Leaf*);\n  int own;\npublic:\n  int size;\n};\n";
+  EXPECT_EQ(Names(code + "void Tree::f() {\n  Node* n;\n  n->@\n}\n"), "count next");
+  EXPECT_EQ(Names(code + "void Tree::In::g() {\n  Node* n;\n  n->@\n}\n"), "count next");
+  EXPECT_EQ(Names(code + "void Other::f() {\n  Node* n;\n  n->@\n}\n"), "count next");
+  EXPECT_EQ(Names(code + "void Oak::f() {\n  Node* n;\n  n->@\n}\n"), "count");
+  EXPECT_EQ(Names(code + "void walk(Leaf* n) {\n  n->@\n}\n"), "size");
+}
+
+TEST_F(MemberLists, BehindAnIndex_AreThoseOfTheElement) {
+  const std::string code =
+      "class Part { public: int piece; };\n"
+      "template <class T> class Array { public: T& operator[](int i); int size; int place; };\n"
+      "void f(Array<Part*> a, Part* p) {\n  ";
+  EXPECT_EQ(Names(code + "a[0]->@\n}\n"), "piece");
+  EXPECT_EQ(Names(code + "a[0] .@\n}\n"), "piece");
+  EXPECT_EQ(Names(code + "a[0]->p@\n}\n"), "piece");
+  EXPECT_EQ(Names(code + "p[0].@\n}\n"), "piece");
+}
+
+TEST_F(MemberLists, OfABaseInTheSameClass) {
+  const std::string code =
+      "struct Base2 { int far; };\n"
+      "class Outer {\npublic:\n  template <typename = void> struct Base2 { int near; };\n"
+      "  template <typename T> struct Derived : Base2<> { T value; };\n};\n"
+      "struct Other : Base2 { int own; };\n";
+  EXPECT_EQ(Names(code + "void f(Outer::Derived<int>* x) {\n  x->@\n}\n"), "near value");
+  EXPECT_EQ(Names(code + "void f(Other* x) {\n  x->@\n}\n"), "far own");
+}
+
+TEST_F(MemberLists, HaveNamesThatBeginWithAnUnderscore) {
+  const std::string code =
+      "class Tree {\npublic:\n  Tree* _next;\n  int __size, _Max;\n  int count;\n};\n";
+  EXPECT_EQ(Names(code + "void f(Tree* x) {\n  x->@\n}\n"), "_Max __size _next count");
+  EXPECT_EQ(Names(code + "void f(Tree* x) {\n  x->_next->_n@\n}\n"), "_next");
+}
+
+TEST_F(MemberLists, OfAnAliasInANamespace) {
+  const std::string code =
+      "namespace detail {\nclass Memory { public: void merge(); };\n"
+      "using Holder = std::shared_ptr<Memory>;\n}\n"
+      "class Builder { detail::Holder memory; void f(); };\n";
+  EXPECT_EQ(Names(code + "void Builder::f() {\n  memory->@\n}\n"), "merge");
+}
+
+TEST_F(MemberLists, BehindANamespaceThatAMacroOpens) {
+  project.Add("/p/begin.h", "#define BEGIN_INNER namespace inner {\n#define END_INNER }\n");
+  project.Add("/p/parts.h",
+              "#include \"begin.h\"\nint outside();\nBEGIN_INNER\nint inside();\n"
+              "class Part {};\nEND_INNER\n");
+  project.Add("/p/far.h", "BEGIN_INNER\nint unseen();\nEND_INNER\n");
+  const std::string use = "#include \"parts.h\"\nvoid f() {\n  ";
+  EXPECT_EQ(project.Names("/p/a.cpp", use + "inner::@\n}\n"), "Part inside");
+  EXPECT_EQ(project.Names("/p/a.cpp", use + "other::@\n}\n"), "");
+  project.Add("/p/more.h", "namespace inner {\nint more();\n}\n");
+  EXPECT_EQ(project.Names("/p/a.cpp", "#include \"more.h\"\n" + use + "inner::@\n}\n"),
+            "Part inside more");
+}
+
 }  // namespace
 }  // namespace zendry

@@ -76,6 +76,13 @@ TEST_F(ProjectTagsTest, AddFile_WithoutParse_HasNoTags) {
   EXPECT_TRUE(file.tags.includes.empty());
 }
 
+TEST_F(ProjectTagsTest, NamesThatBeginWithAnUnderscore_AreKeptInTheProjectsFilesOnly) {
+  const ProjectFile& file = Add("a.cpp", "int _a, __b;\nclass _C { int _m; };\n#define _D\n");
+  EXPECT_EQ(Globals(file.tags), "_a __b _D");
+  EXPECT_TRUE(file.tags.classes.contains("_C"));
+  EXPECT_FALSE(theTagParser.keepReserved) << "libraries and tags files are read without";
+}
+
 TEST_F(ProjectTagsTest, OnlyIntA_HasOneGlobalAndNoClasses) {
   const ProjectFile& file = Add("a.cpp", "int a;\n");
   EXPECT_EQ(file.tags.globals.size(), 1u);
