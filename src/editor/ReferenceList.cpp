@@ -2,6 +2,7 @@
 
 #include "FileText.h"
 #include "SystemDialogs.h"
+#include "base/CompilerColumn.h"
 #include "base/ControlBytes.h"
 #include "project/Project.h"
 
@@ -17,24 +18,11 @@ constexpr int cLineWidth = 70;
 constexpr int cTextWidth = 480;
 constexpr size_t cMaxRowText = 0x4000;
 
-// The byte of a line that is shown in a column.
-size_t ByteInColumn(std::string_view line, int column) {
-  constexpr int cTabStops = 8;
-  size_t at = 0;
-  for (int reached = 1; at < line.size() && reached < column;) {
-    reached =
-        line[at] == '\t' ? (reached - 1) / cTabStops * cTabStops + cTabStops + 1 : reached + 1;
-    ++at;
-    while (at < line.size() && (static_cast<unsigned char>(line[at]) & 0xC0) == 0x80) ++at;
-  }
-  return at;
-}
-
 // The line may have changed since the compiler read it: then the caret ends before its end.
 void GoToColumn(CppEditor& editor, int line, int column) {
   const int start = editor.LineStart(line);
   const std::string text = editor.GetRange(start, editor.LineEnd(line));
-  const int position = start + static_cast<int>(ByteInColumn(text, column));
+  const int position = start + static_cast<int>(ByteAtColumn(text, column));
   editor.Select(position, position);
 }
 
