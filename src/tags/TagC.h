@@ -103,6 +103,9 @@ class TagC {
   int ReadOperatorCall(Token& token);
   void ReadPackage(Token& token);
   void SkipStatement();
+  void ApplyExport(Token& token);
+  void ApplyModule();
+  bool IsModuleStatement() const;
   void ApplyUsing();
   void ApplyTemplate();
   void ReadAlias(const Token& name);
