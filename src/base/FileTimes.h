@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 namespace zendry {
 
@@ -20,10 +21,17 @@ class FileTimes {
   // Makes the next call read the file's time again: a tool has written the file.
   void Forget(const std::string& path);
 
+  // The current folder, with a "/" at its end. What lies below it is asked for from there, because
+  // the system then has less to look up.
+  void SetCurrentFolder(std::string folder) { currentFolder = std::move(folder); }
+
   size_t Asked() const { return asked; }
 
  private:
+  const char* Shortest(const std::string& path) const;
+
   std::unordered_map<std::string, std::optional<Time>> times;
+  std::string currentFolder;
   size_t asked = 0;
 };
 

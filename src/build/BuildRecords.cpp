@@ -195,8 +195,10 @@ std::string WriteJournal(const BuildJournal& journal) {
 void BuildRecords::Open(const std::string& folder) {
   path = folder.empty() ? cRecordsName : folder + "/" + cRecordsName;
   states.clear();
-  rivals = {};
-  hasRivals.clear();
+  if (!rivals.IsCurrent()) {
+    rivals = {};
+    hasRivals.clear();
+  }
   if (const DiskStamp onDisk = ReadDiskStamp(path); !onDisk.exists || onDisk != stamp) {
     stamp = onDisk;
     Read();
@@ -212,6 +214,7 @@ void BuildRecords::Read() {
   journal = ReadJournal(file.text);
   size = file.text.size();
   numbers.clear();
+  hasRivals.clear();
 }
 
 const ProductRecord* BuildRecords::Find(const std::string& product) const {
@@ -227,12 +230,14 @@ bool BuildRecords::HasAllReadFiles(const std::string& product) const {
 }
 
 void BuildRecords::Drop(const std::string& product) {
+  hasRivals.clear();
   journal.records.erase(product);
   Append(Line('-', product));
 }
 
 void BuildRecords::Add(const std::string& product, const std::string& command,
                        const std::vector<InputFile>& inputs) {
+  hasRivals.clear();
   ProductRecord record{command, {}};
   std::string text;
   for (const InputFile& input : inputs) record.inputs.push_back(NumberOf(input, text));
@@ -293,6 +298,7 @@ void BuildRecords::Rewrite() {
   journal = ReadJournal(text);
   numbers.clear();
   states.clear();
+  hasRivals.clear();
   size = mavro::SaveFileText(path, text).Ok() ? text.size() : 0;
   if (size == 0) unlink(path.c_str());
   NoteStamp();

@@ -99,7 +99,7 @@ class BuildRecords {
   std::map<std::pair<std::string, FileTimes::Time>, uint32_t> numbers;
   std::vector<InputState> states;
   HeaderRivals rivals;
-  std::vector<bool> hasRivals;  // by input; empty until somebody asks
+  std::vector<bool> hasRivals;  // by input; empty until somebody asks, and after each change
   DiskStamp stamp;              // of the file that says what is known; none if none does
   size_t size = 0;              // of the file, as far as this program has read and written it
 };

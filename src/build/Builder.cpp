@@ -141,7 +141,10 @@ bool Builder::EnsureOutputFolder() {
 
 bool Builder::EnterProjectFolder() {
   const std::string folder = project->folder.empty() ? "/" : project->folder;
-  if (chdir(folder.c_str()) == 0) return true;
+  if (chdir(folder.c_str()) == 0) {
+    times.SetCurrentFolder(folder.ends_with('/') ? folder : folder + "/");
+    return true;
+  }
   Refuse(folder, Because("it can't be entered"));
   return false;
 }

@@ -210,12 +210,12 @@ LineMeaning Builder::MeaningOf(ToolKind kind, const std::string& line, CompileLi
   }
 }
 
-// With debug information the linker knows the source: such a row leads there.
+// Such a row leads to the source that the linker knows, with debug information to its line.
 LineMeaning Builder::LinkerLine(const std::string& line) {
   LineMeaning meaning = ReadLinkLine(line);
   const LinePlace place = PlaceInLinkLine(line);
-  if (meaning.kind != LineMeaning::cNewRow || place.file.empty()) return meaning;
-  const std::string file(place.file);
+  const std::string file(place.file.empty() ? SourceInLinkLine(line) : place.file);
+  if (meaning.kind != LineMeaning::cNewRow || file.empty()) return meaning;
   if (!mavro::FileExists(project->GetFullPath(file))) return meaning;
   meaning.row.file = file;
   meaning.row.line = place.line;

@@ -135,9 +135,10 @@ ProjectFlags ComposeFlags(const Project& project, IdeConfig& config) {
 }
 
 std::string CompileLine(const CompileParts& parts) {
-  std::string line = mavro::QuoteArgument(parts.tool) + "  -c " + parts.options + " " +
-                     parts.includeFlags + " " + parts.setFlags + "  " + FileArgument(parts.source);
-  if (!parts.object.empty()) line += " -o " + FileArgument(parts.object);
+  std::string line = mavro::QuoteArgument(parts.tool);
+  line.append("  -c ").append(parts.options).append(" ").append(parts.includeFlags);
+  line.append(" ").append(parts.setFlags).append("  ").append(FileArgument(parts.source));
+  if (!parts.object.empty()) line.append(" -o ").append(FileArgument(parts.object));
   return line;
 }
 

@@ -52,13 +52,14 @@ struct ProjectFlags {
 ProjectFlags ComposeFlags(const Project& project, IdeConfig& config);
 
 // The parts of each step's command line; file names are given as they are, not as arguments.
+// Those of a compiler are views, because a build composes a line for each source.
 struct CompileParts {
-  std::string tool;
-  std::string options;  // of the build mode
-  std::string includeFlags;
-  std::string setFlags;
-  std::string source;
-  std::string object;  // empty: the tool chooses
+  std::string_view tool;
+  std::string_view options;  // of the build mode
+  std::string_view includeFlags;
+  std::string_view setFlags;
+  std::string_view source;
+  std::string_view object;  // empty: the tool chooses
 };
 struct SingleFileParts {
   std::string tool;

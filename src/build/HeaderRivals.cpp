@@ -1,7 +1,9 @@
 #include "build/HeaderRivals.h"
 
 #include <dirent.h>
+#include <time.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 
@@ -14,19 +16,47 @@ namespace zendry {
 
 namespace {
 
-std::unordered_set<std::string> NamesIn(const std::string& folder) {
-  std::unordered_set<std::string> names;
-  const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(folder.empty() ? "." : folder.c_str()),
-                                                   closedir);
-  if (!stream) return names;
-  while (const dirent* entry = readdir(stream.get())) names.insert(entry->d_name);
-  return names;
+// No clock of a file system ticks slower.
+constexpr int64_t cLongestTick = 2'000'000'000;  // ns
+
+std::string CurrentFolder() {
+  return std::filesystem::path(AbsolutePath("") + "/").lexically_normal();
+}
+
+// "" is the current folder.
+std::string NameToOpen(const std::string& folder) {
+  return folder.empty() ? "." : folder;
+}
+
+int64_t Now() {
+  constexpr int64_t cSecond = 1'000'000'000;
+  timespec now;
+  clock_gettime(CLOCK_REALTIME, &now);
+  return now.tv_sec * cSecond + now.tv_nsec;
 }
 
 }  // namespace
 
+HeaderRivals::Listing HeaderRivals::List(const std::string& folder) {
+  Listing listing;
+  listing.stamp = ReadDiskStamp(NameToOpen(folder));
+  listing.isLasting = listing.stamp.isKnown && listing.stamp.touched < Now() - cLongestTick;
+  const std::unique_ptr<DIR, int (*)(DIR*)> stream(opendir(NameToOpen(folder).c_str()), closedir);
+  if (!stream) return listing;
+  while (const dirent* entry = readdir(stream.get())) listing.names.insert(entry->d_name);
+  return listing;
+}
+
+bool HeaderRivals::IsCurrent() const {
+  if (!here.empty() && here != CurrentFolder()) return false;
+  return std::ranges::all_of(listings, [](const auto& entry) {
+    const auto& [folder, listing] = entry;
+    return listing.isLasting && listing.stamp == ReadDiskStamp(NameToOpen(folder));
+  });
+}
+
 std::string HeaderRivals::Plain(const std::string& path) {
-  if (here.empty()) here = std::filesystem::path(AbsolutePath("") + "/").lexically_normal();
+  if (here.empty()) here = CurrentFolder();
   const bool isShortest = path.find("./") == path.npos && path.find("//") == path.npos;
   const std::string full = isShortest
                                ? (IsAbsolutePath(path) ? path : here + path)
@@ -71,8 +101,8 @@ const std::vector<HeaderRivals::Rival>& HeaderRivals::Of(const std::string& path
 bool HeaderRivals::Exists(const std::string& path) {
   const std::string folder = mavro::FolderOf(path);
   const auto [listing, isNew] = listings.try_emplace(folder);
-  if (isNew) listing->second = NamesIn(folder);
-  return listing->second.contains(path.substr(folder.size()));
+  if (isNew) listing->second = List(folder);
+  return listing->second.names.contains(path.substr(folder.size()));
 }
 
 }  // namespace zendry

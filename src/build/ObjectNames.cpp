@@ -1,6 +1,7 @@
 #include "build/ObjectNames.h"
 
-#include <set>
+#include <unordered_set>
+#include <utility>
 
 #include "base/Paths.h"
 #include "build/CommandLines.h"
@@ -26,22 +27,25 @@ std::string FlatName(const std::string& path) {
 
 ObjectNames::ObjectNames(const Project& project, const std::string& outDirName)
     : outDirName(outDirName) {
-  std::set<std::string> taken;
+  std::unordered_set<std::string> taken;
   for (const auto& file : project.Files()) {
     if (file->type != cCppSource && file->type != cCSource) continue;
     std::string object = ObjectPath(outDirName, file->name, "o");
-    if (taken.insert(object).second) continue;
+    if (taken.insert(object).second) {
+      objects.emplace(file->id, std::move(object));
+      continue;
+    }
     const std::string flat = FlatName(project.RelativeIfSame(file->name));
     object = ObjectPath(outDirName, flat, "o");
     for (int number = 2; !taken.insert(object).second; ++number)
       object = ObjectPath(outDirName, std::to_string(number) + "-" + flat, "o");
-    furtherObjects[file->id] = object;
+    objects.emplace(file->id, std::move(object));
   }
 }
 
 std::string ObjectNames::Of(const ProjectFile& source) const {
-  const auto found = furtherObjects.find(source.id);
-  return found == furtherObjects.end() ? ObjectPath(outDirName, source.name, "o") : found->second;
+  const auto found = objects.find(source.id);
+  return found == objects.end() ? ObjectPath(outDirName, source.name, "o") : found->second;
 }
 
 }  // namespace zendry

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <string>
+#include <unordered_map>
 
 namespace zendry {
 
@@ -16,12 +16,12 @@ class ObjectNames {
   ObjectNames() = default;
   ObjectNames(const Project& project, const std::string& outDirName);
 
-  // As a path from the project's folder.
+  // As a path from the project's folder. A source that came later has ObjectPath's object.
   std::string Of(const ProjectFile& source) const;
 
  private:
   std::string outDirName;
-  std::map<int32_t, std::string> furtherObjects;  // by the file's id
+  std::unordered_map<int32_t, std::string> objects;  // by the file's id
 };
 
 }  // namespace zendry

@@ -174,6 +174,14 @@ LinePlace PlaceInLinkLine(std::string_view line) {
   return {};
 }
 
+std::string_view SourceInLinkLine(std::string_view line) {
+  const size_t end = line.find(":(");
+  if (end == cNone) return {};
+  const std::string_view name = line.substr(0, end);
+  const size_t tool = name.rfind(": ");
+  return tool == cNone ? name : name.substr(tool + 2);
+}
+
 LineMeaning ReadArchiveLine(std::string_view line) {
   if (line.find("error") == cNone) return {};
   return NewRow("AR: ", std::string(line));

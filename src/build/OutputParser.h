@@ -55,6 +55,10 @@ LineMeaning ReadLinkLine(std::string_view line);
 // name.
 LinePlace PlaceInLinkLine(std::string_view line);
 
+// The source before an offset, as in "ld: a.c:(.text+0x9): ...": all that the linker knows without
+// debug information. Empty when there is none.
+std::string_view SourceInLinkLine(std::string_view line);
+
 // A line of the archiver: a row if it reports an error. It is never counted.
 LineMeaning ReadArchiveLine(std::string_view line);
 

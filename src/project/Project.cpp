@@ -1,5 +1,7 @@
 #include "project/Project.h"
 
+#include <string_view>
+
 #include "base/Paths.h"
 #include "base/QuietShell.h"
 
@@ -18,6 +20,18 @@ Shell& MuteShell() {
 std::string WithoutExtension(const std::string& name) {
   const size_t dot = name.rfind('.');
   return dot == 0 ? name : name.substr(0, dot);
+}
+
+// The path from the folder to a file that is plainly below it, as nearly all are; empty for a path
+// that needs a closer look.
+std::string_view PlainRestOf(std::string_view path, std::string_view folder) {
+  const bool isBelow = !folder.empty() && path.size() > folder.size() + 1 &&
+                       path.starts_with(folder) && path[folder.size()] == '/';
+  if (!isBelow) return {};
+  const std::string_view rest = path.substr(folder.size() + 1);
+  const bool isPlain = !rest.starts_with('/') && !IsAbsolutePath(rest) &&
+                       path.find('\\') == path.npos && path.find("/../") == path.npos;
+  return isPlain ? rest : std::string_view();
 }
 
 }  // namespace
@@ -119,6 +133,8 @@ std::string Project::MakeRelative(const std::string& path) const {
 }
 
 std::string Project::RelativeIfSame(const std::string& path) const {
+  if (const std::string_view plain = PlainRestOf(path, folder); !plain.empty())
+    return std::string(plain);
   std::string relative = MakeRelative(path);
   const bool leadsBack = !relative.empty() && TidyPath(GetFullPath(relative)) == path;
   return leadsBack ? relative : path;

@@ -1,3 +1,9 @@
+#include <algorithm>
+#include <set>
+#include <string_view>
+#include <vector>
+
+#include "FilePath.h"
 #include "FileText.h"
 #include "SystemDialogs.h"
 #include "base/Paths.h"
@@ -50,8 +56,12 @@ std::string Line(std::string_view variable, std::initializer_list<std::string_vi
 std::string Head(const Project& project) {
   const std::string compile = Switches(project.includePath);
   const std::string link = Switches(project.linkerPath);
+  // CC links a program of C++ only with the library that g++ would add.
+  const bool isCpp = std::ranges::any_of(project.Files(),
+                                         [](const auto& file) { return file->type == cCppSource; });
   return "CC=gcc\n" + Line("CCFLAGS", {compile, Switches(cBasicIncludes), "-c"}) +
-         Line("LINKFLAGS", {link, Switches(cBasicLibs), project.linkLibs});
+         Line("LINKFLAGS", {link, Switches(cBasicLibs), project.linkLibs,
+                            isCpp ? std::string_view("-lstdc++ -lm") : ""});
 }
 
 // The last line of a Makefile that this program writes. It shows if the text before it was changed.
@@ -64,25 +74,57 @@ bool IsOurs(std::string_view text) {
   return start != std::string_view::npos && text.substr(start) == MarkOf(text.substr(0, start));
 }
 
-std::string ObjectName(const Project& project, const ProjectFile& file) {
-  return ChangeExtension(project.RelativeIfSame(file.name), "o");
+struct Source {
+  const ProjectFile* file;
+  std::string name;
+  std::string object;
+};
+
+// What the build compiles. Each source has its object beside it; the second one of a name there
+// gets a number, as "x.cpp" beside "x.c".
+std::vector<Source> SourcesOf(const Project& project) {
+  std::vector<Source> sources;
+  std::set<std::string> taken;
+  for (const auto& file : project.Files()) {
+    if (file->type != cCppSource && file->type != cCSource) continue;
+    const std::string name = project.RelativeIfSame(file->name);
+    const std::string plain = ChangeExtension(name, "o");
+    std::string object = plain;
+    for (int number = 2; !taken.insert(object).second; ++number)
+      object = mavro::FolderOf(plain) + std::to_string(number) + "-" + BaseName(plain);
+    sources.push_back({file.get(), name, object});
+  }
+  return sources;
 }
 
-std::string Rule(const Project& project, const ProjectFile& file) {
-  const std::string source = project.RelativeIfSame(file.name);
-  std::string rule = ObjectName(project, file) + ": " + source;
-  for (const IncludeRec& include : file.Includes())
-    if (include.quoted) rule += " " + include.name;
-  return rule + "\n\t$(CC) $(CCFLAGS) -c " + source + "\n";
+// The file that a quoted include of a source means, as make needs it; empty if it isn't there,
+// because make would end at a file that it can't make.
+std::string Included(const Project& project, const Source& source, const std::string& name) {
+  const std::string beside = mavro::FolderOf(source.file->name) + name;
+  if (mavro::FileExists(beside)) return project.RelativeIfSame(TidyPath(beside));
+  if (const std::string known = project.ResolveInclude(name); !known.empty())
+    return project.RelativeIfSame(known);
+  return mavro::FileExists(project.GetFullPath(name)) ? name : "";
+}
+
+// The compiler puts an object of its own naming into the current folder.
+std::string Rule(const Project& project, const Source& source) {
+  std::string rule = source.object + ": " + source.name;
+  for (const IncludeRec& include : source.file->Includes())
+    if (const std::string header = Included(project, source, include.name);
+        include.quoted && !header.empty())
+      rule += " " + header;
+  const bool isUsual = source.object == ChangeExtension(BaseName(source.name), "o");
+  return rule + "\n\t$(CC) $(CCFLAGS) -c " + source.name + (isUsual ? "" : " -o " + source.object) +
+         "\n";
 }
 
 std::string MakefileText(const Project& project) {
   std::string objects;
   std::string rules;
-  for (const auto& file : project.Files()) {
-    if (file->type > cCSource) continue;
-    objects += " " + ObjectName(project, *file);
-    rules += Rule(project, *file);
+  for (const Source& source : SourcesOf(project)) {
+    objects += " " + source.object;
+    rules += Rule(project, source);
   }
   const std::string target = project.MakeRelative(project.target);
   std::string text = Head(project);

@@ -104,6 +104,9 @@ class TagC {
   int ReadOperatorCall(Token& token);
   void ReadPackage(Token& token);
   void SkipStatement();
+  void ApplyExport(Token& token);
+  void ApplyModule();
+  bool IsModuleStatement() const;
   void ApplyUsing();
   void NoteReopened();
   void ApplyTemplate();

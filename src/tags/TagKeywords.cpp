@@ -139,6 +139,9 @@ constexpr ModernRow cModernWords[] = {
     {"_Static_assert", ModernWord::cAssertion, true},
     {"constexpr", ModernWord::cAfterIf},
     {"consteval", ModernWord::cAfterIf},
+    {"export", ModernWord::cExport},
+    {"import", ModernWord::cModule},
+    {"module", ModernWord::cModule},
 };
 constexpr int cModernCount = std::size(cModernWords);
 

@@ -134,7 +134,9 @@ enum class ModernWord : int8_t {
   cWithGroup,        // like an attribute: dropped with the parentheses after it
   cTypeWithGroup,    // the name of a type; the parentheses after it are dropped
   cAssertion,        // a whole statement without a tag
-  cAfterIf           // belongs to an `if` before it
+  cAfterIf,          // belongs to an `if` before it
+  cExport,           // may stand before a declaration, or before a block of them
+  cModule            // begins a statement about modules, without a tag
 };
 
 struct ModernRow {

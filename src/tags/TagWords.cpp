@@ -184,9 +184,49 @@ void TagC::ApplyModern(Token& token) {
         st.noteName();
       }
       break;
+    case ModernWord::cExport:
+      ApplyExport(token);
+      break;
+    case ModernWord::cModule:
+      ApplyModule();
+      break;
     default:
       st.noteName();
   }
+}
+
+// Only at the beginning of a statement it is more than a name: the declarations after it, or those
+// of the block after it, are read as if it weren't there.
+void TagC::ApplyExport(Token& token) {
+  Statement& st = *currentStatement;
+  if (st.TokensBefore() > 0 || st.seen.nameSeen) return st.noteName();
+  token.Reset(theCpp.lines.tagLine);
+  if (PeekChar() == '{') st.declaration = DECLARES_PLAIN_NAMES;
+}
+
+void TagC::ApplyModule() {
+  Statement& st = *currentStatement;
+  const bool isFirst = st.TokensBefore() == 0 && !st.seen.nameSeen && st.parent == nullptr &&
+                       st.scope == SCOPEKIND_GLOBAL && st.declaration == DECLARES_NONE;
+  if (!isFirst || !IsModuleStatement()) return st.noteName();
+  st.declaration = DECLARES_IGNORE;
+  SkipStatement();
+}
+
+// True before the rest of `import a.b;`, `import :part;`, `import <a>;` or `module a:part;`. Both
+// words are names elsewhere, also of types and functions.
+bool TagC::IsModuleStatement() const {
+  std::string_view text = theCpp.lines.Ahead();
+  const std::string_view rest = text.substr(0, text.find(';'));
+  const size_t start = rest.find_first_not_of(" \t");
+  if (rest.size() == text.size()) return false;
+  if (start == rest.npos) return currentStatement->activeToken().name == "module";
+  if (rest[start] == '<' || rest[start] == '"')
+    return currentStatement->activeToken().name == "import";
+  return rest.find("::") == rest.npos && std::ranges::all_of(rest, [](char c) {
+           return IsClass(static_cast<unsigned char>(c), cIdentifierChar | cBlankChar) ||
+                  c == '.' || c == ':';
+         });
 }
 
 void TagC::ApplyCatch() {

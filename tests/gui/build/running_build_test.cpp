@@ -140,6 +140,23 @@ TEST_F(RunningBuild, WindowClosedTwice_EndsWhatRunsAndCanThenBeClosed) {
   });
 }
 
+// No letter of these words means an error; the compiler's status does.
+TEST_F(RunningBuild, FailureInGerman_IsAnErrorWithItsRow) {
+  tools.Order(
+      "g++",
+      "for b.cpp\n"
+      "print b.cpp: In Funktion \u00bbint f()\u00ab:\n"
+      "print b.cpp:1:18: Fehler: \u00bbx\u00ab wurde in diesem G\u00fcltigkeitsbereich nicht "
+      "definiert\nexit 1\n");
+  Run([&] {
+    Make();
+    EXPECT_EQ(Status(), "There ware errors!  errors: 1  warnings: 0");
+    EXPECT_EQ(theMainForm->errorList.RowCount(), 1);
+    EXPECT_FALSE(Exists("out-rel/p.exe"));
+    test::Shot(*theMainForm, "ide-failed-german");
+  });
+}
+
 // The window has its turn between two pieces of the output.
 TEST_F(RunningBuild, TwentyMegabytes_LeaveTheWindowItsTurn) {
   constexpr int cLongestMs = 100;

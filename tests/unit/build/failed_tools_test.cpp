@@ -196,6 +196,21 @@ TEST_F(BuildTest, LinkerLineWithAKnownSource_LeadsThere) {
                                             ":7: undefined reference to `f'"));
 }
 
+// Both ways in which the linker names a source without debug information.
+TEST_F(BuildTest, LinkerLineWithASourceAndAnOffset_LeadsToTheSource) {
+  build.Add("a.cpp", cMain);
+  build.tools.Order("g++",
+                    "when p.exe\n"
+                    "print /usr/bin/ld: a.cpp:(.text+0x5): undefined reference to `f'\n"
+                    "print a.cpp:(.text+0x9): undefined reference to `g'\n"
+                    "print gone.cpp:(.text+0x9): undefined reference to `h'\nexit 1\n");
+  build.builder.Build(Builder::Scope::cStale);
+  EXPECT_THAT(build.shell.rows,
+              ElementsAre("a.cpp:0: LINKER:  a.cpp:(.text+0x5): undefined reference to `f'",
+                          "a.cpp:0: LINKER: (.text+0x9): undefined reference to `g'",
+                          "(.text+0x9):0: LINKER: (.text+0x9): undefined reference to `h'"));
+}
+
 TEST_F(BuildTest, NoteLeftAtTheEndOfARun_ExtendsTheLastRow) {
   build.Add("a.cpp", cMain);
   build.tools.Order("g++", "print a.cpp:1: error: x\nprint a.cpp:1: note: y\nexit 1\n");

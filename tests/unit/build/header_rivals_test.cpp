@@ -97,6 +97,49 @@ TEST_F(RecordsWithRivals, NewHeaderThatMayHideAnother_MakesStaleUntilItIsKnown) 
   EXPECT_EQ(Reason(), "");
 }
 
+// The lists of folders outlive a build; their times decide.
+TEST_F(RecordsWithRivals, OpenRecords_SeeWhatComesIntoAListedFolderAndWhatGoes) {
+  files.Write("x.c", "");
+  files.Write("b/h.h", "");
+  files.Folder("a");
+  Record();
+  BuildRecords records;
+  const auto reason = [&] {
+    times = {};
+    records.Open("");
+    return records.Check(times, "out/x.o", command).reason;
+  };
+  EXPECT_EQ(reason(), "");
+  files.Write("a/h.h", "");
+  EXPECT_THAT(reason(), HasSubstr("a/h.h may be read now"));
+  std::filesystem::remove(files.Path("a/h.h"));
+  EXPECT_EQ(reason(), "");
+  std::filesystem::remove(files.Path("a"));
+  EXPECT_EQ(reason(), "");
+  files.Write("a/h.h", "");
+  EXPECT_THAT(reason(), HasSubstr("a/h.h may be read now"));
+}
+
+TEST_F(HeaderRivalsTest, FolderWrittenToJustNow_IsListedAgain) {
+  files.Write("inc/h.h", "");
+  files.Folder("other");
+  HeaderRivals rivals;
+  EXPECT_TRUE(rivals.IsCurrent());
+  for (const char* folder : {"inc", "other"}) rivals.NumberOf(folder);
+  EXPECT_THAT(Of(rivals, "inc/h.h"), IsEmpty());
+  EXPECT_FALSE(rivals.IsCurrent());
+}
+
+TEST_F(HeaderRivalsTest, FolderLeftAlone_IsNotListedAgain) {
+  files.Write("inc/h.h", "");
+  HeaderRivals rivals;
+  for (const char* folder : {"inc", "/usr/include", "/usr/no such folder"}) rivals.NumberOf(folder);
+  EXPECT_THAT(Of(rivals, "inc/h.h"), IsEmpty());
+  EXPECT_TRUE(rivals.IsCurrent());
+  ASSERT_EQ(chdir("/"), 0);
+  EXPECT_FALSE(rivals.IsCurrent());
+}
+
 TEST_F(RecordsWithRivals, ProgramsAndLibraries_HaveNone) {
   files.Write("b/x.o", "");
   files.Write("x.o", "");

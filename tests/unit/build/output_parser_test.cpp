@@ -233,6 +233,14 @@ TEST(LinkerOutput, place_of_a_source) {
   EXPECT_EQ(place("ld::"), "|0");
 }
 
+TEST(LinkerOutput, source_before_an_offset) {
+  EXPECT_EQ(SourceInLinkLine("/usr/bin/ld: a.c:(.text+0x9): undefined reference to `f'"), "a.c");
+  EXPECT_EQ(SourceInLinkLine("src/a b.c:(.text+0x9): undefined reference to `f'"), "src/a b.c");
+  EXPECT_EQ(SourceInLinkLine("/usr/bin/ld: a.o: in function `f(int)':"), "");
+  EXPECT_EQ(SourceInLinkLine(":(.text+0x9)"), "");
+  EXPECT_EQ(SourceInLinkLine(""), "");
+}
+
 TEST(ArchiverOutput, only_lines_that_speak_of_an_error_are_rows) {
   Reading reading;
   reading.Take(ReadArchiveLine("ar: creating p.a"));

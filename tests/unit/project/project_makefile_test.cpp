@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 
@@ -29,21 +30,48 @@ class ProjectMakefileTest : public testing::Test {
 };
 
 TEST_F(ProjectMakefileTest, Sources_HaveRulesWithTheirQuotedIncludes) {
-  folder.Write("p/src/a.cpp", "#include \"a.h\"\n#include <vector>\n#include \"b.h\"\n");
-  for (const char* name : {"src/a.cpp", "a.h", "../b.c", "notes.txt"}) project.AddFile(name);
+  folder.Write("p/src/a.cpp",
+               "#include \"a.h\"\n#include <vector>\n#include \"b.h\"\n#include \"c.h\"\n"
+               "#include \"gone.h\"\n");
+  folder.Write("p/a.h", "");
+  folder.Write("p/src/b.h", "");
+  folder.Write("p/inc/c.h", "");
+  for (const char* name : {"src/a.cpp", "a.h", "inc/c.h", "../b.c", "d.c", "notes.txt"})
+    project.AddFile(name);
   const std::string text = Exported();
   EXPECT_EQ(text.substr(0, text.find('#')),
             "CC=gcc\n"
             "CCFLAGS=-I/opt/zendry/mylib -I/opt/zendry/libs/basic -c\n"
-            "LINKFLAGS=-L/opt/zendry/mylib -L/opt/zendry/libs\n"
-            "app.exe: src/a.o ../b.o notes.o\n"
-            "\t$(CC) -o app.exe  src/a.o ../b.o notes.o $(LINKFLAGS)\n"
-            "src/a.o: src/a.cpp a.h b.h\n"
-            "\t$(CC) $(CCFLAGS) -c src/a.cpp\n"
+            "LINKFLAGS=-L/opt/zendry/mylib -L/opt/zendry/libs -lstdc++ -lm\n"
+            "app.exe: src/a.o ../b.o d.o\n"
+            "\t$(CC) -o app.exe  src/a.o ../b.o d.o $(LINKFLAGS)\n"
+            "src/a.o: src/a.cpp a.h src/b.h inc/c.h\n"
+            "\t$(CC) $(CCFLAGS) -c src/a.cpp -o src/a.o\n"
             "../b.o: ../b.c\n"
-            "\t$(CC) $(CCFLAGS) -c ../b.c\n"
-            "notes.o: notes.txt\n"
-            "\t$(CC) $(CCFLAGS) -c notes.txt\n");
+            "\t$(CC) $(CCFLAGS) -c ../b.c -o ../b.o\n"
+            "d.o: d.c\n"
+            "\t$(CC) $(CCFLAGS) -c d.c\n");
+}
+
+// Both in folders, beside each other, and one whose numbered name is taken.
+TEST_F(ProjectMakefileTest, SourcesOfOneBaseName_AreAllMadeAndLinked) {
+  folder.Write("p/a/x.c", "#include \"x.h\"\nint ax(void) { return X; }\n");
+  folder.Write("p/a/x.h", "#define X 1\n");
+  folder.Write("p/b/x.c", "int bx(void) { return 10; }\n");
+  folder.Write("p/b/x.cpp",
+               "#include <string>\nextern \"C\" int cx() {"
+               " return std::stoi(\"100\"); }\n");
+  folder.Write("p/b/2-x.c", "int dx(void) { return 1000; }\n");
+  folder.Write("p/m.c",
+               "int ax(void), bx(void), cx(void), dx(void);\n"
+               "int main(void) { return ax() + bx() + cx() + dx() == 1111 ? 0 : 1; }\n");
+  for (const char* name : {"a/x.c", "b/x.c", "b/x.cpp", "b/2-x.c", "m.c", "a/x.h", "README"})
+    project.AddFile(name);
+  ASSERT_EQ(project.ExportMakefile("").error, "");
+  const std::string make =
+      "make -s -C '" + folder.Path("p") + "' > '" + folder.Path("log") + "' 2>&1";
+  EXPECT_EQ(std::system(make.c_str()), 0) << folder.Read("log") << folder.Read("p/Makefile");
+  EXPECT_EQ(std::system(("'" + folder.Path("p/app.exe") + "'").c_str()), 0);
 }
 
 TEST_F(ProjectMakefileTest, NoFiles_IsTheHeadAndTheTarget) {
