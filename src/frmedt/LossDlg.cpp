@@ -37,6 +37,7 @@ LossDlg::LossDlg(const std::string& question, const std::vector<FormLoss>& losse
   const int buttonsTop = cHeight - cMargin - cButtonHeight;
   list.SetBounds(cMargin, listTop, cWidth - 2 * cMargin, buttonsTop - cGap - listTop);
   const int wide = (cWidth - 2 * cMargin - cPlaceWidth - cButtonWidth - cScrollBar) / 2;
+  list.accessibleName = question;
   list.AddColumn("Place", cPlaceWidth);
   list.AddColumn("Is", cButtonWidth);
   list.AddColumn("Statement", wide);
