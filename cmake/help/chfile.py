@@ -12,7 +12,8 @@ class ChFile:
     """The text of an index. Entries of one text have several names."""
 
     def __init__(self, origin):
-        self.out = [safe(line) for line in origin.splitlines()]
+        # One line, which the window breaks where it needs to, and an empty one before the next index's.
+        self.out = [safe(' '.join(origin.split())), '']
         self.names = set()
 
     def module(self, name, brief='', body=''):

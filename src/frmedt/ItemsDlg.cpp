@@ -6,6 +6,7 @@ namespace zendry {
 
 ItemsDlg::ItemsDlg() {
   Initialize();
+  linesMemo.accessibleName = text.Get();
   focusControl = &linesMemo;
 }
 

@@ -29,6 +29,7 @@ LossDlg::LossDlg(const std::string& question, const std::vector<FormLoss>& losse
   Initialize();
   label.text = question;
   const int wide = (list.width - cPlaceWidth - cKindWidth - cScrollBar) / 2;
+  list.accessibleName = question;
   list.AddColumn("Place", cPlaceWidth);
   list.AddColumn("Is", cKindWidth);
   list.AddColumn("Statement", wide);

@@ -14,6 +14,7 @@ constexpr size_t cIconPrefix = 3;  // "ico", before the words that the tool tip 
 ToolBarEditor::ToolBarEditor() {
   Initialize();
   for (const std::string& icon : SplitOptions(thePropIcon.ref)) iconBox.items.Add(icon);
+  linesMemo.accessibleName = text.Get();
   focusControl = &iconBox;
 }
 

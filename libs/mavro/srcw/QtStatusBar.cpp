@@ -22,6 +22,11 @@ class PaneLabel final : public QLabel {
 
   bool isFirst = false;
 
+  // The width that shows the whole text; 0 without a text.
+  int NeededWidth() const {
+    return text().isEmpty() ? 0 : fontMetrics().horizontalAdvance(text()) + 2 * cMargin + 1;
+  }
+
   void SetPercent(int wanted) {
     percent = wanted;
     setAccessibleDescription(percent < 0 ? QString() : QString("%1 %").arg(percent));
@@ -63,7 +68,8 @@ class PaneLabel final : public QLabel {
   int percent = -1;
 };
 
-// Panes that have a width keep it; those of width 0 share the remaining width.
+// Panes that have a width keep it; those of width 0 share the remaining width. If that is too
+// narrow for their texts, the others are no wider than theirs.
 class PaneBar final : public QStatusBar {
  public:
   explicit PaneBar(QWidget* parent) : QStatusBar(parent) { setSizeGripEnabled(false); }
@@ -87,7 +93,10 @@ class PaneBar final : public QStatusBar {
     Arrange();
   }
 
-  void SetText(size_t index, const std::string& text) { labels[index]->setText(ToScreen(text)); }
+  void SetText(size_t index, const std::string& text) {
+    labels[index]->setText(ToScreen(text));
+    Arrange();
+  }
   void SetPercent(size_t index, int percent) { labels[index]->SetPercent(percent); }
 
  protected:
@@ -105,17 +114,37 @@ class PaneBar final : public QStatusBar {
   }
 
  private:
-  void Arrange() {
+  // The width that is left for each of the panes without a width of their own.
+  int Share(const std::vector<int>& wide) const {
     int fixed = 0;
     int stretching = 0;
-    for (const int paneWidth : widths) {
-      fixed += paneWidth;
-      stretching += paneWidth == 0;
+    for (const int paneWidth : wide) {
+      fixed += std::max(paneWidth, 0);
+      stretching += paneWidth < 0;
     }
-    const int share = stretching > 0 ? std::max(width() - fixed, 0) / stretching : 0;
+    return stretching > 0 ? std::max(width() - fixed, 0) / stretching : 0;
+  }
+
+  // The widths of the panes, -1 for those that share the rest.
+  std::vector<int> FittedWidths() const {
+    std::vector<int> wide;
+    for (const int paneWidth : widths) wide.push_back(paneWidth == 0 ? -1 : paneWidth);
+    const int share = Share(wide);
+    bool isNarrow = false;
+    for (size_t i = 0; i < wide.size(); ++i)
+      isNarrow = isNarrow || (wide[i] < 0 && labels[i]->NeededWidth() > share);
+    for (size_t i = 0; i < wide.size() && isNarrow; ++i)
+      if (wide[i] > 0) wide[i] = std::min(wide[i], labels[i]->NeededWidth());
+    return wide;
+  }
+
+  void Arrange() {
+    if (widths.size() != labels.size()) return;  // while the panes are being made
+    const std::vector<int> wide = FittedWidths();
+    const int share = Share(wide);
     int left = 0;
-    for (size_t i = 0; i < widths.size(); ++i) {
-      const int paneWidth = widths[i] == 0 ? share : widths[i];
+    for (size_t i = 0; i < wide.size(); ++i) {
+      const int paneWidth = wide[i] < 0 ? share : wide[i];
       labels[i]->setGeometry(left, 1, paneWidth, height() - 1);
       left += paneWidth;
     }

@@ -40,6 +40,28 @@ TEST(StatusBar, Panes_FixedOnesKeepTheirWidthAndTheFirstStretches) {
   });
 }
 
+// As on a screen with large letters: 600 pixels, of which the others have 350.
+TEST(StatusBar, TextThatNeedsMoreRoom_GetsWhatTheOthersDontNeed) {
+  BarForm form;
+  const std::string sentence(40, 'x');
+  test::RunForm(form, false, [&] {
+    const auto panes = form.Panes();
+    const int needed = panes[0]->fontMetrics().horizontalAdvance(QString(40, 'x'));
+    form.width = needed + 250;
+    ASSERT_LT(panes[0]->width(), needed);
+    form.bar.SetPane(0, sentence);
+    EXPECT_GE(panes[0]->width(), needed);
+    EXPECT_GE(panes[1]->width(), panes[1]->fontMetrics().horizontalAdvance("second"));
+    EXPECT_LT(panes[1]->width(), 200);
+    EXPECT_EQ(panes[2]->width(), 0) << "it has no text";
+    form.bar.SetPane(2, "text");
+    EXPECT_GT(panes[2]->width(), 0);
+    form.bar.SetPane(0, "x");
+    EXPECT_EQ(panes[1]->width(), 200) << "there is room again";
+    EXPECT_EQ(panes[2]->x() + panes[2]->width(), needed + 250);
+  });
+}
+
 TEST(StatusBar, SetPane_BeforeAndWithTheWindow) {
   BarForm form;
   form.bar.SetPane(2, "before");
