@@ -348,6 +348,8 @@ class Debugging(ZendryTest):
         self.assertTrue(ground[0] <= disc[0] and disc[-1] <= ground[-1], f'{disc} is beside {ground}')
 
         self.go_to(pressing)
+        self.settle()
+        ground = self.rows(TEXT_COLUMN, is_execution)  # the text may have been scrolled
         self.window.key('ctrl+F10')
         wait_until(lambda: self.rows(TEXT_COLUMN, is_execution) not in ([], ground), 'another line')
         self.settle()
