@@ -21,9 +21,8 @@ CommandList::CommandList(std::span<const CommandRow> theRows) : rows(theRows) {
       AddSubmenu(row.text);
     else if (row.id == mavro::cEndSubmenuRow)
       EndSubmenu();
-    else if (mavro::Action* action = Add(row.id, row.text, row.hotkey);
-             row.offered == Offered::cLater)
-      action->target = nullptr;
+    else
+      Add(row.id, row.text, row.hotkey);
   }
 }
 

@@ -26,9 +26,6 @@ constexpr int cKeyF11 = 0x7A;
 constexpr int cKeyF12 = 0x7B;
 constexpr int cKeySlash = 0xBF;
 
-// Says if a row's command can be carried out yet. One that can't is grayed in its menu.
-enum class Offered { cNow, cLater };
-
 // Says if a command may be carried out while a build handles messages between two files. A command
 // that would take away the project or its files during the build is refused, with a beep.
 enum class WhileBuilding { cAllowed, cRefused };
@@ -38,7 +35,6 @@ struct CommandRow {
   int id = mavro::cSeparatorRow;
   const char* text = "";
   int hotkey = 0;
-  Offered offered = Offered::cNow;
   WhileBuilding whileBuilding = WhileBuilding::cAllowed;
 };
 
@@ -47,7 +43,7 @@ struct CommandRow {
 bool IsRefusedByBuild();
 
 // A menu's commands, made from a table. Rows with an id below 1 are the marker rows of
-// mavro::RowId. A command that is offered later has no target, so that nothing handles it.
+// mavro::RowId.
 class CommandList : public mavro::ActionList {
  public:
   // `theRows` must outlive it.

@@ -11,15 +11,14 @@ namespace {
 using mavro::cControlKey;
 using mavro::cShiftKey;
 
-using enum Offered;
 using enum WhileBuilding;
 
 constexpr CommandRow cRows[] = {
-    {cCompileFileCommand, "&Compile File", cControlKey | cKeyF7, cNow, cRefused},
-    {cMakeCommand, "&Make", cKeyF7, cNow, cRefused},
-    {cRebuildCommand, "Rebuild", cShiftKey | cKeyF7, cNow, cRefused},
-    {cSwitchModeCommand, "Switch Debug/Relase mode", 0, cNow, cRefused},
-    {cClearOutputCommand, "Clear Output Files", cControlKey | cShiftKey | cKeyF7, cNow, cRefused},
+    {cCompileFileCommand, "&Compile File", cControlKey | cKeyF7, cRefused},
+    {cMakeCommand, "&Make", cKeyF7, cRefused},
+    {cRebuildCommand, "Rebuild", cShiftKey | cKeyF7, cRefused},
+    {cSwitchModeCommand, "Switch Debug/Relase mode", 0, cRefused},
+    {cClearOutputCommand, "Clear Output Files", cControlKey | cShiftKey | cKeyF7, cRefused},
     {cNextErrorCommand, "Go to Next error", cKeyF4},
     {cPreviousErrorCommand, "Go to Prev error", cShiftKey | cKeyF4},
 };

@@ -19,8 +19,6 @@ using mavro::cAltKey;
 using mavro::cControlKey;
 using mavro::cShiftKey;
 
-using enum Offered;
-
 constexpr CommandRow cRows[] = {
     {mavro::cSubmenuRow, "&Find and Replace"},
     {cFindCommand, "&Find", cControlKey | 'F'},

@@ -22,31 +22,30 @@ namespace zendry {
 namespace {
 
 using mavro::cControlKey;
-using enum Offered;
 using enum WhileBuilding;
 
 constexpr CommandRow cRows[] = {
-    {cNewCommand, "&New", cControlKey | 'N', cNow, cRefused},
-    {cOpenCommand, "&Open...", cControlKey | 'O', cNow, cRefused},
-    {cCloseCommand, "&Close", cControlKey | cKeyF4, cNow, cRefused},
-    {cCloseAllCommand, "Close All", 0, cNow, cRefused},
-    {cSaveCommand, "&Save", cControlKey | 'S', cNow, cRefused},
-    {cSaveAsCommand, "Save &As...", 0, cNow, cRefused},
+    {cNewCommand, "&New", cControlKey | 'N', cRefused},
+    {cOpenCommand, "&Open...", cControlKey | 'O', cRefused},
+    {cCloseCommand, "&Close", cControlKey | cKeyF4, cRefused},
+    {cCloseAllCommand, "Close All", 0, cRefused},
+    {cSaveCommand, "&Save", cControlKey | 'S', cRefused},
+    {cSaveAsCommand, "Save &As...", 0, cRefused},
     {mavro::cSeparatorRow},
-    {cPrintCommand, "Print file", 0, cNow, cRefused},
-    {cPrintPreviewCommand, "Print preview", 0, cNow, cRefused},
+    {cPrintCommand, "Print file", 0, cRefused},
+    {cPrintPreviewCommand, "Print preview", 0, cRefused},
     {cPageSetupCommand, "Page set-up"},
     {mavro::cSeparatorRow},
-    {cNewProjectCommand, "New project", 0, cNow, cRefused},
-    {cCloneProjectCommand, "Clone project", 0, cNow, cRefused},
-    {cOpenProjectCommand, "Open project", 0, cNow, cRefused},
-    {cSaveProjectCommand, "Save project", 0, cNow, cRefused},
-    {cSaveAllCommand, "Save all", 0, cNow, cRefused},
+    {cNewProjectCommand, "New project", 0, cRefused},
+    {cCloneProjectCommand, "Clone project", 0, cRefused},
+    {cOpenProjectCommand, "Open project", 0, cRefused},
+    {cSaveProjectCommand, "Save project", 0, cRefused},
+    {cSaveAllCommand, "Save all", 0, cRefused},
     {mavro::cSeparatorRow},
-    {cCloseProjectCommand, "Close project", 0, cNow, cRefused},
+    {cCloseProjectCommand, "Close project", 0, cRefused},
     {mavro::cSeparatorRow},
-    {cRecentFilesCommand, "Recent files", 0, cNow, cRefused},
-    {cRecentProjectsCommand, "Recent projects", 0, cNow, cRefused},
+    {cRecentFilesCommand, "Recent files", 0, cRefused},
+    {cRecentProjectsCommand, "Recent projects", 0, cRefused},
     {cExitCommand, "E&xit"},
 };
 

@@ -15,14 +15,13 @@ namespace zendry {
 
 namespace {
 
-using enum Offered;
 using enum WhileBuilding;
 
 constexpr CommandRow cRows[] = {
-    {cAddFileCommand, "&Add file", 0, cNow, cRefused},
-    {cRemoveFileCommand, "&Remove file", 0, cNow, cRefused},
-    {cProjectOptionsCommand, "&Project options", 0, cNow, cRefused},
-    {cCreateMakefileCommand, "&Create MakFile", 0, cNow, cRefused},
+    {cAddFileCommand, "&Add file", 0, cRefused},
+    {cRemoveFileCommand, "&Remove file", 0, cRefused},
+    {cProjectOptionsCommand, "&Project options", 0, cRefused},
+    {cCreateMakefileCommand, "&Create MakFile", 0, cRefused},
 };
 
 }  // namespace

@@ -18,20 +18,17 @@ namespace {
 using mavro::cControlKey;
 using mavro::cShiftKey;
 
-using enum Offered;
-
 constexpr CommandRow cRows[] = {
-    {cFindInProjectCommand, "Find In Project", cControlKey | cShiftKey | 'F', cNow,
+    {cFindInProjectCommand, "Find In Project", cControlKey | cShiftKey | 'F',
      WhileBuilding::cRefused},
-    {cReplaceInProjectCommand, "Replace In Project", cControlKey | cShiftKey | 'R', cNow,
+    {cReplaceInProjectCommand, "Replace In Project", cControlKey | cShiftKey | 'R',
      WhileBuilding::cRefused},
-    {cUndoReplaceCommand, "&Undo replace in project", 0, cNow, WhileBuilding::cRefused},
+    {cUndoReplaceCommand, "&Undo replace in project", 0, WhileBuilding::cRefused},
     {mavro::cSeparatorRow},
-    {cTidyCommand, "C++ source tidy", cControlKey | cShiftKey | cKeyF11, cNow,
-     WhileBuilding::cRefused},
+    {cTidyCommand, "C++ source tidy", cControlKey | cShiftKey | cKeyF11, WhileBuilding::cRefused},
     {mavro::cSeparatorRow},
-    {cOpenDesignerCommand, "Open Form Designer ", cKeyF11, cNow, WhileBuilding::cRefused},
-    {cNewFormCommand, "Insert New Form ", cShiftKey | cKeyF11, cNow, WhileBuilding::cRefused},
+    {cOpenDesignerCommand, "Open Form Designer ", cKeyF11, WhileBuilding::cRefused},
+    {cNewFormCommand, "Insert New Form ", cShiftKey | cKeyF11, WhileBuilding::cRefused},
     {cIdeOptionsCommand, "Ide Options"},
 };
 

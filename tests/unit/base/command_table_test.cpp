@@ -16,9 +16,8 @@ using testing::IsEmpty;
 
 constexpr CommandRow cRows[] = {
     {900, "Now"},
-    {901, "Later", 0, Offered::cLater},
     {mavro::cSeparatorRow},
-    {902, "Refused", 0, Offered::cNow, WhileBuilding::cRefused},
+    {902, "Refused", 0, WhileBuilding::cRefused},
 };
 
 struct List : CommandList {
@@ -31,12 +30,6 @@ struct CommandTable : testing::Test {
   test::ScriptedDialogs dialogs;
   List list;
 };
-
-TEST_F(CommandTable, OfferedLater_HasNobodyToHandleIt) {
-  EXPECT_TRUE(IsHandled(list.Find(900)));
-  EXPECT_FALSE(IsHandled(list.Find(901)));
-  EXPECT_FALSE(IsHandled(nullptr));
-}
 
 TEST_F(CommandTable, Action_ReachesTheListsOwnFunction) {
   EXPECT_TRUE(list.Find(900)->Execute());
