@@ -133,7 +133,7 @@ TEST_F(FreeNames, BehindANamespaceThatAMacroOpens_AreThoseOfTheIncludedFiles) {
               "int nearTwo(int a);\n}\n");
   EXPECT_EQ(Names("#include \"near.h\"\nvoid f() {\n  lib::near@\n}\n"), "nearOne nearTwo");
   EXPECT_EQ(Names("namespace lib {\nint own;\n}\n#include \"near.h\"\nvoid f() {\n  lib::ne@\n}\n"),
-            "");
+            "nearOne nearTwo");
 }
 
 TEST_F(FreeNames, EnumeratorsOfAScopedEnum_AreBehindItsScopeOnly) {
