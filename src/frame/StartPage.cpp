@@ -32,8 +32,8 @@ constexpr int cSectionGap = 18;
 constexpr int cHeadingHeight = 28;
 constexpr int cHeadingSize = 13;
 constexpr int cPictureWidth = 120, cPictureHeight = 75;
-constexpr int cSentenceLines = 2;
-constexpr size_t cMostRecent = 4;  // of each kind
+constexpr int cSentenceHeight = 54;  // three lines
+constexpr size_t cMostRecent = 4;    // of each kind
 constexpr int cKeyColumn = 110;
 
 struct CommandRowText {
@@ -60,20 +60,6 @@ const KeyRow cKeys[] = {
     {theEditorActs, cTabListCommand, "go to an open file"},
     {theHelpActs, cWordHelpCommand, "help on a word"},
 };
-
-// A text in lines of about a width.
-std::vector<std::string> Wrapped(const std::string& text, size_t letters) {
-  std::vector<std::string> lines;
-  for (size_t at = 0; at < text.size();) {
-    size_t end = std::min(text.size(), at + letters);
-    if (end < text.size())
-      if (const size_t blank = text.rfind(' ', end); blank != std::string::npos && blank > at)
-        end = blank;
-    lines.push_back(text.substr(at, end - at));
-    at = text.find_first_not_of(' ', end);
-  }
-  return lines;
-}
 
 }  // namespace
 
@@ -186,10 +172,7 @@ void StartPage::AddDemos(Place& at) {
     row.action = theFileActs.Find(cNewProjectCommand);
     row.wizardPage = NewProjectDialog::cDemosPage;
     row.demo = demo.place;
-    constexpr size_t cLettersInLine = 22;
-    const auto lines = Wrapped(demo.sentence, cLettersInLine);
-    for (size_t i = 0; i < std::min<size_t>(cSentenceLines + 1, lines.size()); ++i)
-      AddLabel(lines[i], beside.x, beside.y + static_cast<int>(i) * 16, row.button.width);
+    AddLabel(demo.sentence, beside.x, beside.y, row.button.width).height = cSentenceHeight;
     at.y = top + cPictureHeight + 14;
   }
   at.y += cSectionGap;

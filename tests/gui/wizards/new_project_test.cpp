@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QLabel>
 
 #include "Application.h"
 #include "DarkPalette.h"
@@ -398,6 +399,18 @@ TEST_F(IdeNewProject, RowsOfTheStartPage_OpenTheDialogAtTheirPage) {
   EXPECT_THAT(shown,
               ElementsAre("0 ", "4 ", "3 demos/calculator", "3 demos/console", "3 demos/gallery",
                           "3 demos/editor", "3 demos/bughunt", "3 demos/plotter"));
+}
+
+TEST_F(IdeNewProject, SentencesOfTheStartPage_HaveRoom) {
+  ide.Run({}, [&] {
+    int sentences = 0;
+    for (const auto* label : test::WidgetOf(theMainForm->startPage)->findChildren<QLabel*>()) {
+      EXPECT_LE(label->heightForWidth(label->width()), label->height())
+          << label->text().toStdString();
+      sentences += label->text().endsWith('.');
+    }
+    EXPECT_EQ(sentences, 6);
+  });
 }
 
 // For people to look at: build/shots/new-project-*.png.
