@@ -140,7 +140,8 @@ void DrawTitles(const Canvas& canvas) {
   graphics.SetTextColor(look.ink);
   draw(look.title, middle, cMargin);
   draw(look.xTitle, middle, canvas.height - cMargin - graphics.TextHeight());
-  draw(look.yTitle, cMargin, canvas.plan.area.top - cGap - graphics.TextHeight());
+  const int line = graphics.TextHeight();
+  draw(look.yTitle, cMargin, canvas.plan.area.top - line / 2 - cGap - line);
 }
 
 void DrawLegend(const Canvas& canvas) {
@@ -210,6 +211,7 @@ PlotPlan PlanPlot(const Graphics& graphics, const PlotLook& look, int width, int
     top = PlaceLegend(plan, graphics, look,
                       {cMargin, top, width - 2 * cMargin, height / cLegendShare});
   if (!look.yTitle.empty()) top += line + cGap;
+  if (top > cMargin) top += line / 2;  // for the upper half of the highest label
   int bottom = height - cMargin - line - cTickLength - 1;
   if (!look.xTitle.empty()) bottom -= line + cGap;
   const int tall = bottom - top;

@@ -446,6 +446,28 @@ TEST_F(PlotXYTest, Name_IsTheTitleForScreenReaders) {
   });
 }
 
+TEST_F(PlotXYTest, NameOfTheUprightAxis_IsAboveItsHighestLabel) {
+  plot.yTitle = "y";
+  plot.Zoom({0, 1}, {0, 1});
+  Run([&] {
+    const QImage image = test::Pixels(plot);
+    const Rect area = plot.PlotArea();
+    const QColor ground = test::GroundOf(image);
+    constexpr int cFocusMark = 4;  // pixels at the edges
+    int texts = 0;
+    bool wasInk = false;
+    for (int row = cFocusMark; row < area.top + 20; ++row) {
+      bool isInk = false;
+      for (int column = cFocusMark; column < area.left - 8; ++column)
+        isInk =
+            isInk || std::abs(image.pixelColor(column, row).lightness() - ground.lightness()) > 60;
+      texts += isInk && !wasInk;
+      wasInk = isInk;
+    }
+    EXPECT_EQ(texts, 2);
+  });
+}
+
 // For people to look at: build/shots/plot-*.png.
 TEST_F(PlotXYTest, LightAndDark_CanBeRead) {
   plot.title = "Damped waves";
