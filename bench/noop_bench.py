@@ -16,6 +16,7 @@ import tempfile
 import time
 
 HEADERS, INCLUDES, CHAIN = 200, 5, 10
+REST = 3  # seconds: lists of folders that were written to just now are not kept
 ROUNDS = 15
 
 
@@ -105,6 +106,7 @@ def measure(folder, sources, make, tool, check_bench, rounds):
     for name, runs in times.items():
         middle = statistics.median(runs)
         print(f'| {sources} sources, {name} | {middle:.1f} ({min(runs):.1f}-{max(runs):.1f}) | {middle / peer:.2f} |')
+    time.sleep(REST)
     words = subprocess.run([check_bench, project, str(rounds), os.path.dirname(make) + '/'], check=True, stdout=subprocess.PIPE, text=True).stdout.split()
     middle, least, most = (float(word) for word in words)
     print(f'| {sources} sources, check inside the program | {middle:.1f} ({least:.1f}-{most:.1f}) | {middle / peer:.2f} |')

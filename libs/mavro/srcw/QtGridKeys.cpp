@@ -1,4 +1,5 @@
 // The keys and the mouse of a grid.
+#include <QCoreApplication>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
