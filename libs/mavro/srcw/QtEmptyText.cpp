@@ -35,9 +35,10 @@ class Words final : public QWidget {
     Update();
   }
 
+  // A viewport that is destroyed tells so too, when the view is no view any more.
   bool eventFilter(QObject* watched, QEvent* event) override {
     const bool isPlaced = event->type() == QEvent::Resize || event->type() == QEvent::Move;
-    if (watched == view.viewport() && isPlaced) Update();
+    if (isPlaced && watched == view.viewport()) Update();
     return QWidget::eventFilter(watched, event);
   }
 
