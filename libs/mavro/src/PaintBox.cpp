@@ -7,7 +7,7 @@
 namespace mavro {
 
 void PaintBox::Impl::PrepareStyle() {
-  auto& box = *static_cast<PaintBox*>(owner);
+  PaintBox& box = Box();
   if (box.onKeyDown.HasHandlers() || box.onKeyUp.HasHandlers() || box.onChar.HasHandlers())
     box.wantsKeys = true;
   CustomCtrl::Impl::PrepareStyle();
@@ -18,18 +18,22 @@ bool PaintBox::Impl::IsInside(Param place) const {
   return x >= 0 && y >= 0 && x < hwnd->ClientWidth() && y < hwnd->ClientHeight();
 }
 
-// Handlers of the message are first; each may destroy the control.
+PaintBox& PaintBox::Impl::Box() const {
+  return *static_cast<PaintBox*>(owner);
+}
+
+// Handlers of the message are first; each may destroy the control. The last messages come when the
+// owner is a box no more.
 Param PaintBox::Impl::WndProc(unsigned message, Param wParam, Param lParam) {
   const NativeWindow* window = hwnd;
-  auto& box = *static_cast<PaintBox*>(owner);
   if (message == WM_LBUTTONDOWN) {
     isPressed = true;
-    if (box.wantsKeys) hwnd->Focus();
+    if (Box().wantsKeys) hwnd->Focus();
     if (!IsWindow(window)) return 0;
   }
   const Param result = CustomCtrl::Impl::WndProc(message, wParam, lParam);
   if (message != WM_LBUTTONUP || !IsWindow(window)) return result;
-  if (std::exchange(isPressed, false) && IsInside(lParam)) FireNotify(box.onClick);
+  if (std::exchange(isPressed, false) && IsInside(lParam)) FireNotify(Box().onClick);
   return result;
 }
 

@@ -15,6 +15,7 @@ class PaintBox::Impl : public CustomCtrl::Impl {
   bool isPressed = false;  // the left button went down in the control, and a click may follow
 
  private:
+  PaintBox& Box() const;
   bool IsInside(Param place) const;
 };
 
