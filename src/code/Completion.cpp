@@ -143,14 +143,18 @@ std::string ExpressionLeftOf(const CaretText& editor) {
 
 void Completion::collectCompletions(std::vector<TagItem*>& out, const CaretText& editor,
                                     std::string_view text, RequestKind kind) {
+  Collect(out, editor, text, kind, ScopeAt(editor));
+}
+
+void Completion::Collect(Items& out, const CaretText& editor, std::string_view text,
+                         RequestKind kind, const std::string& scope) {
   sources.RefreshTags();
   wizard.tags.LookFrom(sources.ModuleOf(editor));
   ResolveInfo info;
   info.kind = kind;
-  const std::string viewer = ScopeAt(editor);
   const auto list = [&](std::string_view prefix) {
     TagLookup& tags = wizard.tags;
-    tags.listMembers(out, info.type, prefix, 0, tags.ModuleNamed(info.file), &viewer);
+    tags.listMembers(out, info.type, prefix, 0, tags.ModuleNamed(info.file), &scope);
   };
   const int typed = static_cast<int>(text.size());
   switch (kind) {
@@ -165,7 +169,7 @@ void Completion::collectCompletions(std::vector<TagItem*>& out, const CaretText&
       break;
     case cAnyRequest:
       if (const TagItem* item = wizard.currentItem(editor); item && item->owner)
-        wizard.tags.listMembers(out, item->owner->name, text, 0, nullptr, &viewer);
+        wizard.tags.listMembers(out, item->owner->name, text, 0, nullptr, &scope);
       wizard.tags.listGlobals(out, text);
       break;
   }
@@ -180,7 +184,7 @@ CompletionList Completion::Complete(const CaretText& editor, std::string_view le
   CompletionList list;
   Items items;
   if (request) {
-    collectCompletions(items, editor, request->text, request->kind);
+    Collect(items, editor, request->text, request->kind, place.scope);
     if (request->typesPrefix) list.typed = request->text;
   }
   const bool leadsElsewhere =
@@ -197,7 +201,7 @@ CompletionList Completion::CompleteFreely(const CaretText& editor, const std::st
   const CodeTokens tokens = CodeTokens::Before(editor, editor.CaretPosition());
   AddLocalNames(list.rows, tokens, typed);
   Items items;
-  collectCompletions(items, editor, typed, cAnyRequest);
+  Collect(items, editor, typed, cAnyRequest, place.scope);
   const std::string word = WordAround(editor);
   const TagData* front = sources.ModuleOf(editor);
   const int line = editor.LineFromPosition(editor.CaretPosition()) + 1;

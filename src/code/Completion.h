@@ -64,6 +64,9 @@ class Completion {
     std::string scope;         // the class that the code there belongs to
   };
 
+  // As collectCompletions, for code that belongs to that class.
+  void Collect(Items& out, const CaretText& editor, std::string_view text, RequestKind kind,
+               const std::string& scope);
   CompletionList CompleteFreely(const CaretText& editor, const std::string& typed,
                                 const Place& place);
   void CompleteByTypes(const CaretText& editor, const Place& place, CompletionList& list);

@@ -110,10 +110,11 @@ std::string Included(const Project& project, const Source& source, const std::st
 // The compiler puts an object of its own naming into the current folder.
 std::string Rule(const Project& project, const Source& source) {
   std::string rule = source.object + ": " + source.name;
-  for (const IncludeRec& include : source.file->Includes())
-    if (const std::string header = Included(project, source, include.name);
-        include.quoted && !header.empty())
-      rule += " " + header;
+  for (const IncludeRec& include : source.file->Includes()) {
+    if (!include.quoted) continue;
+    const std::string header = Included(project, source, include.name);
+    if (!header.empty()) rule += " " + header;
+  }
   const bool isUsual = source.object == ChangeExtension(BaseName(source.name), "o");
   return rule + "\n\t$(CC) $(CCFLAGS) -c " + source.name + (isUsual ? "" : " -o " + source.object) +
          "\n";

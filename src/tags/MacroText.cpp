@@ -82,8 +82,9 @@ class Expansion {
   Expansion(const MacroText& theMacro, const std::vector<std::string>& theArguments)
       : body(theMacro.body), parameters(theMacro.parameters), arguments(theArguments) {}
 
-  std::string Write() {
-    while (at < body.size()) WriteNext();
+  std::optional<std::string> Write() {
+    while (at < body.size() && out.size() <= cLongestExpansion) WriteNext();
+    if (out.size() > cLongestExpansion) return std::nullopt;
     return std::move(out);
   }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -15,12 +16,15 @@ struct MacroText {
   std::string body;         // its lines joined, at most 8 KB of them
 };
 
+constexpr size_t cLongestExpansion = 0x10000;  // bytes
+
 // The macro of that name which a text defines on a line; nothing without one there. Line numbers
 // begin with 1.
 std::optional<MacroText> ReadMacro(std::string_view text, int line, std::string_view name);
 
 // The body of a macro with these texts in place of its parameters. Nothing if it takes another
-// number of arguments. A parameter after a single "#" becomes an empty string literal.
+// number of arguments, or if that is longer than cLongestExpansion. A parameter after a single "#"
+// becomes an empty string literal.
 std::optional<std::string> Expand(const MacroText& macro,
                                   const std::vector<std::string>& arguments);
 

@@ -234,8 +234,9 @@ void TagParser::StoreClass(const TagFacts& facts) {
   record.kind = facts.kind;
   record.fileId = fileId;
   record.serial = ++tagData->classCount;
-  if (facts.inheritance.data() != nullptr) record.inheritance = facts.inheritance;
-  if (facts.inheritance.data() != nullptr) record.hiddenBases = facts.hiddenBases;
+  if (facts.inheritance.data() == nullptr) return;
+  record.inheritance = facts.inheritance;
+  record.hiddenBases = facts.hiddenBases;
 }
 
 }  // namespace zendry

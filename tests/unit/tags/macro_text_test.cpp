@@ -61,6 +61,12 @@ TEST(Expand, LastParameterTakesWhatIsLeft) {
   EXPECT_EQ(Expanded("M(a, b, ...) f(a)", {"p"}), "other arguments");
 }
 
+TEST(Expand, WhatIsTooLongIsNone) {
+  const std::string half(cLongestExpansion / 2, 'x');
+  EXPECT_EQ(Expanded("M(a)a##a", {half}), half + half);
+  EXPECT_EQ(Expanded("M(a, b)a##a##b", {half, "y"}), "other arguments");
+}
+
 TEST(Expand, PastesAndQuotes) {
   EXPECT_EQ(Expanded("M(a) get_ ## a ## _t(# a)", {"p"}), " get_p_t(\"\")");
   EXPECT_EQ(Expanded("M(a) a ##", {"p"}), " p");
