@@ -80,11 +80,12 @@ class Words final : public QWidget {
   // The words are below a row for typing, so that they don't cover what is typed.
   void Update() {
     const int blank = BlankRows();
+    if (blank < 0) return hide();
     QRect place = view.viewport()->geometry();
     if (blank == 1)
       place.setTop(place.top() + rows->visualRect(rows->model()->index(0, 0)).bottom() + 1);
     setGeometry(place);
-    setVisible(blank >= 0);
+    show();
     raise();
   }
 
