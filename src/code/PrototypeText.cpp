@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/TrimText.h"
 #include "code/CodeTokens.h"
 
 namespace zendry {
@@ -125,19 +126,9 @@ void DropAfterParameters(Kept& kept, const CodeTokens& tokens, int close) {
   }
 }
 
-std::string Trimmed(std::string_view written) {
-  constexpr std::string_view cBlanks = " \t\r\n";
-  while (!written.empty() &&
-         (cBlanks.find(written.back()) != cBlanks.npos || written.back() == ';'))
-    written.remove_suffix(1);
-  while (!written.empty() && cBlanks.find(written.front()) != cBlanks.npos)
-    written.remove_prefix(1);
-  return std::string(written);
-}
-
 }  // namespace
 
-PrototypeText::PrototypeText(std::string_view written) : text(Trimmed(written)) {
+PrototypeText::PrototypeText(std::string_view written) : text(Trimmed(written, " \t\r\n;")) {
   const CodeTokens tokens(text);
   const Function found = FindFunction(tokens, 0, tokens.Count());
   if (found.open < 0 || !tokens.IsOpening(found.open)) return;

@@ -5,6 +5,7 @@
 
 #include "SystemDialogs.h"
 #include "base/Shell.h"
+#include "base/TrimText.h"
 #include "debug/DebugLimits.h"
 #include "debug/DebugSession.h"
 #include "debug/DebugView.h"
@@ -35,20 +36,12 @@ std::string WhyGivenUp(const std::string& error, bool wasInterrupted) {
   return {};
 }
 
-// The same text as gdb repeats it: without blanks at its ends.
-std::string Trimmed(const std::string& text) {
-  constexpr char cBlanks[] = " \t";
-  const size_t first = text.find_first_not_of(cBlanks);
-  if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(cBlanks) - first + 1);
-}
-
 }  // namespace
 
 // Group: changes by the user.
 
 bool DebugSession::AddExpression(int list, const std::string& text) {
-  const std::string expression = Trimmed(text);
+  const std::string expression(Trimmed(text));
   if (!IsList(list) || !IsGdbText(expression)) return false;
   if (watches.Find(list, expression) != Watches::cNone) {
     mavro::Information("Watch contains: " + expression);
@@ -74,7 +67,7 @@ bool DebugSession::ChangeExpression(int list, int row, const std::string& text) 
   std::vector<Watch>& rows = watches.lists[static_cast<size_t>(list)];
   const auto index = static_cast<size_t>(row);
   if (index >= rows.size()) return AddExpression(list, text);
-  const std::string expression = Trimmed(text);
+  const std::string expression(Trimmed(text));
   if (expression == rows[index].expression) return true;
   if (!expression.empty() && !IsGdbText(expression)) return false;
   if (!expression.empty() && watches.Find(list, expression) != Watches::cNone) {

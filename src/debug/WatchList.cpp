@@ -1,6 +1,7 @@
 #include "debug/WatchList.h"
 
 #include "base/ControlBytes.h"
+#include "base/TrimText.h"
 #include "debug/Debugger.h"
 
 namespace zendry {
@@ -8,13 +9,6 @@ namespace zendry {
 namespace {
 
 enum Column { cExpressionColumn, cValueColumn };
-
-std::string Trimmed(const std::string& text) {
-  constexpr const char* cBlanks = " \t\r\n";
-  const size_t start = text.find_first_not_of(cBlanks);
-  if (start == std::string::npos) return "";
-  return text.substr(start, text.find_last_not_of(cBlanks) + 1 - start);
-}
 
 }  // namespace
 
@@ -98,7 +92,7 @@ void WatchList::OnKey(mavro::KeyArgs& args) {
 // The debugger decides: what it has taken is shown from its list.
 void WatchList::OnEdited(mavro::ItemArgs& args) {
   args.value = 0;
-  if (debugger) debugger->ChangeExpression(number, args.row, Trimmed(args.text));
+  if (debugger) debugger->ChangeExpression(number, args.row, std::string(Trimmed(args.text)));
   ShowAll();
 }
 

@@ -5,6 +5,7 @@
 
 #include "SciEditor.h"
 #include "UndoStep.h"
+#include "base/TrimText.h"
 
 namespace zendry {
 
@@ -21,12 +22,6 @@ bool IsInsideWords(int style) {
   constexpr int cLeftOut = 64;
   constexpr int cInside[] = {1, 2, 3, 6, 7, 15, 20};
   return std::find(std::begin(cInside), std::end(cInside), style % cLeftOut) != std::end(cInside);
-}
-
-std::string_view Trimmed(std::string_view text) {
-  const size_t first = text.find_first_not_of(cBlanks);
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r\n") + 1 - first);
 }
 
 int ColumnsBefore(std::string_view text, int tabWidth) {

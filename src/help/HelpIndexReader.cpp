@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "AsciiCase.h"
+#include "base/TrimText.h"
 
 namespace zendry {
 
@@ -13,12 +14,6 @@ namespace {
 
 constexpr std::string_view cBlanks = " \t\r\v\f";
 constexpr std::string_view cByteOrderMark = "\xEF\xBB\xBF";
-
-std::string_view Trimmed(std::string_view text) {
-  const size_t first = text.find_first_not_of(cBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(cBlanks) - first + 1);
-}
 
 std::vector<std::string_view> Words(std::string_view text) {
   std::vector<std::string_view> words;

@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "AsciiCase.h"
+#include "base/TrimText.h"
 
 namespace zendry {
 
@@ -11,12 +12,6 @@ namespace {
 constexpr std::string_view cLengthField = "Content-Length:";
 constexpr std::string_view cLineEnd = "\r\n";
 constexpr std::string_view cHeaderEnd = "\r\n\r\n";
-
-std::string_view Trimmed(std::string_view text) {
-  const size_t first = text.find_first_not_of(" \t");
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
 
 // A number of decimal digits and nothing else.
 std::optional<size_t> NumberOf(std::string_view text) {

@@ -2,19 +2,12 @@
 
 #include <algorithm>
 
+#include "base/TrimText.h"
 #include "code/CppLexer.h"
 
 namespace zendry {
 
 namespace {
-
-constexpr std::string_view cBlanks = " \t\r\n\v\f";
-
-std::string_view Trimmed(std::string_view text) {
-  const size_t begin = text.find_first_not_of(cBlanks);
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(cBlanks) - begin + 1);
-}
 
 bool IsNameByte(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';

@@ -3,23 +3,17 @@
 #include <algorithm>
 #include <set>
 
+#include "base/TrimText.h"
 #include "tags/MacroText.h"
 
 namespace zendry {
 
 namespace {
 
-constexpr std::string_view cBlanks = " \t\r";
 constexpr std::string_view cWordChars =
     "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_";
 constexpr std::string_view cDefine = "define";
 constexpr std::string_view cNamespace = "namespace";
-
-std::string_view Trimmed(std::string_view text) {
-  const size_t first = text.find_first_not_of(cBlanks);
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(cBlanks) + 1 - first);
-}
 
 // Takes the word off the beginning of a text, and what comes before it.
 std::string_view TakeNextWord(std::string_view& text) {
