@@ -16,7 +16,17 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class FormEditorTest : public test::DesignTest {};
+class FormEditorTest : public test::DesignTest {
+ protected:
+  // The surface with everything that lies above its controls.
+  QImage Picture() const { return test::WidgetOf(Surface())->grab().toImage(); }
+  // True if at least a third of the pixels of a piece of a row differ from what is below them.
+  static bool HasLine(const QImage& picture, int left, int right, int y) {
+    int other = 0;
+    for (int x = left; x <= right; ++x) other += picture.pixel(x, y) != picture.pixel(x, y + 2);
+    return 3 * other >= right - left;
+  }
+};
 
 TEST_F(FormEditorTest, Press_SelectsTheControlAndShowsIt) {
   Design(Names(2), Buttons(2), [&] {
@@ -297,6 +307,34 @@ TEST_F(FormEditorTest, DropOnATabControl_GoesToItsPageInFront) {
            EXPECT_THAT(Selected(), ElementsAre("edit1")) << "hit testing goes into the page";
            Click(200, 215);
            EXPECT_THAT(Selected(), ElementsAre("tabCtrl1"));
+         });
+}
+
+// A panel without a border paints nothing, nor does a tab control without pages.
+TEST_F(FormEditorTest, ContainersThatPaintNothing_AreOutlined) {
+  const auto panel = [](const std::string& name, const std::string& bounds,
+                        const std::string& parent, const std::string& more = "") {
+    return "//!<Panel>\n" + name + ".SetBounds(" + bounds + ");\n" + more + parent + "Add(&" +
+           name + ");\n";
+  };
+  Design("Panel plain, framed, inside;\nTabCtrl tabs;\nTabPage front, back;\nPanel shut;\n",
+         panel("plain", "20, 21, 100, 80", "this->") +
+             panel("framed", "20, 121, 100, 80", "this->",
+                   "framed.borderStyle = BorderStyle::cFrame;\n") +
+             panel("inside", "10, 11, 200, 30", "plain.") +
+             "//!<TabCtrl>\ntabs.SetBounds(200, 21, 150, 80);\nthis->Add(&tabs);\n"
+             "//!<TabPage>\ntabs.Add(&front);\n//!<TabPage>\ntabs.Add(&back);\n" +
+             panel("shut", "30, 10, 50, 30", "back."),
+         [&] {
+           const QImage with = Picture();
+           // Dots of the grid are at multiples of 8.
+           EXPECT_TRUE(HasLine(with, 20, 119, 21)) << "above the panel";
+           EXPECT_TRUE(HasLine(with, 20, 119, 100)) << "below it";
+           EXPECT_TRUE(HasLine(with, 30, 119, 32)) << "the one inside, up to the edge around it";
+           EXPECT_FALSE(HasLine(with, 121, 190, 32));
+           EXPECT_TRUE(HasLine(with, 200, 349, 100)) << "the tab control";
+           const Rect at = Surface().RectOf(Live("shut"));
+           EXPECT_FALSE(HasLine(with, at.left, at.left + 49, at.top + 29)) << "hidden";
          });
 }
 
