@@ -5,9 +5,11 @@
 #include <typeinfo>
 
 #include "Graphics.h"
+#include "Label.h"
 #include "NativeGlass.h"
 #include "SysImpl.h"
 #include "TabCtrl.h"
+#include "ToolBar.h"
 
 namespace mavro {
 
@@ -17,11 +19,13 @@ namespace {
 
 constexpr Color cDotColor = Color::cControlShadow;
 
-// True for containers that paint nothing of their own: on the canvas they could not be seen.
+// True for controls that paint nothing, or hardly anything: on the canvas they could not be seen.
 bool IsUnseen(const Control& control) {
-  const bool isPanel = typeid(control) == typeid(Panel);
-  return (isPanel && control.borderStyle == BorderStyle::cNone) ||
-         typeid(control) == typeid(TabCtrl);
+  const auto& kind = typeid(control);
+  const bool isBare = kind == typeid(Panel) || (kind == typeid(Label) && control.text.empty());
+  if (isBare) return control.borderStyle == BorderStyle::cNone;
+  if (const auto* bar = dynamic_cast<const ToolBar*>(&control)) return bar->RowCount() == 0;
+  return kind == typeid(TabCtrl);
 }
 
 Rect Intersection(const Rect& one, const Rect& other) {

@@ -310,6 +310,23 @@ TEST_F(FormEditorTest, DropOnATabControl_GoesToItsPageInFront) {
          });
 }
 
+TEST_F(FormEditorTest, EmptyLabelsAndToolBars_AreOutlined) {
+  Design("Label empty, full;\nToolBar bar;\nToolBar filled;\n",
+         "//!<Label>\nempty.SetBounds(20, 21, 100, 18);\nthis->Add(&empty);\n"
+         "//!<Label>\nfull.SetBounds(20, 51, 100, 18);\nfull.text = \"x\";\nthis->Add(&full);\n"
+         "//!<ToolBar>\nbar.SetBounds(200, 21, 100, 32);\nthis->Add(&bar);\n"
+         "//!<ToolBar>\nfilled.SetBounds(200, 121, 100, 32);\nfilled.items.Add(_separator_);\n"
+         "this->Add(&filled);\n",
+         [&] {
+           EXPECT_TRUE(HasLine(Picture(), 20, 119, 21));
+           EXPECT_FALSE(HasLine(Picture(), 40, 119, 51));
+           EXPECT_TRUE(HasLine(Picture(), 200, 299, 21));
+           EXPECT_FALSE(HasLine(Picture(), 240, 299, 121));
+           Live("empty").text = "text";
+           EXPECT_FALSE(HasLine(Picture(), 60, 119, 21));
+         });
+}
+
 // A panel without a border paints nothing, nor does a tab control without pages.
 TEST_F(FormEditorTest, ContainersThatPaintNothing_AreOutlined) {
   const auto panel = [](const std::string& name, const std::string& bounds,
