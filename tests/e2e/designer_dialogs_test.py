@@ -236,7 +236,7 @@ class Dialogs(DesignerTest):
         self.assertEqual(list(self.window.titles()), [self.window.main])
         self.choose_form('Down', 'Return')
         dialog = self.dialog('Form designer')
-        self.press(dialog, 598, 332)  # "Keep"
+        self.press(dialog, 698, 332)  # "Keep"
         self.wait_gone(dialog)
         self.wait_for_designer()
         self.save_and_close()
