@@ -355,6 +355,26 @@ TEST_F(FormEditorTest, ContainersThatPaintNothing_AreOutlined) {
          });
 }
 
+// What is in a container may be declared before it and before the container's siblings.
+TEST_F(FormEditorTest, PagesAndDockedPanels_StandInTheOrderOfTheSource) {
+  Design(
+      "Label inBack;\nButton inLower;\nTabCtrl tabs;\nTabPage front, back;\nPanel upper, lower;\n",
+      "//!<Label>\ninBack.SetBounds(1, 1, 50, 18);\nback.Add(&inBack);\n"
+      "//!<Button>\ninLower.SetBounds(1, 1, 50, 18);\nlower.Add(&inLower);\n"
+      "//!<TabCtrl>\ntabs.SetBounds(20, 200, 300, 100);\nthis->Add(&tabs);\n"
+      "//!<TabPage>\ntabs.Add(&front);\n//!<TabPage>\ntabs.Add(&back);\n"
+      "//!<Panel>\nupper.dock = Dock::cTop;\nupper.height = 30;\nthis->Add(&upper);\n"
+      "//!<Panel>\nlower.dock = Dock::cTop;\nlower.height = 40;\nthis->Add(&lower);\n",
+      [&] {
+        const auto& tabs = dynamic_cast<const mavro::TabCtrl&>(Live("tabs"));
+        EXPECT_EQ(tabs.GetPage(0), &Live("front"));
+        EXPECT_EQ(tabs.GetPage(1), &Live("back"));
+        EXPECT_EQ(At("upper").top, 0);
+        EXPECT_EQ(At("lower").top, 30);
+        EXPECT_EQ(Live("inLower").parent, &Live("lower"));
+      });
+}
+
 TEST_F(FormEditorTest, PagesAreNamedAfterTheFirstFreeNumber) {
   Design("TabCtrl tabs;\nTabPage tabsPage1;\nTabPage tabsPage3;\n",
          "//!<TabCtrl>\ntabs.SetBounds(20, 20, 300, 200);\nthis->Add(&tabs);\n"
