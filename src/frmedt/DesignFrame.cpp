@@ -294,6 +294,7 @@ void DesignFrame::SayReady(const std::string& words) {
 void DesignFrame::StepDone() {
   if (!history) return;
   editor.live.RefreshAll();
+  if (editor.SelectedRecords().size() > 1) propBox.Renew();
   history->Commit();
   ShowButtons();
 }

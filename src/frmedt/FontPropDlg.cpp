@@ -16,6 +16,7 @@ FontPropDlg::FontPropDlg(const std::string& fontText) {
   sizeEdit.value = parsed.size;
   styleGroup.itemFlags = (parsed.isBold ? cBoldFlag : 0) | (parsed.isItalic ? cItalicFlag : 0);
   resizable = false;
+  focusControl = &sizeEdit;
 }
 
 void FontPropDlg::Initialize() {

@@ -307,7 +307,19 @@ bool LiveControls::Create(CtrlRec& rec) {
   return false;
 }
 
+// Containers first: the siblings of each come in the order of the source, wherever what is in them
+// is declared. Then the records that are in no container of the form, for their sentences.
 void LiveControls::CreateAll() {
+  std::unordered_map<const CtrlRec*, std::vector<CtrlRec*>> inside;
+  for (CtrlRec* rec : form.controls)
+    if (rec != &form.root) inside[rec->parent].push_back(rec);
+  std::vector<CtrlRec*> order = inside[&form.root];
+  for (size_t at = 0; at < order.size(); ++at) {
+    const std::vector<CtrlRec*>& more = inside[order[at]];
+    order.insert(order.end(), more.begin(), more.end());
+  }
+  for (CtrlRec* rec : order)
+    if (!rec->ctrl && !rec->createFailed) Create(*rec);
   for (CtrlRec* rec : form.controls)
     if (rec != &form.root && !rec->ctrl && !rec->createFailed) Create(*rec);
 }

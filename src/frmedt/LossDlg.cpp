@@ -8,7 +8,7 @@ namespace zendry {
 namespace {
 
 constexpr int cPlaceWidth = 150;
-constexpr int cKindWidth = 96;
+constexpr int cKindWidth = 72;
 constexpr int cScrollBar = 24;
 
 std::string_view KindWord(FormLoss::Kind kind) {
@@ -48,28 +48,28 @@ void LossDlg::Initialize() {
   using mavro::Button;
   // clang-format off
 	//!init
-	this->SetBounds(0, 0, 760, 360);
+	this->SetBounds(0, 0, 860, 360);
 	this->text = "Form designer";
 	this->resizable = false;
 	//!<Label>
-	label.SetBounds(12, 12, 736, 22);
+	label.SetBounds(12, 12, 836, 22);
 	this->Add(&label);
 	//!<ListView>
-	list.SetBounds(12, 40, 736, 270);
+	list.SetBounds(12, 40, 836, 270);
 	this->Add(&list);
 	//!<Button>
-	goOn.SetBounds(448, 316, 96, 32);
+	goOn.SetBounds(548, 316, 96, 32);
 	goOn.text = "Go on";
 	goOn.onClick.Add_H(this, &This::OnGoOn);
 	this->Add(&goOn);
 	//!<Button>
-	keep.SetBounds(550, 316, 96, 32);
+	keep.SetBounds(650, 316, 96, 32);
 	keep.text = "Keep";
 	keep.toolTip = "Moves these lines behind the end of their region";
 	keep.onClick.Add_H(this, &This::OnKeep);
 	this->Add(&keep);
 	//!<Button>
-	cancel.SetBounds(652, 316, 96, 32);
+	cancel.SetBounds(752, 316, 96, 32);
 	cancel.kind = Button::cCancel;
 	this->Add(&cancel);
 	//!end

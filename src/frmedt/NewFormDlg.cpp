@@ -35,7 +35,7 @@ void NewFormDlg::Initialize() {
 	fileLabel.text = "File name";
 	this->Add(&fileLabel);
 	//!<Edit>
-	fileEdit.SetBounds(155, 25, 164, 20);
+	fileEdit.SetBounds(156, 24, 164, 20);
 	this->Add(&fileEdit);
 	//!<RadioGroup>
 	projectGroup.SetBounds(16, 52, 118, 84);
@@ -45,7 +45,7 @@ void NewFormDlg::Initialize() {
 	projectGroup.itemIndex = 0;
 	this->Add(&projectGroup);
 	//!<RadioGroup>
-	placeGroup.SetBounds(157, 53, 184, 84);
+	placeGroup.SetBounds(156, 52, 184, 84);
 	placeGroup.text = "Form place:";
 	placeGroup.items.Add("Create in a new file");
 	placeGroup.items.Add("Insert into current file");

@@ -116,6 +116,12 @@ void PropBox::SetValue(std::string_view property, const std::string& newText) {
   }
 }
 
+void PropBox::Renew() {
+  updating = true;
+  for (int row = 0; row < static_cast<int>(rows.size()); ++row) ShowRow(row);
+  updating = false;
+}
+
 // What a commit leads to may fill the box anew, so the row is copied.
 void PropBox::OnChange(mavro::ItemArgs& args) {
   if (updating || args.row < 0 || args.row >= static_cast<int>(rows.size())) return;

@@ -27,6 +27,9 @@ class PropBox : public mavro::TabPage {
   // controls that are being moved. Only while one control is shown.
   void SetValue(std::string_view property, const std::string& text);
 
+  // Shows the values anew: a step has changed them by another road.
+  void Renew();
+
   // The user has changed a value, which is in the model already. For the rows of class and name,
   // the value is the box's own and its row has the kind cClassKind or cNameKind.
   std::function<void(CtrlRec&, PropValue&)> onCommit;

@@ -7,6 +7,7 @@
 #include "frmedt/FormData.h"
 #include "frmedt/ItemsDlg.h"
 #include "frmedt/PropClass.h"
+#include "frmedt/SourceNames.h"
 #include "frmedt/ToolBarEditor.h"
 
 namespace zendry {
@@ -18,9 +19,14 @@ bool EditFont(std::string& value) {
   return dialog.Ask(value);
 }
 
+// The items stand between quotes in the source.
 bool EditStrings(std::string& value) {
   ItemsDlg dialog;
-  return dialog.Ask(value);
+  std::string lines = value;
+  if (!dialog.Ask(lines)) return false;
+  value.clear();
+  for (const std::string& item : SplitItems(lines)) value += BetweenQuotes(item) + "\r\n";
+  return true;
 }
 
 bool EditToolBar(std::string& value) {

@@ -57,6 +57,13 @@ bool IsTinted(const CppEditor& editor, int line) {
   return editor.Send(mavro::SCI_MARKERGET, static_cast<std::uintptr_t>(line)) & cTintMask;
 }
 
+// The lines of a replaced region have left their marks on the line behind them, one of each.
+void RemoveTint(const CppEditor& editor, int line) {
+  while (IsTinted(editor, line))
+    editor.Send(mavro::SCI_MARKERDELETE, static_cast<std::uintptr_t>(line),
+                RegionMarks::cTintMarker);
+}
+
 // Only the lines that have to change are touched.
 void Tint(const CppEditor& editor, const std::vector<RegionMarks::Region>& regions) {
   const auto isInside = [&](int line) {
@@ -65,9 +72,7 @@ void Tint(const CppEditor& editor, const std::vector<RegionMarks::Region>& regio
   };
   for (auto line = editor.Send(mavro::SCI_MARKERNEXT, 0, cTintMask); line >= 0;
        line = editor.Send(mavro::SCI_MARKERNEXT, static_cast<std::uintptr_t>(line + 1), cTintMask))
-    if (!isInside(static_cast<int>(line)))
-      editor.Send(mavro::SCI_MARKERDELETE, static_cast<std::uintptr_t>(line),
-                  RegionMarks::cTintMarker);
+    if (!isInside(static_cast<int>(line))) RemoveTint(editor, static_cast<int>(line));
   for (const RegionMarks::Region& region : regions)
     for (int line = region.first; line <= region.last; ++line)
       if (!IsTinted(editor, line))

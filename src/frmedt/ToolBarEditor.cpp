@@ -14,6 +14,7 @@ constexpr size_t cIconPrefix = 3;  // "ico", before the words that the tool tip 
 ToolBarEditor::ToolBarEditor() {
   Initialize();
   for (const std::string& icon : SplitOptions(thePropIcon.ref)) iconBox.items.Add(icon);
+  iconBox.selectedIndex = mavro::Icons::icoNew;
   linesMemo.accessibleName = text.Get();
   focusControl = &iconBox;
 }
@@ -53,7 +54,7 @@ void ToolBarEditor::Initialize() {
 	separatorButton.onClick.Add_H(this, &This::OnSeparator);
 	panel1.Add(&separatorButton);
 	//!<Button>
-	acceptButton.SetBounds(212, 15, 84, 34);
+	acceptButton.SetBounds(212, 16, 84, 34);
 	acceptButton.text = "Accept";
 	acceptButton.kind = Button::cSave;
 	acceptButton.onClick.Add_H(this, &This::OnAccept);

@@ -1,10 +1,15 @@
 #include "LayoutForm.h"
 
+#include <algorithm>
 #include <cmath>
+#include <typeinfo>
 
 #include "Graphics.h"
+#include "Label.h"
 #include "NativeGlass.h"
 #include "SysImpl.h"
+#include "TabCtrl.h"
+#include "ToolBar.h"
 
 namespace mavro {
 
@@ -13,6 +18,23 @@ LayoutForm* theLayoutForm = nullptr;
 namespace {
 
 constexpr Color cDotColor = Color::cControlShadow;
+
+// True for controls that paint nothing, or hardly anything: on the canvas they could not be seen.
+bool IsUnseen(const Control& control) {
+  const auto& kind = typeid(control);
+  const bool isBare = kind == typeid(Panel) || (kind == typeid(Label) && control.text.empty());
+  if (isBare) return control.borderStyle == BorderStyle::cNone;
+  if (const auto* bar = dynamic_cast<const ToolBar*>(&control)) return bar->RowCount() == 0;
+  return kind == typeid(TabCtrl);
+}
+
+Rect Intersection(const Rect& one, const Rect& other) {
+  const int left = std::max(one.left, other.left);
+  const int top = std::max(one.top, other.top);
+  const int right = std::min(one.left + one.width, other.left + other.width);
+  const int bottom = std::min(one.top + one.height, other.top + other.height);
+  return {left, top, right - left, bottom - top};
+}
 
 }  // namespace
 
@@ -24,6 +46,7 @@ class LayoutForm::Impl : public Container::Impl {
   void Create() override {
     Container::Impl::Create();
     glass = MakeGlassLayer(*hwnd);
+    glass->outlines = [this] { return Outlines(); };
     glass->ShowMarks(marks);
   }
 
@@ -78,6 +101,25 @@ class LayoutForm::Impl : public Container::Impl {
     Graphics graphics(grid, owner);
     for (int y = 0; y < area.height; y += cGrid)
       for (int x = 0; x < area.width; x += cGrid) graphics.SetPixel(x, y, cDotColor);
+  }
+
+  std::vector<Rect> Outlines() const {
+    std::vector<Rect> areas;
+    AddOutlines(*owner, {0, 0, hwnd->ClientWidth(), hwnd->ClientHeight()}, areas);
+    return areas;
+  }
+
+  // What is outside of `around` is not seen.
+  void AddOutlines(const Control& parent, const Rect& around, std::vector<Rect>& areas) const {
+    for (const Control* child : parent.children) {
+      const bool isOutlined = IsUnseen(*child);
+      if (!isOutlined && child->children.empty()) continue;
+      if (!child->impl->hwnd || !child->impl->hwnd->IsShown()) continue;
+      const Rect seen = Intersection(static_cast<const LayoutForm*>(owner)->RectOf(*child), around);
+      if (seen.width < 1 || seen.height < 1) continue;
+      if (isOutlined) areas.push_back(seen);
+      AddOutlines(*child, seen, areas);
+    }
   }
 
   std::unique_ptr<GlassLayer> glass;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -16,6 +17,9 @@ class GlassLayer : public object {
  public:
   virtual void Fit() = 0;
   virtual void ShowMarks(const std::vector<LayoutForm::Mark>& marks) = 0;
+
+  // Tells which areas are outlined. Asked whenever the layer is painted.
+  std::function<std::vector<Rect>()> outlines;
 };
 
 // A transparent layer above one window, which it always covers. It paints grips and takes no input.

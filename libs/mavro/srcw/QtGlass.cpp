@@ -18,7 +18,7 @@ constexpr int cTextMargin = 3;
 // button among them would close the form that the canvas is on.
 class GlassWidget final : public QWidget {
  public:
-  explicit GlassWidget(QWidget* parent) : QWidget(parent) {
+  GlassWidget(QWidget* parent, const GlassLayer& itsLayer) : QWidget(parent), layer(itsLayer) {
     setFocusPolicy(Qt::NoFocus);
     setMouseTracking(true);
     setAttribute(Qt::WA_NoSystemBackground);
@@ -47,6 +47,7 @@ class GlassWidget final : public QWidget {
  protected:
   void paintEvent(QPaintEvent*) override {
     QPainter painter(this);
+    PaintOutlines(painter);
     for (const LayoutForm::Mark& mark : marks) {
       painter.fillRect(Area(mark), palette().color(QPalette::Highlight));
       if (mark.text.empty()) continue;
@@ -56,6 +57,14 @@ class GlassWidget final : public QWidget {
   }
 
  private:
+  void PaintOutlines(QPainter& painter) const {
+    if (!layer.outlines) return;
+    QPen pen(palette().color(QPalette::Disabled, QPalette::WindowText), 1);
+    pen.setDashPattern({2, 2});
+    painter.setPen(pen);
+    for (const Rect& at : layer.outlines())
+      painter.drawRect(at.left, at.top, at.width - 1, at.height - 1);
+  }
   // A label is as large as its text.
   QRect Area(const LayoutForm::Mark& mark) const {
     const Rect& at = mark.at;
@@ -71,12 +80,13 @@ class GlassWidget final : public QWidget {
     for (const LayoutForm::Mark& mark : marks) update(Area(mark));
   }
 
+  const GlassLayer& layer;
   std::vector<LayoutForm::Mark> marks;
 };
 
 class QtGlass final : public GlassLayer {
  public:
-  explicit QtGlass(NativeWindow& window) : glass(new GlassWidget(window.ClientWidget())) {
+  explicit QtGlass(NativeWindow& window) : glass(new GlassWidget(window.ClientWidget(), *this)) {
     QtGlass::Fit();
   }
   ~QtGlass() override { delete glass; }

@@ -6,6 +6,7 @@
 #include <QWheelEvent>
 #include <charconv>
 #include <climits>
+#include <utility>
 
 #include "NativeRanges.h"
 #include "QtFactories.h"
@@ -51,12 +52,21 @@ class SpinWidget final : public QSpinBox {
   int valueFromText(const QString& input) const override {
     return std::clamp(NumberOf(input), minimum(), maximum());
   }
+  // In the field that a dialog begins with, typing replaces the number, as it does after a Tab.
+  void focusInEvent(QFocusEvent* event) override {
+    QSpinBox::focusInEvent(event);
+    const bool isFirst = !std::exchange(wasFocused, true);
+    if (isFirst && event->reason() == Qt::ActiveWindowFocusReason) selectAll();
+  }
   void wheelEvent(QWheelEvent* event) override {
     if (hasFocus())
       QSpinBox::wheelEvent(event);
     else
       event->ignore();
   }
+
+ private:
+  bool wasFocused = false;
 };
 
 class SliderWidget final : public QSlider {

@@ -411,6 +411,24 @@ TEST_F(DesignBoxesTest, SeveralControls_TakeOneValue) {
   });
 }
 
+TEST_F(DesignBoxesTest, SeveralControls_ShowWhatAStepHasMadeEqual) {
+  Design(Names(2),
+         "//!<Button>\nbutton1.SetBounds(40, 40, 80, 24);\nthis->Add(&button1);\n"
+         "//!<Button>\nbutton2.SetBounds(50, 80, 80, 24);\nthis->Add(&button2);\n",
+         [&] {
+           Click(60, 52);
+           Click(60, 92, Qt::ControlModifier);
+           EXPECT_EQ(Row("left").Value(), "");
+           frame->Command(cAlignLeft);
+           EXPECT_EQ(Row("left").Value(), "40");
+           EXPECT_EQ(Row("top").Value(), "");
+           Type(Qt::Key_Right, Qt::ControlModifier);
+           EXPECT_EQ(Row("left").Value(), "41");
+           DragMouse(60, 52, 70, 60);
+           EXPECT_EQ(Row("left").Value(), "51");
+         });
+}
+
 TEST_F(DesignBoxesTest, TabControlWithoutPages_ShowsItsRows) {
   Design("TabCtrl tabs;\n", "//!<TabCtrl>\ntabs.SetBounds(20, 20, 300, 200);\nthis->Add(&tabs);\n",
          [&] {

@@ -16,7 +16,17 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class FormEditorTest : public test::DesignTest {};
+class FormEditorTest : public test::DesignTest {
+ protected:
+  // The surface with everything that lies above its controls.
+  QImage Picture() const { return test::WidgetOf(Surface())->grab().toImage(); }
+  // True if at least a third of the pixels of a piece of a row differ from what is below them.
+  static bool HasLine(const QImage& picture, int left, int right, int y) {
+    int other = 0;
+    for (int x = left; x <= right; ++x) other += picture.pixel(x, y) != picture.pixel(x, y + 2);
+    return 3 * other >= right - left;
+  }
+};
 
 TEST_F(FormEditorTest, Press_SelectsTheControlAndShowsIt) {
   Design(Names(2), Buttons(2), [&] {
@@ -298,6 +308,71 @@ TEST_F(FormEditorTest, DropOnATabControl_GoesToItsPageInFront) {
            Click(200, 215);
            EXPECT_THAT(Selected(), ElementsAre("tabCtrl1"));
          });
+}
+
+TEST_F(FormEditorTest, EmptyLabelsAndToolBars_AreOutlined) {
+  Design("Label empty, full;\nToolBar bar;\nToolBar filled;\n",
+         "//!<Label>\nempty.SetBounds(20, 21, 100, 18);\nthis->Add(&empty);\n"
+         "//!<Label>\nfull.SetBounds(20, 51, 100, 18);\nfull.text = \"x\";\nthis->Add(&full);\n"
+         "//!<ToolBar>\nbar.SetBounds(200, 21, 100, 32);\nthis->Add(&bar);\n"
+         "//!<ToolBar>\nfilled.SetBounds(200, 121, 100, 32);\nfilled.items.Add(_separator_);\n"
+         "this->Add(&filled);\n",
+         [&] {
+           EXPECT_TRUE(HasLine(Picture(), 20, 119, 21));
+           EXPECT_FALSE(HasLine(Picture(), 40, 119, 51));
+           EXPECT_TRUE(HasLine(Picture(), 200, 299, 21));
+           EXPECT_FALSE(HasLine(Picture(), 240, 299, 121));
+           Live("empty").text = "text";
+           EXPECT_FALSE(HasLine(Picture(), 60, 119, 21));
+         });
+}
+
+// A panel without a border paints nothing, nor does a tab control without pages.
+TEST_F(FormEditorTest, ContainersThatPaintNothing_AreOutlined) {
+  const auto panel = [](const std::string& name, const std::string& bounds,
+                        const std::string& parent, const std::string& more = "") {
+    return "//!<Panel>\n" + name + ".SetBounds(" + bounds + ");\n" + more + parent + "Add(&" +
+           name + ");\n";
+  };
+  Design("Panel plain, framed, inside;\nTabCtrl tabs;\nTabPage front, back;\nPanel shut;\n",
+         panel("plain", "20, 21, 100, 80", "this->") +
+             panel("framed", "20, 121, 100, 80", "this->",
+                   "framed.borderStyle = BorderStyle::cFrame;\n") +
+             panel("inside", "10, 11, 200, 30", "plain.") +
+             "//!<TabCtrl>\ntabs.SetBounds(200, 21, 150, 80);\nthis->Add(&tabs);\n"
+             "//!<TabPage>\ntabs.Add(&front);\n//!<TabPage>\ntabs.Add(&back);\n" +
+             panel("shut", "30, 10, 50, 30", "back."),
+         [&] {
+           const QImage with = Picture();
+           // Dots of the grid are at multiples of 8.
+           EXPECT_TRUE(HasLine(with, 20, 119, 21)) << "above the panel";
+           EXPECT_TRUE(HasLine(with, 20, 119, 100)) << "below it";
+           EXPECT_TRUE(HasLine(with, 30, 119, 32)) << "the one inside, up to the edge around it";
+           EXPECT_FALSE(HasLine(with, 121, 190, 32));
+           EXPECT_TRUE(HasLine(with, 200, 349, 100)) << "the tab control";
+           const Rect at = Surface().RectOf(Live("shut"));
+           EXPECT_FALSE(HasLine(with, at.left, at.left + 49, at.top + 29)) << "hidden";
+         });
+}
+
+// What is in a container may be declared before it and before the container's siblings.
+TEST_F(FormEditorTest, PagesAndDockedPanels_StandInTheOrderOfTheSource) {
+  Design(
+      "Label inBack;\nButton inLower;\nTabCtrl tabs;\nTabPage front, back;\nPanel upper, lower;\n",
+      "//!<Label>\ninBack.SetBounds(1, 1, 50, 18);\nback.Add(&inBack);\n"
+      "//!<Button>\ninLower.SetBounds(1, 1, 50, 18);\nlower.Add(&inLower);\n"
+      "//!<TabCtrl>\ntabs.SetBounds(20, 200, 300, 100);\nthis->Add(&tabs);\n"
+      "//!<TabPage>\ntabs.Add(&front);\n//!<TabPage>\ntabs.Add(&back);\n"
+      "//!<Panel>\nupper.dock = Dock::cTop;\nupper.height = 30;\nthis->Add(&upper);\n"
+      "//!<Panel>\nlower.dock = Dock::cTop;\nlower.height = 40;\nthis->Add(&lower);\n",
+      [&] {
+        const auto& tabs = dynamic_cast<const mavro::TabCtrl&>(Live("tabs"));
+        EXPECT_EQ(tabs.GetPage(0), &Live("front"));
+        EXPECT_EQ(tabs.GetPage(1), &Live("back"));
+        EXPECT_EQ(At("upper").top, 0);
+        EXPECT_EQ(At("lower").top, 30);
+        EXPECT_EQ(Live("inLower").parent, &Live("lower"));
+      });
 }
 
 TEST_F(FormEditorTest, PagesAreNamedAfterTheFirstFreeNumber) {

@@ -10,6 +10,7 @@
 
 #include "DarkPalette.h"
 #include "NextDialog.h"
+#include "frmedt/ItemsDlg.h"
 #include "frmedt/PropClass.h"
 
 namespace zendry {
@@ -292,6 +293,27 @@ TEST_F(PropBoxTest, FontRow_OpensItsDialog) {
     });
     test::Click(Item("font").button);
     EXPECT_THAT(log, IsEmpty()) << "the same font";
+  });
+}
+
+TEST_F(PropBoxTest, QuotesInItems_AreMadeSafe) {
+  CtrlRec& rec = Add("ListBox", "listBox1");
+  Run([&] {
+    props.Show(rec);
+    test::OnNextDialog(form, [](mavro::Form& dialog) {
+      EXPECT_EQ(dialog.text, "Items");
+      QTest::keyClicks(QApplication::focusWidget(), "say \"hi\"");
+      test::Key(dialog, Qt::Key_Return);
+      QTest::keyClicks(QApplication::focusWidget(), "C:\\dir\\");
+      test::Click(static_cast<ItemsDlg&>(dialog).okButton);
+    });
+    test::Click(Item("items").button);
+    EXPECT_EQ(rec.ValueText("items"), "say \\\"hi\\\"\r\nC:\\dir\\\\\r\n");
+    test::OnNextDialog(
+        form, [](mavro::Form& dialog) { test::Click(static_cast<ItemsDlg&>(dialog).okButton); });
+    test::Click(Item("items").button);
+    EXPECT_EQ(rec.ValueText("items"), "say \\\"hi\\\"\r\nC:\\dir\\\\\r\n")
+        << "what is safe stays as it is";
   });
 }
 

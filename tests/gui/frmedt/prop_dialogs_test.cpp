@@ -82,6 +82,19 @@ TEST_P(PropDialogs, Font_ShowsAndWritesSizeAndStyle) {
   }
 }
 
+TEST_P(PropDialogs, Font_ATypedNumberIsTheSize) {
+  FontPropDlg dialog("Font(10, Font::cBold)");
+  std::string font;
+  EXPECT_TRUE(Answer(
+      dialog,
+      [&] {
+        QTest::keyClicks(QApplication::focusWidget(), "18");
+        test::Key(dialog, Qt::Key_Return);
+      },
+      [&] { return dialog.Ask(font); }));
+  EXPECT_EQ(font, "Font(18, Font::cBold)");
+}
+
 TEST_P(PropDialogs, Font_TheClearButtonEmpties_OtherEndsKeep) {
   for (const bool clears : {true, false}) {
     FontPropDlg dialog("Font(10)");
@@ -159,6 +172,21 @@ TEST_P(PropDialogs, ToolBarItems_AreAddedByButtons) {
   EXPECT_EQ(items, "Icons::icoNew, \"New\"\r\nIcons::icoOpen, \"Open\"\r\n_separator_\r\n");
   EXPECT_FALSE(Answer(
       dialog, [&] { test::Key(dialog, Qt::Key_Escape); }, [&] { return dialog.Ask(items); }));
+}
+
+TEST_P(PropDialogs, ToolBarItems_TheIconOfTheButtonIsTheOneThatIsAdded) {
+  ToolBarEditor dialog;
+  std::string items;
+  EXPECT_TRUE(Answer(
+      dialog,
+      [&] {
+        EXPECT_EQ(dialog.iconBox.text, "icoNew");
+        EXPECT_EQ(dialog.addButton.icon, mavro::Icons::icoNew);
+        test::Click(dialog.addButton);
+        test::Click(dialog.acceptButton);
+      },
+      [&] { return dialog.Ask(items); }));
+  EXPECT_EQ(items, "Icons::icoNew, \"New\"\r\n");
 }
 
 TEST_P(PropDialogs, Select_AnswersTheRow) {

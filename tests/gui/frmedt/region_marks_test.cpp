@@ -5,6 +5,7 @@
 
 #include "DarkPalette.h"
 #include "EditorFixture.h"
+#include "editor/ApplyEdits.h"
 #include "frmedt/FormFolds.h"
 
 // The regions of forms, as the editor shows them.
@@ -113,6 +114,21 @@ TEST_F(IdeRegions, TintFollowsEdits_AndGoesWithItsMarker) {
     editor.ReplaceSelection("int a;\n");
     Settle(editor);
     EXPECT_THAT(TintedLines(editor), IsEmpty());
+  });
+}
+
+// As the designer does when it saves.
+TEST_F(IdeRegions, ReplacedRegions_LeaveNoTintBehindTheirEnd) {
+  ide.Run({}, [&] {
+    CppEditor& editor = OpenForm();
+    const std::string decl = "\t//!decl\n\tButton okButton, cancelButton;\n\t//!end\n";
+    ApplyTextEdits(editor, {{static_cast<size_t>(editor.LineStart(3)),
+                             static_cast<size_t>(editor.LineStart(6) - editor.LineStart(3)), decl},
+                            {static_cast<size_t>(editor.LineStart(9)),
+                             static_cast<size_t>(editor.LineStart(15) - editor.LineStart(9)),
+                             "\t\t//!init\n\t\t//!end\n"}});
+    Settle(editor);
+    EXPECT_THAT(TintedLines(editor), ElementsAre(3, 4, 5, 9, 10));
   });
 }
 
