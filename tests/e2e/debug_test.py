@@ -8,7 +8,7 @@ import time
 import unittest
 
 from desktop import children, cpu_time, wait_until
-from fixture import TOP, ZendryTest, read, write, write_project
+from fixture import SHOTS, TOP, ZendryTest, read, write, write_project
 
 WATCHED = """#include <map>
 #include <string>
@@ -236,6 +236,24 @@ class Debugging(ZendryTest):
         write(os.path.join(self.desktop.home, '.config', 'kdeglobals'), DARK)
         self.stop_in_the_demo(XDG_CURRENT_DESKTOP='KDE', KDE_SESSION_VERSION='5', QT_SCALE_FACTOR='2')
         self.look('dark-and-large')
+        self.assertEqual(self.window.close(), 0)  # ends the session
+        self.assertEqual(children(self.window.process.pid), [])
+
+    def test_commander_closed_by_its_frame_keeps_the_session(self):
+        self.open(self.make_project(WATCHED))
+        self.go_to(9)
+        self.window.key('F9')
+        self.run_to_stop()
+        self.window.key('alt+d', 'Up', 'Up', 'Return')  # the row above the last one
+        commander = self.window.wait_for_window(besides=[self.window.main])
+        self.assertEqual(self.window.titles()[commander], 'Debug Commander')
+        self.window.type('print 6 * 7')
+        self.window.key('Return')
+        self.settle()
+        self.desktop.picture(os.path.join(SHOTS, 'debug-commander-answered.png'), commander)
+        self.window.key('alt+F4')
+        wait_until(lambda: list(self.window.titles()) == [self.window.main], 'the dialog is closed')
+        self.assertTrue(gdb_of(self.window.process.pid))
         self.assertEqual(self.window.close(), 0)  # ends the session
         self.assertEqual(children(self.window.process.pid), [])
 

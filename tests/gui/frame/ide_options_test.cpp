@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <map>
+
 #include "IdeDriver.h"
 #include "Looks.h"
 #include "config/BuildSettings.h"
@@ -40,6 +43,14 @@ class IdeOptions : public testing::Test {
   std::string Ini() {
     const std::string path = ide.home.Folder(".zendry") + "/zendry.ini";
     return mavro::ReadFileText(path).text;
+  }
+  // Every file of the home folder with its content.
+  std::map<std::string, std::string> Home() {
+    std::map<std::string, std::string> found;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(ide.home.Folder("")))
+      if (entry.is_regular_file())
+        found[entry.path().string()] = mavro::ReadFileText(entry.path().string()).text;
+    return found;
   }
 
   IdeDriver ide;
@@ -117,6 +128,38 @@ TEST_F(IdeOptions, Ok_WorksInOpenEditorsAtOnce_AndIsWritten) {
   ide.Run({path}, [&] {
     EXPECT_EQ(theEditorSettings.tabSize, 7);
     EXPECT_EQ(theEditorSettings.closePairs, 0);
+  });
+}
+
+TEST_F(IdeOptions, OnlyTheSettingsFileIsWritten_AndNothingByCancel) {
+  ide.Run({}, [&] {
+    const auto change = [](IdeOptForm& form) {
+      form.tabs.selectedIndex = 0;
+      TypeNumber(form.tabSize, "7");
+      test::Click(form.lineNumbers);
+      form.tabs.selectedIndex = 1;
+      form.fixedFont.name.text = "No Such Font";
+      form.fixedFont.size.value = 33;
+      form.tabs.selectedIndex = 2;
+      form.theme.selectedIndex = 1;
+      form.launcher.text = "ccache";
+    };
+    const auto before = Home();
+    Show([&](IdeOptForm& form) {
+      change(form);
+      test::Click(form.cancel);
+    });
+    EXPECT_EQ(Home(), before);
+    Show([&](IdeOptForm& form) {
+      change(form);
+      test::Click(form.okButton);
+    });
+    auto after = Home();
+    EXPECT_THAT(after[ide.home.Folder(".zendry") + "/zendry.ini"], HasSubstr("launcher0=ccache\n"));
+    after.erase(ide.home.Folder(".zendry") + "/zendry.ini");
+    auto others = before;
+    others.erase(ide.home.Folder(".zendry") + "/zendry.ini");
+    EXPECT_EQ(after, others);
   });
 }
 
