@@ -13,6 +13,7 @@
 #include "config/EditorSettings.h"
 #include "editor/EditTabs.h"
 #include "editor/EditorHost.h"
+#include "editor/OwnFolds.h"
 #include "project/Project.h"
 
 namespace zendry {
@@ -87,7 +88,11 @@ void CppEditor::ApplySettings() {
   language = LanguageOf(fileName);
   // What the file doesn't show of its habits is as the settings say now.
   if (language && !storedName.empty()) indent.Learn();
+  // The lexer would open closed folds that it doesn't know.
+  const bool hasOwnFolds = HasOwnFolds(*this);
   applyOptions();
+  if (hasOwnFolds) SetOwnFolds(*this, true);
+  regionsSeen = cNeverSeen;
 }
 
 mavro::FileResult CppEditor::Load(const std::string& path) {

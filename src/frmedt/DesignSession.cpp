@@ -34,6 +34,8 @@ std::string TextIn(const CppEditor& editor) {
 
 // Why the regions can't be written into an editor; empty if they can.
 std::string WhyNot(const CppEditor& editor) {
+  if (editor.IsHuge())
+    return editor.fileName + " has more than 64 MB, the designer does not open it";
   if (editor.IsReadOnly()) return editor.fileName + "\n" + editor.WhyReadOnly();
   if (editor.LinesNotShown() > 0) return editor.fileName + " has lines that are not shown";
   return "";
@@ -62,6 +64,10 @@ CppEditor* DesignSession::EditorOf(const SectionRef& section) {
 
 bool DesignSession::Find(CppEditor& editor) {
   if (editor.fileName.empty()) unnamed = &editor;
+  if (editor.IsHuge()) {
+    mavro::Information(WhyNot(editor));
+    return false;
+  }
   locator.Scan(TextOf(editor));
   size_t chosen = 0;
   if (locator.targets.size() > 1) {

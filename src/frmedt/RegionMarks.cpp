@@ -6,6 +6,7 @@
 
 #include "EditorColours.h"
 #include "editor/CppEditor.h"
+#include "editor/OwnFolds.h"
 #include "frmedt/FormCheck.h"
 #include "frmedt/FormFolds.h"
 
@@ -102,30 +103,15 @@ void Wave(const CppEditor& editor, const std::vector<RegionMarks::Region>& regio
     }
 }
 
-// True if the component's lexer counts the levels of folds. It knows one pair of words that begin
-// and end a block, and the regions have two.
-bool IsLexerFolding(const CppEditor& editor) {
-  const auto name = reinterpret_cast<std::uintptr_t>("fold");
-  if (editor.Send(mavro::SCI_GETPROPERTY, name) != 1) return false;
-  char value[2] = {};
-  editor.Send(mavro::SCI_GETPROPERTY, name, reinterpret_cast<std::intptr_t>(value));
-  return value[0] == '1';
-}
-
-void LetLexerFold(const CppEditor& editor, bool on) {
-  if (IsLexerFolding(editor) == on) return;
-  editor.Send(mavro::SCI_SETPROPERTY, reinterpret_cast<std::uintptr_t>("fold"),
-              reinterpret_cast<std::intptr_t>(on ? "1" : "0"));
-}
-
 bool MayFold(const CppEditor& editor, const std::vector<RegionMarks::Region>& regions) {
   return !regions.empty() && editor.Length() <= RegionMarks::cMostFolded;
 }
 
+// The component's lexer knows one pair of words that begin and end a block; the regions have two.
 // A level that is already right isn't set: the component would open a closed fold.
 void Fold(const CppEditor& editor, const std::vector<RegionMarks::Region>& regions) {
-  LetLexerFold(editor, !MayFold(editor, regions));
-  if (IsLexerFolding(editor)) return;
+  SetOwnFolds(editor, MayFold(editor, regions));
+  if (!HasOwnFolds(editor)) return;
   std::vector<FoldRegion> blocks;
   for (const RegionMarks::Region& region : regions) blocks.push_back({region.first, region.last});
   constexpr int cMeaning = 0xFFFF;  // what is above it is the lexer's own
@@ -162,7 +148,7 @@ std::string RegionMarks::Update(const CppEditor& editor) {
   editor.regionsSeen = changes;
   const std::vector<Region> regions = RegionsOf(editor);
   const bool wasPlain = editor.Send(mavro::SCI_MARKERNEXT, 0, cTintMask) < 0;
-  if (regions.empty() && wasPlain && IsLexerFolding(editor)) return {};
+  if (regions.empty() && wasPlain && !HasOwnFolds(editor)) return {};
   Define(editor);
   Tint(editor, regions);
   Fold(editor, regions);

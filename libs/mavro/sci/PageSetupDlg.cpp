@@ -7,123 +7,151 @@ namespace mavro {
 
 namespace {
 
-constexpr int cMargin = 15;
-constexpr int cRow = 34;
-constexpr int cFirstRow = 15;
-constexpr int cFieldHeight = 26;
-constexpr int cTextDown = 6;  // a label beside its field, so that both texts have one line
-constexpr int cColumn = 210;
-constexpr int cLabelWidth = 100;
-constexpr int cFieldWidth = 70;
-constexpr int cSwitchHeight = 24;
-constexpr int cWidth = 430;
 constexpr double cMillimetre = 100;  // hundredths of a millimetre
 constexpr double cInchHundredth = 25.4;
-
-struct SwitchRow {
-  const char* caption;
-  bool PageSetup::*isOn;
-};
-constexpr SwitchRow cSwitches[] = {
-    {"&Landscape", &PageSetup::isLandscape},
-    {"&Header: file and page", &PageSetup::hasHeader},
-    {"&Footer: the file's path", &PageSetup::hasFooter},
-    {"Line &numbers", &PageSetup::hasNumbers},
-    {"F&olded parts as shown", &PageSetup::isAsFolded},
-    {"&Colours", &PageSetup::hasColours},
-};
-
-struct MarginRow {
-  const char* caption;
-  int PageSetup::*length;
-};
-constexpr MarginRow cMargins[] = {
-    {"L&eft:", &PageSetup::left},
-    {"&Right:", &PageSetup::right},
-    {"&Top:", &PageSetup::top},
-    {"&Bottom:", &PageSetup::bottom},
-};
 
 }  // namespace
 
 PageSetupDlg::PageSetupDlg(const PageSetup& shown)
-    : setup(Usable(shown)), isMetric(IsMetricHere()) {
-  text = "Page set-up";
-  resizable = false;
-  paperLabel.text = "&Paper:";
-  paperLabel.SetBounds(cMargin, cFirstRow + cTextDown, cLabelWidth, 18);
-  paper.chooseOnly = true;
-  paper.SetBounds(cMargin + cLabelWidth, cFirstRow, 100, cFieldHeight);
+    : setup(Usable(shown)),
+      isMetric(IsMetricHere()),
+      margins({{{&leftMargin, &PageSetup::left},
+                {&rightMargin, &PageSetup::right},
+                {&topMargin, &PageSetup::top},
+                {&bottomMargin, &PageSetup::bottom}}}),
+      switches({{{&landscape, &PageSetup::isLandscape},
+                 {&pageHeader, &PageSetup::hasHeader},
+                 {&pageFooter, &PageSetup::hasFooter},
+                 {&lineNumbers, &PageSetup::hasNumbers},
+                 {&asFolded, &PageSetup::isAsFolded},
+                 {&colours, &PageSetup::hasColours}}}) {
+  Initialize();
+  Show();
+  focusControl = &paper;
+}
+
+void PageSetupDlg::Initialize() {
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 430, 334);
+	this->text = "Page set-up";
+	this->resizable = false;
+	this->onDestroy.Add_H(this, &This::OnDestroyed);
+	//!<Label>
+	paperLabel.SetBounds(15, 21, 100, 18);
+	paperLabel.text = "&Paper:";
+	this->Add(&paperLabel);
+	//!<ComboBox>
+	paper.SetBounds(115, 15, 100, 26);
+	paper.chooseOnly = true;
+	this->Add(&paper);
+	//!<Label>
+	marginsLabel.SetBounds(15, 55, 400, 18);
+	marginsLabel.text = "Margins, in millimetres";
+	this->Add(&marginsLabel);
+	//!<Label>
+	leftLabel.SetBounds(15, 89, 100, 18);
+	leftLabel.text = "L&eft:";
+	this->Add(&leftLabel);
+	//!<SpinEdit>
+	leftMargin.SetBounds(115, 83, 70, 26);
+	this->Add(&leftMargin);
+	//!<Label>
+	rightLabel.SetBounds(225, 89, 100, 18);
+	rightLabel.text = "&Right:";
+	this->Add(&rightLabel);
+	//!<SpinEdit>
+	rightMargin.SetBounds(325, 83, 70, 26);
+	this->Add(&rightMargin);
+	//!<Label>
+	topLabel.SetBounds(15, 123, 100, 18);
+	topLabel.text = "&Top:";
+	this->Add(&topLabel);
+	//!<SpinEdit>
+	topMargin.SetBounds(115, 117, 70, 26);
+	this->Add(&topMargin);
+	//!<Label>
+	bottomLabel.SetBounds(225, 123, 100, 18);
+	bottomLabel.text = "&Bottom:";
+	this->Add(&bottomLabel);
+	//!<SpinEdit>
+	bottomMargin.SetBounds(325, 117, 70, 26);
+	this->Add(&bottomMargin);
+	//!<Label>
+	sizeLabel.SetBounds(15, 157, 100, 18);
+	sizeLabel.text = "Letters, po&ints:";
+	this->Add(&sizeLabel);
+	//!<SpinEdit>
+	letterSize.SetBounds(115, 151, 70, 26);
+	letterSize.toolTip = "0: as large as on the screen";
+	this->Add(&letterSize);
+	//!<CheckBox>
+	landscape.SetBounds(15, 191, 200, 24);
+	landscape.text = "&Landscape";
+	this->Add(&landscape);
+	//!<CheckBox>
+	pageHeader.SetBounds(225, 191, 200, 24);
+	pageHeader.text = "&Header: file and page";
+	this->Add(&pageHeader);
+	//!<CheckBox>
+	pageFooter.SetBounds(15, 219, 200, 24);
+	pageFooter.text = "&Footer: the file's path";
+	this->Add(&pageFooter);
+	//!<CheckBox>
+	lineNumbers.SetBounds(225, 219, 200, 24);
+	lineNumbers.text = "Line &numbers";
+	this->Add(&lineNumbers);
+	//!<CheckBox>
+	asFolded.SetBounds(15, 247, 200, 24);
+	asFolded.text = "F&olded parts as shown";
+	this->Add(&asFolded);
+	//!<CheckBox>
+	colours.SetBounds(225, 247, 200, 24);
+	colours.text = "&Colours";
+	this->Add(&colours);
+	//!<Button>
+	okButton.SetBounds(237, 289, 84, 30);
+	okButton.kind = Button::cOk;
+	this->Add(&okButton);
+	//!<Button>
+	cancel.SetBounds(331, 289, 84, 30);
+	cancel.kind = Button::cCancel;
+	this->Add(&cancel);
+	//!end
+  // clang-format on
+}
+
+// Papers and limits are the same as those of the setup itself; the unit is that of the user's
+// country.
+void PageSetupDlg::Show() {
   for (size_t i = 0; i < std::size(cPapers); ++i) {
     paper.items.Add(cPapers[i].name);
     if (setup.paper == cPapers[i].name) paper.selectedIndex = static_cast<int>(i);
   }
-  Add(&paperLabel);
-  Add(&paper);
+  if (!isMetric) marginsLabel.text = "Margins, in hundredths of an inch";
   const double unit = isMetric ? cMillimetre : cInchHundredth;
-  marginsLabel.text = isMetric ? "Margins, in millimetres" : "Margins, in hundredths of an inch";
-  marginsLabel.SetBounds(cMargin, cFirstRow + cRow + 6, cWidth - 2 * cMargin, 18);
-  Add(&marginsLabel);
-  for (size_t i = 0; i < margins.size(); ++i) {
-    margins[i].field.min = 0;
-    margins[i].field.max = static_cast<int>(cMostMargin / unit);
-    margins[i].field.value = static_cast<int>(std::lround(setup.*cMargins[i].length / unit));
-    PlaceNumber(margins[i], cMargins[i].caption, static_cast<int>(2 + i / 2), i % 2);
+  for (const Margin& each : margins) {
+    each.field->max = static_cast<int>(cMostMargin / unit);
+    each.field->value = static_cast<int>(std::lround(setup.*each.length / unit));
   }
-  size.field.min = 0;
-  size.field.max = cMostPrintSize;
-  size.field.value = setup.size;
-  size.field.hint = "0: as large as on the screen";
-  PlaceNumber(size, "Letters, po&ints:", 4, 0);
-  PlaceSwitches();
-  focusControl = &paper;
-  onDestroy.Add_H(this, &PageSetupDlg::OnDestroyed);
-}
-
-void PageSetupDlg::PlaceNumber(Number& number, const char* caption, int row, int column) {
-  const int x = cMargin + column * cColumn, y = cFirstRow + row * cRow;
-  number.label.text = caption;
-  number.label.SetBounds(x, y + cTextDown, cLabelWidth, 18);
-  number.field.SetBounds(x + cLabelWidth, y, cFieldWidth, cFieldHeight);
-  Add(&number.label);
-  Add(&number.field);
-}
-
-void PageSetupDlg::PlaceSwitches() {
-  const int top = cFirstRow + 5 * cRow + 6;
-  for (size_t i = 0; i < switches.size(); ++i) {
-    CheckBox& box = switches[i].box;
-    switches[i].isOn = cSwitches[i].isOn;
-    box.text = cSwitches[i].caption;
-    box.checked = setup.*cSwitches[i].isOn;
-    const int column = i % 2, row = static_cast<int>(i / 2);
-    box.SetBounds(cMargin + column * cColumn, top + row * (cSwitchHeight + 4), cColumn - 10,
-                  cSwitchHeight);
-    Add(&box);
-  }
-  const int below = top + 3 * (cSwitchHeight + 4) + 14;
-  ok.kind = Button::cOk;
-  cancel.kind = Button::cCancel;
-  ok.SetBounds(cWidth - cMargin - 2 * 84 - 10, below, 84, 30);
-  cancel.SetBounds(cWidth - cMargin - 84, below, 84, 30);
-  Add(&ok);
-  Add(&cancel);
-  SetSize(cWidth, below + 30 + cMargin);
+  letterSize.max = cMostPrintSize;
+  letterSize.value = setup.size;
+  for (const Switch& each : switches) each.box->checked = setup.*each.isOn;
 }
 
 // A margin that the user has not changed keeps the part of its unit that the field doesn't show.
 void PageSetupDlg::OnDestroyed(NotifyArgs&) {
   if (result != cOk) return;
   const double unit = isMetric ? cMillimetre : cInchHundredth;
-  for (size_t i = 0; i < margins.size(); ++i) {
-    int& length = setup.*cMargins[i].length;
-    const int typed = margins[i].field.value;
+  for (const Margin& each : margins) {
+    int& length = setup.*each.length;
+    const int typed = each.field->value;
     if (typed != std::lround(length / unit)) length = static_cast<int>(std::lround(typed * unit));
   }
-  setup.size = size.field.value;
+  setup.size = letterSize.value;
   const int row = paper.selectedIndex;
   if (row >= 0) setup.paper = cPapers[row].name;
-  for (const Switch& each : switches) setup.*each.isOn = each.box.checked;
+  for (const Switch& each : switches) setup.*each.isOn = each.box->checked;
   setup = Usable(setup);
 }
 

@@ -13,6 +13,8 @@ namespace mavro {
 
 // Asks how pages shall look.
 class PageSetupDlg : public Form {
+  typedef PageSetupDlg This;
+
  public:
   explicit PageSetupDlg(const PageSetup& shown);
 
@@ -20,27 +22,43 @@ class PageSetupDlg : public Form {
   const PageSetup& Chosen() const { return setup; }
 
  private:
-  struct Number {
-    Label label;
-    SpinEdit field;
+  struct Margin {
+    SpinEdit* field;
+    int PageSetup::*length;
   };
   struct Switch {
-    CheckBox box;
-    bool PageSetup::*isOn = nullptr;
+    CheckBox* box;
+    bool PageSetup::*isOn;
   };
 
-  void PlaceNumber(Number& number, const char* caption, int row, int column);
-  void PlaceSwitches();
+  // clang-format off
+	//!decl
+	Label paperLabel;
+	ComboBox paper;
+	Label marginsLabel, leftLabel;
+	SpinEdit leftMargin;
+	Label rightLabel;
+	SpinEdit rightMargin;
+	Label topLabel;
+	SpinEdit topMargin;
+	Label bottomLabel;
+	SpinEdit bottomMargin;
+	Label sizeLabel;
+	SpinEdit letterSize;
+	CheckBox landscape, pageHeader, pageFooter, lineNumbers, asFolded;
+	CheckBox colours;
+	Button okButton, cancel;
+	//!end
+  // clang-format on
+
+  void Initialize();
+  void Show();
   void OnDestroyed(NotifyArgs& args);
 
   PageSetup setup;
   const bool isMetric;
-  Label paperLabel, marginsLabel;
-  ComboBox paper;
-  std::array<Number, 4> margins;
-  Number size;
-  std::array<Switch, 6> switches;
-  Button ok, cancel;
+  const std::array<Margin, 4> margins;
+  const std::array<Switch, 6> switches;
 };
 
 // Asks for the page setup of the program; false if nothing has changed.

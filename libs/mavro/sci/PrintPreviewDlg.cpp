@@ -13,9 +13,6 @@ namespace mavro {
 
 namespace {
 
-constexpr int cWidth = 900, cHeight = 760;
-constexpr int cGap = 8;
-constexpr int cButtonHeight = 30;
 constexpr int cAround = 16;  // the page, in pixels
 constexpr int cTick = 1;
 constexpr auto cWorkInTick = std::chrono::milliseconds(20);
@@ -23,45 +20,64 @@ constexpr auto cWorkInTick = std::chrono::milliseconds(20);
 }  // namespace
 
 PrintPreviewDlg::PrintPreviewDlg(const PrintJob& itsJob) : job(itsJob) {
+  Initialize();
   text = "Print preview - " + job.title;
-  SetSize(cWidth, cHeight);
-  bar.dock = Dock::cTop;
-  bar.height = cButtonHeight + 2 * cGap;
-  struct ButtonRow {
-    Button& button;
-    const char* caption;
-    int width;
-  };
-  int x = cGap;
-  for (const auto& [button, caption, width] : {ButtonRow{print, "&Print...", 90},
-                                               {save, "Save as P&DF...", 130},
-                                               {setup, "Page &set-up...", 130},
-                                               {previous, "Pre&vious", 90},
-                                               {next, "&Next", 90}}) {
-    button.text = caption;
-    button.SetBounds(x, cGap, width, cButtonHeight);
-    button.onClick.Add_H(this, &PrintPreviewDlg::OnButton);
-    x += width + cGap;
-    bar.Add(&button);
-  }
-  pageLabel.SetBounds(x, cGap + 8, 150, 18);
-  bar.Add(&pageLabel);
-  close.kind = Button::cCancel;
-  close.text = "&Close";
-  close.SetBounds(cWidth - cGap - 90, cGap, 90, cButtonHeight);
-  bar.Add(&close);
-  view.dock = Dock::cFill;
-  view.wantsKeys = true;
-  view.accessibleName = "Page";
-  view.onDraw.Add_H(this, &PrintPreviewDlg::OnDraw);
-  view.onKeyDown.Add_H(this, &PrintPreviewDlg::OnKey);
-  view.onMouseWeel.Add_H(this, &PrintPreviewDlg::OnWheel);
-  bar.onResize.Add_H(this, &PrintPreviewDlg::OnResized);
-  Add(&bar);
-  Add(&view);
   focusControl = &view;
   timer.onTimer.Add_H(this, &PrintPreviewDlg::OnTick);
   BeginJob();
+}
+
+void PrintPreviewDlg::Initialize() {
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 900, 760);
+	//!<Panel>
+	bar.dock = Dock::cTop;
+	bar.height = 46;
+	bar.onResize.Add_H(this, &This::OnResized);
+	this->Add(&bar);
+	//!<Button>
+	print.SetBounds(8, 8, 90, 30);
+	print.text = "&Print...";
+	print.onClick.Add_H(this, &This::OnButton);
+	bar.Add(&print);
+	//!<Button>
+	save.SetBounds(106, 8, 130, 30);
+	save.text = "Save as P&DF...";
+	save.onClick.Add_H(this, &This::OnButton);
+	bar.Add(&save);
+	//!<Button>
+	setup.SetBounds(244, 8, 130, 30);
+	setup.text = "Page &set-up...";
+	setup.onClick.Add_H(this, &This::OnButton);
+	bar.Add(&setup);
+	//!<Button>
+	previous.SetBounds(382, 8, 90, 30);
+	previous.text = "Pre&vious";
+	previous.onClick.Add_H(this, &This::OnButton);
+	bar.Add(&previous);
+	//!<Button>
+	next.SetBounds(480, 8, 90, 30);
+	next.text = "&Next";
+	next.onClick.Add_H(this, &This::OnButton);
+	bar.Add(&next);
+	//!<Label>
+	pageLabel.SetBounds(578, 16, 150, 18);
+	bar.Add(&pageLabel);
+	//!<Button>
+	close.SetBounds(802, 8, 90, 30);
+	close.text = "&Close";
+	close.kind = Button::cCancel;
+	bar.Add(&close);
+	//!<PaintBox>
+	view.dock = Dock::cFill;
+	view.accessibleName = "Page";
+	view.onMouseWeel.Add_H(this, &This::OnWheel);
+	view.onKeyDown.Add_H(this, &This::OnKey);
+	view.onDraw.Add_H(this, &This::OnDraw);
+	this->Add(&view);
+	//!end
+  // clang-format on
 }
 
 PrintPreviewDlg::~PrintPreviewDlg() {
@@ -181,8 +197,9 @@ void PrintPreviewDlg::OnTick(NotifyArgs&) {
   if (knowsAll) timer.Stop();
 }
 
+// The button stays at the right end of the bar.
 void PrintPreviewDlg::OnResized(NotifyArgs&) {
-  close.SetLocation(bar.width - cGap - close.width, cGap);
+  close.SetLocation(bar.width - print.left - close.width, print.top);
 }
 
 }  // namespace mavro

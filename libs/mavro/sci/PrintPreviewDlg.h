@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "Button.h"
-#include "CustomCtrl.h"
 #include "Form.h"
 #include "Label.h"
+#include "PaintBox.h"
 #include "PreviewDevice.h"
 #include "PrintCommands.h"
 #include "Timer.h"
@@ -16,6 +16,8 @@ namespace mavro {
 // Shows the pages of a job one by one, and prints them. Pages are laid out as they are needed, and
 // counted while nothing else is to do.
 class PrintPreviewDlg : public Form {
+  typedef PrintPreviewDlg This;
+
  public:
   explicit PrintPreviewDlg(const PrintJob& itsJob);
   ~PrintPreviewDlg() override;
@@ -29,11 +31,18 @@ class PrintPreviewDlg : public Form {
   int KnownPages() const { return static_cast<int>(starts.size()); }
   bool KnowsAll() const { return knowsAll; }
 
-  Label pageLabel;
-  Button print, save, setup, previous, next, close;
-  CustomCtrl view;
+  // clang-format off
+	//!decl
+	Panel bar;
+	Button print, save, setup, previous, next;
+	Label pageLabel;
+	Button close;
+	PaintBox view;
+	//!end
+  // clang-format on
 
  private:
+  void Initialize();
   void BeginJob();
   void EndJob();
   bool CountPage();
@@ -51,7 +60,6 @@ class PrintPreviewDlg : public Form {
   std::vector<PrintLayout::Place> starts;  // of the known pages
   bool knowsAll = false;
   int shown = 1;
-  Panel bar;
   Timer timer{this};
 };
 

@@ -15,21 +15,34 @@ constexpr auto cWorkInTick = std::chrono::milliseconds(30);  // then the window 
 PrintProgressDlg::PrintProgressDlg(std::function<bool()> itsStep, std::function<int()> itsShare,
                                    std::function<std::string()> itsWords)
     : step(std::move(itsStep)), share(std::move(itsShare)), words(std::move(itsWords)) {
-  text = "Printing";
-  resizable = false;
-  SetSize(320, 118);
+  Initialize();
   label.text = words();
-  label.SetBounds(15, 14, 290, 18);
-  bar.min = 0;
-  bar.max = 100;
-  bar.SetBounds(15, 40, 290, 20);
-  bar.accessibleName = "Printed";
-  cancel.kind = Button::cCancel;
-  cancel.SetBounds(221, 76, 84, 30);
-  for (Control* control : std::initializer_list<Control*>{&label, &bar, &cancel}) Add(control);
   focusControl = &cancel;
   timer.onTimer.Add_H(this, &PrintProgressDlg::OnTick);
   timer.Start(cTick);
+}
+
+void PrintProgressDlg::Initialize() {
+  // clang-format off
+	//!init
+	this->SetBounds(0, 0, 320, 118);
+	this->text = "Printing";
+	this->resizable = false;
+	//!<Label>
+	label.SetBounds(15, 14, 290, 18);
+	this->Add(&label);
+	//!<ProgressBar>
+	bar.SetBounds(15, 40, 290, 20);
+	bar.min = 0;
+	bar.max = 100;
+	bar.accessibleName = "Printed";
+	this->Add(&bar);
+	//!<Button>
+	cancel.SetBounds(221, 76, 84, 30);
+	cancel.kind = Button::cCancel;
+	this->Add(&cancel);
+	//!end
+  // clang-format on
 }
 
 void PrintProgressDlg::OnTick(NotifyArgs&) {

@@ -13,6 +13,8 @@ namespace mavro {
 
 // Prints page after page, shows how far the job is and lets the user cancel it.
 class PrintProgressDlg : public Form {
+  typedef PrintProgressDlg This;
+
  public:
   // `itsStep` prints a page and is false after the last one; `itsShare` is what has been printed,
   // of 100; `itsWords` say where the job is.
@@ -22,11 +24,16 @@ class PrintProgressDlg : public Form {
   // True if all pages have been printed, false if the user has cancelled.
   bool PrintAll() { return Run(true) == cOk; }
 
-  Label label;
-  ProgressBar bar;
-  Button cancel;
+  // clang-format off
+	//!decl
+	Label label;
+	ProgressBar bar;
+	Button cancel;
+	//!end
+  // clang-format on
 
  private:
+  void Initialize();
   void OnTick(NotifyArgs& args);
 
   const std::function<bool()> step;

@@ -128,7 +128,7 @@ void GridView::inputMethodEvent(QInputMethodEvent* event) {
 void GridView::mousePressEvent(QMouseEvent* event) {
   lastPlace = event->position().toPoint();
   pressed = CellAt(lastPlace);
-  if (!pressed.Exists() || !FinishEdit()) return;
+  if (StaysInEditor() || !pressed.Exists() || !FinishEdit()) return;
   const bool isLeft = event->button() == Qt::LeftButton;
   if (!isLeft && Contains(Selection(), pressed)) return;
   isDragging = isLeft;
@@ -155,7 +155,7 @@ void GridView::mouseReleaseEvent(QMouseEvent* event) {
 
 void GridView::mouseDoubleClickEvent(QMouseEvent* event) {
   const GridCell cell = CellAt(event->position().toPoint());
-  if (event->button() != Qt::LeftButton || !cell.Exists()) return;
+  if (event->button() != Qt::LeftButton || !cell.Exists() || StaysInEditor()) return;
   MoveTo(cell, false);
   if (StartEdit(cell) || !host || IsEditable(cell)) return;
   host->RowChosen(cell.row);

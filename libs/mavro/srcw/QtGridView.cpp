@@ -1,5 +1,6 @@
 #include "QtGridView.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
@@ -74,6 +75,8 @@ QLineEdit* GridDelegate::Editor() const {
 }
 
 bool GridDelegate::eventFilter(QObject* object, QEvent* event) {
+  // An editor that has the focus again must not take its loss after that.
+  if (event->type() == QEvent::FocusOut && object == editor) return view.LeaveEdit();
   if (event->type() == QEvent::KeyPress && object == editor)
     return OnEditorKey(*static_cast<QKeyEvent*>(event));
   return RowDelegate::eventFilter(object, event);
@@ -247,14 +250,31 @@ QLineEdit* GridView::StartEdit(GridCell cell, Typing how, const QString& typed) 
 bool GridView::FinishEdit() {
   lastRefused = false;
   if (!delegate.Editor()) return true;
+  const bool wasFinishing = std::exchange(isFinishing, true);
   commitData(delegate.Editor());
+  isFinishing = wasFinishing;
   if (!host) return false;
   if (lastRefused) {
-    if (delegate.Editor()) delegate.Editor()->selectAll();
+    BackToEditor();
     return false;
   }
   if (delegate.Editor()) closeEditor(delegate.Editor(), QAbstractItemDelegate::NoHint);
   return true;
+}
+
+// The user comes back to a text that was refused, to change it or to give it up.
+void GridView::BackToEditor() {
+  QLineEdit* line = delegate.Editor();
+  if (!line) return;
+  line->setFocus();
+  line->selectAll();
+}
+
+bool GridView::LeaveEdit() {
+  const QWidget* line = delegate.Editor();
+  const bool isInMenu = line && line->isActiveWindow() && QApplication::focusWidget() == line;
+  if (!line || !host || isInMenu || isFinishing || FinishEdit()) return false;
+  return delegate.Editor() && delegate.Editor()->hasFocus();
 }
 
 void GridView::TitleClicked(int column) {

@@ -82,6 +82,10 @@ class GridView final : public QTableView {
   QLineEdit* StartEdit(GridCell cell, Typing typing = Typing::cKeeps, const QString& typed = {});
   // Takes the typed text; false if it was refused: then the editor stays open.
   bool FinishEdit();
+  // The focus has left the editor, which ends it unless its text is refused: then it has the focus
+  // again, and the answer is true. Does nothing while the text is being taken: a handler may show a
+  // window.
+  bool LeaveEdit();
   // True if the editor was opened by typing: arrows then move on.
   bool MovesByArrows() const { return typing == Typing::cReplaces; }
 
@@ -118,6 +122,9 @@ class GridView final : public QTableView {
   bool EnterKey(const QKeyEvent& key);
   bool EditByKey(const QKeyEvent& key);
   void TitleClicked(int column);
+  void BackToEditor();
+  // True if the text in the editor has been refused: the press that took the focus was for it.
+  bool StaysInEditor() const { return lastRefused && delegate.Editor(); }
   GridCell CellAt(const QPoint& at) const;
   GridCell CellNear(const QPoint& at) const;
   int PageRows() const;
@@ -137,6 +144,7 @@ class GridView final : public QTableView {
   Typing typing = Typing::cKeeps;
   bool revealPending = false;  // the current cell is scrolled to when the view is shown
   bool isDragging = false;
+  bool isFinishing = false;  // the typed text is being taken
   GridCell pressed;
   QPoint lastPlace;  // of the mouse in a drag
   QBasicTimer scrolling;

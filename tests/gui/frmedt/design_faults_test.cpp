@@ -1,9 +1,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "DesignSessionFixture.h"
 #include "FileFaults.h"
 #include "NextDialog.h"
+#include "Privileges.h"
+#include "frmedt/EventDlg.h"
+#include "frmedt/FontPropDlg.h"
 
 // The designer while something goes wrong around it: nothing is lost unseen, nothing is
 // overwritten.
@@ -13,12 +17,16 @@ namespace {
 
 using test::IdeDriver;
 using testing::Contains;
+using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
 class DesignFaults : public test::DesignSessionFixture {
  protected:
+  // A user without rights may look into the folder.
+  DesignFaults() { chmod(ide.files.Path().c_str(), 0755); }
+
   static const std::string& Moved() {
     static const std::string text = Replaced(cDialogForm, "(40, 40,", "(41, 40,");
     return text;
@@ -32,6 +40,23 @@ class DesignFaults : public test::DesignSessionFixture {
     EXPECT_THAT(ide.dialogs.texts, Contains(HasSubstr(words)));
     ide.dialogs.answers = {mavro::Answer::cNo};
     frame.Close();
+  }
+  // Opens a dialog of the designer, and tells the main window to close under it.
+  template <class Dialog>
+  static void CloseMainWindowUnder(DesignFrame& frame, const std::function<void()>& open) {
+    bool isOpened = false;
+    test::OnNextDialog(frame, [&](mavro::Form& form) {
+      EXPECT_TRUE(dynamic_cast<Dialog*>(&form)) << form.text;
+      isOpened = true;
+      test::WidgetOf(*theMainForm)->close();
+      EXPECT_TRUE(theMainForm->impl->hwnd);
+      EXPECT_TRUE(form.IsOnScreen());
+      EXPECT_EQ(mavro::activeForm, &form);
+      test::Key(form, Qt::Key_Escape);
+    });
+    open();
+    EXPECT_TRUE(isOpened);
+    EXPECT_TRUE(frame.IsOnScreen());
   }
   // Opens the designer, which has to write a statement that will not come back, and answers.
   void SaveWhatIsChanged(mavro::Button LossDlg::*choice, std::vector<std::string>& rows) {
@@ -97,6 +122,80 @@ TEST_F(DesignFaults, ATextLockedMeanwhile_RefusesTheSave) {
       ExpectRefused(frame, "Read only");
     });
     EXPECT_EQ(Front().GetText(), cDialogForm);
+  });
+}
+
+// The text can be unlocked, designed and undone. Only the save is refused, by the disk.
+TEST_F(DesignFaults, AFileThatMayNotBeWritten_IsRefusedUntilItsTextIsUnlocked) {
+  const std::string path = ide.files.Write("dlg.h", cDialogForm);
+  ASSERT_EQ(chmod(path.c_str(), 0444), 0);
+  ide.Run({}, [&] {
+    const test::WithoutRights user;
+    Tabs().OpenFile(path);
+    IdeDriver::Press(Qt::Key_F11);
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre(HasSubstr("you may not write this file")));
+    EXPECT_EQ(theDesignFrame, nullptr);
+    Front().OnCommand(mavro::cSciReadOnly);
+    Design([](DesignFrame& frame) {
+      MoveButton(frame);
+      frame.Command(cSaveAndCloseCommand);
+    });
+    EXPECT_EQ(Front().GetText(), Moved());
+    EXPECT_FALSE(Tabs().SaveActive(EditTabs::SaveName::cOwn));
+    EXPECT_TRUE(Front().dirty);
+    EXPECT_EQ(Front().GetText(), Moved());
+    EXPECT_EQ(ide.files.Read("dlg.h"), cDialogForm);
+    Front().Send(mavro::SCI_UNDO);
+    EXPECT_EQ(Front().GetText(), cDialogForm);
+    EXPECT_FALSE(Front().dirty);
+  });
+}
+
+TEST_F(DesignFaults, AFileThatMayNoLongerBeWritten_RefusesTheSave) {
+  ide.Run({}, [&] {
+    Open("dlg.h", cDialogForm);
+    Design([&](DesignFrame& frame) {
+      ASSERT_EQ(chmod(ide.files.Path("dlg.h").c_str(), 0444), 0);
+      const test::WithoutRights user;
+      ExpectRefused(frame, "you may not write this file");
+    });
+    EXPECT_EQ(Front().GetText(), cDialogForm);
+    EXPECT_EQ(ide.files.Read("dlg.h"), cDialogForm);
+  });
+}
+
+TEST_F(DesignFaults, ASourceOfMoreThan64MB_IsRefusedWithAWord) {
+  const std::string line = "// " + std::string(4000, '-') + "\n";
+  std::string text = cDialogForm;
+  while (text.size() <= size_t{64} << 20) text += line;
+  const std::string path = ide.files.Write("dlg.h", text);
+  ide.Run({}, [&] {
+    ASSERT_TRUE(Tabs().OpenFile(path));
+    ASSERT_TRUE(Front().IsHuge());
+    ide.dialogs.texts.clear();
+    IdeDriver::Press(Qt::Key_F11);
+    EXPECT_THAT(ide.dialogs.texts, ElementsAre(HasSubstr("more than 64 MB")));
+    EXPECT_EQ(theDesignFrame, nullptr);
+    EXPECT_FALSE(Front().dirty);
+  });
+}
+
+// The surface loads no pictures: their statements are the user's own, and are listed.
+TEST_F(DesignFaults, APictureThatIsNotThere_IsListedAndKeptToTheByte) {
+  const std::string load = "\t\tbutton1.picture.Load(\"nowhere.png\");\n";
+  ide.Run({}, [&] {
+    Open("dlg.h", Replaced(Replaced(Replaced(cDialogForm, "Button button1", "Image button1"),
+                                    "<Button>", "<Image>"),
+                           "\t\tbutton1.text = \"Go\";\n", load));
+    std::vector<std::string> rows;
+    DesignAfter(&LossDlg::keep, rows, [](DesignFrame& frame) {
+      MoveButton(frame);
+      frame.Command(cSaveAndCloseCommand);
+    });
+    EXPECT_THAT(rows, ElementsAre(HasSubstr("button1.picture.Load(\"nowhere.png\");")));
+    const std::string text = Front().GetText();
+    EXPECT_THAT(text, HasSubstr("(41, 40,"));
+    EXPECT_THAT(text, HasSubstr("\t\t//!end\n" + load));
   });
 }
 
@@ -246,6 +345,32 @@ TEST_F(DesignFaults, TheMainWindow_DoesNotCloseUnderTheDesigner) {
       ASSERT_TRUE(frame.IsOnScreen());
       frame.Command(cSaveAndCloseCommand);
     });
+    EXPECT_EQ(Front().GetText(), Moved());
+  });
+}
+
+TEST_F(DesignFaults, TheMainWindow_DoesNotCloseUnderTheDialogsOfTheDesigner) {
+  ide.Run({}, [&] {
+    Open("dlg.h", cDialogForm);
+    Design([&](DesignFrame& frame) {
+      MoveButton(frame);
+      CloseMainWindowUnder<EventDlg>(frame, [&] {
+        frame.pages.selectedIndex = 2;
+        frame.eventBox.box.FocusRow(0);
+        test::Key(frame, Qt::Key_Space);
+      });
+      CloseMainWindowUnder<FontPropDlg>(frame, [&] {
+        frame.pages.selectedIndex = 1;
+        mavro::PropertyBox& box = frame.propBox.box;
+        int row = 0;
+        while (row < box.Count() && box.Item(row).title.text != "font") ++row;
+        ASSERT_LT(row, box.Count());
+        box.FocusRow(row);
+        test::Key(frame, Qt::Key_Space);
+      });
+      frame.Command(cSaveAndCloseCommand);
+    });
+    EXPECT_THAT(ide.dialogs.texts, IsEmpty());
     EXPECT_EQ(Front().GetText(), Moved());
   });
 }

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QPointer>
+
 #include "Clipboard.h"
 #include "DesignTest.h"
 
@@ -395,6 +397,30 @@ TEST_F(DesignBoxesTest, Delete_OutsideOfTheSurface_LeavesTheControls) {
     Click(60, 52);
     Type(Qt::Key_Delete);
     EXPECT_THAT(AllNames(), IsEmpty());
+  });
+}
+
+TEST_F(DesignBoxesTest, Delete_InAnyField_LeavesTheControls) {
+  Design(Names(1), Buttons(1), [&] {
+    const QWidget* surface = test::WidgetOf(Surface());
+    int tried = 0;
+    for (int page = 0; page < frame->pages.TabCount(); ++page) {
+      Click(60, 52);
+      frame->pages.selectedIndex = page;
+      QList<QPointer<QWidget>> fields;
+      for (QWidget* field : test::WidgetOf(*frame)->findChildren<QWidget*>())
+        if (field->focusPolicy() & Qt::TabFocus && field->isVisible() && field != surface &&
+            !surface->isAncestorOf(field))
+          fields.push_back(field);
+      for (const QPointer<QWidget>& field : fields) {
+        if (!field || !field->isVisible()) continue;
+        field->setFocus();
+        Type(Qt::Key_Delete);
+        ++tried;
+        ASSERT_EQ(form.controls.size(), 2u) << "page " << page << ", field " << tried;
+      }
+    }
+    EXPECT_GT(tried, 10);
   });
 }
 

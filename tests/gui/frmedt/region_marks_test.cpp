@@ -225,6 +225,20 @@ TEST_F(IdeRegions, AClosedRegion_StaysClosedWhileOneTypesAroundIt) {
   });
 }
 
+TEST_F(IdeRegions, FoldsStay_WhenOptionsAreTaken) {
+  ide.Run({}, [&] {
+    CppEditor& editor = OpenForm();
+    editor.Send(mavro::SCI_TOGGLEFOLD, 3);
+    theMainForm->TakeOptions();
+    editor.Send(mavro::SCI_COLOURISE, 0, -1);
+    EXPECT_THAT(FoldPoints(editor), ElementsAre(0, 3, 8, 9));
+    EXPECT_THAT(HiddenLines(editor), ElementsAre(4, 5));
+    Settle(editor);
+    EXPECT_THAT(FoldPoints(editor), ElementsAre(0, 3, 8, 9));
+    EXPECT_THAT(HiddenLines(editor), ElementsAre(4, 5));
+  });
+}
+
 TEST_F(IdeRegions, WithoutRegions_TheComponentFoldsAgain) {
   ide.Run({}, [&] {
     CppEditor& editor = OpenForm();

@@ -3,6 +3,7 @@
 
 #include <QInputMethodEvent>
 #include <QScrollBar>
+#include <functional>
 #include <memory>
 
 #include "Clipboard.h"
@@ -164,6 +165,56 @@ TEST(DataGridEdit, RefusedText_StaysInTheEditor) {
     form.Type("better");
     form.Press(Qt::Key_Tab);
     EXPECT_EQ(form.grid.GetCell(2, 1), "GOOD");
+  });
+}
+
+// Every road out of the cell asks once, and leads back to the refused text.
+TEST(DataGridEdit, RefusedText_StaysWhenTheFocusGoesElsewhere) {
+  GridForm form;
+  form.refused = "bad";
+  test::RunForm(form, false, [&] {
+    form.Click(1, 1);
+    form.Type("bad");
+    for (const auto& leave : std::initializer_list<std::function<void()>>{
+             [&] { form.Click(3, 2); }, [&] { form.DoubleClick(3, 2); },
+             [&] { form.ok.Focus(); }}) {
+      form.asked.clear();
+      form.log.Take();
+      leave();
+      EXPECT_EQ(form.asked, "1,1=bad ");
+      ASSERT_NE(form.Editor(), nullptr);
+      EXPECT_EQ(form.Editor()->text(), "bad");
+      EXPECT_TRUE(form.Editor()->hasFocus());
+      EXPECT_EQ(form.Where(), "1,1 1,1+1x1");
+      EXPECT_EQ(form.log.Take(), "");
+    }
+    form.Type("good");
+    form.Click(3, 2);
+    EXPECT_EQ(form.Editor(), nullptr);
+    EXPECT_EQ(form.grid.GetCell(1, 1), "good") << "the refused text was selected";
+    EXPECT_EQ(form.Where(), "3,2 3,2+1x1");
+    form.Type("bad");
+    form.ok.Focus();
+    form.Press(Qt::Key_Escape);
+    EXPECT_EQ(form.Editor(), nullptr);
+    EXPECT_EQ(form.grid.GetCell(3, 2), "r3c2");
+    form.Click(4, 2);
+    EXPECT_EQ(form.Where(), "4,2 4,2+1x1") << "nothing stays";
+  });
+}
+
+// The handler moves the focus, as a message box does.
+TEST(DataGridEdit, RefusedText_IsAskedAboutOnce_WhereTheHandlerTakesTheFocus) {
+  GridForm form;
+  form.refused = "bad";
+  form.log.Listen("post", form.grid.onPostEdit, [&](ItemArgs&) { form.ok.Focus(); });
+  test::RunForm(form, false, [&] {
+    form.Click(1, 1);
+    form.Type("bad");
+    form.Press(Qt::Key_Return);
+    EXPECT_EQ(form.asked, "1,1=bad ");
+    ASSERT_NE(form.Editor(), nullptr);
+    EXPECT_TRUE(form.Editor()->hasFocus());
   });
 }
 
