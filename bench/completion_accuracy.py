@@ -4,7 +4,8 @@
     bench/completion_accuracy.py --lsp build/dev/stage/bin/zendry-lsp --corpora FOLDER [REQUESTS...]
 
 The requests lie in bench/completion_requests, a file for each code base: its Debian package, how its sources are
-compiled, and then by file and place what is typed there and what must and must not be offered:
+compiled, the headers that its build would make ("made": empty ones are put there), and then by file and place what is
+typed there and what must and must not be offered:
 
     file src/a.cc
     at int main() {                        the one line (without its indentation) after which the text is typed
@@ -38,6 +39,7 @@ class Base:
 
     def __init__(self, path):
         self.requests = []
+        self.made = ''
         file = place = ''
         with open(path) as lines:
             for number, line in enumerate(lines, 1):
@@ -53,7 +55,7 @@ class Base:
                     file = rest
                 elif word == 'at':
                     place = rest
-                elif word in ('package', 'folder', 'flags', 'sources'):
+                elif word in ('package', 'folder', 'flags', 'sources', 'made'):
                     setattr(self, word, rest)
                 else:
                     sys.exit(f'{path}:{number}: not understood: {line}')
@@ -75,6 +77,8 @@ class Base:
             subprocess.run(['apt-get', 'source', self.package], cwd=corpora, check=True, stdout=subprocess.DEVNULL)
         if not os.path.isdir(self.root):
             sys.exit(f'{self.package}: the source that apt-get has is not {self.folder}')
+        for name in self.made.split():
+            open(os.path.join(self.root, name), 'a').close()
         commands = []
         for pattern in self.sources.split():
             for source in sorted(glob.glob(os.path.join(self.root, pattern))):

@@ -152,6 +152,8 @@ class Judge:
         for cursor in unit.cursor.get_children():
             if self.is_of_file(cursor, path):
                 self.visit(cursor)
+            elif cursor.location.file is not None and cursor.location.file.name == path:
+                self.renamed.add(cursor.location.line)
         return {'declared': sorted(self.found), 'renamed': sorted(self.renamed),
                 'skipped': self.skipped(path)}
 
@@ -182,7 +184,7 @@ class Judge:
 
     def note(self, cursor, kinds, name=None):
         name = name or cursor.spelling
-        if not name or '(' in name and 'operator' not in name:
+        if not name or name.startswith('(') or '(anonymous' in name.split('<')[0]:
             return
         name = plain_name(name)
         offset, line, is_argument = self.place(cursor)
@@ -222,13 +224,19 @@ class Judge:
             self.note(cursor, 'm')
             self.visit_types(cursor)
         elif kind == K.VAR_DECL:
-            parent = cursor.semantic_parent
-            if parent is not None and (parent.kind in CLASS_KINDS or parent.kind in TEMPLATES):
+            if self.is_of_class(cursor):
                 self.note(cursor, 'm')
             self.visit_types(cursor)
+        elif kind == K.UNEXPOSED_DECL and cursor.spelling and self.is_of_class(cursor):
+            self.note(cursor, 'm')  # libclang has no kind for a template of a variable
         elif kind in SCOPES:
             for child in cursor.get_children():
                 self.visit(child)
+
+    @staticmethod
+    def is_of_class(cursor):
+        parent = cursor.semantic_parent
+        return parent is not None and (parent.kind in CLASS_KINDS or parent.kind in TEMPLATES)
 
     def is_deleted(self, cursor):
         tokens = self.text[cursor.extent.end.offset - 12:cursor.extent.end.offset + 12]
@@ -254,7 +262,7 @@ class Judge:
 def judged(folder, judge, path, flags):
     """The judgement of a file, from the folder if it is there."""
     status = os.stat(path)
-    key = hashlib.sha1(f'6 {path} {status.st_mtime_ns} {flags}'.encode()).hexdigest()
+    key = hashlib.sha1(f'7 {path} {status.st_mtime_ns} {flags}'.encode()).hexdigest()
     kept = os.path.join(folder, 'judged', key[:2], key + '.json')
     if os.path.exists(kept):
         with open(kept, encoding='utf-8') as file:
@@ -296,7 +304,7 @@ class Score:
         # A header that includes itself on a detour is skipped the second time.
         skipped = [(first, last) for first, last in truth['skipped']
                    if not any(first <= row[0] <= last for row in truth['declared'])]
-        renamed = set(truth['renamed'])
+        renamed = set(truth['renamed']) - {row[0] for row in truth['declared']}
         left = collections.Counter(
             tag for tag in set(tags)
             if tag[0] not in renamed

@@ -254,7 +254,9 @@ std::vector<CompletionRow> Completion::RowsOf(const CaretText& editor, Items ite
                                               const Place& place, std::string_view prefix) {
   const bool isScope = place.operand.ends_with("::");
   const bool isOfValue = !place.operand.empty() && !isScope;
-  MemberAccess access(wizard.tags, place.scope);
+  // A member defined as n::A::f is one of A.
+  const TagClass* own = wizard.tags.findClass(place.scope);
+  MemberAccess access(wizard.tags, own ? own->name : place.scope);
   Items shown;
   for (TagItem* item : items) {
     const bool isHidden = IsSpecialMember(*item) || !access.IsReachable(*item);

@@ -118,7 +118,7 @@ class Reader {
     if (close < 0 || close >= end) return false;
     const int open = at;
     const bool beginsOperand =
-        close + 1 < end && (tokens.IsWord(close + 1) || tokens.IsOneOf(close + 1, "( * &"));
+        close + 1 < end && (tokens.IsWord(close + 1) || tokens.IsOneOf(close + 1, "( * & 0"));
     if (beginsOperand) {
       if (std::optional<TypeText> type = TypeUpTo(open + 1, close)) {
         at = close + 1;
@@ -135,7 +135,7 @@ class Reader {
 
   // What a cast is applied to has no part in its type.
   void SkipCastOperand(int end) {
-    while (at < end && tokens.IsOneOf(at, "* & ++ --")) ++at;
+    while (at < end && tokens.IsOneOf(at, "* & ++ -- 0")) ++at;
     while (at < end && budget.Take()) {
       if (tokens.IsOpening(at) && !tokens.Is(at, "{"))
         at = tokens.Partner(at) + 1;

@@ -184,6 +184,19 @@ void ListNames(std::vector<TagItem*>& out, const TagIndex& index,
   }
 }
 
+// The name of a class as its declaration has it: in `int n::A::f() {` the function belongs to the
+// class A, which is declared within the namespace n. The name itself if that is a class, or if no
+// class is left without what comes before it.
+std::string_view WithoutNamespaces(const TagIndex& index, std::string_view name) {
+  for (std::string_view rest = name; !index.FindClass(rest);) {
+    const size_t colon = rest.find("::");
+    if (colon == rest.npos || index.FindClass(rest.substr(0, colon))) return name;
+    rest.remove_prefix(colon + 2);
+    if (index.FindClass(rest)) return rest;
+  }
+  return name;
+}
+
 }  // namespace
 
 const TagIndex& TagLookup::EnsureIndex() {
@@ -203,7 +216,9 @@ TagClass* TagLookup::findClass(std::string_view name, const TagData* from) {
 TagClass* TagLookup::ClassOf(std::string_view name, const TagData* from) {
   if (from && from == sources.Library()) return findLibraryClass(name);
   if (TagClass* found = ProjectClass(name, from)) return found;
-  return findLibraryClass(name);
+  if (TagClass* found = findLibraryClass(name)) return found;
+  const std::string_view plain = WithoutNamespaces(index, name);
+  return plain == name ? nullptr : ProjectClass(plain, from);
 }
 
 TagClass* TagLookup::findLibraryClass(std::string_view name) const {
@@ -257,7 +272,9 @@ TagItem* TagLookup::findGlobal(std::string_view name, std::string_view moduleNam
 // All records of a class, those known only from their members too. Among namesakes those of the
 // class that `from` means go first: its own record, then those in files that mean the same class.
 std::vector<TagClass*> TagLookup::AllRecords(std::string_view name, const TagData* from) {
+  const std::string_view plain = WithoutNamespaces(index, name);
   std::vector<TagClass*> all;
+  if (plain != name) all = AllRecords(plain, from);
   int realOnes = 0;
   for (const auto& [module, record] : index.Classes(name)) {
     record->module = index.Modules()[module];

@@ -190,6 +190,17 @@ void TagC::CheckEnumerator(Statement& st) {
   MakeTag(st, name, true, TagType::cEnumerator);
 }
 
+// True for `T A::b(c);` outside of classes: a prototype there has no qualifier, unless it is that
+// of a template or a friend.
+bool TagC::IsMemberWithValue(Statement& st) const {
+  if (!IsCpp() || !st.context.IsName() || st.HasContextualParent() ||
+      st.scope != SCOPEKIND_GLOBAL || argText.empty() || !HasTypeBefore(2, false))
+    return false;
+  for (int n = 3; n <= st.TokensBefore(); ++n)
+    if (st.earlierToken(n).IsKeyword(Keyword::cTemplate)) return false;
+  return !LookAtGroup(std::string_view(argText).substr(1), language).looksLikeParameters;
+}
+
 void TagC::CheckTagAtEnd(Statement& st) {
   const Token& prev = st.earlierToken(1);
   const Token& prev2 = st.earlierToken(2);
@@ -200,12 +211,14 @@ void TagC::CheckTagAtEnd(Statement& st) {
     else
       tagVariable(st, DeclaredName(prev, false));
   } else if (prev.Is(TOKEN_ARGS) && prev2.IsName()) {
-    if (st.seen.isPointer)
+    if (st.seen.isPointer || IsMemberWithValue(st))
       tagVariable(st, prev2);
     else if (IsJavaOrCSharp())
       tagFunction(st, prev2);
     else if (st.scope == SCOPEKIND_TYPEDEF)
       MakeTag(st, prev2, true, TagType::cTypedef);
+    else if (st.seen.bodyInMacro)
+      tagFunction(st, prev2);
     else if (IsTypeSpecifier(st.declaration) && CanBeFunction(st))
       MakeTag(st, prev2, false, TagType::cPrototype);
   }

@@ -36,6 +36,7 @@ class TagC {
     int wordCount = 0;
     int depth = 1;
     bool firstChar = true;
+    bool isOfMacro = false;  // the arguments of a macro, which may be parameters
   };
   // The counters of the scan after a parameter list.
   struct PostParens {
@@ -61,6 +62,7 @@ class TagC {
   void EndStatement(Statement& st);
   void CheckTag(Statement& st);
   void CheckTagAtEnd(Statement& st);
+  bool IsMemberWithValue(Statement& st) const;
   void NoteFriend(Statement& st, const Token& name);
   void CheckTagAtBrace(Statement& st);
   void CheckEnumerator(Statement& st);
@@ -83,11 +85,12 @@ class TagC {
   void DropNext(int wanted);
   void ReadIdentifier(Token& token, int first);
   void ApplyWord(Token& token);
+  bool IsNameInC(const Token& token);
   void skipInitialiser();
   int skipTo(std::string_view ends);
   bool skipBalanced(std::string_view pair);
   bool SkipTemplateArguments();
-  bool DropOperatorRest();
+  bool DropOperatorRest(char first = '<');
   bool SkipBody();
   bool IsBodyGivenUp(unsigned depthAtStart);
   bool FailToMatch(char opening, int line);
@@ -124,8 +127,10 @@ class TagC {
   void OpenInGroup(ParenGroup& group);
   void ReadGroupWord(ParenGroup& group, int c);
   void CloseGroup(ParenGroup& group);
+  bool IsValueOfVariable(int c);
   void AnalyzeGroup(const ParenGroup& group);
   bool MayHoldParameters(const ParenGroup& group) const;
+  bool EndsGroupAhead(int first) const;
   bool IsSpecialValueAhead() const;
   bool IsNameInParens(const ParenGroup& group, int c);
   void ReadPostParens(const ParenGroup& group);
@@ -145,6 +150,8 @@ class TagC {
 
   // Macros (TagMacros.cpp).
   bool TakeMacroGroup();
+  bool TakeTypeMacro();
+  bool IsDeclaratorAhead(std::string_view text, bool mayHaveParameters) const;
   bool TakeMacroInHead();
   bool CanBeFunction(Statement& st) const;
   bool NameMacroBody(Statement& st);

@@ -64,6 +64,7 @@ class GroupScan {
     group.looksLikeParameters = isEmpty || hasParameters;
     while (at < text.size() && IsSpace(text[at])) ++at;
     if (at < text.size()) group.after = text[at];
+    group.rest = text.substr(at);
     return group;
   }
 
@@ -170,10 +171,45 @@ bool TagC::HasTypeBefore(int n, bool mayBeInCapitals) const {
   return false;
 }
 
+// True if the text is a declarator up to the character behind its name: `*a;`, `a[`, `a(`. A name
+// with parameters isn't that of the class, as `MACRO(x) A();` declares a constructor.
+bool TagC::IsDeclaratorAhead(std::string_view text, bool mayHaveParameters) const {
+  const size_t start = text.find_first_not_of(" \t\n*&");
+  if (start == text.npos || !IsClass(static_cast<unsigned char>(text[start]), cIdentifierStart))
+    return false;
+  size_t end = start;
+  while (end < text.size() && IsClass(static_cast<unsigned char>(text[end]), cIdentifierChar))
+    ++end;
+  const std::string_view word = text.substr(start, end - start);
+  const WordMeaning meaning = MeaningOf(word, language);
+  if (meaning.keyword != Keyword::cNone || meaning.modern != ModernWord::cNone) return false;
+  end = text.find_first_not_of(" \t\n", end);
+  if (end == text.npos || LooksLikeMacro(word)) return false;
+  if (text[end] != '(') return std::string_view(";,[=").find(text[end]) != std::string_view::npos;
+  const Statement* parent = currentStatement->parent;
+  return mayHaveParameters && (parent == nullptr || parent->openedName.name != word);
+}
+
+// `STACK_OF(A) *a;`: the macro makes a type. Its arguments vanish, its name stays as the type.
+bool TagC::TakeTypeMacro() {
+  Statement& st = *currentStatement;
+  const Token& name = st.earlierToken(1);
+  const bool isPossible = IsCOrCpp() && name.IsName() && name.modern == ModernWord::cNone &&
+                          !st.seen.inFunction && !st.seen.isQualified && !st.context.IsName() &&
+                          !IsContextual(st.declaration) && st.declaration != DECLARES_NAMESPACE &&
+                          !st.IsParent(DECLARES_ENUM) && !HasTypeBefore(1, true);
+  if (!isPossible) return false;
+  const GroupAhead group = LookAtGroup(theCpp.lines.Ahead(), language);
+  if (!group.isClosed || !IsDeclaratorAhead(group.rest, IsInCapitals(name.name))) return false;
+  skipBalanced("()");
+  return true;
+}
+
 // Handles a group that belongs to the macro before it. Returns false if it doesn't.
 bool TagC::TakeMacroGroup() {
   Statement& st = *currentStatement;
   const Token& name = st.earlierToken(1);
+  if (TakeTypeMacro()) return true;
   if (IsJavaOrCSharp() || !name.IsName() || !LooksLikeMacro(name.name)) return false;
   if (IsContextual(st.declaration) || st.declaration == DECLARES_NAMESPACE)
     return TakeMacroInHead();

@@ -22,6 +22,7 @@ struct GroupAhead {
   bool isClosed = false;  // its end is near enough to be seen
   bool looksLikeParameters = false;
   char after = 0;  // the character after the group that isn't white space, 0 if it isn't seen
+  std::string_view rest;  // the text from there on
 };
 // `text` begins after the opening parenthesis.
 GroupAhead LookAtGroup(std::string_view text, Language language);

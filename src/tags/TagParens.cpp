@@ -11,8 +11,10 @@ namespace zendry {
 void TagC::readParenGroup() {
   Statement& st = *currentStatement;
   if (st.seen.inFunction && !st.seen.assignment) st.seen.cannotBeVariable = true;
+  const bool isOfMacro = LooksLikeMacro(st.earlierToken(1).name);
   if (st.earlierToken(1).Is(TOKEN_NONE) || TakeMacroGroup()) return;
   ParenGroup group;
+  group.isOfMacro = isOfMacro;
   group.isOldStyleList = language == Language::cC;
   inArgText = theCpp.keepsLiterals = true;
   argText = "(";
@@ -106,6 +108,9 @@ void TagC::OpenInGroup(ParenGroup& group) {
   group.isOldStyleList = false;
   if (group.firstChar) {
     group.mayBeName = false;
+    // No parameter begins with a parenthesis, but those that a macro takes as one argument do.
+    group.badContents = IsCpp() && currentStatement->earlierToken(1).IsName() && !group.isOfMacro &&
+                        !LookAtGroup(theCpp.lines.Ahead(), language).looksLikeParameters;
     theCpp.sourceUngetc('(');
     argText.clear();
     skipBalanced("()");
@@ -124,7 +129,7 @@ void TagC::OpenInGroup(ParenGroup& group) {
         theCpp.sourceUngetc(next);
       }
     } else if (group.wordCount == 1 && !IsMemberPointer(theCpp.lines.Ahead()) &&
-               MayHoldParameters(group)) {
+               MayHoldParameters(group) && EndsGroupAhead(c)) {
       theCpp.sourceUngetc(c);
       theCpp.sourceUngetc('(');
       group.argsInArgs = true;
@@ -143,6 +148,14 @@ void TagC::OpenInGroup(ParenGroup& group) {
 bool TagC::MayHoldParameters(const ParenGroup& group) const {
   const Token& before = currentStatement->earlierToken(1);
   return !group.isArgList || !before.IsName() || LooksLikeMacro(before.name);
+}
+
+// True if the parentheses within the group, which begin with this character, are the last of the
+// group: in `SLOT(f(), void g())` they are those of an argument.
+bool TagC::EndsGroupAhead(int first) const {
+  std::string text(1, static_cast<char>(first));
+  text.append(theCpp.lines.Ahead());
+  return LookAtGroup(text, language).after != ',';
 }
 
 void TagC::ReadGroupWord(ParenGroup& group, int c) {
@@ -186,11 +199,23 @@ bool TagC::IsNameInParens(const ParenGroup& group, int c) {
          (st.declaration == DECLARES_NONE && (c == ',' || c == ';'));
 }
 
+// True for `int a(5);` outside of classes, where a type comes before the name. `c` is the character
+// after the group.
+bool TagC::IsValueOfVariable(int c) {
+  Statement& st = *currentStatement;
+  const Token& name = st.earlierToken(1);
+  return IsCpp() && (c == ';' || c == ',') && !st.HasContextualParent() && !st.seen.inFunction &&
+         name.IsName() && !LooksLikeMacro(name.name) && (st.isPartial || HasTypeBefore(1, false));
+}
+
 void TagC::AnalyzeGroup(const ParenGroup& group) {
   Statement& st = *currentStatement;
   const int c = PeekChar();
   if (group.badContents) {
-    ResetStatement(false);
+    if (IsValueOfVariable(c))
+      st.markToken(TOKEN_NONE, theCpp.lines.tagLine);
+    else
+      ResetStatement(false);
   } else if (IsNameInParens(group, c)) {
     st.activeToken().type = TOKEN_NAME;
     st.noteName();

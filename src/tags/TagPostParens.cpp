@@ -206,6 +206,9 @@ bool TagC::IsDeclaratorBehindType() const {
 
 bool TagC::SkipMacroAfterParameters() {
   if (IsJavaOrCSharp() || !IsDeclaratorBehindType()) return false;
+  // `auto f() RETURNS(a + b);`: without a body nobody knows the type, so the macro is the body.
+  const bool isBody = PeekChar() == '(' && currentStatement->earlierToken(3).name == "auto";
+  if (isBody) currentStatement->seen.bodyInMacro = true;
   SkipGroupIfAny();
   return true;
 }

@@ -110,6 +110,7 @@ struct Statement {
     bool inFunction = false;
     bool assignment = false;
     bool cannotBeVariable = false;
+    bool bodyInMacro = false;  // a macro after the parameters is the function's body
     bool isQualified = false;  // colons come before the next name
   };
 

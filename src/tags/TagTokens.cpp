@@ -2,6 +2,7 @@
 
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
+#include "tags/TagMacros.h"
 #include "tags/TagParser.h"
 
 namespace zendry {
@@ -118,7 +119,37 @@ void TagC::ReadWord(int c) {
     st.context.Reset(theCpp.lines.tagLine);
 }
 
+// True for a word of C++ that a header of C uses as the name of a member: `int private;`.
+bool TagC::IsNameInC(const Token& token) {
+  if (!IsCpp() || !isHeader || !token.Is(TOKEN_KEYWORD)) return false;
+  switch (token.keyword) {
+    case Keyword::cCatch:
+    case Keyword::cClass:
+    case Keyword::cNew:
+    case Keyword::cNamespace:
+    case Keyword::cPrivate:
+    case Keyword::cProtected:
+    case Keyword::cPublic:
+    case Keyword::cTemplate:
+    case Keyword::cTry:
+    case Keyword::cTypename:
+    case Keyword::cUsing:
+    case Keyword::cVirtual:
+      break;
+    default:
+      return false;
+  }
+  const Statement& st = *currentStatement;
+  if (!st.isPartial && !IsTypeWord(currentStatement->earlierToken(1))) return false;
+  const int c = PeekChar();
+  return c == ';' || c == ',' || c == '[';
+}
+
 void TagC::ApplyWord(Token& token) {
+  if (IsNameInC(token)) {
+    token.keyword = Keyword::cNone;
+    token.type = TOKEN_NAME;
+  }
   if (token.Is(TOKEN_KEYWORD))
     applyKeyword(token);
   else if (token.modern == ModernWord::cNone)
@@ -221,7 +252,7 @@ void TagC::skipInitialiser() {
         skipBalanced("[]");
         break;
       case '<':
-        if (IsCpp() && IsTemplateAhead()) skipBalanced("<>");
+        if (IsCpp() && !DropOperatorRest() && IsTemplateAhead()) skipBalanced("<>");
         break;
       case '}':
         isDone = isEnum;
@@ -324,10 +355,11 @@ bool TagC::IsBodyGivenUp(unsigned depthAtStart) {
   return true;
 }
 
-// True if a "<" is the beginning of "<=" or "<<", which open no list; their rest is then skipped.
-bool TagC::DropOperatorRest() {
+// True if a "<" is the beginning of "<=" or "<<", which open no list, or a ">" that of ">=", which
+// closes none; the rest of the sign is then skipped.
+bool TagC::DropOperatorRest(char first) {
   const int next = theCpp.sourceGetc();
-  const bool isOperator = next == '=' || next == '<';
+  const bool isOperator = next == '=' || (next == '<' && first == '<');
   if (!isOperator)
     theCpp.sourceUngetc(next);
   else if (inArgText)
@@ -356,7 +388,7 @@ bool TagC::SkipTemplateArguments() {
       --groups;
     else if (groups == 0 && c == '<' && !DropOperatorRest())
       ++depth;
-    else if (groups == 0 && c == '>')
+    else if (groups == 0 && c == '>' && !DropOperatorRest('>'))
       --depth;
   }
   return true;

@@ -74,6 +74,7 @@ TEST(ReadExpr, StepsInTheirOrder) {
       {"((a))", "a"},
       {"(A*)b", "value:A*"},
       {"((A*)b)->c", "value:A* ->c"},
+      {"((A*)0)->c", "value:A* ->c"},
       {"(A*)b->c", "value:A*"},
       {"(a).b", "a .b"},
       {"(a)[1]", "a []"},

@@ -101,6 +101,20 @@ TEST_F(Namesakes, Symbols_LeadToTheirOwnFile) {
             "/p/two/options.h:0");
 }
 
+// In `void n::Tag::read() {` the function is one of the class Tag of the namespace n.
+TEST(NamesakesOfKinds, MemberDefinedWithItsNamespace_BelongsToTheClass) {
+  test::ParsedProject project;
+  project.Add("/p/other.h", "struct Tag { int wrong; };\nstruct Outer { int x; };\n");
+  project.Add("/p/tag.h", "namespace n {\nclass Tag {\n  void read();\n  int d;\n};\n}\n");
+  const std::string start = "#include \"tag.h\"\nvoid n::Tag::read() {\n";
+  project.Add("/p/tag.cpp", start + "}\n");
+  EXPECT_EQ(project.Names("/p/tag.cpp", start + "  this->@\n}\n"), "d read");
+  project.Add("/p/none.cpp", "#include \"tag.h\"\nvoid Outer::Tag::f() {\n}\n");
+  EXPECT_EQ(
+      project.Names("/p/none.cpp", "#include \"tag.h\"\nvoid Outer::Tag::f() {\n  this->rea@\n}\n"),
+      "");
+}
+
 // Of a nested class and a namesake elsewhere the scope of the function's class, or of the member's,
 // decides.
 TEST(NamesakesOfKinds, NestedClassOfTheScope_GoesFirst) {

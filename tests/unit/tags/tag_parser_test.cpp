@@ -60,7 +60,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{"NameWithParameters", "void f(A g(int));", "p f:void;"},
         Case{"MacroArguments", "X(1) int a;", "v a:int;"},
         Case{"MacroAlone", "(1) int a;", "v a:int;"},
-        Case{"DoubleParens", "int f((a, b));", "p f:int;"},
+        Case{"DoubleParens", "int f((a, b));", "v f:int;"},
         Case{"EqualsAtTheStart", "int f(= 3);\nint a;", "v f:int; v a:int;"},
         Case{"OldStylePointer", "int f(a) A (*a); { }", "f f:int;", "a.c"},
         Case{"OldStyle", "int f(a, b) int a; char *b; { }", "f f:int;", "a.c"},
