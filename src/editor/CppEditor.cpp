@@ -99,6 +99,7 @@ mavro::FileResult CppEditor::Load(const std::string& path) {
     storedName = nameBefore;
     return result;
   }
+  regionMarkers.Lose();
   stamp = before;
   storedDigest = TextDigest();
   if (language) indent.Learn();
@@ -268,6 +269,12 @@ void CppEditor::onTextWillChange(long position, long removed, long added) {
     rescue.WillChange(position, removed, added);
   else
     rescue.LoseTrack();
+  // Lines that are not shown have no place in the shown text.
+  if (isTracked && LinesNotShown() == 0)
+    regionMarkers.WillChange(static_cast<int>(position), static_cast<int>(removed),
+                             static_cast<int>(added));
+  else
+    regionMarkers.Lose();
 }
 
 void CppEditor::onSavePointChanged() {
