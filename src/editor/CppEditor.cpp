@@ -206,6 +206,8 @@ int CppEditor::LineAt(int y) const {
   return LineOf(static_cast<int>(Send(mavro::SCI_POSITIONFROMPOINT, 0, y)));
 }
 
+// An unchanged file is not read: this is asked whenever the window comes to the front.
+//
 // A file of the same size with its time set back may hold another text or the same; so may a file
 // with only its mode changed. The digest of its content decides.
 //
@@ -215,7 +217,7 @@ int CppEditor::LineAt(int y) const {
 std::optional<DiskStamp> CppEditor::ChangeOnDisk() {
   if (fileName.empty()) return {};
   const DiskStamp now = ReadDiskStamp(fileName);
-  if (!now.isKnown) return {};
+  if (!now.isKnown || now == stamp) return {};
   if (!stamp.isKnown && storedName == fileName) stamp = now;
   if (OnlyTouched(stamp, now) && storedDigest && DigestOfFile(fileName) == storedDigest)
     stamp = now;
