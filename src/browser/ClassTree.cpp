@@ -163,19 +163,34 @@ void ClassTree::Refresh() {
     if (modules[i].generation != modules[i].tags->Generation()) FollowModule(i);
 }
 
-// The rows of the classes and globals of a file, as children of the roots.
-void ClassTree::FillModule(Module& module, size_t index) const {
+// The facts of a file that the roots need. Its rows are made for roots that have been opened: those
+// of a large project take several megabytes, and most are never seen.
+void ClassTree::FillModule(Module& module, size_t index) {
   module.generation = module.tags->Generation();
   module.digest = DigestOf(*module.tags);
-  for (auto& rows : module.rows) rows.clear();
-  for (const auto& [name, record] : module.tags->classes)
-    if (IsClass(record))
-      module.rows[0].push_back({record.name, DataOf(index, cClassNode, record.kind)});
+  std::fill(std::begin(module.counts), std::end(module.counts), 0);
+  for (const auto& [name, record] : module.tags->classes) module.counts[0] += IsClass(record);
   for (const TagItem& item : module.tags->globals)
     for (size_t root = 1; root < cRoots; ++root)
+      module.counts[root] += item.kind == cRootRows[root].kind;
+  for (size_t root = 0; root < cRoots; ++root)
+    if (IsRootFilled(root)) FillRows(module, index, root);
+}
+
+// The rows of the classes or globals of a file, as children of a root.
+void ClassTree::FillRows(Module& module, size_t index, size_t root) const {
+  std::vector<TreeRow>& rows = module.rows[root];
+  rows.clear();
+  rows.reserve(module.counts[root]);
+  if (root == 0) {
+    for (const auto& [name, record] : module.tags->classes)
+      if (IsClass(record)) rows.push_back({record.name, DataOf(index, cClassNode, record.kind)});
+  } else {
+    for (const TagItem& item : module.tags->globals)
       if (item.kind == cRootRows[root].kind)
-        module.rows[root].push_back({TextOf(item), DataOf(index, cGlobalNode, item.kind)});
-  for (auto& rows : module.rows) std::stable_sort(rows.begin(), rows.end(), IsRowBefore);
+        rows.push_back({TextOf(item), DataOf(index, cGlobalNode, item.kind)});
+  }
+  std::stable_sort(rows.begin(), rows.end(), IsRowBefore);
 }
 
 // Files have come or gone: the modules have other indexes, so all nodes are looked at.
@@ -186,12 +201,11 @@ void ClassTree::TakeModules() {
   for (size_t i = 0; i < modules.size(); ++i) {
     modules[i].tags = &project.Files()[i]->tags;
     FillModule(modules[i], i);
-    for (size_t root = 0; root < cRoots; ++root) counts[root] += modules[i].rows[root].size();
+    for (size_t root = 0; root < cRoots; ++root) counts[root] += modules[i].counts[root];
   }
   UpdateRoots();
   for (size_t root = 0; root < cRoots; ++root) {
-    TreeNode* node = RootOf(root);
-    if (node && IsFilled(*node)) Merge(node, RowsOfRoot(root));
+    if (IsRootFilled(root)) Merge(RootOf(root), RowsOfRoot(root));
   }
   for (size_t i = 0; i < modules.size(); ++i) FollowClasses(i);
 }
@@ -204,11 +218,10 @@ void ClassTree::FollowModule(size_t index) {
   now.tags = module.tags;
   FillModule(now, index);
   for (size_t root = 0; root < cRoots; ++root)
-    counts[root] += now.rows[root].size() - module.rows[root].size();
+    counts[root] += now.counts[root] - module.counts[root];
   UpdateRoots();
   for (size_t root = 0; root < cRoots; ++root) {
-    TreeNode* node = RootOf(root);
-    if (node && IsFilled(*node)) Replace(node, module.rows[root], now.rows[root]);
+    if (IsRootFilled(root)) Replace(RootOf(root), module.rows[root], now.rows[root]);
   }
   module = std::move(now);
   FollowClasses(index);
@@ -217,6 +230,11 @@ void ClassTree::FollowModule(size_t index) {
 TreeNode*& ClassTree::RootOf(size_t root) {
   TreeNode** const roots[cRoots] = {&classRoot, &macroRoot, &variableRoot, &functionRoot};
   return *roots[root];
+}
+
+bool ClassTree::IsRootFilled(size_t root) {
+  const TreeNode* node = RootOf(root);
+  return node && IsFilled(*node);
 }
 
 // The roots that are there keep this order.
@@ -343,8 +361,12 @@ void ClassTree::Replace(TreeNode* node, const std::vector<TreeRow>& before,
 void ClassTree::OnOpening(mavro::TreeArgs& args) {
   TreeNode* node = args.node;
   if (IsFilled(*node)) return;
-  for (size_t root = 0; root < cRoots; ++root)
-    if (node == RootOf(root)) return Fill(node, RowsOfRoot(root));
+  for (size_t root = 0; root < cRoots; ++root) {
+    if (node != RootOf(root)) continue;
+    if (HasSameModules())
+      for (size_t i = 0; i < modules.size(); ++i) FillRows(modules[i], i, root);
+    return Fill(node, RowsOfRoot(root));
+  }
   if (GroupOf(node->data) == cClassNode) Fill(node, RowsOfClass(*node));
 }
 

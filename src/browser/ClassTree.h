@@ -62,7 +62,8 @@ class ClassTree : public mavro::TreeView {
     TagData* tags = nullptr;
     uint64_t generation = 0;
     uint64_t digest = 0;
-    std::vector<mavro::TreeRow> rows[cRoots];  // in the tree's order
+    size_t counts[cRoots] = {};
+    std::vector<mavro::TreeRow> rows[cRoots];  // of filled roots, in the tree's order
   };
 
   void OnTimer(mavro::NotifyArgs& args);
@@ -74,9 +75,11 @@ class ClassTree : public mavro::TreeView {
   bool HasSameModules() const;
   void TakeModules();
   void FollowModule(size_t index);
-  void FillModule(Module& module, size_t index) const;
+  void FillModule(Module& module, size_t index);
+  void FillRows(Module& module, size_t index, size_t root) const;
   void UpdateRoots();
   mavro::TreeNode*& RootOf(size_t root);
+  bool IsRootFilled(size_t root);
   std::vector<mavro::TreeRow> RowsOfRoot(size_t root) const;
   std::vector<mavro::TreeRow> RowsOfClass(const mavro::TreeNode& node) const;
   void FollowClasses(size_t index);

@@ -104,6 +104,7 @@ mavro::FileResult CppEditor::Load(const std::string& path) {
     storedName = nameBefore;
     return result;
   }
+  regionMarkers.Lose();
   stamp = before;
   storedDigest = TextDigest();
   if (language) indent.Learn();
@@ -210,6 +211,8 @@ int CppEditor::LineAt(int y) const {
   return LineOf(static_cast<int>(Send(mavro::SCI_POSITIONFROMPOINT, 0, y)));
 }
 
+// An unchanged file is not read: this is asked whenever the window comes to the front.
+//
 // A file of the same size with its time set back may hold another text or the same; so may a file
 // with only its mode changed. The digest of its content decides.
 //
@@ -219,7 +222,7 @@ int CppEditor::LineAt(int y) const {
 std::optional<DiskStamp> CppEditor::ChangeOnDisk() {
   if (fileName.empty()) return {};
   const DiskStamp now = ReadDiskStamp(fileName);
-  if (!now.isKnown) return {};
+  if (!now.isKnown || now == stamp) return {};
   if (!stamp.isKnown && storedName == fileName) stamp = now;
   if (OnlyTouched(stamp, now) && storedDigest && DigestOfFile(fileName) == storedDigest)
     stamp = now;
@@ -273,6 +276,12 @@ void CppEditor::onTextWillChange(long position, long removed, long added) {
     rescue.WillChange(position, removed, added);
   else
     rescue.LoseTrack();
+  // Lines that are not shown have no place in the shown text.
+  if (isTracked && LinesNotShown() == 0)
+    regionMarkers.WillChange(static_cast<int>(position), static_cast<int>(removed),
+                             static_cast<int>(added));
+  else
+    regionMarkers.Lose();
 }
 
 void CppEditor::onSavePointChanged() {

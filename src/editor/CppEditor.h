@@ -9,6 +9,7 @@
 #include "base/DiskStamp.h"
 #include "code/CompletionList.h"
 #include "editor/CodeIndent.h"
+#include "editor/FollowedPlaces.h"
 #include "rescue/TextRescue.h"
 
 namespace zendry {
@@ -106,9 +107,11 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   // The text for the tag parser and lookups; lives as long as the editor.
   CaretText& LiveText() { return liveText; }
 
-  // Group: what marks the regions of forms keeps here: the change count that it has seen.
+  // Group: what marks the regions of forms keeps here: the change count that it has seen, and
+  // the places of their markers.
   static constexpr unsigned long cNeverSeen = static_cast<unsigned long>(-1);
   mutable unsigned long regionsSeen = cNeverSeen;
+  mutable FollowedPlaces regionMarkers;  // starts of the lines with their markers
 
   void onTextChanged() override;
   void onTextWillChange(long position, long removed, long added) override;

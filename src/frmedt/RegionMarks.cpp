@@ -22,26 +22,43 @@ constexpr int cTintStrength = 26;  // of 255
 constexpr int cWave = mavro::FromRgb(0xE05A50);
 constexpr std::uintptr_t cSquiggle = 1;  // a style of indicators
 
-// The places of the mark. The component keeps its text in two pieces with a gap between them.
-std::vector<int> PlacesOfMark(const CppEditor& editor) {
+// The starts of the lines with a marker, in a part of the text that is whole lines. The component
+// keeps its text in two pieces with a gap between them.
+std::vector<int> MarkersIn(const CppEditor& editor, FollowedPlaces::Part part) {
   std::vector<int> places;
-  const int length = editor.Length();
-  const int gap = static_cast<int>(editor.Send(mavro::SCI_GETGAPPOSITION));
+  const auto take = [&](int at) {
+    const int line = editor.LineOf(at), start = editor.LineStart(line);
+    const FormMarker marker = MarkerOf(editor.LineText(line));
+    const bool isOne = marker != FormMarker::cNone && marker != FormMarker::cOther;
+    if (isOne && (places.empty() || places.back() != start)) places.push_back(start);
+  };
   const auto search = [&](int from, int to) {
     if (to - from < static_cast<int>(cMark.size())) return;
     const auto* bytes = reinterpret_cast<const char*>(
         editor.Send(mavro::SCI_GETRANGEPOINTER, static_cast<std::uintptr_t>(from), to - from));
     const std::string_view piece(bytes, static_cast<size_t>(to - from));
     for (size_t at = piece.find(cMark); at != piece.npos; at = piece.find(cMark, at + cMark.size()))
-      places.push_back(from + static_cast<int>(at));
+      take(from + static_cast<int>(at));
   };
-  search(0, gap);
+  const int gap =
+      std::clamp(static_cast<int>(editor.Send(mavro::SCI_GETGAPPOSITION)), part.start, part.end);
   const int around = static_cast<int>(cMark.size()) - 1;
-  const int seamStart = std::max(gap - around, 0);
-  const size_t inSeam = editor.GetRange(seamStart, std::min(gap + around, length)).find(cMark);
-  if (inSeam != std::string::npos) places.push_back(seamStart + static_cast<int>(inSeam));
-  search(gap, length);
+  search(part.start, gap);
+  const int seamStart = std::max(gap - around, part.start);
+  const size_t inSeam = editor.GetRange(seamStart, std::min(gap + around, part.end)).find(cMark);
+  if (inSeam != std::string::npos) take(seamStart + static_cast<int>(inSeam));
+  search(gap, part.end);
   return places;
+}
+
+// Only lines that have changed are read.
+void FollowMarkers(const CppEditor& editor) {
+  const int length = editor.Length();
+  FollowedPlaces::Part part = editor.regionMarkers.Changed(length);
+  if (part.end < part.start) return;
+  const int last = editor.LineOf(std::min(part.end, length));
+  part = {editor.LineStart(editor.LineOf(part.start)), editor.LineEnd(last)};
+  editor.regionMarkers.Put(part, MarkersIn(editor, part));
 }
 
 void Define(const CppEditor& editor) {
@@ -128,7 +145,8 @@ void Fold(const CppEditor& editor, const std::vector<RegionMarks::Region>& regio
 std::vector<RegionMarks::Region> RegionMarks::RegionsOf(const CppEditor& editor) {
   std::vector<Region> regions;
   std::optional<Region> open;
-  for (const int place : PlacesOfMark(editor)) {
+  FollowMarkers(editor);
+  for (const int place : editor.regionMarkers.Places()) {
     const int line = editor.LineOf(place);
     const FormMarker marker = MarkerOf(editor.LineText(line));
     if (!open && (marker == FormMarker::cDecl || marker == FormMarker::cInit))

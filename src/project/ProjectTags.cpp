@@ -50,6 +50,13 @@ void RefreshIncludes(TagData& module, const EditorText& editor, std::vector<Incl
   }
 }
 
+// The tags of a project stay for hours: no room is kept for more of them.
+void DropRoom(TagData& module) {
+  module.globals.shrink_to_fit();
+  module.includes.shrink_to_fit();
+  for (auto& [name, record] : module.classes) record.members.shrink_to_fit();
+}
+
 // While it lives, the parser logs to a shell, or without one to the trace log.
 class ParserLog {
  public:
@@ -108,6 +115,7 @@ void Project::parseModule(TagData& module, EditorText* editor) {
     CompleteIncludes(module, editor);
   if (theTagParser.gaveUp && !isTyped)
     theTagParser.logMessage("tags end before the end of", module.fileName);
+  if (!isTyped) DropRoom(module);
   module.Changed();
 }
 

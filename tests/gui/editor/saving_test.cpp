@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <filesystem>
+#include <fstream>
 #include <random>
 
 #include "EditorFixture.h"
@@ -23,6 +24,15 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr int cChange = 5000;  // more than a small copy has room for steps
+
+// The bytes that this process has read so far; negative if the system doesn't count.
+int64_t BytesRead() {
+  std::ifstream io("/proc/self/io");
+  std::string name;
+  int64_t bytes = -1;
+  io >> name >> bytes;
+  return bytes;
+}
 
 class IdeSaving : public test::EditorFixture {
  protected:
@@ -602,6 +612,23 @@ TEST_F(IdeSaving, NoRoomForACopy_IsSaidAsLongAsThereIsNone) {
     editor.TickRescue(TextRescue::Clock::now() + 3 * TextRescue::cLongestBehind);
     EXPECT_TRUE(test::WaitFor([&] { return note().empty(); }));
     EXPECT_EQ(IdeDriver::Status(), "Ready");
+  });
+}
+
+TEST_F(IdeSaving, WhenTheWindowComesToTheFront_AnUnchangedFileIsNotRead) {
+  if (BytesRead() < 0) GTEST_SKIP() << "the system doesn't count";
+  ide.Run({}, [&] {
+    constexpr int cSize = 1'000'000;
+    CppEditor& editor = Open("a.cpp", std::string(cSize, '\n'));
+    const auto reads = [&] {
+      const int64_t before = BytesRead();
+      EXPECT_FALSE(editor.ChangeOnDisk());
+      return BytesRead() - before >= cSize;
+    };
+    EXPECT_FALSE(reads());
+    fs::permissions(editor.fileName, fs::perms::owner_all);
+    EXPECT_TRUE(reads()) << "it may be another one";
+    EXPECT_FALSE(reads());
   });
 }
 

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "DarkPalette.h"
 #include "EditorFixture.h"
 #include "editor/ApplyEdits.h"
@@ -182,6 +184,51 @@ TEST_F(IdeRegions, WhereverTheGapIs_TheMarksAreFound) {
       editor.ReplaceSelection("x");
       editor.Send(mavro::SCI_UNDO);
       ASSERT_EQ(RegionMarks::RegionsOf(editor).size(), 2u) << at;
+    }
+  });
+}
+
+TEST_F(IdeRegions, AKeyInALongText_LooksAtItsLineOnly) {
+  ide.Run({}, [&] {
+    std::string text(cForm);
+    while (text.size() < 1'000'000) text += "// A line of a long text.\n";
+    CppEditor& editor = OpenForm(text + "\n" + cForm);
+    ASSERT_EQ(RegionMarks::RegionsOf(editor).size(), 4u);
+    editor.Focus();
+    for (const int at : {editor.Length(), editor.Length() / 2, 0}) {
+      const size_t before = editor.regionMarkers.BytesSeen();
+      editor.Select(at, at);
+      Type("x");
+      Settle(editor);
+      const size_t seen = editor.regionMarkers.BytesSeen() - before;
+      EXPECT_GT(seen, 0u);
+      EXPECT_LT(seen, 200u) << "at " << at;
+      EXPECT_EQ(RegionMarks::RegionsOf(editor).size(), 4u);
+    }
+  });
+}
+
+// What is followed is what a look at the whole text finds.
+TEST_F(IdeRegions, AfterAnyEdits_TheMarkersAreThoseOfTheText) {
+  ide.Run({}, [&] {
+    CppEditor& editor = OpenForm();
+    constexpr const char* cParts[] = {"//!decl\n", "//!end\n", "//!init", "\n",   "//!", "\t",
+                                      "/",         "!end",     "x",       "\r\n", "dec", ""};
+    std::mt19937 random(1);
+    const auto below = [&](int end) { return static_cast<int>(random() % unsigned(end)); };
+    for (int i = 0; i < 2000; ++i) {
+      const int start = below(editor.Length() + 1);
+      editor.Select(start, std::min(start + (below(2) ? below(12) : 0), editor.Length()));
+      if (below(8) == 0)
+        editor.Send(below(3) ? mavro::SCI_UNDO : mavro::SCI_REDO);
+      else
+        editor.ReplaceSelection(cParts[below(std::size(cParts))]);
+      if (below(3) == 0) continue;
+      RegionMarks::RegionsOf(editor);
+      const std::vector<int> followed = editor.regionMarkers.Places();
+      editor.regionMarkers.Lose();
+      RegionMarks::RegionsOf(editor);
+      ASSERT_EQ(followed, editor.regionMarkers.Places()) << i << '\n' << editor.GetText();
     }
   });
 }
