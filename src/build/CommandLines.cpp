@@ -97,11 +97,6 @@ std::string ObjectPath(const std::string& outDirName, const std::string& source,
   return outDirName + "/" + ChangeExtension(BaseName(source), extension);
 }
 
-int CompilerSet(int gcc) {
-  constexpr unsigned cSets = std::tuple_size_v<decltype(IdeConfig::toolSets)>;
-  return static_cast<unsigned>(gcc) < cSets ? gcc : 0;
-}
-
 std::string ToolPath(const IdeConfig& config, int set, const std::string& tool) {
   return ResolveToolPath(config.toolSets[static_cast<size_t>(CompilerSet(set))].folder, tool);
 }
@@ -119,18 +114,15 @@ ProjectFlags ComposeFlags(const Project& project, IdeConfig& config) {
       ExpandMacros(project.includePath, root) + " " + ExpandMacros(cBasicIncludes, root) + " ";
   flags.link = ExpandMacros(project.linkerPath, root) + " " + ExpandMacros(cBasicLibs, root) + " " +
                project.linkLibs + " ";
-  const bool takesFramework = project.libSet.empty() && project.type == cFormApplication;
-  const std::string name = takesFramework ? "mavro" : project.libSet;
-  const auto found = config.libSets.find(name);
-  if (name.empty() || found == config.libSets.end()) return flags;
-  LibSet& set = found->second;
-  if (!set.expanded) {
-    set.include = ExpandMacros(set.include, root);
-    set.link = ExpandMacros(set.link, root);
-    set.expanded = true;
+  LibSet* const set = LibrarySetOf(project, config);
+  if (!set) return flags;
+  if (!set->expanded) {
+    set->include = ExpandMacros(set->include, root);
+    set->link = ExpandMacros(set->link, root);
+    set->expanded = true;
   }
-  flags.include += set.include;
-  flags.link += set.link;
+  flags.include += set->include;
+  flags.link += set->link;
   return flags;
 }
 

@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "project/ChosenSets.h"
+
 namespace zendry {
 
 class Project;
@@ -35,8 +37,6 @@ std::string FileArgument(std::string_view name);
 std::string ObjectPath(const std::string& outDirName, const std::string& source,
                        std::string_view extension);
 
-// The compiler set for a project's number: 0 if there is no set of that number.
-int CompilerSet(int gcc);
 // The command of a tool of one compiler set.
 std::string ToolPath(const IdeConfig& config, int set, const std::string& tool);
 // The resource compiler of a set. Machines have no resource compiler on their PATH, so a set that

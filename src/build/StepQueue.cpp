@@ -18,18 +18,13 @@ constexpr int cLastLauncherCode = 125;
 
 }  // namespace
 
-int StepQueue::NextSlot() const {
-  const auto isTaken = [this](int slot) {
-    return std::any_of(steps.begin(), steps.end(),
-                       [slot](const auto& active) { return active->slot == slot; });
-  };
-  int slot = 0;
-  while (isTaken(slot)) ++slot;
-  return slot;
+int StepQueue::TakeSlot() {
+  if (freeSlots.empty()) return usedSlots++;
+  return freeSlots.extract(freeSlots.begin()).value();
 }
 
 bool StepQueue::Begin(const ToolStep& step, const std::vector<std::string>& environment) {
-  auto owned = std::make_unique<Active>(step, NextSlot(), environment);
+  auto owned = std::make_unique<Active>(step, TakeSlot(), environment);
   Active& active = *owned;
   const bool isFirst = steps.empty();
   steps.push_back(std::move(owned));
@@ -42,6 +37,7 @@ bool StepQueue::Begin(const ToolStep& step, const std::vector<std::string>& envi
   const mavro::SpawnPool::Failure failure = StartTool(active, step.line);
   if (failure.text.empty()) return true;
   if (failure.isForLackOfRoom && Running() > 0) {
+    freeSlots.insert(active.slot);
     steps.pop_back();
     return false;
   }
@@ -72,6 +68,7 @@ bool StepQueue::Advance(int milliseconds) {
   if (!ShowLines(first) || !first.hasEnded) return false;
   const std::unique_ptr<Active> done = std::move(steps.front());
   steps.pop_front();
+  freeSlots.insert(done->slot);
   watcher.EndStep(done->step, done->end, done->slot);
   return true;
 }

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <deque>
 #include <memory>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -33,7 +34,7 @@ class StepQueue {
   explicit StepQueue(StepWatcher& watcher) : watcher(watcher) {}
 
   // The slot that the next step gets.
-  int NextSlot() const;
+  int NextSlot() const { return freeSlots.empty() ? usedSlots : *freeSlots.begin(); }
   // Starts a step, with these changes of the environment. False if the system has no room for one
   // more process: the step is not taken, and there is room when a running one has ended.
   bool Begin(const ToolStep& step, const std::vector<std::string>& environment);
@@ -69,6 +70,7 @@ class StepQueue {
     StepEnd end;
   };
 
+  int TakeSlot();
   mavro::SpawnPool::Failure StartTool(Active& active, const std::string& line);
   void Keep(Active& active, const std::string& line);
   void NoteEnd(const mavro::SpawnPool::Ended& ended);
@@ -78,6 +80,9 @@ class StepQueue {
 
   StepWatcher& watcher;
   std::deque<std::unique_ptr<Active>> steps;
+  // Kept beside the steps, because thousands wait when no tool can be started.
+  std::set<int> freeSlots;  // those below `usedSlots`
+  int usedSlots = 0;
   mavro::SpawnPool pool;  // after `steps`, whose handlers it calls: it must go first
 };
 

@@ -249,7 +249,8 @@ const char* WhyLeftOut(const std::string& folderName) {
     if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
   for (const Row& row : cRows)
     if (lower == row.name) return row.reason;
-  return lower.find("fuzz") != std::string::npos ? cTests : nullptr;
+  const bool isOfTests = lower.find("fuzz") != std::string::npos || IsNamedAsTest(lower);
+  return isOfTests ? cTests : nullptr;
 }
 
 bool IsNamedAsTest(const std::string& name) {

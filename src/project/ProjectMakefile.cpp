@@ -1,14 +1,17 @@
 #include <algorithm>
+#include <cctype>
 #include <set>
 #include <string_view>
 #include <vector>
 
+#include "CommandLine.h"
 #include "FilePath.h"
 #include "FileText.h"
 #include "SystemDialogs.h"
 #include "base/Paths.h"
 #include "base/TextMark.h"
 #include "config/IdeConfig.h"
+#include "project/ChosenSets.h"
 #include "project/Project.h"
 
 // The Makefile that a project is exported to.
@@ -19,12 +22,19 @@ namespace {
 
 constexpr char cMarkStart[] = "# Made by Zendry, which replaces it as long as nobody changes it: ";
 
-// A path in the form that it needs among the switches of a rule, which the shell reads.
-std::string ShellPath(std::string_view path) {
+// True for what means itself to the shell and to make wherever it stands in a word.
+bool IsPlain(char c) {
+  const bool isAscii = static_cast<unsigned char>(c) < 0x80;
+  return !isAscii || std::isalnum(static_cast<unsigned char>(c)) != 0 ||
+         std::string_view("_-+=./,:@%^").find(c) != std::string_view::npos;
+}
+
+// A word in the form that it needs among the switches of a rule, which the shell reads.
+std::string ShellWord(std::string_view word) {
   std::string quoted;
-  bool isPlain = true;
-  for (const char c : path) {
-    isPlain &= c != ' ' && c != '\'' && c != '"' && c != '$' && c != '`' && c != '\\' && c != '#';
+  bool isPlain = !word.empty();
+  for (const char c : word) {
+    isPlain &= IsPlain(c);
     if (c == '$') quoted += "\\$";  // the shell's escape, and make's
     if (c == '#' || c == '"' || c == '`' || c == '\\') quoted += '\\';
     quoted += c;
@@ -39,11 +49,24 @@ std::string Switches(std::string_view text) {
   std::string switches;
   for (const char c : text) {
     if (c == '@')
-      switches += ShellPath(root);
+      switches += ShellWord(root);
     else
       switches += c;
   }
   return switches;
+}
+
+// The same for switches that the build hands to the tool as they are, without a shell.
+std::string Words(std::string_view commandLine) {
+  std::string words;
+  for (const std::string& word : mavro::SplitCommandLine(commandLine))
+    words.append(words.empty() ? "" : " ").append(ShellWord(word));
+  return words;
+}
+
+// The switches of a library set, whose macros the first build has expanded.
+std::string SetSwitches(const LibSet& set, const std::string& switches) {
+  return set.expanded ? Words(switches) : Switches(switches);
 }
 
 std::string Line(std::string_view variable, std::initializer_list<std::string_view> switches) {
@@ -53,14 +76,20 @@ std::string Line(std::string_view variable, std::initializer_list<std::string_vi
   return line + "\n";
 }
 
+// Both lines have the switches of the build in its order: those of the mode that the project is in,
+// of the project, of its library set, of the compiler set.
 std::string Head(const Project& project) {
-  const std::string compile = Switches(project.includePath);
-  const std::string link = Switches(project.linkerPath);
+  const BuildOptions mode = project.current ? *project.current : BuildOptions();
+  const ToolSet& tools = theIdeConfig.toolSets[static_cast<size_t>(CompilerSet(mode.gcc))];
+  const LibSet* const set = LibrarySetOf(project, theIdeConfig);
   // CC links a program of C++ only with the library that g++ would add.
   const bool isCpp = std::ranges::any_of(project.Files(),
                                          [](const auto& file) { return file->type == cCppSource; });
-  return "CC=gcc\n" + Line("CCFLAGS", {compile, Switches(cBasicIncludes), "-c"}) +
-         Line("LINKFLAGS", {link, Switches(cBasicLibs), project.linkLibs,
+  return "CC=gcc\n" +
+         Line("CCFLAGS", {Words(mode.comp), Switches(project.includePath), Switches(cBasicIncludes),
+                          set ? SetSwitches(*set, set->include) : "", Words(tools.flags), "-c"}) +
+         Line("LINKFLAGS", {Switches(project.linkerPath), Switches(cBasicLibs), project.linkLibs,
+                            set ? SetSwitches(*set, set->link) : "", Words(mode.link),
                             isCpp ? std::string_view("-lstdc++ -lm") : ""});
 }
 

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """The templates and demos, built by Zendry as they are shipped, and run; those with forms under a window manager."""
 import os
+import re
 import shutil
 import subprocess
 import unittest
@@ -10,6 +11,14 @@ from fixture import TOP, ZENDRY_MAKE, ZendryTest, read, run, write
 
 
 REPOS = os.path.join(TOP, 'dist', 'Repos')
+
+
+class ListTest(unittest.TestCase):
+    def test_each_row_has_its_test_here(self):
+        rows = re.findall(r'^([a-z]+/[^=]+)=', read(os.path.join(REPOS, 'items.def')), re.MULTILINE)
+        self.assertGreater(len(rows), 0)
+        here = read(__file__)
+        self.assertEqual([row for row in rows if f"'{row}'" not in here], [])
 
 
 class DemosTest(ZendryTest):

@@ -109,8 +109,6 @@ class Guide:
         window.key('F7')
         window.wait_for_message()
         window.key('Return')
-        window.wait_quiet()
-        window.key('F4')
         self.keep('errors')
 
     def debug(self):
@@ -138,10 +136,32 @@ class Guide:
         window.key('F4')
         self.keep('search')
 
-    def dialog(self, name, *keys):
+    def new_project(self, name, *keys):
+        """The dialog "New project" after these keys and texts in lower case; its first field is that of the name."""
+        window = self.start()
+        window.key('alt+f', *['Down'] * 3, 'Return')
+        window.wait_for_message()
+        for key in keys:
+            window.wait_quiet()
+            window.type(key) if key.islower() else window.key(key)
+        self.keep(name, window.wait_for_window(besides=[window.main]))
+
+    def import_dialog(self):
+        """The page "From files" with a folder of sources."""
+        folder = os.path.dirname(self.project)
+        os.remove(self.project)
+        write(os.path.join(folder, 'tests', 'shapes_test.cpp'), '#include "../shapes.h"\n\nint main() {}\n')
+        self.new_project('import', 'Tab', *['Right'] * 4, 'Tab', folder, 'Tab')
+
+    def dialog(self, name, *keys, in_it=()):
+        """A dialog that keys of the main window open, after more keys in it."""
         window = self.open()
         window.key(*keys)
-        self.keep(name, window.wait_for_window(besides=[window.main]))
+        dialog = window.wait_for_window(besides=[window.main])
+        for key in in_it:
+            window.wait_quiet()
+            window.key(key)
+        self.keep(name, dialog)
 
 
 def main():
@@ -152,6 +172,10 @@ def main():
         'debug': Guide.debug,
         'browse': lambda guide: guide.dialog('browse', 'ctrl+F12'),
         'options': lambda guide: guide.dialog('options', 'alt+t', 'Up', 'Return'),
+        'more-options': lambda guide: guide.dialog('more-options', 'alt+t', 'Up', 'Return',
+                                                     in_it=['Right']),
+        'new-form': lambda guide: guide.new_project('new-form', 'card', 'Tab', 'Right'),
+        'import': Guide.import_dialog,
         'preview': lambda guide: guide.dialog('preview', 'alt+f', 'Down', *['Down'] * 6, 'Return'),
     }
     wanted = sys.argv[1:] or list(pictures)

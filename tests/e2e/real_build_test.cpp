@@ -52,6 +52,27 @@ TEST_F(RealBuild, SourcesWithEvilNames_BuildAndRun) {
   EXPECT_THAT(build.shell.output, testing::Not(testing::HasSubstr("Compiling")));
 }
 
+// In both modes, with a macro that needs quotes.
+TEST_F(RealBuild, TheMakefile_MakesTheSameObjects) {
+  build.Add("a.cpp",
+            "const char* text() { return TEXT; }\nint main() { return text()[1] - ' '; }\n");
+  build.Add("b.c", "int twice(int i) { return DOUBLE(i); }\n");
+  const std::string macros = " \"-DTEXT=\\\"a $b\\\"\" -DDOUBLE(x)=(2*x)";
+  build.project.releaseOptions.comp = "-O2" + macros;
+  build.project.debugOptions.comp = "-g" + macros;
+  for (const int mode : {zendry::cRelease, zendry::cDebug}) {
+    build.project.SetMode(mode);
+    ASSERT_TRUE(build.builder.Build(Builder::Scope::cAll)) << build.shell.output;
+    ASSERT_EQ(build.project.ExportMakefile("").error, "");
+    const auto make =
+        test::Program({"/usr/bin/make", "-B", "-C", build.Path("")}, build.files.Path()).Wait();
+    ASSERT_EQ(make.status, 0) << make.out << build.files.Read("Makefile");
+    const std::string folder = mode == zendry::cRelease ? "out-rel/" : "out-dbg/";
+    for (const char* object : {"a.o", "b.o"})
+      EXPECT_EQ(build.files.Read(object), build.files.Read(folder + object)) << object;
+  }
+}
+
 TEST_F(RealBuild, BaseNameTwice_BothAreLinked) {
   build.Add("a/x.c", "int other(void);\nint main(void) { return other(); }\n");
   build.Add("b/x.c", "int other(void) { return 0; }\n");

@@ -64,6 +64,14 @@ void Replace(SciEditor& editor, size_t start, size_t end, const std::string& wit
   editor.Send(SCI_REPLACETARGET, with.size(), with.c_str());
 }
 
+// The hit that is selected as a whole, if there is one.
+std::optional<Hit> SelectedHit(const SciEditor& editor, const TextFinder& finder) {
+  const auto [start, end] = editor.Selection();
+  const std::optional<Hit> hit = finder.Next(editor.ShownText(), AsPlace(start), AsPlace(end));
+  const bool isIt = hit && hit->start == AsPlace(start) && hit->end == AsPlace(end);
+  return isIt ? hit : std::nullopt;
+}
+
 struct Change {
   size_t start = 0;
   size_t end = 0;
@@ -102,7 +110,8 @@ std::string SelectionInLine(const SciEditor& editor) {
 
 void FindSelection(SciEditor& editor, FindWay way) {
   std::string wanted = SelectionInLine(editor);
-  if (wanted.empty()) {
+  const bool isSelected = !wanted.empty();
+  if (!isSelected) {
     const auto caret = static_cast<std::uintptr_t>(editor.CaretPosition());
     wanted = editor.GetRange(static_cast<int>(editor.Send(SCI_WORDSTARTPOSITION, caret, 1)),
                              static_cast<int>(editor.Send(SCI_WORDENDPOSITION, caret, 1)));
@@ -111,23 +120,24 @@ void FindSelection(SciEditor& editor, FindWay way) {
   theSearch.findText = wanted;
   theSearch.matchCase = theSearch.wholeWord = true;
   theSearch.regExp = false;
+  // The selected part of a word, which may be the last search's hit, stands nowhere as a whole one.
+  if (isSelected)
+    theSearch.wholeWord = SelectedHit(editor, TextFinder(theSearch.Term())).has_value();
   theSearch.Remember();
   FindNext(editor, way);
 }
 
 void ReplaceOne(SciEditor& editor) {
   const TextFinder finder(theSearch.Term());
-  const auto [start, end] = editor.Selection();
-  const std::string_view text = editor.ShownText();
-  const std::optional<Hit> hit = finder.Next(text, AsPlace(start), AsPlace(end));
-  const bool isHit = hit && hit->start == AsPlace(start) && hit->end == AsPlace(end);
+  const std::optional<Hit> hit = SelectedHit(editor, finder);
   const FindWay way = FindWayOfDialog();
-  if (theSearch.found && isHit && !editor.IsReadOnly()) {
+  if (theSearch.found && hit && !editor.IsReadOnly()) {
     const std::string with =
-        finder.Replacement(text, *hit, theSearch.replaceText, LineEndOf(editor));
+        finder.Replacement(editor.ShownText(), *hit, theSearch.replaceText, LineEndOf(editor));
     const UndoStep step(editor);
     Replace(editor, hit->start, hit->end, with);
-    const int after = start + static_cast<int>(way == FindWay::cForward ? with.size() : 0);
+    const int after =
+        static_cast<int>(hit->start) + static_cast<int>(way == FindWay::cForward ? with.size() : 0);
     editor.Select(after, after);
   }
   FindNext(editor, way);

@@ -133,6 +133,20 @@ TEST_F(SciFind, Selection_IsTheWordAtTheCaret_AsAWholeWord) {
   });
 }
 
+TEST_F(SciFind, SelectedPartOfAWord_IsFoundInOtherWords_AWholeWordIsNot) {
+  RunEditor(form, [&] {
+    form.Fill("@abcd xabc abc");
+    form.editor.Select(0, 3);
+    form.editor.OnCommand(cSciFindSelection);
+    EXPECT_EQ(Selected(), "6-9");
+    EXPECT_TRUE(theSearch.matchCase && !theSearch.wholeWord);
+    form.editor.Select(10, 13);
+    form.editor.OnCommand(cSciFindSelection);
+    EXPECT_EQ(Selected(), "10-13");
+    EXPECT_TRUE(theSearch.wholeWord);
+  });
+}
+
 TEST_F(SciFind, SelectionWithoutAWord_ShowsTheDialog) {
   RunEditor(form, [&] {
     form.Fill("a  @  b");

@@ -50,6 +50,17 @@ TEST_F(ImportFolder, SourcesAndHeaders_AreListed_HiddenAndBuildFoldersAreNot) {
               ElementsAre("a.cpp", "b.c", "builder/i.cpp", "sub/c.h"));
 }
 
+TEST_F(ImportFolder, FoldersNamedAsTests_AreLeftOut_OthersWithTheseLettersAreNot) {
+  for (const char* folder :
+       {"api_test", "test_api", "unit-tests", "contest", "testament", "attest"})
+    files.Write(std::string(folder) + "/main.c", "int main(void) { return 0; }\n");
+  const Import import = ListFolder(files.Path());
+  for (const char* name : {"api_test/main.c", "test_api/main.c", "unit-tests/main.c"})
+    EXPECT_EQ(WhyNot(import, name), "tests and examples") << name;
+  for (const char* name : {"contest/main.c", "testament/main.c", "attest/main.c"})
+    EXPECT_NE(WhyNot(import, name), "tests and examples") << name;
+}
+
 TEST_F(ImportFolder, TestsExamplesAndOtherSystems_AreLeftOut_UnlessNothingElseIsThere) {
   files.Write("tests/a.cpp", "");
   files.Write("win32/b.cpp", "");

@@ -41,8 +41,8 @@ TEST_F(ProjectMakefileTest, Sources_HaveRulesWithTheirQuotedIncludes) {
   const std::string text = Exported();
   EXPECT_EQ(text.substr(0, text.find('#')),
             "CC=gcc\n"
-            "CCFLAGS=-I/opt/zendry/mylib -I/opt/zendry/libs/basic -c\n"
-            "LINKFLAGS=-L/opt/zendry/mylib -L/opt/zendry/libs -lstdc++ -lm\n"
+            "CCFLAGS=-O2 -I/opt/zendry/mylib -I/opt/zendry/libs/basic -c\n"
+            "LINKFLAGS=-L/opt/zendry/mylib -L/opt/zendry/libs -s -lstdc++ -lm\n"
             "app.exe: src/a.o ../b.o d.o\n"
             "\t$(CC) -o app.exe  src/a.o ../b.o d.o $(LINKFLAGS)\n"
             "src/a.o: src/a.cpp a.h src/b.h inc/c.h\n"
@@ -87,8 +87,8 @@ TEST_F(ProjectMakefileTest, Switches_AreTheProjectsWithPathsOfThisSystem) {
   EXPECT_EQ(
       text.substr(0, text.find("app.exe")),
       "CC=gcc\n"
-      "CCFLAGS=-I\"/my \\$$apps/zendry\"/mylib -Iinc -I\"/my \\$$apps/zendry\"/libs/basic -c\n"
-      "LINKFLAGS=-L\"/my \\$$apps/zendry\"/libs -lm\n");
+      "CCFLAGS=-O2 -I\"/my \\$$apps/zendry\"/mylib -Iinc -I\"/my \\$$apps/zendry\"/libs/basic -c\n"
+      "LINKFLAGS=-L\"/my \\$$apps/zendry\"/libs -lm -s\n");
 }
 
 // The shell reads the switches within double quotes; make reads them before it.
@@ -99,14 +99,45 @@ TEST_F(ProjectMakefileTest, OddLettersOfAPath_AreQuotedEachInItsWay) {
   for (const Row& row :
        {Row{"/a+b", "/a+b"}, Row{"/a b", "\"/a b\""}, Row{"/a'b", "\"/a'b\""},
         Row{"/a\"b", "\"/a\\\"b\""}, Row{"/a$b", "\"/a\\$$b\""}, Row{"/a`b", "\"/a\\`b\""},
-        Row{"/a\\b", "\"/a\\\\b\""}, Row{"/a#b", "\"/a\\#b\""}}) {
+        Row{"/a\\b", "\"/a\\\\b\""}, Row{"/a#b", "\"/a\\#b\""}, Row{"/a(b)", "\"/a(b)\""},
+        Row{"/a;b", "\"/a;b\""}, Row{"/\xc3\xa4", "/\xc3\xa4"}}) {
     theIdeConfig.appDir = std::string(row.folder) + "/bin/";
     project.includePath = "-I@/mylib";
     const std::string text = Exported();
-    EXPECT_NE(text.find("CCFLAGS=-I" + std::string(row.quoted) + "/mylib "), std::string::npos)
+    EXPECT_NE(text.find("CCFLAGS=-O2 -I" + std::string(row.quoted) + "/mylib "), std::string::npos)
         << row.folder << "\n"
         << text;
   }
+}
+
+TEST_F(ProjectMakefileTest, Switches_OfTheModeAndItsCompilerSet_ComeWithThem) {
+  project.debugOptions = {1, "-g -Dtext=\\\"it's\\\" \"-Da=(1; 2)\" -Dx=$y", "-rdynamic"};
+  theIdeConfig.toolSets[1].flags = "-m64";
+  project.includePath = project.linkerPath = "";
+  project.SetMode(cDebug);
+  const std::string text = Exported();
+  EXPECT_EQ(text.substr(0, text.find("app.exe")),
+            "CC=gcc\n"
+            "CCFLAGS=-g \"-Dtext=\\\"it's\\\"\" \"-Da=(1; 2)\" \"-Dx=\\$$y\" "
+            "-I/opt/zendry/libs/basic -m64 -c\n"
+            "LINKFLAGS=-L/opt/zendry/libs -rdynamic\n");
+  theIdeConfig.toolSets[1].flags = "";
+}
+
+// A build expands the macros of a set where it lies, by the rules of command lines.
+TEST_F(ProjectMakefileTest, Switches_OfTheLibrarySet_AreTheSameBeforeAndAfterABuild) {
+  project.includePath = project.linkerPath = "";
+  project.libSet = "mine";
+  LibSet& set = theIdeConfig.libSets["mine"];
+  set = {.expanded = false, .include = "-I@/mine", .link = "-L@/mine -lmine"};
+  const std::string before = Exported();
+  set = {.expanded = true, .include = "-I/opt/zendry/mine", .link = "-L/opt/zendry/mine -lmine"};
+  EXPECT_EQ(Exported(), before);
+  EXPECT_NE(before.find("CCFLAGS=-O2 -I/opt/zendry/libs/basic -I/opt/zendry/mine -c\n"
+                        "LINKFLAGS=-L/opt/zendry/libs -L/opt/zendry/mine -lmine -s\n"),
+            std::string::npos)
+      << before;
+  theIdeConfig.libSets.erase("mine");
 }
 
 // Makefiles of earlier versions must be known by their marks.
