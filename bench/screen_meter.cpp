@@ -116,29 +116,33 @@ bool Contains(const XRectangle& outer, const XRectangle& inner) {
          inner.y + inner.height <= outer.y + outer.height;
 }
 
-std::optional<XRectangle> ListOf(const XEvent& event) {
-  XWindowAttributes window;
-  if (event.type != MapNotify || !XGetWindowAttributes(theDisplay, event.xmap.window, &window) ||
-      window.width < cLeastListWidth)
-    return std::nullopt;
-  return XRectangle{static_cast<short>(window.x), static_cast<short>(window.y),
-                    static_cast<unsigned short>(window.width),
-                    static_cast<unsigned short>(window.height)};
+XRectangle PlaceOf(Window window) {
+  XWindowAttributes now;
+  if (!XGetWindowAttributes(theDisplay, window, &now)) return {};
+  return {static_cast<short>(now.x), static_cast<short>(now.y),
+          static_cast<unsigned short>(now.width), static_cast<unsigned short>(now.height)};
+}
+
+// The window that was mapped, when it is no small one.
+Window ListOf(const XEvent& event) {
+  if (event.type != MapNotify) return None;
+  return PlaceOf(event.xmap.window).width < cLeastListWidth ? None : event.xmap.window;
 }
 
 void ListOne(KeySym key) {
   WaitForQuiet();
   double mapped = -1, painted = -1;
-  std::optional<XRectangle> list;
+  Window list = None;
   const auto start = Clock::now();
   Press(key);
   while (painted < 0) {
     const auto event = NextEvent(start + cLongestAnswer);
     if (!event) break;
     const double now = Since(start);
-    if (!list && (list = ListOf(*event))) mapped = now;
-    const auto change = ChangeOf(*event, cLeastPixels);
-    if (list && change && Contains(*list, *change)) painted = now;
+    if (list == None && (list = ListOf(*event)) != None) mapped = now;
+    const auto change = list == None ? std::nullopt : ChangeOf(*event, cLeastPixels);
+    // A program may give the window another size after it was mapped.
+    if (change && Contains(PlaceOf(list), *change)) painted = now;
   }
   std::printf("%.3f %.3f\n", mapped, painted);
   WaitForQuiet();

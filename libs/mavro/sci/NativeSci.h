@@ -89,8 +89,8 @@ class NativeSci : public NativeWindow {
   // True if a list can open at a byte. The component fails with a list whose place is on no screen,
   // as in a long line that is scrolled.
   virtual bool IsOnScreen(int position) const = 0;
-  // Called when a list has been opened: its rows show what `noteOf` says about their names. Without
-  // it the rows show only the names.
+  // Called before a list is opened: its rows show what `noteOf` says about their names. Without it
+  // the rows show only the names.
   virtual void DressList(std::function<ListNote(const std::string& name)> noteOf) = 0;
   // True if the desktop's colours are dark now.
   virtual bool IsDark() const = 0;

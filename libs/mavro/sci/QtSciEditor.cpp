@@ -289,7 +289,7 @@ class SciWindow final : public NativeSci {
   }
 
   void DressList(std::function<ListNote(const std::string&)> noteOf) override {
-    sci->list.Dress(std::move(noteOf));
+    sci->list.SetNotes(std::move(noteOf));
   }
 
   bool IsOnScreen(int position) const override {

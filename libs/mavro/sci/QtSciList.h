@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QFont>
 #include <QObject>
 #include <QPoint>
 #include <QPointer>
+#include <array>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "ListNote.h"
 
@@ -22,8 +25,10 @@ class SciList final : public QObject {
   SciList(QWidget& theEditor, std::function<void()> theTake);
   ~SciList() override;
 
-  // Called when a list has been opened. Without `theNoteOf` it keeps the component's look.
-  void Dress(std::function<ListNote(const std::string&)> theNoteOf);
+  // For the list that is opened next. Without `theNoteOf` its rows show only the names.
+  void SetNotes(std::function<ListNote(const std::string&)> theNoteOf) {
+    noteOf = std::move(theNoteOf);
+  }
   // From now on rows have no notes: who gave them is gone.
   void ForgetNotes() { noteOf = nullptr; }
   // True for the second press of a double click whose first one has taken a row: it hits the text
@@ -36,17 +41,34 @@ class SciList final : public QObject {
 
  private:
   class Rows;
+  class Frame;
 
-  QListWidget* FindOpen() const;
-  void FitToNotes();
+  // The widths of texts in one font.
+  class Widths {
+   public:
+    void Use(const QFont& newFont);
+    int Of(const QString& text) const;
+
+   private:
+    QFont font;
+    bool isKnown = false;
+    std::array<qreal, 128> of = {};
+  };
+
+  void Dress(QListWidget& opened);
+  void HideWindows();
+  void WatchWindow(const QObject* watched, const QEvent& event);
   void ShowLongNote();
   bool TakeAt(const QPoint& place);
 
   QWidget& editor;
   const std::function<void()> take;
   std::function<ListNote(const std::string&)> noteOf;
+  QPointer<Frame> frame;  // the native window of the lists; made for the first one
   QPointer<QListWidget> list;
   const void* window = nullptr;  // the same; only compared, also while it is being destroyed
+  bool hasPainted = false;       // the list
+  Widths widths;
   QPointer<QLabel> beside;
   const void* pressed = nullptr;  // the row; only compared
   QPoint clickPlace;

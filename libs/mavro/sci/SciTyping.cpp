@@ -149,13 +149,12 @@ void SciEditor::Impl::ShowList(size_t typed, const std::string& list, Offer offe
   movedInList = false;
   offered = offer;
   if (!Window()->IsOnScreen(listStart)) return;
-  SendText(SCI_AUTOCSHOW, static_cast<Param>(typed), list.c_str());
-  if (!Send(SCI_AUTOCACTIVE)) return;
-  ChooseInList();
   std::function<ListNote(const std::string&)> noteOf;
   if (offer == Offer::cNames)
     noteOf = [this](const std::string& name) { return Editor().getListNote(name); };
   Window()->DressList(std::move(noteOf));
+  SendText(SCI_AUTOCSHOW, static_cast<Param>(typed), list.c_str());
+  if (Send(SCI_AUTOCACTIVE)) ChooseInList();
 }
 
 // After each letter the component selects the first name that begins with what is typed.
