@@ -82,7 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
              "f operator \"\"_s:T; v a:int;"},
         Case{"TypedefWithNoexcept", "typedef void (*H)(int) noexcept; int a;",
              "t H:void; v a:int;"},
-        Case{"TypedefOfAMacro", "typedef TYPEOF(x) T;", "t T;"},
+        Case{"TypedefOfAMacro", "typedef TYPEOF(x) T;", "t T:TYPEOF;"},
         Case{"Deleted", "struct A { A(B::C) = delete; A(A&&) = default; };",
              "s A:struct; p A::A; p A::A;"},
         Case{"DeletedWithEllipsis", "int f(...) = delete;", "p f:int;"},
