@@ -120,7 +120,8 @@ class Project : public mavro::object {
 
   // Parses a module and replaces its tags, unless `parse` is off. The text is that of `editor`,
   // which then counts as parsed. If `editor` is null, the text is that of the module's open editor,
-  // else of its file.
+  // else of its file. The open text of no file of the project has no tags beyond cMostTextAlone.
+  static constexpr int cMostTextAlone = 16 << 20;  // bytes
   void parseModule(TagData& module, EditorText* editor);
   // Parses the open editors whose text has changed since they were parsed; if `editor` is given,
   // only that one.

@@ -23,6 +23,12 @@ std::string TextOf(const EditorText& editor, int length) {
   return text;
 }
 
+// Such texts are data or made by programs: their tags would take longer than all else that opens
+// them, and more memory than the text.
+bool IsTooLongForTags(const EditorText* editor, const Project& project) {
+  return editor && editor->Length() > Project::cMostTextAlone && !project.FindFile(editor->Path());
+}
+
 bool IsLarge(const EditorText& editor) {
   return editor.Length() > cMostTypedText;
 }
@@ -101,6 +107,12 @@ void Project::parseModule(TagData& module, EditorText* editor) {
   if (!editor) editor = FindEditor(module);
   std::vector<IncludeRec> known = std::move(module.includes);
   module.clear();
+  if (IsTooLongForTags(editor, *this)) {
+    module.includes = ScanIncludes(TextOf(*editor, cMostTypedText));
+    theTagParser.logMessage("no tags of so long a text", module.fileName);
+    editor->parsed = true;
+    return module.Changed();
+  }
   if (editor) {
     EditorReader reader(*editor);
     theTagParser.parseBuffer(module, &reader, false);

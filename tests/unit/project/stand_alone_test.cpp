@@ -48,6 +48,14 @@ TEST_F(StandAloneTest, WithoutAProject_OwnClassesHaveMembers) {
             "x?1 y?1");
 }
 
+TEST_F(StandAloneTest, TextBeyondTheLimit_HasNoTags) {
+  const std::string use = "struct Point { int x, y; };\nvoid f() {\n  Point p;\n  p.@\n}\n";
+  const std::string longest =
+      std::string(Project::cMostTextAlone - (use.size() - 1), '\n') + use;  // "@" is no part of it
+  EXPECT_EQ(ListIn("solo.cpp", longest), "x?1 y?1");
+  EXPECT_EQ(ListIn("solo.cpp", "\n" + longest), "");
+}
+
 TEST_F(StandAloneTest, IncludedFiles_AreReadThroughIncludes) {
   folder.Write("a.h", "#include \"deep/b.h\"\nstruct A { B b; int a; };\n");
   folder.Write("deep/b.h", "#include \"c.h\"\nstruct B { C c; };\n");
