@@ -55,7 +55,7 @@ struct KeyRow {
 };
 const KeyRow cKeys[] = {
     {theBuildActs, cMakeCommand, "build what has changed"},
-    {theDebugger, cRunCommand, "build, run and debug"},
+    {theDebugger, cRunCommand, "build, run or debug"},
     {theBuildActs, cNextErrorCommand, "go to the next error"},
     {theEditorActs, cTabListCommand, "go to an open file"},
     {theHelpActs, cWordHelpCommand, "help on a word"},

@@ -75,8 +75,14 @@ void ImportPage::OnFile(mavro::NotifyArgs&) {
 
 // A path that was typed is listed as soon as the field is left.
 void ImportPage::OnTyped(mavro::NotifyArgs&) {
+  ListTyped();
+}
+
+bool ImportPage::ListTyped() {
   const std::string path = source.text;
-  if (!path.empty() && path != listed) List(path);
+  if (path.empty() || path == listed) return false;
+  List(path);
+  return true;
 }
 
 void ImportPage::List(const std::string& path) {

@@ -15,6 +15,8 @@ class ImportPage : public mavro::TabPage {
 
   // Lists the files of a folder or of a compile_commands.json.
   void List(const std::string& path);
+  // Lists what was typed into the field. False if it is listed already, or there is nothing.
+  bool ListTyped();
   // True if there is something to make a project of.
   bool HasFiles() const { return import.error.empty() && !import.files.empty(); }
   const Import& Result() const { return import; }

@@ -108,6 +108,7 @@ void NewProjectDialog::FillLists() {
 
 void NewProjectDialog::Begin(int page, int demo) {
   tabs.selectedIndex = page;
+  if (page == cImportPage) focusControl = &existing.source;
   if (page == cDemosPage && demo >= 0) {
     demoList.selectedIndex = demo;
     const std::string name = BaseName(items.DemoFolder(demo));
@@ -145,7 +146,9 @@ void NewProjectDialog::OnListed(mavro::NotifyArgs&) {
   place.name.text = name;
 }
 
+// Return in the field for the folder shows its files; the next one takes them.
 void NewProjectDialog::OnOk(mavro::NotifyArgs&) {
+  if (ShownPage() == cImportPage && existing.ListTyped()) return StayOpen();
   if (!HasProjectName(place)) return StayOpen();
   const int page = ShownPage();
   const bool isList = page == cTemplatePage || page == cDemosPage;

@@ -9,6 +9,7 @@
 #include "EditorFixture.h"
 #include "Looks.h"
 #include "SmallDisk.h"
+#include "frame/NewProjects.h"
 #include "wizards/NewProjectDialog.h"
 
 // New projects and clones, by keys and clicks.
@@ -303,6 +304,23 @@ TEST_F(IdeNewProject, AnImport_WritesNothingButTheProject) {
     EXPECT_EQ(IdeDriver::Tree(), "(Source Files(main.cpp) Header Files(inc(a.h)))");
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("main.cpp"));
     EXPECT_EQ(theProject.includePath, "-I@/mylib -Iinc");
+  });
+}
+
+TEST_F(IdeNewProject, AnImportByKeysAlone_ShowsTheFilesBeforeItTakesThem) {
+  ide.files.Write("code/main.cpp", "int main() {}\n");
+  ide.Run({}, [&] {
+    ide.OnDialog([&](mavro::Form& form) {
+      auto& dialog = static_cast<NewProjectDialog&>(form);
+      ASSERT_EQ(QApplication::focusWidget(), test::WidgetOf(dialog.existing.source));
+      QTest::keyClicks(QApplication::focusWidget(), QString::fromStdString(ide.files.Path("code")));
+      test::Key(form, Qt::Key_Return);
+      ASSERT_TRUE(form.impl->hwnd);
+      EXPECT_EQ(dialog.existing.files.rowCount, 1);
+      test::Key(form, Qt::Key_Return);
+    });
+    MakeNewProject(NewProjectDialog::cImportPage);
+    EXPECT_EQ(IdeDriver::Tree(), "(Source Files(main.cpp))");
   });
 }
 
