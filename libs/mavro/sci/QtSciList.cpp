@@ -155,7 +155,9 @@ void SciList::Dress(QListWidget& opened) {
     if (hasPainted) ShowLongNote();
   });
   QObject::connect(list, &QObject::destroyed, this, [this](const QObject* gone) {
-    if (gone == window) HideWindows();
+    if (gone != window) return;
+    list.clear();  // it is no list any more
+    HideWindows();
   });
   list->viewport()->installEventFilter(this);
 }
@@ -213,7 +215,7 @@ bool SciList::IsRestOfClick(const QPoint& globalPlace, unsigned long time) const
 
 // The long note has a window of its own, which waits until the list is on the screen.
 void SciList::WatchWindow(const QObject* watched, const QEvent& event) {
-  if (watched == window && list && event.type() == QEvent::ShowToParent && !frame->isVisible())
+  if (watched == window && event.type() == QEvent::ShowToParent && list && !frame->isVisible())
     frame->Open(*list);
   if (watched == window && event.type() == QEvent::Hide) HideWindows();
   if (event.type() != QEvent::Paint || hasPainted || !list || watched != list->viewport()) return;

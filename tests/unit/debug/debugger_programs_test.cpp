@@ -360,14 +360,15 @@ TEST_F(ProgramTest, AProgramThatPrintsWithoutEnd_LeavesTimeForTheUserInEachPass)
       "#include <cstdio>\nint main() {\n"
       "  for (int i = 0;; ++i) std::printf(\"line %d\\n\", i);\n}\n");
   debugger.Run(Debugger::With::cGdb);
-  constexpr size_t cPass = 16384, cEnough = 1 << 20;
+  constexpr size_t cPass = 16384, cRead = 4096, cEnough = 1 << 20;
+  constexpr size_t cSaid = 1024;  // by the debugger itself, when the program starts
   size_t largest = 0, before = 0;
   ASSERT_TRUE(IdleUntil([&] {
     largest = std::max(largest, build.shell.output.size() - before);
     before = build.shell.output.size();
     return before > cEnough;
   }));
-  EXPECT_LE(largest, cPass + 4096);
+  EXPECT_LE(largest, cPass + cRead + cSaid);
   debugger.Stop();
   EXPECT_EQ(debugger.State(), DebugState::cNotRunning) << "it is stopped in the middle";
 }
