@@ -108,7 +108,7 @@ void Project::parseModule(TagData& module, EditorText* editor) {
   std::vector<IncludeRec> known = std::move(module.includes);
   module.clear();
   if (IsTooLongForTags(editor, *this)) {
-    module.includes = ScanIncludes(TextOf(*editor, cMostTypedText));
+    RefreshIncludes(module, *editor, std::move(known));
     theTagParser.logMessage("no tags of so long a text", module.fileName);
     editor->parsed = true;
     return module.Changed();

@@ -273,7 +273,7 @@ class SciWindow final : public NativeSci {
     sci->onStep = nullptr;
     sci->onForeignText = nullptr;
     sci->onPalette = nullptr;
-    sci->list.ForgetNotes();
+    sci->list.SetNotes(nullptr);
   }
 
   Param Send(unsigned message, Param wParam, Param lParam) const override {

@@ -29,8 +29,6 @@ class SciList final : public QObject {
   void SetNotes(std::function<ListNote(const std::string&)> theNoteOf) {
     noteOf = std::move(theNoteOf);
   }
-  // From now on rows have no notes: who gave them is gone.
-  void ForgetNotes() { noteOf = nullptr; }
   // True for the second press of a double click whose first one has taken a row: it hits the text
   // below the list. HasClicked is true until the text is pressed again after such a first one.
   bool IsRestOfClick(const QPoint& globalPlace, unsigned long time) const;

@@ -3,9 +3,9 @@
 #include <sys/stat.h>
 
 #include <filesystem>
-#include <fstream>
 #include <random>
 
+#include "BytesRead.h"
 #include "EditorFixture.h"
 #include "IfKilled.h"
 #include "Privileges.h"
@@ -24,15 +24,6 @@ using testing::IsEmpty;
 using testing::SizeIs;
 
 constexpr int cChange = 5000;  // more than a small copy has room for steps
-
-// The bytes that this process has read so far; negative if the system doesn't count.
-int64_t BytesRead() {
-  std::ifstream io("/proc/self/io");
-  std::string name;
-  int64_t bytes = -1;
-  io >> name >> bytes;
-  return bytes;
-}
 
 class IdeSaving : public test::EditorFixture {
  protected:
@@ -616,14 +607,14 @@ TEST_F(IdeSaving, NoRoomForACopy_IsSaidAsLongAsThereIsNone) {
 }
 
 TEST_F(IdeSaving, WhenTheWindowComesToTheFront_AnUnchangedFileIsNotRead) {
-  if (BytesRead() < 0) GTEST_SKIP() << "the system doesn't count";
+  if (test::BytesRead() < 0) GTEST_SKIP() << "the system doesn't count";
   ide.Run({}, [&] {
     constexpr int cSize = 1'000'000;
     CppEditor& editor = Open("a.cpp", std::string(cSize, '\n'));
     const auto reads = [&] {
-      const int64_t before = BytesRead();
+      const int64_t before = test::BytesRead();
       EXPECT_FALSE(editor.ChangeOnDisk());
-      return BytesRead() - before >= cSize;
+      return test::BytesRead() - before >= cSize;
     };
     EXPECT_FALSE(reads());
     fs::permissions(editor.fileName, fs::perms::owner_all);

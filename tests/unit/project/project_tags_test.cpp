@@ -3,10 +3,10 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
+#include "BytesRead.h"
 #include "ProjectShell.h"
 #include "ScopedVariable.h"
 #include "TempFolder.h"
@@ -205,25 +205,16 @@ TEST_F(ProjectTagsTest, TextOf_OneMegabyte_IsTheLargest) {
   EXPECT_EQ(sources.TextOf(module).size(), 1u << 20);
 }
 
-// The bytes that this process has read so far, with those of this question.
-int64_t BytesRead() {
-  std::ifstream io("/proc/self/io");
-  std::string name;
-  int64_t bytes = -1;
-  io >> name >> bytes;
-  return bytes;
-}
-
 TEST_F(ProjectTagsTest, TextOf_16Files_AreReadOnce_A17thMakesRoom) {
-  if (BytesRead() < 0) GTEST_SKIP() << "the system doesn't count";
+  if (test::BytesRead() < 0) GTEST_SKIP() << "the system doesn't count";
   constexpr int cSize = 100'000;
   ProjectSources sources(project, shell);
   const auto reads = [&](int i) {
     TagData module;
     module.fileName = folder.Path(std::to_string(i) + ".h");
-    const int64_t before = BytesRead();
+    const int64_t before = test::BytesRead();
     EXPECT_EQ(sources.TextOf(module).size(), static_cast<size_t>(cSize));
-    return BytesRead() - before >= cSize;
+    return test::BytesRead() - before >= cSize;
   };
   for (int i = 0; i <= 16; ++i) folder.Write(std::to_string(i) + ".h", std::string(cSize, 'x'));
   for (const bool isFirst : {true, false})
