@@ -91,7 +91,7 @@ class NativeSci : public NativeWindow {
   virtual bool IsOnScreen(int position) const = 0;
   // Called before a list is opened: its rows show what `noteOf` says about their names. Without it
   // the rows show only the names.
-  virtual void DressList(std::function<ListNote(const std::string& name)> noteOf) = 0;
+  virtual void SetListNotes(std::function<ListNote(const std::string& name)> noteOf) = 0;
   // True if the desktop's colours are dark now.
   virtual bool IsDark() const = 0;
   // The face of the desktop's fixed or proportional font.

@@ -288,7 +288,7 @@ class SciWindow final : public NativeSci {
     sci->SendScintilla(message, static_cast<unsigned long>(number), picture);
   }
 
-  void DressList(std::function<ListNote(const std::string&)> noteOf) override {
+  void SetListNotes(std::function<ListNote(const std::string&)> noteOf) override {
     sci->list.SetNotes(std::move(noteOf));
   }
 

@@ -152,7 +152,7 @@ void SciEditor::Impl::ShowList(size_t typed, const std::string& list, Offer offe
   std::function<ListNote(const std::string&)> noteOf;
   if (offer == Offer::cNames)
     noteOf = [this](const std::string& name) { return Editor().getListNote(name); };
-  Window()->DressList(std::move(noteOf));
+  Window()->SetListNotes(std::move(noteOf));
   SendText(SCI_AUTOCSHOW, static_cast<Param>(typed), list.c_str());
   if (Send(SCI_AUTOCACTIVE)) ChooseInList();
 }
