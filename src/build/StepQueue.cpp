@@ -30,12 +30,16 @@ bool StepQueue::Begin(const ToolStep& step, const std::vector<std::string>& envi
   steps.push_back(std::move(owned));
   if (isFirst) ShowFirst();
   if (step.refusal) {
-    active.hasEnded = active.hasError = true;
+    active.hasEnded = true;
+    NoteError(active);
     return true;
   }
   active.end.wasRun = true;
   const mavro::SpawnPool::Failure failure = StartTool(active, step.line);
-  if (failure.text.empty()) return true;
+  if (failure.text.empty()) {
+    withTool.push_back(&active);
+    return true;
+  }
   if (failure.isForLackOfRoom && Running() > 0) {
     freeSlots.insert(active.slot);
     steps.pop_back();
@@ -53,7 +57,7 @@ mavro::SpawnPool::Failure StepQueue::StartTool(Active& active, const std::string
 
 void StepQueue::Keep(Active& active, const std::string& line) {
   active.bytes += line.size() + cBytesOfALine;
-  if (!active.isShown) active.hasError |= watcher.IsErrorLine(active.step, line);
+  if (!active.isShown && watcher.IsErrorLine(active.step, line)) NoteError(active);
   active.lines.push_back(line);
 }
 
@@ -61,26 +65,29 @@ bool StepQueue::Advance(int milliseconds) {
   if (steps.empty()) return false;
   const bool canShow = !steps.front()->lines.empty() || steps.front()->hasEnded;
   for (const mavro::SpawnPool::Ended& ended : pool.Wait(canShow ? 0 : milliseconds)) NoteEnd(ended);
-  for (const auto& active : steps)
-    if (!active->hasEnded) pool.Pause(active->slot, active->bytes > cMostBytes);
+  for (const Active* active : withTool) pool.Pause(active->slot, active->bytes > cMostBytes);
   ShowFirst();
   Active& first = *steps.front();
   if (!ShowLines(first) || !first.hasEnded) return false;
   const std::unique_ptr<Active> done = std::move(steps.front());
   steps.pop_front();
   freeSlots.insert(done->slot);
+  failing -= done->hasError;
   watcher.EndStep(done->step, done->end, done->slot);
   return true;
 }
 
+void StepQueue::NoteError(Active& active) {
+  if (!std::exchange(active.hasError, true)) ++failing;
+}
+
 void StepQueue::NoteEnd(const mavro::SpawnPool::Ended& ended) {
-  const auto found = std::find_if(steps.begin(), steps.end(), [&ended](const auto& active) {
-    return active->slot == ended.key && !active->hasEnded;
-  });
-  if (found == steps.end() || RunsHere(**found, ended)) return;
+  const auto found = std::ranges::find(withTool, ended.key, &Active::slot);
+  if (found == withTool.end() || RunsHere(**found, ended)) return;
   Active& active = **found;
+  withTool.erase(found);
   active.hasEnded = true;
-  active.hasError |= ended.exitSignal != 0 && !ended.wasStopped;
+  if (ended.exitSignal != 0 && !ended.wasStopped) NoteError(active);
   active.end.exitCode = ended.exitCode;
   active.end.exitSignal = ended.exitSignal;
   active.end.wasStopped = ended.wasStopped && ended.exitCode != 0;
@@ -119,11 +126,6 @@ bool StepQueue::ShowLines(Active& active) {
 
 void StepQueue::Stop() {
   pool.Stop();
-}
-
-bool StepQueue::HasError() const {
-  return std::any_of(steps.begin(), steps.end(),
-                     [](const auto& active) { return active->hasError; });
 }
 
 }  // namespace zendry

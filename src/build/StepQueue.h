@@ -47,7 +47,7 @@ class StepQueue {
   bool IsEmpty() const { return steps.empty(); }
   int Running() const { return static_cast<int>(pool.Running()); }
   // A step has failed so that no other may begin, though it may not be shown yet.
-  bool HasError() const;
+  bool HasError() const { return failing > 0; }
   // The number of steps that have ended and are not shown.
   int Waiting() const { return static_cast<int>(steps.size()) - Running(); }
 
@@ -73,6 +73,7 @@ class StepQueue {
   int TakeSlot();
   mavro::SpawnPool::Failure StartTool(Active& active, const std::string& line);
   void Keep(Active& active, const std::string& line);
+  void NoteError(Active& active);
   void NoteEnd(const mavro::SpawnPool::Ended& ended);
   bool RunsHere(Active& active, const mavro::SpawnPool::Ended& ended);
   void ShowFirst();
@@ -81,7 +82,9 @@ class StepQueue {
   StepWatcher& watcher;
   std::deque<std::unique_ptr<Active>> steps;
   // Kept beside the steps, because thousands wait when no tool can be started.
-  std::set<int> freeSlots;  // those below `usedSlots`
+  std::vector<Active*> withTool;  // those whose tool runs
+  int failing = 0;                // the number of those that have an error
+  std::set<int> freeSlots;        // those below `usedSlots`
   int usedSlots = 0;
   mavro::SpawnPool pool;  // after `steps`, whose handlers it calls: it must go first
 };
