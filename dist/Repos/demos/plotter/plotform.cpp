@@ -28,6 +28,7 @@ bool IsNumber(const std::string& text, double& number) {
 
 PlotForm::PlotForm() {
   Initialize();
+  AddCurve(formula.text);
 }
 
 void PlotForm::Place(Control& control, int left, int width, const std::string& caption) {
