@@ -94,10 +94,19 @@ class PreviewForm : public mavro::Form {
     live.Bind(model.root, *this);
     live.ApplyAll(model.root);
     live.CreateAll();
+    if (text.Get().empty()) text = "Preview";
+    onKeyPreview.Add_H(this, &PreviewForm::OnKey);
   }
   ~PreviewForm() override { live.Clear(); }
 
  private:
+  // Escape ends a preview, whatever buttons the form has.
+  void OnKey(mavro::NotifyArgs& args) {
+    if (args.value != mavro::Key::cEscape) return;
+    args.value = 0;
+    Close();
+  }
+
   FormData model;
   LiveControls live;
 };

@@ -176,6 +176,29 @@ TEST_F(DesignFrameTest, Guides_ShowWhileADragIsInLine) {
   });
 }
 
+TEST_F(DesignFrameTest, Preview_IsNamedAndEndsByEscape) {
+  Design("Edit name;\n",
+         "this->SetBounds(0, 0, 300, 200);\n//!<Edit>\nname.SetBounds(10, 10, 200, 24);\n"
+         "this->Add(&name);\n",
+         [&] {
+           QTimer poll;
+           std::string title;
+           QObject::connect(&poll, &QTimer::timeout, [&] {
+             mavro::Form* shown = mavro::activeForm;
+             if (!shown || shown == frame) return;
+             if (!static_cast<mavro::Form::Impl*>(shown->impl)->firstShowDone) return;
+             poll.stop();
+             title = shown->text;
+             test::Key(*shown, Qt::Key_Escape);
+             if (mavro::activeForm == shown) ADD_FAILURE() << "Escape closes nothing";
+             if (mavro::activeForm == shown) shown->Close();
+           });
+           poll.start(2);
+           Type(Qt::Key_F9);
+           EXPECT_EQ(title, "Preview");
+         });
+}
+
 TEST_F(DesignFrameTest, Preview_RunsTheFormWithItsRealControls) {
   Design(
       "Memo notes;\nComboBox choice;\nButton okButton;\n",
