@@ -6,6 +6,8 @@
 
 #include "NativeButtons.h"
 #include "QtFactories.h"
+#include "QtRowDelegate.h"
+#include "QtSeenBox.h"
 #include "QtStrips.h"
 #include "QtText.h"
 #include "Virtual.h"
@@ -117,10 +119,18 @@ class CheckBoxWindow final : public NativeCheckBox {
 
 }  // namespace
 
+// The toolkit makes the frame from the colour of the ground, which nothing else of the box has.
+void LightenFrame(QPalette& palette) {
+  constexpr int cDark = 128, cShareOfText = 80;  // of 255, and in percent
+  if (palette.color(QPalette::Window).lightness() < cDark)
+    palette.setColor(QPalette::Window, GridColor(palette, cShareOfText));
+}
+
 NativeWindow* MakeButton(const CreateInfo& info) {
   const uint32_t kind = info.style & BS_TYPEMASK;
   if (kind == BS_GROUPBOX) return MakeGroupBox(info);
-  if (kind == BS_AUTOCHECKBOX) return new CheckBoxWindow(info, new QCheckBox(ParentWidget(info)));
+  if (kind == BS_AUTOCHECKBOX)
+    return new CheckBoxWindow(info, new SeenBox<QCheckBox>(ParentWidget(info)));
   return new ButtonWindow(info, new PushButton(ParentWidget(info)));
 }
 

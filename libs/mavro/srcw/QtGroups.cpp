@@ -11,6 +11,7 @@
 #include "NativeButtons.h"
 #include "NativeGroups.h"
 #include "QtFactories.h"
+#include "QtSeenBox.h"
 #include "QtText.h"
 #include "Virtual.h"
 
@@ -56,8 +57,9 @@ class ButtonGroupWidget final : public GroupBoxWidget {
   ButtonGroupWidget(QWidget* parent, bool radio) : GroupBoxWidget(parent), isRadio(radio) {}
 
   QAbstractButton* Insert(int index, const QString& caption) {
-    QAbstractButton* button = isRadio ? static_cast<QAbstractButton*>(new QRadioButton(this))
-                                      : static_cast<QAbstractButton*>(new QCheckBox(this));
+    QAbstractButton* button = isRadio
+                                  ? static_cast<QAbstractButton*>(new SeenBox<QRadioButton>(this))
+                                  : static_cast<QAbstractButton*>(new SeenBox<QCheckBox>(this));
     button->setAutoExclusive(false);
     button->setText(caption);
     button->installEventFilter(this);

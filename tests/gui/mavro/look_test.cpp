@@ -4,7 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractItemView>
+#include <QRadioButton>
 
+#include "Button.h"
+#include "ButtonGroup.h"
+#include "DarkPalette.h"
 #include "FileDrop.h"
 #include "Form.h"
 #include "Label.h"
@@ -46,6 +50,39 @@ TEST(Theme, ChangesOpenWindows_AndSystemBringsTheDesktopsBack) {
     SetTheme(Theme::cSystem);
   });
   EXPECT_EQ(QApplication::palette().color(QPalette::Window), before.color(QPalette::Window));
+}
+
+// An empty box or circle can be seen on any ground, the desktop's own dark one too.
+TEST(Theme, EmptyBoxesAndCircles_CanBeSeen) {
+  constexpr int cLeastStrength = 50;  // steps of gray between the ground and the frame
+  const QPalette before = QApplication::palette();
+  Form form;
+  CheckBox box;
+  RadioGroup group;
+  box.SetBounds(10, 10, 60, 20);
+  group.SetBounds(10, 40, 80, 60);
+  group.items.Add("");
+  group.itemIndex = -1;
+  form.Add(&box);
+  form.Add(&group);
+  test::RunForm(form, false, [&] {
+    const auto expectSeen = [&](const char* look) {
+      QCoreApplication::processEvents();
+      QWidget* circle = test::WidgetOf(group)->findChild<QRadioButton*>();
+      ASSERT_NE(circle, nullptr);
+      for (QWidget* drawn : {test::WidgetOf(box), circle})
+        EXPECT_GE(test::InkStrength(drawn->grab().toImage()), cLeastStrength)
+            << look << " " << drawn->metaObject()->className();
+    };
+    SetTheme(Theme::cLight);
+    expectSeen("light");
+    SetTheme(Theme::cDark);
+    expectSeen("dark");
+    SetTheme(Theme::cSystem);
+    QApplication::setPalette(test::DarkPalette());
+    expectSeen("the desktop's dark");
+    QApplication::setPalette(before);
+  });
 }
 
 TEST(InterfaceLetters, ReachTrees_NotLabels_AndZeroBringsTheDesktopsBack) {
