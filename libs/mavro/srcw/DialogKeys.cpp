@@ -4,7 +4,9 @@
 #include "Action.h"
 #include "Button.h"
 #include "FormImpl.h"
+#include "Keys.h"
 #include "MessageLoop.h"
+#include "TabCtrl.h"
 #include "Virtual.h"
 
 namespace mavro {
@@ -45,6 +47,38 @@ bool MoveFocus(Form& form, int step) {
   for (int i = 0; i < count; ++i)
     if (controls[static_cast<size_t>(i)]->IsFocused()) at = i;
   FocusByKey(*controls[static_cast<size_t>((at + step + count) % count)], step);
+  return true;
+}
+
+// How many pages a key turns in a dialog with tabs.
+int PageStep(int virtualKey, int hotkeyFlags) {
+  const bool isBack = hotkeyFlags & cShiftKey;
+  if ((hotkeyFlags & ~cShiftKey) != cControlKey) return 0;
+  if (virtualKey == VK_TAB) return isBack ? -1 : 1;
+  if (isBack) return 0;
+  return virtualKey == Key::cPageDown ? 1 : virtualKey == Key::cPageUp ? -1 : 0;
+}
+
+// The first row of tabs at or below a control that can be seen.
+TabCtrl* FirstTabs(Control& control) {
+  if (!control.impl->hwnd || !control.impl->hwnd->IsShown()) return nullptr;
+  if (auto* tabs = dynamic_cast<TabCtrl*>(&control)) return tabs;
+  for (Control* child : control.children)
+    if (TabCtrl* tabs = FirstTabs(*child)) return tabs;
+  return nullptr;
+}
+
+// Shows another page of the tabs around the focus, else of the dialog's first ones, around the
+// ends.
+bool TurnPage(Form& form, Control* focused, int step) {
+  if (step == 0 || !form.autoDialogKeys) return false;
+  TabCtrl* tabs = nullptr;
+  for (Control* around = focused; around && !tabs; around = around->parent)
+    tabs = dynamic_cast<TabCtrl*>(around);
+  if (!tabs) tabs = FirstTabs(form);
+  const int count = tabs ? tabs->TabCount() : 0;
+  if (count < 2) return false;
+  tabs->selectedIndex = (tabs->selectedIndex + step + count) % count;
   return true;
 }
 
@@ -94,6 +128,7 @@ bool OnEnter(Form& form) {
 bool DialogKey(Form& form, int virtualKey, int hotkeyFlags) {
   Control* focused = FocusedControl(form);
   const int step = hotkeyFlags & cShiftKey ? -1 : 1;
+  if (TurnPage(form, focused, PageStep(virtualKey, hotkeyFlags))) return true;
   const NativeWindow* window = focused ? focused->impl->hwnd : nullptr;
   if (virtualKey == VK_TAB && window && window->LetsTabOut()) {
     const bool leaves = (hotkeyFlags & (cShiftKey | cControlKey)) && !(hotkeyFlags & cAltKey);

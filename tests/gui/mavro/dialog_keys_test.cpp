@@ -138,6 +138,49 @@ TEST(DialogKeys, Mnemonics_OfLabelBoxButtonGroupAndTabs) {
   });
 }
 
+// The pages change from anywhere in the dialog, around the ends; the focus stays outside of them.
+TEST(DialogKeys, CtrlTabAndCtrlPageKeys_TurnThePages) {
+  struct Row {
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+    int page;
+  };
+  const Row rows[] = {{Qt::Key_Tab, Qt::ControlModifier, 1},
+                      {Qt::Key_Tab, Qt::ControlModifier, 0},
+                      {Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier, 1},
+                      {Qt::Key_PageDown, Qt::ControlModifier, 0},
+                      {Qt::Key_PageUp, Qt::ControlModifier, 1},
+                      {Qt::Key_Tab, Qt::NoModifier, 1},
+                      {Qt::Key_PageDown, Qt::NoModifier, 1},
+                      {Qt::Key_Tab, Qt::ControlModifier | Qt::AltModifier, 1}};
+  DialogForm form;
+  test::RunForm(form, true, [&] {
+    form.ok.Focus();
+    for (const Row& row : rows) {
+      test::Key(form, row.key, row.modifiers);
+      EXPECT_EQ(form.tabs.selectedIndex, row.page) << row.key;
+      if (row.modifiers != Qt::NoModifier) {
+        EXPECT_EQ(form.Focused(), "ok") << row.key;
+      }
+      form.ok.Focus();
+    }
+    form.onSecond.Focus();
+    test::Key(form, Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(form.Focused(), "onFirst");
+  });
+}
+
+TEST(DialogKeys, CtrlTab_InAFormWithoutDialogKeys_TurnsNothing) {
+  DialogForm form;
+  form.autoDialogKeys = false;
+  test::RunForm(form, true, [&] {
+    form.ok.Focus();
+    test::Key(form, Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(form.tabs.selectedIndex, 0);
+    form.result = Form::cCancel;
+  });
+}
+
 TEST(DialogKeys, EnterInAnyControl_PressesOk) {
   for (int place = 0; place < 4; ++place) {
     DialogForm form;
