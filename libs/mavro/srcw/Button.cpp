@@ -114,10 +114,22 @@ void Button::Impl::ShowPicture() {
     Window()->SetPicture(cStockStrip, icon > 0 ? icon : -1, false);
 }
 
+// False if something that the user has typed is refused, or if the button is gone.
+bool Button::Impl::FinishTypingInForm() {
+  Form* form = owner->GetForm();
+  Control* focused = form ? FocusedIn(*form) : nullptr;
+  if (!focused || focused == owner) return true;
+  const NativeWindow* window = hwnd;
+  if (focused->impl->FinishTyping()) return IsWindow(window);
+  if (IsWindow(window)) form->StayOpen();
+  return false;
+}
+
 void Button::Impl::OnClick() {
   const int result = modalResult;
   const int command = static_cast<Button*>(owner)->cmd;
   if (Form* form = owner->GetForm()) ImplOf(*form).staysOpen = false;
+  if (result == Form::cOk && !FinishTypingInForm()) return;
   NotifyArgs args{owner, 0};
   if (!static_cast<AnyButton*>(owner)->onClick.Fire(args)) return;
   Form* form = owner->GetForm();

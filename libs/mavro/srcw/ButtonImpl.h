@@ -41,6 +41,7 @@ class Button::Impl : public AnyButton::Impl {
   void OnClick() override;
 
  private:
+  bool FinishTypingInForm();
   NativeButton* Window() const { return static_cast<NativeButton*>(hwnd); }
   void ShowPicture();
 

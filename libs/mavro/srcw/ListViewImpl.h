@@ -32,6 +32,7 @@ class ListView::Impl : public SysImpl, public ListSource {
   void Destroy() override;
   void PrepareStyle() override { style |= LVS_REPORT; }
   Param OnNotify(NotifyHeader* header) override;
+  bool FinishTyping() override { return !hwnd || Window()->LeaveForGood(); }
 
   int RowCount() const override { return vrowCount(); }
   int ColumnCount() const override { return static_cast<int>(columns.size()); }

@@ -102,6 +102,9 @@ class NativeListView : public NativeWindow {
   virtual void EditCell(int row, int column) = 0;
   // Takes the text that is being typed, if there is one.
   virtual void EndEdit() = 0;
+  // The same before a dialog takes what it shows. False if the text was refused and stays in its
+  // editor; nobody is asked again about a text that hasn't changed since.
+  virtual bool LeaveForGood() = 0;
   // Enables clicks on the column titles.
   virtual void SetHeaderClickable(bool on) = 0;
 };

@@ -115,6 +115,7 @@ class GridWindow final : public NativeGrid, public GridHost {
     if (view->host) view->StartEdit({row, column});
   }
   void EndEdit() override { view->FinishEdit(); }
+  bool LeaveForGood() override { return view->LeaveForGood(); }
   void SetHeaderClickable(bool on) override { view->titlesAreButtons = on; }
 
   int CurrentColumn() const override { return HasCursor() ? view->Cursor().col : -1; }

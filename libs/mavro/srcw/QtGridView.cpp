@@ -255,6 +255,7 @@ bool GridView::FinishEdit() {
   isFinishing = wasFinishing;
   if (!host) return false;
   if (lastRefused) {
+    if (delegate.Editor()) refusedText = delegate.Editor()->text();
     BackToEditor();
     return false;
   }
@@ -268,6 +269,12 @@ void GridView::BackToEditor() {
   if (!line) return;
   line->setFocus();
   line->selectAll();
+}
+
+bool GridView::LeaveForGood() {
+  if (!StaysInEditor() || delegate.Editor()->text() != refusedText) return FinishEdit();
+  BackToEditor();
+  return false;
 }
 
 bool GridView::LeaveEdit() {

@@ -82,6 +82,8 @@ class GridView final : public QTableView {
   QLineEdit* StartEdit(GridCell cell, Typing typing = Typing::cKeeps, const QString& typed = {});
   // Takes the typed text; false if it was refused: then the editor stays open.
   bool FinishEdit();
+  // The same for a dialog's OK button, which may have taken the focus before.
+  bool LeaveForGood();
   // The focus has left the editor, which ends it unless its text is refused: then it has the focus
   // again, and the answer is true. Does nothing while the text is being taken: a handler may show a
   // window.
@@ -96,6 +98,7 @@ class GridView final : public QTableView {
   GridDelegate delegate;
   GridHost* host = nullptr;       // null once its window is gone
   bool lastRefused = false;       // the last typed text
+  QString refusedText;            // the last one that was
   bool titlesAreButtons = false;  // a click on a title selects no cells
 
  protected:

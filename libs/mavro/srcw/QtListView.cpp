@@ -178,6 +178,10 @@ class ListViewWindow final : public NativeListView {
   void EndEdit() override {
     if (view->IsEditing()) view->delegate.Finish();
   }
+  bool LeaveForGood() override {
+    EndEdit();
+    return true;
+  }
 
   void SetHeaderClickable(bool on) override { view->header()->setSectionsClickable(on); }
 

@@ -217,4 +217,11 @@ bool SysImpl::FireNotify(NotifyEvent& event, int value) {
   return event.Fire(args);
 }
 
+Control* FocusedIn(Control& control) {
+  if (control.IsFocused()) return &control;
+  for (Control* child : control.children)
+    if (Control* focused = FocusedIn(*child)) return focused;
+  return nullptr;
+}
+
 }  // namespace mavro

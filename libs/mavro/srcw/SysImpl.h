@@ -42,6 +42,9 @@ class SysImpl : public object {
   // Message dispatch. Every path that doesn't return ends in DefaultProc.
   virtual Param WndProc(unsigned message, Param wParam, Param lParam);
   virtual void OnDrawItem();
+  // Called for the control with the focus before a dialog ends with OK: takes what is being typed.
+  // False if that is refused; the dialog then stays open.
+  virtual bool FinishTyping() { return true; }
   // Source 0 searches the action menu; forms add closing (1: store the result, 2: close).
   virtual int OnMenuCommand(int source, int id);
 
@@ -133,6 +136,9 @@ void RegisterDisplayable(Control* control);
 void UnregisterDisplayable(Control* control);
 // The control of a window, or null.
 Control* ControlOf(const NativeWindow* window);
+
+// The focused control at or below `control`, or null.
+Control* FocusedIn(Control& control);
 
 // The child of `container` under a native id with the child route, or an assertion.
 Control* RoutedChild(Control* container, int nativeId);

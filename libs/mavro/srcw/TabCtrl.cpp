@@ -11,14 +11,6 @@ namespace mavro {
 
 namespace {
 
-// The focused control at or below `control`, or null.
-Control* FocusedIn(Control& control) {
-  if (control.IsFocused()) return &control;
-  for (Control* child : control.children)
-    if (Control* focused = FocusedIn(*child)) return focused;
-  return nullptr;
-}
-
 // True if `wanted` is at or below `control`; it may point to a destroyed control.
 bool Holds(const Control& control, const Control* wanted) {
   return &control == wanted ||

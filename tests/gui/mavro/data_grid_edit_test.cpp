@@ -203,6 +203,50 @@ TEST(DataGridEdit, RefusedText_StaysWhenTheFocusGoesElsewhere) {
   });
 }
 
+// The OK button neither takes nor throws away what was refused.
+TEST(DataGridEdit, RefusedText_KeepsADialogOpen) {
+  for (const bool byMouse : {true, false}) {
+    GridForm form;
+    form.refused = "bad";
+    const int result = test::RunForm(form, true, [&] {
+      form.Click(1, 1);
+      form.Type("bad");
+      form.log.Take();
+      if (byMouse)
+        test::Click(form.ok);
+      else
+        form.ok.impl->OnCommand(0, 0);
+      ASSERT_NE(form.impl->hwnd, nullptr) << byMouse;
+      EXPECT_EQ(form.log.Take(), "") << "OK is not pressed";
+      EXPECT_EQ(form.asked, "1,1=bad ");
+      ASSERT_NE(form.Editor(), nullptr);
+      EXPECT_TRUE(form.Editor()->hasFocus());
+      EXPECT_EQ(form.Editor()->text(), "bad");
+      form.Type("good");
+      test::Click(form.ok);
+    });
+    EXPECT_EQ(result, Form::cOk);
+    EXPECT_EQ(form.grid.GetCell(1, 1), "good");
+  }
+}
+
+TEST(DataGridEdit, RefusedText_IsGivenUpByCancel) {
+  GridForm form;
+  Button cancel;
+  cancel.kind = Button::cCancel;
+  cancel.SetLocation(150, 260);
+  form.Add(&cancel);
+  form.refused = "bad";
+  EXPECT_EQ(test::RunForm(form, true,
+                          [&] {
+                            form.Click(1, 1);
+                            form.Type("bad");
+                            test::Click(cancel);
+                          }),
+            Form::cCancel);
+  EXPECT_EQ(form.grid.GetCell(1, 1), "r1c1");
+}
+
 // The handler moves the focus, as a message box does.
 TEST(DataGridEdit, RefusedText_IsAskedAboutOnce_WhereTheHandlerTakesTheFocus) {
   GridForm form;
