@@ -17,6 +17,7 @@
 #include "QtFactories.h"
 #include "QtSciAccess.h"
 #include "QtSciList.h"
+#include "QtTypedLine.h"
 #include "SciMessages.h"
 #include "Virtual.h"
 
@@ -36,6 +37,12 @@ constexpr int cListKeys[] = {Qt::Key_Up,       Qt::Key_Down, Qt::Key_PageUp,
 
 bool IsForeign(const QString& text) {
   return std::any_of(text.begin(), text.end(), [](QChar c) { return c.unicode() >= 0x80; });
+}
+
+// The notifications of the component while it inserts a letter.
+bool IsOfLetter(int code) {
+  return code == SCN_MODIFIED || code == SCN_CHARADDED || code == SCN_SAVEPOINTLEFT ||
+         code == SCN_SAVEPOINTREACHED;
 }
 
 // Text for the clipboard that is made when a program asks for it: a selection may be a large part
@@ -64,6 +71,7 @@ class SciWidget final : public QsciScintillaBase {
   explicit SciWidget(QWidget* parent) : QsciScintillaBase(parent) { InstallSciAccess(); }
 
   NativeSci* window = nullptr;
+  TypedLine typedLine{*this};
   SciList list{*this, [this] { SendScintilla(SCI_AUTOCCOMPLETE); }};
   std::function<void()> onForeignText;
   std::function<void()> onPalette;
@@ -82,7 +90,9 @@ class SciWidget final : public QsciScintillaBase {
       return event->accept();
     }
     if (prints && onTyping) onTyping(cSciWillType);
+    if (prints) typedLine.Begin();
     QsciScintillaBase::keyPressEvent(event);
+    typedLine.End();
     if (prints && onTyping) onTyping(cSciTyped);
     if (onTyping) onTyping(cSciKeyDone);
   }
@@ -277,12 +287,14 @@ class SciWindow final : public NativeSci {
   }
 
   Param Send(unsigned message, Param wParam, Param lParam) const override {
+    sci->typedLine.Before(message);
     return sci->SendScintilla(message, static_cast<unsigned long>(wParam),
                               static_cast<long>(lParam));
   }
 
   // This toolkit's version of the component takes pixmaps; other versions take the text.
   void SendImage(unsigned message, int number, const char* xpm) const override {
+    sci->typedLine.End();
     QPixmap picture;
     picture.loadFromData(QByteArray(xpm), "XPM");
     sci->SendScintilla(message, static_cast<unsigned long>(number), picture);
@@ -413,6 +425,7 @@ class SciWindow final : public NativeSci {
   }
 
   Param Report(int code, SciNotification& n) {
+    if (!IsOfLetter(code)) sci->typedLine.End();
     n.from = this;
     n.id = id;
     n.code = code;

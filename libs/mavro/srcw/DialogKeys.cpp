@@ -126,6 +126,10 @@ bool OnEnter(Form& form) {
 }  // namespace
 
 bool DialogKey(Form& form, int virtualKey, int hotkeyFlags) {
+  // Letters come one after the other, and the focus is looked for in the whole form.
+  const bool isKnown = virtualKey == VK_TAB || virtualKey == VK_RETURN || virtualKey == VK_ESCAPE ||
+                       ArrowStep(virtualKey) != 0;
+  if (!isKnown) return false;
   Control* focused = FocusedControl(form);
   const int step = hotkeyFlags & cShiftKey ? -1 : 1;
   if (TurnPage(form, focused, PageStep(virtualKey, hotkeyFlags))) return true;

@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QKeyEvent>
+#include <QPaintEvent>
 #include <QSocketNotifier>
 #include <QWidget>
 #include <QWindow>
@@ -19,6 +20,7 @@
 #include "IdleHook.h"
 #include "MessageLoop.h"
 #include "QtEnding.h"
+#include "QtFlushed.h"
 #include "QtInput.h"
 #include "Virtual.h"
 
@@ -100,6 +102,8 @@ class LoopFilter final : public QObject {
       auto* widget = static_cast<QWidget*>(watched);
       if (event->type() == QEvent::Shortcut) FocusByMnemonic(*widget);
       if (event->type() == QEvent::FocusIn) FocusComes(*static_cast<QFocusEvent*>(event));
+      if (event->type() == QEvent::Paint)
+        NotePainted(*widget, static_cast<QPaintEvent*>(event)->region());
       return OfferInput(widget, event);
     }
     if (!IsInput(event->type()) || !watched->isWindowType()) return false;
@@ -202,6 +206,7 @@ bool DispatchWaiting() {
 }
 
 void WaitAndDispatch() {
+  AwaitScreen();
   QAbstractEventDispatcher::instance()->processEvents(QEventLoop::WaitForMoreEvents);
 }
 
