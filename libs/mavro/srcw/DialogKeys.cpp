@@ -127,12 +127,13 @@ bool OnEnter(Form& form) {
 
 bool DialogKey(Form& form, int virtualKey, int hotkeyFlags) {
   // Letters come one after the other, and the focus is looked for in the whole form.
+  const int pageStep = PageStep(virtualKey, hotkeyFlags);
   const bool isKnown = virtualKey == VK_TAB || virtualKey == VK_RETURN || virtualKey == VK_ESCAPE ||
-                       ArrowStep(virtualKey) != 0;
+                       ArrowStep(virtualKey) != 0 || pageStep != 0;
   if (!isKnown) return false;
   Control* focused = FocusedControl(form);
   const int step = hotkeyFlags & cShiftKey ? -1 : 1;
-  if (TurnPage(form, focused, PageStep(virtualKey, hotkeyFlags))) return true;
+  if (TurnPage(form, focused, pageStep)) return true;
   const NativeWindow* window = focused ? focused->impl->hwnd : nullptr;
   if (virtualKey == VK_TAB && window && window->LetsTabOut()) {
     const bool leaves = (hotkeyFlags & (cShiftKey | cControlKey)) && !(hotkeyFlags & cAltKey);
