@@ -112,7 +112,7 @@ uint64_t DigestOf(const TagData& tags) {
   for (const auto& [name, record] : tags.classes) {
     digest = Mix(digest + (record.line >= 0), record);
     for (const TagItem& member : record.members)
-      if (!IsOuterDefinition(member)) digest = Mix(digest, member);
+      if (IsOwnMember(member)) digest = Mix(digest, member);
   }
   return digest;
 }
@@ -280,7 +280,7 @@ std::vector<TreeRow> ClassTree::RowsOfClass(const TreeNode& node) const {
   const TagClass* record = HasSameModules() ? RecordOf(node) : nullptr;
   if (record)
     for (const TagItem& member : record->members)
-      if (!IsOuterDefinition(member))
+      if (IsOwnMember(member))
         rows.push_back({TextOf(member), DataOf(ModuleOf(node.data), cMemberNode, member.kind)});
   std::stable_sort(rows.begin(), rows.end(), IsRowBefore);
   return rows;
@@ -427,7 +427,7 @@ TagItem* ClassTree::SelectedItem() {
   record.owner = &record;
   if (classNode == node) return &record;
   for (TagItem& member : record.members) {
-    if (IsOuterDefinition(member) || TextOf(member) != node->text) continue;
+    if (!IsOwnMember(member) || TextOf(member) != node->text) continue;
     member.module = module;
     member.owner = &record;
     return &member;

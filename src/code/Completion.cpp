@@ -60,8 +60,9 @@ bool LeadsElsewhere(const std::vector<TagItem*>& items, std::string_view text) {
   return first->owner && !first->module && IsArrowForeign(first->owner->name);
 }
 
-// True if the member operator before the caret follows an index, which the names don't show.
-bool IsAfterIndex(const CaretText& editor, std::string_view text) {
+// True if the member operator before the caret follows an index or a call: the names show neither
+// the index nor which of several functions the arguments fit.
+bool IsAfterBrackets(const CaretText& editor, std::string_view text) {
   const size_t part = LastPart(text);
   if (text.substr(0, part) != "." && text.substr(0, part) != "->") return false;
   int before = editor.CaretPosition() - static_cast<int>(text.size());
@@ -70,7 +71,7 @@ bool IsAfterIndex(const CaretText& editor, std::string_view text) {
     editor.CopyRange(before - 1, before, &c);
     --before;
   }
-  return c == ']';
+  return c == ']' || c == ')';
 }
 
 bool IsType(const TagItem& item) {
@@ -187,8 +188,8 @@ CompletionList Completion::Complete(const CaretText& editor, std::string_view le
     Collect(items, editor, request->text, request->kind, place.scope);
     if (request->typesPrefix) list.typed = request->text;
   }
-  const bool leadsElsewhere =
-      !operand.empty() && (IsAfterIndex(editor, leftOfCaret) || LeadsElsewhere(items, leftOfCaret));
+  const bool leadsElsewhere = !operand.empty() && (IsAfterBrackets(editor, leftOfCaret) ||
+                                                   LeadsElsewhere(items, leftOfCaret));
   list.rows = RowsOf(editor, std::move(items), place, list.typed);
   if (leadsElsewhere) CompleteByTypes(editor, place, list);
   Finish(list);

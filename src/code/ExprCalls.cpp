@@ -280,21 +280,30 @@ ExprTypes::CallableList ExprTypes::Overloads(const TagItem& item) {
 
 // The first function of the same name that takes as many arguments; `first` itself if none does.
 TagItem& ExprTypes::FittingOverload(TagItem& first, const ExprStep& call) {
-  if (!IsFunction(first) || first.owner || !first.module) return first;
+  if (!IsFunction(first) || !first.module) return first;
   int arguments = call.begin < call.end ? 1 : 0;
   for (int at = call.begin; at < call.end; ++at) {
     if (tokens.IsOpening(at)) at = tokens.Partner(at);
     if (tokens.Is(at, ",")) ++arguments;
   }
   if (ArityOf(first.signature).Takes(arguments)) return first;
+  const auto fits = [&](const TagItem& other) {
+    return other.name == first.name && IsFunction(other) &&
+           ArityOf(other.signature).Takes(arguments);
+  };
+  if (first.owner) {
+    const auto found = std::find_if(first.owner->members.begin(), first.owner->members.end(), fits);
+    if (found == first.owner->members.end()) return first;
+    found->module = first.module;
+    found->owner = first.owner;
+    return *found;
+  }
   const TagIndex& index = tags.EnsureIndex();
   const auto places = index.AllGlobals().find(first.name);
   if (places == index.AllGlobals().end()) return first;
   for (const auto& [number, record] : places->second)
     for (TagItem& other : index.Modules()[static_cast<size_t>(number)]->globals) {
-      if (other.name != first.name || !IsFunction(other) ||
-          !ArityOf(other.signature).Takes(arguments))
-        continue;
+      if (!fits(other)) continue;
       other.module = index.Modules()[static_cast<size_t>(number)];
       other.owner = nullptr;
       return other;

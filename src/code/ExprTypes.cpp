@@ -1,5 +1,7 @@
 #include "code/ExprTypes.h"
 
+#include <algorithm>
+
 #include "base/CaretText.h"
 #include "code/CodeSources.h"
 #include "code/ContainerTypes.h"
@@ -54,6 +56,13 @@ class ScopedValue {
   int& variable;
   const int kept;
 };
+
+// True if a class declares another name for a type.
+bool HasAlias(const TagClass& record, std::string_view name) {
+  return std::any_of(record.members.begin(), record.members.end(), [&](const TagItem& member) {
+    return member.kind == cTypedef && member.name == name;
+  });
+}
 
 bool IsDeduced(const TypeText& type) {
   return type.path.size() == 1 && type.Name() == "auto";
@@ -170,8 +179,10 @@ ExprTypes::Found ExprTypes::ValueOf(const Expr& expr) {
   Found value;
   for (size_t i = 0; i < expr.size() && budget.Take(); ++i) {
     const ExprStep& step = expr[i];
+    const bool isCall = i + 1 < expr.size() && expr[i + 1].kind == ExprStep::Kind::cCall;
+    const ExprStep* const call = isCall ? &expr[i + 1] : nullptr;
     if (i > 0) {
-      value = Apply(*value, step);
+      value = Apply(*value, step, call);
     } else if (step.kind == ExprStep::Kind::cThis) {
       if (OwnerName().empty()) return std::nullopt;
       value = Value{TypeOfName(OwnerName()), {}};
@@ -179,21 +190,20 @@ ExprTypes::Found ExprTypes::ValueOf(const Expr& expr) {
     } else if (step.kind == ExprStep::Kind::cValue) {
       value = Value{step.type, OwnerName()};
     } else {
-      const bool isCall = expr.size() > 1 && expr[1].kind == ExprStep::Kind::cCall;
-      value = NameValue(step, isCall ? &expr[1] : nullptr);
+      value = NameValue(step, call);
     }
     if (!value) return std::nullopt;
   }
   return value;
 }
 
-ExprTypes::Found ExprTypes::Apply(const Value& value, const ExprStep& step) {
+ExprTypes::Found ExprTypes::Apply(const Value& value, const ExprStep& step, const ExprStep* call) {
   using Kind = ExprStep::Kind;
   Value result = value;
   switch (step.kind) {
     case Kind::cMember:
     case Kind::cArrow:
-      return MemberValue(value, step.name, step.kind == Kind::cArrow);
+      return MemberValue(value, step.name, step.kind == Kind::cArrow, call);
     case Kind::cIndex:
       return Indexed(value);
     case Kind::cDeref:
@@ -219,7 +229,7 @@ ExprTypes::Found ExprTypes::NameValue(const ExprStep& step, const ExprStep* call
   if (Found local = LocalValue(name)) return local;
   if (!OwnerName().empty())
     if (TagItem* member = tags.findMemberInClass(OwnerName(), name))
-      return ItemValue(*member, TypeOfName(OwnerName()));
+      return ItemValue(call ? FittingOverload(*member, *call) : *member, TypeOfName(OwnerName()));
   if (TagItem* global = tags.findGlobal(name, scopeFile)) {
     if (global->kind == cMacro)
       if (Found expanded = ExpandedValue(*global, call)) return expanded;
@@ -323,8 +333,34 @@ ExprTypes::Found ExprTypes::ItemValue(TagItem& item, const TypeText& owner) {
   value.item = &item;
   value.isType = item.kind == cTypedef;
   if (item.kind == cNamespace) return std::nullopt;
-  if (item.owner) FillArguments(value, *item.owner, owner);
+  if (item.owner) FillArguments(value, *item.owner, AsBase(owner, *item.owner));
+  const bool isParameter = value.type.path.size() == 1 && !item.signature.empty() && item.module &&
+                           !IsBuiltIn(value.type) && !ClassOf(value.type, value.scope);
+  if (isParameter)
+    if (std::optional<TypeText> type = tagText.DefaultOf(item, value.type.Name())) {
+      type->pointers += value.type.pointers;
+      value.type = *type;
+    }
   return value;
+}
+
+// The type of a base class as the class of an object names it: for an object of the type Leaf,
+// declared as `class Leaf : public Node<Leaf>`, its base Node is Node<Leaf>. The type itself if
+// that isn't known or has no arguments.
+TypeText ExprTypes::AsBase(const TypeText& type, const TagClass& base) {
+  const Deeper deeper(depth);
+  const TagClass* record = deeper.IsTooDeep() ? nullptr : ClassOf(type, {});
+  if (!record || record == &base || !record->module || tagText.ParametersOf(base).empty())
+    return type;
+  const std::vector<std::string> parameters = tagText.ParametersOf(*record);
+  for (TypeText& named : tagText.BasesOf(*record)) {
+    if (!budget.Take(cAliasCost)) break;
+    Substitute(named, parameters, type.Arguments());
+    const TagClass* next = ClassOf(named, record->name);
+    if (next == &base) return named;
+    if (next && next != record && tags.IsDerived(next->name, base.name)) return AsBase(named, base);
+  }
+  return type;
 }
 
 // Fills the arguments of the object's type into a type that a member of `record` was declared with.
@@ -339,8 +375,9 @@ void ExprTypes::FillArguments(Value& value, const TagClass& record, const TypeTe
   if (value.type.Name() != declared) {
     value.scope = OwnerName();
   } else if (value.type.path.size() == 1 && ClassOf(owner, {}) == &record &&
-             tags.findClass(record.name + "::" + declared)) {
-    // A class inside a template has the template's arguments too.
+             (tags.findClass(record.name + "::" + declared) ||
+              (!owner.Arguments().empty() && HasAlias(record, declared)))) {
+    // A type inside a template has the template's arguments too.
     value.type.path.insert(value.type.path.begin(), owner.path.begin(), owner.path.end());
   }
 }
@@ -354,7 +391,8 @@ ExprTypes::Value ExprTypes::Pointee(const Value& value) {
   return object;
 }
 
-ExprTypes::Found ExprTypes::MemberValue(const Value& value, const std::string& name, bool isArrow) {
+ExprTypes::Found ExprTypes::MemberValue(const Value& value, const std::string& name, bool isArrow,
+                                        const ExprStep* call) {
   const Deeper deeper(depth);
   if (deeper.IsTooDeep() || value.isType) return std::nullopt;
   Value object = isArrow ? Pointee(value) : Plain(value);
@@ -364,7 +402,8 @@ ExprTypes::Found ExprTypes::MemberValue(const Value& value, const std::string& n
   Found result;
   if (!record || !record->module) result = WithType(MemberOf(object.type, name), object);
   if (result) result->item = member;
-  if (!result && member) result = ItemValue(*member, object.type);
+  if (!result && member)
+    result = ItemValue(call ? FittingOverload(*member, *call) : *member, object.type);
   return result || member ? result : MacroMember(object, name);
 }
 

@@ -61,7 +61,8 @@ class ExprTypes {
 
   Found ValueOf(int begin, int end);
   Found ValueOf(const Expr& expr);
-  Found Apply(const Value& value, const ExprStep& step);
+  // `call`: the step after it, if that is a call.
+  Found Apply(const Value& value, const ExprStep& step, const ExprStep* call);
   Found NameValue(const ExprStep& step, const ExprStep* call);
   Found LocalValue(const std::string& name);
   Found QualifiedValue(const TypeText& path);
@@ -70,9 +71,11 @@ class ExprTypes {
   Found LibraryCall(const TypeText& path, const ExprStep& call);
   Found DeclValue(const CodeDecl& decl);
   Found ItemValue(TagItem& item, const TypeText& owner);
+  TypeText AsBase(const TypeText& type, const TagClass& base);
   Value Pointee(const Value& value);
   void FillArguments(Value& value, const TagClass& record, const TypeText& owner);
-  Found MemberValue(const Value& value, const std::string& name, bool isArrow);
+  Found MemberValue(const Value& value, const std::string& name, bool isArrow,
+                    const ExprStep* call = nullptr);
   Found OperatorValue(const Value& value, const char* name);
   Found Indexed(const Value& value);
   Found Dereferenced(const Value& value);

@@ -10,4 +10,10 @@ inline bool IsOuterDefinition(const TagItem& item) {
   return item.kind == 'f' && item.access == 0;
 }
 
+// True for a member that the block of its class declares: neither a definition outside of it nor a
+// function that is a friend only.
+inline bool IsOwnMember(const TagItem& item) {
+  return !IsOuterDefinition(item) && item.text != cFriendAccess;
+}
+
 }  // namespace zendry

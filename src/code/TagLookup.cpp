@@ -184,19 +184,6 @@ void ListNames(std::vector<TagItem*>& out, const TagIndex& index,
   }
 }
 
-// The name of a class as its declaration has it: in `int n::A::f() {` the function belongs to the
-// class A, which is declared within the namespace n. The name itself if that is a class, or if no
-// class is left without what comes before it.
-std::string_view WithoutNamespaces(const TagIndex& index, std::string_view name) {
-  for (std::string_view rest = name; !index.FindClass(rest);) {
-    const size_t colon = rest.find("::");
-    if (colon == rest.npos || index.FindClass(rest.substr(0, colon))) return name;
-    rest.remove_prefix(colon + 2);
-    if (index.FindClass(rest)) return rest;
-  }
-  return name;
-}
-
 }  // namespace
 
 const TagIndex& TagLookup::EnsureIndex() {
@@ -217,8 +204,12 @@ TagClass* TagLookup::ClassOf(std::string_view name, const TagData* from) {
   if (from && from == sources.Library()) return findLibraryClass(name);
   if (TagClass* found = ProjectClass(name, from)) return found;
   if (TagClass* found = findLibraryClass(name)) return found;
+  if (name.starts_with('<')) return memberMacros.BlockNamed(name);
+  TagData* const edited = front ? index.FindModule(front->fileName) : nullptr;
+  if (TagClass* found = edited ? ClassInNamespace(index, *edited, name) : nullptr) return found;
   const std::string_view plain = WithoutNamespaces(index, name);
-  return plain == name ? nullptr : ProjectClass(plain, from);
+  if (plain == name) return nullptr;
+  return ProjectClass(plain, from, name.substr(0, name.size() - plain.size() - 2));
 }
 
 TagClass* TagLookup::findLibraryClass(std::string_view name) const {
@@ -237,15 +228,26 @@ std::string TagLookup::NameInScope(const std::string& type, std::string_view sco
   return type;
 }
 
-// Most names are those of one class: the files that include each other count among several only.
-TagClass* TagLookup::ProjectClass(std::string_view name, const TagData* from) {
+// Most names are those of one class: namespaces, and the files that include each other, count among
+// several only. Those of the namespace that the name is written with go first, without one those of
+// the namespaces that are open where it is written.
+TagClass* TagLookup::ProjectClass(std::string_view name, const TagData* from,
+                                  std::string_view space) {
   TagClass* first = index.FindClass(name);
   if (!first) return nullptr;
   const ClassPlaces& places = index.Classes(name);
   const auto isReal = [](const auto& place) { return place.record->line >= 0; };
   if (std::count_if(places.begin(), places.end(), isReal) < 2) return first;
-  const auto* nearest =
-      NearestOf(places, includes.DistancesFrom(from ? from : front, index.Modules()), isReal);
+  if (!from) from = front;
+  const auto textOf = [this](const TagData& file) { return sources.TextOf(file); };
+  const auto isMeant = [&](const auto& place) {
+    if (!isReal(place)) return false;
+    if (!space.empty()) return IsNamespace(place.record->text, space);
+    return !from || openNamespaces.IsOpen(place.record->text, *from, textOf);
+  };
+  const std::vector<int>& distances = includes.DistancesFrom(from, index.Modules());
+  const auto* nearest = NearestOf(places, distances, isMeant);
+  if (!nearest) nearest = NearestOf(places, distances, isReal);
   if (!nearest) return first;
   nearest->record->module = index.Modules()[nearest->module];
   return nearest->record;
@@ -351,7 +353,7 @@ void TagLookup::listMembers(Items& out, std::string_view className, std::string_
   ClassWalk walk(
       records,
       [&](TagClass& record, TagItem& item) {
-        if (!IsOuterDefinition(item) && item.name.starts_with(prefix) && BelongsTo(item, record))
+        if (IsOwnMember(item) && item.name.starts_with(prefix) && BelongsTo(item, record))
           out.push_back(&item);
         return false;
       },

@@ -8,6 +8,7 @@
 #include "tags/IncludeGraph.h"
 #include "tags/MacroNamespaces.h"
 #include "tags/MemberMacros.h"
+#include "tags/OpenNamespaces.h"
 #include "tags/TagIndex.h"
 
 namespace zendry {
@@ -100,7 +101,7 @@ class TagLookup {
   using ClassPlaces = std::vector<TagIndex::Place<TagClass>>;
 
   TagClass* ClassOf(std::string_view name, const TagData* from);
-  TagClass* ProjectClass(std::string_view name, const TagData* from);
+  TagClass* ProjectClass(std::string_view name, const TagData* from, std::string_view space = {});
   bool ListMacroNamespace(std::vector<TagItem*>& out, std::string_view name,
                           std::string_view prefix);
   bool IsOpenTo(const TagClass& record, const std::string& viewer);
@@ -117,6 +118,7 @@ class TagLookup {
   IncludeGraph includes;
   MemberMacros memberMacros;
   MacroNamespaces macroNamespaces;
+  OpenNamespaces openNamespaces;
   const TagData* front = nullptr;
 };
 

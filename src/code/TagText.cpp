@@ -32,6 +32,16 @@ std::string_view FileNameOf(std::string_view path) {
   return path.substr(path.find_last_of('/') + 1);
 }
 
+// The token that names a class in its head; -1 without it.
+int ClassName(const CodeTokens& tokens, int lineStart, const TagClass& record) {
+  const std::string_view name = std::string_view(record.name).substr(record.name.rfind(':') + 1);
+  for (int i = 0; i < tokens.Count(); ++i)
+    if (tokens.Start(i) >= lineStart && tokens.Is(i, name) &&
+        tokens.IsOneOf(i - 1, "class struct union"))
+      return i;
+  return -1;
+}
+
 }  // namespace
 
 TagText::Piece TagText::AroundInEditor(int line) const {
@@ -143,12 +153,44 @@ std::optional<std::string> TagText::Expansion(const TagItem& macro, bool takesAr
 std::vector<std::string> TagText::ParametersOf(const TagClass& record) {
   const Piece piece = Around(record);
   const CodeTokens tokens(piece.text);
-  const std::string_view name = std::string_view(record.name).substr(record.name.rfind(':') + 1);
-  for (int i = 0; i < tokens.Count(); ++i) {
-    if (tokens.Start(i) < piece.lineStart || !tokens.Is(i, name)) continue;
-    if (tokens.IsOneOf(i - 1, "class struct union")) return TemplateParameters(tokens, i);
+  const int name = ClassName(tokens, piece.lineStart, record);
+  return name < 0 ? std::vector<std::string>() : TemplateParameters(tokens, name);
+}
+
+std::vector<TypeText> TagText::BasesOf(const TagClass& record) {
+  const Piece piece = Around(record);
+  const CodeTokens tokens(piece.text);
+  std::vector<TypeText> bases;
+  int at = ClassName(tokens, piece.lineStart, record);
+  while (at >= 0 && at < tokens.Count() && !tokens.IsOneOf(at, ": { ;")) ++at;
+  while (at >= 0 && tokens.IsOneOf(at, ": ,")) {
+    ++at;
+    while (tokens.IsOneOf(at, "public protected private virtual")) ++at;
+    std::optional<TypeText> base = ReadType(tokens, at);
+    if (!base) break;
+    bases.push_back(std::move(*base));
   }
-  return {};
+  return bases;
+}
+
+std::optional<TypeText> TagText::DefaultOf(const TagItem& function, std::string_view parameter) {
+  const Piece piece = Around(function);
+  const CodeTokens tokens(piece.text);
+  int name = 0;
+  while (name < tokens.Count() &&
+         (tokens.Start(name) < piece.lineStart || !tokens.Is(name, function.name)))
+    ++name;
+  int open = name;
+  while (open > 0 && !tokens.IsOneOf(open, "; { }") && !tokens.Is(open - 1, "template")) --open;
+  const int close = tokens.Is(open, "<") ? tokens.AngleEnd(open) : -1;
+  for (int at = open + 1; at < close; ++at) {
+    if (!tokens.Is(at, parameter) || !tokens.Is(at + 1, "=")) continue;
+    at += 2;
+    std::optional<TypeText> type = ReadType(tokens, at);
+    if (type) type->pointers = ReadPointers(tokens, at);
+    return type;
+  }
+  return std::nullopt;
 }
 
 std::optional<TypeText> TagText::IncludedAlias(std::string_view name, StepBudget& budget) {

@@ -41,6 +41,10 @@ class TagText {
                                        const std::vector<std::string>& arguments);
   // The names of the template parameters of a class.
   std::vector<std::string> ParametersOf(const TagClass& record);
+  // The bases of a class as its head names them, with their arguments.
+  std::vector<TypeText> BasesOf(const TagClass& record);
+  // The default of a parameter of the template that a function is.
+  std::optional<TypeText> DefaultOf(const TagItem& function, std::string_view parameter);
   // The type of an alias that is made with "using" in a project file that the current one includes.
   std::optional<TypeText> IncludedAlias(std::string_view name, StepBudget& budget);
 

@@ -24,7 +24,8 @@ TagClass* MemberMacros::MembersOf(const TagItem& macro, TagData& file, std::stri
   if (expansion.generation != file.Generation()) {
     expansion.generation = file.Generation();
     tags.clear();
-    tags.fileName = file.fileName;
+    // The name goes into those of unnamed blocks, which must differ from those of the file.
+    tags.fileName = macro.name + " of " + file.fileName;
     const std::string body = BodyOfMacro(text, macro.line, macro.name);
     if (!body.empty()) {
       const std::string block = "struct " + macro.name + " {\n" + body + "\n;};\n";
@@ -34,14 +35,23 @@ TagClass* MemberMacros::MembersOf(const TagItem& macro, TagData& file, std::stri
       theTagParser.Bind(tags);
     }
   }
+  for (auto& [name, record] : tags.classes) {
+    record.module = &file;
+    for (TagItem& member : record.members) member.line = macro.line;
+  }
   TagClass* found = tags.findClass(macro.name);
   if (!found || (found->members.empty() && found->macros.empty())) return nullptr;
   found->module = &file;
-  for (TagItem& member : found->members) {
-    member.line = macro.line;
-    member.module = &file;
-  }
+  for (TagItem& member : found->members) member.module = &file;
   return found;
+}
+
+TagClass* MemberMacros::BlockNamed(std::string_view name) {
+  for (auto& [place, expansion] : expansions) {
+    const auto found = expansion.tags.classes.find(name);
+    if (found != expansion.tags.classes.end() && found->second.line >= 0) return &found->second;
+  }
+  return nullptr;
 }
 
 }  // namespace zendry

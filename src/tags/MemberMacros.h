@@ -17,6 +17,9 @@ class MemberMacros {
   // The declarations of a macro, as members of a class of its name whose lines are the macro's;
   // null if it has none. `text` is that of the macro's file. Valid until that is parsed again.
   TagClass* MembersOf(const TagItem& macro, TagData& file, std::string_view text);
+  // The class of an unnamed block, the type of a member of `struct { ... } u;` in such a macro;
+  // null without it.
+  TagClass* BlockNamed(std::string_view name);
   // True if MembersOf() needs no text.
   bool IsKnown(const TagItem& macro, const TagData& file) const;
 

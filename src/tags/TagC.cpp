@@ -151,6 +151,7 @@ void TagC::EndStatement(Statement& st) {
     ResetStatement(false);
     theCpp.midStatement = false;
   } else {
+    if (IsMacroAlone(st)) NoteMemberMacro(st, st.activeToken());
     theCpp.midStatement = theCpp.midStatement || !MayStandAlone(st);
     st.stepTokenForward(theCpp.lines.tagLine);
   }
@@ -160,6 +161,16 @@ void TagC::EndStatement(Statement& st) {
 bool TagC::MayStandAlone(Statement& st) const {
   return st.IsParent(DECLARES_ENUM) ||
          (st.activeToken().IsName() && IsInCapitals(st.activeToken().name));
+}
+
+// True for a word in capitals that ends its line in the block of a class, where nothing but such
+// words came before: `HANDLE_FIELDS` above the members.
+bool TagC::IsMacroAlone(Statement& st) const {
+  const bool isInClass = st.parent != nullptr && IsClassLike(st.parent->declaration);
+  if (!isInClass || !IsCOrCpp()) return false;
+  for (int n = 0; n <= st.TokensBefore(); ++n)
+    if (!st.earlierToken(n).IsName() || !IsInCapitals(st.earlierToken(n).name)) return false;
+  return !theCpp.HasMoreOnLine();
 }
 
 void TagC::CheckTag(Statement& st) {
@@ -205,7 +216,8 @@ void TagC::CheckTagAtEnd(Statement& st) {
   const Token& prev = st.earlierToken(1);
   const Token& prev2 = st.earlierToken(2);
   if (prev.IsName()) {
-    if (st.scope == SCOPEKIND_FRIEND && IsForwardWord(prev2)) NoteFriend(st, prev);
+    const bool isClass = IsForwardWord(prev2) || prev2.IsKeyword(Keyword::cFriend);
+    if (st.scope == SCOPEKIND_FRIEND && isClass) NoteFriend(st, prev);
     if (IsForwardWord(prev2))
       st.scope = SCOPEKIND_EXTERN;
     else

@@ -67,6 +67,7 @@ class TagC {
   void CheckTagAtBrace(Statement& st);
   void CheckEnumerator(Statement& st);
   bool MayStandAlone(Statement& st) const;
+  bool IsMacroAlone(Statement& st) const;
   void ExtendContext(Statement& st);
   Statement& StatementOf(int blockLevel);
 

@@ -52,6 +52,16 @@ void Cpp::sourceUngetc(int c) {
   ungetch = c;
 }
 
+bool Cpp::HasMoreOnLine() const {
+  for (const int c : {ungetch, ungetch2, decided, lines.linePushback}) {
+    if (IsClass(c, cLineEndChar) || c == '}') return false;
+    if (c != 0 && !IsClass(c, cSpaceChar)) return true;
+  }
+  std::string_view rest(lines.cursor, static_cast<size_t>(lines.lineEnd - lines.cursor));
+  rest.remove_prefix(std::min(rest.find_first_not_of(" \t\r\n"), rest.size()));
+  return !rest.empty() && rest.front() != '}' && !rest.starts_with("//") && !rest.starts_with("/*");
+}
+
 void Cpp::Stop() {
   ungetch = ungetch2 = decided = 0;
   lines.Stop();

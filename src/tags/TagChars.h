@@ -99,6 +99,8 @@ class Cpp {
     while (IsClass(c, cSpaceChar)) c = sourceGetc();
     return c;
   }
+  // True if anything but a comment or a closing brace follows before the end of the line.
+  bool HasMoreOnLine() const;
   // Appends the rest of an identifier.
   void ReadIdentifierRest(std::string& name);
   bool IsIdentifierStart(int c) const {

@@ -17,6 +17,8 @@ class LibraryNames;
 class TagData;
 struct TagClass;
 
+inline constexpr std::string_view cFriendAccess = "friend";
+
 // A global or a member of a class, as the tag parser found it.
 struct TagItem {
   int line = 0;
@@ -25,7 +27,9 @@ struct TagItem {
   // Third letter of the access: i private or friend, o protected, b public, f default, c local,
   // ? unknown; 0 for none, 1 for every member that was read from a cache.
   int access = 0;
-  std::string text;  // namespace of a name in LibraryNames; else free
+  // The namespace of a name in LibraryNames or of a class of a source; cFriendAccess for a function
+  // that a class names as its friend and that is no member of it.
+  std::string text;
   std::string name;
   std::string signature;      // parameter list with its parentheses; empty if it isn't a function
   std::string type;           // name of the type it was declared with

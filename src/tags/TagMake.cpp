@@ -1,5 +1,6 @@
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
+#include "tags/TagData.h"
 #include "tags/TagMacros.h"
 #include "tags/TagParser.h"
 
@@ -186,7 +187,7 @@ void TagC::FillExtra(TagFacts& facts, const Statement& st, TagType type) {
     facts.implementation = ImplementationText(st.implementation);
   if (!st.IsMember()) return;
   if (IsCpp() && st.scope == SCOPEKIND_FRIEND)
-    facts.access = "friend";
+    facts.access = cFriendAccess;
   else if (st.access != ACCESS_UNKNOWN)
     facts.access = AccessText(st.access);
 }

@@ -141,7 +141,9 @@ size_t TagParser::MemberCount(std::string_view className) const {
 
 void TagParser::AddMemberMacro(std::string_view className, std::string_view name) {
   const auto found = tagData->classes.find(className);
-  if (found != tagData->classes.end()) found->second.macros.emplace_back(name);
+  if (found == tagData->classes.end()) return;
+  std::vector<std::string>& macros = found->second.macros;
+  if (macros.empty() || macros.back() != name) macros.emplace_back(name);
 }
 
 void TagParser::AddReopened(std::string_view className, std::string_view name) {
@@ -223,6 +225,7 @@ void TagParser::StoreItem(const TagFacts& facts) {
   item.signature = facts.signature;
   item.type = facts.blockType.empty() ? facts.typeRef : facts.blockType;
   if (isMember && facts.access.size() > cAccessLetter) item.access = facts.access[cAccessLetter];
+  if (isMember && facts.access == cFriendAccess) item.text = cFriendAccess;
 }
 
 void TagParser::StoreClass(const TagFacts& facts) {
@@ -234,6 +237,7 @@ void TagParser::StoreClass(const TagFacts& facts) {
   record.kind = facts.kind;
   record.fileId = fileId;
   record.serial = ++tagData->classCount;
+  record.text = facts.namespaceName;
   if (facts.inheritance.data() == nullptr) return;
   record.inheritance = facts.inheritance;
   record.hiddenBases = facts.hiddenBases;

@@ -115,6 +115,28 @@ TEST_F(MemberLists, OfAClassWithFriends_HaveAllForThem) {
   EXPECT_EQ(Names(code + "void walk(Leaf* n) {\n  n->@\n}\n"), "size");
 }
 
+TEST_F(MemberLists, OfAClassWithFriendsByTheirNamesAlone_HaveAllForThem) {
+  const std::string code =
+      "class App;\ntemplate <class T> class Node {\n  friend App;\n  friend n::Tool;\n"
+      "  friend void look(Node&);\nprotected:\n  int hidden;\n};\n"
+      "class Leaf : public Node<Leaf> {\n  int own;\n};\n"
+      "class App { void run(); };\nclass Tool { void run(); };\nclass look { void run(); };\n";
+  EXPECT_EQ(Names(code + "void App::run() {\n  Leaf n;\n  n.@\n}\n"), "hidden");
+  EXPECT_EQ(Names(code + "void Tool::run() {\n  Leaf n;\n  n.@\n}\n"), "hidden");
+  EXPECT_EQ(Names(code + "void look::run() {\n  Leaf n;\n  n.@\n}\n"), "") << "a function";
+}
+
+// A friend function is written in the class, but is no member of it.
+TEST_F(MemberLists, HaveNoFriendFunctions) {
+  const std::string code =
+      "class Node {\npublic:\n  friend void turn(Node&);\n  friend int many(Node& n) { return 1; "
+      "}\n"
+      "  int own;\n  void go();\n};\n";
+  EXPECT_EQ(Names(code + "void f(Node n) {\n  n.@\n}\n"), "go own");
+  EXPECT_EQ(Names(code + "void Node::go() {\n  this->@\n}\n"), "go own");
+  EXPECT_EQ(Names(code + "void f() {\n  Node::@\n}\n"), "go own");
+}
+
 TEST_F(MemberLists, BehindAnIndex_AreThoseOfTheElement) {
   const std::string code =
       "class Part { public: int piece; };\n"

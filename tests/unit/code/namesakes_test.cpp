@@ -117,6 +117,26 @@ TEST(NamesakesOfKinds, MemberDefinedWithItsNamespace_BelongsToTheClass) {
 
 // Of a nested class and a namesake elsewhere the scope of the function's class, or of the member's,
 // decides.
+TEST(NamesakesOfKinds, Base_IsTheClassOfTheNamespaceAround) {
+  test::ParsedProject project;
+  project.Add("/p/tag.h",
+              "namespace lib {\nclass Tag {\npublic:\n  virtual int title();\n  Tag* copy();\n};\n"
+              "namespace three { class Other : public Tag {\npublic:\n  int other();\n}; }\n}\n");
+  project.Add("/p/two/tag.h",
+              "#include \"../tag.h\"\nnamespace lib {\nnamespace two {\n"
+              "class Tag : public lib::Tag {\npublic:\n  int frames();\n};\n"
+              "class Big : public Tag {\npublic:\n  int size();\n};\n}\n}\n");
+  const std::string use = "#include \"two/tag.h\"\n";
+  EXPECT_EQ(project.Names("/p/a.cpp", use + "void f(lib::three::Other* t) {\n  t->@\n}\n"),
+            "copy other title");
+  EXPECT_EQ(project.Names("/p/a.cpp", use + "void f(lib::two::Big* t) {\n  t->@\n}\n"),
+            "copy frames size title");
+  EXPECT_EQ(project.Names("/p/a.cpp", use + "void f(lib::two::Tag* t) {\n  t->@\n}\n"),
+            "copy frames title");
+  EXPECT_EQ(project.Names("/p/a.cpp", use + "using namespace lib;\nvoid f(Tag* t) {\n  t->@\n}\n"),
+            "copy title");
+}
+
 TEST(NamesakesOfKinds, NestedClassOfTheScope_GoesFirst) {
   test::ParsedProject project;
   project.Add("/p/other.h", "struct State { int wrong; };\n");

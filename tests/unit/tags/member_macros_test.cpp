@@ -42,6 +42,32 @@ TEST(MemberMacros, BringTheirMembersIntoClasses) {
   EXPECT_EQ(project.Names("/p/a.c", include + "void f(struct Round* o) {\n  o->@\n}\n"), "once");
 }
 
+TEST(MemberMacros, AloneInCapitalsOnTheirLine_NeedNoSemicolon) {
+  test::ParsedProject project;
+  project.Add("/p/o.h",
+              "#define MORE_FIELDS int more; /* empty */ \\\n  void* data;\n"
+              "#define FIELDS Object* next; /* of all */ \\\n  union { int fd; long id; } u; \\\n"
+              "  MORE_FIELDS\n"
+              "#define API int surplus;\n#define Small int small;\n"
+              "typedef struct Object { FIELDS } Object;\n"
+              "struct First {\n  FIELDS  // all\n};\n"
+              "struct Middle {\n  FIELDS /* all */\n  int* own;\n  MORE_FIELDS\n  int last;\n};\n"
+              "struct Two {\n  FIELDS\n  MORE_FIELDS\n};\n"
+              "struct Other {\n  API int own;\n  Small\n  int value;\n  API last;\n};\n");
+  const auto names = [&](const std::string& type) {
+    return project.Names("/p/a.c",
+                         "#include \"o.h\"\nvoid f(struct " + type + "* o) {\n  o->@\n}\n");
+  };
+  EXPECT_EQ(names("First"), "data more next u");
+  EXPECT_EQ(names("Middle"), "data last more next own u");
+  EXPECT_EQ(names("Two"), "data more next u");
+  EXPECT_EQ(names("Object"), "data more next u");
+  EXPECT_EQ(names("Other"), "last own value") << "more on the line, or a type by its name";
+  EXPECT_EQ(project.Names("/p/a.c",
+                          "#include \"o.h\"\nvoid f(struct Two* o) {\n  o->next->next->u.@\n}\n"),
+            "fd id");
+}
+
 TEST(MemberMacros, FollowTheTextOfTheMacro) {
   test::ParsedProject project;
   const std::string use = "struct S { Head; };\n";
