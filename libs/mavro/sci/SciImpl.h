@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -193,16 +194,29 @@ class SciEditor::Impl : public SysImpl, public SciText, private SignBoard {
   void ForgetLongLines();
   int StandInNear(int position);
 
-  bool FillFrom(int file, long size);
+  // What is known of a file that has been read.
+  struct Filled {
+    size_t digest = 0;
+    bool isAscii = false;  // the text has letters of ASCII only
+  };
+  std::optional<Filled> FillFrom(int file, long size);
   void AddShown(std::string_view text);
   void ConvertBytesToLetters();
   TextBytes KindOfBytes() const;
-  void ClassifyText();
+  TextBytes KindOfShown();
+  void ClassifyText(TextBytes kind);
   void Tidy(SaveTidying tidying);
   void Strip(const std::vector<ByteRange>& ranges);
   void KeepBeforeCarets(std::vector<ByteRange>& ranges, bool wholeLines);
   void KeepRawLiterals(std::vector<ByteRange>& ranges);
   void EnsureLastLine();
+
+  // The digest of the file that the text was loaded from, while no change has been counted since.
+  struct DigestAt {
+    unsigned long changes = 0;
+    size_t digest = 0;
+  };
+  std::optional<DigestAt> digestOfFile;
 
   int foldFlags = 0;
   int notesSent = 0;
