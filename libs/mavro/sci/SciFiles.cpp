@@ -1,3 +1,4 @@
+#include <malloc.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -25,6 +26,8 @@ constexpr size_t cChunk = 128 * 1024;
 constexpr long cRoomToType = 1000;
 constexpr long cFirstRoom = 1024 * 1024;
 constexpr long cMoreRoom = 8;  // times the former size
+// Reading a larger text leaves gaps of megabytes in the heap.
+constexpr int cLargeBytes = 8 * 1024 * 1024;
 // Larger texts are shown without styles and folds.
 constexpr long cHugeBytes = 64L * 1024 * 1024;
 
@@ -174,6 +177,8 @@ FileResult SciEditor::Impl::Load(const std::string& path) {
     editor.dirty = false;
   }
   Send(SCI_GOTOPOS, 0);
+  // The component's table of lines was made anew at each step of its growth.
+  if (Length() >= cLargeBytes) malloc_trim(0);
   return read ? FileResult() : Unreadable(path);
 }
 
