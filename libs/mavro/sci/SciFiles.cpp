@@ -92,7 +92,7 @@ ByteRange DifferingRange(std::string_view before, std::string_view after) {
 
 // Reads the file into the empty text. Nothing if reading fails midway. Each chunk is looked at
 // while it is in the processor's cache: a large text is not read again for its digest and its kind.
-std::optional<SciEditor::Impl::Filled> SciEditor::Impl::FillFrom(int file, long size) {
+std::optional<LoadedText> SciEditor::Impl::FillFrom(int file, long size) {
   std::vector<char> buffer(cChunk);
   ssize_t count = ReadChunk(file, buffer);
   const auto chunk = [&] { return std::string_view(buffer.data(), static_cast<size_t>(count)); };
@@ -131,7 +131,7 @@ std::optional<SciEditor::Impl::Filled> SciEditor::Impl::FillFrom(int file, long 
   take(decoder.Finish());
   folder.Finish();
   oddByte = decoder.oddByte;
-  return Filled{digest.Value(), isAscii};
+  return LoadedText{digest.Value(), isAscii};
 }
 
 FileResult SciEditor::Impl::Load(const std::string& path) {
@@ -153,7 +153,7 @@ FileResult SciEditor::Impl::Load(const std::string& path) {
   Send(SCI_CLEARALL);
   Send(SCI_MARKERDELETEALL, -1);
   ForgetLongLines();
-  const std::optional<Filled> read = FillFrom(opened.file.Number(), opened.size);
+  const std::optional<LoadedText> read = FillFrom(opened.file.Number(), opened.size);
   if (!read) {
     editor.encoding = encodingBefore;
     Send(SCI_CLEARALL);
@@ -164,13 +164,13 @@ FileResult SciEditor::Impl::Load(const std::string& path) {
   }
   standIns.Reset();
   const bool isAscii = read && read->isAscii && longLines.IsEmpty();
-  ClassifyText(isAscii ? TextBytes::cAscii : KindOfShown());
+  ClassifyText(isAscii ? std::optional(TextBytes::cAscii) : std::nullopt);
   Send(SCI_SETUNDOCOLLECTION, 1);
   Send(SCI_SETMODEVENTMASK, told);
   ++changeCount;
-  digestOfFile.reset();
+  loaded = read;
   if (read) {
-    digestOfFile = {changeCount, read->digest};
+    loaded->changes = changeCount;
     editor.fileName = path;
     Send(SCI_EMPTYUNDOBUFFER);
     Send(SCI_SETSAVEPOINT);
@@ -201,8 +201,8 @@ FileResult SciEditor::Impl::Reload(const std::string& path) {
   Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(read.text))]);
   editor.encoding = encoding;
   oddByte = read.oddByte;
-  digestOfFile.reset();
-  ClassifyText(KindOfShown());
+  loaded.reset();
+  ClassifyText();
   editor.fileName = path;
   Send(SCI_SETSAVEPOINT);
   return {};
@@ -211,7 +211,7 @@ FileResult SciEditor::Impl::Reload(const std::string& path) {
 // Nothing when the text holds what its encoding has no place for. A text that is its file's bytes
 // is not copied, and one that is as it was loaded has the digest of the bytes that were read.
 std::optional<size_t> SciEditor::Impl::FileDigest() {
-  if (digestOfFile && digestOfFile->changes == changeCount) return digestOfFile->digest;
+  if (loaded && loaded->changes == changeCount) return loaded->digest;
   const auto encoding = static_cast<TextEncoding>(Editor().encoding);
   const bool isAsInFile = encoding == cPlainText || encoding == cUtf8Cookie;
   if (isAsInFile && standIns.Count() == 0) return DigestOfBytes(Bytes());
@@ -256,15 +256,11 @@ TextBytes SciEditor::Impl::KindOfBytes() const {
   return kind;
 }
 
-// The kind of bytes in the shown text; stand-ins are in UTF-8.
-TextBytes SciEditor::Impl::KindOfShown() {
-  return standIns.Count() == 0 ? ClassifyBytes(Bytes()) : TextBytes::cUtf8;
-}
-
-// The bytes of a text that has come whole decide how it is shown.
-void SciEditor::Impl::ClassifyText(TextBytes kind) {
+// The bytes of a text that has come whole decide how it is shown. Stand-ins are in UTF-8.
+void SciEditor::Impl::ClassifyText(std::optional<TextBytes> known) {
   SciEditor& editor = Editor();
-  bytes = kind;
+  if (!known) known = standIns.Count() == 0 ? ClassifyBytes(Bytes()) : TextBytes::cUtf8;
+  bytes = *known;
   huge = Length() > cHugeBytes;
   const bool unicode = editor.encoding != cPlainText || bytes == TextBytes::cUtf8;
   editor.codePage = unicode ? SC_CP_UTF8 : 0;
@@ -296,8 +292,8 @@ void SciEditor::Impl::TakeText(std::string_view newText, int newEncoding,
   Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(newText))]);
   editor.encoding = newEncoding;
   oddByte = newOddByte;
-  digestOfFile.reset();
-  ClassifyText(KindOfShown());
+  loaded.reset();
+  ClassifyText();
   Send(SCI_GOTOPOS, 0);
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -194,30 +193,18 @@ class SciEditor::Impl : public SysImpl, public SciText, private SignBoard {
   void ForgetLongLines();
   int StandInNear(int position);
 
-  // What is known of a file that has been read.
-  struct Filled {
-    size_t digest = 0;
-    bool isAscii = false;  // the text has letters of ASCII only
-  };
-  std::optional<Filled> FillFrom(int file, long size);
+  std::optional<LoadedText> FillFrom(int file, long size);
   void AddShown(std::string_view text);
   void ConvertBytesToLetters();
   TextBytes KindOfBytes() const;
-  TextBytes KindOfShown();
-  void ClassifyText(TextBytes kind);
+  void ClassifyText(std::optional<TextBytes> known = {});
   void Tidy(SaveTidying tidying);
   void Strip(const std::vector<ByteRange>& ranges);
   void KeepBeforeCarets(std::vector<ByteRange>& ranges, bool wholeLines);
   void KeepRawLiterals(std::vector<ByteRange>& ranges);
   void EnsureLastLine();
 
-  // The digest of the file that the text was loaded from, while no change has been counted since.
-  struct DigestAt {
-    unsigned long changes = 0;
-    size_t digest = 0;
-  };
-  std::optional<DigestAt> digestOfFile;
-
+  std::optional<LoadedText> loaded;  // none once the text is another
   int foldFlags = 0;
   int notesSent = 0;
   bool pausesOvertype = false;
