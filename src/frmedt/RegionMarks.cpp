@@ -37,8 +37,12 @@ std::vector<int> MarkersIn(const CppEditor& editor, FollowedPlaces::Part part) {
     const auto* bytes = reinterpret_cast<const char*>(
         editor.Send(mavro::SCI_GETRANGEPOINTER, static_cast<std::uintptr_t>(from), to - from));
     const std::string_view piece(bytes, static_cast<size_t>(to - from));
-    for (size_t at = piece.find(cMark); at != piece.npos; at = piece.find(cMark, at + cMark.size()))
-      take(from + static_cast<int>(at));
+    // A source has fewer of the mark's last letter than of its first one.
+    const size_t before = cMark.size() - 1;
+    for (size_t end = piece.find(cMark.back(), before); end != piece.npos;
+         end = piece.find(cMark.back(), end + 1))
+      if (piece.substr(end - before, cMark.size()) == cMark)
+        take(from + static_cast<int>(end - before));
   };
   const int gap =
       std::clamp(static_cast<int>(editor.Send(mavro::SCI_GETGAPPOSITION)), part.start, part.end);

@@ -1,3 +1,4 @@
+#include <malloc.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -6,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "BytesDigest.h"
 #include "FileText.h"
 #include "RegularFile.h"
 #include "SciImpl.h"
@@ -24,6 +26,8 @@ constexpr size_t cChunk = 128 * 1024;
 constexpr long cRoomToType = 1000;
 constexpr long cFirstRoom = 1024 * 1024;
 constexpr long cMoreRoom = 8;  // times the former size
+// Reading a larger text leaves gaps of megabytes in the heap.
+constexpr int cLargeBytes = 8 * 1024 * 1024;
 // Larger texts are shown without styles and folds.
 constexpr long cHugeBytes = 64L * 1024 * 1024;
 
@@ -86,12 +90,15 @@ ByteRange DifferingRange(std::string_view before, std::string_view after) {
 
 }  // namespace
 
-// Reads the file into the empty text. False if reading fails midway.
-bool SciEditor::Impl::FillFrom(int file, long size) {
+// Reads the file into the empty text. Nothing if reading fails midway. Each chunk is looked at
+// while it is in the processor's cache: a large text is not read again for its digest and its kind.
+std::optional<LoadedText> SciEditor::Impl::FillFrom(int file, long size) {
   std::vector<char> buffer(cChunk);
   ssize_t count = ReadChunk(file, buffer);
   const auto chunk = [&] { return std::string_view(buffer.data(), static_cast<size_t>(count)); };
-  if (count < 0) return false;
+  if (count < 0) return {};
+  BytesDigest digest;
+  bool isAscii = true;
   Editor().encoding = DetectEncoding(chunk());
   TextDecoder decoder(static_cast<TextEncoding>(Editor().encoding));
   // Text that is not shown needs no room: it is reserved when more text comes.
@@ -108,21 +115,23 @@ bool SciEditor::Impl::FillFrom(int file, long size) {
   });
   const auto take = [&](std::string_view text) {
     taken += static_cast<long>(text.size());
+    isAscii = isAscii && ClassifyBytes(text) == TextBytes::cAscii;
     folder.Take(text);
   };
+  digest.Add(chunk());
   const std::string_view first = decoder.Decode(chunk());
   Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(first))]);
   take(first);
   while (static_cast<size_t>(count) == cChunk) {
     count = ReadChunk(file, buffer);
-    if (count < 0) return false;
-    if (taken > INT32_MAX - 4 * static_cast<long>(cChunk)) return false;
+    if (count < 0 || taken > INT32_MAX - 4 * static_cast<long>(cChunk)) return {};
+    digest.Add(chunk());
     take(decoder.Decode(chunk()));
   }
   take(decoder.Finish());
   folder.Finish();
   oddByte = decoder.oddByte;
-  return true;
+  return LoadedText{digest.Value(), isAscii};
 }
 
 FileResult SciEditor::Impl::Load(const std::string& path) {
@@ -144,7 +153,7 @@ FileResult SciEditor::Impl::Load(const std::string& path) {
   Send(SCI_CLEARALL);
   Send(SCI_MARKERDELETEALL, -1);
   ForgetLongLines();
-  const bool read = FillFrom(opened.file.Number(), opened.size);
+  const std::optional<LoadedText> read = FillFrom(opened.file.Number(), opened.size);
   if (!read) {
     editor.encoding = encodingBefore;
     Send(SCI_CLEARALL);
@@ -154,17 +163,22 @@ FileResult SciEditor::Impl::Load(const std::string& path) {
     ConvertBytesToLetters();
   }
   standIns.Reset();
-  ClassifyText();
+  const bool isAscii = read && read->isAscii && longLines.IsEmpty();
+  ClassifyText(isAscii ? std::optional(TextBytes::cAscii) : std::nullopt);
   Send(SCI_SETUNDOCOLLECTION, 1);
   Send(SCI_SETMODEVENTMASK, told);
   ++changeCount;
+  loaded = read;
   if (read) {
+    loaded->changes = changeCount;
     editor.fileName = path;
     Send(SCI_EMPTYUNDOBUFFER);
     Send(SCI_SETSAVEPOINT);
     editor.dirty = false;
   }
   Send(SCI_GOTOPOS, 0);
+  // The component's table of lines was made anew at each step of its growth.
+  if (Length() >= cLargeBytes) malloc_trim(0);
   return read ? FileResult() : Unreadable(path);
 }
 
@@ -187,6 +201,7 @@ FileResult SciEditor::Impl::Reload(const std::string& path) {
   Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(read.text))]);
   editor.encoding = encoding;
   oddByte = read.oddByte;
+  loaded.reset();
   ClassifyText();
   editor.fileName = path;
   Send(SCI_SETSAVEPOINT);
@@ -194,16 +209,16 @@ FileResult SciEditor::Impl::Reload(const std::string& path) {
 }
 
 // Nothing when the text holds what its encoding has no place for. A text that is its file's bytes
-// is not copied.
+// is not copied, and one that is as it was loaded has the digest of the bytes that were read.
 std::optional<size_t> SciEditor::Impl::FileDigest() {
-  const std::hash<std::string_view> hash;
+  if (loaded && loaded->changes == changeCount) return loaded->digest;
   const auto encoding = static_cast<TextEncoding>(Editor().encoding);
   const bool isAsInFile = encoding == cPlainText || encoding == cUtf8Cookie;
-  if (isAsInFile && standIns.Count() == 0) return hash(Bytes());
+  if (isAsInFile && standIns.Count() == 0) return DigestOfBytes(Bytes());
   const std::string whole = Editor().GetText();
-  if (isAsInFile) return hash(whole);
+  if (isAsInFile) return DigestOfBytes(whole);
   const std::optional<std::string> encoded = EncodeText(whole, encoding, oddByte);
-  return encoded ? std::optional<size_t>(hash(*encoded)) : std::nullopt;
+  return encoded ? std::optional<size_t>(DigestOfBytes(*encoded)) : std::nullopt;
 }
 
 std::optional<size_t> SciEditor::TextDigest() const {
@@ -213,7 +228,7 @@ std::optional<size_t> SciEditor::TextDigest() const {
 std::optional<size_t> SciEditor::DigestOfFile(const std::string& path) {
   const FileText file = ReadFileText(path);
   if (!file.Ok()) return {};
-  return std::hash<std::string_view>{}(file.text);
+  return DigestOfBytes(file.text);
 }
 
 void SciEditor::Impl::AddShown(std::string_view text) {
@@ -241,10 +256,11 @@ TextBytes SciEditor::Impl::KindOfBytes() const {
   return kind;
 }
 
-// The bytes of a text that has come whole decide how it is shown.
-void SciEditor::Impl::ClassifyText() {
+// The bytes of a text that has come whole decide how it is shown. Stand-ins are in UTF-8.
+void SciEditor::Impl::ClassifyText(std::optional<TextBytes> known) {
   SciEditor& editor = Editor();
-  bytes = standIns.Count() == 0 ? ClassifyBytes(Bytes()) : TextBytes::cUtf8;
+  if (!known) known = standIns.Count() == 0 ? ClassifyBytes(Bytes()) : TextBytes::cUtf8;
+  bytes = *known;
   huge = Length() > cHugeBytes;
   const bool unicode = editor.encoding != cPlainText || bytes == TextBytes::cUtf8;
   editor.codePage = unicode ? SC_CP_UTF8 : 0;
@@ -276,6 +292,7 @@ void SciEditor::Impl::TakeText(std::string_view newText, int newEncoding,
   Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(newText))]);
   editor.encoding = newEncoding;
   oddByte = newOddByte;
+  loaded.reset();
   ClassifyText();
   Send(SCI_GOTOPOS, 0);
 }

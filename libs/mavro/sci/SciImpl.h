@@ -193,17 +193,18 @@ class SciEditor::Impl : public SysImpl, public SciText, private SignBoard {
   void ForgetLongLines();
   int StandInNear(int position);
 
-  bool FillFrom(int file, long size);
+  std::optional<LoadedText> FillFrom(int file, long size);
   void AddShown(std::string_view text);
   void ConvertBytesToLetters();
   TextBytes KindOfBytes() const;
-  void ClassifyText();
+  void ClassifyText(std::optional<TextBytes> known = {});
   void Tidy(SaveTidying tidying);
   void Strip(const std::vector<ByteRange>& ranges);
   void KeepBeforeCarets(std::vector<ByteRange>& ranges, bool wholeLines);
   void KeepRawLiterals(std::vector<ByteRange>& ranges);
   void EnsureLastLine();
 
+  std::optional<LoadedText> loaded;  // none once the text is another
   int foldFlags = 0;
   int notesSent = 0;
   bool pausesOvertype = false;

@@ -1,5 +1,6 @@
 #include "TextCodec.h"
 
+#include <array>
 #include <cstdint>
 #include <cstring>
 
@@ -115,10 +116,17 @@ bool IsUtf16(TextEncoding encoding) {
   return encoding == cUtf16Big || encoding == cUtf16Little;
 }
 
-// The number of ASCII bytes that the text begins with; looks at eight at a time.
+// The number of ASCII bytes that the text begins with; looks at several words at a time.
 size_t AsciiLength(std::string_view text) {
   constexpr uint64_t cHighBits = 0x8080808080808080;
+  std::array<uint64_t, 8> words;
   size_t i = 0;
+  for (; i + sizeof words <= text.size(); i += sizeof words) {
+    std::memcpy(words.data(), text.data() + i, sizeof words);
+    uint64_t all = 0;
+    for (const uint64_t word : words) all |= word;
+    if (all & cHighBits) break;
+  }
   for (uint64_t word; i + sizeof word <= text.size(); i += sizeof word) {
     std::memcpy(&word, text.data() + i, sizeof word);
     if (word & cHighBits) break;

@@ -62,6 +62,13 @@ std::string TextOfByteLetters(std::string_view bytes);
 enum class TextBytes { cAscii, cUtf8, cOther };
 TextBytes ClassifyBytes(std::string_view text);
 
+// A text that was loaded from a file.
+struct LoadedText {
+  size_t digest = 0;          // of the file's bytes
+  bool isAscii = false;       // the text has letters of ASCII only
+  unsigned long changes = 0;  // those that the text had then
+};
+
 enum class LineEnding { cCrLf = 0, cCr = 1, cLf = 2 };
 // The end of the first line; LF if there is only one line.
 LineEnding FirstLineEnding(std::string_view text);

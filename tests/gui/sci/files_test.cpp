@@ -111,6 +111,41 @@ TEST(SciFiles, LoadAndSave_EachEncoding_GivesTheSameBytes) {
   });
 }
 
+// Bytes that are read in several pieces; the last one ends within a character, or isn't ASCII
+// alone.
+TEST(SciFiles, TextDigest_IsThatOfTheFile_AsLongAsTheTextIs) {
+  test::TempFolder folder;
+  EditorForm form;
+  RunEditor(form, [&] {
+    const std::string lines = [] {
+      std::string text;
+      while (text.size() < 300000) text += "int a;\n";
+      return text;
+    }();
+    const std::string files[] = {"",
+                                 lines,
+                                 lines + "\xC3\xA4",
+                                 "\xE4" + lines,
+                                 "\xEF\xBB\xBF" + lines,
+                                 lines.substr(0, 128 * 1024 - 1) + "\xC3\xA4\n",
+                                 Utf16(u"\xFEFFx\xD83D\n", false) + "b"};
+    for (const std::string& bytes : files) {
+      ASSERT_TRUE(form.editor.load(folder.Write("a", bytes)).Ok());
+      const std::optional<size_t> digest = SciEditor::DigestOfFile(folder.Path("a"));
+      EXPECT_EQ(form.editor.TextDigest(), digest);
+      form.editor.Send(SCI_APPENDTEXT, 1, "x");
+      EXPECT_NE(form.editor.TextDigest(), digest);
+      ASSERT_TRUE(form.editor.save(folder.Path("b")).Ok());
+      EXPECT_EQ(form.editor.TextDigest(), SciEditor::DigestOfFile(folder.Path("b")));
+      form.editor.OnCommand(cSciUndo);
+      EXPECT_EQ(form.editor.TextDigest(), digest);
+      EXPECT_EQ(form.editor.codePage == SC_CP_UTF8,
+                bytes.size() > 2 && bytes != lines && bytes[0] != '\xE4')
+          << bytes.size();
+    }
+  });
+}
+
 TEST(SciFiles, Save_BytesThatUtf16HasNoLetterFor_IsRefusedInWords) {
   test::TempFolder folder;
   const std::string before = Utf16(
