@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -8,6 +9,7 @@
 #include <limits>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "FileText.h"
@@ -71,6 +73,22 @@ bool IsWritable(const std::string& path) {
   return path.find_first_of("\t\r\n") == std::string::npos;
 }
 
+// A line with its first bytes as a number: most comparisons of a sort end there, without a look at
+// the text.
+struct SortedLine {
+  explicit SortedLine(std::string_view newText) : text(newText) {
+    for (size_t i = 0; i < sizeof first; ++i)
+      first = first << 8 | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0U);
+  }
+
+  std::string_view text;
+  uint64_t first = 0;
+};
+
+bool IsBefore(const SortedLine& a, const SortedLine& b) {
+  return a.first != b.first ? a.first < b.first : a.text < b.text;
+}
+
 // Collects the lines of the sources' tags.
 class TagCollector {
  public:
@@ -99,7 +117,9 @@ class TagCollector {
     }
     log.source = path;
     theTagParser.found = [&](const TagFacts& tag) {
-      lines.push_back(TagLine(tag, path, *language));
+      const size_t start = unsorted.size();
+      AppendTagLine(unsorted, tag, path, *language);
+      lengths.push_back(unsorted.size() - start);
     };
     TagData data;
     data.fileName = path;
@@ -109,17 +129,36 @@ class TagCollector {
 
   // The whole file.
   std::string Text() {
-    std::sort(lines.begin(), lines.end());
-    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+    std::vector<SortedLine> lines = Lines();
+    std::sort(lines.begin(), lines.end(), IsBefore);
     std::string text(cHead);
-    for (const std::string& line : lines) text += line + '\n';
+    text.reserve(text.size() + unsorted.size() + lines.size());
+    std::string_view last;
+    for (const SortedLine& line : lines) {
+      if (line.text == last) continue;
+      text.append(line.text).append(1, '\n');
+      last = line.text;
+    }
     return text;
   }
 
  private:
+  std::vector<SortedLine> Lines() const {
+    std::vector<SortedLine> lines;
+    lines.reserve(lengths.size());
+    size_t start = 0;
+    for (const size_t length : lengths) {
+      lines.emplace_back(std::string_view(unsorted).substr(start, length));
+      start += length;
+    }
+    return lines;
+  }
+
   const Options& options;
   LogShell log;
-  std::vector<std::string> lines;
+  // The lines of the tags one after another, without newlines.
+  std::string unsorted;
+  std::vector<size_t> lengths;
 };
 
 // Only an older tags file is replaced.

@@ -3,21 +3,34 @@
 namespace zendry {
 namespace {
 
-struct Escape {
-  char plain;
-  char letter;
-};
-
-constexpr Escape cEscapes[] = {{'\\', '\\'}, {'\t', 't'}, {'\n', 'n'}, {'\r', 'r'}};
-
-void AppendEscaped(std::string& line, std::string_view text) {
-  for (const char c : text) {
-    char letter = 0;
-    for (const Escape& escape : cEscapes)
-      if (escape.plain == c) letter = escape.letter;
-    if (letter != 0) line += '\\';
-    line += letter != 0 ? letter : c;
+// The letter behind the backslash, or 0 for a byte that is written as it is.
+char EscapeLetter(char c) {
+  switch (c) {
+    case '\\':
+      return '\\';
+    case '\t':
+      return 't';
+    case '\n':
+      return 'n';
+    case '\r':
+      return 'r';
+    default:
+      return 0;
   }
+}
+
+// Plain stretches are appended as a whole, as nearly every text is one.
+void AppendEscaped(std::string& line, std::string_view text) {
+  size_t start = 0;
+  for (size_t i = 0; i < text.size(); ++i) {
+    const char letter = EscapeLetter(text[i]);
+    if (letter == 0) continue;
+    line.append(text, start, i - start);
+    line += '\\';
+    line += letter;
+    start = i + 1;
+  }
+  line.append(text, start);
 }
 
 void AppendField(std::string& line, std::string_view key, std::string_view value) {
@@ -51,8 +64,8 @@ void AppendScope(std::string& line, const TagFacts& facts, Language language) {
 
 }  // namespace
 
-std::string TagLine(const TagFacts& facts, std::string_view file, Language language) {
-  std::string line;
+void AppendTagLine(std::string& line, const TagFacts& facts, std::string_view file,
+                   Language language) {
   const std::string number = std::to_string(facts.lineNumber);
   AppendEscaped(line, facts.name);
   line += '\t';
@@ -66,6 +79,11 @@ std::string TagLine(const TagFacts& facts, std::string_view file, Language langu
   AppendField(line, "implementation", facts.implementation);
   AppendField(line, "inherits", facts.inheritance);
   if (facts.isFileScope) line += "\tfile:";
+}
+
+std::string TagLine(const TagFacts& facts, std::string_view file, Language language) {
+  std::string line;
+  AppendTagLine(line, facts, file, language);
   return line;
 }
 

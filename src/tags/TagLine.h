@@ -14,4 +14,8 @@ namespace zendry {
 // TAB, line ends and backslashes in a value are written as in C.
 std::string TagLine(const TagFacts& facts, std::string_view file, Language language);
 
+// The same, appended to a text.
+void AppendTagLine(std::string& text, const TagFacts& facts, std::string_view file,
+                   Language language);
+
 }  // namespace zendry
