@@ -269,9 +269,9 @@ ExprTypes::CallableList ExprTypes::Overloads(const TagItem& item) {
   });
   std::set<const TagData*> around;
   if (current != modules.end()) around = FilesAround(**current, modules);
-  const auto places = tags.EnsureIndex().AllGlobals().find(item.name);
-  if (places == tags.EnsureIndex().AllGlobals().end()) return Read({&item});
-  for (const auto& [module, record] : places->second)
+  const auto places = tags.EnsureIndex().Globals().Named(item.name);
+  if (places.empty()) return Read({&item});
+  for (const auto& [module, record] : places)
     if (around.contains(modules[module]))
       collect(modules[module]->globals, nullptr, modules[module]);
   if (items.empty()) collect(item.module->globals, nullptr, item.module);
@@ -288,9 +288,7 @@ TagItem& ExprTypes::FittingOverload(TagItem& first, const ExprStep& call) {
   }
   if (ArityOf(first.signature).Takes(arguments)) return first;
   const TagIndex& index = tags.EnsureIndex();
-  const auto places = index.AllGlobals().find(first.name);
-  if (places == index.AllGlobals().end()) return first;
-  for (const auto& [number, record] : places->second)
+  for (const auto& [number, record] : index.Globals().Named(first.name))
     for (TagItem& other : index.Modules()[static_cast<size_t>(number)]->globals) {
       if (other.name != first.name || !IsFunction(other) ||
           !ArityOf(other.signature).Takes(arguments))

@@ -314,12 +314,12 @@ TagItem* SymbolPlaces::FindInScopes(const CaretText& editor, const std::string& 
     owner.resize(colon == std::string::npos ? 0 : colon);
   }
   const TagIndex& index = wizard.tags.EnsureIndex();
-  const auto places = index.AllEnumerators().find(name);
-  if (places == index.AllEnumerators().end() || places->second.empty()) return nullptr;
-  auto place = std::find_if(places->second.begin(), places->second.end(), [&](const auto& each) {
+  const auto places = index.Enumerators().Named(name);
+  if (places.empty()) return nullptr;
+  auto place = std::find_if(places.begin(), places.end(), [&](const auto& each) {
     return index.Modules()[static_cast<size_t>(each.module)] == module;
   });
-  if (place == places->second.end()) place = places->second.begin();
+  if (place == places.end()) place = places.begin();
   place->record->module = index.Modules()[static_cast<size_t>(place->module)];
   place->record->owner = nullptr;
   return place->record;

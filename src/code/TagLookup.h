@@ -97,7 +97,6 @@ class TagLookup {
  private:
   using MacroOf = std::function<TagClass*(std::string_view, const TagData*)>;
   using AliasOf = std::function<std::string(std::string_view, const TagData*)>;
-  using ClassPlaces = std::vector<TagIndex::Place<TagClass>>;
 
   TagClass* ClassOf(std::string_view name, const TagData* from);
   TagClass* ProjectClass(std::string_view name, const TagData* from);
