@@ -253,7 +253,7 @@ ExprTypes::CallableList ExprTypes::Overloads(const TagItem& item) {
     }
   };
   if (!item.owner && !item.module) {
-    for (const TagItem* other : tags.findLibraryNames(item.text, item.name))
+    for (const TagItem* other : tags.findNamesakes(item))
       if (other->kind == item.kind) items.push_back(other);
     if (items.empty()) items.push_back(&item);
     return Read(items);

@@ -345,7 +345,7 @@ TagItem* TagLookup::findMemberPath(std::string_view path, std::string_view typeN
     TagItem* found = findMemberInClass(type, path.substr(0, isLast ? path.npos : dot), 0, from);
     if (!found || isLast || dot + 1 == path.size()) return found;
     from = found->module;
-    type = NameInScope(found->type, found->owner ? found->owner->name : "", from);
+    type = NameInScope(found->type, OwnerName(*found), from);
     path.remove_prefix(dot + 1);
   }
 }
@@ -499,7 +499,7 @@ bool TagLookup::ListNamespaceFile(std::vector<TagItem*>& out, int number, int fi
   const size_t before = out.size();
   const auto list = [&](TagItem& item) {
     const bool isListed = item.line >= std::max(firstLine, 1) && item.kind != cMacro &&
-                          item.name.starts_with(prefix) && item.name.find("::") == item.name.npos;
+                          item.name.starts_with(prefix) && item.name.find("::") == prefix.npos;
     if (!isListed || (item.kind == cNamespace && item.line == firstLine)) return;
     item.module = module;
     item.owner = nullptr;
@@ -547,6 +547,14 @@ std::vector<TagItem*> TagLookup::findLibraryNames(std::string_view nameSpace,
   if (TagData* library = sources.Library())
     for (const auto& names : library->names) names->Find(found, nameSpace, name);
   return found;
+}
+
+std::vector<TagItem*> TagLookup::findNamesakes(const TagItem& item) {
+  if (const TagData* library = sources.Library())
+    for (const auto& names : library->names)
+      if (const auto nameSpace = names->NamespaceOf(item))
+        return findLibraryNames(*nameSpace, item.name);
+  return {};
 }
 
 // The definition of a library names a folder beside it for its headers: that of the standard

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tags/IncludeScan.h"
+#include "tags/ShortText.h"
 
 namespace zendry {
 
@@ -17,18 +18,18 @@ class LibraryNames;
 class TagData;
 struct TagClass;
 
-// A global or a member of a class, as the tag parser found it.
+// A global or a member of a class, as the tag parser found it. Large projects have millions of
+// them, hence the small types.
 struct TagItem {
   int line = 0;
-  int fileId = 0;  // 0 for a source of the project; in a reference library the id of its header
-  int kind = 0;    // the kind's letter
+  uint16_t fileId = 0;  // 0 for a source of the project; in a reference library that of its header
+  char kind = 0;        // the kind's letter
   // Third letter of the access: i private or friend, o protected, b public, f default, c local,
   // ? unknown; 0 for none, 1 for every member that was read from a cache.
-  int access = 0;
-  std::string text;  // namespace of a name in LibraryNames; else free
-  std::string name;
-  std::string signature;      // parameter list with its parentheses; empty if it isn't a function
-  std::string type;           // name of the type it was declared with
+  char access = 0;
+  ShortText name;
+  ShortText signature;        // parameter list with its parentheses; empty if it isn't a function
+  ShortText type;             // name of the type it was declared with
   TagClass* owner = nullptr;  // set by lookups
   TagData* module = nullptr;  // set by lookups
 };
@@ -45,6 +46,11 @@ struct TagClass : TagItem {
   std::vector<std::string> reopened;  // names of bases that "using" declares here
   std::vector<std::string> macros;    // names alone in the block, which may bring members
 };
+
+// The name of the class that a tag was found in; empty without one.
+inline std::string OwnerName(const TagItem& item) {
+  return item.owner ? std::string(item.owner->name) : std::string();
+}
 
 // A header of a reference library.
 struct HeaderRec {

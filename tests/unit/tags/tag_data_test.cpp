@@ -28,7 +28,7 @@ TEST(TagData, Records_StartEmpty) {
   EXPECT_EQ(item.fileId, 0);
   EXPECT_EQ(item.kind, 0);
   EXPECT_EQ(item.access, 0);
-  EXPECT_EQ(item.text + item.name + item.signature + item.type, "");
+  EXPECT_EQ(std::string(item.name) + item.signature + item.type, "");
   EXPECT_EQ(item.owner, nullptr);
   EXPECT_EQ(item.module, nullptr);
   const TagClass tagClass;

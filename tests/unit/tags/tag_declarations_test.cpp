@@ -168,7 +168,7 @@ INSTANTIATE_TEST_SUITE_P(
 // Behind the name of a function, its parameters as they stand in the file.
 std::string SignatureOf(const std::string& text) {
   const test::TagRun run = ParseTags(text);
-  return run.store.globals.empty() ? "" : run.store.globals.front().signature;
+  return run.store.globals.empty() ? "" : std::string(run.store.globals.front().signature);
 }
 
 TEST(TagSignatures, DefaultValues_AreAsWritten) {
