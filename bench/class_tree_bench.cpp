@@ -139,7 +139,7 @@ bool RunBench() {
       bench.tree.Refresh();
       sameAllocations += allocations - before;
     }));
-    edited.globals.front().name += "x";
+    edited.globals.front().name = edited.globals.front().name + "x";
     edited.Changed();
     changed.push_back(Milliseconds([&] { bench.tree.Refresh(); }));
     changedPaints.push_back(Milliseconds([&] { bench.Paint(); }));

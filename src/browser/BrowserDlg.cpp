@@ -148,7 +148,8 @@ void BrowserDlg::FillMembers() {
                 [](const TagItem* item) { return item->owner && IsOuterDefinition(*item); });
   std::stable_sort(members.begin(), members.end(), IsNameBefore);
   memberList.items.Clear();
-  for (const TagItem* item : members) memberList.items.Add(item->name + item->signature);
+  for (const TagItem* item : members)
+    memberList.items.Add(std::string(item->name) + item->signature);
   memberList.selectedIndex = -1;
   UpdateButtons();
 }

@@ -118,7 +118,7 @@ uint64_t DigestOf(const TagData& tags) {
 }
 
 std::string TextOf(const TagItem& item) {
-  return item.name + item.signature;
+  return std::string(item.name) + item.signature;
 }
 
 }  // namespace

@@ -253,7 +253,7 @@ ExprTypes::CallableList ExprTypes::Overloads(const TagItem& item) {
     }
   };
   if (!item.owner && !item.module) {
-    for (const TagItem* other : tags.findLibraryNames(item.text, item.name))
+    for (const TagItem* other : tags.findNamesakes(item))
       if (other->kind == item.kind) items.push_back(other);
     if (items.empty()) items.push_back(&item);
     return Read(items);
@@ -269,9 +269,9 @@ ExprTypes::CallableList ExprTypes::Overloads(const TagItem& item) {
   });
   std::set<const TagData*> around;
   if (current != modules.end()) around = FilesAround(**current, modules);
-  const auto places = tags.EnsureIndex().AllGlobals().find(item.name);
-  if (places == tags.EnsureIndex().AllGlobals().end()) return Read({&item});
-  for (const auto& [module, record] : places->second)
+  const auto places = tags.EnsureIndex().Globals().Named(item.name);
+  if (places.empty()) return Read({&item});
+  for (const auto& [module, record] : places)
     if (around.contains(modules[module]))
       collect(modules[module]->globals, nullptr, modules[module]);
   if (items.empty()) collect(item.module->globals, nullptr, item.module);
@@ -299,9 +299,7 @@ TagItem& ExprTypes::FittingOverload(TagItem& first, const ExprStep& call) {
     return *found;
   }
   const TagIndex& index = tags.EnsureIndex();
-  const auto places = index.AllGlobals().find(first.name);
-  if (places == index.AllGlobals().end()) return first;
-  for (const auto& [number, record] : places->second)
+  for (const auto& [number, record] : index.Globals().Named(first.name))
     for (TagItem& other : index.Modules()[static_cast<size_t>(number)]->globals) {
       if (!fits(other)) continue;
       other.module = index.Modules()[static_cast<size_t>(number)];

@@ -167,7 +167,7 @@ std::optional<MemberEdits::File> MemberEdits::Open(const std::string& path) {
 std::optional<MemberEdits::Target> MemberEdits::TargetAfter(const TagItem& after,
                                                             std::string& error) {
   Target target;
-  const std::string owner = after.owner ? after.owner->name : "";
+  const std::string owner = OwnerName(after);
   target.record = owner.empty() ? nullptr : symbols.ClassSeen(owner, after.module);
   if (!target.record || !target.record->module || target.record->line < 0) {
     error = "No class \"" + owner + "\" in the files of the project";

@@ -13,7 +13,7 @@ inline bool IsOuterDefinition(const TagItem& item) {
 // True for a member that the block of its class declares: neither a definition outside of it nor a
 // function that is a friend only.
 inline bool IsOwnMember(const TagItem& item) {
-  return !IsOuterDefinition(item) && item.text != cFriendAccess;
+  return !IsOuterDefinition(item) && !item.isFriend;
 }
 
 }  // namespace zendry

@@ -189,7 +189,7 @@ std::vector<TagItem*> SymbolPlaces::Namesakes(const TagItem& item) {
     }
   };
   const TagClass* meant = item.owner ? ClassSeen(item.owner->name, item.module) : nullptr;
-  const std::string owner = meant ? meant->name : item.owner ? item.owner->name : "";
+  const std::string owner = meant ? std::string(meant->name) : OwnerName(item);
   for (TagData* module : sources.Modules()) {
     if (!item.owner) {
       collect(module->globals, nullptr, *module);
@@ -253,7 +253,7 @@ bool SymbolPlaces::FindType(SymbolAnswer& answer, const CaretText& editor, const
   const TagItem* scope = wizard.currentItem(editor);
   const TagData* module = scope ? scope->module : nullptr;
   const TagItem* found = nullptr;
-  std::string owner = scope && scope->owner ? scope->owner->name : "";
+  std::string owner = scope ? OwnerName(*scope) : "";
   while (!found && !owner.empty()) {
     found = wizard.tags.findClass(owner + "::" + name, module);
     const size_t colon = owner.rfind("::");
@@ -306,7 +306,7 @@ void SymbolPlaces::Choose(SymbolAnswer& answer, const TagItem& item, Want want,
 TagItem* SymbolPlaces::FindInScopes(const CaretText& editor, const std::string& name) {
   const TagItem* scope = wizard.currentItem(editor);
   const TagData* module = scope ? scope->module : nullptr;
-  std::string owner = scope && scope->owner ? scope->owner->name : "";
+  std::string owner = scope ? OwnerName(*scope) : "";
   while (!owner.empty()) {
     if (TagItem* found = wizard.tags.findMemberInClass(owner, name, 0, module)) return found;
     if (TagClass* found = wizard.tags.findClass(owner + "::" + name, module)) return found;
@@ -314,12 +314,12 @@ TagItem* SymbolPlaces::FindInScopes(const CaretText& editor, const std::string& 
     owner.resize(colon == std::string::npos ? 0 : colon);
   }
   const TagIndex& index = wizard.tags.EnsureIndex();
-  const auto places = index.AllEnumerators().find(name);
-  if (places == index.AllEnumerators().end() || places->second.empty()) return nullptr;
-  auto place = std::find_if(places->second.begin(), places->second.end(), [&](const auto& each) {
+  const auto places = index.Enumerators().Named(name);
+  if (places.empty()) return nullptr;
+  auto place = std::find_if(places.begin(), places.end(), [&](const auto& each) {
     return index.Modules()[static_cast<size_t>(each.module)] == module;
   });
-  if (place == places->second.end()) place = places->second.begin();
+  if (place == places.end()) place = places.begin();
   place->record->module = index.Modules()[static_cast<size_t>(place->module)];
   place->record->owner = nullptr;
   return place->record;

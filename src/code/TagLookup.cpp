@@ -154,9 +154,9 @@ std::vector<TagClass*> RecordsOf(TagClass* found) {
 
 // The place at the least distance among those that pass; null if none is within reach.
 template <class Record, class Filter>
-const TagIndex::Place<Record>* NearestOf(const std::vector<TagIndex::Place<Record>>& places,
-                                         const std::vector<int>& distances, Filter passes) {
-  const TagIndex::Place<Record>* nearest = nullptr;
+const TagPlaces<Record>::Place* NearestOf(typename TagPlaces<Record>::Range places,
+                                          const std::vector<int>& distances, Filter passes) {
+  const typename TagPlaces<Record>::Place* nearest = nullptr;
   int least = IncludeGraph::cFar;
   for (const auto& place : places) {
     if (distances.empty() || !passes(place) || distances[place.module] >= least) continue;
@@ -166,17 +166,27 @@ const TagIndex::Place<Record>* NearestOf(const std::vector<TagIndex::Place<Recor
   return nearest;
 }
 
+// The places of the first name.
+template <class Range>
+Range OfFirstName(Range places) {
+  const std::string& name = places.front().record->name;
+  const auto hasOther = [&name](const auto& place) { return place.record->name != name; };
+  const auto end = std::find_if(places.begin() + 1, places.end(), hasOther);
+  return {places.begin(), end};
+}
+
 // Appends a record to be listed of each name with the prefix: the nearest one, else the first.
 template <class Record, class Filter>
-void ListNames(std::vector<TagItem*>& out, const TagIndex& index,
-               const TagIndex::Places<Record>& names, std::string_view prefix,
-               const std::vector<int>& distances, Filter isListed) {
-  for (auto name = names.lower_bound(prefix);
-       name != names.end() && name->first.starts_with(prefix); ++name) {
-    const auto& places = name->second;
+void ListNames(std::vector<TagItem*>& out, const TagIndex& index, const TagPlaces<Record>& names,
+               std::string_view prefix, const std::vector<int>& distances, Filter isListed) {
+  auto rest = names.WithPrefix(prefix);
+  while (!rest.empty()) {
+    const auto places = OfFirstName(rest);
+    rest = rest.subspan(places.size());
     const auto first = std::find_if(places.begin(), places.end(), isListed);
     if (first == places.end()) continue;
-    const auto* place = places.size() > 1 ? NearestOf(places, distances, isListed) : nullptr;
+    const auto* place =
+        places.size() > 1 ? NearestOf<Record>(places, distances, isListed) : nullptr;
     if (!place) place = &*first;
     place->record->module = index.Modules()[place->module];
     place->record->owner = nullptr;
@@ -235,19 +245,19 @@ TagClass* TagLookup::ProjectClass(std::string_view name, const TagData* from,
                                   std::string_view space) {
   TagClass* first = index.FindClass(name);
   if (!first) return nullptr;
-  const ClassPlaces& places = index.Classes(name);
+  const auto places = index.Classes().Named(name);
   const auto isReal = [](const auto& place) { return place.record->line >= 0; };
   if (std::count_if(places.begin(), places.end(), isReal) < 2) return first;
   if (!from) from = front;
   const auto textOf = [this](const TagData& file) { return sources.TextOf(file); };
   const auto isMeant = [&](const auto& place) {
     if (!isReal(place)) return false;
-    if (!space.empty()) return IsNamespace(place.record->text, space);
-    return !from || openNamespaces.IsOpen(place.record->text, *from, textOf);
+    if (!space.empty()) return IsNamespace(place.record->nameSpace, space);
+    return !from || openNamespaces.IsOpen(place.record->nameSpace, *from, textOf);
   };
   const std::vector<int>& distances = includes.DistancesFrom(from, index.Modules());
-  const auto* nearest = NearestOf(places, distances, isMeant);
-  if (!nearest) nearest = NearestOf(places, distances, isReal);
+  const auto* nearest = NearestOf<TagClass>(places, distances, isMeant);
+  if (!nearest) nearest = NearestOf<TagClass>(places, distances, isReal);
   if (!nearest) return first;
   nearest->record->module = index.Modules()[nearest->module];
   return nearest->record;
@@ -262,10 +272,10 @@ TagItem* TagLookup::findGlobal(std::string_view name, std::string_view moduleNam
     const std::vector<TagItem*> ofC = findLibraryNames("", name);
     return ofC.empty() ? nullptr : ofC.front();
   }
-  const auto& places = index.AllGlobals().find(name)->second;
+  const auto places = index.Globals().Named(name);
   if (places.size() < 2) return first;
-  const auto* nearest = NearestOf(places, includes.DistancesFrom(from, index.Modules()),
-                                  [](const auto&) { return true; });
+  const auto* nearest = NearestOf<TagItem>(places, includes.DistancesFrom(from, index.Modules()),
+                                           [](const auto&) { return true; });
   if (!nearest) return first;
   nearest->record->module = index.Modules()[nearest->module];
   return nearest->record;
@@ -278,7 +288,7 @@ std::vector<TagClass*> TagLookup::AllRecords(std::string_view name, const TagDat
   std::vector<TagClass*> all;
   if (plain != name) all = AllRecords(plain, from);
   int realOnes = 0;
-  for (const auto& [module, record] : index.Classes(name)) {
+  for (const auto& [module, record] : index.Classes().Named(name)) {
     record->module = index.Modules()[module];
     all.push_back(record);
     if (record->line >= 0) ++realOnes;
@@ -336,7 +346,7 @@ TagItem* TagLookup::findMemberPath(std::string_view path, std::string_view typeN
     TagItem* found = findMemberInClass(type, path.substr(0, isLast ? path.npos : dot), 0, from);
     if (!found || isLast || dot + 1 == path.size()) return found;
     from = found->module;
-    type = NameInScope(found->type, found->owner ? found->owner->name : "", from);
+    type = NameInScope(found->type, OwnerName(*found), from);
     path.remove_prefix(dot + 1);
   }
 }
@@ -391,17 +401,15 @@ TagLookup::AliasOf TagLookup::AliasFinder() {
 
 // The nearest global of a kind; its `module` is set.
 TagItem* TagLookup::NearestGlobal(std::string_view name, const TagData* from, int kind) {
-  const auto found = index.AllGlobals().find(name);
-  if (found == index.AllGlobals().end()) return nullptr;
+  const auto places = index.Globals().Named(name);
   const auto isOfKind = [kind](const auto& place) { return place.record->kind == kind; };
-  const auto& places = found->second;
   const auto first = std::find_if(places.begin(), places.end(), isOfKind);
   if (first == places.end()) return nullptr;
   const auto* place =
       places.size() < 2
           ? nullptr
-          : NearestOf(places, includes.DistancesFrom(from ? from : front, index.Modules()),
-                      isOfKind);
+          : NearestOf<TagItem>(places, includes.DistancesFrom(from ? from : front, index.Modules()),
+                               isOfKind);
   if (!place) place = &*first;
   place->record->module = index.Modules()[place->module];
   return place->record;
@@ -433,7 +441,7 @@ bool TagLookup::IsDerived(std::string_view className, std::string_view baseName)
 void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
                               std::string_view prefix) {
   const size_t before = out.size();
-  for (const auto& [number, record] : EnsureIndex().Classes(name))
+  for (const auto& [number, record] : EnsureIndex().Classes().Named(name))
     for (TagItem& member : record->members)
       if (member.kind == cEnumerator && member.name.starts_with(prefix)) {
         member.module = index.Modules()[number];
@@ -444,15 +452,15 @@ void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
   listLibrary(out, name, prefix);
   const bool isOfLibrary = out.size() > before && !isEnum;
   const bool isOfMacro = !isEnum && !isOfLibrary && ListMacroNamespace(out, name, prefix);
-  const auto namespaces = index.AllGlobals().find(name);
-  if (namespaces == index.AllGlobals().end()) return;
+  const auto namespaces = index.Globals().Named(name);
+  if (namespaces.empty()) return;
   const std::vector<int>& distances = includes.DistancesFrom(front, index.Modules());
   const auto isNear = [&](int module) {
     return !distances.empty() && distances[module] < IncludeGraph::cFar;
   };
   std::vector<int> openers;
   bool isAny = false;
-  for (const auto& [number, record] : namespaces->second) {
+  for (const auto& [number, record] : namespaces) {
     if (record->kind != cNamespace) continue;
     isAny = true;
     const size_t listed = out.size();
@@ -492,7 +500,7 @@ bool TagLookup::ListNamespaceFile(std::vector<TagItem*>& out, int number, int fi
   const size_t before = out.size();
   const auto list = [&](TagItem& item) {
     const bool isListed = item.line >= std::max(firstLine, 1) && item.kind != cMacro &&
-                          item.name.starts_with(prefix) && item.name.find("::") == item.name.npos;
+                          item.name.starts_with(prefix) && item.name.find("::") == prefix.npos;
     if (!isListed || (item.kind == cNamespace && item.line == firstLine)) return;
     item.module = module;
     item.owner = nullptr;
@@ -500,9 +508,8 @@ bool TagLookup::ListNamespaceFile(std::vector<TagItem*>& out, int number, int fi
   };
   for (TagItem& item : module->globals) list(item);
   for (auto& [key, item] : module->classes) list(item);
-  for (const auto& [key, places] : index.AllEnumerators())
-    for (const auto& place : places)
-      if (place.module == number) list(*place.record);
+  for (const auto& place : index.Enumerators().All())
+    if (place.module == number) list(*place.record);
   return out.size() > before;
 }
 
@@ -510,10 +517,10 @@ void TagLookup::listGlobals(std::vector<TagItem*>& out, std::string_view prefix)
   EnsureIndex();
   const std::vector<int>& distances = includes.DistancesFrom(front, index.Modules());
   const auto isAny = [](const auto&) { return true; };
-  ListNames(out, index, index.AllGlobals(), prefix, distances, isAny);
-  ListNames(out, index, index.AllClasses(), prefix, distances,
+  ListNames(out, index, index.Globals(), prefix, distances, isAny);
+  ListNames(out, index, index.Classes(), prefix, distances,
             [](const auto& place) { return IsClassKind(place.record->kind); });
-  ListNames(out, index, index.AllEnumerators(), prefix, distances, isAny);
+  ListNames(out, index, index.Enumerators(), prefix, distances, isAny);
 }
 
 void TagLookup::listNestedClasses(std::vector<TagItem*>& out, std::string_view className,
@@ -528,7 +535,7 @@ void TagLookup::listNestedClasses(std::vector<TagItem*>& out, std::string_view c
              place.record->name.find("::", inside.size()) == std::string::npos;
     };
     const std::vector<int>& distances = includes.DistancesFrom(front, index.Modules());
-    ListNames(out, index, index.AllClasses(), inside + std::string(prefix), distances, isListed);
+    ListNames(out, index, index.Classes(), inside + std::string(prefix), distances, isListed);
     return RecordsOf(found);
   };
   ClassWalk walk(records, [](TagClass&, TagItem&) { return false; });
@@ -541,6 +548,14 @@ std::vector<TagItem*> TagLookup::findLibraryNames(std::string_view nameSpace,
   if (TagData* library = sources.Library())
     for (const auto& names : library->names) names->Find(found, nameSpace, name);
   return found;
+}
+
+std::vector<TagItem*> TagLookup::findNamesakes(const TagItem& item) {
+  if (const TagData* library = sources.Library())
+    for (const auto& names : library->names)
+      if (const auto nameSpace = names->NamespaceOf(item))
+        return findLibraryNames(*nameSpace, item.name);
+  return {};
 }
 
 // The definition of a library names a folder beside it for its headers: that of the standard

@@ -82,6 +82,10 @@ class TagLookup {
   // namespace, or outside of all.
   std::vector<TagItem*> findLibraryNames(std::string_view nameSpace, std::string_view name);
 
+  // All library names that have the name and the namespace of a tag, itself among them, if it is one
+  // of these.
+  std::vector<TagItem*> findNamesakes(const TagItem& item);
+
   // Appends the names with this prefix in a scope that isn't a class: the enumerators that are kept
   // under its name, the globals and classes that come after the beginning of a namespace of that
   // name in their files, which a macro may open too; and what the libraries have in that namespace.
@@ -98,7 +102,6 @@ class TagLookup {
  private:
   using MacroOf = std::function<TagClass*(std::string_view, const TagData*)>;
   using AliasOf = std::function<std::string(std::string_view, const TagData*)>;
-  using ClassPlaces = std::vector<TagIndex::Place<TagClass>>;
 
   TagClass* ClassOf(std::string_view name, const TagData* from);
   TagClass* ProjectClass(std::string_view name, const TagData* from, std::string_view space = {});

@@ -58,9 +58,13 @@ int LastLineOf(const TagClass& record) {
   return last;
 }
 
+std::string_view Shown(std::string_view name) {
+  return name.empty() ? "?" : name;
+}
+
 Json Symbol(const LspQuestion& question, const TagItem& item, int kind, int lastLine) {
   const int line = std::max(item.line - 1, 0);
-  Json symbol = {{"name", item.name.empty() ? "?" : item.name},
+  Json symbol = {{"name", Shown(item.name)},
                  {"kind", kind},
                  {"range", LineRange(question, line, std::max(lastLine - 1, line))},
                  {"selectionRange", LineRange(question, line, line)}};
@@ -73,7 +77,7 @@ void AppendFlat(Json& out, const LspQuestion& question, const TagItem& item, int
                 const std::string& owner) {
   const int line = std::max(item.line - 1, 0);
   Json symbol = {
-      {"name", item.name.empty() ? "?" : item.name},
+      {"name", Shown(item.name)},
       {"kind", kind},
       {"location", {{"uri", question.text.uri}, {"range", LineRange(question, line, line)}}}};
   if (!owner.empty()) symbol["containerName"] = owner;

@@ -67,7 +67,6 @@ TagItem& LibraryNames::ItemAt(size_t start, std::string_view line) {
   if (isNew) {
     const std::string_view key = TakeField(line), kind = TakeField(line);
     const size_t blank = key.find(' ');
-    item.text = key.substr(0, blank);
     item.name = key.substr(blank + 1);
     item.kind = kind.empty() ? 0 : kind.front();
     item.type = TakeField(line);
@@ -99,6 +98,15 @@ void LibraryNames::List(std::vector<TagItem*>& out, std::string_view nameSpace,
     last = own;
     start += line.size() + 1;
   }
+}
+
+std::optional<std::string> LibraryNames::NamespaceOf(const TagItem& item) const {
+  for (const auto& [start, own] : items) {
+    if (&own != &item) continue;
+    const std::string_view key = KeyOf(LineAt(start));
+    return std::string(key.substr(0, key.find(' ')));
+  }
+  return {};
 }
 
 bool LibraryNames::HasNamespace(std::string_view nameSpace) {

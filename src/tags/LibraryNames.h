@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,8 +14,8 @@ namespace zendry {
 // The names of a reference library that are in no class: functions, macros, types, constants and
 // variables. Compiled tags have classes only; these names lie in a file beside them, extension
 // "tgn", so many that making tags of all would cost time and memory. So the text is read when it is
-// asked for the first time, searched as it is, and only names that are asked for become tags, whose
-// `text` is their namespace. A line is
+// asked for the first time, searched as it is, and only names that are asked for become tags. A
+// line is
 //
 //   namespace BLANK name TAB kind TAB type TAB signature
 //
@@ -28,6 +29,8 @@ class LibraryNames {
   void Find(std::vector<TagItem*>& out, std::string_view nameSpace, std::string_view name);
   // Appends the first tag of each name with this prefix, in the order of the names.
   void List(std::vector<TagItem*>& out, std::string_view nameSpace, std::string_view prefix);
+  // The namespace of a tag that was found here; nothing for any other tag.
+  std::optional<std::string> NamespaceOf(const TagItem& item) const;
   // True if any name is in that namespace.
   bool HasNamespace(std::string_view nameSpace);
 

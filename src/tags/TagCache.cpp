@@ -150,7 +150,7 @@ class CacheReader {
     item.name = tag.n;
     item.signature = tag.p;
     item.type = tag.v;
-    item.fileId = tag.id;
+    item.fileId = HeaderId(tag.id);
     item.kind = tag.o.empty() ? 0 : tag.o.front();
     item.access = cReadBackAccess;
   }

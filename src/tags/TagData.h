@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "tags/IncludeScan.h"
+#include "tags/ShortText.h"
 
 namespace zendry {
 
@@ -17,22 +18,21 @@ class LibraryNames;
 class TagData;
 struct TagClass;
 
-inline constexpr std::string_view cFriendAccess = "friend";
-
-// A global or a member of a class, as the tag parser found it.
+// A global or a member of a class, as the tag parser found it. Large projects have millions of
+// them, hence the small types.
 struct TagItem {
   int line = 0;
-  int fileId = 0;  // 0 for a source of the project; in a reference library the id of its header
-  int kind = 0;    // the kind's letter
+  // 0 for a source of the project; in a reference library the id of its header, see HeaderId().
+  uint16_t fileId : 15 = 0;
+  // A function that a class names as its friend, and that is no member of it.
+  bool isFriend : 1 = false;
+  char kind = 0;  // the kind's letter
   // Third letter of the access: i private or friend, o protected, b public, f default, c local,
   // ? unknown; 0 for none, 1 for every member that was read from a cache.
-  int access = 0;
-  // The namespace of a name in LibraryNames or of a class of a source; cFriendAccess for a function
-  // that a class names as its friend and that is no member of it.
-  std::string text;
-  std::string name;
-  std::string signature;      // parameter list with its parentheses; empty if it isn't a function
-  std::string type;           // name of the type it was declared with
+  char access = 0;
+  ShortText name;
+  ShortText signature;        // parameter list with its parentheses; empty if it isn't a function
+  ShortText type;             // name of the type it was declared with
   TagClass* owner = nullptr;  // set by lookups
   TagData* module = nullptr;  // set by lookups
 };
@@ -42,6 +42,7 @@ struct TagItem {
 // stored under a shorter name.
 struct TagClass : TagItem {
   int serial = 0;           // order of appearance in its store, from 1
+  std::string nameSpace;    // the one around it, for a class of a source
   std::string inheritance;  // base names, joined by commas
   std::string hiddenBases;  // those of them that are private or protected, joined likewise
   std::vector<TagItem> members;
@@ -49,6 +50,17 @@ struct TagClass : TagItem {
   std::vector<std::string> reopened;  // names of bases that "using" declares here
   std::vector<std::string> macros;    // names alone in the block, which may bring members
 };
+
+// The id of a header as its tags keep it: 0, as of no header, for one that is too large.
+inline uint16_t HeaderId(int id) {
+  constexpr int cLargest = (1 << 15) - 1;
+  return id < 0 || id > cLargest ? 0 : static_cast<uint16_t>(id & cLargest);
+}
+
+// The name of the class that a tag was found in; empty without one.
+inline std::string OwnerName(const TagItem& item) {
+  return item.owner ? std::string(item.owner->name) : std::string();
+}
 
 // A header of a reference library.
 struct HeaderRec {

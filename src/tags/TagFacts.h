@@ -4,6 +4,9 @@
 
 namespace zendry {
 
+// The access of a function that a class names as its friend.
+inline constexpr std::string_view cFriendAccess = "friend";
+
 // The declaration parser's facts about one tag. The texts are in the parser and valid until the
 // next tag. A missing text has a null `data()`, which is not the same as an empty text.
 struct TagFacts {

@@ -1,7 +1,9 @@
 #include "tags/TagIndex.h"
 
 #include <algorithm>
+#include <numeric>
 #include <set>
+#include <utility>
 
 namespace zendry {
 
@@ -10,154 +12,226 @@ namespace {
 constexpr int cEnumerator = 'e';
 constexpr int cEnum = 'g';
 
-template <class Record>
-bool IsBefore(const TagIndex::Place<Record>& place, int module) {
-  return place.module < module;
+std::string_view NameOf(const TagItem& item) {
+  return item.name;
 }
 
-template <class Record>
-using Noted = std::vector<typename TagIndex::Places<Record>::iterator>;
-
-// The position of a module's place among those of a name, or the position where it belongs.
-template <class Record>
-auto PlaceOf(std::vector<TagIndex::Place<Record>>& ofName, int module) {
-  return std::lower_bound(ofName.begin(), ofName.end(), module, IsBefore<Record>);
+std::string_view NameOf(const TagData& module) {
+  return module.fileName;
 }
 
-// Notes a record under its name unless its module already has one there. A place without a record
-// comes from the module's earlier content.
-template <class Record>
-void NoteIn(typename TagIndex::Places<Record>::iterator entry, int module, Record& record,
-            Noted<Record>& noted) {
-  auto& ofName = entry->second;
-  const auto at = PlaceOf<Record>(ofName, module);
-  const bool known = at != ofName.end() && at->module == module;
-  if (known && at->record) return;
-  if (known)
-    at->record = &record;
-  else
-    ofName.insert(at, {module, &record});
-  noted.push_back(entry);
-}
-
-// Replaces the module's entries in the index. Most names are unchanged: their entries are met in
-// the same order and need no search.
-template <class Record>
-class Renoting {
- public:
-  Renoting(TagIndex::Places<Record>& allPlaces, int itsModule, Noted<Record>& itsNoted)
-      : places(allPlaces), module(itsModule), noted(itsNoted), before(std::move(itsNoted)) {
-    noted.clear();
-    for (const auto& entry : before) PlaceOf<Record>(entry->second, module)->record = nullptr;
+// Compares places with each other and with names.
+struct IsBefore {
+  template <class Place>
+  bool operator()(const Place& a, const Place& b) const {
+    const int order = NameOf(*a.record).compare(NameOf(*b.record));
+    return order < 0 || (order == 0 && a.module < b.module);
   }
-  ~Renoting() {
-    for (const auto& entry : before) {
-      auto& ofName = entry->second;
-      const auto at = PlaceOf<Record>(ofName, module);
-      if (!at->record) ofName.erase(at);
-      if (ofName.empty()) places.erase(entry);
-    }
+  template <class Place>
+  bool operator()(const Place& place, std::string_view name) const {
+    return NameOf(*place.record) < name;
   }
-  Renoting(const Renoting&) = delete;
-  Renoting& operator=(const Renoting&) = delete;
-
-  void Note(const std::string& name, Record& record) {
-    const auto entry = InStep(name) ? before[next++] : places.try_emplace(name).first;
-    NoteIn(entry, module, record, noted);
+  template <class Place>
+  bool operator()(std::string_view name, const Place& place) const {
+    return name < NameOf(*place.record);
   }
-
- private:
-  // True if the name is the next one of the earlier names, apart from a few that are gone.
-  bool InStep(const std::string& name) {
-    constexpr size_t cMostGone = 3;
-    const size_t end = std::min(next + cMostGone + 1, before.size());
-    for (size_t i = next; i < end; ++i) {
-      if (before[i]->first != name) continue;
-      next = i;
-      return true;
-    }
-    return false;
-  }
-
-  TagIndex::Places<Record>& places;
-  const int module;
-  Noted<Record>& noted;
-  const Noted<Record> before;
-  size_t next = 0;
 };
 
+// Of sorted places, keeps the first one of each name in a module.
+template <class Place>
+void KeepFirst(std::vector<Place>& places) {
+  const auto isSame = [](const Place& a, const Place& b) {
+    return a.module == b.module && NameOf(*a.record) == NameOf(*b.record);
+  };
+  places.erase(std::unique(places.begin(), places.end(), isSame), places.end());
+}
+
+// The positions in `places` where each of the fresh ones belongs; both are sorted. Most names of a
+// module are those that it had before, so the gaps are tried first.
+template <class Place>
+std::vector<size_t> PositionsOf(const std::vector<Place>& fresh, const std::vector<Place>& places,
+                                const std::vector<size_t>& gaps) {
+  std::vector<size_t> positions;
+  positions.reserve(fresh.size());
+  size_t position = 0;
+  auto gap = gaps.begin();
+  for (const Place& place : fresh) {
+    const auto isAfter = [&](size_t at) {
+      return at < places.size() && !IsBefore()(place, places[at]);
+    };
+    while (gap != gaps.end() && isAfter(*gap)) ++gap;
+    const size_t end = gap == gaps.end() ? places.size() : *gap;
+    if (end > position && !isAfter(end - 1)) {
+      const auto begin = places.begin();
+      const auto found =
+          std::lower_bound(begin + static_cast<std::ptrdiff_t>(position),
+                           begin + static_cast<std::ptrdiff_t>(end), place, IsBefore());
+      position = static_cast<size_t>(found - begin);
+    } else {
+      position = end;
+    }
+    positions.push_back(position);
+  }
+  return positions;
+}
+
 }  // namespace
+
+template <class Record>
+auto TagPlaces<Record>::Named(std::string_view name) const -> Range {
+  const auto [begin, end] = std::equal_range(places.begin(), places.end(), name, IsBefore());
+  return {begin, end};
+}
+
+template <class Record>
+auto TagPlaces<Record>::WithPrefix(std::string_view prefix) const -> Range {
+  const auto begin = std::lower_bound(places.begin(), places.end(), prefix, IsBefore());
+  const auto hasPrefix = [prefix](const Place& place) {
+    return NameOf(*place.record).starts_with(prefix);
+  };
+  return {begin, std::partition_point(begin, places.end(), hasPrefix)};
+}
+
+template <class Record>
+void TagPlaces<Record>::Fill(std::vector<Place> all) {
+  std::stable_sort(all.begin(), all.end(), IsBefore());
+  KeepFirst(all);
+  places = std::move(all);
+  places.shrink_to_fit();
+}
+
+template <class Record>
+void TagPlaces<Record>::Replace(int module, std::vector<Place> fresh) {
+  const std::vector<size_t> gaps = Remove(module);
+  SortLikeLast(fresh);
+  KeepFirst(fresh);
+  const std::vector<size_t> positions = PositionsOf(fresh, places, gaps);
+  auto end = static_cast<std::ptrdiff_t>(places.size());
+  places.resize(places.size() + fresh.size());
+  const auto begin = places.begin();
+  for (size_t i = fresh.size(); i-- > 0;) {
+    const auto position = static_cast<std::ptrdiff_t>(positions[i]);
+    const auto before = static_cast<std::ptrdiff_t>(i);
+    std::move_backward(begin + position, begin + end, begin + end + before + 1);
+    begin[position + before] = fresh[i];
+    end = position;
+  }
+}
+
+// Sorts by name. While somebody types, the names mostly stay, and so does their order.
+template <class Record>
+void TagPlaces<Record>::SortLikeLast(std::vector<Place>& fresh) {
+  const auto isBefore = [&fresh](size_t a, size_t b) {
+    return a != b && (IsBefore()(fresh[a], fresh[b]) || (a < b && !IsBefore()(fresh[b], fresh[a])));
+  };
+  const bool isKnown = lastOrder.size() == fresh.size();
+  if (!isKnown) {
+    lastOrder.resize(fresh.size());
+    std::iota(lastOrder.begin(), lastOrder.end(), size_t{0});
+  }
+  if (!std::is_sorted(lastOrder.begin(), lastOrder.end(), isBefore))
+    std::sort(lastOrder.begin(), lastOrder.end(), isBefore);
+  std::vector<Place> sorted;
+  sorted.reserve(fresh.size());
+  for (const size_t at : lastOrder) sorted.push_back(fresh[at]);
+  fresh = std::move(sorted);
+}
+
+// Removes the places of a module. Answers where each of them was among those that stay.
+template <class Record>
+std::vector<size_t> TagPlaces<Record>::Remove(int module) {
+  std::vector<size_t> gaps;
+  size_t kept = 0;
+  for (const Place& place : places) {
+    if (place.module == module)
+      gaps.push_back(kept);
+    else
+      places[kept++] = place;
+  }
+  places.resize(kept);
+  return gaps;
+}
+
+template class TagPlaces<TagItem>;
+template class TagPlaces<TagClass>;
+template class TagPlaces<TagData>;
 
 void TagIndex::Update(const std::vector<TagData*>& newModules) {
   const bool sameModules = newModules == modules;
   if (sameModules && latest == TagData::LatestGeneration()) return;
-  if (!sameModules) {
-    globals.clear();
-    classes.clear();
-    enumerators.clear();
-    files.clear();
-    modules = newModules;
-    entries.assign(modules.size(), {});
-  }
-  for (int module = 0; module < static_cast<int>(modules.size()); ++module) {
-    if (entries[module].generation == modules[module]->Generation()) continue;
-    Renote(module);
-  }
   latest = TagData::LatestGeneration();
+  if (!sameModules) return Rebuild(newModules);
+  for (size_t i = 0; i < modules.size(); ++i) {
+    if (generations[i] == modules[i]->Generation()) continue;
+    generations[i] = modules[i]->Generation();
+    Found fresh;
+    Collect(fresh, static_cast<int>(i));
+    globals.Replace(static_cast<int>(i), std::move(fresh.globals));
+    classes.Replace(static_cast<int>(i), std::move(fresh.classes));
+    enumerators.Replace(static_cast<int>(i), std::move(fresh.enumerators));
+    files.Replace(static_cast<int>(i), std::move(fresh.files));
+  }
 }
 
-void TagIndex::Renote(int module) {
-  Entry& entry = entries[module];
-  TagData& tags = *modules[module];
-  entry.generation = tags.Generation();
-  Renoting<TagItem> ofGlobals(globals, module, entry.globals);
-  for (TagItem& item : tags.globals) ofGlobals.Note(item.name, item);
-  Renoting<TagClass> ofClasses(classes, module, entry.classes);
-  for (auto& [key, record] : tags.classes) ofClasses.Note(record.name, record);
-  Renoting<TagItem> ofEnumerators(enumerators, module, entry.enumerators);
+void TagIndex::Rebuild(const std::vector<TagData*>& newModules) {
+  modules = newModules;
+  generations.clear();
+  Found all;
+  for (size_t i = 0; i < modules.size(); ++i) {
+    generations.push_back(modules[i]->Generation());
+    Collect(all, static_cast<int>(i));
+  }
+  globals.Fill(std::move(all.globals));
+  classes.Fill(std::move(all.classes));
+  enumerators.Fill(std::move(all.enumerators));
+  files.Fill(std::move(all.files));
+}
+
+// Appends the records of a module in their order.
+void TagIndex::Collect(Found& out, int module) const {
+  TagData& tags = *modules[static_cast<size_t>(module)];
   std::set<std::string_view> scoped;
-  for (const TagItem& item : tags.globals)
+  for (TagItem& item : tags.globals) {
+    out.globals.push_back({module, &item});
     if (item.kind == cEnum && item.type != "enum") scoped.insert(item.name);
+  }
   for (auto& [key, record] : tags.classes) {
+    out.classes.push_back({module, &record});
     if (record.line >= 0 || scoped.contains(record.name)) continue;
     for (TagItem& member : record.members)
-      if (member.kind == cEnumerator) ofEnumerators.Note(member.name, member);
+      if (member.kind == cEnumerator) out.enumerators.push_back({module, &member});
   }
-  Renoting<TagData>(files, module, entry.files).Note(tags.fileName, tags);
-}
-
-const std::vector<TagIndex::Place<TagClass>>& TagIndex::Classes(std::string_view name) const {
-  static const std::vector<Place<TagClass>> cNone;
-  const auto found = classes.find(name);
-  return found == classes.end() ? cNone : found->second;
+  out.files.push_back({module, &tags});
 }
 
 TagClass* TagIndex::FindClass(std::string_view name) const {
-  for (const auto& [module, record] : Classes(name)) {
+  for (const auto& [module, record] : classes.Named(name)) {
     if (record->line < 0) continue;
-    record->module = modules[module];
+    record->module = modules[static_cast<size_t>(module)];
     return record;
   }
   return nullptr;
 }
 
 TagData* TagIndex::FindModule(std::string_view fileName) const {
-  const auto found = files.find(fileName);
-  return fileName.empty() || found == files.end() ? nullptr : modules[found->second.front().module];
+  if (fileName.empty()) return nullptr;
+  const auto places = files.Named(fileName);
+  return places.empty() ? nullptr : places.front().record;
 }
 
 TagItem* TagIndex::FindGlobal(std::string_view name, std::string_view moduleName) const {
-  const auto found = globals.find(name);
-  if (found == globals.end()) return nullptr;
-  const auto& places = found->second;
+  const auto places = globals.Named(name);
+  if (places.empty()) return nullptr;
   auto place = places.begin();
-  if (const auto preferred = files.find(moduleName);
-      !moduleName.empty() && preferred != files.end()) {
-    const int module = preferred->second.front().module;
-    const auto own = std::lower_bound(places.begin(), places.end(), module, IsBefore<TagItem>);
+  const auto preferred = files.Named(moduleName);
+  if (!moduleName.empty() && !preferred.empty()) {
+    const int module = preferred.front().module;
+    const auto own =
+        std::lower_bound(places.begin(), places.end(), module,
+                         [](const auto& each, int wanted) { return each.module < wanted; });
     if (own != places.end() && own->module == module) place = own;
   }
-  place->record->module = modules[place->module];
+  place->record->module = modules[static_cast<size_t>(place->module)];
   return place->record;
 }
 

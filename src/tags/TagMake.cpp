@@ -1,6 +1,5 @@
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
-#include "tags/TagData.h"
 #include "tags/TagMacros.h"
 #include "tags/TagParser.h"
 

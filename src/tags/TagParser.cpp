@@ -174,7 +174,7 @@ std::string TagParser::NameBlock(std::string_view from, size_t first, char kind,
   TagClass& record = EnsureClass(name);
   record.name = name;
   record.line = line;
-  record.fileId = fileId;
+  record.fileId = HeaderId(fileId);
   record.kind = kind;
   const auto begin = items.begin() + static_cast<std::ptrdiff_t>(first);
   const auto moved = std::stable_partition(begin, items.end(), std::not_fn(MayBeMember));
@@ -208,7 +208,7 @@ std::vector<TagItem>& TagParser::MembersOf(std::string_view className) {
   if (record.name.empty()) {
     record.name = className;
     record.line = -1;
-    record.fileId = fileId;
+    record.fileId = HeaderId(fileId);
     record.kind = 0;
     record.owner = nullptr;
   }
@@ -219,13 +219,13 @@ void TagParser::StoreItem(const TagFacts& facts) {
   const bool isMember = facts.scopeKind.data() != nullptr;
   TagItem& item = (isMember ? MembersOf(ClassName(facts)) : tagData->globals).emplace_back();
   item.line = facts.lineNumber;
-  item.fileId = fileId;
+  item.fileId = HeaderId(fileId);
   item.kind = facts.kind;
   item.name = facts.name;
   item.signature = facts.signature;
   item.type = facts.blockType.empty() ? facts.typeRef : facts.blockType;
   if (isMember && facts.access.size() > cAccessLetter) item.access = facts.access[cAccessLetter];
-  if (isMember && facts.access == cFriendAccess) item.text = cFriendAccess;
+  item.isFriend = isMember && facts.access == cFriendAccess;
 }
 
 void TagParser::StoreClass(const TagFacts& facts) {
@@ -235,9 +235,9 @@ void TagParser::StoreClass(const TagFacts& facts) {
   record.line = facts.lineNumber;
   record.type = facts.typeRef;
   record.kind = facts.kind;
-  record.fileId = fileId;
+  record.fileId = HeaderId(fileId);
   record.serial = ++tagData->classCount;
-  record.text = facts.namespaceName;
+  record.nameSpace = facts.namespaceName;
   if (facts.inheritance.data() == nullptr) return;
   record.inheritance = facts.inheritance;
   record.hiddenBases = facts.hiddenBases;

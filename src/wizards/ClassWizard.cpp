@@ -84,7 +84,7 @@ void ClassWizard::FillClasses(CodeWizard& wizard, CodeSources& sources,
     }
   std::stable_sort(classes.begin(), classes.end(),
                    [](const TagItem* a, const TagItem* b) { return a->name < b->name; });
-  const std::string wanted = context.item && context.item->owner ? context.item->owner->name : "";
+  const std::string wanted = context.item ? OwnerName(*context.item) : "";
   SymbolPlaces symbols(wizard, sources);
   const TagClass* meant =
       wanted.empty() ? nullptr : symbols.ClassSeen(wanted, context.item->module);
@@ -115,7 +115,7 @@ void ClassWizard::FillMembers() {
       member.owner = record;
       member.module = record->module;
       members.push_back(&member);
-      after.items.Add(member.name + member.signature);
+      after.items.Add(std::string(member.name) + member.signature);
     }
   }
   // A new method is most often meant for others.

@@ -22,13 +22,22 @@ TagClass& AddClass(TagData& data, const std::string& name) {
   return added;
 }
 
+TEST(TagData, HeaderId_BeyondTheLargest_IsThatOfNoHeader) {
+  EXPECT_EQ(HeaderId(1), 1);
+  EXPECT_EQ(HeaderId(32767), 32767);
+  EXPECT_EQ(HeaderId(32768), 0);
+  EXPECT_EQ(HeaderId(65537), 0);
+  EXPECT_EQ(HeaderId(-1), 0);
+}
+
 TEST(TagData, Records_StartEmpty) {
   const TagItem item;
   EXPECT_EQ(item.line, 0);
   EXPECT_EQ(item.fileId, 0);
   EXPECT_EQ(item.kind, 0);
+  EXPECT_FALSE(item.isFriend);
   EXPECT_EQ(item.access, 0);
-  EXPECT_EQ(item.text + item.name + item.signature + item.type, "");
+  EXPECT_EQ(std::string(item.name) + item.signature + item.type, "");
   EXPECT_EQ(item.owner, nullptr);
   EXPECT_EQ(item.module, nullptr);
   const TagClass tagClass;

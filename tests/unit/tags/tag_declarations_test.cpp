@@ -168,7 +168,7 @@ INSTANTIATE_TEST_SUITE_P(
 // Behind the name of a function, its parameters as they stand in the file.
 std::string SignatureOf(const std::string& text) {
   const test::TagRun run = ParseTags(text);
-  return run.store.globals.empty() ? "" : run.store.globals.front().signature;
+  return run.store.globals.empty() ? "" : std::string(run.store.globals.front().signature);
 }
 
 TEST(TagSignatures, DefaultValues_AreAsWritten) {
@@ -199,7 +199,7 @@ std::string MembersOf(const std::string& text, const std::string& name) {
   const TagClass* found = run.store.findClass(name);
   std::string members;
   if (found != nullptr)
-    for (const TagItem& item : found->members) members += item.name + ' ';
+    for (const TagItem& item : found->members) members += std::string(item.name) + ' ';
   return members;
 }
 

@@ -161,7 +161,7 @@ TEST(TagIndex, UnchangedStores_KeepTheirPlaces) {
   index.Update(stores.modules);
   stores.Module("b.cpp").clear();
   index.Update(stores.modules);
-  EXPECT_EQ(index.AllGlobals().size(), 1u);
+  EXPECT_EQ(index.Globals().All().size(), 1u);
   EXPECT_EQ(index.FindGlobal("x", "")->module, stores.modules[0]);
 }
 
@@ -170,7 +170,7 @@ TEST(TagIndex, NoModules_HasNothing) {
   index.Update({});
   EXPECT_EQ(index.FindClass("x"), nullptr);
   EXPECT_EQ(index.FindGlobal("x", ""), nullptr);
-  EXPECT_TRUE(index.Classes("x").empty());
+  EXPECT_TRUE(index.Classes().Named("x").empty());
 }
 
 TEST(TagIndex, TwoModulesOfOneName_FirstIsMeant) {
