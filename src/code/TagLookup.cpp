@@ -169,8 +169,8 @@ const TagPlaces<Record>::Place* NearestOf(typename TagPlaces<Record>::Range plac
 // The places of the first name.
 template <class Range>
 Range OfFirstName(Range places) {
-  const std::string& name = places.front().record->name;
-  const auto hasOther = [&name](const auto& place) { return place.record->name != name; };
+  const std::string_view name = places.front().record->name;
+  const auto hasOther = [name](const auto& place) { return place.record->name != name; };
   const auto end = std::find_if(places.begin() + 1, places.end(), hasOther);
   return {places.begin(), end};
 }

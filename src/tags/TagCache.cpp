@@ -59,7 +59,7 @@ class CacheWriter {
   }
 
   void WriteClass(const TagClass& tagClass) {
-    const std::string& name = tagClass.name;
+    const std::string name = tagClass.name;
     if (name.starts_with('_')) return;
     const bool isShortened = IsOfStringFamily(name);
     const bool written =

@@ -160,17 +160,22 @@ void TagIndex::Update(const std::vector<TagData*>& newModules) {
   const bool sameModules = newModules == modules;
   if (sameModules && latest == TagData::LatestGeneration()) return;
   latest = TagData::LatestGeneration();
-  if (!sameModules) return Rebuild(newModules);
-  for (size_t i = 0; i < modules.size(); ++i) {
-    if (generations[i] == modules[i]->Generation()) continue;
-    generations[i] = modules[i]->Generation();
-    Found fresh;
-    Collect(fresh, static_cast<int>(i));
-    globals.Replace(static_cast<int>(i), std::move(fresh.globals));
-    classes.Replace(static_cast<int>(i), std::move(fresh.classes));
-    enumerators.Replace(static_cast<int>(i), std::move(fresh.enumerators));
-    files.Replace(static_cast<int>(i), std::move(fresh.files));
-  }
+  std::vector<size_t> changed;
+  for (size_t i = 0; sameModules && i < modules.size(); ++i)
+    if (generations[i] != modules[i]->Generation()) changed.push_back(i);
+  // Putting one module's places in order would read the records that another one has no more.
+  if (!sameModules || changed.size() > 1) return Rebuild(newModules);
+  for (const size_t i : changed) Update(static_cast<int>(i));
+}
+
+void TagIndex::Update(int module) {
+  generations[static_cast<size_t>(module)] = modules[static_cast<size_t>(module)]->Generation();
+  Found fresh;
+  Collect(fresh, module);
+  globals.Replace(module, std::move(fresh.globals));
+  classes.Replace(module, std::move(fresh.classes));
+  enumerators.Replace(module, std::move(fresh.enumerators));
+  files.Replace(module, std::move(fresh.files));
 }
 
 void TagIndex::Rebuild(const std::vector<TagData*>& newModules) {

@@ -72,6 +72,7 @@ class TagIndex {
   };
 
   void Rebuild(const std::vector<TagData*>& newModules);
+  void Update(int module);
   void Collect(Found& out, int module) const;
 
   std::vector<TagData*> modules;

@@ -137,12 +137,16 @@ Reason FindTarget(std::string path, Target& target) {
   return calls.faccessat(at, target.name.c_str(), W_OK, AT_EACCESS) == 0 ? Reason() : LastError();
 }
 
+// The disk writes the pieces of a large text while the next ones are handed over.
 Reason WriteAll(int file, std::string_view content) {
+  constexpr size_t cPiece = 2 << 20;
   while (!content.empty()) {
-    const ssize_t count = TheFileCalls().write(file, content.data(), content.size());
+    const ssize_t count =
+        TheFileCalls().write(file, content.data(), std::min(content.size(), cPiece));
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) return LastError();
     content.remove_prefix(static_cast<size_t>(count));
+    if (!content.empty()) sync_file_range(file, 0, 0, SYNC_FILE_RANGE_WRITE);
   }
   return {};
 }
