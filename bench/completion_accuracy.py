@@ -101,7 +101,8 @@ def line_after(text, request):
     return places[0] + 1
 
 
-def ask(client, address, request, text):
+def ask_at(client, address, request, text, method, parameters):
+    """Types the text of a request and asks at its end; the answer and its milliseconds. The text is gone after."""
     line = line_after(text, request)
     typed = request.text.split('\n')
     end = {'line': line + len(typed) - 1, 'character': len(typed[-1])}
@@ -114,10 +115,14 @@ def ask(client, address, request, text):
 
     change({'start': start, 'end': start}, request.text + '\n')
     begin = time.perf_counter()
-    answer = client.ask('textDocument/completion', {'textDocument': {'uri': address}, 'position': end,
-                                                    'context': {'triggerKind': 1}})
+    answer = client.ask(method, {'textDocument': {'uri': address}, 'position': end, **parameters})
     took = (time.perf_counter() - begin) * 1e3
     change({'start': start, 'end': {'line': line + len(typed), 'character': 0}}, '')
+    return answer, took
+
+
+def ask(client, address, request, text):
+    answer, took = ask_at(client, address, request, text, 'textDocument/completion', {'context': {'triggerKind': 1}})
     items = answer['items'] if isinstance(answer, dict) else answer or []
     names = {name_of(item) for item in items}
     missing = [name for name in request.wanted if name not in names]
@@ -138,9 +143,9 @@ def open_file(command, base, file, waits):
     return client, address, text
 
 
-def run(command, base, waits):
-    """The results of one server for a code base; `waits`: until it has said what it thinks of a file. A server that
-    ends when it is asked has given an empty answer, and is started anew."""
+def run(command, base, waits, ask_one):
+    """The results of one server for a code base, each from `ask_one`; `waits`: until it has said what it thinks of a
+    file. A server that ends when it is asked has given an empty answer, and is started anew."""
     results = []
     for file in dict.fromkeys(request.file for request in base.requests):
         client, address, text = open_file(command, base, file, waits)
@@ -148,7 +153,7 @@ def run(command, base, waits):
             if request.file != file:
                 continue
             try:
-                results.append(ask(client, address, request, text))
+                results.append(ask_one(client, address, request, text))
             except (EOFError, BrokenPipeError):
                 client.end()
                 print(f'{command[0]} ended: {request.file}: {request.text!r}', file=sys.stderr)
@@ -187,29 +192,34 @@ def write_failures(path, results, peer):
                        f' not wanted: {" ".join(result.surplus) or "-"}; peer: {verdicts.get(id(request), "-")}\n')
 
 
-def main():
-    parser = argparse.ArgumentParser(description='Completion accuracy beside clangd.')
+def measure(subject, requests, read_base, ask_one):
+    """Asks both servers all that the command line says, and prints what came."""
+    parser = argparse.ArgumentParser(description=f'{subject} accuracy beside clangd.')
     parser.add_argument('--lsp', required=True, help='zendry-lsp of an installation')
     parser.add_argument('--corpora', required=True, help='folder with the sources of Debian packages')
     parser.add_argument('--no-peer', action='store_true', help='ask zendry-lsp only')
     parser.add_argument('--failures', help='write what zendry-lsp has wrong to this file')
     parser.add_argument('--peer-failures', help='the same for clangd')
-    parser.add_argument('requests', nargs='*', default=sorted(glob.glob(f'{HERE}/completion_requests/*.txt')))
+    parser.add_argument('requests', nargs='*', default=sorted(glob.glob(f'{HERE}/{requests}/*.txt')))
     options = parser.parse_args()
     servers = {'zendry-lsp': ([os.path.abspath(options.lsp)], False)}
     if not options.no_peer:
         servers['clangd'] = (CLANGD, True)
     results = {name: [] for name in servers}
     for path in options.requests:
-        base = Base(path)
+        base = read_base(path)
         base.prepare(os.path.abspath(options.corpora))
         for name, (command, waits) in servers.items():
-            results[name] += run(command, base, waits)
+            results[name] += run(command, base, waits, ask_one)
     print_table(results)
     if options.failures:
         write_failures(options.failures, results['zendry-lsp'], results.get('clangd', []))
     if options.peer_failures and not options.no_peer:
         write_failures(options.peer_failures, results['clangd'], results['zendry-lsp'])
+
+
+def main():
+    measure('Completion', 'completion_requests', Base, ask)
 
 
 if __name__ == '__main__':

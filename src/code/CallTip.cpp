@@ -91,6 +91,7 @@ void SortByArguments(std::vector<CallSignature>& overloads, int arguments) {
   overloads = std::move(kept);
   const auto isBefore = [arguments](const CallSignature& a, const CallSignature& b) {
     if (a.Takes(arguments) != b.Takes(arguments)) return a.Takes(arguments);
+    if (a.fit != b.fit) return a.fit > b.fit;
     return a.parameters.size() < b.parameters.size();
   };
   std::stable_sort(overloads.begin(), overloads.end(), isBefore);

@@ -21,6 +21,7 @@ struct CallSignature {
   std::string label;                   // "int Shape::draw(int depth, char fill = ' ')"
   std::vector<LabelRange> parameters;  // each with its default value
   bool takesMore = false;              // the last parameter takes any number of arguments
+  int fit = 0;                         // how well the types of the arguments fit; more is better
 
   // The parameter that takes an argument; -1 if none does.
   int ParameterFor(int argument) const;
@@ -61,8 +62,8 @@ struct Arity {
 // Of a list of parameters with its brackets.
 Arity ArityOf(const std::string& parameters);
 
-// Puts those first that take as many arguments, then those with fewer parameters; otherwise the
-// order stays. Of signatures with the same label one is left.
+// Puts those first that take as many arguments, among them those that fit better, then those with
+// fewer parameters; otherwise the order stays. Of signatures with the same label one is left.
 void SortByArguments(std::vector<CallSignature>& overloads, int arguments);
 
 // Where the caret is in a call that was found before.

@@ -270,9 +270,13 @@ std::optional<CallTip> CodeWizard::FindCallTip(const CaretText& editor, const Ta
     int name = 0;
     tip.bracket = caret - types.BytesBefore(call.bracket);
     tip.innermost = caret - types.BytesBefore(calls.front().bracket);
-    for (const Callable& callable : types.Callables(call, name))
-      tip.overloads.push_back(SignatureOf(callable));
-    if (tip.overloads.empty()) continue;
+    const std::vector<Callable> callables = types.Callables(call, name);
+    if (callables.empty()) continue;
+    const std::vector<int> fits = types.FitsOf(callables, call);
+    for (size_t i = 0; i < callables.size(); ++i) {
+      tip.overloads.push_back(SignatureOf(callables[i]));
+      tip.overloads.back().fit = fits[i];
+    }
     tip.name = caret - types.BytesBefore(name);
     SortByArguments(tip.overloads, tip.arguments);
     return tip;

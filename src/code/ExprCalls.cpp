@@ -203,7 +203,7 @@ ExprTypes::CallableList ExprTypes::OfValue(const Value& value, bool isBrace) {
   const Value object = Plain(value);
   if (object.type.pointers > 0) return {};
   const TagClass* record = ClassOf(object.type, object.scope);
-  TagItem* call = record ? tags.findMemberInClass(record->name, cCallOperator) : nullptr;
+  TagItem* call = record ? MemberNamed(*record, cCallOperator) : nullptr;
   return call ? Overloads(*call) : CallableList();
 }
 

@@ -12,6 +12,7 @@ namespace {
 constexpr std::string_view cNull = "nullptr_t";
 constexpr std::string_view cSmallIntegers = "bool char char8_t char16_t short signed unsigned";
 constexpr std::string_view cStrings = "string string_view basic_string basic_string_view";
+constexpr std::string_view cLetter = "CharT";  // what the library's strings call their letters
 
 // How well an argument fits a parameter. A type that isn't known neither helps nor harms.
 enum Fit {
@@ -124,8 +125,9 @@ int ExprTypes::FitOfPlain(const Value& from, const Value& to) {
   return isBasic || !takesBasic ? cHardly : cNever + cPromoted;
 }
 
-int ExprTypes::FitOfFunction(const std::vector<Found>& arguments, const TagItem& function) {
-  const CallSignature signature = SignatureOf({{}, {}, function.signature});
+int ExprTypes::FitOfParameters(const std::vector<Found>& arguments, const std::string& parameters,
+                               const std::string& owner) {
+  const CallSignature signature = SignatureOf({{}, {}, parameters});
   int fit = 0;
   for (size_t i = 0; i < arguments.size(); ++i) {
     const int place = signature.ParameterFor(static_cast<int>(i));
@@ -136,13 +138,30 @@ int ExprTypes::FitOfFunction(const std::vector<Found>& arguments, const TagItem&
     int at = 0;
     std::optional<TypeText> type = ReadType(written, at);
     if (!type) continue;
+    if (type->Name() == cLetter && IsInList(cStrings, owner)) type = TypeOfName("char");
     type->pointers = ReadPointers(written, at);
     if (written.Is(at, "(")) continue;
     if (written.IsWord(at)) ++at;
     if (written.Is(at, "[")) ++type->pointers;
-    fit += FitOf(arguments[i], {*type, function.owner ? function.owner->name : OwnerName()});
+    fit += FitOf(arguments[i], {*type, owner});
   }
   return fit;
+}
+
+// The argument at the end of the text is still being written.
+std::vector<int> ExprTypes::FitsOf(const std::vector<Callable>& callables, const OpenCall& call) {
+  std::vector<int> fits(callables.size());
+  if (callables.size() < 2 || call.argument == 0) return fits;
+  std::vector<Found> arguments = ArgumentValues(call.bracket);
+  if (arguments.size() > static_cast<size_t>(call.argument))
+    arguments.resize(static_cast<size_t>(call.argument));
+  for (size_t i = 0; i < callables.size(); ++i) {
+    const size_t colon = callables[i].name.rfind("::");
+    const std::string owner =
+        colon == std::string::npos ? OwnerName() : callables[i].name.substr(0, colon);
+    fits[i] = FitOfParameters(arguments, callables[i].parameters, owner);
+  }
+  return fits;
 }
 
 TagItem* ExprTypes::BestOverload(const std::vector<TagItem*>& functions) {
@@ -152,7 +171,8 @@ TagItem* ExprTypes::BestOverload(const std::vector<TagItem*>& functions) {
   TagItem* best = nullptr;
   int bestFit = 0;
   for (TagItem* function : functions) {
-    const int fit = FitOfFunction(arguments, *function);
+    const int fit = FitOfParameters(arguments, function->signature,
+                                    function->owner ? function->owner->name : OwnerName());
     if (best && fit <= bestFit) continue;
     best = function;
     bestFit = fit;

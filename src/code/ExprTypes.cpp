@@ -275,7 +275,7 @@ ExprTypes::Found ExprTypes::QualifiedValue(const TypeText& path) {
     if (TagClass* record = ClassOf(outer.type, outer.scope)) {
       if (TagClass* nested = tags.findClass(record->name + "::" + path.Name()))
         return Value{TypeOfName(nested->name), {}, true, nested};
-      if (TagItem* member = tags.findMemberInClass(record->name, path.Name()))
+      if (TagItem* member = MemberNamed(*record, path.Name()))
         return ItemValue(*member, outer.type);
     }
   }
@@ -391,6 +391,12 @@ ExprTypes::Value ExprTypes::Pointee(const Value& value) {
   return object;
 }
 
+// The project may have a class with the name of one of the library.
+TagItem* ExprTypes::MemberNamed(const TagClass& record, std::string_view name) {
+  const bool isOfLibrary = &record == tags.findLibraryClass(record.name);
+  return tags.findMemberInClass(record.name, name, 0, isOfLibrary ? sources.Library() : nullptr);
+}
+
 ExprTypes::Found ExprTypes::MemberValue(const Value& value, const std::string& name, bool isArrow,
                                         const ExprStep* call) {
   const Deeper deeper(depth);
@@ -398,7 +404,7 @@ ExprTypes::Found ExprTypes::MemberValue(const Value& value, const std::string& n
   Value object = isArrow ? Pointee(value) : Plain(value);
   object.type.pointers = 0;
   TagClass* record = ClassOf(object.type, object.scope);
-  TagItem* member = record ? tags.findMemberInClass(record->name, name) : nullptr;
+  TagItem* member = record ? MemberNamed(*record, name) : nullptr;
   Found result;
   if (!record || !record->module) result = WithType(MemberOf(object.type, name), object);
   if (result) result->item = member;
@@ -415,7 +421,7 @@ ExprTypes::Found ExprTypes::WithType(std::optional<TypeText> type, const Value& 
 // The value that an operator of a class gives.
 ExprTypes::Found ExprTypes::OperatorValue(const Value& value, const char* name) {
   const TagClass* record = ClassOf(value.type, value.scope);
-  TagItem* member = record ? tags.findMemberInClass(record->name, name) : nullptr;
+  TagItem* member = record ? MemberNamed(*record, name) : nullptr;
   if (!member) return std::nullopt;
   Found result = ItemValue(*member, value.type);
   if (result) result->item = nullptr;
@@ -546,7 +552,7 @@ ExprTypes::Found ExprTypes::NestedAlias(const Value& value) {
     return global && global->kind == cTypedef ? ItemValue(*global, {}) : Found();
   }
   if (!record || tags.findClass(record->name + "::" + name)) return std::nullopt;
-  TagItem* member = tags.findMemberInClass(record->name, name);
+  TagItem* member = MemberNamed(*record, name);
   if (member) return member->kind == cTypedef ? ItemValue(*member, outer.type) : Found();
   return WrittenAlias(name);
 }

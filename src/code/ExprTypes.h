@@ -46,6 +46,8 @@ class ExprTypes {
   // that fit alike the first. The place is in the call, after its arguments. Null if that isn't a
   // call.
   TagItem* BestOverload(const std::vector<TagItem*>& functions);
+  // How well the types of the arguments before the one at the end of the text fit each of them.
+  std::vector<int> FitsOf(const std::vector<Callable>& callables, const OpenCall& call);
   // How far a token begins before the place.
   int BytesBefore(int token) const { return tokens.Size() - tokens.Start(token); }
 
@@ -77,6 +79,7 @@ class ExprTypes {
   Found MemberValue(const Value& value, const std::string& name, bool isArrow,
                     const ExprStep* call = nullptr);
   Found OperatorValue(const Value& value, const char* name);
+  TagItem* MemberNamed(const TagClass& record, std::string_view name);
   Found Indexed(const Value& value);
   Found Dereferenced(const Value& value);
   Found ElementValue(const Value& value);
@@ -120,7 +123,8 @@ class ExprTypes {
   std::vector<Found> ArgumentValues(int bracket);
   int FitOf(const Found& argument, const Value& parameter);
   int FitOfPlain(const Value& argument, const Value& parameter);
-  int FitOfFunction(const std::vector<Found>& arguments, const TagItem& function);
+  int FitOfParameters(const std::vector<Found>& arguments, const std::string& parameters,
+                      const std::string& owner);
   std::string OwnerName() const;
 
   TagLookup& tags;

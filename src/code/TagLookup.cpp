@@ -415,12 +415,20 @@ TagItem* TagLookup::NearestGlobal(std::string_view name, const TagData* from, in
   return place->record;
 }
 
+// A macro has a tag where it is undefined too; the nearest one that brings members counts.
 TagClass* TagLookup::MacroMembers(std::string_view name, const TagData* from) {
-  const TagItem* macro = NearestGlobal(name, from, cMacro);
-  if (!macro) return nullptr;
-  TagData& file = *macro->module;
-  const bool isKnown = memberMacros.IsKnown(*macro, file);
-  return memberMacros.MembersOf(*macro, file, isKnown ? std::string() : sources.TextOf(file));
+  const auto membersOf = [this](const TagItem& macro, TagData& file) {
+    const bool isKnown = memberMacros.IsKnown(macro, file);
+    return memberMacros.MembersOf(macro, file, isKnown ? std::string() : sources.TextOf(file));
+  };
+  const TagItem* nearest = NearestGlobal(name, from, cMacro);
+  if (!nearest) return nullptr;
+  if (TagClass* found = membersOf(*nearest, *nearest->module)) return found;
+  for (const auto& [number, record] : index.AllGlobals().find(name)->second) {
+    if (record->kind != cMacro || record == nearest) continue;
+    if (TagClass* found = membersOf(*record, *index.Modules()[number])) return found;
+  }
+  return nullptr;
 }
 
 bool TagLookup::IsDerived(std::string_view className, std::string_view baseName) {

@@ -158,6 +158,53 @@ TEST_F(CallTips, Overloads_TheBestFittingFirst) {
   EXPECT_EQ(Print(At(head + "x, y, z, @")).substr(0, 10), "void add()") << "none fits";
 }
 
+TEST_F(CallTips, OverloadsThatTakeAsMany_TheTypesBeforeTheCaretDecide) {
+  project.Add(
+      "put.h",
+      "struct Text { Text(const std::string& s, int kind = 0);\n"
+      "  Text(const wchar_t* s, int kind = 0);\n  Text(char c, int kind = 0);\n"
+      "  Text(const char* s, int kind = 0); };\n"
+      "struct Base {};\nstruct Derived : Base {};\n"
+      "struct Pen { void put(const Text& text, int at = 0);\n  void put(char c, int at = 0);\n"
+      "  void put(double d, int at, int depth);\n  void put(const Base& b, int at); };\n");
+  const std::string head = "#include \"put.h\"\nvoid f(Pen pen, Derived d, Gone gone) {\n  ";
+  const std::pair<const char*, const char*> cases[] = {
+      {"pen.put('a', ", "void Pen::put(char c, [int at = 0])"},
+      {"pen.put(d, ", "void Pen::put(const Base& b, [int at])"},
+      {"pen.put(1.5, ", "void Pen::put(double d, [int at], int depth)"},
+      {"pen.put('a', 1, ", "void Pen::put(double d, int at, [int depth])"},
+      {"Text t(\"a,b\", ", "Text::Text(const char* s, [int kind = 0])"},
+      {"Text t('a', ", "Text::Text(char c, [int kind = 0])"},
+      {"pen.put(gone, ", "void Pen::put(const Text& text, [int at = 0])"},
+      {"pen.put('a'", "void Pen::put([const Text& text], int at = 0)"},
+  };
+  for (const auto& [body, tip] : cases) {
+    const std::string all = Print(At(head + body + "@"));
+    EXPECT_EQ(all.substr(0, all.find('\n')), tip) << body;
+  }
+}
+
+TEST_F(CallTips, LettersOfTheLibrarysStrings_AreChar) {
+  const auto add = [this](const char* name) {
+    TagClass& record = test::CodeStores::AddClass(project.library, name, 0);
+    for (const char* parameters : {"(const string& s, size_t n)", "(const CharT* s, size_t n)"}) {
+      record.members.push_back(test::Tag("append", 'p'));
+      record.members.back().signature = parameters;
+    }
+  };
+  add("string");
+  add("other");
+  const auto first = [this](const std::string& body) {
+    const std::string all = Print(InFunction(body));
+    return all.substr(0, all.find('\n'));
+  };
+  EXPECT_EQ(first("std::string s;\n  s.append(\"x\", "),
+            "string::append(const CharT* s, [size_t n])");
+  EXPECT_EQ(first("std::string s;\n  s.append(s, "), "string::append(const string& s, [size_t n])");
+  EXPECT_EQ(first("std::other s;\n  s.append(\"x\", "),
+            "other::append(const string& s, [size_t n])");
+}
+
 TEST_F(CallTips, AFunctionOfAnotherFile_IsLeftOutIfAnIncludedOneHasTheName) {
   Expect({{"helper(", "int helper([int far])"}});
   EXPECT_EQ(Print(At("void f() {\n  join(@")),

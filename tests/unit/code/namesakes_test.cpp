@@ -162,6 +162,50 @@ TEST(NamesakesOfKinds, StandardClass_ByItsNamespace) {
   EXPECT_EQ(project.Names("/p/a.cpp", code + "own();\n  s.@\n}\n"), "mine");
 }
 
+TEST(NamesakesOfKinds, CallsOfAStandardClass_AreItsOwn) {
+  test::ParsedProject project;
+  TagItem replace = test::Tag("replace", 'p');
+  replace.type = "string";
+  replace.signature = "(size_t pos, size_t n)";
+  test::CodeStores::AddClass(project.library, "string", 0).members = {replace};
+  project.Add("/p/mine.h",
+              "struct string : std::string { int mine(int a); };\n"
+              "struct other { int replace(int b); };\n");
+  const auto tip = [&](const std::string& call) {
+    const test::CodeText editor = project.Edit(
+        "/p/a.cpp",
+        "#include \"mine.h\"\nvoid f(std::string s, string own, other o) {\n  " + call + "@\n}\n");
+    const std::optional<CallTip> found = project.completion.callTipAt(editor);
+    return found ? found->overloads.front().label : "";
+  };
+  EXPECT_EQ(tip("s.replace("), "string string::replace(size_t pos, size_t n)");
+  EXPECT_EQ(tip("s.mine("), "");
+  EXPECT_EQ(tip("own.mine("), "int string::mine(int a)");
+  EXPECT_EQ(tip("o.replace("), "int other::replace(int b)");
+}
+
+TEST(NamesakesOfKinds, MembersOfAMacro_ThatTheClassesFileUndefines) {
+  test::ParsedProject project;
+  project.Add("/p/near.h", "#define SECOND int near;\n");
+  project.Add("/p/parts.h",
+              "typedef void (*Done)(int status);\n#define FIRST Done done; int count;\n"
+              "#define SECOND int far;\n");
+  project.Add("/p/all.h",
+              "#include \"near.h\"\n#include \"parts.h\"\nstruct Task {\n  FIRST\n};\n"
+              "struct Other {\n  SECOND\n};\nstruct None {\n  THIRD\n};\n"
+              "#undef FIRST\n#undef SECOND\n#define THIRD\n");
+  const auto names = [&](const std::string& type) {
+    return project.Names("/p/a.cpp", "#include \"all.h\"\nvoid f(" + type + "* t) {\n  t->@\n}\n");
+  };
+  EXPECT_EQ(names("Task"), "count done");
+  EXPECT_EQ(names("Other"), "near");
+  EXPECT_EQ(names("None"), "");
+  const test::CodeText editor =
+      project.Edit("/p/a.cpp", "#include \"all.h\"\nvoid f(Task* t) {\n  t->done(@\n}\n");
+  const std::optional<CallTip> tip = project.completion.callTipAt(editor);
+  EXPECT_EQ(tip ? tip->overloads.front().label : "", "void done(int status)");
+}
+
 TEST(NamesakesOfKinds, BaseThatATypedefNames) {
   test::ParsedProject project;
   project.Add("/p/set.h",
