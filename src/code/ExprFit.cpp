@@ -171,8 +171,9 @@ TagItem* ExprTypes::BestOverload(const std::vector<TagItem*>& functions) {
   TagItem* best = nullptr;
   int bestFit = 0;
   for (TagItem* function : functions) {
-    const int fit = FitOfParameters(arguments, function->signature,
-                                    function->owner ? function->owner->name : OwnerName());
+    const int fit =
+        FitOfParameters(arguments, function->signature,
+                        function->owner ? std::string(function->owner->name) : OwnerName());
     if (best && fit <= bestFit) continue;
     best = function;
     bestFit = fit;

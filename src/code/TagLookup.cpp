@@ -424,7 +424,7 @@ TagClass* TagLookup::MacroMembers(std::string_view name, const TagData* from) {
   const TagItem* nearest = NearestGlobal(name, from, cMacro);
   if (!nearest) return nullptr;
   if (TagClass* found = membersOf(*nearest, *nearest->module)) return found;
-  for (const auto& [number, record] : index.AllGlobals().find(name)->second) {
+  for (const auto& [number, record] : index.Globals().Named(name)) {
     if (record->kind != cMacro || record == nearest) continue;
     if (TagClass* found = membersOf(*record, *index.Modules()[number])) return found;
   }
