@@ -154,8 +154,9 @@ std::vector<TagClass*> RecordsOf(TagClass* found) {
 
 // The place at the least distance among those that pass; null if none is within reach.
 template <class Record, class Filter>
-const TagPlaces<Record>::Place* NearestOf(typename TagPlaces<Record>::Range places,
-                                          const std::vector<int>& distances, Filter passes) {
+const typename TagPlaces<Record>::Place* NearestOf(typename TagPlaces<Record>::Range places,
+                                                   const std::vector<int>& distances,
+                                                   Filter passes) {
   const typename TagPlaces<Record>::Place* nearest = nullptr;
   int least = IncludeGraph::cFar;
   for (const auto& place : places) {

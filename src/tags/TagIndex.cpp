@@ -165,10 +165,10 @@ void TagIndex::Update(const std::vector<TagData*>& newModules) {
     if (generations[i] != modules[i]->Generation()) changed.push_back(i);
   // Putting one module's places in order would read the records that another one has no more.
   if (!sameModules || changed.size() > 1) return Rebuild(newModules);
-  for (const size_t i : changed) Update(static_cast<int>(i));
+  for (const size_t i : changed) Renew(static_cast<int>(i));
 }
 
-void TagIndex::Update(int module) {
+void TagIndex::Renew(int module) {
   generations[static_cast<size_t>(module)] = modules[static_cast<size_t>(module)]->Generation();
   Found fresh;
   Collect(fresh, module);

@@ -72,7 +72,7 @@ class TagIndex {
   };
 
   void Rebuild(const std::vector<TagData*>& newModules);
-  void Update(int module);
+  void Renew(int module);
   void Collect(Found& out, int module) const;
 
   std::vector<TagData*> modules;
