@@ -18,6 +18,7 @@ constexpr int cFunction = 'f';
 constexpr int cPrototype = 'p';
 constexpr int cTypedef = 't';
 constexpr int cEnum = 'g';
+constexpr int cNamespace = 'n';
 constexpr int cLongestCall = 4000;  // bytes
 constexpr int cNear = 200;
 
@@ -65,7 +66,7 @@ CallText CallAt(const CaretText& editor, int place) {
 }
 
 // How the text around a name uses it.
-enum class NameUse { cPlain, cMember, cQualified, cScope, cType, cTagged, cLabel };
+enum class NameUse { cPlain, cMember, cQualified, cScope, cNamespace, cType, cTagged, cLabel };
 
 // The tokens around a word, by a few bytes on each side.
 NameUse UseOf(const CaretText& editor, const CaretWord& word) {
@@ -77,6 +78,7 @@ NameUse UseOf(const CaretText& editor, const CaretWord& word) {
   if (before.IsOneOf(last, ". -> .* ->*")) return NameUse::cMember;
   if (before.Is(last, "::")) return NameUse::cQualified;
   if (before.Is(last, "goto")) return NameUse::cLabel;
+  if (before.Is(last, "namespace")) return NameUse::cNamespace;
   if (before.IsOneOf(last, "struct class union enum")) return NameUse::cTagged;
   const int end = word.begin + static_cast<int>(word.text.size());
   const int far = std::min(end + cNear, editor.Length());
@@ -275,6 +277,17 @@ bool SymbolPlaces::FindType(SymbolAnswer& answer, const CaretText& editor, const
   return true;
 }
 
+// Many files open a namespace; the first of them that a compiler would read declares it.
+bool SymbolPlaces::FindNamespace(SymbolAnswer& answer, const CaretText& editor,
+                                 const std::string& name) {
+  const TagLookup::NamespacePlace found =
+      wizard.tags.findNamespace(name, wizard.tags.ModuleNamed(editor.Path()));
+  if (found.line <= 0) return false;
+  answer.name = name;
+  answer.places.push_back({found.file->fileName, found.line - 1, name});
+  return true;
+}
+
 // `item` may be a copy of the tag that was resolved.
 void SymbolPlaces::Choose(SymbolAnswer& answer, const TagItem& item, Want want,
                           const CaretText& editor) {
@@ -381,12 +394,14 @@ SymbolAnswer SymbolPlaces::AtCaret(const CaretText& editor, Want want) {
 SymbolAnswer SymbolPlaces::FindTagged(const CaretText& editor, Want want, const CaretWord& word) {
   const NameUse use = word.text.empty() ? NameUse::cQualified : UseOf(editor, word);
   SymbolAnswer first;
-  const bool isOfText =
-      use != NameUse::cMember && use != NameUse::cQualified && use != NameUse::cTagged;
-  if (isOfText && FindInText(first, editor, word, use == NameUse::cLabel)) return first;
   const bool isTagged = use == NameUse::cTagged;
+  const bool isOfText = use != NameUse::cMember && use != NameUse::cQualified &&
+                        use != NameUse::cNamespace && !isTagged;
+  if (isOfText && FindInText(first, editor, word, use == NameUse::cLabel)) return first;
   const bool isOfType = isTagged || use == NameUse::cType || use == NameUse::cScope;
   if (isOfType && FindType(first, editor, word.text, isTagged)) return first;
+  const bool isOfNamespace = use == NameUse::cScope || use == NameUse::cNamespace;
+  if (isOfNamespace && FindNamespace(first, editor, word.text)) return first;
   ResolveInfo info;
   info.kind = cAnyRequest;
   const bool isFound = wizard.resolveAt(editor, info, 0);
@@ -419,6 +434,7 @@ SymbolAnswer SymbolPlaces::FindTagged(const CaretText& editor, Want want, const 
       answer.places.push_back({editor.Path(), info.targetLine, info.name, info.position});
     return answer;
   }
+  if (info.kind == cNamespace && FindNamespace(first, editor, info.name)) return first;
   TagData* module = info.file.empty() ? nullptr : wizard.tags.ModuleNamed(info.file);
   answer.isLibrary = info.file.empty();
   if (answer.isLibrary) {

@@ -82,6 +82,7 @@ class SymbolPlaces {
                   bool isLabel);
   bool FindType(SymbolAnswer& answer, const CaretText& editor, const std::string& name,
                 bool isTagged);
+  bool FindNamespace(SymbolAnswer& answer, const CaretText& editor, const std::string& name);
   SymbolAnswer FindTagged(const CaretText& editor, Want want, const CaretWord& word);
   UnplacedName Unplaced(const CaretText& editor, const CaretWord& word, const SymbolAnswer& answer);
   void AddClasses(std::vector<std::string>& names, const std::string& name, int depth);

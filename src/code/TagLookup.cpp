@@ -485,6 +485,30 @@ void TagLookup::listNamespace(std::vector<TagItem*>& out, std::string_view name,
     if (isNear(number)) ListNamespaceFile(out, number, 0, prefix);
 }
 
+TagLookup::NamespacePlace TagLookup::findNamespace(std::string_view name, const TagData* from) {
+  EnsureIndex();
+  const std::vector<int> order = includes.ReadOrder(from, index.Modules());
+  std::vector<const TagData*> files;
+  for (const int number : order) files.push_back(index.Modules()[number]);
+  std::vector<int> lines(files.size(), 0);
+  const auto note = [&lines](size_t place, int line) {
+    if (line > 0 && (lines[place] == 0 || line < lines[place])) lines[place] = line;
+  };
+  const auto tagged = index.AllGlobals().find(name);
+  if (tagged != index.AllGlobals().end())
+    for (const auto& [number, record] : tagged->second) {
+      const auto place = std::find(order.begin(), order.end(), number);
+      if (record->kind == cNamespace && place != order.end())
+        note(static_cast<size_t>(place - order.begin()), record->line);
+    }
+  const auto textOf = [this](const TagData& file) { return sources.TextOf(file); };
+  for (const auto& [place, line] : macroNamespaces.FirstLines(files, name, textOf))
+    note(place, line);
+  const auto first = std::find_if(lines.begin(), lines.end(), [](int line) { return line > 0; });
+  if (first == lines.end()) return {};
+  return {files[static_cast<size_t>(first - lines.begin())], *first};
+}
+
 // The same for the files that open it by a macro. True if any does.
 bool TagLookup::ListMacroNamespace(std::vector<TagItem*>& out, std::string_view name,
                                    std::string_view prefix) {

@@ -93,6 +93,14 @@ class TagLookup {
   // declare.
   void listNamespace(std::vector<TagItem*>& out, std::string_view name, std::string_view prefix);
 
+  // Where a file, or what it includes, opens a namespace first, itself or by a macro. A line of 0
+  // for none.
+  struct NamespacePlace {
+    const TagData* file = nullptr;
+    int line = 0;  // from 1
+  };
+  NamespacePlace findNamespace(std::string_view name, const TagData* from);
+
   // True if a class derives from another one, at any depth, or is the same.
   bool IsDerived(std::string_view className, std::string_view baseName);
 

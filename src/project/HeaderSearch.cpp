@@ -14,6 +14,7 @@
 #include "project/IncludeFile.h"
 #include "tags/IncludeScan.h"
 #include "tags/TagData.h"
+#include "tags/TagLanguages.h"
 #include "tags/TagParser.h"
 
 namespace zendry {
@@ -27,7 +28,8 @@ constexpr auto cPatience = std::chrono::seconds(1);
 // How well a tag fits what is sought; the best is 0.
 enum Rank { cExactly, cNotMember, cInOtherNamespace, cNotAtAll };
 
-// While it lives, the parser keeps all names, says nothing, and hands its tags to a function.
+// While it lives, the parser keeps all names, those of variables that are defined elsewhere too,
+// says nothing, and hands its tags to a function.
 class PatientParser {
  public:
   explicit PatientParser(std::function<void(const TagFacts&)> found)
@@ -35,17 +37,20 @@ class PatientParser {
         keptFound(std::exchange(theTagParser.found, std::move(found))),
         keptShell(std::exchange(theTagParser.shell, nullptr)) {
     theTagParser.mostTags = std::numeric_limits<int>::max() - 1;
+    EnableKind(Language::cCpp, TagType::cExternVar, true);
   }
   ~PatientParser() {
     theTagParser.mostTags = keptMost;
     theTagParser.found = std::move(keptFound);
     theTagParser.shell = keptShell;
+    EnableKind(Language::cCpp, TagType::cExternVar, hadExtern);
   }
   PatientParser(const PatientParser&) = delete;
   PatientParser& operator=(const PatientParser&) = delete;
 
  private:
   const ReservedNamesKept allNames;
+  const bool hadExtern = IsKindEnabled(Language::cCpp, TagType::cExternVar);
   int keptMost;
   std::function<void(const TagFacts&)> keptFound;
   OutputShell* keptShell;

@@ -66,6 +66,35 @@ const std::vector<int>& IncludeGraph::DistancesFrom(const TagData* from,
   return measured[from] = Measure(static_cast<int>(place - modules.begin()));
 }
 
+std::vector<int> IncludeGraph::ReadOrder(const TagData* from,
+                                         const std::vector<TagData*>& newModules) {
+  Update(newModules);
+  const auto place = std::find(modules.begin(), modules.end(), from);
+  if (place == modules.end()) return {};
+  struct Visit {
+    int module;
+    size_t next = 0;  // of its targets
+  };
+  std::vector<int> order;
+  std::vector<Visit> open = {{static_cast<int>(place - modules.begin())}};
+  std::vector<bool> seen(modules.size());
+  seen[open.back().module] = true;
+  while (!open.empty()) {
+    Visit& visit = open.back();
+    const std::vector<int>& targets = nodes[visit.module].targets;
+    if (visit.next == targets.size()) {
+      order.push_back(visit.module);
+      open.pop_back();
+      continue;
+    }
+    const int target = targets[visit.next++];
+    if (seen[target]) continue;
+    seen[target] = true;
+    open.push_back({target});
+  }
+  return order;
+}
+
 void IncludeGraph::Update(const std::vector<TagData*>& newModules) {
   const bool isSameList = newModules == modules;
   if (isSameList && latest == TagData::LatestGeneration()) return;

@@ -22,6 +22,9 @@ class IncludeGraph {
   // itself, 1 for a file that it includes, cFar for one that it doesn't reach. Empty if `from` is
   // none of them. Valid until the next call.
   const std::vector<int>& DistancesFrom(const TagData* from, const std::vector<TagData*>& modules);
+  // The files that `from` reaches, itself too, by their places in `modules`: each after those that
+  // it includes, as their declarations come in what a compiler reads. Empty if it is none of them.
+  std::vector<int> ReadOrder(const TagData* from, const std::vector<TagData*>& modules);
 
  private:
   struct Node {

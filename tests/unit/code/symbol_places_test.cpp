@@ -280,5 +280,28 @@ TEST(IncludeNameIn, AnythingElse_HasNone) {
     EXPECT_FALSE(IncludeNameIn(line)) << line;
 }
 
+TEST_F(SymbolPlacesTest, AtCaret_Namespace_TheFirstFileThatOpensItInReadOrder) {
+  project.Add("/p/aside.h", "namespace lib { int aside(); }\n");
+  project.Add("/p/outer.h", "#include \"base.h\"\nnamespace lib { int outer(); }\n");
+  project.Add("/p/base.h", "\n\nnamespace lib { int base(); }\n");
+  const std::string head = "#include \"outer.h\"\n";
+  EXPECT_EQ(At(head + "int a = l@ib::base();\n"), "base.h:3");
+  EXPECT_EQ(At(head + "using namespace l@ib;\n"), "base.h:3");
+  EXPECT_EQ(At(head + "namespace l@ib { int own(); }\n"), "base.h:3");
+  EXPECT_EQ(At("#include \"aside.h\"\nint a = l@ib::aside();\n"), "aside.h:1");
+  EXPECT_EQ(At(head + "int f(int lib) { return l@ib; }\n"), "main.cpp:2") << "a parameter";
+  EXPECT_EQ(At(head + "using namespace l@ibs;\n"), "none");
+}
+
+TEST_F(SymbolPlacesTest, AtCaret_NamespaceThatAMacroOpens_TheMacrosLine) {
+  project.Add("/p/base.h",
+              "#define BEGIN namespace lib {\n#define END }\n\nBEGIN\nint base();\nEND\n");
+  project.Add("/p/later.cpp", "\nnamespace lib { int later; }\n");
+  const std::string head = "#include \"base.h\"\n";
+  EXPECT_EQ(At(head + "int a = l@ib::base();\n"), "base.h:4");
+  EXPECT_EQ(At(head + "struct lib { static int a; };\nint b = l@ib::a;\n"), "main.cpp:2")
+      << "a class of that name";
+}
+
 }  // namespace
 }  // namespace zendry

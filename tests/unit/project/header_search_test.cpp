@@ -8,6 +8,7 @@
 #include "TempFolder.h"
 #include "project/CompilerFolders.h"
 #include "project/Project.h"
+#include "tags/TagLanguages.h"
 #include "tags/TagParser.h"
 
 namespace zendry {
@@ -56,6 +57,14 @@ TEST_F(HeaderSearchTest, TheNamespaceDecides) {
   EXPECT_EQ(Find({"both", {"a"}, false, "a"}), "main.cpp:5") << "it could be a class";
   EXPECT_EQ(Find({"both", {}, false, ""}), "main.cpp:5");
   EXPECT_EQ(Find({"both", {}, false, "alias"}), "main.cpp:2") << "any, if none is right";
+}
+
+TEST_F(HeaderSearchTest, VariablesDefinedElsewhere_AreFound) {
+  files.Write("main.cpp", "#include <iostream>\nextern int far;\nint f() { extern int inner; }\n");
+  EXPECT_EQ(Find({"far", {}, false, ""}), "main.cpp:2");
+  EXPECT_EQ(Find({"fa", {}, false, ""}), "none");
+  EXPECT_TRUE(Find({"cout", {}, false, "std"}).starts_with("iostream:"));
+  EXPECT_FALSE(IsKindEnabled(Language::cCpp, TagType::cExternVar)) << "only while it searches";
 }
 
 TEST_F(HeaderSearchTest, TextsOfEditors_AreWhatIsRead) {

@@ -47,6 +47,18 @@ TEST_F(IncludeGraphTest, IncludesAreFollowedNearestFirst) {
   EXPECT_EQ(From(c), "1201-");
 }
 
+TEST_F(IncludeGraphTest, ReadOrder_IncludedFilesFirst_EachOnce) {
+  const TagData& a = Add("/p/a.cpp", {"b.h", "c.h"});
+  Add("/p/b.h", {"c.h"});
+  const TagData& c = Add("/p/c.h", {"d.h", "a.cpp"});
+  Add("/p/d.h");
+  Add("/p/e.h", {"d.h"});
+  EXPECT_EQ(graph.ReadOrder(&a, modules), (std::vector<int>{3, 2, 1, 0}));
+  EXPECT_EQ(graph.ReadOrder(&c, modules), (std::vector<int>{3, 1, 0, 2})) << "a circle ends";
+  const TagData other;
+  EXPECT_TRUE(graph.ReadOrder(&other, modules).empty());
+}
+
 TEST_F(IncludeGraphTest, FileBesideTheIncludingOne_GoesFirst) {
   const TagData& first = Add("/p/one/main.cpp", {"options.h"});
   const TagData& second = Add("/p/two/main.cpp", {"options.h"});
