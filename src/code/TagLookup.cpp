@@ -494,13 +494,11 @@ TagLookup::NamespacePlace TagLookup::findNamespace(std::string_view name, const 
   const auto note = [&lines](size_t place, int line) {
     if (line > 0 && (lines[place] == 0 || line < lines[place])) lines[place] = line;
   };
-  const auto tagged = index.AllGlobals().find(name);
-  if (tagged != index.AllGlobals().end())
-    for (const auto& [number, record] : tagged->second) {
-      const auto place = std::find(order.begin(), order.end(), number);
-      if (record->kind == cNamespace && place != order.end())
-        note(static_cast<size_t>(place - order.begin()), record->line);
-    }
+  for (const auto& [number, record] : index.Globals().Named(name)) {
+    const auto place = std::find(order.begin(), order.end(), number);
+    if (record->kind == cNamespace && place != order.end())
+      note(static_cast<size_t>(place - order.begin()), record->line);
+  }
   const auto textOf = [this](const TagData& file) { return sources.TextOf(file); };
   for (const auto& [place, line] : macroNamespaces.FirstLines(files, name, textOf))
     note(place, line);

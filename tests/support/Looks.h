@@ -20,6 +20,12 @@ inline QImage Pixels(const mavro::Control& control) {
   return WidgetOf(control)->grab().toImage();
 }
 
+// Measured: not every fixed font says that it is one.
+inline bool HasFixedWidth(const QFont& font) {
+  const QFontMetrics metrics(font);
+  return metrics.horizontalAdvance('i') == metrics.horizontalAdvance('M');
+}
+
 // The most frequent colour.
 inline QRgb GroundOf(const QImage& image) {
   std::map<QRgb, int> counts;

@@ -4,6 +4,7 @@
 #include "Application.h"
 #include "DarkPalette.h"
 #include "IdeDriver.h"
+#include "Looks.h"
 #include "config/EditorSettings.h"
 #include "editor/EditorActs.h"
 
@@ -162,9 +163,8 @@ TEST_F(FirstStart, OutputPanel_HasTheFontOfItsRecord) {
 }
 
 TEST_F(FirstStart, OutputPanel_WithoutARecord_HasAFixedFont) {
-  ide.Run({}, [&] {
-    EXPECT_TRUE(QFontInfo(test::WidgetOf(theMainForm->output)->font()).fixedPitch());
-  });
+  ide.Run({},
+          [&] { EXPECT_TRUE(test::HasFixedWidth(test::WidgetOf(theMainForm->output)->font())); });
 }
 
 }  // namespace

@@ -14,6 +14,7 @@
 #include "EventLog.h"
 #include "Form.h"
 #include "GuiDriver.h"
+#include "Looks.h"
 
 namespace mavro {
 namespace {
@@ -395,10 +396,10 @@ TEST(Memo, Monospaced_TakesTheFixedFontAtTheFontsSize) {
   form.memo.monospaced = true;
   form.memo.font = Font(14);
   test::RunForm(form, false, [&] {
-    EXPECT_TRUE(QFontInfo(form.Widget()->font()).fixedPitch());
+    EXPECT_TRUE(test::HasFixedWidth(form.Widget()->font()));
     EXPECT_EQ(form.Widget()->font().pointSize(), 14);
     form.memo.font = Font(9);
-    EXPECT_TRUE(QFontInfo(form.Widget()->font()).fixedPitch());
+    EXPECT_TRUE(test::HasFixedWidth(form.Widget()->font()));
   });
 }
 
