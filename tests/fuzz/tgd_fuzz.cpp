@@ -37,7 +37,7 @@ void AskForNames(zendry::LibraryNames& names) {
       std::vector<zendry::TagItem*> listed, found;
       names.List(listed, space, prefix);
       for (const zendry::TagItem* item : listed) {
-        if (!item->name.starts_with(prefix) || item->text != space) std::abort();
+        if (!item->name.starts_with(prefix) || names.NamespaceOf(*item) != space) std::abort();
         if (names.HasNamespace(space)) names.Find(found, space, item->name);
       }
     }
