@@ -82,8 +82,8 @@ class TagLookup {
   // namespace, or outside of all.
   std::vector<TagItem*> findLibraryNames(std::string_view nameSpace, std::string_view name);
 
-  // All library names that have the name and the namespace of a tag, itself among them, if it is one
-  // of these.
+  // All library names that have the name and the namespace of a tag, itself among them, if it is
+  // one of these.
   std::vector<TagItem*> findNamesakes(const TagItem& item);
 
   // Appends the names with this prefix in a scope that isn't a class: the enumerators that are kept
