@@ -122,6 +122,7 @@ std::optional<LoadedText> SciEditor::Impl::FillFrom(int file, long size) {
   const std::string_view first = decoder.Decode(chunk());
   Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(first))]);
   take(first);
+  if (size >= cLargeBytes) ShowFirstPart(size);
   while (static_cast<size_t>(count) == cChunk) {
     count = ReadChunk(file, buffer);
     if (count < 0 || taken > INT32_MAX - 4 * static_cast<long>(cChunk)) return {};
@@ -132,6 +133,29 @@ std::optional<LoadedText> SciEditor::Impl::FillFrom(int file, long size) {
   folder.Finish();
   oddByte = decoder.oddByte;
   return LoadedText{digest.Value(), isAscii};
+}
+
+SciEditor::Impl::FirstLook SciEditor::Impl::LookNow() const {
+  return {Editor().codePage, Editor().encoding, huge, Send(SCI_GETMARGINWIDTHN)};
+}
+
+// The rest of a large text takes its time: until it is there the user sees the beginning.
+void SciEditor::Impl::ShowFirstPart(long size) {
+  expectedLength = size;
+  ClassifyText();
+  Send(SCI_GOTOPOS, 0);
+  if (!Editor().onFirstPart()) return;
+  shownPart = LookNow();
+  Window()->SetPainting(NativeSci::Painting::cHeld);
+}
+
+void SciEditor::Impl::EndFirstPart(bool isRead) {
+  if (!shownPart) return;
+  ApplyLineNumbers();
+  const bool looksSame = isRead && *shownPart == LookNow();
+  shownPart.reset();
+  Window()->SetPainting(looksSame ? NativeSci::Painting::cGoesOn
+                                  : NativeSci::Painting::cGoesOnWithAll);
 }
 
 FileResult SciEditor::Impl::Load(const std::string& path) {
@@ -154,6 +178,7 @@ FileResult SciEditor::Impl::Load(const std::string& path) {
   Send(SCI_MARKERDELETEALL, -1);
   ForgetLongLines();
   const std::optional<LoadedText> read = FillFrom(opened.file.Number(), opened.size);
+  expectedLength = 0;
   if (!read) {
     editor.encoding = encodingBefore;
     Send(SCI_CLEARALL);
@@ -177,6 +202,7 @@ FileResult SciEditor::Impl::Load(const std::string& path) {
     editor.dirty = false;
   }
   Send(SCI_GOTOPOS, 0);
+  EndFirstPart(read.has_value());
   // The component's table of lines was made anew at each step of its growth.
   if (Length() >= cLargeBytes) malloc_trim(0);
   return read ? FileResult() : Unreadable(path);
@@ -232,7 +258,7 @@ std::optional<size_t> SciEditor::DigestOfFile(const std::string& path) {
 }
 
 void SciEditor::Impl::AddShown(std::string_view text) {
-  Send(SCI_ADDTEXT, static_cast<Param>(text.size()), reinterpret_cast<Param>(text.data()));
+  Send(SCI_APPENDTEXT, static_cast<Param>(text.size()), reinterpret_cast<Param>(text.data()));
 }
 
 // Only a UTF-8 text can have stand-ins, so bytes that are not UTF-8 are converted to letters.
@@ -261,7 +287,7 @@ void SciEditor::Impl::ClassifyText(std::optional<TextBytes> known) {
   SciEditor& editor = Editor();
   if (!known) known = standIns.Count() == 0 ? ClassifyBytes(Bytes()) : TextBytes::cUtf8;
   bytes = *known;
-  huge = Length() > cHugeBytes;
+  huge = std::max<long>(Length(), expectedLength) > cHugeBytes;
   const bool unicode = editor.encoding != cPlainText || bytes == TextBytes::cUtf8;
   editor.codePage = unicode ? SC_CP_UTF8 : 0;
   ApplyOptions();

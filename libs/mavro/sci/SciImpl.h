@@ -193,6 +193,17 @@ class SciEditor::Impl : public SysImpl, public SciText, private SignBoard {
   void ForgetLongLines();
   int StandInNear(int position);
 
+  // What decides how the first screen of a text looks, besides its bytes.
+  struct FirstLook {
+    int codePage = 0;
+    int encoding = 0;
+    bool huge = false;
+    Param numberWidth = 0;
+    friend bool operator==(const FirstLook&, const FirstLook&) = default;
+  };
+  FirstLook LookNow() const;
+  void ShowFirstPart(long size);
+  void EndFirstPart(bool isRead);
   std::optional<LoadedText> FillFrom(int file, long size);
   void AddShown(std::string_view text);
   void ConvertBytesToLetters();
@@ -205,6 +216,8 @@ class SciEditor::Impl : public SysImpl, public SciText, private SignBoard {
   void EnsureLastLine();
 
   std::optional<LoadedText> loaded;  // none once the text is another
+  std::optional<FirstLook> shownPart;
+  long expectedLength = 0;  // of the text whose first part is there
   int foldFlags = 0;
   int notesSent = 0;
   bool pausesOvertype = false;
