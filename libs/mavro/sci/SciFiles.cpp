@@ -9,6 +9,7 @@
 
 #include "BytesDigest.h"
 #include "FileText.h"
+#include "LargeBlocks.h"
 #include "RegularFile.h"
 #include "SciImpl.h"
 #include "SystemDialogs.h"
@@ -88,6 +89,10 @@ ByteRange DifferingRange(std::string_view before, std::string_view after) {
   return {start, end};
 }
 
+FirstLook LookOf(const SciEditor& editor, bool huge) {
+  return {editor.codePage, editor.encoding, huge, editor.Send(SCI_GETMARGINWIDTHN)};
+}
+
 }  // namespace
 
 // Reads the file into the empty text. Nothing if reading fails midway. Each chunk is looked at
@@ -135,25 +140,21 @@ std::optional<LoadedText> SciEditor::Impl::FillFrom(int file, long size) {
   return LoadedText{digest.Value(), isAscii};
 }
 
-SciEditor::Impl::FirstLook SciEditor::Impl::LookNow() const {
-  return {Editor().codePage, Editor().encoding, huge, Send(SCI_GETMARGINWIDTHN)};
-}
-
 // The rest of a large text takes its time: until it is there the user sees the beginning.
 void SciEditor::Impl::ShowFirstPart(long size) {
-  expectedLength = size;
+  firstPart.expectedLength = size;
   ClassifyText();
   Send(SCI_GOTOPOS, 0);
   if (!Editor().onFirstPart()) return;
-  shownPart = LookNow();
+  firstPart.shown = LookOf(Editor(), huge);
   Window()->SetPainting(NativeSci::Painting::cHeld);
 }
 
 void SciEditor::Impl::EndFirstPart(bool isRead) {
-  if (!shownPart) return;
+  if (!firstPart.shown) return;
   ApplyLineNumbers();
-  const bool looksSame = isRead && *shownPart == LookNow();
-  shownPart.reset();
+  const bool looksSame = isRead && *firstPart.shown == LookOf(Editor(), huge);
+  firstPart.shown.reset();
   Window()->SetPainting(looksSame ? NativeSci::Painting::cGoesOn
                                   : NativeSci::Painting::cGoesOnWithAll);
 }
@@ -177,8 +178,9 @@ FileResult SciEditor::Impl::Load(const std::string& path) {
   Send(SCI_CLEARALL);
   Send(SCI_MARKERDELETEALL, -1);
   ForgetLongLines();
+  const LargeBlocks blocks;
   const std::optional<LoadedText> read = FillFrom(opened.file.Number(), opened.size);
-  expectedLength = 0;
+  firstPart.expectedLength = 0;
   if (!read) {
     editor.encoding = encodingBefore;
     Send(SCI_CLEARALL);
@@ -203,8 +205,12 @@ FileResult SciEditor::Impl::Load(const std::string& path) {
   }
   Send(SCI_GOTOPOS, 0);
   EndFirstPart(read.has_value());
-  // The component's table of lines was made anew at each step of its growth.
-  if (Length() >= cLargeBytes) malloc_trim(0);
+  if (Length() >= cLargeBytes) {
+    // The component's table of lines was made anew at each step of its growth.
+    malloc_trim(0);
+    // The styles are 0 where the text has not been painted.
+    blocks.ReleaseZeroPages();
+  }
   return read ? FileResult() : Unreadable(path);
 }
 
@@ -287,7 +293,7 @@ void SciEditor::Impl::ClassifyText(std::optional<TextBytes> known) {
   SciEditor& editor = Editor();
   if (!known) known = standIns.Count() == 0 ? ClassifyBytes(Bytes()) : TextBytes::cUtf8;
   bytes = *known;
-  huge = std::max<long>(Length(), expectedLength) > cHugeBytes;
+  huge = std::max<long>(Length(), firstPart.expectedLength) > cHugeBytes;
   const bool unicode = editor.encoding != cPlainText || bytes == TextBytes::cUtf8;
   editor.codePage = unicode ? SC_CP_UTF8 : 0;
   ApplyOptions();

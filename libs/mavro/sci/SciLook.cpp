@@ -173,8 +173,9 @@ void SciEditor::Impl::ApplyLineNumbers() {
     return;
   }
   Param lines = Send(SCI_GETLINECOUNT);
-  if (const Param length = Length(); expectedLength > length && length > 0)
-    lines = static_cast<Param>(static_cast<double>(lines) * static_cast<double>(expectedLength) /
+  if (const Param length = Length(); firstPart.expectedLength > length && length > 0)
+    lines = static_cast<Param>(static_cast<double>(lines) *
+                               static_cast<double>(firstPart.expectedLength) /
                                static_cast<double>(length));
   const std::string widest = "_" + std::to_string(lines);
   const Param needed = SendText(SCI_TEXTWIDTH, STYLE_LINENUMBER, widest.c_str());
