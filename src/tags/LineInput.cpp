@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "tags/BodyText.h"
 #include "tags/TagData.h"
 #include "tags/TagParser.h"
 
@@ -56,6 +57,36 @@ bool LineInput::NextLine() {
     ReadLine();
   }
   return true;
+}
+
+// Lines are passed over together if none of them can be too long or have a byte 0.
+const char* LineInput::EndOfLinesToPass() const {
+  const bool canStop = hasZeros || static_cast<size_t>(end - lineStart) > longestLine;
+  return lineEnd == next && !canStop ? end : lineEnd;
+}
+
+LineInput::PassedText LineInput::PassBodyText() {
+  PassedText passed{false, cursor};
+  if (cursor == lineEnd) return passed;
+  for (;;) {
+    const BodyText body = zendry::PassBodyText(cursor, EndOfLinesToPass());
+    if (body.newlines == 0) {
+      cursor = body.stop;
+      return passed;
+    }
+    const bool isStop = body.stop != end && body.stop != lineEnd;
+    const std::string_view text(cursor, static_cast<size_t>(body.stop - cursor));
+    const size_t start = text.rfind('\n') + 1;
+    lineNumber += body.newlines - 1;
+    tagLine += body.newlines - 1;
+    next += text.data() + start - next;
+    cursor = lineEnd = next;
+    const bool hasLine = NextLine();
+    passed = {true, cursor};
+    if (!hasLine) return passed;
+    cursor += text.size() - start;
+    if (isStop) return passed;
+  }
 }
 
 void LineInput::Stop() {

@@ -42,6 +42,14 @@ class LineInput {
     const char* const stop = std::max(lineStart + cLookAhead, lineEnd);
     return {cursor, static_cast<size_t>((stop < end ? stop : end) - cursor)};
   }
+  // What was passed of the line that is read now.
+  struct PassedText {
+    bool isNewLine = false;  // another line has begun
+    const char* from = nullptr;
+  };
+  // Goes to the next byte that counts in a body, over the ends of lines; to the end of the source
+  // if there is none.
+  PassedText PassBodyText();
   // Gives up the rest of the source: only a newline still comes.
   void Stop();
 
@@ -56,6 +64,7 @@ class LineInput {
 
  private:
   int TakePushback();
+  const char* EndOfLinesToPass() const;
   void ReadLine();
   void Fill();
   void ScanInclude(const char* lastByte);

@@ -1,30 +1,27 @@
 #include "tags/TagLine.h"
 
+#include <array>
+
 namespace zendry {
 namespace {
 
 // The letter behind the backslash, or 0 for a byte that is written as it is.
-char EscapeLetter(char c) {
-  switch (c) {
-    case '\\':
-      return '\\';
-    case '\t':
-      return 't';
-    case '\n':
-      return 'n';
-    case '\r':
-      return 'r';
-    default:
-      return 0;
-  }
-}
+constexpr std::array<char, 256> cEscapeLetters = [] {
+  std::array<char, 256> letters{};
+  letters['\\'] = '\\';
+  letters['\t'] = 't';
+  letters['\n'] = 'n';
+  letters['\r'] = 'r';
+  return letters;
+}();
 
 // Plain stretches are appended as a whole, as nearly every text is one.
 void AppendEscaped(std::string& line, std::string_view text) {
   size_t start = 0;
   for (size_t i = 0; i < text.size(); ++i) {
-    const char letter = EscapeLetter(text[i]);
-    if (letter == 0) continue;
+    const char letter = cEscapeLetters[static_cast<unsigned char>(text[i])];
+    if (letter == 0) [[likely]]
+      continue;
     line.append(text, start, i - start);
     line += '\\';
     line += letter;
@@ -64,12 +61,18 @@ void AppendScope(std::string& line, const TagFacts& facts, Language language) {
 
 }  // namespace
 
-void AppendTagLine(std::string& line, const TagFacts& facts, std::string_view file,
+std::string EscapedForTags(std::string_view text) {
+  std::string escaped;
+  AppendEscaped(escaped, text);
+  return escaped;
+}
+
+void AppendTagLine(std::string& line, const TagFacts& facts, std::string_view escapedFile,
                    Language language) {
   const std::string number = std::to_string(facts.lineNumber);
   AppendEscaped(line, facts.name);
   line += '\t';
-  AppendEscaped(line, file);
+  line += escapedFile;
   line.append(1, '\t').append(number).append(";\"\t").append(1, facts.kind);
   AppendField(line, "line", number);
   AppendScope(line, facts, language);
@@ -83,7 +86,7 @@ void AppendTagLine(std::string& line, const TagFacts& facts, std::string_view fi
 
 std::string TagLine(const TagFacts& facts, std::string_view file, Language language) {
   std::string line;
-  AppendTagLine(line, facts, file, language);
+  AppendTagLine(line, facts, EscapedForTags(file), language);
   return line;
 }
 
