@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
@@ -84,6 +85,11 @@ struct SortedLine {
 
   void TakeKey(size_t at) {
     key = 0;
+    if (at + sizeof key <= text.size()) {
+      std::memcpy(&key, text.data() + at, sizeof key);
+      if constexpr (std::endian::native == std::endian::little) key = __builtin_bswap64(key);
+      return;
+    }
     for (size_t i = at; i < at + sizeof key; ++i)
       key = key << 8 | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0U);
   }
