@@ -1,6 +1,7 @@
 #include "tags/BodyText.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -29,33 +30,43 @@ Block StopsIn(Block bytes) {
                                  (bytes == '\\') | (bytes == '{') | (bytes == '}'));
 }
 
-bool HasAny(Block block) {
+// The number of bytes before the first that isn't 0; cBlock if there is none.
+size_t FirstSet(Block block) {
+  const auto zeros = [](uint64_t word) {
+    const bool isLittle = std::endian::native == std::endian::little;
+    return static_cast<size_t>(isLittle ? std::countr_zero(word) : std::countl_zero(word));
+  };
   const auto words = reinterpret_cast<Words>(block);
-  return (words[0] | words[1]) != 0;
+  return (words[0] != 0 ? zeros(words[0]) : 64 + zeros(words[1])) / 8;
 }
 
 int Sum(Block counts) {
-  int sum = 0;
-  for (size_t i = 0; i < cBlock; ++i) sum += counts[i];
-  return sum;
+  const auto words = reinterpret_cast<Words>(counts);
+  constexpr uint64_t cEven = 0x00FF00FF00FF00FF;
+  const uint64_t pairs =
+      (words[0] & cEven) + (words[0] >> 8 & cEven) + (words[1] & cEven) + (words[1] >> 8 & cEven);
+  return static_cast<int>(pairs * 0x0001000100010001 >> 48);
 }
 
-// Passes over blocks without a stop.
+// Passes over the blocks before the one with a stop, and in that one up to the stop.
 BodyText PassBlocks(const char* at, const char* end) {
+  constexpr Block cLanes = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
   int newlines = 0;
   while (static_cast<size_t>(end - at) >= cBlock) {
     Block counts = {};
-    bool stops = false;
+    size_t first = cBlock;
     for (int i = 0; i < cMostCounted && static_cast<size_t>(end - at) >= cBlock; ++i) {
       Block bytes;
       std::memcpy(&bytes, at, cBlock);
-      stops = HasAny(StopsIn(bytes));
-      if (stops) break;
-      counts -= reinterpret_cast<Block>(bytes == '\n');
-      at += cBlock;
+      first = FirstSet(StopsIn(bytes));
+      const auto lines = reinterpret_cast<Block>(bytes == '\n');
+      const auto before = reinterpret_cast<Block>(cLanes < static_cast<unsigned char>(first));
+      counts -= lines & before;
+      at += first;
+      if (first != cBlock) break;
     }
     newlines += Sum(counts);
-    if (stops) break;
+    if (first != cBlock) break;
   }
   return {at, newlines};
 }

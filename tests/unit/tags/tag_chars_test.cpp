@@ -401,6 +401,28 @@ TEST(FileReader, Bytes_AreReadAndTakenBack) {
   EXPECT_EQ(reader.getc(), -1);
 }
 
+TEST(FileReader, Rewind_BeginsAgainWithWhatWasRead) {
+  test::TempFolder folder;
+  const std::string path = folder.Write("x", "ab");
+  FileReader reader;
+  ASSERT_TRUE(reader.open(path.c_str()).Ok());
+  EXPECT_EQ(reader.getc(), 'a');
+  folder.Write("x", "other");
+  ASSERT_TRUE(reader.Rewind(path.c_str()).Ok());
+  EXPECT_EQ(reader.getc(), 'a');
+  EXPECT_EQ(reader.getc(), 'b');
+  EXPECT_EQ(reader.getc(), -1);
+}
+
+TEST(FileReader, RewindOfAnotherKind_OpensItAnew) {
+  test::TextReader reader("ab");
+  ASSERT_TRUE(reader.open("").Ok());
+  EXPECT_EQ(reader.getc(), 'a');
+  EXPECT_TRUE(reader.Rewind("").Ok());
+  EXPECT_TRUE(reader.IsOpen());
+  EXPECT_EQ(reader.getc(), 'a');
+}
+
 TEST(FileReader, FileThatIsNone_CantBeOpened) {
   FileReader reader;
   EXPECT_EQ(reader.open("/nowhere/none").error, "/nowhere/none: No such file or directory");
