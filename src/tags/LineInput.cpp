@@ -20,14 +20,19 @@ const char* Find(const char* begin, const char* end, char c) {
 }
 
 // Turns CR and CR LF into LF within the text; returns its new end. `afterReturn` is true on entry
-// if a CR came before the text, and on return if a CR ends it.
-char* NormalizeLineEnds(char* begin, char* end, bool& afterReturn) {
+// if a CR came before the text, and on return if a CR ends it. The places of the newlines that are
+// left out go to `tails`; the text begins at `place`.
+char* NormalizeLineEnds(char* begin, char* end, bool& afterReturn, size_t place,
+                        std::vector<size_t>& tails) {
   if (!afterReturn && Find(begin, end, '\r') == end) return end;
   char* out = begin;
   for (const char* in = begin; in != end; ++in) {
     const bool isTail = *in == '\n' && afterReturn;
     afterReturn = *in == '\r';
-    if (!isTail) *out++ = afterReturn ? '\n' : *in;
+    if (isTail)
+      tails.push_back(place + static_cast<size_t>(out - begin));
+    else
+      *out++ = afterReturn ? '\n' : *in;
   }
   return out;
 }
@@ -42,6 +47,8 @@ void LineInput::Start(FileReader& newReader, TagData& newStore) {
   lineStart = cursor = lineEnd = next;
   linePushback = lineNumber = tagLine = 0;
   isTooLong = eof = isReaderDone = endsInReturn = hasZeros = false;
+  linePlace = nextPlace = readPlace = tailsBefore = 0;
+  tails.clear();
 }
 
 int LineInput::TakePushback() {
@@ -80,6 +87,9 @@ void LineInput::ReadLine() {
   lineStart = cursor = next;
   lineEnd = newline + (hasNewline && !isLong ? 1 : 0);
   next += lineEnd - cursor;
+  while (tailsBefore < tails.size() && tails[tailsBefore] <= nextPlace) ++tailsBefore;
+  linePlace = nextPlace + tailsBefore;
+  nextPlace += static_cast<size_t>(lineEnd - cursor);
   if (cursor == lineEnd) return;
   ++lineNumber;
   ++tagLine;
@@ -109,7 +119,8 @@ void LineInput::Fill() {
   }
   const size_t got = reader->read(end, cChunk);
   isReaderDone = got == 0;
-  char* newEnd = NormalizeLineEnds(end, end + got, endsInReturn);
+  char* newEnd = NormalizeLineEnds(end, end + got, endsInReturn, readPlace, tails);
+  readPlace += static_cast<size_t>(newEnd - end);
   hasZeros = hasZeros || Find(end, newEnd, '\0') != newEnd;
   end = newEnd;
 }

@@ -103,6 +103,7 @@ bool TagParser::OpenSource(const std::string& path) {
   tagCount = 0;
   blockCount = 0;
   source = path;
+  bodies.Start();
   lastType.clear();
   lastClass = nullptr;
   return true;
@@ -126,6 +127,10 @@ void TagParser::addTag(const TagFacts& entry) {
   else
     StoreItem(told);
   if (found) found(told);
+}
+
+void TagParser::NoteLook(const char* end) {
+  bodies.LookAhead(theCpp.lines.PlaceOf(theCpp.lines.lineStart), theCpp.lines.PlaceOf(end));
 }
 
 void TagParser::SetLimits(int newMostTags, size_t longestLine) {
