@@ -9,7 +9,7 @@ void BodyNotes::Start() {
 
 void BodyNotes::Add(TextPart part) {
   part.start = std::max(part.start, lookedTo);
-  if (part.start < part.end) parts.push_back(part);
+  if (part.start <= part.end) parts.push_back(part);
 }
 
 // Bytes in the line before the look move the place where it has to end.

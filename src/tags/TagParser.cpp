@@ -56,6 +56,7 @@ void TagParser::Bind(TagData& newTagData, FileReader* newReader) {
 bool TagParser::parseFile(const std::string& path, int newFileId) {
   MAVRO_ASSERT(tagData != nullptr);
   fileId = newFileId;
+  bodies.Start();
   bool isHeader = false;
   const std::optional<Language> named = languageOf(path, isHeader);
   const std::optional<Language> told = language ? language : named;
@@ -103,7 +104,6 @@ bool TagParser::OpenSource(const std::string& path) {
   tagCount = 0;
   blockCount = 0;
   source = path;
-  bodies.Start();
   lastType.clear();
   lastClass = nullptr;
   return true;
