@@ -78,6 +78,11 @@ TEST(PassedBodies, CountTheTextsOwnBytes) {
   EXPECT_EQ(Marked("int a;\rint b;\r\n\nvoid f() { }"), "int a;\rint b;\r\n\nvoid f() {[ ]}");
 }
 
+TEST(PassedBodies, EndBeforeABraceThatWasReadAhead) {
+  EXPECT_EQ(Marked("void f() { a?}"), "void f() {[ a?]}");
+  EXPECT_EQ(Marked("void f() { a/}"), "void f() {[ a/]}");
+}
+
 TEST(PassedBodies, NeedTheirOwnBraces) {
   EXPECT_EQ(Marked("void f() { a; "), "void f() { a; ");
   EXPECT_EQ(Marked("void f() { a; ?\?>"), "void f() { a; ?\?>");
