@@ -1,13 +1,18 @@
+#include <malloc.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <limits>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -73,21 +78,75 @@ bool IsWritable(const std::string& path) {
   return path.find_first_of("\t\r\n") == std::string::npos;
 }
 
-// A line with its first bytes as a number: most comparisons of a sort end there, without a look at
-// the text.
+// A line with eight of its bytes as a number: most comparisons of a sort end there.
 struct SortedLine {
-  explicit SortedLine(std::string_view newText) : text(newText) {
-    for (size_t i = 0; i < sizeof first; ++i)
-      first = first << 8 | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0U);
-  }
-
   std::string_view text;
-  uint64_t first = 0;
+  uint64_t key = 0;
+
+  void TakeKey(size_t at) {
+    key = 0;
+    if (at + sizeof key <= text.size()) {
+      std::memcpy(&key, text.data() + at, sizeof key);
+      if constexpr (std::endian::native == std::endian::little) key = __builtin_bswap64(key);
+      return;
+    }
+    for (size_t i = at; i < at + sizeof key; ++i)
+      key = key << 8 | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0U);
+  }
 };
 
-bool IsBefore(const SortedLine& a, const SortedLine& b) {
-  return a.first != b.first ? a.first < b.first : a.text < b.text;
+// Sorts lines that are the same up to `from`.
+void SortLines(std::span<SortedLine> lines, size_t from = 0) {
+  for (SortedLine& line : lines) line.TakeKey(from);
+  std::sort(lines.begin(), lines.end(),
+            [](const SortedLine& a, const SortedLine& b) { return a.key < b.key; });
+  for (size_t start = 0, end = 0; start < lines.size(); start = end) {
+    size_t longest = 0;
+    for (; end < lines.size() && lines[end].key == lines[start].key; ++end)
+      longest = std::max(longest, lines[end].text.size());
+    const bool goesOn = end - start > 1 && longest > from + sizeof SortedLine::key;
+    if (goesOn) SortLines(lines.subspan(start, end - start), from + sizeof SortedLine::key);
+  }
 }
+
+// Lines in the order in which they come, without newlines. They stay where they are once they are
+// written: memory that is used the first time costs more than what is done with it.
+class CollectedLines {
+ public:
+  // The place to append the next line to.
+  std::string& Room() {
+    if (blocks.empty() || blocks.back().text.size() + cRoomOfALine > cBlock) {
+      blocks.emplace_back();
+      blocks.back().text.reserve(cBlock);
+    }
+    return blocks.back().text;
+  }
+  void EndLine() { blocks.back().ends.push_back(blocks.back().text.size()); }
+
+  std::vector<SortedLine> Lines() const {
+    std::vector<SortedLine> lines;
+    size_t count = 0;
+    for (const Block& block : blocks) count += block.ends.size();
+    lines.reserve(count);
+    for (const Block& block : blocks) {
+      size_t start = 0;
+      for (const size_t end : block.ends) {
+        lines.push_back({std::string_view(block.text).substr(start, end - start)});
+        start = end;
+      }
+    }
+    return lines;
+  }
+
+ private:
+  static constexpr size_t cBlock = 1 << 20, cRoomOfALine = 4096;
+
+  struct Block {
+    std::string text;
+    std::vector<size_t> ends;  // of its lines
+  };
+  std::deque<Block> blocks;
+};
 
 // Collects the lines of the sources' tags.
 class TagCollector {
@@ -116,10 +175,10 @@ class TagCollector {
       return true;
     }
     log.source = path;
+    const std::string file = EscapedForTags(path);
     theTagParser.found = [&](const TagFacts& tag) {
-      const size_t start = unsorted.size();
-      AppendTagLine(unsorted, tag, path, *language);
-      lengths.push_back(unsorted.size() - start);
+      AppendTagLine(unsorted.Room(), tag, file, *language);
+      unsorted.EndLine();
     };
     TagData data;
     data.fileName = path;
@@ -129,10 +188,13 @@ class TagCollector {
 
   // The whole file.
   std::string Text() {
-    std::vector<SortedLine> lines = Lines();
-    std::sort(lines.begin(), lines.end(), IsBefore);
-    std::string text(cHead);
-    text.reserve(text.size() + unsorted.size() + lines.size());
+    std::vector<SortedLine> lines = unsorted.Lines();
+    SortLines(lines);
+    size_t size = cHead.size();
+    for (const SortedLine& line : lines) size += line.text.size() + 1;
+    std::string text;
+    text.reserve(size);
+    text = cHead;
     std::string_view last;
     for (const SortedLine& line : lines) {
       if (line.text == last) continue;
@@ -143,28 +205,20 @@ class TagCollector {
   }
 
  private:
-  std::vector<SortedLine> Lines() const {
-    std::vector<SortedLine> lines;
-    lines.reserve(lengths.size());
-    size_t start = 0;
-    for (const size_t length : lengths) {
-      lines.emplace_back(std::string_view(unsorted).substr(start, length));
-      start += length;
-    }
-    return lines;
-  }
-
   const Options& options;
   LogShell log;
-  // The lines of the tags one after another, without newlines.
-  std::string unsorted;
-  std::vector<size_t> lengths;
+  CollectedLines unsorted;
 };
 
 // Only an older tags file is replaced.
 bool MayReplace(const std::string& path) {
-  const mavro::FileText old = mavro::ReadFileText(path);
-  return !old.Ok() || old.text.empty() || old.text.starts_with("!_TAG_");
+  constexpr std::string_view cMark = "!_TAG_";
+  if (!mavro::FileExists(path)) return true;
+  std::ifstream old(path, std::ios::binary);
+  char start[cMark.size()];
+  old.read(start, cMark.size());
+  const auto count = static_cast<size_t>(old.gcount());
+  return count == 0 || std::string_view(start, count) == cMark;
 }
 
 bool WriteFile(const std::string& path, const std::string& text) {
@@ -245,6 +299,9 @@ std::vector<std::string> LanguageNames() {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // What one source has needed is kept for the next one.
+  mallopt(M_MMAP_THRESHOLD, 64 << 20);
+  mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
   Options options;
   CLI::App app("Writes a tags file of sources.", "zendry-tags");
   app.set_version_flag("--version", "zendry-tags " ZENDRY_VERSION);

@@ -22,6 +22,8 @@ class FileReader {
   virtual void ungetc(int c);
   // An error when it can't be opened. A reader that is open already must be closed first.
   virtual mavro::FileResult open(const char* path);
+  // Goes back to the first byte of the open source.
+  virtual mavro::FileResult Rewind(const char* path);
   // Does nothing when it isn't open.
   virtual void close();
   // Puts up to `size` bytes into `buffer`, the same that as many calls of getc() would give, and

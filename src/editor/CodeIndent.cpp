@@ -79,9 +79,14 @@ void CodeIndent::Learn() {
   const std::string text = editor.GetRange(0, std::min(editor.Length(), cMostLearned));
   learned = LearnHabits(text, Habits());
   ApplyTo(*editor.options);
-  editor.Send(mavro::SCI_SETTABWIDTH, static_cast<std::uintptr_t>(learned->tabWidth));
-  editor.Send(mavro::SCI_SETINDENT, static_cast<std::uintptr_t>(learned->unit));
-  editor.Send(mavro::SCI_SETUSETABS, learned->useTabs);
+  Tell(mavro::SCI_GETTABWIDTH, mavro::SCI_SETTABWIDTH, learned->tabWidth);
+  Tell(mavro::SCI_GETINDENT, mavro::SCI_SETINDENT, learned->unit);
+  Tell(mavro::SCI_GETUSETABS, mavro::SCI_SETUSETABS, learned->useTabs);
+}
+
+// The whole text is painted again for a value that is the same.
+void CodeIndent::Tell(unsigned get, unsigned set, int value) {
+  if (editor.Send(get) != value) editor.Send(set, static_cast<std::uintptr_t>(value));
 }
 
 void CodeIndent::ApplyTo(mavro::EditorOptions& options) const {

@@ -47,6 +47,8 @@ class CodeIndent {
   void Indent(int line);
   void OnNewLine(int line);
 
+  void Tell(unsigned get, unsigned set, int value);
+
   mavro::SciEditor& editor;
   std::optional<IndentHabits> learned;
   int ownLine = -1;  // the line that was last indented here, and its columns

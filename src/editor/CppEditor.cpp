@@ -117,6 +117,12 @@ mavro::FileResult CppEditor::Load(const std::string& path) {
   return result;
 }
 
+// The beginning of the text shows how it indents.
+bool CppEditor::onFirstPart() {
+  if (language) indent.Learn();
+  return tab.ShowFirstPart();
+}
+
 mavro::FileResult CppEditor::Reload() {
   const DiskStamp before = ReadDiskStamp(fileName);
   mavro::FileResult result;

@@ -114,6 +114,7 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
   mutable FollowedPlaces regionMarkers;  // starts of the lines with their markers
 
   void onTextChanged() override;
+  bool onFirstPart() override;
   void onTextWillChange(long position, long removed, long added) override;
   void onSavePointChanged() override;
   void onDwell(int position) override;

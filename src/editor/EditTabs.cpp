@@ -6,6 +6,8 @@
 #include "AsciiCase.h"
 #include "Assert.h"
 #include "FileText.h"
+#include "Form.h"
+#include "IdleHook.h"
 #include "SystemDialogs.h"
 #include "base/ControlBytes.h"
 #include "base/ErrorBox.h"
@@ -82,6 +84,11 @@ void EditTab::ShowName() {
   caption = BaseName(editor->fileName);
   editor->accessibleName = caption;
   text = modified ? caption + "*" : caption;
+}
+
+bool EditTab::ShowFirstPart() {
+  ShowName();
+  return tabs.ShowEarly(*this);
 }
 
 EditTabs::EditTabs(EditorHost& itsHost) : host(&itsHost) {
@@ -161,6 +168,7 @@ CppEditor* EditTabs::NewTab(const std::string& path) {
     std::erase(lastUsed, &tab);
     tabs.pop_back();
     if (before >= 0) selectedIndex = before;
+    ActiveChanged();
     return nullptr;
   }
   tab.ShowName();
@@ -171,6 +179,18 @@ CppEditor* EditTabs::NewTab(const std::string& path) {
   if (!path.empty()) host->TabOpened(path);
   if (editor.IsReadOnly()) host->Say(tab.caption + " - " + editor.WhyReadOnly());
   return &editor;
+}
+
+bool EditTabs::ShowEarly(const EditTab& tab) {
+  mavro::Form* form = GetForm();
+  if (tabs.empty() || tabs.back().get() != &tab || !form || !form->IsOnScreen()) return false;
+  selectedIndex = TabCount() - 1;
+  host->SetEditorCommandsEnabled(true);
+  ActiveChanged();
+  mavro::RunPendingLayout(form);
+  const ScopedFlag painting(showsEarly), quiet(asking);
+  mavro::WaitReadable(-1, 0);
+  return true;
 }
 
 void EditTabs::LeavePlace() {

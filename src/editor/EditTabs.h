@@ -25,6 +25,9 @@ class EditTab : public mavro::TabPage {
   void SetModified(bool on);
   // Names the page after the editor's file.
   void ShowName();
+  // The first part of a large file is in the editor: brings the tab to the front, if it is a new
+  // one of a window that is on the screen.
+  bool ShowFirstPart();
 
   // The window as the tabs see it; null once the window is being destroyed.
   EditorHost* Host() const;
@@ -66,6 +69,8 @@ class EditTabs : public mavro::TabCtrl {
   // Adds and shows a tab with the file; for an empty path, with an empty text that has no name yet.
   // Null when the file can't be read.
   CppEditor* NewTab(const std::string& path);
+  // Brings the tab that is being made to the front; false if it can't be seen.
+  bool ShowEarly(const EditTab& tab);
   // Opens a file and puts the caret at a line; line 0 leaves the caret where it is.
   CppEditor* GoTo(const std::string& path, int line);
 
@@ -104,6 +109,8 @@ class EditTabs : public mavro::TabCtrl {
   void OfferRescuedTexts();
   // To be called before the user is taken to another place: fires onLeavePlace.
   void LeavePlace();
+  // True while the first part of a file is painted: the tabs must stay as they are.
+  bool IsShowingEarly() const { return showsEarly; }
   // Asks about each open file that another program has changed, once for each change.
   void CheckDisk();
 
@@ -136,6 +143,7 @@ class EditTabs : public mavro::TabCtrl {
   std::vector<std::unique_ptr<EditTab>> tabs;  // in the order of the pages
   std::vector<const EditTab*> lastUsed;        // the one in front first
   mavro::Timer rescueTimer{this};
+  bool showsEarly = false;
   bool asking = false;  // true during a question about files on the disk: one at a time
 };
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "SystemDialogs.h"
+#include "base/DiskStamp.h"
 #include "base/Paths.h"
 #include "base/ReasonFirst.h"
 #include "browser/BrowserActs.h"
@@ -48,6 +49,15 @@ constexpr int cLeftPanelWidth = 200;
 constexpr int cCloseButtonSize = 20;
 constexpr int cPaneBarWidth = 80;
 constexpr int cTabsAndBarWidth = 640;
+constexpr int64_t cLargeFile = 8 << 20;
+constexpr int cLateTick = 5;  // milliseconds
+constexpr int cMostLateTicks = 200;
+
+bool HasLargeFile(const std::vector<StartupFile>& files) {
+  return std::any_of(files.begin(), files.end(), [](const StartupFile& file) {
+    return file.kind != cProjectFile && ReadDiskStamp(file.path).size >= cLargeFile;
+  });
+}
 
 }  // namespace
 
@@ -151,6 +161,7 @@ void MainForm::InitPanels() {
   classTree.onChangeSel.Add_H(this, &MainForm::OnClassNode);
   onCreate.Add_H(this, &MainForm::OnCreated);
   onShow.Add_H(this, &MainForm::OnShown);
+  lateStart.onTimer.Add_H(this, &MainForm::OnLateStart);
   onActivate.Add_H(this, &MainForm::OnActivated);
   onKeyPreview.Add_H(this, &MainForm::OnKeyPreview);
   onClose.Add_H(this, &MainForm::OnCloseRequest);
@@ -226,9 +237,20 @@ void MainForm::SetPlacement(const Placement& wanted) {
 void MainForm::OnCreated(mavro::NotifyArgs&) {
   theProject.SetMode(buildMode.selectedIndex);
   SetRunState(-1);
-  OpenStartupFiles();
+  if (HasLargeFile(startup))
+    lateStart.Start(cLateTick);
+  else
+    OpenStartupFiles();
   for (WatchList& watch : watches) watch.Prepare();
   SayWhatIsNotKept();
+}
+
+// The first part of a large file can be seen while the rest is read if the window is on the screen.
+void MainForm::OnLateStart(mavro::NotifyArgs&) {
+  const bool isReady = IsOnScreen() && mavro::activeForm == this;
+  if (!isReady && ++lateTicks < cMostLateTicks) return;
+  lateStart.Stop();
+  OpenStartupFiles();
 }
 
 // Files opened before the window was shown are ready for typing at once.
@@ -304,6 +326,10 @@ void MainForm::SayWhatIsNotKept() {
 
 // A build or a search uses the project: closing the window stops it, and the window stays open.
 void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
+  if (editTabs.IsShowingEarly()) {
+    args.value = 0;
+    return;
+  }
   if (search->commands.IsRunning()) {
     search->commands.RequestStop();
     SetStatus("The search is being stopped. Close the window again when it has ended.", "");

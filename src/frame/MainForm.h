@@ -205,6 +205,7 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void OnEditorPaneSized(mavro::NotifyArgs& args);
   void UpdateViewMarks();
   void OpenStartupFiles();
+  void OnLateStart(mavro::NotifyArgs& args);
   void TakePlacement();
   void TakeOutputFont();
   void ShowNote();
@@ -212,6 +213,8 @@ class MainForm : public mavro::Form, public Shell, private EditorHost {
   void ShowPart(mavro::Control& part, bool on);
 
   std::vector<StartupFile> startup;
+  mavro::Timer lateStart{this};  // waits for the window before a large file is opened
+  int lateTicks = 0;
   Placement placement;
   std::string whyNoCopy;  // the sentence in the status line; empty when there are copies
   bool isMacroRecording = false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "tags/BodyText.h"
 #include "tags/TagData.h"
 #include "tags/TagParser.h"
 
@@ -47,7 +48,7 @@ void LineInput::Start(FileReader& newReader, TagData& newStore) {
   lineStart = cursor = lineEnd = next;
   linePushback = lineNumber = tagLine = 0;
   isTooLong = eof = isReaderDone = endsInReturn = hasZeros = false;
-  linePlace = nextPlace = readPlace = tailsBefore = 0;
+  linePlace = readPlace = tailsBefore = 0;
   tails.clear();
 }
 
@@ -63,6 +64,36 @@ bool LineInput::NextLine() {
     ReadLine();
   }
   return true;
+}
+
+// Lines are passed over together if none of them can be too long or have a byte 0.
+const char* LineInput::EndOfLinesToPass() const {
+  const bool canStop = hasZeros || static_cast<size_t>(end - lineStart) > longestLine;
+  return lineEnd == next && !canStop ? end : lineEnd;
+}
+
+LineInput::PassedText LineInput::PassBodyText() {
+  PassedText passed{false, cursor};
+  if (cursor == lineEnd) return passed;
+  for (;;) {
+    const BodyText body = zendry::PassBodyText(cursor, EndOfLinesToPass());
+    if (body.newlines == 0) {
+      cursor = body.stop;
+      return passed;
+    }
+    const bool isStop = body.stop != end && body.stop != lineEnd;
+    const std::string_view text(cursor, static_cast<size_t>(body.stop - cursor));
+    const size_t start = text.rfind('\n') + 1;
+    lineNumber += body.newlines - 1;
+    tagLine += body.newlines - 1;
+    next += text.data() + start - next;
+    cursor = lineEnd = next;
+    const bool hasLine = NextLine();
+    passed = {true, cursor};
+    if (!hasLine) return passed;
+    cursor += text.size() - start;
+    if (isStop) return passed;
+  }
 }
 
 void LineInput::Stop() {
@@ -85,11 +116,11 @@ void LineInput::ReadLine() {
   const bool isLong = static_cast<size_t>(newline - next) > longestLine;
   eof = isLong || !hasNewline;
   lineStart = cursor = next;
+  const size_t place = readPlace - static_cast<size_t>(end - next);
+  while (tailsBefore < tails.size() && tails[tailsBefore] <= place) ++tailsBefore;
+  linePlace = place + tailsBefore;
   lineEnd = newline + (hasNewline && !isLong ? 1 : 0);
   next += lineEnd - cursor;
-  while (tailsBefore < tails.size() && tails[tailsBefore] <= nextPlace) ++tailsBefore;
-  linePlace = nextPlace + tailsBefore;
-  nextPlace += static_cast<size_t>(lineEnd - cursor);
   if (cursor == lineEnd) return;
   ++lineNumber;
   ++tagLine;

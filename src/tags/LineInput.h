@@ -47,6 +47,14 @@ class LineInput {
   int PlaceOf(const char* at) const {
     return static_cast<int>(linePlace + static_cast<size_t>(at - lineStart));
   }
+  // What was passed of the line that is read now.
+  struct PassedText {
+    bool isNewLine = false;  // another line has begun
+    const char* from = nullptr;
+  };
+  // Goes to the next byte that counts in a body, over the ends of lines; to the end of the source
+  // if there is none.
+  PassedText PassBodyText();
   // Gives up the rest of the source: only a newline still comes.
   void Stop();
 
@@ -61,6 +69,7 @@ class LineInput {
 
  private:
   int TakePushback();
+  const char* EndOfLinesToPass() const;
   void ReadLine();
   void Fill();
   void ScanInclude(const char* lastByte);
@@ -76,10 +85,9 @@ class LineInput {
   bool endsInReturn = false;  // the last byte read was CR; a newline after it belongs to it
   bool hasZeros = false;      // a byte 0 has been read
   size_t linePlace = 0;       // of this line in the source
-  size_t nextPlace = 0;       // of the next line, line ends counted as one byte
-  size_t readPlace = 0;       // of `end`, counted so
+  size_t readPlace = 0;       // of `end`, line ends counted as one byte
   std::vector<size_t> tails;  // places after the CR of each CR LF, counted so
-  size_t tailsBefore = 0;     // how many of them are before the next line
+  size_t tailsBefore = 0;     // how many of them are before this line
   IncludeScanner includeScan;
 };
 

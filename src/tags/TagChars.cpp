@@ -342,27 +342,14 @@ void Cpp::ReadIdentifierRest(std::string& name) {
   lines.cursor = at;
 }
 
+// A directive may begin where only blanks are before it in its line.
 void Cpp::SkipToBrace() {
   if (HasPushback()) return;
-  constexpr std::array<bool, 256> cStops = [] {
-    std::array<bool, 256> stops{};
-    for (int c = 0; c < 256; ++c) stops[c] = (cCharClasses[c] & (cSpecialChar | cLineEndChar)) != 0;
-    stops['{'] = stops['}'] = true;
-    return stops;
-  }();
-  for (;;) {
-    const char* at = lines.cursor;
-    const char* const end = lines.lineEnd;
-    while (at != end && (*at == ' ' || *at == '\t')) ++at;
-    const char* const first = at;
-    while (at != end && !cStops[static_cast<unsigned char>(*at)]) ++at;
-    if (at != first) directive.allowed = false;
-    lines.cursor = at;
-    if (at == end || *at != '\n') return;
-    directive.allowed = true;
-    ++lines.cursor;
-    if (!lines.NextLine()) return;
-  }
+  const LineInput::PassedText passed = lines.PassBodyText();
+  const bool isBlank = std::all_of(passed.from, lines.cursor, [](char c) {
+    return (cCharClasses[static_cast<unsigned char>(c)] & cBlankChar) != 0;
+  });
+  directive.allowed = (directive.allowed || passed.isNewLine) && isBlank;
 }
 
 }  // namespace zendry

@@ -1,30 +1,28 @@
 #include "tags/TagLine.h"
 
+#include <array>
+#include <charconv>
+
 namespace zendry {
 namespace {
 
 // The letter behind the backslash, or 0 for a byte that is written as it is.
-char EscapeLetter(char c) {
-  switch (c) {
-    case '\\':
-      return '\\';
-    case '\t':
-      return 't';
-    case '\n':
-      return 'n';
-    case '\r':
-      return 'r';
-    default:
-      return 0;
-  }
-}
+constexpr std::array<char, 256> cEscapeLetters = [] {
+  std::array<char, 256> letters{};
+  letters['\\'] = '\\';
+  letters['\t'] = 't';
+  letters['\n'] = 'n';
+  letters['\r'] = 'r';
+  return letters;
+}();
 
 // Plain stretches are appended as a whole, as nearly every text is one.
 void AppendEscaped(std::string& line, std::string_view text) {
   size_t start = 0;
   for (size_t i = 0; i < text.size(); ++i) {
-    const char letter = EscapeLetter(text[i]);
-    if (letter == 0) continue;
+    const char letter = cEscapeLetters[static_cast<unsigned char>(text[i])];
+    if (letter == 0) [[likely]]
+      continue;
     line.append(text, start, i - start);
     line += '\\';
     line += letter;
@@ -33,12 +31,23 @@ void AppendEscaped(std::string& line, std::string_view text) {
   line.append(text, start);
 }
 
+// The field's key comes with the TAB before it and the colon behind it.
 void AppendField(std::string& line, std::string_view key, std::string_view value) {
   if (value.empty()) return;
-  line += '\t';
   line += key;
-  line += ':';
   AppendEscaped(line, value);
+}
+
+void AppendPlace(std::string& line, int lineNumber, char kind) {
+  std::array<char, 16> digits;
+  const char* const end =
+      std::to_chars(digits.data(), digits.data() + digits.size(), lineNumber).ptr;
+  const std::string_view number(digits.data(), static_cast<size_t>(end - digits.data()));
+  line += '\t';
+  line += number;
+  const char middle[] = {';', '"', '\t', kind, '\t', 'l', 'i', 'n', 'e', ':'};
+  line.append(middle, sizeof middle);
+  line += number;
 }
 
 // The scope of a class has the class's own name at its end.
@@ -52,38 +61,44 @@ std::string_view ScopeOf(const TagFacts& facts, std::string_view separator) {
 void AppendScope(std::string& line, const TagFacts& facts, Language language) {
   const bool hasDots = language == Language::cCSharp || language == Language::cJava;
   const std::string_view separator = hasDots ? "." : "::";
-  std::string scope(facts.namespaceName);
   if (facts.scopeKind.data() == nullptr) {
-    AppendField(line, "namespace", scope);
+    AppendField(line, "\tnamespace:", facts.namespaceName);
     return;
   }
-  if (!scope.empty()) scope += separator;
-  scope += ScopeOf(facts, separator);
-  AppendField(line, facts.scopeKind, scope);
+  const std::string_view scope = ScopeOf(facts, separator);
+  if (facts.namespaceName.empty() && scope.empty()) return;
+  line += '\t';
+  line += facts.scopeKind;
+  AppendField(line, ":", facts.namespaceName);
+  AppendField(line, facts.namespaceName.empty() ? ":" : separator, scope);
 }
 
 }  // namespace
 
-void AppendTagLine(std::string& line, const TagFacts& facts, std::string_view file,
+std::string EscapedForTags(std::string_view text) {
+  std::string escaped;
+  AppendEscaped(escaped, text);
+  return escaped;
+}
+
+void AppendTagLine(std::string& line, const TagFacts& facts, std::string_view escapedFile,
                    Language language) {
-  const std::string number = std::to_string(facts.lineNumber);
   AppendEscaped(line, facts.name);
   line += '\t';
-  AppendEscaped(line, file);
-  line.append(1, '\t').append(number).append(";\"\t").append(1, facts.kind);
-  AppendField(line, "line", number);
+  line += escapedFile;
+  AppendPlace(line, facts.lineNumber, facts.kind);
   AppendScope(line, facts, language);
-  AppendField(line, "signature", facts.signature);
-  AppendField(line, "typeref", facts.typeRef);
-  AppendField(line, "access", facts.access);
-  AppendField(line, "implementation", facts.implementation);
-  AppendField(line, "inherits", facts.inheritance);
+  AppendField(line, "\tsignature:", facts.signature);
+  AppendField(line, "\ttyperef:", facts.typeRef);
+  AppendField(line, "\taccess:", facts.access);
+  AppendField(line, "\timplementation:", facts.implementation);
+  AppendField(line, "\tinherits:", facts.inheritance);
   if (facts.isFileScope) line += "\tfile:";
 }
 
 std::string TagLine(const TagFacts& facts, std::string_view file, Language language) {
   std::string line;
-  AppendTagLine(line, facts, file, language);
+  AppendTagLine(line, facts, EscapedForTags(file), language);
   return line;
 }
 

@@ -64,10 +64,10 @@ bool TagParser::parseFile(const std::string& path, int newFileId) {
   bool isAgainWanted = false;
   for (int passCount = 1; OpenSource(path); ++passCount) {
     const bool isAgain = theTagC.runPass(passCount, *told, isHeader);
-    reader->close();
     isAgainWanted = isAgainWanted || isAgain;
     if (!isAgain) break;
   }
+  reader->close();
   return isAgainWanted;
 }
 
@@ -94,8 +94,8 @@ std::optional<Language> TagParser::languageOf(std::string_view path, bool& isHea
 
 bool TagParser::OpenSource(const std::string& path) {
   gaveUp = false;
-  if (reader->IsOpen()) reader->close();
-  if (!reader->open(path.c_str()).Ok()) {
+  const bool isOpen = reader->IsOpen();
+  if (!(isOpen ? reader->Rewind(path.c_str()) : reader->open(path.c_str())).Ok()) {
     logMessage("cannot open:", path);
     return false;
   }

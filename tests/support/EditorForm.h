@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 
@@ -76,11 +77,13 @@ struct AskedEditor : mavro::SciEditor {
     return true;
   }
   void onUpdateUI() override { ++updates; }
+  bool onFirstPart() override { return firstPart && firstPart(); }
 
   mavro::EditorLanguage small = SmallLanguage();
   std::string offered, asked, askedTips, tipName = "foo", offeredTip, savePoints;
   std::string choice, taken;
   std::map<std::string, mavro::ListNote> notes;
+  std::function<bool()> firstPart;
   std::vector<std::string> furtherTips;  // more signatures of the offered one
   bool clearAsked = true;
   bool hidesTip = false;  // when the mouse rests

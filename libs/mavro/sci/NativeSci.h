@@ -92,6 +92,10 @@ class NativeSci : public NativeWindow {
   // Called before a list is opened: its rows show what `noteOf` says about their names. Without it
   // the rows show only the names.
   virtual void SetListNotes(std::function<ListNote(const std::string& name)> noteOf) = 0;
+  // What the window shows stays as it is until painting goes on; then all of it is painted, or only
+  // what changes later.
+  enum class Painting { cHeld, cGoesOn, cGoesOnWithAll };
+  virtual void SetPainting(Painting painting) = 0;
   // True if the desktop's colours are dark now.
   virtual bool IsDark() const = 0;
   // The face of the desktop's fixed or proportional font.

@@ -311,6 +311,12 @@ class SciWindow final : public NativeSci {
            QGuiApplication::screenAt(sci->viewport()->mapToGlobal(at));
   }
 
+  // Unlike the property of the widget, the attribute asks for no painting when it goes.
+  void SetPainting(Painting painting) override {
+    sci->viewport()->setAttribute(Qt::WA_UpdatesDisabled, painting == Painting::cHeld);
+    if (painting == Painting::cGoesOnWithAll) sci->viewport()->update();
+  }
+
   std::string Text() const override {
     const auto* bytes = reinterpret_cast<const char*>(Send(SCI_GETCHARACTERPOINTER, 0, 0));
     std::string shown(bytes, static_cast<size_t>(Send(SCI_GETLENGTH, 0, 0)));

@@ -9,6 +9,7 @@
 
 #include "BytesDigest.h"
 #include "FileText.h"
+#include "LargeBlocks.h"
 #include "RegularFile.h"
 #include "SciImpl.h"
 #include "SystemDialogs.h"
@@ -88,6 +89,10 @@ ByteRange DifferingRange(std::string_view before, std::string_view after) {
   return {start, end};
 }
 
+FirstLook LookOf(const SciEditor& editor, bool huge) {
+  return {editor.codePage, editor.encoding, huge, editor.Send(SCI_GETMARGINWIDTHN)};
+}
+
 }  // namespace
 
 // Reads the file into the empty text. Nothing if reading fails midway. Each chunk is looked at
@@ -122,6 +127,7 @@ std::optional<LoadedText> SciEditor::Impl::FillFrom(int file, long size) {
   const std::string_view first = decoder.Decode(chunk());
   Send(SCI_SETEOLMODE, cEolModes[static_cast<int>(FirstLineEnding(first))]);
   take(first);
+  if (size >= cLargeBytes) ShowFirstPart(size);
   while (static_cast<size_t>(count) == cChunk) {
     count = ReadChunk(file, buffer);
     if (count < 0 || taken > INT32_MAX - 4 * static_cast<long>(cChunk)) return {};
@@ -132,6 +138,25 @@ std::optional<LoadedText> SciEditor::Impl::FillFrom(int file, long size) {
   folder.Finish();
   oddByte = decoder.oddByte;
   return LoadedText{digest.Value(), isAscii};
+}
+
+// The rest of a large text takes its time: until it is there the user sees the beginning.
+void SciEditor::Impl::ShowFirstPart(long size) {
+  firstPart.expectedLength = size;
+  ClassifyText();
+  Send(SCI_GOTOPOS, 0);
+  if (!Editor().onFirstPart()) return;
+  firstPart.shown = LookOf(Editor(), huge);
+  Window()->SetPainting(NativeSci::Painting::cHeld);
+}
+
+void SciEditor::Impl::EndFirstPart(bool isRead) {
+  if (!firstPart.shown) return;
+  ApplyLineNumbers();
+  const bool looksSame = isRead && *firstPart.shown == LookOf(Editor(), huge);
+  firstPart.shown.reset();
+  Window()->SetPainting(looksSame ? NativeSci::Painting::cGoesOn
+                                  : NativeSci::Painting::cGoesOnWithAll);
 }
 
 FileResult SciEditor::Impl::Load(const std::string& path) {
@@ -153,7 +178,9 @@ FileResult SciEditor::Impl::Load(const std::string& path) {
   Send(SCI_CLEARALL);
   Send(SCI_MARKERDELETEALL, -1);
   ForgetLongLines();
+  const LargeBlocks blocks;
   const std::optional<LoadedText> read = FillFrom(opened.file.Number(), opened.size);
+  firstPart.expectedLength = 0;
   if (!read) {
     editor.encoding = encodingBefore;
     Send(SCI_CLEARALL);
@@ -177,8 +204,13 @@ FileResult SciEditor::Impl::Load(const std::string& path) {
     editor.dirty = false;
   }
   Send(SCI_GOTOPOS, 0);
-  // The component's table of lines was made anew at each step of its growth.
-  if (Length() >= cLargeBytes) malloc_trim(0);
+  EndFirstPart(read.has_value());
+  if (Length() >= cLargeBytes) {
+    // The component's table of lines was made anew at each step of its growth.
+    malloc_trim(0);
+    // The styles are 0 where the text has not been painted.
+    blocks.ReleaseZeroPages();
+  }
   return read ? FileResult() : Unreadable(path);
 }
 
@@ -232,7 +264,7 @@ std::optional<size_t> SciEditor::DigestOfFile(const std::string& path) {
 }
 
 void SciEditor::Impl::AddShown(std::string_view text) {
-  Send(SCI_ADDTEXT, static_cast<Param>(text.size()), reinterpret_cast<Param>(text.data()));
+  Send(SCI_APPENDTEXT, static_cast<Param>(text.size()), reinterpret_cast<Param>(text.data()));
 }
 
 // Only a UTF-8 text can have stand-ins, so bytes that are not UTF-8 are converted to letters.
@@ -261,7 +293,7 @@ void SciEditor::Impl::ClassifyText(std::optional<TextBytes> known) {
   SciEditor& editor = Editor();
   if (!known) known = standIns.Count() == 0 ? ClassifyBytes(Bytes()) : TextBytes::cUtf8;
   bytes = *known;
-  huge = Length() > cHugeBytes;
+  huge = std::max<long>(Length(), firstPart.expectedLength) > cHugeBytes;
   const bool unicode = editor.encoding != cPlainText || bytes == TextBytes::cUtf8;
   editor.codePage = unicode ? SC_CP_UTF8 : 0;
   ApplyOptions();

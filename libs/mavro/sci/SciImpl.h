@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "EditorColours.h"
+#include "FirstPart.h"
 #include "IndentRules.h"
 #include "LineSigns.h"
 #include "LongLines.h"
@@ -187,12 +188,12 @@ class SciEditor::Impl : public SysImpl, public SciText, private SignBoard {
   int Colour(EditorColour colour) const { return GroundOf(ColourOf(colour), ItsDesktop()); }
   void SendStyle(const StyleRow& row);
   void ApplyRepresentations();
-
   void SetHooks();
   void SendNotes();
   void ForgetLongLines();
   int StandInNear(int position);
-
+  void ShowFirstPart(long size);
+  void EndFirstPart(bool isRead);
   std::optional<LoadedText> FillFrom(int file, long size);
   void AddShown(std::string_view text);
   void ConvertBytesToLetters();
@@ -205,6 +206,7 @@ class SciEditor::Impl : public SysImpl, public SciText, private SignBoard {
   void EnsureLastLine();
 
   std::optional<LoadedText> loaded;  // none once the text is another
+  FirstPart firstPart;
   int foldFlags = 0;
   int notesSent = 0;
   bool pausesOvertype = false;
@@ -213,7 +215,6 @@ class SciEditor::Impl : public SysImpl, public SciText, private SignBoard {
   int listStart = 0;              // where its names begin in the text
   bool movedInList = false;       // the user has chosen a row of the open list
 
-  // Group: brackets and quotes in pairs (SciPairs.cpp).
   void Replace(int start, int end, std::string_view text);
   bool CanPair() const;
   bool StepOver(char typed);
@@ -227,7 +228,6 @@ class SciEditor::Impl : public SysImpl, public SciText, private SignBoard {
   void BeginTyping();
   void EndTyping();
 
-  // Group: several carets (SciCarets.cpp).
   void TypeAtCaret(const std::string& text);
   void MoveVertically(Way way, bool selects);
   int PlaceBeside(int position, int x, Way way) const;

@@ -172,7 +172,12 @@ void SciEditor::Impl::ApplyLineNumbers() {
     Send(SCI_SETMARGINWIDTHN, cNumberMargin, 0);
     return;
   }
-  const std::string widest = "_" + std::to_string(Send(SCI_GETLINECOUNT));
+  Param lines = Send(SCI_GETLINECOUNT);
+  if (const Param length = Length(); firstPart.expectedLength > length && length > 0)
+    lines = static_cast<Param>(static_cast<double>(lines) *
+                               static_cast<double>(firstPart.expectedLength) /
+                               static_cast<double>(length));
+  const std::string widest = "_" + std::to_string(lines);
   const Param needed = SendText(SCI_TEXTWIDTH, STYLE_LINENUMBER, widest.c_str());
   const Param width = std::max<Param>(needed, options.lineNumberWidth);
   if (Send(SCI_GETMARGINWIDTHN, cNumberMargin) != width)

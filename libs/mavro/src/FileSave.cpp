@@ -137,16 +137,22 @@ Reason FindTarget(std::string path, Target& target) {
   return calls.faccessat(at, target.name.c_str(), W_OK, AT_EACCESS) == 0 ? Reason() : LastError();
 }
 
-// The disk writes the pieces of a large text while the next ones are handed over.
+// The disk writes the pieces of a large text while the next ones are handed over. The system keeps
+// each write in memory of one size: for large ones it must find memory that nobody has used, which
+// on a virtual machine costs more than the writing.
 Reason WriteAll(int file, std::string_view content) {
-  constexpr size_t cPiece = 2 << 20;
+  constexpr size_t cWrite = 256 << 10, cPiece = 2 << 20;
+  size_t handedOver = 0;
   while (!content.empty()) {
     const ssize_t count =
-        TheFileCalls().write(file, content.data(), std::min(content.size(), cPiece));
+        TheFileCalls().write(file, content.data(), std::min(content.size(), cWrite));
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) return LastError();
     content.remove_prefix(static_cast<size_t>(count));
-    if (!content.empty()) sync_file_range(file, 0, 0, SYNC_FILE_RANGE_WRITE);
+    handedOver += static_cast<size_t>(count);
+    if (handedOver < cPiece || content.empty()) continue;
+    sync_file_range(file, 0, 0, SYNC_FILE_RANGE_WRITE);
+    handedOver = 0;
   }
   return {};
 }

@@ -1,30 +1,19 @@
 #include <gtest/gtest.h>
 
-#include <QAbstractScrollArea>
-#include <QPaintEvent>
 #include <QScreen>
 
 #include "EditorForm.h"
+#include "PaintWatch.h"
 
 namespace mavro {
 namespace {
 
 using test::EditorForm;
+using test::PaintWatch;
 using test::RunEditor;
 
-// The part of the editor's text that is painted.
-struct PaintWatch : QObject {
-  QRegion painted;
-  bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::Paint) painted += static_cast<QPaintEvent*>(event)->region();
-    return false;
-  }
-};
-
 struct PaintedForm : EditorForm {
-  QWidget& Text() const {
-    return *qobject_cast<QAbstractScrollArea*>(test::WidgetOf(editor))->viewport();
-  }
+  QWidget& Text() const { return test::TextWidget(editor); }
 
   // The caret doesn't blink: the component paints no line but for the typed letter.
   void Begin(const std::string& text) {

@@ -78,6 +78,20 @@ TEST(PassedBodies, CountTheTextsOwnBytes) {
   EXPECT_EQ(Marked("int a;\rint b;\r\n\nvoid f() { }"), "int a;\rint b;\r\n\nvoid f() {[ ]}");
 }
 
+TEST(PassedBodies, CountTheBytesOfManyReads) {
+  for (const std::string end : {"\n", "\r\n", "\r"}) {
+    std::string source, expected;
+    for (int i = 0; i < 300; ++i) {
+      const std::string before = "// " + std::to_string(i) + end + "void f() {";
+      std::string body = end;
+      for (int line = 0; line < 100; ++line) body += "  abc();" + end;
+      source += before + body + "}" + end;
+      expected += before + "[" + body + "]}" + end;
+    }
+    EXPECT_TRUE(Marked(source) == expected);
+  }
+}
+
 TEST(PassedBodies, EndBeforeABraceThatWasReadAhead) {
   EXPECT_EQ(Marked("void f() { a?}"), "void f() {[ a?]}");
   EXPECT_EQ(Marked("void f() { a/}"), "void f() {[ a/]}");
