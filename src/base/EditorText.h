@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+
+#include "base/PassedBodies.h"
 
 namespace zendry {
 
@@ -16,7 +19,11 @@ class EditorText {
   // Copies the bytes from `start` up to `end` and nothing after them. `end` is not past the text.
   virtual void CopyRange(int start, int end, char* to) const = 0;
 
-  bool parsed = false;  // the tags reflect the text; the code that changes the text clears it
+  // The tags reflect the text. The code that changes the text tells `bodies` before and clears this
+  // after the change if they don't hold.
+  bool parsed = false;
+  PassedBodies bodies;
+  uint64_t parsedAs = 0;  // the generation of the tags that the last parse made
 };
 
 }  // namespace zendry

@@ -271,7 +271,11 @@ int CppEditor::LiveTextOf::PositionFromLine(int line) const {
 }
 
 void CppEditor::onTextChanged() {
-  liveText.parsed = false;
+  FollowTags();
+}
+
+void CppEditor::FollowTags() {
+  liveText.parsed = liveText.parsed && liveText.bodies.Hold(liveText);
 }
 
 // Steps of the rescue copy have places of 32 bits.
@@ -283,11 +287,14 @@ void CppEditor::onTextWillChange(long position, long removed, long added) {
   else
     rescue.LoseTrack();
   // Lines that are not shown have no place in the shown text.
-  if (isTracked && LinesNotShown() == 0)
-    regionMarkers.WillChange(static_cast<int>(position), static_cast<int>(removed),
-                             static_cast<int>(added));
-  else
+  if (!isTracked || LinesNotShown() != 0) {
     regionMarkers.Lose();
+    liveText.bodies.Lose();
+    return;
+  }
+  const auto start = static_cast<int>(position);
+  regionMarkers.WillChange(start, static_cast<int>(removed), static_cast<int>(added));
+  liveText.bodies.WillChange(liveText, start, static_cast<int>(removed), static_cast<int>(added));
 }
 
 void CppEditor::onSavePointChanged() {
@@ -296,7 +303,7 @@ void CppEditor::onSavePointChanged() {
     rescue.Changed(1, TextRescue::Clock::now());
   }
   if (dirty)
-    liveText.parsed = false;
+    FollowTags();
   else
     rescue.Drop();
   tab.SetModified(dirty);
@@ -426,7 +433,7 @@ std::string CppEditor::onPaste(std::string pasted) {
 void CppEditor::FollowChanges() {
   const unsigned long changes = ChangeCount();
   if (changes == seenChanges) return;
-  liveText.parsed = false;
+  FollowTags();
   seenChanges = changes;
   const long bytes = std::min<long>(std::exchange(bytesChanged, 0), TextRescue::cMostBytesBehind);
   if (dirty) rescue.Changed(static_cast<int>(bytes), TextRescue::Clock::now());

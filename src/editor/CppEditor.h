@@ -158,6 +158,8 @@ class CppEditor : public mavro::SciEditor, private RescueSource {
     AppendWhole(start, end, to);
   }
   void FollowChanges();
+  // Clears `parsed` if the text no longer has the tags that were found in it.
+  void FollowTags();
   bool IndentsCode() const;
 
   EditTab& tab;

@@ -97,19 +97,21 @@ LspPlace LspText::PlaceOf(int position, LspColumns columns) const {
 }
 
 void LspText::Replace(int begin, int end, std::string_view with) {
+  bodies.WillChange(*this, begin, end - begin, static_cast<int>(with.size()));
   text.replace(static_cast<size_t>(begin), static_cast<size_t>(end - begin), with);
   Changed();
 }
 
 void LspText::ReplaceAll(std::string newText) {
   text = std::move(newText);
+  bodies.Lose();
   Changed();
 }
 
 void LspText::Changed() {
   lineStarts.clear();
   caret = std::min(caret, Length());
-  parsed = false;
+  parsed = parsed && bodies.Hold(*this);
 }
 
 }  // namespace zendry

@@ -123,8 +123,8 @@ class Project : public mavro::object {
   // else of its file. The open text of no file of the project has no tags beyond cMostTextAlone.
   static constexpr int cMostTextAlone = 16 << 20;  // bytes
   void parseModule(TagData& module, EditorText* editor);
-  // Parses the open editors whose text has changed since they were parsed; if `editor` is given,
-  // only that one.
+  // Parses the open editors whose text has changed since they were parsed, unless the change can't
+  // have changed their tags; if `editor` is given, only that one.
   void parseOpenEditors(EditorText* editor);
   // The tags of a file. All files outside the project share one store, the scratchModule, which
   // takes the file's name.
@@ -177,6 +177,8 @@ class Project : public mavro::object {
   bool storesTags = true;     // false in tools, which need at most the includes
 
  private:
+  bool HasTagsOf(const EditorText& editor) const;
+
   // Files by name; for equal names, the file that was added first. The keys point into the files.
   using NameIndex = std::unordered_map<std::string_view, ProjectFile*>;
 

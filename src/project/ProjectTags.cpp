@@ -56,6 +56,12 @@ void RefreshIncludes(TagData& module, const EditorText& editor, std::vector<Incl
   }
 }
 
+void NoteParsed(EditorText& editor, const TagData& module, std::vector<TextPart> bodies) {
+  editor.parsed = true;
+  editor.parsedAs = module.Generation();
+  editor.bodies.Put(std::move(bodies));
+}
+
 // The tags of a project stay for hours: no room is kept for more of them.
 void DropRoom(TagData& module) {
   module.globals.shrink_to_fit();
@@ -110,14 +116,13 @@ void Project::parseModule(TagData& module, EditorText* editor) {
   if (IsTooLongForTags(editor, *this)) {
     RefreshIncludes(module, *editor, std::move(known));
     theTagParser.logMessage("no tags of so long a text", module.fileName);
-    editor->parsed = true;
-    return module.Changed();
+    module.Changed();
+    return NoteParsed(*editor, module, {});
   }
   if (editor) {
     EditorReader reader(*editor);
     theTagParser.parseBuffer(module, &reader, false);
     theTagParser.Bind(module);
-    editor->parsed = true;
   } else {
     theTagParser.parseBuffer(module, nullptr, false);
   }
@@ -129,6 +134,9 @@ void Project::parseModule(TagData& module, EditorText* editor) {
     theTagParser.logMessage("tags end before the end of", module.fileName);
   if (!isTyped) DropRoom(module);
   module.Changed();
+  if (!editor) return;
+  NoteParsed(*editor, module,
+             theTagParser.gaveUp ? std::vector<TextPart>() : theTagParser.bodies.Take());
 }
 
 void Project::parseOpenEditors(EditorText* editor) {
@@ -138,7 +146,7 @@ void Project::parseOpenEditors(EditorText* editor) {
   for (EditorText* open : editors) {
     // Builds need the includes of the project's files.
     const bool isSavedWhole = editor && IsLarge(*open) && FindFile(open->Path());
-    if (open->parsed && !isSavedWhole) continue;
+    if (HasTagsOf(*open) && !isSavedWhole) continue;
     TraceMessage("Parse", open->Path());
     TagData& module = ModuleOf(open->Path());
     parseModule(module, open);
@@ -146,6 +154,15 @@ void Project::parseOpenEditors(EditorText* editor) {
     anyParsed = true;
   }
   if (anyParsed) shell->TagsChanged();
+}
+
+// Tags that a change of the text has left as they were may be gone from the store: files outside
+// the project share one.
+bool Project::HasTagsOf(const EditorText& editor) const {
+  if (!editor.parsed || !editor.bodies.HasChanged()) return editor.parsed;
+  const ProjectFile* file = FindFile(editor.Path());
+  const TagData& module = file ? file->tags : scratchModule;
+  return module.Generation() == editor.parsedAs && !IsTooLongForTags(&editor, *this);
 }
 
 TagData& Project::ModuleOf(const std::string& path) {

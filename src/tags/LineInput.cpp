@@ -21,14 +21,19 @@ const char* Find(const char* begin, const char* end, char c) {
 }
 
 // Turns CR and CR LF into LF within the text; returns its new end. `afterReturn` is true on entry
-// if a CR came before the text, and on return if a CR ends it.
-char* NormalizeLineEnds(char* begin, char* end, bool& afterReturn) {
+// if a CR came before the text, and on return if a CR ends it. The places of the newlines that are
+// left out go to `tails`; the text begins at `place`.
+char* NormalizeLineEnds(char* begin, char* end, bool& afterReturn, size_t place,
+                        std::vector<size_t>& tails) {
   if (!afterReturn && Find(begin, end, '\r') == end) return end;
   char* out = begin;
   for (const char* in = begin; in != end; ++in) {
     const bool isTail = *in == '\n' && afterReturn;
     afterReturn = *in == '\r';
-    if (!isTail) *out++ = afterReturn ? '\n' : *in;
+    if (isTail)
+      tails.push_back(place + static_cast<size_t>(out - begin));
+    else
+      *out++ = afterReturn ? '\n' : *in;
   }
   return out;
 }
@@ -43,6 +48,8 @@ void LineInput::Start(FileReader& newReader, TagData& newStore) {
   lineStart = cursor = lineEnd = next;
   linePushback = lineNumber = tagLine = 0;
   isTooLong = eof = isReaderDone = endsInReturn = hasZeros = false;
+  linePlace = readPlace = tailsBefore = 0;
+  tails.clear();
 }
 
 int LineInput::TakePushback() {
@@ -109,6 +116,9 @@ void LineInput::ReadLine() {
   const bool isLong = static_cast<size_t>(newline - next) > longestLine;
   eof = isLong || !hasNewline;
   lineStart = cursor = next;
+  const size_t place = readPlace - static_cast<size_t>(end - next);
+  while (tailsBefore < tails.size() && tails[tailsBefore] <= place) ++tailsBefore;
+  linePlace = place + tailsBefore;
   lineEnd = newline + (hasNewline && !isLong ? 1 : 0);
   next += lineEnd - cursor;
   if (cursor == lineEnd) return;
@@ -140,7 +150,8 @@ void LineInput::Fill() {
   }
   const size_t got = reader->read(end, cChunk);
   isReaderDone = got == 0;
-  char* newEnd = NormalizeLineEnds(end, end + got, endsInReturn);
+  char* newEnd = NormalizeLineEnds(end, end + got, endsInReturn, readPlace, tails);
+  readPlace += static_cast<size_t>(newEnd - end);
   hasZeros = hasZeros || Find(end, newEnd, '\0') != newEnd;
   end = newEnd;
 }

@@ -42,6 +42,11 @@ class LineInput {
     const char* const stop = std::max(lineStart + cLookAhead, lineEnd);
     return {cursor, static_cast<size_t>((stop < end ? stop : end) - cursor)};
   }
+  // The place in the source of a byte of this line, or of its end. It counts the source's own
+  // bytes.
+  int PlaceOf(const char* at) const {
+    return static_cast<int>(linePlace + static_cast<size_t>(at - lineStart));
+  }
   // What was passed of the line that is read now.
   struct PassedText {
     bool isNewLine = false;  // another line has begun
@@ -79,6 +84,10 @@ class LineInput {
   bool isReaderDone = true;
   bool endsInReturn = false;  // the last byte read was CR; a newline after it belongs to it
   bool hasZeros = false;      // a byte 0 has been read
+  size_t linePlace = 0;       // of this line in the source
+  size_t readPlace = 0;       // of `end`, line ends counted as one byte
+  std::vector<size_t> tails;  // places after the CR of each CR LF, counted so
+  size_t tailsBefore = 0;     // how many of them are before this line
   IncludeScanner includeScan;
 };
 

@@ -9,6 +9,7 @@
 
 namespace zendry {
 
+struct GroupAhead;
 struct TagFacts;
 
 // Turns the stream of characters into tags for C, C++, C#, Java and Vera. It builds no tree: it
@@ -93,6 +94,7 @@ class TagC {
   bool SkipTemplateArguments();
   bool DropOperatorRest(char first = '<');
   bool SkipBody();
+  bool PassBody();
   bool IsBodyGivenUp(unsigned depthAtStart);
   bool FailToMatch(char opening, int line);
   void SkipGroupIfAny();
@@ -150,6 +152,7 @@ class TagC {
   void RestartWith(Token& token);
 
   // Macros (TagMacros.cpp).
+  GroupAhead LookAtNextGroup() const;
   bool TakeMacroGroup();
   bool TakeTypeMacro();
   bool IsDeclaratorAhead(std::string_view text, bool mayHaveParameters) const;

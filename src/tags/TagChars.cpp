@@ -129,6 +129,7 @@ int Cpp::Fold(int c, Seen& seen) {
         directive.state = DIRECTIVE_HASH;
         directive.allowed = false;
         seen.directive = true;
+        ++directivesRead;
       }
       return c;
     case '\'':

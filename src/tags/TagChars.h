@@ -111,6 +111,12 @@ class Cpp {
   std::string TakeLiteral() { return std::exchange(literal, {}); }
   // Passes over all characters but braces and those that need a closer look.
   void SkipToBrace();
+  // True if the last byte that was read is this one, as it is in the source, and none is held.
+  bool IsJustAfter(char c) const {
+    return !HasPushback() && lines.cursor > lines.lineStart && lines.cursor[-1] == c;
+  }
+  // The place in the source of the next byte.
+  int Place() const { return lines.PlaceOf(lines.cursor); }
   // Drops the characters that are held and the rest of the source.
   void Stop();
 
@@ -120,6 +126,7 @@ class Cpp {
   int blockLevel = 0;  // the block that is being read
   bool laterPass = false;
   bool blanksSkipped = false;
+  int directivesRead = 0;
   struct {
     DirectiveState state = DIRECTIVE_NONE;
     bool allowed = true;

@@ -4,6 +4,7 @@
 
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
+#include "tags/TagParser.h"
 
 namespace zendry {
 namespace {
@@ -159,6 +160,14 @@ GroupAhead LookAtGroup(std::string_view text, Language language) {
   return GroupScan(text, language).Run();
 }
 
+// The group whose opening parenthesis has been read last.
+GroupAhead TagC::LookAtNextGroup() const {
+  const std::string_view ahead = theCpp.lines.Ahead();
+  const GroupAhead group = LookAtGroup(ahead, language);
+  theTagParser.NoteLook(group.isClosed ? group.rest.data() : ahead.data() + ahead.size());
+  return group;
+}
+
 // True if a type comes before the token that was active n tokens ago. A name in capitals counts
 // when it `mayBeInCapitals`: it is a type or the macro of a library's exports.
 bool TagC::HasTypeBefore(int n, bool mayBeInCapitals) const {
@@ -199,7 +208,7 @@ bool TagC::TakeTypeMacro() {
                           !IsContextual(st.declaration) && st.declaration != DECLARES_NAMESPACE &&
                           !st.IsParent(DECLARES_ENUM) && !HasTypeBefore(1, true);
   if (!isPossible) return false;
-  const GroupAhead group = LookAtGroup(theCpp.lines.Ahead(), language);
+  const GroupAhead group = LookAtNextGroup();
   if (!group.isClosed || !IsDeclaratorAhead(group.rest, IsInCapitals(name.name))) return false;
   skipBalanced("()");
   return true;
@@ -215,7 +224,7 @@ bool TagC::TakeMacroGroup() {
     return TakeMacroInHead();
   const Token& declared = st.earlierToken(2);
   if (st.TokensBefore() < 2 || !declared.IsName() || LooksLikeMacro(declared.name)) return false;
-  const GroupAhead group = LookAtGroup(theCpp.lines.Ahead(), language);
+  const GroupAhead group = LookAtNextGroup();
   if (!group.isClosed) return false;
   const bool isDouble = theCpp.lines.Ahead().starts_with('(');
   if (group.looksLikeParameters || isDouble || group.after == '{') {
@@ -234,7 +243,7 @@ bool TagC::TakeMacroGroup() {
 // `class EXPORT(x) A`, `enum E UNDERLYING(int) {`, `namespace MACRO(x) {`.
 bool TagC::TakeMacroInHead() {
   Statement& st = *currentStatement;
-  const GroupAhead group = LookAtGroup(theCpp.lines.Ahead(), language);
+  const GroupAhead group = LookAtNextGroup();
   if (!group.isClosed) return false;
   const bool isFirst = IsForwardWord(st.earlierToken(2));
   const bool isAfterName = st.earlierToken(2).IsName() && IsForwardWord(st.earlierToken(3)) &&

@@ -3,6 +3,7 @@
 #include "tags/TagC.h"
 #include "tags/TagChars.h"
 #include "tags/TagMacros.h"
+#include "tags/TagParser.h"
 
 namespace zendry {
 
@@ -110,7 +111,7 @@ void TagC::OpenInGroup(ParenGroup& group) {
     group.mayBeName = false;
     // No parameter begins with a parenthesis, but those that a macro takes as one argument do.
     group.badContents = IsCpp() && currentStatement->earlierToken(1).IsName() && !group.isOfMacro &&
-                        !LookAtGroup(theCpp.lines.Ahead(), language).looksLikeParameters;
+                        !LookAtNextGroup().looksLikeParameters;
     theCpp.sourceUngetc('(');
     argText.clear();
     skipBalanced("()");
@@ -153,8 +154,10 @@ bool TagC::MayHoldParameters(const ParenGroup& group) const {
 // True if the parentheses within the group, which begin with this character, are the last of the
 // group: in `SLOT(f(), void g())` they are those of an argument.
 bool TagC::EndsGroupAhead(int first) const {
+  const std::string_view ahead = theCpp.lines.Ahead();
   std::string text(1, static_cast<char>(first));
-  text.append(theCpp.lines.Ahead());
+  text.append(ahead);
+  theTagParser.NoteLook(ahead.data() + ahead.size());
   return LookAtGroup(text, language).after != ',';
 }
 

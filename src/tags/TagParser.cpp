@@ -56,6 +56,7 @@ void TagParser::Bind(TagData& newTagData, FileReader* newReader) {
 bool TagParser::parseFile(const std::string& path, int newFileId) {
   MAVRO_ASSERT(tagData != nullptr);
   fileId = newFileId;
+  bodies.Start();
   bool isHeader = false;
   const std::optional<Language> named = languageOf(path, isHeader);
   const std::optional<Language> told = language ? language : named;
@@ -126,6 +127,10 @@ void TagParser::addTag(const TagFacts& entry) {
   else
     StoreItem(told);
   if (found) found(told);
+}
+
+void TagParser::NoteLook(const char* end) {
+  bodies.LookAhead(theCpp.lines.PlaceOf(theCpp.lines.lineStart), theCpp.lines.PlaceOf(end));
 }
 
 void TagParser::SetLimits(int newMostTags, size_t longestLine) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/FileReader.h"
+#include "tags/BodyNotes.h"
 #include "tags/TagFacts.h"
 #include "tags/TagLanguages.h"
 
@@ -69,10 +70,13 @@ class TagParser {
   // The language of the next texts, whatever their names mean: a name alone never means Java. It is
   // valid until it is reset.
   std::optional<Language> language;
+  // The parser looks at the text ahead up to this byte, to decide what it reads.
+  void NoteLook(const char* end);
   // Called for every tag that is stored, with its full type.
   std::function<void(const TagFacts&)> found;
 
   int mostTags = cMostTags;  // of one source
+  BodyNotes bodies;          // of the last source
   // Options of the parser.
   bool keepFilePrivate = true;   // tags that are visible only in their own file are kept
   bool addQualifiedTag = false;  // a second tag of each member, named with its class

@@ -239,6 +239,7 @@ bool TagC::IsClassHead(const Token& token) const {
   if (!IsForwardWord(token)) return false;
   std::string_view text = theCpp.lines.Ahead();
   const size_t end = text.find_first_of("{;,*()");
+  theTagParser.NoteLook(text.data() + std::min(end, text.size()));
   return end != text.npos && text[end] == '{';
 }
 

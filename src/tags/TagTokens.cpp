@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <utility>
 
 #include "tags/TagC.h"
@@ -325,12 +326,25 @@ bool TagC::skipBalanced(std::string_view pair) {
   return true;
 }
 
-// Skips the body of a block; only the braces count.
+// Skips the body of a block, and notes it if it is between two braces of the text.
 bool TagC::SkipBody() {
+  BodyNotes& bodies = theTagParser.bodies;
+  const size_t noted = bodies.Count();
+  const bool isNoted = theCpp.IsJustAfter('{') && !theCpp.laterPass;
+  const bool isEnded = PassBody();
+  if (!isNoted || !isEnded || !theCpp.IsJustAfter('}')) bodies.DropAfter(noted);
+  return isEnded;
+}
+
+// Passes over everything up to the end of a body; only the braces count.
+bool TagC::PassBody() {
   const int line = theCpp.lines.lineNumber;
   const unsigned depthAtStart = theCpp.directive.condDepth;
+  int start = theCpp.Place();
   for (int depth = 1; depth > 0;) {
     theCpp.SkipToBrace();
+    const int end = theCpp.Place();
+    const int directives = theCpp.directivesRead;
     const int c = theCpp.sourceGetc();
     if (c == -1) return FailToMatch('{', line);
     if (c == '{')
@@ -338,6 +352,9 @@ bool TagC::SkipBody() {
     else if (c == '}')
       --depth;
     if (depth > 0 && IsBodyGivenUp(depthAtStart)) return true;
+    if (depth > 0 && directives == theCpp.directivesRead) continue;
+    theTagParser.bodies.Add({start, std::min(end, theCpp.Place() - 1)});
+    start = theCpp.Place();
   }
   return true;
 }

@@ -218,6 +218,7 @@ void TagC::ApplyModule() {
 bool TagC::IsModuleStatement() const {
   std::string_view text = theCpp.lines.Ahead();
   const std::string_view rest = text.substr(0, text.find(';'));
+  theTagParser.NoteLook(rest.data() + rest.size());
   const size_t start = rest.find_first_not_of(" \t");
   if (rest.size() == text.size()) return false;
   if (start == rest.npos) return currentStatement->activeToken().name == "module";

@@ -83,5 +83,21 @@ TEST(LspText, Replace_ChangesLinesAndAsksForNewTags) {
   EXPECT_EQ(text.PositionOf({3, 3}, cUtf16), 0);
 }
 
+TEST(LspText, ReplaceInABodyThatWasPassedOver_KeepsTheTags) {
+  LspText text = TextOf("void f() { a }");
+  text.bodies.Put({{10, 13}});
+  text.parsed = true;
+  text.Replace(12, 12, ".");
+  EXPECT_TRUE(text.parsed);
+  text.Replace(12, 13, "->b");
+  EXPECT_TRUE(text.parsed);
+  text.Replace(12, 13, "{");
+  EXPECT_FALSE(text.parsed);
+  text.bodies.Put({{10, 13}});
+  text.parsed = true;
+  text.ReplaceAll(std::string(text.View()));
+  EXPECT_FALSE(text.parsed);
+}
+
 }  // namespace
 }  // namespace zendry

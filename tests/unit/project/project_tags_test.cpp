@@ -462,6 +462,83 @@ TEST_F(ProjectTagsTest, ParseOpenEditors_WithAParsedEditor_ParsesNothing) {
   EXPECT_EQ(Globals(a.tags), "a");
 }
 
+// Puts `added` before the first place of a text, as an editor does.
+void TypeBefore(test::TextInMemory& editor, const std::string& place, const std::string& added) {
+  const size_t at = editor.text.find(place);
+  ASSERT_NE(at, std::string::npos);
+  editor.bodies.WillChange(editor, static_cast<int>(at), 0, static_cast<int>(added.size()));
+  editor.text.insert(at, added);
+  editor.parsed = editor.parsed && editor.bodies.Hold(editor);
+}
+
+TEST_F(ProjectTagsTest, APointTypedInABody_NeedsNoParse) {
+  ProjectFile& file = Add("a.cpp", "");
+  test::TextInMemory editor("void f() {\n  part;\n}\nint after;\n", file.name);
+  shell.open = {&editor};
+  project.parseOpenEditors(nullptr);
+  const int changes = shell.tagChanges;
+  const uint64_t tags = file.tags.Generation();
+  TypeBefore(editor, ";", ".");
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(shell.tagChanges, changes);
+  EXPECT_EQ(file.tags.Generation(), tags);
+  TypeBefore(editor, ";", "{");
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(shell.tagChanges, changes + 1) << "a brace";
+  EXPECT_EQ(Globals(file.tags), "f");
+  TypeBefore(editor, ";", "}");
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(shell.tagChanges, changes + 2) << "a brace";
+  EXPECT_EQ(Globals(file.tags), "f after");
+  TypeBefore(editor, "r;", ".");
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(shell.tagChanges, changes + 3) << "no body";
+}
+
+// A key is no reason to read a large text.
+TEST_F(ProjectTagsTest, APointTypedInABody_ReadsSomeLines) {
+  ProjectFile& file = Add("a.cpp", "");
+  std::string text = "void f() {\n  part;\n}\n";
+  for (int i = 0; i < 20000; ++i) text += "int v;\n";
+  test::TextInMemory editor(text, file.name);
+  shell.open = {&editor};
+  project.parse = true;
+  theTagParser.mostTags = 100'000;
+  project.parseOpenEditors(nullptr);
+  theTagParser.mostTags = TagParser::cMostTags;
+  editor.longestCopy = editor.copies = 0;
+  TypeBefore(editor, ";", ".");
+  project.parseOpenEditors(nullptr);
+  EXPECT_LE(editor.copies, 2);
+  EXPECT_LE(editor.longestCopy, 2 * PassedBodies::cLongestLine + 16);
+}
+
+TEST_F(ProjectTagsTest, TextThatIsNotReadToItsEnd_IsParsedAfterEachChange) {
+  ProjectFile& file = Add("a.cpp", "");
+  test::TextInMemory editor("void f() {\n  part;\n}\n" + std::string(1100, 'x'), file.name);
+  shell.open = {&editor};
+  project.parseOpenEditors(nullptr);
+  TypeBefore(editor, ";", ".");
+  EXPECT_FALSE(editor.parsed);
+}
+
+TEST_F(ProjectTagsTest, FilesOutsideTheProject_TakeTheirStoreBackWhenTheyAreTypedInto) {
+  test::TextInMemory first("void f() { a; }\n", "/x/a.cpp");
+  test::TextInMemory second("void g() { b; }\n", "/x/b.cpp");
+  shell.open = {&first, &second};
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(Globals(project.scratchModule), "g");
+  TypeBefore(first, ";", ".");
+  EXPECT_TRUE(first.parsed);
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(project.scratchModule.fileName, "/x/a.cpp");
+  EXPECT_EQ(Globals(project.scratchModule), "f");
+  const uint64_t tags = project.scratchModule.Generation();
+  TypeBefore(first, ";", ".");
+  project.parseOpenEditors(nullptr);
+  EXPECT_EQ(project.scratchModule.Generation(), tags) << "it has the store";
+}
+
 TEST_F(ProjectTagsTest, ParseOpenEditors_ShowsTheNewTagsOnceAndNothingWhenNoneAreNew) {
   test::TextInMemory editor("int x;\n", "/elsewhere/x.cpp");
   shell.open = {&editor};
