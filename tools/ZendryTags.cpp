@@ -196,7 +196,13 @@ class TagCollector {
     text.reserve(size);
     text = cHead;
     std::string_view last;
-    for (const SortedLine& line : lines) {
+    for (size_t i = 0; i < lines.size(); ++i) {
+      // Lines that are neighbours here come from places far apart.
+      if (i + cFetched < lines.size()) {
+        __builtin_prefetch(lines[i + cFetched].text.data());
+        __builtin_prefetch(lines[i + cFetched].text.data() + 64);
+      }
+      const SortedLine& line = lines[i];
       if (line.text == last) continue;
       text.append(line.text).append(1, '\n');
       last = line.text;
@@ -205,6 +211,8 @@ class TagCollector {
   }
 
  private:
+  static constexpr size_t cFetched = 8;
+
   const Options& options;
   LogShell log;
   CollectedLines unsorted;
