@@ -168,6 +168,7 @@ CppEditor* EditTabs::NewTab(const std::string& path) {
     std::erase(lastUsed, &tab);
     tabs.pop_back();
     if (before >= 0) selectedIndex = before;
+    if (tabs.empty()) host->SetEditorCommandsEnabled(false);
     ActiveChanged();
     return nullptr;
   }

@@ -326,6 +326,7 @@ void MainForm::SayWhatIsNotKept() {
 
 // A build or a search uses the project: closing the window stops it, and the window stays open.
 void MainForm::OnCloseRequest(mavro::NotifyArgs& args) {
+  // The file is read in a moment; until then its editor must stay.
   if (editTabs.IsShowingEarly()) {
     args.value = 0;
     return;

@@ -1,5 +1,11 @@
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <functional>
+#include <string>
 
 #include "IdeDriver.h"
 #include "PaintWatch.h"
@@ -25,6 +31,7 @@ struct FirstPaint : QObject {
   FirstPaint() { qApp->installEventFilter(this); }
   int length = 0;
   std::string caption;
+  std::function<void()> onPaint;  // called then
 
   bool eventFilter(QObject* watched, QEvent* event) override {
     const EditTab* tab = length == 0 && theMainForm ? theMainForm->editTabs.Active() : nullptr;
@@ -32,6 +39,7 @@ struct FirstPaint : QObject {
     if (watched != &test::TextWidget(*tab->editor)) return false;
     length = tab->editor->Length();
     caption = theMainForm->text;
+    if (onPaint) onPaint();
     return false;
   }
 };
@@ -84,6 +92,47 @@ TEST_F(LargeStart, FurtherLargeFile_IsPaintedBeforeItIsRead) {
     EXPECT_EQ(first.caption, large + " - Zendry");
     EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp", "large.cpp"));
     EXPECT_EQ(theMainForm->editTabs.selectedIndex, 1);
+  });
+}
+
+// Makes the program's reading of a file fail from now on.
+void BreakReading(const std::string& path) {
+  for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+    std::error_code gone;
+    if (std::filesystem::read_symlink(entry.path(), gone) != path) continue;
+    const int unreadable = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    dup2(unreadable, std::stoi(entry.path().filename()));
+    close(unreadable);
+    return;
+  }
+  ADD_FAILURE() << path << " is not open";
+}
+
+TEST_F(LargeStart, FileThatFailsAfterItsFirstPart_IsNotOpen) {
+  const std::string small = ide.files.Write("a.cpp", "int a;\n");
+  const std::string large = ide.files.Write("large.cpp", Lines(cLarge));
+  ide.Run({small}, [&] {
+    first.length = 0;
+    first.onPaint = [&] { BreakReading(large); };
+    EXPECT_FALSE(theMainForm->editTabs.OpenFile(large, EditTabs::OnFailure::cSay));
+    EXPECT_GT(first.length, 0);
+    EXPECT_THAT(IdeDriver::Captions(), ElementsAre("a.cpp"));
+    EXPECT_EQ(static_cast<std::string>(theMainForm->text), small + " - Zendry");
+    EXPECT_TRUE(theMainForm->editTabs.Active()->editor->IsFocused());
+    ide.Press(Qt::Key_X);
+    EXPECT_EQ(theMainForm->editTabs.Active()->editor->GetText(), "xint a;\n");
+  });
+}
+
+TEST_F(LargeStart, OnlyFileThatFailsAfterItsFirstPart_LeavesAnEmptyWindow) {
+  const std::string large = ide.files.Write("large.cpp", Lines(cLarge));
+  ide.Run({}, [&] {
+    first.onPaint = [&] { BreakReading(large); };
+    EXPECT_FALSE(theMainForm->editTabs.OpenFile(large, EditTabs::OnFailure::cSay));
+    EXPECT_GT(first.length, 0);
+    EXPECT_TRUE(IdeDriver::Captions().empty());
+    EXPECT_EQ(static_cast<std::string>(theMainForm->text), "Zendry");
+    EXPECT_FALSE(test::WidgetOf(theMainForm->buildMode)->isEnabled());
   });
 }
 
