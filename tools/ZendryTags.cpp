@@ -95,8 +95,15 @@ struct SortedLine {
   }
 };
 
-// Sorts lines that are the same up to `from`.
+// Sorts lines that are the same up to `from`. Those that differ late, if at all, are few: they are
+// compared as they are, since a line may have megabytes.
 void SortLines(std::span<SortedLine> lines, size_t from = 0) {
+  constexpr size_t cMostByKeys = 64;
+  if (from >= cMostByKeys) {
+    std::sort(lines.begin(), lines.end(),
+              [](const SortedLine& a, const SortedLine& b) { return a.text < b.text; });
+    return;
+  }
   for (SortedLine& line : lines) line.TakeKey(from);
   std::sort(lines.begin(), lines.end(),
             [](const SortedLine& a, const SortedLine& b) { return a.key < b.key; });

@@ -131,6 +131,19 @@ TEST_F(ZendryTags, SeveralSources_StandInOneSortedFile) {
   EXPECT_TRUE(tags[1].starts_with("b\t" + second));
 }
 
+// Lines are sorted by a few bytes at a time.
+TEST_F(ZendryTags, LongLinesThatAreTheSame_StandOnceAndInTheirOrder) {
+  std::string parameters = "int p0";
+  for (int i = 1; parameters.size() < 4'000'000; ++i) parameters += ", int p" + std::to_string(i);
+  const std::string start = "void f(" + parameters;
+  const std::string source = Source(start + ", int z);\n" + start + ", int a);\n");
+  const Ended ended = Run({source, source});
+  EXPECT_EQ(ended.status, 0) << ended.err;
+  const std::vector<std::string> tags = Tags(ended.out);
+  ASSERT_EQ(tags.size(), 2u);
+  EXPECT_LT(tags[0], tags[1]);
+}
+
 TEST_F(ZendryTags, NamedFile_IsWrittenAndOutputStaysEmpty) {
   const Ended ended = Run({"-o", folder.Path("tags"), Source()});
   EXPECT_EQ(ended.status, 0);
