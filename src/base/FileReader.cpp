@@ -23,7 +23,6 @@ mavro::FileResult FileReader::open(const char* path) {
   return file;
 }
 
-// A source of another kind is opened anew: it may have changed, and has nothing to read.
 mavro::FileResult FileReader::Rewind(const char* path) {
   if (stream == &text) {
     position = 0;

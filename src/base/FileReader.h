@@ -22,7 +22,8 @@ class FileReader {
   virtual void ungetc(int c);
   // An error when it can't be opened. A reader that is open already must be closed first.
   virtual mavro::FileResult open(const char* path);
-  // Goes back to the first byte of the open source.
+  // Goes back to the first byte of the open source. A file isn't read again; readers of other kinds
+  // are closed and opened.
   virtual mavro::FileResult Rewind(const char* path);
   // Does nothing when it isn't open.
   virtual void close();

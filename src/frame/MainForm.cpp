@@ -49,13 +49,13 @@ constexpr int cLeftPanelWidth = 200;
 constexpr int cCloseButtonSize = 20;
 constexpr int cPaneBarWidth = 80;
 constexpr int cTabsAndBarWidth = 640;
-constexpr int64_t cLargeFile = 8 << 20;
 constexpr int cLateTick = 5;  // milliseconds
 constexpr int cMostLateTicks = 200;
 
 bool HasLargeFile(const std::vector<StartupFile>& files) {
   return std::any_of(files.begin(), files.end(), [](const StartupFile& file) {
-    return file.kind != cProjectFile && ReadDiskStamp(file.path).size >= cLargeFile;
+    return file.kind != cProjectFile &&
+           ReadDiskStamp(file.path).size >= mavro::SciEditor::cLargeBytes;
   });
 }
 

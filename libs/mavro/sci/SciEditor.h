@@ -54,9 +54,10 @@ class SciEditor : public Control {
   static constexpr long cUnknownLength = -1;
   virtual void onTextWillChange(long position, long removed, long added);
   virtual void onSavePointChanged() {}
-  // `load` has read the first part of a large text. A derived class may show and paint the editor,
-  // and then returns true: while the rest is read nothing is painted, and after that only what
-  // looks different. The text may be read, not changed.
+  // `load` has read the first part of a text of cLargeBytes or more. A derived class may show and
+  // paint the editor, and then returns true: while the rest is read nothing is painted, and after
+  // that only what looks different. The text may be read, not changed.
+  static constexpr long cLargeBytes = 8 << 20;
   virtual bool onFirstPart() { return false; }
   virtual void onDwell(int position);
   // The user has clicked beside a line, in the margin of the bookmarks; only with the option

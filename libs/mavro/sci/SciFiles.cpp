@@ -27,8 +27,6 @@ constexpr size_t cChunk = 128 * 1024;
 constexpr long cRoomToType = 1000;
 constexpr long cFirstRoom = 1024 * 1024;
 constexpr long cMoreRoom = 8;  // times the former size
-// Reading a larger text leaves gaps of megabytes in the heap.
-constexpr int cLargeBytes = 8 * 1024 * 1024;
 // Larger texts are shown without styles and folds.
 constexpr long cHugeBytes = 64L * 1024 * 1024;
 
@@ -152,7 +150,6 @@ void SciEditor::Impl::ShowFirstPart(long size) {
 
 void SciEditor::Impl::EndFirstPart(bool isRead) {
   if (!firstPart.shown) return;
-  ApplyLineNumbers();
   const bool looksSame = isRead && *firstPart.shown == LookOf(Editor(), huge);
   firstPart.shown.reset();
   Window()->SetPainting(looksSame ? NativeSci::Painting::cGoesOn
