@@ -2,27 +2,23 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <bit>
-#include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <deque>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <limits>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "FileText.h"
+#include "FileParts.h"
+#include "TagsFile.h"
 #include "base/ControlBytes.h"
 #include "base/FileReader.h"
 #include "base/Shell.h"
 #include "tags/TagData.h"
-#include "tags/TagLine.h"
 #include "tags/TagParser.h"
 
 // zendry-tags: writes the results of the tag parser as a tags file for editors.
@@ -33,13 +29,6 @@ namespace fs = std::filesystem;
 namespace {
 
 enum ExitStatus { cDone = 0, cNotDone = 1, cWrongUse = 2 };
-
-// First lines of the file, sorted like the tags, by their bytes.
-constexpr std::string_view cHead =
-    "!_TAG_FILE_FORMAT\t2\t/extended format/\n"
-    "!_TAG_FILE_SORTED\t1\t/0=unsorted, 1=sorted, 2=foldcase/\n"
-    "!_TAG_PROGRAM_NAME\tzendry-tags\t//\n"
-    "!_TAG_PROGRAM_VERSION\t" ZENDRY_VERSION "\t//\n";
 
 struct Options {
   std::vector<std::string> sources;
@@ -78,84 +67,7 @@ bool IsWritable(const std::string& path) {
   return path.find_first_of("\t\r\n") == std::string::npos;
 }
 
-// A line with eight of its bytes as a number: most comparisons of a sort end there.
-struct SortedLine {
-  std::string_view text;
-  uint64_t key = 0;
-
-  void TakeKey(size_t at) {
-    key = 0;
-    if (at + sizeof key <= text.size()) {
-      std::memcpy(&key, text.data() + at, sizeof key);
-      if constexpr (std::endian::native == std::endian::little) key = __builtin_bswap64(key);
-      return;
-    }
-    for (size_t i = at; i < at + sizeof key; ++i)
-      key = key << 8 | (i < text.size() ? static_cast<unsigned char>(text[i]) : 0U);
-  }
-};
-
-// Sorts lines that are the same up to `from`. Those that differ late, if at all, are few: they are
-// compared as they are, since a line may have megabytes.
-void SortLines(std::span<SortedLine> lines, size_t from = 0) {
-  constexpr size_t cMostByKeys = 64;
-  if (from >= cMostByKeys) {
-    std::sort(lines.begin(), lines.end(),
-              [](const SortedLine& a, const SortedLine& b) { return a.text < b.text; });
-    return;
-  }
-  for (SortedLine& line : lines) line.TakeKey(from);
-  std::sort(lines.begin(), lines.end(),
-            [](const SortedLine& a, const SortedLine& b) { return a.key < b.key; });
-  for (size_t start = 0, end = 0; start < lines.size(); start = end) {
-    size_t longest = 0;
-    for (; end < lines.size() && lines[end].key == lines[start].key; ++end)
-      longest = std::max(longest, lines[end].text.size());
-    const bool goesOn = end - start > 1 && longest > from + sizeof SortedLine::key;
-    if (goesOn) SortLines(lines.subspan(start, end - start), from + sizeof SortedLine::key);
-  }
-}
-
-// Lines in the order in which they come, without newlines. They stay where they are once they are
-// written: memory that is used the first time costs more than what is done with it.
-class CollectedLines {
- public:
-  // The place to append the next line to.
-  std::string& Room() {
-    if (blocks.empty() || blocks.back().text.size() + cRoomOfALine > cBlock) {
-      blocks.emplace_back();
-      blocks.back().text.reserve(cBlock);
-    }
-    return blocks.back().text;
-  }
-  void EndLine() { blocks.back().ends.push_back(blocks.back().text.size()); }
-
-  std::vector<SortedLine> Lines() const {
-    std::vector<SortedLine> lines;
-    size_t count = 0;
-    for (const Block& block : blocks) count += block.ends.size();
-    lines.reserve(count);
-    for (const Block& block : blocks) {
-      size_t start = 0;
-      for (const size_t end : block.ends) {
-        lines.push_back({std::string_view(block.text).substr(start, end - start)});
-        start = end;
-      }
-    }
-    return lines;
-  }
-
- private:
-  static constexpr size_t cBlock = 1 << 20, cRoomOfALine = 4096;
-
-  struct Block {
-    std::string text;
-    std::vector<size_t> ends;  // of its lines
-  };
-  std::deque<Block> blocks;
-};
-
-// Collects the lines of the sources' tags.
+// Collects the tags of the sources.
 class TagCollector {
  public:
   explicit TagCollector(const Options& newOptions) : options(newOptions) {
@@ -182,47 +94,20 @@ class TagCollector {
       return true;
     }
     log.source = path;
-    const std::string file = EscapedForTags(path);
-    theTagParser.found = [&](const TagFacts& tag) {
-      AppendTagLine(unsorted.Room(), tag, file, *language);
-      unsorted.EndLine();
-    };
+    tags.BeginSource(path);
+    theTagParser.found = [&](const TagFacts& tag) { tags.Add(tag, *language); };
     TagData data;
     data.fileName = path;
     theTagParser.parseBuffer(data, &reader, options.locals);
     return true;
   }
 
-  // The whole file.
-  std::string Text() {
-    std::vector<SortedLine> lines = unsorted.Lines();
-    SortLines(lines);
-    size_t size = cHead.size();
-    for (const SortedLine& line : lines) size += line.text.size() + 1;
-    std::string text;
-    text.reserve(size);
-    text = cHead;
-    std::string_view last;
-    for (size_t i = 0; i < lines.size(); ++i) {
-      // Lines that are neighbours here come from places far apart.
-      if (i + cFetched < lines.size()) {
-        __builtin_prefetch(lines[i + cFetched].text.data());
-        __builtin_prefetch(lines[i + cFetched].text.data() + 64);
-      }
-      const SortedLine& line = lines[i];
-      if (line.text == last) continue;
-      text.append(line.text).append(1, '\n');
-      last = line.text;
-    }
-    return text;
-  }
+  const TagsFile& Tags() const { return tags; }
 
  private:
-  static constexpr size_t cFetched = 8;
-
   const Options& options;
   LogShell log;
-  CollectedLines unsorted;
+  TagsFile tags;
 };
 
 // Only an older tags file is replaced.
@@ -236,19 +121,24 @@ bool MayReplace(const std::string& path) {
   return count == 0 || std::string_view(start, count) == cMark;
 }
 
-bool WriteFile(const std::string& path, const std::string& text) {
+bool WriteFile(const std::string& path, const TagsFile& tags) {
   if (!MayReplace(path)) {
     Say(path + ": is no tags file, it was not replaced");
     return false;
   }
-  const mavro::FileResult result = mavro::SaveFileText(path, text);
+  const mavro::FileResult result =
+      mavro::SaveFileParts(path, [&](const mavro::TakePart& take) { tags.Pass(take); });
   if (!result.Ok()) Say(path + ": " + result.error);
   return result.Ok();
 }
 
-bool WriteOutput(const std::string& text) {
-  const bool isWritten =
-      std::fwrite(text.data(), 1, text.size(), stdout) == text.size() && std::fflush(stdout) == 0;
+bool WriteOutput(const TagsFile& tags) {
+  bool isWritten = true;
+  tags.Pass([&](std::string_view part) {
+    isWritten = std::fwrite(part.data(), 1, part.size(), stdout) == part.size();
+    return isWritten;
+  });
+  isWritten = std::fflush(stdout) == 0 && isWritten;
   if (!isWritten) Say("standard output can't be written");
   return isWritten;
 }
@@ -298,9 +188,9 @@ int Run(const Options& options) {
       sources.push_back(name);
   }
   for (const std::string& source : sources) allRead &= collector.Add(source);
-  const std::string text = collector.Text();
+  const TagsFile& tags = collector.Tags();
   const bool isWritten =
-      options.output.empty() ? WriteOutput(text) : WriteFile(options.output, text);
+      options.output.empty() ? WriteOutput(tags) : WriteFile(options.output, tags);
   return allRead && isWritten ? cDone : cNotDone;
 }
 

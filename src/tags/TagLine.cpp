@@ -43,7 +43,6 @@ void AppendPlace(std::string& line, int lineNumber, char kind) {
   const char* const end =
       std::to_chars(digits.data(), digits.data() + digits.size(), lineNumber).ptr;
   const std::string_view number(digits.data(), static_cast<size_t>(end - digits.data()));
-  line += '\t';
   line += number;
   const char middle[] = {';', '"', '\t', kind, '\t', 'l', 'i', 'n', 'e', ':'};
   line.append(middle, sizeof middle);
@@ -81,24 +80,28 @@ std::string EscapedForTags(std::string_view text) {
   return escaped;
 }
 
-void AppendTagLine(std::string& line, const TagFacts& facts, std::string_view escapedFile,
-                   Language language) {
-  AppendEscaped(line, facts.name);
-  line += '\t';
-  line += escapedFile;
-  AppendPlace(line, facts.lineNumber, facts.kind);
-  AppendScope(line, facts, language);
-  AppendField(line, "\tsignature:", facts.signature);
-  AppendField(line, "\ttyperef:", facts.typeRef);
-  AppendField(line, "\taccess:", facts.access);
-  AppendField(line, "\timplementation:", facts.implementation);
-  AppendField(line, "\tinherits:", facts.inheritance);
-  if (facts.isFileScope) line += "\tfile:";
+void AppendTagName(std::string& text, const TagFacts& facts) {
+  AppendEscaped(text, facts.name);
+  text += '\t';
+}
+
+void AppendTagFields(std::string& text, const TagFacts& facts, Language language) {
+  AppendPlace(text, facts.lineNumber, facts.kind);
+  AppendScope(text, facts, language);
+  AppendField(text, "\tsignature:", facts.signature);
+  AppendField(text, "\ttyperef:", facts.typeRef);
+  AppendField(text, "\taccess:", facts.access);
+  AppendField(text, "\timplementation:", facts.implementation);
+  AppendField(text, "\tinherits:", facts.inheritance);
+  if (facts.isFileScope) text += "\tfile:";
 }
 
 std::string TagLine(const TagFacts& facts, std::string_view file, Language language) {
   std::string line;
-  AppendTagLine(line, facts, EscapedForTags(file), language);
+  AppendTagName(line, facts);
+  AppendEscaped(line, file);
+  line += '\t';
+  AppendTagFields(line, facts, language);
   return line;
 }
 

@@ -14,9 +14,10 @@ namespace zendry {
 // TAB, line ends and backslashes in a value are written as in C.
 std::string TagLine(const TagFacts& facts, std::string_view file, Language language);
 
-// The same, appended to a text. The file's name comes escaped: it is the same in many lines.
-void AppendTagLine(std::string& text, const TagFacts& facts, std::string_view escapedFile,
-                   Language language);
+// The two parts of such a line that don't tell the file, appended to a text: the name with its TAB,
+// and all behind the file's TAB.
+void AppendTagName(std::string& text, const TagFacts& facts);
+void AppendTagFields(std::string& text, const TagFacts& facts, Language language);
 
 // A value as it is written in a tags file.
 std::string EscapedForTags(std::string_view text);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -131,7 +132,33 @@ TEST_F(ZendryTags, SeveralSources_StandInOneSortedFile) {
   EXPECT_TRUE(tags[1].starts_with("b\t" + second));
 }
 
-// Lines are sorted by a few bytes at a time.
+// Lines are sorted by eight bytes of their names at a time, names of 64 bytes and more as wholes;
+// then by the sources, then by the digits of their numbers.
+TEST_F(ZendryTags, Lines_StandInTheOrderOfTheirBytes) {
+  std::string text;
+  for (const size_t length : {1u, 2u, 7u, 8u, 9u, 15u, 16u, 17u, 63u, 64u, 65u, 72u, 73u, 200u})
+    for (const char* end : {"", "_", "A", "z", "0"})
+      text += "extern int " + std::string(length, 'n') + end + ";\n";
+  for (int line = 1; line < 1002; ++line) text += "void same(int);\n";
+  const std::string first = folder.Write("a.cpp", text), second = folder.Write("a-b.cpp", text),
+                    third = folder.Write("a.h", text);
+  const std::vector<std::string> tags = Tags(Run({third, first, second, first}).out);
+  EXPECT_GE(tags.size(), 3 * (14 * 5 + 1001u) - 3 * 5u);
+  EXPECT_EQ(std::adjacent_find(tags.begin(), tags.end(), std::greater_equal<>()), tags.end())
+      << "in order, each once";
+}
+
+// Names have no limit.
+TEST_F(ZendryTags, LongNamesThatBeginTheSame_StandInTheirOrder) {
+  const std::string name(1'000'000, 'n');
+  const std::string source = Source("int " + name + "b;\nint " + name + "a;\nint " + name + ";\n");
+  const std::vector<std::string> tags = Tags(Run({source, source}).out);
+  ASSERT_EQ(tags.size(), 3u);
+  EXPECT_TRUE(tags[0].starts_with(name + '\t'));
+  EXPECT_TRUE(tags[1].starts_with(name + "a\t"));
+  EXPECT_TRUE(tags[2].starts_with(name + "b\t"));
+}
+
 TEST_F(ZendryTags, LongLinesThatAreTheSame_StandOnceAndInTheirOrder) {
   std::string parameters = "int p0";
   for (int i = 1; parameters.size() < 4'000'000; ++i) parameters += ", int p" + std::to_string(i);

@@ -17,6 +17,7 @@
 
 #include "Descriptor.h"
 #include "FileCalls.h"
+#include "FileParts.h"
 #include "FileProduct.h"
 
 // Saving a file: a new file is written beside the old one and renamed over it. If a new file can't
@@ -137,24 +138,49 @@ Reason FindTarget(std::string path, Target& target) {
   return calls.faccessat(at, target.name.c_str(), W_OK, AT_EACCESS) == 0 ? Reason() : LastError();
 }
 
-// The disk writes the pieces of a large text while the next ones are handed over. The system keeps
-// each write in memory of one size: for large ones it must find memory that nobody has used, which
-// on a virtual machine costs more than the writing.
-Reason WriteAll(int file, std::string_view content) {
-  constexpr size_t cWrite = 256 << 10, cPiece = 2 << 20;
-  size_t handedOver = 0;
-  while (!content.empty()) {
-    const ssize_t count =
-        TheFileCalls().write(file, content.data(), std::min(content.size(), cWrite));
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return LastError();
-    content.remove_prefix(static_cast<size_t>(count));
-    handedOver += static_cast<size_t>(count);
-    if (handedOver < cPiece || content.empty()) continue;
+// Writes a text into a file, in one part or in many. The disk writes the pieces of a large text
+// while the next ones are handed over. The system keeps each write in memory of one size: for large
+// ones it must find memory that nobody has used, which on a virtual machine costs more than the
+// writing.
+class Writer {
+ public:
+  explicit Writer(int newFile) : file(newFile) {}
+
+  Reason Write(std::string_view part) {
+    constexpr size_t cWrite = 256 << 10, cPiece = 2 << 20;
+    while (!part.empty()) {
+      if (handedOver >= cPiece) StartDisk();
+      const ssize_t count = TheFileCalls().write(file, part.data(), std::min(part.size(), cWrite));
+      if (count < 0 && errno == EINTR) continue;
+      if (count < 0) return LastError();
+      part.remove_prefix(static_cast<size_t>(count));
+      handedOver += static_cast<size_t>(count);
+    }
+    return {};
+  }
+
+ private:
+  void StartDisk() {
     sync_file_range(file, 0, 0, SYNC_FILE_RANGE_WRITE);
     handedOver = 0;
   }
-  return {};
+
+  const int file;
+  size_t handedOver = 0;  // since the disk was started
+};
+
+Reason WriteAll(int file, std::string_view content) {
+  return Writer(file).Write(content);
+}
+
+Reason WriteParts(int file, const TextParts& content) {
+  Writer writer(file);
+  Reason reason;
+  content([&](std::string_view part) {
+    reason = writer.Write(part);
+    return reason.empty();
+  });
+  return reason;
 }
 
 // A file system that can't sync returns EINVAL; this is not a failure.
@@ -298,19 +324,19 @@ Attempt TakeOver(const Target& target, int file) {
 // Group: replacing.
 
 // The mode is set after the content, since writing clears the set-id bits.
-Attempt Fill(const Target& target, int file, std::string_view content) {
+Attempt Fill(const Target& target, int file, const TextParts& content) {
   if (target.exists) {
     Attempt attempt = TakeOver(target, file);
     if (attempt.outcome != Attempt::cDone) return attempt;
   }
-  if (Reason reason = WriteAll(file, content); !reason.empty()) return Failed(reason);
+  if (Reason reason = WriteParts(file, content); !reason.empty()) return Failed(reason);
   if (target.exists && TheFileCalls().fchmod(file, target.old.st_mode & 07777) != 0)
     return Failed(LastError());
   Reason reason = target.IsSynced() ? Sync(file) : HandOver(file);
   return reason.empty() ? Attempt() : Failed(reason);
 }
 
-Attempt Replace(const Target& target, std::string_view content) {
+Attempt Replace(const Target& target, const TextParts& content) {
   const FileCalls& calls = TheFileCalls();
   const int folder = target.folder.Number();
   RemoveLeftOvers(folder);
@@ -388,11 +414,11 @@ Reason Reserve(int file, off_t oldSize, size_t newSize) {
   return errno == ENOSPC || errno == EDQUOT || errno == EIO ? LastError() : Reason();
 }
 
-Reason Overwrite(int file, std::string_view content) {
+Reason Overwrite(int file, const TextParts& content, size_t size) {
   const FileCalls& calls = TheFileCalls();
   if (calls.lseek(file, 0, SEEK_SET) != 0) return LastError();
-  if (Reason reason = WriteAll(file, content); !reason.empty()) return reason;
-  if (calls.ftruncate(file, static_cast<off_t>(content.size())) != 0) return LastError();
+  if (Reason reason = WriteParts(file, content); !reason.empty()) return reason;
+  if (calls.ftruncate(file, static_cast<off_t>(size)) != 0) return LastError();
   return Sync(file);
 }
 
@@ -420,16 +446,26 @@ Reason OpenOld(const Target& target, Descriptor& file, struct stat& now) {
   return same ? Reason() : "another file has taken its place meanwhile";
 }
 
-Reason WriteInPlace(const Target& target, std::string_view content) {
+size_t SizeOf(const TextParts& content) {
+  size_t size = 0;
+  content([&](std::string_view part) {
+    size += part.size();
+    return true;
+  });
+  return size;
+}
+
+Reason WriteInPlace(const Target& target, const TextParts& content) {
   Descriptor file;
   struct stat old;
   if (Reason reason = OpenOld(target, file, old); !reason.empty()) return reason;
   RescueCopy copy;
   if (Reason reason = MakeRescueCopy(file.Number(), target.name, copy); !reason.empty())
     return "its old content can't be put aside: " + reason;
-  Reason reason = Reserve(file.Number(), old.st_size, content.size());
+  const size_t size = SizeOf(content);
+  Reason reason = Reserve(file.Number(), old.st_size, size);
   if (reason.empty()) {
-    reason = Overwrite(file.Number(), content);
+    reason = Overwrite(file.Number(), content, size);
     if (!reason.empty() && !Restore(file.Number(), copy, old.st_size).empty())
       return reason + "; its old content is in " + copy.Path();
     RestoreMode(file.Number(), old.st_mode);
@@ -462,7 +498,11 @@ FileResult ResultOf(const std::string& path, const Reason& reason) {
   return {reason.empty() ? std::string() : "can't write " + path + ": " + reason};
 }
 
-FileResult Save(const std::string& path, std::string_view content, Kind kind) {
+TextParts OnePart(std::string_view content) {
+  return [content](const TakePart& take) { take(content); };
+}
+
+FileResult Save(const std::string& path, const TextParts& content, Kind kind) {
   Target target;
   target.kind = kind;
   Reason reason = FindTarget(path, target);
@@ -478,11 +518,15 @@ FileResult Save(const std::string& path, std::string_view content, Kind kind) {
 }  // namespace
 
 FileResult SaveFileText(const std::string& path, std::string_view content) {
-  return Save(path, content, Kind::cText);
+  return Save(path, OnePart(content), Kind::cText);
 }
 
 FileResult SaveProduct(const std::string& path, std::string_view content) {
-  return Save(path, content, Kind::cProduct);
+  return Save(path, OnePart(content), Kind::cProduct);
+}
+
+FileResult SaveFileParts(const std::string& path, const TextParts& content) {
+  return Save(path, content, Kind::cText);
 }
 
 FileResult AppendFileText(const std::string& path, size_t offset, std::string_view bytes) {

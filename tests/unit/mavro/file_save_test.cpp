@@ -14,6 +14,7 @@
 
 #include "Descriptor.h"
 #include "FileCalls.h"
+#include "FileParts.h"
 #include "FileProduct.h"
 #include "FileText.h"
 #include "Privileges.h"
@@ -75,6 +76,43 @@ TEST_F(SaveFileTextTest, AnyBytes_AreWrittenAsTheyAre) {
   EXPECT_EQ(folder.Read("file.cpp"), bytes);
   EXPECT_TRUE(SaveFileText(path, "").Ok());
   EXPECT_EQ(folder.Read("file.cpp"), "");
+}
+
+TEST_F(SaveFileTextTest, TextInParts_IsWrittenAsAWhole) {
+  const std::string large(5 << 20, 'x');
+  const TextParts parts = [&](const TakePart& take) {
+    take("a") && take("") && take(large) && take("b\n");
+  };
+  EXPECT_EQ(SaveFileParts(path, parts).error, "");
+  EXPECT_EQ(folder.Read("file.cpp"), "a" + large + "b\n");
+  EXPECT_EQ(SaveFileParts(path, [](const TakePart&) {}).error, "");
+  EXPECT_EQ(folder.Read("file.cpp"), "");
+}
+
+TEST_F(SaveFileTextTest, TextInPartsInPlace_IsAsLongAsItsParts) {
+  fs::create_hard_link(path, folder.Path("link.cpp"));
+  for (const std::string& first : {std::string("longer than before\n"), std::string("s")}) {
+    const TextParts parts = [&](const TakePart& take) { take(first) && take("b\n"); };
+    EXPECT_EQ(SaveFileParts(path, parts).error, "");
+    EXPECT_EQ(folder.Read("link.cpp"), first + "b\n");
+    EXPECT_TRUE(RescueIsEmpty());
+  }
+}
+
+TEST_F(SaveFileTextTest, PartThatCannotBeWritten_IsTheLastThatIsTaken) {
+  const FileCalls saved = TheFileCalls();
+  TheFileCalls().write = [](int, const void*, size_t) -> ssize_t {
+    errno = ENOSPC;
+    return -1;
+  };
+  int taken = 0;
+  const FileResult result = SaveFileParts(path, [&](const TakePart& take) {
+    for (bool isWanted = true; isWanted && taken < 9; ++taken) isWanted = take("part");
+  });
+  TheFileCalls() = saved;
+  EXPECT_THAT(result.error, HasSubstr("No space left"));
+  EXPECT_EQ(taken, 1);
+  EXPECT_EQ(folder.Read("file.cpp"), "old\n");
 }
 
 TEST_F(SaveFileTextTest, NewFile_GetsTheUsualMode) {
