@@ -72,6 +72,7 @@ class TagCollector {
  public:
   explicit TagCollector(const Options& newOptions) : options(newOptions) {
     theTagParser.shell = &log;
+    theTagParser.storesTags = false;
     theTagParser.SetLimits(std::numeric_limits<int>::max() - 1, std::numeric_limits<int>::max());
     if (!options.language.empty()) theTagParser.language = LanguageNamed(options.language);
   }

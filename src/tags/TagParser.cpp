@@ -122,9 +122,9 @@ void TagParser::addTag(const TagFacts& entry) {
     told.typeRef = lastType;
   else if (entry.typeRef.data() != nullptr)
     lastType = entry.typeRef;
-  if (IsClassLike(entry.kind))
+  if (storesTags && IsClassLike(entry.kind))
     StoreClass(told);
-  else
+  else if (storesTags)
     StoreItem(told);
   if (found) found(told);
 }

@@ -72,7 +72,7 @@ class TagParser {
   std::optional<Language> language;
   // The parser looks at the text ahead up to this byte, to decide what it reads.
   void NoteLook(const char* end);
-  // Called for every tag that is stored, with its full type.
+  // Called for every tag, with its full type.
   std::function<void(const TagFacts&)> found;
 
   int mostTags = cMostTags;  // of one source
@@ -81,6 +81,7 @@ class TagParser {
   bool keepFilePrivate = true;   // tags that are visible only in their own file are kept
   bool addQualifiedTag = false;  // a second tag of each member, named with its class
   bool readIfZero = false;       // the text after `#if 0` is read
+  bool storesTags = true;        // else only `found` is told of them, the store gets the includes
   bool keepReserved = false;     // names that begin with "_" are tags too
 
  private:

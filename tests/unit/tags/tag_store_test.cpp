@@ -146,6 +146,23 @@ TEST_F(TagStore, ParsingAgain_AddsToWhatIsThere) {
   EXPECT_EQ(store.globals.size(), 2u);
 }
 
+TEST_F(TagStore, TagsThatAreOnlyTold_AreTheSameAndAreNotStored) {
+  const std::string text =
+      "#include \"b.h\"\nclass A : B { friend class C; using B::b; int f(); union { int u; }; };\n"
+      "struct { int x, y; } both;\ntypedef struct { int z; } Z;\nenum E { e1, e2 };\nint a, *p;\n"
+      "namespace n { class D { MACRO class I {}; }; }\nint A::f() { return 0; }\nusing U = Z;\n";
+  const test::TagRun stored = test::ParseTags(text);
+  theTagParser.storesTags = false;
+  const test::TagRun told = test::ParseTags(text);
+  theTagParser.storesTags = true;
+  EXPECT_FALSE(stored.store.globals.empty());
+  EXPECT_FALSE(stored.store.classes.empty());
+  EXPECT_EQ(told.lines, stored.lines);
+  EXPECT_TRUE(told.store.globals.empty());
+  EXPECT_TRUE(told.store.classes.empty());
+  EXPECT_EQ(told.store.includes.size(), 1u);
+}
+
 TEST_F(TagStore, Locals_AreStoredWhenAskedForOnly) {
   test::TagRunOptions options;
   options.locals = true;
