@@ -62,6 +62,71 @@ std::string_view Word(bool is) {
   return is ? "true" : "false";
 }
 
+// Directives between `#if` and `#endif`, by the place of their blanks.
+struct DirectiveCount {
+  size_t plain = 0, after = 0, before = 0;
+  size_t leastAfter = 0, leastBefore = 0;  // blanks; 0 if there are none
+
+  void Add(size_t blanksBefore, size_t blanksAfter) {
+    const auto take = [](size_t& count, size_t& least, size_t blanks) {
+      ++count;
+      least = least == 0 ? blanks : std::min(least, blanks);
+    };
+    if (blanksAfter > 0)
+      take(after, leastAfter, blanksAfter);
+    else if (blanksBefore > 0)
+      take(before, leastBefore, blanksBefore);
+    else
+      ++plain;
+  }
+};
+
+struct Directive {
+  size_t blanksBefore, blanksAfter;  // the `#`
+  std::string_view words;
+
+  bool Opens() const { return words.starts_with("if"); }
+  bool Branches() const { return words.starts_with("el"); }
+  bool Closes() const { return words.starts_with("endif"); }
+};
+
+std::vector<Directive> DirectivesOf(std::string_view text) {
+  std::vector<Directive> directives;
+  for (size_t at = 0; at < text.size();) {
+    const size_t end = std::min(text.find('\n', at), text.size());
+    const std::string_view line = text.substr(at, end - at);
+    at = end + 1;
+    const size_t hash = std::min(line.find_first_not_of(cBlanks), line.size());
+    if (!line.substr(hash).starts_with('#')) continue;
+    const size_t words = std::min(line.find_first_not_of(' ', hash + 1), line.size());
+    directives.push_back({hash, words - hash - 1, line.substr(words)});
+  }
+  return directives;
+}
+
+// True for the guard of a header, in which clang-format doesn't indent: "#ifndef X", "#define X".
+bool BeginsWithGuard(const std::vector<Directive>& directives) {
+  constexpr std::string_view cIf = "ifndef ", cDefine = "define ";
+  if (directives.size() < 2) return false;
+  const std::string_view first = directives[0].words, second = directives[1].words;
+  return first.starts_with(cIf) && second.starts_with(cDefine) &&
+         second.substr(cDefine.size()).starts_with(first.substr(cIf.size()));
+}
+
+DirectiveCount CountDirectives(std::string_view text) {
+  const std::vector<Directive> directives = DirectivesOf(text);
+  const size_t outside = BeginsWithGuard(directives) ? 1 : 0;
+  DirectiveCount count;
+  size_t depth = 0;
+  for (const Directive& directive : directives) {
+    const bool leaves = directive.Closes() || directive.Branches();
+    if (leaves && depth > 0) --depth;
+    if (depth > outside) count.Add(directive.blanksBefore, directive.blanksAfter);
+    if (directive.Opens() || directive.Branches()) ++depth;
+  }
+  return count;
+}
+
 // Where reading may begin for a line: after the last function that ends at the margin.
 size_t WindowOf(std::string_view done) {
   constexpr size_t cMostRead = 16 * 1024;
@@ -144,7 +209,16 @@ std::vector<TextEdit> IndentEdits(std::string_view text, const IndentHabits& hab
   return edits;
 }
 
-std::string StyleOf(const IndentHabits& habits) {
+std::string DirectiveStyle(std::string_view text) {
+  const DirectiveCount count = CountDirectives(text);
+  const bool isAfter = count.after > count.before + count.plain;
+  const bool isBefore = count.before > count.after + count.plain;
+  if (!isAfter && !isBefore) return "IndentPPDirectives: None";
+  return std::string("IndentPPDirectives: ") + (isAfter ? "AfterHash" : "BeforeHash") +
+         ", PPIndentWidth: " + std::to_string(isAfter ? count.leastAfter : count.leastBefore);
+}
+
+std::string StyleOf(const IndentHabits& habits, std::string_view text) {
   constexpr const char* cBraces[] = {"Attach", "Linux", "Allman", "GNU"};
   const auto number = [](int value) { return std::to_string(value); };
   std::string style =
@@ -160,6 +234,7 @@ std::string StyleOf(const IndentHabits& habits) {
   style += std::string(", NamespaceIndentation: ") +
            (habits.Of(IndentHabit::cNamespace) > 0 ? "All" : "None");
   style += std::string(", AlignAfterOpenBracket: ") + (habits.aligns ? "Align" : "DontAlign");
+  style += ", DerivePointerAlignment: true, " + DirectiveStyle(text);
   return style + "}";
 }
 

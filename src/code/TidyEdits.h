@@ -31,7 +31,12 @@ std::vector<TextEdit> Narrowed(const std::vector<TextEdit>& edits, std::string_v
 std::vector<TextEdit> IndentEdits(std::string_view text, const IndentHabits& habits, int first,
                                   int last);
 
-// The habits as a style for clang-format: line breaks stay, braces go where the text has them.
-std::string StyleOf(const IndentHabits& habits);
+// The habits of a text as a style for clang-format: line breaks stay, braces, blanks of directives
+// and the stars of pointers go where the text has them.
+std::string StyleOf(const IndentHabits& habits, std::string_view text);
+
+// How the text indents directives in conditions, as options of that style: after the `#`, before it
+// or not at all.
+std::string DirectiveStyle(std::string_view text);
 
 }  // namespace zendry

@@ -94,7 +94,7 @@ std::string TidyByTool(CppEditor& editor, const std::string& text, Lines lines) 
                                              std::to_string(lines.last + 1)
                                        : "";
   const std::string file = NearestStyle(editor.fileName);
-  const std::string style = file.empty() ? StyleOf(editor.Habits()) : "file:" + file;
+  const std::string style = file.empty() ? StyleOf(editor.Habits(), text) : "file:" + file;
   const unsigned long changes = editor.ChangeCount();
   const Answer answer = AskTool(text, style, range);
   if (answer.exitCode == cTimedOut || answer.exitCode == cKilled)

@@ -54,6 +54,17 @@ TEST_F(IdeTidy, WithoutAStyle_TheFilesOwnHabitsRule) {
   });
 }
 
+TEST_F(IdeTidy, WithoutAStyle_StarsAndDirectivesStayAsTheFileHasThem) {
+  ide.Run({}, [&] {
+    const std::string text =
+        "#if A\n# include <a>\n# if B\n#  define C 1\n# endif\n#else\n# include <b>\n#endif\n"
+        "char* p;\nint* f(char* a, int* b);\n";
+    CppEditor& editor = Open("a.cpp", text + "int   c;\n");
+    Tidy();
+    EXPECT_EQ(editor.GetText(), text + "int c;\n");
+  });
+}
+
 TEST_F(IdeTidy, ASelection_IsTidiedAlone) {
   ide.Run({}, [&] {
     const std::string before = "void d() {\n  a();\n}\nvoid e() {\n  a();\n}\n";

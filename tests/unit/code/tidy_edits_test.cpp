@@ -57,11 +57,42 @@ TEST(TidyEdits, IndentEdits_OfTheLinesOnly) {
 }
 
 TEST(TidyEdits, StyleOf_SaysWhatTheTextShows) {
-  const std::string style = StyleOf(
-      LearnHabits("void f()\n{\n\tif (a)\n\t{\n\t\tb();\n\t}\n}\n", UsualHabits(2, 4, false)));
+  const std::string text = "void f()\n{\n\tif (a)\n\t{\n\t\tb();\n\t}\n}\n";
+  const std::string style = StyleOf(LearnHabits(text, UsualHabits(2, 4, false)), text);
   EXPECT_NE(style.find("IndentWidth: 4"), style.npos) << style;
   EXPECT_NE(style.find("UseTab: Always"), style.npos) << style;
   EXPECT_NE(style.find("BreakBeforeBraces: Allman"), style.npos) << style;
+}
+
+TEST(TidyEdits, DirectiveStyle_IsThatOfMostNestedDirectives) {
+  struct Row {
+    const char* text;
+    const char* style;
+  };
+  const Row rows[] = {
+      {"", "None"},
+      {"# include <a>\n#  define B\n", "None"},  // these are in no condition
+      {"#if A\n#include <a>\n#endif\n", "None"},
+      {"#if A\n# include <a>\n#endif\n", "AfterHash, PPIndentWidth: 1"},
+      {"#if A\n#  include <a>\n#  if B\n#    define C\n#  endif\n#endif\n",
+       "AfterHash, PPIndentWidth: 2"},
+      {"#if A\n# if B\n#  define C\n# endif\n#endif\n", "AfterHash, PPIndentWidth: 1"},
+      {"  #if A\n    #include <a>\n  #else\n    #include <b>\n  #endif\n",
+       "BeforeHash, PPIndentWidth: 4"},
+      {"#if A\n#\tinclude <a>\n#endif\n", "None"},  // not said in columns
+      {"#if A\n#include <a>\n#include <b>\n# define C\n#endif\n", "None"},
+      {"#if A\n#include <a>\n# define C\n#endif\n", "None"},
+      {"#if A\n#include <a>\n# define C\n# define D\n#endif\n", "AfterHash, PPIndentWidth: 1"},
+      {"#endif\n#endif\n#if A\n# include <a>\n#endif\n", "AfterHash, PPIndentWidth: 1"},
+      {"#ifndef A_H\n#define A_H\n#include <a>\n#if B\n# include <b>\n#endif\n#endif\n",
+       "AfterHash, PPIndentWidth: 1"},
+      {"#ifndef A_H\n# define A_H\n# include <a>\n#endif\n", "None"},
+      {"#ifndef A_H\n# define B_H\n# include <a>\n#endif\n", "AfterHash, PPIndentWidth: 1"},
+      {"#if A\r\n#  include <a>\r\n#endif", "AfterHash, PPIndentWidth: 2"},
+  };
+  for (const Row& row : rows)
+    EXPECT_EQ(DirectiveStyle(row.text), std::string("IndentPPDirectives: ") + row.style)
+        << row.text;
 }
 
 TEST(TidyEdits, StyleOf_EachHabitOfBraces) {
