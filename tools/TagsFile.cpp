@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <bit>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <initializer_list>
+#include <limits>
 #include <numeric>
 #include <span>
 
@@ -24,12 +26,13 @@ constexpr size_t cBlock = 1 << 20, cRoomOfALine = 4096;
 constexpr size_t cPart = 256 << 10;
 constexpr size_t cFetched = 8, cCacheLine = 64;
 
-// What stands in front of a line's text in its block. The text is the name with its TAB, then all
-// that follows the source.
+// What stands in front of a line's text in its block. The text is the name with its TAB, the kind's
+// letter, then the fields that follow the line's number.
 struct LineHead {
   uint32_t source;
+  int32_t number;
   uint32_t nameSize;
-  size_t size;
+  uint32_t size;
 };
 
 // A line in its block, with eight bytes of what orders it as a number: most comparisons of a sort
@@ -45,9 +48,10 @@ class SortedLine {
   }
   const char* Text() const { return head + sizeof(LineHead); }
   std::string_view Name() const { return {Text(), Head().nameSize}; }
+  char Kind() const { return Text()[Head().nameSize]; }
   std::string_view Fields() const {
     const LineHead copy = Head();
-    return {Text() + copy.nameSize, copy.size - copy.nameSize};
+    return {Text() + copy.nameSize + 1, copy.size - copy.nameSize - 1};
   }
 
   // The text will be needed soon.
@@ -76,6 +80,18 @@ uint64_t KeyAt(std::string_view text, size_t at) {
   return key;
 }
 
+// What a line's number and the sign behind it begin with, as a number that is in the order of their
+// bytes; four bits for a digit. Lines in which it is the same need a closer look.
+uint32_t NumberKey(int32_t number) {
+  constexpr uint32_t cSign = 11;  // more than any digit, as it is in ASCII
+  char digits[16];
+  const char* const end = std::to_chars(digits, digits + sizeof digits, number).ptr;
+  uint32_t key = 0;
+  for (int i = 0; i < 8; ++i)
+    key = key << 4 | (digits + i < end ? static_cast<uint32_t>(digits[i] - '0') : cSign);
+  return key;
+}
+
 bool IsKeyLess(const SortedLine& a, const SortedLine& b) {
   return a.key < b.key;
 }
@@ -86,7 +102,8 @@ class LineSorter {
   explicit LineSorter(const std::vector<uint32_t>& newRanks) : ranks(newRanks) {}
 
   bool AreSame(const SortedLine& a, const SortedLine& b) const {
-    return a.Name() == b.Name() && Rank(a) == Rank(b) && a.Fields() == b.Fields();
+    return a.Head().number == b.Head().number && Rank(a) == Rank(b) && a.Name() == b.Name() &&
+           a.Kind() == b.Kind() && a.Fields() == b.Fields();
   }
 
   // Lines whose names are the same up to `from`. Those that differ late, if at all, are few: they
@@ -100,7 +117,10 @@ class LineSorter {
       });
       return;
     }
-    for (SortedLine& line : lines) line.key = KeyAt(line.Name(), from);
+    for (size_t i = 0; i < lines.size(); ++i) {
+      if (i + cFetched < lines.size()) lines[i + cFetched].Fetch();
+      lines[i].key = KeyAt(lines[i].Name(), from);
+    }
     std::sort(lines.begin(), lines.end(), IsKeyLess);
     for (size_t start = 0, end = 0; start < lines.size(); start = end) {
       while (end < lines.size() && lines[end].key == lines[start].key) ++end;
@@ -118,16 +138,26 @@ class LineSorter {
   uint32_t Rank(const SortedLine& line) const { return ranks[line.Head().source]; }
 
   bool IsPlaceLess(const SortedLine& a, const SortedLine& b) const {
-    return Rank(a) != Rank(b) ? Rank(a) < Rank(b) : a.Fields() < b.Fields();
+    const uint64_t first = PlaceKey(a), second = PlaceKey(b);
+    return first != second ? first < second : IsRestLess(a, b);
   }
 
-  // Lines of one name. The fields begin with the digits of the line's number.
+  // Lines of one name.
   void SortPlaces(Lines lines) const {
-    for (SortedLine& line : lines)
-      line.key = uint64_t{Rank(line)} << 32 | KeyAt(line.Fields(), 0) >> 32;
+    for (SortedLine& line : lines) line.key = PlaceKey(line);
     std::sort(lines.begin(), lines.end(), [](const SortedLine& a, const SortedLine& b) {
-      return a.key != b.key ? a.key < b.key : a.Fields() < b.Fields();
+      return a.key != b.key ? a.key < b.key : IsRestLess(a, b);
     });
+  }
+
+  uint64_t PlaceKey(const SortedLine& line) const {
+    return uint64_t{Rank(line)} << 32 | NumberKey(line.Head().number);
+  }
+
+  static bool IsRestLess(const SortedLine& a, const SortedLine& b) {
+    const TagPlace first(a.Head().number, a.Kind()), second(b.Head().number, b.Kind());
+    const int order = first.Text().compare(second.Text());
+    return order != 0 ? order < 0 : a.Fields() < b.Fields();
   }
 
   const std::vector<uint32_t>& ranks;
@@ -209,9 +239,12 @@ void TagsFile::Add(const TagFacts& tag, Language language) {
   block.append(sizeof(LineHead), '\0');
   AppendTagName(block, tag);
   const size_t nameSize = block.size() - text;
+  block += tag.kind;
   AppendTagFields(block, tag, language);
-  const LineHead head{static_cast<uint32_t>(sources.size() - 1), static_cast<uint32_t>(nameSize),
-                      block.size() - text};
+  // Nobody could read such a line.
+  if (block.size() - text > std::numeric_limits<uint32_t>::max()) return block.resize(start);
+  const LineHead head{static_cast<uint32_t>(sources.size() - 1), tag.lineNumber,
+                      static_cast<uint32_t>(nameSize), static_cast<uint32_t>(block.size() - text)};
   std::memcpy(block.data() + start, &head, sizeof head);
   ++count;
 }
@@ -228,7 +261,9 @@ void TagsFile::Pass(const mavro::TakePart& take) const {
     if (i + cFetched < lines.size()) lines[i + cFetched].Fetch();
     const SortedLine& line = lines[i];
     if (i > 0 && sorter.AreSame(lines[i - 1], line)) continue;
-    writer.Write({line.Name(), sources[line.Head().source], line.Fields(), "\n"});
+    const LineHead head = line.Head();
+    writer.Write({line.Name(), sources[head.source], TagPlace(head.number, line.Kind()).Text(),
+                  line.Fields(), "\n"});
   }
   writer.End();
 }

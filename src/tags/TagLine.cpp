@@ -1,34 +1,43 @@
 #include "tags/TagLine.h"
 
-#include <array>
+#include <algorithm>
 #include <charconv>
+
+#include "ByteBlock.h"
 
 namespace zendry {
 namespace {
 
-// The letter behind the backslash, or 0 for a byte that is written as it is.
-constexpr std::array<char, 256> cEscapeLetters = [] {
-  std::array<char, 256> letters{};
-  letters['\\'] = '\\';
-  letters['\t'] = 't';
-  letters['\n'] = 'n';
-  letters['\r'] = 'r';
-  return letters;
-}();
+mavro::ByteBlock EscapedIn(mavro::ByteBlock bytes) {
+  return reinterpret_cast<mavro::ByteBlock>((bytes == '\\') | (bytes == '\t') | (bytes == '\n') |
+                                            (bytes == '\r'));
+}
+
+// What stands behind the backslash for an escaped byte.
+char EscapeLetter(char byte) {
+  switch (byte) {
+    case '\t':
+      return 't';
+    case '\n':
+      return 'n';
+    case '\r':
+      return 'r';
+    default:
+      return '\\';
+  }
+}
 
 // Plain stretches are appended as a whole, as nearly every text is one.
 void AppendEscaped(std::string& line, std::string_view text) {
-  size_t start = 0;
-  for (size_t i = 0; i < text.size(); ++i) {
-    const char letter = cEscapeLetters[static_cast<unsigned char>(text[i])];
-    if (letter == 0) [[likely]]
-      continue;
-    line.append(text, start, i - start);
+  const char* const end = text.data() + text.size();
+  for (const char* at = text.data();;) {
+    const char* const escaped = mavro::FindMarked(at, end, EscapedIn);
+    line.append(at, escaped);
+    if (escaped == end) return;
     line += '\\';
-    line += letter;
-    start = i + 1;
+    line += EscapeLetter(*escaped);
+    at = escaped + 1;
   }
-  line.append(text, start);
 }
 
 // The field's key comes with the TAB before it and the colon behind it.
@@ -36,17 +45,6 @@ void AppendField(std::string& line, std::string_view key, std::string_view value
   if (value.empty()) return;
   line += key;
   AppendEscaped(line, value);
-}
-
-void AppendPlace(std::string& line, int lineNumber, char kind) {
-  std::array<char, 16> digits;
-  const char* const end =
-      std::to_chars(digits.data(), digits.data() + digits.size(), lineNumber).ptr;
-  const std::string_view number(digits.data(), static_cast<size_t>(end - digits.data()));
-  line += number;
-  const char middle[] = {';', '"', '\t', kind, '\t', 'l', 'i', 'n', 'e', ':'};
-  line.append(middle, sizeof middle);
-  line += number;
 }
 
 // The scope of a class has the class's own name at its end.
@@ -85,8 +83,18 @@ void AppendTagName(std::string& text, const TagFacts& facts) {
   text += '\t';
 }
 
+TagPlace::TagPlace(int lineNumber, char kind) {
+  constexpr std::string_view cBeforeKind = ";\"\t", cBehindKind = "\tline:";
+  char* at = std::to_chars(text.data(), text.data() + text.size(), lineNumber).ptr;
+  const auto digits = static_cast<size_t>(at - text.data());
+  at = std::copy(cBeforeKind.begin(), cBeforeKind.end(), at);
+  *at++ = kind;
+  at = std::copy(cBehindKind.begin(), cBehindKind.end(), at);
+  at = std::copy_n(text.data(), digits, at);
+  size = static_cast<size_t>(at - text.data());
+}
+
 void AppendTagFields(std::string& text, const TagFacts& facts, Language language) {
-  AppendPlace(text, facts.lineNumber, facts.kind);
   AppendScope(text, facts, language);
   AppendField(text, "\tsignature:", facts.signature);
   AppendField(text, "\ttyperef:", facts.typeRef);
@@ -101,6 +109,7 @@ std::string TagLine(const TagFacts& facts, std::string_view file, Language langu
   AppendTagName(line, facts);
   AppendEscaped(line, file);
   line += '\t';
+  line += TagPlace(facts.lineNumber, facts.kind).Text();
   AppendTagFields(line, facts, language);
   return line;
 }

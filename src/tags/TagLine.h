@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -14,8 +16,20 @@ namespace zendry {
 // TAB, line ends and backslashes in a value are written as in C.
 std::string TagLine(const TagFacts& facts, std::string_view file, Language language);
 
-// The two parts of such a line that don't tell the file, appended to a text: the name with its TAB,
-// and all behind the file's TAB.
+// What such a line has between the file's TAB and the fields: the place, the kind and the place
+// once more.
+class TagPlace {
+ public:
+  TagPlace(int lineNumber, char kind);
+  std::string_view Text() const { return {text.data(), size}; }
+
+ private:
+  std::array<char, 40> text;
+  size_t size;
+};
+
+// The other parts that don't tell the file, appended to a text: the name with its TAB, and the
+// fields behind the line's number.
 void AppendTagName(std::string& text, const TagFacts& facts);
 void AppendTagFields(std::string& text, const TagFacts& facts, Language language);
 
