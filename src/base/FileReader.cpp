@@ -1,13 +1,13 @@
 #include "base/FileReader.h"
 
-#include <algorithm>
-#include <utility>
+#include <string_view>
 
 namespace zendry {
 
 FileReader::~FileReader() = default;
 
 int FileReader::getc() {
+  const std::string_view text = file.Text();
   return position < text.size() ? static_cast<unsigned char>(text[position++]) : -1;
 }
 
@@ -16,15 +16,14 @@ void FileReader::ungetc(int) {
 }
 
 mavro::FileResult FileReader::open(const char* path) {
-  mavro::FileText file = mavro::ReadFileText(path);
-  if (file.Ok()) stream = &text;
-  text = std::move(file.text);
+  mavro::FileResult result = file.Read(path);
+  if (result.Ok()) stream = &file;
   position = 0;
-  return file;
+  return result;
 }
 
 mavro::FileResult FileReader::Rewind(const char* path) {
-  if (stream == &text) {
+  if (stream == &file) {
     position = 0;
     return {};
   }
@@ -34,13 +33,12 @@ mavro::FileResult FileReader::Rewind(const char* path) {
 
 void FileReader::close() {
   stream = nullptr;
-  text = {};
+  file = {};
   position = 0;
 }
 
 size_t FileReader::read(char* buffer, size_t size) {
-  const size_t count = std::min(size, text.size() - position);
-  std::copy_n(text.data() + position, count, buffer);
+  const size_t count = file.Text().copy(buffer, size, position);
   position += count;
   return count;
 }

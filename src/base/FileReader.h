@@ -1,9 +1,9 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
+#include <span>
 
-#include "FileText.h"
+#include "FileBuffer.h"
 
 namespace zendry {
 
@@ -30,6 +30,10 @@ class FileReader {
   // Puts up to `size` bytes into `buffer`, the same that as many calls of getc() would give, and
   // returns their number. Only 0 means the end; a smaller number than `size` doesn't.
   virtual size_t read(char* buffer, size_t size);
+  // The whole open source where it stands in memory, instead of reading it; the caller may change
+  // it, and one byte behind it, as long as the lines in it stay where they are. Empty for readers
+  // of other kinds.
+  std::span<char> InMemory() { return stream == &file ? file.Bytes() : std::span<char>(); }
 
   bool IsOpen() const { return stream != nullptr; }
 
@@ -38,7 +42,7 @@ class FileReader {
   void* stream = nullptr;
 
  private:
-  std::string text;  // of the whole file
+  mavro::FileBuffer file;
   size_t position = 0;
 };
 

@@ -1,21 +1,20 @@
 #include "tags/BodyText.h"
 
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
+
+#include "ByteBlock.h"
 
 namespace zendry {
 
 namespace {
 
-constexpr size_t cBlock = 16;
 constexpr int cMostCounted = 255;  // blocks whose newlines a byte can count
 
-using Block = unsigned char __attribute__((vector_size(cBlock)));
-using Words = uint64_t __attribute__((vector_size(cBlock)));
+using Block = mavro::ByteBlock;
+using mavro::cByteBlock;
 
 constexpr std::array<bool, 256> cStops = [] {
   std::array<bool, 256> stops{};
@@ -30,18 +29,8 @@ Block StopsIn(Block bytes) {
                                  (bytes == '\\') | (bytes == '{') | (bytes == '}'));
 }
 
-// The number of bytes before the first that isn't 0; cBlock if there is none.
-size_t FirstSet(Block block) {
-  const auto zeros = [](uint64_t word) {
-    const bool isLittle = std::endian::native == std::endian::little;
-    return static_cast<size_t>(isLittle ? std::countr_zero(word) : std::countl_zero(word));
-  };
-  const auto words = reinterpret_cast<Words>(block);
-  return (words[0] != 0 ? zeros(words[0]) : 64 + zeros(words[1])) / 8;
-}
-
 int Sum(Block counts) {
-  const auto words = reinterpret_cast<Words>(counts);
+  const auto words = reinterpret_cast<mavro::ByteBlockWords>(counts);
   constexpr uint64_t cEven = 0x00FF00FF00FF00FF;
   const uint64_t pairs =
       (words[0] & cEven) + (words[0] >> 8 & cEven) + (words[1] & cEven) + (words[1] >> 8 & cEven);
@@ -52,21 +41,20 @@ int Sum(Block counts) {
 BodyText PassBlocks(const char* at, const char* end) {
   constexpr Block cLanes = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
   int newlines = 0;
-  while (static_cast<size_t>(end - at) >= cBlock) {
+  while (static_cast<size_t>(end - at) >= cByteBlock) {
     Block counts = {};
-    size_t first = cBlock;
-    for (int i = 0; i < cMostCounted && static_cast<size_t>(end - at) >= cBlock; ++i) {
-      Block bytes;
-      std::memcpy(&bytes, at, cBlock);
-      first = FirstSet(StopsIn(bytes));
+    size_t first = cByteBlock;
+    for (int i = 0; i < cMostCounted && static_cast<size_t>(end - at) >= cByteBlock; ++i) {
+      const Block bytes = mavro::LoadBlock(at);
+      first = mavro::FirstSet(StopsIn(bytes));
       const auto lines = reinterpret_cast<Block>(bytes == '\n');
       const auto before = reinterpret_cast<Block>(cLanes < static_cast<unsigned char>(first));
       counts -= lines & before;
       at += first;
-      if (first != cBlock) break;
+      if (first != cByteBlock) break;
     }
     newlines += Sum(counts);
-    if (first != cBlock) break;
+    if (first != cByteBlock) break;
   }
   return {at, newlines};
 }

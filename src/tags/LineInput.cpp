@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <span>
 
 #include "tags/BodyText.h"
 #include "tags/TagData.h"
@@ -43,13 +44,18 @@ char* NormalizeLineEnds(char* begin, char* end, bool& afterReturn, size_t place,
 void LineInput::Start(FileReader& newReader, TagData& newStore) {
   reader = &newReader;
   store = &newStore;
-  buffer.resize(cSmallestBuffer);
-  next = end = buffer.data();
-  lineStart = cursor = lineEnd = next;
   linePushback = lineNumber = tagLine = 0;
-  isTooLong = eof = isReaderDone = endsInReturn = hasZeros = false;
-  linePlace = readPlace = tailsBefore = 0;
+  isTooLong = eof = endsInReturn = false;
+  linePlace = tailsBefore = 0;
   tails.clear();
+  const std::span<char> whole = newReader.InMemory();
+  isReaderDone = !whole.empty() && std::memchr(whole.data(), '\r', whole.size()) == nullptr;
+  if (!isReaderDone) buffer.resize(cSmallestBuffer);
+  next = isReaderDone ? whole.data() : buffer.data();
+  readPlace = isReaderDone ? whole.size() : 0;
+  end = next + readPlace;
+  hasZeros = Find(next, end, '\0') != end;
+  lineStart = cursor = lineEnd = next;
 }
 
 int LineInput::TakePushback() {
@@ -135,9 +141,10 @@ void LineInput::CutTooLong(const char* start) {
   isTooLong = true;
   theTagParser.logMessage("Line to long");
   theTagParser.gaveUp = true;
-  char* forced = buffer.data() + (start - buffer.data()) + longestLine + 1;
+  char* forced = next + (start - next) + longestLine + 1;
   *forced = '\n';
   lineEnd = forced + 1;
+  end = std::max(end, forced + 1);
 }
 
 void LineInput::Fill() {

@@ -39,8 +39,8 @@ class LineInput {
   // Text that comes next, over the ends of lines, comments and directives included: at least
   // `cLookAhead` bytes from the beginning of this line, if there are as many.
   std::string_view Ahead() const {
-    const char* const stop = std::max(lineStart + cLookAhead, lineEnd);
-    return {cursor, static_cast<size_t>((stop < end ? stop : end) - cursor)};
+    const ptrdiff_t size = std::min(std::max(lineEnd - lineStart, cLookAhead), end - lineStart);
+    return {cursor, static_cast<size_t>(size - (cursor - lineStart))};
   }
   // The place in the source of a byte of this line, or of its end. It counts the source's own
   // bytes.
@@ -77,10 +77,10 @@ class LineInput {
 
   FileReader* reader = nullptr;
   TagData* store = nullptr;
-  std::vector<char> buffer;
-  char* next = nullptr;  // first byte that isn't part of a line yet
-  char* end = nullptr;   // after the last byte that was read
-  bool eof = true;       // no more lines are read
+  std::vector<char> buffer;  // not used for a source that is in memory and has no CR
+  char* next = nullptr;      // first byte that isn't part of a line yet
+  char* end = nullptr;       // after the last byte that was read
+  bool eof = true;           // no more lines are read
   bool isReaderDone = true;
   bool endsInReturn = false;  // the last byte read was CR; a newline after it belongs to it
   bool hasZeros = false;      // a byte 0 has been read

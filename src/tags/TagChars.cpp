@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "Assert.h"
+#include "ByteBlock.h"
 
 namespace zendry {
 
@@ -20,6 +21,29 @@ constexpr size_t cLongestRawDelimiter = 16;
 
 bool IsAlnum(int c) {
   return IsClass(c, cIdentifierChar) && c != '_' && c != '$';
+}
+
+bool AreBlank(const char* from, const char* end) {
+  return std::all_of(from, end, [](char c) {
+    return (cCharClasses[static_cast<unsigned char>(c)] & cBlankChar) != 0;
+  });
+}
+
+// Where special characters and line ends are. Two pairs of them differ in one bit.
+mavro::ByteBlock EffectsIn(mavro::ByteBlock bytes) {
+  static_assert(('"' | 1) == '#' && ('/' | 16) == '?');
+  return reinterpret_cast<mavro::ByteBlock>(((bytes | 1) == '#') | ((bytes | 16) == '?') |
+                                            (bytes == '\'') | (bytes == '\\') | (bytes == '\n'));
+}
+
+// Where bytes are that aren't within identifiers.
+mavro::ByteBlock OthersIn(mavro::ByteBlock bytes) {
+  const auto isBetween = [](mavro::ByteBlock block, unsigned char first, unsigned char last) {
+    return block - first <= static_cast<unsigned char>(last - first);
+  };
+  return reinterpret_cast<mavro::ByteBlock>(~(isBetween(bytes | 0x20, 'a', 'z') |
+                                              isBetween(bytes, '0', '9') | (bytes == '_') |
+                                              (bytes == '$')));
 }
 
 bool IsDigit(int c) {
@@ -98,14 +122,12 @@ int Cpp::ReadVisible() {
 // branch that isn't seen.
 void Cpp::SkipUnseen(Seen& seen) {
   if (lines.linePushback != 0 || (seen.directive && directive.state != DIRECTIVE_NONE)) return;
-  const auto bits = [this] { return cCharClasses[static_cast<unsigned char>(*lines.cursor)]; };
-  while (lines.cursor != lines.lineEnd && (bits() & (cSpecialChar | cLineEndChar)) == 0) {
-    if ((bits() & cBlankChar) == 0) {
-      directive.allowed = false;
-      if (seen.directive) seen.ignore = Level().skipping;
-    }
-    ++lines.cursor;
-  }
+  const std::string_view ahead = lines.Ahead();
+  const char* const from = lines.cursor;
+  lines.cursor = std::min(mavro::FindMarked(from, from + ahead.size(), EffectsIn), lines.lineEnd);
+  if (AreBlank(from, lines.cursor)) return;
+  directive.allowed = false;
+  if (seen.directive) seen.ignore = Level().skipping;
 }
 
 // The result that the stream gives for a character and the ones that belong to it; 0 for none.
@@ -333,23 +355,27 @@ void Cpp::ReadIdentifierRest(std::string& name) {
     }
     name += static_cast<char>(c);
   }
-  const uint8_t bits = isJava ? cIdentifierChar | cHighChar : cIdentifierChar;
-  const char* at = lines.cursor;
-  while (at != lines.lineEnd && (cCharClasses[static_cast<unsigned char>(*at)] & bits) != 0) ++at;
-  if (at == lines.cursor) return;
+  const char* end = IdentifierEnd();
+  while (isJava && end != lines.lineEnd && IsIdentifierPart(static_cast<unsigned char>(*end)))
+    ++end;
+  if (end == lines.cursor) return;
   directive.allowed = false;
-  name.append(lines.cursor, at);
-  lines.cursor = at;
+  name.append(lines.cursor, end);
+  lines.cursor = end;
+}
+
+const char* Cpp::IdentifierEnd() const {
+  const std::string_view ahead = lines.Ahead();
+  const char* const end = mavro::FindMarked(lines.cursor, lines.cursor + ahead.size(), OthersIn);
+  return std::min(end, lines.lineEnd);
 }
 
 // A directive may begin where only blanks are before it in its line.
 void Cpp::SkipToBrace() {
   if (HasPushback()) return;
   const LineInput::PassedText passed = lines.PassBodyText();
-  const bool isBlank = std::all_of(passed.from, lines.cursor, [](char c) {
-    return (cCharClasses[static_cast<unsigned char>(c)] & cBlankChar) != 0;
-  });
-  directive.allowed = (directive.allowed || passed.isNewLine) && isBlank;
+  directive.allowed =
+      (directive.allowed || passed.isNewLine) && AreBlank(passed.from, lines.cursor);
 }
 
 }  // namespace zendry

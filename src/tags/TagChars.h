@@ -94,8 +94,9 @@ class Cpp {
   void sourceUngetc(int c);
   // The next character that isn't white space. `blanksSkipped` is true if there was any.
   int skipBlanks() {
+    const bool hasBlanks = PassBlanks();
     int c = sourceGetc();
-    blanksSkipped = IsClass(c, cSpaceChar);
+    blanksSkipped = hasBlanks || IsClass(c, cSpaceChar);
     while (IsClass(c, cSpaceChar)) c = sourceGetc();
     return c;
   }
@@ -150,6 +151,15 @@ class Cpp {
     return IsClass(c, cIdentifierChar) || (isJava && IsClass(c, cHighChar));
   }
 
+  // Passes over the blanks that come next in the line; true if there are any.
+  bool PassBlanks() {
+    if (HasPushback()) return false;
+    const char* at = lines.cursor;
+    while (at != lines.lineEnd && (*at == ' ' || *at == '\t')) ++at;
+    return std::exchange(lines.cursor, at) != at;
+  }
+  // The end of the identifier's characters that come next in the line.
+  const char* IdentifierEnd() const;
   int ReadSource();
   int ReadVisible();
   int Fold(int c, Seen& seen);

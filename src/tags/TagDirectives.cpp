@@ -110,8 +110,13 @@ void Cpp::HandlePragma(int c) {
 
 void Cpp::ReadDirectiveName(int c) {
   directive.name.assign(1, static_cast<char>(c));
-  for (c = lines.lineGetc(); IsClass(c, cIdentifierChar); c = lines.lineGetc())
-    directive.name += static_cast<char>(c);
+  do {
+    const char* const end = IdentifierEnd();
+    directive.name.append(lines.cursor, end);
+    lines.cursor = end;
+    c = lines.lineGetc();
+    if (IsClass(c, cIdentifierChar)) directive.name += static_cast<char>(c);
+  } while (IsClass(c, cIdentifierChar));
   lines.linePushback = c == -1 ? 0 : c;
 }
 

@@ -70,16 +70,12 @@ struct TagRunOptions {
   size_t mostAtOnce = 1 << 20;
 };
 
-// Parses `text` as a file of that name.
-//
-//   EXPECT_EQ(test::ParseTags("int a;").lines, "a\t-\t1;\"\tv\tline:1\ttyperef:int\n");
-inline TagRun ParseTags(std::string_view text, const std::string& file = "a.cpp",
-                        const TagRunOptions& options = {}) {
+// Parses what the reader gives as a file of that name.
+inline TagRun ParseTagsOf(zendry::FileReader& reader, const std::string& file,
+                          const TagRunOptions& options = {}) {
   zendry::TagParser& parser = zendry::theTagParser;
   TagRun run;
   TagLog log;
-  TextReader reader(text);
-  reader.most = options.mostAtOnce;
   bool isHeader = false;
   const auto named = zendry::TagParser::languageOf(file, isHeader);
   const zendry::Language language =
@@ -94,6 +90,16 @@ inline TagRun ParseTags(std::string_view text, const std::string& file = "a.cpp"
   parser.language = std::nullopt;
   run.log = log.text;
   return run;
+}
+
+// Parses `text` as a file of that name.
+//
+//   EXPECT_EQ(test::ParseTags("int a;").lines, "a\t-\t1;\"\tv\tline:1\ttyperef:int\n");
+inline TagRun ParseTags(std::string_view text, const std::string& file = "a.cpp",
+                        const TagRunOptions& options = {}) {
+  TextReader reader(text);
+  reader.most = options.mostAtOnce;
+  return ParseTagsOf(reader, file, options);
 }
 
 // The tags alone: "KIND NAME" for each, with the scope before the name and the type after it,

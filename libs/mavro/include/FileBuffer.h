@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -16,6 +17,8 @@ class FileBuffer {
   FileResult Read(const std::string& path);
   // The content of the file that was read last, until the next call.
   std::string_view Text() const { return {bytes.get(), length}; }
+  // The same, to be changed in place. One byte behind it may be written too.
+  std::span<char> Bytes() { return {bytes.get(), length}; }
 
  private:
   bool Grow(size_t wanted);

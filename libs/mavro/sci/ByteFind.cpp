@@ -6,32 +6,21 @@
 #include <cstring>
 
 #include "AsciiCase.h"
+#include "ByteBlock.h"
 
 namespace mavro {
 
 namespace {
 
-constexpr size_t cBlock = 16;
+constexpr size_t cBlock = cByteBlock;
 constexpr size_t cBlocks = 4;
 constexpr size_t cBackward = 64 * 1024;  // bytes that a search backward looks at together
 
-using Block = unsigned char __attribute__((vector_size(cBlock)));
-using Words = uint64_t __attribute__((vector_size(cBlock)));
-
-Block Load(const char* from) {
-  Block block;
-  std::memcpy(&block, from, sizeof block);
-  return block;
-}
+using Block = ByteBlock;
 
 Block Filled(unsigned char byte) {
   Block block = {};
   return block + byte;
-}
-
-bool HasAny(Block block) {
-  const auto words = reinterpret_cast<Words>(block);
-  return (words[0] | words[1]) != 0;
 }
 
 bool IsLetter(unsigned char byte) {
@@ -86,8 +75,8 @@ size_t ByteFind::Next(std::string_view text, size_t from) const {
   const Block otherByte = Filled(other.byte), otherMask = Filled(other.mask);
   size_t at = from;
   const auto probed = [&](size_t place) {
-    return ((Load(bytes + place + rare.offset) | rareMask) == rareByte) &
-           ((Load(bytes + place + other.offset) | otherMask) == otherByte);
+    return ((LoadBlock(bytes + place + rare.offset) | rareMask) == rareByte) &
+           ((LoadBlock(bytes + place + other.offset) | otherMask) == otherByte);
   };
   for (; at + cBlock * cBlocks <= end; at += cBlock * cBlocks) {
     std::array<Block, cBlocks> found;
@@ -116,7 +105,7 @@ size_t CountBytes(std::string_view text, char byte) {
     Block lanes = {};
     const size_t end = std::min(at + cMostBlocks * cBlock, text.size() - cBlock + 1);
     for (; at < end; at += cBlock)
-      lanes -= reinterpret_cast<Block>(Load(text.data() + at) == wanted);
+      lanes -= reinterpret_cast<Block>(LoadBlock(text.data() + at) == wanted);
     for (size_t lane = 0; lane < cBlock; ++lane) count += lanes[lane];
   }
   for (; at < text.size(); ++at) count += text[at] == byte;

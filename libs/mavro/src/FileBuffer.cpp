@@ -47,6 +47,8 @@ FileResult FileBuffer::Read(const std::string& path) {
     if (count < 0) return fail({path + ": " + std::strerror(errno)});
     if (count == 0) return {};
     length += static_cast<size_t>(count);
+    // One byte more was asked for: the file ends here.
+    if (length == static_cast<size_t>(opened.size)) return {};
     if (length > cMostBytes) return fail(Unreadable(path));
     if (length == room && !Grow(2 * room)) return fail(Unreadable(path));
   }

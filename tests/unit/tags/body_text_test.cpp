@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "TagRun.h"
+#include "TempFolder.h"
 #include "tags/TagChars.h"
 
 namespace zendry {
@@ -52,11 +53,9 @@ TEST(BodyText, MoreNewlinesThanAByteCounts_AreCounted) {
 
 // What a reader of bodies sees: each byte that SkipToBrace() stops at, its line, and if a directive
 // could begin after it.
-std::vector<std::string> StopsOf(std::string_view text, size_t longestLine, size_t readAtOnce) {
-  test::TextReader reader(text);
-  reader.most = readAtOnce;
+std::vector<std::string> StopsOf(FileReader& reader, const std::string& path, size_t longestLine) {
   TagData store;
-  EXPECT_TRUE(reader.open("").Ok());
+  EXPECT_TRUE(reader.open(path.c_str()).Ok());
   theTagParser.Bind(store, &reader);
   theCpp.lines.longestLine = longestLine;
   theCpp.lines.Start(reader, store);
@@ -73,6 +72,12 @@ std::vector<std::string> StopsOf(std::string_view text, size_t longestLine, size
   for (const IncludeRec& include : store.includes) stops.push_back(include.name);
   theCpp.lines.longestLine = LineInput::cLongestLine;
   return stops;
+}
+
+std::vector<std::string> StopsOf(std::string_view text, size_t longestLine, size_t readAtOnce) {
+  test::TextReader reader(text);
+  reader.most = readAtOnce;
+  return StopsOf(reader, "", longestLine);
 }
 
 // Lines over which no body is passed as a whole, as one of them could be too long, give the same.
@@ -99,6 +104,7 @@ TEST(BodyText, LinesPassedTogether_GiveWhatLinesOneByOneGive) {
                                            "word and word\n",
                                            "0123456789",
                                            "\n;\n"};
+  const test::TempFolder folder;
   std::mt19937 random(4711);
   for (int round = 0; round < 300; ++round) {
     std::string text;
@@ -108,6 +114,8 @@ TEST(BodyText, LinesPassedTogether_GiveWhatLinesOneByOneGive) {
     const auto expected = StopsOf(text, LineInput::cLongestLine, 1 << 20);
     for (const size_t readAtOnce : {size_t{1} << 20, size_t{64}, size_t{1}})
       ASSERT_EQ(StopsOf(text, size_t{1} << 30, readAtOnce), expected) << round << ": " << text;
+    FileReader file;
+    ASSERT_EQ(StopsOf(file, folder.Write("a.cpp", text), size_t{1} << 30), expected) << text;
   }
 }
 

@@ -1,10 +1,16 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <random>
 #include <string>
 #include <string_view>
 
 #include "TagRun.h"
+#include "TempFolder.h"
 #include "tags/LineInput.h"
+#include "tags/TagChars.h"
 
 // The limits of a parse: the length of a line, the number of tags, the depth of blocks.
 
@@ -158,6 +164,74 @@ TEST(TagLimits, NineteenConditionals_AreFollowed) {
 
 TEST(TagLimits, TwentiethConditional_IsNotFollowed) {
   EXPECT_EQ(TagsOf(Repeat("#if 1\n", 19) + "#if 0\nint a;\n#endif\n"), "v a:int;");
+}
+
+// A file is parsed where it stands in memory, another text as it comes in pieces.
+TEST(TagLimits, FileAndText_GiveTheSame) {
+  const test::TempFolder folder;
+  const std::string pieces[] = {"int a;",
+                                "class A {",
+                                "};",
+                                "}",
+                                "#define X",
+                                "\\",
+                                "\n",
+                                "\r\n",
+                                "\r",
+                                "#if 0\n",
+                                "#else\n",
+                                "#endif\n",
+                                "/*",
+                                "*/",
+                                "void f(int b) {\n",
+                                "\"",
+                                "'",
+                                "?\?/",
+                                " ",
+                                std::string(1, '\0'),
+                                std::string(1018, 'x'),
+                                "namespace n {\n",
+                                "using B::b;",
+                                "enum {e,"};
+  std::mt19937 random(815);
+  for (int round = 0; round < 2000; ++round) {
+    std::string text;
+    for (int i = 0; i < round % 40; ++i) text += pieces[random() % std::size(pieces)];
+    FileReader file;
+    const test::TagRun inMemory = test::ParseTagsOf(file, folder.Write("a.cpp", text));
+    const test::TagRun inPieces =
+        ParseTags(text, "a.cpp", {std::nullopt, false, 1 + random() % 99});
+    ASSERT_EQ(inMemory.lines, inPieces.lines) << text;
+    ASSERT_EQ(inMemory.log, inPieces.log) << text;
+  }
+}
+
+TEST(TagLimits, SourceThatEndsInALongLine_HasNothingAhead) {
+  const test::TempFolder folder;
+  for (const size_t length :
+       {LineInput::cLongestLine, LineInput::cLongestLine + 1, LineInput::cLongestLine + 2}) {
+    FileReader reader;
+    ASSERT_TRUE(reader.open(folder.Write("a.cpp", std::string(length, 'x')).c_str()).Ok());
+    TagData store;
+    LineInput lines;
+    lines.Start(reader, store);
+    size_t count = 0;
+    for (int c = lines.lineGetc(); c != -1; c = lines.lineGetc()) count += c == 'x';
+    EXPECT_EQ(count, std::min(length, LineInput::cLongestLine + 1));
+    EXPECT_EQ(lines.Ahead(), "");
+  }
+}
+
+// An identifier ends at each byte that isn't of one, whatever its length.
+TEST(TagLimits, NameOfEachLength_EndsBeforeEachOtherByte) {
+  for (size_t length = 1; length <= 40; ++length)
+    for (int c = 1; c < 256; ++c) {
+      if (c == '\\' || c == '?') continue;
+      const std::string name(length, 'Z'), byte(1, static_cast<char>(c));
+      const bool goesOn = IsClass(c, cIdentifierChar);
+      const std::string expected = "d " + name + (goesOn ? byte + "z" : "") + ";";
+      EXPECT_EQ(TagsOf("#define " + name + byte + "z\n"), expected) << c;
+    }
 }
 
 }  // namespace
