@@ -14,12 +14,14 @@ inline constexpr size_t cByteBlock = 16;
 using ByteBlock = unsigned char __attribute__((vector_size(cByteBlock)));
 using ByteBlockWords = uint64_t __attribute__((vector_size(cByteBlock)));
 
+// The bytes from there on; there must be as many.
 inline ByteBlock LoadBlock(const char* from) {
   ByteBlock block;
   std::memcpy(&block, from, sizeof block);
   return block;
 }
 
+// True if a byte of the block isn't 0.
 inline bool HasAny(ByteBlock block) {
   const auto words = reinterpret_cast<ByteBlockWords>(block);
   return (words[0] | words[1]) != 0;
