@@ -75,6 +75,7 @@ class TagC {
   // Tokens (TagTokens.cpp).
   int NextChar();
   void AppendToArgText(int c);
+  void PassPlain();
   int PeekChar();
   void readToken();
   void ReadOther(int c);

@@ -370,6 +370,17 @@ const char* Cpp::IdentifierEnd() const {
   return std::min(end, lines.lineEnd);
 }
 
+std::string_view Cpp::TakePlain() {
+  constexpr uint8_t cStops = cSpaceChar | cSpecialChar | cBracketChar;
+  if (HasPushback()) return {};
+  const char* const from = lines.cursor;
+  while (lines.cursor != lines.lineEnd &&
+         (cCharClasses[static_cast<unsigned char>(*lines.cursor)] & cStops) == 0)
+    ++lines.cursor;
+  directive.allowed = directive.allowed && lines.cursor == from;
+  return {from, lines.cursor};
+}
+
 // A directive may begin where only blanks are before it in its line.
 void Cpp::SkipToBrace() {
   if (HasPushback()) return;

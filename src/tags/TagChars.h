@@ -110,6 +110,9 @@ class Cpp {
   // The text of the literal that the last mark stands for, as it is written; empty when that is
   // no longer known. A literal over several lines is written as an empty one.
   std::string TakeLiteral() { return std::exchange(literal, {}); }
+  // Takes the characters of the line that come next, up to white space, a bracket, a semicolon or
+  // one that needs a closer look.
+  std::string_view TakePlain();
   // Passes over all characters but braces and those that need a closer look.
   void SkipToBrace();
   // True if the last byte that was read is this one, as it is in the source, and none is held.

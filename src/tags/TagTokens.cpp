@@ -38,6 +38,12 @@ void TagC::AppendToArgText(int c) {
   argText += static_cast<char>(c);
 }
 
+// Passes over characters that neither open nor close anything.
+void TagC::PassPlain() {
+  const std::string_view plain = theCpp.TakePlain();
+  if (inArgText) argText += plain;
+}
+
 int TagC::PeekChar() {
   const int c = NextChar();
   theCpp.sourceUngetc(c);
@@ -315,6 +321,7 @@ bool TagC::skipBalanced(std::string_view pair) {
   if (pair == "<>") return SkipTemplateArguments();
   const int line = theCpp.lines.lineNumber;
   for (int depth = 1; depth > 0;) {
+    PassPlain();
     const int c = NextChar();
     if (c == -1) return FailToMatch(pair[0], line);
     if (inArgText) AppendToArgText(c);
@@ -391,6 +398,7 @@ bool TagC::SkipTemplateArguments() {
   const int line = theCpp.lines.lineNumber;
   int groups = 0;
   for (int depth = 1; depth > 0;) {
+    PassPlain();
     const int c = NextChar();
     const bool isEnd = c == -1 || (groups == 0 && (c == ';' || c == '{' || c == '}' || c == ')'));
     if (isEnd) {
