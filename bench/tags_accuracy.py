@@ -13,7 +13,9 @@ a macro makes up, since they don't stand in the file; text of branches that clan
 Names in the arguments of a macro are counted apart: `DECLARE(name)` doesn't say what it declares.
 
 FOLDER/root holds unpacked packages (libboost1.74-dev, libfmt-dev, librange-v3-dev), FOLDER itself
-the sources of lua and sqlite3; Qt, glibc and Linux are read where the machine has them.
+the sources of lua and sqlite3, FOLDER/made the headers that the build of sqlite3 makes (`make
+sqlite3.h opcodes.h parse.h keywordhash.h`). Debian's lua also needs its lua5.4-deb-multiarch.h
+beside its sources, with `#define DEB_HOST_MULTIARCH "x86_64-linux-gnu"`. Qt, glibc and Linux are read where the machine has them.
 """
 
 import argparse
