@@ -15,7 +15,8 @@ Names in the arguments of a macro are counted apart: `DECLARE(name)` doesn't say
 FOLDER/root holds unpacked packages (libboost1.74-dev, libfmt-dev, librange-v3-dev), FOLDER itself
 the sources of lua and sqlite3, FOLDER/made the headers that the build of sqlite3 makes (`make
 sqlite3.h opcodes.h parse.h keywordhash.h`). Debian's lua also needs its lua5.4-deb-multiarch.h
-beside its sources, with `#define DEB_HOST_MULTIARCH "x86_64-linux-gnu"`. Qt, glibc and Linux are read where the machine has them.
+beside its sources, with `#define DEB_HOST_MULTIARCH "x86_64-linux-gnu"`. Qt, glibc and Linux are
+read where the machine has them.
 """
 
 import argparse
