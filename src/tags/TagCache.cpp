@@ -1,6 +1,8 @@
 #include "tags/TagCache.h"
 
+#include <iterator>
 #include <utility>
+#include <vector>
 
 #include "base/TextMark.h"
 #include "base/XmlTag.h"
@@ -115,13 +117,14 @@ class CacheReader {
   void Read(std::string_view text) {
     TagSource source{text};
     for (XmlTag tag; tag.read(&source);) ReadElement(tag);
+    EndClass();
   }
 
  private:
   void ReadElement(const XmlTag& tag) {
     switch (tag.element.front()) {
       case 'g':
-        tagClass = nullptr;
+        EndClass();
         break;
       case 'c':
         StartClass(tag);
@@ -138,6 +141,7 @@ class CacheReader {
   }
 
   void StartClass(const XmlTag& tag) {
+    EndClass();
     tagClass = &data.classes[tag.n];
     *tagClass = TagClass();
     tagClass->name = tag.n;
@@ -146,7 +150,7 @@ class CacheReader {
   }
 
   void AddMember(const XmlTag& tag) {
-    TagItem& item = tagClass->members.emplace_back();
+    TagItem& item = members.emplace_back();
     item.name = tag.n;
     item.signature = tag.p;
     item.type = tag.v;
@@ -155,8 +159,18 @@ class CacheReader {
     item.access = cReadBackAccess;
   }
 
+  // A library stays for hours: its classes have no room for more members.
+  void EndClass() {
+    if (tagClass)
+      tagClass->members.assign(std::make_move_iterator(members.begin()),
+                               std::make_move_iterator(members.end()));
+    members.clear();
+    tagClass = nullptr;
+  }
+
   TagData& data;
   TagClass* tagClass = nullptr;  // the class whose members follow
+  std::vector<TagItem> members;  // those of it that were read
 };
 
 }  // namespace

@@ -199,9 +199,10 @@ QIcon ResourceIcon(int id) {
         ResourcePicture(static_cast<uint64_t>(id) + cVariant * static_cast<uint64_t>(side));
     if (!variant.isNull()) icon.addPixmap(QPixmap::fromImage(variant));
   }
-  const QImage& largest = ResourcePicture(static_cast<uint64_t>(id));
-  if (!largest.isNull()) icon.addPixmap(QPixmap::fromImage(largest));
-  return icon.isNull() ? FileIcon(static_cast<uint64_t>(id)) : icon;
+  if (!icon.isNull()) return icon;
+  const QImage& only = ResourcePicture(static_cast<uint64_t>(id));
+  if (!only.isNull()) return QPixmap::fromImage(only);
+  return FileIcon(static_cast<uint64_t>(id));
 }
 
 }  // namespace mavro

@@ -128,7 +128,7 @@ TEST_F(Strips, PicturesCanBeSeenOnLightAndDark) {
 TEST_F(Strips, ApplicationIcon_HasItsOwnDrawingForSmallSizes) {
   const QIcon icon = ResourceIcon(100);
   EXPECT_TRUE(icon.availableSizes().contains(QSize(16, 16)));
-  EXPECT_TRUE(icon.availableSizes().contains(QSize(256, 256)));
+  EXPECT_TRUE(icon.availableSizes().contains(QSize(128, 128)));
   EXPECT_TRUE(ResourceIcon(101).isNull());
 }
 

@@ -202,6 +202,18 @@ TEST(TagCache, Read_EndTagDoesNotEndAClass) {
   EXPECT_EQ(data.classes["A"].members.size(), 1u);
 }
 
+TEST(TagCache, Read_ClassesHaveNoRoomForMoreMembers) {
+  TagData data;
+  for (const int count : {0, 1, 3, 5, 100}) {
+    TagClass& added = AddClass(data, "c" + std::to_string(count));
+    for (int i = 0; i < count; ++i) added.members.push_back(Item("m" + std::to_string(i), 'm', i));
+  }
+  for (const auto& [name, read] : ReadBack(data).classes) {
+    EXPECT_EQ("c" + std::to_string(read.members.size()), name);
+    EXPECT_EQ(read.members.capacity(), read.members.size());
+  }
+}
+
 TEST(TagCache, Read_SecondClassOfAName_ReplacesTheFirst) {
   TagData data;
   ReadCacheText("<class n=\"A\" p=\"x\"><itm n=\"b\"/><class n=\"A\"><itm n=\"c\"/>", data);
