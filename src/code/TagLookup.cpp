@@ -422,13 +422,17 @@ TagClass* TagLookup::MacroMembers(std::string_view name, const TagData* from) {
     const bool isKnown = memberMacros.IsKnown(macro, file);
     return memberMacros.MembersOf(macro, file, isKnown ? std::string() : sources.TextOf(file));
   };
-  const TagItem* nearest = NearestGlobal(name, from, cMacro);
-  if (!nearest) return nullptr;
-  if (TagClass* found = membersOf(*nearest, *nearest->module)) return found;
-  for (const auto& [number, record] : index.Globals().Named(name)) {
-    if (record->kind != cMacro || record == nearest) continue;
+  const auto named = index.Globals().Named(name);
+  std::vector<TagPlaces<TagItem>::Place> macros(named.begin(), named.end());
+  std::erase_if(macros, [](const auto& place) { return place.record->kind != cMacro; });
+  if (macros.empty()) return nullptr;
+  const std::vector<int>& distances = includes.DistancesFrom(from ? from : front, index.Modules());
+  if (!distances.empty())
+    std::stable_sort(macros.begin(), macros.end(), [&](const auto& a, const auto& b) {
+      return distances[a.module] < distances[b.module];
+    });
+  for (const auto& [number, record] : macros)
     if (TagClass* found = membersOf(*record, *index.Modules()[number])) return found;
-  }
   return nullptr;
 }
 

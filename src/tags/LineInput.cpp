@@ -50,6 +50,7 @@ void LineInput::Start(FileReader& newReader, TagData& newStore) {
   isTooLong = eof = isReaderDone = endsInReturn = hasZeros = false;
   linePlace = readPlace = tailsBefore = 0;
   tails.clear();
+  branches.Start();
 }
 
 int LineInput::TakePushback() {
@@ -157,10 +158,12 @@ void LineInput::Fill() {
 }
 
 void LineInput::ScanInclude(const char* lastByte) {
+  branches.Take({cursor, static_cast<size_t>(lastByte - cursor)});
   includeScan.Start();
   for (const char* at = cursor + 1; at < lastByte && includeScan.IsRunning(); ++at)
     if (includeScan.Feed(*at))
-      store->addInclude(includeScan.Found().name, includeScan.Found().quoted);
+      store->addInclude(includeScan.Found().name, includeScan.Found().quoted,
+                        branches.IsElsewhere());
 }
 
 }  // namespace zendry
