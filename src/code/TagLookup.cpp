@@ -86,10 +86,16 @@ class ClassWalk {
     if (depth >= TagLookup::cMostDepth) return nullptr;
     const auto walked = walkedFrom.find(className);
     if (walked != walkedFrom.end() && walked->second <= depth) return nullptr;
-    for (TagClass* record : records(className, from))
+    const std::vector<TagClass*> found = records(className, from);
+    for (TagClass* record : found)
       if (TagItem* hit = WalkRecord(*record, depth)) return hit;
     walkedFrom[className] = depth;
-    return nullptr;
+    // Members may be defined with another name of their class.
+    const auto isKnownByMembers = [](const TagClass* record) { return record->line < 0; };
+    if (!aliases || found.empty() || !std::all_of(found.begin(), found.end(), isKnownByMembers))
+      return nullptr;
+    const std::string meant = aliases(className, from);
+    return meant.empty() ? nullptr : Walk(kept.emplace_back(meant), depth + 1, from);
   }
 
   // A base may be a class in the ones around `scope`, and may be written with its namespaces, which
