@@ -230,8 +230,8 @@ std::optional<ExprOperand> CodeWizard::operandAt(const CaretText& editor) {
 int CodeWizard::localPlace(const CaretText& editor, int position, std::string_view name) {
   const CodeTokens tokens = CodeTokens::Before(editor, position);
   StepBudget budget;
-  if (!IsInFunction(tokens, tokens.Count(), budget)) return -1;
-  const int token = LocalDeclaration(tokens, name);
+  const bool isInside = IsInFunction(tokens, tokens.Count(), budget);
+  const int token = isInside ? LocalDeclaration(tokens, name) : HeadParameter(tokens, name);
   return token < 0 ? -1 : position - (tokens.Size() - tokens.Start(token));
 }
 
@@ -241,7 +241,8 @@ bool CodeWizard::isDeclaredAt(const CaretText& editor, int wordEnd) {
   int token = tokens.Count() - 1;
   while (token >= 0 && tokens.Size() - tokens.End(token) < end - wordEnd) --token;
   StepBudget budget;
-  return DeclarationAt(tokens, token, budget).has_value();
+  return DeclarationAt(tokens, token, budget).has_value() || IsTypeHead(tokens, token) ||
+         IsTemplateParameter(tokens, token);
 }
 
 TagItem* CodeWizard::bestOverload(const CaretText& editor, int callEnd,

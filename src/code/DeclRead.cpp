@@ -188,6 +188,17 @@ std::optional<CodeDecl> DeclarationAt(const CodeTokens& tokens, int name, StepBu
   return std::nullopt;
 }
 
+bool IsTypeHead(const CodeTokens& tokens, int name) {
+  return tokens.IsWord(name) && tokens.IsOneOf(name - 1, "class enum struct union") &&
+         tokens.IsOneOf(name + 1, "{ : final");
+}
+
+bool IsTemplateParameter(const CodeTokens& tokens, int name) {
+  const int before = tokens.Is(name - 1, "...") ? name - 2 : name - 1;
+  return tokens.IsWord(name) && tokens.IsOneOf(before, "class typename") &&
+         tokens.IsOneOf(before - 1, "< ,") && tokens.IsOneOf(name + 1, ", > =");
+}
+
 std::optional<CodeDecl> FindDeclaration(const CodeTokens& tokens, std::string_view name, int before,
                                         StepBudget& budget) {
   for (int at = before - 1; at >= 0 && budget.Take(); --at) {

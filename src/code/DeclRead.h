@@ -32,6 +32,10 @@ std::optional<CodeDecl> FindDeclaration(const CodeTokens& tokens, std::string_vi
 int StatementStart(const CodeTokens& tokens, int index, StepBudget& budget);
 // The first token of the type that ends directly before the token `end`; -1 without one.
 int TypeStart(const CodeTokens& tokens, int end);
+// True for the name of "struct Name {" and "enum class Name : int {".
+bool IsTypeHead(const CodeTokens& tokens, int name);
+// True for the name of "template <class Name".
+bool IsTemplateParameter(const CodeTokens& tokens, int name);
 // The token before the block that ends with this "}", and before the parameters of its function.
 int BeforeBlock(const CodeTokens& tokens, int close);
 

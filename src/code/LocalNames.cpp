@@ -193,6 +193,10 @@ class LocalReader {
 
   void Note(int at, bool needsValue) {
     if (!tokens.IsWord(at) || !budget.Take(cDeclarationCost)) return;
+    if (IsTypeHead(tokens, at)) {
+      rows.push_back({{std::string(tokens.Text(at)), RowKind::cClass, {}, {}, {}}, at});
+      return;
+    }
     const std::optional<CodeDecl> decl = DeclarationAt(tokens, at, budget);
     if (!decl || (needsValue && decl->initBegin == decl->initEnd)) return;
     if (IsProduct(*decl)) return;
@@ -208,16 +212,26 @@ class LocalReader {
   std::vector<Local> rows;
 };
 
-// "template <class T, typename... Ts>": a name after one of these words.
+// Looks for "template <class T, typename... Ts>" with a name after one of these words, which begins
+// before a "<".
+int ParameterOf(const CodeTokens& tokens, int open, std::string_view name) {
+  const int end = tokens.AngleEnd(open);
+  for (int each = open + 1; each < end; ++each) {
+    const int before = tokens.Is(each - 1, "...") ? each - 2 : each - 1;
+    if (tokens.Is(each, name) && tokens.IsOneOf(before, "class typename int bool size_t"))
+      return each;
+  }
+  return -1;
+}
+
+bool IsTemplateHead(const CodeTokens& tokens, int open) {
+  return tokens.Is(open, "<") && tokens.Is(open - 1, "template");
+}
+
 int TemplateParameter(const CodeTokens& tokens, std::string_view name) {
   for (int at = tokens.Count() - 1; at > 0; --at) {
-    if (!tokens.Is(at, "<") || !tokens.Is(at - 1, "template")) continue;
-    const int end = tokens.AngleEnd(at);
-    for (int each = at + 1; each < end; ++each) {
-      const int before = tokens.Is(each - 1, "...") ? each - 2 : each - 1;
-      if (tokens.Is(each, name) && tokens.IsOneOf(before, "class typename int bool size_t"))
-        return each;
-    }
+    const int found = IsTemplateHead(tokens, at) ? ParameterOf(tokens, at, name) : -1;
+    if (found >= 0) return found;
   }
   return -1;
 }
@@ -235,6 +249,20 @@ int LocalDeclaration(const CodeTokens& tokens, std::string_view name) {
   for (const LocalReader::Local& local : LocalReader(tokens).Read())
     if (local.row.name == name) return local.token;
   return TemplateParameter(tokens, name);
+}
+
+int HeadParameter(const CodeTokens& tokens, std::string_view name) {
+  bool isOther = false;  // a declaration before the one that is asked about
+  for (int at = tokens.Count() - 1; at > 0; --at) {
+    if (tokens.Is(at, ";") || tokens.Is(at, "}")) isOther = true;
+    if (tokens.IsClosing(at))
+      at = tokens.Partner(at);
+    else if (tokens.Is(at, "{"))
+      isOther = false;
+    const int found = !isOther && IsTemplateHead(tokens, at) ? ParameterOf(tokens, at, name) : -1;
+    if (found >= 0) return found;
+  }
+  return -1;
 }
 
 }  // namespace zendry

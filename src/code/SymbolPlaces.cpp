@@ -248,6 +248,16 @@ bool SymbolPlaces::FindInText(SymbolAnswer& answer, const CaretText& editor, con
   return true;
 }
 
+// A name that is declared where it stands, and has no tag.
+void SymbolPlaces::FindOwnPlace(SymbolAnswer& answer, const CaretText& editor,
+                                const CaretWord& word) {
+  const int end = word.begin + static_cast<int>(word.text.size());
+  if (!wizard.isDeclaredAt(editor, end)) return;
+  answer.name = word.text;
+  answer.places.push_back(
+      {editor.Path(), editor.LineFromPosition(word.begin), word.text, word.begin});
+}
+
 // A name that stands where only a type or a scope can. The class itself is meant, not one of its
 // constructors. In C a name may be that of a structure and of a type: "struct" before it decides.
 bool SymbolPlaces::FindType(SymbolAnswer& answer, const CaretText& editor, const std::string& name,
@@ -413,7 +423,10 @@ SymbolAnswer SymbolPlaces::FindTagged(const CaretText& editor, Want want, const 
   if (!isFound) {
     const bool isName = !info.name.empty() && info.memberPath.empty();
     const TagItem* found = isName ? FindInScopes(editor, info.name) : nullptr;
-    if (found && found->module) answer.places.push_back(PlaceOf(*found));
+    if (found && found->module)
+      answer.places.push_back(PlaceOf(*found));
+    else if (use != NameUse::cMember && use != NameUse::cQualified)
+      FindOwnPlace(answer, editor, word);
     return answer;
   }
   const bool isTag = info.kind != cAnyRequest;

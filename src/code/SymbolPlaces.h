@@ -80,6 +80,7 @@ class SymbolPlaces {
                     int arguments, int callEnd);
   bool FindInText(SymbolAnswer& answer, const CaretText& editor, const CaretWord& word,
                   bool isLabel);
+  void FindOwnPlace(SymbolAnswer& answer, const CaretText& editor, const CaretWord& word);
   bool FindType(SymbolAnswer& answer, const CaretText& editor, const std::string& name,
                 bool isTagged);
   bool FindNamespace(SymbolAnswer& answer, const CaretText& editor, const std::string& name);

@@ -86,10 +86,16 @@ class ClassWalk {
     if (depth >= TagLookup::cMostDepth) return nullptr;
     const auto walked = walkedFrom.find(className);
     if (walked != walkedFrom.end() && walked->second <= depth) return nullptr;
-    for (TagClass* record : records(className, from))
+    const std::vector<TagClass*> found = records(className, from);
+    for (TagClass* record : found)
       if (TagItem* hit = WalkRecord(*record, depth)) return hit;
     walkedFrom[className] = depth;
-    return nullptr;
+    // Members may be defined with another name of their class.
+    const auto isKnownByMembers = [](const TagClass* record) { return record->line < 0; };
+    if (!aliases || found.empty() || !std::all_of(found.begin(), found.end(), isKnownByMembers))
+      return nullptr;
+    const std::string meant = aliases(className, from);
+    return meant.empty() ? nullptr : Walk(kept.emplace_back(meant), depth + 1, from);
   }
 
   // A base may be a class in the ones around `scope`, and may be written with its namespaces, which
@@ -422,13 +428,17 @@ TagClass* TagLookup::MacroMembers(std::string_view name, const TagData* from) {
     const bool isKnown = memberMacros.IsKnown(macro, file);
     return memberMacros.MembersOf(macro, file, isKnown ? std::string() : sources.TextOf(file));
   };
-  const TagItem* nearest = NearestGlobal(name, from, cMacro);
-  if (!nearest) return nullptr;
-  if (TagClass* found = membersOf(*nearest, *nearest->module)) return found;
-  for (const auto& [number, record] : index.Globals().Named(name)) {
-    if (record->kind != cMacro || record == nearest) continue;
+  const auto named = index.Globals().Named(name);
+  std::vector<TagPlaces<TagItem>::Place> macros(named.begin(), named.end());
+  std::erase_if(macros, [](const auto& place) { return place.record->kind != cMacro; });
+  if (macros.empty()) return nullptr;
+  const std::vector<int>& distances = includes.DistancesFrom(from ? from : front, index.Modules());
+  if (!distances.empty())
+    std::stable_sort(macros.begin(), macros.end(), [&](const auto& a, const auto& b) {
+      return distances[a.module] < distances[b.module];
+    });
+  for (const auto& [number, record] : macros)
     if (TagClass* found = membersOf(*record, *index.Modules()[number])) return found;
-  }
   return nullptr;
 }
 

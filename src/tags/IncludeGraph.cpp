@@ -1,6 +1,7 @@
 #include "tags/IncludeGraph.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/Paths.h"
 
@@ -46,10 +47,10 @@ int CommonFolders(std::string_view a, std::string_view b) {
 }
 
 bool IsSame(const std::vector<IncludeRec>& a, const std::vector<IncludeRec>& b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](const IncludeRec& x, const IncludeRec& y) {
-                      return x.quoted == y.quoted && x.name == y.name;
-                    });
+  return std::equal(
+      a.begin(), a.end(), b.begin(), b.end(), [](const IncludeRec& x, const IncludeRec& y) {
+        return x.quoted == y.quoted && x.name == y.name && x.isElsewhere == y.isElsewhere;
+      });
 }
 
 }  // namespace
@@ -81,13 +82,13 @@ std::vector<int> IncludeGraph::ReadOrder(const TagData* from,
   seen[open.back().module] = true;
   while (!open.empty()) {
     Visit& visit = open.back();
-    const std::vector<int>& targets = nodes[visit.module].targets;
+    const std::vector<Target>& targets = nodes[visit.module].targets;
     if (visit.next == targets.size()) {
       order.push_back(visit.module);
       open.pop_back();
       continue;
     }
-    const int target = targets[visit.next++];
+    const int target = targets[visit.next++].module;
     if (seen[target]) continue;
     seen[target] = true;
     open.push_back({target});
@@ -135,7 +136,7 @@ bool IncludeGraph::Renote(int module) {
   node.targets.clear();
   for (const IncludeRec& include : node.includes)
     if (const int target = Resolve(include, tags.fileName); target >= 0)
-      node.targets.push_back(target);
+      node.targets.push_back({target, include.isElsewhere});
   return true;
 }
 
@@ -158,14 +159,25 @@ int IncludeGraph::Resolve(const IncludeRec& include, const std::string& path) co
 
 std::vector<int> IncludeGraph::Measure(int from) const {
   std::vector<int> distances(modules.size(), cFar);
-  std::vector<int> queue = {from};
-  distances[from] = 0;
-  for (size_t next = 0; next < queue.size(); ++next)
-    for (const int target : nodes[queue[next]].targets) {
-      if (distances[target] != cFar) continue;
-      distances[target] = distances[queue[next]] + 1;
-      queue.push_back(target);
+  std::vector<int> queue;
+  std::vector<std::pair<int, int>> late;  // modules that only other platforms include, and how far
+  const auto reach = [&](int module, int distance) {
+    if (distances[module] != cFar) return;
+    distances[module] = distance;
+    queue.push_back(module);
+  };
+  reach(from, 0);
+  for (size_t next = 0; next < queue.size();) {
+    for (; next < queue.size(); ++next) {
+      const int distance = distances[queue[next]];
+      for (const Target& target : nodes[queue[next]].targets)
+        if (target.isElsewhere)
+          late.emplace_back(target.module, distance % cElsewhere + 1 + cElsewhere);
+        else
+          reach(target.module, distance + 1);
     }
+    for (const auto& [module, distance] : std::exchange(late, {})) reach(module, distance);
+  }
   return distances;
 }
 

@@ -17,6 +17,8 @@ namespace zendry {
 class IncludeGraph {
  public:
   static constexpr int cFar = 1 << 30;
+  // A file that only compilers of other platforms reach is farther than all others.
+  static constexpr int cElsewhere = 1 << 20;
 
   // The number of includes from a module to each other one, by their places in `modules`: 0 for
   // itself, 1 for a file that it includes, cFar for one that it doesn't reach. Empty if `from` is
@@ -27,10 +29,14 @@ class IncludeGraph {
   std::vector<int> ReadOrder(const TagData* from, const std::vector<TagData*>& modules);
 
  private:
+  struct Target {
+    int module;
+    bool isElsewhere;
+  };
   struct Node {
     uint64_t generation = 0;
     std::vector<IncludeRec> includes;
-    std::vector<int> targets;
+    std::vector<Target> targets;
   };
 
   void Update(const std::vector<TagData*>& newModules);

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "tags/PlatformBranches.h"
+
 namespace zendry {
 
 namespace {
@@ -53,14 +55,19 @@ bool IncludeScanner::Feed(char c) {
 std::vector<IncludeRec> ScanIncludes(std::string_view text) {
   std::vector<IncludeRec> includes;
   IncludeScanner scanner;
+  PlatformBranches branches;
   while (!text.empty()) {
     // CR ends a line too; the empty line between CR and LF holds nothing.
     for (std::string_view lines = TakeLine(text, '\n'); !lines.empty();) {
       const std::string_view line = TakeLine(lines, '\r');
       if (!line.starts_with('#')) continue;
+      branches.Take(line);
       scanner.Start();
       for (size_t i = 1; i < line.size() && scanner.IsRunning(); ++i)
-        if (scanner.Feed(line[i])) includes.push_back(scanner.Found());
+        if (scanner.Feed(line[i])) {
+          includes.push_back(scanner.Found());
+          includes.back().isElsewhere = branches.IsElsewhere();
+        }
     }
   }
   return includes;

@@ -11,6 +11,7 @@ namespace zendry {
 struct IncludeRec {
   bool quoted = false;  // by double quotes; else by angle brackets, which the Makefile export skips
   std::string name;
+  bool isElsewhere = false;  // in a branch that only compilers of other platforms read
 };
 
 // Finds the name in one line that begins with "#" in its first column. White space is ignored

@@ -56,6 +56,7 @@ void LineInput::Start(FileReader& newReader, TagData& newStore) {
   end = next + readPlace;
   hasZeros = Find(next, end, '\0') != end;
   lineStart = cursor = lineEnd = next;
+  branches.Start();
 }
 
 int LineInput::TakePushback() {
@@ -164,10 +165,12 @@ void LineInput::Fill() {
 }
 
 void LineInput::ScanInclude(const char* lastByte) {
+  branches.Take({cursor, static_cast<size_t>(lastByte - cursor)});
   includeScan.Start();
   for (const char* at = cursor + 1; at < lastByte && includeScan.IsRunning(); ++at)
     if (includeScan.Feed(*at))
-      store->addInclude(includeScan.Found().name, includeScan.Found().quoted);
+      store->addInclude(includeScan.Found().name, includeScan.Found().quoted,
+                        branches.IsElsewhere());
 }
 
 }  // namespace zendry

@@ -8,6 +8,7 @@
 
 #include "base/FileReader.h"
 #include "tags/IncludeScan.h"
+#include "tags/PlatformBranches.h"
 
 namespace zendry {
 
@@ -89,6 +90,7 @@ class LineInput {
   std::vector<size_t> tails;  // places after the CR of each CR LF, counted so
   size_t tailsBefore = 0;     // how many of them are before this line
   IncludeScanner includeScan;
+  PlatformBranches branches;
 };
 
 }  // namespace zendry

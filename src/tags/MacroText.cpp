@@ -46,6 +46,35 @@ std::string JoinedLine(std::string_view text) {
   return line;
 }
 
+// The end of the literal that begins at `at`.
+size_t EndOfLiteral(std::string_view body, size_t at) {
+  const char quote = body[at];
+  for (++at; at < body.size() && body[at] != quote; ++at)
+    if (body[at] == '\\') ++at;
+  return std::min(at + 1, body.size());
+}
+
+// A line with a blank for each comment, as a compiler reads it.
+std::string WithoutComments(std::string_view line) {
+  std::string text;
+  for (size_t at = 0; at < line.size();) {
+    const std::string_view rest = line.substr(at);
+    if (rest.starts_with("//")) break;
+    size_t end = at + 1;
+    if (rest.starts_with("/*")) {
+      const size_t close = line.find("*/", at + 2);
+      text += ' ';
+      at = close == line.npos ? line.size() : close + 2;
+      continue;
+    }
+    const bool isSeparator = line[at] == '\'' && at > 0 && IsNameChar(line[at - 1]);
+    if ((line[at] == '"' || line[at] == '\'') && !isSeparator) end = EndOfLiteral(line, at);
+    text += line.substr(at, end - at);
+    at = end;
+  }
+  return text;
+}
+
 // Reads "a, b)" after the opening parenthesis. False if it doesn't end.
 bool TakeParameters(std::string_view& text, MacroText& macro) {
   std::string name;
@@ -66,14 +95,6 @@ bool TakeParameters(std::string_view& text, MacroText& macro) {
     if (IsNameChar(c) || c == '.') name += c;
   }
   return false;
-}
-
-// The end of the literal that begins at `at`.
-size_t EndOfLiteral(std::string_view body, size_t at) {
-  const char quote = body[at];
-  for (++at; at < body.size() && body[at] != quote; ++at)
-    if (body[at] == '\\') ++at;
-  return std::min(at + 1, body.size());
 }
 
 // Writes a body with its parameters replaced.
@@ -146,7 +167,7 @@ class Expansion {
 std::optional<MacroText> ReadMacro(std::string_view text, int line, std::string_view name) {
   for (int skipped = 1; skipped < line && !text.empty(); ++skipped)
     text.remove_prefix(std::min(text.find('\n'), text.size() - 1) + 1);
-  const std::string whole = JoinedLine(text);
+  const std::string whole = WithoutComments(JoinedLine(text));
   std::string_view rest = whole;
   if (!TakeWord(rest, "#") || !TakeWord(rest, "define") || !TakeWord(rest, name))
     return std::nullopt;

@@ -28,8 +28,8 @@ TagClass* TagData::findClass(std::string_view name) {
   return &found->second;
 }
 
-void TagData::addInclude(std::string_view name, bool quoted) {
-  includes.push_back({quoted, std::string(name)});
+void TagData::addInclude(std::string_view name, bool quoted, bool isElsewhere) {
+  includes.push_back({quoted, std::string(name), isElsewhere});
 }
 
 }  // namespace zendry

@@ -80,7 +80,7 @@ class TagData {
   // of a class in `classes` is its own name.
   TagItem* findGlobal(std::string_view name);
   TagClass* findClass(std::string_view name);
-  void addInclude(std::string_view name, bool quoted);
+  void addInclude(std::string_view name, bool quoted, bool isElsewhere = false);
   // Adds the tags of a library: those of its cache or, when the definition file at `path` is newer
   // or the cache can't be trusted, those of the headers that it names, which are written to the
   // cache then. Drops tags of other origin that are there. Does nothing the second time, and

@@ -25,6 +25,7 @@ class MacroValues : public ::testing::Test {
                 "#define ROUND ROUND\n#define ROUND_TRIP(x) ROUND_TRIP(x)\n"
                 "#define Node struct list\n#define s_size base.size\n#define s_next base.next\n"
                 "#define NOTHING\n"
+                "#define /* struct list * */ base_of( \\\n  /* state * */ L)  (&(L)->base)\n"
                 "struct state *get_state(void);\n");
   }
   std::string Names(const std::string& body) {
@@ -42,6 +43,10 @@ TEST_F(MacroValues, CallThatStandsForAnExpression) {
   EXPECT_EQ(Names("G(L)->al@"), "all");
   EXPECT_EQ(Names("ALL(L)->@"), "next size");
   EXPECT_EQ(Names("G(to_state(ALL(L)))->@"), "all count");
+}
+
+TEST_F(MacroValues, CallOfAMacroWithCommentsInItsHead) {
+  EXPECT_EQ(Names("base_of(L)->@"), "next size");
 }
 
 TEST_F(MacroValues, CastInAMacro) {

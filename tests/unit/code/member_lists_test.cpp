@@ -67,6 +67,20 @@ TEST_F(MemberLists, NamesOfPrivateTypes_EndLikeTheirClass) {
             "y");
 }
 
+TEST_F(MemberLists, InAMacroWithABlock_OfAnotherNameOfTheFixture) {
+  const auto in = [&](const std::string& fixture) {
+    return Names(
+        "class Db { public: void get(); };\n"
+        "class DbTest {\nprotected:\n  static Db* db_;\n};\n"
+        "typedef DbTest OtherTest;\ntypedef Round Round;\n"
+        "TEST_F(" +
+        fixture + ", Reads) {\n  db_->@\n}\n");
+  };
+  EXPECT_EQ(in("OtherTest"), "get");
+  EXPECT_EQ(in("Round"), "");
+  EXPECT_EQ(in("NoTest"), "");
+}
+
 // The body of such a macro belongs to a class that derives from the macro's first argument.
 TEST_F(MemberLists, InAMacroWithABlock_HaveThoseOfTheFixture) {
   project.Add("/p/fixture.h",

@@ -184,6 +184,25 @@ TEST(NamesakesOfKinds, CallsOfAStandardClass_AreItsOwn) {
   EXPECT_EQ(tip("o.replace("), "int other::replace(int b)");
 }
 
+TEST(NamesakesOfKinds, MembersOfAMacro_OfThisPlatform) {
+  test::ParsedProject project;
+  project.Add("/p/a/win.h", "#define FIELDS int handle;\nstruct Own { int wide; };\n");
+  project.Add("/p/b/unix.h", "#define FIELDS int fd;\nstruct Own { int narrow; };\n");
+  project.Add("/p/task.h",
+              "#ifdef _WIN32\n# include \"a/win.h\"\n#else\n# include \"b/unix.h\"\n#endif\n"
+              "struct Task {\n  FIELDS\n};\n#undef FIELDS\n");
+  project.Add("/p/mine.h",
+              "#ifdef MINE\n# include \"a/win.h\"\n#else\n# include \"b/unix.h\"\n#endif\n"
+              "struct Mine {\n  FIELDS\n};\n");
+  const auto names = [&](const std::string& file, const std::string& type) {
+    return project.Names("/p/a.cpp",
+                         "#include \"" + file + "\"\nvoid f(" + type + "* t) {\n  t->@\n}\n");
+  };
+  EXPECT_EQ(names("task.h", "Task"), "fd");
+  EXPECT_EQ(names("task.h", "Own"), "narrow");
+  EXPECT_EQ(names("mine.h", "Mine"), "handle") << "the first, as nobody knows";
+}
+
 TEST(NamesakesOfKinds, MembersOfAMacro_ThatTheClassesFileUndefines) {
   test::ParsedProject project;
   project.Add("/p/near.h", "#define SECOND int near;\n");

@@ -99,6 +99,36 @@ TEST_F(SymbolPlacesTest, AtCaret_Local_IsInTheTextItself) {
   EXPECT_EQ(answer.places.at(0).position, 17);
 }
 
+TEST_F(SymbolPlacesTest, AtCaret_LocalsInTheBlockOfAMacro) {
+  const auto at = [&](const std::string& body) { return At("TEST(A, B) {\n" + body + "\n}\n"); };
+  EXPECT_EQ(at("  Act<int(bool, int m)> a =\n    Make();\n  EXPECT_EQ(1, a@.Do());"), "main.cpp:2");
+  EXPECT_EQ(at("  Mock<int()> mock;\n  EXPECT_EQ(1, mo@ck.Do());"), "main.cpp:2");
+  EXPECT_EQ(at("  struct Some {\n    int x;\n  };\n  So@me s;"), "main.cpp:2");
+  EXPECT_EQ(at("  struct Some {\n    int x;\n  };\n  Use(So@me{});"), "main.cpp:2");
+  EXPECT_EQ(at("  class Some : public Base {};\n  Use(So@me());"), "main.cpp:2");
+  EXPECT_EQ(at("  {\n    struct Some {};\n  }\n  Use(So@me());"), "none") << "not in there";
+  EXPECT_EQ(at("  typedef std::time<float> fs;\n  EXPECT_EQ(1, f@s(1));"), "main.cpp:2");
+  EXPECT_EQ(at("  typedef std::time<float> fs;\n  EXPECT_EQ(1, fs(1));\n"
+               "  typedef std::time<float, std::milli> fms;\n  EXPECT_EQ(1, f@ms(1));"),
+            "main.cpp:4");
+  EXPECT_EQ(at("  EXPECT_EQ(1, a@.Do());"), "none");
+}
+
+TEST_F(SymbolPlacesTest, AtCaret_NameWhereItIsDeclared) {
+  const auto at = [&](const std::string& body) { return At("TEST(A, B) {\n" + body + "\n}\n"); };
+  EXPECT_EQ(at("  Act<int(bool, int m)> a@ =\n    Make();"), "main.cpp:2");
+  EXPECT_EQ(at("  typedef std::time<float, std::milli> fm@s;"), "main.cpp:2");
+  EXPECT_EQ(at("  struct So@me {\n    int x;\n  };"), "main.cpp:2");
+  EXPECT_EQ(at("  Use(So@me{});"), "none");
+  EXPECT_EQ(At("struct A;\ntemplate <class In, typename O@ut>\nauto f(Out& o);\n"), "main.cpp:2");
+}
+
+TEST_F(SymbolPlacesTest, AtCaret_ParameterOfATemplate_OutsideOfItsBody) {
+  EXPECT_EQ(At("struct A {};\n\ntemplate <typename Out>\nauto f(O@ut& o, A) -> Out& {\n}\n"),
+            "main.cpp:3");
+  EXPECT_EQ(At("template <typename Out>\nauto f(Out& o) {\n}\nint g(O@ut);\n"), "none");
+}
+
 TEST_F(SymbolPlacesTest, AtCaret_UnknownName_SaysWhatItLookedFor) {
   EXPECT_EQ(At("void f() { nowhere@(); }\n"), "none");
   EXPECT_EQ(answer.name, "nowhere");

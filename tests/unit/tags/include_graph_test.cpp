@@ -47,6 +47,20 @@ TEST_F(IncludeGraphTest, IncludesAreFollowedNearestFirst) {
   EXPECT_EQ(From(c), "1201-");
 }
 
+TEST_F(IncludeGraphTest, FilesOfOtherPlatforms_AreFartherThanAllOthers) {
+  TagData& a = Add("/p/a.cpp");
+  a.addInclude("win.h", true, true);
+  a.addInclude("unix.h", true);
+  Add("/p/win.h", {"both.h", "more.h"});
+  Add("/p/unix.h", {"near.h"});
+  Add("/p/near.h", {"both.h"});
+  Add("/p/both.h");
+  Add("/p/more.h");
+  const std::vector<int>& distances = graph.DistancesFrom(&a, modules);
+  constexpr int cElsewhere = IncludeGraph::cElsewhere;
+  EXPECT_EQ(distances, (std::vector<int>{0, cElsewhere + 1, 1, 2, 3, cElsewhere + 2}));
+}
+
 TEST_F(IncludeGraphTest, ReadOrder_IncludedFilesFirst_EachOnce) {
   const TagData& a = Add("/p/a.cpp", {"b.h", "c.h"});
   Add("/p/b.h", {"c.h"});

@@ -31,6 +31,15 @@ TEST(IncludeScan, WhiteSpace_IsIgnoredEverywhere) {
   EXPECT_EQ(Scan("#  in\tclude\v\f <a b.h>\n"), "0 ab.h;");
 }
 
+TEST(IncludeScan, BranchOfAnotherPlatform_IsMarked) {
+  const auto found =
+      ScanIncludes("#ifdef _WIN32\n# include <a>\n#else\n# include <b>\n#endif\n#include <c>\n");
+  ASSERT_EQ(found.size(), 3u);
+  EXPECT_TRUE(found[0].isElsewhere);
+  EXPECT_FALSE(found[1].isElsewhere);
+  EXPECT_FALSE(found[2].isElsewhere);
+}
+
 TEST(IncludeScan, HashAfterABlank_IsNone) {
   EXPECT_EQ(Scan(" #include \"a.h\"\n\t#include \"b.h\"\n"), "");
 }

@@ -33,6 +33,18 @@ TEST(ReadMacro, TakesTheOneOfThatNameOnThatLine) {
   EXPECT_FALSE(ReadMacro("", 1, "A"));
 }
 
+TEST(ReadMacro, CommentsAreBlanks) {
+  const std::string text =
+      "#define /* int */ A( \\\n  /* const T * */ x, y /* z */) x /*y*/->b // a";
+  const auto macro = ReadMacro(text, 1, "A");
+  ASSERT_TRUE(macro);
+  EXPECT_EQ(macro->parameters, (std::vector<std::string>{"x", "y"}));
+  EXPECT_EQ(macro->body, " x  ->b ");
+  EXPECT_EQ(Expanded("M \"/* a */\" '/*' 1'000 // b", {}), " \"/* a */\" '/*' 1'000 ");
+  EXPECT_EQ(Expanded("M/**/(a) a", {"p"}), "other arguments") << "a blank before it";
+  EXPECT_EQ(Expanded("M a /* never ends", {}), " a  ");
+}
+
 TEST(ReadMacro, BlankBeforeTheParenthesisMakesItABody) {
   const auto macro = ReadMacro("#define A (x)", 1, "A");
   ASSERT_TRUE(macro);
