@@ -45,7 +45,10 @@ Truth IsDefined(std::string_view name) {
 }
 
 void SkipBlanks(std::string_view& text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t\r\n\v\f"), text.size()));
+  size_t count = 0;
+  while (count < text.size() && IsClass(static_cast<unsigned char>(text[count]), cSpaceChar))
+    ++count;
+  text.remove_prefix(count);
 }
 
 std::string_view TakeWord(std::string_view& text) {
@@ -146,6 +149,9 @@ Truth Read(std::string_view word, std::string_view condition) {
 
 void PlatformBranches::Take(std::string_view line) {
   line.remove_prefix(1);
+  SkipBlanks(line);
+  // Most lines are none of these.
+  if (!line.starts_with("if") && !line.starts_with("el") && !line.starts_with("en")) return;
   const std::string_view word = TakeWord(line);
   if (word == "if" || word == "ifdef" || word == "ifndef") return Open(word, line);
   if (word == "endif" && deeper > 0)
