@@ -9,6 +9,7 @@
 #include "code/ContainerTypes.h"
 #include "code/FreeNames.h"
 #include "code/MemberAccess.h"
+#include "code/TagText.h"
 #include "code/TextScanner.h"
 
 namespace zendry {
@@ -17,6 +18,7 @@ namespace {
 
 constexpr int cLongestText = 256;  // bytes before the caret
 constexpr size_t cMostTaken = 200;
+constexpr size_t cMostRead = 100;  // rows whose declarations are looked at
 constexpr size_t cNowhere = std::string::npos;
 constexpr std::string_view cMemberChars = ".->:";
 
@@ -269,7 +271,20 @@ std::vector<CompletionRow> Completion::RowsOf(const CaretText& editor, Items ite
   std::vector<CompletionRow> rows;
   rows.reserve(items.size());
   for (const TagItem* item : items) rows.push_back(RowOf(*item));
+  ReadTypes(editor, items, rows);
   return rows;
+}
+
+// A tag has the last word of its type: the declaration tells of pointers, references and arguments.
+// A look into it costs a hundredth of what a key may take, so that long lists show the tags' types.
+void Completion::ReadTypes(const CaretText& editor, const Items& items,
+                           std::vector<CompletionRow>& rows) {
+  if (items.size() > cMostRead) return;
+  TagText text(sources, editor, sources.ModuleOf(editor));
+  StepBudget budget;
+  for (size_t i = 0; i < items.size(); ++i)
+    if (items[i]->module && items[i]->line > 0 && !rows[i].type.empty())
+      rows[i].type = text.DeclaredType(*items[i], budget);
 }
 
 // The classes inside of the one that a text such as "ns::Outer::" names.

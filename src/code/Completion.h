@@ -73,6 +73,7 @@ class Completion {
   std::string ScopeAt(const CaretText& editor);
   std::vector<CompletionRow> RowsOf(const CaretText& editor, Items items, const Place& place,
                                     std::string_view prefix);
+  void ReadTypes(const CaretText& editor, const Items& items, std::vector<CompletionRow>& rows);
   void AddNestedClasses(Items& items, std::string_view scope, std::string_view prefix);
   void Finish(CompletionList& list) const;
 

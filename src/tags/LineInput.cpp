@@ -131,7 +131,7 @@ void LineInput::ReadLine() {
   if (cursor == lineEnd) return;
   ++lineNumber;
   ++tagLine;
-  if (*cursor == '#') ScanInclude(newline);
+  if (*cursor == '#' && notesIncludes) ScanInclude(newline);
   if (isLong) CutTooLong(cursor);
   if (hasZeros) lineEnd = Find(cursor, lineEnd, '\0');
 }

@@ -60,6 +60,7 @@ class LineInput {
   void Stop();
 
   size_t longestLine = cLongestLine;  // a longer line ends the source
+  bool notesIncludes = true;
   const char* lineStart = nullptr;
   const char* cursor = nullptr;
   const char* lineEnd = nullptr;  // after the newline, if the line has one

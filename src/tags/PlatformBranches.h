@@ -12,7 +12,10 @@ namespace zendry {
 class PlatformBranches {
  public:
   // Begins at the start of a text.
-  void Start() { levels.clear(); }
+  void Start() {
+    levels.clear();
+    deeper = 0;
+  }
   // Takes a line that begins with "#".
   void Take(std::string_view line);
   bool IsElsewhere() const { return !levels.empty() && levels.back().isElsewhere; }

@@ -100,6 +100,7 @@ bool TagParser::OpenSource(const std::string& path) {
     return false;
   }
   tagData->Changed();
+  theCpp.lines.notesIncludes = storesTags;
   theCpp.lines.Start(*reader, *tagData);
   tagCount = 0;
   blockCount = 0;

@@ -81,7 +81,7 @@ class TagParser {
   bool keepFilePrivate = true;   // tags that are visible only in their own file are kept
   bool addQualifiedTag = false;  // a second tag of each member, named with its class
   bool readIfZero = false;       // the text after `#if 0` is read
-  bool storesTags = true;        // else only `found` is told of them, the store gets the includes
+  bool storesTags = true;        // else only `found` is told of them, the store gets nothing
   bool keepReserved = false;     // names that begin with "_" are tags too
 
  private:

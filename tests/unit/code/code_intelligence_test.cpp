@@ -2,6 +2,8 @@
 
 #include <map>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "CodeText.h"
 #include "code/Completion.h"
@@ -41,6 +43,15 @@ class CodeIntelligence : public ::testing::Test, protected CodeSources {
     std::string list;
     completion.getCompletion(editor, text, list);
     return list;
+  }
+  // The names of the list with their types.
+  std::vector<std::pair<std::string, std::string>> Types(const std::string& withCaret) {
+    const test::CodeText editor(withCaret);
+    edited = &editor;
+    std::vector<std::pair<std::string, std::string>> types;
+    for (const CompletionRow& row : completion.Complete(editor, editor.LeftOfCaret()).rows)
+      types.emplace_back(row.name, row.type);
+    return types;
   }
   // The list inside a function after other code.
   std::string InFunction(const std::string& body) {
@@ -89,6 +100,39 @@ class CodeIntelligence : public ::testing::Test, protected CodeSources {
 constexpr const char* cPoint = "x?1 y?1";
 constexpr const char* cOwnMembers = "draw?2 id?1 link?1 next?2 origin?1 pos?1";
 constexpr const char* cShapeMembers = "draw?2 id?1 next?2 origin?1 pos?1";
+
+TEST_F(CodeIntelligence, TypesOfMembers_AreAsDeclared) {
+  const std::vector<std::pair<std::string, std::string>> expected = {
+      {"Up", "const Foo*"},
+      {"all", "std::map<int,Foo*>"},
+      {"bits", "int"},
+      {"count", "unsigned long"},
+      {"hook", "void"},
+      {"last", "Foo*"},
+      {"name", "char *"},
+      {"next", "Foo &"},
+      {"plain", "int"},
+      {"row", "int"},
+      {"title", "const char* const"}};
+  EXPECT_EQ(
+      Types(
+          "struct Foo {\n  char *name;\n  const char* const title;\n  static unsigned long count;\n"
+          "  Foo &next, *last;\n  std::map<int, Foo*> all;\n  int plain, bits : 3, row[4];\n"
+          "  virtual const Foo* Up(int n) const;\n  Foo& operator=(const Foo&);\n  void "
+          "(*hook)(int);\n"
+          "};\nvoid f(Foo foo) {\n  foo.@"),
+      expected);
+}
+
+TEST_F(CodeIntelligence, TypesOfLongLists_AreThoseOfTheTags) {
+  for (const int count : {100, 101}) {
+    std::string text = "struct Foo {\n";
+    for (int i = 0; i < count; ++i) text += "  Foo* m" + std::to_string(i) + ";\n";
+    const auto types = Types(text + "};\nvoid f(Foo foo) {\n  foo.@");
+    ASSERT_EQ(types.size(), static_cast<size_t>(count));
+    for (const auto& [name, type] : types) EXPECT_EQ(type, count == 100 ? "Foo*" : "Foo") << name;
+  }
+}
 
 TEST_F(CodeIntelligence, LocalOfAProjectClass) {
   EXPECT_EQ(InFunction("Point p;\n  p.@"), cPoint);

@@ -61,6 +61,14 @@ TEST(PlatformBranches, ThoseTooDeep_CountAsTheOnesAround) {
     const std::string found = Branches(text + "#ifdef _WIN32\n#endif\n#ifdef A\n");
     EXPECT_EQ(found.substr(depth), depth == 63 ? "-++" : "+++");
   }
+  PlatformBranches again;
+  again.Start();
+  for (int i = 0; i < 66; ++i) again.Take("#ifdef A");
+  again.Start();
+  again.Take("#ifdef _WIN32");
+  EXPECT_TRUE(again.IsElsewhere());
+  again.Take("#endif");
+  EXPECT_FALSE(again.IsElsewhere()) << "of a text before";
   std::string groups(100'000, '(');
   EXPECT_EQ(Branches("#if " + groups + "\n#else\n"), "++");
 }
