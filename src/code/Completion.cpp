@@ -276,7 +276,7 @@ std::vector<CompletionRow> Completion::RowsOf(const CaretText& editor, Items ite
 }
 
 // A tag has the last word of its type: the declaration tells of pointers, references and arguments.
-// A look into it costs a hundredth of what a key may take, so that long lists show the tags' types.
+// Each look into one takes some time, so long lists show the tags' types.
 void Completion::ReadTypes(const CaretText& editor, const Items& items,
                            std::vector<CompletionRow>& rows) {
   if (items.size() > cMostRead) return;

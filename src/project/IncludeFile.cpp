@@ -58,7 +58,8 @@ const std::vector<std::string>& IncludeSearch::OwnFolders(const std::string& fro
 std::string IncludeSearch::Find(const std::string& from, const std::string& name, bool isQuoted) {
   if (IsAbsolutePath(name)) return mavro::FileExists(name) ? name : "";
   if (isQuoted)
-    if (std::string found = FindIncluded({true, name}, mavro::FolderOf(from)); !found.empty())
+    if (std::string found = FindIncluded({true, false, name}, mavro::FolderOf(from));
+        !found.empty())
       return found;
   if (std::string found = project.ResolveInclude(name); !found.empty()) return found;
   if (std::string found = FirstIn(SwitchFolders(), name); !found.empty()) return found;

@@ -82,7 +82,7 @@ void FactsReader::TakeInclude(std::string_view rest) {
   const std::string_view name = rest.substr(1, end - 1);
   const bool ifAsked = std::ranges::any_of(branches, [](const Branch& b) { return b.needsConfig; });
   if (ifAsked && name.ends_with("config.h")) facts.asksForConfig = true;
-  facts.includes.push_back({{quoted, std::string(name)}, IsOff()});
+  facts.includes.push_back({{quoted, false, std::string(name)}, IsOff()});
 }
 
 // Each branch of a condition begins with the braces that were open before the first.

@@ -10,8 +10,8 @@ namespace zendry {
 // A file name that an #include names.
 struct IncludeRec {
   bool quoted = false;  // by double quotes; else by angle brackets, which the Makefile export skips
-  std::string name;
   bool isElsewhere = false;  // in a branch that only compilers of other platforms read
+  std::string name;
 };
 
 // Finds the name in one line that begins with "#" in its first column. White space is ignored

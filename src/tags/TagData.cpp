@@ -29,7 +29,7 @@ TagClass* TagData::findClass(std::string_view name) {
 }
 
 void TagData::addInclude(std::string_view name, bool quoted, bool isElsewhere) {
-  includes.push_back({quoted, std::string(name), isElsewhere});
+  includes.push_back({quoted, isElsewhere, std::string(name)});
 }
 
 }  // namespace zendry

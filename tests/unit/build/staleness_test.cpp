@@ -273,9 +273,11 @@ TEST_F(StalenessTest, NeedsCompile_RandomGraphs_AnswersAsThePlainRuleDoes) {
     for (const auto& file : project.Files()) {
       file->tags.includes.clear();
       const int header = file->type == cHeader ? file->id - 1 : -1;
-      if (below(8)) file->tags.includes.push_back({1, "h" + std::to_string(header + 1) + ".h"});
+      if (below(8))
+        file->tags.includes.push_back({true, false, "h" + std::to_string(header + 1) + ".h"});
       if (!below(6))
-        file->tags.includes.push_back({1, "h" + std::to_string(below(cHeaders + 2)) + ".h"});
+        file->tags.includes.push_back(
+            {true, false, "h" + std::to_string(below(cHeaders + 2)) + ".h"});
       if (!below(20)) unlink(file->name.c_str());
     }
     // One or two files are newer, most are older.

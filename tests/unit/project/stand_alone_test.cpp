@@ -122,14 +122,14 @@ TEST_F(StandAloneTest, FindIncluded_BesideAboveAndInInclude) {
   folder.Write("root/util/b.h", "");
   folder.Write("root/src/deep/c.h", "");
   const std::string from = folder.Path("root/src/deep/");
-  EXPECT_EQ(FindIncluded({true, "c.h"}, from), folder.Path("root/src/deep/c.h"));
-  EXPECT_EQ(FindIncluded({true, "util/b.h"}, from), folder.Path("root/util/b.h"));
-  EXPECT_EQ(FindIncluded({true, "lib/a.h"}, from), folder.Path("root/include/lib/a.h"));
-  EXPECT_EQ(FindIncluded({true, "../../util/b.h"}, from), folder.Path("root/util/b.h"));
-  EXPECT_EQ(FindIncluded({false, "lib/a.h"}, from), folder.Path("root/include/lib/a.h"));
-  EXPECT_EQ(FindIncluded({false, "c.h"}, from), "") << "beside it are quoted ones only";
-  EXPECT_EQ(FindIncluded({true, "a.h"}, from), "");
-  EXPECT_EQ(FindIncluded({true, ""}, ""), "");
+  EXPECT_EQ(FindIncluded({true, false, "c.h"}, from), folder.Path("root/src/deep/c.h"));
+  EXPECT_EQ(FindIncluded({true, false, "util/b.h"}, from), folder.Path("root/util/b.h"));
+  EXPECT_EQ(FindIncluded({true, false, "lib/a.h"}, from), folder.Path("root/include/lib/a.h"));
+  EXPECT_EQ(FindIncluded({true, false, "../../util/b.h"}, from), folder.Path("root/util/b.h"));
+  EXPECT_EQ(FindIncluded({false, false, "lib/a.h"}, from), folder.Path("root/include/lib/a.h"));
+  EXPECT_EQ(FindIncluded({false, false, "c.h"}, from), "") << "beside it are quoted ones only";
+  EXPECT_EQ(FindIncluded({true, false, "a.h"}, from), "");
+  EXPECT_EQ(FindIncluded({true, false, ""}, ""), "");
 }
 
 }  // namespace
