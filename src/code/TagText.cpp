@@ -22,12 +22,6 @@ constexpr int cMostBytes = 2000;  // of those lines
 constexpr size_t cMostFiles = 8;  // whose whole text is searched
 constexpr size_t cMostAliasText = 65536;
 
-// The beginning of the line after the one around `at`; the end of the text for the last one.
-size_t NextLine(std::string_view text, size_t at) {
-  const size_t newline = text.find('\n', at);
-  return newline == text.npos ? text.size() : newline + 1;
-}
-
 std::string_view FileNameOf(std::string_view path) {
   return path.substr(path.find_last_of('/') + 1);
 }
@@ -57,25 +51,30 @@ TagText::Piece TagText::AroundInEditor(int line) const {
 TagText::Piece TagText::Around(const TagItem& item) {
   if (!item.module || item.line < 1) return {};
   if (item.module == current) return AroundInEditor(item.line);
-  const std::string_view text = WholeText(*item.module);
-  size_t start = 0, lineStart = 0;
-  for (int line = 1; line < item.line && lineStart < text.size(); ++line) {
-    lineStart = NextLine(text, lineStart);
-    if (line > cLinesBefore) start = NextLine(text, start);
-  }
-  size_t end = lineStart;
-  for (int i = 0; i <= cLinesAfter; ++i) end = NextLine(text, end);
-  start = std::max<size_t>(start, lineStart - std::min<size_t>(lineStart, cMostBytes));
-  end = std::min(end, lineStart + cMostBytes);
-  return {std::string(text.substr(start, end - start)), static_cast<int>(lineStart - start)};
+  const Source& source = SourceOf(*item.module);
+  const auto startOf = [&](int line) {
+    const auto at = static_cast<size_t>(std::max(line - 1, 0));
+    return at < source.lines.size() ? source.lines[at] : source.text.size();
+  };
+  const size_t lineStart = startOf(item.line);
+  const size_t before = lineStart - std::min<size_t>(lineStart, cMostBytes);
+  const size_t start = std::max(startOf(item.line - cLinesBefore), before);
+  const size_t end = std::min(startOf(item.line + cLinesAfter + 1), lineStart + cMostBytes);
+  return {source.text.substr(start, end - start), static_cast<int>(lineStart - start)};
 }
 
-const std::string& TagText::WholeText(const TagData& module) {
-  static const std::string cNone;
-  const auto known = texts.find(&module);
-  if (known != texts.end()) return known->second;
-  if (texts.size() >= cMostFiles) return cNone;
-  return texts[&module] = sources.TextOf(module);
+const TagText::Source& TagText::SourceOf(const TagData& module) {
+  static const Source cNone;
+  const auto known = read.find(&module);
+  if (known != read.end()) return known->second;
+  if (read.size() >= cMostFiles) return cNone;
+  Source& source = read[&module];
+  source.text = sources.TextOf(module);
+  for (size_t at = 0; at < source.text.size();) {
+    source.lines.push_back(at);
+    at = std::min(source.text.find('\n', at), source.text.size() - 1) + 1;
+  }
+  return source;
 }
 
 TypeText TagText::TypeOf(const TagItem& item, StepBudget& budget) {
@@ -202,7 +201,7 @@ std::optional<TypeText> TagText::IncludedAlias(std::string_view name, StepBudget
     const auto& modules = sources.Modules();
     const auto module = std::find_if(modules.begin(), modules.end(), isIncluded);
     if (module == modules.end()) continue;
-    const std::string& text = WholeText(**module);
+    const std::string& text = SourceOf(**module).text;
     if (text.size() > cMostAliasText || text.find("using") == text.npos) continue;
     const CodeTokens tokens(text);
     for (int i = 1; i < tokens.Count() && budget.Take(); ++i) {

@@ -49,6 +49,10 @@ class TagText {
   std::optional<TypeText> IncludedAlias(std::string_view name, StepBudget& budget);
 
  private:
+  struct Source {
+    std::string text;
+    std::vector<size_t> lines;  // where they begin
+  };
   struct Piece {
     std::string text;
     int lineStart = 0;  // beginning of the requested line in it
@@ -57,12 +61,12 @@ class TagText {
   std::optional<Callable> FunctionOf(const TagItem& item, StepBudget& budget);
   Piece Around(const TagItem& item);
   Piece AroundInEditor(int line) const;
-  const std::string& WholeText(const TagData& module);
+  const Source& SourceOf(const TagData& module);
 
   CodeSources& sources;
   const CaretText& editor;
   const TagData* current;
-  std::map<const TagData*, std::string> texts;
+  std::map<const TagData*, Source> read;
 };
 
 }  // namespace zendry
