@@ -41,9 +41,9 @@ char* NormalizeLineEnds(char* begin, char* end, bool& afterReturn, size_t place,
 
 }  // namespace
 
-void LineInput::Start(FileReader& newReader, TagData& newStore) {
+void LineInput::Start(FileReader& newReader, TagData* newStore) {
   reader = &newReader;
-  store = &newStore;
+  store = newStore;
   linePushback = lineNumber = tagLine = 0;
   isTooLong = eof = endsInReturn = false;
   linePlace = tailsBefore = 0;
@@ -131,7 +131,7 @@ void LineInput::ReadLine() {
   if (cursor == lineEnd) return;
   ++lineNumber;
   ++tagLine;
-  if (*cursor == '#' && notesIncludes) ScanInclude(newline);
+  if (*cursor == '#' && store != nullptr) ScanInclude(newline);
   if (isLong) CutTooLong(cursor);
   if (hasZeros) lineEnd = Find(cursor, lineEnd, '\0');
 }

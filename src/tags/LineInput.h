@@ -25,8 +25,8 @@ class LineInput {
   static constexpr size_t cLongestLine = 1023;
   static constexpr ptrdiff_t cLookAhead = 2048;
 
-  // Starts at the first byte of an open reader. Includes go to the store.
-  void Start(FileReader& newReader, TagData& newStore);
+  // Starts at the first byte of an open reader. Includes go to the store, if there is one.
+  void Start(FileReader& newReader, TagData* newStore);
   // The next byte of the source, -1 at its end.
   int lineGetc() {
     if (linePushback != 0) [[unlikely]]
@@ -60,7 +60,6 @@ class LineInput {
   void Stop();
 
   size_t longestLine = cLongestLine;  // a longer line ends the source
-  bool notesIncludes = true;
   const char* lineStart = nullptr;
   const char* cursor = nullptr;
   const char* lineEnd = nullptr;  // after the newline, if the line has one

@@ -100,8 +100,7 @@ bool TagParser::OpenSource(const std::string& path) {
     return false;
   }
   tagData->Changed();
-  theCpp.lines.notesIncludes = storesTags;
-  theCpp.lines.Start(*reader, *tagData);
+  theCpp.lines.Start(*reader, storesTags ? tagData : nullptr);
   tagCount = 0;
   blockCount = 0;
   source = path;

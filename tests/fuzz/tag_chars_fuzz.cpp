@@ -22,7 +22,7 @@ Stream Read(std::string_view text, zendry::Language language, size_t mostAtOnce)
   zendry::TagData store;
   if (!reader.open("").Ok()) return {};
   zendry::theTagParser.Bind(store, &reader);
-  zendry::theCpp.lines.Start(reader, store);
+  zendry::theCpp.lines.Start(reader, &store);
   zendry::theCpp.sourceInit(false, language, false);
   Stream stream;
   for (int c = zendry::theCpp.sourceGetc(); c != -1; c = zendry::theCpp.sourceGetc()) {

@@ -58,7 +58,7 @@ std::vector<std::string> StopsOf(FileReader& reader, const std::string& path, si
   EXPECT_TRUE(reader.open(path.c_str()).Ok());
   theTagParser.Bind(store, &reader);
   theCpp.lines.longestLine = longestLine;
-  theCpp.lines.Start(reader, store);
+  theCpp.lines.Start(reader, &store);
   theCpp.sourceInit(false, Language::cCpp, false);
   std::vector<std::string> stops;
   for (int c = 0; c != -1;) {

@@ -24,7 +24,7 @@ std::string Stream(std::string_view text, Language language = Language::cC) {
   TagData store;
   EXPECT_TRUE(reader.open("").Ok());
   theTagParser.Bind(store, &reader);
-  theCpp.lines.Start(reader, store);
+  theCpp.lines.Start(reader, &store);
   theCpp.sourceInit(false, language, false);
   std::string result;
   for (int c = theCpp.sourceGetc(); c != -1; c = theCpp.sourceGetc())

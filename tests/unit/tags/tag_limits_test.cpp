@@ -214,7 +214,7 @@ TEST(TagLimits, SourceThatEndsInALongLine_HasNothingAhead) {
     ASSERT_TRUE(reader.open(folder.Write("a.cpp", std::string(length, 'x')).c_str()).Ok());
     TagData store;
     LineInput lines;
-    lines.Start(reader, store);
+    lines.Start(reader, &store);
     size_t count = 0;
     for (int c = lines.lineGetc(); c != -1; c = lines.lineGetc()) count += c == 'x';
     EXPECT_EQ(count, std::min(length, LineInput::cLongestLine + 1));
